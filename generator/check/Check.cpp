@@ -1,0 +1,202 @@
+#include "check/Check.h"
+
+#include "check/Checker.h"
+#include "family/Names.h"
+
+#include <algorithm>
+#include <set>
+
+namespace zelgen {
+
+void check(std::vector<Definition const *> const & definitions, Diagnostics & diagnostics) {
+    Checker checker(definitions, diagnostics);
+    checker.checkMetamodel();
+    checker.checkTypes();
+    checker.checkInheritance();
+    if (!diagnostics.empty()) {
+        return; // what follows walks superclasses and would tell the same mistakes again
+    }
+    checker.checkRoles();
+    checker.checkProperties();
+    checker.checkOperations();
+    if (diagnostics.empty()) {
+        checker.checkNames();
+    }
+}
+
+void Checker::expectOneOf(Word const & word, std::string const & what, std::vector<std::string> const & allowed) {
+    if (word.empty() || std::find(allowed.begin(), allowed.end(), word.text) != allowed.end()) {
+        return;
+    }
+    std::string list;
+    for (std::size_t i = 0; i < allowed.size(); ++i) {
+        list += (i == 0 ? "" : i + 1 == allowed.size() ? " or " : ", ") + allowed[i];
+    }
+    report(word.mark, "found " + what + " '" + word.text + "', expected " + list + suggestion(word.text, allowed));
+}
+
+void Checker::expectFlag(Word const & word, std::string const & what) { expectOneOf(word, what, {"true", "false"}); }
+
+void Checker::expectIdentifier(Word const & word, std::string const & what) {
+    if (!Names::isIdentifier(word.text)) {
+        report(word.mark, "found " + what + " '" + word.text + "', expected letters, digits and underscores");
+    }
+}
+
+Checker::Entry Checker::expectType(Word const & name, std::string const & what) {
+    Entry const entry = fCatalogue.find(name.text, fDefinition);
+    if (!entry) {
+        report(name.mark,
+               what + ": type '" + name.text + "' not found" + suggestion(name.text, fCatalogue.names(fDefinition)));
+    }
+    return entry;
+}
+
+Checker::Entry Checker::expectClass(Word const & name, std::string const & what) {
+    Entry const entry = expectType(name, what);
+    if (entry && entry.type->kind != TypeKind::Class) {
+        report(name.mark, what + ": found the data type '" + name.text + "', expected a class");
+        return {};
+    }
+    return entry;
+}
+
+void Checker::checkMetamodel() {
+    if (fDefinition.prefix.empty()) {
+        report({1, 1}, "found no 'prefix', expected the prefix of the metamodel, such as 'library'");
+    } else {
+        expectIdentifier(fDefinition.prefix, "prefix");
+    }
+    if (fDefinition.uris.empty()) {
+        report({1, 1}, "found no 'uris', expected at least the URI of the metamodel");
+    }
+    for (std::vector<Word> const * const uris : {&fDefinition.uris, &fDefinition.alsoRegistered}) {
+        for (Word const & uri : *uris) {
+            checkUri(uri);
+        }
+    }
+    if (!fDefinition.ownedEndKeys.empty() && fDefinition.ownedEndKeys.size() != 2) {
+        report(fDefinition.ownedEndKeys.front().mark,
+               "found " + std::to_string(fDefinition.ownedEndKeys.size()) + " texts in 'owned_end_keys', expected two");
+    }
+    for (Definition const * const other : fCatalogue.definitions()) {
+        if (other != &fDefinition && other->prefix.text == fDefinition.prefix.text) {
+            report(fDefinition.prefix.mark, "found prefix '" + fDefinition.prefix.text + "' also in " + other->file +
+                                                ", expected a prefix of its own");
+        }
+    }
+}
+
+void Checker::checkUri(Word const & uri) {
+    // Behind a word in capitals comes a path: the word is one of the library's constants.
+    std::size_t const plus = uri.text.find(" + ");
+    if (plus == std::string::npos) {
+        return;
+    }
+    expectOneOf(
+        {uri.text.substr(0, plus), uri.mark}, "begin of a URI",
+        {"OMG_SCHEMA_BASE", "QUILLON_SCHEMA_BASE", "MAGICDRAW_SCHEMA_BASE", "RHP_SCHEMA_BASE", "EMF_SCHEMA_BASE"});
+}
+
+void Checker::checkTypes() {
+    for (TypeDefinition const & type : fDefinition.types) {
+        expectIdentifier(type.name, "type");
+        if (Names::isKeyword(type.name.text)) {
+            report(type.name.mark, "found type '" + type.name.text + "', expected a name that is no word of C++");
+        }
+        if (type.kind != TypeKind::Class) {
+            checkLiterals(type);
+            continue;
+        }
+        if (type.name.text == "BodyInterface" || type.name.text == "ImmutableForm") {
+            report(type.name.mark,
+                   "found class '" + type.name.text + "', expected a name that is not one of a member of all handles");
+        }
+        expectFlag(type.abstract, "'abstract'");
+        expectOneOf(type.builtAs, "'built_as'", {"class", "stereotype"});
+        for (Word const & part : type.handWritten) {
+            expectOneOf(part, "'hand_written'", {"interface", "handles"});
+        }
+    }
+}
+
+void Checker::checkLiterals(TypeDefinition const & type) {
+    if (type.kind == TypeKind::Enumeration && type.literals.empty()) {
+        report(type.name.mark, "found enumeration '" + type.name.text + "' without literals, expected at least one");
+    }
+    std::set<std::string> enumerators;
+    for (Word const & literal : type.literals) {
+        if (literal.empty()) {
+            report(literal.mark, "found an empty literal of '" + type.name.text + "', expected a text");
+        } else if (!enumerators.insert(Names::enumerator(literal.text)).second) {
+            report(literal.mark, "found literal '" + literal.text + "' of '" + type.name.text +
+                                     "' with the C++ name '" + Names::enumerator(literal.text) +
+                                     "' of another one, expected a different one");
+        }
+    }
+    if (!type.properties.empty() || !type.superclasses.empty() || !type.operations.empty() || !type.views.empty()) {
+        report(type.name.mark, "found properties or superclasses on the data type '" + type.name.text +
+                                   "', expected them on classes only");
+    }
+}
+
+void Checker::checkInheritance() {
+    for (TypeDefinition const & type : fDefinition.types) {
+        std::set<std::string> seen;
+        for (Word const & super : type.superclasses) {
+            expectClass(super, "class '" + type.name.text + "'");
+            if (!seen.insert(super.text).second) {
+                report(super.mark,
+                       "class '" + type.name.text + "': found superclass '" + super.text + "' twice, expected it once");
+            }
+        }
+        bool const isRoot = type.name.text == "Object" && fDefinition.prefix.text == "ZEL";
+        if (type.kind == TypeKind::Class && type.superclasses.empty() && !isRoot) {
+            report(type.name.mark, "class '" + type.name.text +
+                                       "': found no superclass, expected at least one, such as 'ZEL.ClassObject'");
+        }
+        checkCycle(type);
+    }
+}
+
+void Checker::checkCycle(TypeDefinition const & type) {
+    for (Word const & super : type.superclasses) {
+        Entry const entry = fCatalogue.find(super.text, fDefinition);
+        if (!entry) {
+            continue;
+        }
+        std::vector<Entry> const above = fCatalogue.closure(entry);
+        if (std::find(above.begin(), above.end(), entryOf(type)) != above.end()) {
+            report(super.mark, "class '" + type.name.text + "': found superclass '" + super.text +
+                                   "' that is a subclass of it, expected no cycle");
+        }
+    }
+}
+
+void Checker::checkRoles() {
+    checkRole(fDefinition.modelClass, "model_class", "ZEL.Model");
+    checkRole(fDefinition.factoryClass, "factory_class", "ZEL.FactoryObject");
+    if (fDefinition.factoryClass.empty()) {
+        report({1, 1}, "found no 'factory_class', expected the class that creates objects");
+    }
+}
+
+void Checker::checkRole(Word const & name, std::string const & what, std::string const & base) {
+    if (name.empty()) {
+        return;
+    }
+    Entry const entry = expectClass(name, "'" + what + "'");
+    if (!entry) {
+        return;
+    }
+    if (entry.home != &fDefinition) {
+        report(name.mark,
+               "'" + what + "': found '" + name.text + "' of another metamodel, expected a class of this one");
+    } else if (!fCatalogue.isKindOf(entry, base)) {
+        report(name.mark, "'" + what + "': found class '" + name.text + "', expected a subclass of '" + base + "'");
+    } else if (entry.type->abstract.text == "true") {
+        report(name.mark, "'" + what + "': found the abstract class '" + name.text + "', expected one with instances");
+    }
+}
+
+} // namespace zelgen

@@ -1,0 +1,287 @@
+#include "check/Checker.h"
+#include "family/Names.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace zelgen {
+namespace {
+
+bool isNumber(std::string_view text) {
+    return !text.empty() && text.size() < 10 && std::all_of(text.begin(), text.end(), [](char c) {
+        return std::isdigit(static_cast<unsigned char>(c)) != 0;
+    });
+}
+
+bool isFloating(std::string const & text) {
+    char * end = nullptr;
+    (void)std::strtod(text.c_str(), &end);
+    return !text.empty() && *end == '\0';
+}
+
+bool hasFlag(PropertyDefinition const & p, std::string_view name) {
+    return std::any_of(p.flags.begin(), p.flags.end(), [name](Word const & flag) { return flag.text == name; });
+}
+
+bool isMany(PropertyDefinition const & p) {
+    long lower = 0;
+    long upper = 1;
+    return !p.multiplicity.empty() && parseMultiplicity(p.multiplicity.text, lower, upper) && upper != 1;
+}
+
+} // namespace
+
+bool parseMultiplicity(std::string const & text, long & lower, long & upper) {
+    std::size_t const dots = text.find("..");
+    if (dots == std::string::npos || !isNumber(text.substr(0, dots))) {
+        return false;
+    }
+    std::string const bound = text.substr(dots + 2);
+    if (bound != "*" && !isNumber(bound)) {
+        return false;
+    }
+    lower = std::stol(text.substr(0, dots));
+    upper = bound == "*" ? -1 : std::stol(bound);
+    return true;
+}
+
+std::vector<std::string> Checker::propertyNames(TypeDefinition const & type) const {
+    std::vector<std::string> names;
+    for (Entry const & entry : fCatalogue.closure(entryOf(type))) {
+        for (PropertyDefinition const & p : entry.type->properties) {
+            names.push_back(p.name.text);
+        }
+    }
+    return names;
+}
+
+void Checker::checkProperties() {
+    for (TypeDefinition const & type : fDefinition.types) {
+        for (PropertyDefinition const & p : type.properties) {
+            checkProperty(type, p);
+        }
+        checkViews(type);
+    }
+}
+
+void Checker::checkProperty(TypeDefinition const & owner, PropertyDefinition const & p) {
+    std::string const what = "property '" + owner.name.text + '.' + p.name.text + "'";
+    expectIdentifier(p.name, "property");
+    for (Word const & flag : p.flags) {
+        expectOneOf(flag, "flag", {"read_only", "derived", "composite", "ordered", "nonunique"});
+    }
+    expectOneOf(p.persistence, "'persistence'", {"default", "transient", "extension"});
+    expectOneOf(p.stored, "'stored'", {"core", "body"});
+    expectOneOf(p.body, "'body'", {"hand", "unimplemented"});
+    expectFlag(p.hidden, "'hidden'");
+    expectFlag(p.baseElement, "'base_element'");
+    checkMultiplicity(p);
+    checkRedefinition(owner, p);
+    if (p.type.empty()) {
+        report(p.name.mark, what + ": found no 'type', expected the name of one");
+        return;
+    }
+    Entry const type = expectType(p.type, what);
+    if (!type) {
+        return;
+    }
+    checkDefault(p, type);
+    checkAssociation(owner, p);
+    checkMaking(owner, p, type);
+}
+
+void Checker::checkMultiplicity(PropertyDefinition const & p) {
+    long lower = 0;
+    long upper = 0;
+    if (p.multiplicity.empty()) {
+        return;
+    }
+    if (!parseMultiplicity(p.multiplicity.text, lower, upper)) {
+        report(p.multiplicity.mark,
+               "found multiplicity '" + p.multiplicity.text + "', expected a form such as 0..1, 1..1 or 0..*");
+    } else if (upper == 0 || (upper > 0 && lower > upper)) {
+        report(p.multiplicity.mark,
+               "found multiplicity '" + p.multiplicity.text + "', expected a lower bound that is not above the upper");
+    }
+}
+
+void Checker::checkDefault(PropertyDefinition const & p, Entry const & type) {
+    Word const & value = p.defaultValue;
+    if (value.empty()) {
+        return;
+    }
+    std::string const name = type.home->prefix.text + '.' + type.type->name.text;
+    if (type.type->kind == TypeKind::Enumeration) {
+        std::vector<std::string> literals;
+        for (Word const & literal : type.type->literals) {
+            literals.push_back(literal.text);
+        }
+        expectOneOf(value, "default", literals);
+    } else if (name == "ZEL.Boolean") {
+        expectFlag(value, "default");
+    } else if (name == "ZEL.Integer") {
+        if (!isNumber(value.text.substr(value.text.rfind('-', 0) == 0 ? 1 : 0))) {
+            report(value.mark, "found default '" + value.text + "', expected a whole number");
+        }
+    } else if (name == "ZEL.UnlimitedNatural") {
+        if (value.text != "*" && !isNumber(value.text)) {
+            report(value.mark,
+                   "found default '" + value.text + "', expected a whole number that is not negative, or *");
+        }
+    } else if (name == "ZEL.Real" || name == "ZEL.Double" || name == "ZEL.Single") {
+        if (!isFloating(value.text)) {
+            report(value.mark, "found default '" + value.text + "', expected a number");
+        }
+    } else if (type.type->kind == TypeKind::Class) {
+        report(value.mark, "found default '" + value.text + "' of a class, expected none");
+    }
+}
+
+void Checker::checkAssociation(TypeDefinition const & owner, PropertyDefinition const & p) {
+    std::string const what = "property '" + owner.name.text + '.' + p.name.text + "'";
+    if (p.association.empty()) {
+        for (Word const * const end : {&p.opposite, &p.ownedEnd}) {
+            if (!end->empty()) {
+                report(end->mark,
+                       what + ": found the other end '" + end->text + "' without 'association', expected its name");
+            }
+        }
+        return;
+    }
+    if (p.opposite.empty() == p.ownedEnd.empty()) {
+        report(p.association.mark,
+               what + ": found " + (p.opposite.empty() ? "no other end" : "both 'opposite' and 'owned_end'") +
+                   " of association '" + p.association.text + "', expected one of 'opposite' and 'owned_end'");
+    }
+    if (!p.opposite.empty()) {
+        checkOpposite(owner, p);
+    }
+}
+
+void Checker::checkOpposite(TypeDefinition const & owner, PropertyDefinition const & p) {
+    std::string const what = "property '" + owner.name.text + '.' + p.name.text + "'";
+    Catalogue::PropertyEntry const other = fCatalogue.findProperty(p.opposite.text, fDefinition);
+    if (!other) {
+        std::vector<std::string> candidates;
+        std::size_t const dot = p.opposite.text.rfind('.');
+        if (other.owner) {
+            for (PropertyDefinition const & candidate : other.owner.type->properties) {
+                candidates.push_back(candidate.name.text);
+            }
+        }
+        std::string const name = dot == std::string::npos ? p.opposite.text : p.opposite.text.substr(dot + 1);
+        report(p.opposite.mark, what + ": opposite '" + p.opposite.text + "' not found" + suggestion(name, candidates));
+        return;
+    }
+    if (fCatalogue.findProperty(other.property->opposite.text, *other.owner.home).property != &p) {
+        report(p.opposite.mark, what + ": found opposite '" + p.opposite.text + "' whose own opposite is '" +
+                                    other.property->opposite.text + "', expected '" + owner.name.text + '.' +
+                                    p.name.text + "'");
+    } else if (other.property->association.text != p.association.text) {
+        report(p.association.mark, what + ": found association '" + p.association.text + "', expected '" +
+                                       other.property->association.text + "' as at its opposite");
+    }
+}
+
+void Checker::checkRedefinition(TypeDefinition const & owner, PropertyDefinition const & p) {
+    if (p.redefines.empty()) {
+        return;
+    }
+    std::string const what = "property '" + owner.name.text + '.' + p.name.text + "'";
+    Catalogue::PropertyEntry const redefined = fCatalogue.findProperty(p.redefines.text, fDefinition);
+    std::vector<Entry> const closure = fCatalogue.closure(entryOf(owner));
+    if (!redefined || redefined.owner == entryOf(owner) ||
+        std::find(closure.begin(), closure.end(), redefined.owner) == closure.end()) {
+        report(p.redefines.mark,
+               what + ": found redefined property '" + p.redefines.text + "', expected a property of a superclass");
+    } else if (isMany(*redefined.property) != isMany(p)) {
+        report(p.redefines.mark, what + ": found redefined property '" + p.redefines.text +
+                                     "' of another multiplicity, expected both single or both many");
+    }
+}
+
+void Checker::checkMaking(TypeDefinition const & owner, PropertyDefinition const & p, Entry const & type) {
+    std::string const what = "property '" + owner.name.text + '.' + p.name.text + "'";
+    bool const isClass = type.type->kind == TypeKind::Class;
+    auto const derivedOnly = [&](Word const & entry, std::string const & name) {
+        if (!entry.empty() && !hasFlag(p, "derived")) {
+            report(entry.mark,
+                   what + ": found '" + name + "' on a stored property, expected the flag 'derived' with it");
+        }
+    };
+    derivedOnly(p.body, "body");
+    if (p.viewOf) {
+        derivedOnly(*p.viewOf, "view");
+        if (p.viewOf->text != "containees") {
+            checkView(owner, {*p.viewOf});
+        }
+    }
+    checkDerivation(owner, p);
+    checkView(owner, p.view);
+    if (!p.fixed.empty() && p.body.text != "unimplemented") {
+        report(p.fixed.mark, what + ": found 'fixed', expected 'body: unimplemented' with it");
+    }
+    if (!p.stereotype.empty()) {
+        Entry const stereotype = expectClass(p.stereotype, what);
+        if (stereotype && !fCatalogue.isKindOf(stereotype, "ZEL.StereotypeObject")) {
+            report(p.stereotype.mark, what + ": found stereotype '" + p.stereotype.text +
+                                          "', expected a subclass of 'ZEL.StereotypeObject'");
+        }
+    }
+    if (p.baseElement.text == "true" &&
+        (!isClass || isMany(p) || !fCatalogue.isKindOf(entryOf(owner), "ZEL.StereotypeObject"))) {
+        report(p.baseElement.mark,
+               what +
+                   ": found 'base_element', expected it on a single reference of a subclass of 'ZEL.StereotypeObject'");
+    }
+    if (isMany(p) && !isClass && type.type->name.text != "String") {
+        report(p.type.mark, what + ": found many values of '" + p.type.text + "', expected a class or ZEL.String");
+    }
+}
+
+/// A derived single value is the container, or somebody says what it is; a derived sequence is a view by itself.
+void Checker::checkDerivation(TypeDefinition const & owner, PropertyDefinition const & p) {
+    std::string const what = "property '" + owner.name.text + '.' + p.name.text + "'";
+    if (isMany(p)) {
+        return;
+    }
+    for (Word const & entry : p.viewOf ? std::vector<Word>{*p.viewOf} : p.view) {
+        report(entry.mark, what + ": found 'view' on a single value, expected it on many");
+        return;
+    }
+    if (!p.stereotype.empty()) {
+        report(p.stereotype.mark, what + ": found 'stereotype' on a single value, expected it on many");
+    }
+    Catalogue::PropertyEntry const opposite = fCatalogue.findProperty(p.opposite.text, fDefinition);
+    bool const isContainer = opposite && hasFlag(*opposite.property, "composite");
+    if (hasFlag(p, "derived") && p.body.empty() && p.stored.empty() && p.baseElement.empty() && !isContainer) {
+        report(p.name.mark, what + ": found a derived single value without 'body', expected hand or unimplemented");
+    }
+}
+
+void Checker::checkView(TypeDefinition const & owner, std::vector<Word> const & parts) {
+    for (Word const & part : parts) {
+        Catalogue::PropertyEntry const found = fCatalogue.inClosure(entryOf(owner), part.text);
+        if (!found) {
+            report(part.mark, "class '" + owner.name.text + "': property '" + part.text + "' of a view not found" +
+                                  suggestion(part.text, propertyNames(owner)));
+        } else if (fCatalogue.find(found.property->type.text, *found.owner.home).type->kind != TypeKind::Class) {
+            report(part.mark, "class '" + owner.name.text + "': found property '" + part.text +
+                                  "' of a data type in a view, expected one of class type");
+        }
+    }
+}
+
+void Checker::checkViews(TypeDefinition const & owner) {
+    for (auto const & [name, parts] : owner.views) {
+        Catalogue::PropertyEntry const found = fCatalogue.inClosure(entryOf(owner), name.text);
+        if (!found || found.owner == entryOf(owner) || !isMany(*found.property)) {
+            report(name.mark, "class '" + owner.name.text + "': found a view of '" + name.text +
+                                  "', expected a multi-valued property of a superclass" +
+                                  suggestion(name.text, propertyNames(owner)));
+        }
+        checkView(owner, parts);
+    }
+}
+
+} // namespace zelgen

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "check/Catalogue.h"
+#include "load/Diagnostics.h"
+
+#include <string>
+#include <vector>
+
+namespace zelgen {
+
+/// The checks of one definition, grouped by what they look at. Later groups rely on what earlier ones have found good.
+class Checker {
+public:
+    Checker(std::vector<Definition const *> const & definitions, Diagnostics & diagnostics)
+        : fDefinition(*definitions.front()), fCatalogue(definitions), fDiagnostics(diagnostics) {}
+
+    void checkMetamodel();
+    void checkTypes();
+    /// Superclasses: known, classes, without cycle. Nothing that walks a closure is safe before this.
+    void checkInheritance();
+    void checkRoles();
+    void checkProperties();
+    void checkOperations();
+    /// Names of C++ operations that would collide.
+    void checkNames();
+
+private:
+    using Entry = Catalogue::Entry;
+
+    void report(Mark mark, std::string const & text) { fDiagnostics.add(fDefinition.file, mark, text); }
+    /// Reports a word that is not among `allowed`.
+    void expectOneOf(Word const & word, std::string const & what, std::vector<std::string> const & allowed);
+    void expectFlag(Word const & word, std::string const & what);
+    void expectIdentifier(Word const & word, std::string const & what);
+    /// The type of the name; reports a name that is not known.
+    Entry expectType(Word const & name, std::string const & what);
+    Entry expectClass(Word const & name, std::string const & what);
+
+    void checkUri(Word const & uri);
+    void checkLiterals(TypeDefinition const & type);
+    void checkCycle(TypeDefinition const & type);
+    void checkRole(Word const & name, std::string const & what, std::string const & base);
+    void checkProperty(TypeDefinition const & owner, PropertyDefinition const & p);
+    void checkMultiplicity(PropertyDefinition const & p);
+    void checkDefault(PropertyDefinition const & p, Entry const & type);
+    void checkAssociation(TypeDefinition const & owner, PropertyDefinition const & p);
+    void checkOpposite(TypeDefinition const & owner, PropertyDefinition const & p);
+    void checkRedefinition(TypeDefinition const & owner, PropertyDefinition const & p);
+    void checkMaking(TypeDefinition const & owner, PropertyDefinition const & p, Entry const & type);
+    void checkDerivation(TypeDefinition const & owner, PropertyDefinition const & p);
+    void checkView(TypeDefinition const & owner, std::vector<Word> const & parts);
+    void checkViews(TypeDefinition const & owner);
+    void checkSignature(OperationDefinition const & operation);
+    void checkTwins(TypeDefinition const & type);
+
+    [[nodiscard]] Entry entryOf(TypeDefinition const & type) const { return {&fDefinition, &type}; }
+    /// Names of all properties in the closure, for suggestions.
+    [[nodiscard]] std::vector<std::string> propertyNames(TypeDefinition const & type) const;
+
+    Definition const & fDefinition;
+    Catalogue fCatalogue;
+    Diagnostics & fDiagnostics;
+};
+
+/// "0..1" taken apart; false for a text of another form. An unlimited upper bound is -1.
+[[nodiscard]] bool parseMultiplicity(std::string const & text, long & lower, long & upper);
+
+} // namespace zelgen

@@ -1,0 +1,199 @@
+#pragma once
+
+#include "check/Catalogue.h"
+#include "load/Signature.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zelgen {
+
+// Everything that is decided about the classes of a metamodel before a line is written. Emitters look things up here
+// and never ask a definition. All pointers point into one `Family`.
+
+struct Class;
+struct Metamodel;
+struct Property;
+
+/// A type that a property or an operation names.
+struct Type {
+    TypeKind kind = TypeKind::Class;
+    std::string name; ///< "Comment"
+    Metamodel const * home = nullptr;
+    Class const * asClass = nullptr;   ///< null for data types
+    std::vector<std::string> literals; ///< of an enumeration
+    bool handWritten = false;          ///< a data type that is not generated
+    Mark mark;
+
+    /// "ZEL.Comment".
+    [[nodiscard]] std::string qualifiedName() const;
+    /// "ZEL::Comment", and with `immutable` "ZEL::ImmutableComment"; data types have one form only.
+    [[nodiscard]] std::string cppName(bool immutable = false) const;
+};
+
+/// What operations a property has.
+enum class Form {
+    Flag,          ///< required Boolean `isFoo`
+    Value,         ///< single value
+    RequiredValue, ///< the same without has-flag
+    Reference,     ///< single, of class type
+    Many,
+};
+
+/// Where the values are, and how the derived ones are made.
+enum class Making {
+    Field,         ///< in the fields of the states
+    Core,          ///< in what all states have
+    Body,          ///< in the body
+    Container,     ///< the object's container, narrowed to the type
+    Hand,          ///< derived, its getter is written by hand
+    Unimplemented, ///< derived, raises; single values may have a fixed answer
+    Filter,        ///< derived, those values of another property that are of the own type
+    Union,         ///< derived, the values of other properties one after the other; each class may name its own
+    Containees,    ///< derived, those contained objects that are of the own type
+    Extension,     ///< the object's instances of a stereotype
+};
+
+enum class FieldKind { Flag, Bits, Int32, Unsigned32, Double, Single, Text, Value, Pointer, Pointers, Texts };
+
+enum class OtherEnd { None, Property, Container };
+
+struct Property {
+    Class const * owner = nullptr;
+    Mark mark;
+    std::string name;    ///< its model name
+    std::string base;    ///< base of its C++ names: the model name, or a prefixed one
+    std::string capital; ///< "OwnedComment"
+    std::string plural;  ///< "OwnedComments"
+    Type const * type = nullptr;
+    std::int32_t lower = 0;
+    bool many = false;
+    std::uint32_t upper = 1; ///< 0xFFFFFFFF for unlimited
+    bool isReadOnly = false;
+    bool isDerived = false;
+    bool isComposite = false;
+    bool isOrdered = false;
+    bool isUnique = true;
+    std::string defaultValue;
+    std::string persistence; ///< "default", "transient", "extension"
+    std::string association;
+    std::string ownedEnd;
+    Property const * opposite = nullptr;
+    std::string key; ///< "ZEL.X::ZEL.X.p" or an irregular one
+    std::string description;
+    bool isHidden = false; ///< has operations and a field, is no property of the metamodel
+
+    Form form = Form::Value;
+    Making making = Making::Field;
+    FieldKind field = FieldKind::Value;
+    OtherEnd otherEnd = OtherEnd::None;
+    /// A has-flag is kept: the metamodel's default differs from the type's, so it cannot stand for "no value".
+    bool keepsHas = false;
+    std::string fixed;                       ///< answer of an unimplemented single value, empty for none
+    Property const * filtered = nullptr;     ///< of `Making::Filter`
+    Class const * stereotype = nullptr;      ///< of `Making::Extension`
+    std::vector<Property const *> redefined; ///< inherited properties that this one stands for
+
+    [[nodiscard]] std::string qualifiedName() const;
+    /// Operation that reads a single value: "isFoo" or "getFoo"; of many, the sequence that keeps other ends in step.
+    [[nodiscard]] std::string getter() const;
+    /// Both operations read the same sequence: no other end is to be kept in step.
+    [[nodiscard]] bool isRawOnly() const { return otherEnd == OtherEnd::None; }
+    [[nodiscard]] bool isField() const { return making == Making::Field; }
+    /// Bits that a flag or an enumeration takes in the fields.
+    [[nodiscard]] unsigned int bits() const;
+};
+
+/// What a derived property shows on the instances of a class.
+struct View {
+    Property const * property = nullptr;
+    std::vector<Property const *> parts;
+};
+
+struct Operation {
+    struct Parameter {
+        Type const * type = nullptr;
+        SignatureType form;
+        std::string name;
+    };
+    Type const * result = nullptr; ///< null for void and `Deviant`
+    SignatureType resultForm;
+    std::string name;
+    std::vector<Parameter> parameters;
+    bool isConst = false;
+    bool overrides = false;
+    OperationBody body = OperationBody::Hand;
+};
+
+struct Class {
+    Type const * type = nullptr;
+    Metamodel const * home = nullptr;
+    Mark mark;
+    std::string name;
+    bool isAbstract = false;
+    bool builtAsStereotype = false;
+    bool hasGeneratedInterface = true;
+    bool hasGeneratedHandles = true;
+    bool isModel = false;        ///< derives from `ZEL.Model`
+    bool isNamedElement = false; ///< derives from `ZEL.NamedElement`
+    std::vector<Class const *> superclasses;
+    std::vector<Class const *> ancestors;    ///< depth first, left to right, each once, without the class itself
+    std::vector<Property> own;               ///< in the order of the definition, hidden ones included
+    std::vector<Property const *> clones;    ///< inherited, as the metamodel shows them
+    std::vector<Property const *> inherited; ///< all of them, also redefined and hidden ones
+    /// Inherited properties for whose operations the class makes another property stand: those that an own one
+    /// redefines, and those that repeat the name of one further left.
+    std::vector<std::pair<Property const *, Property const *>> redefinitions;
+    std::vector<Property const *> fields; ///< stored in the states of instances: own, then in the order of the clones
+    std::vector<View> views;
+    std::vector<Operation> operations;
+
+    [[nodiscard]] std::string qualifiedName() const;
+    [[nodiscard]] bool isKindOf(Class const & other) const;
+    [[nodiscard]] bool isFactory() const;
+    [[nodiscard]] std::vector<Property const *> reflectiveOwn() const;
+};
+
+/// `base` names a constant of the library, empty for none; `path` follows it.
+struct Uri {
+    std::string base;
+    std::string path;
+};
+
+struct Metamodel {
+    std::string file; ///< name of the definition file, without folders
+    std::string prefix;
+    std::string cppNamespace;
+    std::string includeDirectory;
+    std::string topPackage;
+    std::vector<Uri> uris; ///< the first is that of the model
+    std::vector<Uri> alsoRegistered;
+    std::string uuid; ///< of the metamodel's model; empty for one made of the prefix
+    std::vector<std::string> ownedEndKeys;
+    Class const * modelClass = nullptr;
+    Class const * factoryClass = nullptr;
+    std::vector<std::unique_ptr<Type>> types; ///< in declare order
+    std::vector<std::unique_ptr<Class>> classes;
+    std::vector<Metamodel const *> dependencies;
+
+    [[nodiscard]] bool isBuiltIn() const { return prefix == "ZEL"; }
+};
+
+class Family {
+public:
+    /// `definitions` have passed the check; the first is the one to generate, the others it builds on.
+    explicit Family(std::vector<Definition const *> const & definitions);
+
+    [[nodiscard]] Metamodel const & main() const { return *fMetamodels.front(); }
+    [[nodiscard]] std::vector<std::unique_ptr<Metamodel>> const & metamodels() const { return fMetamodels; }
+    /// By the name "ZEL.Comment"; null if there is none.
+    [[nodiscard]] Class const * findClass(std::string_view qualifiedName) const;
+
+private:
+    std::vector<std::unique_ptr<Metamodel>> fMetamodels;
+};
+
+} // namespace zelgen

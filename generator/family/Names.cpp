@@ -1,0 +1,84 @@
+#include "family/Names.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+
+namespace zelgen {
+namespace {
+
+bool endsWith(std::string_view text, std::string_view end) {
+    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
+
+char upper(char c) { return static_cast<char>(std::toupper(static_cast<unsigned char>(c))); }
+
+} // namespace
+
+std::string Names::capital(std::string_view name) {
+    std::string result(name);
+    if (!result.empty()) {
+        result[0] = upper(result[0]);
+    }
+    return result;
+}
+
+std::string Names::uncapital(std::string_view name) {
+    std::string result(name);
+    if (!result.empty()) {
+        result[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(result[0])));
+    }
+    return result;
+}
+
+std::string Names::plural(std::string_view name) {
+    std::string singular(name);
+    if (capital(name) == "Unparented") { // "the unparented": an adjective, so it has no plural
+        return singular;
+    }
+    if (endsWith(name, "y")) {
+        return singular.substr(0, singular.size() - 1) + "ies";
+    }
+    return singular + (endsWith(name, "ss") ? "es" : "s");
+}
+
+std::string Names::prefixed(std::string_view type, std::string_view property) {
+    return uncapital(type) + capital(property);
+}
+
+bool Names::readsAsFlag(std::string_view property) {
+    return property.size() > 2 && property.substr(0, 2) == "is" &&
+           std::isupper(static_cast<unsigned char>(property[2])) != 0;
+}
+
+std::string Names::field(std::string_view property) { return std::string(property) + (isKeyword(property) ? "_" : ""); }
+
+std::string Names::enumerator(std::string_view literal) {
+    std::string result = capital(literal);
+    std::replace_if(
+        result.begin(), result.end(), [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
+    return std::isdigit(static_cast<unsigned char>(result[0])) != 0 ? '_' + result : result;
+}
+
+bool Names::isKeyword(std::string_view name) {
+    static constexpr auto kWords = std::to_array<std::string_view>(
+        {"alignas",   "alignof",  "and",      "asm",      "auto",    "bool",    "break",     "case",
+         "catch",     "char",     "class",    "compl",    "concept", "const",   "consteval", "constexpr",
+         "constinit", "continue", "decltype", "default",  "delete",  "do",      "double",    "else",
+         "enum",      "explicit", "export",   "extern",   "false",   "float",   "for",       "friend",
+         "goto",      "if",       "inline",   "int",      "long",    "mutable", "namespace", "new",
+         "noexcept",  "not",      "nullptr",  "operator", "or",      "private", "protected", "public",
+         "register",  "requires", "return",   "short",    "signed",  "sizeof",  "static",    "struct",
+         "switch",    "template", "this",     "throw",    "true",    "try",     "typedef",   "typeid",
+         "typename",  "union",    "unsigned", "using",    "virtual", "void",    "volatile",  "while",
+         "xor"});
+    return std::find(kWords.begin(), kWords.end(), name) != kWords.end();
+}
+
+bool Names::isIdentifier(std::string_view name) {
+    return !name.empty() && std::isdigit(static_cast<unsigned char>(name[0])) == 0 &&
+           std::all_of(name.begin(), name.end(),
+                       [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; });
+}
+
+} // namespace zelgen

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "load/Diagnostics.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zelgen {
+
+// A definition file as it was read, one struct for each kind of entry; nothing is resolved or checked beyond its form.
+
+struct PropertyDefinition {
+    Word name;
+    Word type;
+    Word multiplicity;
+    std::vector<Word> flags;
+    Word defaultValue;
+    Word persistence;
+    Word association;
+    Word opposite;
+    Word ownedEnd;
+    Word key;
+    Word redefines;
+    Word stored;
+    Word body;
+    Word fixed;
+    std::vector<Word> view;
+    std::optional<Word> viewOf; ///< `view: p`: those values of `p` that are of this property's type
+    Word stereotype;
+    Word baseElement;
+    Word hidden;
+    std::string description;
+};
+
+/// How an operation comes to its body.
+enum class OperationBody {
+    Hand,          ///< declared; defined by hand
+    BodyOnly,      ///< the same, and not on the handles
+    Unimplemented, ///< raises that it is not implemented
+};
+
+struct OperationDefinition {
+    Word signature;
+    OperationBody body = OperationBody::Hand;
+};
+
+enum class TypeKind { Class, Enumeration, Primitive };
+
+struct TypeDefinition {
+    Word name;
+    TypeKind kind = TypeKind::Class;
+    std::vector<Word> literals;
+    std::vector<Word> superclasses;
+    Word abstract;
+    Word builtAs;
+    std::vector<Word> handWritten;
+    std::vector<PropertyDefinition> properties;
+    /// What derived properties show on instances of this class, by property.
+    std::vector<std::pair<Word, std::vector<Word>>> views;
+    std::vector<OperationDefinition> operations;
+};
+
+struct Definition {
+    std::string file;
+    Word prefix;
+    Word cppNamespace;
+    Word includeDirectory;
+    Word topPackage;
+    std::vector<Word> uris; ///< the first is that of the model
+    std::vector<Word> alsoRegistered;
+    Word uuid;
+    Word modelClass;
+    Word factoryClass;
+    std::vector<Word> ownedEndKeys;
+    std::vector<TypeDefinition> types;
+};
+
+/// Reads one file; what it cannot make sense of goes to `diagnostics` and is left out.
+[[nodiscard]] Definition loadDefinition(std::string const & path, Diagnostics & diagnostics);
+/// The same from a text, for which `file` stands in messages.
+[[nodiscard]] Definition parseDefinition(std::string const & text, std::string const & file, Diagnostics & diagnostics);
+
+} // namespace zelgen

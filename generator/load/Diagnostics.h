@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zelgen {
+
+/// A place in a definition file, counted from 1.
+struct Mark {
+    int line = 0;
+    int column = 0;
+};
+
+/// A word of a definition and where it stands.
+struct Word {
+    std::string text;
+    Mark mark;
+
+    [[nodiscard]] bool empty() const { return text.empty(); }
+};
+
+/// Collects what is wrong with a definition, so that one run tells all of it.
+///
+/// A message reads `file:line:col: what was found, what was expected`.
+class Diagnostics {
+public:
+    void add(std::string const & file, Mark mark, std::string const & text);
+
+    [[nodiscard]] bool empty() const noexcept { return fMessages.empty(); }
+    /// In the order of files and places.
+    [[nodiscard]] std::vector<std::string> messages() const;
+
+private:
+    struct Message {
+        std::string file;
+        Mark mark;
+        std::string text;
+    };
+    std::vector<Message> fMessages;
+};
+
+/// ", did you mean 'subClass'?" for the candidate nearest to `name`, empty if none is near.
+[[nodiscard]] std::string suggestion(std::string_view name, std::vector<std::string> const & candidates);
+
+} // namespace zelgen

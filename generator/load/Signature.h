@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zelgen {
+
+/// `Sequence<Feature>`, `ImmutableSequence<ImmutableType>`, `Boolean`, `uml.Class` as an operation names its types.
+struct SignatureType {
+    std::string name; ///< without `Immutable`, as a property would name it; "void" for no result
+    bool immutable = false;
+    bool sequence = false;
+
+    friend bool operator==(SignatureType const &, SignatureType const &) = default;
+};
+
+struct Signature {
+    struct Parameter {
+        SignatureType type;
+        std::string name;
+    };
+    SignatureType result;
+    std::string name;
+    std::vector<Parameter> parameters;
+    bool isConst = false;
+};
+
+/// Takes `Boolean conformsTo(ImmutableType other) const` apart; nothing for a text of another form.
+[[nodiscard]] std::optional<Signature> parseSignature(std::string const & text);
+
+} // namespace zelgen

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "family/Family.h"
+#include "write/Printer.h"
+
+#include <map>
+#include <set>
+#include <string>
+
+namespace zelgen {
+
+/// What all emitters share: the family, the printer and how the command line wants things called.
+struct Emission {
+    Family const & family;
+    Metamodel const & metamodel;
+    Printer print;
+    std::string exportMacro;
+    unsigned int units = 16;
+
+    /// The first lines of a file: what made it, out of which lines.
+    [[nodiscard]] std::string banner(Mark mark, std::string_view emitter) const;
+    /// Begin of the names of the files that are compiled: the namespace, "ZEL".
+    [[nodiscard]] std::string filePrefix() const;
+    /// The same for files that declare within a namespace of the metamodel's.
+    [[nodiscard]] Emission within(std::string_view inner) const;
+    [[nodiscard]] std::string path(std::string_view fileName) const {
+        return metamodel.includeDirectory + '/' + std::string(fileName);
+    }
+    [[nodiscard]] static std::string header(Class const & of, std::string_view suffix = "") {
+        return of.home->includeDirectory + '/' + of.name + std::string(suffix) + ".h";
+    }
+    /// The header that declares a value type or the handles of a class.
+    [[nodiscard]] static std::string valueHeader(Type const & type);
+    /// One include line for each header, in order.
+    [[nodiscard]] static std::string includes(std::set<std::string> const & headers);
+};
+
+/// Files to write: path below the output directory, and text.
+using Files = std::map<std::string, std::string>;
+
+// What the factory class of a metamodel has beside the operations of its properties; empty for all other classes.
+[[nodiscard]] std::string factoryDeclarations(Emission const & emission, Class const & of);
+[[nodiscard]] std::string factoryDefinitions(Emission const & emission, Class const & of);
+[[nodiscard]] std::string factoryHandleDeclarations(Emission const & emission, Class const & of);
+[[nodiscard]] std::string factoryHandleDefinitions(Emission const & emission, Class const & of);
+[[nodiscard]] std::set<std::string> factoryHeaders(Emission const & emission, Class const & of);
+
+/// The interfaces of a class in base order, as arguments of its cast table.
+[[nodiscard]] std::string castArguments(Emission const & emission, Class const & of);
+
+// One emitter for each kind of file.
+[[nodiscard]] std::string emitForward(Emission const & emission);
+[[nodiscard]] std::string emitIntfHeader(Emission const & emission, Class const & of);
+[[nodiscard]] std::string emitIntfSource(Emission const & emission, Class const & of);
+[[nodiscard]] std::string emitHandleHeader(Emission const & emission, Class const & of);
+[[nodiscard]] std::string emitHandleSource(Emission const & emission, Class const & of);
+[[nodiscard]] std::string emitStateHeader(Emission const & emission, Class const & of);
+[[nodiscard]] std::string emitStateSource(Emission const & emission, Class const & of);
+[[nodiscard]] std::string emitBodyHeader(Emission const & emission, Class const & of);
+[[nodiscard]] std::string emitBodySource(Emission const & emission, Class const & of);
+[[nodiscard]] std::string emitEnumerationHeader(Emission const & emission, Type const & of);
+[[nodiscard]] std::string emitEnumerationSource(Emission const & emission, Type const & of);
+[[nodiscard]] std::string emitMetamodelHeader(Emission const & emission);
+[[nodiscard]] std::string emitBootstrap(Emission const & emission);
+[[nodiscard]] std::string emitTablesHeader(Emission const & emission);
+[[nodiscard]] std::string emitTables(Emission const & emission, Class const & of);
+
+} // namespace zelgen

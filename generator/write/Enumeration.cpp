@@ -1,0 +1,72 @@
+#include "family/Names.h"
+#include "write/Emit.h"
+
+namespace zelgen {
+
+std::string emitEnumerationHeader(Emission const & emission, Type const & of) {
+    std::vector<std::string> values;
+    for (std::string const & literal : of.literals) {
+        values.push_back(Names::enumerator(literal));
+    }
+    return emission.print(R"(
+$banner$
+#pragma once
+
+#include <$forward$>
+#include <ZEL/EnumerationValue.h>
+
+namespace $ns$ {
+
+/// A value of $X$. Its texts are the literals of the definition.
+class $API$ $X$ : public ZEL::EnumerationValue<$X$> {
+public:
+    enum Value { $values$ };
+
+    using EnumerationValue::EnumerationValue;
+    constexpr $X$() noexcept = default;
+    constexpr $X$(Value value) noexcept : EnumerationValue(value) {}
+    constexpr operator Value() const noexcept { return getValue(); }
+
+    [[nodiscard]] static std::string getTypeName() { return "$P$.$X$"; }
+    [[nodiscard]] static std::map<std::string, Value> const & getLiterals();
+};
+
+} // namespace $ns$
+)",
+                          {{"banner", emission.banner(of.mark, "write/Enumeration.cpp")},
+                           {"forward", emission.path("Forward.h")},
+                           {"ns", emission.metamodel.cppNamespace},
+                           {"API", emission.exportMacro},
+                           {"X", of.name},
+                           {"P", emission.metamodel.prefix},
+                           {"values", Printer::join(values, ", ")}});
+}
+
+std::string emitEnumerationSource(Emission const & emission, Type const & of) {
+    std::string rows;
+    for (std::string const & literal : of.literals) {
+        rows += '{' + Printer::quoted(literal) + ", " + Names::enumerator(literal) + "},\n";
+    }
+    return emission.print(R"(
+$banner$
+#include <$header$>
+
+namespace $ns$ {
+
+std::map<std::string, $X$::Value> const & $X$::getLiterals() {
+    static std::map<std::string, Value> const literals{
+        $rows$
+    };
+    return literals;
+}
+
+} // namespace $ns$
+)",
+                          {{"banner", emission.banner(of.mark, "write/Enumeration.cpp")},
+                           {"header", Emission::valueHeader(of)},
+                           {"ns", emission.metamodel.cppNamespace},
+                           {"X", of.name},
+                           {"rows", rows}});
+}
+
+} // namespace zelgen

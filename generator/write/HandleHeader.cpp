@@ -1,0 +1,152 @@
+#include "write/Emit.h"
+#include "write/Handles.h"
+#include "write/Operations.h"
+#include "write/forms/PropertyForm.h"
+
+namespace zelgen {
+namespace {
+
+/// Values stand in inline operations, so their classes must be known; all others are only passed on.
+std::set<std::string> headersOf(Class const & of) {
+    std::set<std::string> headers{"ZEL/metamodel/ClassObjectHandle.h", "ZEL/metamodel/PropertyAndObject.h",
+                                  Emission::header(of, "Intf")};
+    if (!of.hasGeneratedInterface) {
+        headers.insert(of.home->includeDirectory + "/Forward.h");
+    }
+    for (Class const * const super : of.superclasses) {
+        headers.insert(Emission::header(*super));
+    }
+    for (Property const * const p : handleProperties(of)) {
+        if (p->type->kind != TypeKind::Class) {
+            headers.insert(Emission::valueHeader(*p->type));
+        }
+    }
+    return headers;
+}
+
+std::string readers(Emission const & emission, Class const & of) {
+    std::string text;
+    for (Property const * const p : handleProperties(of)) {
+        text += PropertyForm::of(*p).readers(emission.print, *p);
+    }
+    for (Operation const * const operation : handleOperations(of)) {
+        if (operation->isConst) {
+            text += operationText::handleDeclaration(emission.print, *operation, true);
+        }
+    }
+    return text;
+}
+
+std::string writers(Emission const & emission, Class const & of) {
+    std::string text;
+    for (Property const * const p : handleProperties(of)) {
+        text += PropertyForm::of(*p).writers(emission.print, *p);
+    }
+    for (Operation const * const operation : handleOperations(of)) {
+        if (!operation->isConst || operationText::hasMutableResult(*operation)) {
+            text += operationText::handleDeclaration(emission.print, *operation, false);
+        }
+    }
+    return text;
+}
+
+std::string tags(Emission const & emission, Class const & of) {
+    std::string text;
+    for (Property const * const p : of.reflectiveOwn()) {
+        text += PropertyForm::of(*p).tag(emission.print, *p);
+    }
+    return text;
+}
+
+/// `P_()` of every property, with the tag of the class that introduces it.
+std::string pairs(Emission const & emission, Class const & of) {
+    std::string text;
+    for (Property const * const p : handleProperties(of)) {
+        if (!p->isHidden) {
+            text +=
+                emission.print(R"(
+[[nodiscard]] ZEL::PropertyAndObject<$tag$, $X$> $P$_() const;
+)",
+                               {{"tag", (p->owner == &of ? "" : p->owner->type->cppName() + "::") + p->capital + 'T'},
+                                {"X", of.name},
+                                {"P", p->capital}});
+        }
+    }
+    return text;
+}
+
+/// Models hand out handles on themselves in another deviant.
+std::string deviantCreator(Emission const & emission, Class const & of, std::string const & handle) {
+    return !of.isModel ? ""
+                       : emission.print(R"(
+/// This model in the deviant of the name, which is made unless it exists. Raises
+/// "createDeviantWithName called on non-root deviant".
+[[nodiscard]] $H$ createDeviantWithName(ZEL::String const & name) const;
+)",
+                                        {{"H", handle}});
+}
+
+} // namespace
+
+std::string emitHandleHeader(Emission const & emission, Class const & of) {
+    return emission.print(R"(
+$banner$
+#pragma once
+
+$headers$
+
+namespace $ns$ {
+
+/// Handle on a $X$, for reading.
+class $API$ Immutable$X$ : public ZEL::ImmutableClassObjectHandle<NSInterface::$X$Intf> {
+public:
+    using ImmutableClassObjectHandle::ImmutableClassObjectHandle;
+    Immutable$X$() noexcept = default;
+
+    [[nodiscard]] static char const * getOrcaName() noexcept;
+    [[nodiscard]] static std::size_t getTypeByteSize() noexcept;
+    [[nodiscard]] static ZEL::ImmutableClass MetaClass();
+    [[nodiscard]] ZEL::ImmutableClass getMetaClass() const;
+    /// The same object in the deviant of `model`.
+    [[nodiscard]] Immutable$X$ asDeviant(ZEL::ImmutableModel const & model) const;
+    $immutableDeviantCreator$
+
+    $readers$
+};
+
+/// Handle on a $X$, for reading and writing.
+class $API$ $X$ : public ZEL::ClassObjectHandle<Immutable$X$> {
+public:
+    using ClassObjectHandle::ClassObjectHandle;
+    $X$() noexcept = default;
+
+    [[nodiscard]] static char const * getOrcaName() noexcept;
+    /// The same object in the deviant of `model`.
+    [[nodiscard]] $X$ asDeviant(ZEL::ImmutableModel const & model) const;
+    $deviantCreator$
+
+    $writers$
+    $factory$
+
+    $tags$
+
+    $pairs$
+};
+
+} // namespace $ns$
+)",
+                          {{"banner", emission.banner(of.mark, "write/HandleHeader.cpp")},
+                           {"headers", Emission::includes(headersOf(of))},
+                           {"ns", of.home->cppNamespace},
+                           {"API", emission.exportMacro},
+                           {"X", of.name},
+                           {"immutableDeviantCreator", deviantCreator(emission, of, "Immutable" + of.name)},
+                           {"readers", readers(emission, of)},
+                           {"deviantCreator", deviantCreator(emission, of, of.name)},
+                           {"writers", writers(emission, of)},
+                           {"factory", factoryHandleDeclarations(emission, of)},
+                           {"tags", tags(emission, of)},
+                           {"pairs", pairs(emission, of)}});
+}
+
+} // namespace zelgen

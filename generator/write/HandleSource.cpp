@@ -1,0 +1,141 @@
+#include "write/Emit.h"
+#include "write/Handles.h"
+#include "write/Operations.h"
+#include "write/forms/PropertyForm.h"
+
+namespace zelgen {
+namespace {
+
+std::set<std::string> headersOf(Emission const & emission, Class const & of) {
+    std::set<Type const *> types;
+    for (Property const * const p : handleProperties(of)) {
+        types.insert(p->type);
+    }
+    for (Operation const * const operation : handleOperations(of)) {
+        operationText::collectTypes(*operation, types);
+    }
+    std::set<std::string> headers{"ZEL/metamodel/Class.h", "ZEL/metamodel/ClassRuntime.h",
+                                  "ZEL/metamodel/Descriptors.h", "ZEL/metamodel/Model.h", "ZEL/sequences/Sequence.h"};
+    for (Type const * const type : types) {
+        headers.insert(Emission::valueHeader(*type));
+    }
+    headers.merge(factoryHeaders(emission, of));
+    return headers;
+}
+
+std::string properties(Emission const & emission, Class const & of) {
+    std::vector<std::string> blocks;
+    for (Property const * const p : handleProperties(of)) {
+        PropertyForm const & form = PropertyForm::of(*p);
+        blocks.push_back(form.readerDefinitions(emission.print, of, *p) +
+                         form.writerDefinitions(emission.print, of, *p));
+    }
+    return Printer::blocks(blocks);
+}
+
+std::string operations(Emission const & emission, Class const & of) {
+    std::vector<std::string> blocks;
+    for (Operation const * const operation : handleOperations(of)) {
+        if (operation->isConst) {
+            blocks.push_back(operationText::handleDefinition(emission.print, of, *operation, true));
+        }
+        if (!operation->isConst || operationText::hasMutableResult(*operation)) {
+            blocks.push_back(operationText::handleDefinition(emission.print, of, *operation, false));
+        }
+    }
+    return Printer::blocks(blocks);
+}
+
+std::string tags(Emission const & emission, Class const & of) {
+    std::vector<std::string> blocks;
+    for (Property const * const p : of.reflectiveOwn()) {
+        blocks.push_back(emission.print(R"(
+ZEL::internal::PropertyDescriptor const & $X$::$P$T::descriptor() noexcept { return $p$; }
+)",
+                                        {{"X", of.name}, {"P", p->capital}, {"p", descriptorOf(*p)}}));
+    }
+    for (Property const * const p : handleProperties(of)) {
+        if (!p->isHidden) {
+            blocks.push_back(emission.print(R"(
+ZEL::PropertyAndObject<$O$::$P$T, $X$> $X$::$P$_() const { return ZEL::PropertyAndObject<$O$::$P$T, $X$>(*this); }
+)",
+                                            {{"O", p->owner->type->cppName()}, {"P", p->capital}, {"X", of.name}}));
+        }
+    }
+    return Printer::blocks(blocks);
+}
+
+std::string deviantCreator(Emission const & emission, Class const & of, std::string const & handle) {
+    return !of.isModel ? ""
+                       : emission.print(R"(
+
+$H$ $H$::createDeviantWithName(ZEL::String const & name) const {
+    NSInterface::$X$Intf * const body = getImplementation();
+    if (!getDeviant().isRootDeviant()) {
+        ZEL::raiseInternalError("createDeviantWithName called on non-root deviant");
+    }
+    return $H$(body, body->createDeviantWithName(getDeviant(), name));
+}
+)",
+                                        {{"H", handle}, {"X", of.name}});
+}
+
+} // namespace
+
+std::string emitHandleSource(Emission const & emission, Class const & of) {
+    return emission.print(R"(
+$banner$
+#include <$header$>
+
+$headers$
+
+namespace $ns$ {
+
+char const * Immutable$X$::getOrcaName() noexcept { return "$P$.Immutable$X$"; }
+
+char const * $X$::getOrcaName() noexcept { return "$P$.$X$"; }
+
+std::size_t Immutable$X$::getTypeByteSize() noexcept { return NSInterface::$X$Intf::descriptor().bodySize; }
+
+ZEL::ImmutableClass Immutable$X$::MetaClass() {
+    ZEL::internal::ClassRuntime const & runtime = *NSInterface::$X$Intf::descriptor().runtime;
+    return ZEL::ImmutableClass(runtime.metaClass(), runtime.deviant());
+}
+
+ZEL::ImmutableClass Immutable$X$::getMetaClass() const {
+    return static_cast<ZEL::NSInterface::ObjectIntf const *>(getImplementation())->getMetaClass(getDeviant());
+}
+
+Immutable$X$ Immutable$X$::asDeviant(ZEL::ImmutableModel const & model) const {
+    return Immutable$X$(getImplementation(), model.getDeviant());
+}
+
+$X$ $X$::asDeviant(ZEL::ImmutableModel const & model) const { return $X$(getImplementation(), model.getDeviant()); }
+$immutableCreator$
+$creator$
+
+$properties$
+
+$operations$
+
+$factory$
+
+$tags$
+
+} // namespace $ns$
+)",
+                          {{"banner", emission.banner(of.mark, "write/HandleSource.cpp")},
+                           {"header", Emission::header(of)},
+                           {"headers", Emission::includes(headersOf(emission, of))},
+                           {"ns", of.home->cppNamespace},
+                           {"P", of.home->prefix},
+                           {"X", of.name},
+                           {"immutableCreator", deviantCreator(emission, of, "Immutable" + of.name)},
+                           {"creator", deviantCreator(emission, of, of.name)},
+                           {"properties", properties(emission, of)},
+                           {"operations", operations(emission, of)},
+                           {"factory", factoryHandleDefinitions(emission, of)},
+                           {"tags", tags(emission, of)}});
+}
+
+} // namespace zelgen

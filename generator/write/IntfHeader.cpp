@@ -1,0 +1,92 @@
+#include "write/Emit.h"
+#include "write/Operations.h"
+#include "write/forms/PropertyForm.h"
+
+namespace zelgen {
+namespace {
+
+/// What a reader wants to know of a property before its operations: "body: String [0..1]", and its description.
+std::string propertyComment(Property const & p) {
+    std::string const upper = p.upper == 0xFFFFFFFF ? "*" : std::to_string(p.upper);
+    std::string const heading = p.name + ": " + p.type->name + " [" + std::to_string(p.lower) + ".." + upper + ']';
+    return Printer::comment("//", p.description.empty() ? heading : heading + ". " + p.description, 4);
+}
+
+std::string property(Emission const & emission, Property const & p) {
+    std::string text = propertyComment(p) + PropertyForm::of(p).declarations(emission.print, p);
+    if (!p.isHidden) {
+        text += "[[nodiscard]] static ZEL::internal::PropertyDescriptor const & " + descriptorOperation(p) +
+                "() noexcept;\n";
+    }
+    return emission.print("$text$\n", {{"text", text}});
+}
+
+/// The operations of inherited properties for which another one stands.
+std::string redefinitions(Emission const & emission, Class const & of) {
+    std::vector<std::string> blocks;
+    for (auto const & [redefined, by] : of.redefinitions) {
+        blocks.push_back(emission.print(
+            "// $p$, redefined by $by$\n$operations$",
+            {{"p", redefined->qualifiedName()},
+             {"by", by->qualifiedName()},
+             {"operations", PropertyForm::of(*redefined).forwardDeclarations(emission.print, *redefined)}}));
+    }
+    return Printer::blocks(blocks);
+}
+
+std::string operations(Emission const & emission, Class const & of) {
+    std::string text;
+    for (Operation const & operation : of.operations) {
+        text += operationText::declaration(emission.print, operation);
+    }
+    for (View const & view : of.views) {
+        text += view.property->owner == &of ? "" : viewDeclaration(emission.print, view);
+    }
+    return text;
+}
+
+} // namespace
+
+std::string emitIntfHeader(Emission const & emission, Class const & of) {
+    std::set<std::string> headers{emission.path("Forward.h")};
+    std::vector<std::string> bases;
+    for (Class const * const super : of.superclasses) {
+        headers.insert(Emission::header(*super, "Intf"));
+        bases.push_back("public virtual " + interfaceOf(*super));
+    }
+    std::vector<std::string> members;
+    for (Property const & p : of.own) {
+        members.push_back(property(emission, p));
+    }
+    members.push_back(redefinitions(emission, of));
+    members.push_back(operations(emission, of));
+    members.push_back(factoryDeclarations(emission, of));
+    return emission.print(R"(
+$banner$
+#pragma once
+
+$headers$
+
+namespace $ns$::NSInterface {
+
+/// The operations of $X$, each with the deviant in which it is to act.
+class $API$ $X$Intf : $bases$ {
+public:
+    static ZEL::CooperativeVisitor::internal::ClassInfo const & classInfo();
+    static ZEL::internal::ClassDescriptor const & descriptor() noexcept;
+
+    $members$
+};
+
+} // namespace $ns$::NSInterface
+)",
+                          {{"banner", emission.banner(of.mark, "write/IntfHeader.cpp")},
+                           {"headers", Emission::includes(headers)},
+                           {"ns", of.home->cppNamespace},
+                           {"API", emission.exportMacro},
+                           {"X", of.name},
+                           {"bases", Printer::join(bases, ", ")},
+                           {"members", Printer::blocks(members)}});
+}
+
+} // namespace zelgen

@@ -1,0 +1,169 @@
+#include "write/Printer.h"
+
+#include <algorithm>
+#include <cctype>
+#include <sstream>
+#include <stdexcept>
+
+namespace zelgen {
+namespace {
+
+constexpr std::size_t kColumns = 120;
+
+bool isNamePart(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; }
+
+/// Calls `line(text)` for each line of `text`, without its end.
+template <class Function> void forEachLine(std::string_view text, Function line) {
+    while (!text.empty()) {
+        std::size_t const end = text.find('\n');
+        line(text.substr(0, end));
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+}
+
+/// One text on its way into the result.
+class Filler {
+public:
+    explicit Filler(Printer::Values const & values) : fValues(values), fUsed(values.size(), false) {}
+
+    void addLine(std::string_view line) {
+        std::string filled;
+        std::string_view rest = line;
+        bool dropped = false;
+        for (std::size_t start = rest.find('$'); start != std::string_view::npos; start = rest.find('$')) {
+            std::size_t const end = rest.find('$', start + 1);
+            if (end == std::string_view::npos) {
+                throw std::logic_error("found a lone $ in the line '" + std::string(line) + "', expected $name$");
+            }
+            std::string const & value = take(rest.substr(start + 1, end - start - 1));
+            filled += rest.substr(0, start);
+            bool const alone = filled.find_first_not_of(' ') == std::string::npos && end + 1 == rest.size();
+            dropped = dropped || (alone && value.empty());
+            append(filled, value, alone ? filled : std::string());
+            rest.remove_prefix(end + 1);
+        }
+        if (!dropped) {
+            fResult += filled + std::string(rest) + '\n';
+        }
+    }
+
+    [[nodiscard]] std::string finish() const {
+        std::size_t index = 0;
+        for (auto const & [name, value] : fValues) {
+            if (!fUsed[index++]) {
+                throw std::logic_error("found a value for '" + std::string(name) +
+                                       "', expected a place for it in the text");
+            }
+        }
+        return fResult;
+    }
+
+private:
+    std::string const & take(std::string_view name) {
+        std::size_t index = 0;
+        for (auto const & [known, value] : fValues) {
+            if (known == name) {
+                fUsed[index] = true;
+                return value;
+            }
+            ++index;
+        }
+        throw std::logic_error("found '$" + std::string(name) + "$' in a text, expected a value for it");
+    }
+    static void append(std::string & filled, std::string const & value, std::string const & indent) {
+        std::string separator;
+        std::string_view text = value;
+        if (!text.empty() && text.back() == '\n') {
+            text.remove_suffix(1);
+        }
+        forEachLine(text, [&](std::string_view line) {
+            filled += separator;
+            filled += separator.empty() || line.empty() ? "" : indent;
+            filled += line;
+            separator = "\n";
+        });
+    }
+
+    Printer::Values const & fValues;
+    std::vector<bool> fUsed;
+    std::string fResult;
+};
+
+} // namespace
+
+Printer::Printer(std::string const & cppNamespace) {
+    for (std::string rest = cppNamespace; !rest.empty();) {
+        fQualifiers.push_back(rest + "::");
+        std::size_t const end = rest.rfind("::");
+        rest.erase(end == std::string::npos ? 0 : end);
+    }
+}
+
+std::string Printer::operator()(std::string_view text, Values const & values) const {
+    if (!text.empty() && text.front() == '\n') {
+        text.remove_prefix(1);
+    }
+    Filler filler(values);
+    forEachLine(text, [&](std::string_view line) { filler.addLine(line); });
+    return shortened(filler.finish());
+}
+
+std::string Printer::shortened(std::string text) const {
+    constexpr std::string_view kNamespace = "namespace ";
+    for (std::string const & qualifier : fQualifiers) {
+        for (std::size_t at = text.find(qualifier); at != std::string::npos; at = text.find(qualifier, at)) {
+            char const before = at == 0 ? ' ' : text[at - 1];
+            bool const isNamespace =
+                at >= kNamespace.size() && text.compare(at - kNamespace.size(), kNamespace.size(), kNamespace) == 0;
+            if (isNamePart(before) || before == ':' || before == '"' || isNamespace) {
+                at += qualifier.size();
+            } else {
+                text.erase(at, qualifier.size());
+            }
+        }
+    }
+    return text;
+}
+
+std::string Printer::blocks(std::vector<std::string> const & blocks) {
+    std::vector<std::string> present;
+    std::copy_if(blocks.begin(), blocks.end(), std::back_inserter(present),
+                 [](std::string const & b) { return !b.empty(); });
+    return join(present, "\n");
+}
+
+std::string Printer::join(std::vector<std::string> const & items, std::string_view separator) {
+    std::string result;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        result += i == 0 ? "" : separator;
+        result += items[i];
+    }
+    return result;
+}
+
+std::string Printer::comment(std::string_view mark, std::string_view text, std::size_t indent) {
+    std::string result;
+    std::string line(mark);
+    std::istringstream words{std::string(text)};
+    for (std::string word; words >> word;) {
+        if (line.size() > mark.size() && indent + line.size() + 1 + word.size() > kColumns) {
+            result += line + '\n';
+            line = mark;
+        }
+        line += ' ' + word;
+    }
+    return line.size() == mark.size() ? result : result + line + '\n';
+}
+
+std::string Printer::quoted(std::string_view text) {
+    std::string result = "\"";
+    for (char const c : text) {
+        if (c == '"' || c == '\\' || c == '\n') {
+            result += '\\';
+        }
+        result += c == '\n' ? 'n' : c;
+    }
+    return result + '"';
+}
+
+} // namespace zelgen

@@ -1,0 +1,366 @@
+#include "family/Names.h"
+#include "write/Emit.h"
+#include "write/forms/PropertyForm.h"
+
+#include <algorithm>
+
+namespace zelgen {
+namespace {
+
+std::string flag(bool value) { return value ? "true" : "false"; }
+
+/// "&ZEL::tables::CommentClass", null for data types.
+std::string classPointer(Class const * c) {
+    return c == nullptr ? "nullptr" : "&" + c->home->cppNamespace + "::tables::" + c->name + "Class";
+}
+
+std::string propertyElement(Property const & p) {
+    std::vector<Property const *> const own = p.owner->reflectiveOwn();
+    auto const index = std::find(own.begin(), own.end(), &p) - own.begin();
+    return p.owner->home->cppNamespace + "::tables::" + p.owner->name + "Properties[" + std::to_string(index) + ']';
+}
+
+std::string literal(std::string const & text) { return text.empty() ? "nullptr" : Printer::quoted(text); }
+
+std::string otherEnd(Property const & p) {
+    switch (p.otherEnd) {
+    case OtherEnd::Property:
+        return "Property";
+    case OtherEnd::Container:
+        return "Container";
+    default:
+        return "None";
+    }
+}
+
+std::string storage(Property const & p) {
+    switch (p.making) {
+    case Making::Field:
+    case Making::Core:
+        return "Field";
+    case Making::Body:
+        return "Body";
+    case Making::Container:
+        return "Container";
+    default:
+        return "Derived";
+    }
+}
+
+int persistence(Property const & p) { return p.persistence == "transient" ? 1 : p.persistence == "extension" ? 2 : 0; }
+
+/// The last three entries of a property's row: how reflective access reaches it.
+std::string access(Emission const & emission, Property const & p) {
+    std::string const intf = interfaceOf(*p.owner);
+    if (p.many) {
+        return emission.print(R"(
+.single = nullptr,
+.many = &ZEL::internal::manyAccess<$I$, $T$, &$I$::get$Ps$>,
+.manyWithoutAssociation = &ZEL::internal::manyAccess<$I$, $T$, &$I$::get$Ps$WithoutAssociation>,
+)",
+                              {{"I", intf}, {"T", p.type->cppName()}, {"Ps", p.plural}});
+    }
+    std::string const only = p.form == Form::Reference ? "Only" : "";
+    return emission.print(
+        R"(
+.single = &ZEL::internal::singleAccess<$I$, $T$,
+                                       &$I$::has$P$, &$I$::$get$,
+                                       &$I$::set$P$, &$I$::set$only$$P$,
+                                       &$I$::remove$P$, &$I$::remove$only$$P$>,
+.many = nullptr,
+.manyWithoutAssociation = nullptr,
+)",
+        {{"I", intf}, {"T", p.type->cppName()}, {"P", p.capital}, {"get", p.getter()}, {"only", only}});
+}
+
+std::string propertyRow(Emission const & emission, Property const & p) {
+    return emission.print(R"(
+{
+    .name = $name$,
+    .owner = $owner$,
+    .typeName = $typeName$,
+    .typeClass = $typeClass$,
+    .lower = $lower$,
+    .upper = $upper$,
+    .isReadOnly = $readOnly$,
+    .isDerived = $derived$,
+    .isComposite = $composite$,
+    .isOrdered = $ordered$,
+    .isUnique = $unique$,
+    .defaultValue = $default$,
+    .persistence = $persistence$,
+    .association = $association$,
+    .ownedEnd = $ownedEnd$,
+    .opposite = $opposite$,
+    .key = $key$,
+    .description = $description$,
+    .otherEnd = ZEL::internal::OtherEnd::$otherEnd$,
+    .storage = ZEL::internal::Storage::$storage$,
+    $access$
+},
+)",
+                          {{"name", Printer::quoted(p.name)},
+                           {"owner", classPointer(p.owner)},
+                           {"typeName", Printer::quoted(p.type->qualifiedName())},
+                           {"typeClass", classPointer(p.type->asClass)},
+                           {"lower", std::to_string(p.lower)},
+                           {"upper", p.upper == 0xFFFFFFFF ? "0xFFFFFFFF" : std::to_string(p.upper)},
+                           {"readOnly", flag(p.isReadOnly)},
+                           {"derived", flag(p.isDerived)},
+                           {"composite", flag(p.isComposite)},
+                           {"ordered", flag(p.isOrdered)},
+                           {"unique", flag(p.isUnique)},
+                           {"default", Printer::quoted(p.defaultValue)},
+                           {"persistence", std::to_string(persistence(p))},
+                           {"association", literal(p.association)},
+                           {"ownedEnd", literal(p.ownedEnd)},
+                           {"opposite", p.opposite == nullptr ? "nullptr" : '&' + propertyElement(*p.opposite)},
+                           {"key", Printer::quoted(p.key)},
+                           {"description", Printer::quoted(p.description)},
+                           {"otherEnd", otherEnd(p)},
+                           {"storage", storage(p)},
+                           {"access", access(emission, p)}});
+}
+
+/// A table under a name of its own, and what a span of it is made of: nothing for an empty one, which C++ does not
+/// have.
+struct Table {
+    std::string text;
+    std::string span;
+};
+
+Table table(Emission const & emission, std::string const & type, std::string const & name,
+            std::vector<std::string> const & rows) {
+    if (rows.empty()) {
+        return {"", "{}"};
+    }
+    return {emission.print(R"(
+constexpr $type$ $name$[] = {
+    $rows$
+};
+)",
+                           {{"type", type}, {"name", name}, {"rows", Printer::join(rows, "")}}),
+            name};
+}
+
+/// Stored properties of class type, the stereotype instances that all objects have among them, in the order of the
+/// class.
+std::vector<Property const *> fieldsOfClassType(Class const & of) {
+    std::vector<Property const *> all = of.reflectiveOwn();
+    all.insert(all.end(), of.clones.begin(), of.clones.end());
+    std::vector<Property const *> result;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(result), [&](Property const * p) {
+        bool const isStored = p->isField() || (p->making == Making::Core && p->many);
+        return isStored && p->type->asClass != nullptr;
+    });
+    return result;
+}
+
+std::string fieldRow(Emission const & emission, Class const & of, Property const & p) {
+    std::string const state = of.home->cppNamespace + "::NSImplementation::" + of.name + "DeviantImpl";
+    std::string const member =
+        '&' + of.home->cppNamespace + "::NSImplementation::" + of.name + "Fields::" + Names::field(p.base);
+    std::string const type = interfaceOf(*p.type->asClass);
+    std::string access;
+    if (p.making == Making::Core) {
+        access = "&ZEL::internal::stereotypeInstances, nullptr, nullptr";
+    } else if (p.many) {
+        access = "&ZEL::internal::sequenceField<" + state + ", " + member + ">, nullptr, nullptr";
+    } else {
+        access = "nullptr, &ZEL::internal::pointerField<" + state + ", " + member +
+                 ">,\n&ZEL::internal::setPointerField<" + state + ", " + type + ", " + member + ">";
+    }
+    return emission.print("{&$property$, &$I$::classInfo,\n $access$},\n",
+                          {{"property", propertyElement(p)}, {"I", type}, {"access", access}});
+}
+
+std::string builtAs(Class const & of) {
+    if (of.isModel && !of.isAbstract && of.isKindOf(*of.home->modelClass) && of.home->isBuiltIn()) {
+        return "Model";
+    }
+    return of.builtAsStereotype ? "Stereotype" : "Class";
+}
+
+std::string concretePart(Emission const & emission, Class const & of) {
+    if (of.isAbstract) {
+        return ".createBody = nullptr,\n.createState = nullptr,\n.assignState = nullptr,\n.bodySize = 0,\n.stateSize = "
+               "0,";
+    }
+    return emission.print(R"(
+.createBody = &ZEL::internal::createBody<$ns$::NSImplementation::$X$Impl>,
+.createState = &ZEL::internal::createState<$ns$::NSImplementation::$X$DeviantImpl>,
+.assignState = &ZEL::internal::assignState<$ns$::NSImplementation::$X$DeviantImpl>,
+.bodySize = sizeof($ns$::NSImplementation::$X$Impl),
+.stateSize = sizeof($ns$::NSImplementation::$X$DeviantImpl),
+)",
+                          {{"ns", of.home->cppNamespace}, {"X", of.name}});
+}
+
+std::set<std::string> headersOf(Emission const & emission, Class const & of) {
+    std::set<std::string> headers{"ZEL/metamodel/ClassRuntime.h", "ZEL/metamodel/ClassTables.h",
+                                  emission.path("Tables.h"), Emission::header(of, "Intf")};
+    for (Metamodel const * const other : emission.metamodel.dependencies) {
+        headers.insert(other->includeDirectory + "/Tables.h");
+    }
+    for (Property const * const p : of.reflectiveOwn()) {
+        headers.insert(Emission::valueHeader(*p->type));
+    }
+    if (!of.isAbstract) {
+        headers.insert({Emission::header(of, "Impl"), Emission::header(of, "DeviantImpl")});
+        for (Property const * const p : fieldsOfClassType(of)) {
+            headers.insert(Emission::header(*p->type->asClass, "Intf"));
+        }
+    }
+    return headers;
+}
+
+/// The interface's operations that give the tables; the interface of `Object` has none.
+std::string accessors(Emission const & emission, Class const & of) {
+    if (!of.hasGeneratedHandles) {
+        return "";
+    }
+    Printer const print = emission.within("NSInterface").print;
+    std::string text = print(R"(
+ZEL::internal::ClassDescriptor const & $I$::descriptor() noexcept { return $ns$::tables::$X$Class; }
+)",
+                             {{"I", interfaceOf(of)}, {"ns", of.home->cppNamespace}, {"X", of.name}});
+    for (Property const * const p : of.reflectiveOwn()) {
+        text += print(R"(
+
+ZEL::internal::PropertyDescriptor const & $I$::$p$() noexcept { return $element$; }
+)",
+                      {{"I", interfaceOf(of)}, {"p", descriptorOperation(*p)}, {"element", propertyElement(*p)}});
+    }
+    return print(R"(
+
+namespace $ns$::NSInterface {
+
+$text$
+
+} // namespace $ns$::NSInterface
+)",
+                 {{"ns", of.home->cppNamespace}, {"text", text}});
+}
+
+} // namespace
+
+/// Declares the tables of all classes, for each other and for metamodels that build on this one.
+std::string emitTablesHeader(Emission const & emission) {
+    std::string tables;
+    for (auto const & c : emission.metamodel.classes) {
+        tables += emission.print("extern $API$ ZEL::internal::ClassDescriptor const $X$Class;\n",
+                                 {{"API", emission.exportMacro}, {"X", c->name}});
+        if (std::size_t const count = c->reflectiveOwn().size(); count > 0) {
+            tables += emission.print("extern $API$ ZEL::internal::PropertyDescriptor const $X$Properties[$count$];\n",
+                                     {{"API", emission.exportMacro}, {"X", c->name}, {"count", std::to_string(count)}});
+        }
+    }
+    return emission.print(R"(
+$banner$
+#pragma once
+
+#include <$forward$>
+#include <ZEL/metamodel/Descriptors.h>
+
+/// What is known of each class as constants. Applications reach them through the interfaces:
+/// `CommentIntf::descriptor()`.
+namespace $ns$::tables {
+
+$tables$
+
+} // namespace $ns$::tables
+)",
+                          {{"banner", emission.banner({}, "write/Tables.cpp")},
+                           {"forward", emission.path("Forward.h")},
+                           {"ns", emission.metamodel.cppNamespace},
+                           {"tables", tables}});
+}
+
+std::string emitTables(Emission const & emission, Class const & of) {
+    std::vector<std::string> properties;
+    for (Property const * const p : of.reflectiveOwn()) {
+        properties.push_back(propertyRow(emission, *p));
+    }
+    std::string const propertyTable = properties.empty()
+                                          ? ""
+                                          : emission.print(R"(
+constinit ZEL::internal::PropertyDescriptor const $X$Properties[] = {
+    $rows$
+};
+)",
+                                                           {{"X", of.name}, {"rows", Printer::join(properties, "")}});
+
+    std::vector<std::string> superClasses;
+    for (Class const * const super : of.superclasses) {
+        superClasses.push_back(classPointer(super) + ",\n");
+    }
+    std::vector<std::string> clones;
+    for (Property const * const p : of.clones) {
+        clones.push_back('&' + propertyElement(*p) + ", // " + p->name + '\n');
+    }
+    std::vector<std::string> fields;
+    if (!of.isAbstract) {
+        for (Property const * const p : fieldsOfClassType(of)) {
+            fields.push_back(fieldRow(emission, of, *p));
+        }
+    }
+    Table const superTable =
+        table(emission, "ZEL::internal::ClassDescriptor const *", of.name + "SuperClasses", superClasses);
+    Table const cloneTable = table(emission, "ZEL::internal::PropertyDescriptor const *", of.name + "Clones", clones);
+    Table const fieldTable = table(emission, "ZEL::internal::FieldDescriptor", of.name + "FieldTable", fields);
+
+    return emission.print(R"(
+$banner$
+#include <$tables$>
+
+$headers$
+
+namespace $ns$::tables {
+
+$propertyTable$
+
+namespace {
+
+$locals$
+
+constinit ZEL::internal::ClassRuntime $X$Runtime;
+
+} // namespace
+
+constinit ZEL::internal::ClassDescriptor const $X$Class{
+    .name = "$X$",
+    .orcaName = "$P$.$X$",
+    .immutableOrcaName = "$P$.Immutable$X$",
+    .classInfo = &$I$::classInfo,
+    .isAbstract = $abstract$,
+    .builtAs = ZEL::internal::BuiltAs::$builtAs$,
+    .superClasses = $superSpan$,
+    .ownProperties = $propertySpan$,
+    .clones = $cloneSpan$,
+    .fields = $fieldSpan$,
+    $concrete$
+    .runtime = &$X$Runtime,
+};
+
+} // namespace $ns$::tables
+)",
+                          {{"banner", emission.banner(of.mark, "write/Tables.cpp")},
+                           {"tables", emission.path("Tables.h")},
+                           {"headers", Emission::includes(headersOf(emission, of))},
+                           {"ns", of.home->cppNamespace},
+                           {"X", of.name},
+                           {"P", of.home->prefix},
+                           {"I", interfaceOf(of)},
+                           {"propertyTable", propertyTable},
+                           {"locals", Printer::blocks({superTable.text, cloneTable.text, fieldTable.text})},
+                           {"abstract", flag(of.isAbstract)},
+                           {"builtAs", builtAs(of)},
+                           {"superSpan", superTable.span},
+                           {"propertySpan", properties.empty() ? "{}" : of.name + "Properties"},
+                           {"cloneSpan", cloneTable.span},
+                           {"fieldSpan", fieldTable.span},
+                           {"concrete", concretePart(emission, of)}}) +
+           accessors(emission, of);
+}
+
+} // namespace zelgen

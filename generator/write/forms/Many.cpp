@@ -1,0 +1,349 @@
+#include "write/Fields.h"
+#include "write/forms/PropertyForm.h"
+
+namespace zelgen {
+namespace {
+
+/// Any number of values: a sequence that keeps the other ends in step, and the raw one.
+class ManyForm : public PropertyForm {
+public:
+    std::string declarations(Printer const & print, Property const & p) const override {
+        return print(R"(
+[[nodiscard]] virtual ZEL::Sequence<$T$> get$Ps$(ZEL::Deviant deviant) const;
+[[nodiscard]] virtual ZEL::Sequence<$T$> get$Ps$WithoutAssociation(ZEL::Deviant deviant) const;
+$byName$
+$field$
+)",
+                     {{"Ps", p.plural},
+                      {"T", p.type->cppName()},
+                      {"byName", byNameDeclarations(print, p, "virtual ", "")},
+                      {"field", p.isField() ? fieldDeclarations(print, p) : ""}});
+    }
+
+    std::string definitions(Printer const & print, Property const & p) const override {
+        std::string const byName = p.making == Making::Hand ? "" : byNameDefinitions(print, p);
+        switch (p.making) {
+        case Making::Field:
+            return Printer::blocks({stored(print, p), byName});
+        case Making::Filter:
+            return Printer::blocks({withAssociation(print, p),
+                                    raw(print, *p.owner, p,
+                                        "ZEL::internal::filteredView<" + p.type->cppName() + ">(deviant, get" +
+                                            p.filtered->plural + "WithoutAssociation(deviant))"),
+                                    byName});
+        case Making::Containees:
+            return Printer::blocks({withAssociation(print, p),
+                                    raw(print, *p.owner, p,
+                                        "ZEL::internal::combinedContainees<" + p.type->cppName() + ">(*this, deviant)"),
+                                    byName});
+        case Making::Union: // the raw form stands with the views of the class
+            return Printer::blocks({withAssociation(print, p), byName});
+        case Making::Extension:
+            return Printer::blocks({extension(print, p, ""), extension(print, p, "WithoutAssociation"), byName});
+        case Making::Unimplemented:
+            return Printer::blocks({unimplemented(print, p), byName});
+        default:
+            return "";
+        }
+    }
+
+    std::string forwardDeclarations(Printer const & print, Property const & p) const override {
+        return print(
+            R"(
+[[nodiscard]] ZEL::Sequence<$T$> get$Ps$(ZEL::Deviant deviant) const override;
+[[nodiscard]] ZEL::Sequence<$T$> get$Ps$WithoutAssociation(ZEL::Deviant deviant) const override;
+$byName$
+)",
+            {{"Ps", p.plural}, {"T", p.type->cppName()}, {"byName", byNameDeclarations(print, p, "", " override")}});
+    }
+
+    std::string forwardDefinitions(Printer const & print, Class const & of, Property const & p,
+                                   Property const & by) const override {
+        std::string const byName = !hasByName(p) ? ""
+                                                 : print(R"(
+
+$T$ $X$Intf::get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name) { return $I$get$Q$ByName(deviant, name); }
+
+$IT$ $X$Intf::get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name) const {
+    return $I$get$Q$ByName(deviant, name);
+}
+)",
+                                                         {{"X", of.name},
+                                                          {"P", p.capital},
+                                                          {"Q", by.capital},
+                                                          {"T", p.type->cppName()},
+                                                          {"IT", p.type->cppName(true)},
+                                                          {"I", qualifierOf(p, by)}});
+        return print(R"(
+ZEL::Sequence<$T$> $X$Intf::get$Ps$(ZEL::Deviant deviant) const { return $I$get$Qs$(deviant); }
+
+ZEL::Sequence<$T$> $X$Intf::get$Ps$WithoutAssociation(ZEL::Deviant deviant) const {
+    return $I$get$Qs$WithoutAssociation(deviant);
+}
+)",
+                     {{"X", of.name},
+                      {"Ps", p.plural},
+                      {"Qs", by.plural},
+                      {"T", p.type->cppName()},
+                      {"I", qualifierOf(p, by)}}) +
+               byName;
+    }
+
+    std::string stateDeclarations(Printer const & print, Property const & p) const override {
+        return print(R"(
+[[nodiscard]] ZEL::Sequence<$T$> get$Ps$WithoutAssociation(ZEL::Deviant deviant) const override;
+[[nodiscard]] $S$ & internal_$p$Field() override;
+)",
+                     {{"Ps", p.plural}, {"p", p.base}, {"T", p.type->cppName()}, {"S", storage(p)}});
+    }
+
+    std::string stateDefinitions(Printer const & print, Class const & of, Property const & p) const override {
+        return print(R"(
+ZEL::Sequence<$T$> $X$DeviantImpl::get$Ps$WithoutAssociation(ZEL::Deviant deviant) const {
+    return ZEL::internal::stateSequence<$T$>(*this, deviant, $I$::$p$Field());
+}
+
+$S$ & $X$DeviantImpl::internal_$p$Field() { return $f$; }
+)",
+                     {{"X", of.name},
+                      {"Ps", p.plural},
+                      {"p", p.base},
+                      {"T", p.type->cppName()},
+                      {"S", storage(p)},
+                      {"I", interfaceOf(*p.owner)},
+                      {"f", fieldText::member("fields.", p)}});
+    }
+
+    std::string bodyDeclarations(Printer const &, Property const &) const override { return ""; }
+    std::string bodyDefinitions(Printer const &, Class const &, Property const &) const override { return ""; }
+
+    std::string readers(Printer const & print, Property const & p) const override {
+        return print(R"(
+[[nodiscard]] ZEL::ImmutableSequence<$T$> get$Ps$() const;
+$byName$
+)",
+                     {{"Ps", p.plural},
+                      {"T", p.type->cppName(true)},
+                      {"byName", handleByName(print, p, p.type->cppName(true))}});
+    }
+    std::string readerDefinitions(Printer const & print, Class const & of, Property const & p) const override {
+        return getters(print, p, "Immutable" + of.name, "ZEL::ImmutableSequence<" + p.type->cppName(true) + '>',
+                       p.type->cppName(true));
+    }
+
+    std::string writers(Printer const & print, Property const & p) const override {
+        return print(
+            R"(
+[[nodiscard]] ZEL::Sequence<$T$> get$Ps$() const;
+$byName$
+)",
+            {{"Ps", p.plural}, {"T", p.type->cppName()}, {"byName", handleByName(print, p, p.type->cppName())}});
+    }
+    std::string writerDefinitions(Printer const & print, Class const & of, Property const & p) const override {
+        return getters(print, p, of.name, "ZEL::Sequence<" + p.type->cppName() + '>', p.type->cppName());
+    }
+
+    std::string tag(Printer const & print, Property const & p) const override {
+        return print(R"(
+struct $P$T {
+    static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
+    template <class H> static auto get(H const & object) { return object.get$Ps$(); }
+    template <class H> static bool has(H const & object) { return !object.get$Ps$().empty(); }
+    template <class H> static void setOrAdd(H const & object, $T$ const & value) { object.get$Ps$().push_back(value); }
+};
+)",
+                     {{"P", p.capital}, {"Ps", p.plural}, {"T", p.type->cppName()}});
+    }
+
+private:
+    static bool isText(Property const & p) { return p.field == FieldKind::Texts; }
+    static std::string storage(Property const & p) {
+        return isText(p) ? "ZEL::internal::PersistentTextSequence" : "ZEL::internal::PersistentSequence";
+    }
+    static bool hasByName(Property const & p) { return p.type->asClass != nullptr && p.type->asClass->isNamedElement; }
+
+    static std::string fieldDeclarations(Printer const & print, Property const & p) {
+        return print(R"(
+/// The field; of states alone.
+[[nodiscard]] virtual $S$ & internal_$p$Field();
+[[nodiscard]] static ZEL::Generic::SequenceField const & $p$Field() noexcept;
+)",
+                     {{"S", storage(p)}, {"p", p.base}});
+    }
+
+    static std::string byNameDeclarations(Printer const & print, Property const & p, std::string const & before,
+                                          std::string const & behind) {
+        if (!hasByName(p)) {
+            return "";
+        }
+        return print(R"(
+[[nodiscard]] $virtual$$T$ get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name)$override$;
+[[nodiscard]] $virtual$$IT$ get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name) const$override$;
+)",
+                     {{"P", p.capital},
+                      {"T", p.type->cppName()},
+                      {"IT", p.type->cppName(true)},
+                      {"virtual", before},
+                      {"override", behind}});
+    }
+
+    static std::string byNameDefinitions(Printer const & print, Property const & p) {
+        if (!hasByName(p)) {
+            return "";
+        }
+        return print(R"(
+$T$ $X$Intf::get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name) {
+    return ZEL::internal::firstNamed<$T$>(get$Ps$WithoutAssociation(deviant), name);
+}
+
+$IT$ $X$Intf::get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name) const {
+    return ZEL::internal::firstNamed<$IT$>(get$Ps$WithoutAssociation(deviant), name);
+}
+)",
+                     {{"X", p.owner->name},
+                      {"P", p.capital},
+                      {"Ps", p.plural},
+                      {"T", p.type->cppName()},
+                      {"IT", p.type->cppName(true)}});
+    }
+
+    static std::string withAssociation(Printer const & print, Property const & p) {
+        std::string const raw = "get" + p.plural + "WithoutAssociation(deviant)";
+        return print(
+            R"(
+ZEL::Sequence<$T$> $X$Intf::get$Ps$(ZEL::Deviant deviant) const {
+    return $view$;
+}
+)",
+            {{"X", p.owner->name},
+             {"Ps", p.plural},
+             {"T", p.type->cppName()},
+             {"view", p.isRawOnly() ? raw
+                                    : "ZEL::internal::associationView<" + p.type->cppName() + ">(*this, deviant, " +
+                                          descriptorOperation(p) + "(), " + raw + ')'}});
+    }
+
+    static std::string stored(Printer const & print, Property const & p) {
+        return print(R"(
+$withAssociation$
+
+ZEL::Sequence<$T$> $X$Intf::get$Ps$WithoutAssociation(ZEL::Deviant deviant) const {
+    return ZEL::internal::storedSequence<$T$>(*this, deviant, $p$Field());
+}
+
+$S$ & $X$Intf::internal_$p$Field() { ZEL::raiseAnInternalError(); }
+
+ZEL::Generic::SequenceField const & $X$Intf::$p$Field() noexcept {
+    static constexpr auto field = ZEL::Generic::SequenceField::$of$(
+        $type$[](ZEL::NSInterface::ClassObjectIntf const * object, ZEL::Deviant deviant) -> $S$ const & {
+            return ZEL::internal::readStateOf<$X$Intf>(*object, deviant).internal_$p$Field();
+        },
+        [](ZEL::NSInterface::ClassObjectIntf const * object, ZEL::Deviant deviant) -> $S$ & {
+            return ZEL::internal::writeStateOf<$X$Intf>(*object, deviant).internal_$p$Field();
+        }$unique$);
+    return field;
+}
+)",
+                     {{"withAssociation", withAssociation(print, p)},
+                      {"X", p.owner->name},
+                      {"Ps", p.plural},
+                      {"p", p.base},
+                      {"T", p.type->cppName()},
+                      {"S", storage(p)},
+                      {"of", isText(p) ? "ofTexts" : "ofBodies"},
+                      {"type", isText(p) ? ""
+                                         : Printer::quoted(p.type->qualifiedName()) + ", &" +
+                                               interfaceOf(*p.type->asClass) + "::classInfo,\n        "},
+                      {"unique", !isText(p)   ? ""
+                                 : p.isUnique ? ",\n        true"
+                                              : ",\n        false"}});
+    }
+
+    static std::string extension(Printer const & print, Property const & p, std::string const & suffix) {
+        return print(R"(
+ZEL::Sequence<$T$> $X$Intf::get$Ps$$suffix$(ZEL::Deviant deviant) const {
+    return ZEL::internal::filteredView<$T$>(deviant, getAppliedStereotypeInstances$suffix$(deviant));
+}
+)",
+                     {{"X", p.owner->name}, {"Ps", p.plural}, {"T", p.type->cppName()}, {"suffix", suffix}});
+    }
+
+    static std::string unimplemented(Printer const & print, Property const & p) {
+        return print(R"(
+ZEL::Sequence<$T$> $X$Intf::get$Ps$(ZEL::Deviant) const { $raise$ }
+
+ZEL::Sequence<$T$> $X$Intf::get$Ps$WithoutAssociation(ZEL::Deviant) const { $raise$ }
+)",
+                     {{"X", p.owner->name},
+                      {"Ps", p.plural},
+                      {"T", p.type->cppName()},
+                      {"raise", "ZEL::raiseUnimplemented(" + unimplementedText(p) + ");"}});
+    }
+
+    static std::string handleByName(Printer const & print, Property const & p, std::string const & type) {
+        return !hasByName(p) ? ""
+                             : print(R"(
+[[nodiscard]] $T$ get$P$ByName(ZEL::String const & name) const;
+)",
+                                     {{"P", p.capital}, {"T", type}});
+    }
+
+    static std::string getters(Printer const & print, Property const & p, std::string const & handle,
+                               std::string const & sequence, std::string const & type) {
+        std::string const byName = !hasByName(p) ? ""
+                                                 : print(R"(
+
+$T$ $H$::get$P$ByName(ZEL::String const & name) const {
+    return getImplementation()->get$P$ByName(getDeviant(), name);
+}
+)",
+                                                         {{"H", handle}, {"P", p.capital}, {"T", type}});
+        return print(R"(
+$S$ $H$::get$Ps$() const { return getImplementation()->get$Ps$(getDeviant()); }
+)",
+                     {{"H", handle}, {"Ps", p.plural}, {"S", sequence}}) +
+               byName;
+    }
+
+public:
+    /// The raw sequence of a derived property as the class `of` shows it.
+    static std::string raw(Printer const & print, Class const & of, Property const & p, std::string const & view) {
+        return print(R"(
+ZEL::Sequence<$T$> $X$Intf::get$Ps$WithoutAssociation(ZEL::Deviant deviant) const {
+    return $view$;
+}
+)",
+                     {{"X", of.name}, {"Ps", p.plural}, {"T", p.type->cppName()}, {"view", view}});
+    }
+};
+
+} // namespace
+
+PropertyForm const & manyForm() {
+    static ManyForm const form;
+    return form;
+}
+
+std::string viewDeclaration(Printer const & print, View const & view) {
+    return print(R"(
+[[nodiscard]] ZEL::Sequence<$T$> get$Ps$WithoutAssociation(ZEL::Deviant deviant) const override;
+)",
+                 {{"Ps", view.property->plural}, {"T", view.property->type->cppName()}});
+}
+
+std::string viewDefinition(Printer const & print, Class const & of, View const & view) {
+    std::vector<std::string> parts;
+    for (Property const * const part : view.parts) {
+        std::string const descriptor =
+            (part->owner == &of ? "" : interfaceOf(*part->owner) + "::") + descriptorOperation(*part) + "()";
+        parts.push_back(part->many ? "get" + part->plural + "WithoutAssociation(deviant)"
+                                   : "ZEL::internal::singleAsSequence<" + part->type->cppName() + ">(*this, deviant, " +
+                                         descriptor + ", true)");
+    }
+    std::string const separator = view.parts.size() > 1 ? ",\n     " : "";
+    return ManyForm::raw(print, of, *view.property,
+                         "ZEL::internal::unionOf<" + view.property->type->cppName() + ">(deviant, {" +
+                             Printer::join(parts, separator) + "})");
+}
+
+} // namespace zelgen

@@ -1,0 +1,32 @@
+#include "write/forms/PropertyForm.h"
+
+namespace zelgen {
+
+PropertyForm const & PropertyForm::of(Property const & property) {
+    switch (property.form) {
+    case Form::Flag:
+        return flagForm();
+    case Form::Reference:
+        return referenceForm();
+    case Form::Many:
+        return manyForm();
+    default:
+        return valueForm();
+    }
+}
+
+std::string interfaceOf(Class const & c) { return c.home->cppNamespace + "::NSInterface::" + c.name + "Intf"; }
+
+std::string descriptorOperation(Property const & p) { return p.base + "Property"; }
+
+std::string descriptorOf(Property const & p) { return interfaceOf(*p.owner) + "::" + descriptorOperation(p) + "()"; }
+
+std::string qualifierOf(Property const & p, Property const & by) {
+    return p.base == by.base ? interfaceOf(*by.owner) + "::" : "";
+}
+
+std::string unimplementedText(Property const & p) {
+    return "\"The " + p.owner->name + '.' + p.base + " derived property is not yet implemented!\"";
+}
+
+} // namespace zelgen

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "family/Family.h"
+#include "write/Printer.h"
+
+#include <string>
+
+namespace zelgen {
+
+/// The texts of one form of property: what stands for a property of this form in each kind of file.
+///
+/// Each text is a block of lines without indentation; an empty one stands for nothing. One object per form.
+class PropertyForm {
+public:
+    virtual ~PropertyForm() = default;
+
+    [[nodiscard]] static PropertyForm const & of(Property const & property);
+
+    /// Operations of the interface.
+    [[nodiscard]] virtual std::string declarations(Printer const & print, Property const & p) const = 0;
+    [[nodiscard]] virtual std::string definitions(Printer const & print, Property const & p) const = 0;
+    /// The same operations of the interface `of`, which redefines `p` by `by`.
+    [[nodiscard]] virtual std::string forwardDeclarations(Printer const & print, Property const & p) const = 0;
+    [[nodiscard]] virtual std::string forwardDefinitions(Printer const & print, Class const & of, Property const & p,
+                                                         Property const & by) const = 0;
+    /// Overrides in the states of a class, over the field; for stored properties only.
+    [[nodiscard]] virtual std::string stateDeclarations(Printer const & print, Property const & p) const = 0;
+    [[nodiscard]] virtual std::string stateDefinitions(Printer const & print, Class const & of,
+                                                       Property const & p) const = 0;
+    /// Overrides in the body of a class, by the fast road to the field; empty where there is none.
+    [[nodiscard]] virtual std::string bodyDeclarations(Printer const & print, Property const & p) const = 0;
+    [[nodiscard]] virtual std::string bodyDefinitions(Printer const & print, Class const & of,
+                                                      Property const & p) const = 0;
+    /// Operations of `ImmutableX` and those that `X` adds; the definitions are those that are not inline.
+    [[nodiscard]] virtual std::string readers(Printer const & print, Property const & p) const = 0;
+    [[nodiscard]] virtual std::string readerDefinitions(Printer const & print, Class const & of,
+                                                        Property const & p) const = 0;
+    [[nodiscard]] virtual std::string writers(Printer const & print, Property const & p) const = 0;
+    [[nodiscard]] virtual std::string writerDefinitions(Printer const & print, Class const & of,
+                                                        Property const & p) const = 0;
+    /// The tag by which applications name the property at compile time.
+    [[nodiscard]] virtual std::string tag(Printer const & print, Property const & p) const = 0;
+};
+
+// The forms.
+[[nodiscard]] PropertyForm const & flagForm();
+[[nodiscard]] PropertyForm const & valueForm();
+[[nodiscard]] PropertyForm const & referenceForm();
+[[nodiscard]] PropertyForm const & manyForm();
+
+/// "PropertyIntf::isComposite", for the descriptor of `p`.
+[[nodiscard]] std::string descriptorOf(Property const & p);
+/// "ZEL::NSInterface::PropertyIntf".
+[[nodiscard]] std::string interfaceOf(Class const & c);
+/// "bodyProperty".
+[[nodiscard]] std::string descriptorOperation(Property const & p);
+/// What goes before an operation of `by` in one of `p` that forwards to it: its interface if both are called the same.
+[[nodiscard]] std::string qualifierOf(Property const & p, Property const & by);
+/// The text that an operation of an unimplemented derived property raises, as a literal.
+[[nodiscard]] std::string unimplementedText(Property const & p);
+
+/// Override by which the class `of` says what a derived property shows on its instances.
+[[nodiscard]] std::string viewDeclaration(Printer const & print, View const & view);
+[[nodiscard]] std::string viewDefinition(Printer const & print, Class const & of, View const & view);
+
+} // namespace zelgen

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <hasp_util/Export.h>
+#include <hasp_util/SimpleErrorDescription.h>
+
+#include <optional>
+#include <string>
+
+namespace HASP {
+
+/// Takes the error of an operation that reports instead of raising. Made by the caller, good for one error.
+class HOST_API ErrorHolder {
+public:
+    [[nodiscard]] bool hasError() const noexcept { return fError.has_value(); }
+    /// Raises `std::logic_error` if there is an error already.
+    void setError(SimpleErrorDescription error);
+    /// Null if there is none.
+    [[nodiscard]] SimpleErrorDescription const * getError() const noexcept { return fError ? &*fError : nullptr; }
+    /// The error's text, empty if there is none.
+    [[nodiscard]] std::string getMessage() const;
+
+private:
+    std::optional<SimpleErrorDescription> fError;
+};
+
+} // namespace HASP

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <utility>
+
+namespace HASP {
+
+template <class First, class Second> using GPair = std::pair<First, Second>;
+
+} // namespace HASP

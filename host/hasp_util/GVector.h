@@ -1,0 +1,9 @@
+#pragma once
+
+#include <vector>
+
+namespace HASP {
+
+template <class T> using GVector = std::vector<T>;
+
+} // namespace HASP

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <hasp_util/Export.h>
+
+#include <concepts>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace HASP {
+
+/// Splits a text at any of a set of delimiters. Tokens are never empty: delimiters side by side count as one.
+///
+/// Looks at the caller's text, which must outlive it and its tokens.
+class HOST_API StringTokenizer {
+public:
+    /// At blanks: space, tab, line feed, carriage return.
+    explicit StringTokenizer(std::string_view text);
+    StringTokenizer(std::string_view text, std::string_view delimiters);
+    // NOLINTNEXTLINE(bugprone-forwarding-reference-overload)
+    template <std::same_as<std::string> Temporary> explicit StringTokenizer(Temporary && text) = delete;
+    template <std::same_as<std::string> Temporary>
+    StringTokenizer(Temporary && text, std::string_view delimiters) = delete;
+
+    [[nodiscard]] bool hasMoreTokens() const noexcept { return fNext < fText.size(); }
+    /// Raises `std::out_of_range` if there is none.
+    [[nodiscard]] std::string_view nextToken();
+
+private:
+    void skipDelimiters() noexcept;
+
+    std::string_view fText;
+    std::string fDelimiters;
+    std::size_t fNext = 0;
+};
+
+} // namespace HASP

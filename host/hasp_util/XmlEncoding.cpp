@@ -1,0 +1,105 @@
+#include <hasp_util/XmlEncoding.h>
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <memory>
+
+namespace HASP {
+
+namespace {
+
+std::string lowerCase(std::string_view text) {
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return result;
+}
+
+std::string_view declaredLabel(std::string_view head) {
+    if (!head.starts_with("<?xml")) {
+        return {};
+    }
+    head = head.substr(0, head.find("?>"));
+    std::size_t at = head.find("encoding");
+    if (at == std::string_view::npos) {
+        return {};
+    }
+    at = head.find_first_of("\"'", at);
+    if (at == std::string_view::npos) {
+        return {};
+    }
+    std::size_t const end = head.find(head[at], at + 1);
+    return end == std::string_view::npos ? std::string_view() : head.substr(at + 1, end - at - 1);
+}
+
+struct CloseConverter {
+    void operator()(void * converter) const noexcept { ::iconv_close(converter); }
+};
+using Converter = std::unique_ptr<void, CloseConverter>;
+
+enum class Outcome { Character, NoCharacter, NeedsMore };
+
+Outcome convertByte(void * converter, int byte, int & character) {
+    char in = static_cast<char>(byte);
+    char * inAt = &in;
+    std::size_t inLeft = 1;
+    std::array<unsigned char, 16> out{};
+    char * outAt = reinterpret_cast<char *>(out.data());
+    std::size_t outLeft = out.size();
+
+    ::iconv(converter, nullptr, nullptr, nullptr, nullptr);
+    if (::iconv(converter, &inAt, &inLeft, &outAt, &outLeft) == static_cast<std::size_t>(-1)) {
+        return errno == EINVAL ? Outcome::NeedsMore : Outcome::NoCharacter;
+    }
+    // Some converters hold a letter back in case that an accent follows.
+    ::iconv(converter, nullptr, nullptr, &outAt, &outLeft);
+    std::size_t const made = out.size() - outLeft;
+    if (made == 0) {
+        return Outcome::NeedsMore;
+    }
+    std::uint32_t const value = static_cast<std::uint32_t>(out[0]) | static_cast<std::uint32_t>(out[1]) << 8 |
+                                static_cast<std::uint32_t>(out[2]) << 16 | static_cast<std::uint32_t>(out[3]) << 24;
+    if (made != 4 || value > 0xFFFF) {
+        return Outcome::NoCharacter;
+    }
+    character = static_cast<int>(value);
+    return Outcome::Character;
+}
+
+} // namespace
+
+char const * XmlEncoding::builtInName(std::string_view head) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (head.starts_with(byteOrderMark)) {
+        head.remove_prefix(byteOrderMark.size());
+    }
+    std::string const label = lowerCase(declaredLabel(head));
+    for (char const * latin1 : {"iso8859-1", "iso_8859-1", "iso88591", "iso8859_1", "latin1", "latin-1", "l1"}) {
+        if (label == latin1) {
+            return "ISO-8859-1";
+        }
+    }
+    return label == "utf8" || label == "utf_8" ? "UTF-8" : nullptr;
+}
+
+std::string XmlEncoding::singleByteTable(char const * label, std::array<int, 256> & table) {
+    iconv_t const opened = ::iconv_open("UCS-4LE", label);
+    if (opened == reinterpret_cast<iconv_t>(-1)) {
+        return std::string("unknown encoding '") + label + "'";
+    }
+    Converter const converter(opened);
+    for (int byte = 0; byte < 256; ++byte) {
+        int character = -1;
+        if (convertByte(converter.get(), byte, character) == Outcome::NeedsMore) {
+            return std::string("encoding '") + label +
+                   "' needs more than one byte for a character; of such, only UTF-8 and UTF-16 are read";
+        }
+        table[static_cast<std::size_t>(byte)] = character;
+    }
+    return {};
+}
+
+} // namespace HASP

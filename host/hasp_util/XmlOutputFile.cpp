@@ -1,0 +1,87 @@
+#include <hasp_util/XmlOutputFile.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+namespace HASP {
+
+namespace {
+
+int openForWriting(std::string const & fileName) {
+    if (fileName.find('\0') != std::string::npos) {
+        errno = EINVAL;
+        return -1;
+    }
+    // Without O_NONBLOCK, opening a pipe that nobody reads would not return.
+    return ::open(fileName.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY,
+                  0666);
+}
+
+} // namespace
+
+XmlOutputFile::XmlOutputFile(std::string const & fileName)
+    : fBuffer(new char[flushSize * 5 / 4]),
+      fEnd(fBuffer.get()),
+      fLimit(fEnd + flushSize * 5 / 4),
+      fDescriptor(openForWriting(fileName)) {
+    if (fDescriptor < 0) {
+        fError = errno;
+    }
+}
+
+XmlOutputFile::~XmlOutputFile() { close(); }
+
+void XmlOutputFile::put(std::string_view text) { fEnd = std::copy(text.begin(), text.end(), room(text.size())); }
+
+void XmlOutputFile::putBlanks(std::size_t count) {
+    std::memset(room(count), ' ', count);
+    fEnd += count;
+}
+
+void XmlOutputFile::grow(std::size_t size) {
+    std::size_t const used = position();
+    std::size_t const capacity = std::max(2 * static_cast<std::size_t>(fLimit - fBuffer.get()), used + size);
+    std::unique_ptr<char[]> bigger(new char[capacity]);
+    std::memcpy(bigger.get(), fBuffer.get(), used);
+    fBuffer = std::move(bigger);
+    fEnd = fBuffer.get() + used;
+    fLimit = fBuffer.get() + capacity;
+}
+
+void XmlOutputFile::flush() noexcept {
+    char const * at = fBuffer.get();
+    while (at < fEnd && fError == 0) {
+        ssize_t const written = ::write(fDescriptor, at, static_cast<std::size_t>(fEnd - at));
+        if (written >= 0) {
+            at += written;
+        } else if (errno != EINTR) {
+            fError = errno;
+        }
+    }
+    fEnd = fBuffer.get();
+}
+
+void XmlOutputFile::sync() noexcept {
+    // What is no file, such as a pipe, cannot be synced and need not be.
+    if (fError == 0 && ::fsync(fDescriptor) != 0 && errno != EINVAL && errno != ENOTSUP) {
+        fError = errno;
+    }
+}
+
+void XmlOutputFile::close() noexcept {
+    if (fDescriptor < 0) {
+        return;
+    }
+    flush();
+    if (::close(fDescriptor) != 0 && fError == 0 && errno != EINTR) {
+        fError = errno;
+    }
+    fDescriptor = -1;
+}
+
+} // namespace HASP

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace HASP {
+
+/// The file that an `XmlWriter` writes, behind a buffer that grows while a tag is being made.
+///
+/// Nothing raises for the file's sake: a failure is remembered, and from then on output is thrown away.
+class XmlOutputFile {
+public:
+    /// Makes or empties the file. A symbolic link is refused.
+    explicit XmlOutputFile(std::string const & fileName);
+    ~XmlOutputFile();
+    XmlOutputFile(XmlOutputFile const &) = delete;
+    XmlOutputFile & operator=(XmlOutputFile const &) = delete;
+
+    /// Room for so many bytes behind what is there. What was put there counts once `setEnd` is called.
+    [[nodiscard]] char * room(std::size_t size) {
+        if (static_cast<std::size_t>(fLimit - fEnd) < size) {
+            grow(size);
+        }
+        return fEnd;
+    }
+    void setEnd(char * end) noexcept { fEnd = end; }
+    void put(std::string_view text);
+    void put(char c) {
+        *room(1) = c;
+        ++fEnd;
+    }
+    void putBlanks(std::size_t count);
+
+    /// Places in the buffer, valid until it is flushed.
+    [[nodiscard]] std::size_t position() const noexcept { return static_cast<std::size_t>(fEnd - fBuffer.get()); }
+    [[nodiscard]] std::string_view since(std::size_t position) const noexcept {
+        return {fBuffer.get() + position, this->position() - position};
+    }
+    [[nodiscard]] std::string_view slice(std::size_t position, std::size_t size) const noexcept {
+        return {fBuffer.get() + position, size};
+    }
+    void rewindTo(std::size_t position) noexcept { fEnd = fBuffer.get() + position; }
+
+    [[nodiscard]] bool isFull() const noexcept { return position() >= flushSize; }
+    void flush() noexcept;
+    void sync() noexcept;
+    void close() noexcept;
+    [[nodiscard]] bool good() const noexcept { return fError == 0; }
+    /// The system's error number, 0 for none.
+    [[nodiscard]] int error() const noexcept { return fError; }
+
+private:
+    static constexpr std::size_t flushSize = 128 * 1024;
+
+    void grow(std::size_t size);
+
+    std::unique_ptr<char[]> fBuffer;
+    char * fEnd;
+    char * fLimit;
+    int fDescriptor;
+    int fError = 0;
+};
+
+} // namespace HASP

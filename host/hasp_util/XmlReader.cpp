@@ -1,0 +1,202 @@
+#include <hasp_util/XmlEncoding.h>
+#include <hasp_util/XmlEventQueue.h>
+#include <hasp_util/XmlNames.h>
+#include <hasp_util/XmlParser.h>
+#include <hasp_util/XmlReader.h>
+#include <hasp_util/XmlSource.h>
+
+#include <array>
+#include <stdexcept>
+
+namespace HASP {
+
+namespace {
+constexpr std::size_t pieceSize = 64 * 1024;
+}
+
+/// Two queues: parsing fills one while the current event still lies in the other.
+class XmlReader::Impl {
+public:
+    Impl(std::string const & fileName, XmlReaderSettings const & settings)
+        : fSource(fileName), fParser(fNames, settings), fFilling(&fQueues[0]) {
+        if (!fSource.error().empty()) {
+            failSource();
+        }
+    }
+
+    bool hasNext() {
+        if (!isReady()) {
+            fill();
+        }
+        return isReady();
+    }
+
+    EventType next() {
+        if (!hasNext()) {
+            throw std::logic_error("XmlReader: there is no further event");
+        }
+        fQueue = fFilling;
+        fEvent = &(*fQueue)[fNext++];
+        return fEvent->type;
+    }
+
+    [[nodiscard]] bool hasError() const { return fFailed && !isReady(); }
+    [[nodiscard]] std::string const & error() const { return hasError() ? fError : fNames.emptyText(); }
+
+    [[nodiscard]] Location location() const {
+        if (hasError()) {
+            return {fSource.fileName(), fParser.errorLine(), fParser.errorColumn()};
+        }
+        return {fSource.fileName(), fEvent != nullptr ? fEvent->line : 0, fEvent != nullptr ? fEvent->column : 0};
+    }
+
+    [[nodiscard]] std::string const & localName() const {
+        return fEvent != nullptr && fEvent->localName != nullptr ? *fEvent->localName : fNames.emptyText();
+    }
+    [[nodiscard]] std::string const & uri() const {
+        return fEvent != nullptr && fEvent->uri != nullptr ? *fEvent->uri : fNames.emptyText();
+    }
+    [[nodiscard]] std::string_view text() const {
+        return fEvent != nullptr ? fQueue->text(*fEvent) : std::string_view();
+    }
+    [[nodiscard]] std::span<Attribute const> attributes() const {
+        return fEvent != nullptr ? std::span(fQueue->attributes(*fEvent), fEvent->attributeCount)
+                                 : std::span<Attribute const>();
+    }
+    [[nodiscard]] std::span<Namespace const> namespaces() const {
+        return fEvent != nullptr ? std::span(fQueue->namespaces(*fEvent), fEvent->namespaceCount)
+                                 : std::span<Namespace const>();
+    }
+    [[nodiscard]] std::string const & intern(std::string_view text) { return fNames.intern(text); }
+
+private:
+    // Character data at the end of the queue is an event only once something else follows it.
+    [[nodiscard]] bool isReady() const {
+        std::size_t const complete = fFilling->size() - (fFilling->lastMayGrow() && !fFinished ? 1 : 0);
+        return fNext < complete;
+    }
+
+    void fill() {
+        if (fFinished) {
+            return;
+        }
+        if (fFilling == fQueue) {
+            fFilling = fQueue == &fQueues[0] ? &fQueues[1] : &fQueues[0];
+            fFilling->restart(*fQueue);
+            fNext = 0;
+        }
+        fParser.setQueue(*fFilling);
+        while (!fFinished && !isReady()) {
+            if (fParser.isPaused()) {
+                fParser.resume();
+            } else {
+                parsePiece();
+            }
+            fFinished = fFailed || fParser.hasFailed() || (fAtEnd && !fParser.isPaused());
+        }
+        if (fParser.hasFailed() && !fFailed) {
+            fFailed = true;
+            fError = fParser.error();
+        }
+    }
+
+    void parsePiece() {
+        char * const buffer = fParser.buffer(pieceSize);
+        if (buffer == nullptr) {
+            fParser.fail("out of memory");
+            return;
+        }
+        std::size_t const size = fSource.read(buffer, pieceSize);
+        if (!fSource.error().empty()) {
+            failSource();
+            return;
+        }
+        if (!fStarted) {
+            fStarted = true;
+            if (char const * const encoding = XmlEncoding::builtInName({buffer, size})) {
+                fParser.setEncoding(encoding);
+            }
+        }
+        fAtEnd = size < pieceSize;
+        fParser.parse(size, fAtEnd);
+    }
+
+    void failSource() {
+        fFailed = fFinished = true;
+        fError = fSource.error();
+    }
+
+    XmlSource fSource;
+    XmlNames fNames;
+    XmlParser fParser;
+    std::array<XmlEventQueue, 2> fQueues;
+    XmlEventQueue * fFilling;
+    XmlEventQueue * fQueue = nullptr; ///< of the current event
+    XmlEventQueue::Event const * fEvent = nullptr;
+    std::size_t fNext = 0; ///< in fFilling
+    std::string fError;
+    bool fFailed = false;
+    bool fFinished = false;
+    bool fStarted = false;
+    bool fAtEnd = false;
+};
+
+XmlReader::XmlReader(std::string const & fileName, XmlReaderSettings const & settings)
+    : fImpl(std::make_unique<Impl>(fileName, settings)) {}
+
+XmlReader::~XmlReader() = default;
+
+bool XmlReader::hasNext() { return fImpl->hasNext(); }
+
+XmlReader::EventType XmlReader::next() { return fImpl->next(); }
+
+std::string const & XmlReader::getLocalName() const { return fImpl->localName(); }
+
+std::string const & XmlReader::getNamespaceURI() const { return fImpl->uri(); }
+
+std::string_view XmlReader::getText() const { return fImpl->text(); }
+
+std::size_t XmlReader::getNamespaceCount() const { return fImpl->namespaces().size(); }
+
+std::string const & XmlReader::getNamespacePrefix(std::size_t index) const {
+    return *fImpl->namespaces()[index].prefix;
+}
+
+std::string const & XmlReader::getNamespaceURI(std::size_t index) const { return *fImpl->namespaces()[index].uri; }
+
+std::size_t XmlReader::getAttributeCount() const { return fImpl->attributes().size(); }
+
+std::string const & XmlReader::getAttributeNamespace(std::size_t index) const {
+    return *fImpl->attributes()[index].uri;
+}
+
+std::string const & XmlReader::getAttributeLocalName(std::size_t index) const {
+    return *fImpl->attributes()[index].localName;
+}
+
+XmlStringRef XmlReader::getAttributeValue(std::size_t index) const { return XmlStringRef(attributeValue(index)); }
+
+std::string_view XmlReader::attributeValue(std::size_t index) const { return fImpl->attributes()[index].value; }
+
+XmlStringRef XmlReader::getAttributeValue(std::string_view localName, std::string_view uri) const {
+    for (Attribute const & attribute : fImpl->attributes()) {
+        if (*attribute.localName == localName && *attribute.uri == uri) {
+            return XmlStringRef(attribute.value);
+        }
+    }
+    return {};
+}
+
+std::span<XmlReader::Attribute const> XmlReader::attributes() const { return fImpl->attributes(); }
+
+std::span<XmlReader::Namespace const> XmlReader::namespaces() const { return fImpl->namespaces(); }
+
+std::string const & XmlReader::intern(std::string_view text) { return fImpl->intern(text); }
+
+bool XmlReader::hasError() const { return fImpl->hasError(); }
+
+std::string const & XmlReader::error() const { return fImpl->error(); }
+
+Location XmlReader::getLocation() const { return fImpl->location(); }
+
+} // namespace HASP

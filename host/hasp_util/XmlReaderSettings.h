@@ -1,0 +1,31 @@
+#pragma once
+
+#include <hasp_util/Export.h>
+
+#include <cstdint>
+
+namespace HASP {
+
+/// What an `XmlReader` puts up with.
+class HOST_API XmlReaderSettings {
+public:
+    /// How many elements may be open at once.
+    [[nodiscard]] std::uint32_t getDepthLimit() const noexcept { return fDepthLimit; }
+    void setDepthLimit(std::uint32_t limit) noexcept { fDepthLimit = limit; }
+
+    /// By how much entities may blow up the input: once the text they make has passed the threshold in bytes, text and
+    /// input together may not be more than `limit` times the input. `limit` is at least 1.
+    [[nodiscard]] float getAmplificationLimit() const noexcept { return fAmplificationLimit; }
+    [[nodiscard]] std::uint64_t getAmplificationThreshold() const noexcept { return fAmplificationThreshold; }
+    void setAmplificationLimit(float limit, std::uint64_t threshold) noexcept {
+        fAmplificationLimit = limit;
+        fAmplificationThreshold = threshold;
+    }
+
+private:
+    std::uint32_t fDepthLimit = 1'000'000;
+    float fAmplificationLimit = 100.0f;
+    std::uint64_t fAmplificationThreshold = 8u * 1024 * 1024;
+};
+
+} // namespace HASP

@@ -1,0 +1,347 @@
+#include <algorithm>
+#include <hasp_util/XmlEscaper.h>
+#include <hasp_util/XmlOutputFile.h>
+#include <hasp_util/XmlScopes.h>
+#include <hasp_util/XmlWriter.h>
+
+#include <cstdint>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace HASP {
+
+namespace {
+
+/// Takes back what was written to the buffer and noted of namespaces, unless all went well.
+class Attempt {
+public:
+    Attempt(XmlOutputFile & out, XmlScopes & scopes) noexcept
+        : fOut(out), fScopes(scopes), fPosition(out.position()), fMark(scopes.mark()) {}
+    ~Attempt() {
+        if (!fDone) {
+            fOut.rewindTo(fPosition);
+            fScopes.leaveTo(fMark);
+        }
+    }
+    Attempt(Attempt const &) = delete;
+    Attempt & operator=(Attempt const &) = delete;
+
+    void succeed() noexcept { fDone = true; }
+
+private:
+    XmlOutputFile & fOut;
+    XmlScopes & fScopes;
+    std::size_t fPosition;
+    std::size_t fMark;
+    bool fDone = false;
+};
+
+} // namespace
+
+class XmlWriter::Impl {
+public:
+    Impl(std::string const & fileName, XmlWriterSettings const & settings)
+        : fSettings(settings), fOut(fileName), fEscaper(settings.isLatin1()) {}
+
+    void startDocument(std::string_view version) {
+        if (fState != State::Fresh || fOut.position() != 0) {
+            throw std::logic_error("XmlWriter: the document has begun");
+        }
+        fOut.put("<?xml version=\"");
+        fOut.put(version);
+        fOut.put("\" encoding=\"");
+        fOut.put(fSettings.getEncoding());
+        fOut.put("\"?>\n");
+    }
+
+    template <class ChoosePrefix>
+    void startElement(std::string_view localName, bool isEmpty, ChoosePrefix choosePrefix) {
+        closeTag();
+        if (fState == State::Ended) {
+            throw std::logic_error("XmlWriter: a document has one root element");
+        }
+        std::size_t const mark = fScopes.mark();
+        Attempt attempt(fOut, fScopes);
+        fScopes.startTag();
+        if (!fOpen.empty() && fSettings.getIndent() && !fOpen.back().hasText) {
+            putLineBreak(fOpen.size());
+        }
+        fOut.put('<');
+        std::size_t const position = fOut.position();
+        putName(choosePrefix(), localName, "element");
+        std::string_view const name = fOut.since(position);
+        fOpen.push_back({fNames.size(), mark, isEmpty, false, false});
+        fNames.append(name);
+        attempt.succeed();
+
+        if (fOpen.size() > 1) {
+            fOpen[fOpen.size() - 2].hasElements = true;
+        }
+        fState = State::InTag;
+        fAttributes.clear();
+        fAttributeSet = 0;
+    }
+
+    [[nodiscard]] std::string_view prefixFor(std::string_view prefix, std::string_view uri, bool isAttribute) {
+        return uri.empty() && prefix.empty() ? std::string_view() : fScopes.prefixFor(prefix, uri, isAttribute);
+    }
+    [[nodiscard]] std::string_view prefixFor(std::string_view uri, bool isAttribute) {
+        return uri.empty() ? std::string_view() : fScopes.prefixFor(uri, isAttribute);
+    }
+
+    template <class ChoosePrefix>
+    void attribute(std::string_view localName, std::string_view value, ChoosePrefix choosePrefix) {
+        requireTag();
+        Attempt attempt(fOut, fScopes);
+        fOut.put(' ');
+        std::size_t const position = fOut.position();
+        putName(choosePrefix(), localName, "attribute");
+        std::size_t const nameLength = fOut.position() - position;
+        refuseSecond(position, nameLength);
+        putValue(localName, value);
+        noteAttribute(position, nameLength);
+        attempt.succeed();
+    }
+
+    void declareNamespace(std::string_view prefix, std::string_view uri) {
+        requireTag();
+        Attempt attempt(fOut, fScopes);
+        if (fScopes.declare(prefix, uri)) {
+            putDeclaration(prefix, uri);
+        }
+        attempt.succeed();
+    }
+
+    void value(std::string_view text) {
+        closeTag();
+        if (fOpen.empty()) {
+            throw std::logic_error("XmlWriter: text stands outside of the root element");
+        }
+        Attempt attempt(fOut, fScopes);
+        if (char const * const at = fEscaper.put(fOut, text, XmlEscaper::Place::Content)) {
+            std::string_view const name = std::string_view(fNames).substr(fOpen.back().nameBegin);
+            refuse(XmlEscaper::describe(text, at), "content of element", name);
+        }
+        fOpen.back().hasText = true;
+        attempt.succeed();
+        flushIfFull();
+    }
+
+    void endElement() {
+        closeTag();
+        if (fOpen.empty()) {
+            throw std::logic_error("XmlWriter: no element is open");
+        }
+        Element const & element = fOpen.back();
+        if (element.hasElements && !element.hasText && fSettings.getIndent()) {
+            putLineBreak(fOpen.size() - 1);
+        }
+        fOut.put("</");
+        fOut.put(std::string_view(fNames).substr(element.nameBegin));
+        fOut.put('>');
+        leaveElement();
+    }
+
+    void endDocument() {
+        closeTag();
+        while (!fOpen.empty()) {
+            endElement();
+        }
+    }
+
+    [[nodiscard]] XmlOutputFile & out() noexcept { return fOut; }
+    [[nodiscard]] XmlOutputFile const & out() const noexcept { return fOut; }
+
+private:
+    enum class State { Fresh, InTag, InContent, Ended };
+    struct Element {
+        std::size_t nameBegin; ///< in fNames
+        std::size_t scopeMark;
+        bool isEmpty;
+        bool hasElements;
+        bool hasText;
+    };
+    struct WrittenAttribute {
+        std::size_t position;
+        std::size_t length;
+    };
+
+    void requireTag() const {
+        if (fState != State::InTag) {
+            throw std::logic_error("XmlWriter: no start tag is open");
+        }
+    }
+
+    // Ends the start tag that is open, and with it an element that has no content.
+    void closeTag() {
+        if (fState != State::InTag) {
+            return;
+        }
+        while (XmlScopes::Binding const * const binding = fScopes.takeUndeclared()) {
+            putDeclaration(binding->prefix, binding->uri);
+        }
+        fState = State::InContent;
+        if (fOpen.back().isEmpty) {
+            fOut.put("/>");
+            leaveElement();
+        } else {
+            fOut.put('>');
+            flushIfFull();
+        }
+    }
+
+    void leaveElement() {
+        fNames.resize(fOpen.back().nameBegin);
+        fScopes.leaveTo(fOpen.back().scopeMark);
+        fOpen.pop_back();
+        if (fOpen.empty()) {
+            fState = State::Ended;
+            fOut.put('\n');
+        }
+        if (fSettings.getAutoFlush()) {
+            fOut.flush();
+        } else {
+            flushIfFull();
+        }
+    }
+
+    // Never while a tag is open: its beginning must stay in the buffer to be looked at, or taken back.
+    void flushIfFull() noexcept {
+        if (fOut.isFull()) {
+            fOut.flush();
+        }
+    }
+
+    /// Deeper elements stand no further to the right, or the size of a file would grow with the square of its depth.
+    static constexpr std::size_t kDeepestIndent = 64;
+
+    void putLineBreak(std::size_t depth) {
+        fOut.put('\n');
+        fOut.putBlanks(2 * std::min(depth, kDeepestIndent));
+    }
+
+    void putName(std::string_view prefix, std::string_view localName, char const * what) {
+        if (!prefix.empty()) {
+            if (char const * const at = fEscaper.putName(fOut, prefix)) {
+                refuse(XmlEscaper::describe(prefix, at), "prefix", prefix);
+            }
+            fOut.put(':');
+        }
+        if (char const * const at = fEscaper.putName(fOut, localName)) {
+            refuse(XmlEscaper::describe(localName, at), std::string("name of ") + what, localName);
+        }
+    }
+
+    void putValue(std::string_view attributeName, std::string_view value) {
+        fOut.put("=\"");
+        if (char const * const at = fEscaper.put(fOut, value, XmlEscaper::Place::Attribute)) {
+            refuse(XmlEscaper::describe(value, at), "attribute", attributeName);
+        }
+        fOut.put('"');
+    }
+
+    void putDeclaration(std::string_view prefix, std::string_view uri) {
+        fOut.put(" xmlns");
+        if (!prefix.empty()) {
+            fOut.put(':');
+            putName({}, prefix, "namespace prefix");
+        }
+        putValue(prefix, uri);
+    }
+
+    // Most names differ in length or ends already, which one bit each tells.
+    [[nodiscard]] std::uint64_t attributeBit(std::size_t position, std::size_t length) const noexcept {
+        std::string_view const name = fOut.slice(position, length);
+        auto const mix =
+            length * 31 + static_cast<unsigned char>(name.front()) * 7u + static_cast<unsigned char>(name.back());
+        return std::uint64_t(1) << (mix % 64);
+    }
+
+    void refuseSecond(std::size_t position, std::size_t length) const {
+        if ((fAttributeSet & attributeBit(position, length)) == 0) {
+            return;
+        }
+        std::string_view const name = fOut.slice(position, length);
+        for (WrittenAttribute const & attribute : fAttributes) {
+            if (fOut.slice(attribute.position, attribute.length) == name) {
+                throw std::runtime_error("attribute '" + std::string(name) + "' is written twice");
+            }
+        }
+    }
+
+    void noteAttribute(std::size_t position, std::size_t length) {
+        fAttributes.push_back({position, length});
+        fAttributeSet |= attributeBit(position, length);
+    }
+
+    [[noreturn]] static void refuse(std::string const & found, std::string const & where, std::string_view name) {
+        throw std::runtime_error("cannot write " + found + " in " + where + " '" + std::string(name) + "'");
+    }
+
+    XmlWriterSettings fSettings;
+    XmlOutputFile fOut;
+    XmlEscaper fEscaper;
+    XmlScopes fScopes;
+    State fState = State::Fresh;
+    std::vector<Element> fOpen;
+    std::string fNames; ///< of the open elements, as they stand in the document
+    std::vector<WrittenAttribute> fAttributes;
+    std::uint64_t fAttributeSet = 0;
+};
+
+XmlWriter::XmlWriter(std::string const & fileName, XmlWriterSettings const & settings)
+    : fImpl(std::make_unique<Impl>(fileName, settings)) {}
+
+XmlWriter::~XmlWriter() = default;
+
+void XmlWriter::writeStartDocument(std::string_view version) { fImpl->startDocument(version); }
+
+void XmlWriter::writeStartElement(std::string_view prefix, std::string_view localName, std::string_view uri) {
+    fImpl->startElement(localName, false, [&] { return fImpl->prefixFor(prefix, uri, false); });
+}
+
+void XmlWriter::writeStartElement(std::string_view localName, std::string_view uri) {
+    fImpl->startElement(localName, false, [&] { return fImpl->prefixFor(uri, false); });
+}
+
+void XmlWriter::writeEmptyElement(std::string_view localName, std::string_view uri) {
+    fImpl->startElement(localName, true, [&] { return fImpl->prefixFor(uri, false); });
+}
+
+void XmlWriter::writeAttribute(std::string_view prefix, std::string_view localName, std::string_view uri,
+                               std::string_view value) {
+    fImpl->attribute(localName, value, [&] { return fImpl->prefixFor(prefix, uri, true); });
+}
+
+void XmlWriter::writeAttribute(std::string_view localName, std::string_view uri, std::string_view value) {
+    fImpl->attribute(localName, value, [&] { return fImpl->prefixFor(uri, true); });
+}
+
+void XmlWriter::writeNamespace(std::string_view prefix, std::string_view uri) { fImpl->declareNamespace(prefix, uri); }
+
+void XmlWriter::writeValue(std::string_view text) { fImpl->value(text); }
+
+void XmlWriter::writeEndElement() { fImpl->endElement(); }
+
+void XmlWriter::writeEndDocument() { fImpl->endDocument(); }
+
+bool XmlWriter::good() const noexcept { return fImpl->out().good(); }
+
+bool XmlWriter::flushAndSync() {
+    fImpl->out().flush();
+    fImpl->out().sync();
+    return good();
+}
+
+bool XmlWriter::close() {
+    fImpl->out().close();
+    return good();
+}
+
+std::string XmlWriter::errorText() const {
+    return good() ? std::string() : std::generic_category().message(fImpl->out().error());
+}
+
+} // namespace HASP

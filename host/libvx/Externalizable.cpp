@@ -1,0 +1,7 @@
+#include <libvx/Externalizable.h>
+
+namespace Quillon::System {
+
+Externalizable::~Externalizable() = default;
+
+} // namespace Quillon::System

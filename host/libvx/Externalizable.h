@@ -1,0 +1,22 @@
+#pragma once
+
+#include <hasp_util/Export.h>
+
+namespace Quillon::System {
+
+class ObjectOutput;
+
+/// Something that can write itself to an object stream: exceptions and log records.
+class HOST_API Externalizable {
+public:
+    Externalizable() = default;
+    virtual ~Externalizable();
+
+    virtual void writeExternal(ObjectOutput & out) const = 0;
+
+protected:
+    Externalizable(Externalizable const &) = default;
+    Externalizable & operator=(Externalizable const &) = default;
+};
+
+} // namespace Quillon::System

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <hasp_util/Export.h>
+
+namespace Quillon::System {
+
+class Externalizable;
+class Level;
+
+/// Decides whether a handler publishes a record. Given to a handler, which asks it; the caller keeps it.
+class HOST_API Filter {
+public:
+    virtual ~Filter();
+
+    [[nodiscard]] virtual bool isLoggable(Level const & level, Externalizable const & record) const = 0;
+
+protected:
+    Filter() = default;
+    Filter(Filter const &) = default;
+    Filter & operator=(Filter const &) = default;
+};
+
+} // namespace Quillon::System

@@ -1,0 +1,7 @@
+#include <libvx/Formatter.h>
+
+namespace Quillon::System {
+
+Formatter::~Formatter() = default;
+
+} // namespace Quillon::System

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <libvx/Formatter.h>
+#include <libvx/Level.h>
+
+#include <memory>
+#include <vector>
+
+namespace Quillon::System {
+
+class Externalizable;
+class Filter;
+class Logger;
+
+/// Publishes log records somewhere: a terminal, a file.
+///
+/// Owned by whoever made it. A handler that dies takes itself out of the loggers it was added to, so its owner need not
+/// keep the order of destruction in mind. It owns its formatter; its filter stays the caller's.
+class HOST_API Handler {
+public:
+    virtual ~Handler();
+    Handler(Handler const &) = delete;
+    Handler & operator=(Handler const &) = delete;
+
+    /// Called by each logger that the handler was added to, for every record. Whether the record is grave enough is for
+    /// the handler to decide.
+    virtual void _publish(Level const & level, Externalizable const & record) = 0;
+
+    /// Takes ownership; the earlier formatter is deleted.
+    void setFormatter(Formatter * formatter);
+    /// Null as long as none was set.
+    [[nodiscard]] Formatter * getFormatter() const noexcept { return fFormatter.get(); }
+    void setFilter(Filter * filter) noexcept { fFilter = filter; }
+    [[nodiscard]] Filter * getFilter() const noexcept { return fFilter; }
+    void setLevel(Level const & level) noexcept { fLevel = level; }
+    [[nodiscard]] Level getLevel() const noexcept { return fLevel; }
+
+protected:
+    Handler() = default;
+
+private:
+    friend class Logger;
+
+    std::unique_ptr<Formatter> fFormatter;
+    Filter * fFilter = nullptr;
+    Level fLevel = Level::All;
+    std::vector<Logger *> fLoggers;
+};
+
+} // namespace Quillon::System

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <hasp_util/Export.h>
+
+#include <cstdint>
+
+extern "C" {
+
+/// A hash of a text that ends in a zero byte, the same in every process. Null hashes as the empty text.
+HOST_API std::uint32_t vx_hash_string(char const * text);
+}

@@ -1,0 +1,7 @@
+#include <libvx/IException.h>
+
+namespace Quillon::System {
+
+IException::~IException() = default;
+
+} // namespace Quillon::System

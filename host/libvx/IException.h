@@ -1,0 +1,23 @@
+#pragma once
+
+#include <hasp_util/Export.h>
+
+#include <string>
+
+namespace Quillon::System {
+
+/// What the host asks of any exception: an identifier to sort it by, and a text.
+class HOST_API IException {
+public:
+    virtual ~IException();
+
+    [[nodiscard]] virtual std::string const & GetID() const = 0;
+    [[nodiscard]] virtual std::string const & GetMessageTxt() const = 0;
+
+protected:
+    IException() = default;
+    IException(IException const &) = default;
+    IException & operator=(IException const &) = default;
+};
+
+} // namespace Quillon::System

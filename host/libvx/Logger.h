@@ -1,0 +1,41 @@
+#pragma once
+
+#include <hasp_util/Export.h>
+#include <libvx/Level.h>
+
+#include <vector>
+
+namespace Quillon::System {
+
+class Externalizable;
+class Handler;
+
+/// Passes each record to its handlers, in the order in which they were added.
+///
+/// The level is only kept: handlers decide for themselves what they publish. Handlers stay their maker's. Used from one
+/// thread.
+class HOST_API Logger {
+public:
+    Logger() = default;
+    ~Logger();
+    Logger(Logger const &) = delete;
+    Logger & operator=(Logger const &) = delete;
+
+    /// Null is ignored, and so is a handler that was added before.
+    void addHandler(Handler * handler);
+    /// A handler that was not added is ignored.
+    void removeHandler(Handler * handler) noexcept;
+
+    void setLevel(Level const & level) noexcept { fLevel = level; }
+    [[nodiscard]] Level getLevel() const noexcept { return fLevel; }
+
+    /// A handler may add and remove handlers while it publishes: an added one is called from the next record on, a
+    /// removed one no more. What a handler throws reaches the caller, and handlers behind it are not called.
+    void report(Externalizable const & record, Level const & level);
+
+private:
+    std::vector<Handler *> fHandlers;
+    Level fLevel = Level::Info;
+};
+
+} // namespace Quillon::System

@@ -1,0 +1,7 @@
+#include <libvx/ObjectOutput.h>
+
+namespace Quillon::System {
+
+ObjectOutput::~ObjectOutput() = default;
+
+} // namespace Quillon::System

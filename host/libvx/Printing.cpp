@@ -1,0 +1,103 @@
+#include <libvx/MessageCatalogue.h>
+#include <libvx/MessageFormat.h>
+#include <libvx/Printing.h>
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::FILE * printStream = nullptr;
+
+int copyCut(char * buffer, std::size_t size, std::string_view text) {
+    std::string_view const cut = vx::cutUtf8(text, size - 1);
+    std::memcpy(buffer, cut.data(), cut.size());
+    buffer[cut.size()] = '\0';
+    return static_cast<int>(cut.size());
+}
+
+std::string textOrNull(char const * text) { return text != nullptr ? text : "(null)"; }
+
+// Takes from the list what the format asks for, and nothing more: reading past the end of the list is undefined.
+std::vector<std::string> takeArguments(char const * format, std::va_list arguments) {
+    std::vector<std::string> taken;
+    std::size_t positional = 0;
+    for (; *format != '\0'; ++format) {
+        if (*format != '%' || *++format == '%') {
+            continue;
+        }
+        switch (*format) {
+        case '\0':
+            return taken;
+        case 's':
+            taken.push_back(textOrNull(va_arg(arguments, char const *)));
+            break;
+        case 'd':
+            taken.push_back(std::to_string(va_arg(arguments, int)));
+            break;
+        case 'u':
+            taken.push_back(std::to_string(va_arg(arguments, unsigned)));
+            break;
+        default:
+            if (*format >= '1' && *format <= '9') {
+                positional = std::max(positional, static_cast<std::size_t>(*format - '0'));
+            }
+        }
+    }
+    while (taken.size() < positional) {
+        taken.push_back(textOrNull(va_arg(arguments, char const *)));
+    }
+    return taken;
+}
+
+} // namespace
+
+int vxPrintf(char const * format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    int const written = std::vfprintf(printStream != nullptr ? printStream : stdout, format, arguments);
+    va_end(arguments);
+    return written;
+}
+
+int vxVSNprintf(char * buffer, std::size_t size, char const * format, std::va_list arguments) {
+    if (size == 0) {
+        return -1;
+    }
+    int const length = std::vsnprintf(buffer, size, format, arguments);
+    if (length < 0 || static_cast<std::size_t>(length) < size) {
+        return length < 0 ? -1 : length;
+    }
+    // What vsnprintf left is cut already, but possibly inside a character. The byte behind it is not known, so the last
+    // character is judged by its own lead byte.
+    std::size_t const kept = size - 1;
+    std::size_t lead = kept;
+    while (lead > 0 && kept - lead < 4 && (static_cast<unsigned char>(buffer[lead - 1]) & 0xC0u) == 0x80u) {
+        --lead;
+    }
+    std::size_t end = kept;
+    if (lead > 0) {
+        auto const byte = static_cast<unsigned char>(buffer[lead - 1]);
+        std::size_t const whole = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : byte >= 0xC0 ? 2 : 1;
+        end = lead - 1 + whole > kept ? lead - 1 : kept;
+    }
+    buffer[end] = '\0';
+    return static_cast<int>(end);
+}
+
+int vx_vsprintm(VxContext *, char * buffer, std::size_t size, std::uint32_t identifier, std::va_list arguments) {
+    char const * const format = vx::findMessage(identifier);
+    if (format == nullptr || size == 0) {
+        return -1;
+    }
+    std::vector<std::string> const taken = takeArguments(format, arguments);
+    return copyCut(buffer, size, vx::formatMessage(format, taken));
+}
+
+namespace vx {
+
+void setPrintStream(std::FILE * stream) noexcept { printStream = stream; }
+
+} // namespace vx

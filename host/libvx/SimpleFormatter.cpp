@@ -1,0 +1,15 @@
+#include <libvx/Externalizable.h>
+#include <libvx/SimpleFormatter.h>
+#include <libvx/StringObjectOutput.h>
+
+namespace Quillon::System {
+
+SimpleFormatter::~SimpleFormatter() = default;
+
+std::string SimpleFormatter::format(Externalizable const & record) {
+    StringObjectOutput out;
+    record.writeExternal(out);
+    return out.text();
+}
+
+} // namespace Quillon::System

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <libvx/Formatter.h>
+
+namespace Quillon::System {
+
+/// Gives a record's text as the record itself writes it.
+class HOST_API SimpleFormatter : public Formatter {
+public:
+    ~SimpleFormatter() override;
+
+    [[nodiscard]] std::string format(Externalizable const & record) override;
+};
+
+} // namespace Quillon::System

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <libvx/Throwable.h>
+
+namespace Quillon::System {
+
+/// Base of exceptions that an application's user may see.
+class HOST_API UserException : public Throwable {
+public:
+    ~UserException() override;
+
+protected:
+    UserException() = default;
+    UserException(UserException const &) = default;
+    UserException & operator=(UserException const &) = default;
+};
+
+} // namespace Quillon::System

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <ZEL/NumberConversion.h>
+#include <ZEL/String.h>
+#include <ZEL/ValueBase.h>
+
+#include <concepts>
+#include <type_traits>
+
+namespace ZEL {
+
+class Double;
+class Integer;
+
+/// The truth value. False comes before true; a number is compared as "not 0".
+class ZEL_API Boolean : public ValueBase<Boolean> {
+public:
+    using Native = bool;
+
+    constexpr Boolean() noexcept = default;
+    /// A number counts as true unless it is 0; so does not a number. Pointers do not convert.
+    template <class N>
+        requires std::is_arithmetic_v<N>
+    constexpr explicit(!std::same_as<N, bool>) Boolean(N value) noexcept : fValue(value != N(0)) {}
+    inline Boolean(Integer const & value) noexcept;
+    inline Boolean(Double const & value) noexcept;
+    /// Reads "0" or "1"; anything else raises "Unable to convert from string to bool!".
+    explicit Boolean(String const & text);
+    explicit Boolean(ImmutableValueObject const & object) : Boolean(internal::unboxed<Boolean>(object)) {}
+    explicit Boolean(ImmutableObject const & object) : Boolean(internal::unboxed<Boolean>(object)) {}
+
+    [[nodiscard]] static std::string getTypeName() { return "ZEL.Boolean"; }
+    [[nodiscard]] static HASP::TypeInfo const & getTypeInfo();
+
+    [[nodiscard]] constexpr bool getValue() const noexcept { return fValue; }
+    constexpr operator bool() const noexcept { return fValue; }
+    /// "0" or "1".
+    operator String() const { return String(fValue); }
+    /// "true" or "false".
+    [[nodiscard]] String toString() const;
+
+private:
+    bool fValue = false;
+};
+
+} // namespace ZEL

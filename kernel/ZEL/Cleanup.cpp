@@ -1,0 +1,130 @@
+#include <ZEL/Cleanup.h>
+#include <ZEL/LiveObjectTable.h>
+#include <ZEL/ReferenceCountingIntf.h>
+
+#include <libvx/Printing.h>
+
+#include <array>
+#include <cstdlib>
+#include <iostream>
+#include <string_view>
+#include <typeinfo>
+
+namespace ZEL {
+
+namespace {
+
+// All of this is read by objects that die after every static of this library, so nothing here has a destructor.
+internal::LiveObjectTable * registry = nullptr;
+Cleanup * pending = nullptr;
+std::uint32_t counter = 0;
+bool isTracking = true;
+bool isInSection = false;
+bool hasEnded = false;
+
+/// A pending object of one of these types is in the middle of its construction or destruction, or is the one shared
+/// empty sequence.
+bool isSkippedType(std::type_info const & type) noexcept {
+    // Almost all questions are about a few dozen types, whose answer is no.
+    static std::array<std::type_info const *, 256> ordinary{};
+    auto & known = ordinary[(reinterpret_cast<std::uintptr_t>(&type) >> 4) % ordinary.size()];
+    if (known == &type) {
+        return false;
+    }
+    constexpr std::string_view nullSequence = "19GenericNullSequence";
+    if (type == typeid(Cleanup) || type == typeid(ReferenceCountingIntf) ||
+        std::string_view(type.name()).find(nullSequence) != std::string_view::npos) {
+        return true;
+    }
+    known = &type;
+    return false;
+}
+
+void write(Cleanup const & object, std::int32_t number) {
+    std::cout << "== " << number << " == "
+              << "leaked object: " << typeid(object).name() << '\n';
+}
+
+void reportAtEnd();
+
+/// Enters the object constructed before, whose type is complete by now, and remembers `current` for the next time.
+void track(Cleanup * current) {
+    if (registry == nullptr) {
+        if (hasEnded) {
+            return;
+        }
+        registry = new internal::LiveObjectTable;
+        std::atexit(reportAtEnd);
+    }
+    if (!isTracking) {
+        return;
+    }
+    if (pending != nullptr && !isSkippedType(typeid(*pending))) {
+        registry->insert(pending, counter++, isInSection);
+    }
+    pending = current;
+}
+
+void reportAtEnd() {
+    track(nullptr);
+    registry->forEach(
+        [](Cleanup const & object, std::uint32_t number, bool) { write(object, static_cast<std::int32_t>(number)); });
+    std::cout.flush();
+    delete registry;
+    registry = nullptr;
+    pending = nullptr;
+    hasEnded = true;
+}
+
+} // namespace
+
+Cleanup::Cleanup() { track(this); }
+
+Cleanup::Cleanup(Cleanup const &) { track(this); }
+
+Cleanup::~Cleanup() {
+    if (pending == this) {
+        // It has never been entered. Most iterators and temporary sequences end here, and so does an object that dies
+        // while tracking is off and must not be looked at when tracking goes on.
+        pending = nullptr;
+    } else if (registry != nullptr) {
+        track(nullptr);
+        registry->erase(this);
+    }
+}
+
+int Cleanup::creationNumber() noexcept { return static_cast<std::int32_t>(counter); }
+
+int Cleanup::numberOfActiveObjects() noexcept { return registry == nullptr ? 0 : static_cast<int>(registry->size()); }
+
+int Cleanup::printLeakedObjects(int minimumCreationNumber) {
+    track(nullptr);
+    if (registry == nullptr) {
+        return 0;
+    }
+    int count = 0;
+    registry->forEach([&](Cleanup const & object, std::uint32_t number, bool inSection) {
+        auto const creationNumber = static_cast<std::int32_t>(number);
+        if (!inSection && creationNumber > minimumCreationNumber) {
+            write(object, creationNumber);
+            ++count;
+        }
+    });
+    if (count != 0) {
+        std::cout.flush();
+        vxPrintf("%s\n", "");
+    }
+    return count;
+}
+
+void Cleanup::startTrackingObjects() noexcept { isTracking = true; }
+
+void Cleanup::stopTrackingObjects() noexcept { isTracking = false; }
+
+bool Cleanup::isTrackingObjects() noexcept { return isTracking; }
+
+void Cleanup::beginMetaRegistrySection() noexcept { isInSection = true; }
+
+void Cleanup::endMetaRegistrySection() noexcept { isInSection = false; }
+
+} // namespace ZEL

@@ -1,0 +1,136 @@
+#pragma once
+
+#include <ZEL/Export.h>
+
+#include <typeinfo>
+#include <utility>
+#include <vector>
+
+namespace ZEL {
+
+class Deviant;
+
+/// Dispatch by small numbers instead of run-time type information.
+///
+/// A tag stands for a class within a domain, a domain is itself a class tagged in the domain of domains. `cast` and
+/// `getVisitMethod` of every counted body index tables by these two tags, so a conversion or a dispatch is two
+/// array reads, works across library borders and for classes that an application's own metamodel adds.
+namespace CooperativeVisitor {
+
+/// Any class derived from this names a space of tags.
+class ZEL_API VisitationDomain {
+public:
+    virtual ~VisitationDomain();
+};
+
+/// The domain of domains.
+class ZEL_API RootVisitationDomain : public VisitationDomain {};
+
+namespace internal {
+
+/// The two tags of a class; 0 never stands for a class.
+struct ClassInfo {
+    unsigned int domainTag = 0;
+    unsigned int classTag = 0;
+
+    friend bool operator==(ClassInfo const &, ClassInfo const &) = default;
+};
+
+/// What a visitor has registered for a class: called with the visitor, the body adjusted to that class, and the deviant
+/// through which the body is seen.
+using VisitThunk = bool (*)(void * visitor, void * object, Deviant deviant);
+
+/// Answer of `getVisitMethod`; `method` is null when the visitor handles neither the class nor a base of it.
+struct MethodInfo {
+    VisitThunk method = nullptr;
+    void * object = nullptr;
+};
+
+/// Pointer and count of a table that is indexed often; owns nothing.
+template <class T> struct LightVector {
+    T const * data = nullptr;
+    unsigned int count = 0;
+
+    [[nodiscard]] unsigned int size() const noexcept { return count; }
+    [[nodiscard]] T const & operator[](unsigned int index) const noexcept { return data[index]; }
+};
+
+/// A visitor's dispatch table: first index the domain's tag, second the class's.
+using VisitTable = LightVector<LightVector<VisitThunk>>;
+
+/// The tag of `cls` in `domain`: dense from 1 in the order of first use, the same for the same pair ever after.
+ZEL_API unsigned int GetTag(std::type_info const & cls, std::type_info const & domain);
+
+/// Enters `name`, and `name` with "::" replaced by ".", so that both spellings find the class.
+ZEL_API void BindTagToName(char const * name, ClassInfo const & info);
+
+/// The stored name and its tags; a null pointer and zero tags for an unknown name.
+ZEL_API std::pair<char const *, ClassInfo> GetTagFromName(char const * name);
+
+/// The tags of `Class` in `Domain`.
+template <class Class, class Domain> ClassInfo makeClassInfo() {
+    return {GetTag(typeid(Domain), typeid(RootVisitationDomain)), GetTag(typeid(Class), typeid(Domain))};
+}
+
+/// The conversions of one concrete class, in base order: the class itself, then its bases depth first, left to right.
+class ZEL_API CastTable {
+public:
+    using Thunk = void * (*)(void * self);
+    struct Entry {
+        ClassInfo info;
+        Thunk thunk;
+    };
+
+    explicit CastTable(std::vector<Entry> entries);
+
+    /// The address of the part of `self` that `info` names, null if it has none.
+    [[nodiscard]] void * cast(ClassInfo const & info, void * self) const noexcept {
+        if (info.domainTag != fDomain || info.classTag >= fThunks.size()) {
+            return nullptr;
+        }
+        Thunk const thunk = fThunks[info.classTag];
+        return thunk != nullptr ? thunk(self) : nullptr;
+    }
+
+    /// The first entry, in base order, for which `table` has a method.
+    [[nodiscard]] MethodInfo visitMethod(VisitTable const & table, void * self) const noexcept;
+
+private:
+    std::vector<Entry> fEntries;
+    std::vector<Thunk> fThunks; ///< by class tag
+    unsigned int fDomain;       ///< all entries of a table share one domain
+};
+
+/// The table of `Concrete` for the given interfaces, in base order. Each interface offers `static ClassInfo const & classInfo()`.
+template <class Concrete, class... Interfaces> CastTable const & castTable() {
+    static CastTable const table({CastTable::Entry{
+        Interfaces::classInfo(),
+        [](void * self) -> void * { return static_cast<Interfaces *>(static_cast<Concrete *>(self)); }}...});
+    return table;
+}
+
+} // namespace internal
+
+/// Collects what a visitor or listener handles; the table it gives is the argument of `getVisitMethod`.
+class ZEL_API DispatchTable {
+public:
+    DispatchTable() = default;
+    DispatchTable(DispatchTable const & other) : fThunks(other.fThunks) {}
+    DispatchTable & operator=(DispatchTable const & other) {
+        fThunks = other.fThunks;
+        fRows.clear();
+        return *this;
+    }
+
+    /// Registers `thunk` for the class; a second registration of one class replaces the first.
+    void add(internal::ClassInfo const & info, internal::VisitThunk thunk);
+    /// Valid until the next `add`.
+    [[nodiscard]] internal::VisitTable table() const;
+
+private:
+    std::vector<std::vector<internal::VisitThunk>> fThunks;
+    mutable std::vector<internal::LightVector<internal::VisitThunk>> fRows;
+};
+
+} // namespace CooperativeVisitor
+} // namespace ZEL

@@ -1,0 +1,126 @@
+#include <ZEL/DeviantImpl.h>
+#include <ZEL/DeviantManager.h>
+#include <ZEL/metamodel/ClassObjectIntf.h>
+
+#include <utility>
+
+namespace ZEL::internal {
+
+namespace {
+
+using Kind = DeviantIdentity::Kind;
+
+/// Identities are never freed: a `Deviant` value may outlive everything else.
+DeviantIdentity * newIdentity() {
+    static auto & all = *new std::deque<DeviantIdentity>;
+    return &all.emplace_back();
+}
+
+StateMap::Key modelOf(DeviantManager const & manager) noexcept { return manager.internal_body(); }
+
+} // namespace
+
+DeviantImpl::DeviantImpl(DeviantManager & owner, std::string name, std::int32_t deviantId, Kind kind)
+    : identity(newIdentity()),
+      manager(&owner),
+      id(deviantId),
+      objects(modelOf(owner)),
+      currentChangeSet(modelOf(owner)),
+      maximumUndoStackLength(deviantId == 0 ? Deviant::getDefaultMaximumUndoStackLength() : 1) {
+    identity->id = deviantId;
+    identity->kind = kind;
+    identity->impl = this;
+    identity->name = std::move(name);
+}
+
+DeviantImpl::~DeviantImpl() {
+    // What no operation has given back by now has no other owner.
+    objects.destroyAndClear();
+    currentChangeSet.states.destroyAndClear();
+    undoStack.clear();
+    identity->kind = Kind::Removed;
+    identity->modelDestroyed = true;
+    identity->savedStatesVisible = false;
+    identity->openTransaction = 0;
+    identity->impl = nullptr;
+}
+
+DeviantImpl & DeviantImpl::root() const noexcept { return manager->internal_root(); }
+
+// --- records ---------------------------------------------------------------------------------------------------------
+
+std::unique_ptr<ChangeSet> DeviantImpl::takeRecord() {
+    if (fPool.empty()) {
+        return std::make_unique<ChangeSet>(modelOf(*manager));
+    }
+    std::unique_ptr<ChangeSet> record = std::move(fPool.back());
+    fPool.pop_back();
+    return record;
+}
+
+void DeviantImpl::retire(std::unique_ptr<ChangeSet> record) {
+    if (fPhases > 0) {
+        fRetired.push_back(std::move(record));
+        return;
+    }
+    record->states.destroyAndClear();
+    record->name.clear();
+    constexpr std::size_t enough = 4;
+    if (fPool.size() < enough) {
+        fPool.push_back(std::move(record));
+    }
+}
+
+// --- phases ----------------------------------------------------------------------------------------------------------
+
+PhaseScope::PhaseScope(DeviantImpl & deviant) : fDeviant(deviant) {
+    NSInterface::ClassObjectIntf * const model = deviant.manager->internal_body();
+    // A model that nobody holds yet is still being built, and must not end with this count.
+    if (model != nullptr && model->numRef() > 0) {
+        model->incRef();
+        fModel = model;
+    }
+    ++fDeviant.fPhases;
+}
+
+PhaseScope::~PhaseScope() {
+    if (--fDeviant.fPhases == 0) {
+        // What ends here may bring in more: a listener's destructor can dismiss another one.
+        while (!fDeviant.fDismissed.empty() || !fDeviant.fRetired.empty()) {
+            auto const dismissed = std::exchange(fDeviant.fDismissed, {});
+            auto const retired = std::exchange(fDeviant.fRetired, {});
+        }
+    }
+    if (fModel != nullptr) {
+        fModel->decRef();
+    }
+}
+
+// --- views -----------------------------------------------------------------------------------------------------------
+
+ViewScope::ViewScope(DeviantImpl & deviant, char const * name, StateMap & readMap)
+    : fDeviant(deviant), fView(take(deviant)) {
+    fView.identity->kind = Kind::LiveView;
+    fView.identity->name = name;
+    fView.readMap = &readMap;
+    fView.fallbackReadMap = &deviant.objects;
+}
+
+ViewScope::~ViewScope() {
+    // A handle that was kept beyond this must find neither map.
+    fView.identity->kind = Kind::Removed;
+    fView.readMap = &fView.objects;
+    fView.fallbackReadMap = nullptr;
+    fView.objects.destroyAndClear();
+    --fDeviant.fViewsInUse;
+}
+
+DeviantImpl & ViewScope::take(DeviantImpl & deviant) {
+    if (deviant.fViewsInUse == deviant.fViews.size()) {
+        deviant.fViews.push_back(
+            std::make_unique<DeviantImpl>(*deviant.manager, std::string(), -1 - deviant.id, Kind::Removed));
+    }
+    return *deviant.fViews[deviant.fViewsInUse++];
+}
+
+} // namespace ZEL::internal

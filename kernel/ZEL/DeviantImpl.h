@@ -1,0 +1,195 @@
+#pragma once
+
+#include <ZEL/ChangeSet.h>
+#include <ZEL/Deviant.h>
+#include <ZEL/ListenerHolderBase.h>
+
+#include <cstdint>
+#include <deque>
+#include <exception>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ZEL {
+
+class DeviantManager;
+
+namespace internal {
+
+class ViewScope;
+
+/// The holders of one role, in registration order.
+struct HolderList {
+    std::vector<std::unique_ptr<ListenerHolderBase>> holders;
+    std::uint64_t generation = 0; ///< moves with every change
+
+    [[nodiscard]] bool empty() const noexcept { return holders.empty(); }
+    [[nodiscard]] bool contains(ListenerHolderBase const * holder) const noexcept;
+    [[nodiscard]] std::vector<ListenerHolderBase *> copy() const;
+};
+
+/// What is left to do of a commit, an undo or a redo while its observers run.
+struct PendingStep {
+    enum class Kind { Commit, Undo, Redo };
+
+    Kind kind;
+    std::unique_ptr<ChangeSet> record; ///< of a commit, until it is on the stack
+    ChangeSet * entry = nullptr;       ///< of an undo or redo; it stands on the stack
+};
+
+/// The body of a deviant. It belongs to the manager, also after the deviant was removed.
+///
+/// The operations of `Deviant` check what they are called on and leave the work to the members of this class, which are
+/// defined in files by subject: states, transactions, undo, synchronisation, listeners.
+class DeviantImpl {
+public:
+    DeviantImpl(DeviantManager & owner, std::string name, std::int32_t id, DeviantIdentity::Kind kind);
+    ~DeviantImpl();
+    DeviantImpl(DeviantImpl const &) = delete;
+    DeviantImpl & operator=(DeviantImpl const &) = delete;
+
+    [[nodiscard]] Deviant deviant() const noexcept { return Deviant(identity); }
+    [[nodiscard]] bool isRoot() const noexcept { return id == 0; }
+    [[nodiscard]] bool isView() const noexcept { return id < 0; }
+    [[nodiscard]] DeviantImpl & root() const noexcept;
+
+    // --- states ---------------------------------------------------------------------------------------------------
+    /// `state` as the old state of `object`, null as `FallbackToRoot`; gives the former one.
+    [[nodiscard]] NSInterface::ObjectIntf * saveOldState(NSInterface::ClassObjectIntf const * object,
+                                                         NSInterface::ObjectIntf * state);
+    /// Saves over whatever stood there, and destroys that.
+    void replaceOldState(NSInterface::ClassObjectIntf const * object, NSInterface::ObjectIntf * state);
+    /// Saves a copy of the present state of the object, unless one is saved already.
+    void saveCopyOnce(NSInterface::ClassObjectIntf const * object);
+    /// Drops the markers of those objects of `touched` that follow the root, so that they take no room.
+    void dropFallbackEntries(StateMap const & touched);
+    /// `Deviant::remove` beyond its checks; what a listener throws is kept until all is done.
+    void remove();
+
+    // --- transactions ---------------------------------------------------------------------------------------------
+    void begin(std::string const & name);
+    void commit();
+    void cancel();
+    /// Ends the transaction at all levels and forgets what it saved, without a listener and without undoing anything.
+    void closeByForce() noexcept;
+    void setDepth(std::int32_t depth) noexcept;
+    void setWithin(bool within) noexcept;
+    /// Does what is left of the commit, undo or redo whose observers are running.
+    void finishPending();
+
+    // --- undo -----------------------------------------------------------------------------------------------------
+    void undo();
+    void redo();
+    void clearRedo();
+    void clearUndo();
+    void setMaximum(std::int32_t length);
+    /// Cuts the stack at its oldest end.
+    void trim();
+    /// The entry counted from the divider, towards the old or the new end; null outside the stack.
+    [[nodiscard]] ChangeSet const * undoEntryAt(int index) const noexcept;
+    [[nodiscard]] ChangeSet const * redoEntryAt(int index) const noexcept;
+
+    // --- listeners ------------------------------------------------------------------------------------------------
+    [[nodiscard]] bool hasListeners() const noexcept {
+        return !modifiers.empty() || !validators.empty() || !observers.empty();
+    }
+    void enlist(HolderList & list, ListenerHolderBase * holder);
+    void dismiss(HolderList & list, ListenerBase * listener);
+    void prepareListeners(HolderList & list, Deviant view, StateMap const & states);
+    void runModifiers(Deviant view);
+    /// False if one refused; the transaction is cancelled then.
+    [[nodiscard]] bool runValidators(Deviant view);
+    /// The observers have been prepared for `states`.
+    void runObservers(Deviant view, StateMap const & states);
+
+    DeviantIdentity * const identity; ///< never freed; carries the name
+    DeviantManager * const manager;
+    std::int32_t const id;
+    StateMap objects; ///< owned states; empty in the root, whose state lives in the bodies
+    ChangeSet currentChangeSet;
+    StateMap * readMap = &objects;
+    StateMap * fallbackReadMap = nullptr;
+    std::int32_t transactionDepth = 0;
+    std::int32_t currentChangeLevel = 1;
+    std::int32_t highestChangeLevel = 1;
+    std::deque<std::unique_ptr<ChangeSet>> undoStack; ///< oldest first
+    std::int32_t undoPosition = 0;                    ///< entries below it can be undone, those from it on redone
+    std::int32_t maximumUndoStackLength;
+    bool withinTransactionUndoOrRedo = false;
+    HolderList modifiers;
+    HolderList validators;
+    HolderList observers;
+
+private:
+    friend class PhaseScope;
+    friend class ViewScope;
+
+    [[nodiscard]] std::unique_ptr<ChangeSet> takeRecord();
+    void retire(std::unique_ptr<ChangeSet> record);
+    void commitWithoutListeners();
+    void commitWithListeners();
+    /// What to do after a phase of listeners: false if the commit is over.
+    [[nodiscard]] bool isStillCommitting();
+    void isolateOtherDeviants(StateMap const & states);
+    [[nodiscard]] std::unique_ptr<ChangeSet> endTransaction();
+    void pushRecord(std::unique_ptr<ChangeSet> record);
+    void observe(PendingStep & step, Deviant view, StateMap const & states);
+    void prepareAgain(ListenerHolderBase & holder, Deviant view, StateMap const & states) const;
+    /// Runs the entry at the divider.
+    void runEntry(PendingStep::Kind kind);
+    /// The present states of all objects of `states`, into the current change set.
+    void takeSnapshot(StateMap const & states);
+    /// Gives what a listener has thrown.
+    [[nodiscard]] std::exception_ptr prepareObserversOfReplay(ViewScope & view);
+    [[nodiscard]] bool isAtDivider(ChangeSet const & entry) const noexcept;
+    void finishReplay(ChangeSet & entry, PendingStep::Kind kind);
+    void eraseHolder(HolderList & list, std::size_t index);
+    void dropHolders(HolderList & list);
+
+    std::vector<std::unique_ptr<DeviantImpl>> fViews; ///< one per nesting level, used again and again
+    std::size_t fViewsInUse = 0;
+    std::vector<std::unique_ptr<ChangeSet>> fPool;
+    std::int32_t fPhases = 0; ///< running commits with listeners, undos and redos; nested ones count too
+    std::uint64_t fPreparations = 0;
+    PendingStep * fPending = nullptr;
+    // What a phase may still point at goes when the outermost one has ended.
+    std::vector<std::unique_ptr<ListenerHolderBase>> fDismissed;
+    std::vector<std::unique_ptr<ChangeSet>> fRetired;
+};
+
+/// Keeps what listeners and views of a deviant may point at alive: dismissed holders, retired change sets, and the
+/// model. May destroy the deviant at its end, so it must be the first local of its function.
+class PhaseScope {
+public:
+    explicit PhaseScope(DeviantImpl & deviant);
+    ~PhaseScope();
+    PhaseScope(PhaseScope const &) = delete;
+    PhaseScope & operator=(PhaseScope const &) = delete;
+
+private:
+    DeviantImpl & fDeviant;
+    NSInterface::ClassObjectIntf * fModel = nullptr;
+};
+
+/// A view deviant for the length of one operation. It shows what `readMap` says, then what the deviant itself says.
+/// Views of one deviant end in the reverse order of their beginning.
+class ViewScope {
+public:
+    ViewScope(DeviantImpl & deviant, char const * name, StateMap & readMap);
+    ~ViewScope();
+    ViewScope(ViewScope const &) = delete;
+    ViewScope & operator=(ViewScope const &) = delete;
+
+    [[nodiscard]] Deviant deviant() const noexcept { return fView.deviant(); }
+    void read(StateMap & map) noexcept { fView.readMap = &map; }
+
+private:
+    static DeviantImpl & take(DeviantImpl & deviant);
+
+    DeviantImpl & fDeviant;
+    DeviantImpl & fView;
+};
+
+} // namespace internal
+} // namespace ZEL

@@ -1,0 +1,19 @@
+#include <ZEL/Real.h>
+
+#include <ZEL/NumberText.h>
+#include <ZEL/RealTypeInfo.h>
+
+namespace ZEL {
+
+Real::Real(String const & text) : fValue(internal::requiredNumber<double>(text.str(), "double")) {}
+
+HASP::TypeInfo const & Real::getTypeInfo() {
+    static HASP::TypeInfo const info = RealTypeInfo::Create();
+    return info;
+}
+
+String Real::toString() const {
+    return getTypeInfo().convertToString(*this);
+}
+
+} // namespace ZEL

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <ZEL/Double.h>
+
+namespace ZEL {
+
+/// The 32-bit floating number. An operand of a comparison is narrowed to it first.
+class ZEL_API Single : public ValueBase<Single> {
+public:
+    using Native = float;
+
+    constexpr Single() noexcept = default;
+    constexpr Single(float value) noexcept : fValue(value) {}
+    /// Narrows.
+    constexpr Single(Double const & value) noexcept : fValue(static_cast<float>(value.getValue())) {}
+    /// Reads the number at the beginning of the text; none raises "Unable to convert from string to float!".
+    explicit Single(String const & text);
+    explicit Single(ImmutableValueObject const & object) : Single(internal::unboxed<Single>(object)) {}
+    explicit Single(ImmutableObject const & object) : Single(internal::unboxed<Single>(object)) {}
+
+    [[nodiscard]] static std::string getTypeName() { return "ZEL.Single"; }
+    [[nodiscard]] static HASP::TypeInfo const & getTypeInfo();
+
+    [[nodiscard]] constexpr float getValue() const noexcept { return fValue; }
+    constexpr operator float() const noexcept { return fValue; }
+    /// Six significant digits.
+    operator String() const { return String(fValue); }
+    [[nodiscard]] String toString() const;
+
+private:
+    float fValue = 0.0f;
+};
+
+inline constexpr Double::Double(Single const & value) noexcept : fValue(static_cast<double>(value.getValue())) {}
+
+} // namespace ZEL

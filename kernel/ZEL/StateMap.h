@@ -1,0 +1,110 @@
+#pragma once
+
+#include <ZEL/Export.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace ZEL {
+
+namespace NSInterface {
+class ObjectIntf;
+class ClassObjectIntf;
+} // namespace NSInterface
+
+/// From a body to one state of it: what a deviant stores, and what a change set saves.
+///
+/// An entry holds one count on its key; the body given to the constructor, the map's own model, is not counted, for it
+/// owns the map. States are pointers without an owner here, sentinels included: who stores them gives them back by
+/// `destroyAndClear`. A map cannot be copied, since no state may stand in two places.
+///
+/// Entries are kept as they come and are brought into the order of the keys, that of their addresses, by the first
+/// ordered walk. A search costs a few comparisons, or a hash look-up in a larger map. Two entries need no memory of
+/// their own. Any change, and an ordered walk after changes, invalidates iterators.
+class ZEL_API StateMap {
+public:
+    using Key = NSInterface::ClassObjectIntf const *;
+    using State = NSInterface::ObjectIntf *;
+    struct Entry {
+        Key key;
+        State state;
+    };
+    using const_iterator = Entry const *;
+
+    explicit StateMap(Key uncounted = nullptr) noexcept : fUncounted(uncounted) {}
+    StateMap(StateMap const &) = delete;
+    StateMap & operator=(StateMap const &) = delete;
+    /// Drops the counts on the keys; leaves the states alone.
+    ~StateMap() { clear(); }
+
+    /// Exchanges entries and memory. Both maps must belong to one model.
+    void swap(StateMap & other) noexcept;
+
+    [[nodiscard]] bool empty() const noexcept { return fSize == 0; }
+    [[nodiscard]] std::size_t size() const noexcept { return fSize; }
+    /// In the order of the keys.
+    [[nodiscard]] const_iterator begin() const {
+        if (!fIsSorted) {
+            sort();
+        }
+        return data();
+    }
+    [[nodiscard]] const_iterator end() const noexcept { return data() + fSize; }
+    /// The entry of `key`, or `end()`.
+    [[nodiscard]] const_iterator find(Key key) const;
+    /// The state of `key`, null if there is no entry.
+    [[nodiscard]] State get(Key key) const {
+        if (fSize == 0) {
+            return nullptr;
+        }
+        const_iterator const entry = find(key);
+        return entry == end() ? nullptr : entry->state;
+    }
+    /// The keys in order, for a walk during which the map changes.
+    [[nodiscard]] std::vector<Key> keys() const;
+
+    /// Stores `state` and gives the former one, which now belongs to the caller.
+    [[nodiscard]] State set(Key key, State state);
+    /// Gives the state that stood there, which now belongs to the caller, or null.
+    [[nodiscard]] State erase(Key key);
+    /// Drops all entries; leaves the states alone.
+    void clear();
+    /// Has each key destroy its state, then drops all entries.
+    void destroyAndClear();
+
+private:
+    static constexpr std::uint32_t kInline = 2;  ///< entries without memory of their own
+    static constexpr std::uint32_t kLinear = 8;  ///< up to here a search compares all keys
+    static constexpr std::uint32_t kPooled = 64; ///< a cleared map keeps memory for so many entries
+    static constexpr std::uint32_t kNone = ~std::uint32_t{0};
+
+    [[nodiscard]] Entry * data() const noexcept {
+        return fHeap != nullptr ? fHeap.get() : const_cast<Entry *>(fInline);
+    }
+    [[nodiscard]] std::uint32_t position(Key key) const;
+    void sort() const;
+    void append(Key key, State state);
+    void release(Entry const * entries, std::uint32_t count, bool destroyStates) const;
+    void clear(bool destroyStates);
+
+    // The index: open addressing, position plus 1, 0 for a free slot.
+    [[nodiscard]] std::uint32_t slotOf(Key key) const noexcept;
+    [[nodiscard]] std::uint32_t homeOf(Key key) const noexcept;
+    void makeIndex() const;
+    void enterInIndex(Key key, std::uint32_t position) const noexcept;
+    void eraseFromIndex(std::uint32_t slot) noexcept;
+
+    Key fUncounted;
+    std::uint32_t fSize = 0;
+    std::uint32_t fCapacity = kInline;
+    mutable bool fIsSorted = true;
+    mutable bool fIsIndexed = false;
+    mutable std::uint32_t fIndexSize = 0; ///< a power of two
+    Entry fInline[kInline] = {};
+    std::unique_ptr<Entry[]> fHeap;
+    mutable std::unique_ptr<std::uint32_t[]> fIndex;
+};
+
+} // namespace ZEL

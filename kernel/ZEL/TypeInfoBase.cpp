@@ -1,0 +1,18 @@
+#include <ZEL/TypeInfoBase.h>
+
+#include <ZEL/Exception.h>
+
+namespace ZEL::internal {
+
+void requireNoError(HASP::ErrorHolder const & errors) {
+    if (errors.hasError()) {
+        raiseAnInternalError();
+    }
+}
+
+void reportBadText(HASP::ErrorHolder & errors, std::string const & text, char const * nativeType, char const * file,
+                   int line) {
+    errors.setError({"Can't convert string '" + text + "' to " + nativeType, HASP::CodeLocation(file, line)});
+}
+
+} // namespace ZEL::internal

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <ZEL/metamodel/ObjectIntf.h>
+
+#include <hasp_util/TypeInfo.h>
+#include <hasp_util/any.h>
+
+namespace ZEL {
+
+class ImmutableDataType;
+
+namespace NSInterface {
+
+/// Interface of boxed values. Beside the reading of the value it takes no deviant: a value is the same in all of them.
+class ZEL_API ValueObjectIntf : public virtual ObjectIntf {
+public:
+    static CooperativeVisitor::internal::ClassInfo const & classInfo();
+
+    /// Valid as long as the object.
+    [[nodiscard]] virtual HASP::any const & getAny() const = 0;
+    [[nodiscard]] virtual HASP::TypeInfo getTypeInfo() const = 0;
+    /// The metamodel's object for the value's type, null if none was registered when the value was boxed.
+    [[nodiscard]] virtual ImmutableDataType getMetaDataType() const = 0;
+};
+
+} // namespace NSInterface
+} // namespace ZEL

@@ -1,0 +1,309 @@
+#include <ZEL/metamodel/BodyCore.h>
+
+#include <ZEL/DeviantAssertions.h>
+#include <ZEL/DeviantManager.h>
+#include <ZEL/Exception.h>
+#include <ZEL/Integer.h>
+#include <ZEL/ValueObject.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/ModelCore.h>
+#include <ZEL/metamodel/Type.h>
+
+#include <memory>
+#include <string>
+
+namespace ZEL::internal {
+
+namespace {
+
+using NSInterface::ObjectIntf;
+
+/// Whether the deviant says something of the object: a state of its own, or that it does not exist.
+bool isStated(ObjectIntf const * state) noexcept { return state != nullptr && state != Deviant::FallbackToRoot; }
+
+bool isAbsent(ObjectIntf const * state) noexcept { return state == nullptr || state == Deviant::InvalidObject; }
+
+ObjectIntf * sentinel(void * value) noexcept { return static_cast<ObjectIntf *>(value); }
+
+DeviantAssertions assertionsOf(Deviant deviant) { return DeviantAssertions(deviant.getImpl()); }
+
+} // namespace
+
+BodyCore::~BodyCore() {
+    if ((fBits & kRealRootState) != 0) {
+        delete fRootState;
+    }
+}
+
+// --- counting --------------------------------------------------------------------------------------------------------
+
+void BodyCore::incRef() { ++fRefCount; }
+
+void BodyCore::decRef() {
+    if (fRefCount < 1) {
+        raiseInternalError("Decrementing the ref count of a ref with count already 0");
+    }
+    if (--fRefCount == 0) {
+        internal_released();
+    }
+}
+
+int BodyCore::numRef() { return fRefCount; }
+
+void BodyCore::internal_released() {
+    // The numbered bodies of a living model go with it.
+    if (fModel != nullptr) {
+        if (fId >= 0) {
+            return;
+        }
+        fModel->disown(*this);
+    }
+    delete this;
+}
+
+// --- state protocol --------------------------------------------------------------------------------------------------
+
+ObjectIntf * BodyCore::stateIn(Deviant deviant) const {
+    if (deviant.getDeviantId() != 0) {
+        return deviant.getStateOfObject(this);
+    }
+    if ((fBits & kRealRootState) != 0) {
+        return fRootState;
+    }
+    return sentinel(static_cast<void *>(fRootState));
+}
+
+void BodyCore::setRootState(ObjectIntf * state) const {
+    if (Deviant::isRealState(state)) {
+        fRootState = state->internal_state();
+        fBits |= kRealRootState;
+    } else {
+        // A sentinel is an address and no object: it passes through without a conversion.
+        fRootState = static_cast<StateCore *>(static_cast<void *>(state));
+        fBits &= ~kRealRootState;
+    }
+}
+
+ObjectIntf * BodyCore::readStateFromRoot(Deviant deviant) const {
+    Deviant const root = deviant.getRootDeviant();
+    ObjectIntf * const saved = root.getSavedOldStateOfObject(this);
+    return saved != nullptr ? saved : stateIn(Deviant());
+}
+
+void BodyCore::checkAccess(Deviant deviant) const {
+    if (static_cast<void *>(fRootState) == Deviant::ModelDestroyed || deviant.hasModelBeenDestroyed()) {
+        raiseInternalError("object accessed after its model has been destroyed");
+    }
+    if (!deviant.isValid()) {
+        raiseInternalError("object accessed after its deviant has been removed");
+    }
+}
+
+bool BodyCore::deviant_isValid(Deviant deviant) const {
+    if (static_cast<void *>(fRootState) == Deviant::ModelDestroyed || !deviant.isValid()) {
+        return false;
+    }
+    ObjectIntf * state = stateIn(deviant);
+    if (!isStated(state)) {
+        state = readStateFromRoot(deviant);
+    }
+    return !isAbsent(state);
+}
+
+StateCore * BodyCore::readStateSlowly(Deviant deviant) const {
+    checkAccess(deviant);
+    ObjectIntf * state = nullptr;
+    if (deviant.getDeviantId() <= 0 || (fBits & kHasDeviantEntries) != 0) {
+        state = stateIn(deviant);
+    }
+    if (!isStated(state)) {
+        state = readStateFromRoot(deviant);
+    }
+    if (isAbsent(state) || state == Deviant::FallbackToRoot) {
+        assertionsOf(deviant).assertObjectNotPresentInDeviant(this);
+    }
+    return state->internal_state();
+}
+
+StateCore * BodyCore::writeStateSlowly(Deviant deviant) const {
+    checkAccess(deviant);
+    assertionsOf(deviant).assertWritable(this);
+    ObjectIntf * const present = stateIn(deviant);
+    if (present == Deviant::InvalidObject) {
+        assertionsOf(deviant).assertObjectNotPresentInDeviant(this);
+    }
+    if (deviant.getDeviantId() < 0) {
+        // A view shows what was; it has no place of its own for a state.
+        raiseInternalError("object accessed after its deviant has been removed");
+    }
+    if (isStated(present)) {
+        saveOldState(deviant, present);
+        return present->internal_state();
+    }
+    ObjectIntf * const seen = readStateFromRoot(deviant);
+    if (isAbsent(seen) || !Deviant::isRealState(seen)) {
+        assertionsOf(deviant).assertObjectNotPresentInDeviant(this);
+    }
+    std::unique_ptr<ObjectIntf> own(copyState(seen));
+    saveOldState(deviant, present);
+    ObjectIntf * const result = own.get();
+    if (deviant.getDeviantId() == 0) {
+        setRootState(own.release());
+    } else {
+        fBits |= kHasDeviantEntries;
+        static_cast<void>(deviant.setStateOfObject(this, own.release()));
+    }
+    return result->internal_state();
+}
+
+void BodyCore::saveOldState(Deviant deviant, ObjectIntf * present) const {
+    if (!deviant.hasUndoStack() || !deviant.isWithinTransaction()) {
+        return;
+    }
+    if (deviant.getSavedOldStateOfObject(this) == nullptr) {
+        std::unique_ptr<ObjectIntf> copy;
+        ObjectIntf * saved = present;
+        if (Deviant::isRealState(present)) {
+            copy.reset(copyState(present));
+            saved = copy.get();
+        }
+        static_cast<void>(deviant.saveOldStateOfObject(this, saved));
+        static_cast<void>(copy.release());
+    }
+    if (deviant.getDeviantId() == 0) {
+        fSavedIn = deviant.getIdentity()->openTransaction;
+    }
+}
+
+ObjectIntf * BodyCore::copyState(ObjectIntf * state) const {
+    if (!Deviant::isRealState(state)) {
+        return state;
+    }
+    ClassDescriptor const & descriptor = internal_descriptor();
+    std::unique_ptr<StateCore> copy(descriptor.createState());
+    descriptor.assignState(*copy, *state->internal_state());
+    return copy.release();
+}
+
+void BodyCore::deviant_destroyState(ObjectIntf * state) {
+    if (Deviant::isRealState(state)) {
+        delete state;
+    }
+}
+
+void BodyCore::deviant_markModelDestroyed() {
+    if ((fBits & kRealRootState) != 0) {
+        delete fRootState;
+    }
+    setRootState(sentinel(Deviant::ModelDestroyed));
+}
+
+void BodyCore::deviant_commitTransientState(Deviant deviant) {
+    if (deviant.getDeviantId() != 0) {
+        return;
+    }
+    ObjectIntf * const old = readStateFromRoot(deviant);
+    if (old == nullptr || deviant.getDeviantManager() == nullptr) {
+        return;
+    }
+    for (Deviant const other : deviant.getDeviantManager()->internal_namedDeviants()) {
+        ObjectIntf * const saved = other.isWithinTransaction() ? other.getSavedOldStateOfObject(this) : nullptr;
+        if (saved == Deviant::FallbackToRoot) {
+            // The first deviant that has begun to write the object takes the old state into its own history, and is
+            // the last that is served.
+            static_cast<void>(other.saveOldStateOfObject(this, copyState(old)));
+            return;
+        }
+        if (!isStated(other.getStateOfObject(this))) {
+            fBits |= kHasDeviantEntries;
+            static_cast<void>(other.setStateOfObject(this, copyState(old)));
+        }
+    }
+}
+
+ObjectIntf * BodyCore::deviant_getCopyOfDeviation(Deviant deviant) const { return copyState(stateIn(deviant)); }
+
+ObjectIntf * BodyCore::internal_getDeviation(Deviant deviant) const { return stateIn(deviant); }
+
+void BodyCore::internal_setDeviation(Deviant deviant, ObjectIntf * state) {
+    ObjectIntf * const present = stateIn(deviant);
+    if (present == state) {
+        return;
+    }
+    if (deviant.getDeviantId() == 0) {
+        setRootState(state);
+    } else {
+        fBits |= kHasDeviantEntries;
+        static_cast<void>(deviant.setStateOfObject(this, state));
+    }
+    deviant_destroyState(present);
+}
+
+ObjectIntf * BodyCore::internal_createDeviation(Deviant deviant) {
+    if (Deviant::isRealState(stateIn(deviant))) {
+        return nullptr;
+    }
+    StateCore * const state = deviant.getDeviantId() == 0 ? createRootDeviation(deviant) : createDeviation(deviant);
+    internal_setDeviation(deviant, state);
+    return state;
+}
+
+void BodyCore::internal_destroyDeviation(Deviant deviant) {
+    internal_setDeviation(deviant, sentinel(Deviant::InvalidObject));
+}
+
+StateCore * BodyCore::createRootDeviation(Deviant deviant) const {
+    if (deviant.getDeviantId() != 0) {
+        raiseInternalError("no root deviant passed to " + std::string(internal_descriptor().name) +
+                           "Impl::createRootDeviation");
+    }
+    return internal_descriptor().createState();
+}
+
+StateCore * BodyCore::createDeviation(Deviant) const { return internal_descriptor().createState(); }
+
+ObjectIntf * BodyCore::getReadDeviant(Deviant deviant) const { return readState(deviant); }
+
+ObjectIntf * BodyCore::getWriteDeviant(Deviant deviant) const { return writeState(deviant); }
+
+NSInterface::ClassObjectIntf const * BodyCore::internal_container(Deviant deviant) const {
+    return readState(deviant)->containerZEL;
+}
+
+// --- naming ----------------------------------------------------------------------------------------------------------
+
+std::size_t BodyCore::getByteSize() const { return internal_descriptor().bodySize; }
+
+char const * BodyCore::getOrcaName(bool immutable) const {
+    return immutable ? internal_descriptor().immutableOrcaName : internal_descriptor().orcaName;
+}
+
+ImmutableClass BodyCore::getMetaClass(Deviant) const {
+    ClassRuntime const & runtime = *internal_descriptor().runtime;
+    return ImmutableClass(runtime.metaClass(), runtime.deviant());
+}
+
+ImmutableType BodyCore::getMetaType(Deviant deviant) const { return getMetaClass(deviant); }
+
+Object BodyCore::fromString(Deviant, String const &) { return Object(ValueObject(String())); }
+
+// --- identity and what all objects have ------------------------------------------------------------------------------
+
+void BodyCore::setId(Deviant, Integer const & id) { fId = id; }
+
+Integer BodyCore::getId(Deviant) const { return Integer(fId); }
+
+Boolean BodyCore::hasModelZEL(Deviant deviant) const { return Boolean(readState(deviant)->modelZEL != nullptr); }
+
+Model BodyCore::getModelZEL(Deviant deviant) const { return Model(readState(deviant)->modelZEL, deviant); }
+
+Boolean BodyCore::hasContainerZEL(Deviant deviant) const { return Boolean(readState(deviant)->containerZEL != nullptr); }
+
+ClassObject BodyCore::getContainerZEL(Deviant deviant) const {
+    return ClassObject(readState(deviant)->containerZEL, deviant);
+}
+
+} // namespace ZEL::internal

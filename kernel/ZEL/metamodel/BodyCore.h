@@ -1,0 +1,132 @@
+#pragma once
+
+#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/metamodel/Descriptors.h>
+#include <ZEL/metamodel/StateCore.h>
+
+#include <cstdint>
+
+namespace ZEL::internal {
+
+class ModelCore;
+
+/// First, not shared base of every generated body: identity, count, the state in the root deviant, and the whole state
+/// protocol.
+///
+/// A body that has a model is owned by it: the count says how many handles, maps and other models hold it, but the body
+/// itself goes with its model, or, if it is still held then, with the last count. The fast road of a get is
+/// `readState`, inline: a live root deviant and a real root state are one test each.
+class ZEL_API BodyCore : public virtual NSInterface::ClassObjectIntf {
+public:
+    ~BodyCore() override;
+
+    [[nodiscard]] virtual ClassDescriptor const & internal_descriptor() const noexcept = 0;
+
+    // --- counting --------------------------------------------------------------------------------------------------
+    void incRef() override;
+    /// Raises "Decrementing the ref count of a ref with count already 0" on a count below 1.
+    void decRef() override;
+    int numRef() override;
+
+    // --- state protocol --------------------------------------------------------------------------------------------
+    [[nodiscard]] BodyCore * internal_body() const noexcept final { return const_cast<BodyCore *>(this); }
+    [[nodiscard]] NSInterface::ClassObjectIntf const * internal_container(Deviant deviant) const final;
+    [[nodiscard]] bool deviant_isValid(Deviant deviant) const final;
+    void deviant_destroyState(NSInterface::ObjectIntf * state) final;
+    void deviant_markModelDestroyed() override;
+    void deviant_commitTransientState(Deviant deviant) final;
+    [[nodiscard]] NSInterface::ObjectIntf * deviant_getCopyOfDeviation(Deviant deviant) const final;
+    [[nodiscard]] NSInterface::ObjectIntf * internal_getDeviation(Deviant deviant) const final;
+    void internal_setDeviation(Deviant deviant, NSInterface::ObjectIntf * state) final;
+    NSInterface::ObjectIntf * internal_createDeviation(Deviant deviant) final;
+    void internal_destroyDeviation(Deviant deviant) final;
+    [[nodiscard]] NSInterface::ObjectIntf * getReadDeviant(Deviant deviant) const final;
+    [[nodiscard]] NSInterface::ObjectIntf * getWriteDeviant(Deviant deviant) const final;
+
+    // --- copies and deletion ---------------------------------------------------------------------------------------
+    void internal_cloneReferences(Deviant deviant, CloneMap & copies) final;
+    void internal_cloneContents(Deviant deviant, CloneMap & copies) final;
+    ClassObject clone(Deviant deviant, ClassObject const & target) final;
+    void internal_unlinkForDestroy(Deviant deviant) final;
+    void internal_destroyContents(Deviant deviant) final;
+    void destroy(Deviant deviant) override;
+
+    // --- naming ----------------------------------------------------------------------------------------------------
+    [[nodiscard]] std::size_t getByteSize() const final;
+    [[nodiscard]] char const * getOrcaName(bool immutable) const final;
+    [[nodiscard]] ImmutableClass getMetaClass(Deviant deviant) const final;
+    [[nodiscard]] ImmutableType getMetaType(Deviant deviant) const final;
+    [[nodiscard]] Object fromString(Deviant deviant, String const & text) final;
+
+    // --- identity --------------------------------------------------------------------------------------------------
+    void setId(Deviant deviant, Integer const & id) final;
+    [[nodiscard]] Integer getId(Deviant deviant) const final;
+
+    // --- fast roads of what all objects have -----------------------------------------------------------------------
+    [[nodiscard]] Boolean hasModelZEL(Deviant deviant) const final;
+    [[nodiscard]] Model getModelZEL(Deviant deviant) const final;
+    [[nodiscard]] Boolean hasContainerZEL(Deviant deviant) const final;
+    [[nodiscard]] ClassObject getContainerZEL(Deviant deviant) const final;
+
+    /// The state to read, by the rules of `getReadDeviant`.
+    [[nodiscard]] StateCore * readState(Deviant deviant) const {
+        DeviantIdentity const * const identity = deviant.getIdentity();
+        if ((fBits & kRealRootState) != 0 && (identity == nullptr || identity->kind == DeviantIdentity::Kind::LiveRoot)) [[likely]] {
+            return fRootState;
+        }
+        return readStateSlowly(deviant);
+    }
+    /// The state to write, by the rules of `getWriteDeviant`.
+    [[nodiscard]] StateCore * writeState(Deviant deviant) const {
+        DeviantIdentity const * const identity = deviant.getIdentity();
+        if (identity != nullptr && identity->openTransaction == fSavedIn && fSavedIn != 0 &&
+            identity->kind == DeviantIdentity::Kind::LiveRoot && (fBits & kRealRootState) != 0) [[likely]] {
+            return fRootState;
+        }
+        return writeStateSlowly(deviant);
+    }
+
+    [[nodiscard]] ModelCore * internal_model() const noexcept { return fModel; }
+    [[nodiscard]] std::int32_t internal_id() const noexcept { return fId; }
+
+    /// Static part of `internal_createDeviation`: an empty state for the root. Raises
+    /// "no root deviant passed to XImpl::createRootDeviation" for a deviant with an id.
+    [[nodiscard]] StateCore * createRootDeviation(Deviant deviant) const;
+    [[nodiscard]] StateCore * createDeviation(Deviant deviant) const;
+
+protected:
+    BodyCore() = default;
+    BodyCore(BodyCore const &) = delete;
+    BodyCore & operator=(BodyCore const &) = delete;
+
+    /// At count 0 outside a model: deletes the body. The body of a model runs its end first.
+    virtual void internal_released();
+
+private:
+    friend class ModelCore;
+
+    static constexpr std::uint32_t kRealRootState = 1;
+    static constexpr std::uint32_t kHasDeviantEntries = 2; ///< some deviant may hold an entry of its own
+
+    [[nodiscard]] StateCore * readStateSlowly(Deviant deviant) const;
+    [[nodiscard]] StateCore * writeStateSlowly(Deviant deviant) const;
+    /// State of this object in `deviant` itself, as stored.
+    [[nodiscard]] NSInterface::ObjectIntf * stateIn(Deviant deviant) const;
+    /// The root's state as other deviants see it: the one before a running root transaction.
+    [[nodiscard]] NSInterface::ObjectIntf * readStateFromRoot(Deviant deviant) const;
+    [[nodiscard]] NSInterface::ObjectIntf * copyState(NSInterface::ObjectIntf * state) const;
+    void saveOldState(Deviant deviant, NSInterface::ObjectIntf * present) const;
+    void destroyState(Deviant deviant);
+    void checkWritable(Deviant deviant) const;
+    void setRootState(NSInterface::ObjectIntf * state) const;
+    void checkAccess(Deviant deviant) const;
+
+    mutable StateCore * fRootState = nullptr;
+    ModelCore * fModel = nullptr;
+    mutable std::uint64_t fSavedIn = 0; ///< number of the root transaction in which the old state was saved last
+    std::int32_t fId = -1;
+    std::int32_t fRefCount = 0;
+    mutable std::uint32_t fBits = 0;
+};
+
+} // namespace ZEL::internal

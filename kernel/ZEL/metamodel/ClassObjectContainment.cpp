@@ -1,0 +1,112 @@
+// The container ends of every object.
+
+#include <ZEL/Boolean.h>
+#include <ZEL/Exception.h>
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/metamodel/Containment.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/PropertySupport.h>
+
+namespace ZEL::NSInterface {
+
+namespace {
+
+/// The model of an object as stored in its state, null if it has none.
+ModelIntf * storedModel(ClassObjectIntf const & object, Deviant deviant) {
+    return object.internal_body()->readState(deviant)->modelZEL;
+}
+
+bool isModelAlive(ModelIntf const * model, Deviant deviant) { return model != nullptr && model->deviant_isValid(deviant); }
+
+/// All that forbids `container` to become the container of `object`; raises before anything is written.
+void checkContainer(ClassObjectIntf const & object, Deviant deviant, ClassObject const & container) {
+    ClassObjectIntf const * const target = container.getImplementation();
+    // An object that contains nothing can only be its own container.
+    if (target == &object ||
+        (internal::hasContainees(object, deviant) && deviant.willCauseCompositionCycles(target, &object))) {
+        raiseInternalError("Cyclic composition");
+    }
+    ModelIntf const * const own = storedModel(object, deviant);
+    ModelIntf const * const other = storedModel(*target, container.getDeviant());
+    if (isModelAlive(own, deviant) && isModelAlive(other, container.getDeviant()) && own != other) {
+        raiseInternalError("Cross-model composition");
+    }
+    if (own != nullptr && static_cast<ClassObjectIntf const *>(own) == &object) {
+        raiseInternalError("Parenting of Model");
+    }
+}
+
+} // namespace
+
+Boolean ClassObjectIntf::hasContainerZEL(Deviant deviant) const { return internal::readStateOf<ClassObjectIntf>(*this, deviant).hasContainerZEL(deviant); }
+
+ClassObject ClassObjectIntf::getContainerZEL(Deviant deviant) const { return internal::readStateOf<ClassObjectIntf>(*this, deviant).getContainerZEL(deviant); }
+
+void ClassObjectIntf::setContainerZEL(Deviant deviant, ClassObject const & container) {
+    if (!container.isValid()) {
+        removeContainerZEL(deviant);
+        return;
+    }
+    if (container == getContainerZEL(deviant)) {
+        return;
+    }
+    internal::FieldDescriptor const * const field = internal::acceptingField(*container.getImplementation(), *this);
+    if (field == nullptr) {
+        checkContainer(*this, deviant, container);
+        raiseInternalError("cannot insert value into the combined sequence");
+    }
+    setOnlyContainerZEL(deviant, container);
+    internal::addContainee(*container.getImplementation(), deviant, *field, *this);
+}
+
+void ClassObjectIntf::removeContainerZEL(Deviant deviant) {
+    ClassObject const container = getContainerZEL(deviant);
+    if (container.getImplementationWithoutAssert() != nullptr && container.isValid()) {
+        internal::eraseContainee(*container.getImplementation(), deviant, *this);
+    }
+    removeOnlyContainerZEL(deviant);
+}
+
+void ClassObjectIntf::setOnlyContainerZEL(Deviant deviant, ClassObject const & container) {
+    bool const isSet = container.isValid();
+    if (isSet) {
+        checkContainer(*this, deviant, container);
+    }
+    ClassObject const old = getContainerZEL(deviant);
+    if (isSet && old == container) {
+        return;
+    }
+    if (old.getImplementationWithoutAssert() == nullptr) {
+        if (!isSet) {
+            return;
+        }
+        if (storedModel(*this, deviant) != nullptr) {
+            internal::eraseUnparented(*this, deviant);
+        }
+    } else {
+        if (old.isValid()) {
+            internal::eraseContainee(*old.getImplementation(), deviant, *this);
+        }
+        if (!isSet) {
+            removeOnlyContainerZEL(deviant);
+            return;
+        }
+    }
+    internal::writeStateOf<ClassObjectIntf>(*this, deviant).setContainerZEL(deviant, container);
+}
+
+void ClassObjectIntf::removeOnlyContainerZEL(Deviant deviant) {
+    internal::addUnparented(*this, deviant);
+    internal::writeStateOf<ClassObjectIntf>(*this, deviant).setContainerZEL(deviant, ClassObject());
+}
+
+Sequence<ClassObject> ClassObjectIntf::getContaineeZELs(Deviant deviant) const {
+    return internal::containeeView(*this, deviant, getContaineeZELsWithoutAssociation(deviant));
+}
+
+Sequence<ClassObject> ClassObjectIntf::getContaineeZELsWithoutAssociation(Deviant deviant) const {
+    return internal::combinedContainees<ClassObject>(*this, deviant);
+}
+
+} // namespace ZEL::NSInterface

@@ -1,0 +1,201 @@
+#include <ZEL/metamodel/Containment.h>
+
+#include <ZEL/Boolean.h>
+#include <ZEL/Exception.h>
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/FactoryObjectIntf.h>
+#include <ZEL/metamodel/ModelIntf.h>
+#include <ZEL/sequences/PersistentSequence.h>
+
+#include <algorithm>
+
+namespace ZEL::internal {
+
+namespace {
+
+using NSInterface::ClassObjectIntf;
+using NSInterface::ObjectIntf;
+
+StateCore const & stateToRead(ClassObjectIntf const & object, Deviant deviant) {
+    return *object.internal_body()->readState(deviant);
+}
+
+StateCore & stateToWrite(ClassObjectIntf const & object, Deviant deviant) {
+    return *object.internal_body()->writeState(deviant);
+}
+
+/// The body a field holds, as a class object. Fields of class type hold nothing else.
+ClassObjectIntf * classObject(void * element) {
+    return static_cast<ClassObjectIntf *>(static_cast<ObjectIntf *>(element)->cast(ClassObjectIntf::classInfo()));
+}
+
+ClassDescriptor const & classOf(ClassObjectIntf const & object) { return object.internal_body()->internal_descriptor(); }
+
+NSInterface::ModelIntf & modelOf(ClassObjectIntf & object, Deviant deviant) {
+    NSInterface::ModelIntf * const model = stateToRead(object, deviant).modelZEL;
+    if (model == nullptr) {
+        raiseNullReference();
+    }
+    return *model;
+}
+
+PersistentSequence const & unparentedOf(NSInterface::ModelIntf & model, Deviant deviant) {
+    FieldDescriptor const * const field = fieldOf(classOf(model), NSInterface::ModelIntf::unparentedProperty());
+    return readSequence(*field, stateToRead(model, deviant));
+}
+
+PersistentSequence & unparentedToWrite(NSInterface::ModelIntf & model, Deviant deviant) {
+    FieldDescriptor const * const field = fieldOf(classOf(model), NSInterface::ModelIntf::unparentedProperty());
+    return field->sequence(stateToWrite(model, deviant));
+}
+
+} // namespace
+
+FieldDescriptor const * fieldOf(ClassDescriptor const & descriptor, PropertyDescriptor const & property) noexcept {
+    auto const found = std::find_if(descriptor.fields.begin(), descriptor.fields.end(),
+                                    [&property](FieldDescriptor const & field) { return field.property == &property; });
+    return found == descriptor.fields.end() ? nullptr : &*found;
+}
+
+bool isContainment(FieldDescriptor const & field) noexcept {
+    PropertyDescriptor const & property = *field.property;
+    return property.isComposite && !property.isDerived && property.typeClass != nullptr &&
+           !property.typeClass->isKindOf(NSInterface::FactoryObjectIntf::descriptor());
+}
+
+PersistentSequence const & readSequence(FieldDescriptor const & field, StateCore const & state) noexcept {
+    if (field.property == &ClassObjectIntf::appliedStereotypeInstanceProperty()) {
+        return state.stereotypeInstances();
+    }
+    return field.sequence(const_cast<StateCore &>(state));
+}
+
+bool accepts(FieldDescriptor const & field, ObjectIntf const & element) {
+    return element.cast(field.elementInfo()) != nullptr;
+}
+
+FieldDescriptor const * acceptingField(ClassObjectIntf const & container, ClassObjectIntf const & element) {
+    for (FieldDescriptor const & field : classOf(container).fields) {
+        if (isContainment(field) && accepts(field, element)) {
+            return &field;
+        }
+    }
+    return nullptr;
+}
+
+void addContainee(ClassObjectIntf & container, Deviant deviant, FieldDescriptor const & field, ClassObjectIntf & element) {
+    ObjectIntf * const added = &element;
+    if (field.sequence != nullptr) {
+        if (!readSequence(field, stateToRead(container, deviant)).contains(added)) {
+            field.sequence(stateToWrite(container, deviant)).push_back(added);
+        }
+        return;
+    }
+    ObjectIntf * const present = field.get(stateToRead(container, deviant));
+    if (present == added) {
+        return;
+    }
+    if (present != nullptr) {
+        ClassObjectIntf * const displaced = classObject(present);
+        displaced->removeOnlyContainerZEL(deviant);
+    }
+    field.set(stateToWrite(container, deviant), added);
+}
+
+void eraseContainee(ClassObjectIntf & container, Deviant deviant, ClassObjectIntf const & element) {
+    ObjectIntf const * const erased = &element;
+    for (FieldDescriptor const & field : classOf(container).fields) {
+        if (!isContainment(field) || !accepts(field, element)) {
+            continue;
+        }
+        if (field.sequence != nullptr) {
+            if (readSequence(field, stateToRead(container, deviant)).contains(erased)) {
+                field.sequence(stateToWrite(container, deviant)).erase(erased);
+                return;
+            }
+        } else if (field.get(stateToRead(container, deviant)) == erased) {
+            field.set(stateToWrite(container, deviant), nullptr);
+            return;
+        }
+    }
+}
+
+void collectContainees(ClassObjectIntf const & object, Deviant deviant, std::vector<ClassObjectIntf *> & result) {
+    StateCore const & state = stateToRead(object, deviant);
+    for (FieldDescriptor const & field : classOf(object).fields) {
+        if (!isContainment(field)) {
+            continue;
+        }
+        if (field.sequence != nullptr) {
+            readSequence(field, state).forEach([&result](void * element) { result.push_back(classObject(element)); });
+        } else if (ObjectIntf * const value = field.get(state)) {
+            result.push_back(classObject(value));
+        }
+    }
+}
+
+bool hasContainees(ClassObjectIntf const & object, Deviant deviant) {
+    StateCore const & state = stateToRead(object, deviant);
+    return std::any_of(classOf(object).fields.begin(), classOf(object).fields.end(), [&state](FieldDescriptor const & field) {
+        return isContainment(field) &&
+               (field.sequence != nullptr ? !readSequence(field, state).empty() : field.get(state) != nullptr);
+    });
+}
+
+std::vector<ClassObjectIntf *> collectSubtree(ClassObjectIntf & object, Deviant deviant) {
+    std::vector<ClassObjectIntf *> objects{&object};
+    for (std::size_t next = 0; next < objects.size(); ++next) {
+        if (objects[next]->deviant_isValid(deviant)) {
+            collectContainees(*objects[next], deviant, objects);
+        }
+    }
+    std::erase_if(objects, [deviant](ClassObjectIntf const * candidate) { return !candidate->deviant_isValid(deviant); });
+    return objects;
+}
+
+std::vector<ClassObjectIntf *> modelRoots(ClassObjectIntf & object, Deviant deviant) {
+    std::vector<ClassObjectIntf *> roots;
+    FieldDescriptor const * const unparented = fieldOf(classOf(object), NSInterface::ModelIntf::unparentedProperty());
+    if (unparented == nullptr) {
+        return roots;
+    }
+    StateCore const & state = stateToRead(object, deviant);
+    readSequence(*unparented, state).forEach([&roots](void * root) { roots.push_back(classObject(root)); });
+    for (FieldDescriptor const & field : classOf(object).fields) {
+        PropertyDescriptor const & property = *field.property;
+        if (property.typeClass != nullptr && property.typeClass->isKindOf(NSInterface::FactoryObjectIntf::descriptor()) &&
+            field.get != nullptr && field.get(state) != nullptr) {
+            roots.push_back(classObject(field.get(state)));
+        }
+    }
+    return roots;
+}
+
+void addUnparented(ClassObjectIntf & object, Deviant deviant) {
+    NSInterface::ModelIntf & model = modelOf(object, deviant);
+    ObjectIntf * const added = &object;
+    if (static_cast<ObjectIntf *>(&model) != added && !unparentedOf(model, deviant).contains(added)) {
+        unparentedToWrite(model, deviant).push_back(added);
+    }
+}
+
+void eraseUnparented(ClassObjectIntf & object, Deviant deviant) {
+    NSInterface::ModelIntf & model = modelOf(object, deviant);
+    ObjectIntf const * const erased = &object;
+    if (unparentedOf(model, deviant).contains(erased)) {
+        unparentedToWrite(model, deviant).erase(erased);
+    }
+}
+
+void attachToOwner(ClassObjectIntf & owner, Deviant deviant, PropertyDescriptor const & property, ClassObjectIntf & element) {
+    FieldDescriptor const * const field = fieldOf(classOf(owner), property);
+    ObjectIntf * const value = &element;
+    if (stateToRead(element, deviant).containerZEL != &owner) {
+        element.setOnlyContainerZEL(deviant, ClassObject(&owner, deviant));
+    } else if (field == nullptr || field->sequence == nullptr ||
+               !readSequence(*field, stateToRead(owner, deviant)).contains(value)) {
+        eraseContainee(owner, deviant, element);
+    }
+}
+
+} // namespace ZEL::internal

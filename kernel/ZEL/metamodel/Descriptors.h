@@ -1,0 +1,167 @@
+#pragma once
+
+#include <ZEL/CooperativeVisitor.h>
+#include <ZEL/Deviant.h>
+#include <ZEL/Export.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace HASP {
+class TypeInfo;
+} // namespace HASP
+
+namespace ZEL {
+
+class ClassObject;
+class FactoryObject;
+class ImmutableClassObject;
+class Model;
+class Object;
+template <class T> class Sequence;
+
+namespace NSInterface {
+class ClassIntf;
+class ClassObjectIntf;
+class ObjectIntf;
+} // namespace NSInterface
+
+namespace Generic {
+struct PropertyToSequenceMethods;
+} // namespace Generic
+
+/// What the generator knows of a metamodel, as constant tables: the source of the bootstrap, of reflective access and of
+/// the operations that treat all properties of an object alike (containment, copies, deletion).
+namespace internal {
+
+class BodyCore;
+class ClassRuntime;
+class PersistentSequence;
+class StateCore;
+struct ClassDescriptor;
+
+/// How the two ends of a property's association are kept in step.
+enum class OtherEnd : std::uint8_t {
+    None,      ///< no association, or the other end is owned by it and this end is not composite: this end alone
+    Property,  ///< the other end is a property of another class: `PropertyDescriptor::opposite`
+    Container, ///< composite, and the other end is owned by the association: the element's container
+};
+
+/// Where the values of a property live.
+enum class Storage : std::uint8_t {
+    Field,     ///< in the state of the object
+    Body,      ///< in the body (`id`)
+    Container, ///< a single end whose other end is composite: the object's container, narrowed to the type
+    Derived,   ///< computed
+};
+
+/// One property, as the class that introduces it declares it.
+struct PropertyDescriptor {
+    char const * name;          ///< its model name, such as "isComposite"
+    ClassDescriptor const * owner;
+    char const * typeName;      ///< its type's registered name, such as "ZEL.Boolean"
+    ClassDescriptor const * typeClass; ///< null for data types
+    std::int32_t lower;
+    std::uint32_t upper;        ///< 0xFFFFFFFF is unlimited
+    bool isReadOnly;
+    bool isDerived;
+    bool isComposite;
+    bool isOrdered;
+    bool isUnique;
+    char const * defaultValue;  ///< "" for none
+    std::uint8_t persistence;   ///< a `PersistenceKind::Value`
+    char const * association;   ///< its name; null without association
+    char const * ownedEnd;      ///< name of the end that the association owns; null if the other end is a property
+    PropertyDescriptor const * opposite; ///< the other end if that is a property
+    char const * key;           ///< "ZEL.X::ZEL.X.p", or the irregular form
+    char const * description;   ///< "" for none
+    OtherEnd otherEnd;
+    Storage storage;
+    /// Access of a single-valued property; null for a multi-valued one.
+    Generic::PropertyToSequenceMethods const * single;
+    /// Access of a multi-valued property, null for a single-valued one.
+    Sequence<Object> (*many)(ImmutableClassObject const & object);
+    Sequence<Object> (*manyWithoutAssociation)(ImmutableClassObject const & object);
+
+    [[nodiscard]] bool isMany() const noexcept { return single == nullptr; }
+};
+
+/// One stored property of class type in the states of a concrete class.
+struct FieldDescriptor {
+    PropertyDescriptor const * property;
+    CooperativeVisitor::internal::ClassInfo const & (*elementInfo)(); ///< of the property's type
+    /// The field of a multi-valued property, null otherwise.
+    PersistentSequence & (*sequence)(StateCore & state);
+    /// The field of a single-valued property, null otherwise.
+    NSInterface::ObjectIntf * (*get)(StateCore const & state);
+    /// Stores a pointer that the caller knows to be null or of the property's type.
+    void (*set)(StateCore & state, NSInterface::ObjectIntf * value);
+};
+
+enum class BuiltAs : std::uint8_t { Class, Stereotype, Model };
+
+/// One metamodel class.
+struct ClassDescriptor {
+    char const * name;
+    char const * orcaName;          ///< "ZEL.X"
+    char const * immutableOrcaName; ///< "ZEL.ImmutableX"
+    CooperativeVisitor::internal::ClassInfo const & (*classInfo)();
+    bool isAbstract;
+    BuiltAs builtAs;
+    std::span<ClassDescriptor const * const> superClasses;
+    std::span<PropertyDescriptor const> ownProperties;
+    /// The inherited properties of which the class has a clone, in their order.
+    std::span<PropertyDescriptor const * const> clones;
+    /// The parts that follow are null, empty or zero for an abstract class.
+    std::span<FieldDescriptor const> fields; ///< own first, then in the order of the clones
+    BodyCore * (*createBody)();
+    StateCore * (*createState)();
+    /// Copies all fields; both states are of this class.
+    void (*assignState)(StateCore & target, StateCore const & source);
+    std::size_t bodySize;
+    std::size_t stateSize;
+    ClassRuntime * runtime; ///< what is known of the class once its metamodel is built
+
+    [[nodiscard]] bool isKindOf(ClassDescriptor const & other) const noexcept;
+};
+
+/// One enumeration; a literal's index is the value of its kind.
+struct EnumerationDescriptor {
+    char const * name;
+    char const * registeredName; ///< "ZEL.VisibilityKind"
+    std::span<char const * const> literals;
+    HASP::TypeInfo const & (*typeInfo)();
+};
+
+/// One primitive type.
+struct PrimitiveDescriptor {
+    char const * name;
+    char const * registeredName;
+    HASP::TypeInfo (*typeInfo)();
+};
+
+/// One metamodel: what the bootstrap and the registration of an application's metamodel walk.
+struct MetaModelDescriptor {
+    char const * prefix;     ///< the XML prefix, and the first part of registered names: "ZEL"
+    char const * topPackage; ///< name of the package that holds the classes
+    std::span<char const * const> uris;           ///< the first is the URI of the model and of its top package
+    std::span<char const * const> additionalUris; ///< bound in the factory and metamodel registries only
+    /// Around the association's name in the keys of the ends that associations own: prefix, name, "::", infix, name.
+    std::string_view ownedEndKeyPrefix;
+    std::string_view ownedEndKeyInfix;
+    char const * uuidBase;   ///< constant, so that references into the metamodel are the same in every process
+    /// Names of classes, enumerations and primitive types in the order in which their objects are created.
+    std::span<char const * const> declareOrder;
+    std::span<ClassDescriptor const * const> classes; ///< in declare order
+    std::span<EnumerationDescriptor const> enumerations;
+    std::span<PrimitiveDescriptor const> primitives;
+    ClassDescriptor const * modelClass;   ///< null for a profile
+    ClassDescriptor const * factoryClass;
+    Model (*createModel)();               ///< null for a profile
+    FactoryObject (*createFactory)(Model model);
+};
+
+} // namespace internal
+} // namespace ZEL

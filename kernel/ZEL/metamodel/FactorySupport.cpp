@@ -1,0 +1,103 @@
+#include <ZEL/metamodel/FactorySupport.h>
+
+#include <ZEL/DeviantAssertions.h>
+#include <ZEL/DeviantManagerHelper.h>
+#include <ZEL/Exception.h>
+#include <ZEL/String.h>
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/Containment.h>
+#include <ZEL/metamodel/FactoryObject.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/ModelCore.h>
+#include <hasp_util/UUID.h>
+
+#include <memory>
+
+namespace ZEL::internal {
+
+namespace {
+
+/// Lets writes pass outside of transactions for the length of a scope.
+class AssertionsOff {
+public:
+    AssertionsOff() : fBefore(DeviantAssertions::enableAssertions(false)) {}
+    ~AssertionsOff() { DeviantAssertions::enableAssertions(fBefore); }
+    AssertionsOff(AssertionsOff const &) = delete;
+    AssertionsOff & operator=(AssertionsOff const &) = delete;
+
+private:
+    bool fBefore;
+};
+
+} // namespace
+
+ModelCore & modelOfFactory(NSInterface::ClassObjectIntf & factory, Deviant deviant) {
+    DeviantAssertions const assertions(deviant.getImpl());
+    NSInterface::ModelIntf * const model = factory.internal_body()->readState(deviant)->modelZEL;
+    assertions.assertWritable(&factory);
+    if (model == nullptr) {
+        raiseNullReference();
+    }
+    return *factory.internal_body()->internal_model();
+}
+
+BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor) {
+    return createObject(model, deviant, descriptor, model.nextId());
+}
+
+BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor, std::int32_t id) {
+    DeviantAssertions(deviant.getImpl()).assertWritable(&model);
+    model.checkId(deviant, id, descriptor);
+    if (id < 1 || id == model.internal_id()) {
+        raiseInternalError("Internal id value overflow!");
+    }
+    BodyCore & body = *descriptor.createBody();
+    model.adopt(body);
+    ClassObject const object(&body, deviant);
+    deviant.markObjectCreated(&body);
+    body.internal_createDeviation(deviant);
+    model.setObjectId(deviant, object, Integer(id));
+    body.readState(deviant)->modelZEL = &model;
+    addUnparented(body, deviant);
+    return body;
+}
+
+Model createModel(ClassDescriptor const & modelClass, FactoryObject (*createFactory)(Model)) {
+    AssertionsOff const off;
+    auto & body = static_cast<ModelCore &>(*modelClass.createBody());
+    Deviant const root = body.internal_deviantManager().getRootDeviant();
+    Model model(&body, root);
+    root.setMaximumUndoStackLength(0);
+    body.internal_deviantManager().setHelper(std::make_unique<DeviantManagerHelper>().release());
+    body.internal_setDeviation(root, body.createRootDeviation(root));
+    body.setObjectId(root, model, Integer(body.nextId()));
+    body.setUuidBase(root, String(HASP::UUID::createUuidAsString()));
+    body.setOnlyModelZEL(root, model);
+    FactoryObject const factory = createFactory(model);
+    body.setOnlyFactory(root, factory);
+    body.holdFactory(*factory.getImplementation()->internal_body());
+    root.setMaximumUndoStackLength(Deviant::getDefaultMaximumUndoStackLength());
+    return model;
+}
+
+FactoryObject createFactory(Model const & model, ClassDescriptor const & factoryClass) {
+    auto & owner = static_cast<ModelCore &>(*model.getImplementation()->internal_body());
+    Deviant const root = owner.internal_deviantManager().getRootDeviant();
+    BodyCore & body = *factoryClass.createBody();
+    owner.adopt(body);
+    FactoryObject factory(static_cast<NSInterface::FactoryObjectIntf *>(body.cast(NSInterface::FactoryObjectIntf::classInfo())),
+                          model.getDeviant());
+    body.internal_createDeviation(root);
+    StateCore & state = *body.readState(root);
+    state.modelZEL = &owner;
+    // A factory names its model where the class of the link admits it: a profile's factory works in any model.
+    for (FieldDescriptor const & field : factoryClass.fields) {
+        if (field.set != nullptr && field.property->typeClass != nullptr &&
+            field.property->typeClass->isKindOf(NSInterface::ModelIntf::descriptor()) && accepts(field, owner)) {
+            field.set(state, &owner);
+        }
+    }
+    return factory;
+}
+
+} // namespace ZEL::internal

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <ZEL/Integer.h>
+#include <ZEL/metamodel/BodyCore.h>
+#include <ZEL/metamodel/Descriptors.h>
+
+/// How objects, models and factories come into being; the generated creators are calls of these.
+namespace ZEL::internal {
+
+class ModelCore;
+
+/// A new object of the class in the model: present in `deviant` alone, unparented, numbered by the next number or by `id`.
+/// Raises before anything is made: when the model has gone, when the deviant is not open for writing, when the numbers
+/// are used up ("Internal id value overflow!"), and when `id` belongs to another object.
+ZEL_API BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor);
+ZEL_API BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor, std::int32_t id);
+
+/// The model in which `factory` creates, seen in `deviant`.
+ZEL_API ModelCore & modelOfFactory(NSInterface::ClassObjectIntf & factory, Deviant deviant);
+
+/// What `createX` of a factory does, for handle class `H`.
+template <class H> H createObject(NSInterface::ClassObjectIntf & factory, Deviant deviant) {
+    return H(static_cast<typename H::BodyInterface *>(
+                 createObject(modelOfFactory(factory, deviant), deviant, H::BodyInterface::descriptor())
+                     .cast(H::BodyInterface::classInfo())),
+             deviant);
+}
+template <class H> H createObject(NSInterface::ClassObjectIntf & factory, Deviant deviant, Integer const & id) {
+    return H(static_cast<typename H::BodyInterface *>(createObject(modelOfFactory(factory, deviant), deviant,
+                                                               H::BodyInterface::descriptor(), static_cast<std::int32_t>(id))
+                                                      .cast(H::BodyInterface::classInfo())),
+             deviant);
+}
+
+/// A new model with id 1, a fresh uuid and a factory, without history.
+[[nodiscard]] ZEL_API Model createModel(ClassDescriptor const & modelClass, FactoryObject (*createFactory)(Model));
+
+/// A new factory that creates in `model`. It has no number and no container, and lives by its count; the one that
+/// `createModel` makes is held by the model.
+[[nodiscard]] ZEL_API FactoryObject createFactory(Model const & model, ClassDescriptor const & factoryClass);
+
+} // namespace ZEL::internal

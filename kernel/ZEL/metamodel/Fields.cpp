@@ -1,0 +1,27 @@
+#include <ZEL/metamodel/Fields.h>
+
+#include <cstring>
+#include <limits>
+#include <new>
+#include <stdexcept>
+
+namespace ZEL::internal {
+
+void TextField::set(std::string_view text) {
+    if (text.empty()) {
+        clear();
+        return;
+    }
+    if (text.size() > std::numeric_limits<std::uint32_t>::max()) {
+        throw std::length_error("text of a property longer than 4 GiB");
+    }
+    void * const memory = ::operator new(sizeof(Record) + text.size());
+    TextField fresh;
+    fresh.fRecord = new (memory) Record{1, static_cast<std::uint32_t>(text.size())};
+    std::memcpy(fresh.fRecord->text(), text.data(), text.size());
+    swap(fresh);
+}
+
+void TextField::destroy(Record * record) noexcept { ::operator delete(record); }
+
+} // namespace ZEL::internal

@@ -1,0 +1,82 @@
+#include <ZEL/metamodel/MetaModelBuilder.h>
+
+#include <ZEL/Cleanup.h>
+#include <ZEL/Constants.h>
+#include <ZEL/DeviantAssertions.h>
+#include <ZEL/Exception.h>
+#include <ZEL/GlobalXMIIdToObjectMap.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/metamodel/MetaModelDeclaration.h>
+#include <ZEL/metamodel/MetaModelDefinition.h>
+#include <ZEL/metamodel/Package.h>
+
+#include <string>
+
+namespace ZEL::internal {
+
+namespace {
+
+/// Writes pass without a transaction, and what is made counts as part of the process-wide metamodels.
+class BuildSection {
+public:
+    BuildSection() : fAssertions(DeviantAssertions::enableAssertions(false)) { Cleanup::beginMetaRegistrySection(); }
+    ~BuildSection() {
+        Cleanup::endMetaRegistrySection();
+        DeviantAssertions::enableAssertions(fAssertions);
+    }
+    BuildSection(BuildSection const &) = delete;
+    BuildSection & operator=(BuildSection const &) = delete;
+
+private:
+    bool fAssertions;
+};
+
+} // namespace
+
+MetaModel MetaModelBuilder::build() const {
+    BuildSection const section;
+    MetaModel model(NSInterface::FactoryIntf::createNewModel());
+    Deviant const root = model.getDeviant();
+    root.setMaximumUndoStackLength(0);
+    model.setUuidBase(String(fDescriptor.uuidBase));
+
+    MetaModelDeclaration declaration(fDescriptor, model);
+    declaration.declareAll();
+    MetaModelDefinition definition(fDescriptor, declaration);
+    definition.defineAll();
+
+    String const uri(fDescriptor.uris.front());
+    model.setUri(uri);
+    declaration.topPackage().setUri(uri);
+    model.setTopPackage(declaration.topPackage());
+    return model;
+}
+
+void MetaModelBuilder::registerAll(MetaModel const & model) const {
+    BuildSection const section;
+    registerTypes();
+    registerCreators();
+    bindUris(model);
+}
+
+void MetaModelBuilder::tearDown(MetaModel const & model) const {
+    BuildSection const section;
+    for (ClassDescriptor const * const descriptor : fDescriptor.classes) {
+        Class const object(descriptor->runtime->metaClass(), descriptor->runtime->deviant());
+        for (ClassDescriptor const * const base : descriptor->superClasses) {
+            Class const superClass(base->runtime->metaClass(), base->runtime->deviant());
+            if (superClass.isValid() && object.isValid()) {
+                superClass.getImplementation()->getSubClassesWithoutAssociation(superClass.getDeviant()).remove(object);
+            }
+        }
+    }
+    MetaModelDeclaration::forget(fDescriptor);
+    Deviant const root = model.getDeviant();
+    root.setMaximumUndoStackLength(0);
+    root.beginTransaction();
+    model.getImplementation()->internal_destroyContents(root);
+    root.commitTransaction();
+}
+
+} // namespace ZEL::internal

@@ -1,0 +1,153 @@
+// How a built metamodel becomes known by names and URIs.
+
+#include <ZEL/FactoryRegistry.h>
+#include <ZEL/GlobalXMIIdToObjectMap.h>
+#include <ZEL/IteratorType.h>
+#include <ZEL/MetaModelRegistry.h>
+#include <ZEL/NamespaceRegistry.h>
+#include <ZEL/SequenceType.h>
+#include <ZEL/TypeInfoRegistry.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/metamodel/DataType.h>
+#include <ZEL/metamodel/FactoryIntf.h>
+#include <ZEL/metamodel/FactoryObject.h>
+#include <ZEL/metamodel/MetaModelBuilder.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/Type.h>
+
+#include <string>
+#include <vector>
+
+namespace ZEL::internal {
+
+namespace {
+
+/// Registered names are "PREFIX.Name"; those of iterators and sequences are made of both parts.
+struct TypeNames {
+    explicit TypeNames(std::string const & registeredName)
+        : prefix(registeredName.substr(0, registeredName.find('.') + 1)), name(registeredName.substr(prefix.size())) {}
+
+    std::string prefix;
+    std::string name;
+};
+
+std::vector<std::string> iteratorNames(TypeNames const & type, bool isClass) {
+    std::string const & p = type.prefix;
+    std::string const & n = type.name;
+    if (isClass) {
+        return {p + "Immutable" + n + "ImmutableIterator", p + n + "ImmutableIterator", p + "Immutable" + n + "Iterator",
+                p + n + "Iterator"};
+    }
+    return {p + n + "Iterator", p + n + "ImmutableIterator"};
+}
+
+std::vector<std::string> sequenceNames(TypeNames const & type, bool isClass) {
+    std::string const & p = type.prefix;
+    std::string const & n = type.name;
+    if (isClass) {
+        return {p + "ImmutableSequenceOfImmutable" + n, p + "ImmutableSequenceOf" + n, p + "SequenceOfImmutable" + n,
+                p + "SequenceOf" + n};
+    }
+    return {p + "SequenceOf" + n, p + "ImmutableSequenceOf" + n};
+}
+
+void registerCollections(std::string const & registeredName, Type const & element, bool isClass) {
+    TypeNames const names(registeredName);
+    for (std::string const & name : iteratorNames(names, isClass)) {
+        TypeInfoRegistry::registerTypeInfo(name, IteratorType::Create(element));
+    }
+    for (std::string const & name : sequenceNames(names, isClass)) {
+        TypeInfoRegistry::registerTypeInfo(name, SequenceType::Create(element));
+    }
+}
+
+void unregisterCollections(std::string const & registeredName, bool isClass) {
+    TypeNames const names(registeredName);
+    for (std::string const & name : iteratorNames(names, isClass)) {
+        TypeInfoRegistry::unregisterTypeInfo(name);
+    }
+    for (std::string const & name : sequenceNames(names, isClass)) {
+        TypeInfoRegistry::unregisterTypeInfo(name);
+    }
+}
+
+void registerValueType(std::string const & registeredName, HASP::TypeInfo const & info) {
+    DataType const type(GlobalXMIIdToObjectMap::getMap().at(registeredName));
+    TypeInfoRegistry::registerMetaType(registeredName, info, type);
+    registerCollections(registeredName, type, false);
+}
+
+void unregisterValueType(std::string const & registeredName) {
+    TypeInfoRegistry::unregisterMetaType(registeredName);
+    unregisterCollections(registeredName, false);
+}
+
+/// The class of factories of the built-in metamodel has its own name in the type map too, without an element type.
+bool hasFactoryRow(MetaModelDescriptor const & descriptor) {
+    return descriptor.factoryClass == &NSInterface::FactoryIntf::descriptor();
+}
+
+std::vector<std::string> allUris(MetaModelDescriptor const & descriptor) {
+    std::vector<std::string> uris(descriptor.uris.begin(), descriptor.uris.end());
+    uris.insert(uris.end(), descriptor.additionalUris.begin(), descriptor.additionalUris.end());
+    return uris;
+}
+
+} // namespace
+
+void MetaModelBuilder::registerTypes() const {
+    if (hasFactoryRow(fDescriptor)) {
+        TypeInfoRegistry::registerTypeInfo(fDescriptor.factoryClass->orcaName, IteratorType::Create(Type()));
+    }
+    for (PrimitiveDescriptor const & primitive : fDescriptor.primitives) {
+        registerValueType(primitive.registeredName, primitive.typeInfo());
+    }
+    for (EnumerationDescriptor const & enumeration : fDescriptor.enumerations) {
+        registerValueType(enumeration.registeredName, enumeration.typeInfo());
+    }
+    for (ClassDescriptor const * const type : fDescriptor.classes) {
+        registerCollections(type->orcaName, Class(type->runtime->metaClass(), type->runtime->deviant()), true);
+    }
+}
+
+void MetaModelBuilder::registerCreators() const {
+    for (std::string const & uri : allUris(fDescriptor)) {
+        if (fDescriptor.createModel != nullptr) {
+            FactoryRegistry::instance()->registerModelCreator(uri, fDescriptor.createModel);
+        }
+        if (fDescriptor.createFactory != nullptr) {
+            FactoryRegistry::instance()->registerFactoryCreator(uri, fDescriptor.createFactory);
+        }
+    }
+}
+
+void MetaModelBuilder::bindUris(MetaModel const & model) const {
+    for (std::string const & uri : allUris(fDescriptor)) {
+        MetaModelRegistry::instance()->bindUriToModel(uri, model);
+    }
+    NamespaceRegistry::instance()->bindMetaUriToPrefix(fDescriptor.uris.front(), fDescriptor.prefix);
+}
+
+void MetaModelBuilder::unregisterAll() const {
+    if (hasFactoryRow(fDescriptor)) {
+        TypeInfoRegistry::unregisterTypeInfo(fDescriptor.factoryClass->orcaName);
+    }
+    for (PrimitiveDescriptor const & primitive : fDescriptor.primitives) {
+        unregisterValueType(primitive.registeredName);
+    }
+    for (EnumerationDescriptor const & enumeration : fDescriptor.enumerations) {
+        unregisterValueType(enumeration.registeredName);
+    }
+    for (ClassDescriptor const * const type : fDescriptor.classes) {
+        unregisterCollections(type->orcaName, true);
+    }
+    for (std::string const & uri : allUris(fDescriptor)) {
+        FactoryRegistry::instance()->unregisterModelCreator(uri);
+        FactoryRegistry::instance()->unregisterFactoryCreator(uri);
+        MetaModelRegistry::instance()->unbindModelUri(uri);
+    }
+    NamespaceRegistry::instance()->unbindPrefixMetaUri(fDescriptor.uris.front());
+}
+
+} // namespace ZEL::internal

@@ -1,0 +1,243 @@
+#include <ZEL/metamodel/ModelCore.h>
+
+#include <ZEL/DeviantManagerHelper.h>
+#include <ZEL/Exception.h>
+#include <ZEL/Integer.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/metamodel/Containment.h>
+#include <ZEL/metamodel/Model.h>
+#include <orca_factory/BindingRegistry.h>
+
+#include <limits>
+#include <string>
+
+namespace ZEL::internal {
+
+namespace {
+
+using NSInterface::ClassObjectIntf;
+
+/// Keeps the count of a dying body away from 0 while the code that ends it makes and drops handles on it.
+constexpr std::int32_t kDyingCount = std::numeric_limits<std::int32_t>::max() / 2;
+
+std::string typeText(Deviant deviant, ClassObjectIntf const & object) {
+    ImmutableClass const metaClass = object.getMetaClass(deviant);
+    return metaClass.isValid() ? "'; type = '" + metaClass.getQualifiedName().str() : std::string();
+}
+
+} // namespace
+
+ModelCore::ModelCore() : fManager(this, this) {
+    fModel = this;
+}
+
+ModelCore::~ModelCore() { orca::factory::basic::BindingRegistry::retract(this); }
+
+// --- life ------------------------------------------------------------------------------------------------------------
+
+void ModelCore::internal_released() {
+    release();
+    delete this;
+}
+
+void ModelCore::release() noexcept {
+    fRefCount = kDyingCount;
+    fManager.destroy();
+    std::vector<BodyCore *> bodies = numberedBodies();
+    for (auto const & former : fFormer) {
+        bodies.push_back(former.second);
+    }
+    bodies.insert(bodies.end(), fUnnumbered.begin(), fUnnumbered.end());
+    fUnnumbered.clear();
+    for (BodyCore * const body : bodies) {
+        body->fModel = nullptr;
+        body->deviant_markModelDestroyed();
+    }
+    if (fHeldFactory != nullptr) {
+        --fHeldFactory->fRefCount;
+    }
+    for (BodyCore * const body : bodies) {
+        if (body->fRefCount == 0) {
+            delete body;
+        }
+    }
+    deviant_markModelDestroyed();
+    fModel = nullptr;
+    for (BodyCore * const body : fForeign) {
+        body->decRef();
+    }
+}
+
+void ModelCore::adopt(BodyCore & body) {
+    fUnnumbered.insert(&body);
+    body.fModel = this;
+}
+
+void ModelCore::disown(BodyCore & body) noexcept {
+    fUnnumbered.erase(&body);
+    body.fModel = nullptr;
+}
+
+void ModelCore::holdFactory(BodyCore & factory) {
+    if (fHeldFactory == nullptr) {
+        fHeldFactory = &factory;
+        factory.incRef();
+    }
+}
+
+void ModelCore::noteForeign(BodyCore & body) {
+    if (body.fModel != this && fForeign.insert(&body).second) {
+        body.incRef();
+    }
+}
+
+// --- objects by number -----------------------------------------------------------------------------------------------
+
+BodyCore * ModelCore::entry(std::int32_t id) const noexcept {
+    if (id < 0) {
+        return nullptr;
+    }
+    auto const page = static_cast<std::size_t>(id / kPageSize);
+    return page < fPages.size() && fPages[page] != nullptr ? fPages[page][static_cast<std::size_t>(id % kPageSize)] : nullptr;
+}
+
+void ModelCore::enter(std::int32_t id, BodyCore & body) {
+    auto const page = static_cast<std::size_t>(id / kPageSize);
+    if (page >= fPages.size()) {
+        fPages.resize(page + 1);
+    }
+    if (fPages[page] == nullptr) {
+        fPages[page] = std::make_unique<BodyCore *[]>(kPageSize);
+    }
+    BodyCore *& slot = fPages[page][static_cast<std::size_t>(id % kPageSize)];
+    if (slot != nullptr) {
+        fFormer.emplace(id, slot);
+    }
+    slot = &body;
+    fUnnumbered.erase(&body);
+}
+
+bool ModelCore::isValidAnywhere(BodyCore const & body) const {
+    if (body.deviant_isValid(fManager.getRootDeviant())) {
+        return true;
+    }
+    for (Deviant const deviant : fManager.internal_namedDeviants()) {
+        if (body.deviant_isValid(deviant)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+BodyCore * ModelCore::bodyById(Deviant deviant, std::int32_t id) const {
+    BodyCore * const present = entry(id);
+    if (present == nullptr || present->deviant_isValid(deviant)) {
+        return present;
+    }
+    auto const [first, last] = fFormer.equal_range(id);
+    for (auto former = first; former != last; ++former) {
+        if (former->second->deviant_isValid(deviant)) {
+            return former->second;
+        }
+    }
+    return present;
+}
+
+std::vector<BodyCore *> ModelCore::numberedBodies() const {
+    std::vector<BodyCore *> bodies;
+    for (auto const & page : fPages) {
+        for (std::int32_t slot = 0; page != nullptr && slot < kPageSize; ++slot) {
+            if (BodyCore * const body = page[static_cast<std::size_t>(slot)]) {
+                bodies.push_back(body);
+            }
+        }
+    }
+    return bodies;
+}
+
+void ModelCore::checkId(Deviant deviant, std::int32_t id, ClassDescriptor const & descriptor) const {
+    if (fNextId < 1) {
+        raiseInternalError("Internal id value overflow!");
+    }
+    BodyCore const * const present = entry(id);
+    if (present == nullptr || id == fId || !isValidAnywhere(*present)) {
+        return;
+    }
+    ImmutableClass const metaClass(descriptor.runtime->metaClass(), descriptor.runtime->deviant());
+    std::string const newType = metaClass.isValid() ? "; type = '" + metaClass.getQualifiedName().str() : std::string();
+    raiseInternalError("Attempt to overwrite object (id = '" + std::to_string(present->fId) + typeText(deviant, *present) +
+                       "') with object (id = '" + std::to_string(id) + newType + "')");
+}
+
+ClassObject ModelCore::handleObjectById(Deviant deviant, Integer const & id, ClassObject const & object, Integer const & mode) {
+    std::int32_t const number = static_cast<std::int32_t>(id);
+    if (number == fId) {
+        return ClassObject(this, deviant);
+    }
+    if (mode == 1) {
+        return ClassObject(bodyById(deviant, number), deviant);
+    }
+    if (mode != 0) {
+        return ClassObject();
+    }
+    BodyCore & body = *object.getImplementation()->internal_body();
+    checkId(deviant, number, body.internal_descriptor());
+    enter(number, body);
+    return object;
+}
+
+void ModelCore::setObjectId(Deviant deviant, ClassObject const & object, Integer const & id) {
+    std::int32_t const number = static_cast<std::int32_t>(id);
+    BodyCore & body = *object.getImplementation()->internal_body();
+    checkId(deviant, number, body.internal_descriptor());
+    if (number == fId && &body != this) {
+        return;
+    }
+    body.setId(deviant, id);
+    static_cast<void>(handleObjectById(deviant, id, object, Integer(0)));
+    if (fNextId <= number) {
+        fNextId = static_cast<std::int32_t>(static_cast<std::uint32_t>(number) + 1U);
+    }
+}
+
+Integer ModelCore::getNextIdValue(Deviant) const { return Integer(fNextId); }
+
+void ModelCore::setNextIdValue(Deviant, Integer const & value) { fNextId = static_cast<std::int32_t>(value); }
+
+// --- deviants ----------------------------------------------------------------------------------------------------------
+
+Deviant ModelCore::createDeviantWithName(Deviant, String const & name) { return fManager.createDeviantWithName(name.str()); }
+
+Deviant ModelCore::getRootDeviant(Deviant) const { return fManager.getRootDeviant(); }
+
+void ModelCore::removeDeviantWithName(Deviant deviant, String const & name) {
+    if (deviant.getDeviantId() != 0) {
+        raiseInternalError("removeDeviantWithName called on non-root deviant");
+    }
+    if (deviant.getDeviantManager() != &fManager) {
+        raiseInternalError("removeDeviantWithName: illegal deviant passed internally as argument");
+    }
+    fManager.removeDeviantWithName(name.str());
+}
+
+// --- deletion ----------------------------------------------------------------------------------------------------------
+
+void ModelCore::destroy(Deviant deviant) {
+    if (!deviant_isValid(deviant)) {
+        return;
+    }
+    checkWritable(deviant);
+    std::vector<BodyCore *> known = numberedBodies();
+    std::erase_if(known, [deviant](BodyCore const * body) { return !body->deviant_isValid(deviant); });
+    internal_unlinkForDestroy(deviant);
+    internal_destroyContents(deviant);
+    for (BodyCore const * const body : known) {
+        if (body->deviant_isValid(deviant)) {
+            raiseInternalError("object not destroyed: it is neither part of hierarchy nor part of unparented");
+        }
+    }
+}
+
+} // namespace ZEL::internal

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <ZEL/DeviantManager.h>
+#include <ZEL/metamodel/BodyCore.h>
+#include <ZEL/metamodel/ModelIntf.h>
+
+#include <memory>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace ZEL::internal {
+
+/// Base of the body of every model class: owns the deviants and all bodies of the model, numbers the objects and finds
+/// them by number.
+///
+/// The model lives while a handle holds its body. At the last count its manager is destroyed first, while the body can
+/// still be called, then every body of the model is marked and, if nobody holds it, deleted. Nothing thrown on the way
+/// leaves it.
+class ZEL_API ModelCore : public BodyCore, public virtual NSInterface::ModelIntf {
+public:
+    ModelCore();
+    ~ModelCore() override;
+
+    [[nodiscard]] DeviantManager & internal_deviantManager() noexcept { return fManager; }
+
+    /// Takes a new body into the model's ownership. Until it has a number it lives by its count.
+    void adopt(BodyCore & body);
+    /// Gives up a body without a number.
+    void disown(BodyCore & body) noexcept;
+    /// Keeps a body of another model from being freed as long as this model may refer to it.
+    void noteForeign(BodyCore & body);
+    /// Raises, before anything is written, unless `id` can be given to an object of the class.
+    void checkId(Deviant deviant, std::int32_t id, ClassDescriptor const & descriptor) const;
+    /// The object with this number that exists in `deviant`, or else one that does not; null if there is none.
+    [[nodiscard]] BodyCore * bodyById(Deviant deviant, std::int32_t id) const;
+    /// All bodies that have a number, in the order of their numbers. Linear.
+    [[nodiscard]] std::vector<BodyCore *> numberedBodies() const;
+    /// The next number as a plain value; put back by a read that is given up.
+    [[nodiscard]] std::int32_t nextId() const noexcept { return fNextId; }
+    void setNextId(std::int32_t id) noexcept { fNextId = id; }
+    /// Makes `factory` the factory of this model, held until the model goes.
+    void holdFactory(BodyCore & factory);
+
+    void destroy(Deviant deviant) override;
+
+    // --- deviants ----------------------------------------------------------------------------------------------------
+    Deviant createDeviantWithName(Deviant deviant, String const & name) override;
+    [[nodiscard]] Deviant getRootDeviant(Deviant deviant) const override;
+    void removeDeviantWithName(Deviant deviant, String const & name) override;
+
+    // --- identity ----------------------------------------------------------------------------------------------------
+    [[nodiscard]] ClassObject handleObjectById(Deviant deviant, Integer const & id, ClassObject const & object,
+                                               Integer const & mode) override;
+    void setObjectId(Deviant deviant, ClassObject const & object, Integer const & id) override;
+    [[nodiscard]] Integer getNextIdValue(Deviant deviant) const override;
+    void setNextIdValue(Deviant deviant, Integer const & value) override;
+
+protected:
+    void internal_released() override;
+
+private:
+    static constexpr std::int32_t kPageSize = 1024;
+
+    [[nodiscard]] BodyCore * entry(std::int32_t id) const noexcept;
+    void enter(std::int32_t id, BodyCore & body);
+    [[nodiscard]] bool isValidAnywhere(BodyCore const & body) const;
+    void release() noexcept;
+
+    DeviantManager fManager;
+    std::vector<std::unique_ptr<BodyCore *[]>> fPages; ///< bodies by number, pages of `kPageSize`
+    /// Bodies that gave their number to another object after they had ended everywhere; undo may bring them back.
+    std::unordered_multimap<std::int32_t, BodyCore *> fFormer;
+    std::unordered_set<BodyCore *> fUnnumbered;
+    std::unordered_set<BodyCore *> fForeign;
+    BodyCore * fHeldFactory = nullptr;
+    std::int32_t fNextId = 1;
+};
+
+} // namespace ZEL::internal

@@ -1,0 +1,23 @@
+#include <ZEL/metamodel/Object.h>
+
+#include <ZEL/String.h>
+
+namespace ZEL {
+
+String ImmutableObject::toString() const {
+    return getImplementation()->toString(getDeviant());
+}
+
+String ImmutableObject::getFullyQualifiedOrcaTypeName() const {
+    return isValid() ? String(getImplementation()->getOrcaName(true)) : String("ZEL.ImmutableObject");
+}
+
+Object Object::fromString(String const & text) const {
+    return getImplementation()->fromString(getDeviant(), text);
+}
+
+String Object::getFullyQualifiedOrcaTypeName() const {
+    return isValid() ? String(getImplementation()->getOrcaName(false)) : String("ZEL.Object");
+}
+
+} // namespace ZEL

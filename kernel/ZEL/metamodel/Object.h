@@ -1,0 +1,36 @@
+#pragma once
+
+#include <ZEL/metamodel/ObjectHandle.h>
+
+namespace ZEL {
+
+class String;
+
+/// The most general handle for reading: on an instance of a metaclass, or on a boxed value.
+///
+/// Every other handle converts to it implicitly, and is made of it explicitly: a body of another class then gives a
+/// null handle.
+class ZEL_API ImmutableObject : public ObjectHandle<NSInterface::ObjectIntf> {
+public:
+    using ObjectHandle::ObjectHandle;
+    ImmutableObject() noexcept = default;
+
+    [[nodiscard]] String toString() const;
+    /// The name of the object's class if the handle is valid, else of the handle's: "ZEL.ImmutableObject".
+    [[nodiscard]] String getFullyQualifiedOrcaTypeName() const;
+    [[nodiscard]] ImmutableType getMetaType() const;
+};
+
+/// The most general handle for writing.
+class ZEL_API Object : public MutableHandle<ImmutableObject> {
+public:
+    using MutableHandle::MutableHandle;
+    Object() noexcept = default;
+
+    /// An object as this one, read from `text`.
+    [[nodiscard]] Object fromString(String const & text) const;
+    /// The name of the object's class if the handle is valid, else of the handle's: "ZEL.Object".
+    [[nodiscard]] String getFullyQualifiedOrcaTypeName() const;
+};
+
+} // namespace ZEL

@@ -1,0 +1,43 @@
+#include <ZEL/metamodel/OppositeEnds.h>
+
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/Object.h>
+#include <ZEL/sequences/PropertyToSequenceMethods.h>
+#include <ZEL/sequences/Sequence.h>
+
+namespace ZEL::internal {
+
+namespace {
+
+using NSInterface::ClassObjectIntf;
+using NSInterface::ObjectIntf;
+
+Sequence<Object> rawSequence(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end) {
+    auto * const self = static_cast<ClassObjectIntf *>(object.cast(ClassObjectIntf::classInfo()));
+    return end.manyWithoutAssociation(ImmutableClassObject(self, deviant));
+}
+
+} // namespace
+
+ClassObject singleValue(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end) {
+    return end.single->has(&object, deviant) ? Generic::RefTraits<ClassObject>::fromRef(end.single->get(&object, deviant))
+                                             : ClassObject();
+}
+
+void addOppositeOnly(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end, ClassObjectIntf & value) {
+    if (end.isMany()) {
+        rawSequence(object, deviant, end).push_back(Object(&value, deviant));
+    } else {
+        end.single->setEndOnly(&object, deviant, Generic::Ref::ofBody(&value, deviant));
+    }
+}
+
+void eraseOppositeOnly(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end, ClassObjectIntf const & value) {
+    if (end.isMany()) {
+        rawSequence(object, deviant, end).remove(Object(const_cast<ClassObjectIntf *>(&value), deviant));
+    } else if (singleValue(object, deviant, end).getImplementationWithoutAssert() == &value) {
+        end.single->removeEndOnly(&object, deviant);
+    }
+}
+
+} // namespace ZEL::internal

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <ZEL/RefBase.h>
+#include <ZEL/metamodel/PropertyStorageIntf.h>
+
+namespace ZEL {
+
+/// Handle on a property's storage: the value of `Property.storage`. Every operation raises the NULL text on a null handle
+/// and forwards otherwise.
+class ZEL_API PropertyStorage : public RefBase<PropertyStorageIntf *> {
+public:
+    PropertyStorage() = default;
+    explicit PropertyStorage(PropertyStorageIntf * body) : RefBase(body, Deviant()) {}
+
+    [[nodiscard]] bool has(ImmutableClassObject const & object) const;
+    [[nodiscard]] Sequence<Object> get(ClassObject const & object) const;
+    [[nodiscard]] ImmutableSequence<ImmutableObject> get(ImmutableClassObject const & object) const;
+    [[nodiscard]] Object getOne(ClassObject const & object) const;
+    [[nodiscard]] ImmutableObject getOne(ImmutableClassObject const & object) const;
+    void setOrAdd(ClassObject const & object, Object const & value) const;
+    void setOrAddEndOnly(ClassObject const & object, Object const & value) const;
+    void remove(ClassObject const & object, Object const & value) const;
+    void removeEndOnly(ClassObject const & object, Object const & value) const;
+    void removeOne(ClassObject const & object) const;
+    void removeOneEndOnly(ClassObject const & object) const;
+
+    friend bool operator==(PropertyStorage const & a, PropertyStorage const & b) noexcept {
+        return a.getImplementationWithoutAssert() == b.getImplementationWithoutAssert();
+    }
+    friend bool operator!=(PropertyStorage const & a, PropertyStorage const & b) noexcept { return !(a == b); }
+};
+
+} // namespace ZEL

@@ -1,0 +1,86 @@
+#include <ZEL/metamodel/StateCore.h>
+
+#include <ZEL/Boolean.h>
+#include <ZEL/metamodel/BodyCore.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/PropertySupport.h>
+#include <ZEL/metamodel/StereotypeObject.h>
+#include <ZEL/sequences/PersistentSequence.h>
+
+#include <unordered_map>
+
+namespace ZEL::internal {
+
+namespace {
+
+using SparseTable = std::unordered_map<StateCore const *, PersistentSequence>;
+
+/// Never destroyed: states of handles that outlive everything else still give up their entries.
+SparseTable & stereotypeInstanceTable() {
+    static SparseTable & table = *new SparseTable;
+    return table;
+}
+
+} // namespace
+
+StateCore::~StateCore() {
+    if ((fBits & kHasStereotypeInstances) != 0) {
+        stereotypeInstanceTable().erase(this);
+    }
+}
+
+void StateCore::assignCore(StateCore const & other) {
+    if (this == &other) {
+        return;
+    }
+    modelZEL = other.modelZEL;
+    containerZEL = other.containerZEL;
+    setPersistence(other.persistence());
+    if (((fBits | other.fBits) & kHasStereotypeInstances) != 0) {
+        PersistentSequence const instances = other.stereotypeInstances();
+        writableStereotypeInstances() = instances;
+    }
+}
+
+PersistentSequence const & StateCore::stereotypeInstances() const noexcept {
+    static PersistentSequence const none;
+    return (fBits & kHasStereotypeInstances) != 0 ? stereotypeInstanceTable().find(this)->second : none;
+}
+
+PersistentSequence & StateCore::writableStereotypeInstances() {
+    PersistentSequence & instances = stereotypeInstanceTable()[this];
+    fBits |= kHasStereotypeInstances;
+    return instances;
+}
+
+void StateCore::internal_deviationAssign(Deviant, NSInterface::ObjectIntf * source, Deviant) {
+    StateCore const * const other = source->internal_state();
+    if (other == nullptr || &other->internal_stateDescriptor() != &internal_stateDescriptor()) {
+        raiseAnInternalError();
+    }
+    internal_stateDescriptor().assignState(*this, *other);
+}
+
+Object StateCore::fromString(Deviant, String const &) { return Object(); }
+
+ImmutableClass StateCore::getMetaClass(Deviant) const { return ImmutableClass(); }
+
+Boolean StateCore::hasModelZEL(Deviant) const { return Boolean(modelZEL != nullptr); }
+void StateCore::removeModelZEL(Deviant) { modelZEL = nullptr; }
+void StateCore::setModelZEL(Deviant, Model const & model) { modelZEL = model.getImplementationWithoutAssert(); }
+Model StateCore::getModelZEL(Deviant deviant) const { return Model(modelZEL, deviant); }
+
+Boolean StateCore::hasContainerZEL(Deviant) const { return Boolean(containerZEL != nullptr); }
+void StateCore::removeContainerZEL(Deviant) { containerZEL = nullptr; }
+void StateCore::setContainerZEL(Deviant, ClassObject const & container) {
+    containerZEL = container.getImplementationWithoutAssert();
+}
+ClassObject StateCore::getContainerZEL(Deviant deviant) const { return ClassObject(containerZEL, deviant); }
+
+Sequence<StereotypeObject> StateCore::getAppliedStereotypeInstancesWithoutAssociation(Deviant deviant) const {
+    return stateSequence<StereotypeObject>(*this, deviant, stereotypeInstanceField());
+}
+
+} // namespace ZEL::internal

@@ -1,0 +1,98 @@
+#pragma once
+
+#include <ZEL/sequences/GenericFilter.h>
+#include <ZEL/sequences/IteratorProxy.h>
+#include <ZEL/sequences/SequenceHandle.h>
+#include <ZEL/sequences/SequenceProxy.h>
+
+namespace ZEL::Generic::filtered_sequence_internal {
+
+/// Shows the elements of another sequence that a filter accepts, perhaps as other elements, and writes through it.
+///
+/// Elements pass the filter with the deviant of the handle under it. With a pure transform sizes and positions are those
+/// of the sequence under it; else they are found by a walk, so loops use iterators. An index, and a new element, that the
+/// view does not have or take raises "An Internal Error has occurred".
+class ZEL_API GenericFilteredSequence final : public SequenceProxy {
+public:
+    class Iterator;
+
+    /// Owns the filter's data from here on. Raises the NULL text on a null handle.
+    GenericFilteredSequence(SequenceHandle const & underlying, GenericFilter filter);
+    ~GenericFilteredSequence() override;
+
+    /// With the deviant of the sequence under this one in the element.
+    [[nodiscard]] Ref filterGet(Ref stored) const;
+    [[nodiscard]] Ref filterSet(Ref shown) const;
+
+    [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override;
+    [[nodiscard]] Ref generic_front(Deviant deviant) const override;
+    [[nodiscard]] Ref generic_back(Deviant deviant) const override;
+    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_begin(Deviant deviant) const override;
+    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_end(Deviant deviant) const override;
+    void generic_clear(Deviant deviant) override;
+    [[nodiscard]] int generic_size(Deviant deviant) const override;
+    std::unique_ptr<IteratorIntf> generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
+    void generic_insert(Deviant deviant, int index, Ref element) override;
+    void generic_erase(Deviant deviant, int index) override;
+    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * first,
+                                                IteratorIntf const * last) override;
+    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * where) override;
+    void generic_pop_back(Deviant deviant) override;
+    void generic_pop_front(Deviant deviant) override;
+    void generic_push_back(Deviant deviant, Ref element) override;
+    void generic_push_front(Deviant deviant, Ref element) override;
+    void generic_replace(Deviant deviant, int index, Ref element) override;
+    [[nodiscard]] bool generic_contains(Deviant deviant, Ref element) const override;
+    [[nodiscard]] char const * generic_getOrcaName(bool immutableSequence, bool immutableElement,
+                                                   char const * fallback) const override;
+    [[nodiscard]] bool generic_isRandomAccess() const override;
+    [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies, int count) const override;
+    [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
+    bool generic_eraseElement(Deviant deviant, Ref element) override;
+    [[nodiscard]] bool generic_accepts(Deviant deviant, Ref const & element) const override;
+
+private:
+    [[nodiscard]] bool isPure() const noexcept { return fFilter.filterGetIsAPureTransform(); }
+    [[nodiscard]] Ref shownAt(Deviant deviant, int underlyingIndex) const;
+    /// Where the `index`-th shown element is in the sequence under this one.
+    [[nodiscard]] int underlyingIndex(Deviant deviant, int index) const;
+    [[nodiscard]] Ref checkedFilterSet(Ref shown) const;
+    [[nodiscard]] std::unique_ptr<IteratorIntf> wrap(Deviant deviant, std::unique_ptr<IteratorIntf> inner) const;
+
+    // The ends of the sequence under this one move with its writes, also those by other roads. A place that is a plain
+    // number is compared with the size; for others the ends are made anew with each iterator and each write here.
+    [[nodiscard]] bool isAtBegin(Deviant deviant, IteratorIntf const & inner) const;
+    [[nodiscard]] bool isAtEnd(Deviant deviant, IteratorIntf const & inner) const;
+    void dropEnds() const noexcept;
+
+    SequencePtr fUnderlying;
+    GenericFilter fFilter;
+    Deviant fDeviant; ///< of the underlying handle
+    mutable std::unique_ptr<IteratorIntf> fBegin;
+    mutable std::unique_ptr<IteratorIntf> fEnd;
+};
+
+/// Passes over hidden elements in both directions. Holds its sequence.
+class ZEL_API GenericFilteredSequence::Iterator final : public IteratorProxy {
+public:
+    /// Moves `inner` on to the first shown element at or behind it.
+    Iterator(Deviant deviant, GenericFilteredSequence const * sequence, std::unique_ptr<IteratorIntf> inner);
+
+    [[nodiscard]] Ref current(Deviant deviant) const override;
+    void next(Deviant deviant) override;
+    void previous(Deviant deviant) override;
+    [[nodiscard]] std::unique_ptr<IteratorIntf> clone() const override;
+    [[nodiscard]] bool equal(IteratorIntf const * other) const override;
+    [[nodiscard]] int position() const override;
+
+    [[nodiscard]] bool isEnd(Deviant deviant) const { return fSequence->isAtEnd(deviant, *fInner); }
+    [[nodiscard]] IteratorIntf const * inner() const noexcept { return fInner.get(); }
+
+private:
+    Iterator(Iterator const & other);
+
+    SmartPtr<GenericFilteredSequence, ReferenceCounted> fSequence;
+    std::unique_ptr<IteratorIntf> fInner;
+};
+
+} // namespace ZEL::Generic::filtered_sequence_internal

@@ -1,0 +1,13 @@
+#include <ZEL/sequences/IndexChecks.h>
+
+#include <ZEL/Exception.h>
+
+namespace ZEL::internal {
+
+void raiseSequenceIndexIsNegative() { raiseInternalError("sequence index must be positive"); }
+
+void raiseSequenceIndexIsTooLarge() { raiseInternalError("sequence index out of bounds"); }
+
+void raiseSequenceIsEmpty() { raiseInternalError("sequence is empty"); }
+
+} // namespace ZEL::internal

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <ZEL/Export.h>
+
+#include <cstddef>
+
+namespace ZEL::internal {
+
+[[noreturn]] ZEL_API void raiseSequenceIndexIsNegative();
+[[noreturn]] ZEL_API void raiseSequenceIndexIsTooLarge();
+[[noreturn]] ZEL_API void raiseSequenceIsEmpty();
+
+/// `index` as a position of an element. Raises "sequence index must be positive" or "sequence index out of bounds".
+inline std::size_t checkedIndex(int index, std::size_t size) {
+    if (index < 0) [[unlikely]] {
+        raiseSequenceIndexIsNegative();
+    }
+    if (static_cast<std::size_t>(index) >= size) [[unlikely]] {
+        raiseSequenceIndexIsTooLarge();
+    }
+    return static_cast<std::size_t>(index);
+}
+
+/// The same for an insertion, where `index` may equal the size.
+inline std::size_t checkedInsertIndex(int index, std::size_t size) { return checkedIndex(index, size + 1); }
+
+} // namespace ZEL::internal

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <ZEL/sequences/IteratorProxy.h>
+#include <ZEL/sequences/SequenceIntf.h>
+
+#include <boost/multi_index/identity_fwd.hpp>
+
+namespace ZEL {
+struct TRUE_TYPE;
+struct FALSE_TYPE;
+} // namespace ZEL
+
+namespace ZEL::Generic {
+
+namespace MultiIndexImplInternal {
+
+/// A stand-alone storage with two indices: by position, and ordered by `Key` for quick search and, if `aIsUnique` is 1,
+/// for the refusal of a second element with an equal key, which is silent.
+///
+/// The key of an element must not change while it is stored. The members are defined in `MultiIndexImpl.ipp`, so that
+/// the container stays out of sight; the library instantiates them for the element types of its own metamodel.
+template <class T, int aIsUnique, class Key> class ZEL_API MultiIndexImplForPrimitives : public SequenceIntf {
+public:
+    class Iterator;
+
+    ~MultiIndexImplForPrimitives() override;
+
+    [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override;
+    [[nodiscard]] Ref generic_front(Deviant deviant) const override;
+    [[nodiscard]] Ref generic_back(Deviant deviant) const override;
+    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_begin(Deviant deviant) const override;
+    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_end(Deviant deviant) const override;
+    void generic_clear(Deviant deviant) override;
+    [[nodiscard]] int generic_size(Deviant deviant) const override;
+    std::unique_ptr<IteratorIntf> generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
+    void generic_insert(Deviant deviant, int index, Ref element) override;
+    void generic_erase(Deviant deviant, int index) override;
+    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * first,
+                                                IteratorIntf const * last) override;
+    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * where) override;
+    void generic_pop_back(Deviant deviant) override;
+    void generic_pop_front(Deviant deviant) override;
+    void generic_push_back(Deviant deviant, Ref element) override;
+    void generic_push_front(Deviant deviant, Ref element) override;
+    void generic_replace(Deviant deviant, int index, Ref element) override;
+    [[nodiscard]] bool generic_contains(Deviant deviant, Ref element) const override;
+    [[nodiscard]] char const * generic_getOrcaName(bool immutableSequence, bool immutableElement,
+                                                   char const * fallback) const override;
+    [[nodiscard]] bool generic_isRandomAccess() const override;
+    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_iteratorAt(Deviant deviant, int index) const override;
+    [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies, int count) const override;
+    [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
+    [[nodiscard]] bool generic_accepts(Deviant deviant, Ref const & element) const override;
+
+protected:
+    MultiIndexImplForPrimitives();
+
+private:
+    struct Storage;
+    struct Place;
+
+    [[nodiscard]] std::size_t checkedIndex(int index) const;
+    void checkNotEmpty() const;
+    [[nodiscard]] Ref refOf(T const & element, Deviant deviant) const;
+    /// Where the element stands afterwards, which is another place if an equal one was there before.
+    Place insertBefore(Place const & where, Ref const & element);
+    [[nodiscard]] Place placeAt(std::size_t index) const;
+    [[nodiscard]] Place placeOf(IteratorIntf const * iterator) const;
+
+    std::unique_ptr<Storage> fStorage;
+};
+
+} // namespace MultiIndexImplInternal
+
+/// The part that knows whether handles on the sequence only read. `Immutable` is `FALSE_TYPE`.
+template <class T, int aIsUnique, class Key, class Immutable>
+class ZEL_API MultiIndexImplBase : public MultiIndexImplInternal::MultiIndexImplForPrimitives<T, aIsUnique, Key> {
+protected:
+    MultiIndexImplBase() = default;
+};
+
+/// See `MultiIndexImplForPrimitives`.
+template <class T, int aIsUnique, class Key = boost::multi_index::identity<T>>
+class ZEL_API MultiIndexImpl final : public MultiIndexImplBase<T, aIsUnique, Key, FALSE_TYPE> {
+public:
+    MultiIndexImpl() = default;
+};
+
+} // namespace ZEL::Generic

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <ZEL/Export.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace ZEL::internal {
+
+/// The value of a multi-valued text property in an object's state, in one word: null when empty, else a counted block
+/// that copies share until one of them is written.
+///
+/// Meant for the few texts that such properties have: searches are linear and a write to a shared block copies it. An
+/// operation that throws leaves the sequence as it was. Whether equal texts may stand twice is for the caller to say.
+class ZEL_API PersistentTextSequence {
+public:
+    PersistentTextSequence() noexcept = default;
+    PersistentTextSequence(PersistentTextSequence const & other) noexcept : fBlock(other.fBlock) { retain(); }
+    PersistentTextSequence(PersistentTextSequence && other) noexcept : fBlock(std::exchange(other.fBlock, nullptr)) {}
+    PersistentTextSequence & operator=(PersistentTextSequence other) noexcept {
+        std::swap(fBlock, other.fBlock);
+        return *this;
+    }
+    ~PersistentTextSequence() { release(); }
+
+    [[nodiscard]] bool empty() const noexcept { return fBlock == nullptr; }
+    [[nodiscard]] std::size_t size() const noexcept { return fBlock == nullptr ? 0 : fBlock->texts.size(); }
+    /// `position` must be less than the size.
+    [[nodiscard]] std::string const & at(std::size_t position) const noexcept { return fBlock->texts[position]; }
+    /// The first position of `text`, or -1.
+    [[nodiscard]] std::ptrdiff_t indexOf(std::string_view text) const noexcept;
+    [[nodiscard]] bool contains(std::string_view text) const noexcept { return indexOf(text) >= 0; }
+
+    /// `position` must not be greater than the size.
+    void insert(std::size_t position, std::string text);
+    void push_back(std::string text) { insert(size(), std::move(text)); }
+    /// `position` must be less than the size.
+    void eraseAt(std::size_t position);
+    /// `position` must be less than the size.
+    void replaceAt(std::size_t position, std::string text);
+    void clear() noexcept { PersistentTextSequence().swap(*this); }
+    void swap(PersistentTextSequence & other) noexcept { std::swap(fBlock, other.fBlock); }
+
+    [[nodiscard]] bool sharesStorageWith(PersistentTextSequence const & other) const noexcept {
+        return fBlock == other.fBlock;
+    }
+    [[nodiscard]] bool operator==(PersistentTextSequence const & other) const noexcept;
+    /// Bytes of the storage, whether shared or not.
+    [[nodiscard]] std::size_t heapBytes() const noexcept;
+
+private:
+    struct Block {
+        std::uint32_t count = 1;
+        std::vector<std::string> texts;
+    };
+
+    void retain() noexcept {
+        if (fBlock != nullptr) {
+            ++fBlock->count;
+        }
+    }
+    void release() noexcept;
+    [[nodiscard]] std::vector<std::string> & ownTexts();
+
+    Block * fBlock = nullptr;
+};
+
+} // namespace ZEL::internal

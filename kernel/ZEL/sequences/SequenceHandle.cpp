@@ -1,0 +1,18 @@
+#include <ZEL/sequences/SequenceHandle.h>
+
+#include <ZEL/Exception.h>
+
+namespace ZEL::Generic {
+
+bool SequenceHandle::empty() const {
+    SequenceIntf const & sequence = body();
+    if (sequence.generic_isRandomAccess()) {
+        return sequence.generic_size(fDeviant) == 0;
+    }
+    // A view may have to look at all its elements to count them, but at few to find the first.
+    return sequence.generic_begin(fDeviant)->equal(sequence.generic_end(fDeviant).get());
+}
+
+void SequenceHandle::failOnNull() { raiseNullReference(); }
+
+} // namespace ZEL::Generic

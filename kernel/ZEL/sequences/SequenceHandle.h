@@ -1,0 +1,50 @@
+#pragma once
+
+#include <ZEL/sequences/SequenceIntf.h>
+
+namespace ZEL::Generic {
+
+/// What the handles on sequences are without the type of their elements: a counted body and the deviant that is passed
+/// to each of its operations.
+///
+/// Copies are handles on the same body. All but `isValid` and the plain accessors raise "Cannot access NULL ref. Use
+/// isValid() before calling methods" on a null handle.
+class ZEL_API SequenceHandle {
+public:
+    using size_type = int;
+
+    SequenceHandle() noexcept = default;
+    SequenceHandle(SequenceIntf * body, Deviant deviant) : fBody(body), fDeviant(deviant) {}
+    /// Takes the body into ownership, by its count.
+    SequenceHandle(std::unique_ptr<SequenceIntf> body, Deviant deviant) : fBody(body.release()), fDeviant(deviant) {}
+
+    [[nodiscard]] bool isValid() const noexcept { return fBody.get() != nullptr; }
+    [[nodiscard]] Deviant getDeviant() const noexcept { return fDeviant; }
+    void setDeviant(Deviant deviant) const noexcept { fDeviant = deviant; }
+    [[nodiscard]] SequenceIntf * getImplementation() const { return &body(); }
+    [[nodiscard]] SequenceIntf * getImplementationWithoutAssert() const noexcept { return fBody.get(); }
+
+    /// Linear for a view that hides elements.
+    [[nodiscard]] int size() const { return body().generic_size(fDeviant); }
+    [[nodiscard]] bool empty() const;
+
+    /// Handles are equal that share their body.
+    friend bool operator==(SequenceHandle const & a, SequenceHandle const & b) noexcept { return a.fBody == b.fBody; }
+
+protected:
+    [[nodiscard]] SequenceIntf & body() const {
+        if (fBody.get() == nullptr) [[unlikely]] {
+            failOnNull();
+        }
+        return *fBody;
+    }
+    [[nodiscard]] SequencePtr const & pointer() const noexcept { return fBody; }
+
+private:
+    [[noreturn]] static void failOnNull();
+
+    SequencePtr fBody;
+    mutable Deviant fDeviant;
+};
+
+} // namespace ZEL::Generic

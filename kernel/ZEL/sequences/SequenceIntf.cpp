@@ -1,0 +1,56 @@
+#include <ZEL/sequences/SequenceIntf.h>
+
+#include <ZEL/sequences/SequenceDomain.h>
+
+namespace ZEL::Generic {
+
+using namespace CooperativeVisitor::internal;
+
+ClassInfo const & SequenceIntf::classInfo() {
+    static ClassInfo const info = makeClassInfo<SequenceIntf, SequenceDomain>();
+    return info;
+}
+
+MethodInfo SequenceIntf::getVisitMethod(VisitTable const & table) const {
+    return castTable<SequenceIntf, SequenceIntf>().visitMethod(table, const_cast<SequenceIntf *>(this));
+}
+
+void * SequenceIntf::cast(ClassInfo const & info) const {
+    return castTable<SequenceIntf, SequenceIntf>().cast(info, const_cast<SequenceIntf *>(this));
+}
+
+bool SequenceIntf::generic_isRandomAccess() const { return false; }
+
+std::unique_ptr<IteratorIntf> SequenceIntf::generic_iteratorAt(Deviant deviant, int index) const {
+    auto iterator = generic_begin(deviant);
+    for (int i = 0; i < index; ++i) {
+        iterator->next(deviant);
+    }
+    return iterator;
+}
+
+int SequenceIntf::generic_fetch(Deviant, int, NSInterface::ObjectIntf **, int) const { return -1; }
+
+int SequenceIntf::generic_indexOf(Deviant deviant, Ref element) const {
+    auto const end = generic_end(deviant);
+    int index = 0;
+    for (auto iterator = generic_begin(deviant); !iterator->equal(end.get()); iterator->next(deviant), ++index) {
+        if (iterator->current(deviant).isSameElement(element)) {
+            return index;
+        }
+    }
+    return -1;
+}
+
+bool SequenceIntf::generic_eraseElement(Deviant deviant, Ref element) {
+    int const index = generic_indexOf(deviant, std::move(element));
+    if (index < 0) {
+        return false;
+    }
+    generic_erase(deviant, index);
+    return true;
+}
+
+bool SequenceIntf::generic_accepts(Deviant, Ref const &) const { return true; }
+
+} // namespace ZEL::Generic

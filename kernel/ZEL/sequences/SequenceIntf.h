@@ -1,0 +1,72 @@
+#pragma once
+
+#include <ZEL/Deviant.h>
+#include <ZEL/ReferenceCountingIntf.h>
+#include <ZEL/sequences/IteratorIntf.h>
+#include <ZEL/sequences/Ref.h>
+#include <ZEL/sequences/SmartPtr.h>
+
+#include <memory>
+
+namespace ZEL::Generic {
+
+/// The one contract of every multi-valued property, derived list and query result, without the type of its elements.
+///
+/// Storages hold elements; views stand over another sequence and find, filter or link its elements at each call. Each
+/// operation takes the deviant in which the content is asked for; each element goes out with that deviant. The counting
+/// operations of this class are empty: a storage is owned by what contains it. Views count (`SequenceProxy`).
+///
+/// Raised by storages, and through them by views: "sequence index must be positive" for a negative index, "sequence index
+/// out of bounds" for one at or, on insertion, beyond the size, "sequence is empty". A failed operation leaves the
+/// sequence unchanged. A unique sequence ignores an element that it already holds, without a failure.
+class ZEL_API SequenceIntf : public ReferenceCountingIntf {
+public:
+    static CooperativeVisitor::internal::ClassInfo const & classInfo();
+
+    CooperativeVisitor::internal::MethodInfo
+    getVisitMethod(CooperativeVisitor::internal::VisitTable const & table) const override;
+    void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override;
+
+    [[nodiscard]] virtual Ref generic_at(Deviant deviant, int index) const = 0;
+    [[nodiscard]] virtual Ref generic_front(Deviant deviant) const = 0;
+    [[nodiscard]] virtual Ref generic_back(Deviant deviant) const = 0;
+    [[nodiscard]] virtual std::unique_ptr<IteratorIntf> generic_begin(Deviant deviant) const = 0;
+    [[nodiscard]] virtual std::unique_ptr<IteratorIntf> generic_end(Deviant deviant) const = 0;
+    virtual void generic_clear(Deviant deviant) = 0;
+    [[nodiscard]] virtual int generic_size(Deviant deviant) const = 0;
+    virtual std::unique_ptr<IteratorIntf> generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) = 0;
+    /// `index` may equal the size.
+    virtual void generic_insert(Deviant deviant, int index, Ref element) = 0;
+    virtual void generic_erase(Deviant deviant, int index) = 0;
+    virtual std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * first,
+                                                        IteratorIntf const * last) = 0;
+    virtual std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * where) = 0;
+    virtual void generic_pop_back(Deviant deviant) = 0;
+    virtual void generic_pop_front(Deviant deviant) = 0;
+    virtual void generic_push_back(Deviant deviant, Ref element) = 0;
+    virtual void generic_push_front(Deviant deviant, Ref element) = 0;
+    virtual void generic_replace(Deviant deviant, int index, Ref element) = 0;
+    [[nodiscard]] virtual bool generic_contains(Deviant deviant, Ref element) const = 0;
+    /// The registered name of the type of handles on this sequence; `fallback` where the sequence does not know.
+    [[nodiscard]] virtual char const * generic_getOrcaName(bool immutableSequence, bool immutableElement,
+                                                           char const * fallback) const = 0;
+
+    // --- short cuts; the defaults do the same by way of the operations above --------------------------------------
+    /// Whether `generic_at` costs no walk, so that loops count instead of holding an iterator.
+    [[nodiscard]] virtual bool generic_isRandomAccess() const;
+    /// The iterator at `index`.
+    [[nodiscard]] virtual std::unique_ptr<IteratorIntf> generic_iteratorAt(Deviant deviant, int index) const;
+    /// Writes up to `count` bodies from `index` on into `bodies` and gives their number, 0 at the end; -1 if the
+    /// sequence cannot, for instance because its elements are values.
+    [[nodiscard]] virtual int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies, int count) const;
+    /// The index of the first place of `element`, or -1.
+    [[nodiscard]] virtual int generic_indexOf(Deviant deviant, Ref element) const;
+    /// Erases the first place of `element`; false if there is none.
+    virtual bool generic_eraseElement(Deviant deviant, Ref element);
+    /// False if the element could not be pushed because of what it is. Asked before anything else is written.
+    [[nodiscard]] virtual bool generic_accepts(Deviant deviant, Ref const & element) const;
+};
+
+using SequencePtr = SmartPtr<SequenceIntf, ReferenceCounted>;
+
+} // namespace ZEL::Generic

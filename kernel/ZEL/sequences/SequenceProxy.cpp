@@ -1,0 +1,23 @@
+#include <ZEL/sequences/SequenceProxy.h>
+
+#include <ZEL/Exception.h>
+
+namespace ZEL::Generic {
+
+void SequenceProxy::incRef() {
+    if (fCount < 0) {
+        raiseAnInternalError();
+    }
+    ++fCount;
+}
+
+void SequenceProxy::decRef() {
+    if (--fCount < 0) {
+        raiseAnInternalError();
+    }
+    if (fCount == 0) {
+        delete this;
+    }
+}
+
+} // namespace ZEL::Generic

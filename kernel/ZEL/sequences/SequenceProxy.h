@@ -1,0 +1,27 @@
+#pragma once
+
+#include <ZEL/sequences/FreeList.h>
+#include <ZEL/sequences/SequenceIntf.h>
+
+#include <cstdint>
+
+namespace ZEL::Generic {
+
+/// A sequence that lives by the count of its handles. `numRef` stays 0: the count is nobody else's business.
+class ZEL_API SequenceProxy : public SequenceIntf, public internal::ShortLived {
+public:
+    /// Raises "An Internal Error has occurred" on a negative count.
+    void incRef() override;
+    /// Deletes the sequence at 0; raises "An Internal Error has occurred" below it.
+    void decRef() override;
+
+protected:
+    SequenceProxy() = default;
+    SequenceProxy(SequenceProxy const &) = delete;
+    SequenceProxy & operator=(SequenceProxy const &) = delete;
+
+private:
+    std::int32_t fCount = 0;
+};
+
+} // namespace ZEL::Generic

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <utility>
+
+namespace ZEL::Generic {
+
+/// Counting of `SmartPtr` through the object's own `incRef` and `decRef`.
+struct ReferenceCounted {
+    template <class T> static void retain(T * object) { object->incRef(); }
+    template <class T> static void release(T * object) { object->decRef(); }
+};
+
+/// One pointer that holds one count on its object. Assignment from the same pointer does nothing; a move costs no count.
+/// An object whose counting operations are empty, such as a storage sequence, is thereby not owned.
+template <class T, class Counting> class SmartPtr {
+public:
+    SmartPtr() noexcept = default;
+    explicit SmartPtr(T * object) : fObject(object) { retain(fObject); }
+    SmartPtr(SmartPtr const & other) : fObject(other.fObject) { retain(fObject); }
+    SmartPtr(SmartPtr && other) noexcept : fObject(std::exchange(other.fObject, nullptr)) {}
+    ~SmartPtr() { release(fObject); }
+
+    SmartPtr & operator=(SmartPtr const & other) { return *this = other.fObject; }
+    SmartPtr & operator=(SmartPtr && other) {
+        if (fObject != other.fObject) {
+            release(std::exchange(fObject, std::exchange(other.fObject, nullptr)));
+        }
+        return *this;
+    }
+    SmartPtr & operator=(T * object) {
+        if (fObject != object) {
+            // The new one first: giving up the old one may be what keeps the new one alive.
+            retain(object);
+            release(std::exchange(fObject, object));
+        }
+        return *this;
+    }
+
+    [[nodiscard]] T * get() const noexcept { return fObject; }
+    [[nodiscard]] T * operator->() const noexcept { return fObject; }
+    [[nodiscard]] T & operator*() const noexcept { return *fObject; }
+    explicit operator bool() const noexcept { return fObject != nullptr; }
+
+    friend bool operator==(SmartPtr const & a, SmartPtr const & b) noexcept { return a.fObject == b.fObject; }
+
+private:
+    static void retain(T * object) {
+        if (object != nullptr) {
+            Counting::retain(object);
+        }
+    }
+    static void release(T * object) {
+        if (object != nullptr) {
+            Counting::release(object);
+        }
+    }
+
+    T * fObject = nullptr;
+};
+
+} // namespace ZEL::Generic

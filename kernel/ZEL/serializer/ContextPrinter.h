@@ -1,0 +1,53 @@
+#pragma once
+
+#include <ZEL/serializer/Context.h>
+#include <ZEL/serializer/ContextSequence.h>
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace HASP {
+class XmlWriter;
+} // namespace HASP
+
+namespace ZEL::Serializer {
+
+/// Prints Contexts as XML; knows of no dialect and of no object.
+class ContextPrinter {
+public:
+    /// By namespace URI: its prefix.
+    using Namespaces = std::map<std::string, std::string>;
+
+    /// `namespaces` are those collected, and takes in those that are printed.
+    ContextPrinter(HASP::XmlWriter & xml, Namespaces & namespaces) : fXml(xml), fNamespaces(namespaces) {}
+
+    /// Whether an element stands below the top of the file, where its role does not tell its type and `xmi:type` must.
+    enum class Level : bool { Top, Nested };
+    /// Elements with room for children get a start tag, which somebody must end; others are written as empty ones.
+    enum class Elements : bool { Empty, Open };
+
+    /// Gives the number of elements that are still open.
+    [[nodiscard]] std::size_t write(ContextSequence const & sequence, Elements elements, Level level);
+    void end(std::size_t elements);
+    /// `write`, with all elements ended.
+    void writeWhole(ContextSequence const & sequence, Level level);
+
+private:
+    void startElement(Context const & context, Elements elements, Level level);
+    void writeType(Context const & context);
+    void writeReference(Context const & context);
+    void writeAttribute(Context const & context);
+    /// The prefix of the type's namespace, a colon and the type's name; empty, with an entry in the log, if no prefix is
+    /// known.
+    [[nodiscard]] std::string makeTypeName(QualifiedName type);
+
+    HASP::XmlWriter & fXml;
+    Namespaces & fNamespaces;
+    std::unordered_map<QualifiedName, std::string> fTypeNames;
+    std::vector<Context const *> fPath; ///< of the sequence being printed: the elements around the Context at hand
+};
+
+} // namespace ZEL::Serializer

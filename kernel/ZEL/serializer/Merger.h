@@ -1,0 +1,131 @@
+#pragma once
+
+#include <ZEL/Export.h>
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/FactoryObject.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/Property.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace ZEL::Serializer {
+
+class MetaClassCache;
+struct MetaProperty;
+
+/// Makes the objects and sets the values that a reader finds in files.
+///
+/// Without models it makes new ones. Given existing models, it turns a read into a merge: an object whose external id is
+/// met is kept and filled anew, one that is not met is destroyed at the end. Either way the read is one transaction per
+/// model, which `teardown` commits and `abort` cancels; if a model is in a transaction of its caller, the commit ends only
+/// the inner one, while a cancel ends all of them. Kept children keep their place in their container, whatever the order
+/// in the file.
+///
+/// Meant to be derived from. A run is `initialize`, any number of creations and settings, then `teardown` or `abort`,
+/// after which the Merger has no model: add the models again for the next run.
+class ZEL_API Merger {
+public:
+    Merger();
+    /// Raises "Input model is invalid!".
+    explicit Merger(Model const & model);
+    Merger(Merger const & other);
+    Merger & operator=(Merger const & other);
+    virtual ~Merger();
+
+    /// The text by which a file names the object: that which a writer gives it.
+    [[nodiscard]] virtual std::string getExternalId(ClassObject object);
+
+    /// Raises "Input model is invalid!".
+    void addReferredModel(Model const & model);
+    /// The models of this run: those that were given, and those that were made.
+    [[nodiscard]] std::vector<Model> const & getReferredModels() const noexcept { return fReferredModels; }
+
+    /// Opens the transactions and takes note of all that the models contain; plain values and links that do not contain
+    /// are cleared. Cost linear in the models.
+    bool initialize();
+    /// Destroys what was not met, and commits. A given model itself is never destroyed.
+    bool teardown();
+    /// Cancels, and puts the id counters of the models back. Goes on to the last model whatever one of them raises, and
+    /// raises the first failure then. Without models it only calls `abortImpl`.
+    bool abort();
+
+    /// The known object with this id, or else a new one. With an invalid `model` a new model is made, and takes part in
+    /// the run. An invalid handle if nothing could be made.
+    [[nodiscard]] ClassObject createObject(Model const & model, std::string const & uri, std::string const & roleName,
+                                           std::string const & typeUri, std::string const & typeName,
+                                           std::string const & id);
+
+    /// Sets or adds the value of the property's type that the text stands for. False, and a log entry, on failure.
+    bool setProperty(ClassObject const & object, ImmutableProperty const & property, std::string const & value);
+    bool setProperty(ClassObject const & object, ImmutableProperty const & property, char const * value) {
+        return setProperty(object, property, std::string(value));
+    }
+    /// Sets or adds the object, which thereby outlives `teardown`. False, and a log entry, on failure.
+    bool setProperty(ClassObject const & object, ImmutableProperty const & property, ClassObject const & value);
+
+protected:
+    // All three do nothing and give true. `abortImpl` is also called after a teardown.
+    virtual bool initializeImpl();
+    virtual bool teardownImpl();
+    virtual bool abortImpl();
+    /// Makes an object by the factory for `typeUri`, or else by that for `uri` under the name of the role; a model by
+    /// `uri` if `model` is invalid. A number in the id becomes the object's.
+    [[nodiscard]] virtual ClassObject createObjectImpl(Model model, std::string const & uri,
+                                                       std::string const & roleName, std::string const & typeUri,
+                                                       std::string const & typeName, std::string const & id);
+
+private:
+    friend class XmiReaderImpl;
+
+    struct Collected {
+        ClassObject object;
+        std::size_t number; ///< in order of collection
+    };
+    struct OpenTransaction {
+        Model model;
+        std::int32_t nextId; ///< before the run
+    };
+    struct FactoryKey {
+        NSInterface::ObjectIntf const * model;
+        std::string uri;
+    };
+    struct FactoryKeyView {
+        NSInterface::ObjectIntf const * model;
+        std::string_view uri;
+    };
+    struct FactoryOrder {
+        using is_transparent = void;
+        template <class A, class B> bool operator()(A const & a, B const & b) const noexcept {
+            return a.model != b.model ? std::less<>()(a.model, b.model)
+                                      : std::string_view(a.uri) < std::string_view(b.uri);
+        }
+    };
+
+    [[nodiscard]] MetaClassCache & metaClasses() noexcept { return *fMetaClasses; }
+    bool setProperty(ClassObject const & object, MetaProperty const & property, std::string const & value);
+    bool setProperty(ClassObject const & object, MetaProperty const & property, ClassObject const & value);
+
+    void open(Model const & model);
+    void collectClassObjectInfo(ClassObject const & root);
+    void collect(ClassObject const & object, std::vector<ClassObject> & children);
+    void clearProperty(ClassObject const & object, MetaProperty const & property);
+    [[nodiscard]] bool isReferredModel(ClassObject const & object) const;
+    void destroyCollected();
+    [[nodiscard]] FactoryObject findFactory(Model const & model, std::string const & uri);
+    void cleanup();
+
+    std::vector<Model> fReferredModels;
+    std::unordered_map<std::string, Collected> fCollectedObjects; ///< by external id: not met yet
+    std::map<FactoryKey, FactoryObject, FactoryOrder> fFactoryCache;
+    std::vector<OpenTransaction> fOpen;
+    std::shared_ptr<MetaClassCache> fMetaClasses;
+};
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,241 @@
+#include <ZEL/serializer/ObjectContexts.h>
+
+#include <ZEL/IdText.h>
+#include <ZEL/Integer.h>
+#include <ZEL/Logger.h>
+#include <ZEL/String.h>
+#include <ZEL/metamodel/ModelCore.h>
+#include <ZEL/metamodel/Object.h>
+#include <ZEL/serializer/XmiConstants.h>
+
+#include <hasp_util/XmlConstants.h>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace ZEL::Serializer {
+
+using HASP::XmlConstants;
+
+namespace {
+
+std::string plainIdOf(ImmutableClassObject const & object) { return getPrefixedId(object.getSiid().str()); }
+
+Context attributeOf(Context const & parent, std::string_view name, std::string value) {
+    Context context;
+    context.setRole(XmlConstants::NULL_NS_URI, name);
+    context.setParent(parent);
+    context.setAttribute(std::move(value));
+    context.setExtension(parent.isExtension());
+    return context;
+}
+
+Context extensionElement() {
+    Context extension;
+    extension.setRole(XmiConstants::XMI_NS_URI, "Extension");
+    extension.setElement({});
+    extension.setExtension(true);
+    return extension;
+}
+
+void warnAboutDeadLink(ImmutableClassObject const & object, WrittenProperty const & property) {
+    Logger::instance()->warning("The links of property %s of object %s are left out: one of them leads to an object that "
+                                "no longer exists",
+                                property.getName().c_str(), plainIdOf(object).c_str());
+}
+
+} // namespace
+
+bool ObjectContexts::append(ObjectView const & object, PropertyPartition const & partition, Place const & place,
+                            ContextSequence & sequence) {
+    Context element;
+    element.setType(partition.type);
+    if (place.property != nullptr) {
+        element.setRole(place.property->role);
+        element.setParent(*place.parent);
+    } else {
+        element.setRole(partition.type);
+    }
+    if (place.property != nullptr && place.property->isExtension) {
+        appendExtension(element, sequence);
+    }
+    // Of a parent only the names count, so what serves as parent goes without the id.
+    Context const parent = element;
+    element.setElement(idOf(object.handle()));
+    sequence.addContext(std::move(element));
+
+    for (WrittenProperty const * const property : partition.singleValues) {
+        appendValue(object, *property, parent, sequence);
+    }
+    bool hasChildElements = appendReferences(object, partition, parent, sequence);
+    for (WrittenProperty const * const property : partition.multiValues) {
+        hasChildElements |= appendValues(object, *property, parent, sequence);
+    }
+    return hasChildElements;
+}
+
+void ObjectContexts::appendHead(ImmutableClassObject const & object, ContextSequence & sequence) {
+    ImmutableModel const model = object.getModelZEL();
+    if (!model.isValid()) {
+        return;
+    }
+    Context const extension = extensionElement();
+    sequence.addContext(extension);
+    sequence.addContext(attributeOf(extension, "extender", XmiConstants::ZEL_EXTENDER));
+    sequence.addContext(attributeOf(extension, "persistentIds", "true"));
+    sequence.addContext(
+        attributeOf(extension, "nextIdValue", plainIdOf(model) + "_" + model.getNextIdValue().toString().str()));
+}
+
+void ObjectContexts::appendExtension(Context & element, ContextSequence & sequence) {
+    Context const extension = extensionElement();
+    sequence.addContext(extension);
+    sequence.addContext(attributeOf(extension, "extender", XmiConstants::ZEL_EXTENDER));
+    element.setParent(extension);
+    element.setExtension(true);
+}
+
+void ObjectContexts::appendValue(ObjectView const & object, WrittenProperty const & property, Context const & parent,
+                                 ContextSequence & sequence) {
+    if (property.getName() == "id") {
+        return;
+    }
+    std::optional<std::string> text = object.textOf(property);
+    if (!text || (property.hasDefault && *text == property.defaultText)) {
+        return;
+    }
+    Context context;
+    context.setRole(property.role);
+    context.setType(property.valueTypeName);
+    context.setAttribute(std::move(*text));
+    context.setParent(parent);
+    sequence.addContext(std::move(context));
+}
+
+bool ObjectContexts::appendValues(ObjectView const & object, WrittenProperty const & property, Context const & parent,
+                                  ContextSequence & sequence) {
+    if (!property.storage.has(object.handle())) {
+        return false;
+    }
+    Context context;
+    context.setRole(property.role);
+    context.setParent(parent);
+    for (ImmutableObject const value : property.storage.get(object.handle())) {
+        context.addAttribute(value.toString().str());
+        ObjectView::noteType(value, property);
+    }
+    context.setType(property.valueTypeName);
+    bool const isMultiValued = context.isMultiValued();
+    sequence.addContext(std::move(context));
+    return isMultiValued;
+}
+
+bool ObjectContexts::appendReferences(ObjectView const & object, PropertyPartition const & partition,
+                                      Context const & parent, ContextSequence & sequence) {
+    selectModel(object);
+    if (fModelUri->text.empty()) {
+        return false;
+    }
+    // Links in the form of an attribute go first, the last property before the others; child elements keep the order.
+    std::vector<Context> attributes;
+    std::vector<Context> elements;
+    for (WrittenProperty const * const property : partition.references) {
+        std::vector<ImmutableClassObject> const targets = object.objectsOf(*property);
+        if (targets.empty()) {
+            continue;
+        }
+        if (std::any_of(targets.begin(), targets.end(), [](auto const & target) { return !target.isValid(); })) {
+            if (fWarns) {
+                warnAboutDeadLink(object.handle(), *property);
+            }
+            continue;
+        }
+        if (std::optional<Context> context = referenceOf(targets, *property, parent)) {
+            (context->isMultiValued() ? elements : attributes).push_back(std::move(*context));
+        }
+    }
+    std::for_each(attributes.rbegin(), attributes.rend(), [&](Context & context) { sequence.addContext(std::move(context)); });
+    std::for_each(elements.begin(), elements.end(), [&](Context & context) { sequence.addContext(std::move(context)); });
+    return !elements.empty();
+}
+
+std::optional<Context> ObjectContexts::referenceOf(std::vector<ImmutableClassObject> const & targets,
+                                                   WrittenProperty const & property, Context const & parent) {
+    Context context;
+    context.setRole(property.role);
+    context.setParent(parent);
+    bool isExternal = false;
+    std::vector<std::string> texts;
+    for (ImmutableClassObject const & target : targets) {
+        texts.push_back(idOf(target));
+        if (!isOfModelAtHand(target)) {
+            texts.back() = externalReference(target.getRootModel(), texts.back());
+            if (texts.back().empty()) {
+                return std::nullopt;
+            }
+            isExternal = true;
+        }
+    }
+    context.setType(fPartitions.partitionOf(*targets.back().getImplementation()).type);
+    if (isExternal) {
+        for (std::string & text : texts) {
+            context.addReference(std::move(text));
+        }
+        return context;
+    }
+    std::string joined = std::move(texts.front());
+    std::for_each(std::next(texts.begin()), texts.end(), [&](std::string const & text) { joined.append(1, ' ').append(text); });
+    context.setReference(std::move(joined));
+    return context;
+}
+
+std::string ObjectContexts::externalReference(ImmutableModel const & model, std::string const & id) {
+    ModelUri const & target = uriOfModel(model);
+    if (target.text.empty() || !target.uri.isValid()) {
+        return {};
+    }
+    HASP::Uri const link(target.uri.getScheme(), target.uri.getHost(), target.uri.getPath(), id);
+    HASP::Uri const relative = link.relativize(fModelUri->uri);
+    return relative.isValid() ? relative.toString() : std::string();
+}
+
+std::string ObjectContexts::idOf(ImmutableClassObject const & object) {
+    internal::BodyCore const & body = *object.getImplementation()->internal_body();
+    std::string const number = std::to_string(body.internal_id());
+    if (body.internal_model() == nullptr || body.internal_model() != fIdModel) {
+        std::string text = plainIdOf(object);
+        // A model's own id has no number behind it.
+        if (text.ends_with("_" + number)) {
+            fIdModel = body.internal_model();
+            fIdPrefix = text.substr(0, text.size() - number.size());
+        }
+        return text;
+    }
+    return static_cast<internal::BodyCore const *>(fIdModel) == &body ? plainIdOf(object) : fIdPrefix + number;
+}
+
+void ObjectContexts::selectModel(ObjectView const & object) {
+    internal::ModelCore const * const core = object.body().internal_model();
+    if (fModelUri == nullptr || core == nullptr || core != fModelCore) {
+        fModel = object.handle().getRootModel();
+        fModelUri = &uriOfModel(fModel);
+        fModelCore = core;
+    }
+}
+
+bool ObjectContexts::isOfModelAtHand(ImmutableClassObject const & object) const {
+    internal::ModelCore const * const core = object.getImplementation()->internal_body()->internal_model();
+    return (core != nullptr && core == fModelCore) || object.getRootModel() == fModel;
+}
+
+ObjectContexts::ModelUri const & ObjectContexts::uriOfModel(ImmutableModel const & model) {
+    auto const [entry, isNew] = fModelUris.try_emplace(model.getImplementationWithoutAssert());
+    if (isNew) {
+        entry->second.text = uriOf(model);
+        entry->second.uri = HASP::Uri(entry->second.text);
+    }
+    return entry->second;
+}
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/serializer/Context.h>
+#include <ZEL/serializer/ContextSequence.h>
+#include <ZEL/serializer/NamespaceManager.h>
+#include <ZEL/serializer/QualifiedName.h>
+
+#include <hasp_util/XmlReader.h>
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace ZEL::Serializer {
+
+class MetaClass;
+struct FileModel;
+struct MetaProperty;
+
+/// The names of an XML reader as pairs: a table look-up by address in place of one by text.
+class RoleNames {
+public:
+    [[nodiscard]] QualifiedName of(std::string const * uri, std::string const * localName);
+
+private:
+    struct Slot {
+        std::string const * uri = nullptr;
+        std::string const * localName = nullptr;
+        QualifiedName name;
+    };
+    std::array<Slot, 256> fSlots{};
+};
+
+/// The namespaces in force at a place of a file, and the types that were named there.
+///
+/// The first binding of a prefix counts as long as it is in force, so only a prefix that is not bound gets a binding.
+class TypeNames {
+public:
+    void addNamespace(std::string const & prefix, std::string const & uri);
+    void pushContext();
+    void popContext();
+    /// What "prefix:name" stands for; empty, and a log entry, if the text has no colon or its prefix is not bound.
+    [[nodiscard]] QualifiedName of(std::string_view text);
+
+private:
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>()(text); }
+    };
+
+    NamespaceManager fNamespaces;
+    std::size_t fVersion = 0; ///< of the bindings
+    std::size_t fLastVersion = 0;
+    std::vector<std::size_t> fSavedVersions;
+    std::unordered_map<std::string, QualifiedName, Hash, std::equal_to<>> fKnown; ///< under the present bindings
+};
+
+/// Where the reading of one file stands. Put aside as a whole while a file that it links to is read.
+struct ParseState {
+    /// The object that is being filled.
+    struct Cursor {
+        ClassObject object; ///< null: not in an object
+        MetaClass * metaClass = nullptr;
+        Context context;
+    };
+    struct OpenElement {
+        Context names; ///< of the element around it
+        std::size_t objectDepth;
+    };
+
+    ParseState(std::string const & fileName, HASP::XmlReaderSettings const & settings);
+
+    HASP::XmlReader xml;
+    std::string const & xmiUri; ///< this and the next two as `xml` keeps them, to be compared by address
+    std::string const & xmiId;
+    std::string const & xmiType;
+    RoleNames roles;
+    TypeNames types;
+
+    std::vector<OpenElement> elements;
+    Context currentElement; ///< names alone
+    std::size_t objectDepth = 0;
+    std::vector<Cursor> cursors;
+    Cursor cursor;
+
+    bool isSkipping = false;
+    std::size_t skipDepth = 0; ///< open elements inside the skipped one that have its name
+    QualifiedName skipName;
+    bool isForeign = false; ///< behind a block of another tool: ids are not those of this system
+
+    bool isInText = false;
+    std::string text;
+    QualifiedName textRole;
+    MetaProperty const * textProperty = nullptr;
+
+    Model model; ///< that of this file; invalid until its top element has been read
+    FileModel * fileModel = nullptr;
+    ContextSequence sequence; ///< kept for its storage
+};
+
+} // namespace ZEL::Serializer

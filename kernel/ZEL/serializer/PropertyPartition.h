@@ -1,0 +1,95 @@
+#pragma once
+
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/Property.h>
+#include <ZEL/metamodel/PropertyStorage.h>
+#include <ZEL/sequences/Sequence.h>
+#include <ZEL/serializer/QualifiedName.h>
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace ZEL {
+namespace Generic {
+struct PropertyToSequenceMethods;
+} // namespace Generic
+namespace internal {
+struct ClassDescriptor;
+struct FieldDescriptor;
+struct PropertyDescriptor;
+} // namespace internal
+} // namespace ZEL
+
+namespace ZEL::Serializer {
+
+/// What the writer asks of a property for each object, found once.
+struct WrittenProperty {
+    explicit WrittenProperty(ImmutableProperty const & handle);
+
+    /// Finds shorter roads to the values in objects of `owner` than that of the storage, if the property is kept in the way
+    /// of generated classes.
+    void findRoads(internal::ClassDescriptor const & owner);
+
+    ImmutableProperty property;
+    PropertyStorage storage;
+    QualifiedName role; ///< its name, in no namespace
+    std::string defaultText;
+    bool hasDefault;
+    bool isMany;        ///< upper bound above 1
+    bool isDataTyped;
+    bool isComposite;
+    bool isExtension;   ///< its values stand in `xmi:Extension`
+    bool isNested;      ///< its values become nested elements: composite and not derived
+
+    internal::ClassDescriptor const * owner = nullptr; ///< of whose objects `field` is
+    internal::FieldDescriptor const * field = nullptr; ///< where links are stored
+    Generic::PropertyToSequenceMethods const * methods = nullptr; ///< of a single value, before it is boxed
+
+    // The data type of the value met last: nearly always that of the next one, too.
+    mutable void const * valueType = nullptr;
+    mutable QualifiedName valueTypeName;
+
+    [[nodiscard]] std::string const & getName() const noexcept { return role.getName(); }
+};
+
+/// The properties of a metaclass that are written, by the form in which they are.
+struct PropertyPartition {
+    PropertyPartition(ImmutableClass const & handle, internal::ClassDescriptor const & descriptor);
+
+    ImmutableClass metaClass;
+    QualifiedName type; ///< the metaclass in its metamodel
+    std::vector<WrittenProperty const *> singleValues; ///< attributes; "name" goes first
+    std::vector<WrittenProperty const *> multiValues;
+    std::vector<WrittenProperty const *> references;
+    std::vector<WrittenProperty const *> visitable;    ///< extension properties, then composite ones
+    ImmutableSequence<ImmutableProperty> visitableProperties; ///< the same
+    ImmutableProperty appliedStereotypeInstance;              ///< invalid if the class has none
+    std::vector<internal::FieldDescriptor const *> containments; ///< where the contained objects are stored
+};
+
+/// The partitions of the metaclasses met in a run. References stay valid until the end of the run.
+class PartitionCache {
+public:
+    [[nodiscard]] PropertyPartition const & partitionOf(NSInterface::ClassObjectIntf const & object);
+    /// Null for an invalid property.
+    [[nodiscard]] WrittenProperty const * find(ImmutableProperty const & property);
+
+private:
+    [[nodiscard]] std::unique_ptr<PropertyPartition> makePartition(internal::ClassDescriptor const & descriptor,
+                                                                   ImmutableClass const & metaClass);
+    [[nodiscard]] WrittenProperty * enter(ImmutableProperty const & property);
+
+    std::unordered_map<internal::ClassDescriptor const *, std::unique_ptr<PropertyPartition>> fPartitions;
+    internal::ClassDescriptor const * fLast = nullptr; ///< the class asked for last, and its partition
+    PropertyPartition const * fLastPartition = nullptr;
+    // The handle in the entry keeps the body alive whose address is the key.
+    std::unordered_map<void const *, std::unique_ptr<WrittenProperty>> fProperties;
+};
+
+/// The URI of the metamodel, or model, that a model handle stands for. Raises "Attempt to obtain an invalid model's URI".
+[[nodiscard]] std::string uriOf(ImmutableModel const & model);
+
+} // namespace ZEL::Serializer

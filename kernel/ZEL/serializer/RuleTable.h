@@ -1,0 +1,54 @@
+#pragma once
+
+#include <ZEL/Export.h>
+#include <ZEL/serializer/Context.h>
+#include <ZEL/serializer/ContextSequence.h>
+
+#include <boost/function.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace ZEL::Serializer {
+
+/// What a rule does: what takes the place of a Context.
+using RuleFunction = boost::function<ContextSequence(Context const &)>;
+
+/// The rules of one pass of a `Transformer`, in order of addition.
+///
+/// Which rule fits a Context depends on its four names alone, and a file has few combinations of them: the table
+/// remembers its answers, so that nearly every Context costs one look-up however many rules there are.
+class ZEL_API RuleTable {
+public:
+    void add(Context const & pattern, RuleFunction function);
+    /// Removes every rule whose pattern equals the argument.
+    void remove(Context const & pattern);
+
+    /// The function of the rule that fits best, of equals the one added last; null if none fits. Valid until the table
+    /// changes.
+    [[nodiscard]] RuleFunction const * find(Context const & context) const;
+
+    [[nodiscard]] std::size_t size() const noexcept { return fRules.size(); }
+    [[nodiscard]] bool empty() const noexcept { return fRules.empty(); }
+
+private:
+    /// An answer, for the Context with these names.
+    struct Answer {
+        QualifiedName parentType;
+        QualifiedName parentRole;
+        QualifiedName type;
+        QualifiedName role;
+        std::int32_t rule = Unknown;
+    };
+    static constexpr std::int32_t None = -1;
+    static constexpr std::int32_t Unknown = -2;
+
+    [[nodiscard]] std::int32_t search(Context const & context) const noexcept;
+
+    std::vector<std::pair<Context, RuleFunction>> fRules;
+    mutable std::vector<Answer> fAnswers; ///< indexed by a hash of the names; empty until the first question
+};
+
+} // namespace ZEL::Serializer

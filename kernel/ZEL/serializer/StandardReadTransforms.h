@@ -1,0 +1,40 @@
+#pragma once
+
+#include <ZEL/Export.h>
+#include <ZEL/serializer/Transformer.h>
+
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <string>
+
+namespace ZEL::Serializer {
+
+/// Reading of plain XMI 2.1, in force for every input format.
+///
+/// Strips the XMI envelope and the head that the writer puts in `xmi:Extension`, leaves out the blocks of other tools,
+/// restores the id counter of the model, and turns `href` and `xmi:idref` into links. A document of another XMI version is
+/// skipped whole. Serves one run.
+class ZEL_API StandardReadTransforms : public Transformer {
+public:
+    StandardReadTransforms();
+    StandardReadTransforms(StandardReadTransforms const &) = delete;
+    StandardReadTransforms & operator=(StandardReadTransforms const &) = delete;
+
+private:
+    ContextSequence holdBack(Context const & context);
+    ContextSequence checkVersion(Context const & context);
+    ContextSequence checkExtender(Context const & context);
+    ContextSequence takeNextId(Context const & context);
+    Context releaseSkipped(std::string const & value);
+
+    void tieNextId(ClassObject const & object);
+    void restoreNextId(Model model);
+
+    std::int32_t fNextIdValue = 0;
+    std::deque<std::int32_t> fNextIds;                ///< read and not yet tied to a model
+    std::map<std::string, std::int32_t> fIdsByModel;  ///< by the URI of the model
+    Context fDeferred;                                ///< the last envelope element, held back until its attribute is seen
+};
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <ZEL/Export.h>
+#include <ZEL/serializer/Transformer.h>
+
+namespace ZEL::Serializer {
+
+/// Writing of plain XMI 2.1: puts `xmi:Documentation` before the element of a model of the metamodel with prefix "uml".
+class ZEL_API StandardWriteTransforms : public Transformer {
+public:
+    StandardWriteTransforms();
+};
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <ZEL/Export.h>
+#include <ZEL/serializer/Context.h>
+#include <ZEL/serializer/ContextSequence.h>
+#include <ZEL/serializer/RuleTable.h>
+
+#include <boost/function.hpp>
+
+#include <string>
+
+namespace ZEL {
+class ClassObject;
+class Model;
+} // namespace ZEL
+
+namespace ZEL::Serializer {
+
+struct LinkedElement;
+struct Reference;
+
+/// A set of rules over Contexts: each dialect of XMI is a subclass, and a caller can add his own to a reader or writer.
+///
+/// A rule is a pattern and a function; for each Context the function of the rule that fits best, of equals the one added
+/// last, gives what takes its place. A rule with an empty pattern beats all others. To leave a Context alone a rule gives
+/// it back; to leave it out with all that lies below it, a copy with the skip state set. A rule may add and remove rules:
+/// they count from the next Context on. Besides rules there are three hooks, which only the reader calls. A Transformer
+/// registers its rules in its constructor and serves one run. Rules that call members of the Transformer itself forbid
+/// copying it, since the copies' rules would still call the first one.
+class ZEL_API Transformer {
+public:
+    using OnCreateFunction = boost::function<void(Context const &, ClassObject)>;
+    using ResolveReferenceFunction = boost::function<LinkedElement(std::string const &, Reference const &)>;
+    using PostTransformFunction = boost::function<void(Model)>;
+
+    Transformer();
+    Transformer(Transformer const & other);
+    Transformer & operator=(Transformer const & other);
+    virtual ~Transformer();
+
+    /// Rewrites: what no rule fits passes through. A Context that a rule gives overwrites an equal earlier one, in its
+    /// place, unless that one has the skip state, which drops the new one.
+    [[nodiscard]] ContextSequence apply(ContextSequence sequence);
+    /// Generates what comes before an object: only what rules give comes out.
+    [[nodiscard]] ContextSequence preApply(ContextSequence const & sequence);
+    /// Generates what comes behind an object.
+    [[nodiscard]] ContextSequence postApply(ContextSequence const & sequence);
+
+    // Each removes every rule of its table whose pattern equals the argument.
+    void removeTransform(Context const & pattern) { fTransforms.remove(pattern); }
+    void removePreTransform(Context const & pattern) { fPreTransforms.remove(pattern); }
+    void removePostTransform(Context const & pattern) { fPostTransforms.remove(pattern); }
+
+    /// Called when an object has been read, with all that it contains.
+    void onCreate(Context const & context, ClassObject const & object);
+    /// `uri` is that of the model from which the link was read. Invalid if there is no hook.
+    [[nodiscard]] LinkedElement resolveReference(std::string const & uri, Reference const & reference);
+    /// Called when a file has been read; the model is invalid if the file gave none.
+    void postTransform(Model const & model);
+
+    /// Whether the writer is in its second traversal, the one that writes.
+    [[nodiscard]] bool isSerializePhase() const noexcept { return fSerializePhase; }
+    void setSerializePhase(bool serialize) noexcept { fSerializePhase = serialize; }
+
+protected:
+    void addTransform(Context const & pattern, RuleFunction function);
+    void addPreTransform(Context const & pattern, RuleFunction function);
+    void addPostTransform(Context const & pattern, RuleFunction function);
+
+    void setOnCreate(OnCreateFunction hook);
+    void setResolveReference(ResolveReferenceFunction hook);
+    void setPostTransform(PostTransformFunction hook);
+
+private:
+    enum class Unmatched : bool { Keep, Drop };
+    class Pass;
+
+    static ContextSequence applyHelper(ContextSequence && sequence, RuleTable const & rules);
+    static ContextSequence generate(ContextSequence const & sequence, RuleTable const & rules);
+
+    bool fSerializePhase = false;
+    RuleTable fTransforms;
+    RuleTable fPreTransforms;
+    RuleTable fPostTransforms;
+    OnCreateFunction fOnCreate;
+    ResolveReferenceFunction fResolveReference;
+    PostTransformFunction fPostTransform;
+};
+
+} // namespace ZEL::Serializer

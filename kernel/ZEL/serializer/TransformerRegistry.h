@@ -1,0 +1,52 @@
+#pragma once
+
+#include <ZEL/Export.h>
+#include <ZEL/serializer/ContextSequence.h>
+#include <ZEL/serializer/LinkedElement.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ZEL {
+class ClassObject;
+class Model;
+} // namespace ZEL
+
+namespace ZEL::Serializer {
+
+class Transformer;
+struct Reference;
+
+/// The Transformers of a run, in order; each takes what the one before it gave.
+///
+/// Owns what it holds: a Transformer given by raw pointer is deleted when it is removed or the registry is cleared. Give
+/// a shared pointer to keep it. One Transformer must not be given by raw pointer to two registries.
+class ZEL_API TransformerRegistry {
+public:
+    /// Appends. A Transformer that is held already is not added again; a null pointer raises "An Internal Error has
+    /// occurred".
+    void addTransformer(Transformer * transformer);
+    void addTransformer(std::shared_ptr<Transformer> transformer);
+    /// Nothing if it is not held.
+    void removeTransformer(Transformer const * transformer);
+    void clear() noexcept { fTransformers.clear(); }
+    [[nodiscard]] bool empty() const noexcept { return fTransformers.empty(); }
+
+    [[nodiscard]] ContextSequence apply(ContextSequence sequence) const;
+    [[nodiscard]] ContextSequence preApply(ContextSequence const & sequence) const;
+    [[nodiscard]] ContextSequence postApply(ContextSequence const & sequence) const;
+
+    void onCreate(Context const & context, ClassObject const & object) const;
+    /// The valid answers of all Transformers, in order.
+    [[nodiscard]] std::vector<LinkedElement> resolveReference(std::string const & uri, Reference const & reference) const;
+    void postTransform(Model const & model) const;
+    void setSerializePhase(bool serialize) const;
+
+private:
+    [[nodiscard]] bool holds(Transformer const * transformer) const noexcept;
+
+    std::vector<std::shared_ptr<Transformer>> fTransformers;
+};
+
+} // namespace ZEL::Serializer

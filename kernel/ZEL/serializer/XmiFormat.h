@@ -1,0 +1,26 @@
+#pragma once
+
+#include <ZEL/Export.h>
+
+#include <string>
+
+namespace ZEL::Serializer {
+
+/// Which dialect of XMI a file is in.
+class ZEL_API XmiFormat {
+public:
+    enum Format { Standard = 0, MagicDraw = 1, Rhapsody = 2 };
+
+    static std::string const FormatStrings[3];
+
+    explicit(false) XmiFormat(Format format) noexcept : fFormat(format) {}
+
+    [[nodiscard]] Format getFormat() const noexcept { return fFormat; }
+    /// Not checked: the format must be one of the enumerators.
+    [[nodiscard]] std::string const & toString() const noexcept;
+
+private:
+    Format fFormat;
+};
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,113 @@
+#include <ZEL/Exception.h>
+#include <ZEL/Logger.h>
+#include <ZEL/Messages.h>
+#include <ZEL/serializer/StandardReadTransforms.h>
+#include <ZEL/serializer/XmiReaderImpl.h>
+
+#include <hasp_util/Uri.h>
+
+#include <exception>
+#include <memory>
+#include <utility>
+
+namespace ZEL::Serializer {
+namespace {
+
+/// Calls a function at the end of its scope, however that is left.
+template <class Function> class AtExit {
+public:
+    explicit AtExit(Function function) : fFunction(std::move(function)) {}
+    ~AtExit() { fFunction(); }
+    AtExit(AtExit const &) = delete;
+    AtExit & operator=(AtExit const &) = delete;
+
+private:
+    Function fFunction;
+};
+
+} // namespace
+
+XmiReaderImpl::XmiReaderImpl(XmiReaderSettings const & settings)
+    : fSettings(settings), fMerger(std::make_shared<Merger>()) {}
+
+XmiReaderImpl::~XmiReaderImpl() = default;
+
+Object XmiReaderImpl::read(std::string const & file) {
+    // The dialect of Rhapsody is one of writing only: its files are read as plain ones.
+    if (fSettings.getInputFormat().getFormat() == XmiFormat::MagicDraw) {
+        raiseUnimplemented("The XmiReader.read operation is not yet implemented for the format MagicDraw!");
+    }
+    HASP::Uri const uri = HASP::Uri::fromLocalFile(file);
+    if (!uri.isValid()) {
+        Logger::instance()->log(LogLevel::error, Messages::ZEL_Serializer_XmiReader_InvalidInputFile, file);
+        return Object();
+    }
+    Logger::instance()->log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_Prologue, file);
+    reset();
+    try {
+        readInto(uri.toLocalFile());
+    } catch (...) {
+        // Nothing of a failed read stays, nor can it be asked for.
+        discard();
+        throw;
+    }
+    Logger::instance()->log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_Epilogue, file);
+    return fResult;
+}
+
+void XmiReaderImpl::readInto(std::string const & localFile) {
+    AtExit const clearTransformers([this] { fTransformers.clear(); });
+    pushState(localFile);
+    fTransformers.addTransformer(std::make_shared<StandardReadTransforms>());
+    AtExit const abort([this] { abortMerger(); });
+    fMerger->initialize();
+    Model const result = run();
+    popState();
+    if (result.isValid()) {
+        fMerger->teardown();
+    } else {
+        // Without a model there is nothing to merge: what the given models hold is not to be taken for left out.
+        fReferredModels.clear();
+    }
+    forgetLinks();
+}
+
+/// Gives up the handles on all objects that the run has met.
+void XmiReaderImpl::forgetLinks() noexcept {
+    fLinks.clear();
+    fLastTarget = nullptr;
+    fTargetFiles.clear();
+    fLinkRuns.clear();
+    fLinkRun = LinkRun();
+}
+
+void XmiReaderImpl::abortMerger() noexcept {
+    try {
+        fMerger->abort();
+    } catch (std::exception const & failure) {
+        try {
+            Logger::instance()->error("Unable to cancel the read: %s", failure.what());
+        } catch (...) {
+            return; // nothing left to tell it to
+        }
+    } catch (...) {
+        return;
+    }
+}
+
+void XmiReaderImpl::reset() {
+    discard();
+    fReport = ReadReport();
+}
+
+void XmiReaderImpl::discard() noexcept {
+    fNesting = 0;
+    fStates.clear();
+    forgetLinks();
+    fResult = Model();
+    fReferredModels.clear();
+    fParsedModels.clear();
+    fExternalFiles.clear();
+}
+
+} // namespace ZEL::Serializer

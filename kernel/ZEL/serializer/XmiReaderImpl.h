@@ -1,0 +1,146 @@
+#pragma once
+
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/serializer/LinkTable.h>
+#include <ZEL/serializer/Merger.h>
+#include <ZEL/serializer/MetaClassCache.h>
+#include <ZEL/serializer/ParseState.h>
+#include <ZEL/serializer/ReadReport.h>
+#include <ZEL/serializer/TransformerRegistry.h>
+#include <ZEL/serializer/XmiReaderSettings.h>
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace HASP {
+class Uri;
+} // namespace HASP
+
+namespace ZEL::Serializer {
+
+struct Reference;
+
+/// The body of `XmiReader`.
+///
+/// Each start of an element becomes Contexts, rules rewrite them, and what comes out is applied: elements make objects
+/// or enter text, attributes set values, and links wait until the outermost file has been read. Objects are made and
+/// changed by the Merger alone. A link into another file reads that file on the spot; each such file has a `ParseState`
+/// of its own on a stack, whose depth the settings bound.
+class XmiReaderImpl {
+public:
+    explicit XmiReaderImpl(XmiReaderSettings const & settings);
+    ~XmiReaderImpl();
+    XmiReaderImpl(XmiReaderImpl const &) = delete;
+    XmiReaderImpl & operator=(XmiReaderImpl const &) = delete;
+
+    [[nodiscard]] Object read(std::string const & file);
+    [[nodiscard]] TransformerRegistry & transformers() noexcept { return fTransformers; }
+    void setMerger(std::shared_ptr<Merger> merger) { fMerger = std::move(merger); }
+    [[nodiscard]] std::vector<Model> const & referredModels() const noexcept { return fReferredModels; }
+    [[nodiscard]] ReadReport const & report() const noexcept { return fReport; }
+
+private:
+    /// A value of the links of one object that keep two ends in step: what came of it, in the order of the file.
+    struct LinkRun {
+        ClassObject object;
+        MetaProperty const * property = nullptr;
+        std::vector<ClassObject> targets;
+    };
+    /// An object that an element made; both null if it made none.
+    struct Made {
+        ClassObject object;
+        MetaClass * metaClass = nullptr;
+    };
+    /// Where links with a certain URI lead.
+    struct TargetFile {
+        Model registered; ///< a metamodel that is in memory; else invalid
+        FileModel * file = nullptr;
+    };
+
+    // --- a run (XmiReaderImpl.cpp) -----------------------------------------------------------------------------------
+    void reset();
+    void discard() noexcept;
+    void forgetLinks() noexcept;
+    void abortMerger() noexcept;
+    void readInto(std::string const & localFile);
+
+    // --- events (XmiReaderImplEvents.cpp) ----------------------------------------------------------------------------
+    [[nodiscard]] ParseState & state() noexcept { return fStates.back(); }
+    void pushState(std::string const & localFile);
+    void popState();
+    /// Reads the file of the current state, and gives its model; invalid if it has none.
+    Model run();
+    void startElement(ParseState & state);
+    void endElement(ParseState & state);
+    void characters(ParseState & state);
+    void makeContexts(ParseState & state, ContextSequence & sequence);
+    [[noreturn]] void raiseParseError(ParseState const & state);
+
+    // --- applying Contexts (XmiReaderImplProcess.cpp) ----------------------------------------------------------------
+    void process(ParseState & state, ContextSequence && sequence);
+    void applyContext(ParseState & state, Context & context, bool & entered);
+    void enter(ParseState & state, Made && made, Context && context);
+    void leave(ParseState & state);
+    void startSkipping(ParseState & state, Context const & context);
+    void applyText(ParseState & state);
+    void applyAttribute(ParseState & state, Context const & context);
+    void applyReference(ParseState & state, Context const & context);
+
+    // --- objects (XmiReaderImplObjects.cpp) --------------------------------------------------------------------------
+    [[nodiscard]] Made makeTopLevel(ParseState & state, Context const & context);
+    [[nodiscard]] Made makeChild(ParseState & state, Context const & context);
+    [[nodiscard]] Made createObject(ParseState & state, Context const & context);
+    [[nodiscard]] bool adoptModel(ParseState & state, Model const & model, Context const & context);
+    void enterId(ParseState & state, ClassObject const & object, std::string const & id);
+    [[nodiscard]] FileModel & fileModelOf(ParseState & state, ClassObject const & object);
+    bool setValue(ClassObject const & object, MetaProperty const & property, ClassObject const & value,
+                  MetaClass const & valueClass);
+    void reportRejected(ClassObject const & object, MetaProperty const & property);
+    [[nodiscard]] MetaClassCache & metaClasses() noexcept { return fMerger->metaClasses(); }
+
+    // --- links (XmiReaderImplLinks.cpp) ------------------------------------------------------------------------------
+    void recordReference(ParseState & state, std::string const & text, ClassObject const & object,
+                         MetaProperty const & property);
+    void resolveReferences();
+    void resolveReference(FileModel & file, PendingLink const & link, Reference & scratch);
+    [[nodiscard]] TargetFile const & targetFile(std::string_view uri);
+    [[nodiscard]] ClassObject findInMetaModel(Model const & model, std::string const & uri,
+                                              std::string const & fragment);
+    [[nodiscard]] ClassObject findTarget(FileModel & file, PendingLink const & link);
+    void reportUnresolved(PendingLink const & link);
+    void noteOrder(PendingLink const & link, ClassObject const & target);
+    void closeRun();
+    void restoreOrder(LinkRun const & run);
+
+    // --- other files (XmiReaderImplFiles.cpp) ------------------------------------------------------------------------
+    /// The URI, without fragment, of the file that a link leads to, which has been read then as far as it is to be read;
+    /// none, and a log entry, if the link cannot be made absolute.
+    [[nodiscard]] std::optional<std::string> followExternal(HASP::Uri const & reference, ClassObject const & object);
+    [[nodiscard]] std::string locate(HASP::Uri const & file) const;
+    void readExternal(std::string const & uri, std::string const & localFile);
+    [[nodiscard]] bool isInRootFolder(std::string const & localFile) const;
+
+    TransformerRegistry fTransformers;
+    XmiReaderSettings fSettings;
+    unsigned int fNesting = 0; ///< external files that are being read
+    std::shared_ptr<Merger> fMerger;
+    std::deque<ParseState> fStates;
+    LinkTable fLinks;
+    Model fResult;
+    std::vector<Model> fReferredModels;
+    std::unordered_map<std::string, Model> fParsedModels;        ///< by URI; invalid: not to be read
+    std::unordered_map<std::string, std::string> fExternalFiles; ///< base and reference to the URI they lead to
+    std::unordered_map<std::string, TargetFile> fTargetFiles;    ///< while links are resolved
+    std::pair<std::string const, TargetFile> const * fLastTarget = nullptr;
+    LinkRun fLinkRun;               ///< the one that may still grow
+    std::vector<LinkRun> fLinkRuns; ///< of two targets and more
+    ReadReport fReport;
+};
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,83 @@
+#include <ZEL/serializer/XmiWriter.h>
+
+#include <ZEL/DeviantAssertions.h>
+#include <ZEL/Exception.h>
+#include <ZEL/String.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/Object.h>
+#include <ZEL/serializer/XmiWriterImpl.h>
+
+#include <hasp_util/Uri.h>
+
+#include <utility>
+
+namespace ZEL::Serializer {
+namespace {
+
+/// Lets writes pass outside of transactions for the length of a block.
+class WithoutAssertions {
+public:
+    WithoutAssertions() noexcept : fFormer(DeviantAssertions::enableAssertions(false)) {}
+    ~WithoutAssertions() { DeviantAssertions::enableAssertions(fFormer); }
+    WithoutAssertions(WithoutAssertions const &) = delete;
+    WithoutAssertions & operator=(WithoutAssertions const &) = delete;
+
+private:
+    bool fFormer;
+};
+
+} // namespace
+
+XmiWriter::XmiWriter(XmiWriterSettings const & settings) : fImpl(std::make_shared<XmiWriterImpl>(settings)) {}
+
+bool XmiWriter::write(std::string const & file, Model model) {
+    if (!model.isValid()) {
+        raiseInternalError("Attempt to serialize invalid model!");
+    }
+    HASP::Uri const uri = HASP::Uri::fromLocalFile(file);
+    if (!uri.isValid()) {
+        raiseInternalError("Unable to create URI from output file " + file);
+    }
+    WithoutAssertions const withoutAssertions;
+    model.setUri(uri.toString());
+    return writeObject(file, model);
+}
+
+bool XmiWriter::write(ImmutableModel const & model) {
+    if (!model.isValid()) {
+        raiseInternalError("Attempt to serialize invalid model!");
+    }
+    std::string const text = model.getUri();
+    std::string const file = HASP::Uri(text).toLocalFile();
+    if (file.empty()) {
+        raiseInternalError("Unable to create URI from output file " + text);
+    }
+    return writeObject(file, model);
+}
+
+bool XmiWriter::writeObject(std::string const & file, ImmutableObject const & object) {
+    if (!object.isValid()) {
+        raiseInternalError("Attempt to serialize invalid object!");
+    }
+    return fImpl->write(file, object);
+}
+
+void XmiWriter::addTransformer(Transformer * transformer) { fImpl->transformers.addTransformer(transformer); }
+
+void XmiWriter::addTransformer(std::shared_ptr<Transformer> transformer) {
+    fImpl->transformers.addTransformer(std::move(transformer));
+}
+
+void XmiWriter::removeTransformer(Transformer * transformer) { fImpl->transformers.removeTransformer(transformer); }
+
+void XmiWriter::setContextSequenceCreator(ContextSequenceCreator creator) {
+    fImpl->functions.createContexts = std::move(creator);
+}
+
+void XmiWriter::setPreVisitableGenerator(VisitableGenerator generator) { fImpl->functions.before = std::move(generator); }
+
+void XmiWriter::setVisitableGenerator(VisitableGenerator generator) { fImpl->functions.children = std::move(generator); }
+
+void XmiWriter::setPostVisitableGenerator(VisitableGenerator generator) { fImpl->functions.behind = std::move(generator); }
+
+} // namespace ZEL::Serializer

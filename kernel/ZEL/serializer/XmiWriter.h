@@ -1,0 +1,72 @@
+#pragma once
+
+#include <ZEL/Export.h>
+#include <ZEL/serializer/ContextSequence.h>
+#include <ZEL/serializer/VisitableContext.h>
+#include <ZEL/serializer/XmiWriterSettings.h>
+
+#include <boost/function.hpp>
+
+#include <memory>
+#include <string>
+
+namespace ZEL {
+class ImmutableClassObject;
+class ImmutableModel;
+class ImmutableObject;
+class Model;
+} // namespace ZEL
+
+namespace ZEL::Serializer {
+
+class Transformer;
+class XmiWriterImpl;
+
+/// Writes a model, or one object with all that it contains, as an XMI 2.1 file.
+///
+/// A handle: copies share one writer. It may run many times, one run at a time; settings and generators stay, Transformers
+/// given by the caller last for one run. The file is written under the name with "~" behind it first and takes the
+/// place of an earlier file only when it is whole, so that a run that fails leaves the earlier file as it was. Objects
+/// without a container (`unparented`) and derived properties are not written, nor values equal to their default.
+///
+/// All values of a multi-valued property of a data type are written into one element without anything between them, and
+/// are read back as one value. A link to an object that no longer exists leaves out all links of the property; this is
+/// logged.
+class ZEL_API XmiWriter {
+public:
+    /// Gives what an object amounts to, and in the VisitableContext what is to be descended into.
+    using ContextSequenceCreator = boost::function<ContextSequence(ImmutableClassObject const &, VisitableContext &)>;
+    /// Gives the objects to visit next, as children of the object.
+    using VisitableGenerator =
+        boost::function<ImmutableSequence<ImmutableClassObject>(ImmutableClassObject const &, VisitableContext &)>;
+
+    explicit XmiWriter(XmiWriterSettings const & settings = XmiWriterSettings());
+
+    /// Sets the model's URI to that of the file, outside of any transaction, and writes it. The URI stays set if writing
+    /// fails. Raises on an invalid model and on a name that gives no URI, before any file is touched. False, with an entry
+    /// in the log, when the file could not be produced.
+    bool write(std::string const & file, Model model);
+    /// Writes to the file that the model's URI names; changes nothing in the model.
+    bool write(ImmutableModel const & model);
+    /// Writes the object and what it contains. Only a file made of a model can be read back as such.
+    bool writeObject(std::string const & file, ImmutableObject const & object);
+
+    /// The Transformer stands ahead of the dialect's own and goes after the next run; given by raw pointer, it is deleted
+    /// then.
+    void addTransformer(Transformer * transformer);
+    void addTransformer(std::shared_ptr<Transformer> transformer);
+    void removeTransformer(Transformer * transformer);
+
+    void setContextSequenceCreator(ContextSequenceCreator creator);
+    /// Visited ahead of an object's element; nothing by default.
+    void setPreVisitableGenerator(VisitableGenerator generator);
+    /// Called for each property to descend into; the property's values by default.
+    void setVisitableGenerator(VisitableGenerator generator);
+    /// Visited behind an object's element; by default the collected stereotype instances, behind the top element.
+    void setPostVisitableGenerator(VisitableGenerator generator);
+
+private:
+    std::shared_ptr<XmiWriterImpl> fImpl;
+};
+
+} // namespace ZEL::Serializer

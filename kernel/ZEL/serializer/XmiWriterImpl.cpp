@@ -1,0 +1,130 @@
+#include <ZEL/serializer/XmiWriterImpl.h>
+
+#include <ZEL/Exception.h>
+#include <ZEL/LogLevel.h>
+#include <ZEL/Logger.h>
+#include <ZEL/Messages.h>
+#include <ZEL/metamodel/Object.h>
+#if __has_include(<ZEL/serializer/MagicDrawWriteTransforms.h>)
+#include <ZEL/serializer/MagicDrawWriteTransforms.h>
+#endif
+#if __has_include(<ZEL/serializer/RhpWriteTransforms.h>)
+#include <ZEL/serializer/RhpWriteTransforms.h>
+#endif
+#include <ZEL/serializer/SafeFile.h>
+#include <ZEL/serializer/StandardWriteTransforms.h>
+
+#include <hasp_util/XmlWriter.h>
+
+#include <exception>
+#include <memory>
+
+namespace ZEL::Serializer {
+namespace {
+
+void logAbout(LogLevel::Setting level, unsigned long message, std::string const & file) {
+    Logger::instance()->log(LogLevel(level), message, file.c_str());
+}
+
+/// Calls a function at the end of its block. What the function throws is dropped: the block may be ending by an exception
+/// that says more.
+template <class Function> class AtEnd {
+public:
+    explicit AtEnd(Function function) : fFunction(std::move(function)) {}
+    ~AtEnd() {
+        try {
+            fFunction();
+        } catch (std::exception const & exception) {
+            Logger::instance()->error("%s", exception.what());
+        }
+    }
+    AtEnd(AtEnd const &) = delete;
+    AtEnd & operator=(AtEnd const &) = delete;
+
+private:
+    Function fFunction;
+};
+
+} // namespace
+
+bool XmiWriterImpl::write(std::string const & file, ImmutableObject const & object) {
+    AtEnd const cleanUp([this] { transformers.clear(); });
+    logAbout(LogLevel::info, Messages::ZEL_Serializer_XmiWriter_Prologue, file);
+    try {
+        if (!run(SafeFile(file), object)) {
+            return false;
+        }
+    } catch (Exception const &) {
+        throw;
+    } catch (std::exception const & exception) {
+        throw Exception(exception.what());
+    }
+    logAbout(LogLevel::info, Messages::ZEL_Serializer_XmiWriter_Epilogue, file);
+    return true;
+}
+
+bool XmiWriterImpl::run(SafeFile const & file, ImmutableObject const & object) {
+    if (!writeDocument(file, object)) {
+        if (file.canBeRead()) {
+            logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_GenericError, file.getName());
+        } else {
+            logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_FileOpen, file.getTemporaryName());
+        }
+        return false;
+    }
+    switch (file.put()) {
+    case SafeFile::Result::Done:
+        return true;
+    case SafeFile::Result::NotOpened:
+        logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_FileOpen, file.getTemporaryName());
+        return false;
+    case SafeFile::Result::Failed:
+        break;
+    }
+    logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_GenericError, file.getName());
+    return false;
+}
+
+/// Writes the temporary file. False if it is not certain to be whole on the disk.
+bool XmiWriterImpl::writeDocument(SafeFile const & file, ImmutableObject const & object) {
+    HASP::XmlWriter xml(file.getTemporaryName(), HASP::XmlWriterSettings(true, "iso8859-1", fSettings.getAutoFlush()));
+    if (!object.isValid()) {
+        return false;
+    }
+    ImmutableClassObject const top(object);
+    if (!top.isValid()) {
+        raiseInternalError("Internal Error: Invalid dispatch to base during XMI serialization!");
+    }
+    bool const isPlain = transformers.empty() && functions.areDefaults() &&
+                         fSettings.getOutputFormat().getFormat() == XmiFormat::Standard;
+    addDialect();
+    {
+        WriterTraversal traversal(xml, fSettings, transformers, functions, isPlain);
+        traversal.collect(top);
+        AtEnd const endDocument([&xml] { xml.writeEndDocument(); });
+        traversal.write(top);
+        xml.writeEndDocument();
+    }
+    return xml.flushAndSync() && xml.close();
+}
+
+void XmiWriterImpl::addDialect() {
+    switch (fSettings.getOutputFormat().getFormat()) {
+#if __has_include(<ZEL/serializer/MagicDrawWriteTransforms.h>)
+    case XmiFormat::MagicDraw:
+        transformers.addTransformer(std::make_shared<MagicDrawWriteTransforms>());
+        break;
+#endif
+#if __has_include(<ZEL/serializer/RhpWriteTransforms.h>)
+    case XmiFormat::Rhapsody:
+        transformers.addTransformer(std::make_shared<RhpWriteTransforms>());
+        break;
+#endif
+    case XmiFormat::Standard:
+    default:
+        transformers.addTransformer(std::make_shared<StandardWriteTransforms>());
+        break;
+    }
+}
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/serializer/TransformerRegistry.h>
+#include <ZEL/serializer/WriterTraversal.h>
+#include <ZEL/serializer/XmiWriterSettings.h>
+
+#include <string>
+
+namespace ZEL {
+class ImmutableObject;
+} // namespace ZEL
+
+namespace ZEL::Serializer {
+
+class SafeFile;
+
+/// What the handles of one writer share. What belongs to one run lives in the run alone.
+class XmiWriterImpl {
+public:
+    explicit XmiWriterImpl(XmiWriterSettings const & settings) : fSettings(settings) {}
+
+    /// One run. Clears the Transformers at its end, however it ends. False when the file could not be produced.
+    bool write(std::string const & file, ImmutableObject const & object);
+
+    TransformerRegistry transformers;
+    WriterFunctions functions;
+
+private:
+    bool run(SafeFile const & file, ImmutableObject const & object);
+    bool writeDocument(SafeFile const & file, ImmutableObject const & object);
+    void addDialect();
+
+    XmiWriterSettings const fSettings;
+};
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,213 @@
+#include <ZEL/tools/Comparator.h>
+
+#include <ZEL/Exception.h>
+#include <ZEL/ValueObject.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/Property.h>
+#include <ZEL/sequences/Sequence.h>
+
+#include <utility>
+
+namespace ZEL {
+
+struct Comparator::ComparedProperty {
+    ImmutableProperty property;
+    bool isComposite;
+};
+
+/// What is compared of the instances of each metaclass, found once.
+class Comparator::Properties {
+public:
+    std::vector<ComparedProperty> const & of(ImmutableClass const & metaClass) {
+        auto const [entry, isNew] = fByClass.try_emplace(metaClass.getImplementation());
+        if (isNew) {
+            for (ImmutableProperty const & property : metaClass.getOwnedAttributes()) {
+                String const name = property.getName();
+                if (!property.isDerived() && name != "id" && name != "modelZEL") {
+                    entry->second.push_back({property, static_cast<bool>(property.isComposite())});
+                }
+            }
+        }
+        return entry->second;
+    }
+
+private:
+    std::unordered_map<NSInterface::ClassIntf const *, std::vector<ComparedProperty>> fByClass;
+};
+
+/// A pair of class objects whose properties are being compared.
+struct Comparator::Frame {
+    ImmutableClassObject a;
+    ImmutableClassObject b;
+    std::vector<ComparedProperty> const * properties;
+    std::size_t nextProperty = 0;
+    std::vector<ImmutableObject> elementsOfA;
+    std::vector<ImmutableObject> elementsOfB;
+    std::size_t nextElement = 0;
+};
+
+Comparator::Comparator(ImmutableObject first, ImmutableObject second) : fFirst(std::move(first)), fSecond(std::move(second)) {}
+
+Comparator::~Comparator() = default;
+
+Comparator::Comparator(Comparator const & other)
+    : fFirst(other.fFirst), fSecond(other.fSecond), fFailedFirst(other.fFailedFirst), fFailedSecond(other.fFailedSecond),
+      fCounterparts(other.fCounterparts) {}
+
+Comparator & Comparator::operator=(Comparator const & other) {
+    if (this != &other) {
+        // Handles on one body keep their own deviant when they are assigned to: start from null ones.
+        fFirst = ImmutableObject();
+        fSecond = ImmutableObject();
+        fFirst = other.fFirst;
+        fSecond = other.fSecond;
+        fail(other.fFailedFirst, other.fFailedSecond);
+        fCounterparts = other.fCounterparts;
+    }
+    return *this;
+}
+
+bool Comparator::compare() {
+    fCounterparts.clear();
+    fail(ImmutableClassObject(), ImmutableClassObject());
+    fProperties = std::make_unique<Properties>();
+    bool const isEqual = compareCompositionR(fFirst, fSecond) && compareAssociationR(fFirst, fSecond);
+    fProperties.reset();
+    return isEqual;
+}
+
+bool Comparator::compareCompositionR(ImmutableObject const & first, ImmutableObject const & second) {
+    return walk(Pass::Composition, first, second);
+}
+
+bool Comparator::compareAssociationR(ImmutableObject const & first, ImmutableObject const & second) {
+    return walk(Pass::Association, first, second);
+}
+
+void Comparator::add(ImmutableObject const & a, ImmutableObject const & b) {
+    fCounterparts[a.getImplementation()] = b.getImplementation();
+}
+
+ImmutableObject Comparator::get(ImmutableObject const & a) const {
+    auto const found = fCounterparts.find(a.getImplementation());
+    return found == fCounterparts.end() ? ImmutableObject() : ImmutableObject(found->second, a.getDeviant());
+}
+
+void Comparator::fail(ImmutableClassObject const & a, ImmutableClassObject const & b) {
+    fFailedFirst = ImmutableClassObject();
+    fFailedSecond = ImmutableClassObject();
+    fFailedFirst = a;
+    fFailedSecond = b;
+}
+
+Comparator::Verdict Comparator::compareOne(Pass pass, ImmutableObject const & a, ImmutableObject const & b) {
+    if (a == b && a.getDeviant() == b.getDeviant()) {
+        return Verdict::Equal;
+    }
+    if (!a.isValid() || !b.isValid()) {
+        return Verdict::Different;
+    }
+    ImmutableValueObject const valueOfA(a);
+    ImmutableValueObject const valueOfB(b);
+    if (valueOfA.isValid() || valueOfB.isValid()) {
+        bool const isEqual = valueOfA.isValid() && valueOfB.isValid() && valueOfA == valueOfB;
+        return isEqual ? Verdict::Equal : Verdict::Different;
+    }
+    ImmutableClassObject const first(a);
+    ImmutableClassObject const second(b);
+    if (!first.isValid() || !second.isValid()) {
+        return Verdict::Different;
+    }
+    fail(first, second);
+    if (pass == Pass::Composition) {
+        add(a, b);
+    }
+    return first.getMetaClass() == second.getMetaClass() ? Verdict::Descend : Verdict::Different;
+}
+
+bool Comparator::compareLink(ImmutableObject const & a, ImmutableObject const & b) const {
+    if (!a.isValid() || !b.isValid()) {
+        return a.isValid() == b.isValid();
+    }
+    ImmutableValueObject const valueOfA(a);
+    ImmutableValueObject const valueOfB(b);
+    if (valueOfA.isValid() || valueOfB.isValid()) {
+        return valueOfA.isValid() && valueOfB.isValid() && valueOfA == valueOfB;
+    }
+    ImmutableObject const counterpart = get(a);
+    // An object outside of the trees corresponds to itself.
+    return (counterpart.getImplementationWithoutAssert() != nullptr ? counterpart : a) == b;
+}
+
+/// Takes up the next property of a frame; false if its values differ already by number or by a link.
+bool Comparator::nextProperty(Pass pass, Frame & frame) {
+    ComparedProperty const & compared = (*frame.properties)[frame.nextProperty++];
+    frame.elementsOfA.clear();
+    frame.elementsOfB.clear();
+    frame.nextElement = 0;
+    if (pass == Pass::Composition && !compared.isComposite) {
+        return true;
+    }
+    frame.elementsOfA = frame.a.get(compared.property).toVector();
+    frame.elementsOfB = frame.b.get(compared.property).toVector();
+    if (frame.elementsOfA.size() != frame.elementsOfB.size()) {
+        return false;
+    }
+    bool const isSingleInvalid =
+        frame.elementsOfA.size() == 1 && !frame.elementsOfA.front().isValid() && !frame.elementsOfB.front().isValid();
+    bool const areLinks = !compared.isComposite;
+    bool isEqual = true;
+    if (areLinks) {
+        for (std::size_t i = 0; isEqual && i < frame.elementsOfA.size(); ++i) {
+            isEqual = compareLink(frame.elementsOfA[i], frame.elementsOfB[i]);
+        }
+    }
+    if (areLinks || isSingleInvalid) {
+        frame.elementsOfA.clear();
+        frame.elementsOfB.clear();
+    }
+    return isEqual;
+}
+
+bool Comparator::walk(Pass pass, ImmutableObject const & first, ImmutableObject const & second) {
+    if (fProperties == nullptr) {
+        fProperties = std::make_unique<Properties>();
+    }
+    std::vector<Frame> frames;
+    auto const enter = [&](ImmutableObject const & a, ImmutableObject const & b) {
+        Verdict const verdict = compareOne(pass, a, b);
+        if (verdict == Verdict::Descend) {
+            ImmutableClassObject const object(a);
+            frames.push_back({object, ImmutableClassObject(b), &fProperties->of(object.getMetaClass()), 0, {}, {}, 0});
+        }
+        return verdict != Verdict::Different;
+    };
+    if (!enter(first, second)) {
+        return false;
+    }
+    while (!frames.empty()) {
+        Frame & frame = frames.back();
+        if (frame.nextElement < frame.elementsOfA.size()) {
+            std::size_t const i = frame.nextElement++;
+            ImmutableObject const a = frame.elementsOfA[i];
+            ImmutableObject const b = frame.elementsOfB[i];
+            if (!enter(a, b)) {
+                return false;
+            }
+        } else if (frame.nextProperty < frame.properties->size()) {
+            if (!nextProperty(pass, frame)) {
+                return false;
+            }
+        } else {
+            frames.pop_back();
+            // What follows is compared on behalf of the pair above.
+            fail(frames.empty() ? ImmutableClassObject() : frames.back().a,
+                 frames.empty() ? ImmutableClassObject() : frames.back().b);
+        }
+    }
+    return true;
+}
+
+bool compare(ImmutableObject const & a, ImmutableObject const & b) { return Comparator(a, b).compare(); }
+
+} // namespace ZEL

@@ -1,0 +1,348 @@
+#include <ZEL/tools/RandomModelGenerator.h>
+
+#include <ZEL/Exception.h>
+#include <ZEL/FactoryRegistry.h>
+#include <ZEL/Integer.h>
+#include <ZEL/PersistenceKind.h>
+#include <ZEL/String.h>
+#include <ZEL/metamodel/Enumeration.h>
+#include <ZEL/metamodel/EnumerationLiteral.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/Type.h>
+#include <ZEL/sequences/MultiIndexImpl.ipp>
+#include <ZEL/sequences/GenericReferenceCountingSequenceProxy.h>
+#include <ZEL/sequences/MultiIndexImpl.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <ctime>
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace ZEL {
+namespace {
+
+/// One of `count` positions; `count` is not 0.
+std::size_t draw(std::size_t count) { return static_cast<std::size_t>(std::rand()) % count; }
+
+/// The class and all above it, each once.
+std::vector<ImmutableClass> withSuperClasses(ImmutableClass const & metaClass) {
+    std::vector<ImmutableClass> found{metaClass};
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        for (ImmutableClass const & superClass : found[i].getSuperClasses().toVector()) {
+            if (std::find(found.begin(), found.end(), superClass) == found.end()) {
+                found.push_back(superClass);
+            }
+        }
+    }
+    return found;
+}
+
+/// Models and factories are made by registries, not by factories.
+bool isModelOrFactory(ImmutableClass const & metaClass) {
+    std::vector<ImmutableClass> const classes = withSuperClasses(metaClass);
+    auto const has = [&classes](ImmutableClass const & wanted) {
+        return std::find(classes.begin(), classes.end(), wanted) != classes.end();
+    };
+    return has(Model::MetaClass()) || has(FactoryObject::MetaClass());
+}
+
+bool isDataTyped(ImmutableProperty const & property) { return !ImmutableClass(property.getType()).isValid(); }
+
+/// A required value of a data type is always there, so it counts as not set.
+bool canTakeValue(ClassObject const & object, ImmutableProperty const & property) {
+    bool const isAlwaysThere = isDataTyped(property) && property.lowerBound() > Integer(0);
+    return property.isMultivalued() || isAlwaysThere || !object.has(property);
+}
+
+} // namespace
+
+/// An object that is being filled.
+struct RandomModelGenerator::Frame {
+    ClassObject parent;
+    int depth;
+    int made;
+};
+
+RandomModelGenerator::RandomModelGenerator(FactoryObject factory)
+    : fFactory(std::move(factory)), fSeed(static_cast<std::uint32_t>(std::time(nullptr))) {}
+
+ClassObject RandomModelGenerator::createRandomModel(ClassObject const & root, int depth, int breadth, int associations,
+                                                    unsigned int seed) {
+    if (seed != 0) {
+        fSeed = seed;
+    }
+    std::srand(fSeed);
+    fPositions.clear();
+    fInstantiableClasses.clear();
+    createRandomModelComposition(root, depth, breadth);
+    createRandomModelAssociation(associations);
+    return root;
+}
+
+// --- what contains what -------------------------------------------------------------------------------------------------
+
+ClassObject RandomModelGenerator::createRandomModelComposition(ClassObject const & parent, int depth, int breadth) {
+    if (depth < 1) {
+        return parent;
+    }
+    ClassObject last;
+    std::size_t const outerPositions = fPositions.size();
+    std::vector<Frame> frames{{parent, depth, 0}};
+    while (!frames.empty()) {
+        Frame & frame = frames.back();
+        fPositions.resize(outerPositions + frames.size() - 1);
+        ImmutableClass const metaClass = frame.parent.getMetaClass();
+        ImmutableSequence<ImmutableProperty> const properties = metaClass.getOwnedAttributes();
+        HASP::GList<int> const & positions = getCompositionMetaPropertyVector(metaClass, properties);
+        if (frame.made >= breadth || positions.empty()) {
+            frames.pop_back();
+            continue;
+        }
+        fPositions.push_back(frame.made++);
+        ClassObject const object = makeValue(frame.parent, properties[positions[draw(positions.size())]]);
+        if (frames.size() == 1) {
+            last = object;
+        }
+        if (object.isValid() && frame.depth > 1) {
+            frames.push_back({object, frame.depth - 1, 0});
+        }
+    }
+    fPositions.resize(outerPositions);
+    return last;
+}
+
+ClassObject RandomModelGenerator::createValueForProperty(ClassObject const & parent, int depth, int breadth,
+                                                         ImmutableProperty const & property) {
+    ClassObject const object = makeValue(parent, property);
+    if (object.isValid()) {
+        createRandomModelComposition(object, depth, breadth);
+    }
+    return object;
+}
+
+ClassObject RandomModelGenerator::makeValue(ClassObject const & parent, ImmutableProperty const & property) {
+    // A single object that is replaced would stay behind without a container.
+    if (!canTakeValue(parent, property)) {
+        return ClassObject();
+    }
+    ImmutableType const type = property.getType();
+    if (ImmutableClass const metaClass(type); metaClass.isValid()) {
+        ClassObject const object = makeObject(metaClass);
+        parent.setOrAdd(property, object);
+        return object;
+    }
+    if (property.getName() == "name" && type.getName() == "String") {
+        createNameStringAndSet(parent, property);
+    } else if (Object const value = makeData(type); value.isValid()) {
+        parent.setOrAdd(property, value);
+    }
+    return ClassObject();
+}
+
+Object RandomModelGenerator::makeData(ImmutableType const & type) const {
+    String const name = type.getQualifiedName();
+    if (type.getName() == "String") {
+        return fFactory.createFromString(name, "foobar");
+    }
+    if (type.getName() == "Integer") {
+        return fFactory.createFromString(name, std::to_string(std::rand() % 5000));
+    }
+    if (type.getName() == "Boolean") {
+        return fFactory.createFromString(name, std::rand() % 2 == 0 ? "false" : "true");
+    }
+    ImmutableEnumeration const enumeration(type);
+    if (!enumeration.isValid()) {
+        return Object(); // a type that there are no texts for
+    }
+    std::vector<ImmutableEnumerationLiteral> const literals = enumeration.getOwnedLiterals().toVector();
+    if (literals.empty()) {
+        raiseInternalError("the enum type " + type.getName().str() + " doesnt have any literals ");
+    }
+    Object const value = fFactory.createFromString(name, literals[draw(literals.size())].getName());
+    if (!value.isValid()) {
+        raiseInternalError("enumValue is not valid");
+    }
+    return value;
+}
+
+ClassObject RandomModelGenerator::makeObject(ImmutableClass const & type) {
+    std::vector<ImmutableClass> const & classes = instantiableClasses(type);
+    if (classes.empty()) {
+        raiseInternalError("couldnt find a concrete superclass for " + type.getName().str());
+    }
+    ImmutableClass const metaClass = classes[draw(classes.size())];
+    ClassObject const object = factoryFor(metaClass).createFromString(metaClass.getName());
+    if (!object.isValid()) {
+        raiseInternalError("class object created is not valid");
+    }
+    rememberObject(object);
+    ImmutableProperty const name = metaClass.getProperty("name");
+    if (name.isValid()) {
+        createNameStringAndSet(object, name);
+    }
+    return object;
+}
+
+void RandomModelGenerator::createNameStringAndSet(ClassObject const & object, ImmutableProperty const & property) const {
+    if (!object.isValid()) {
+        raiseNullReference();
+    }
+    std::string text;
+    for (int const position : fPositions) {
+        text += std::to_string(position) + "-";
+    }
+    text += object.getMetaClass().getName().str() + "-[" + object.getId().toString().str() + "]";
+    object.setOrAdd(property, String(text));
+}
+
+// --- values and links ---------------------------------------------------------------------------------------------------
+
+void RandomModelGenerator::createRandomModelAssociation(int count) {
+    for (int i = 0; i < count && !fObjects.empty(); ++i) {
+        ClassObject const object = fObjects[draw(fObjects.size())];
+        if (!object.isValid()) {
+            continue; // gone since an earlier run
+        }
+        ImmutableClass const metaClass = object.getMetaClass();
+        ImmutableSequence<ImmutableProperty> const properties = metaClass.getOwnedAttributes();
+        HASP::GList<int> const & positions = getAssociationMetaPropertyVector(metaClass, properties);
+        if (positions.empty()) {
+            continue;
+        }
+        ImmutableProperty const property = properties[positions[draw(positions.size())]];
+        if (isDataTyped(property)) {
+            makeValue(object, property);
+            continue;
+        }
+        ClassObject const target = getRandomObjectForClass(ImmutableClass(property.getType()));
+        if (target.isValid() && canTakeValue(object, property)) {
+            object.setOrAdd(property, target);
+        }
+    }
+}
+
+ClassObject RandomModelGenerator::getRandomObjectForClass(ImmutableClass const & metaClass) const {
+    auto const found = fObjectsByClass.find(metaClass);
+    return found == fObjectsByClass.end() ? ClassObject() : found->second[draw(found->second.size())];
+}
+
+void RandomModelGenerator::addObjectToMap(ImmutableClass const & metaClass, ClassObject const & object) {
+    fObjectsByClass[metaClass].push_back(object);
+}
+
+void RandomModelGenerator::rememberObject(ClassObject const & object) {
+    fObjects.push_back(object);
+    for (ImmutableClass const & metaClass : withSuperClasses(object.getMetaClass())) {
+        addObjectToMap(metaClass, object);
+    }
+}
+
+// --- what the metamodel says --------------------------------------------------------------------------------------------
+
+void RandomModelGenerator::createCompositionAssociationMetaPropertyVectors(
+    ImmutableClass const & metaClass, ImmutableSequence<ImmutableProperty> const & properties) {
+    HASP::GList<int> & compositions = fCompositionVectors[metaClass];
+    HASP::GList<int> & associations = fAssociationVectors[metaClass];
+    compositions.clear();
+    associations.clear();
+    int position = -1;
+    for (ImmutableProperty const & property : properties.toVector()) {
+        ++position;
+        if (!property.getType().isValid()) {
+            raiseInternalError("Property " + property.getName().str() + " has no type");
+        }
+        if (property.isDerived() || property.getPersistence() == PersistenceKind::Transient) {
+            continue;
+        }
+        if (property.isComposite()) {
+            compositions.append(position);
+            continue;
+        }
+        // Setting the other end of a composition would move objects about, out of the model or into a cycle.
+        ImmutableProperty const opposite = property.getOpposite();
+        bool const isContainer = opposite.isValid() && opposite.isComposite();
+        if (!property.isReadOnly() && !isContainer) {
+            associations.append(position);
+        }
+    }
+}
+
+HASP::GList<int> const & RandomModelGenerator::getCompositionMetaPropertyVector(
+    ImmutableClass const & metaClass, ImmutableSequence<ImmutableProperty> const & properties) {
+    if (fCompositionVectors.find(metaClass) == fCompositionVectors.end()) {
+        createCompositionAssociationMetaPropertyVectors(metaClass, properties);
+    }
+    return fCompositionVectors[metaClass];
+}
+
+HASP::GList<int> const & RandomModelGenerator::getAssociationMetaPropertyVector(
+    ImmutableClass const & metaClass, ImmutableSequence<ImmutableProperty> const & properties) {
+    if (fAssociationVectors.find(metaClass) == fAssociationVectors.end()) {
+        createCompositionAssociationMetaPropertyVectors(metaClass, properties);
+    }
+    return fAssociationVectors[metaClass];
+}
+
+Sequence<ImmutableClass> RandomModelGenerator::getNonAbstractSubClasses(ImmutableClass const & metaClass,
+                                                                        Sequence<ImmutableClass> const & found) const {
+    std::vector<ImmutableClass> seen;
+    std::vector<ImmutableClass> open{metaClass};
+    while (!open.empty()) {
+        ImmutableClass const next = open.back();
+        open.pop_back();
+        if (std::find(seen.begin(), seen.end(), next) != seen.end()) {
+            continue;
+        }
+        seen.push_back(next);
+        if (!next.isAbstract()) {
+            found.push_back(next);
+        }
+        std::vector<ImmutableClass> const subClasses = next.getSubClasses().toVector();
+        open.insert(open.end(), subClasses.rbegin(), subClasses.rend());
+    }
+    return found;
+}
+
+/// Those of the factory's own metamodel. Where it builds on the metamodel of the type and adds no class to it, those of
+/// that one. Other metamodels that build on it have their own models.
+std::vector<ImmutableClass> const & RandomModelGenerator::instantiableClasses(ImmutableClass const & type) {
+    auto const [entry, isNew] = fInstantiableClasses.try_emplace(type);
+    if (!isNew) {
+        return entry->second;
+    }
+    Sequence<ImmutableClass> const storage(new Generic::MultiIndexImpl<ImmutableClass, 1>, Deviant());
+    Sequence<ImmutableClass> const all = getNonAbstractSubClasses(
+        type, Sequence<ImmutableClass>(std::make_unique<Generic::GenericReferenceCountingSequenceProxy>(storage), Deviant()));
+    for (ImmutableModel const & metaModel : {fFactory.getMetaClass().getRootModel(), type.getRootModel()}) {
+        for (ImmutableClass const & metaClass : all.toVector()) {
+            if (metaClass.getRootModel() == metaModel && !isModelOrFactory(metaClass)) {
+                entry->second.push_back(metaClass);
+            }
+        }
+        if (!entry->second.empty()) {
+            break;
+        }
+    }
+    return entry->second;
+}
+
+FactoryObject RandomModelGenerator::factoryFor(ImmutableClass const & metaClass) {
+    ImmutableModel const metaModel = metaClass.getRootModel();
+    if (metaModel == fFactory.getMetaClass().getRootModel()) {
+        return fFactory;
+    }
+    auto const [entry, isNew] = fFactories.try_emplace(metaModel);
+    if (isNew) {
+        entry->second = FactoryRegistry::instance()->createFactory(metaModel.getUri(), fFactory.getModel());
+    }
+    return entry->second;
+}
+
+ClassObject createRandomModel(ClassObject const & root, int depth, int breadth, int associations, unsigned int seed) {
+    return RandomModelGenerator(root.getRootModel().getFactory())
+        .createRandomModel(root, depth, breadth, associations, seed);
+}
+
+} // namespace ZEL

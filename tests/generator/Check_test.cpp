@@ -1,0 +1,210 @@
+#include "Definitions.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <ostream>
+
+namespace zelgen::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A definition that is right up to `types`; those of the case begin at line 7.
+std::string withTypes(std::string const & types) {
+    return "prefix: app\n"
+           "uris: [http://example.org/app]\n"
+           "factory_class: Maker\n"
+           "types:\n"
+           "  Maker: {superclasses: [ZEL.FactoryObject]}\n"
+           "  Base: {superclasses: [ZEL.Element]}\n" +
+           types;
+}
+
+TEST(Check, TheBuiltInDefinitionIsRight) {
+    Diagnostics diagnostics;
+    check({&builtIn()}, diagnostics);
+    EXPECT_THAT(diagnostics.messages(), IsEmpty());
+}
+
+TEST(Check, TheExampleOfTheFormatIsRight) {
+    std::ifstream stream(ZEL_SOURCE_DIR "/metamodel/FORMAT.md");
+    std::string example;
+    bool inside = false;
+    for (std::string line; std::getline(stream, line) && line != "```";) {
+        example += inside ? line + '\n' : "";
+        inside = inside || line == "```yaml";
+    }
+    ASSERT_FALSE(example.empty());
+    EXPECT_THAT(mistakesIn(example), IsEmpty());
+}
+
+TEST(Check, ADefinitionWithoutItsHeadIsTold) {
+    EXPECT_THAT(mistakesIn("types: {}\n"),
+                ElementsAre("app.yaml:1:1: found no 'prefix', expected the prefix of the metamodel, such as 'library'",
+                            "app.yaml:1:1: found no 'uris', expected at least the URI of the metamodel"));
+    EXPECT_THAT(
+        mistakesIn("prefix: ZEL\nuris: [OMG_SCHEMA + /x]\n"),
+        ElementsAre("app.yaml:1:9: found prefix 'ZEL' also in " + builtInFile() + ", expected a prefix of its own",
+                    "app.yaml:2:8: found begin of a URI 'OMG_SCHEMA', expected OMG_SCHEMA_BASE, QUILLON_SCHEMA_BASE, "
+                    "MAGICDRAW_SCHEMA_BASE, RHP_SCHEMA_BASE or EMF_SCHEMA_BASE"));
+    EXPECT_THAT(mistakesIn("prefix: app\nuris: [x]\ntypes: {}\n"),
+                ElementsAre("app.yaml:1:1: found no 'factory_class', expected the class that creates objects"));
+}
+
+TEST(Check, RolesAreForFittingClasses) {
+    EXPECT_THAT(
+        mistakesIn("prefix: app\nuris: [x]\nfactory_class: A\nmodel_class: ZEL.MetaModel\n"
+                   "types: {A: {superclasses: [ZEL.Element]}}\n"),
+        ElementsAre(
+            "app.yaml:3:16: 'factory_class': found class 'A', expected a subclass of 'ZEL.FactoryObject'",
+            "app.yaml:4:14: 'model_class': found 'ZEL.MetaModel' of another metamodel, expected a class of this one"));
+    EXPECT_THAT(
+        mistakesIn("prefix: app\nuris: [x]\nfactory_class: F\ntypes: {F: {superclasses: [ZEL.FactoryObject], abstract: "
+                   "true}}\n"),
+        ElementsAre("app.yaml:3:16: 'factory_class': found the abstract class 'F', expected one with instances"));
+}
+
+struct Case {
+    char const * types;
+    char const * message;
+};
+
+void PrintTo(Case const & row, std::ostream * out) { *out << row.types; }
+
+class CheckedTypes : public testing::TestWithParam<Case> {};
+
+TEST_P(CheckedTypes, AreToldWithPlaceAndExpectation) {
+    EXPECT_THAT(mistakesIn(withTypes(GetParam().types)), ElementsAre(GetParam().message));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Types, CheckedTypes,
+    testing::Values(
+        Case{"  A-B: {superclasses: [Base]}\n",
+             "app.yaml:7:3: found type 'A-B', expected letters, digits and underscores"},
+        Case{"  class: {superclasses: [Base]}\n",
+             "app.yaml:7:3: found type 'class', expected a name that is no word of C++"},
+        Case{"  BodyInterface: {superclasses: [Base]}\n",
+             "app.yaml:7:3: found class 'BodyInterface', expected a name that is not one of a member of all handles"},
+        Case{"  A: {superclasses: [Bse]}\n", "app.yaml:7:22: class 'A': type 'Bse' not found, did you mean 'Base'?"},
+        Case{"  A: {superclasses: [ZEL.Elment]}\n",
+             "app.yaml:7:22: class 'A': type 'ZEL.Elment' not found, did you mean 'ZEL.Element'?"},
+        Case{"  A: {superclasses: [ZEL.String]}\n",
+             "app.yaml:7:22: class 'A': found the data type 'ZEL.String', expected a class"},
+        Case{"  A: {superclasses: [Base, Base]}\n",
+             "app.yaml:7:28: class 'A': found superclass 'Base' twice, expected it once"},
+        Case{"  A: {abstract: yes, superclasses: [Base]}\n",
+             "app.yaml:7:17: found 'abstract' 'yes', expected true or false"},
+        Case{"  A: {}\n",
+             "app.yaml:7:3: class 'A': found no superclass, expected at least one, such as 'ZEL.ClassObject'"},
+        Case{"  A: {superclasses: [A]}\n",
+             "app.yaml:7:22: class 'A': found superclass 'A' that is a subclass of it, expected no cycle"},
+        Case{"  E: {enumeration: []}\n", "app.yaml:7:3: found enumeration 'E' without literals, expected at least one"},
+        Case{"  E: {enumeration: [a, A]}\n",
+             "app.yaml:7:24: found literal 'A' of 'E' with the C++ name 'A' of another one, expected a different one"},
+        Case{"  A: {superclasses: [Base], operations: {hand: [void f(Foo x)]}}\n",
+             "app.yaml:7:49: operation 'f': type 'Foo' not found"},
+        Case{"  A: {superclasses: [Base], operations: {hand: [void f]}}\n",
+             "app.yaml:7:49: found operation 'void f', expected a form such as 'Boolean conformsTo(ImmutableType "
+             "other) const'"},
+        Case{"  A: {superclasses: [Base], views: {ownedComments: []}}\n",
+             "app.yaml:7:37: class 'A': found a view of 'ownedComments', expected a multi-valued property of a "
+             "superclass, did you "
+             "mean 'ownedComment'?"},
+        Case{"  A: {superclasses: [ZEL.Model, ZEL.Package, Base], properties: {}}\n"
+             "  B: {superclasses: [ZEL.Property, ZEL.Parameter]}\n"
+             "  C: {superclasses: [Base], properties: {direction: {type: ZEL.String}}}\n"
+             "  D: {superclasses: [ZEL.Parameter, C]}\n",
+             "app.yaml:10:3: class 'D': found two properties 'direction', of 'Parameter' and 'C', expected the same "
+             "type and "
+             "multiplicity"}));
+
+/// One property `p` of a class `A`, in line 8; its entries begin at column 10.
+class CheckedProperty : public testing::TestWithParam<Case> {};
+
+TEST_P(CheckedProperty, IsToldWithPlaceAndExpectation) {
+    EXPECT_THAT(mistakesIn(withTypes("  A: {superclasses: [ZEL.Class], properties: {\n    p: {" +
+                                     std::string(GetParam().types) +
+                                     "},\n    other: {type: A, association: A_p, opposite: A.q},\n"
+                                     "    q: {type: A, association: A_p, opposite: A.other}}}\n")),
+                ElementsAre(GetParam().message));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Properties, CheckedProperty,
+    testing::Values(
+        Case{"", "app.yaml:8:5: property 'A.p': found no 'type', expected the name of one"},
+        Case{"type: ZEL.Strin",
+             "app.yaml:8:15: property 'A.p': type 'ZEL.Strin' not found, did you mean 'ZEL.String'?"},
+        Case{"type: A, multiplicity: 1",
+             "app.yaml:8:32: found multiplicity '1', expected a form such as 0..1, 1..1 or 0..*"},
+        Case{"type: A, multiplicity: 3..2",
+             "app.yaml:8:32: found multiplicity '3..2', expected a lower bound that is not above the upper"},
+        Case{"type: A, flags: [composit]", "app.yaml:8:26: found flag 'composit', expected read_only, derived, "
+                                           "composite, ordered or nonunique, did you mean "
+                                           "'composite'?"},
+        Case{"type: A, persistence: none",
+             "app.yaml:8:31: found 'persistence' 'none', expected default, transient or extension"},
+        Case{"type: ZEL.Boolean, default: yes", "app.yaml:8:37: found default 'yes', expected true or false"},
+        Case{"type: ZEL.Integer, default: x1", "app.yaml:8:37: found default 'x1', expected a whole number"},
+        Case{"type: ZEL.UnlimitedNatural, default: -1",
+             "app.yaml:8:46: found default '-1', expected a whole number that is not negative, or *"},
+        Case{"type: ZEL.VisibilityKind, default: pubic", "app.yaml:8:44: found default 'pubic', expected public, "
+                                                         "private, protected or package, did you mean 'public'?"},
+        Case{"type: A, default: x", "app.yaml:8:27: found default 'x' of a class, expected none"},
+        Case{"type: A, association: A_x", "app.yaml:8:31: property 'A.p': found no other end of association 'A_x', "
+                                          "expected one of 'opposite' and 'owned_end'"},
+        Case{"type: A, owned_end: x",
+             "app.yaml:8:29: property 'A.p': found the other end 'x' without 'association', expected its name"},
+        Case{"type: A, association: A_x, opposite: A.othr",
+             "app.yaml:8:46: property 'A.p': opposite 'A.othr' not found, did you mean 'other'?"},
+        Case{"type: A, association: A_p, opposite: A.other",
+             "app.yaml:8:46: property 'A.p': found opposite 'A.other' whose own opposite is 'A.q', expected 'A.p'"},
+        Case{"type: A, redefines: Base.x",
+             "app.yaml:8:29: property 'A.p': found redefined property 'Base.x', expected a property of a superclass"},
+        Case{"type: A, redefines: ZEL.Classifier.general",
+             "app.yaml:8:29: property 'A.p': found redefined property 'ZEL.Classifier.general' of another "
+             "multiplicity, expected both "
+             "single or both many"},
+        Case{"type: A, multiplicity: 0..*, flags: [derived], view: ownedAttribut",
+             "app.yaml:8:62: class 'A': property 'ownedAttribut' of a view not found, did you mean 'ownedAttribute'?"},
+        Case{"type: A, multiplicity: 0..*, view: subClass",
+             "app.yaml:8:44: property 'A.p': found 'view' on a stored property, expected the flag 'derived' with it"},
+        Case{"type: ZEL.Integer, fixed: 1",
+             "app.yaml:8:35: property 'A.p': found 'fixed', expected 'body: unimplemented' with it"},
+        Case{"type: ZEL.Integer, flags: [derived]", "app.yaml:8:5: property 'A.p': found a derived single value "
+                                                    "without 'body', expected hand or unimplemented"},
+        Case{"type: A, flags: [derived], body: hand, view: [subClass]",
+             "app.yaml:8:55: property 'A.p': found 'view' on a single value, expected it on many"},
+        Case{"type: ZEL.Integer, multiplicity: 0..*",
+             "app.yaml:8:15: property 'A.p': found many values of 'ZEL.Integer', expected a class or ZEL.String"},
+        Case{"type: A, base_element: true",
+             "app.yaml:8:32: property 'A.p': found 'base_element', expected it on a single reference of a subclass of "
+             "'ZEL.StereotypeObject'"}));
+
+TEST(Check, AnAssociationHasOneNameAtBothEnds) {
+    EXPECT_THAT(
+        mistakesIn(withTypes("  A: {superclasses: [Base], properties: {\n"
+                             "    p: {type: A, association: A_1, opposite: A.q},\n"
+                             "    q: {type: A, association: A_2, opposite: A.p}}}\n")),
+        ElementsAre("app.yaml:8:31: property 'A.p': found association 'A_1', expected 'A_2' as at its opposite",
+                    "app.yaml:9:31: property 'A.q': found association 'A_2', expected 'A_1' as at its opposite"));
+}
+
+TEST(Check, PropertiesLeaveTheOperationsOfHandlesAlone) {
+    EXPECT_THAT(
+        mistakesIn(withTypes("  A: {superclasses: [Base], properties: {\n"
+                             "    isValid: {type: ZEL.Boolean, multiplicity: 1..1},\n"
+                             "    metaClass: {type: A}, Name: {type: ZEL.String}, name: {type: ZEL.String}}}\n")),
+        ElementsAre(
+            "app.yaml:8:5: property 'A.isValid': found the name of the operation 'isValid' that all handles have, "
+            "expected another name",
+            "app.yaml:9:5: property 'A.metaClass': found the name of the operation 'getMetaClass' that all handles "
+            "have, expected another name",
+            "app.yaml:9:53: property 'A.name': found the same C++ name as of 'Name', expected a different one"));
+}
+
+} // namespace
+} // namespace zelgen::test

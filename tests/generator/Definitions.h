@@ -1,0 +1,67 @@
+#pragma once
+
+#include "check/Check.h"
+#include "family/Family.h"
+#include "load/Definition.h"
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace zelgen::test {
+
+inline std::string builtInFile() { return ZEL_SOURCE_DIR "/metamodel/zel.metamodel.yaml"; }
+
+/// The built-in metamodel as the generator sees it.
+inline Definition const & builtIn() {
+    static Definition const definition = [] {
+        Diagnostics diagnostics;
+        Definition loaded = loadDefinition(builtInFile(), diagnostics);
+        if (!diagnostics.empty()) {
+            throw std::runtime_error(diagnostics.messages().front());
+        }
+        return loaded;
+    }();
+    return definition;
+}
+
+inline Family const & builtInFamily() {
+    static Family const family({&builtIn()});
+    return family;
+}
+
+/// What is wrong with an application's definition that builds on the built-in one, in the order of places. The text
+/// stands in a file called "app.yaml".
+inline std::vector<std::string> mistakesIn(std::string const & text) {
+    Diagnostics diagnostics;
+    Definition const definition = parseDefinition(text, "app.yaml", diagnostics);
+    if (diagnostics.empty()) {
+        check({&definition, &builtIn()}, diagnostics);
+    }
+    return diagnostics.messages();
+}
+
+/// The family of a correct application's definition, and what it points into.
+class Application {
+public:
+    explicit Application(std::string const & text) : fDefinition(parse(text)), fFamily({&fDefinition, &builtIn()}) {}
+
+    [[nodiscard]] Family const & family() const { return fFamily; }
+    [[nodiscard]] Class const & operator[](std::string const & name) const {
+        return *fFamily.findClass(fFamily.main().prefix + '.' + name);
+    }
+
+private:
+    static Definition parse(std::string const & text) {
+        if (auto const mistakes = mistakesIn(text); !mistakes.empty()) {
+            throw std::runtime_error(mistakes.front());
+        }
+        Diagnostics diagnostics;
+        return parseDefinition(text, "app.yaml", diagnostics);
+    }
+
+    Definition fDefinition;
+    Family fFamily;
+};
+
+} // namespace zelgen::test

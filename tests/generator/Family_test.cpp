@@ -1,0 +1,313 @@
+#include "Definitions.h"
+#include "write/Fields.h"
+#include "write/Handles.h"
+
+#include <gmock/gmock.h>
+
+#include <map>
+#include <set>
+
+namespace zelgen::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+Class const & classOf(std::string const & name) { return *builtInFamily().findClass("ZEL." + name); }
+
+Property const & propertyOf(std::string const & owner, std::string const & name) {
+    for (Property const & p : classOf(owner).own) {
+        if (p.name == name) {
+            return p;
+        }
+    }
+    throw std::runtime_error("no property " + owner + '.' + name);
+}
+
+template <class Properties> std::vector<std::string> namesOf(Properties const & properties) {
+    std::vector<std::string> names;
+    for (Property const * const p : properties) {
+        names.push_back(p->qualifiedName());
+    }
+    return names;
+}
+
+std::vector<Property const *> allOwn() {
+    std::vector<Property const *> result;
+    for (auto const & c : builtInFamily().main().classes) {
+        auto const own = c->reflectiveOwn();
+        result.insert(result.end(), own.begin(), own.end());
+    }
+    return result;
+}
+
+struct Counts {
+    char const * name;
+    std::size_t own;
+    std::size_t clones;
+};
+
+class BuiltInClass : public testing::TestWithParam<Counts> {};
+
+TEST_P(BuiltInClass, HasItsNumberOfOwnAndInheritedProperties) {
+    Class const & c = classOf(GetParam().name);
+    EXPECT_EQ(c.reflectiveOwn().size(), GetParam().own);
+    EXPECT_EQ(c.clones.size(), GetParam().clones);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Family, BuiltInClass,
+    testing::Values(Counts{"Property", 13, 23}, Counts{"NamedElement", 4, 11}, Counts{"Package", 6, 21},
+                    Counts{"PrimitiveType", 0, 28}, Counts{"Enumeration", 1, 28}, Counts{"EnumerationLiteral", 1, 15},
+                    Counts{"Type", 1, 15}, Counts{"Object", 0, 0}, Counts{"Element", 4, 7}, Counts{"ClassObject", 7, 0},
+                    Counts{"StereotypeObject", 1, 7}, Counts{"Stereotype", 1, 30}, Counts{"ExtensionEnd", 2, 35},
+                    Counts{"Profile", 1, 27}, Counts{"Model", 4, 6}, Counts{"MetaModel", 2, 33},
+                    Counts{"FactoryObject", 1, 7}, Counts{"Class", 6, 25}, Counts{"Factory", 1, 7},
+                    Counts{"Classifier", 4, 22}, Counts{"DirectedRelationship", 2, 12}, Counts{"Feature", 1, 17},
+                    Counts{"MultiplicityElement", 4, 16}, Counts{"Namespace", 6, 15},
+                    Counts{"PackageableElement", 0, 15}, Counts{"RedefinableElement", 2, 15},
+                    Counts{"Relationship", 1, 11}, Counts{"StructuralFeature", 0, 23}, Counts{"TypedElement", 1, 15},
+                    Counts{"ValueSpecification", 0, 16}, Counts{"Association", 5, 27}, Counts{"DataType", 2, 26},
+                    Counts{"Constraint", 3, 15}, Counts{"OpaqueExpression", 2, 16}, Counts{"Operation", 14, 24},
+                    Counts{"Parameter", 3, 20}, Counts{"BehavioralFeature", 2, 24}, Counts{"ElementImport", 4, 14},
+                    Counts{"PackageImport", 3, 14}, Counts{"Expression", 1, 16}, Counts{"Comment", 2, 11},
+                    Counts{"PackageMerge", 3, 14}),
+    [](auto const & info) { return std::string(info.param.name); });
+
+TEST(Family, TheBuiltInMetamodelHasItsNumbers) {
+    Metamodel const & zel = builtInFamily().main();
+    std::size_t clones = 0;
+    std::size_t defined = 0;
+    for (auto const & c : zel.classes) {
+        clones += c->clones.size();
+        defined += c->clones.empty() && c->reflectiveOwn().empty() ? 0 : 1;
+    }
+    std::size_t single = 0;
+    std::size_t described = 0;
+    std::size_t operations = 0;
+    std::set<std::string> associations;
+    std::size_t ownedEnds = 0;
+    std::set<std::string> ends;
+    for (Property const * const p : allOwn()) {
+        single += p->many ? 0 : 1;
+        described += p->description.empty() ? 0 : 1;
+        bool const hasByName = p->type->asClass != nullptr && p->type->asClass->isNamedElement;
+        operations += p->form == Form::Many ? (hasByName ? 3 : 2) : p->form == Form::Reference ? 6 : 4;
+        if (!p->association.empty()) {
+            associations.insert(p->association);
+            ownedEnds += p->ownedEnd.empty() ? 0 : 1;
+        }
+    }
+    EXPECT_EQ(zel.classes.size(), 42u);
+    EXPECT_EQ(zel.types.size(), 55u);
+    EXPECT_EQ(defined, 41u);
+    EXPECT_EQ(allOwn().size(), 121u);
+    EXPECT_EQ(clones, 723u);
+    EXPECT_EQ(single, 69u);
+    EXPECT_EQ(described, 95u);
+    EXPECT_EQ(associations.size(), 54u);
+    EXPECT_EQ(ownedEnds, 33u);
+    EXPECT_EQ(operations, 487u);
+}
+
+TEST(Family, HandlesHaveTheOperationsOfAllInheritedProperties) {
+    std::size_t operations = 0;
+    for (auto const & c : builtInFamily().main().classes) {
+        for (Property const * const p : handleProperties(*c)) {
+            bool const hasByName = p->type->asClass != nullptr && p->type->asClass->isNamedElement;
+            operations += p->isHidden                  ? 0
+                          : p->form == Form::Many      ? (hasByName ? 3 : 2)
+                          : p->form == Form::Reference ? 6
+                                                       : 4;
+        }
+    }
+    EXPECT_EQ(operations, 3371u);
+}
+
+TEST(Family, InheritedPropertiesComeDepthFirstFromLeftToRightWithoutRedefinedOnes) {
+    EXPECT_THAT(namesOf(classOf("MetaModel").clones),
+                ElementsAre("Model.siid", "Model.unparented", "Model.uri", "ClassObject.appliedStereotypeInstance",
+                            "ClassObject.modelZEL", "ClassObject.containerZEL", "ClassObject.containeeZEL",
+                            "ClassObject.rootModel", "ClassObject.id", "Class.ownedExtension", "Class.superClass",
+                            "Class.subClass", "Class.isAbstract", "Class.ownedAttribute", "Class.ownedOperation",
+                            "Classifier.attribute", "Classifier.feature", "Classifier.inheritedMember", "Type.package",
+                            "NamedElement.qualifiedName", "NamedElement.name", "NamedElement.visibility",
+                            "NamedElement.namespace", "Element.persistence", "Element.ownedElement", "Element.owner",
+                            "Element.ownedComment", "Namespace.importedMember", "Namespace.elementImport",
+                            "Namespace.packageImport", "Namespace.ownedMember", "Namespace.member",
+                            "Namespace.ownedRule"));
+}
+
+TEST(Family, TheFieldsOfAStateAreTheStoredPropertiesInTheirOrder) {
+    EXPECT_THAT(namesOf(classOf("Property").fields),
+                ElementsAre("Property.storage", "Property.isReadOnly", "Property.default", "Property.isComposite",
+                            "Property.isDerived", "Property.isDerivedUnion", "Property.redefinedProperty",
+                            "Property.subsettedProperty", "Property.association", "Property.isID", "NamedElement.name",
+                            "NamedElement.visibility", "Element.ownedComment", "MultiplicityElement.isOrdered",
+                            "MultiplicityElement.isUnique", "MultiplicityElement.lower", "MultiplicityElement.upper",
+                            "TypedElement.type"));
+    EXPECT_THAT(namesOf(classOf("Factory").fields), ElementsAre("Factory.metaModel"));
+    EXPECT_THAT(namesOf(classOf("Element").fields), IsEmpty()) << "abstract";
+}
+
+TEST(Family, SingleEndsOppositeToAContainmentAreTheContainer) {
+    std::vector<std::string> stored;
+    for (Property const * const p : allOwn()) {
+        if (p->making == Making::Container && !p->isDerived) {
+            stored.push_back(p->qualifiedName());
+        }
+    }
+    EXPECT_THAT(stored,
+                testing::UnorderedElementsAre(
+                    "Property.class", "Property.owningAssociation", "Property.datatype", "Package.nestingPackage",
+                    "EnumerationLiteral.enumeration", "Type.package", "Stereotype.profile", "Constraint.context",
+                    "Operation.class", "Operation.datatype", "Parameter.operation", "ElementImport.importingNamespace",
+                    "PackageImport.importingNamespace", "PackageMerge.receivingPackage"));
+    EXPECT_EQ(propertyOf("Element", "owner").making, Making::Container);
+    EXPECT_EQ(propertyOf("StereotypeObject", "baseElement").making, Making::Container);
+}
+
+TEST(Family, EveryFormHasItsNumber) {
+    std::map<Form, int> forms;
+    int derived = 0;
+    int optional = 0;
+    for (Property const * const p : allOwn()) {
+        ++forms[p->form];
+        derived += p->isDerived ? 1 : 0;
+        optional += p->form == Form::Value && p->lower == 0 ? 1 : 0;
+    }
+    EXPECT_EQ(forms[Form::Flag], 11);
+    EXPECT_EQ(optional, 13);
+    EXPECT_EQ(forms[Form::Value] - optional, 1) << "Package.uri, a required text";
+    EXPECT_EQ(forms[Form::RequiredValue], 9);
+    EXPECT_EQ(forms[Form::Reference], 35);
+    EXPECT_EQ(forms[Form::Many], 52);
+    EXPECT_EQ(derived, 33);
+}
+
+TEST(Family, RepeatedNamesTakeTheirTypeInFront) {
+    std::map<std::string, std::string> prefixed;
+    for (Property const * const p : allOwn()) {
+        if (p->base != p->name) {
+            prefixed[p->qualifiedName()] = p->base;
+        }
+    }
+    EXPECT_THAT(prefixed,
+                testing::UnorderedElementsAre(testing::Pair("ExtensionEnd.type", "stereotypeType"),
+                                              testing::Pair("Model.siid", "stringSiid"),
+                                              testing::Pair("MetaModel.factory", "factoryFactory"),
+                                              testing::Pair("Operation.isOrdered", "booleanIsOrdered"),
+                                              testing::Pair("Operation.isUnique", "booleanIsUnique"),
+                                              testing::Pair("Operation.lower", "integerLower"),
+                                              testing::Pair("Operation.upper", "unlimitedNaturalUpper"),
+                                              testing::Pair("Operation.raisedException", "typeRaisedException"),
+                                              testing::Pair("Operation.type", "typeType"),
+                                              testing::Pair("Operation.ownedParameter", "parameterOwnedParameter")));
+    EXPECT_EQ(propertyOf("Operation", "ownedParameter").getter(), "getParameterOwnedParameters");
+    EXPECT_EQ(propertyOf("Operation", "isOrdered").getter(), "getBooleanIsOrdered");
+    EXPECT_EQ(propertyOf("Property", "isID").getter(), "isID");
+}
+
+TEST(Family, OperationsOfRedefinedPropertiesForward) {
+    auto const forwards = [](std::string const & name) {
+        std::vector<std::string> texts;
+        for (auto const & [redefined, by] : classOf(name).redefinitions) {
+            texts.push_back(redefined->qualifiedName() + " -> " + by->qualifiedName());
+        }
+        return texts;
+    };
+    EXPECT_THAT(forwards("Class"), ElementsAre("Classifier.general -> Class.superClass"));
+    EXPECT_THAT(forwards("Factory"), ElementsAre("FactoryObject.model -> Factory.metaModel"));
+    EXPECT_THAT(forwards("Model"), ElementsAre("ClassObject.siid -> Model.siid"));
+    EXPECT_THAT(forwards("Stereotype"), IsEmpty()) << "both ends are the container";
+    EXPECT_EQ(forwards("Operation").size(), 7u);
+}
+
+TEST(Family, KeysAreRegularUnlessTheDefinitionSaysOtherwise) {
+    EXPECT_EQ(propertyOf("Comment", "body").key, "ZEL.Comment::ZEL.Comment.body");
+    EXPECT_EQ(propertyOf("ClassObject", "id").key, "ZEL.ClassObject::ClassObject_Id");
+    EXPECT_EQ(propertyOf("ClassObject", "containerZEL").key, "ZEL.ClassObject::ClassObject-container");
+    EXPECT_EQ(propertyOf("NamedElement", "qualifiedName").key, "ZEL.NamedElement::NamedElement-qualifiedName");
+    EXPECT_EQ(propertyOf("MetaModel", "topPackage").key, "ZEL.MetaModel::MetaModel_topModel");
+    int irregular = 0;
+    for (Property const * const p : allOwn()) {
+        irregular += p->key == p->owner->qualifiedName() + "::" + p->owner->qualifiedName() + '.' + p->name ? 0 : 1;
+    }
+    EXPECT_EQ(irregular, 21);
+}
+
+TEST(Family, OtherEndsAreKeptWhereSomebodyHoldsThem) {
+    EXPECT_EQ(propertyOf("Package", "packagedElement").otherEnd, OtherEnd::Container);
+    EXPECT_EQ(propertyOf("Class", "ownedAttribute").otherEnd, OtherEnd::Property);
+    EXPECT_EQ(propertyOf("Class", "ownedAttribute").opposite, &propertyOf("Property", "class"));
+    EXPECT_EQ(propertyOf("TypedElement", "type").otherEnd, OtherEnd::None);
+    EXPECT_EQ(propertyOf("OpaqueExpression", "body").otherEnd, OtherEnd::None) << "texts have no container";
+}
+
+TEST(Family, ValuesWhoseDefaultIsNotThatOfTheirTypeKeepAFlag) {
+    EXPECT_TRUE(propertyOf("MultiplicityElement", "lower").keepsHas);
+    EXPECT_TRUE(propertyOf("MultiplicityElement", "upper").keepsHas);
+    EXPECT_FALSE(propertyOf("NamedElement", "visibility").keepsHas);
+    EXPECT_FALSE(propertyOf("MultiplicityElement", "isUnique").keepsHas) << "required";
+    EXPECT_EQ(propertyOf("NamedElement", "visibility").bits(), 2u);
+    EXPECT_EQ(propertyOf("PackageMerge", "mergeType").bits(), 1u);
+}
+
+TEST(Family, AnApplicationBuildsOnTheBuiltInMetamodel) {
+    Application const app("prefix: uml\n"
+                          "uris: [OMG_SCHEMA_BASE + /spec/UML/2.1]\n"
+                          "factory_class: UmlFactory\n"
+                          "model_class: Model\n"
+                          "types:\n"
+                          "  UmlFactory: {superclasses: [ZEL.FactoryObject]}\n"
+                          "  Package: {superclasses: [ZEL.Package]}\n"
+                          "  Model: {superclasses: [ZEL.Model, Package]}\n"
+                          "  mark: {superclasses: [ZEL.StereotypeObject], properties: {\n"
+                          "    base_Package: {type: Package, base_element: true}, mark: {type: mark}}}\n"
+                          "  Marked: {superclasses: [Package], properties: {\n"
+                          "    marks: {type: mark, multiplicity: 0..*, flags: [derived], stereotype: mark}}}\n");
+
+    // Of two inherited properties of one name the first stands for both, and has the only field.
+    Class const & model = app["Model"];
+    ASSERT_EQ(model.redefinitions.size(), 1u);
+    EXPECT_EQ(model.redefinitions[0].first->qualifiedName(), "Package.uri");
+    EXPECT_EQ(model.redefinitions[0].second->qualifiedName(), "Model.uri");
+    auto const fields = namesOf(model.fields);
+    EXPECT_EQ(std::count(fields.begin(), fields.end(), "Model.uri"), 1);
+    EXPECT_EQ(std::count(fields.begin(), fields.end(), "Package.uri"), 0);
+    EXPECT_TRUE(model.isModel);
+
+    Class const & mark = app["mark"];
+    EXPECT_TRUE(mark.builtAsStereotype);
+    EXPECT_EQ(mark.own[0].making, Making::Container);
+    EXPECT_EQ(mark.own[0].opposite->qualifiedName(), "ClassObject.appliedStereotypeInstance");
+    EXPECT_EQ(mark.own[1].type->cppName(true), "uml::Immutablemark");
+    EXPECT_EQ(app["Marked"].own[0].making, Making::Extension);
+    EXPECT_EQ(app.family().main().uris[0].base, "OMG_SCHEMA_BASE");
+    EXPECT_EQ(app.family().main().uris[0].path, "/spec/UML/2.1");
+}
+
+TEST(Fields, AreDeclaredAndTestedByTheKindOfValue) {
+    struct {
+        char const * owner;
+        char const * name;
+        char const * declaration;
+        char const * isSet;
+    } const rows[] = {
+        {"Comment", "body", "ZEL::internal::TextField body;\n", "!f.body.isEmpty()"},
+        {"Property", "default", "ZEL::internal::TextField default_;\n", "!f.default_.isEmpty()"},
+        {"TypedElement", "type", "ZEL::NSInterface::TypeIntf * type = nullptr;\n", "f.type != nullptr"},
+        {"MultiplicityElement", "upper", "std::uint32_t upper = 1;\n", "f.hasUpper"},
+        {"Property", "storage", "ZEL::PropertyStorage storage;\n", "f.hasStorage"},
+    };
+    for (auto const & row : rows) {
+        EXPECT_EQ(fieldText::declaration(propertyOf(row.owner, row.name)), row.declaration);
+        EXPECT_EQ(fieldText::isSet("f.", propertyOf(row.owner, row.name)), row.isSet);
+    }
+    EXPECT_EQ(fieldText::bitDeclarations(propertyOf("NamedElement", "visibility")),
+              "std::uint8_t visibility : 2 = 0;\n");
+    EXPECT_EQ(fieldText::bitDeclarations(propertyOf("MultiplicityElement", "isUnique")), "bool isUnique : 1 = true;\n");
+}
+
+} // namespace
+} // namespace zelgen::test

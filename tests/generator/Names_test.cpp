@@ -1,0 +1,50 @@
+#include "family/Names.h"
+
+#include <gtest/gtest.h>
+
+namespace zelgen {
+namespace {
+
+TEST(Names, PluralsFollowTheEndOfTheWord) {
+    struct {
+        char const * singular;
+        char const * plural;
+    } const rows[] = {
+        {"OwnedComment", "OwnedComments"},
+        {"RedefinedProperty", "RedefinedProperties"},
+        {"Body", "Bodies"},
+        {"SuperClass", "SuperClasses"},
+        {"Alias", "Aliass"},
+        {"ContaineeZEL", "ContaineeZELs"},
+        {"Unparented", "Unparented"},
+        {"Uri", "Uris"},
+    };
+    for (auto const & row : rows) {
+        EXPECT_EQ(Names::plural(row.singular), row.plural);
+    }
+}
+
+TEST(Names, ARepeatedPropertyTakesTheNameOfItsTypeInFront) {
+    EXPECT_EQ(Names::prefixed("UnlimitedNatural", "upper"), "unlimitedNaturalUpper");
+    EXPECT_EQ(Names::prefixed("Type", "type"), "typeType");
+}
+
+TEST(Names, OnlyAWordBehindIsMakesAFlag) {
+    EXPECT_TRUE(Names::readsAsFlag("isReadOnly"));
+    EXPECT_TRUE(Names::readsAsFlag("isID"));
+    EXPECT_FALSE(Names::readsAsFlag("issue"));
+    EXPECT_FALSE(Names::readsAsFlag("is"));
+    EXPECT_FALSE(Names::readsAsFlag("booleanIsOrdered"));
+}
+
+TEST(Names, FieldsAndEnumeratorsAreNeverWordsOfTheLanguage) {
+    EXPECT_EQ(Names::field("default"), "default_");
+    EXPECT_EQ(Names::field("namespace"), "namespace_");
+    EXPECT_EQ(Names::field("body"), "body");
+    EXPECT_EQ(Names::enumerator("return"), "Return");
+    EXPECT_EQ(Names::enumerator("in-out"), "In_out");
+    EXPECT_EQ(Names::enumerator("3d"), "_3d");
+}
+
+} // namespace
+} // namespace zelgen

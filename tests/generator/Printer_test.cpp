@@ -1,0 +1,55 @@
+#include "write/Fit.h"
+#include "write/Printer.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace zelgen {
+namespace {
+
+TEST(Printer, AValueOfSeveralLinesTakesTheIndentationOfItsPlace) {
+    EXPECT_EQ(Printer("app")("{\n    $body$\n}\n", {{"body", "one;\n\ntwo;\n"}}), "{\n    one;\n\n    two;\n}\n");
+}
+
+TEST(Printer, ALineOfAnEmptyValueAloneGoesAway) {
+    EXPECT_EQ(Printer("app")("a\n  $none$\nb$none$c\n", {{"none", ""}}), "a\nbc\n");
+}
+
+TEST(Printer, AnUnknownNameAndAnUnusedValueAreMistakes) {
+    Printer const print("app");
+    EXPECT_THROW((void)print("$x$", {}), std::logic_error);
+    EXPECT_THROW((void)print("x", {{"x", "1"}}), std::logic_error);
+    EXPECT_THROW((void)print("100 $", {}), std::logic_error);
+}
+
+TEST(Printer, TheNamespacesOfTheFileAreDroppedAndNoOthers) {
+    Printer const print("ZEL::NSInterface");
+    EXPECT_EQ(
+        print("ZEL::NSInterface::TypeIntf ZEL::String ::ZEL::Class myZEL::X \"ZEL::\" namespace ZEL::NSInterface {",
+              {}),
+        "TypeIntf String ::ZEL::Class myZEL::X \"ZEL::\" namespace ZEL::NSInterface {\n");
+    EXPECT_EQ(Printer("uml")("ZEL::Class uml::Class", {}), "ZEL::Class Class\n");
+}
+
+TEST(Printer, TextsBecomeLiterals) { EXPECT_EQ(Printer::quoted("a \"b\" \\ \n"), R"("a \"b\" \\ \n")"); }
+
+TEST(Fit, LongOneLineBodiesAndArgumentListsAreBroken) {
+    std::string const name(60, 'f');
+    EXPECT_EQ(fitted("    int " + name + "(int value) const { return " + name + "(value); }\n"),
+              "    int " + name + "(int value) const {\n        return " + name + "(value);\n    }\n");
+    EXPECT_EQ(fitted("void " + name + "(int first, std::string const & second, int third, int fourth);\n"),
+              "void " + name + "(int first, std::string const & second, int third,\n    int fourth);\n");
+    EXPECT_EQ(fitted("void " + name + "(std::string const & " + name + ");\n"),
+              "void " + name + "(\n    std::string const & " + name + ");\n");
+}
+
+TEST(Fit, CommentsAndTextsStayWhole) {
+    std::string const comment = "    // " + std::string(130, 'c') + ", d\n";
+    std::string const text = "    .description = \"" + std::string(60, 'c') + ", " + std::string(60, 'd') + "\",\n";
+    EXPECT_EQ(fitted(comment), comment);
+    EXPECT_EQ(fitted(text), text);
+}
+
+} // namespace
+} // namespace zelgen

@@ -1,0 +1,124 @@
+#include <hasp_util/ErrorHolder.h>
+#include <hasp_util/SpecificEnumType.h>
+#include <hasp_util/Type.h>
+#include <hasp_util/TypeInfo.h>
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using HASP::any;
+using HASP::any_cast;
+using HASP::ErrorHolder;
+using HASP::TypeInfo;
+
+class TextType final : public HASP::Type {
+public:
+    static int sAlive;
+
+    TextType() { ++sAlive; }
+    TextType(TextType const & other) : Type(other) { ++sAlive; }
+    ~TextType() override { --sAlive; }
+
+    static TypeInfo Create() { return CreateTypeInfo(new TextType); }
+    any convertFromString(std::string const & text, ErrorHolder & errors) const override {
+        if (text.empty()) {
+            errors.setError({"no text", HASP::CodeLocation("Text", 7)});
+            return {};
+        }
+        return text;
+    }
+    std::string convertToString(any const & value) const override { return any_cast<std::string>(value); }
+    any defaultConstruct() const override { return std::string("none"); }
+    TextType * clone() const override { return new TextType(*this); }
+};
+
+int TextType::sAlive = 0;
+
+TEST(TypeInfo, CopiesShareOneTypeObjectThatDiesWithTheLast) {
+    {
+        TypeInfo first = TextType::Create();
+        TypeInfo const second = first;
+        EXPECT_EQ(first, second);
+        EXPECT_EQ(TextType::sAlive, 1);
+        first = TypeInfo();
+        EXPECT_NE(dynamic_cast<TextType *>(HASP::Type::GetBaseType(second)), nullptr);
+        EXPECT_EQ(any_cast<std::string>(second.defaultConstruct()), "none");
+    }
+    EXPECT_EQ(TextType::sAlive, 0);
+}
+
+TEST(TypeInfo, NullRaisesWhenUsed) {
+    TypeInfo const null;
+    EXPECT_TRUE(null.isNull());
+    EXPECT_EQ(HASP::Type::GetBaseType(null), nullptr);
+    EXPECT_THROW((void)null.defaultConstruct(), std::logic_error);
+}
+
+TEST(Type, ReportsAFailedConversionInTheHolder) {
+    ErrorHolder errors;
+    EXPECT_TRUE(TextType::Create().convertFromString("", errors).empty());
+    ASSERT_TRUE(errors.hasError());
+    EXPECT_EQ(errors.getError()->getMessage(), "no text");
+    EXPECT_EQ(errors.getError()->getLocation().getFile(), "Text");
+    EXPECT_EQ(errors.getError()->getLocation().getLine(), 7);
+    EXPECT_THROW(errors.setError({"another", HASP::CodeLocation("Text", 8)}), std::logic_error);
+}
+
+TEST(Type, OperationsThatAreNotOverriddenRestOnTheText) {
+    TextType const type;
+    ErrorHolder errors;
+    any const a = std::string("a");
+    any const b = std::string("b");
+    EXPECT_EQ(type.convertToByteArray(a), std::vector<unsigned char>{'a'});
+    EXPECT_EQ(type.convertFromByteArray({'b'}, errors), b);
+    EXPECT_TRUE(type.isEqualTo(a, a));
+    EXPECT_TRUE(type.isLessThan(a, b));
+    EXPECT_FALSE(type.isLessThan(b, a));
+    EXPECT_TRUE(type.isValid(a));
+    EXPECT_FALSE(type.isValid(any(1)));
+    EXPECT_FALSE(type.isValid(any()));
+}
+
+class Colour {
+public:
+    enum Value { Red, Green, Blue };
+    Colour(Value value = Red) : fValue(value) {}
+    friend bool operator==(Colour left, Colour right) { return left.fValue == right.fValue; }
+
+private:
+    Value fValue;
+};
+
+using ColourType = HASP::SpecificEnumType<Colour>;
+
+class EnumTypeTable : public testing::TestWithParam<TypeInfo> {};
+
+TEST_P(EnumTypeTable, ConvertsInBothDirections) {
+    TypeInfo const & type = GetParam();
+    ErrorHolder errors;
+    EXPECT_EQ(any_cast<Colour>(type.convertFromString("blue", errors)), Colour(Colour::Blue));
+    EXPECT_EQ(type.convertToString(Colour(Colour::Green)), "green");
+    EXPECT_EQ(any_cast<Colour>(type.defaultConstruct()), Colour(Colour::Red));
+    // By number, where the texts would say the opposite.
+    EXPECT_TRUE(type.isLessThan(Colour(Colour::Red), Colour(Colour::Blue)));
+    EXPECT_FALSE(errors.hasError());
+
+    EXPECT_TRUE(type.convertFromString("Blue", errors).empty());
+    EXPECT_TRUE(errors.hasError());
+    EXPECT_THROW((void)type.convertFromString("blue", errors), std::logic_error);
+    EXPECT_THROW((void)type.convertToString(any(1)), HASP::bad_any_cast);
+}
+
+INSTANTIATE_TEST_SUITE_P(BothWays, EnumTypeTable,
+                         testing::Values(ColourType::Create(std::map<std::string, Colour::Value>{
+                                             {"red", Colour::Red}, {"green", Colour::Green}, {"blue", Colour::Blue}}),
+                                         ColourType::Create(std::map<Colour::Value, std::string>{
+                                             {Colour::Red, "red"}, {Colour::Green, "green"}, {Colour::Blue, "blue"}})));
+
+} // namespace

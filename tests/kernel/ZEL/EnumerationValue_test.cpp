@@ -1,0 +1,103 @@
+#include "support/ValueTypes.h"
+
+#include <ZEL/ValueObjectFactory.h>
+
+#include <hasp_util/ErrorHolder.h>
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace library {
+
+/// A kind as an application's metamodel has it.
+class Colour : public ZEL::EnumerationValue<Colour> {
+public:
+    enum Value { Red, Green };
+
+    using EnumerationValue::EnumerationValue;
+    constexpr Colour() noexcept = default;
+    constexpr Colour(Value value) noexcept : EnumerationValue(value) {}
+    constexpr operator Value() const noexcept { return getValue(); }
+
+    static std::string getTypeName() { return "library.Colour"; }
+    static std::map<std::string, Value> const & getLiterals() {
+        static std::map<std::string, Value> const literals{{"red", Red}, {"green", Green}};
+        return literals;
+    }
+};
+
+} // namespace library
+
+namespace ZEL {
+namespace {
+
+using library::Colour;
+using Test::textOfException;
+
+/// The literals in the order of their numbers.
+template <class Kind> std::vector<std::string> literalsOf() {
+    std::vector<std::string> texts(Kind::getLiterals().size());
+    for (auto const & [text, value] : Kind::getLiterals()) {
+        texts.at(static_cast<std::size_t>(value)) = text;
+    }
+    return texts;
+}
+
+TEST(Kind, HasItsLiteralsAndItsName) {
+    using Texts = std::vector<std::string>;
+    EXPECT_EQ((Texts{"public", "private", "protected", "package"}), literalsOf<VisibilityKind>());
+    EXPECT_EQ((Texts{"in", "inout", "out", "return"}), literalsOf<ParameterDirectionKind>());
+    EXPECT_EQ((Texts{"exdend", "define"}), literalsOf<PackageMergeKind>());
+    EXPECT_EQ((Texts{"default", "transient", "extension"}), literalsOf<PersistenceKind>());
+    EXPECT_EQ("ZEL.VisibilityKind", VisibilityKind::getTypeName());
+    EXPECT_EQ("ZEL.ParameterDirectionKind", ParameterDirectionKind::getTypeName());
+    EXPECT_EQ("ZEL.PackageMergeKind", PackageMergeKind::getTypeName());
+    EXPECT_EQ("ZEL.PersistenceKind", PersistenceKind::getTypeName());
+    EXPECT_EQ(0, VisibilityKind::Public);
+    EXPECT_EQ(3, ParameterDirectionKind::Return);
+}
+
+TEST(Kind, StartsAsItsFirstLiteralAndComparesByNumber) {
+    EXPECT_TRUE(VisibilityKind() == VisibilityKind::Public);
+    VisibilityKind const kind = VisibilityKind::Protected;
+    EXPECT_TRUE(kind == VisibilityKind(VisibilityKind::Protected) && VisibilityKind::Protected == kind);
+    EXPECT_TRUE(kind != VisibilityKind::Package && kind < VisibilityKind::Package && VisibilityKind::Private < kind);
+    EXPECT_TRUE(kind >= VisibilityKind(VisibilityKind::Private) && kind <= VisibilityKind::Protected);
+    switch (kind) {
+    case VisibilityKind::Protected:
+        break;
+    default:
+        ADD_FAILURE() << "a kind selects like its enumerator";
+    }
+}
+
+TEST(Kind, ReadsAndPrintsExactlyItsLiterals) {
+    EXPECT_EQ("protected", VisibilityKind(VisibilityKind::Protected).toString());
+    EXPECT_EQ("green", Colour(Colour::Green).toString());
+    HASP::ErrorHolder errors;
+    auto const read = VisibilityKind::getTypeInfo().convertFromString("private", errors);
+    EXPECT_TRUE(HASP::any_cast<VisibilityKind>(read) == VisibilityKind::Private);
+    EXPECT_TRUE(VisibilityKind::getTypeInfo().convertFromString("Private", errors).empty());
+    EXPECT_TRUE(errors.hasError());
+    EXPECT_NE("(nothing)",
+              textOfException([] { (void)VisibilityKind(static_cast<VisibilityKind::Value>(9)).toString(); }));
+}
+
+TEST(Kind, OfAnApplicationIsBoxedLikeABuiltInOne) {
+    ZEL::Test::registerValueTypes();
+    EXPECT_FALSE(ValueObject(Colour(Colour::Green)).isValid()) << "its type has no name yet";
+    TypeInfoRegistry::registerTypeInfo(Colour::getTypeName(), Colour::getTypeInfo());
+    Object const boxed = Colour(Colour::Green);
+    TypeInfoRegistry::unregisterTypeInfo(Colour::getTypeName());
+
+    EXPECT_EQ("green", boxed.toString());
+    EXPECT_TRUE(Colour(boxed) == Colour::Green);
+    EXPECT_THROW(VisibilityKind{boxed}, HASP::bad_any_cast);
+    EXPECT_TRUE(VisibilityKind(ValueObject(VisibilityKind(VisibilityKind::Package))) == VisibilityKind::Package);
+}
+
+} // namespace
+} // namespace ZEL

@@ -1,0 +1,100 @@
+#include "support/ValueTypes.h"
+
+#include <ZEL/Cleanup.h>
+#include <ZEL/Constants.h>
+#include <ZEL/FactoryRegistry.h>
+#include <ZEL/MetaModelRegistry.h>
+#include <ZEL/NamespaceRegistry.h>
+#include <ZEL/TypeInfoRegistry.h>
+#include <ZEL/metamodel/DataType.h>
+#include <ZEL/metamodel/Factory.h>
+#include <ZEL/metamodel/FactoryObject.h>
+#include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/Model.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace ZEL {
+namespace {
+
+constexpr char uri[] = "test://metamodel";
+
+TEST(MetaModelRegistry, HoldsABoundModelUntilAnotherTakesItsPlace) {
+    MetaModelRegistry & registry = *MetaModelRegistry::instance();
+    Model const first = Factory::createNewModel();
+    int const counts = first.getImplementation()->numRef();
+    registry.bindUriToModel(uri, first);
+    registry.bindUriToModel(uri, first);
+    EXPECT_EQ(counts + 1, first.getImplementation()->numRef());
+    EXPECT_TRUE(registry.getModelFromUri(uri) == first);
+
+    Model const second = Factory::createNewModel();
+    registry.bindUriToModel(uri, second);
+    EXPECT_EQ(counts, first.getImplementation()->numRef());
+    EXPECT_TRUE(registry.getModelFromUri(uri) == second);
+
+    registry.unbindModelUri(uri);
+    EXPECT_EQ(counts, second.getImplementation()->numRef());
+    EXPECT_FALSE(registry.getModelFromUri(uri).isValid()) << "entered as an invalid handle";
+    registry.unbindModelUri(uri);
+}
+
+TEST(FactoryRegistry, CallsTheCreatorOfTheUri) {
+    FactoryRegistry & registry = *FactoryRegistry::instance();
+    EXPECT_FALSE(registry.createModel(uri).isValid());
+    EXPECT_FALSE(registry.createFactory(uri, Model()).isValid());
+
+    int calls = 0;
+    registry.registerModelCreator(uri, [] { return Model(); });
+    registry.registerModelCreator(uri, [&calls] {
+        ++calls;
+        return Model(Factory::createNewModel());
+    });
+    Model const model = registry.createModel(uri);
+    EXPECT_TRUE(model.isValid());
+    EXPECT_EQ(1, calls) << "the later creator";
+
+    Model seen;
+    registry.registerFactoryCreator(uri, [&seen](Model const & given) {
+        seen = given;
+        return FactoryObject();
+    });
+    EXPECT_FALSE(registry.createFactory(uri, model).isValid());
+    EXPECT_TRUE(seen == model);
+
+    registry.unregisterModelCreator(uri);
+    registry.unregisterFactoryCreator(uri);
+    registry.unregisterFactoryCreator(uri);
+    EXPECT_FALSE(registry.createModel(uri).isValid());
+}
+
+TEST(Registries, KnowTheBuiltInMetamodelFromTheStart) {
+    EXPECT_EQ("ZEL", NamespaceRegistry::instance()->getPrefixFromMetaUri("http://schema.omg.org/spec/MOF/2.0"));
+    EXPECT_EQ("http://schema.omg.org/spec/MOF/2.0", NamespaceRegistry::instance()->getMetaUri("ZEL"));
+    Model const metaModel = MetaModelRegistry::instance()->getModelFromUri(METAMODEL_URI);
+    EXPECT_TRUE(metaModel.isValid());
+    for (char const * const known : {METAMODEL_URI, METAMODEL_CMOF_URI, METAMODEL_EMOF_URI}) {
+        EXPECT_TRUE(MetaModelRegistry::instance()->getModelFromUri(known) == metaModel) << known;
+        Model const model = FactoryRegistry::instance()->createModel(known);
+        EXPECT_TRUE(model.isValid()) << known;
+        EXPECT_TRUE(FactoryRegistry::instance()->createFactory(known, model).isValid()) << known;
+    }
+}
+
+TEST(Registries, KnowTheDataTypeOfEachValueClass) {
+    EXPECT_EQ("Boolean", Boolean::MetaDataType().getName());
+    EXPECT_EQ("UnlimitedNatural", UnlimitedNatural().getMetaDataType().getName());
+    EXPECT_EQ("VisibilityKind", VisibilityKind::MetaDataType().getName());
+    ValueObject const boxed = Integer(1);
+    EXPECT_TRUE(boxed.getMetaDataType() == TypeInfoRegistry::getMetaType("ZEL.Integer"));
+    EXPECT_TRUE(Object(boxed).getMetaType() == Integer::MetaDataType());
+    for (char const * const name : {"ZEL.Factory", "ZEL.IntegerImmutableIterator", "ZEL.ImmutableSequenceOfArgument",
+                                    "ZEL.ImmutableClassImmutableIterator", "ZEL.SequenceOfImmutableComment"}) {
+        EXPECT_TRUE(TypeInfoRegistry::hasType(name)) << name;
+    }
+}
+
+} // namespace
+} // namespace ZEL

@@ -1,0 +1,137 @@
+#include "support/ValueTypes.h"
+
+#include <ZEL/Exception.h>
+#include <ZEL/ReferenceCountingImpl.h>
+#include <ZEL/ValueObjectFactory.h>
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+namespace ZEL {
+namespace {
+
+using Test::textOfException;
+
+constexpr char nullText[] = "Cannot access NULL ref. Use isValid() before calling methods";
+constexpr char internalError[] = "An Internal Error has occurred";
+
+class ValueObjectTest : public testing::Test {
+protected:
+    ValueObjectTest() { ZEL::Test::registerValueTypes(); }
+};
+
+template <class V> void expectRoundTrip(V const & value, char const * text) {
+    ValueObject const boxed = value;
+    ASSERT_TRUE(boxed.isValid());
+    EXPECT_EQ(text, boxed.toString());
+    EXPECT_TRUE(V(boxed) == value);
+    EXPECT_TRUE(V(ImmutableValueObject(boxed)) == value);
+    Object const object = value;
+    EXPECT_TRUE(V(object) == value);
+    EXPECT_TRUE(V(ImmutableObject(object)) == value);
+    EXPECT_TRUE(boxed.getTypeInfo() == TypeInfoRegistry::getTypeInfo(V::getTypeName()));
+}
+
+TEST_F(ValueObjectTest, GivesBackWhatWasBoxed) {
+    expectRoundTrip(Boolean(true), "true");
+    expectRoundTrip(Integer(-3), "-3");
+    expectRoundTrip(UnlimitedNatural(0xFFFFFFFFu), "*");
+    expectRoundTrip(Real(0.25), "0.25");
+    expectRoundTrip(Single(0.25f), "0.25");
+    expectRoundTrip(Double(-1.5), "-1.5");
+    expectRoundTrip(String("some text"), "some text");
+    expectRoundTrip(Argument("name", Integer(5)), "(name,5)");
+    expectRoundTrip(PersistenceKind(PersistenceKind::Extension), "extension");
+}
+
+TEST_F(ValueObjectTest, ComparesByValueAndIsOrderedByBody) {
+    ValueObject const one = Integer(1);
+    ValueObject const anotherOne = Integer(1);
+    ValueObject const two = Integer(2);
+    EXPECT_TRUE(one == anotherOne && !(one != anotherOne));
+    EXPECT_TRUE(one != two);
+    EXPECT_TRUE(one != ValueObject(UnlimitedNatural(1))) << "of another class";
+    EXPECT_TRUE(one != ValueObject() && ValueObject() == ImmutableValueObject());
+    EXPECT_TRUE(ImmutableValueObject(one) == anotherOne);
+    EXPECT_EQ(2u, (std::set<ValueObject>{one, anotherOne}.size()));
+    EXPECT_FALSE(Object(one) == Object(anotherOne)) << "as objects, bodies are compared";
+}
+
+TEST_F(ValueObjectTest, IsOneObjectInEveryForm) {
+    Object const object = Integer(7);
+    ValueObject const value(object);
+    EXPECT_TRUE(value.isValid());
+    EXPECT_TRUE(Object(value) == object);
+    EXPECT_EQ(2, object.getImplementation()->numRef());
+    NSInterface::ObjectIntf * const body = object.getImplementation();
+    EXPECT_EQ(body, body->getReadDeviant(Deviant()));
+    EXPECT_EQ(body, body->getWriteDeviant(Deviant()));
+    EXPECT_EQ(body, body->internal_getDeviation(Deviant()));
+    EXPECT_EQ(body, body->deviant_getCopyOfDeviation(Deviant()));
+}
+
+TEST_F(ValueObjectTest, NamesItsClassByTheHandle) {
+    Object const object = Integer(7);
+    EXPECT_EQ("ZEL.ValueObject", object.getFullyQualifiedOrcaTypeName());
+    EXPECT_EQ("ZEL.ImmutableValueObject", ImmutableObject(object).getFullyQualifiedOrcaTypeName());
+    EXPECT_EQ("ZEL.Object", Object().getFullyQualifiedOrcaTypeName());
+    EXPECT_EQ("ZEL.ImmutableObject", ImmutableObject().getFullyQualifiedOrcaTypeName());
+}
+
+TEST_F(ValueObjectTest, CannotBeReadAsAnotherClassOrFromNothing) {
+    ValueObject const boxed = Integer(1);
+    EXPECT_THROW(Boolean{boxed}, HASP::bad_any_cast);
+    EXPECT_THROW(String{Object(boxed)}, HASP::bad_any_cast);
+    EXPECT_EQ(internalError, textOfException([] { (void)Integer(ValueObject()); }));
+    EXPECT_EQ(internalError, textOfException([] { (void)Integer(Object()); }));
+    EXPECT_EQ(internalError, textOfException([] { (void)String(ImmutableObject()); }));
+    EXPECT_EQ(nullText, textOfException([] { (void)ValueObject().getAny(); }));
+    EXPECT_EQ(nullText, textOfException([] { (void)Object().toString(); }));
+}
+
+/// An object that is no value.
+class Stone : public virtual NSInterface::ObjectIntf, public ReferenceCountingImpl {
+public:
+    static CooperativeVisitor::internal::ClassInfo const & classInfo() {
+        static auto const info = CooperativeVisitor::internal::makeClassInfo<Stone, NSInterface::ObjectDomain>();
+        return info;
+    }
+    void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override {
+        return CooperativeVisitor::internal::castTable<Stone, Stone, ObjectIntf>().cast(info,
+                                                                                        const_cast<Stone *>(this));
+    }
+    bool deviant_isValid(Deviant) const override { return true; }
+};
+
+TEST_F(ValueObjectTest, IsNotMadeOfAnObjectThatIsNoValue) {
+    Object const stone(new Stone, Deviant());
+    EXPECT_FALSE(ValueObject(stone).isValid());
+    EXPECT_EQ(internalError, textOfException([&] { (void)Integer(stone); }));
+}
+
+TEST_F(ValueObjectTest, ReadsANewOneFromText) {
+    Object const seven = Object(Integer(7)).fromString("8");
+    EXPECT_EQ(8, Integer(seven).getValue());
+    EXPECT_EQ("Can't convert string 'x' to INT32_T", textOfException([&] { (void)seven.fromString("x"); }));
+}
+
+TEST_F(ValueObjectTest, FactoryGoesByRegisteredNames) {
+    EXPECT_FALSE(ValueObjectFactory::create("nonsense").isValid());
+    EXPECT_FALSE(ValueObjectFactory::create("nonsense", Integer(1)).isValid());
+    EXPECT_FALSE(ValueObjectFactory::createFromString("nonsense", "1").isValid());
+    EXPECT_FALSE(ValueObjectFactory::isValueObjectType("nonsense"));
+    EXPECT_TRUE(ValueObjectFactory::isValueObjectType("ZEL.Single"));
+
+    ValueObject const made = ValueObjectFactory::create("ZEL.UnlimitedNatural");
+    EXPECT_EQ("0", made.toString());
+    EXPECT_EQ(1, made.getImplementation()->numRef());
+    EXPECT_FALSE(made.getDeviant().isNotNull());
+    EXPECT_EQ("*", ValueObjectFactory::createFromString("ZEL.UnlimitedNatural", "-1").toString());
+    EXPECT_EQ("Can't convert string '1' to bool",
+              textOfException([] { (void)ValueObjectFactory::createFromString("ZEL.Boolean", "1"); }));
+}
+
+} // namespace
+} // namespace ZEL

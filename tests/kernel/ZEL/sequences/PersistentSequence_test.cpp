@@ -1,0 +1,353 @@
+#include <ZEL/sequences/PersistentSequence.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <numeric>
+#include <random>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+using ZEL::internal::PersistentSequence;
+
+namespace {
+
+using Model = std::vector<void *>;
+
+static_assert(sizeof(PersistentSequence) == sizeof(void *));
+static_assert(std::is_nothrow_copy_constructible_v<PersistentSequence>);
+static_assert(std::is_nothrow_copy_assignable_v<PersistentSequence>);
+static_assert(std::is_nothrow_move_constructible_v<PersistentSequence>);
+
+// Addresses that are never followed; spread out of order, so that order in memory differs from order in the sequence.
+void * pointer(std::size_t number) {
+    std::uintptr_t const scattered = (number + 1) * 0x9E3779B97F4A7C15u % 0xFFFFFFFBu;
+    return reinterpret_cast<void *>(scattered * 16);
+}
+
+Model pointers(std::size_t count) {
+    Model model;
+    for (std::size_t i = 0; i < count; ++i) {
+        model.push_back(pointer(i));
+    }
+    return model;
+}
+
+PersistentSequence sequenceOf(Model const & model) {
+    PersistentSequence sequence;
+    sequence.assign(model.begin(), model.end());
+    return sequence;
+}
+
+Model elementsOf(PersistentSequence const & sequence) {
+    Model model;
+    sequence.forEach([&model](void * element) { model.push_back(element); });
+    return model;
+}
+
+// Looks at `sequence` by every road there is.
+void expectEqual(PersistentSequence const & sequence, Model const & model) {
+    ASSERT_EQ(sequence.size(), model.size());
+    ASSERT_EQ(sequence.empty(), model.empty());
+    ASSERT_EQ(elementsOf(sequence), model);
+    ASSERT_TRUE(std::equal(sequence.begin(), sequence.end(), model.begin(), model.end()));
+    ASSERT_TRUE(sequence == sequenceOf(model));
+    for (std::size_t i = 0; i < model.size(); ++i) {
+        ASSERT_EQ(sequence.at(i), model[i]);
+        ASSERT_EQ(sequence.indexOf(model[i]), static_cast<std::ptrdiff_t>(i));
+    }
+}
+
+// One random change of `sequence` and of its model; `growth` in percent is the share of inserts.
+void changeBoth(PersistentSequence & sequence, Model & model, std::mt19937 & random, unsigned growth, unsigned range) {
+    void * element = pointer(random() % range);
+    auto const found = std::find(model.begin(), model.end(), element);
+    if (random() % 100 < growth) {
+        std::size_t const position = random() % (model.size() + 1);
+        ASSERT_EQ(sequence.insert(position, element), found == model.end());
+        if (found == model.end()) {
+            model.insert(model.begin() + static_cast<std::ptrdiff_t>(position), element);
+        }
+    } else if (random() % 4 == 0 && !model.empty()) {
+        std::size_t const position = random() % model.size();
+        bool const possible = found == model.end() || found - model.begin() == static_cast<std::ptrdiff_t>(position);
+        ASSERT_EQ(sequence.replaceAt(position, element), possible);
+        if (possible) {
+            model[position] = element;
+        }
+    } else if (random() % 2 == 0) {
+        ASSERT_EQ(sequence.erase(element), found != model.end());
+        if (found != model.end()) {
+            model.erase(found);
+        }
+    } else if (!model.empty()) {
+        std::size_t const position = random() % model.size();
+        sequence.eraseAt(position);
+        model.erase(model.begin() + static_cast<std::ptrdiff_t>(position));
+    }
+    ASSERT_EQ(sequence.contains(element), std::find(model.begin(), model.end(), element) != model.end());
+}
+
+class PersistentSequenceRandom : public testing::TestWithParam<unsigned> {};
+
+} // namespace
+
+// The number of different elements decides between which kinds of storage the sequence wanders.
+TEST_P(PersistentSequenceRandom, BehavesAsAVectorAndOldCopiesStayAsTheyWere) {
+    unsigned const range = GetParam();
+    std::mt19937 random(range);
+    PersistentSequence sequence;
+    Model model;
+    std::vector<std::pair<PersistentSequence, Model>> kept;
+    for (unsigned step = 0; step < 6000; ++step) {
+        unsigned const growth = step / 500 % 3 == 2 ? 15 : 75;
+        ASSERT_NO_FATAL_FAILURE(changeBoth(sequence, model, random, growth, range));
+        if (step % 97 == 0) {
+            kept.emplace_back(sequence, model);
+        }
+        if (step % 389 == 0) { // go on from an old copy
+            auto const & [oldSequence, oldModel] = kept[random() % kept.size()];
+            sequence = oldSequence;
+            model = oldModel;
+        }
+        if (step % 50 == 0) {
+            ASSERT_NO_FATAL_FAILURE(expectEqual(sequence, model)) << "step " << step;
+        }
+    }
+    for (auto const & [oldSequence, oldModel] : kept) {
+        ASSERT_NO_FATAL_FAILURE(expectEqual(oldSequence, oldModel));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Ranges, PersistentSequenceRandom, testing::Values(3u, 12u, 70u, 130u, 700u, 3000u),
+                         [](auto const & range) { return "Of" + std::to_string(range.param); });
+
+TEST(PersistentSequence, RefusesAnElementThatIsPresent) {
+    for (std::size_t size : {1u, 2u, 64u, 65u, 500u}) {
+        PersistentSequence sequence = sequenceOf(pointers(size));
+        PersistentSequence const before = sequence;
+        EXPECT_FALSE(sequence.push_back(pointer(size / 2)));
+        EXPECT_FALSE(sequence.insert(0, pointer(size - 1)));
+        EXPECT_FALSE(sequence.erase(pointer(size)));
+        EXPECT_TRUE(sequence.replaceAt(0, pointer(0)));
+        EXPECT_EQ(sequence.replaceAt(0, pointer(size - 1)), size == 1);
+        EXPECT_TRUE(sequence.sharesStorageWith(before)) << "none of it is a write";
+    }
+}
+
+// The lowest bit of an address decides how a single element is stored.
+TEST(PersistentSequence, HoldsNullAndOddAddresses) {
+    char bytes[4] = {};
+    Model const all = {nullptr, bytes, bytes + 1, bytes + 2, bytes + 3};
+    for (void * element : all) {
+        PersistentSequence sequence;
+        EXPECT_TRUE(sequence.push_back(element));
+        expectEqual(sequence, {element});
+        EXPECT_FALSE(sequence.push_back(element));
+        for (void * other : all) {
+            PersistentSequence changed = sequence;
+            EXPECT_TRUE(changed.replaceAt(0, other));
+            expectEqual(changed, {other});
+            EXPECT_EQ(changed == sequence, other == element);
+            EXPECT_EQ(sequence.insert(0, other), other != element);
+            EXPECT_TRUE(other == element || sequence.erase(other));
+            expectEqual(sequence, {element});
+        }
+        EXPECT_TRUE(sequence.erase(element));
+        EXPECT_TRUE(sequence.empty());
+    }
+    expectEqual(sequenceOf(all), all);
+}
+
+TEST(PersistentSequence, CopiesShareUntilTheFirstWrite) {
+    for (std::size_t size : {0u, 1u, 5u, 64u, 1000u}) {
+        PersistentSequence sequence = sequenceOf(pointers(size));
+        PersistentSequence copy = sequence;
+        EXPECT_TRUE(copy.sharesStorageWith(sequence));
+        copy.push_back(pointer(size));
+        EXPECT_FALSE(copy.sharesStorageWith(sequence));
+        EXPECT_FALSE(copy == sequence);
+        expectEqual(sequence, pointers(size));
+        expectEqual(copy, pointers(size + 1));
+
+        copy.eraseAt(size);
+        EXPECT_TRUE(copy == sequence) << "equal, though not shared any more";
+        PersistentSequence const moved = std::move(copy);
+        EXPECT_TRUE(moved == sequence);
+        EXPECT_TRUE(copy.empty()); // NOLINT(bugprone-use-after-move): a moved one is empty
+        sequence = *&sequence;
+        expectEqual(sequence, pointers(size));
+        sequence.clear();
+        EXPECT_TRUE(sequence.empty());
+        expectEqual(moved, pointers(size));
+    }
+}
+
+TEST(PersistentSequence, AWriteToALargeCopyTakesLittleMemory) {
+    PersistentSequence const original = sequenceOf(pointers(100000));
+    EXPECT_GT(original.heapBytes(), 100000u * 16);
+    EXPECT_LT(original.heapBytes(), 100000u * 48);
+    EXPECT_EQ(PersistentSequence().heapBytes(), 0u);
+    EXPECT_EQ(sequenceOf(pointers(1)).heapBytes(), 0u);
+    EXPECT_LE(sequenceOf(pointers(5)).heapBytes(), 8u + 8 * sizeof(void *));
+
+    // Were a write to copy the whole, this would take minutes and gigabytes.
+    std::vector<PersistentSequence> versions(1, original);
+    for (std::size_t i = 0; i < 2000; ++i) {
+        versions.push_back(versions.back());
+        versions.back().eraseAt(i * 37 % versions.back().size());
+        versions.back().insert(i * 91 % versions.back().size(), pointer(200000 + i));
+    }
+    EXPECT_EQ(elementsOf(original), pointers(100000));
+    EXPECT_EQ(versions.back().size(), 100000u);
+}
+
+TEST(PersistentSequence, ChangesItsKindOfStorageWithALag) {
+    std::size_t const large = PersistentSequence::MaximalBlock + 1;
+    PersistentSequence sequence = sequenceOf(pointers(large - 1));
+    std::size_t const blockBytes = sequence.heapBytes();
+    sequence.push_back(pointer(large - 1));
+    EXPECT_GT(sequence.heapBytes(), 2 * blockBytes);
+    while (sequence.size() > PersistentSequence::MinimalTree + 1) {
+        sequence.eraseAt(sequence.size() / 2);
+        EXPECT_GT(sequence.heapBytes(), blockBytes) << "still trees with " << sequence.size();
+    }
+    Model model = elementsOf(sequence);
+    PersistentSequence const before = sequence;
+    sequence.eraseAt(3);
+    model.erase(model.begin() + 3);
+    EXPECT_LT(sequence.heapBytes(), blockBytes);
+    expectEqual(sequence, model);
+    EXPECT_EQ(before.size(), PersistentSequence::MinimalTree + 1);
+}
+
+// Inserting again and again at one place uses up the labels there; at 0 and at the end it must not.
+TEST(PersistentSequence, TakesInsertsAtOnePlaceWithoutEnd) {
+    std::size_t const count = 20000;
+    for (std::size_t place : {0u, 1u, 50u, 99u}) {
+        Model model = pointers(100);
+        PersistentSequence sequence = sequenceOf(model);
+        PersistentSequence const before = sequence;
+        Model added;
+        for (std::size_t i = 0; i < count; ++i) {
+            added.push_back(pointer(1000 + i));
+            ASSERT_TRUE(sequence.insert(place, added.back()));
+        }
+        auto const at = model.begin() + static_cast<std::ptrdiff_t>(place);
+        model.insert(at, added.rbegin(), added.rend());
+        expectEqual(sequence, model);
+        expectEqual(before, pointers(100));
+    }
+}
+
+// The same with an old copy of every version: new labels must not show in it.
+TEST(PersistentSequence, NewLabelsLeaveOldCopiesAlone) {
+    Model model = pointers(70);
+    PersistentSequence sequence = sequenceOf(model);
+    std::vector<std::pair<PersistentSequence, Model>> kept;
+    for (std::size_t i = 0; i < 400; ++i) {
+        kept.emplace_back(sequence, model);
+        std::size_t const place = i % 2 == 0 ? 30 : 31;
+        ASSERT_TRUE(sequence.insert(place, pointer(1000 + i)));
+        model.insert(model.begin() + static_cast<std::ptrdiff_t>(place), pointer(1000 + i));
+    }
+    kept.emplace_back(sequence, model);
+    for (auto const & [oldSequence, oldModel] : kept) {
+        ASSERT_NO_FATAL_FAILURE(expectEqual(oldSequence, oldModel));
+    }
+}
+
+TEST(PersistentSequence, GrowsAndShrinksByAHundredThousandInEveryOrder) {
+    Model const model = pointers(100000);
+    PersistentSequence pushed;
+    for (void * element : model) {
+        ASSERT_TRUE(pushed.push_back(element));
+    }
+    expectEqual(pushed, model);
+    PersistentSequence front;
+    for (auto element = model.rbegin(); element != model.rend(); ++element) {
+        ASSERT_TRUE(front.insert(0, *element));
+    }
+    EXPECT_TRUE(front == pushed);
+
+    Model shuffled = model;
+    std::shuffle(shuffled.begin(), shuffled.end(), std::mt19937(7));
+    PersistentSequence byValue = pushed;
+    for (std::size_t i = 0; i < shuffled.size(); ++i) {
+        ASSERT_TRUE(byValue.erase(shuffled[i]));
+        if (i + 10 == shuffled.size() || i == shuffled.size() / 2) {
+            Model left = model;
+            std::sort(shuffled.begin() + static_cast<std::ptrdiff_t>(i) + 1, shuffled.end());
+            left.erase(std::remove_if(left.begin(), left.end(),
+                                      [&](void * element) {
+                                          return !std::binary_search(shuffled.begin() + static_cast<std::ptrdiff_t>(i) +
+                                                                         1,
+                                                                     shuffled.end(), element);
+                                      }),
+                       left.end());
+            expectEqual(byValue, left);
+        }
+    }
+    EXPECT_TRUE(byValue.empty());
+
+    PersistentSequence fromFront = pushed;
+    PersistentSequence fromBack = pushed;
+    for (std::size_t i = 0; i < model.size(); ++i) {
+        ASSERT_EQ(fromFront.at(0), model[i]);
+        fromFront.eraseAt(0);
+        ASSERT_EQ(fromBack.at(fromBack.size() - 1), model[model.size() - 1 - i]);
+        fromBack.eraseAt(fromBack.size() - 1);
+    }
+    EXPECT_TRUE(fromFront.empty() && fromBack.empty());
+    EXPECT_EQ(elementsOf(pushed), model);
+}
+
+// What is left after most elements are gone must not sit in nearly empty nodes.
+TEST(PersistentSequence, ErasingGivesMemoryBack) {
+    PersistentSequence sequence = sequenceOf(pointers(50000));
+    std::mt19937 random(3);
+    for (std::size_t i = 0; i < 50000; ++i) {
+        if (i % 50 != 0) {
+            ASSERT_TRUE(sequence.erase(pointer(i)));
+        }
+    }
+    EXPECT_EQ(sequence.size(), 1000u);
+    EXPECT_LT(sequence.heapBytes(), 1000u * 120);
+    sequence.clear();
+    EXPECT_EQ(sequence.heapBytes(), 0u);
+}
+
+TEST(PersistentSequence, CursorsStepBothWaysFromAnyPosition) {
+    for (std::size_t size : {1u, 40u, 5000u}) {
+        Model const model = pointers(size);
+        PersistentSequence const sequence = sequenceOf(model);
+        std::size_t i = size;
+        for (auto cursor = sequence.end(); cursor != sequence.begin();) {
+            ASSERT_EQ(*--cursor, model[--i]);
+        }
+        PersistentSequence::Cursor cursor(sequence, size / 3);
+        ASSERT_EQ(*cursor, model[size / 3]);
+        ASSERT_EQ(*cursor++, model[size / 3]);
+        ASSERT_EQ(cursor.position(), size / 3 + 1);
+        ASSERT_EQ(*--cursor, model[size / 3]);
+        ASSERT_EQ(std::distance(cursor, sequence.end()), static_cast<std::ptrdiff_t>(size - size / 3));
+    }
+}
+
+TEST(PersistentSequence, AssignsFromItselfAndFromAnyRange) {
+    for (std::size_t size : {0u, 1u, 2u, 64u, 65u, 32u * 20 * 20 + 1}) {
+        Model model = pointers(size);
+        PersistentSequence sequence = sequenceOf(model);
+        expectEqual(sequence, model);
+        std::sort(model.begin(), model.end());
+        sequence.assign(model.begin(), model.end());
+        expectEqual(sequence, model);
+        if (size > 0) {
+            sequence.assign(++sequence.begin(), sequence.end());
+            expectEqual(sequence, Model(model.begin() + 1, model.end()));
+        }
+    }
+}

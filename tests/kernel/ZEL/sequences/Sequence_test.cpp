@@ -1,0 +1,229 @@
+#include "support/ExpectRaises.h"
+#include "support/SequenceItems.h"
+
+#include <ZEL/String.h>
+#include <ZEL/metamodel/Object.h>
+#include <ZEL/sequences/GenericDeviantSequence.h>
+#include <ZEL/sequences/GenericFilteredSequence.h>
+#include <ZEL/sequences/GenericNullSequence.h>
+#include <ZEL/sequences/ListQImpl.h>
+#include <ZEL/sequences/Sequence.h>
+#include <ZEL/sequences/SequenceBuilder.h>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace ZEL::Generic {
+namespace {
+
+using Test::FakeDeviant;
+using Test::ImmutableItem;
+using Test::Item;
+using Test::ItemBody;
+using Test::Owner;
+using Test::SpecialItem;
+using Test::SpecialItemBody;
+using testing::ElementsAre;
+
+class TypedSequence : public testing::Test {
+protected:
+    TypedSequence() {
+        for (auto & body : bodies) {
+            items.push_back(Item(&body, Deviant()));
+        }
+    }
+    Item item(std::size_t i) { return Item(&bodies[i], Deviant()); }
+
+    Owner owner;
+    std::vector<ItemBody> bodies{4};
+    SpecialItemBody special;
+    Sequence<Item> items{new GenericDeviantSequence(&owner, Deviant(), Owner::items), Deviant()};
+};
+
+template <class H> constexpr bool isReadOnly = !requires(H const & sequence) { sequence.clear(); };
+
+TEST_F(TypedSequence, RaisesOnEveryUseOfANullHandle) {
+    constexpr auto text = "Cannot access NULL ref. Use isValid() before calling methods";
+    Sequence<Item> const null;
+    EXPECT_FALSE(null.isValid());
+    EXPECT_EQ(nullptr, null.getImplementationWithoutAssert());
+    EXPECT_RAISES(text, null.size());
+    EXPECT_RAISES(text, null.empty());
+    EXPECT_RAISES(text, null.begin());
+    EXPECT_RAISES(text, null.end());
+    EXPECT_RAISES(text, null.at(0));
+    EXPECT_RAISES(text, null.push_back(Item()));
+    EXPECT_RAISES(text, null.toVector());
+    EXPECT_RAISES(text, null.getImplementation());
+    EXPECT_RAISES(text, null.getOrcaName());
+}
+
+TEST_F(TypedSequence, OneBodyServesHandlesOfAllClassesThatItsElementsHave) {
+    static_assert(std::is_convertible_v<Sequence<Item>, ImmutableSequence<Item>>);
+    static_assert(std::is_convertible_v<Sequence<Item>, ImmutableSequence<ImmutableItem>>);
+    static_assert(std::is_convertible_v<Sequence<Item>, Sequence<Object>>);
+    static_assert(std::is_convertible_v<Sequence<SpecialItem>, Sequence<Item>>);
+    static_assert(std::is_convertible_v<Sequence<String>, Sequence<Object>>);
+    static_assert(!std::is_convertible_v<Sequence<Item>, Sequence<SpecialItem>>);
+    static_assert(std::is_constructible_v<Sequence<SpecialItem>, Sequence<Item>>);
+    static_assert(!std::is_constructible_v<Sequence<Item>, ImmutableSequence<Item>>);
+    static_assert(isReadOnly<ImmutableSequence<Item>> && !isReadOnly<Sequence<Item>>);
+
+    Sequence<Object> const objects = items;
+    EXPECT_EQ(items.getImplementation(), objects.getImplementation());
+    EXPECT_TRUE(objects[1] == item(1));
+    EXPECT_TRUE(objects.contains(item(1)));
+    objects.push_back(SpecialItem(&special, Deviant()));
+    EXPECT_EQ(5, items.size());
+    EXPECT_RAISES("An Internal Error has occurred", objects.push_back(String("x")));
+
+    Sequence<SpecialItem> const narrowed(items);
+    EXPECT_TRUE(narrowed.back().isValid());
+    EXPECT_RAISES("An Internal Error has occurred", narrowed.front());
+}
+
+TEST_F(TypedSequence, ObjectsAndTextsMeetInOneBody) {
+    Sequence<String> const texts(new GenericDeviantSequence(&owner, Deviant(), Owner::texts), Deviant());
+    Sequence<Object> const objects = texts;
+    objects.push_back(String("a"));
+    texts.push_back("b");
+    EXPECT_EQ("a", texts[0].str());
+    EXPECT_EQ("b", objects[1].toString().str());
+    EXPECT_TRUE(objects.contains(String("b")));
+    EXPECT_EQ(1, objects.indexOf(String("b")));
+    EXPECT_RAISES("An Internal Error has occurred", objects.push_back(item(0)));
+    EXPECT_FALSE(objects.contains(item(0)));
+
+    Sequence<ImmutableObject> const list = SequenceBuilder{Deviant(), 0, false, true}.create<ImmutableObject>();
+    list.push_back(Object(String("c")));
+    EXPECT_EQ("c", Sequence<String>(list)[0].str());
+    EXPECT_EQ(0, list.indexOf(Object(String("c"))));
+}
+
+TEST_F(TypedSequence, WorksWithTheLibrarysAlgorithms) {
+    EXPECT_THAT(items, ElementsAre(item(0), item(1), item(2), item(3)));
+    EXPECT_EQ(2, std::distance(items.begin(), std::find(items.begin(), items.end(), item(2))));
+    std::vector<Item> backwards(std::reverse_iterator(items.end()), std::reverse_iterator(items.begin()));
+    EXPECT_THAT(backwards, ElementsAre(item(3), item(2), item(1), item(0)));
+    EXPECT_TRUE(*std::prev(items.end()) == item(3));
+    EXPECT_TRUE(items.begin()->isValid());
+    int index = 0;
+    for (Item const & element : items) {
+        EXPECT_TRUE(element == items[index++]);
+    }
+    EXPECT_EQ(4, index);
+}
+
+TEST_F(TypedSequence, IteratorsOutliveTheirHandle) {
+    auto it = Sequence<Item>(new GenericDeviantSequence(&owner, Deviant(), Owner::items), Deviant()).begin();
+    EXPECT_TRUE(*++it == item(1));
+    auto const copy = it++;
+    EXPECT_TRUE(*copy == item(1));
+    EXPECT_TRUE(*it == item(2));
+    EXPECT_TRUE(*--it == item(1));
+}
+
+TEST_F(TypedSequence, WritesAtIterators) {
+    auto it = items.erase(std::next(items.begin()));
+    EXPECT_TRUE(*it == item(2));
+    it = items.insert(it, item(1));
+    EXPECT_TRUE(*it == item(1));
+    EXPECT_THAT(items, ElementsAre(item(0), item(1), item(2), item(3)));
+    it = items.erase(items.begin(), std::prev(items.end()));
+    EXPECT_TRUE(it == items.begin());
+    EXPECT_THAT(items, ElementsAre(item(3)));
+    it = items.erase(items.begin());
+    EXPECT_TRUE(it == items.end());
+    EXPECT_TRUE(items.empty());
+}
+
+TEST_F(TypedSequence, IteratesOverViewsThatHideElements) {
+    items.insert(1, Item(&special, Deviant()));
+    auto const filter = filtered_sequence_internal::showsOnly(SpecialItem::BodyInterface::classInfo());
+    Sequence<SpecialItem> const view(new filtered_sequence_internal::GenericFilteredSequence(items, filter), Deviant());
+    EXPECT_THAT(view, ElementsAre(SpecialItem(&special, Deviant())));
+    EXPECT_FALSE(view.empty());
+    auto const it = view.erase(view.begin());
+    EXPECT_TRUE(it == view.end());
+    EXPECT_TRUE(view.empty());
+    EXPECT_TRUE(view.begin() == view.end());
+    EXPECT_EQ(4, items.size());
+}
+
+TEST_F(TypedSequence, CarriesItsDeviantToElements) {
+    FakeDeviant deviant(4);
+    items.setDeviant(deviant);
+    EXPECT_EQ(Deviant(deviant), items.front().getDeviant());
+    EXPECT_EQ(Deviant(deviant), items.begin()->getDeviant());
+    EXPECT_EQ(Deviant(deviant), items.toVector().back().getDeviant());
+}
+
+TEST_F(TypedSequence, KnowsTheNameOfItsType) {
+    EXPECT_STREQ("TEST.SequenceOfItem", items.getOrcaName());
+    EXPECT_STREQ("TEST.ImmutableSequenceOfItem", ImmutableSequence<Item>(items).getOrcaName());
+    EXPECT_STREQ("TEST.ImmutableSequenceOfImmutableItem", ImmutableSequence<ImmutableItem>(items).getOrcaName());
+    Sequence<SpecialItem> const null(GenericNullSequence::getSingleton(), Deviant());
+    EXPECT_STREQ("TEST.SequenceOfSpecialItem", null.getOrcaName());
+    EXPECT_STREQ("ZEL.SequenceOfString", Sequence<String>(GenericNullSequence::getSingleton(), Deviant()).getOrcaName());
+}
+
+// --- the null sequence -----------------------------------------------------------------------------------------------
+
+TEST_F(TypedSequence, TheNullSequenceTakesEverythingAndHoldsNothing) {
+    Sequence<Item> const null(GenericNullSequence::getSingleton(), Deviant());
+    int const before = bodies[0].numRef();
+    null.push_back(item(0));
+    null.push_front(item(0));
+    null.insert(7, item(0));
+    null.replace(-1, item(0));
+    null.insert(null.begin(), item(0));
+    null.erase(3);
+    null.erase(null.begin());
+    null.erase(null.begin(), null.end());
+    null.pop_back();
+    null.pop_front();
+    null.clear();
+    EXPECT_EQ(before, bodies[0].numRef());
+    EXPECT_EQ(0, null.size());
+    EXPECT_FALSE(null.front().isValid());
+    EXPECT_FALSE(null.back().isValid());
+    EXPECT_FALSE(null.at(5).isValid());
+    EXPECT_FALSE(null.contains(item(0)));
+    EXPECT_TRUE(null.begin() == null.end());
+    EXPECT_TRUE(null.toVector().empty());
+}
+
+// --- creation --------------------------------------------------------------------------------------------------------
+
+TEST_F(TypedSequence, ABuilderMakesAListThatLivesWithItsHandles) {
+    FakeDeviant deviant(1);
+    {
+        Sequence<ImmutableObject> const list = SequenceBuilder{deviant, 0, false, true}.create<ImmutableObject>();
+        list.push_back(item(0));
+        list.push_back(item(0));
+        EXPECT_EQ(2, list.size());
+        EXPECT_EQ(2, bodies[0].numRef());
+        EXPECT_EQ(Deviant(deviant), list.front().getDeviant());
+        list.clear();
+        EXPECT_EQ(0, bodies[0].numRef());
+    }
+    // A bare storage is the caller's and has to outlive its handles.
+    std::unique_ptr<SequenceIntf> owned;
+    Sequence<ImmutableObject> const bare = SequenceBuilder{Deviant(), 0, false, false}.create<ImmutableObject>();
+    owned.reset(bare.getImplementation());
+    EXPECT_EQ(0, bare.size());
+}
+
+TEST_F(TypedSequence, ABuilderRefusesWhatItCannotMake) {
+    EXPECT_RAISES("cannot use GLIST and aIsUnique together",
+                  (SequenceBuilder{Deviant(), 0, true, true}.create<ImmutableObject>()));
+    EXPECT_RAISES("unknown sequence implementation requested",
+                  (SequenceBuilder{Deviant(), 2, false, true}.create<ImmutableObject>()));
+    EXPECT_RAISES("Cannot access NULL ref. Use isValid() before calling methods",
+                  GenericReferenceCountingSequenceProxy(SequenceHandle()));
+}
+
+} // namespace
+} // namespace ZEL::Generic

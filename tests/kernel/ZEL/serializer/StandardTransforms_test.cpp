@@ -1,0 +1,144 @@
+#include <ZEL/serializer/StandardReadTransforms.h>
+#include <ZEL/serializer/StandardWriteTransforms.h>
+
+#include <ZEL/NamespaceRegistry.h>
+#include <ZEL/serializer/XmiConstants.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace ZEL::Serializer {
+namespace {
+
+constexpr char kUml[] = "http://example.org/uml";
+constexpr char kXmi[] = "http://schema.omg.org/spec/XMI/2.1";
+constexpr char kUml20[] = "http://schema.omg.org/spec/UML/2.0";
+
+/// With a metamodel of the prefix "uml" registered.
+class StandardTransforms : public testing::Test {
+protected:
+    StandardTransforms() { NamespaceRegistry::instance()->bindMetaUriToPrefix(kUml, "uml"); }
+    ~StandardTransforms() override { NamespaceRegistry::instance()->unbindPrefixMetaUri(kUml); }
+};
+
+Context element(char const * uri, char const * name, char const * id = "") {
+    Context context;
+    context.setRole(uri, name);
+    context.setType(uri, name);
+    context.setElement(id);
+    return context;
+}
+
+Context attributeOf(Context const & parent, char const * uri, char const * name, char const * value) {
+    Context context;
+    context.setRole(uri, name);
+    context.setParent(parent);
+    context.setAttribute(value);
+    return context;
+}
+
+/// Per Context: its kind, "!" if it is to skip, "*" if it is of an extension, its role and value.
+std::string textOf(ContextSequence const & sequence) {
+    std::string text;
+    for (Context const & context : sequence) {
+        text += text.empty() ? "" : " ";
+        text += context.isElement() ? "e" : context.isAttribute() ? "a" : context.isReference() ? "r" : "?";
+        text += context.skipContext() ? "!" : "";
+        text += context.isExtension() ? "*" : "";
+        text += " {" + context.getUri() + "}" + context.getRoleName() + "=" + context.getFirstValue();
+    }
+    return text;
+}
+
+ContextSequence both(Context const & first, Context const & second) {
+    ContextSequence sequence(first);
+    sequence.addContext(second);
+    return sequence;
+}
+
+TEST_F(StandardTransforms, ReadRulesRewriteTheEnvelope) {
+    Context const xmi = element(kXmi, "XMI");
+    Context const extension = element(kXmi, "Extension");
+    Context const documentation = element(kXmi, "Documentation");
+    Context const model = element(kUml, "Model", "m");
+    Context const model20 = element(kUml20, "Model", "m");
+    Context const zelModel = element("http://schema.omg.org/spec/MOF/2.0", "MetaModel", "m");
+    Context const profile = element(kUml, "Profile", "p");
+    Context nested = element("", "packagedElement", "p");
+    nested.setType(kUml20, "Profile");
+    Context link = element("", "type");
+    link.setType(kUml, "Class");
+    std::string const x = std::string("{") + kXmi + "}";
+
+    struct Row {
+        ContextSequence input;
+        std::string expected;
+    };
+    std::vector<Row> const rows = {
+        {xmi, ""},
+        {both(xmi, attributeOf(xmi, kXmi, "version", "2.1")), ""},
+        {both(xmi, attributeOf(xmi, kXmi, "version", "2.0")), "e!* " + x + "XMI=2.0 a " + x + "version=2.0"},
+        {documentation, "e! " + x + "Documentation="},
+        {both(model, attributeOf(model, "", "nextIdValue", "_zel_u_9")), std::string("e {") + kUml + "}Model=m"},
+        {both(model20, attributeOf(model20, "", "nextIdValue", "_zel_u_9")), std::string("e {") + kUml20 + "}Model=m"},
+        {both(zelModel, attributeOf(zelModel, "", "nextIdValue", "9")),
+         "e {http://schema.omg.org/spec/MOF/2.0}MetaModel=m a {}nextIdValue=9"},
+        {extension, ""},
+        {both(extension, attributeOf(extension, "", "nextIdValue", "_zel_u_9")), ""},
+        {both(extension, attributeOf(extension, "", "extender", "The Quillon Inc.")), ""},
+        {both(extension, attributeOf(extension, "", "extender", "Another Tool")), "e!* " + x + "Extension=Another Tool"},
+        {profile, std::string("e! {") + kUml + "}Profile=p"},
+        {nested, "e! {}packagedElement=p"},
+        {both(model, attributeOf(model, "", "uri", "file:///old")), std::string("e {") + kUml + "}Model=m"},
+        {both(model20, attributeOf(model20, "", "uri", "file:///old")), std::string("e {") + kUml20 + "}Model=m"},
+        {both(zelModel, attributeOf(zelModel, "", "uri", "u")),
+         "e {http://schema.omg.org/spec/MOF/2.0}MetaModel=m a {}uri=u"},
+        {both(link, attributeOf(link, "", "href", "f.xmi#1")), "r {}type=f.xmi#1"},
+        {both(link, attributeOf(link, kXmi, "idref", "1")), "r {}type=1"},
+        {both(model, attributeOf(model, "", "name", "n")), std::string("e {") + kUml + "}Model=m a {}name=n"},
+    };
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        StandardReadTransforms transforms;
+        EXPECT_EQ(textOf(transforms.apply(rows[i].input)), rows[i].expected) << "row " << i;
+    }
+}
+
+TEST_F(StandardTransforms, TheElementHeldBackIsTheOneSkipped) {
+    StandardReadTransforms transforms;
+    Context const xmi = element(kXmi, "XMI");
+    Context const extension = element(kXmi, "Extension");
+    EXPECT_EQ(textOf(transforms.apply(xmi)), "");
+    // The reader compares what is skipped with the element at hand.
+    ContextSequence const skipped =
+        transforms.apply(both(extension, attributeOf(extension, "", "extender", "Another Tool")));
+    ASSERT_EQ(skipped.size(), 1U);
+    EXPECT_TRUE(skipped.front() == extension);
+}
+
+TEST_F(StandardTransforms, MetaUriIsTakenWhenTheTransformerIsMade) {
+    NamespaceRegistry::instance()->unbindPrefixMetaUri(kUml);
+    StandardReadTransforms without;
+    NamespaceRegistry::instance()->bindMetaUriToPrefix(kUml, "uml");
+    StandardReadTransforms with;
+    Context const profile = element(kUml, "Profile");
+    EXPECT_FALSE(without.apply(profile).front().skipContext());
+    EXPECT_TRUE(with.apply(profile).front().skipContext());
+}
+
+TEST_F(StandardTransforms, DocumentationIsWrittenBeforeAModelAlone) {
+    StandardWriteTransforms transforms;
+    std::string const x = std::string("{") + kXmi + "}";
+    ContextSequence const head = transforms.preApply(element(kUml, "Model", "m"));
+    EXPECT_EQ(textOf(head), "e " + x + "Documentation= a {}exporter=The Quillon Inc. a {}exporterVersion=1.0");
+    EXPECT_EQ(head.elementCount(), 1U);
+    EXPECT_TRUE(head.front().isParentOf(head.back()));
+    EXPECT_TRUE(transforms.preApply(element(kUml, "Package", "p")).empty());
+    EXPECT_TRUE(transforms.preApply(element("http://schema.omg.org/spec/MOF/2.0", "MetaModel", "m")).empty());
+    EXPECT_TRUE(transforms.postApply(element(kUml, "Model", "m")).empty());
+    EXPECT_EQ(textOf(transforms.apply(element(kUml, "Model", "m"))), std::string("e {") + kUml + "}Model=m");
+}
+
+} // namespace
+} // namespace ZEL::Serializer

@@ -1,0 +1,492 @@
+#include <ZEL/serializer/XmiWriter.h>
+
+#include "kernel/ZEL/serializer/WriterFixture.h"
+
+#include <ZEL/DefaultLogHandler.h>
+#include <ZEL/DeviantAssertions.h>
+#include <ZEL/Exception.h>
+#include <ZEL/LogRecord.h>
+#include <ZEL/Logger.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/Comment.h>
+#include <ZEL/metamodel/Constraint.h>
+#include <ZEL/metamodel/DataType.h>
+#include <ZEL/metamodel/OpaqueExpression.h>
+#include <ZEL/metamodel/Property.h>
+#include <ZEL/serializer/Transformer.h>
+#include <ZEL/serializer/XmiConstants.h>
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace ZEL::Serializer {
+namespace {
+
+/// Keeps what is logged.
+class Recorder : public DefaultLogHandler {
+public:
+    Recorder() : DefaultLogHandler(nullptr, nullptr, LogLevel::all) { Logger::instance()->addHandler(this, LogLevel::all); }
+    ~Recorder() override { Logger::instance()->removeHandler(this); }
+    void _publish(Quillon::System::Level const & level, Quillon::System::Externalizable const & record) override {
+        messages.push_back(std::string(getLevelName(level, record)) + ": " +
+                           dynamic_cast<LogRecord const &>(record).getMessage());
+    }
+    std::vector<std::string> messages;
+};
+
+/// A Transformer whose rules a test adds.
+class Rules : public Transformer {
+public:
+    using Transformer::addPostTransform;
+    using Transformer::addPreTransform;
+    using Transformer::addTransform;
+};
+
+Context role(std::string const & uri, std::string const & name) {
+    Context pattern;
+    pattern.setRole(uri, name);
+    return pattern;
+}
+
+std::string raised(std::function<void()> const & operation) {
+    try {
+        operation();
+    } catch (Exception const & exception) {
+        return exception.what();
+    }
+    return "nothing raised";
+}
+
+class XmiWriterTest : public testsupport::WriterFixture {
+protected:
+    /// The file that a model is written to.
+    std::string written(XmiWriter writer = XmiWriter()) {
+        EXPECT_TRUE(writer.write(folder.path("m.xmi"), model));
+        return folder.content("m.xmi");
+    }
+
+    /// A whole file of the model: what stands in its element, and the next id.
+    [[nodiscard]] std::string file(int nextId, std::string const & content) const {
+        return filled(R"(<?xml version="1.0" encoding="iso8859-1"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:ZEL="http://schema.omg.org/spec/MOF/2.0">
+  <xmi:Extension extender="The Quillon Inc." persistentIds="true" nextIdValue="@1_)" +
+                      std::to_string(nextId) + R"("/>
+  <ZEL:MetaModel xmi:id="@1" uri="@2">
+    <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="p">
+)" + content + R"(    </topPackage>
+  </ZEL:MetaModel>
+</xmi:XMI>
+)");
+    }
+    [[nodiscard]] std::string emptyFile() const {
+        return filled(R"(<?xml version="1.0" encoding="iso8859-1"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:ZEL="http://schema.omg.org/spec/MOF/2.0">
+  <xmi:Extension extender="The Quillon Inc." persistentIds="true" nextIdValue="@1_3"/>
+  <ZEL:MetaModel xmi:id="@1" uri="@2">
+    <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="p"/>
+  </ZEL:MetaModel>
+</xmi:XMI>
+)");
+    }
+
+    Class addClass(char const * name) {
+        Class const added = factory.createClass();
+        added.setName(name);
+        package.getPackagedElements().push_back(added);
+        return added;
+    }
+    Property addAttribute(Class const & owner, char const * name) {
+        Property const added = factory.createProperty();
+        added.setName(name);
+        owner.getOwnedAttributes().push_back(added);
+        return added;
+    }
+    Comment addComment(char const * body) {
+        Comment const added = factory.createComment();
+        added.setBody(body);
+        package.getOwnedComments().push_back(added);
+        return added;
+    }
+};
+
+TEST_F(XmiWriterTest, ModelWithOnePackage) {
+    EXPECT_EQ(written(), emptyFile());
+    EXPECT_EQ(model.getUri(), "file://" + folder.path("m.xmi"));
+    EXPECT_FALSE(std::filesystem::exists(folder.path("m.xmi~")));
+}
+
+TEST_F(XmiWriterTest, ModelWithoutContainedObjectsIsAnEmptyElement) {
+    package.destroy();
+    EXPECT_EQ(written(), filled(R"(<?xml version="1.0" encoding="iso8859-1"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:ZEL="http://schema.omg.org/spec/MOF/2.0">
+  <xmi:Extension extender="The Quillon Inc." persistentIds="true" nextIdValue="@1_3"/>
+  <ZEL:MetaModel xmi:id="@1" uri="@2"/>
+</xmi:XMI>
+)"));
+}
+
+TEST_F(XmiWriterTest, ValuesEqualToTheirDefaultsAreLeftOutAndNameGoesFirst) {
+    Class const c = addClass("C");
+    c.setIsAbstract(true);
+    Class const d = addClass("D");
+    d.setIsAbstract(false);
+    Property const a = addAttribute(c, "a");
+    a.setLower(0);
+    a.setUpper(UnlimitedNatural(UnlimitedNatural::GetUnlimitedValue()));
+    a.setIsOrdered(true);
+    a.setDefault("x");
+    Property const b = addAttribute(c, "b");
+    b.setLower(1);
+    b.setUpper(UnlimitedNatural(1U));
+    b.setIsUnique(true);
+    b.setIsID(true);
+    EXPECT_EQ(written(), file(7, R"(      <packagedElement xmi:id="@1_3" xmi:type="ZEL:Class" name="C" isAbstract="true">
+        <ownedAttribute xmi:id="@1_5" xmi:type="ZEL:Property" name="a" default="x" isID="false" isOrdered="true" lower="0" upper="*"/>
+        <ownedAttribute xmi:id="@1_6" xmi:type="ZEL:Property" name="b" isID="true"/>
+      </packagedElement>
+      <packagedElement xmi:id="@1_4" xmi:type="ZEL:Class" name="D"/>
+)"));
+}
+
+TEST_F(XmiWriterTest, LinksWithinTheModelAreListsOfIdsLastPropertyFirst) {
+    Class const c = addClass("C");
+    Class const d = addClass("D");
+    Class const e = addClass("E");
+    d.getSuperClasses().push_back(c);
+    d.getSuperClasses().push_back(e);
+    Property const a = addAttribute(c, "a");
+    Property const b = addAttribute(d, "b");
+    b.setType(c);
+    b.getSubsettedProperties().push_back(a);
+    b.getRedefinedProperties().push_back(a);
+    EXPECT_EQ(written(), file(8, R"(      <packagedElement xmi:id="@1_3" xmi:type="ZEL:Class" name="C" subClass="@1_4">
+        <ownedAttribute xmi:id="@1_6" xmi:type="ZEL:Property" name="a" isID="false"/>
+      </packagedElement>
+      <packagedElement xmi:id="@1_4" xmi:type="ZEL:Class" name="D" superClass="@1_3 @1_5">
+        <ownedAttribute xmi:id="@1_7" xmi:type="ZEL:Property" name="b" isID="false" type="@1_3" subsettedProperty="@1_6" redefinedProperty="@1_6"/>
+      </packagedElement>
+      <packagedElement xmi:id="@1_5" xmi:type="ZEL:Class" name="E" subClass="@1_4"/>
+)"));
+}
+
+TEST_F(XmiWriterTest, OneLinkToAnotherModelMakesElementsOfAllLinksOfItsProperty) {
+    Class const c = addClass("C");
+    ImmutableDataType const integer = Integer::MetaDataType();
+    std::string const href = "http://schema.omg.org/spec/MOF/2.0#_zel_" + integer.getSiid().str();
+    Comment const comment = addComment("on");
+    comment.getAnnotatedElements().push_back(c);
+    comment.getAnnotatedElements().push_back(Element(DataType(integer.getImplementation(), integer.getDeviant())));
+    EXPECT_EQ(written(), file(5, R"(      <packagedElement xmi:id="@1_3" xmi:type="ZEL:Class" name="C"/>
+      <ownedComment xmi:id="@1_4" xmi:type="ZEL:Comment" body="on">
+        <annotatedElement xmi:type="ZEL:PrimitiveType" href="@1_3"/>
+        <annotatedElement xmi:type="ZEL:PrimitiveType" href=")" +
+                                     href + R"("/>
+      </ownedComment>
+)"));
+}
+
+TEST_F(XmiWriterTest, LinkToAModelInANeighbouringFileIsRelative) {
+    Model const other = FactoryRegistry::instance()->createModel(METAMODEL_URI);
+    Transaction open(other.getDeviant());
+    other.setUuidBase("5376c05e-0000-0000-0000-000000000000");
+    Class const there = Factory(other.getFactory()).createClass();
+    Comment const comment = addComment("on");
+    comment.getAnnotatedElements().push_back(there);
+
+    // A model without a URI cannot be linked to.
+    EXPECT_THAT(written(), testing::Not(testing::HasSubstr("annotatedElement")));
+    other.setUri("file://" + folder.path("other.xmi"));
+    EXPECT_THAT(written(), testing::HasSubstr(R"(<annotatedElement xmi:type="ZEL:Class" href="other.xmi#_zel_)"
+                                              R"(5376c05e-0000-0000-0000-000000000000_2"/>)"));
+    there.destroy();
+    open.commit();
+}
+
+TEST_F(XmiWriterTest, AllValuesOfAMultiValuedPropertyStandInOneElement) {
+    Constraint const rule = factory.createConstraint();
+    package.getOwnedRules().push_back(rule);
+    OpaqueExpression const expression = factory.createOpaqueExpression();
+    rule.setSpecification(expression);
+    expression.getBodies().push_back("a < b");
+    expression.getBodies().push_back("& c");
+    EXPECT_EQ(written(), file(5, R"(      <ownedRule xmi:id="@1_3" xmi:type="ZEL:Constraint">
+        <specification xmi:id="@1_4" xmi:type="ZEL:OpaqueExpression">
+          <body>a &lt; b&amp; c</body>
+        </specification>
+      </ownedRule>
+)"));
+}
+
+TEST_F(XmiWriterTest, LinkToADestroyedObjectLeavesOutThePropertyAndIsLoggedOnce) {
+    Comment const comment = addComment("on");
+    Class const c = addClass("C");
+    Class const d = addClass("D");
+    comment.getAnnotatedElements().push_back(c);
+    comment.getAnnotatedElements().push_back(d);
+    d.destroy();
+    Recorder const recorder;
+    XmiWriter writer;
+    writer.addTransformer(std::make_shared<Rules>());
+    EXPECT_THAT(written(writer), testing::HasSubstr(R"(xmi:type="ZEL:Comment" body="on"/>)"));
+    ASSERT_EQ(recorder.messages.size(), 3U);
+    EXPECT_EQ(recorder.messages[0], "Info: Serializing XMI output to " + folder.path("m.xmi"));
+    EXPECT_THAT(recorder.messages[1], testing::AllOf(testing::StartsWith("Warning: "), testing::HasSubstr("annotatedElement"),
+                                                     testing::HasSubstr(id(3))));
+    EXPECT_EQ(recorder.messages[2], "Info: Finished serializing XMI output to " + folder.path("m.xmi"));
+}
+
+TEST_F(XmiWriterTest, UnparentedObjectsAreNotWritten) {
+    Class const c = factory.createClass();
+    EXPECT_THAT(written(), testing::Not(testing::HasSubstr("ZEL:Class")));
+    c.destroy();
+}
+
+TEST_F(XmiWriterTest, OtherObjectThanAModelIsWrittenUnderItsOwnName) {
+    addClass("C");
+    XmiWriter writer;
+    ASSERT_TRUE(writer.writeObject(folder.path("o.xmi"), package));
+    EXPECT_EQ(folder.content("o.xmi"), filled(R"(<?xml version="1.0" encoding="iso8859-1"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:ZEL="http://schema.omg.org/spec/MOF/2.0">
+  <xmi:Extension extender="The Quillon Inc." persistentIds="true" nextIdValue="@1_4"/>
+  <ZEL:Package xmi:id="@1_2" name="p">
+    <packagedElement xmi:id="@1_3" xmi:type="ZEL:Class" name="C"/>
+  </ZEL:Package>
+</xmi:XMI>
+)"));
+    EXPECT_EQ(raised([&] { writer.writeObject(folder.path("v.xmi"), Object(Integer(3))); }),
+              "Internal Error: Invalid dispatch to base during XMI serialization!");
+}
+
+TEST_F(XmiWriterTest, ExtensionPropertyStandsInAnExtensionBlock) {
+    addComment("plain");
+    // The class's own copy of the property, which all packages share.
+    ImmutableClass const metaClass = package.getMetaClass();
+    ImmutableProperty const read = metaClass.getProperty("ownedComment");
+    Property const property(read.getImplementation(), read.getDeviant());
+    bool const assertions = DeviantAssertions::enableAssertions(false);
+    property.setPersistence(PersistenceKind::Extension);
+    std::string const text = written();
+    property.removePersistence();
+    DeviantAssertions::enableAssertions(assertions);
+    EXPECT_EQ(text, file(4, R"(      <xmi:Extension extender="The Quillon Inc."/>
+      <ownedComment xmi:id="@1_3" xmi:type="ZEL:Comment" body="plain"/>
+)"));
+}
+
+TEST_F(XmiWriterTest, TransformersRewriteAndLeaveOutForOneRun) {
+    addClass("C");
+    addComment("note");
+    auto rules = std::make_shared<Rules>();
+    rules->addTransform(role("", "body"), [](Context const & context) {
+        Context changed = context;
+        changed.setAttribute(context.getFirstValue() + "!");
+        return ContextSequence(changed);
+    });
+    rules->addTransform(role("", "packagedElement"), [rules = rules.get()](Context const & context) {
+        Context skipped = context;
+        skipped.setSkipState(rules->isSerializePhase());
+        return ContextSequence(skipped);
+    });
+    XmiWriter writer;
+    writer.addTransformer(rules);
+    EXPECT_EQ(written(writer), file(5, R"(      <ownedComment xmi:id="@1_4" xmi:type="ZEL:Comment" body="note!"/>
+)"));
+    EXPECT_THAT(written(writer), testing::AllOf(testing::HasSubstr("ZEL:Class"), testing::HasSubstr(R"(body="note")")));
+}
+
+TEST_F(XmiWriterTest, SiblingElementsOfOneObjectStayBalanced) {
+    addComment("note");
+    auto rules = std::make_shared<Rules>();
+    Context pattern = role("", "topPackage");
+    rules->addTransform(pattern, [](Context const & context) {
+        Context sibling = role("", "sibling");
+        sibling.setType(context.getType());
+        sibling.setElement("s");
+        sibling.setParentRole(context.getParentRole());
+        sibling.setParentType(context.getParentType());
+        ContextSequence sequence(sibling);
+        sequence.addContext(context);
+        return sequence;
+    });
+    XmiWriter writer;
+    writer.addTransformer(rules);
+    EXPECT_THAT(written(writer), testing::HasSubstr(filled(R"(
+    <sibling xmi:id="s" xmi:type="ZEL:Package"></sibling>
+    <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="p">
+      <ownedComment xmi:id="@1_3" xmi:type="ZEL:Comment" body="note"/>
+    </topPackage>
+  </ZEL:MetaModel>
+</xmi:XMI>
+)")));
+}
+
+TEST_F(XmiWriterTest, VisitableGeneratorDecidesWhatIsDescendedInto) {
+    addClass("C");
+    addComment("note");
+    std::string calls;
+    XmiWriter writer;
+    writer.setVisitableGenerator([&](ImmutableClassObject const & object, VisitableContext & visitable) {
+        calls += visitable.context.getRoleName() + "." + visitable.property.getName().str() + " ";
+        return visitable.property.getName() == "packagedElement"
+                   ? ImmutableSequence<ImmutableClassObject>()
+                   : ImmutableSequence<ImmutableClassObject>(object.get(visitable.property));
+    });
+    std::string const withoutClass = file(5, R"(      <ownedComment xmi:id="@1_4" xmi:type="ZEL:Comment" body="note"/>
+)");
+    EXPECT_EQ(written(writer), withoutClass);
+    EXPECT_THAT(calls, testing::HasSubstr("topPackage.packagedElement "));
+    EXPECT_THAT(calls, testing::HasSubstr("topPackage.appliedStereotypeInstance "));
+    // Unlike Transformers it stays, and an empty one is the default again.
+    EXPECT_EQ(written(writer), withoutClass);
+    writer.setVisitableGenerator({});
+    EXPECT_THAT(written(writer), testing::HasSubstr("ZEL:Class"));
+}
+
+TEST_F(XmiWriterTest, GeneratorsAroundAnObjectAddToItsPlace) {
+    Class const loose = factory.createClass();
+    loose.setName("Loose");
+    auto const looseOnes = [&](ImmutableClassObject const & object, VisitableContext & visitable) {
+        EXPECT_EQ(visitable.property.isValid(), !(object == model));
+        return object == package ? ImmutableSequence<ImmutableClassObject>(model.getUnparented())
+                                 : ImmutableSequence<ImmutableClassObject>();
+    };
+    std::string const more = filled(R"(    <topPackage xmi:id="@1_3" xmi:type="ZEL:Class" name="Loose"/>
+)");
+    std::string const own = filled(R"(    <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="p"/>
+)");
+    XmiWriter before;
+    before.setPreVisitableGenerator(looseOnes);
+    EXPECT_THAT(written(before), testing::HasSubstr(more + own + "  </ZEL:MetaModel>"));
+    XmiWriter behind;
+    behind.setPostVisitableGenerator(looseOnes);
+    EXPECT_THAT(written(behind), testing::HasSubstr(own + more + "  </ZEL:MetaModel>"));
+    loose.destroy();
+}
+
+TEST_F(XmiWriterTest, ContextSequenceCreatorTakesThePlaceOfTheWholeFile) {
+    XmiWriter writer;
+    writer.setContextSequenceCreator([](ImmutableClassObject const & object, VisitableContext &) {
+        Context context = role("", "object");
+        context.setElement(object.getSiid().str());
+        return ContextSequence(context);
+    });
+    EXPECT_THAT(written(writer), testing::HasSubstr(std::string("<object ")));
+    EXPECT_THAT(folder.content("m.xmi"), testing::HasSubstr(std::string("id=\"") + kUuid + "\""));
+}
+
+TEST_F(XmiWriterTest, InvalidInputRaisesBeforeAnyFileIsTouched) {
+    XmiWriter writer;
+    EXPECT_EQ(raised([&] { writer.write(folder.path("m.xmi"), Model()); }), "Attempt to serialize invalid model!");
+    EXPECT_EQ(raised([&] { writer.write(ImmutableModel()); }), "Attempt to serialize invalid model!");
+    EXPECT_EQ(raised([&] { writer.writeObject(folder.path("m.xmi"), Object()); }), "Attempt to serialize invalid object!");
+    EXPECT_EQ(raised([&] { writer.write("", model); }), "Unable to create URI from output file ");
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path("")));
+}
+
+TEST_F(XmiWriterTest, FileThatCannotBeMadeGivesFalse) {
+    Recorder const recorder;
+    std::string const missing = folder.path("missing/m.xmi");
+    EXPECT_FALSE(XmiWriter().write(missing, model));
+    EXPECT_EQ(recorder.messages.back(), "Error: Unable to open file " + missing + "~ for writing");
+
+    std::filesystem::create_directory(folder.path("m.xmi"));
+    EXPECT_FALSE(XmiWriter().write(folder.path("m.xmi"), model));
+    EXPECT_EQ(recorder.messages.back(), "Error: Unable to open file " + folder.path("m.xmi~") + " for writing");
+    EXPECT_THAT(folder.content("m.xmi~"), testing::EndsWith("</xmi:XMI>\n"));
+    EXPECT_TRUE(std::filesystem::is_directory(folder.path("m.xmi")));
+}
+
+TEST_F(XmiWriterTest, TextThatXmlCannotHoldRaisesAndLeavesTheEarlierFile) {
+    std::string const path = folder.file("m.xmi", "earlier");
+    addComment("bell \x07");
+    EXPECT_THAT(raised([&] { XmiWriter().write(path, model); }),
+                testing::AllOf(testing::HasSubstr("body"), testing::HasSubstr("U+0007")));
+    EXPECT_EQ(folder.content("m.xmi"), "earlier");
+}
+
+TEST_F(XmiWriterTest, EarlierFileIsReplacedWithItsRightsAndALinkIsWrittenThrough) {
+    std::string const path = folder.file("m.xmi", std::string(100000, 'x'));
+    ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
+    EXPECT_EQ(written(), emptyFile());
+    struct stat status {};
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0640U);
+
+    std::string const goal = folder.file("goal.xmi", std::string(100000, 'x'));
+    std::filesystem::remove(path);
+    std::filesystem::create_symlink(goal, path);
+    EXPECT_EQ(written(), emptyFile());
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    EXPECT_EQ(folder.content("goal.xmi"), emptyFile());
+
+    std::filesystem::remove(path);
+    std::filesystem::create_hard_link(goal, path);
+    package.setName("q");
+    std::string const text = written();
+    EXPECT_THAT(text, testing::HasSubstr(R"(name="q")"));
+    EXPECT_EQ(folder.content("goal.xmi"), text);
+    EXPECT_FALSE(std::filesystem::exists(folder.path("m.xmi~")));
+}
+
+TEST_F(XmiWriterTest, FullDiskLeavesTheEarlierFile) {
+    std::string const path = folder.file("m.xmi", "earlier");
+    addComment(std::string(200000, 'x').c_str());
+    auto const former = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+    rlimit const small{100000, limit.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    Recorder const recorder;
+    bool const result = XmiWriter().write(path, model);
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, former);
+    EXPECT_FALSE(result);
+    EXPECT_EQ(recorder.messages.back(), "Error: Error in serializing to XMI file " + path);
+    EXPECT_EQ(folder.content("m.xmi"), "earlier");
+}
+
+TEST_F(XmiWriterTest, TemporaryFileIsNeverALink) {
+    std::string const victim = folder.file("victim", "mine");
+    std::filesystem::create_symlink(victim, folder.path("m.xmi~"));
+    EXPECT_FALSE(XmiWriter().write(folder.path("m.xmi"), model));
+    EXPECT_EQ(folder.content("victim"), "mine");
+    EXPECT_FALSE(std::filesystem::exists(folder.path("m.xmi")));
+}
+
+TEST_F(XmiWriterTest, SettingsAndUriOfTheModelAreUsed) {
+    XmiWriterSettings settings;
+    settings.setXmiVersion("9.9");
+    settings.setAutoFlush(true);
+    XmiWriter writer(settings);
+    model.setUri("file://" + folder.path("own.xmi"));
+    EXPECT_TRUE(writer.write(model));
+    EXPECT_THAT(folder.content("own.xmi"), testing::HasSubstr(R"(xmi:version="9.9")"));
+    EXPECT_TRUE(XmiWriter().write(folder.path("own.xmi"), model));
+    EXPECT_THAT(folder.content("own.xmi"), testing::HasSubstr(R"(xmi:version="2.1")"));
+}
+
+TEST_F(XmiWriterTest, DepthIsBoundedByMemoryAlone) {
+    constexpr int depth = 100000;
+    Package outer = package;
+    for (int i = 0; i < depth; ++i) {
+        Package const inner = factory.createPackage();
+        outer.getPackagedElements().push_back(inner);
+        outer = inner;
+    }
+    std::string const text = written();
+    EXPECT_THAT(text, testing::EndsWith("</xmi:XMI>\n"));
+    std::size_t count = 0;
+    for (std::size_t at = text.find("<packagedElement"); at != std::string::npos; at = text.find("<packagedElement", at + 1)) {
+        ++count;
+    }
+    EXPECT_EQ(count, static_cast<std::size_t>(depth));
+}
+
+} // namespace
+} // namespace ZEL::Serializer

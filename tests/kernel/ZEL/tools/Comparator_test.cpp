@@ -1,0 +1,217 @@
+#include <ZEL/tools/Comparator.h>
+
+#include "kernel/ZEL/tools/ModelPair.h"
+
+#include <ZEL/Integer.h>
+#include <ZEL/MetaModelRegistry.h>
+#include <ZEL/String.h>
+#include <ZEL/metamodel/Comment.h>
+#include <ZEL/metamodel/Enumeration.h>
+#include <ZEL/metamodel/Type.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <utility>
+
+namespace ZEL {
+namespace {
+
+using testsupport::TestModel;
+
+/// Two models of the same structure: p(A(x : A, y : String), B < A, comment on x), q().
+class ComparatorTest : public testing::Test {
+protected:
+    struct Side : TestModel {
+        Side() {
+            p = package(top, "p");
+            q = package(top, "q");
+            a = classIn(p, "A");
+            b = classIn(p, "B");
+            b.getSuperClasses().push_back(a);
+            x = attribute(a, "x");
+            x.setType(a);
+            y = attribute(a, "y");
+            MetaModel const metaModel(MetaModelRegistry::instance()->getModelFromUri(METAMODEL_URI));
+            y.setType(metaModel.getTopPackage().getOwnedTypeByName("String"));
+            note = factory.createComment();
+            note.setBody("about x");
+            note.getAnnotatedElements().push_back(x);
+            p.getOwnedComments().push_back(note);
+        }
+        Package p, q;
+        Class a, b;
+        Property x, y;
+        Comment note;
+    };
+
+    Side left;
+    Side right;
+};
+
+TEST_F(ComparatorTest, AnObjectIsEqualToItselfAtOnce) {
+    Comparator comparator(left.p, left.p);
+    EXPECT_TRUE(comparator.compare());
+    EXPECT_FALSE(comparator.getFailedFirst().isValid());
+    EXPECT_FALSE(comparator.getFailedSecond().isValid());
+    EXPECT_EQ(comparator.getFirst(), left.p);
+    EXPECT_EQ(comparator.getSecond(), left.p);
+}
+
+TEST_F(ComparatorTest, NullAndInvalidHandlesAreEqualToThemselvesOnly) {
+    EXPECT_TRUE(compare(ImmutableObject(), ImmutableObject()));
+    EXPECT_FALSE(compare(left.p, ImmutableObject()));
+    EXPECT_FALSE(compare(ImmutableObject(), left.p));
+    right.q.destroy();
+    EXPECT_FALSE(compare(left.q, right.q));
+    EXPECT_TRUE(compare(right.q, right.q));
+}
+
+TEST_F(ComparatorTest, ObjectsOfDifferentMetaclassesAreDifferent) {
+    Class const c = left.factory.createClass();
+    Enumeration const e = left.factory.createEnumeration();
+    Comparator comparator(c, e);
+    EXPECT_FALSE(comparator.compare());
+    EXPECT_EQ(comparator.getFailedFirst(), c);
+    EXPECT_EQ(comparator.getFailedSecond(), e);
+}
+
+TEST_F(ComparatorTest, ValueObjectsCompareByValueAndNeverEqualClassObjects) {
+    EXPECT_TRUE(compare(Object(String("a")), Object(String("a"))));
+    EXPECT_FALSE(compare(Object(String("a")), Object(String("b"))));
+    EXPECT_FALSE(compare(Object(String("1")), Object(Integer(1))));
+    EXPECT_FALSE(compare(Object(String("a")), left.p));
+    EXPECT_FALSE(compare(left.p, Object(String("a"))));
+}
+
+TEST_F(ComparatorTest, TreesOfTwoModelsAreEqualWhateverTheirIds) {
+    left.classIn(left.q, "moves the ids").destroy();
+    Class const late = left.classIn(left.q, "late");
+    Class const other = right.classIn(right.q, "late");
+    ASSERT_NE(late.getId(), other.getId());
+    Comparator comparator(left.model, right.model);
+    EXPECT_TRUE(comparator.compare());
+    EXPECT_FALSE(comparator.getFailedFirst().isValid());
+    EXPECT_TRUE(compare(right.model, left.model));
+}
+
+TEST_F(ComparatorTest, ACopyIsEqualAndItsLinksLeadToItsOwnParts) {
+    Package const copy(left.p.clone(left.model));
+    ASSERT_NE(copy, left.p);
+    EXPECT_TRUE(compare(left.p, copy));
+    Class const copyOfA(copy.getOwnedTypeByName("A"));
+    copyOfA.getOwnedAttributes().front().setType(left.a);
+    EXPECT_FALSE(compare(left.p, copy)); // the same object on both sides, but within the first tree it has a counterpart
+}
+
+TEST_F(ComparatorTest, DerivedPropertiesAreNotCompared) {
+    left.top.setName("another");
+    ASSERT_NE(left.a.getQualifiedName(), right.a.getQualifiedName());
+    EXPECT_TRUE(compare(left.p, right.p));
+}
+
+TEST_F(ComparatorTest, ObjectsOutsideOfTheTreesMustBeTheSame) {
+    EXPECT_TRUE(compare(left.y, right.y)); // both of the metamodel's String
+    EXPECT_FALSE(compare(left.x, right.x)); // each of the class around it
+    EXPECT_TRUE(compare(left.a, right.a)) << "where the class belongs to the tree";
+}
+
+TEST_F(ComparatorTest, TheFirstDifferenceIsFoundWithThePairThatHoldsIt) {
+    struct Case {
+        char const * name;
+        std::function<void(Side &)> change;
+        std::function<ClassObject(Side &)> where;
+    };
+    std::vector<Case> const cases{
+        {"a value", [](Side & s) { s.y.setName("z"); }, [](Side & s) { return s.y; }},
+        {"a value that one side does not have", [](Side & s) { s.q.removeName(); }, [](Side & s) { return s.q; }},
+        {"a child more", [](Side & s) { s.classIn(s.q, "C"); }, [](Side & s) { return s.q; }},
+        {"a child less, behind equal ones", [](Side & s) { s.y.destroy(); }, [](Side & s) { return s.a; }},
+        {"the order of children",
+         [](Side & s) {
+             s.a.getOwnedAttributes().erase(0);
+             s.a.getOwnedAttributes().push_back(s.x);
+         },
+         [](Side & s) { return s.a.getOwnedAttributes().front(); }},
+        {"a link to another part", [](Side & s) { s.x.setType(s.b); }, [](Side & s) { return s.x; }},
+        {"a link missing", [](Side & s) { s.note.getAnnotatedElements().clear(); }, [](Side & s) { return s.note; }},
+        {"a link more", [](Side & s) { s.note.getAnnotatedElements().push_back(s.y); }, [](Side & s) { return s.note; }},
+        {"a link to the other tree", [this](Side & s) { s.x.setType(&s == &left ? right.a : left.a); },
+         [](Side & s) { return s.x; }},
+    };
+    for (Case const & difference : cases) {
+        SCOPED_TRACE(difference.name);
+        Side changed;
+        difference.change(changed);
+        Comparator comparator(changed.model, left.model);
+        EXPECT_FALSE(comparator.compare());
+        EXPECT_EQ(comparator.getFailedFirst(), difference.where(changed));
+        EXPECT_TRUE(comparator.getFailedSecond().isValid());
+        EXPECT_EQ(comparator.getFailedSecond().getRootModel(), left.model);
+        EXPECT_FALSE(compare(left.model, changed.model)) << "the other way round";
+    }
+}
+
+TEST_F(ComparatorTest, ADifferenceBehindAnEqualChildIsThatOfTheParent) {
+    // Properties come in the metamodel's order: the children in packagedElement ahead of the comments.
+    left.p.getOwnedComments().clear();
+    Comparator comparator(left.p, right.p);
+    EXPECT_FALSE(comparator.compare());
+    EXPECT_EQ(comparator.getFailedFirst(), left.p);
+    EXPECT_EQ(comparator.getFailedSecond(), right.p);
+}
+
+TEST_F(ComparatorTest, EachCallBeginsAnew) {
+    Comparator comparator(left.p, right.p);
+    right.y.setName("z");
+    EXPECT_FALSE(comparator.compare());
+    Comparator const copy(comparator);
+    EXPECT_EQ(copy.getFailedFirst(), left.y);
+    right.y.setName("y");
+    EXPECT_TRUE(comparator.compare());
+    EXPECT_FALSE(comparator.getFailedFirst().isValid());
+
+    // The counterparts of an earlier call say nothing.
+    Class const newA = right.classIn(right.p, "A");
+    right.p.getPackagedElements().erase(0);
+    right.p.getPackagedElements().push_front(newA);
+    EXPECT_FALSE(comparator.compare());
+    EXPECT_EQ(comparator.getFailedFirst(), left.a);
+}
+
+TEST_F(ComparatorTest, TheTwoSidesMayBeDeviantsOfOneObject) {
+    left.transaction.commit();
+    MetaModel const draft = left.model.createDeviantWithName("draft");
+    Package const p = left.p.asDeviant(draft);
+    EXPECT_TRUE(compare(left.p, p));
+    Transaction transaction(draft.getDeviant());
+    Class const a = left.a.asDeviant(draft);
+    a.setName("Z");
+    Comparator comparator(left.p, p);
+    EXPECT_FALSE(comparator.compare());
+    EXPECT_EQ(comparator.getFailedSecond().getDeviant(), draft.getDeviant());
+}
+
+TEST_F(ComparatorTest, DeepTreesNeedNoStack) {
+    auto const deepTree = [](TestModel const & owner) {
+        Package inner = owner.factory.createPackage("innermost");
+        for (int i = 0; i < 50'000; ++i) {
+            Package const outer = owner.factory.createPackage();
+            outer.getPackagedElements().push_back(inner);
+            inner = outer;
+        }
+        return inner;
+    };
+    Package const first = deepTree(left);
+    Package const second = deepTree(right);
+    EXPECT_TRUE(compare(first, second));
+}
+
+TEST_F(ComparatorTest, TheMetamodelIsEqualToItselfInAnotherOrderOfArguments) {
+    Model const metaModel = MetaModelRegistry::instance()->getModelFromUri(METAMODEL_URI);
+    EXPECT_FALSE(compare(metaModel, left.model));
+    EXPECT_FALSE(compare(left.model, metaModel));
+}
+
+} // namespace
+} // namespace ZEL

@@ -1,0 +1,255 @@
+#include <ZEL/tools/RandomModelGenerator.h>
+
+#include "host/TemporaryFolder.h"
+#include "kernel/ZEL/tools/ModelPair.h"
+#include "support/ExpectRaises.h"
+
+#include <ZEL/FactoryRegistry.h>
+#include <ZEL/Integer.h>
+#include <ZEL/String.h>
+#include <ZEL/UnlimitedNatural.h>
+#include <ZEL/metamodel/Comment.h>
+#include <ZEL/metamodel/Enumeration.h>
+#include <ZEL/metamodel/NamedElement.h>
+#include <ZEL/sequences/Sequence.h>
+#include <ZEL/serializer/XmiReader.h>
+#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/tools/Comparator.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <ctime>
+#include <map>
+#include <set>
+
+namespace ZEL {
+namespace {
+
+using testsupport::TestModel;
+
+std::vector<ImmutableClassObject> contentOf(ImmutableClassObject const & root) {
+    std::vector<ImmutableClassObject> found;
+    std::vector<ImmutableClassObject> open{root};
+    while (!open.empty()) {
+        ImmutableClassObject const next = open.back();
+        open.pop_back();
+        for (ImmutableClassObject const & child : next.getContaineeZELs()) {
+            found.push_back(child);
+            open.push_back(child);
+        }
+    }
+    return found;
+}
+
+/// Shows what is for derived classes.
+class Generator : public RandomModelGenerator {
+public:
+    using RandomModelGenerator::createCompositionAssociationMetaPropertyVectors;
+    using RandomModelGenerator::createRandomModelComposition;
+    using RandomModelGenerator::createValueForProperty;
+    using RandomModelGenerator::RandomModelGenerator;
+};
+
+/// A model of its own, filled.
+struct RandomModel : TestModel {
+    RandomModel(unsigned int seed, int depth, int breadth, int associations) {
+        createRandomModel(top, depth, breadth, associations, seed);
+    }
+};
+
+TEST(RandomModelGenerator, DepthZeroCreatesNothing) {
+    TestModel const model;
+    int const nextId = model.model.getNextIdValue();
+    EXPECT_EQ(createRandomModel(model.top, 0, 5, 100, 1), model.top);
+    EXPECT_EQ(createRandomModel(model.top, 5, 0, 100, 1), model.top);
+    EXPECT_EQ(model.model.getNextIdValue(), nextId);
+}
+
+TEST(RandomModelGenerator, TheSameSeedGivesTheSameModel) {
+    RandomModel const first(4711, 4, 5, 300);
+    RandomModel const second(4711, 4, 5, 300);
+    RandomModel const other(4712, 4, 5, 300);
+    EXPECT_GT(contentOf(first.top).size(), 100U);
+    EXPECT_TRUE(compare(first.model, second.model));
+    EXPECT_FALSE(compare(first.model, other.model));
+}
+
+TEST(RandomModelGenerator, TheStoredSeedReproducesARun) {
+    auto const earliest = static_cast<std::uint32_t>(std::time(nullptr));
+    TestModel const first;
+    RandomModelGenerator generator(first.factory);
+    unsigned int const seed = generator.getSeed();
+    EXPECT_LE(seed - earliest, static_cast<std::uint32_t>(std::time(nullptr)) - earliest);
+    generator.createRandomModel(first.top, 4, 5, 300, 0);
+    EXPECT_EQ(generator.getSeed(), seed);
+    RandomModel const second(seed, 4, 5, 300);
+    EXPECT_TRUE(compare(first.model, second.model));
+
+    generator.createRandomModel(first.top, 0, 0, 0, 99);
+    EXPECT_EQ(generator.getSeed(), 99U);
+}
+
+TEST(RandomModelGenerator, AllIsContainedWithinTheBounds) {
+    for (unsigned int seed = 1; seed <= 20; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        RandomModel const random(seed, 4, 3, 100);
+        EXPECT_TRUE(random.model.getUnparented().empty());
+        std::map<ImmutableObject, int> levels{{random.top, 0}};
+        std::map<ImmutableObject, int> children;
+        for (ImmutableClassObject const & object : contentOf(random.top)) {
+            ImmutableClassObject const container = object.getContainerZEL();
+            levels[object] = levels[container] + 1;
+            EXPECT_LE(levels[object], 4);
+            EXPECT_LE(++children[container], 3);
+        }
+    }
+}
+
+TEST(RandomModelGenerator, ANameTellsThePlaceTheClassAndTheId) {
+    RandomModel const random(3, 5, 3, 0);
+    int checked = 0;
+    for (ImmutableClassObject const & object : contentOf(random.top)) {
+        ImmutableNamedElement const element(object);
+        if (!element.isValid()) {
+            continue;
+        }
+        std::string const tail =
+            object.getMetaClass().getName().str() + "-[" + std::to_string(object.getId().getValue()) + "]";
+        std::string const name = element.getName();
+        ASSERT_TRUE(name.ends_with(tail)) << name;
+        std::string const path = name.substr(0, name.size() - tail.size());
+        ImmutableNamedElement const container(object.getContainerZEL());
+        if (container == random.top) {
+            EXPECT_EQ(path.size(), 2U) << name; // "0-", one of up to three children
+        } else if (container.isValid()) {
+            std::string const outer = container.getName();
+            EXPECT_EQ(path.substr(0, path.size() - 2), outer.substr(0, outer.find_last_of('-', outer.find('[') - 2) + 1))
+                << name << " in " << outer;
+            ++checked;
+        }
+    }
+    EXPECT_GT(checked, 10);
+}
+
+TEST(RandomModelGenerator, ValuesAndLinksComeFromTheAssociationPhase) {
+    RandomModel const bare(5, 4, 5, 0);
+    RandomModel const linked(5, 4, 5, 2000);
+    EXPECT_EQ(contentOf(bare.top).size(), contentOf(linked.top).size());
+    std::set<std::string> values;
+    std::size_t links = 0;
+    for (ImmutableClassObject const & object : contentOf(linked.top)) {
+        ImmutableComment const comment(object);
+        if (comment.isValid()) {
+            values.insert(comment.getBody().str());
+            links += static_cast<std::size_t>(comment.getAnnotatedElements().size());
+        }
+    }
+    EXPECT_EQ(values.count("foobar"), 1U);
+    EXPECT_GT(links, 100U);
+}
+
+TEST(RandomModelGenerator, RandomModelsAreReadBackAsTheyWereWritten) {
+    TemporaryFolder const folder;
+    for (unsigned int seed = 1; seed <= 12; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        RandomModel const random(seed, 4, 4, 400);
+        std::string const file = folder.path(std::to_string(seed) + ".xmi");
+        ASSERT_TRUE(Serializer::XmiWriter().write(file, random.model));
+        MetaModel const again(Serializer::XmiReader().read(file));
+        Comparator comparator(random.model, again);
+        EXPECT_TRUE(comparator.compare()) << comparator.getFailedFirst().toString();
+        std::string const bytes = folder.content(std::to_string(seed) + ".xmi");
+        ASSERT_TRUE(Serializer::XmiWriter().write(file, again));
+        EXPECT_EQ(folder.content(std::to_string(seed) + ".xmi"), bytes);
+    }
+}
+
+TEST(RandomModelGenerator, AnyClassOfTheMetamodelCanBeTheRoot) {
+    TestModel const model;
+    std::vector<std::string> const names{"Association", "Class",     "Comment",   "Constraint", "DataType",
+                                         "Enumeration", "Operation", "Parameter", "Profile",    "Stereotype"};
+    for (std::string const & name : names) {
+        SCOPED_TRACE(name);
+        ClassObject const root = FactoryObject(model.factory).createFromString(name);
+        createRandomModel(root, 3, 4, 50, 11);
+        EXPECT_GE(contentOf(root).size(), 4U);
+    }
+}
+
+TEST(RandomModelGenerator, DeepTreesNeedNoStack) {
+    TestModel const model;
+    Comment const root = model.factory.createComment();
+    createRandomModel(root, 50'000, 1, 0, 1); // a comment contains comments, and nothing else
+    EXPECT_EQ(contentOf(root).size(), 50'000U);
+}
+
+TEST(RandomModelGenerator, ObjectsAreFoundByTheirClass) {
+    TestModel const model;
+    RandomModelGenerator generator(model.factory);
+    EXPECT_FALSE(generator.getRandomObjectForClass(Class::MetaClass()).isValid());
+    Class const object = model.classIn(model.top, "A");
+    generator.addObjectToMap(NamedElement::MetaClass(), object);
+    EXPECT_EQ(generator.getRandomObjectForClass(NamedElement::MetaClass()), object);
+    EXPECT_FALSE(generator.getRandomObjectForClass(Class::MetaClass()).isValid());
+
+    generator.createRandomModel(model.top, 3, 5, 0, 1);
+    ClassObject const any = generator.getRandomObjectForClass(ClassObject::MetaClass());
+    EXPECT_TRUE(any.isValid());
+}
+
+TEST(RandomModelGenerator, TheVectorsLeaveOutWhatIsDerivedTransientOrTheOtherEndOfAComposition) {
+    TestModel const model;
+    RandomModelGenerator generator(model.factory);
+    ImmutableClass const metaClass = Property::MetaClass();
+    ImmutableSequence<ImmutableProperty> const properties = metaClass.getOwnedAttributes();
+    auto const names = [&properties](HASP::GList<int> const & positions) {
+        std::set<std::string> found;
+        for (int const position : positions) {
+            found.insert(properties[position].getName());
+        }
+        return found;
+    };
+    EXPECT_EQ(names(generator.getCompositionMetaPropertyVector(metaClass, properties)),
+              (std::set<std::string>{"ownedComment"}));
+    EXPECT_EQ(names(generator.getAssociationMetaPropertyVector(metaClass, properties)),
+              (std::set<std::string>{"association", "default", "isComposite", "isDerived", "isDerivedUnion", "isID",
+                                     "isOrdered", "isReadOnly", "isUnique", "lower", "name", "persistence",
+                                     "redefinedProperty", "subsettedProperty", "type", "upper", "visibility"}));
+}
+
+TEST(RandomModelGenerator, WhatTheMetamodelLacksIsTold) {
+    TestModel const model;
+    Generator generator(model.factory);
+    Class const owner = model.classIn(model.top, "Owner");
+    Property const property = model.attribute(owner, "kind");
+    auto const makeValue = [&] { return generator.createValueForProperty(owner, 1, 1, property); };
+
+    EXPECT_RAISES("Property kind has no type",
+                  generator.createCompositionAssociationMetaPropertyVectors(owner, owner.getOwnedAttributes()));
+
+    Enumeration const enumeration = model.factory.createEnumeration();
+    enumeration.setName("Kind");
+    property.setType(enumeration);
+    EXPECT_RAISES("the enum type Kind doesnt have any literals ", makeValue());
+
+    property.setType(owner);
+    property.setUpper(UnlimitedNatural(UnlimitedNatural::GetUnlimitedValue()));
+    owner.setIsAbstract(true);
+    EXPECT_RAISES("couldnt find a concrete superclass for Owner", makeValue());
+
+    EXPECT_RAISES("Cannot access NULL ref. Use isValid() before calling methods",
+                  generator.createNameStringAndSet(ClassObject(), property));
+}
+
+TEST(RandomModelGenerator, TheLastChildOfTheRootIsGiven) {
+    TestModel const model;
+    Generator generator(model.factory);
+    Comment const root = model.factory.createComment();
+    EXPECT_EQ(generator.createRandomModelComposition(root, 0, 3), root);
+    ClassObject const last = generator.createRandomModelComposition(root, 2, 3);
+    EXPECT_EQ(last, root.getOwnedComments().back());
+}
+
+} // namespace
+} // namespace ZEL

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <ZEL/Exception.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace ZEL::Test {
+
+/// The text that `operation` raises; "(nothing)" if it returns.
+template <class Operation> std::string raisedText(Operation operation) {
+    try {
+        operation();
+    } catch (Exception const & exception) {
+        return exception.GetMessageTxt();
+    }
+    return "(nothing)";
+}
+
+} // namespace ZEL::Test
+
+/// Holds if the expression raises an error of the kernel with just this text.
+#define EXPECT_RAISES(text, expression) EXPECT_EQ(text, ::ZEL::Test::raisedText([&] { static_cast<void>(expression); }))

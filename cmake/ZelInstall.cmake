@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zel)
 set(data_dir ${CMAKE_INSTALL_DATADIR}/zel)
 
-install(TARGETS zel zelgen EXPORT zelTargets
+install(TARGETS zel zelgen zel-cli EXPORT zelTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}

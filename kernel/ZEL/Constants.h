@@ -4,6 +4,9 @@
 
 namespace ZEL {
 
+/// What the identifiers of objects in files begin with.
+inline constexpr char ID_PREFIX[] = "_zel_";
+
 /// Where the names of metamodels, formats and tools begin; a path is put behind them.
 inline constexpr char OMG_SCHEMA_BASE[] = "http://schema.omg.org";
 inline constexpr char QUILLON_SCHEMA_BASE[] = "http://www.quillon.example";

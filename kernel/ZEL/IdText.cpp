@@ -1,5 +1,7 @@
 #include <ZEL/IdText.h>
 
+#include <ZEL/Constants.h>
+
 #include <hasp_util/StringTokenizer.h>
 
 #include <charconv>
@@ -10,7 +12,7 @@ namespace ZEL {
 
 namespace {
 
-constexpr std::string_view prefix = "_zel_";
+constexpr std::string_view prefix = ID_PREFIX;
 
 } // namespace
 

@@ -39,8 +39,8 @@ StateMap::const_iterator StateMap::find(Key key) const {
 }
 
 std::uint32_t StateMap::position(Key key) const {
+    Entry const * const entries = data();
     if (fSize <= kLinear) {
-        Entry const * const entries = data();
         for (std::uint32_t i = 0; i < fSize; ++i) {
             if (entries[i].key == key) {
                 return i;
@@ -48,11 +48,20 @@ std::uint32_t StateMap::position(Key key) const {
         }
         return kNone;
     }
+    // Most keys come in order: new objects have higher addresses, and walks ask for one entry after the other.
+    if (fIsSorted && std::less<>()(entries[fSize - 1].key, key)) {
+        return kNone;
+    }
+    for (std::uint32_t i = fLast; i < fSize && i < fLast + 2; ++i) {
+        if (entries[i].key == key) {
+            return fLast = i;
+        }
+    }
     if (!fIsIndexed) {
         makeIndex();
     }
     std::uint32_t const slot = slotOf(key);
-    return fIndex[slot] == 0 ? kNone : fIndex[slot] - 1;
+    return fIndex[slot] == 0 ? kNone : (fLast = fIndex[slot] - 1);
 }
 
 std::vector<StateMap::Key> StateMap::keys() const {
@@ -100,6 +109,7 @@ void StateMap::append(Key key, State state) {
         fIsSorted = false;
     }
     entries[fSize] = {key, state};
+    fLast = fSize;
     ++fSize;
     if (fIsIndexed) {
         if (2 * fSize > fIndexSize) {

@@ -8,6 +8,17 @@ function(run)
     execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
+# The guide shows the definition and the build of this project as they are.
+file(READ ${SOURCE_DIR}/docs/guide/your-own-metamodel.md guide)
+foreach(name IN ITEMS recipes.metamodel.yaml CMakeLists.txt)
+    file(READ ${CMAKE_CURRENT_LIST_DIR}/${name} text)
+    string(REGEX REPLACE "^(#[^\n]*\n)+" "" text "${text}")
+    string(FIND "${guide}" "${text}" place)
+    if(place EQUAL -1)
+        message(FATAL_ERROR "docs/guide/your-own-metamodel.md: found no text like that of tests/consumer/${name}")
+    endif()
+endforeach()
+
 file(REMOVE_RECURSE ${work})
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 

@@ -1,6 +1,7 @@
 #include <ZEL/metamodel/BodyCore.h>
 
 #include <ZEL/DeviantAssertions.h>
+#include <ZEL/DeviantImpl.h>
 #include <ZEL/DeviantManager.h>
 #include <ZEL/Exception.h>
 #include <ZEL/Integer.h>
@@ -114,6 +115,14 @@ bool BodyCore::deviant_isValid(Deviant deviant) const {
 }
 
 StateCore * BodyCore::readStateSlowly(Deviant deviant) const {
+    // First the deviant that has no word on the object, beside a root that has no old states. An existing root state says
+    // that the model is alive, and that the deviant is not the null one, which has been served.
+    DeviantIdentity const * const identity = deviant.getIdentity();
+    if ((fBits & (kRealRootState | kHasDeviantEntries)) == kRealRootState &&
+        identity->kind == DeviantIdentity::Kind::LiveNamed &&
+        identity->impl->manager->internal_root().currentChangeSet.states.empty()) [[likely]] {
+        return fRootState;
+    }
     checkAccess(deviant);
     ObjectIntf * state = nullptr;
     if (deviant.getDeviantId() <= 0 || (fBits & kHasDeviantEntries) != 0) {

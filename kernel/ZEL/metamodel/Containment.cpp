@@ -59,8 +59,11 @@ FieldDescriptor const * fieldOf(ClassDescriptor const & descriptor, PropertyDesc
 
 bool isContainment(FieldDescriptor const & field) noexcept {
     PropertyDescriptor const & property = *field.property;
-    return property.isComposite && !property.isDerived && property.typeClass != nullptr &&
-           !property.typeClass->isKindOf(NSInterface::FactoryObjectIntf::descriptor());
+    if (!property.isComposite || property.isDerived || property.typeClass == nullptr) {
+        return false;
+    }
+    // Factories are held by single ends alone, so most fields need no look at their type.
+    return field.sequence != nullptr || !property.typeClass->isKindOf(NSInterface::FactoryObjectIntf::descriptor());
 }
 
 PersistentSequence const & readSequence(FieldDescriptor const & field, StateCore const & state) noexcept {
@@ -177,6 +180,10 @@ void addUnparented(ClassObjectIntf & object, Deviant deviant) {
     if (static_cast<ObjectIntf *>(&model) != added && !unparentedOf(model, deviant).contains(added)) {
         unparentedToWrite(model, deviant).push_back(added);
     }
+}
+
+void addNewUnparented(ClassObjectIntf & object, Deviant deviant) {
+    unparentedToWrite(modelOf(object, deviant), deviant).push_back(static_cast<ObjectIntf *>(&object));
 }
 
 void eraseUnparented(ClassObjectIntf & object, Deviant deviant) {

@@ -50,6 +50,8 @@ ZEL_API void collectContainees(NSInterface::ClassObjectIntf const & object, Devi
 
 /// Puts the object among the `unparented` of its model, or takes it out. A model is never put there.
 ZEL_API void addUnparented(NSInterface::ClassObjectIntf & object, Deviant deviant);
+/// The same for an object that stands nowhere yet and is no model.
+ZEL_API void addNewUnparented(NSInterface::ClassObjectIntf & object, Deviant deviant);
 ZEL_API void eraseUnparented(NSInterface::ClassObjectIntf & object, Deviant deviant);
 
 /// Makes `owner` the container of `element` on behalf of a push on the owner's field of `property`, which the caller

@@ -1,11 +1,13 @@
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
 #include <ZEL/ValueObjectFactory.h>
+#include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/CreateByName.h>
 #include <ZEL/metamodel/FactorySupport.h>
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 
 namespace ZEL::internal {
@@ -20,6 +22,12 @@ ClassDescriptor const * findClass(std::span<ClassDescriptor const * const> class
 
 ClassObject handleOn(BodyCore & body, Deviant deviant) {
     return ClassObject(static_cast<NSInterface::ClassObjectIntf *>(&body), deviant);
+}
+
+/// "library." for a factory of the metamodel library.
+std::string prefixOf(NSInterface::ClassObjectIntf const & factory) {
+    std::string_view const name = factory.internal_body()->internal_descriptor().orcaName;
+    return std::string(name.substr(0, name.find('.') + 1));
 }
 
 } // namespace
@@ -44,8 +52,8 @@ Object createByName(NSInterface::ClassObjectIntf & factory, Deviant deviant,
     if (findClass(classes, name.str()) != nullptr) {
         return createByName(factory, deviant, classes, name);
     }
-    // Data types of the built-in metamodel may be named without its prefix.
-    for (std::string const & typeName : {name.str(), "ZEL." + name.str()}) {
+    // Data types of the factory's own metamodel and of the built-in one may be named without a prefix.
+    for (std::string const & typeName : {name.str(), prefixOf(factory) + name.str(), "ZEL." + name.str()}) {
         if (ValueObjectFactory::isValueObjectType(typeName)) {
             return Object(ValueObjectFactory::createFromString(typeName, text.str()));
         }

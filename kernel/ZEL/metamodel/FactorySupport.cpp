@@ -52,13 +52,13 @@ BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor cons
         raiseInternalError("Internal id value overflow!");
     }
     BodyCore & body = *descriptor.createBody();
-    model.adopt(body);
+    model.adoptNumbered(body);
     ClassObject const object(&body, deviant);
     deviant.markObjectCreated(&body);
     body.internal_createDeviation(deviant);
     model.setObjectId(deviant, object, Integer(id));
     body.readState(deviant)->modelZEL = &model;
-    addUnparented(body, deviant);
+    addNewUnparented(body, deviant);
     return body;
 }
 

@@ -9,6 +9,7 @@
 #include <ZEL/metamodel/ClassRuntime.h>
 #include <ZEL/metamodel/MetaModelDeclaration.h>
 #include <ZEL/metamodel/MetaModelDefinition.h>
+#include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/Package.h>
 
 #include <string>
@@ -68,6 +69,8 @@ void MetaModelBuilder::tearDown(MetaModel const & model) const {
             Class const superClass(base->runtime->metaClass(), base->runtime->deviant());
             if (superClass.isValid() && object.isValid()) {
                 superClass.getImplementation()->getSubClassesWithoutAssociation(superClass.getDeviant()).remove(object);
+                superClass.getImplementation()->internal_body()->internal_model()->forgetForeign(
+                    *object.getImplementation()->internal_body());
             }
         }
     }

@@ -118,7 +118,8 @@ void MetaModelDefinition::defineAssociation(ClassDescriptor const & owner, Prope
     };
     addEnd(property);
     property.getImplementation()->setOnlyAssociation(fRoot, association);
-    if (descriptor.opposite != nullptr) {
+    // A stereotype's link to its element runs along the element's list of instances, but has an end of its own.
+    if (descriptor.opposite != nullptr && descriptor.ownedEnd == nullptr) {
         Property const opposite = definingProperty(*descriptor.opposite);
         addEnd(opposite);
         // The other end belongs to the association of the two definers; a clone's association borrows it.

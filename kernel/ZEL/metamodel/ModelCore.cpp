@@ -70,9 +70,11 @@ void ModelCore::release() noexcept {
     }
 }
 
+void ModelCore::attach(BodyCore & body) noexcept { body.fModel = this; }
+
 void ModelCore::adopt(BodyCore & body) {
     fUnnumbered.insert(&body);
-    body.fModel = this;
+    attach(body);
 }
 
 void ModelCore::disown(BodyCore & body) noexcept {
@@ -90,6 +92,12 @@ void ModelCore::holdFactory(BodyCore & factory) {
 void ModelCore::noteForeign(BodyCore & body) {
     if (body.fModel != this && fForeign.insert(&body).second) {
         body.incRef();
+    }
+}
+
+void ModelCore::forgetForeign(BodyCore & body) {
+    if (fForeign.erase(&body) != 0) {
+        body.decRef();
     }
 }
 
@@ -116,7 +124,9 @@ void ModelCore::enter(std::int32_t id, BodyCore & body) {
         fFormer.emplace(id, slot);
     }
     slot = &body;
-    fUnnumbered.erase(&body);
+    if (!fUnnumbered.empty()) {
+        fUnnumbered.erase(&body);
+    }
 }
 
 bool ModelCore::isValidAnywhere(BodyCore const & body) const {

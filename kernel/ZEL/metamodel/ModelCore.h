@@ -24,12 +24,18 @@ public:
 
     [[nodiscard]] DeviantManager & internal_deviantManager() noexcept { return fManager; }
 
-    /// Takes a new body into the model's ownership. Until it has a number it lives by its count.
+    /// Tells a new body its model. Until it has a number, or is adopted, it lives by its count alone.
+    void attach(BodyCore & body) noexcept;
+    /// Takes a body that will have no number into the model's knowledge; it still lives by its count.
     void adopt(BodyCore & body);
+    /// The same for a body that is given its number at once.
+    void adoptNumbered(BodyCore & body) noexcept { body.fModel = this; }
     /// Gives up a body without a number.
     void disown(BodyCore & body) noexcept;
     /// Keeps a body of another model from being freed as long as this model may refer to it.
     void noteForeign(BodyCore & body);
+    /// Gives such a body up, once no state of this model leads to it. Nothing for another one.
+    void forgetForeign(BodyCore & body);
     /// Raises, before anything is written, unless `id` can be given to an object of the class.
     void checkId(Deviant deviant, std::int32_t id, ClassDescriptor const & descriptor) const;
     /// The object with this number that exists in `deviant`, or else one that does not; null if there is none.

@@ -171,7 +171,7 @@ void setEnd(ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const 
         return;
     }
     if (property.otherEnd == OtherEnd::Container) {
-        target.setOnlyContainerZEL(deviant, ClassObject(&object, deviant));
+        attachToOwner(object, deviant, property, target);
         if (present.isValid()) {
             present.getImplementation()->removeOnlyContainerZEL(deviant);
         }
@@ -264,8 +264,14 @@ SequenceHandle singleAsSequenceHandle(ClassObjectIntf const & object, Deviant de
                                       bool withoutAssociation) {
     Generic::PropertyToSequenceMethods const * const methods =
         withoutAssociation ? oneEnded(*property.single) : property.single;
-    return SequenceHandle(
+    SequenceHandle const values(
         std::make_unique<Generic::GenericPropertyToSequenceProxy>(ownerOf(writable(object), deviant), methods, 0), deviant);
+    if (property.typeClass == nullptr) {
+        return values;
+    }
+    // The proxy itself knows nothing of types; a union of several has to find the one that takes an element.
+    return SequenceHandle(
+        subSequence(values, Generic::filtered_sequence_internal::takesOnly(property.typeClass->classInfo())), deviant);
 }
 
 Generic::SequenceField const & stereotypeInstanceField() noexcept {

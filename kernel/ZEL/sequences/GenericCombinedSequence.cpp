@@ -25,7 +25,8 @@ bool GenericCombinedSequence::isEmptyAt(Deviant deviant, int index) const {
 
 int GenericCombinedSequence::get_sub_sequence(Ref const & element) const {
     for (int i = 0; i < count(); ++i) {
-        if (!sub(i).filterSet(element).isNull()) {
+        // A filter may let through more than the sequence under it holds: operations, where attributes are stored.
+        if (!sub(i).filterSet(element).isNull() && sub(i).generic_accepts(element.getDeviant(), element)) {
             return i;
         }
     }

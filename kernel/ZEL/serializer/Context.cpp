@@ -26,8 +26,7 @@ int Context::weightedMatch(Context const & other) const noexcept {
     }
     int score = 0;
     int blank = 0;
-    QualifiedName const pairs[3][2] = {
-        {fType, other.fType}, {fRole, other.fRole}, {fParentType, other.fParentType}};
+    QualifiedName const pairs[3][2] = {{fType, other.fType}, {fRole, other.fRole}, {fParentType, other.fParentType}};
     for (auto const & [mine, theirs] : pairs) {
         if (mine == theirs) {
             ++(mine.isEmpty() ? blank : score);

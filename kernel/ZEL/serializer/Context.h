@@ -16,8 +16,8 @@ namespace ZEL::Serializer {
 /// The writer makes Contexts of objects, the reader makes them of XML events, and rules rewrite them in between. A
 /// Context says which role and type there is, under which parent, and with which values: for an element the object's
 /// id, else the text. The same record serves as the pattern of a rule; a pattern sets only the pairs on which it is to
-/// match, always both halves of them, and its flags and values are ignored. A plain value: names are interned, so a copy
-/// costs little more than its first value, and a move nearly nothing.
+/// match, always both halves of them, and its flags and values are ignored. A plain value: names are interned, so a
+/// copy costs little more than its first value, and a move nearly nothing.
 class ZEL_API Context {
 public:
     /// One value, the empty text; no flag, no name.
@@ -87,12 +87,12 @@ public:
     [[nodiscard]] bool isParentOf(Context const & other) const noexcept {
         return (!fRole.isEmpty() || !fType.isEmpty()) && fRole == other.fParentRole && fType == other.fParentType;
     }
-    /// How well the pattern, this, fits `other`: 0 if they conflict or have nothing in common, 8 if either is empty, else
-    /// the number of pairs that agree; 4 also if all they agree on is that nothing is given.
+    /// How well the pattern, this, fits `other`: 0 if they conflict or have nothing in common, 8 if either is empty,
+    /// else the number of pairs that agree; 4 also if all they agree on is that nothing is given.
     [[nodiscard]] int weightedMatch(Context const & other) const noexcept;
 
-    /// An order by parent type, parent role, type and role, in which a pair that only one side gives is passed over in the
-    /// first three. It is not transitive where Contexts differ in which pairs they give.
+    /// An order by parent type, parent role, type and role, in which a pair that only one side gives is passed over in
+    /// the first three. It is not transitive where Contexts differ in which pairs they give.
     friend ZEL_API bool operator<(Context const & left, Context const & right) noexcept;
     /// Neither less than the other.
     friend bool operator==(Context const & left, Context const & right) noexcept {

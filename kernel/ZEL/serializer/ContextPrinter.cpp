@@ -1,9 +1,8 @@
-#include <ZEL/serializer/ContextPrinter.h>
-
 #include <ZEL/LogLevel.h>
 #include <ZEL/Logger.h>
 #include <ZEL/Messages.h>
 #include <ZEL/NamespaceRegistry.h>
+#include <ZEL/serializer/ContextPrinter.h>
 #include <ZEL/serializer/XmiConstants.h>
 
 #include <hasp_util/XmlConstants.h>

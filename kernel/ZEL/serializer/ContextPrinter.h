@@ -40,8 +40,8 @@ private:
     void writeType(Context const & context);
     void writeReference(Context const & context);
     void writeAttribute(Context const & context);
-    /// The prefix of the type's namespace, a colon and the type's name; empty, with an entry in the log, if no prefix is
-    /// known.
+    /// The prefix of the type's namespace, a colon and the type's name; empty, with an entry in the log, if no prefix
+    /// is known.
     [[nodiscard]] std::string makeTypeName(QualifiedName type);
 
     HASP::XmlWriter & fXml;

@@ -22,8 +22,8 @@ public:
         fElementCount += context.isElement() ? 1U : 0U;
         fContexts.push_back(std::move(context));
     }
-    /// Removes every Context equal to the given one. `elementCount` goes down by the number of Contexts removed, elements
-    /// or not.
+    /// Removes every Context equal to the given one. `elementCount` goes down by the number of Contexts removed,
+    /// elements or not.
     void removeContext(Context const & context);
     /// Appends the other's Contexts and adds its `elementCount`.
     void append(ContextSequence const & other);

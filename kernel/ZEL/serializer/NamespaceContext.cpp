@@ -44,7 +44,9 @@ std::string const & NamespaceContext::lookupPrefix(std::string const & uri) cons
     return XmlConstants::DEFAULT_NS_PREFIX;
 }
 
-std::string const & NamespaceContext::defaultNamespace() const { return lookupNamespace(XmlConstants::XMLNS_ATTRIBUTE); }
+std::string const & NamespaceContext::defaultNamespace() const {
+    return lookupNamespace(XmlConstants::XMLNS_ATTRIBUTE);
+}
 
 void NamespaceContext::clear() { fBindings = std::make_shared<Bindings>(); }
 

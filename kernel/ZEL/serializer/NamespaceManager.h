@@ -8,8 +8,8 @@
 
 namespace ZEL::Serializer {
 
-/// A stack of scopes of namespace bindings that follows the nesting of elements. All but the stack operations act on the
-/// current scope.
+/// A stack of scopes of namespace bindings that follows the nesting of elements. All but the stack operations act on
+/// the current scope.
 class ZEL_API NamespaceManager {
 public:
     void addNamespace(std::string const & prefix, std::string const & uri) { fCurrent.addNamespace(prefix, uri); }

@@ -1,11 +1,10 @@
-#include <ZEL/serializer/ObjectContexts.h>
-
 #include <ZEL/IdText.h>
 #include <ZEL/Integer.h>
 #include <ZEL/Logger.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/Object.h>
+#include <ZEL/serializer/ObjectContexts.h>
 #include <ZEL/serializer/XmiConstants.h>
 
 #include <hasp_util/XmlConstants.h>
@@ -40,9 +39,10 @@ Context extensionElement() {
 }
 
 void warnAboutDeadLink(ImmutableClassObject const & object, WrittenProperty const & property) {
-    Logger::instance()->warning("The links of property %s of object %s are left out: one of them leads to an object that "
-                                "no longer exists",
-                                property.getName().c_str(), plainIdOf(object).c_str());
+    Logger::instance()->warning(
+        "The links of property %s of object %s are left out: one of them leads to an object that "
+        "no longer exists",
+        property.getName().c_str(), plainIdOf(object).c_str());
 }
 
 } // namespace
@@ -155,8 +155,10 @@ bool ObjectContexts::appendReferences(ObjectView const & object, PropertyPartiti
             (context->isMultiValued() ? elements : attributes).push_back(std::move(*context));
         }
     }
-    std::for_each(attributes.rbegin(), attributes.rend(), [&](Context & context) { sequence.addContext(std::move(context)); });
-    std::for_each(elements.begin(), elements.end(), [&](Context & context) { sequence.addContext(std::move(context)); });
+    std::for_each(attributes.rbegin(), attributes.rend(),
+                  [&](Context & context) { sequence.addContext(std::move(context)); });
+    std::for_each(elements.begin(), elements.end(),
+                  [&](Context & context) { sequence.addContext(std::move(context)); });
     return !elements.empty();
 }
 
@@ -185,7 +187,8 @@ std::optional<Context> ObjectContexts::referenceOf(std::vector<ImmutableClassObj
         return context;
     }
     std::string joined = std::move(texts.front());
-    std::for_each(std::next(texts.begin()), texts.end(), [&](std::string const & text) { joined.append(1, ' ').append(text); });
+    std::for_each(std::next(texts.begin()), texts.end(),
+                  [&](std::string const & text) { joined.append(1, ' ').append(text); });
     context.setReference(std::move(joined));
     return context;
 }

@@ -24,8 +24,8 @@ public:
     /// Whether links that have to be left out are logged; off at first.
     void setWarnings(bool warns) noexcept { fWarns = warns; }
 
-    /// Where an object stands: reached by `property` from the object that `parent` tells of; both null at the top of the
-    /// file.
+    /// Where an object stands: reached by `property` from the object that `parent` tells of; both null at the top of
+    /// the file.
     struct Place {
         WrittenProperty const * property = nullptr;
         Context const * parent = nullptr;
@@ -35,8 +35,8 @@ public:
     bool append(ObjectView const & object, PropertyPartition const & partition, Place const & place,
                 ContextSequence & sequence);
 
-    /// The block with which the standard dialect begins a file: the next id of the object's model. Nothing for an object
-    /// without a model.
+    /// The block with which the standard dialect begins a file: the next id of the object's model. Nothing for an
+    /// object without a model.
     static void appendHead(ImmutableClassObject const & object, ContextSequence & sequence);
 
 private:

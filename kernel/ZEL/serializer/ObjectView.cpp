@@ -1,5 +1,3 @@
-#include <ZEL/serializer/ObjectView.h>
-
 #include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
@@ -12,13 +10,16 @@
 #include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 #include <ZEL/sequences/Ref.h>
+#include <ZEL/serializer/ObjectView.h>
 
 #include <algorithm>
 
 namespace ZEL::Serializer {
 
 ObjectView::ObjectView(ImmutableClassObject const & object)
-    : fObject(object), fIntf(*object.getImplementation()), fBody(*fIntf.internal_body()),
+    : fObject(object),
+      fIntf(*object.getImplementation()),
+      fBody(*fIntf.internal_body()),
       fState(*fBody.readState(object.getDeviant())) {}
 
 bool ObjectView::hasContainees(PropertyPartition const & partition) const {

@@ -13,8 +13,8 @@ namespace ZEL::Serializer {
 
 /// An object as the writer reads it, with its state looked up once. Valid as long as the object does not change.
 ///
-/// Values are read on the shortest road there is; what is not kept in the way of generated classes goes by the storage of
-/// the property, with the same result.
+/// Values are read on the shortest road there is; what is not kept in the way of generated classes goes by the storage
+/// of the property, with the same result.
 class ObjectView {
 public:
     /// The handle must outlive the view.

@@ -1,5 +1,3 @@
-#include <ZEL/serializer/PropertyPartition.h>
-
 #include <ZEL/Boolean.h>
 #include <ZEL/Exception.h>
 #include <ZEL/PersistenceKind.h>
@@ -14,6 +12,7 @@
 #include <ZEL/metamodel/SingleValuedPropertyManager.h>
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/sequences/SequenceBuilder.h>
+#include <ZEL/serializer/PropertyPartition.h>
 
 #include <hasp_util/XmlConstants.h>
 
@@ -22,7 +21,8 @@ namespace {
 
 /// Whether the values of the property never stand in a file at its place.
 bool isLeftOut(ImmutableProperty const & property) {
-    if (property.isDerived() || property.getPersistence() == PersistenceKind::Transient || property.getName().str() == "unparented") {
+    if (property.isDerived() || property.getPersistence() == PersistenceKind::Transient ||
+        property.getName().str() == "unparented") {
         return true;
     }
     ImmutableProperty const opposite = property.getOpposite();
@@ -47,11 +47,16 @@ internal::PropertyDescriptor const * descriptorOf(internal::ClassDescriptor cons
 } // namespace
 
 WrittenProperty::WrittenProperty(ImmutableProperty const & handle)
-    : property(handle), storage(handle.getStorage()), role(HASP::XmlConstants::NULL_NS_URI, handle.getName().str()),
-      defaultText(handle.getDefault().str()), hasDefault(handle.hasDefault()),
+    : property(handle),
+      storage(handle.getStorage()),
+      role(HASP::XmlConstants::NULL_NS_URI, handle.getName().str()),
+      defaultText(handle.getDefault().str()),
+      hasDefault(handle.hasDefault()),
       isMany(static_cast<std::uint32_t>(handle.upperBound()) > 1),
-      isDataTyped(ImmutableDataType(handle.getType()).isValid()), isComposite(handle.isComposite()),
-      isExtension(handle.getPersistence() == PersistenceKind::Extension), isNested(isComposite && !handle.isDerived()) {}
+      isDataTyped(ImmutableDataType(handle.getType()).isValid()),
+      isComposite(handle.isComposite()),
+      isExtension(handle.getPersistence() == PersistenceKind::Extension),
+      isNested(isComposite && !handle.isDerived()) {}
 
 void WrittenProperty::findRoads(internal::ClassDescriptor const & ownerClass) {
     internal::PropertyDescriptor const * const descriptor = descriptorOf(ownerClass, role.getName());
@@ -128,7 +133,8 @@ std::unique_ptr<PropertyPartition> PartitionCache::makePartition(internal::Class
             partition.multiValues.push_back(written);
         } else if (written->isDataTyped) {
             bool const isName = written->getName() == "name";
-            partition.singleValues.insert(isName ? partition.singleValues.begin() : partition.singleValues.end(), written);
+            partition.singleValues.insert(isName ? partition.singleValues.begin() : partition.singleValues.end(),
+                                          written);
         } else {
             (written->isComposite ? composites : partition.references).push_back(written);
         }

@@ -29,8 +29,8 @@ namespace ZEL::Serializer {
 struct WrittenProperty {
     explicit WrittenProperty(ImmutableProperty const & handle);
 
-    /// Finds shorter roads to the values in objects of `owner` than that of the storage, if the property is kept in the way
-    /// of generated classes.
+    /// Finds shorter roads to the values in objects of `owner` than that of the storage, if the property is kept in the
+    /// way of generated classes.
     void findRoads(internal::ClassDescriptor const & owner);
 
     ImmutableProperty property;
@@ -38,14 +38,14 @@ struct WrittenProperty {
     QualifiedName role; ///< its name, in no namespace
     std::string defaultText;
     bool hasDefault;
-    bool isMany;        ///< upper bound above 1
+    bool isMany; ///< upper bound above 1
     bool isDataTyped;
     bool isComposite;
-    bool isExtension;   ///< its values stand in `xmi:Extension`
-    bool isNested;      ///< its values become nested elements: composite and not derived
+    bool isExtension; ///< its values stand in `xmi:Extension`
+    bool isNested;    ///< its values become nested elements: composite and not derived
 
-    internal::ClassDescriptor const * owner = nullptr; ///< of whose objects `field` is
-    internal::FieldDescriptor const * field = nullptr; ///< where links are stored
+    internal::ClassDescriptor const * owner = nullptr;            ///< of whose objects `field` is
+    internal::FieldDescriptor const * field = nullptr;            ///< where links are stored
     Generic::PropertyToSequenceMethods const * methods = nullptr; ///< of a single value, before it is boxed
 
     // The data type of the value met last: nearly always that of the next one, too.
@@ -60,13 +60,13 @@ struct PropertyPartition {
     PropertyPartition(ImmutableClass const & handle, internal::ClassDescriptor const & descriptor);
 
     ImmutableClass metaClass;
-    QualifiedName type; ///< the metaclass in its metamodel
+    QualifiedName type;                                ///< the metaclass in its metamodel
     std::vector<WrittenProperty const *> singleValues; ///< attributes; "name" goes first
     std::vector<WrittenProperty const *> multiValues;
     std::vector<WrittenProperty const *> references;
-    std::vector<WrittenProperty const *> visitable;    ///< extension properties, then composite ones
-    ImmutableSequence<ImmutableProperty> visitableProperties; ///< the same
-    ImmutableProperty appliedStereotypeInstance;              ///< invalid if the class has none
+    std::vector<WrittenProperty const *> visitable;              ///< extension properties, then composite ones
+    ImmutableSequence<ImmutableProperty> visitableProperties;    ///< the same
+    ImmutableProperty appliedStereotypeInstance;                 ///< invalid if the class has none
     std::vector<internal::FieldDescriptor const *> containments; ///< where the contained objects are stored
 };
 
@@ -89,7 +89,8 @@ private:
     std::unordered_map<void const *, std::unique_ptr<WrittenProperty>> fProperties;
 };
 
-/// The URI of the metamodel, or model, that a model handle stands for. Raises "Attempt to obtain an invalid model's URI".
+/// The URI of the metamodel, or model, that a model handle stands for. Raises "Attempt to obtain an invalid model's
+/// URI".
 [[nodiscard]] std::string uriOf(ImmutableModel const & model);
 
 } // namespace ZEL::Serializer

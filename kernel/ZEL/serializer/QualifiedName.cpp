@@ -32,7 +32,9 @@ struct QualifiedName::Table {
         bool operator()(Pair const & left, std::unique_ptr<Entry> const & right) const noexcept {
             return left.name == right->name && left.uri == right->uri;
         }
-        bool operator()(std::unique_ptr<Entry> const & left, Pair const & right) const noexcept { return (*this)(right, left); }
+        bool operator()(std::unique_ptr<Entry> const & left, Pair const & right) const noexcept {
+            return (*this)(right, left);
+        }
         bool operator()(std::unique_ptr<Entry> const & left, std::unique_ptr<Entry> const & right) const noexcept {
             return left->name == right->name && left->uri == right->uri;
         }

@@ -35,7 +35,8 @@ RuleFunction const * RuleTable::find(Context const & context) const {
     Answer & answer = fAnswers[slotOf(context)];
     if (answer.rule == Unknown || answer.role != context.getRole() || answer.type != context.getType() ||
         answer.parentRole != context.getParentRole() || answer.parentType != context.getParentType()) {
-        answer = {context.getParentType(), context.getParentRole(), context.getType(), context.getRole(), search(context)};
+        answer = {context.getParentType(), context.getParentRole(), context.getType(), context.getRole(),
+                  search(context)};
     }
     return answer.rule == None ? nullptr : &fRules[static_cast<std::size_t>(answer.rule)].second;
 }

@@ -124,8 +124,8 @@ SafeFile::Result SafeFile::copy(int temporary) const {
     return Result::Done;
 }
 
-/// The new name is only certain once the folder is on the disk. A folder that cannot be synced is no failure: the file is
-/// whole under its name.
+/// The new name is only certain once the folder is on the disk. A folder that cannot be synced is no failure: the file
+/// is whole under its name.
 void SafeFile::syncFolder() const {
     std::size_t const slash = fName.rfind('/');
     std::string const folder = slash == std::string::npos ? "." : slash == 0 ? "/" : fName.substr(0, slash);

@@ -4,12 +4,12 @@
 
 namespace ZEL::Serializer {
 
-/// Puts a file that was written under another name in the place of an earlier one, so that the earlier one is whole until
-/// the new one is.
+/// Puts a file that was written under another name in the place of an earlier one, so that the earlier one is whole
+/// until the new one is.
 ///
-/// An earlier plain file is replaced in one step, and gives the new one its access rights. What must not be replaced, that
-/// is a symbolic link, a file of several names and anything that is no plain file, takes a copy; if the copy fails, the
-/// written file is left as the only good one.
+/// An earlier plain file is replaced in one step, and gives the new one its access rights. What must not be replaced,
+/// that is a symbolic link, a file of several names and anything that is no plain file, takes a copy; if the copy
+/// fails, the written file is left as the only good one.
 class SafeFile {
 public:
     /// The file is written as `name` with "~" behind it.

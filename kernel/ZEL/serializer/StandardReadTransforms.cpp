@@ -1,5 +1,3 @@
-#include <ZEL/serializer/StandardReadTransforms.h>
-
 #include <ZEL/IdText.h>
 #include <ZEL/Integer.h>
 #include <ZEL/NamespaceRegistry.h>
@@ -8,6 +6,7 @@
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/serializer/LinkedElement.h>
 #include <ZEL/serializer/Reference.h>
+#include <ZEL/serializer/StandardReadTransforms.h>
 #include <ZEL/serializer/XmiConstants.h>
 
 #include <hasp_util/XmlConstants.h>
@@ -68,7 +67,8 @@ StandardReadTransforms::StandardReadTransforms() {
     auto const hold = [this](Context const & context) { return holdBack(context); };
 
     addTransform(role(xmi, "XMI"), hold);
-    addTransform(roleBelow(xmi, "XMI", xmi, "version"), [this](Context const & context) { return checkVersion(context); });
+    addTransform(roleBelow(xmi, "XMI", xmi, "version"),
+                 [this](Context const & context) { return checkVersion(context); });
     addTransform(role(xmi, "Documentation"), skip);
     addTransform(roleBelow(uml, "Model", none, "nextIdValue"), takeId);
     addTransform(roleBelow(uml20, "Model", none, "nextIdValue"), takeId);

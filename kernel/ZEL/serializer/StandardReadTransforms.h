@@ -13,8 +13,8 @@ namespace ZEL::Serializer {
 /// Reading of plain XMI 2.1, in force for every input format.
 ///
 /// Strips the XMI envelope and the head that the writer puts in `xmi:Extension`, leaves out the blocks of other tools,
-/// restores the id counter of the model, and turns `href` and `xmi:idref` into links. A document of another XMI version is
-/// skipped whole. Serves one run.
+/// restores the id counter of the model, and turns `href` and `xmi:idref` into links. A document of another XMI version
+/// is skipped whole. Serves one run.
 class ZEL_API StandardReadTransforms : public Transformer {
 public:
     StandardReadTransforms();
@@ -32,9 +32,9 @@ private:
     void restoreNextId(Model model);
 
     std::int32_t fNextIdValue = 0;
-    std::deque<std::int32_t> fNextIds;                ///< read and not yet tied to a model
-    std::map<std::string, std::int32_t> fIdsByModel;  ///< by the URI of the model
-    Context fDeferred;                                ///< the last envelope element, held back until its attribute is seen
+    std::deque<std::int32_t> fNextIds;               ///< read and not yet tied to a model
+    std::map<std::string, std::int32_t> fIdsByModel; ///< by the URI of the model
+    Context fDeferred; ///< the last envelope element, held back until its attribute is seen
 };
 
 } // namespace ZEL::Serializer

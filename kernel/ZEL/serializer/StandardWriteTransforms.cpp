@@ -1,6 +1,5 @@
-#include <ZEL/serializer/StandardWriteTransforms.h>
-
 #include <ZEL/NamespaceRegistry.h>
+#include <ZEL/serializer/StandardWriteTransforms.h>
 #include <ZEL/serializer/XmiConstants.h>
 
 #include <hasp_util/XmlConstants.h>

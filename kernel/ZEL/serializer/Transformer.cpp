@@ -1,8 +1,7 @@
-#include <ZEL/serializer/Transformer.h>
-
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/serializer/LinkedElement.h>
 #include <ZEL/serializer/Reference.h>
+#include <ZEL/serializer/Transformer.h>
 
 #include <algorithm>
 #include <iterator>

@@ -1,7 +1,6 @@
-#include <ZEL/serializer/TransformerRegistry.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/serializer/Transformer.h>
+#include <ZEL/serializer/TransformerRegistry.h>
 
 #include <algorithm>
 #include <utility>

@@ -20,8 +20,8 @@ struct Reference;
 
 /// The Transformers of a run, in order; each takes what the one before it gave.
 ///
-/// Owns what it holds: a Transformer given by raw pointer is deleted when it is removed or the registry is cleared. Give
-/// a shared pointer to keep it. One Transformer must not be given by raw pointer to two registries.
+/// Owns what it holds: a Transformer given by raw pointer is deleted when it is removed or the registry is cleared.
+/// Give a shared pointer to keep it. One Transformer must not be given by raw pointer to two registries.
 class ZEL_API TransformerRegistry {
 public:
     /// Appends. A Transformer that is held already is not added again; a null pointer raises "An Internal Error has
@@ -39,7 +39,8 @@ public:
 
     void onCreate(Context const & context, ClassObject const & object) const;
     /// The valid answers of all Transformers, in order.
-    [[nodiscard]] std::vector<LinkedElement> resolveReference(std::string const & uri, Reference const & reference) const;
+    [[nodiscard]] std::vector<LinkedElement> resolveReference(std::string const & uri,
+                                                              Reference const & reference) const;
     void postTransform(Model const & model) const;
     void setSerializePhase(bool serialize) const;
 

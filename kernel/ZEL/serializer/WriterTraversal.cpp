@@ -1,8 +1,7 @@
-#include <ZEL/serializer/WriterTraversal.h>
-
 #include <ZEL/NamespaceRegistry.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/sequences/SequenceBuilder.h>
+#include <ZEL/serializer/WriterTraversal.h>
 #include <ZEL/serializer/XmiConstants.h>
 
 #include <hasp_util/XmlConstants.h>
@@ -31,9 +30,16 @@ ImmutableSequence<ImmutableProperty> withStereotypes(PropertyPartition const & p
 } // namespace
 
 WriterTraversal::WriterTraversal(HASP::XmlWriter & xml, XmiWriterSettings const & settings,
-                                 TransformerRegistry const & transformers, WriterFunctions const & functions, bool isPlain)
-    : fXml(xml), fSettings(settings), fTransformers(transformers), fFunctions(functions), fIsPlain(isPlain),
-      fHasDefaults(functions.areDefaults()), fContexts(fPartitions), fPrinter(xml, fNamespaces) {}
+                                 TransformerRegistry const & transformers, WriterFunctions const & functions,
+                                 bool isPlain)
+    : fXml(xml),
+      fSettings(settings),
+      fTransformers(transformers),
+      fFunctions(functions),
+      fIsPlain(isPlain),
+      fHasDefaults(functions.areDefaults()),
+      fContexts(fPartitions),
+      fPrinter(xml, fNamespaces) {}
 
 void WriterTraversal::collect(ImmutableClassObject const & object) { visit(object); }
 
@@ -74,7 +80,8 @@ void WriterTraversal::visit(ImmutableClassObject const & object) {
     }
 }
 
-void WriterTraversal::push(ImmutableClassObject const & object, WrittenProperty const * property, Context const * parent) {
+void WriterTraversal::push(ImmutableClassObject const & object, WrittenProperty const * property,
+                           Context const * parent) {
     if (fDepth == fFrames.size()) {
         fFrames.push_back(std::make_unique<Frame>());
     }

@@ -39,7 +39,8 @@ struct WriterFunctions {
 /// The objects under way are kept on a stack of its own, so that the depth of a model is bounded by memory alone.
 class WriterTraversal {
 public:
-    /// All arguments must outlive the run. `isPlain` says that nobody but the standard dialect listens to the traversals.
+    /// All arguments must outlive the run. `isPlain` says that nobody but the standard dialect listens to the
+    /// traversals.
     WriterTraversal(HASP::XmlWriter & xml, XmiWriterSettings const & settings, TransformerRegistry const & transformers,
                     WriterFunctions const & functions, bool isPlain);
 
@@ -71,16 +72,17 @@ private:
 
     /// An object under way. Used again and again for objects of one depth, so that storage is made but once.
     struct Frame {
-        void start(ImmutableClassObject const & newObject, WrittenProperty const * newProperty, Context const * newParent);
+        void start(ImmutableClassObject const & newObject, WrittenProperty const * newProperty,
+                   Context const * newParent);
 
         ImmutableClassObject object;
-        WrittenProperty const * property = nullptr; ///< through which it is reached; null at the top
-        Context const * parent = nullptr;           ///< of the object that holds it; null at the top
+        WrittenProperty const * property = nullptr;    ///< through which it is reached; null at the top
+        Context const * parent = nullptr;              ///< of the object that holds it; null at the top
         PropertyPartition const * partition = nullptr; ///< null if the contexts come from a caller's function
         VisitableContext visitable;
-        ContextSequence sequence;         ///< as it came from the creator
+        ContextSequence sequence; ///< as it came from the creator
         std::size_t openElements = 0;
-        Children children;                ///< those at hand
+        Children children;                               ///< those at hand
         WrittenProperty const * childProperty = nullptr; ///< through which they are reached
         std::size_t nextProperty = 0;
         Stage stage = Stage::Create;
@@ -120,8 +122,9 @@ private:
     PartitionCache fPartitions;
     ObjectContexts fContexts;
     ContextPrinter fPrinter;
-    std::vector<std::unique_ptr<Frame>> fFrames; ///< by depth; children point at the Context of the object that holds them
-    std::size_t fDepth = 0;                      ///< number of objects under way
+    std::vector<std::unique_ptr<Frame>>
+        fFrames;            ///< by depth; children point at the Context of the object that holds them
+    std::size_t fDepth = 0; ///< number of objects under way
 };
 
 } // namespace ZEL::Serializer

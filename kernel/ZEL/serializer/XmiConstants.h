@@ -14,7 +14,7 @@ struct XmiConstants {
     static constexpr char ZEL_EXTENDER[] = "The Quillon Inc.";
     static constexpr char ZEL_EXPORTER[] = "The Quillon Inc.";
     static constexpr char ZEL_EXPORTER_VERSION[] = "1.0";
-    static constexpr char ZEL_ID_PREFIX[] = "_zel_";
+    static constexpr auto & ZEL_ID_PREFIX = ID_PREFIX;
     static constexpr char UML_2_0_NS_URI[] = "http://schema.omg.org/spec/UML/2.0";
 };
 

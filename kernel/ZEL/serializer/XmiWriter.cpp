@@ -1,10 +1,9 @@
-#include <ZEL/serializer/XmiWriter.h>
-
 #include <ZEL/DeviantAssertions.h>
 #include <ZEL/Exception.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/Object.h>
+#include <ZEL/serializer/XmiWriter.h>
 #include <ZEL/serializer/XmiWriterImpl.h>
 
 #include <hasp_util/Uri.h>
@@ -74,10 +73,16 @@ void XmiWriter::setContextSequenceCreator(ContextSequenceCreator creator) {
     fImpl->functions.createContexts = std::move(creator);
 }
 
-void XmiWriter::setPreVisitableGenerator(VisitableGenerator generator) { fImpl->functions.before = std::move(generator); }
+void XmiWriter::setPreVisitableGenerator(VisitableGenerator generator) {
+    fImpl->functions.before = std::move(generator);
+}
 
-void XmiWriter::setVisitableGenerator(VisitableGenerator generator) { fImpl->functions.children = std::move(generator); }
+void XmiWriter::setVisitableGenerator(VisitableGenerator generator) {
+    fImpl->functions.children = std::move(generator);
+}
 
-void XmiWriter::setPostVisitableGenerator(VisitableGenerator generator) { fImpl->functions.behind = std::move(generator); }
+void XmiWriter::setPostVisitableGenerator(VisitableGenerator generator) {
+    fImpl->functions.behind = std::move(generator);
+}
 
 } // namespace ZEL::Serializer

@@ -24,10 +24,11 @@ class XmiWriterImpl;
 
 /// Writes a model, or one object with all that it contains, as an XMI 2.1 file.
 ///
-/// A handle: copies share one writer. It may run many times, one run at a time; settings and generators stay, Transformers
-/// given by the caller last for one run. The file is written under the name with "~" behind it first and takes the
-/// place of an earlier file only when it is whole, so that a run that fails leaves the earlier file as it was. Objects
-/// without a container (`unparented`) and derived properties are not written, nor values equal to their default.
+/// A handle: copies share one writer. It may run many times, one run at a time; settings and generators stay,
+/// Transformers given by the caller last for one run. The file is written under the name with "~" behind it first and
+/// takes the place of an earlier file only when it is whole, so that a run that fails leaves the earlier file as it
+/// was. Objects without a container (`unparented`) and derived properties are not written, nor values equal to their
+/// default.
 ///
 /// All values of a multi-valued property of a data type are written into one element without anything between them, and
 /// are read back as one value. A link to an object that no longer exists leaves out all links of the property; this is
@@ -42,9 +43,9 @@ public:
 
     explicit XmiWriter(XmiWriterSettings const & settings = XmiWriterSettings());
 
-    /// Sets the model's URI to that of the file, outside of any transaction, and writes it. The URI stays set if writing
-    /// fails. Raises on an invalid model and on a name that gives no URI, before any file is touched. False, with an entry
-    /// in the log, when the file could not be produced.
+    /// Sets the model's URI to that of the file, outside of any transaction, and writes it. The URI stays set if
+    /// writing fails. Raises on an invalid model and on a name that gives no URI, before any file is touched. False,
+    /// with an entry in the log, when the file could not be produced.
     bool write(std::string const & file, Model model);
     /// Writes to the file that the model's URI names; changes nothing in the model.
     bool write(ImmutableModel const & model);
@@ -52,7 +53,8 @@ public:
     bool writeObject(std::string const & file, ImmutableObject const & object);
 
     /// The Transformer stands ahead of the dialect's own and goes after the next run; given by raw pointer, it is deleted
-    /// then.
+    /// then. What it generates before or behind an object is input to the dialect's rules, which drop what they do not
+    /// match.
     void addTransformer(Transformer * transformer);
     void addTransformer(std::shared_ptr<Transformer> transformer);
     void removeTransformer(Transformer * transformer);

@@ -1,16 +1,9 @@
-#include <ZEL/serializer/XmiWriterImpl.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/LogLevel.h>
 #include <ZEL/Logger.h>
 #include <ZEL/Messages.h>
 #include <ZEL/metamodel/Object.h>
-#if __has_include(<ZEL/serializer/MagicDrawWriteTransforms.h>)
-#include <ZEL/serializer/MagicDrawWriteTransforms.h>
-#endif
-#if __has_include(<ZEL/serializer/RhpWriteTransforms.h>)
-#include <ZEL/serializer/RhpWriteTransforms.h>
-#endif
+#include <ZEL/serializer/XmiWriterImpl.h>
 #include <ZEL/serializer/SafeFile.h>
 #include <ZEL/serializer/StandardWriteTransforms.h>
 
@@ -18,6 +11,7 @@
 
 #include <exception>
 #include <memory>
+#include <string>
 
 namespace ZEL::Serializer {
 namespace {
@@ -26,8 +20,8 @@ void logAbout(LogLevel::Setting level, unsigned long message, std::string const 
     Logger::instance()->log(LogLevel(level), message, file.c_str());
 }
 
-/// Calls a function at the end of its block. What the function throws is dropped: the block may be ending by an exception
-/// that says more.
+/// Calls a function at the end of its block. What the function throws is dropped: the block may be ending by an
+/// exception that says more.
 template <class Function> class AtEnd {
 public:
     explicit AtEnd(Function function) : fFunction(std::move(function)) {}
@@ -49,6 +43,7 @@ private:
 
 bool XmiWriterImpl::write(std::string const & file, ImmutableObject const & object) {
     AtEnd const cleanUp([this] { transformers.clear(); });
+    checkFormat();
     logAbout(LogLevel::info, Messages::ZEL_Serializer_XmiWriter_Prologue, file);
     try {
         if (!run(SafeFile(file), object)) {
@@ -61,6 +56,14 @@ bool XmiWriterImpl::write(std::string const & file, ImmutableObject const & obje
     }
     logAbout(LogLevel::info, Messages::ZEL_Serializer_XmiWriter_Epilogue, file);
     return true;
+}
+
+void XmiWriterImpl::checkFormat() const {
+    if (fSettings.getOutputFormat().getFormat() != XmiFormat::Standard) {
+        std::string const message = "The XmiWriter.write operation is not yet implemented for the format " +
+                                    std::string(fSettings.getOutputFormat().toString()) + "!";
+        raiseUnimplemented(message.c_str());
+    }
 }
 
 bool XmiWriterImpl::run(SafeFile const & file, ImmutableObject const & object) {
@@ -108,23 +111,6 @@ bool XmiWriterImpl::writeDocument(SafeFile const & file, ImmutableObject const &
     return xml.flushAndSync() && xml.close();
 }
 
-void XmiWriterImpl::addDialect() {
-    switch (fSettings.getOutputFormat().getFormat()) {
-#if __has_include(<ZEL/serializer/MagicDrawWriteTransforms.h>)
-    case XmiFormat::MagicDraw:
-        transformers.addTransformer(std::make_shared<MagicDrawWriteTransforms>());
-        break;
-#endif
-#if __has_include(<ZEL/serializer/RhpWriteTransforms.h>)
-    case XmiFormat::Rhapsody:
-        transformers.addTransformer(std::make_shared<RhpWriteTransforms>());
-        break;
-#endif
-    case XmiFormat::Standard:
-    default:
-        transformers.addTransformer(std::make_shared<StandardWriteTransforms>());
-        break;
-    }
-}
+void XmiWriterImpl::addDialect() { transformers.addTransformer(std::make_shared<StandardWriteTransforms>()); }
 
 } // namespace ZEL::Serializer

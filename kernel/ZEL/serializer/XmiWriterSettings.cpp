@@ -1,6 +1,5 @@
-#include <ZEL/serializer/XmiWriterSettings.h>
-
 #include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/XmiWriterSettings.h>
 
 namespace ZEL::Serializer {
 

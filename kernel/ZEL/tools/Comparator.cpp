@@ -1,10 +1,9 @@
-#include <ZEL/tools/Comparator.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/ValueObject.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/sequences/Sequence.h>
+#include <ZEL/tools/Comparator.h>
 
 #include <utility>
 
@@ -22,8 +21,7 @@ public:
         auto const [entry, isNew] = fByClass.try_emplace(metaClass.getImplementation());
         if (isNew) {
             for (ImmutableProperty const & property : metaClass.getOwnedAttributes()) {
-                String const name = property.getName();
-                if (!property.isDerived() && name != "id" && name != "modelZEL") {
+                if (isCompared(property)) {
                     entry->second.push_back({property, static_cast<bool>(property.isComposite())});
                 }
             }
@@ -32,6 +30,17 @@ public:
     }
 
 private:
+    /// The link to the container is that of the other side's container by the place in the tree; where the trees themselves
+    /// stand does not matter.
+    static bool isCompared(ImmutableProperty const & property) {
+        String const name = property.getName();
+        if (property.isDerived() || name == "id" || name == "modelZEL") {
+            return false;
+        }
+        ImmutableProperty const opposite = property.getOpposite();
+        return !opposite.isValid() || !opposite.isComposite();
+    }
+
     std::unordered_map<NSInterface::ClassIntf const *, std::vector<ComparedProperty>> fByClass;
 };
 
@@ -46,12 +55,16 @@ struct Comparator::Frame {
     std::size_t nextElement = 0;
 };
 
-Comparator::Comparator(ImmutableObject first, ImmutableObject second) : fFirst(std::move(first)), fSecond(std::move(second)) {}
+Comparator::Comparator(ImmutableObject first, ImmutableObject second)
+    : fFirst(std::move(first)), fSecond(std::move(second)) {}
 
 Comparator::~Comparator() = default;
 
 Comparator::Comparator(Comparator const & other)
-    : fFirst(other.fFirst), fSecond(other.fSecond), fFailedFirst(other.fFailedFirst), fFailedSecond(other.fFailedSecond),
+    : fFirst(other.fFirst),
+      fSecond(other.fSecond),
+      fFailedFirst(other.fFailedFirst),
+      fFailedSecond(other.fFailedSecond),
       fCounterparts(other.fCounterparts) {}
 
 Comparator & Comparator::operator=(Comparator const & other) {

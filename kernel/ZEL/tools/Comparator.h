@@ -13,7 +13,8 @@ namespace ZEL {
 ///
 /// The first pass walks the composition of both sides in step, by position, and records which object corresponds to
 /// which. The second checks that all other links lead to corresponding objects, or to the very same object where it is
-/// outside of the trees. Derived properties, the numbers of objects and their models are not compared, so a copy is equal.
+/// outside of the trees. Derived properties, the numbers of objects, their models and what contains the trees are not
+/// compared, so a copy is equal.
 /// Works by reflection alone, for any metamodel; linear, without recursion. For one call at a time.
 class ZEL_API Comparator {
 public:

@@ -1,5 +1,3 @@
-#include <ZEL/tools/RandomModelGenerator.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/FactoryRegistry.h>
 #include <ZEL/Integer.h>
@@ -9,9 +7,10 @@
 #include <ZEL/metamodel/EnumerationLiteral.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/Type.h>
-#include <ZEL/sequences/MultiIndexImpl.ipp>
 #include <ZEL/sequences/GenericReferenceCountingSequenceProxy.h>
 #include <ZEL/sequences/MultiIndexImpl.h>
+#include <ZEL/sequences/MultiIndexImpl.ipp>
+#include <ZEL/tools/RandomModelGenerator.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -54,6 +53,13 @@ bool isDataTyped(ImmutableProperty const & property) { return !ImmutableClass(pr
 bool canTakeValue(ClassObject const & object, ImmutableProperty const & property) {
     bool const isAlwaysThere = isDataTyped(property) && property.lowerBound() > Integer(0);
     return property.isMultivalued() || isAlwaysThere || !object.has(property);
+}
+
+/// Owned by the handles on it. The handle on the storage goes at once; its owner stays.
+Sequence<ImmutableClass> emptySetOfClasses() {
+    Sequence<ImmutableClass> const storage(new Generic::MultiIndexImpl<ImmutableClass, 1>, Deviant());
+    return Sequence<ImmutableClass>(std::make_unique<Generic::GenericReferenceCountingSequenceProxy>(storage),
+                                    Deviant());
 }
 
 } // namespace
@@ -185,7 +191,8 @@ ClassObject RandomModelGenerator::makeObject(ImmutableClass const & type) {
     return object;
 }
 
-void RandomModelGenerator::createNameStringAndSet(ClassObject const & object, ImmutableProperty const & property) const {
+void RandomModelGenerator::createNameStringAndSet(ClassObject const & object,
+                                                  ImmutableProperty const & property) const {
     if (!object.isValid()) {
         raiseNullReference();
     }
@@ -269,16 +276,18 @@ void RandomModelGenerator::createCompositionAssociationMetaPropertyVectors(
     }
 }
 
-HASP::GList<int> const & RandomModelGenerator::getCompositionMetaPropertyVector(
-    ImmutableClass const & metaClass, ImmutableSequence<ImmutableProperty> const & properties) {
+HASP::GList<int> const &
+RandomModelGenerator::getCompositionMetaPropertyVector(ImmutableClass const & metaClass,
+                                                       ImmutableSequence<ImmutableProperty> const & properties) {
     if (fCompositionVectors.find(metaClass) == fCompositionVectors.end()) {
         createCompositionAssociationMetaPropertyVectors(metaClass, properties);
     }
     return fCompositionVectors[metaClass];
 }
 
-HASP::GList<int> const & RandomModelGenerator::getAssociationMetaPropertyVector(
-    ImmutableClass const & metaClass, ImmutableSequence<ImmutableProperty> const & properties) {
+HASP::GList<int> const &
+RandomModelGenerator::getAssociationMetaPropertyVector(ImmutableClass const & metaClass,
+                                                       ImmutableSequence<ImmutableProperty> const & properties) {
     if (fAssociationVectors.find(metaClass) == fAssociationVectors.end()) {
         createCompositionAssociationMetaPropertyVectors(metaClass, properties);
     }
@@ -312,9 +321,7 @@ std::vector<ImmutableClass> const & RandomModelGenerator::instantiableClasses(Im
     if (!isNew) {
         return entry->second;
     }
-    Sequence<ImmutableClass> const storage(new Generic::MultiIndexImpl<ImmutableClass, 1>, Deviant());
-    Sequence<ImmutableClass> const all = getNonAbstractSubClasses(
-        type, Sequence<ImmutableClass>(std::make_unique<Generic::GenericReferenceCountingSequenceProxy>(storage), Deviant()));
+    Sequence<ImmutableClass> const all = getNonAbstractSubClasses(type, emptySetOfClasses());
     for (ImmutableModel const & metaModel : {fFactory.getMetaClass().getRootModel(), type.getRootModel()}) {
         for (ImmutableClass const & metaClass : all.toVector()) {
             if (metaClass.getRootModel() == metaModel && !isModelOrFactory(metaClass)) {

@@ -30,7 +30,8 @@ public:
     /// value or a link. Gives the root. A seed of 0 keeps the stored one. Cost is exponential in `depth`, unless `breadth`
     /// is 1. Raises if the metamodel has a property without a type, a type without an instantiable class, or an enumeration
     /// without literals.
-    ClassObject createRandomModel(ClassObject const & root, int depth, int breadth, int associations, unsigned int seed);
+    ClassObject createRandomModel(ClassObject const & root, int depth, int breadth, int associations,
+                                  unsigned int seed);
     /// What reproduces the last run.
     [[nodiscard]] unsigned int getSeed() const noexcept { return fSeed; }
 
@@ -74,15 +75,17 @@ private:
     FactoryObject fFactory;
     std::uint32_t fSeed;
     std::vector<int> fPositions; ///< of the object being made, among the children of each of its containers
-    std::map<ImmutableClass, std::vector<ClassObject>> fObjectsByClass; ///< under superclasses too, in order of creation
+    std::map<ImmutableClass, std::vector<ClassObject>>
+        fObjectsByClass; ///< under superclasses too, in order of creation
     std::map<ImmutableClass, HASP::GList<int>> fCompositionVectors;
     std::map<ImmutableClass, HASP::GList<int>> fAssociationVectors;
-    std::vector<ClassObject> fObjects; ///< all, in order of creation
+    std::vector<ClassObject> fObjects;                                          ///< all, in order of creation
     std::map<ImmutableClass, std::vector<ImmutableClass>> fInstantiableClasses; ///< by type of a property
     std::map<ImmutableModel, FactoryObject> fFactories;                         ///< by metamodel
 };
 
 /// Makes a generator of the factory of the root's model, and runs it.
-ZEL_API ClassObject createRandomModel(ClassObject const & root, int depth, int breadth, int associations, unsigned int seed);
+ZEL_API ClassObject createRandomModel(ClassObject const & root, int depth, int breadth, int associations,
+                                      unsigned int seed);
 
 } // namespace ZEL

@@ -95,7 +95,8 @@ TEST(Context, WeightedMatchCountsPairsThatAgree) {
         {{"", "", "", "p|"}, {"", "", "", "p|"}, 4},
     };
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        EXPECT_EQ(contextOf(rows[i].pattern).weightedMatch(contextOf(rows[i].context)), rows[i].expected) << "row " << i;
+        EXPECT_EQ(contextOf(rows[i].pattern).weightedMatch(contextOf(rows[i].context)), rows[i].expected)
+            << "row " << i;
     }
 }
 
@@ -127,7 +128,7 @@ TEST(Context, OrderPassesOverPairsThatOneSideLeavesOpen) {
         Context const left = contextOf(rows[i].left);
         Context const right = contextOf(rows[i].right);
         EXPECT_EQ(left < right, rows[i].order < 0) << "row " << i;
-        EXPECT_EQ(right < left, rows[i].order > 0) << "row " << i;
+        EXPECT_EQ(right<left, rows[i].order> 0) << "row " << i;
         EXPECT_EQ(left == right, rows[i].order == 0) << "row " << i;
         EXPECT_EQ(right != left, rows[i].order != 0) << "row " << i;
     }

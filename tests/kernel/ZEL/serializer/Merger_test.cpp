@@ -5,6 +5,7 @@
 #include <ZEL/Exception.h>
 #include <ZEL/Integer.h>
 #include <ZEL/metamodel/Comment.h>
+#include <ZEL/serializer/XmiWriter.h>
 
 namespace ZEL::Serializer::Test {
 namespace {
@@ -81,6 +82,30 @@ TEST_F(Merging, KeepsRefillsMakesAndDestroysInOneStepThatCanBeUndone) {
     model.redo();
     EXPECT_EQ("A2", a.getName().str());
     EXPECT_FALSE(b.isValid());
+}
+
+TEST_F(Merging, OfWhatWasWrittenChangesNothing) {
+    MetaModel const model =
+        start(element("Class", 3, "name=\"A\" isAbstract=\"true\"",
+                      attribute(4, "name=\"b\" lower=\"0\" upper=\"*\" type=\"" + id(5) + "\" association=\"" + id(7) +
+                                       "\"")) +
+              element("Class", 5, "name=\"B\" superClass=\"" + id(3) + "\"",
+                      attribute(6, "name=\"a\" type=\"" + id(3) + "\" association=\"" + id(7) + "\"",
+                                "<ownedComment xmi:type=\"ZEL:Comment\" xmi:id=\"" + id(8) + "\" body=\"text\"/>")) +
+              element("Association", 7, "name=\"A_B\" memberEnd=\"" + id(6) + " " + id(4) + "\"") +
+              element("Package", 9, "name=\"P\"",
+                      "<packagedElement xmi:type=\"ZEL:Enumeration\" xmi:id=\"" + id(10) + "\" name=\"E\"/>"));
+    std::string const path = folder.path("written.xmi");
+    ASSERT_TRUE(XmiWriter().write(path, model));
+    std::string const written = folder.content("written.xmi");
+    reader.setMerger(new Merger(model));
+    EXPECT_EQ(model, reader.read(path));
+    EXPECT_TRUE(reader.report().isEmpty());
+    ASSERT_TRUE(XmiWriter().write(path, model));
+    EXPECT_EQ(written, folder.content("written.xmi"));
+    MetaModel const copy(XmiReader().read(path));
+    ASSERT_TRUE(XmiWriter().write(path, copy));
+    EXPECT_EQ(written, folder.content("written.xmi")) << "and so does reading it into a new model";
 }
 
 TEST_F(Merging, LeavesFactoryAndModelInWorkingOrder) {

@@ -1,6 +1,5 @@
-#include <ZEL/serializer/NamespaceManager.h>
-
 #include <ZEL/Exception.h>
+#include <ZEL/serializer/NamespaceManager.h>
 
 #include <hasp_util/XmlConstants.h>
 

@@ -1,7 +1,6 @@
+#include <ZEL/NamespaceRegistry.h>
 #include <ZEL/serializer/StandardReadTransforms.h>
 #include <ZEL/serializer/StandardWriteTransforms.h>
-
-#include <ZEL/NamespaceRegistry.h>
 #include <ZEL/serializer/XmiConstants.h>
 
 #include <gtest/gtest.h>
@@ -88,7 +87,8 @@ TEST_F(StandardTransforms, ReadRulesRewriteTheEnvelope) {
         {extension, ""},
         {both(extension, attributeOf(extension, "", "nextIdValue", "_zel_u_9")), ""},
         {both(extension, attributeOf(extension, "", "extender", "The Quillon Inc.")), ""},
-        {both(extension, attributeOf(extension, "", "extender", "Another Tool")), "e!* " + x + "Extension=Another Tool"},
+        {both(extension, attributeOf(extension, "", "extender", "Another Tool")),
+         "e!* " + x + "Extension=Another Tool"},
         {profile, std::string("e! {") + kUml + "}Profile=p"},
         {nested, "e! {}packagedElement=p"},
         {both(model, attributeOf(model, "", "uri", "file:///old")), std::string("e {") + kUml + "}Model=m"},

@@ -1,14 +1,12 @@
-#include <ZEL/serializer/Transformer.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/serializer/LinkedElement.h>
 #include <ZEL/serializer/Reference.h>
+#include <ZEL/serializer/Transformer.h>
 #include <ZEL/serializer/TransformerRegistry.h>
 
-#include <gtest/gtest.h>
-
 #include <boost/function.hpp>
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <memory>
@@ -119,7 +117,8 @@ TEST(Transformer, RemovalTakesPatternsThatDifferInAnOpenPairToo) {
 TEST(Transformer, OutputTakesThePlaceOfAnEqualEarlierContext) {
     Rules rules;
     rules.addTransform(role("r"), give({attribute("n", "new"), attribute("a", "replaced")}));
-    EXPECT_EQ(textOf(rules.apply(sequenceOf({attribute("a", "1"), attribute("b", "2"), attribute("r"), attribute("c", "3")}))),
+    EXPECT_EQ(textOf(rules.apply(
+                  sequenceOf({attribute("a", "1"), attribute("b", "2"), attribute("r"), attribute("c", "3")}))),
               "a=replaced b=2 n=new c=3");
     // All equal ones are replaced.
     EXPECT_EQ(textOf(rules.apply(sequenceOf({attribute("a", "1"), attribute("a", "2"), attribute("r")}))),
@@ -192,7 +191,8 @@ TEST(Transformer, RulesMayChangeTheTableTheyStandIn) {
         result.setAttribute(large.substr(0, 2));
         return ContextSequence(result);
     });
-    EXPECT_EQ(textOf(rules.apply(sequenceOf({attribute("b", "before"), attribute("a"), attribute("a", "again"), attribute("b")}))),
+    EXPECT_EQ(textOf(rules.apply(
+                  sequenceOf({attribute("b", "before"), attribute("a"), attribute("a", "again"), attribute("b")}))),
               "b=99 a=xx a=again");
 }
 
@@ -240,7 +240,8 @@ TEST(Transformer, HooksAreCalledIfThereAreAny) {
     rules.postTransform(Model());
 
     std::string calls;
-    rules.setOnCreate([&](Context const & context, ClassObject const &) { calls += "create " + context.getRoleName(); });
+    rules.setOnCreate(
+        [&](Context const & context, ClassObject const &) { calls += "create " + context.getRoleName(); });
     rules.setResolveReference([&](std::string const & uri, Reference const & reference) {
         calls += " resolve " + uri + reference.id;
         return LinkedElement();

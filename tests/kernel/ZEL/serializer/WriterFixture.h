@@ -18,13 +18,15 @@
 
 namespace ZEL::testsupport {
 
-/// A model of the built-in metamodel in an open transaction, with a package "p" (id 2) at its top, and a folder to write to.
+/// A model of the built-in metamodel in an open transaction, with a package "p" (id 2) at its top, and a folder to
+/// write to.
 class WriterFixture : public testing::Test {
 protected:
     static constexpr char kUuid[] = "5376c05e-df72-49a6-85e0-5388c3fca417";
 
     WriterFixture()
-        : model(FactoryRegistry::instance()->createModel(METAMODEL_URI)), factory(model.getFactory()),
+        : model(FactoryRegistry::instance()->createModel(METAMODEL_URI)),
+          factory(model.getFactory()),
           transaction(model.getDeviant()) {
         model.setUuidBase(kUuid);
         package = factory.createPackage();

@@ -1,5 +1,3 @@
-#include <ZEL/serializer/XmiWriter.h>
-
 #include "kernel/ZEL/serializer/WriterFixture.h"
 
 #include <ZEL/DefaultLogHandler.h>
@@ -15,15 +13,16 @@
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/serializer/Transformer.h>
 #include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/XmiWriter.h>
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <csignal>
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <sys/resource.h>
-#include <sys/stat.h>
 
 namespace ZEL::Serializer {
 namespace {
@@ -31,7 +30,9 @@ namespace {
 /// Keeps what is logged.
 class Recorder : public DefaultLogHandler {
 public:
-    Recorder() : DefaultLogHandler(nullptr, nullptr, LogLevel::all) { Logger::instance()->addHandler(this, LogLevel::all); }
+    Recorder() : DefaultLogHandler(nullptr, nullptr, LogLevel::all) {
+        Logger::instance()->addHandler(this, LogLevel::all);
+    }
     ~Recorder() override { Logger::instance()->removeHandler(this); }
     void _publish(Quillon::System::Level const & level, Quillon::System::Externalizable const & record) override {
         messages.push_back(std::string(getLevelName(level, record)) + ": " +
@@ -146,7 +147,8 @@ TEST_F(XmiWriterTest, ValuesEqualToTheirDefaultsAreLeftOutAndNameGoesFirst) {
     b.setUpper(UnlimitedNatural(1U));
     b.setIsUnique(true);
     b.setIsID(true);
-    EXPECT_EQ(written(), file(7, R"(      <packagedElement xmi:id="@1_3" xmi:type="ZEL:Class" name="C" isAbstract="true">
+    EXPECT_EQ(written(),
+              file(7, R"(      <packagedElement xmi:id="@1_3" xmi:type="ZEL:Class" name="C" isAbstract="true">
         <ownedAttribute xmi:id="@1_5" xmi:type="ZEL:Property" name="a" default="x" isID="false" isOrdered="true" lower="0" upper="*"/>
         <ownedAttribute xmi:id="@1_6" xmi:type="ZEL:Property" name="b" isID="true"/>
       </packagedElement>
@@ -236,8 +238,9 @@ TEST_F(XmiWriterTest, LinkToADestroyedObjectLeavesOutThePropertyAndIsLoggedOnce)
     EXPECT_THAT(written(writer), testing::HasSubstr(R"(xmi:type="ZEL:Comment" body="on"/>)"));
     ASSERT_EQ(recorder.messages.size(), 3U);
     EXPECT_EQ(recorder.messages[0], "Info: Serializing XMI output to " + folder.path("m.xmi"));
-    EXPECT_THAT(recorder.messages[1], testing::AllOf(testing::StartsWith("Warning: "), testing::HasSubstr("annotatedElement"),
-                                                     testing::HasSubstr(id(3))));
+    EXPECT_THAT(recorder.messages[1],
+                testing::AllOf(testing::StartsWith("Warning: "), testing::HasSubstr("annotatedElement"),
+                               testing::HasSubstr(id(3))));
     EXPECT_EQ(recorder.messages[2], "Info: Finished serializing XMI output to " + folder.path("m.xmi"));
 }
 
@@ -384,7 +387,8 @@ TEST_F(XmiWriterTest, InvalidInputRaisesBeforeAnyFileIsTouched) {
     XmiWriter writer;
     EXPECT_EQ(raised([&] { writer.write(folder.path("m.xmi"), Model()); }), "Attempt to serialize invalid model!");
     EXPECT_EQ(raised([&] { writer.write(ImmutableModel()); }), "Attempt to serialize invalid model!");
-    EXPECT_EQ(raised([&] { writer.writeObject(folder.path("m.xmi"), Object()); }), "Attempt to serialize invalid object!");
+    EXPECT_EQ(raised([&] { writer.writeObject(folder.path("m.xmi"), Object()); }),
+              "Attempt to serialize invalid object!");
     EXPECT_EQ(raised([&] { writer.write("", model); }), "Unable to create URI from output file ");
     EXPECT_TRUE(std::filesystem::is_empty(folder.path("")));
 }
@@ -482,7 +486,8 @@ TEST_F(XmiWriterTest, DepthIsBoundedByMemoryAlone) {
     std::string const text = written();
     EXPECT_THAT(text, testing::EndsWith("</xmi:XMI>\n"));
     std::size_t count = 0;
-    for (std::size_t at = text.find("<packagedElement"); at != std::string::npos; at = text.find("<packagedElement", at + 1)) {
+    for (std::size_t at = text.find("<packagedElement"); at != std::string::npos;
+         at = text.find("<packagedElement", at + 1)) {
         ++count;
     }
     EXPECT_EQ(count, static_cast<std::size_t>(depth));

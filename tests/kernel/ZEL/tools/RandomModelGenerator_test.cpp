@@ -1,7 +1,5 @@
-#include <ZEL/tools/RandomModelGenerator.h>
-
 #include "host/TemporaryFolder.h"
-#include "kernel/ZEL/tools/ModelPair.h"
+#include "kernel/ZEL/tools/TestModel.h"
 #include "support/ExpectRaises.h"
 
 #include <ZEL/FactoryRegistry.h>
@@ -15,6 +13,7 @@
 #include <ZEL/serializer/XmiReader.h>
 #include <ZEL/serializer/XmiWriter.h>
 #include <ZEL/tools/Comparator.h>
+#include <ZEL/tools/RandomModelGenerator.h>
 
 #include <gtest/gtest.h>
 
@@ -107,7 +106,7 @@ TEST(RandomModelGenerator, AllIsContainedWithinTheBounds) {
 }
 
 TEST(RandomModelGenerator, ANameTellsThePlaceTheClassAndTheId) {
-    RandomModel const random(3, 5, 3, 0);
+    RandomModel const random(3, 5, 6, 0);
     int checked = 0;
     for (ImmutableClassObject const & object : contentOf(random.top)) {
         ImmutableNamedElement const element(object);
@@ -121,10 +120,11 @@ TEST(RandomModelGenerator, ANameTellsThePlaceTheClassAndTheId) {
         std::string const path = name.substr(0, name.size() - tail.size());
         ImmutableNamedElement const container(object.getContainerZEL());
         if (container == random.top) {
-            EXPECT_EQ(path.size(), 2U) << name; // "0-", one of up to three children
+            EXPECT_EQ(path.size(), 2U) << name; // "0-", one of up to six children
         } else if (container.isValid()) {
             std::string const outer = container.getName();
-            EXPECT_EQ(path.substr(0, path.size() - 2), outer.substr(0, outer.find_last_of('-', outer.find('[') - 2) + 1))
+            EXPECT_EQ(path.substr(0, path.size() - 2),
+                      outer.substr(0, outer.find_last_of('-', outer.find('[') - 2) + 1))
                 << name << " in " << outer;
             ++checked;
         }

@@ -17,7 +17,8 @@ namespace ZEL::testsupport {
 /// A model of the built-in metamodel, open for writing, with a package at its top.
 struct TestModel {
     explicit TestModel(std::string const & topName = "top")
-        : model(FactoryRegistry::instance()->createModel(METAMODEL_URI)), factory(model.getFactoryFactory()),
+        : model(FactoryRegistry::instance()->createModel(METAMODEL_URI)),
+          factory(model.getFactoryFactory()),
           transaction(model.getRootDeviant()) {
         top = factory.createPackage(topName);
         model.setTopPackage(top);

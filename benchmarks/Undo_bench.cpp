@@ -1,0 +1,50 @@
+#include "support/SampleModel.h"
+
+#include <ZEL/Transaction.h>
+
+#include <benchmark/benchmark.h>
+
+// Undo and redo of one transaction, again and again; times are per change. No listener, no named deviant.
+
+namespace {
+
+using benchmark::State;
+using ZEL::bench::SampleModel;
+
+/// Renames of `range(0)` objects that were made one after the other, in a model of `range(1)` objects.
+void undoRenames(State & state) {
+    auto const changes = static_cast<std::size_t>(state.range(0));
+    SampleModel & sample = SampleModel::shared(SampleModel::packagesFor(static_cast<std::size_t>(state.range(1))));
+    sample.root.beginTransaction("renames");
+    for (std::size_t i = 0; i < changes; ++i) {
+        sample.properties[i].setName("renamed");
+    }
+    sample.root.commitTransaction();
+    for (auto _ : state) {
+        sample.root.undo();
+        sample.root.redo();
+    }
+    sample.root.undo();
+    sample.root.clearRedoStack();
+    state.SetItemsProcessed(state.iterations() * 2 * state.range(0));
+}
+BENCHMARK(undoRenames)->Args({900, 1000})->Args({900, 1000000})->Args({1, 100000})->Args({100, 100000})
+    ->Args({10000, 100000})->Args({80000, 100000});
+
+/// Creation of `range(0)` objects in one class.
+void undoCreations(State & state) {
+    SampleModel sample(1);
+    sample.root.beginTransaction("creations");
+    for (std::int64_t i = 0; i < state.range(0); ++i) {
+        sample.classes[0].getOwnedAttributes().push_back(sample.factory.createProperty());
+    }
+    sample.root.commitTransaction();
+    for (auto _ : state) {
+        sample.root.undo();
+        sample.root.redo();
+    }
+    state.SetItemsProcessed(state.iterations() * 2 * state.range(0));
+}
+BENCHMARK(undoCreations)->Arg(100)->Arg(10000);
+
+} // namespace

@@ -1,0 +1,3 @@
+#include <ZEL/Initialize.h>
+
+int main() { return ZEL::initialize() ? 0 : 1; }

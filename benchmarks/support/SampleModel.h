@@ -1,0 +1,51 @@
+#pragma once
+
+#include <ZEL/Deviant.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/Factory.h>
+#include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/Property.h>
+
+#include <cstddef>
+#include <vector>
+
+namespace ZEL::bench {
+
+/// A model of packages with 100 classes each, of nine properties each, made through the typed operations.
+///
+/// Classes and properties have a name and a visibility; each class has a superclass, each property a type among the
+/// classes made before, a lower and an upper bound. The same numbers give the same model. It has no undo history.
+class SampleModel {
+public:
+    static constexpr int kClasses = 100;   ///< in a package
+    static constexpr int kProperties = 9;  ///< in a class
+
+    explicit SampleModel(int packages);
+
+    /// The model made last is kept, so that benchmarks on models of one size share it; it goes when another size is
+    /// asked for. Who uses it leaves it as it was, save names.
+    static SampleModel & shared(int packages);
+    static void dropShared();
+    /// Packages, classes and properties, the top package included.
+    [[nodiscard]] static std::size_t objectCountOf(int packages) noexcept {
+        return 1 + static_cast<std::size_t>(packages) * (1 + kClasses * (1 + kProperties));
+    }
+    /// How many packages make about so many objects.
+    [[nodiscard]] static int packagesFor(std::size_t objects);
+
+    [[nodiscard]] std::size_t objectCount() const noexcept { return objectCountOf(fPackages); }
+
+    MetaModel model;
+    Factory factory;
+    Deviant root;
+    std::vector<Class> classes;
+    std::vector<Property> properties;
+
+private:
+    void fill();
+    void addClass(Package const & package, int number);
+
+    int fPackages;
+};
+
+} // namespace ZEL::bench

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+namespace ZEL::bench {
+
+/// The file of a `SampleModel`, as the library writes it; removed at the end.
+class XmiSample {
+public:
+    explicit XmiSample(int packages);
+    ~XmiSample();
+    XmiSample(XmiSample const &) = delete;
+    XmiSample & operator=(XmiSample const &) = delete;
+
+    /// The file made last is kept, and goes when another size is asked for.
+    static XmiSample const & shared(int packages);
+
+    [[nodiscard]] int packages() const noexcept { return fPackages; }
+    [[nodiscard]] std::string const & path() const noexcept { return fPath; }
+    /// The bytes of the file.
+    [[nodiscard]] std::string const & text() const noexcept { return fText; }
+
+private:
+    int fPackages;
+    std::string fPath;
+    std::string fText;
+};
+
+/// A name in the folder for temporary files that no other process uses.
+[[nodiscard]] std::string temporaryPath(std::string const & name);
+/// Raises `std::runtime_error` if the file cannot be read.
+[[nodiscard]] std::string fileText(std::string const & path);
+
+} // namespace ZEL::bench

@@ -1,0 +1,68 @@
+#include "InfoCommand.h"
+
+#include "Models.h"
+
+#include <ZEL/Integer.h>
+#include <ZEL/NamespaceRegistry.h>
+#include <ZEL/String.h>
+#include <ZEL/metamodel/Class.h>
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iomanip>
+#include <iostream>
+#include <map>
+#include <unordered_map>
+
+namespace cli {
+namespace {
+
+void row(std::string const & name, std::string const & value) {
+    std::cout << std::left << std::setw(12) << name << ' ' << value << '\n';
+}
+
+/// How many objects stand above one another at most.
+std::size_t heightOf(std::vector<ZEL::ImmutableClassObject> const & objects) {
+    std::unordered_map<ZEL::NSInterface::ObjectIntf const *, std::size_t> levels;
+    std::size_t height = 0;
+    for (ZEL::ImmutableClassObject const & object : objects) {
+        ZEL::ImmutableClassObject const container = object.getContainerZEL();
+        std::size_t const level = container.isValid() ? levels[container.getImplementation()] + 1 : 1;
+        levels[object.getImplementation()] = level;
+        height = std::max(height, level);
+    }
+    return height;
+}
+
+} // namespace
+
+void InfoCommand::declare(CLI::App & app) { app.add_option("FILE", fFile, "A model file")->required(); }
+
+ExitCode InfoCommand::run() {
+    OpenModel const opened = readModel(fFile);
+    ZEL::Model const & model = opened.model;
+    std::vector<ZEL::ImmutableClassObject> const objects = objectsOf(model);
+    std::string const metaUri = model.getMetaClass().getRootModel().getUri();
+
+    row("uri", model.getUri());
+    row("metamodel", metaUri + " (" + ZEL::NamespaceRegistry::instance()->getPrefixFromMetaUri(metaUri) + ")");
+    row("identity", model.getStringSiid());
+    row("next id", model.getNextIdValue().toString());
+    row("objects", std::to_string(objects.size()) + ", at most " + std::to_string(heightOf(objects)) + " levels deep");
+    for (ZEL::Model const & companion : opened.companions) {
+        row("refers to", companion.getUri().str() + " (" + counted(objectsOf(companion).size(), "object") + ")");
+    }
+
+    std::map<std::string, std::size_t> counts;
+    for (ZEL::ImmutableClassObject const & object : objects) {
+        ++counts[object.getMetaClass().getQualifiedName().str()];
+    }
+    std::cout << '\n';
+    for (auto const & [name, count] : counts) {
+        std::cout << std::right << std::setw(8) << count << ' ' << name << '\n';
+    }
+    return Done;
+}
+
+} // namespace cli

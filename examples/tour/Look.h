@@ -1,0 +1,27 @@
+#pragma once
+
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/Model.h>
+
+#include <string>
+#include <vector>
+
+/// What the steps of the tour ask of a model, by reflection.
+namespace tour {
+
+/// The object and all that it contains, containers first.
+[[nodiscard]] std::vector<ZEL::ImmutableClassObject> objectsOf(ZEL::ImmutableClassObject const & root);
+
+/// The classes of the model that have attributes.
+[[nodiscard]] std::vector<ZEL::Class> classesOf(ZEL::MetaModel const & model);
+
+/// A line for each object: its identity, its class, where it stands and all its values. Two models are the same, ids
+/// included, if these are.
+[[nodiscard]] std::vector<std::string> snapshotOf(ZEL::ImmutableModel const & model);
+
+/// "12 Class, 80 Property, ...", the most frequent classes first.
+[[nodiscard]] std::string censusOf(ZEL::ImmutableModel const & model);
+
+} // namespace tour

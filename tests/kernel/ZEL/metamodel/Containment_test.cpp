@@ -1,0 +1,439 @@
+#include "kernel/ZEL/metamodel/ModelFixture.h"
+#include "support/ExpectRaises.h"
+
+#include <ZEL/ZEL.h>
+
+#include <chrono>
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace ZEL {
+namespace {
+
+char const kNoPlace[] = "cannot insert value into the combined sequence";
+
+class Containment : public Test::ModelFixture {
+protected:
+    /// Every numbered object is either contained, and then among the containees of its container, or unparented.
+    void expectOneTree(MetaModel const & in) {
+        std::set<ClassObject> unparented;
+        for (ClassObject const root : in.getUnparented()) {
+            EXPECT_TRUE(unparented.insert(root).second);
+            EXPECT_TRUE(root.isValid());
+        }
+        for (int id = 2; id < in.getNextIdValue(); ++id) {
+            ClassObject const object = in.getObjectById(Integer(id));
+            if (!object.isValid()) {
+                EXPECT_EQ(0U, unparented.count(object)) << id;
+                continue;
+            }
+            EXPECT_EQ(object.hasContainerZEL() ? 0U : 1U, unparented.count(object)) << id;
+            if (object.hasContainerZEL()) {
+                int places = 0;
+                for (ClassObject const containee : object.getContainerZEL().getContaineeZELs()) {
+                    places += containee == object ? 1 : 0;
+                }
+                EXPECT_EQ(1, places) << id;
+            }
+        }
+    }
+    void TearDown() override { expectOneTree(model); }
+    int unparented() const { return model.getUnparented().size(); }
+};
+
+TEST_F(Containment, KeepsBothEndsAndTheListOfTheUnparented) {
+    open();
+    Package const outer = factory.createPackage();
+    Package const inner = factory.createPackage();
+    EXPECT_EQ(2, unparented());
+    inner.setContainerZEL(outer);
+    EXPECT_EQ(outer, inner.getContainerZEL());
+    EXPECT_EQ(outer, inner.getNestingPackage());
+    EXPECT_EQ(outer, inner.getOwner());
+    EXPECT_EQ(inner, outer.getContaineeZELs().at(0));
+    EXPECT_EQ(inner, outer.getPackagedElements().at(0));
+    ASSERT_EQ(1, unparented());
+    EXPECT_EQ(outer, model.getUnparented().at(0));
+
+    inner.removeContainerZEL();
+    EXPECT_FALSE(inner.hasContainerZEL());
+    EXPECT_EQ(0, outer.getContaineeZELs().size());
+    EXPECT_EQ(2, unparented());
+    inner.removeContainerZEL();
+    EXPECT_EQ(2, unparented());
+    inner.setContainerZEL(outer);
+    inner.setContainerZEL(ClassObject());
+    EXPECT_FALSE(inner.hasContainerZEL());
+}
+
+TEST_F(Containment, OfTheSameContainerIsNoWrite) {
+    Package outer;
+    Package inner;
+    change([&] {
+        outer = factory.createPackage();
+        inner = factory.createPackage();
+        inner.setNestingPackage(outer);
+    });
+    EXPECT_NO_THROW(inner.setContainerZEL(outer));
+    EXPECT_NO_THROW(inner.setOwner(outer));
+    EXPECT_NO_THROW(inner.setNestingPackage(outer));
+    int const length = model.getUndoStackLength();
+    change([&] { inner.setContainerZEL(outer); });
+    EXPECT_EQ(length, model.getUndoStackLength());
+}
+
+TEST_F(Containment, RefusesWhatCannotBeBeforeAnythingIsWritten) {
+    Package a;
+    Package b;
+    Package c;
+    Class object;
+    change([&] {
+        a = factory.createPackage();
+        b = factory.createPackage();
+        c = factory.createPackage();
+        object = factory.createClass();
+        b.setNestingPackage(a);
+        c.setNestingPackage(b);
+    });
+    MetaModel const other = Factory::createNewModel();
+    other.beginTransaction();
+    Package const foreign = other.getFactoryFactory().createPackage();
+    other.commitTransaction();
+    struct {
+        char const * name;
+        char const * text;
+        std::function<void()> call;
+    } const rows[] = {
+        {"itself", "Cyclic composition", [&] { a.setContainerZEL(a); }},
+        {"a child", "Cyclic composition", [&] { a.setContainerZEL(b); }},
+        {"a grandchild", "Cyclic composition", [&] { a.setContainerZEL(c); }},
+        {"a grandchild as nesting package", "Cyclic composition", [&] { a.setNestingPackage(c); }},
+        {"a grandchild as owner", "Cyclic composition", [&] { a.setOwner(c); }},
+        {"pushed on a grandchild", "Cyclic composition", [&] { c.getPackagedElements().push_back(a); }},
+        {"pushed as containee", "Cyclic composition", [&] { c.getContaineeZELs().push_back(a); }},
+        {"the end alone", "Cyclic composition", [&] { a.getImplementation()->setOnlyContainerZEL(a.getDeviant(), c); }},
+        {"another model", "Cross-model composition", [&] { c.setContainerZEL(foreign); }},
+        {"another model's list", "Cross-model composition", [&] { foreign.getPackagedElements().push_back(c); }},
+        {"another model as nesting package", "Cross-model composition", [&] { c.setNestingPackage(foreign); }},
+        {"a model", "Parenting of Model", [&] { model.setContainerZEL(object); }},
+        {"a model by its end alone", "Parenting of Model",
+         [&] { model.getImplementation()->setOnlyContainerZEL(model.getDeviant(), a); }},
+        {"no place", kNoPlace, [&] { object.setContainerZEL(factory.createClass()); }},
+        {"no place in a comment", kNoPlace, [&] { object.setContainerZEL(factory.createComment()); }},
+    };
+    for (auto const & row : rows) {
+        SCOPED_TRACE(row.name);
+        model.beginTransaction();
+        EXPECT_RAISES(row.text, row.call());
+        EXPECT_EQ(a, b.getContainerZEL());
+        EXPECT_EQ(b, c.getContainerZEL());
+        EXPECT_EQ(1, a.getContaineeZELs().size());
+        EXPECT_EQ(1, b.getContaineeZELs().size());
+        EXPECT_EQ(0, c.getContaineeZELs().size());
+        EXPECT_EQ(0, foreign.getContaineeZELs().size());
+        EXPECT_FALSE(a.hasContainerZEL());
+        EXPECT_FALSE(model.hasContainerZEL());
+        expectOneTree(model);
+        model.cancelTransaction();
+    }
+    change([&] { EXPECT_NO_THROW(c.setContainerZEL(a)); });
+    EXPECT_EQ(2, a.getContaineeZELs().size());
+}
+
+TEST_F(Containment, MovesAnObjectWithoutAStopAmongTheUnparented) {
+    open();
+    Package const first = factory.createPackage();
+    Package const second = factory.createPackage();
+    struct {
+        char const * name;
+        std::function<void(Class const &, Package const &)> place;
+    } const roads[] = {
+        {"setContainerZEL", [](Class const & c, Package const & p) { c.setContainerZEL(p); }},
+        {"setPackage", [](Class const & c, Package const & p) { c.setPackage(p); }},
+        {"setOwner", [](Class const & c, Package const & p) { c.setOwner(p); }},
+        {"packagedElement", [](Class const & c, Package const & p) { p.getPackagedElements().push_back(c); }},
+        {"ownedType", [](Class const & c, Package const & p) { p.getOwnedTypes().push_back(c); }},
+        {"ownedMember", [](Class const & c, Package const & p) { p.getOwnedMembers().push_back(c); }},
+        {"ownedElement", [](Class const & c, Package const & p) { p.getOwnedElements().push_back(c); }},
+        {"containeeZEL", [](Class const & c, Package const & p) { p.getContaineeZELs().push_back(c); }},
+        {"reflection", [](Class const & c, Package const & p) { p.setOrAdd(String("packagedElement"), c); }},
+        {"namespace", [](Class const & c, Package const & p) { c.setNamespace(p); }},
+    };
+    for (auto const & road : roads) {
+        SCOPED_TRACE(road.name);
+        Class const object = factory.createClass();
+        int const roots = unparented();
+        road.place(object, first);
+        EXPECT_EQ(first, object.getPackage());
+        EXPECT_EQ(roots - 1, unparented());
+        EXPECT_TRUE(first.getPackagedElements().contains(object));
+        road.place(object, second);
+        EXPECT_EQ(second, object.getContainerZEL());
+        EXPECT_FALSE(first.getPackagedElements().contains(object));
+        EXPECT_TRUE(second.getPackagedElements().contains(object));
+        EXPECT_EQ(roots - 1, unparented());
+        expectOneTree(model);
+        object.removePackage();
+        EXPECT_FALSE(second.getPackagedElements().contains(object));
+        EXPECT_EQ(roots, unparented());
+    }
+}
+
+TEST_F(Containment, PlacesAnElementInOneListOfItsOwnerOnly) {
+    open();
+    Operation const operation = factory.createOperation();
+    Constraint const constraint = factory.createConstraint();
+    constraint.setContainerZEL(operation);
+    EXPECT_EQ(constraint, operation.getPreconditions().at(0));
+    operation.getOwnedRules().push_back(constraint);
+    EXPECT_EQ(0, operation.getPreconditions().size());
+    EXPECT_EQ(constraint, operation.getOwnedRules().at(0));
+    EXPECT_EQ(operation, constraint.getContext());
+    operation.getPostconditions().push_back(constraint);
+    EXPECT_EQ(0, operation.getOwnedRules().size());
+    operation.setBodyCondition(constraint);
+    EXPECT_EQ(0, operation.getPostconditions().size());
+    EXPECT_EQ(constraint, operation.getBodyCondition());
+    EXPECT_EQ(1, operation.getContaineeZELs().size());
+    operation.getPreconditions().push_back(constraint);
+    EXPECT_FALSE(operation.hasBodyCondition());
+    constraint.removeContext();
+    EXPECT_EQ(0, operation.getContaineeZELs().size());
+    EXPECT_FALSE(constraint.hasContainerZEL());
+}
+
+TEST_F(Containment, TakesTheFormerValueOfASingleEndOut) {
+    open();
+    Constraint const constraint = factory.createConstraint();
+    Constraint const second = factory.createConstraint();
+    Expression const a = factory.createExpression();
+    Expression const b = factory.createExpression();
+    constraint.setSpecification(a);
+    EXPECT_EQ(constraint, a.getContainerZEL());
+    constraint.setSpecification(b);
+    EXPECT_FALSE(a.hasContainerZEL());
+    EXPECT_EQ(constraint, b.getContainerZEL());
+    second.setSpecification(b);
+    EXPECT_FALSE(constraint.hasSpecification());
+    EXPECT_EQ(second, b.getContainerZEL());
+    a.setContainerZEL(second);
+    EXPECT_EQ(a, second.getSpecification());
+    EXPECT_FALSE(b.hasContainerZEL());
+    second.removeSpecification();
+    EXPECT_FALSE(a.hasContainerZEL());
+    Package const top = factory.createPackage();
+    model.setTopPackage(top);
+    EXPECT_EQ(model, top.getContainerZEL());
+    EXPECT_FALSE(top.getNestingPackage().isValid());
+    EXPECT_EQ(top, model.getContaineeZELs().at(0));
+    model.removeTopPackage();
+    EXPECT_FALSE(top.hasContainerZEL());
+}
+
+TEST_F(Containment, LosesOnlyTheEndThatIsMeantInTheOneEndedForms) {
+    open();
+    Deviant const d = model.getDeviant();
+    Package const package = factory.createPackage();
+    Class const object = factory.createClass();
+    object.getImplementation()->setOnlyPackage(d, package);
+    EXPECT_EQ(package, object.getContainerZEL());
+    EXPECT_EQ(0, package.getPackagedElements().size());
+    package.getImplementation()->getPackagedElementsWithoutAssociation(d).push_back(object);
+    EXPECT_EQ(1, package.getPackagedElements().size());
+    object.getImplementation()->removeOnlyPackage(d);
+    EXPECT_FALSE(object.hasContainerZEL());
+    EXPECT_EQ(1, package.getPackagedElements().size());
+    package.getImplementation()->getPackagedElementsWithoutAssociation(d).remove(object);
+}
+
+TEST_F(Containment, KeepsManyToOneAndManyToManyEndsInStep) {
+    open();
+    Association const first = factory.createAssociation();
+    Association const second = factory.createAssociation();
+    Property const end = factory.createProperty();
+    end.setAssociation(first);
+    EXPECT_EQ(end, first.getMemberEnds().at(0));
+    end.setAssociation(second);
+    EXPECT_EQ(0, first.getMemberEnds().size());
+    first.getMemberEnds().push_back(end);
+    EXPECT_EQ(first, end.getAssociation());
+    EXPECT_EQ(0, second.getMemberEnds().size());
+    first.getMemberEnds().clear();
+    EXPECT_FALSE(end.hasAssociation());
+
+    Class const base = factory.createClass();
+    Class const object = factory.createClass();
+    base.getSubClasses().push_back(object);
+    EXPECT_EQ(base, object.getSuperClasses().at(0));
+    object.getSuperClasses().erase(0);
+    EXPECT_EQ(0, base.getSubClasses().size());
+}
+
+TEST_F(Containment, DerivesTheOppositeOfAPropertyFromItsAssociation) {
+    open();
+    Association const association = factory.createAssociation();
+    Property const a = factory.createProperty();
+    Property const b = factory.createProperty();
+    Property const c = factory.createProperty();
+    EXPECT_RAISES("You cannot set the opposite on a Property that has no Association!", a.setOpposite(b));
+    EXPECT_FALSE(a.getOpposite().isValid());
+    a.setAssociation(association);
+    EXPECT_FALSE(a.hasOpposite());
+    EXPECT_RAISES("You cannot set the opposite on a navigable association!", a.setOpposite(b));
+    association.getMemberEnds().push_back(b);
+    EXPECT_EQ(b, a.getOpposite());
+    EXPECT_EQ(a, b.getOpposite());
+    a.setOpposite(c);
+    EXPECT_EQ(c, a.getOpposite());
+    EXPECT_FALSE(b.hasAssociation());
+    association.getOwnedEnds().push_back(c);
+    EXPECT_FALSE(a.hasOpposite());
+    EXPECT_FALSE(c.hasOpposite());
+    association.getOwnedEnds().clear();
+    association.getMemberEnds().push_back(b);
+    EXPECT_FALSE(a.hasOpposite()) << "three ends";
+    b.removeAssociation();
+    a.removeOpposite();
+    EXPECT_FALSE(association.isValid());
+    EXPECT_FALSE(a.hasAssociation());
+    EXPECT_FALSE(c.hasAssociation());
+    EXPECT_TRUE(a.isValid());
+    a.removeOpposite();
+
+    // Both ends of the property, with none at the association.
+    Association const empty = factory.createAssociation();
+    a.getImplementation()->setOnlyAssociation(model.getDeviant(), empty);
+    a.setOpposite(c);
+    EXPECT_EQ(2, empty.getMemberEnds().size());
+    EXPECT_EQ(c, a.getOpposite());
+    EXPECT_EQ(a, c.getOpposite());
+}
+
+TEST_F(Containment, EndsAnObjectWithAllItContainsAndBringsThemBack) {
+    Package package;
+    Class object;
+    Class other;
+    Property attribute;
+    Property elsewhere;
+    Association association;
+    Comment comment;
+    change([&] {
+        package = factory.createPackage();
+        object = factory.createClass();
+        other = factory.createClass();
+        attribute = factory.createProperty();
+        elsewhere = factory.createProperty();
+        association = factory.createAssociation();
+        comment = factory.createComment();
+        object.setPackage(package);
+        attribute.setClass(object);
+        comment.setOwner(attribute);
+        object.getSuperClasses().push_back(other);
+        attribute.setAssociation(association);
+        elsewhere.setAssociation(association);
+    });
+    int const roots = unparented();
+    change([&] { object.destroy(); });
+    for (ClassObject const & gone : {ClassObject(object), ClassObject(attribute), ClassObject(comment)}) {
+        EXPECT_FALSE(gone.isValid());
+        EXPECT_THROW(static_cast<void>(gone.getContainerZEL()), Exception);
+        EXPECT_FALSE(model.getObjectById(gone.getId()).isValid());
+    }
+    EXPECT_NO_THROW(object.destroy());
+    EXPECT_EQ(0, package.getContaineeZELs().size());
+    EXPECT_EQ(0, other.getSubClasses().size());
+    ASSERT_EQ(1, association.getMemberEnds().size());
+    EXPECT_EQ(elsewhere, association.getMemberEnds().at(0));
+    EXPECT_EQ(roots, unparented());
+    expectOneTree(model);
+
+    model.undo();
+    EXPECT_TRUE(comment.isValid());
+    EXPECT_EQ(attribute, comment.getOwner());
+    EXPECT_EQ(object, attribute.getClass());
+    EXPECT_EQ(package, object.getPackage());
+    EXPECT_EQ(object, other.getSubClasses().at(0));
+    EXPECT_EQ(2, association.getMemberEnds().size());
+    EXPECT_EQ(elsewhere, attribute.getOpposite());
+    model.redo();
+    EXPECT_FALSE(attribute.isValid());
+    EXPECT_EQ(1, association.getMemberEnds().size());
+
+    // An object that has no container, and a cancelled end.
+    model.beginTransaction();
+    package.destroy();
+    EXPECT_EQ(roots - 1, unparented());
+    model.cancelTransaction();
+    EXPECT_TRUE(package.isValid());
+    EXPECT_EQ(roots, unparented());
+}
+
+TEST_F(Containment, EndsOnlyWithinATransaction) {
+    Package package;
+    change([&] { package = factory.createPackage(); });
+    EXPECT_THROW(package.destroy(), Exception);
+    EXPECT_TRUE(package.isValid());
+}
+
+TEST_F(Containment, HoldsForDerivedContaineeListsInTheOrderOfTheProperties) {
+    open();
+    Operation const operation = factory.createOperation();
+    Comment const comment = factory.createComment();
+    Constraint const rule = factory.createConstraint();
+    Constraint const post = factory.createConstraint();
+    Parameter const parameter = factory.createParameter();
+    comment.setOwner(operation);
+    operation.getOwnedRules().push_back(rule);
+    operation.getPostconditions().push_back(post);
+    operation.getParameterOwnedParameters().push_back(parameter);
+    std::vector<ClassObject> const expected{parameter, post, comment, rule};
+    std::vector<ClassObject> const actual = operation.getContaineeZELs().toVector();
+    EXPECT_EQ(expected, actual);
+    EXPECT_EQ(3, operation.getOwnedMembers().size());
+    EXPECT_EQ(4, operation.getOwnedElements().size());
+    operation.getContaineeZELs().clear();
+    EXPECT_FALSE(comment.hasContainerZEL());
+    EXPECT_FALSE(post.hasContainerZEL());
+}
+
+// A tree as deep as this one leaves no room for recursion, nor for a walk to the top at each step.
+TEST_F(Containment, HoldsForAHundredThousandNestedPackages) {
+    constexpr int kDepth = 100000;
+    auto const begin = std::chrono::steady_clock::now();
+    Package top;
+    Package bottom;
+    Package copy;
+    change([&] {
+        top = factory.createPackage();
+        bottom = top;
+        for (int i = 1; i < kDepth; ++i) {
+            Package const next = factory.createPackage();
+            next.setNestingPackage(bottom);
+            bottom = next;
+        }
+    });
+    EXPECT_EQ(1, unparented());
+    change([&] { copy = Package(top.clone(model)); });
+    EXPECT_TRUE(copy.isValid());
+    EXPECT_EQ(2 * kDepth + 2, model.getNextIdValue());
+    EXPECT_EQ(2, unparented());
+    change([&] {
+        EXPECT_RAISES("Cyclic composition", top.setNestingPackage(bottom));
+        top.destroy();
+    });
+    EXPECT_FALSE(bottom.isValid());
+    model.undo();
+    EXPECT_TRUE(bottom.isValid());
+    change([&] {
+        top.destroy();
+        copy.destroy();
+    });
+    EXPECT_EQ(0, unparented());
+    auto const seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    EXPECT_LT(seconds, 30);
+}
+
+} // namespace
+} // namespace ZEL

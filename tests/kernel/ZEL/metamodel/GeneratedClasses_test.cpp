@@ -1,0 +1,427 @@
+#include "kernel/ZEL/metamodel/ModelFixture.h"
+#include "support/ExpectRaises.h"
+
+#include <ZEL/ValueObject.h>
+#include <ZEL/ValueObjectFactory.h>
+#include <ZEL/ZEL.h>
+#include <ZEL/metamodel/BodyCore.h>
+#include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/sequences/PropertyToSequenceMethods.h>
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace ZEL {
+namespace {
+
+using internal::ClassDescriptor;
+using internal::PropertyDescriptor;
+using Values = std::map<std::string, std::vector<std::string>>;
+
+/// Derived properties that answer no reader.
+bool isSilent(PropertyDescriptor const & property) {
+    static std::set<std::string> const silent{"importedMember", "inheritedMember", "endType"};
+    return silent.count(property.name) != 0 ||
+           (std::string(property.name) == "type" && std::string(property.owner->name) == "Operation");
+}
+
+/// Properties that name the model or its factory are set when an object is made; numbers and lists of the model are its
+/// own business.
+bool isWritable(PropertyDescriptor const & property) {
+    static std::set<std::string> const kept{"id", "modelZEL", "model", "metaModel", "factory", "unparented",
+                                            "appliedStereotypeInstance"};
+    return !property.isDerived && kept.count(property.name) == 0;
+}
+
+std::vector<PropertyDescriptor const *> propertiesOf(ClassDescriptor const & descriptor) {
+    std::vector<PropertyDescriptor const *> properties;
+    for (PropertyDescriptor const & own : descriptor.ownProperties) {
+        properties.push_back(&own);
+    }
+    properties.insert(properties.end(), descriptor.clones.begin(), descriptor.clones.end());
+    return properties;
+}
+
+std::string textOf(ImmutableObject const & object) {
+    ImmutableValueObject const value(object);
+    if (value.isValid()) {
+        return object.getFullyQualifiedOrcaTypeName().str() + ":" + value.toString().str();
+    }
+    return object.isValid() ? std::to_string(ImmutableClassObject(object).getId()) : "(invalid)";
+}
+
+/// All that reflection shows of an object.
+Values valuesOf(ImmutableClassObject const & object) {
+    Values values;
+    for (PropertyDescriptor const * const property :
+         propertiesOf(object.getImplementation()->internal_body()->internal_descriptor())) {
+        if (isSilent(*property)) {
+            continue;
+        }
+        std::vector<std::string> & texts = values[property->name];
+        for (ImmutableObject const element : object.get(String(property->name))) {
+            texts.push_back(textOf(element));
+        }
+        EXPECT_EQ(object.has(String(property->name)), Boolean(!texts.empty())) << property->name;
+    }
+    return values;
+}
+
+class GeneratedClasses : public Test::ModelFixture {
+protected:
+    GeneratedClasses() {
+        char const * const names[] = {"Association", "Class", "Comment", "Constraint", "DataType", "ElementImport",
+                                      "Enumeration", "EnumerationLiteral", "Expression", "ExtensionEnd",
+                                      "OpaqueExpression", "Operation", "Package", "PackageImport", "PackageMerge",
+                                      "Parameter", "PrimitiveType", "Profile", "Property", "Stereotype"};
+        change([&] {
+            for (char const * const name : names) {
+                examples.push_back(factory.createFromString(String("ZEL." + std::string(name))));
+            }
+        });
+    }
+    std::vector<ClassDescriptor const *> concreteClasses() const {
+        std::vector<ClassDescriptor const *> classes{&descriptorOf(model), &descriptorOf(factory)};
+        for (ClassObject const & example : examples) {
+            classes.push_back(&descriptorOf(example));
+        }
+        return classes;
+    }
+    static ClassDescriptor const & descriptorOf(ClassObject const & object) {
+        return object.getImplementation()->internal_body()->internal_descriptor();
+    }
+
+    ClassObject create(ClassDescriptor const & descriptor) {
+        if (descriptor.builtAs == internal::BuiltAs::Model) {
+            return model;
+        }
+        if (std::string(descriptor.name) == "Factory") {
+            return factory;
+        }
+        return factory.createFromString(String(descriptor.orcaName));
+    }
+
+    /// A value that the property accepts and that differs from what it has at first.
+    Object sampleFor(PropertyDescriptor const & property) {
+        if (property.typeClass == nullptr) {
+            static std::map<std::string, char const *> const texts{
+                {"ZEL.String", "text"},        {"ZEL.Integer", "7"},
+                {"ZEL.UnlimitedNatural", "9"}, {"ZEL.PersistenceKind", "extension"},
+                {"ZEL.VisibilityKind", "protected"}, {"ZEL.ParameterDirectionKind", "out"},
+                {"ZEL.PackageMergeKind", "define"}};
+            if (std::string(property.typeName) == "ZEL.Boolean") {
+                bool const isTrue = std::string(property.defaultValue) == "true";
+                return ValueObjectFactory::createFromString(property.typeName, isTrue ? "false" : "true");
+            }
+            return ValueObjectFactory::createFromString(property.typeName, texts.at(property.typeName));
+        }
+        for (ClassObject const & example : examples) {
+            if (example.getImplementation()->cast(property.typeClass->classInfo()) != nullptr) {
+                return create(descriptorOf(example));
+            }
+        }
+        ADD_FAILURE() << property.name << " takes no object";
+        return Object();
+    }
+
+    /// Sets one property of one object, and takes all roads back and forth.
+    void checkProperty(ClassDescriptor const & descriptor, PropertyDescriptor const & property);
+
+    std::vector<ClassObject> examples; ///< one object of each class that a factory makes
+};
+
+/// The value by the operation of the body, which has a short way to the state, and by that of the state.
+void checkRoads(ImmutableClassObject const & object, PropertyDescriptor const & property) {
+    if (property.isMany() || property.storage != internal::Storage::Field) {
+        return;
+    }
+    NSInterface::ObjectIntf & body = *object.getImplementation();
+    NSInterface::ObjectIntf & state = *body.getReadDeviant(object.getDeviant());
+    EXPECT_EQ(property.single->has(&body, object.getDeviant()), property.single->has(&state, object.getDeviant()));
+    EXPECT_TRUE(property.single->get(&body, object.getDeviant())
+                    .boxed()
+                    .isSameElement(property.single->get(&state, object.getDeviant()).boxed()) ||
+                property.typeClass == nullptr);
+    EXPECT_EQ(textOf(Generic::RefTraits<Object>::fromRef(property.single->get(&body, object.getDeviant()))),
+              textOf(Generic::RefTraits<Object>::fromRef(property.single->get(&state, object.getDeviant()))));
+}
+
+void GeneratedClasses::checkProperty(ClassDescriptor const & descriptor, PropertyDescriptor const & property) {
+    String const name(property.name);
+    ClassObject object;
+    Object value;
+    model.clearUndoStack(); // lest it be full
+    change([&] {
+        object = create(descriptor);
+        value = sampleFor(property);
+    });
+    ClassObject const partner(value);
+    auto const all = [&] {
+        return std::make_pair(valuesOf(object), partner.isValid() ? valuesOf(partner) : Values());
+    };
+    auto const before = all();
+    change([&] { object.setOrAdd(name, value); });
+    EXPECT_TRUE(object.has(name));
+    EXPECT_EQ(textOf(value), textOf(object.getOne(name)));
+    EXPECT_EQ(1, object.get(name).size());
+    EXPECT_EQ(textOf(value), textOf(object.get(name).at(0)));
+    checkRoads(object, property);
+    auto const after = all();
+    EXPECT_NE(before, after);
+
+    model.undo();
+    EXPECT_EQ(before, all());
+    model.redo();
+    EXPECT_EQ(after, all());
+
+    int const level = model.getUndoStackLength();
+    change([&] { property.isMany() ? object.remove(name, value) : object.setOrAdd(name, value); });
+    if (!property.isMany()) {
+        EXPECT_EQ(level, model.getUndoStackLength()) << "an equal value was written";
+        change([&] { object.removeOne(name); });
+    }
+    if (property.isMany() || property.typeClass != nullptr) {
+        EXPECT_FALSE(object.has(name));
+    }
+    // Removing a required value does nothing.
+    if (model.getUndoStackLength() > level) {
+        model.undo();
+    }
+    EXPECT_EQ(after, all());
+
+    model.beginTransaction();
+    object.removeOne(name);
+    model.cancelTransaction();
+    EXPECT_EQ(after, all());
+
+    if (descriptor.builtAs == internal::BuiltAs::Model || std::string(descriptor.name) == "Factory") {
+        change([&] { object.removeOne(name); });
+        return;
+    }
+    change([&] { object.destroy(); });
+    EXPECT_FALSE(object.isValid());
+    if (partner.isValid()) {
+        for (auto const & [end, texts] : valuesOf(partner)) {
+            for (std::string const & text : texts) {
+                EXPECT_NE(textOf(Object()), text) << end;
+            }
+        }
+    }
+    model.undo();
+    ASSERT_TRUE(object.isValid());
+    EXPECT_EQ(after, all());
+}
+
+TEST_F(GeneratedClasses, SetReadAndRestoreEachWritableProperty) {
+    int checked = 0;
+    for (ClassDescriptor const * const descriptor : concreteClasses()) {
+        for (PropertyDescriptor const * const property : propertiesOf(*descriptor)) {
+            // A model cannot be contained.
+            bool const isContainerOfModel = descriptor->builtAs == internal::BuiltAs::Model &&
+                                            property->storage == internal::Storage::Container;
+            if (isWritable(*property) && !isContainerOfModel) {
+                SCOPED_TRACE(std::string(descriptor->name) + "." + property->name);
+                ASSERT_NO_THROW(checkProperty(*descriptor, *property));
+                ++checked;
+            }
+        }
+    }
+    EXPECT_GT(checked, 200);
+}
+
+TEST_F(GeneratedClasses, GiveNewObjectsTheirInitialValues) {
+    open();
+    for (ClassDescriptor const * const descriptor : concreteClasses()) {
+        ClassObject const object = create(*descriptor);
+        for (PropertyDescriptor const * const property : propertiesOf(*descriptor)) {
+            SCOPED_TRACE(std::string(descriptor->name) + "." + property->name);
+            if (!isWritable(*property) || property->typeClass != nullptr || property->isMany()) {
+                continue;
+            }
+            bool const isRequired = property->lower == 1 && std::string(property->typeName) != "ZEL.String";
+            EXPECT_EQ(isRequired || *property->defaultValue != '\0', bool(object.has(String(property->name))));
+            if (*property->defaultValue != '\0') {
+                EXPECT_EQ(property->defaultValue, object.getOne(String(property->name)).toString().str());
+            }
+        }
+    }
+}
+
+TEST_F(GeneratedClasses, NameTheirObjects) {
+    open();
+    for (ClassDescriptor const * const descriptor : concreteClasses()) {
+        SCOPED_TRACE(descriptor->name);
+        ClassObject const object = create(*descriptor);
+        std::string const name = descriptor->name;
+        EXPECT_TRUE(object.isValid());
+        EXPECT_EQ("ZEL." + name, object.getFullyQualifiedOrcaTypeName().str());
+        EXPECT_EQ("ZEL.Immutable" + name, ImmutableClassObject(object).getFullyQualifiedOrcaTypeName().str());
+        EXPECT_EQ(name, object.getMetaClass().getName().str());
+        EXPECT_EQ(object.getMetaClass(), Object(object).getMetaType());
+        EXPECT_EQ(object.getMetaClass().getImplementationWithoutAssert(), descriptor->runtime->metaClass());
+        EXPECT_GT(object.getByteSize(), 0U);
+        Object const text = object.fromString(String("ignored"));
+        EXPECT_EQ("", text.toString().str());
+        EXPECT_TRUE(ImmutableValueObject(text).isValid());
+    }
+}
+
+TEST_F(GeneratedClasses, HaveOneIdentityByWhateverRoad) {
+    open();
+    Property const property = factory.createProperty();
+    NamedElement const byFeature{RedefinableElement(Feature(StructuralFeature(property)))};
+    NamedElement const byType{TypedElement(MultiplicityElement(property))};
+    NamedElement const narrowed((Object(property)));
+    EXPECT_EQ(byFeature, byType);
+    EXPECT_EQ(byFeature, narrowed);
+    EXPECT_EQ(property, narrowed);
+    EXPECT_FALSE(byFeature < byType);
+    EXPECT_FALSE(byType < byFeature);
+    EXPECT_EQ(property, Property(byType));
+    std::set<Object> const objects{property, byFeature, byType, narrowed};
+    EXPECT_EQ(1U, objects.size());
+
+    Comment const wrong((Object(property)));
+    EXPECT_FALSE(wrong.isValid());
+    EXPECT_EQ(nullptr, wrong.getImplementationWithoutAssert());
+    EXPECT_EQ(Deviant(), wrong.getDeviant());
+    EXPECT_EQ(Element(model), ClassObject(Model(model)));
+}
+
+TEST_F(GeneratedClasses, ReadAndWriteThroughTheInterfaceAsThroughTheBody) {
+    open();
+    Deviant const deviant = model.getDeviant();
+    Property const property = factory.createProperty();
+    Class const type = factory.createClass();
+    NSInterface::PropertyIntf & body = *property.getImplementation();
+
+    body.PropertyIntf::setIsComposite(deviant, Boolean(true));
+    EXPECT_TRUE(property.isComposite());
+    EXPECT_TRUE(body.PropertyIntf::isComposite(deviant));
+    body.MultiplicityElementIntf::setLower(deviant, Integer(0));
+    EXPECT_EQ(0, property.getLower());
+    EXPECT_TRUE(body.MultiplicityElementIntf::hasLower(deviant));
+    property.removeLower();
+    EXPECT_FALSE(body.MultiplicityElementIntf::hasLower(deviant));
+    property.setUpper(UnlimitedNatural(0xFFFFFFFFU));
+    EXPECT_EQ(UnlimitedNatural(0xFFFFFFFFU), body.MultiplicityElementIntf::getUpper(deviant));
+    body.NamedElementIntf::setName(deviant, String("n"));
+    EXPECT_EQ("n", property.getName().str());
+    property.setVisibility(VisibilityKind(VisibilityKind::Private));
+    EXPECT_EQ(VisibilityKind(VisibilityKind::Private), body.NamedElementIntf::getVisibility(deviant));
+    body.NamedElementIntf::removeVisibility(deviant);
+    EXPECT_FALSE(property.hasVisibility());
+    property.setType(type);
+    EXPECT_EQ(type, body.TypedElementIntf::getType(deviant));
+    body.TypedElementIntf::removeOnlyType(deviant);
+    EXPECT_FALSE(property.hasType());
+}
+
+TEST_F(GeneratedClasses, ForwardRedefinedOperations) {
+    open();
+    ExtensionEnd const end = factory.createExtensionEnd();
+    Stereotype const stereotype = factory.createStereotype();
+    end.setStereotypeType(stereotype);
+    EXPECT_EQ(stereotype, end.getType());
+    end.setType(Type());
+    EXPECT_FALSE(end.hasStereotypeType());
+    EXPECT_RAISES("An Internal Error has occurred", end.setType(factory.createClass()));
+    Class const object = factory.createClass();
+    Class const base = factory.createClass();
+    object.getGenerals().push_back(base);
+    EXPECT_EQ(base, object.getSuperClasses().at(0));
+    EXPECT_EQ(object, base.getSubClasses().at(0));
+    EXPECT_EQ(model.getFactory(), model.getFactoryFactory());
+    EXPECT_EQ(factory.getModel(), factory.getMetaModel());
+    Profile const profile = factory.createProfile();
+    stereotype.setProfile(profile);
+    EXPECT_EQ(profile, stereotype.getPackage());
+}
+
+TEST_F(GeneratedClasses, WriteNothingForAnEqualValue) {
+    Comment comment;
+    change([&] { comment = factory.createComment(); });
+    EXPECT_NO_THROW(comment.setBody(String()));
+    EXPECT_THROW(comment.setBody(String("x")), Exception);
+    EXPECT_THROW(comment.removeBody(), Exception);
+    change([&] { comment.setBody(String("x")); });
+    EXPECT_NO_THROW(comment.setBody(String("x")));
+    EXPECT_TRUE(comment.hasBody());
+    change([&] { comment.setBody(String("")); });
+    EXPECT_FALSE(comment.hasBody());
+    int const length = model.getUndoStackLength();
+    change([&] { comment.removeBody(); });
+    EXPECT_EQ(length + 1, model.getUndoStackLength());
+}
+
+TEST_F(GeneratedClasses, RefuseANamedDeviantAsPlaceOfARootState) {
+    Deviant const named = model.createDeviantWithName(String("d")).getDeviant();
+    open();
+    Comment const comment = factory.createComment();
+    EXPECT_RAISES("no root deviant passed to CommentImpl::createRootDeviation",
+                  comment.getImplementation()->internal_body()->createRootDeviation(named));
+    EXPECT_EQ(nullptr, comment.getImplementation()->internal_createDeviation(model.getDeviant()));
+}
+
+char const kNull[] = "Cannot access NULL ref. Use isValid() before calling methods";
+
+template <class H> class NullHandle : public testing::Test {};
+using Handles =
+    testing::Types<ClassObject, Element, NamedElement, Namespace, Type, Classifier, PackageableElement, Feature,
+                   RedefinableElement, StructuralFeature, BehavioralFeature, TypedElement, MultiplicityElement, Relationship,
+                   DirectedRelationship, ValueSpecification, FactoryObject, Model, StereotypeObject, Association, Class, Comment,
+                   Constraint, DataType, ElementImport, Enumeration, EnumerationLiteral, Expression, ExtensionEnd, Factory,
+                   MetaModel, OpaqueExpression, Operation, Package, PackageImport, PackageMerge, Parameter, PrimitiveType,
+                   Profile, Property, Stereotype>;
+TYPED_TEST_SUITE(NullHandle, Handles);
+
+TYPED_TEST(NullHandle, RaisesItsTextOnEachOperation) {
+    TypeParam const null;
+    typename TypeParam::ImmutableForm const immutableNull;
+    String const name("x");
+    ImmutableProperty const property;
+    Object const value;
+    EXPECT_FALSE(null.isValid());
+    EXPECT_RAISES(kNull, null.get(name));
+    EXPECT_RAISES(kNull, null.get(property));
+    EXPECT_RAISES(kNull, null.getOne(name));
+    EXPECT_RAISES(kNull, null.getOne(property));
+    EXPECT_RAISES(kNull, null.has(name));
+    EXPECT_RAISES(kNull, null.has(property));
+    EXPECT_RAISES(kNull, null.setOrAdd(name, value));
+    EXPECT_RAISES(kNull, null.setOrAdd(property, value));
+    EXPECT_RAISES(kNull, null.setOrAddOnly(name, value));
+    EXPECT_RAISES(kNull, null.setOrAddOnly(property, value));
+    EXPECT_RAISES(kNull, null.remove(name, value));
+    EXPECT_RAISES(kNull, null.remove(property, value));
+    EXPECT_RAISES(kNull, null.removeOnly(name, value));
+    EXPECT_RAISES(kNull, null.removeOnly(property, value));
+    EXPECT_RAISES(kNull, null.removeOne(name));
+    EXPECT_RAISES(kNull, null.removeOne(property));
+    EXPECT_RAISES(kNull, null.removeOneOnly(name));
+    EXPECT_RAISES(kNull, null.removeOneOnly(property));
+    EXPECT_RAISES(kNull, null.getId());
+    EXPECT_RAISES(kNull, null.getSiid());
+    EXPECT_RAISES(kNull, null.toString());
+    EXPECT_RAISES(kNull, null.getByteSize());
+    EXPECT_RAISES(kNull, null.getMetaClass());
+    EXPECT_RAISES(kNull, null.fromString(name));
+    EXPECT_RAISES(kNull, null.destroy());
+    EXPECT_RAISES(kNull, immutableNull.get(name));
+    EXPECT_RAISES(kNull, immutableNull.getOne(property));
+    EXPECT_RAISES(kNull, immutableNull.has(name));
+}
+
+TYPED_TEST(NullHandle, HasTheNameOfItsHandleClass) {
+    std::string const name = TypeParam::MetaClass().getName().str();
+    EXPECT_EQ("ZEL." + name, TypeParam::getOrcaName());
+    EXPECT_EQ("ZEL.Immutable" + name, TypeParam::ImmutableForm::getOrcaName());
+    EXPECT_EQ("ZEL." + name, TypeParam().getFullyQualifiedOrcaTypeName().str());
+    EXPECT_EQ("ZEL.Immutable" + name, typename TypeParam::ImmutableForm().getFullyQualifiedOrcaTypeName().str());
+    EXPECT_EQ(TypeParam(), Object());
+}
+
+} // namespace
+} // namespace ZEL

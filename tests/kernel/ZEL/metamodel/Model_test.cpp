@@ -1,0 +1,398 @@
+#include "kernel/ZEL/metamodel/ModelFixture.h"
+#include "support/ExpectRaises.h"
+
+#include <ZEL/Cleanup.h>
+#include <ZEL/IdText.h>
+#include <ZEL/ZEL.h>
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <limits>
+#include <regex>
+#include <string>
+
+namespace ZEL {
+namespace {
+
+char const kDead[] = "object accessed after its model has been destroyed";
+
+class ModelTest : public Test::ModelFixture {
+protected:
+    static MetaModel openModel() {
+        MetaModel const made = Factory::createNewModel();
+        made.beginTransaction();
+        return made;
+    }
+};
+
+TEST_F(ModelTest, IsNewWithItsFactoryAndTheFirstNumber) {
+    EXPECT_EQ(1, model.getId());
+    EXPECT_EQ(2, model.getNextIdValue());
+    EXPECT_TRUE(model.hasNextIdValue());
+    EXPECT_EQ(model, model.getModelZEL());
+    EXPECT_EQ(model, model.getRootModel());
+    EXPECT_FALSE(model.hasContainerZEL());
+    EXPECT_EQ(0, model.getUnparented().size());
+    ASSERT_TRUE(factory.isValid());
+    EXPECT_EQ(factory, model.getFactory());
+    EXPECT_EQ(model, factory.getModelZEL());
+    EXPECT_EQ(model, factory.getModel());
+    EXPECT_FALSE(factory.hasContainerZEL());
+    EXPECT_EQ(-1, factory.getId());
+    EXPECT_EQ(50, model.getMaximumUndoStackLength());
+    EXPECT_EQ(0, model.getUndoStackLength());
+    EXPECT_FALSE(model.hasUri());
+    EXPECT_EQ(MetaModel::MetaClass(), model.getMetaClass());
+}
+
+TEST_F(ModelTest, HasAUuidOfItsOwnThatNamesItsObjects) {
+    std::string const uuid = model.getUuidBase().str();
+    EXPECT_TRUE(std::regex_match(uuid, std::regex("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}"))) << uuid;
+    EXPECT_NE(uuid, Factory::createNewModel().getUuidBase().str());
+    EXPECT_EQ(uuid, model.getSiid().str());
+    EXPECT_EQ(uuid, model.getStringSiid().str());
+    change([&] {
+        Comment const comment = factory.createComment();
+        EXPECT_EQ(uuid + "_2", comment.getSiid().str());
+        std::string const text = getPrefixedId(comment.getSiid().str());
+        EXPECT_EQ("_zel_" + uuid + "_2", text);
+        EXPECT_EQ(2, getIdValue(text));
+        EXPECT_EQ(uuid, getUuidValue(text));
+        model.setUuidBase(String("u"));
+        EXPECT_EQ("u_2", comment.getSiid().str());
+    });
+    EXPECT_NO_THROW(model.setUuidBase(String("u")));
+}
+
+TEST_F(ModelTest, NumbersItsObjectsInTheOrderOfCreation) {
+    open();
+    Comment const first = factory.createComment();
+    Class const second = factory.create<Class>();
+    EXPECT_EQ(2, first.getId());
+    EXPECT_EQ(3, second.getId());
+    EXPECT_EQ(4, model.getNextIdValue());
+    EXPECT_EQ(first, model.getObjectById(Integer(2)));
+    EXPECT_EQ(model, model.getObjectById(Integer(1)));
+    EXPECT_FALSE(model.getObjectById(Integer(4)).isValid());
+    EXPECT_FALSE(model.getObjectById(Integer(-1)).isValid());
+    EXPECT_FALSE(model.getObjectById(Integer(std::numeric_limits<std::int32_t>::max())).isValid());
+    EXPECT_EQ(first, model.getUnparented().at(0));
+    EXPECT_EQ(model, first.getModelZEL());
+    EXPECT_TRUE(first.hasId());
+}
+
+TEST_F(ModelTest, TakesNumbersFromOutsideAndCountsOnBehindThem) {
+    open();
+    Comment const far(factory.createFromString(String("ZEL.Comment"), Integer(10)));
+    EXPECT_EQ(10, far.getId());
+    EXPECT_EQ(11, model.getNextIdValue());
+    Class const low(factory.createFromString(String("ZEL.Class"), Integer(5)));
+    EXPECT_EQ(5, low.getId());
+    EXPECT_EQ(11, model.getNextIdValue());
+    EXPECT_EQ(11, factory.createComment().getId());
+    EXPECT_EQ(low, model.getObjectById(Integer(5)));
+}
+
+TEST_F(ModelTest, RefusesANumberThatIsTaken) {
+    open();
+    Comment const comment = factory.createComment();
+    Class const object = factory.createClass();
+    EXPECT_RAISES("Attempt to overwrite object (id = '2'; type = 'ZEL.Comment') with object (id = '2; type = 'ZEL.Class')",
+                  model.setObjectId(object, Integer(2)));
+    EXPECT_EQ(3, object.getId());
+    EXPECT_EQ(comment, model.getObjectById(Integer(2)));
+    EXPECT_RAISES("Attempt to overwrite object (id = '2'; type = 'ZEL.Comment') with object (id = '2; type = 'ZEL.Package')",
+                  factory.createFromString(String("ZEL.Package"), Integer(2)));
+    EXPECT_EQ(2, model.getUnparented().size());
+    EXPECT_EQ(4, model.getNextIdValue());
+    EXPECT_EQ(model, model.handleObjectById(Integer(1), object, Integer(0)));
+    EXPECT_EQ(3, object.getId());
+    EXPECT_EQ(object, model.handleObjectById(Integer(3), ClassObject(), Integer(1)));
+    EXPECT_FALSE(model.handleObjectById(Integer(3), ClassObject(), Integer(2)).isValid());
+}
+
+TEST_F(ModelTest, RunsOutOfNumbersBehindTheLargest) {
+    open();
+    constexpr std::int32_t kLast = std::numeric_limits<std::int32_t>::max();
+    model.setNextIdValue(Integer(kLast));
+    Comment const last = factory.createComment();
+    EXPECT_EQ(kLast, last.getId());
+    EXPECT_EQ(last, model.getObjectById(Integer(kLast)));
+    EXPECT_LT(model.getNextIdValue(), 1);
+    EXPECT_RAISES("Internal id value overflow!", factory.createComment());
+    EXPECT_RAISES("Internal id value overflow!", model.setObjectId(last, Integer(7)));
+    EXPECT_EQ(1, model.getUnparented().size());
+}
+
+TEST_F(ModelTest, MakesObjectsByTheNamesOfTheirClasses) {
+    open();
+    EXPECT_EQ("ZEL.Expression", factory.createFromString(String("ZEL.Expression")).getFullyQualifiedOrcaTypeName().str());
+    for (char const * const name : {"ZEL.Element", "Comment", "ZEL.NoSuch", "", "ZEL.MetaModel", "ZEL.Factory", "zel.comment"}) {
+        EXPECT_FALSE(factory.createFromString(String(name)).isValid()) << name;
+        EXPECT_FALSE(factory.createFromString(String(name), Integer(77)).isValid()) << name;
+    }
+    EXPECT_EQ(1, model.getUnparented().size());
+}
+
+TEST_F(ModelTest, MakesObjectsWithWhatTheirCreatorsAreGiven) {
+    open();
+    Package const package = factory.createPackage(String("P"));
+    Class const object = factory.createClass();
+    EXPECT_EQ("P", package.getName().str());
+    EXPECT_EQ("R", factory.createProfile(String("R")).getName().str());
+    Expression const expression = factory.createExpression();
+    EXPECT_EQ(expression, factory.createConstraint(expression).getSpecification());
+    ElementImport const elementImport = factory.createElementImport(object, package);
+    EXPECT_EQ(object, elementImport.getImportedElement());
+    EXPECT_EQ(package, elementImport.getImportingNamespace());
+    PackageImport const packageImport = factory.createPackageImport(package, object);
+    EXPECT_EQ(package, packageImport.getImportedPackage());
+    EXPECT_EQ(object, packageImport.getContainerZEL());
+    PackageMerge const merge = factory.createPackageMerge(PackageMergeKind(PackageMergeKind::Define), package, package);
+    EXPECT_EQ(PackageMergeKind(PackageMergeKind::Define), merge.getMergeType());
+    EXPECT_EQ(package, merge.getReceivingPackage());
+    EXPECT_EQ(package, merge.getMergedPackage());
+    Stereotype const stereotype = factory.createStereotype();
+    ExtensionEnd const end = factory.createExtensionEnd(stereotype, Boolean(true));
+    EXPECT_EQ(stereotype, end.getStereotypeType());
+    EXPECT_TRUE(end.isRequired());
+}
+
+TEST_F(ModelTest, MakesObjectsOnlyWithinATransaction) {
+    EXPECT_THROW(static_cast<void>(factory.createComment()), Exception);
+    EXPECT_EQ(2, model.getNextIdValue());
+    EXPECT_EQ(0, model.getUnparented().size());
+}
+
+TEST_F(ModelTest, TakesBackItsObjectsWithTheTransactionButNotTheirNumbers) {
+    Comment comment;
+    change([&] { comment = factory.createComment(); });
+    model.undo();
+    EXPECT_FALSE(comment.isValid());
+    EXPECT_EQ(0, model.getUnparented().size());
+    EXPECT_FALSE(model.getObjectById(Integer(2)).isValid());
+    model.redo();
+    EXPECT_EQ(comment, model.getObjectById(Integer(2)));
+    model.beginTransaction();
+    Comment const cancelled = factory.createComment();
+    model.cancelTransaction();
+    EXPECT_FALSE(cancelled.isValid());
+    EXPECT_EQ(3, cancelled.getId());
+    EXPECT_EQ(1, model.getUnparented().size());
+}
+
+TEST_F(ModelTest, GivesANumberAgainOnceItsObjectHasEnded) {
+    open();
+    Comment const first = factory.createComment();
+    first.destroy();
+    Class const second(factory.createFromString(String("ZEL.Class"), Integer(2)));
+    EXPECT_EQ(second, model.getObjectById(Integer(2)));
+}
+
+TEST(ModelDeath, LeavesItsObjectsWithATextForEachAccess) {
+    Class object;
+    Comment comment;
+    Factory factory;
+    Sequence<Property> attributes;
+    MetaModel deviant;
+    {
+        MetaModel model = Factory::createNewModel();
+        factory = model.getFactoryFactory();
+        model.beginTransaction();
+        object = factory.createClass();
+        comment = factory.createComment();
+        comment.setOwner(object);
+        attributes = object.getOwnedAttributes();
+        model.commitTransaction();
+    }
+    EXPECT_FALSE(object.isValid());
+    EXPECT_FALSE(factory.isValid());
+    struct {
+        char const * name;
+        std::function<void()> call;
+    } const rows[] = {
+        {"get", [&] { static_cast<void>(object.getName()); }},
+        {"has", [&] { static_cast<void>(comment.hasBody()); }},
+        {"reference", [&] { static_cast<void>(comment.getOwner()); }},
+        {"set", [&] { object.setName(String("n")); }},
+        {"setOwner", [&] { comment.setOwner(Element()); }},
+        {"reflection", [&] { static_cast<void>(object.getOne(String("name"))); }},
+        {"sequence", [&] { static_cast<void>(attributes.size()); }},
+        {"push", [&] { attributes.push_back(Property()); }},
+        {"siid", [&] { static_cast<void>(object.getSiid()); }},
+        {"create", [&] { static_cast<void>(factory.createComment()); }},
+        {"create by name", [&] { static_cast<void>(factory.createFromString(String("ZEL.Comment"))); }},
+    };
+    for (auto const & row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_RAISES(kDead, row.call());
+    }
+    EXPECT_NO_THROW(object.destroy());
+    EXPECT_EQ(2, object.getId());
+    EXPECT_EQ("ZEL.Class", object.getMetaClass().getQualifiedName().str());
+    EXPECT_EQ("ZEL.Class", object.getFullyQualifiedOrcaTypeName().str());
+    EXPECT_RAISES("Attempt to access object of type 'ZEL.Class' [id = 2 ] after its model has been destroyed",
+                  DeviantAssertions::assertThatModelHasBeenDestroyed(object.getImplementation()));
+}
+
+TEST(ModelDeath, LeavesNoObjectBehind) {
+    int const before = Cleanup::numberOfActiveObjects();
+    {
+        MetaModel model = Factory::createNewModel();
+        model.beginTransaction();
+        Package const package = model.getFactoryFactory().createPackage();
+        for (int i = 0; i < 10; ++i) {
+            Class const object = model.getFactoryFactory().createClass();
+            object.setPackage(package);
+        }
+        model.commitTransaction();
+        model.beginTransaction();
+        package.destroy();
+        model.commitTransaction();
+        model.undo();
+        static_cast<void>(model.createDeviantWithName(String("d")));
+    }
+    EXPECT_EQ(before, Cleanup::numberOfActiveObjects());
+}
+
+TEST(ModelDeath, LeavesReferencesOfAnotherModelHarmless) {
+    MetaModel user = Factory::createNewModel();
+    user.beginTransaction();
+    Property const property = user.getFactoryFactory().createProperty();
+    {
+        MetaModel owner = Factory::createNewModel();
+        owner.beginTransaction();
+        property.setType(owner.getFactoryFactory().createClass());
+        EXPECT_TRUE(property.getType().isValid());
+        owner.commitTransaction();
+    }
+    EXPECT_TRUE(property.hasType());
+    EXPECT_FALSE(property.getType().isValid());
+    property.removeType();
+    EXPECT_FALSE(property.hasType());
+    user.commitTransaction();
+}
+
+TEST_F(ModelTest, EndsWithAllItsObjectsAndComesBack) {
+    Package package;
+    Class object;
+    Class loose;
+    change([&] {
+        package = factory.createPackage();
+        model.setTopPackage(package);
+        object = factory.createClass();
+        object.setPackage(package);
+        loose = factory.createClass();
+    });
+    change([&] { model.destroy(); });
+    EXPECT_FALSE(object.isValid());
+    EXPECT_FALSE(loose.isValid());
+    EXPECT_FALSE(model.isValid());
+    model.getDeviant().undo();
+    EXPECT_TRUE(model.isValid());
+    EXPECT_EQ(package, object.getPackage());
+    EXPECT_EQ(loose, model.getUnparented().at(0));
+    EXPECT_TRUE(factory.isValid());
+}
+
+class Cloning : public ModelTest {
+protected:
+    Cloning() {
+        open();
+        package = factory.createPackage(String("P"));
+        object = factory.createClass();
+        attribute = factory.createProperty();
+        outside = factory.createClass();
+        association = factory.createAssociation();
+        object.setName(String("C"));
+        object.setPackage(package);
+        attribute.setClass(object);
+        attribute.setType(object);
+        attribute.setAssociation(association);
+        attribute.setLower(Integer(0));
+        object.getSuperClasses().push_back(outside);
+    }
+    Package package;
+    Class object;
+    Property attribute;
+    Class outside;
+    Association association;
+};
+
+TEST_F(Cloning, WithinAModelCopiesTheTreeAndKeepsLinksToTheRest) {
+    Package const copy(package.clone(model));
+    ASSERT_TRUE(copy.isValid());
+    EXPECT_NE(package, copy);
+    EXPECT_FALSE(copy.hasContainerZEL());
+    EXPECT_TRUE(model.getUnparented().contains(copy));
+    EXPECT_EQ("P", copy.getName().str());
+    ASSERT_EQ(1, copy.getOwnedTypes().size());
+    Class const innerCopy(copy.getOwnedTypes().at(0));
+    EXPECT_NE(object, innerCopy);
+    EXPECT_FALSE(model.getUnparented().contains(innerCopy));
+    EXPECT_EQ(copy, innerCopy.getPackage());
+    ASSERT_EQ(1, innerCopy.getOwnedAttributes().size());
+    Property const attributeCopy = innerCopy.getOwnedAttributes().at(0);
+    EXPECT_EQ(innerCopy, attributeCopy.getType());
+    EXPECT_EQ(0, attributeCopy.getLower());
+    EXPECT_EQ(innerCopy, attributeCopy.getClass());
+    EXPECT_EQ(outside, innerCopy.getSuperClasses().at(0));
+    EXPECT_EQ(2, outside.getSubClasses().size());
+    // What was, stays.
+    EXPECT_EQ(1, object.getOwnedAttributes().size());
+    EXPECT_EQ(object, attribute.getType());
+    EXPECT_EQ(association, attribute.getAssociation());
+}
+
+TEST_F(Cloning, AcrossModelsTakesNumbersOfTheOtherModel) {
+    MetaModel const other = openModel();
+    Package const copy(package.clone(other));
+    ASSERT_TRUE(copy.isValid());
+    EXPECT_EQ(other, copy.getModelZEL());
+    EXPECT_EQ(2, copy.getId());
+    EXPECT_EQ(copy, other.getUnparented().at(0));
+    EXPECT_EQ(1, other.getUnparented().size());
+    Class const innerCopy(copy.getOwnedTypes().at(0));
+    EXPECT_EQ(other, innerCopy.getModelZEL());
+    EXPECT_EQ(innerCopy, innerCopy.getOwnedAttributes().at(0).getType());
+    EXPECT_EQ(1, outside.getSubClasses().size());
+    EXPECT_EQ(0, innerCopy.getSuperClasses().size());
+    EXPECT_FALSE(innerCopy.getOwnedAttributes().at(0).hasAssociation());
+    // By any object of the model.
+    EXPECT_EQ(other, ClassObject(outside.clone(copy)).getModelZEL());
+}
+
+TEST_F(Cloning, OfANullTargetRaises) {
+    EXPECT_RAISES("Cannot access NULL ref. Use isValid() before calling methods", package.clone(ClassObject()));
+}
+
+TEST(Models, AreIndependentOfEachOther) {
+    MetaModel const first = Factory::createNewModel();
+    MetaModel const second = Factory::createNewModel();
+    first.beginTransaction();
+    Comment const comment = first.getFactoryFactory().createComment();
+    EXPECT_THROW(static_cast<void>(second.getFactoryFactory().createComment()), Exception);
+    first.commitTransaction();
+    EXPECT_EQ(0, second.getUndoStackLength());
+    EXPECT_FALSE(second.getObjectById(Integer(2)).isValid());
+    EXPECT_EQ(comment, first.getObjectById(Integer(2)));
+}
+
+TEST(IdTexts, GiveTheirPartsOrNothing) {
+    struct {
+        char const * text;
+        int id;
+        char const * uuid;
+    } const rows[] = {
+        {"_zel_5376c05e-df72-49a6-85e0-5388c3fca417_14", 14, "5376c05e-df72-49a6-85e0-5388c3fca417"},
+        {"_zel_u", 0, "u"}, {"u_14", 0, "14"}, {"", 0, ""}, {"_zel_", 0, ""}, {"x_zel_u_14", 0, "zel"}, {"_zel_u_1", 1, "u"},
+    };
+    for (auto const & row : rows) {
+        EXPECT_EQ(row.id, getIdValue(row.text)) << row.text;
+        EXPECT_EQ(row.uuid, getUuidValue(row.text)) << row.text;
+    }
+}
+
+} // namespace
+} // namespace ZEL

@@ -102,7 +102,10 @@ void createInTransactions(State & state) {
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(createInTransactions)->Args({1000000, 1})->Args({1000000, 1000000})->Iterations(1)
+BENCHMARK(createInTransactions)
+    ->Args({1000000, 1})
+    ->Args({1000000, 1000000})
+    ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 
 /// The end of a model of `range(0)` objects with `range(1)` deviants that have not written.
@@ -123,7 +126,11 @@ void endModel(State & state) {
     }
     state.SetItemsProcessed(objects);
 }
-BENCHMARK(endModel)->Args({100000, 0})->Args({100000, 100})->Args({1000000, 0})->Iterations(2)
+BENCHMARK(endModel)
+    ->Args({100000, 0})
+    ->Args({100000, 100})
+    ->Args({1000000, 0})
+    ->Iterations(2)
     ->Unit(benchmark::kMillisecond);
 
 } // namespace

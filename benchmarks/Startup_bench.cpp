@@ -1,5 +1,4 @@
 #include <benchmark/benchmark.h>
-
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -8,7 +7,9 @@ extern char ** environ;
 
 namespace {
 
-double seconds(timeval const & time) { return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6; }
+double seconds(timeval const & time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
+}
 
 /// Processor time of a whole process, from its start to its end, the work of the loader and of the kernel included.
 void runProcess(benchmark::State & state, char const * program) {
@@ -26,7 +27,10 @@ void runProcess(benchmark::State & state, char const * program) {
     }
 }
 
-BENCHMARK_CAPTURE(runProcess, library, LIBRARY_PROGRAM)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(100);
+BENCHMARK_CAPTURE(runProcess, library, LIBRARY_PROGRAM)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(100);
 BENCHMARK_CAPTURE(runProcess, empty, EMPTY_PROGRAM)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(100);
 
 } // namespace

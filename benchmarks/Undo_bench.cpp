@@ -28,8 +28,13 @@ void undoRenames(State & state) {
     sample.root.clearRedoStack();
     state.SetItemsProcessed(state.iterations() * 2 * state.range(0));
 }
-BENCHMARK(undoRenames)->Args({900, 1000})->Args({900, 1000000})->Args({1, 100000})->Args({100, 100000})
-    ->Args({10000, 100000})->Args({80000, 100000});
+BENCHMARK(undoRenames)
+    ->Args({900, 1000})
+    ->Args({900, 1000000})
+    ->Args({1, 100000})
+    ->Args({100, 100000})
+    ->Args({10000, 100000})
+    ->Args({80000, 100000});
 
 /// Creation of `range(0)` objects in one class.
 void undoCreations(State & state) {

@@ -17,8 +17,8 @@ namespace ZEL::bench {
 /// classes made before, a lower and an upper bound. The same numbers give the same model. It has no undo history.
 class SampleModel {
 public:
-    static constexpr int kClasses = 100;   ///< in a package
-    static constexpr int kProperties = 9;  ///< in a class
+    static constexpr int kClasses = 100;  ///< in a package
+    static constexpr int kProperties = 9; ///< in a class
 
     explicit SampleModel(int packages);
 

@@ -15,7 +15,8 @@
 namespace ZEL::bench {
 
 std::string temporaryPath(std::string const & name) {
-    return (std::filesystem::temp_directory_path() / ("zel-benchmarks-" + std::to_string(getpid()) + "-" + name)).string();
+    return (std::filesystem::temp_directory_path() / ("zel-benchmarks-" + std::to_string(getpid()) + "-" + name))
+        .string();
 }
 
 std::string fileText(std::string const & path) {

@@ -1,7 +1,6 @@
 // A metamodel of one's own at work: `example-library FILE`. The classes in the namespace Library are generated from
 // library.metamodel.yaml, beside this file.
 
-#include <ZEL/Exception.h>
 #include <ZEL/Logger.h>
 #include <ZEL/Transaction.h>
 #include <ZEL/metamodel/Class.h>
@@ -21,7 +20,9 @@
 #include <library/Rare.h>
 #include <library/Reader.h>
 
+#include <exception>
 #include <iostream>
+#include <string>
 
 namespace {
 

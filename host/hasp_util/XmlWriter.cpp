@@ -1,9 +1,9 @@
-#include <algorithm>
 #include <hasp_util/XmlEscaper.h>
 #include <hasp_util/XmlOutputFile.h>
 #include <hasp_util/XmlScopes.h>
 #include <hasp_util/XmlWriter.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <stdexcept>
 #include <system_error>

@@ -1,5 +1,4 @@
 #include <ZEL/Argument.h>
-
 #include <ZEL/ArgumentTypeInfo.h>
 #include <ZEL/ValueObjectFactory.h>
 
@@ -22,17 +21,11 @@ Argument Argument::fromString(String const & text) {
     return Argument(ValueObjectFactory::createFromString(getTypeName(), text.str()));
 }
 
-String Argument::toString() const {
-    return getTypeInfo().convertToString(*this);
-}
+String Argument::toString() const { return getTypeInfo().convertToString(*this); }
 
-void Argument::setValue(Object const & value) {
-    fValue = Object(value.getImplementationWithoutAssert(), Deviant());
-}
+void Argument::setValue(Object const & value) { fValue = Object(value.getImplementationWithoutAssert(), Deviant()); }
 
-ImmutableObject Argument::getNameAsImmutableObject() const {
-    return ValueObject(fName);
-}
+ImmutableObject Argument::getNameAsImmutableObject() const { return ValueObject(fName); }
 
 void Argument::removeObjectName(ImmutableObject const & name) {
     if (fName == String(name)) {

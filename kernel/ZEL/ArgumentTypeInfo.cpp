@@ -1,6 +1,5 @@
-#include <ZEL/ArgumentTypeInfo.h>
-
 #include <ZEL/Argument.h>
+#include <ZEL/ArgumentTypeInfo.h>
 #include <ZEL/Exception.h>
 #include <ZEL/ValueObjectFactory.h>
 
@@ -74,12 +73,8 @@ std::string ArgumentTypeInfo::convertToString(HASP::any const & value) const {
     return "(" + argument.getName().str() + "," + (object.isValid() ? object.toString().str() : "()") + ")";
 }
 
-HASP::any ArgumentTypeInfo::defaultConstruct() const {
-    return Argument();
-}
+HASP::any ArgumentTypeInfo::defaultConstruct() const { return Argument(); }
 
-ArgumentTypeInfo * ArgumentTypeInfo::clone() const {
-    return new ArgumentTypeInfo(*this);
-}
+ArgumentTypeInfo * ArgumentTypeInfo::clone() const { return new ArgumentTypeInfo(*this); }
 
 } // namespace ZEL

@@ -1,5 +1,4 @@
 #include <ZEL/Boolean.h>
-
 #include <ZEL/BooleanTypeInfo.h>
 #include <ZEL/NumberText.h>
 
@@ -12,8 +11,6 @@ HASP::TypeInfo const & Boolean::getTypeInfo() {
     return info;
 }
 
-String Boolean::toString() const {
-    return getTypeInfo().convertToString(*this);
-}
+String Boolean::toString() const { return getTypeInfo().convertToString(*this); }
 
 } // namespace ZEL

@@ -20,7 +20,7 @@ public:
     constexpr Boolean() noexcept = default;
     /// A number counts as true unless it is 0; so does not a number. Pointers do not convert.
     template <class N>
-        requires std::is_arithmetic_v<N>
+    requires std::is_arithmetic_v<N>
     constexpr explicit(!std::same_as<N, bool>) Boolean(N value) noexcept : fValue(value != N(0)) {}
     inline Boolean(Integer const & value) noexcept;
     inline Boolean(Double const & value) noexcept;

@@ -1,6 +1,5 @@
-#include <ZEL/BooleanTypeInfo.h>
-
 #include <ZEL/Boolean.h>
+#include <ZEL/BooleanTypeInfo.h>
 
 namespace ZEL {
 
@@ -17,12 +16,8 @@ std::string BooleanTypeInfo::convertToString(HASP::any const & value) const {
     return HASP::any_cast<Boolean const &>(value).getValue() ? "true" : "false";
 }
 
-HASP::any BooleanTypeInfo::defaultConstruct() const {
-    return Boolean();
-}
+HASP::any BooleanTypeInfo::defaultConstruct() const { return Boolean(); }
 
-BooleanTypeInfo * BooleanTypeInfo::clone() const {
-    return new BooleanTypeInfo(*this);
-}
+BooleanTypeInfo * BooleanTypeInfo::clone() const { return new BooleanTypeInfo(*this); }
 
 } // namespace ZEL

@@ -32,7 +32,7 @@ public:
 protected:
     Cleanup();
     Cleanup(Cleanup const &);
-    Cleanup & operator=(Cleanup const &) noexcept { return *this; }
+    Cleanup & operator=(Cleanup const &) noexcept = default;
 };
 
 } // namespace ZEL

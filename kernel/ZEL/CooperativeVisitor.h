@@ -103,9 +103,9 @@ private:
 
 /// The table of `Concrete` for the given interfaces, in base order. Each interface offers `static ClassInfo const & classInfo()`.
 template <class Concrete, class... Interfaces> CastTable const & castTable() {
-    static CastTable const table({CastTable::Entry{
-        Interfaces::classInfo(),
-        [](void * self) -> void * { return static_cast<Interfaces *>(static_cast<Concrete *>(self)); }}...});
+    static CastTable const table({CastTable::Entry{Interfaces::classInfo(), [](void * self) -> void * {
+                                                       return static_cast<Interfaces *>(static_cast<Concrete *>(self));
+                                                   }}...});
     return table;
 }
 

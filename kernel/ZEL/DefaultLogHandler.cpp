@@ -1,5 +1,4 @@
 #include <ZEL/DefaultLogHandler.h>
-
 #include <ZEL/LogRecord.h>
 #include <ZEL/Now.h>
 

@@ -40,6 +40,7 @@ struct DeviantIdentity {
     /// saved its old state already.
     std::uint64_t openTransaction = 0;
     DeviantImpl * impl = nullptr; ///< null once the manager has gone
+    DeviantIdentity const * root = nullptr; ///< of the root deviant of the same manager
     std::string name;
 };
 } // namespace internal
@@ -87,7 +88,9 @@ public:
     /// Fails on the null deviant: "getModel on null deviant".
     [[nodiscard]] Model getModel() const;
     /// Whether the deviant or, for the null deviant and a removed one, nothing can be asked: its model has gone.
-    [[nodiscard]] bool hasModelBeenDestroyed() const noexcept { return fIdentity != nullptr && fIdentity->modelDestroyed; }
+    [[nodiscard]] bool hasModelBeenDestroyed() const noexcept {
+        return fIdentity != nullptr && fIdentity->modelDestroyed;
+    }
 
     // --- states ---------------------------------------------------------------------------------------------------
     /// The state stored for `object` here, a sentinel, or null. Does not read through to the root.

@@ -30,6 +30,7 @@ DeviantImpl::DeviantImpl(DeviantManager & owner, std::string name, std::int32_t 
     identity->id = deviantId;
     identity->kind = kind;
     identity->impl = this;
+    identity->root = kind == Kind::LiveRoot ? identity : owner.getRootDeviant().getIdentity();
     identity->name = std::move(name);
 }
 

@@ -1,5 +1,4 @@
 #include <ZEL/Double.h>
-
 #include <ZEL/DoubleTypeInfo.h>
 #include <ZEL/NumberText.h>
 
@@ -12,8 +11,6 @@ HASP::TypeInfo const & Double::getTypeInfo() {
     return info;
 }
 
-String Double::toString() const {
-    return getTypeInfo().convertToString(*this);
-}
+String Double::toString() const { return getTypeInfo().convertToString(*this); }
 
 } // namespace ZEL

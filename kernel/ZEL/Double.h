@@ -16,7 +16,7 @@ public:
 
     constexpr Double() noexcept = default;
     template <class N>
-        requires std::is_arithmetic_v<N>
+    requires std::is_arithmetic_v<N>
     constexpr Double(N value) noexcept : fValue(static_cast<double>(value)) {}
     constexpr Double(Boolean const & value) noexcept : fValue(value.getValue() ? 1.0 : 0.0) {}
     constexpr Double(Integer const & value) noexcept : fValue(value.getValue()) {}

@@ -1,6 +1,5 @@
-#include <ZEL/DoubleTypeInfo.h>
-
 #include <ZEL/Double.h>
+#include <ZEL/DoubleTypeInfo.h>
 #include <ZEL/NumberText.h>
 
 namespace ZEL {
@@ -18,12 +17,8 @@ std::string DoubleTypeInfo::convertToString(HASP::any const & value) const {
     return internal::textOfFloating(HASP::any_cast<Double const &>(value).getValue());
 }
 
-HASP::any DoubleTypeInfo::defaultConstruct() const {
-    return Double();
-}
+HASP::any DoubleTypeInfo::defaultConstruct() const { return Double(); }
 
-DoubleTypeInfo * DoubleTypeInfo::clone() const {
-    return new DoubleTypeInfo(*this);
-}
+DoubleTypeInfo * DoubleTypeInfo::clone() const { return new DoubleTypeInfo(*this); }
 
 } // namespace ZEL

@@ -56,7 +56,7 @@ public:
 
 protected:
     template <class Value>
-        requires std::is_enum_v<Value>
+    requires std::is_enum_v<Value>
     constexpr explicit EnumerationValue(Value value) noexcept : fValue(static_cast<std::int32_t>(value)) {}
 
 private:

@@ -1,5 +1,4 @@
 #include <ZEL/FactoryRegistry.h>
-
 #include <ZEL/metamodel/FactoryObject.h>
 #include <ZEL/metamodel/Model.h>
 
@@ -18,9 +17,7 @@ FactoryRegistry * FactoryRegistry::instance() {
     return fInstance;
 }
 
-void FactoryRegistry::deleter() {
-    delete std::exchange(fInstance, nullptr);
-}
+void FactoryRegistry::deleter() { delete std::exchange(fInstance, nullptr); }
 
 void FactoryRegistry::setModelCreator(std::string const & uri, ModelCreator creator) {
     fModelCreators[uri] = std::move(creator);
@@ -30,13 +27,9 @@ void FactoryRegistry::setFactoryCreator(std::string const & uri, FactoryCreator 
     fFactoryCreators[uri] = std::move(creator);
 }
 
-void FactoryRegistry::unregisterModelCreator(std::string const & uri) {
-    fModelCreators.erase(uri);
-}
+void FactoryRegistry::unregisterModelCreator(std::string const & uri) { fModelCreators.erase(uri); }
 
-void FactoryRegistry::unregisterFactoryCreator(std::string const & uri) {
-    fFactoryCreators.erase(uri);
-}
+void FactoryRegistry::unregisterFactoryCreator(std::string const & uri) { fFactoryCreators.erase(uri); }
 
 Model FactoryRegistry::createModel(std::string const & uri) const {
     auto const found = fModelCreators.find(uri);

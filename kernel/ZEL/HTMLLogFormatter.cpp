@@ -1,5 +1,4 @@
 #include <ZEL/HTMLLogFormatter.h>
-
 #include <ZEL/LogRecord.h>
 #include <ZEL/Now.h>
 
@@ -102,12 +101,8 @@ std::string HTMLLogFormatter::format(Quillon::System::Externalizable const & rec
     }
 }
 
-std::string HTMLLogFormatter::getHead() {
-    return std::string(head) + styleSheet + script + body;
-}
+std::string HTMLLogFormatter::getHead() { return std::string(head) + styleSheet + script + body; }
 
-std::string HTMLLogFormatter::getTail() {
-    return tail;
-}
+std::string HTMLLogFormatter::getTail() { return tail; }
 
 } // namespace ZEL

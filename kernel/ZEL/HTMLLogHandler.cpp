@@ -1,7 +1,6 @@
-#include <ZEL/HTMLLogHandler.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/HTMLLogFormatter.h>
+#include <ZEL/HTMLLogHandler.h>
 
 #include <boost/filesystem.hpp>
 
@@ -18,9 +17,7 @@ std::string suffix(int number) {
     return number == 1 ? ".bak" : ".bak." + std::to_string(number);
 }
 
-std::string backupFile(std::string const & name, int number) {
-    return name + suffix(number) + ".html";
-}
+std::string backupFile(std::string const & name, int number) { return name + suffix(number) + ".html"; }
 
 /// From the oldest on: the one too many goes, each other one becomes the next older.
 void moveEarlierReports(std::string const & name, int kept) {
@@ -45,9 +42,7 @@ HTMLLogHandler::HTMLLogHandler(std::string const & name)
     _output(HTMLLogFormatter::getHead());
 }
 
-HTMLLogHandler::~HTMLLogHandler() {
-    close();
-}
+HTMLLogHandler::~HTMLLogHandler() { close(); }
 
 void HTMLLogHandler::_publish(Quillon::System::Level const & level, Quillon::System::Externalizable const & record) {
     if (isLoggable(level, record)) {

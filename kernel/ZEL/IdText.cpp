@@ -1,6 +1,5 @@
-#include <ZEL/IdText.h>
-
 #include <ZEL/Constants.h>
+#include <ZEL/IdText.h>
 
 #include <hasp_util/StringTokenizer.h>
 
@@ -16,9 +15,7 @@ constexpr std::string_view prefix = ID_PREFIX;
 
 } // namespace
 
-std::string getPrefixedId(std::string const & id) {
-    return std::string(prefix) + id;
-}
+std::string getPrefixedId(std::string const & id) { return std::string(prefix) + id; }
 
 Integer getIdValue(std::string const & id) {
     if (!id.starts_with(prefix)) {

@@ -1,6 +1,5 @@
-#include <ZEL/Initialize.h>
-
 #include <ZEL/Cleanup.h>
+#include <ZEL/Initialize.h>
 #include <ZEL/Messages.h>
 #include <ZEL/metamodel/BuiltInMetaModel.h>
 #include <ZEL/metamodel/MetaModel.h>

@@ -1,5 +1,4 @@
 #include <ZEL/Integer.h>
-
 #include <ZEL/IntegerTypeInfo.h>
 #include <ZEL/NumberText.h>
 
@@ -12,8 +11,6 @@ HASP::TypeInfo const & Integer::getTypeInfo() {
     return info;
 }
 
-String Integer::toString() const {
-    return getTypeInfo().convertToString(*this);
-}
+String Integer::toString() const { return getTypeInfo().convertToString(*this); }
 
 } // namespace ZEL

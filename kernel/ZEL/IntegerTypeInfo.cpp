@@ -1,6 +1,5 @@
-#include <ZEL/IntegerTypeInfo.h>
-
 #include <ZEL/Integer.h>
+#include <ZEL/IntegerTypeInfo.h>
 #include <ZEL/NumberText.h>
 
 namespace ZEL {
@@ -18,12 +17,8 @@ std::string IntegerTypeInfo::convertToString(HASP::any const & value) const {
     return std::to_string(HASP::any_cast<Integer const &>(value).getValue());
 }
 
-HASP::any IntegerTypeInfo::defaultConstruct() const {
-    return Integer();
-}
+HASP::any IntegerTypeInfo::defaultConstruct() const { return Integer(); }
 
-IntegerTypeInfo * IntegerTypeInfo::clone() const {
-    return new IntegerTypeInfo(*this);
-}
+IntegerTypeInfo * IntegerTypeInfo::clone() const { return new IntegerTypeInfo(*this); }
 
 } // namespace ZEL

@@ -1,6 +1,5 @@
-#include <ZEL/IteratorType.h>
-
 #include <ZEL/Exception.h>
+#include <ZEL/IteratorType.h>
 
 #include <utility>
 
@@ -15,16 +14,10 @@ HASP::any IteratorType::convertFromString(std::string const &, HASP::ErrorHolder
     raiseInternalError("Not Implemented yet");
 }
 
-std::string IteratorType::convertToString(HASP::any const &) const {
-    raiseInternalError("Not Implemented yet");
-}
+std::string IteratorType::convertToString(HASP::any const &) const { raiseInternalError("Not Implemented yet"); }
 
-HASP::any IteratorType::defaultConstruct() const {
-    raiseInternalError("Not Implemented yet");
-}
+HASP::any IteratorType::defaultConstruct() const { raiseInternalError("Not Implemented yet"); }
 
-IteratorType * IteratorType::clone() const {
-    return new IteratorType(*this);
-}
+IteratorType * IteratorType::clone() const { return new IteratorType(*this); }
 
 } // namespace ZEL

@@ -4,8 +4,6 @@
 
 namespace ZEL {
 
-void LogRecord::writeExternal(Quillon::System::ObjectOutput & out) const {
-    out.writeString(fMessage + "\n");
-}
+void LogRecord::writeExternal(Quillon::System::ObjectOutput & out) const { out.writeString(fMessage + "\n"); }
 
 } // namespace ZEL

@@ -1,6 +1,5 @@
-#include <ZEL/Logger.h>
-
 #include <ZEL/LogRecord.h>
+#include <ZEL/Logger.h>
 #include <ZEL/TerminalHandler.h>
 
 #include <libvx/MessageCatalogue.h>
@@ -39,9 +38,7 @@ void Logger::vreportsf(LogLevel const & level, char const * format, std::va_list
     }
 }
 
-LogLevel Logger::getLevel() const {
-    return fLevel;
-}
+LogLevel Logger::getLevel() const { return fLevel; }
 
 void Logger::setLevel(LogLevel const & level) {
     fLevel = level;
@@ -61,9 +58,7 @@ void Logger::addHandler(DefaultLogHandler * handler, LogLevel const & level) {
     }
 }
 
-void Logger::removeHandler(DefaultLogHandler * handler) {
-    fHostLogger.removeHandler(handler);
-}
+void Logger::removeHandler(DefaultLogHandler * handler) { fHostLogger.removeHandler(handler); }
 
 void Logger::setDefaultHandlerLevel(LogLevel const & level) {
     if (fDefaultHandler) {

@@ -21,8 +21,8 @@ class TerminalHandler;
 namespace internal {
 
 template <class T>
-concept LogArgument =
-    std::convertible_to<T const &, std::string_view> || std::same_as<T, String> || std::integral<T> || std::is_enum_v<T>;
+concept LogArgument = std::convertible_to<T const &, std::string_view> || std::same_as<T, String> || std::integral<T> ||
+    std::is_enum_v<T>;
 
 template <LogArgument T> [[nodiscard]] std::string logText(T const & argument) {
     if constexpr (std::convertible_to<T const &, std::string_view>) {

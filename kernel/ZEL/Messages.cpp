@@ -17,36 +17,27 @@ struct Row {
 };
 
 constexpr Row rows[] = {
-    {Messages::ZEL_Serializer_XmiReader_Prologue, "ZEL_Serializer_XmiReader_Prologue",
-     "Processing XMI input from %s",
+    {Messages::ZEL_Serializer_XmiReader_Prologue, "ZEL_Serializer_XmiReader_Prologue", "Processing XMI input from %s",
      "%1 から XMI 入力を処理しています"},
     {Messages::ZEL_Serializer_XmiReader_Epilogue, "ZEL_Serializer_XmiReader_Epilogue",
-     "Finished processing XMI input %s",
-     "XMI 入力 %1 の処理が終了しました"},
+     "Finished processing XMI input %s", "XMI 入力 %1 の処理が終了しました"},
     {Messages::ZEL_Serializer_XmiReader_InvalidInputFile, "ZEL_Serializer_XmiReader_InvalidInputFile",
-     "Invalid input XMI file : %s",
-     "XMI ファイル %1 が無効です"},
+     "Invalid input XMI file : %s", "XMI ファイル %1 が無効です"},
     {Messages::ZEL_Serializer_XmiReader_EmptyValueElement, "ZEL_Serializer_XmiReader_EmptyValueElement",
-     "Read empty value for property %s of object %s",
-     "オブジェクト %2 のプロパティ %1 に対して空の値を読み込みます"},
+     "Read empty value for property %s of object %s", "オブジェクト %2 のプロパティ %1 に対して空の値を読み込みます"},
     {Messages::ZEL_Serializer_XmiReader_InvalidTopLevelElement, "ZEL_Serializer_XmiReader_InvalidTopLevelElement",
-     "Unable to create element {%s}%s",
-     "要素 {%1}%2 を作成できません"},
+     "Unable to create element {%s}%s", "要素 {%1}%2 を作成できません"},
     {Messages::ZEL_Serializer_XmiReader_InvalidProperty, "ZEL_Serializer_XmiReader_InvalidProperty",
      "Element {%s}%s of type %s has no property named {%s}%s",
      "タイプ %3 の要素 {%1}%2 は、{%4}%5 という名前のプロパティがありません"},
     {Messages::ZEL_Serializer_XmiReader_PropertyCreationError, "ZEL_Serializer_XmiReader_PropertyCreationError",
-     "Unable to create property {%s}%s on %s",
-     "%3 でプロパティ {%1}%2 を作成できません"},
+     "Unable to create property {%s}%s on %s", "%3 でプロパティ {%1}%2 を作成できません"},
     {Messages::ZEL_Serializer_XmiReader_ExternalRefPrologue, "ZEL_Serializer_XmiReader_ExternalRefPrologue",
-     "Processing external reference %s",
-     "外部参照 %1 を処理しています"},
+     "Processing external reference %s", "外部参照 %1 を処理しています"},
     {Messages::ZEL_Serializer_XmiReader_ExternalRefEpilogue, "ZEL_Serializer_XmiReader_ExternalRefEpilogue",
-     "Finished processing external reference %s",
-     "外部参照 %1 の処理が終了しました"},
+     "Finished processing external reference %s", "外部参照 %1 の処理が終了しました"},
     {Messages::ZEL_Serializer_XmiReader_TargetModelReferenceError, "ZEL_Serializer_XmiReader_TargetModelReferenceError",
-     "Unable to find elements corresponding to model %s",
-     "モデル %1 に対応する要素が見つかりません"},
+     "Unable to find elements corresponding to model %s", "モデル %1 に対応する要素が見つかりません"},
     {Messages::ZEL_Serializer_XmiReader_ReferenceResolutionError, "ZEL_Serializer_XmiReader_ReferenceResolutionError",
      "Unable to resolve property (association) %s from %s to object with id %s",
      "プロパティ (関連) %1 を %2 から id %3 を持つオブジェクトに関連付けられません"},
@@ -57,32 +48,24 @@ constexpr Row rows[] = {
      "Namespace prefix %s not present in namespace registry",
      "名前空間の接頭辞 %1 は、名前空間のレジストリに存在しません"},
     {Messages::ZEL_Serializer_XmiReader_InvalidXmiTypeFormat, "ZEL_Serializer_XmiReader_InvalidXmiTypeFormat",
-     "Invalid format for XMI type name %s",
-     "XMI タイプ名 %1 に対する形式が無効です"},
+     "Invalid format for XMI type name %s", "XMI タイプ名 %1 に対する形式が無効です"},
     {Messages::ZEL_Serializer_XmiReader_ModelUriSetError, "ZEL_Serializer_XmiReader_ModelUriSetError",
-     "Unable to set URI of model from path %s : %s",
-     "パス %1 : %2 からモデルの URI を設定できません"},
+     "Unable to set URI of model from path %s : %s", "パス %1 : %2 からモデルの URI を設定できません"},
     {Messages::ZEL_Serializer_XmiReader_InvalidBaseUri, "ZEL_Serializer_XmiReader_InvalidBaseUri",
-     "Undefined base URI while processing %s",
-     "%1 の処理中に基本 URI を定義できません"},
+     "Undefined base URI while processing %s", "%1 の処理中に基本 URI を定義できません"},
     {Messages::ZEL_Serializer_XmiReader_UriResolutionError, "ZEL_Serializer_XmiReader_UriResolutionError",
-     "Unable to resolve URI %s with base URI %s : %s",
-     "基本 URI %2 : %3 を持つ URI %1 を関連付けられません"},
+     "Unable to resolve URI %s with base URI %s : %s", "基本 URI %2 : %3 を持つ URI %1 を関連付けられません"},
     {Messages::ZEL_Serializer_XmiReader_TypeMismatch, "ZEL_Serializer_XmiReader_TypeMismatch",
      "Type %s of property %s on %s doesn't match type %s of value %s",
      "%3 上のプロパティ %2 のタイプ %1 は、値 %5 のタイプ %4 と一致しません"},
-    {Messages::ZEL_Serializer_XmiWriter_Prologue, "ZEL_Serializer_XmiWriter_Prologue",
-     "Serializing XMI output to %s",
+    {Messages::ZEL_Serializer_XmiWriter_Prologue, "ZEL_Serializer_XmiWriter_Prologue", "Serializing XMI output to %s",
      "%1 への XMI 出力をシリアライズしています"},
     {Messages::ZEL_Serializer_XmiWriter_Epilogue, "ZEL_Serializer_XmiWriter_Epilogue",
-     "Finished serializing XMI output to %s",
-     "%1 への XMI 出力のシリアライズを終了しました"},
+     "Finished serializing XMI output to %s", "%1 への XMI 出力のシリアライズを終了しました"},
     {Messages::ZEL_Serializer_XmiWriter_FileOpen, "ZEL_Serializer_XmiWriter_FileOpen",
-     "Unable to open file %s for writing",
-     "書き込み用にファイル %1 を開くことができません"},
+     "Unable to open file %s for writing", "書き込み用にファイル %1 を開くことができません"},
     {Messages::ZEL_Serializer_XmiWriter_GenericError, "ZEL_Serializer_XmiWriter_GenericError",
-     "Error in serializing to XMI file %s",
-     "XMI ファイル %1 へのシリアライズ中にエラー"},
+     "Error in serializing to XMI file %s", "XMI ファイル %1 へのシリアライズ中にエラー"},
     {Messages::ZEL_Serializer_XmiWriter_UriLookup, "ZEL_Serializer_XmiWriter_UriLookup",
      "Unable to locate uri %s in NamespaceRegistry when resolving {%s}%s",
      "{%2}%3 を関連付けるときに NamespaceRegistry 内の uri %1 の位置を特定できませんでした"},
@@ -93,8 +76,7 @@ constexpr Row rows[] = {
      "Unable to create factory for {%s}%s with type {%s}%s",
      "タイプ {%3}%4 を持つ {%1}%2 に対する出荷値を作成できません"},
     {Messages::ZEL_Serializer_Merger_SetOrAddPropertyError, "ZEL_Serializer_Merger_SetOrAddPropertyError",
-     "Unable to set property %s on %s to %s : %s",
-     "%2 上のプロパティ %1 を %3 : %4 に設定できません"},
+     "Unable to set property %s on %s to %s : %s", "%2 上のプロパティ %1 を %3 : %4 に設定できません"},
 };
 
 constexpr std::size_t count = std::size(rows);
@@ -124,12 +106,8 @@ constexpr Columns makeColumns() {
 
 constexpr Columns columns = makeColumns();
 
-constexpr VxMessageTable table{count,
-                               facility,
-                               columns.identifiers.data(),
-                               columns.names.data(),
-                               columns.english.data(),
-                               columns.japanese.data()};
+constexpr VxMessageTable table{
+    count, facility, columns.identifiers.data(), columns.names.data(), columns.english.data(), columns.japanese.data()};
 
 } // namespace
 
@@ -138,8 +116,6 @@ void Messages::addToCatalogue() {
     vx_mem_add_language(vxGetMemoryContext(), "ja", &table);
 }
 
-void Messages::removeFromCatalogue() {
-    vx_mem_remove_primary_message_table(vxGetMemoryContext(), &table);
-}
+void Messages::removeFromCatalogue() { vx_mem_remove_primary_message_table(vxGetMemoryContext(), &table); }
 
 } // namespace ZEL

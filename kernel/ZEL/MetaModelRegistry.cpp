@@ -1,5 +1,4 @@
 #include <ZEL/MetaModelRegistry.h>
-
 #include <ZEL/metamodel/Model.h>
 
 #include <map>
@@ -19,16 +18,10 @@ MetaModelRegistry::MetaModelRegistry() : fBindings(std::make_unique<Bindings>())
 
 MetaModelRegistry::~MetaModelRegistry() = default;
 
-void MetaModelRegistry::bindUriToModel(std::string const & uri, Model const & model) {
-    fBindings->models[uri] = model;
-}
+void MetaModelRegistry::bindUriToModel(std::string const & uri, Model const & model) { fBindings->models[uri] = model; }
 
-void MetaModelRegistry::unbindModelUri(std::string const & uri) {
-    fBindings->models.erase(uri);
-}
+void MetaModelRegistry::unbindModelUri(std::string const & uri) { fBindings->models.erase(uri); }
 
-Model MetaModelRegistry::getModelFromUri(std::string const & uri) {
-    return fBindings->models[uri];
-}
+Model MetaModelRegistry::getModelFromUri(std::string const & uri) { return fBindings->models[uri]; }
 
 } // namespace ZEL

@@ -13,9 +13,7 @@ void NamespaceRegistry::bindMetaUriToPrefix(std::string const & metaUri, std::st
     fPrefixes[metaUri] = prefix;
 }
 
-void NamespaceRegistry::unbindPrefixMetaUri(std::string const & metaUri) {
-    fPrefixes.erase(metaUri);
-}
+void NamespaceRegistry::unbindPrefixMetaUri(std::string const & metaUri) { fPrefixes.erase(metaUri); }
 
 std::string NamespaceRegistry::getPrefixFromMetaUri(std::string const & metaUri) const {
     auto const found = fPrefixes.find(metaUri);

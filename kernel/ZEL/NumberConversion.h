@@ -27,7 +27,10 @@ template <class T> [[nodiscard]] constexpr T truncated(double value) noexcept {
 
 /// A value class that holds a number.
 template <class T>
-concept NumberValue = requires { typename T::Native; } && std::is_arithmetic_v<typename T::Native>;
+concept NumberValue = requires {
+    typename T::Native;
+}
+&&std::is_arithmetic_v<typename T::Native>;
 
 /// What a number value can be compared with.
 template <class T>

@@ -72,13 +72,9 @@ template <> std::optional<bool> numberFromText<bool>(std::string_view text) {
     return *number == 1;
 }
 
-template <> std::optional<float> numberFromText<float>(std::string_view text) {
-    return readFloating<float>(text);
-}
+template <> std::optional<float> numberFromText<float>(std::string_view text) { return readFloating<float>(text); }
 
-template <> std::optional<double> numberFromText<double>(std::string_view text) {
-    return readFloating<double>(text);
-}
+template <> std::optional<double> numberFromText<double>(std::string_view text) { return readFloating<double>(text); }
 
 std::string textOfFloating(double value) {
     char buffer[32];

@@ -1,5 +1,4 @@
 #include <ZEL/PropertyStorageType.h>
-
 #include <ZEL/metamodel/PropertyStorage.h>
 
 namespace ZEL {
@@ -14,12 +13,8 @@ std::string PropertyStorageType::convertToString(HASP::any const & value) const 
     return {};
 }
 
-HASP::any PropertyStorageType::defaultConstruct() const {
-    return PropertyStorage();
-}
+HASP::any PropertyStorageType::defaultConstruct() const { return PropertyStorage(); }
 
-PropertyStorageType * PropertyStorageType::clone() const {
-    return new PropertyStorageType(*this);
-}
+PropertyStorageType * PropertyStorageType::clone() const { return new PropertyStorageType(*this); }
 
 } // namespace ZEL

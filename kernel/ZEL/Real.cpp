@@ -1,6 +1,5 @@
-#include <ZEL/Real.h>
-
 #include <ZEL/NumberText.h>
+#include <ZEL/Real.h>
 #include <ZEL/RealTypeInfo.h>
 
 namespace ZEL {
@@ -12,8 +11,6 @@ HASP::TypeInfo const & Real::getTypeInfo() {
     return info;
 }
 
-String Real::toString() const {
-    return getTypeInfo().convertToString(*this);
-}
+String Real::toString() const { return getTypeInfo().convertToString(*this); }
 
 } // namespace ZEL

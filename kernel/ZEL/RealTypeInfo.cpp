@@ -1,7 +1,6 @@
-#include <ZEL/RealTypeInfo.h>
-
 #include <ZEL/NumberText.h>
 #include <ZEL/Real.h>
+#include <ZEL/RealTypeInfo.h>
 
 namespace ZEL {
 
@@ -18,12 +17,8 @@ std::string RealTypeInfo::convertToString(HASP::any const & value) const {
     return internal::textOfFloating(HASP::any_cast<Real const &>(value).getValue());
 }
 
-HASP::any RealTypeInfo::defaultConstruct() const {
-    return Real();
-}
+HASP::any RealTypeInfo::defaultConstruct() const { return Real(); }
 
-RealTypeInfo * RealTypeInfo::clone() const {
-    return new RealTypeInfo(*this);
-}
+RealTypeInfo * RealTypeInfo::clone() const { return new RealTypeInfo(*this); }
 
 } // namespace ZEL

@@ -23,12 +23,14 @@ public:
     using BodyInterface = std::remove_const_t<std::remove_pointer_t<T>>;
 
     RefBase() noexcept = default;
-    RefBase(BodyInterface const * body, Deviant deviant) : fBody(const_cast<BodyInterface *>(body)), fDeviant(deviant) { take(fBody); }
+    RefBase(BodyInterface const * body, Deviant deviant) : fBody(const_cast<BodyInterface *>(body)), fDeviant(deviant) {
+        take(fBody);
+    }
     RefBase(RefBase const & other) : fBody(other.fBody), fDeviant(other.fDeviant) { take(fBody); }
     RefBase(RefBase && other) noexcept : fBody(std::exchange(other.fBody, nullptr)), fDeviant(other.fDeviant) {}
     ~RefBase() { release(fBody); }
 
-    RefBase & operator=(RefBase const & other) {
+    RefBase & operator=(RefBase const & other) { // NOLINT(bugprone-unhandled-self-assignment): the bodies are compared
         if (fBody != other.fBody) {
             // The new body first: giving up the old one may be what keeps the new one alive.
             take(other.fBody);
@@ -38,7 +40,8 @@ public:
         }
         return *this;
     }
-    RefBase & operator=(RefBase && other) {
+    // Giving up a count may raise.
+    RefBase & operator=(RefBase && other) { // NOLINT(performance-noexcept-move-constructor)
         if (fBody != other.fBody) {
             BodyInterface * const old = std::exchange(fBody, std::exchange(other.fBody, nullptr));
             fDeviant = other.fDeviant;

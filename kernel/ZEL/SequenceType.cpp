@@ -1,6 +1,5 @@
-#include <ZEL/SequenceType.h>
-
 #include <ZEL/Exception.h>
+#include <ZEL/SequenceType.h>
 
 #include <utility>
 
@@ -15,16 +14,10 @@ HASP::any SequenceType::convertFromString(std::string const &, HASP::ErrorHolder
     raiseInternalError("Not Implemented yet");
 }
 
-std::string SequenceType::convertToString(HASP::any const &) const {
-    raiseInternalError("Not Implemented yet");
-}
+std::string SequenceType::convertToString(HASP::any const &) const { raiseInternalError("Not Implemented yet"); }
 
-HASP::any SequenceType::defaultConstruct() const {
-    raiseInternalError("Not Implemented yet");
-}
+HASP::any SequenceType::defaultConstruct() const { raiseInternalError("Not Implemented yet"); }
 
-SequenceType * SequenceType::clone() const {
-    return new SequenceType(*this);
-}
+SequenceType * SequenceType::clone() const { return new SequenceType(*this); }
 
 } // namespace ZEL

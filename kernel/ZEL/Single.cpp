@@ -1,6 +1,5 @@
-#include <ZEL/Single.h>
-
 #include <ZEL/NumberText.h>
+#include <ZEL/Single.h>
 #include <ZEL/SingleTypeInfo.h>
 
 namespace ZEL {
@@ -12,8 +11,6 @@ HASP::TypeInfo const & Single::getTypeInfo() {
     return info;
 }
 
-String Single::toString() const {
-    return getTypeInfo().convertToString(*this);
-}
+String Single::toString() const { return getTypeInfo().convertToString(*this); }
 
 } // namespace ZEL

@@ -1,7 +1,6 @@
-#include <ZEL/SingleTypeInfo.h>
-
 #include <ZEL/NumberText.h>
 #include <ZEL/Single.h>
+#include <ZEL/SingleTypeInfo.h>
 
 namespace ZEL {
 
@@ -18,12 +17,8 @@ std::string SingleTypeInfo::convertToString(HASP::any const & value) const {
     return internal::textOfFloating(HASP::any_cast<Single const &>(value).getValue());
 }
 
-HASP::any SingleTypeInfo::defaultConstruct() const {
-    return Single();
-}
+HASP::any SingleTypeInfo::defaultConstruct() const { return Single(); }
 
-SingleTypeInfo * SingleTypeInfo::clone() const {
-    return new SingleTypeInfo(*this);
-}
+SingleTypeInfo * SingleTypeInfo::clone() const { return new SingleTypeInfo(*this); }
 
 } // namespace ZEL

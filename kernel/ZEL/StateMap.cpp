@@ -24,6 +24,7 @@ void StateMap::swap(StateMap & other) noexcept {
     std::swap(fSize, other.fSize);
     std::swap(fCapacity, other.fCapacity);
     std::swap(fIsSorted, other.fIsSorted);
+    std::swap(fGreatest, other.fGreatest);
     std::swap(fIsIndexed, other.fIsIndexed);
     std::swap(fIndexSize, other.fIndexSize);
     std::swap(fInline, other.fInline);
@@ -48,8 +49,8 @@ std::uint32_t StateMap::position(Key key) const {
         }
         return kNone;
     }
-    // Most keys come in order: new objects have higher addresses, and walks ask for one entry after the other.
-    if (fIsSorted && std::less<>()(entries[fSize - 1].key, key)) {
+    // The body of a new object mostly lies above all others, and walks ask for one entry after the other.
+    if (std::less<>()(fGreatest, key)) {
         return kNone;
     }
     for (std::uint32_t i = fLast; i < fSize && i < fLast + 2; ++i) {
@@ -110,6 +111,7 @@ void StateMap::append(Key key, State state) {
     }
     entries[fSize] = {key, state};
     fLast = fSize;
+    fGreatest = std::max(fGreatest, key, std::less<>());
     ++fSize;
     if (fIsIndexed) {
         if (2 * fSize > fIndexSize) {
@@ -155,6 +157,7 @@ void StateMap::clear(bool destroyStates) {
         return;
     }
     std::uint32_t const count = std::exchange(fSize, 0);
+    fGreatest = nullptr;
     fIsSorted = true;
     fIsIndexed = false;
     // The map is empty before any code of a body runs, which may come back to it.

@@ -102,6 +102,7 @@ private:
     mutable bool fIsSorted = true;
     mutable bool fIsIndexed = false;
     mutable std::uint32_t fLast = 0; ///< where a search in a large map found something last; those in order go on there
+    Key fGreatest = nullptr;         ///< no key of the map is greater
     mutable std::uint32_t fIndexSize = 0; ///< a power of two
     Entry fInline[kInline] = {};
     std::unique_ptr<Entry[]> fHeap;

@@ -1,11 +1,10 @@
-#include <ZEL/String.h>
-
 #include <ZEL/Boolean.h>
 #include <ZEL/Double.h>
 #include <ZEL/Integer.h>
 #include <ZEL/NumberText.h>
 #include <ZEL/Real.h>
 #include <ZEL/Single.h>
+#include <ZEL/String.h>
 #include <ZEL/StringTypeInfo.h>
 #include <ZEL/UnlimitedNatural.h>
 

@@ -1,6 +1,5 @@
-#include <ZEL/StringTypeInfo.h>
-
 #include <ZEL/String.h>
+#include <ZEL/StringTypeInfo.h>
 
 namespace ZEL {
 
@@ -13,12 +12,8 @@ std::string StringTypeInfo::convertToString(HASP::any const & value) const {
     return HASP::any_cast<String const &>(value).str();
 }
 
-HASP::any StringTypeInfo::defaultConstruct() const {
-    return String();
-}
+HASP::any StringTypeInfo::defaultConstruct() const { return String(); }
 
-StringTypeInfo * StringTypeInfo::clone() const {
-    return new StringTypeInfo(*this);
-}
+StringTypeInfo * StringTypeInfo::clone() const { return new StringTypeInfo(*this); }
 
 } // namespace ZEL

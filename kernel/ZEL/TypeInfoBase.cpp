@@ -1,6 +1,5 @@
-#include <ZEL/TypeInfoBase.h>
-
 #include <ZEL/Exception.h>
+#include <ZEL/TypeInfoBase.h>
 
 namespace ZEL::internal {
 

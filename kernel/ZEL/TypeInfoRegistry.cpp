@@ -1,6 +1,5 @@
-#include <ZEL/TypeInfoRegistry.h>
-
 #include <ZEL/Exception.h>
+#include <ZEL/TypeInfoRegistry.h>
 #include <ZEL/metamodel/Object.h>
 
 namespace ZEL {
@@ -11,9 +10,7 @@ void TypeInfoRegistry::registerTypeInfo(std::string const & name, HASP::TypeInfo
     }
 }
 
-void TypeInfoRegistry::unregisterTypeInfo(std::string const & name) {
-    getTypeInfoMap().erase(name);
-}
+void TypeInfoRegistry::unregisterTypeInfo(std::string const & name) { getTypeInfoMap().erase(name); }
 
 void TypeInfoRegistry::unregisterMetaType(std::string const & name) {
     getMetaTypeMap().erase(name);
@@ -28,9 +25,7 @@ HASP::TypeInfo TypeInfoRegistry::getTypeInfo(std::string const & name) {
     return *info;
 }
 
-bool TypeInfoRegistry::hasType(std::string const & name) {
-    return findTypeInfo(name) != nullptr;
-}
+bool TypeInfoRegistry::hasType(std::string const & name) { return findTypeInfo(name) != nullptr; }
 
 HASP::TypeInfo const * TypeInfoRegistry::findTypeInfo(std::string const & name) {
     auto const & types = getTypeInfoMap();

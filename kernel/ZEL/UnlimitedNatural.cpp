@@ -1,6 +1,5 @@
-#include <ZEL/UnlimitedNatural.h>
-
 #include <ZEL/NumberText.h>
+#include <ZEL/UnlimitedNatural.h>
 #include <ZEL/UnlimitedNaturalTypeInfo.h>
 
 namespace ZEL {
@@ -13,8 +12,6 @@ HASP::TypeInfo const & UnlimitedNatural::getTypeInfo() {
     return info;
 }
 
-String UnlimitedNatural::toString() const {
-    return getTypeInfo().convertToString(*this);
-}
+String UnlimitedNatural::toString() const { return getTypeInfo().convertToString(*this); }
 
 } // namespace ZEL

@@ -1,7 +1,6 @@
-#include <ZEL/UnlimitedNaturalTypeInfo.h>
-
 #include <ZEL/NumberText.h>
 #include <ZEL/UnlimitedNatural.h>
+#include <ZEL/UnlimitedNaturalTypeInfo.h>
 
 namespace ZEL {
 
@@ -22,12 +21,8 @@ std::string UnlimitedNaturalTypeInfo::convertToString(HASP::any const & value) c
     return number.isUnlimited() ? "*" : std::to_string(number.getValue());
 }
 
-HASP::any UnlimitedNaturalTypeInfo::defaultConstruct() const {
-    return UnlimitedNatural();
-}
+HASP::any UnlimitedNaturalTypeInfo::defaultConstruct() const { return UnlimitedNatural(); }
 
-UnlimitedNaturalTypeInfo * UnlimitedNaturalTypeInfo::clone() const {
-    return new UnlimitedNaturalTypeInfo(*this);
-}
+UnlimitedNaturalTypeInfo * UnlimitedNaturalTypeInfo::clone() const { return new UnlimitedNaturalTypeInfo(*this); }
 
 } // namespace ZEL

@@ -1,7 +1,6 @@
-#include <ZEL/ValueBase.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/TypeInfoRegistry.h>
+#include <ZEL/ValueBase.h>
 #include <ZEL/ValueObjectFactory.h>
 
 namespace ZEL::internal {
@@ -23,8 +22,6 @@ ValueObject box(std::string const & typeName, HASP::any const & value) {
     return ValueObjectFactory::create(typeName, value);
 }
 
-ImmutableObject metaDataType(std::string const & typeName) {
-    return TypeInfoRegistry::getMetaTypeObject(typeName);
-}
+ImmutableObject metaDataType(std::string const & typeName) { return TypeInfoRegistry::getMetaTypeObject(typeName); }
 
 } // namespace ZEL::internal

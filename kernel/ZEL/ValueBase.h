@@ -26,9 +26,7 @@ namespace internal {
 [[nodiscard]] ZEL_API ImmutableObject metaDataType(std::string const & typeName);
 
 /// The value of class `V` in the object. Raises `HASP::bad_any_cast` if it holds a value of another class.
-template <class V, class Handle> V unboxed(Handle const & object) {
-    return HASP::any_cast<V>(boxedAny(object));
-}
+template <class V, class Handle> V unboxed(Handle const & object) { return HASP::any_cast<V>(boxedAny(object)); }
 
 } // namespace internal
 

@@ -12,13 +12,9 @@
 
 namespace ZEL {
 
-ImmutableType ImmutableObject::getMetaType() const {
-    return getImplementation()->getMetaType(getDeviant());
-}
+ImmutableType ImmutableObject::getMetaType() const { return getImplementation()->getMetaType(getDeviant()); }
 
-ImmutableDataType ImmutableValueObject::getMetaDataType() const {
-    return getImplementation()->getMetaDataType();
-}
+ImmutableDataType ImmutableValueObject::getMetaDataType() const { return getImplementation()->getMetaDataType(); }
 
 void TypeInfoRegistry::registerMetaType(std::string const & name, HASP::TypeInfo const & info,
                                         ImmutableDataType const & type) {
@@ -37,27 +33,19 @@ HASP::TypeInfo SequenceType::Create(ImmutableType const & elementType) {
     return CreateTypeInfo(new SequenceType(elementType));
 }
 
-ImmutableType SequenceType::getElementType() const {
-    return ImmutableType(fElementType);
-}
+ImmutableType SequenceType::getElementType() const { return ImmutableType(fElementType); }
 
 HASP::TypeInfo IteratorType::Create(ImmutableType const & elementType) {
     return CreateTypeInfo(new IteratorType(elementType));
 }
 
-ImmutableType IteratorType::getElementType() const {
-    return ImmutableType(fElementType);
-}
+ImmutableType IteratorType::getElementType() const { return ImmutableType(fElementType); }
 
 namespace NSImplementation {
 
-ImmutableType ValueObjectImpl::getMetaType(Deviant) const {
-    return ImmutableType(fMetaType);
-}
+ImmutableType ValueObjectImpl::getMetaType(Deviant) const { return ImmutableType(fMetaType); }
 
-ImmutableDataType ValueObjectImpl::getMetaDataType() const {
-    return ImmutableDataType(fMetaType);
-}
+ImmutableDataType ValueObjectImpl::getMetaDataType() const { return ImmutableDataType(fMetaType); }
 
 } // namespace NSImplementation
 } // namespace ZEL

@@ -1,12 +1,9 @@
-#include <ZEL/ValueObject.h>
-
 #include <ZEL/String.h>
+#include <ZEL/ValueObject.h>
 
 namespace ZEL {
 
-String ImmutableValueObject::toString() const {
-    return getImplementation()->toString(getDeviant());
-}
+String ImmutableValueObject::toString() const { return getImplementation()->toString(getDeviant()); }
 
 namespace internal {
 

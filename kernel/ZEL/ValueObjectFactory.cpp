@@ -1,7 +1,6 @@
-#include <ZEL/ValueObjectFactory.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/TypeInfoRegistry.h>
+#include <ZEL/ValueObjectFactory.h>
 #include <ZEL/ValueObjectImpl.h>
 
 #include <hasp_util/ErrorHolder.h>
@@ -43,8 +42,6 @@ ValueObject ValueObjectFactory::createFromString(std::string const & typeName, s
     return make(typeName, *type, std::move(value));
 }
 
-bool ValueObjectFactory::isValueObjectType(std::string const & typeName) {
-    return TypeInfoRegistry::hasType(typeName);
-}
+bool ValueObjectFactory::isValueObjectType(std::string const & typeName) { return TypeInfoRegistry::hasType(typeName); }
 
 } // namespace ZEL

@@ -1,8 +1,7 @@
-#include <ZEL/ValueObjectImpl.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/String.h>
 #include <ZEL/ValueObject.h>
+#include <ZEL/ValueObjectImpl.h>
 
 #include <hasp_util/ErrorHolder.h>
 
@@ -35,13 +34,9 @@ ValueObjectImpl::ValueObjectImpl(HASP::TypeInfo type, ImmutableObject metaType, 
 
 ValueObjectImpl::~ValueObjectImpl() = default;
 
-HASP::any const & ValueObjectImpl::getAny() const {
-    return fValue;
-}
+HASP::any const & ValueObjectImpl::getAny() const { return fValue; }
 
-HASP::TypeInfo ValueObjectImpl::getTypeInfo() const {
-    return fType;
-}
+HASP::TypeInfo ValueObjectImpl::getTypeInfo() const { return fType; }
 
 CooperativeVisitor::internal::MethodInfo
 ValueObjectImpl::getVisitMethod(CooperativeVisitor::internal::VisitTable const & table) const {
@@ -56,9 +51,7 @@ char const * ValueObjectImpl::getOrcaName(bool immutable) const {
     return immutable ? "ZEL.ImmutableValueObject" : "ZEL.ValueObject";
 }
 
-String ValueObjectImpl::toString(Deviant) const {
-    return String(fType.convertToString(fValue));
-}
+String ValueObjectImpl::toString(Deviant) const { return String(fType.convertToString(fValue)); }
 
 Object ValueObjectImpl::fromString(Deviant, String const & text) {
     HASP::ErrorHolder errors;
@@ -69,13 +62,9 @@ Object ValueObjectImpl::fromString(Deviant, String const & text) {
     return ValueObject(new ValueObjectImpl(fType, fMetaType, std::move(value)), Deviant());
 }
 
-std::size_t ValueObjectImpl::getByteSize() const {
-    return sizeof(*this);
-}
+std::size_t ValueObjectImpl::getByteSize() const { return sizeof(*this); }
 
-bool ValueObjectImpl::deviant_isValid(Deviant) const {
-    return true;
-}
+bool ValueObjectImpl::deviant_isValid(Deviant) const { return true; }
 
 void ValueObjectImpl::deviant_commitTransientState(Deviant) {}
 
@@ -87,9 +76,7 @@ NSInterface::ObjectIntf * ValueObjectImpl::internal_getDeviation(Deviant) const 
     return const_cast<ValueObjectImpl *>(this);
 }
 
-NSInterface::ObjectIntf * ValueObjectImpl::getReadDeviant(Deviant) const {
-    return const_cast<ValueObjectImpl *>(this);
-}
+NSInterface::ObjectIntf * ValueObjectImpl::getReadDeviant(Deviant) const { return const_cast<ValueObjectImpl *>(this); }
 
 NSInterface::ObjectIntf * ValueObjectImpl::getWriteDeviant(Deviant) const {
     return const_cast<ValueObjectImpl *>(this);

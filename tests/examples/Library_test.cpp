@@ -329,24 +329,6 @@ TEST_F(LibraryTest, IsEqualAfterSavingAndReading) {
     EXPECT_FALSE(ZEL::compare(model, again));
 }
 
-TEST_F(LibraryTest, RandomModelsSurviveAFile) {
-    model.commitTransaction();
-    TemporaryFolder const folder;
-    std::string const file = folder.path("random.xmi");
-    for (unsigned int seed = 1; seed <= 10; ++seed) {
-        LibraryModel const random = LibraryFactory::createNewModel();
-        random.beginTransaction("fill");
-        ZEL::createRandomModel(random, 4, 4, 300, seed);
-        random.commitTransaction();
-        ASSERT_GT(random.getNextIdValue(), 50);
-        ASSERT_TRUE(ZEL::Serializer::XmiWriter().write(file, random));
-        ZEL::Serializer::XmiReader xmiReader;
-        ZEL::Object const again = xmiReader.read(file);
-        EXPECT_TRUE(xmiReader.report().isEmpty()) << "seed " << seed;
-        EXPECT_TRUE(ZEL::compare(random, again)) << "seed " << seed;
-    }
-}
-
 /// Begins without the metamodel.
 class LibraryRegistration : public testing::Test {
 protected:

@@ -403,12 +403,12 @@ Sequence<Classifier> OperationIntf::getFeaturingClassifiersWithoutAssociation(De
 
 Sequence<Classifier> OperationIntf::getRedefinitionContextsWithoutAssociation(Deviant deviant) const {
     return internal::unionOf<Classifier>(deviant, {internal::singleAsSequence<Class>(*this, deviant, classProperty(),
-        true),
-     internal::singleAsSequence<DataType>(*this, deviant, datatypeProperty(), true)});
+        false),
+     internal::singleAsSequence<DataType>(*this, deviant, datatypeProperty(), false)});
 }
 
 Sequence<RedefinableElement> OperationIntf::getRedefinedElementsWithoutAssociation(Deviant deviant) const {
-    return internal::unionOf<RedefinableElement>(deviant, {getRedefinedOperationsWithoutAssociation(deviant)});
+    return internal::unionOf<RedefinableElement>(deviant, {getRedefinedOperations(deviant)});
 }
 
 Boolean OperationIntf::isConsistentWith(Deviant, ImmutableRedefinableElement const &) const {

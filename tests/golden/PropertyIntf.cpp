@@ -274,12 +274,12 @@ Sequence<Classifier> PropertyIntf::getFeaturingClassifiersWithoutAssociation(Dev
 
 Sequence<Classifier> PropertyIntf::getRedefinitionContextsWithoutAssociation(Deviant deviant) const {
     return internal::unionOf<Classifier>(deviant, {internal::singleAsSequence<Class>(*this, deviant, classProperty(),
-        true),
-     internal::singleAsSequence<DataType>(*this, deviant, datatypeProperty(), true)});
+        false),
+     internal::singleAsSequence<DataType>(*this, deviant, datatypeProperty(), false)});
 }
 
 Sequence<RedefinableElement> PropertyIntf::getRedefinedElementsWithoutAssociation(Deviant deviant) const {
-    return internal::unionOf<RedefinableElement>(deviant, {getRedefinedPropertiesWithoutAssociation(deviant)});
+    return internal::unionOf<RedefinableElement>(deviant, {getRedefinedProperties(deviant)});
 }
 
 Boolean PropertyIntf::isAttribute(Deviant, ImmutableProperty const &) const {

@@ -72,7 +72,8 @@ Single single(ClassObject const & o, std::string const & property, Kind kind) {
     if (property == "specification") {
         Constraint const e(o);
         return {[=] { return bool(e.hasSpecification()); }, [=] { return ClassObject(e.getSpecification()); },
-                [=](ClassObject const & v) { e.setSpecification(ValueSpecification(v)); }, [=] { e.removeSpecification(); }};
+                [=](ClassObject const & v) { e.setSpecification(ValueSpecification(v)); },
+                [=] { e.removeSpecification(); }};
     }
     if (property == "bodyCondition") {
         Operation const e(o);
@@ -97,7 +98,8 @@ Single single(ClassObject const & o, std::string const & property, Kind kind) {
     if (property == "owningAssociation") {
         Property const e(o);
         return {[=] { return bool(e.hasOwningAssociation()); }, [=] { return ClassObject(e.getOwningAssociation()); },
-                [=](ClassObject const & v) { e.setOwningAssociation(Association(v)); }, [=] { e.removeOwningAssociation(); }};
+                [=](ClassObject const & v) { e.setOwningAssociation(Association(v)); },
+                [=] { e.removeOwningAssociation(); }};
     }
     if (property == "class" && kind == Kind::Property) {
         Property const e(o);
@@ -133,16 +135,18 @@ std::pair<bool, std::string> text(ClassObject const & o, std::string const & pro
     if (property == "uri") {
         return {Package(o).hasUri(), Package(o).getUri().str()};
     }
-    return property == "default" ? std::pair<bool, std::string>(Property(o).hasDefault(), Property(o).getDefault().str())
-                                 : std::pair<bool, std::string>(Comment(o).hasBody(), Comment(o).getBody().str());
+    return property == "default"
+               ? std::pair<bool, std::string>(Property(o).hasDefault(), Property(o).getDefault().str())
+               : std::pair<bool, std::string>(Comment(o).hasBody(), Comment(o).getBody().str());
 }
 
 std::pair<bool, long long> number(ClassObject const & o, std::string const & property) {
     if (property == "visibility") {
         return {NamedElement(o).hasVisibility(), NamedElement(o).getVisibility().getValue()};
     }
-    return property == "lower" ? std::pair<bool, long long>(Property(o).hasLower(), std::int32_t(Property(o).getLower()))
-                               : std::pair<bool, long long>(Property(o).hasUpper(), std::uint32_t(Property(o).getUpper()));
+    return property == "lower"
+               ? std::pair<bool, long long>(Property(o).hasLower(), std::int32_t(Property(o).getLower()))
+               : std::pair<bool, long long>(Property(o).hasUpper(), std::uint32_t(Property(o).getUpper()));
 }
 
 } // namespace
@@ -174,7 +178,9 @@ std::optional<State> KernelModel::observed(Deviant deviant, int number_, Kind ki
     }
     State state;
     state.kind = kind;
-    auto const numberOfHandle = [this](ClassObject const & handle) { return numberOf(handle.getImplementationWithoutAssert()); };
+    auto const numberOfHandle = [this](ClassObject const & handle) {
+        return numberOf(handle.getImplementationWithoutAssert());
+    };
     for (std::string const & property : flagsOf(kind)) {
         state.flags[property] = flag(o, property, kind);
     }
@@ -236,15 +242,32 @@ void KernelModel::create(std::string const & name, Kind kind) {
     Factory const factory = fDeviants.at(kRoot).getFactoryFactory().asDeviant(fDeviants.at(name));
     ClassObject made;
     switch (kind) {
-    case Kind::Package: made = ClassObject(factory.createPackage()); break;
-    case Kind::Class: made = ClassObject(factory.createClass()); break;
-    case Kind::Property: made = ClassObject(factory.createProperty()); break;
-    case Kind::Association: made = ClassObject(factory.createAssociation()); break;
-    case Kind::Constraint: made = ClassObject(factory.createConstraint()); break;
-    case Kind::Expression: made = ClassObject(factory.createOpaqueExpression()); break;
-    case Kind::Operation: made = ClassObject(factory.createOperation()); break;
-    case Kind::Comment: made = ClassObject(factory.createComment()); break;
-    case Kind::Model: throw std::logic_error("models are not made by a factory");
+    case Kind::Package:
+        made = ClassObject(factory.createPackage());
+        break;
+    case Kind::Class:
+        made = ClassObject(factory.createClass());
+        break;
+    case Kind::Property:
+        made = ClassObject(factory.createProperty());
+        break;
+    case Kind::Association:
+        made = ClassObject(factory.createAssociation());
+        break;
+    case Kind::Constraint:
+        made = ClassObject(factory.createConstraint());
+        break;
+    case Kind::Expression:
+        made = ClassObject(factory.createOpaqueExpression());
+        break;
+    case Kind::Operation:
+        made = ClassObject(factory.createOperation());
+        break;
+    case Kind::Comment:
+        made = ClassObject(factory.createComment());
+        break;
+    case Kind::Model:
+        throw std::logic_error("models are not made by a factory");
     }
     fNumbers.emplace(made.getImplementation(), static_cast<int>(fObjects.size()));
     fObjects.push_back(made);
@@ -292,7 +315,8 @@ void KernelModel::removeText(std::string const & name, int number_, std::string 
     }
 }
 
-void KernelModel::setNumber(std::string const & name, int number_, std::string const & property, long long value) const {
+void KernelModel::setNumber(std::string const & name, int number_, std::string const & property,
+                            long long value) const {
     ClassObject const o = object(name, number_);
     if (property == "visibility") {
         NamedElement(o).setVisibility(VisibilityKind(static_cast<VisibilityKind::Value>(value)));
@@ -330,7 +354,8 @@ void KernelModel::removeReference(std::string const & name, int number_, std::st
     single(o, property, kindOf(o)).remove();
 }
 
-void KernelModel::link(std::string const & name, int number_, std::string const & property, int value, bool atFront) const {
+void KernelModel::link(std::string const & name, int number_, std::string const & property, int value,
+                       bool atFront) const {
     ClassObject const element = object(name, value);
     withList(object(name, number_), property, [&](auto const & sequence) {
         using T = typename std::decay_t<decltype(sequence.toVector())>::value_type;
@@ -358,7 +383,9 @@ void KernelModel::setContainer(std::string const & name, int number_, int contai
     object(name, number_).setContainerZEL(object(name, container));
 }
 
-void KernelModel::removeContainer(std::string const & name, int number_) const { object(name, number_).removeContainerZEL(); }
+void KernelModel::removeContainer(std::string const & name, int number_) const {
+    object(name, number_).removeContainerZEL();
+}
 
 void KernelModel::destroy(std::string const & name, int number_) const { object(name, number_).destroy(); }
 

@@ -23,7 +23,8 @@ public:
 
     void create(std::string const & deviant, Kind kind);
     void setFlag(std::string const & deviant, int object, std::string const & property, bool value) const;
-    void setText(std::string const & deviant, int object, std::string const & property, std::string const & value) const;
+    void setText(std::string const & deviant, int object, std::string const & property,
+                 std::string const & value) const;
     void removeText(std::string const & deviant, int object, std::string const & property) const;
     void setNumber(std::string const & deviant, int object, std::string const & property, long long value) const;
     void removeNumber(std::string const & deviant, int object, std::string const & property) const;
@@ -42,7 +43,9 @@ public:
 
 private:
     [[nodiscard]] ClassObject object(Deviant deviant, int number) const;
-    [[nodiscard]] ClassObject object(std::string const & name, int number) const { return object(deviant(name), number); }
+    [[nodiscard]] ClassObject object(std::string const & name, int number) const {
+        return object(deviant(name), number);
+    }
 
     std::map<std::string, MetaModel> fDeviants;
     std::vector<ClassObject> fObjects;

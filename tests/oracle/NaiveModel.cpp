@@ -6,9 +6,13 @@ namespace ZEL::oracle {
 
 namespace {
 
-bool contains(std::vector<int> const & list, int object) { return std::find(list.begin(), list.end(), object) != list.end(); }
+bool contains(std::vector<int> const & list, int object) {
+    return std::find(list.begin(), list.end(), object) != list.end();
+}
 
-void erase(std::vector<int> & list, int object) { list.erase(std::remove(list.begin(), list.end(), object), list.end()); }
+void erase(std::vector<int> & list, int object) {
+    list.erase(std::remove(list.begin(), list.end(), object), list.end());
+}
 
 int referenceIn(State const & state, std::string const & property) {
     auto const found = state.references.find(property);
@@ -42,9 +46,6 @@ State newState(Kind kind) {
     }
     return state;
 }
-
-/// What a number is when it is not set.
-long long unset(std::string const & property) { return property == "visibility" ? 0 : 1; }
 
 } // namespace
 
@@ -96,7 +97,9 @@ std::optional<State> NaiveModel::observed(std::string const & name, int object) 
     }
     State state = read(name, object);
     for (EndRule const & rule : endsOf(state.kind)) {
-        if (rule.form == Form::Riding && state.container != kNothing && rule.accepts.count(kindOf(state.container)) != 0) {
+        // The container can be absent in a deviant that the root has not told of it.
+        if (rule.form == Form::Riding && state.container != kNothing &&
+            rule.accepts.count(kindOf(state.container)) != 0 && isValid(name, state.container)) {
             state.references[rule.property] = state.container;
         }
     }
@@ -106,7 +109,8 @@ std::optional<State> NaiveModel::observed(std::string const & name, int object) 
 std::set<int> NaiveModel::deviating(std::string const & name) const {
     std::set<int> result;
     for (auto const & [object, slot] : fDeviants.at(name).slots) {
-        bool const isAbsentInBoth = slot.says == Slot::Absent && slotIn(fDeviants.at(kRoot), object).says != Slot::Present;
+        bool const isAbsentInBoth =
+            slot.says == Slot::Absent && slotIn(fDeviants.at(kRoot), object).says != Slot::Present;
         if (slot.says != Slot::Nothing && !isAbsentInBoth) {
             result.insert(object);
         }
@@ -178,7 +182,8 @@ void NaiveModel::setFlag(std::string const & name, int object, std::string const
     }
 }
 
-void NaiveModel::setText(std::string const & name, int object, std::string const & property, std::string const & value) {
+void NaiveModel::setText(std::string const & name, int object, std::string const & property,
+                         std::string const & value) {
     State const & state = read(name, object);
     auto const present = state.texts.find(property);
     if ((present == state.texts.end() ? std::string() : present->second) == value) {
@@ -198,10 +203,12 @@ void NaiveModel::removeText(std::string const & name, int object, std::string co
 void NaiveModel::setNumber(std::string const & name, int object, std::string const & property, long long value) {
     State const & state = read(name, object);
     auto const present = state.numbers.find(property);
-    if ((present == state.numbers.end() ? unset(property) : present->second) == value) {
+    // A literal that is not set reads as the first one; a bound that is not set can still be set to what it reads as.
+    bool const isLiteral = property == "visibility";
+    if (present == state.numbers.end() ? isLiteral && value == 0 : present->second == value) {
         return;
     }
-    if (property == "visibility" && value == 0) {
+    if (isLiteral && value == 0) {
         write(name, object).numbers.erase(property);
     } else {
         write(name, object).numbers[property] = value;
@@ -335,11 +342,10 @@ void NaiveModel::destroy(std::string const & name, int object) {
 // --- references and lists ----------------------------------------------------------------------------------------------
 
 void NaiveModel::addOpposite(std::string const & name, int object, std::string const & property, int value) {
-    State & state = write(name, object);
-    if (!endOf(state.kind, property).isMany) {
-        state.references[property] = value;
-    } else if (!contains(state.lists[property], value)) {
-        state.lists[property].push_back(value);
+    if (!endOf(kindOf(object), property).isMany) {
+        write(name, object).references[property] = value;
+    } else if (!contains(read(name, object).lists.at(property), value)) {
+        write(name, object).lists[property].push_back(value);
     }
 }
 
@@ -424,8 +430,9 @@ void NaiveModel::link(std::string const & name, int object, std::string const & 
             eraseContainee(name, object, value); // from the owner's other properties
         }
     }
-    std::vector<int> & list = write(name, object).lists[property];
-    if (!contains(list, value)) {
+    // An element that is there already stays where it is, and nothing is written.
+    if (!contains(read(name, object).lists.at(property), value)) {
+        std::vector<int> & list = write(name, object).lists[property];
         list.insert(atFront ? list.begin() : list.end(), value);
     }
 }
@@ -444,8 +451,9 @@ void NaiveModel::unlink(std::string const & name, int object, std::string const 
 }
 
 void NaiveModel::addBody(std::string const & name, int object, int index, std::string const & text) {
-    std::vector<std::string> & body = write(name, object).body;
-    if (std::find(body.begin(), body.end(), text) == body.end()) {
+    std::vector<std::string> const & present = read(name, object).body;
+    if (std::find(present.begin(), present.end(), text) == present.end()) {
+        std::vector<std::string> & body = write(name, object).body;
         body.insert(body.begin() + index, text);
     }
 }

@@ -37,16 +37,17 @@ std::vector<EndRule> const & endsOf(Kind kind) {
                    {Kind::Package, Kind::Class, Kind::Association, Kind::Constraint, Kind::Expression}),
           kRules, kComments, rides("nestingPackage", {Kind::Package}, "packagedElement")}},
         {Kind::Class,
-         {contains("ownedAttribute", {Kind::Property}), contains("ownedOperation", {Kind::Operation}), kRules, kComments,
-          links("superClass", Kind::Class, true, "subClass"), links("subClass", Kind::Class, true, "superClass"),
-          rides("package", {Kind::Package}, "packagedElement")}},
+         {contains("ownedAttribute", {Kind::Property}), contains("ownedOperation", {Kind::Operation}), kRules,
+          kComments, links("superClass", Kind::Class, true, "subClass"),
+          links("subClass", Kind::Class, true, "superClass"), rides("package", {Kind::Package}, "packagedElement")}},
         {Kind::Property,
          {kComments, refers("type", kTypes, false), refers("redefinedProperty", {Kind::Property}, true),
           links("association", Kind::Association, false, "memberEnd"), rides("class", {Kind::Class}, "ownedAttribute"),
           rides("owningAssociation", {Kind::Association}, "ownedEnd")}},
         {Kind::Association,
          {contains("ownedEnd", {Kind::Property}), kRules, kComments,
-          links("memberEnd", Kind::Property, true, "association"), rides("package", {Kind::Package}, "packagedElement")}},
+          links("memberEnd", Kind::Property, true, "association"),
+          rides("package", {Kind::Package}, "packagedElement")}},
         {Kind::Constraint,
          {contains("specification", {Kind::Expression}, false), kComments,
           refers("constrainedElement", kElements, true), rides("context", kNamespaces, "ownedRule")}},
@@ -78,9 +79,9 @@ std::vector<std::string> const & flagsOf(Kind kind) {
 
 std::vector<std::string> const & textsOf(Kind kind) {
     static std::map<Kind, std::vector<std::string>> texts{
-        {Kind::Package, {"name", "uri"}},  {Kind::Class, {"name"}},     {Kind::Property, {"name", "default"}},
-        {Kind::Association, {"name"}},     {Kind::Constraint, {"name"}}, {Kind::Expression, {"name"}},
-        {Kind::Operation, {"name"}},       {Kind::Comment, {"body"}}};
+        {Kind::Package, {"name", "uri"}}, {Kind::Class, {"name"}},      {Kind::Property, {"name", "default"}},
+        {Kind::Association, {"name"}},    {Kind::Constraint, {"name"}}, {Kind::Expression, {"name"}},
+        {Kind::Operation, {"name"}},      {Kind::Comment, {"body"}}};
     return texts[kind];
 }
 

@@ -68,7 +68,8 @@ std::string told(std::set<int> const & numbers) {
 }
 
 std::string told(Changes const & changes) {
-    return "created " + told(changes.created) + "deleted " + told(changes.deleted) + "modified " + told(changes.modified);
+    return "created " + told(changes.created) + "deleted " + told(changes.deleted) + "modified " +
+           told(changes.modified);
 }
 
 State withoutRiding(State state) {
@@ -83,11 +84,13 @@ State withoutRiding(State state) {
 } // namespace
 
 char const * nameOf(What what) {
-    static char const * const names[] = {
-        "create",      "set flag",      "set text",         "remove text", "set number", "remove number", "set reference",
-        "remove reference", "link",     "unlink",           "add body",    "erase body", "set container", "remove container",
-        "destroy",     "begin",         "commit",           "cancel",      "undo",       "redo",          "undo to level",
-        "redo to level", "set maximum", "sync",             "assign",      "create deviant", "remove deviant", "listen"};
+    static char const * const names[] = {"create",        "set flag",         "set text",       "remove text",
+                                         "set number",    "remove number",    "set reference",  "remove reference",
+                                         "link",          "unlink",           "add body",       "erase body",
+                                         "set container", "remove container", "destroy",        "begin",
+                                         "commit",        "cancel",           "undo",           "redo",
+                                         "undo to level", "redo to level",    "set maximum",    "sync",
+                                         "assign",        "create deviant",   "remove deviant", "listen"};
     return names[static_cast<int>(what)];
 }
 
@@ -109,24 +112,59 @@ namespace {
 /// Steps on objects. False for all others.
 template <class Model> bool performOnObject(Model & model, Step const & s) {
     switch (s.what) {
-    case What::Create: model.create(s.deviant, s.kind); return true;
-    case What::SetFlag: model.setFlag(s.deviant, s.object, s.property, s.value != 0); return true;
-    case What::SetText: model.setText(s.deviant, s.object, s.property, s.text); return true;
-    case What::RemoveText: model.removeText(s.deviant, s.object, s.property); return true;
-    case What::SetNumber: model.setNumber(s.deviant, s.object, s.property, s.value); return true;
-    case What::RemoveNumber: model.removeNumber(s.deviant, s.object, s.property); return true;
-    case What::SetReference: model.setReference(s.deviant, s.object, s.property, static_cast<int>(s.value)); return true;
-    case What::RemoveReference: model.removeReference(s.deviant, s.object, s.property); return true;
-    case What::Link: model.link(s.deviant, s.object, s.property, static_cast<int>(s.value), s.index != 0); return true;
-    case What::Unlink: model.unlink(s.deviant, s.object, s.property, s.index); return true;
-    case What::AddBody: model.addBody(s.deviant, s.object, s.index, s.text); return true;
-    case What::EraseBody: model.eraseBody(s.deviant, s.object, s.index); return true;
-    case What::SetContainer: model.setContainer(s.deviant, s.object, static_cast<int>(s.value)); return true;
-    case What::RemoveContainer: model.removeContainer(s.deviant, s.object); return true;
-    case What::Destroy: model.destroy(s.deviant, s.object); return true;
-    case What::CreateDeviant: model.createDeviant(s.deviant); return true;
-    case What::RemoveDeviant: model.removeDeviant(s.deviant); return true;
-    default: return false;
+    case What::Create:
+        model.create(s.deviant, s.kind);
+        return true;
+    case What::SetFlag:
+        model.setFlag(s.deviant, s.object, s.property, s.value != 0);
+        return true;
+    case What::SetText:
+        model.setText(s.deviant, s.object, s.property, s.text);
+        return true;
+    case What::RemoveText:
+        model.removeText(s.deviant, s.object, s.property);
+        return true;
+    case What::SetNumber:
+        model.setNumber(s.deviant, s.object, s.property, s.value);
+        return true;
+    case What::RemoveNumber:
+        model.removeNumber(s.deviant, s.object, s.property);
+        return true;
+    case What::SetReference:
+        model.setReference(s.deviant, s.object, s.property, static_cast<int>(s.value));
+        return true;
+    case What::RemoveReference:
+        model.removeReference(s.deviant, s.object, s.property);
+        return true;
+    case What::Link:
+        model.link(s.deviant, s.object, s.property, static_cast<int>(s.value), s.index != 0);
+        return true;
+    case What::Unlink:
+        model.unlink(s.deviant, s.object, s.property, s.index);
+        return true;
+    case What::AddBody:
+        model.addBody(s.deviant, s.object, s.index, s.text);
+        return true;
+    case What::EraseBody:
+        model.eraseBody(s.deviant, s.object, s.index);
+        return true;
+    case What::SetContainer:
+        model.setContainer(s.deviant, s.object, static_cast<int>(s.value));
+        return true;
+    case What::RemoveContainer:
+        model.removeContainer(s.deviant, s.object);
+        return true;
+    case What::Destroy:
+        model.destroy(s.deviant, s.object);
+        return true;
+    case What::CreateDeviant:
+        model.createDeviant(s.deviant);
+        return true;
+    case What::RemoveDeviant:
+        model.removeDeviant(s.deviant);
+        return true;
+    default:
+        return false;
     }
 }
 
@@ -194,6 +232,9 @@ void Script::perform(Step const & step) {
     fNextTurn = 0;
     std::string const expected = outcomeOf([&] { performOnNaive(step); });
     std::string const given = outcomeOf([&] { performOnKernel(step); });
+    if (!expected.empty()) {
+        fLast.back() += " -> " + expected;
+    }
     if (expected.empty() != given.empty() || given.find(expected) == std::string::npos) {
         problem("outcome '" + given + "' in place of '" + expected + "'");
     }
@@ -228,17 +269,39 @@ void Script::performOnNaive(Step const & s) {
         return;
     }
     switch (s.what) {
-    case What::Begin: fNaive.begin(s.deviant, s.text); break;
-    case What::Commit: fNaive.commit(s.deviant); break;
-    case What::Cancel: fNaive.cancel(s.deviant); break;
-    case What::Undo: fNaive.undo(); break;
-    case What::Redo: fNaive.redo(); break;
-    case What::UndoToLevel: fNaive.undoToLevel(static_cast<int>(s.value)); break;
-    case What::RedoToLevel: fNaive.redoToLevel(static_cast<int>(s.value)); break;
-    case What::SetMaximum: fNaive.setMaximum(static_cast<int>(s.value)); break;
-    case What::Sync: fNaive.sync(s.deviant); break;
-    case What::Assign: fNaive.assign(s.deviant); break;
-    default: fNaive.listen(s.deviant); break;
+    case What::Begin:
+        fNaive.begin(s.deviant, s.text);
+        break;
+    case What::Commit:
+        fNaive.commit(s.deviant);
+        break;
+    case What::Cancel:
+        fNaive.cancel(s.deviant);
+        break;
+    case What::Undo:
+        fNaive.undo();
+        break;
+    case What::Redo:
+        fNaive.redo();
+        break;
+    case What::UndoToLevel:
+        fNaive.undoToLevel(static_cast<int>(s.value));
+        break;
+    case What::RedoToLevel:
+        fNaive.redoToLevel(static_cast<int>(s.value));
+        break;
+    case What::SetMaximum:
+        fNaive.setMaximum(static_cast<int>(s.value));
+        break;
+    case What::Sync:
+        fNaive.sync(s.deviant);
+        break;
+    case What::Assign:
+        fNaive.assign(s.deviant);
+        break;
+    default:
+        fNaive.listen(s.deviant);
+        break;
     }
 }
 
@@ -321,16 +384,36 @@ void Script::performOnKernel(Step const & s) {
     }
     Deviant const deviant = fKernel.deviant(s.deviant);
     switch (s.what) {
-    case What::Begin: deviant.beginTransaction(s.text); break;
-    case What::Commit: deviant.commitTransaction(); break;
-    case What::Cancel: deviant.cancelTransaction(); break;
-    case What::Undo: deviant.undo(); break;
-    case What::Redo: deviant.redo(); break;
-    case What::UndoToLevel: deviant.undoToChangeLevel(static_cast<int>(s.value)); break;
-    case What::RedoToLevel: deviant.redoToChangeLevel(static_cast<int>(s.value)); break;
-    case What::SetMaximum: deviant.setMaximumUndoStackLength(static_cast<int>(s.value)); break;
-    case What::Sync: deviant.syncFromRoot(); break;
-    case What::Assign: deviant.assignToRoot(); break;
+    case What::Begin:
+        deviant.beginTransaction(s.text);
+        break;
+    case What::Commit:
+        deviant.commitTransaction();
+        break;
+    case What::Cancel:
+        deviant.cancelTransaction();
+        break;
+    case What::Undo:
+        deviant.undo();
+        break;
+    case What::Redo:
+        deviant.redo();
+        break;
+    case What::UndoToLevel:
+        deviant.undoToChangeLevel(static_cast<int>(s.value));
+        break;
+    case What::RedoToLevel:
+        deviant.redoToChangeLevel(static_cast<int>(s.value));
+        break;
+    case What::SetMaximum:
+        deviant.setMaximumUndoStackLength(static_cast<int>(s.value));
+        break;
+    case What::Sync:
+        deviant.syncFromRoot();
+        break;
+    case What::Assign:
+        deviant.assignToRoot();
+        break;
     default:
         if (fListeners.count(s.deviant) == 0) {
             fListeners[s.deviant] = std::make_unique<Listener>(*this, deviant);
@@ -372,7 +455,8 @@ bool Script::replayTurn(char const * phase, Deviant deviant, Changes const & cha
     for (auto const & [object, slot] : turn.before) {
         std::optional<State> seen = fKernel.observed(view, object, fNaive.kindOf(object));
         if (slot.says == Slot::Present && (!seen || withoutRiding(*seen) != slot.state)) {
-            problem(turn.phase + " sees before #" + std::to_string(object) + told(seen) + "\n    in place of" + told(slot.state));
+            problem(turn.phase + " sees before #" + std::to_string(object) + told(seen) + "\n    in place of" +
+                    told(slot.state));
         }
     }
     for (auto const & [step, expected] : turn.steps) {

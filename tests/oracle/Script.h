@@ -13,10 +13,34 @@
 namespace ZEL::oracle {
 
 enum class What {
-    Create, SetFlag, SetText, RemoveText, SetNumber, RemoveNumber, SetReference, RemoveReference, Link, Unlink, AddBody,
-    EraseBody, SetContainer, RemoveContainer, Destroy,
-    Begin, Commit, Cancel, Undo, Redo, UndoToLevel, RedoToLevel, SetMaximum, Sync, Assign,
-    CreateDeviant, RemoveDeviant, Listen
+    Create,
+    SetFlag,
+    SetText,
+    RemoveText,
+    SetNumber,
+    RemoveNumber,
+    SetReference,
+    RemoveReference,
+    Link,
+    Unlink,
+    AddBody,
+    EraseBody,
+    SetContainer,
+    RemoveContainer,
+    Destroy,
+    Begin,
+    Commit,
+    Cancel,
+    Undo,
+    Redo,
+    UndoToLevel,
+    RedoToLevel,
+    SetMaximum,
+    Sync,
+    Assign,
+    CreateDeviant,
+    RemoveDeviant,
+    Listen
 };
 
 char const * nameOf(What what);

@@ -11,8 +11,8 @@ namespace {
 constexpr int kMostObjects = 160; ///< of a script, the dead ones too
 constexpr int kMostAlive = 30;    ///< in one deviant
 
-std::vector<Kind> const kKinds{Kind::Package,    Kind::Class,      Kind::Class,     Kind::Property, Kind::Property, Kind::Association,
-                               Kind::Constraint, Kind::Expression, Kind::Operation, Kind::Comment};
+std::vector<Kind> const kKinds{Kind::Package,     Kind::Class,      Kind::Class,      Kind::Property,  Kind::Property,
+                               Kind::Association, Kind::Constraint, Kind::Expression, Kind::Operation, Kind::Comment};
 std::vector<std::string> const kTexts{"", "a", "b", "c", "d"};
 
 } // namespace
@@ -31,18 +31,19 @@ Step Script::nextStep() {
 
 Step Script::nextInIdle(std::string const & name) {
     int const choice = below(100);
-    if (choice < 55) {
+    if (choice < (name == kRoot ? 25 : 80)) {
         return {.what = What::Begin, .deviant = name, .text = "begun " + std::to_string(below(1000))};
     }
-    if (choice < 80) {
-        return name == kRoot ? nextOnHistory() : Step{.what = What::Begin, .deviant = name, .text = "deviant's"};
+    if (choice < 80 && name == kRoot) {
+        return nextOnHistory();
     }
-    if (choice < 84) {
+    if (choice >= 80 && choice < 83) {
         static std::vector<std::string> const more{"echo", "sierra", "zulu"};
         std::string const other = any(more);
-        return {.what = fNaive.deviants().count(other) == 0 ? What::CreateDeviant : What::RemoveDeviant, .deviant = other};
+        return {.what = fNaive.deviants().count(other) == 0 ? What::CreateDeviant : What::RemoveDeviant,
+                .deviant = other};
     }
-    if (choice < 86) {
+    if (choice < 85) {
         return {.what = What::Listen, .deviant = name};
     }
     if (choice < 92) {
@@ -64,9 +65,10 @@ Step Script::nextOnHistory() {
         return {.what = What::Redo, .deviant = kRoot};
     }
     if (choice < 95) {
-        long long const level = root.stack.empty() || chance(10)
-                                    ? below(root.highestLevel + 2)
-                                    : root.stack[static_cast<std::size_t>(below(static_cast<int>(root.stack.size())))].level;
+        long long const level =
+            root.stack.empty() || chance(10)
+                ? below(root.highestLevel + 2)
+                : root.stack[static_cast<std::size_t>(below(static_cast<int>(root.stack.size())))].level;
         return {.what = chance(50) ? What::UndoToLevel : What::RedoToLevel, .deviant = kRoot, .value = level};
     }
     return {.what = What::SetMaximum, .deviant = kRoot, .value = chance(10) ? 50 : 3 + below(12)};
@@ -93,7 +95,8 @@ Step Script::nextInTransaction(std::string const & name) {
                 others.push_back(other);
             }
         }
-        return name == kRoot ? Step{.what = What::Assign, .deviant = any(others)} : Step{.what = What::Sync, .deviant = name};
+        return name == kRoot ? Step{.what = What::Assign, .deviant = any(others)}
+                             : Step{.what = What::Sync, .deviant = name};
     }
     if (choice < 204 && name != kRoot) {
         return {.what = What::RemoveDeviant, .deviant = name}; // refused within a transaction
@@ -118,8 +121,11 @@ Step Script::nextWrite(std::string const & name) {
     // An object that may be there or not.
     for (int object = fNaive.numberOfObjects() - 1; object > kModel; --object) {
         if (!textsOf(fNaive.kindOf(object)).empty() && chance(20)) {
-            return {.what = What::SetText, .deviant = name, .object = object,
-                    .property = textsOf(fNaive.kindOf(object)).front(), .text = any(kTexts)};
+            return {.what = What::SetText,
+                    .deviant = name,
+                    .object = object,
+                    .property = textsOf(fNaive.kindOf(object)).front(),
+                    .text = any(kTexts)};
         }
     }
     return {.what = What::Begin, .deviant = name, .text = "nothing to write"};
@@ -156,7 +162,7 @@ std::optional<Step> Script::tryValue(std::string const & name, int object) {
     std::vector<std::string> const & flags = flagsOf(kind);
     std::vector<std::string> const & texts = textsOf(kind);
     std::vector<std::string> const & numbers = numbersOf(kind);
-    switch (below(4)) {
+    switch (kind == Kind::Expression && chance(60) ? 3 : below(4)) {
     case 0:
         if (flags.empty()) {
             return std::nullopt;
@@ -220,7 +226,8 @@ std::optional<Step> Script::tryReference(std::string const & name, int object, s
     if (!isSound(name, value)) {
         return std::nullopt;
     }
-    return Step{.what = What::SetReference, .deviant = name, .object = object, .property = rule.property, .value = value};
+    return Step{
+        .what = What::SetReference, .deviant = name, .object = object, .property = rule.property, .value = value};
 }
 
 std::optional<Step> Script::tryList(std::string const & name, int object, std::vector<int> const & objects) {
@@ -247,7 +254,11 @@ std::optional<Step> Script::tryList(std::string const & name, int object, std::v
     if (!isSound(name, value) || (value == object && rule.form == Form::Linked)) {
         return std::nullopt;
     }
-    return Step{.what = What::Link, .deviant = name, .object = object, .property = rule.property, .value = value,
+    return Step{.what = What::Link,
+                .deviant = name,
+                .object = object,
+                .property = rule.property,
+                .value = value,
                 .index = chance(30) ? 1 : 0};
 }
 
@@ -298,7 +309,8 @@ std::vector<int> Script::ofKinds(std::vector<int> const & objects, std::set<Kind
 // Deviants that stopped early hold objects whose owners are absent or own each other; clients keep off them.
 bool Script::isAnchored(std::string const & name, int object) const {
     std::vector<int> const owners = fNaive.owners(name, object);
-    return std::all_of(owners.begin(), owners.end(), [&](int owner) { return owner != object && fNaive.isValid(name, owner); }) &&
+    return std::all_of(owners.begin(), owners.end(),
+                       [&](int owner) { return owner != object && fNaive.isValid(name, owner); }) &&
            (owners.empty() || fNaive.read(name, owners.back()).container == kNothing);
 }
 

@@ -25,7 +25,8 @@ public:
 class SpecialItemIntf : public virtual ItemIntf {
 public:
     static CooperativeVisitor::internal::ClassInfo const & classInfo() {
-        static auto const info = CooperativeVisitor::internal::makeClassInfo<SpecialItemIntf, NSInterface::ObjectDomain>();
+        static auto const info =
+            CooperativeVisitor::internal::makeClassInfo<SpecialItemIntf, NSInterface::ObjectDomain>();
         return info;
     }
 };
@@ -39,8 +40,9 @@ public:
     void decRef() override { --fCount; }
     int numRef() override { return fCount; }
     void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override {
-        auto const & table = CooperativeVisitor::internal::castTable<Concrete, Interfaces..., NSInterface::ClassObjectIntf,
-                                                                     NSInterface::ObjectIntf>();
+        auto const & table =
+            CooperativeVisitor::internal::castTable<Concrete, Interfaces..., NSInterface::ClassObjectIntf,
+                                                    NSInterface::ObjectIntf>();
         return table.cast(info, const_cast<Concrete *>(static_cast<Concrete const *>(this)));
     }
     [[nodiscard]] bool deviant_isValid(Deviant) const override { return true; }
@@ -78,7 +80,8 @@ class FakeDeviant {
 public:
     explicit FakeDeviant(int id) {
         fIdentity.id = id;
-        fIdentity.kind = id == 0 ? internal::DeviantIdentity::Kind::LiveRoot : internal::DeviantIdentity::Kind::LiveNamed;
+        fIdentity.kind =
+            id == 0 ? internal::DeviantIdentity::Kind::LiveRoot : internal::DeviantIdentity::Kind::LiveNamed;
     }
     operator Deviant() { return Deviant(&fIdentity); }
     void destroyModel() {

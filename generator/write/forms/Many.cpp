@@ -4,6 +4,11 @@
 namespace zelgen {
 namespace {
 
+/// The sequence under a view. Where the view has no other end to keep in step, what lies under it keeps its own.
+std::string getterBelow(Property const & view, Property const & part) {
+    return "get" + part.plural + (view.isRawOnly() ? "" : "WithoutAssociation") + "(deviant)";
+}
+
 /// Any number of values: a sequence that keeps the other ends in step, and the raw one.
 class ManyForm : public PropertyForm {
 public:
@@ -28,8 +33,8 @@ $field$
         case Making::Filter:
             return Printer::blocks({withAssociation(print, p),
                                     raw(print, *p.owner, p,
-                                        "ZEL::internal::filteredView<" + p.type->cppName() + ">(deviant, get" +
-                                            p.filtered->plural + "WithoutAssociation(deviant))"),
+                                        "ZEL::internal::filteredView<" + p.type->cppName() + ">(deviant, " +
+                                            getterBelow(p, *p.filtered) + ")"),
                                     byName});
         case Making::Containees:
             return Printer::blocks({withAssociation(print, p),
@@ -333,12 +338,13 @@ std::string viewDeclaration(Printer const & print, View const & view) {
 
 std::string viewDefinition(Printer const & print, Class const & of, View const & view) {
     std::vector<std::string> parts;
+    bool const partsKeepEnds = view.property->isRawOnly();
     for (Property const * const part : view.parts) {
         std::string const descriptor =
             (part->owner == &of ? "" : interfaceOf(*part->owner) + "::") + descriptorOperation(*part) + "()";
-        parts.push_back(part->many ? "get" + part->plural + "WithoutAssociation(deviant)"
+        parts.push_back(part->many ? getterBelow(*view.property, *part)
                                    : "ZEL::internal::singleAsSequence<" + part->type->cppName() + ">(*this, deviant, " +
-                                         descriptor + ", true)");
+                                         descriptor + (partsKeepEnds ? ", false)" : ", true)"));
     }
     std::string const separator = view.parts.size() > 1 ? ",\n     " : "";
     return ManyForm::raw(print, of, *view.property,

@@ -21,7 +21,8 @@ using NSInterface::ObjectIntf;
 
 /// What a copied object refers to in place of `target`: the copy of it, `target` itself if a one-sided or many-sided link
 /// to it can be kept, or nothing.
-ObjectIntf * referenceFor(ObjectIntf * target, FieldDescriptor const & field, BodyCore & copy, CloneMap const & copies) {
+ObjectIntf * referenceFor(ObjectIntf * target, FieldDescriptor const & field, BodyCore & copy,
+                          CloneMap const & copies) {
     if (target == nullptr) {
         return nullptr;
     }
@@ -90,7 +91,8 @@ void BodyCore::internal_cloneContents(Deviant deviant, CloneMap & copies) {
         StateCore & state = *copy.writeState(target);
         descriptor.assignState(state, *source.readState(deviant));
         state.modelZEL = &copies.model();
-        BodyCore * const container = original == this ? nullptr : copies.copyOf(source.readState(deviant)->containerZEL);
+        BodyCore * const container =
+            original == this ? nullptr : copies.copyOf(source.readState(deviant)->containerZEL);
         state.containerZEL = container;
         if (container != nullptr) {
             eraseUnparented(copy, target);

@@ -1,11 +1,9 @@
-#include <ZEL/metamodel/BodyCore.h>
-
 #include <ZEL/DeviantAssertions.h>
-#include <ZEL/DeviantImpl.h>
 #include <ZEL/DeviantManager.h>
 #include <ZEL/Exception.h>
 #include <ZEL/Integer.h>
 #include <ZEL/ValueObject.h>
+#include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/ClassRuntime.h>
@@ -115,14 +113,6 @@ bool BodyCore::deviant_isValid(Deviant deviant) const {
 }
 
 StateCore * BodyCore::readStateSlowly(Deviant deviant) const {
-    // First the deviant that has no word on the object, beside a root that has no old states. An existing root state says
-    // that the model is alive, and that the deviant is not the null one, which has been served.
-    DeviantIdentity const * const identity = deviant.getIdentity();
-    if ((fBits & (kRealRootState | kHasDeviantEntries)) == kRealRootState &&
-        identity->kind == DeviantIdentity::Kind::LiveNamed &&
-        identity->impl->manager->internal_root().currentChangeSet.states.empty()) [[likely]] {
-        return fRootState;
-    }
     checkAccess(deviant);
     ObjectIntf * state = nullptr;
     if (deviant.getDeviantId() <= 0 || (fBits & kHasDeviantEntries) != 0) {
@@ -309,7 +299,9 @@ Boolean BodyCore::hasModelZEL(Deviant deviant) const { return Boolean(readState(
 
 Model BodyCore::getModelZEL(Deviant deviant) const { return Model(readState(deviant)->modelZEL, deviant); }
 
-Boolean BodyCore::hasContainerZEL(Deviant deviant) const { return Boolean(readState(deviant)->containerZEL != nullptr); }
+Boolean BodyCore::hasContainerZEL(Deviant deviant) const {
+    return Boolean(readState(deviant)->containerZEL != nullptr);
+}
 
 ClassObject BodyCore::getContainerZEL(Deviant deviant) const {
     return ClassObject(readState(deviant)->containerZEL, deviant);

@@ -2,6 +2,7 @@
 
 #include <ZEL/metamodel/ClassObjectIntf.h>
 #include <ZEL/metamodel/Descriptors.h>
+#include <ZEL/metamodel/ObjectPool.h>
 #include <ZEL/metamodel/StateCore.h>
 
 #include <cstdint>
@@ -19,6 +20,8 @@ class ModelCore;
 class ZEL_API BodyCore : public virtual NSInterface::ClassObjectIntf {
 public:
     ~BodyCore() override;
+    static void * operator new(std::size_t size) { return takeFromPool(size); }
+    static void operator delete(void * memory, std::size_t size) noexcept { giveToPool(memory, size); }
 
     [[nodiscard]] virtual ClassDescriptor const & internal_descriptor() const noexcept = 0;
 
@@ -71,7 +74,13 @@ public:
     /// The state to read, by the rules of `getReadDeviant`.
     [[nodiscard]] StateCore * readState(Deviant deviant) const {
         DeviantIdentity const * const identity = deviant.getIdentity();
-        if ((fBits & kRealRootState) != 0 && (identity == nullptr || identity->kind == DeviantIdentity::Kind::LiveRoot)) [[likely]] {
+        if ((fBits & kRealRootState) != 0 && (identity == nullptr || identity->kind == DeviantIdentity::Kind::LiveRoot))
+            [[likely]] {
+            return fRootState;
+        }
+        // A deviant that has no word on the object, beside a root that keeps no old states.
+        if ((fBits & (kRealRootState | kHasDeviantEntries)) == kRealRootState &&
+            identity->kind == DeviantIdentity::Kind::LiveNamed && !identity->root->savedStatesVisible) {
             return fRootState;
         }
         return readStateSlowly(deviant);

@@ -26,20 +26,23 @@ void unlink(ClassObjectIntf & object, Deviant deviant, Subtree const & subtree) 
     StateCore const & state = *object.internal_body()->readState(deviant);
     for (FieldDescriptor const & field : object.internal_body()->internal_descriptor().fields) {
         PropertyDescriptor const & property = *field.property;
-        if (property.otherEnd != OtherEnd::Property || property.isComposite || property.opposite->storage != Storage::Field) {
+        if (property.otherEnd != OtherEnd::Property || property.isComposite ||
+            property.opposite->storage != Storage::Field) {
             continue;
         }
         std::vector<ObjectIntf *> partners;
         if (field.sequence != nullptr) {
-            readSequence(field, state).forEach(
-                [&partners](void * partner) { partners.push_back(static_cast<ObjectIntf *>(partner)); });
+            readSequence(field, state).forEach([&partners](void * partner) {
+                partners.push_back(static_cast<ObjectIntf *>(partner));
+            });
         } else if (ObjectIntf * const partner = field.get(state)) {
             partners.push_back(partner);
         }
         for (ObjectIntf * const partner : partners) {
             // Links from other models stay: those are not open for writing here.
-            bool const isOfThisModel = partner->internal_body() != nullptr &&
-                                       partner->internal_body()->internal_model() == object.internal_body()->internal_model();
+            bool const isOfThisModel =
+                partner->internal_body() != nullptr &&
+                partner->internal_body()->internal_model() == object.internal_body()->internal_model();
             if (isOfThisModel && subtree.count(partner) == 0 && partner->deviant_isValid(deviant)) {
                 eraseOppositeOnly(*partner, deviant, *property.opposite, object);
             }
@@ -96,8 +99,8 @@ void BodyCore::internal_destroyContents(Deviant deviant) {
 
 void BodyCore::destroyState(Deviant deviant) {
     ObjectIntf * const present = stateIn(deviant);
-    bool const isSaved = !deviant.hasUndoStack() || !deviant.isWithinTransaction() ||
-                         deviant.getSavedOldStateOfObject(this) != nullptr;
+    bool const isSaved =
+        !deviant.hasUndoStack() || !deviant.isWithinTransaction() || deviant.getSavedOldStateOfObject(this) != nullptr;
     if (isSaved) {
         internal_destroyDeviation(deviant);
         return;

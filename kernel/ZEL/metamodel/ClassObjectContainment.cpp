@@ -17,14 +17,24 @@ ModelIntf * storedModel(ClassObjectIntf const & object, Deviant deviant) {
     return object.internal_body()->readState(deviant)->modelZEL;
 }
 
-bool isModelAlive(ModelIntf const * model, Deviant deviant) { return model != nullptr && model->deviant_isValid(deviant); }
+bool isModelAlive(ModelIntf const * model, Deviant deviant) {
+    return model != nullptr && model->deviant_isValid(deviant);
+}
+
+/// Whether other objects can name `object` as their container. False while an object without contents is new, which
+/// saves the building of deep models a walk per object. Later the lists alone do not tell: by isolation, assignment and
+/// trimmed history an object can come to name a container whose own state does not list it.
+bool canHaveContents(ClassObjectIntf const & object, Deviant deviant) {
+    return internal::hasContainees(object, deviant) ||
+           (deviant.isWithinTransaction() &&
+            deviant.getSavedOldStateOfObject(&object) != static_cast<ObjectIntf *>(Deviant::InvalidObject));
+}
 
 /// All that forbids `container` to become the container of `object`; raises before anything is written.
 void checkContainer(ClassObjectIntf const & object, Deviant deviant, ClassObject const & container) {
     ClassObjectIntf const * const target = container.getImplementation();
-    // An object that contains nothing can only be its own container.
     if (target == &object ||
-        (internal::hasContainees(object, deviant) && deviant.willCauseCompositionCycles(target, &object))) {
+        (canHaveContents(object, deviant) && deviant.willCauseCompositionCycles(target, &object))) {
         raiseInternalError("Cyclic composition");
     }
     ModelIntf const * const own = storedModel(object, deviant);
@@ -39,9 +49,13 @@ void checkContainer(ClassObjectIntf const & object, Deviant deviant, ClassObject
 
 } // namespace
 
-Boolean ClassObjectIntf::hasContainerZEL(Deviant deviant) const { return internal::readStateOf<ClassObjectIntf>(*this, deviant).hasContainerZEL(deviant); }
+Boolean ClassObjectIntf::hasContainerZEL(Deviant deviant) const {
+    return internal::readStateOf<ClassObjectIntf>(*this, deviant).hasContainerZEL(deviant);
+}
 
-ClassObject ClassObjectIntf::getContainerZEL(Deviant deviant) const { return internal::readStateOf<ClassObjectIntf>(*this, deviant).getContainerZEL(deviant); }
+ClassObject ClassObjectIntf::getContainerZEL(Deviant deviant) const {
+    return internal::readStateOf<ClassObjectIntf>(*this, deviant).getContainerZEL(deviant);
+}
 
 void ClassObjectIntf::setContainerZEL(Deviant deviant, ClassObject const & container) {
     if (!container.isValid()) {

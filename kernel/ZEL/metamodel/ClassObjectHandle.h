@@ -25,7 +25,9 @@ public:
     [[nodiscard]] ImmutableObject getOne(ImmutableProperty const & property) const {
         return constBody()->getOne(this->getDeviant(), property);
     }
-    [[nodiscard]] ImmutableObject getOne(String const & name) const { return constBody()->getOne(this->getDeviant(), name); }
+    [[nodiscard]] ImmutableObject getOne(String const & name) const {
+        return constBody()->getOne(this->getDeviant(), name);
+    }
     [[nodiscard]] Boolean has(ImmutableProperty const & property) const {
         return constBody()->has(this->getDeviant(), property);
     }
@@ -63,7 +65,9 @@ public:
     void setOrAdd(ImmutableProperty const & property, Object const & value) const {
         body()->setOrAdd(this->getDeviant(), property, value);
     }
-    void setOrAdd(String const & name, Object const & value) const { body()->setOrAdd(this->getDeviant(), name, value); }
+    void setOrAdd(String const & name, Object const & value) const {
+        body()->setOrAdd(this->getDeviant(), name, value);
+    }
     void setOrAddOnly(ImmutableProperty const & property, Object const & value) const {
         body()->setOrAddOnly(this->getDeviant(), property, value);
     }
@@ -84,7 +88,9 @@ public:
     /// Removes the value of a single-valued property, the first of a multi-valued one.
     void removeOne(ImmutableProperty const & property) const { body()->removeOne(this->getDeviant(), property); }
     void removeOne(String const & name) const { body()->removeOne(this->getDeviant(), name); }
-    void removeOneOnly(ImmutableProperty const & property) const { body()->removeOneOnly(this->getDeviant(), property); }
+    void removeOneOnly(ImmutableProperty const & property) const {
+        body()->removeOneOnly(this->getDeviant(), property);
+    }
     void removeOneOnly(String const & name) const { body()->removeOneOnly(this->getDeviant(), name); }
 
     Object fromString(String const & text) const { return body()->fromString(this->getDeviant(), text); }
@@ -96,7 +102,9 @@ public:
     /// Ends the object and all it contains in the handle's deviant. Nothing if it is not valid there.
     void destroy() const { body()->destroy(this->getDeviant()); }
     /// A copy of the object and all it contains in the model of `target`, unparented, seen in `target`'s deviant.
-    template <class Target> auto clone(Target const & target) const { return body()->clone(this->getDeviant(), target); }
+    template <class Target> auto clone(Target const & target) const {
+        return body()->clone(this->getDeviant(), target);
+    }
 
 private:
     [[nodiscard]] NSInterface::ClassObjectIntf * body() const { return this->getImplementation(); }

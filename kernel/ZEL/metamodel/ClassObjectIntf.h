@@ -42,7 +42,8 @@ public:
     /// All values; a single-valued property gives a view of zero or one element.
     [[nodiscard]] virtual Sequence<Object> get(Deviant deviant, ImmutableProperty const & property);
     [[nodiscard]] virtual Sequence<Object> get(Deviant deviant, String const & name);
-    [[nodiscard]] virtual ImmutableSequence<ImmutableObject> get(Deviant deviant, ImmutableProperty const & property) const;
+    [[nodiscard]] virtual ImmutableSequence<ImmutableObject> get(Deviant deviant,
+                                                                 ImmutableProperty const & property) const;
     [[nodiscard]] virtual ImmutableSequence<ImmutableObject> get(Deviant deviant, String const & name) const;
     /// The value, or the first of many; an invalid handle if there is none.
     [[nodiscard]] virtual Object getOne(Deviant deviant, ImmutableProperty const & property);
@@ -80,7 +81,8 @@ public:
     [[nodiscard]] virtual Sequence<ClassObject> getContaineeZELs(Deviant deviant) const;
     [[nodiscard]] virtual Sequence<ClassObject> getContaineeZELsWithoutAssociation(Deviant deviant) const;
     [[nodiscard]] virtual Sequence<StereotypeObject> getAppliedStereotypeInstances(Deviant deviant) const;
-    [[nodiscard]] virtual Sequence<StereotypeObject> getAppliedStereotypeInstancesWithoutAssociation(Deviant deviant) const;
+    [[nodiscard]] virtual Sequence<StereotypeObject>
+    getAppliedStereotypeInstancesWithoutAssociation(Deviant deviant) const;
 
     [[nodiscard]] virtual Boolean hasModelZEL(Deviant deviant) const;
     virtual void removeModelZEL(Deviant deviant);

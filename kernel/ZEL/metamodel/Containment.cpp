@@ -1,13 +1,14 @@
-#include <ZEL/metamodel/Containment.h>
-
 #include <ZEL/Boolean.h>
 #include <ZEL/Exception.h>
 #include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/FactoryObjectIntf.h>
 #include <ZEL/metamodel/ModelIntf.h>
 #include <ZEL/sequences/PersistentSequence.h>
 
 #include <algorithm>
+#include <iterator>
+#include <unordered_set>
 
 namespace ZEL::internal {
 
@@ -29,7 +30,9 @@ ClassObjectIntf * classObject(void * element) {
     return static_cast<ClassObjectIntf *>(static_cast<ObjectIntf *>(element)->cast(ClassObjectIntf::classInfo()));
 }
 
-ClassDescriptor const & classOf(ClassObjectIntf const & object) { return object.internal_body()->internal_descriptor(); }
+ClassDescriptor const & classOf(ClassObjectIntf const & object) {
+    return object.internal_body()->internal_descriptor();
+}
 
 NSInterface::ModelIntf & modelOf(ClassObjectIntf & object, Deviant deviant) {
     NSInterface::ModelIntf * const model = stateToRead(object, deviant).modelZEL;
@@ -86,7 +89,8 @@ FieldDescriptor const * acceptingField(ClassObjectIntf const & container, ClassO
     return nullptr;
 }
 
-void addContainee(ClassObjectIntf & container, Deviant deviant, FieldDescriptor const & field, ClassObjectIntf & element) {
+void addContainee(ClassObjectIntf & container, Deviant deviant, FieldDescriptor const & field,
+                  ClassObjectIntf & element) {
     ObjectIntf * const added = &element;
     if (field.sequence != nullptr) {
         if (!readSequence(field, stateToRead(container, deviant)).contains(added)) {
@@ -139,20 +143,29 @@ void collectContainees(ClassObjectIntf const & object, Deviant deviant, std::vec
 
 bool hasContainees(ClassObjectIntf const & object, Deviant deviant) {
     StateCore const & state = stateToRead(object, deviant);
-    return std::any_of(classOf(object).fields.begin(), classOf(object).fields.end(), [&state](FieldDescriptor const & field) {
-        return isContainment(field) &&
-               (field.sequence != nullptr ? !readSequence(field, state).empty() : field.get(state) != nullptr);
-    });
+    return std::any_of(
+        classOf(object).fields.begin(), classOf(object).fields.end(), [&state](FieldDescriptor const & field) {
+            return isContainment(field) &&
+                   (field.sequence != nullptr ? !readSequence(field, state).empty() : field.get(state) != nullptr);
+        });
 }
 
 std::vector<ClassObjectIntf *> collectSubtree(ClassObjectIntf & object, Deviant deviant) {
+    // States of a deviant and of the root can have combined to two objects that list one, or each other.
+    std::unordered_set<ClassObjectIntf const *> met{&object};
     std::vector<ClassObjectIntf *> objects{&object};
+    std::vector<ClassObjectIntf *> found;
     for (std::size_t next = 0; next < objects.size(); ++next) {
-        if (objects[next]->deviant_isValid(deviant)) {
-            collectContainees(*objects[next], deviant, objects);
+        if (!objects[next]->deviant_isValid(deviant)) {
+            continue;
         }
+        found.clear();
+        collectContainees(*objects[next], deviant, found);
+        std::copy_if(found.begin(), found.end(), std::back_inserter(objects),
+                     [&met](ClassObjectIntf const * each) { return met.insert(each).second; });
     }
-    std::erase_if(objects, [deviant](ClassObjectIntf const * candidate) { return !candidate->deviant_isValid(deviant); });
+    std::erase_if(objects,
+                  [deviant](ClassObjectIntf const * candidate) { return !candidate->deviant_isValid(deviant); });
     return objects;
 }
 
@@ -166,8 +179,9 @@ std::vector<ClassObjectIntf *> modelRoots(ClassObjectIntf & object, Deviant devi
     readSequence(*unparented, state).forEach([&roots](void * root) { roots.push_back(classObject(root)); });
     for (FieldDescriptor const & field : classOf(object).fields) {
         PropertyDescriptor const & property = *field.property;
-        if (property.typeClass != nullptr && property.typeClass->isKindOf(NSInterface::FactoryObjectIntf::descriptor()) &&
-            field.get != nullptr && field.get(state) != nullptr) {
+        if (property.typeClass != nullptr &&
+            property.typeClass->isKindOf(NSInterface::FactoryObjectIntf::descriptor()) && field.get != nullptr &&
+            field.get(state) != nullptr) {
             roots.push_back(classObject(field.get(state)));
         }
     }
@@ -194,7 +208,8 @@ void eraseUnparented(ClassObjectIntf & object, Deviant deviant) {
     }
 }
 
-void attachToOwner(ClassObjectIntf & owner, Deviant deviant, PropertyDescriptor const & property, ClassObjectIntf & element) {
+void attachToOwner(ClassObjectIntf & owner, Deviant deviant, PropertyDescriptor const & property,
+                   ClassObjectIntf & element) {
     FieldDescriptor const * const field = fieldOf(classOf(owner), property);
     ObjectIntf * const value = &element;
     if (stateToRead(element, deviant).containerZEL != &owner) {

@@ -5,9 +5,8 @@
 namespace ZEL::internal {
 
 bool ClassDescriptor::isKindOf(ClassDescriptor const & other) const noexcept {
-    return this == &other || std::any_of(superClasses.begin(), superClasses.end(), [&other](ClassDescriptor const * base) {
-               return base->isKindOf(other);
-           });
+    return this == &other || std::any_of(superClasses.begin(), superClasses.end(),
+                                         [&other](ClassDescriptor const * base) { return base->isKindOf(other); });
 }
 
 } // namespace ZEL::internal

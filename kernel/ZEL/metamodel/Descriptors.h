@@ -59,24 +59,24 @@ enum class Storage : std::uint8_t {
 
 /// One property, as the class that introduces it declares it.
 struct PropertyDescriptor {
-    char const * name;          ///< its model name, such as "isComposite"
+    char const * name; ///< its model name, such as "isComposite"
     ClassDescriptor const * owner;
-    char const * typeName;      ///< its type's registered name, such as "ZEL.Boolean"
+    char const * typeName;             ///< its type's registered name, such as "ZEL.Boolean"
     ClassDescriptor const * typeClass; ///< null for data types
     std::int32_t lower;
-    std::uint32_t upper;        ///< 0xFFFFFFFF is unlimited
+    std::uint32_t upper; ///< 0xFFFFFFFF is unlimited
     bool isReadOnly;
     bool isDerived;
     bool isComposite;
     bool isOrdered;
     bool isUnique;
-    char const * defaultValue;  ///< "" for none
-    std::uint8_t persistence;   ///< a `PersistenceKind::Value`
-    char const * association;   ///< its name; null without association
-    char const * ownedEnd;      ///< name of the end that the association owns; null if the other end is a property
+    char const * defaultValue; ///< "" for none
+    std::uint8_t persistence;  ///< a `PersistenceKind::Value`
+    char const * association;  ///< its name; null without association
+    char const * ownedEnd;     ///< name of the end that the association owns; null if the other end is a property
     PropertyDescriptor const * opposite; ///< the other end if that is a property
-    char const * key;           ///< "ZEL.X::ZEL.X.p", or the irregular form
-    char const * description;   ///< "" for none
+    char const * key;                    ///< "ZEL.X::ZEL.X.p", or the irregular form
+    char const * description;            ///< "" for none
     OtherEnd otherEnd;
     Storage storage;
     /// Access of a single-valued property; null for a multi-valued one.
@@ -144,22 +144,22 @@ struct PrimitiveDescriptor {
 
 /// One metamodel: what the bootstrap and the registration of an application's metamodel walk.
 struct MetaModelDescriptor {
-    char const * prefix;     ///< the XML prefix, and the first part of registered names: "ZEL"
-    char const * topPackage; ///< name of the package that holds the classes
+    char const * prefix;                          ///< the XML prefix, and the first part of registered names: "ZEL"
+    char const * topPackage;                      ///< name of the package that holds the classes
     std::span<char const * const> uris;           ///< the first is the URI of the model and of its top package
     std::span<char const * const> additionalUris; ///< bound in the factory and metamodel registries only
     /// Around the association's name in the keys of the ends that associations own: prefix, name, "::", infix, name.
     std::string_view ownedEndKeyPrefix;
     std::string_view ownedEndKeyInfix;
-    char const * uuidBase;   ///< constant, so that references into the metamodel are the same in every process
+    char const * uuidBase; ///< constant, so that references into the metamodel are the same in every process
     /// Names of classes, enumerations and primitive types in the order in which their objects are created.
     std::span<char const * const> declareOrder;
     std::span<ClassDescriptor const * const> classes; ///< in declare order
     std::span<EnumerationDescriptor const> enumerations;
     std::span<PrimitiveDescriptor const> primitives;
-    ClassDescriptor const * modelClass;   ///< null for a profile
+    ClassDescriptor const * modelClass; ///< null for a profile
     ClassDescriptor const * factoryClass;
-    Model (*createModel)();               ///< null for a profile
+    Model (*createModel)(); ///< null for a profile
     FactoryObject (*createFactory)(Model model);
 };
 

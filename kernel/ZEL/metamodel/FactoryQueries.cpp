@@ -54,7 +54,9 @@ Property FactoryIntf::createProperty(Deviant deviant, Boolean const & composite)
 
 Argument FactoryIntf::createArgument(Deviant) { return Argument(); }
 
-Argument FactoryIntf::createArgument(Deviant, String const & name, Object const & value) { return Argument(name, value); }
+Argument FactoryIntf::createArgument(Deviant, String const & name, Object const & value) {
+    return Argument(name, value);
+}
 
 ExtensionEnd FactoryIntf::createExtensionEnd(Deviant deviant, Stereotype const & stereotype, Boolean const & required) {
     ExtensionEnd const end = createExtensionEnd(deviant);

@@ -1,5 +1,3 @@
-#include <ZEL/metamodel/FactorySupport.h>
-
 #include <ZEL/DeviantAssertions.h>
 #include <ZEL/DeviantManagerHelper.h>
 #include <ZEL/Exception.h>
@@ -7,8 +5,10 @@
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/FactoryObject.h>
+#include <ZEL/metamodel/FactorySupport.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/ModelCore.h>
+
 #include <hasp_util/UUID.h>
 
 #include <memory>
@@ -85,8 +85,9 @@ FactoryObject createFactory(Model const & model, ClassDescriptor const & factory
     Deviant const root = owner.internal_deviantManager().getRootDeviant();
     BodyCore & body = *factoryClass.createBody();
     owner.adopt(body);
-    FactoryObject factory(static_cast<NSInterface::FactoryObjectIntf *>(body.cast(NSInterface::FactoryObjectIntf::classInfo())),
-                          model.getDeviant());
+    FactoryObject factory(
+        static_cast<NSInterface::FactoryObjectIntf *>(body.cast(NSInterface::FactoryObjectIntf::classInfo())),
+        model.getDeviant());
     body.internal_createDeviation(root);
     StateCore & state = *body.readState(root);
     state.modelZEL = &owner;

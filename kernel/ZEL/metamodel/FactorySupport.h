@@ -13,7 +13,8 @@ class ModelCore;
 /// Raises before anything is made: when the model has gone, when the deviant is not open for writing, when the numbers
 /// are used up ("Internal id value overflow!"), and when `id` belongs to another object.
 ZEL_API BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor);
-ZEL_API BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor, std::int32_t id);
+ZEL_API BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor,
+                                std::int32_t id);
 
 /// The model in which `factory` creates, seen in `deviant`.
 ZEL_API ModelCore & modelOfFactory(NSInterface::ClassObjectIntf & factory, Deviant deviant);
@@ -27,8 +28,9 @@ template <class H> H createObject(NSInterface::ClassObjectIntf & factory, Devian
 }
 template <class H> H createObject(NSInterface::ClassObjectIntf & factory, Deviant deviant, Integer const & id) {
     return H(static_cast<typename H::BodyInterface *>(createObject(modelOfFactory(factory, deviant), deviant,
-                                                               H::BodyInterface::descriptor(), static_cast<std::int32_t>(id))
-                                                      .cast(H::BodyInterface::classInfo())),
+                                                                   H::BodyInterface::descriptor(),
+                                                                   static_cast<std::int32_t>(id))
+                                                          .cast(H::BodyInterface::classInfo())),
              deviant);
 }
 

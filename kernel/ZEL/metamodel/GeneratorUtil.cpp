@@ -1,14 +1,13 @@
-#include <ZEL/metamodel/GeneratorUtil.h>
-
 #include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
+#include <ZEL/metamodel/GeneratorUtil.h>
 #include <ZEL/metamodel/PropertyIntf.h>
 
 namespace ZEL {
 
-void GeneratorUtil::setupPropertyData(NSInterface::PropertyIntf * property, bool isReadOnly, bool isDerived, bool isComposite,
-                                      bool isOrdered, bool isUnique, std::string const & defaultValue,
+void GeneratorUtil::setupPropertyData(NSInterface::PropertyIntf * property, bool isReadOnly, bool isDerived,
+                                      bool isComposite, bool isOrdered, bool isUnique, std::string const & defaultValue,
                                       VisibilityKind visibility, int lower, UnlimitedNatural upper,
                                       PersistenceKind persistence) {
     Deviant const root; // the null deviant stands for the root, and nothing is saved while a metamodel is built

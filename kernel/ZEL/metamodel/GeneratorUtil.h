@@ -17,9 +17,10 @@ class PropertyIntf;
 class ZEL_API GeneratorUtil {
 public:
     /// Sets the plain values of a metamodel property, in the order of the arguments, on the root deviant.
-    static void setupPropertyData(NSInterface::PropertyIntf * property, bool isReadOnly, bool isDerived, bool isComposite,
-                                  bool isOrdered, bool isUnique, std::string const & defaultValue, VisibilityKind visibility,
-                                  int lower, UnlimitedNatural upper, PersistenceKind persistence);
+    static void setupPropertyData(NSInterface::PropertyIntf * property, bool isReadOnly, bool isDerived,
+                                  bool isComposite, bool isOrdered, bool isUnique, std::string const & defaultValue,
+                                  VisibilityKind visibility, int lower, UnlimitedNatural upper,
+                                  PersistenceKind persistence);
 };
 
 } // namespace ZEL

@@ -1,5 +1,3 @@
-#include <ZEL/metamodel/MetaModelBuilder.h>
-
 #include <ZEL/Cleanup.h>
 #include <ZEL/Constants.h>
 #include <ZEL/DeviantAssertions.h>
@@ -7,6 +5,7 @@
 #include <ZEL/GlobalXMIIdToObjectMap.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/metamodel/MetaModelBuilder.h>
 #include <ZEL/metamodel/MetaModelDeclaration.h>
 #include <ZEL/metamodel/MetaModelDefinition.h>
 #include <ZEL/metamodel/ModelCore.h>

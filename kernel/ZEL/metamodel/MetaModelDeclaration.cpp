@@ -1,11 +1,10 @@
-#include <ZEL/metamodel/MetaModelDeclaration.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/GlobalXMIIdToObjectMap.h>
 #include <ZEL/metamodel/ClassRuntime.h>
 #include <ZEL/metamodel/Comment.h>
 #include <ZEL/metamodel/Enumeration.h>
 #include <ZEL/metamodel/EnumerationLiteral.h>
+#include <ZEL/metamodel/MetaModelDeclaration.h>
 #include <ZEL/metamodel/PrimitiveType.h>
 #include <ZEL/metamodel/Stereotype.h>
 #include <ZEL/metamodel/Type.h>
@@ -90,7 +89,7 @@ void MetaModelDeclaration::declareClass(ClassDescriptor const & descriptor) {
 }
 
 Property MetaModelDeclaration::declareProperty(Class const & owner, PropertyDescriptor const & descriptor) const {
-    Property const property = fFactory.createProperty();
+    Property property = fFactory.createProperty();
     property.setName(String(descriptor.name));
     property.getImplementation()->setOnlyClass(fRoot, owner);
     owner.getImplementation()->getOwnedAttributesWithoutAssociation(fRoot).push_back(property);

@@ -1,9 +1,8 @@
-#include <ZEL/metamodel/MetaModelDefinition.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/GlobalXMIIdToObjectMap.h>
 #include <ZEL/metamodel/ClassRuntime.h>
 #include <ZEL/metamodel/GeneratorUtil.h>
+#include <ZEL/metamodel/MetaModelDefinition.h>
 #include <ZEL/metamodel/MultiValuedPropertyManager.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/metamodel/SingleValuedPropertyManager.h>
@@ -43,7 +42,9 @@ PropertyStorage makeStorage(PropertyDescriptor const & descriptor) {
 Property definingProperty(PropertyDescriptor const & descriptor) {
     Class const owner = classObjectOf(*descriptor.owner);
     auto const index = &descriptor - descriptor.owner->ownProperties.data();
-    return owner.getImplementation()->getOwnedAttributesWithoutAssociation(owner.getDeviant()).at(static_cast<int>(index));
+    return owner.getImplementation()
+        ->getOwnedAttributesWithoutAssociation(owner.getDeviant())
+        .at(static_cast<int>(index));
 }
 
 void MetaModelDefinition::defineAll() {
@@ -132,8 +133,9 @@ void MetaModelDefinition::defineAssociation(ClassDescriptor const & owner, Prope
     addEnd(end);
     if (isDefiner) {
         std::string const name(descriptor.association);
-        GlobalXMIIdToObjectMap::getMap()[std::string(fDescriptor.ownedEndKeyPrefix) + name + "::" + std::string(fDescriptor.ownedEndKeyInfix) + name +
-                                         "-" + descriptor.ownedEnd] = end;
+        GlobalXMIIdToObjectMap::getMap()[std::string(fDescriptor.ownedEndKeyPrefix) + name + "::" +
+                                         std::string(fDescriptor.ownedEndKeyInfix) + name + "-" + descriptor.ownedEnd] =
+            end;
     }
 }
 

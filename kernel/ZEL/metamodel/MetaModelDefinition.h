@@ -16,9 +16,12 @@ public:
 private:
     void defineClass(ClassDescriptor const & descriptor);
     void linkSuperClasses(ClassDescriptor const & descriptor);
-    void defineProperty(ClassDescriptor const & owner, PropertyDescriptor const & descriptor, Property const & property);
-    void defineAssociation(ClassDescriptor const & owner, PropertyDescriptor const & descriptor, Property const & property);
-    [[nodiscard]] Property makeOwnedEnd(Association const & association, PropertyDescriptor const & descriptor, Class const & type);
+    void defineProperty(ClassDescriptor const & owner, PropertyDescriptor const & descriptor,
+                        Property const & property);
+    void defineAssociation(ClassDescriptor const & owner, PropertyDescriptor const & descriptor,
+                           Property const & property);
+    [[nodiscard]] Property makeOwnedEnd(Association const & association, PropertyDescriptor const & descriptor,
+                                        Class const & type);
     void defineStorages(ClassDescriptor const & descriptor);
 
     MetaModelDescriptor const & fDescriptor;

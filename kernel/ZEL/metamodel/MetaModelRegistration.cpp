@@ -36,8 +36,8 @@ std::vector<std::string> iteratorNames(TypeNames const & type, bool isClass) {
     std::string const & p = type.prefix;
     std::string const & n = type.name;
     if (isClass) {
-        return {p + "Immutable" + n + "ImmutableIterator", p + n + "ImmutableIterator", p + "Immutable" + n + "Iterator",
-                p + n + "Iterator"};
+        return {p + "Immutable" + n + "ImmutableIterator", p + n + "ImmutableIterator",
+                p + "Immutable" + n + "Iterator", p + n + "Iterator"};
     }
     return {p + n + "Iterator", p + n + "ImmutableIterator"};
 }

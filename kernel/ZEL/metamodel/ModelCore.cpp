@@ -1,5 +1,3 @@
-#include <ZEL/metamodel/ModelCore.h>
-
 #include <ZEL/DeviantManagerHelper.h>
 #include <ZEL/Exception.h>
 #include <ZEL/Integer.h>
@@ -8,6 +6,8 @@
 #include <ZEL/metamodel/ClassRuntime.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/ModelCore.h>
+
 #include <orca_factory/BindingRegistry.h>
 
 #include <limits>
@@ -29,9 +29,7 @@ std::string typeText(Deviant deviant, ClassObjectIntf const & object) {
 
 } // namespace
 
-ModelCore::ModelCore() : fManager(this, this) {
-    fModel = this;
-}
+ModelCore::ModelCore() : fManager(this, this) { fModel = this; }
 
 ModelCore::~ModelCore() { orca::factory::basic::BindingRegistry::retract(this); }
 
@@ -51,6 +49,10 @@ void ModelCore::release() noexcept {
     }
     bodies.insert(bodies.end(), fUnnumbered.begin(), fUnnumbered.end());
     fUnnumbered.clear();
+    // A state may hold the last handle on another body of this model: none goes before all are marked.
+    for (BodyCore * const body : bodies) {
+        ++body->fRefCount;
+    }
     for (BodyCore * const body : bodies) {
         body->fModel = nullptr;
         body->deviant_markModelDestroyed();
@@ -59,7 +61,7 @@ void ModelCore::release() noexcept {
         --fHeldFactory->fRefCount;
     }
     for (BodyCore * const body : bodies) {
-        if (body->fRefCount == 0) {
+        if (--body->fRefCount == 0) {
             delete body;
         }
     }
@@ -108,7 +110,8 @@ BodyCore * ModelCore::entry(std::int32_t id) const noexcept {
         return nullptr;
     }
     auto const page = static_cast<std::size_t>(id / kPageSize);
-    return page < fPages.size() && fPages[page] != nullptr ? fPages[page][static_cast<std::size_t>(id % kPageSize)] : nullptr;
+    return page < fPages.size() && fPages[page] != nullptr ? fPages[page][static_cast<std::size_t>(id % kPageSize)]
+                                                           : nullptr;
 }
 
 void ModelCore::enter(std::int32_t id, BodyCore & body) {
@@ -177,11 +180,12 @@ void ModelCore::checkId(Deviant deviant, std::int32_t id, ClassDescriptor const 
     }
     ImmutableClass const metaClass(descriptor.runtime->metaClass(), descriptor.runtime->deviant());
     std::string const newType = metaClass.isValid() ? "; type = '" + metaClass.getQualifiedName().str() : std::string();
-    raiseInternalError("Attempt to overwrite object (id = '" + std::to_string(present->fId) + typeText(deviant, *present) +
-                       "') with object (id = '" + std::to_string(id) + newType + "')");
+    raiseInternalError("Attempt to overwrite object (id = '" + std::to_string(present->fId) +
+                       typeText(deviant, *present) + "') with object (id = '" + std::to_string(id) + newType + "')");
 }
 
-ClassObject ModelCore::handleObjectById(Deviant deviant, Integer const & id, ClassObject const & object, Integer const & mode) {
+ClassObject ModelCore::handleObjectById(Deviant deviant, Integer const & id, ClassObject const & object,
+                                        Integer const & mode) {
     std::int32_t const number = static_cast<std::int32_t>(id);
     if (number == fId) {
         return ClassObject(this, deviant);
@@ -218,7 +222,9 @@ void ModelCore::setNextIdValue(Deviant, Integer const & value) { fNextId = stati
 
 // --- deviants ----------------------------------------------------------------------------------------------------------
 
-Deviant ModelCore::createDeviantWithName(Deviant, String const & name) { return fManager.createDeviantWithName(name.str()); }
+Deviant ModelCore::createDeviantWithName(Deviant, String const & name) {
+    return fManager.createDeviantWithName(name.str());
+}
 
 Deviant ModelCore::getRootDeviant(Deviant) const { return fManager.getRootDeviant(); }
 

@@ -10,8 +10,8 @@
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/ModelIntf.h>
 #include <ZEL/metamodel/PropertySupport.h>
-#include <ZEL/sequences/SequenceBuilder.h>
 #include <ZEL/sequences/Sequence.h>
+#include <ZEL/sequences/SequenceBuilder.h>
 
 namespace ZEL::NSInterface {
 
@@ -35,7 +35,9 @@ Integer ModelIntf::getCurrentChangeLevel(Deviant deviant) const { return Integer
 Integer ModelIntf::getDefaultMaximumUndoStackLength(Deviant) const {
     return Integer(Deviant::getDefaultMaximumUndoStackLength());
 }
-Integer ModelIntf::getMaximumUndoStackLength(Deviant deviant) const { return Integer(deviant.getMaximumUndoStackLength()); }
+Integer ModelIntf::getMaximumUndoStackLength(Deviant deviant) const {
+    return Integer(deviant.getMaximumUndoStackLength());
+}
 Integer ModelIntf::getUndoStackLength(Deviant deviant) const { return Integer(deviant.getUndoStackLength()); }
 Integer ModelIntf::getRedoStackLength(Deviant deviant) const { return Integer(deviant.getRedoStackLength()); }
 Integer ModelIntf::getUndoChangeLevelAt(Deviant deviant, Integer const & index) const {
@@ -63,7 +65,8 @@ Deviant ModelIntf::createDeviantWithName(Deviant, String const &) { return Devia
 Deviant ModelIntf::getRootDeviant(Deviant) const { return Deviant(); }
 
 ImmutableSequence<ImmutableClassObject> ModelIntf::getObjectsDeviatingFromRoot(Deviant deviant) const {
-    Sequence<ImmutableClassObject> result = Generic::SequenceBuilder{deviant, 0, false, true}.create<ImmutableClassObject>();
+    Sequence<ImmutableClassObject> result =
+        Generic::SequenceBuilder{deviant, 0, false, true}.create<ImmutableClassObject>();
     StateMap const * const states = deviant.getObjectsDeviatingFromRoot();
     if (states != nullptr) {
         Deviant const root = deviant.getRootDeviant();
@@ -79,7 +82,9 @@ ImmutableSequence<ImmutableClassObject> ModelIntf::getObjectsDeviatingFromRoot(D
 
 // --- numbers -----------------------------------------------------------------------------------------------------------
 
-ClassObject ModelIntf::handleObjectById(Deviant, Integer const &, ClassObject const &, Integer const &) { return ClassObject(); }
+ClassObject ModelIntf::handleObjectById(Deviant, Integer const &, ClassObject const &, Integer const &) {
+    return ClassObject();
+}
 
 ClassObject ModelIntf::getObjectById(Deviant deviant, Integer const & id) {
     return handleObjectById(deviant, id, ClassObject(), Integer(1));

@@ -1,7 +1,6 @@
-#include <ZEL/metamodel/MultiValuedPropertyManager.h>
-
 #include <ZEL/ValueObject.h>
 #include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/MultiValuedPropertyManager.h>
 #include <ZEL/metamodel/Object.h>
 #include <ZEL/sequences/Sequence.h>
 

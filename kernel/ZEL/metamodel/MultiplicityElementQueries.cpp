@@ -26,7 +26,8 @@ Boolean MultiplicityElementIntf::includesCardinality(Deviant deviant, Integer co
                    static_cast<std::uint32_t>(number) <= static_cast<std::uint32_t>(upperBound(deviant)));
 }
 
-Boolean MultiplicityElementIntf::includesMultiplicity(Deviant deviant, ImmutableMultiplicityElement const & other) const {
+Boolean MultiplicityElementIntf::includesMultiplicity(Deviant deviant,
+                                                      ImmutableMultiplicityElement const & other) const {
     return Boolean(static_cast<std::int32_t>(lowerBound(deviant)) <= static_cast<std::int32_t>(other.lowerBound()) &&
                    static_cast<std::uint32_t>(other.upperBound()) <= static_cast<std::uint32_t>(upperBound(deviant)));
 }

@@ -13,12 +13,15 @@ namespace ZEL::NSInterface {
 namespace {
 
 String joinedName(Package const & owner, String const & separator, String const & name) {
-    return owner.isValid() ? String(owner.getQualifiedNameWithSeperator(separator).str() + separator.str() + name.str()) : name;
+    return owner.isValid() ? String(owner.getQualifiedNameWithSeperator(separator).str() + separator.str() + name.str())
+                           : name;
 }
 
 } // namespace
 
-Boolean NamedElementIntf::hasQualifiedName(Deviant deviant) const { return Boolean(!getQualifiedName(deviant).empty()); }
+Boolean NamedElementIntf::hasQualifiedName(Deviant deviant) const {
+    return Boolean(!getQualifiedName(deviant).empty());
+}
 
 String NamedElementIntf::getQualifiedName(Deviant deviant) const {
     return getQualifiedNameWithSeperator(deviant, String("."));
@@ -34,7 +37,9 @@ void NamedElementIntf::removeQualifiedName(Deviant) {
 
 String NamedElementIntf::separator(Deviant) const { return String("::"); }
 
-String NamedElementIntf::getQualifiedNameWithSeperator(Deviant deviant, String const &) const { return getName(deviant); }
+String NamedElementIntf::getQualifiedNameWithSeperator(Deviant deviant, String const &) const {
+    return getName(deviant);
+}
 
 String TypeIntf::getQualifiedNameWithSeperator(Deviant deviant, String const & separator) const {
     return joinedName(getPackage(deviant), separator, getName(deviant));

@@ -1,20 +1,15 @@
-#include <ZEL/metamodel/Object.h>
-
 #include <ZEL/String.h>
+#include <ZEL/metamodel/Object.h>
 
 namespace ZEL {
 
-String ImmutableObject::toString() const {
-    return getImplementation()->toString(getDeviant());
-}
+String ImmutableObject::toString() const { return getImplementation()->toString(getDeviant()); }
 
 String ImmutableObject::getFullyQualifiedOrcaTypeName() const {
     return isValid() ? String(getImplementation()->getOrcaName(true)) : String("ZEL.ImmutableObject");
 }
 
-Object Object::fromString(String const & text) const {
-    return getImplementation()->fromString(getDeviant(), text);
-}
+Object Object::fromString(String const & text) const { return getImplementation()->fromString(getDeviant(), text); }
 
 String Object::getFullyQualifiedOrcaTypeName() const {
     return isValid() ? String(getImplementation()->getOrcaName(false)) : String("ZEL.Object");

@@ -9,11 +9,16 @@ namespace internal {
 
 /// A handle class on an object, of any interface.
 template <class H>
-concept ObjectHandleType = requires { typename H::BodyInterface; } && std::derived_from<typename H::BodyInterface, NSInterface::ObjectIntf>;
+concept ObjectHandleType = requires {
+    typename H::BodyInterface;
+}
+&&std::derived_from<typename H::BodyInterface, NSInterface::ObjectIntf>;
 
 /// A handle class with write operations.
 template <class H>
-concept MutableHandleType = ObjectHandleType<H> && requires { typename H::ImmutableForm; };
+concept MutableHandleType = ObjectHandleType<H> && requires {
+    typename H::ImmutableForm;
+};
 
 /// Handles whose body is an `I` by its static type: they convert implicitly.
 template <class H, class I>
@@ -31,15 +36,17 @@ public:
     ObjectHandle(I const * body, Deviant deviant) : RefBase<I *>(body, deviant) {}
 
     template <class H>
-        requires(internal::HandleOf<H, I> && !std::derived_from<H, ObjectHandle>)
-    ObjectHandle(H const & other) : RefBase<I *>(other.getImplementationWithoutAssert(), other.getDeviant()) {}
+    requires(internal::HandleOf<H, I> && !std::derived_from<H, ObjectHandle>) ObjectHandle(H const & other)
+        : RefBase<I *>(other.getImplementationWithoutAssert(), other.getDeviant()) {}
 
     template <class H>
-        requires(internal::ObjectHandleType<H> && !internal::HandleOf<H, I>)
-    explicit ObjectHandle(H const & other) : ObjectHandle(narrow(other.getImplementationWithoutAssert()), other.getDeviant()) {}
+    requires(internal::ObjectHandleType<H> && !internal::HandleOf<H, I>) explicit ObjectHandle(H const & other)
+        : ObjectHandle(narrow(other.getImplementationWithoutAssert()), other.getDeviant()) {}
 
     /// Whether the body exists in the handle's deviant. Never raises.
-    [[nodiscard]] bool isValid() const { return this->getImpl() != nullptr && this->getImpl()->deviant_isValid(this->getDeviant()); }
+    [[nodiscard]] bool isValid() const {
+        return this->getImpl() != nullptr && this->getImpl()->deviant_isValid(this->getDeviant());
+    }
 
     [[nodiscard]] static std::size_t getInterfaceByteSize() noexcept { return sizeof(ObjectHandle); }
 
@@ -64,32 +71,41 @@ public:
     MutableHandle(BodyInterface * body, Deviant deviant) : Immutable(body, deviant) {}
 
     template <class H>
-        requires(internal::MutableHandleType<H> && internal::HandleOf<H, BodyInterface> && !std::derived_from<H, MutableHandle>)
-    MutableHandle(H const & other) : Immutable(other.getImplementationWithoutAssert(), other.getDeviant()) {}
+    requires(internal::MutableHandleType<H> && internal::HandleOf<H, BodyInterface> &&
+             !std::derived_from<H, MutableHandle>) MutableHandle(H const & other)
+        : Immutable(other.getImplementationWithoutAssert(), other.getDeviant()) {}
 
     template <class H>
-        requires(internal::MutableHandleType<H> && !internal::HandleOf<H, BodyInterface>)
-    explicit MutableHandle(H const & other) : Immutable(other) {}
+    requires(internal::MutableHandleType<H> &&
+             !internal::HandleOf<H, BodyInterface>) explicit MutableHandle(H const & other)
+        : Immutable(other) {}
 };
 
 /// Handles compare by the address of the object behind them, by whatever road they were converted.
-template <internal::ObjectHandleType A, internal::ObjectHandleType B> bool operator==(A const & a, B const & b) noexcept {
+template <internal::ObjectHandleType A, internal::ObjectHandleType B>
+bool operator==(A const & a, B const & b) noexcept {
     return static_cast<NSInterface::ObjectIntf const *>(a.getImplementationWithoutAssert()) ==
            static_cast<NSInterface::ObjectIntf const *>(b.getImplementationWithoutAssert());
 }
-template <internal::ObjectHandleType A, internal::ObjectHandleType B> bool operator!=(A const & a, B const & b) noexcept {
+template <internal::ObjectHandleType A, internal::ObjectHandleType B>
+bool operator!=(A const & a, B const & b) noexcept {
     return !(a == b);
 }
-template <internal::ObjectHandleType A, internal::ObjectHandleType B> bool operator<(A const & a, B const & b) noexcept {
-    return std::less<NSInterface::ObjectIntf const *>()(a.getImplementationWithoutAssert(), b.getImplementationWithoutAssert());
+template <internal::ObjectHandleType A, internal::ObjectHandleType B>
+bool operator<(A const & a, B const & b) noexcept {
+    return std::less<NSInterface::ObjectIntf const *>()(a.getImplementationWithoutAssert(),
+                                                        b.getImplementationWithoutAssert());
 }
-template <internal::ObjectHandleType A, internal::ObjectHandleType B> bool operator>(A const & a, B const & b) noexcept {
+template <internal::ObjectHandleType A, internal::ObjectHandleType B>
+bool operator>(A const & a, B const & b) noexcept {
     return b < a;
 }
-template <internal::ObjectHandleType A, internal::ObjectHandleType B> bool operator<=(A const & a, B const & b) noexcept {
+template <internal::ObjectHandleType A, internal::ObjectHandleType B>
+bool operator<=(A const & a, B const & b) noexcept {
     return !(b < a);
 }
-template <internal::ObjectHandleType A, internal::ObjectHandleType B> bool operator>=(A const & a, B const & b) noexcept {
+template <internal::ObjectHandleType A, internal::ObjectHandleType B>
+bool operator>=(A const & a, B const & b) noexcept {
     return !(a < b);
 }
 

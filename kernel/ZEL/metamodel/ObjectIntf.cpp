@@ -1,10 +1,9 @@
-#include <ZEL/metamodel/ObjectIntf.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Object.h>
+#include <ZEL/metamodel/ObjectIntf.h>
 #include <ZEL/metamodel/Type.h>
 
 namespace ZEL::NSInterface {

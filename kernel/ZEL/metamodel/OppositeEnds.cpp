@@ -1,7 +1,6 @@
-#include <ZEL/metamodel/OppositeEnds.h>
-
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Object.h>
+#include <ZEL/metamodel/OppositeEnds.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 #include <ZEL/sequences/Sequence.h>
 
@@ -20,8 +19,9 @@ Sequence<Object> rawSequence(ObjectIntf & object, Deviant deviant, PropertyDescr
 } // namespace
 
 ClassObject singleValue(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end) {
-    return end.single->has(&object, deviant) ? Generic::RefTraits<ClassObject>::fromRef(end.single->get(&object, deviant))
-                                             : ClassObject();
+    return end.single->has(&object, deviant)
+               ? Generic::RefTraits<ClassObject>::fromRef(end.single->get(&object, deviant))
+               : ClassObject();
 }
 
 void addOppositeOnly(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end, ClassObjectIntf & value) {
@@ -32,7 +32,8 @@ void addOppositeOnly(ObjectIntf & object, Deviant deviant, PropertyDescriptor co
     }
 }
 
-void eraseOppositeOnly(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end, ClassObjectIntf const & value) {
+void eraseOppositeOnly(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end,
+                       ClassObjectIntf const & value) {
     if (end.isMany()) {
         rawSequence(object, deviant, end).remove(Object(const_cast<ClassObjectIntf *>(&value), deviant));
     } else if (singleValue(object, deviant, end).getImplementationWithoutAssert() == &value) {

@@ -12,8 +12,8 @@ namespace ZEL::internal {
 /// Operations of a single-valued property of type `V` that interface `I` declares. Where there is no `Only` form the
 /// plain one stands in both places.
 template <class I, class V, auto Has, auto Get, auto Set, auto SetOnly, auto Remove, auto RemoveOnly>
-inline constexpr Generic::PropertyToSequenceMethods singleAccess =
-    Generic::PropertyToSequenceMethods::of<I, V, Has, Get, Set, SetOnly, Remove, RemoveOnly>();
+inline constexpr Generic::PropertyToSequenceMethods
+    singleAccess = Generic::PropertyToSequenceMethods::of<I, V, Has, Get, Set, SetOnly, Remove, RemoveOnly>();
 
 /// One getter of a multi-valued property with elements of class `V`. Raises "An Internal Error has occurred" for an
 /// object that is not an `I`.

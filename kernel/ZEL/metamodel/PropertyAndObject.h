@@ -21,11 +21,8 @@ public:
     [[nodiscard]] bool has() const { return Tag::has(fObject); }
     /// Sets the value, or appends to a multi-valued property.
     template <class V> void setOrAdd(V const & value) const { Tag::setOrAdd(fObject, value); }
-    void remove() const
-        requires requires(H const & object) { Tag::remove(object); }
-    {
-        Tag::remove(fObject);
-    }
+    void remove() const requires requires(H const & object) { Tag::remove(object); }
+    { Tag::remove(fObject); }
 
 private:
     H fObject;

@@ -1,7 +1,6 @@
-#include <ZEL/metamodel/PropertyStorage.h>
-
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Object.h>
+#include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/sequences/Sequence.h>
 
 namespace ZEL {
@@ -40,6 +39,8 @@ void PropertyStorage::removeEndOnly(ClassObject const & object, Object const & v
 
 void PropertyStorage::removeOne(ClassObject const & object) const { getImplementation()->removeOne(object); }
 
-void PropertyStorage::removeOneEndOnly(ClassObject const & object) const { getImplementation()->removeOneEndOnly(object); }
+void PropertyStorage::removeOneEndOnly(ClassObject const & object) const {
+    getImplementation()->removeOneEndOnly(object);
+}
 
 } // namespace ZEL

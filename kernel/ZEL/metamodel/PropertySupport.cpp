@@ -1,9 +1,8 @@
-#include <ZEL/metamodel/PropertySupport.h>
-
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/OppositeEnds.h>
+#include <ZEL/metamodel/PropertySupport.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/sequences/GenericAssociationSequence.h>
 #include <ZEL/sequences/GenericCombinedSequence.h>
@@ -40,7 +39,8 @@ ClassObjectIntf & classObject(ObjectIntf & object) {
 Deviant deviantFor(ObjectIntf const & object, ClassObjectIntf const & self, Deviant deviant) {
     BodyCore const * const body = object.internal_body();
     BodyCore const * const own = self.internal_body();
-    if (body == nullptr || own == nullptr || body->internal_model() == nullptr || body->internal_model() == own->internal_model()) {
+    if (body == nullptr || own == nullptr || body->internal_model() == nullptr ||
+        body->internal_model() == own->internal_model()) {
         return deviant;
     }
     return body->internal_model()->internal_deviantManager().getRootDeviant();
@@ -49,7 +49,8 @@ Deviant deviantFor(ObjectIntf const & object, ClassObjectIntf const & self, Devi
 // --- what happens at the other end when an element enters or leaves --------------------------------------------------
 
 /// Opposite ends that are fields: `end` is the property of the element.
-void linkOpposite(Ref element, GenericAssociationSequence::Owner const & owner, PropertyDescriptor const * end, bool add) {
+void linkOpposite(Ref element, GenericAssociationSequence::Owner const & owner, PropertyDescriptor const * end,
+                  bool add) {
     ObjectIntf & object = *element.body();
     ClassObjectIntf & self = *owner.getImplementation();
     Deviant const deviant = deviantFor(object, self, owner.getDeviant());
@@ -68,7 +69,8 @@ void linkOpposite(Ref element, GenericAssociationSequence::Owner const & owner, 
 }
 
 /// Composite lists: `list` is the property of the owner.
-void linkContainer(Ref element, GenericAssociationSequence::Owner const & owner, PropertyDescriptor const * list, bool add) {
+void linkContainer(Ref element, GenericAssociationSequence::Owner const & owner, PropertyDescriptor const * list,
+                   bool add) {
     ClassObjectIntf & object = classObject(*element.body());
     if (add) {
         attachToOwner(*owner.getImplementation(), owner.getDeviant(), *list, object);
@@ -89,8 +91,8 @@ std::unique_ptr<GenericFilteredSequence> subSequence(SequenceHandle const & unde
 
 /// The property's operations with the one-ended forms in place of both.
 Generic::PropertyToSequenceMethods const * oneEnded(Generic::PropertyToSequenceMethods const & methods) {
-    static auto & table =
-        *new std::unordered_map<Generic::PropertyToSequenceMethods const *, std::unique_ptr<Generic::PropertyToSequenceMethods>>;
+    static auto & table = *new std::unordered_map<Generic::PropertyToSequenceMethods const *,
+                                                  std::unique_ptr<Generic::PropertyToSequenceMethods>>;
     auto & entry = table[&methods];
     if (entry == nullptr) {
         entry = std::make_unique<Generic::PropertyToSequenceMethods>(methods);
@@ -183,8 +185,8 @@ void setEnd(ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const 
         if (!property.opposite->isMany()) {
             ClassObject const partner = singleValue(target, targetDeviant, *property.opposite);
             if (partner.isValid()) {
-                eraseOppositeOnly(*partner.getImplementation(), deviantFor(*partner.getImplementation(), object, deviant),
-                                  property, target);
+                eraseOppositeOnly(*partner.getImplementation(),
+                                  deviantFor(*partner.getImplementation(), object, deviant), property, target);
             }
         }
         addOppositeOnly(target, targetDeviant, *property.opposite, object);
@@ -198,20 +200,21 @@ void setEnd(ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const 
 
 // --- sequences -------------------------------------------------------------------------------------------------------------
 
-SequenceHandle storedSequenceHandle(ClassObjectIntf const & object, Deviant deviant, Generic::SequenceField const & field) {
+SequenceHandle storedSequenceHandle(ClassObjectIntf const & object, Deviant deviant,
+                                    Generic::SequenceField const & field) {
     return SequenceHandle(std::make_unique<Generic::GenericDeviantSequence>(&object, deviant, field), deviant);
 }
 
-SequenceHandle associationViewHandle(ClassObjectIntf const & object, Deviant deviant, PropertyDescriptor const & property,
-                                     SequenceHandle const & raw) {
+SequenceHandle associationViewHandle(ClassObjectIntf const & object, Deviant deviant,
+                                     PropertyDescriptor const & property, SequenceHandle const & raw) {
     bool const isContainment = property.isComposite && property.typeClass != nullptr;
     if (property.otherEnd == OtherEnd::None && !isContainment) {
         return raw;
     }
     GenericAssociationSequence::Owner owner = ownerOf(object, deviant);
     if (isContainment) {
-        return SequenceHandle(std::make_unique<GenericAssociationSequence>(raw, &property, std::move(owner), &linkContainer),
-                              deviant);
+        return SequenceHandle(
+            std::make_unique<GenericAssociationSequence>(raw, &property, std::move(owner), &linkContainer), deviant);
     }
     return SequenceHandle(
         std::make_unique<GenericAssociationSequence>(raw, property.opposite, std::move(owner), &linkOpposite), deviant);
@@ -228,7 +231,8 @@ SequenceHandle filteredViewHandle(Deviant deviant, SequenceHandle const & underl
     return SequenceHandle(subSequence(underlying, Generic::filtered_sequence_internal::showsOnly(shown)), deviant);
 }
 
-SequenceHandle combinedContaineesHandle(ClassObjectIntf const & object, Deviant deviant, ClassDescriptor const & shown) {
+SequenceHandle combinedContaineesHandle(ClassObjectIntf const & object, Deviant deviant,
+                                        ClassDescriptor const & shown) {
     ImmutableClassObject const self(&object, deviant);
     auto combined = std::make_unique<GenericCombinedSequence>();
     for (FieldDescriptor const & field : coreToRead(object, deviant).internal_stateDescriptor().fields) {
@@ -239,10 +243,10 @@ SequenceHandle combinedContaineesHandle(ClassObjectIntf const & object, Deviant 
         SequenceHandle const raw = property.isMany() ? SequenceHandle(property.manyWithoutAssociation(self))
                                                      : singleAsSequenceHandle(object, deviant, property, true);
         bool const showsAll = property.isMany() && property.typeClass->isKindOf(shown);
-        combined->append(subSequence(raw, showsAll ? Generic::filtered_sequence_internal::takesOnly(field.elementInfo())
-                                                   : Generic::filtered_sequence_internal::showsOnly(
-                                                         property.typeClass->isKindOf(shown) ? field.elementInfo()
-                                                                                             : shown.classInfo())));
+        combined->append(subSequence(
+            raw, showsAll ? Generic::filtered_sequence_internal::takesOnly(field.elementInfo())
+                          : Generic::filtered_sequence_internal::showsOnly(
+                                property.typeClass->isKindOf(shown) ? field.elementInfo() : shown.classInfo())));
     }
     return SequenceHandle(std::move(combined), deviant);
 }
@@ -260,12 +264,13 @@ SequenceHandle unionHandle(Deviant deviant, std::initializer_list<SequenceHandle
     return SequenceHandle(std::move(combined), deviant);
 }
 
-SequenceHandle singleAsSequenceHandle(ClassObjectIntf const & object, Deviant deviant, PropertyDescriptor const & property,
-                                      bool withoutAssociation) {
+SequenceHandle singleAsSequenceHandle(ClassObjectIntf const & object, Deviant deviant,
+                                      PropertyDescriptor const & property, bool withoutAssociation) {
     Generic::PropertyToSequenceMethods const * const methods =
         withoutAssociation ? oneEnded(*property.single) : property.single;
-    SequenceHandle const values(
-        std::make_unique<Generic::GenericPropertyToSequenceProxy>(ownerOf(writable(object), deviant), methods, 0), deviant);
+    SequenceHandle values(
+        std::make_unique<Generic::GenericPropertyToSequenceProxy>(ownerOf(writable(object), deviant), methods, 0),
+        deviant);
     if (property.typeClass == nullptr) {
         return values;
     }

@@ -41,7 +41,8 @@ ZEL_API StateCore & coreToWrite(NSInterface::ClassObjectIntf & object, Deviant d
 
 /// `setP` of an end: an invalid value removes, an equal one does nothing; otherwise both ends are brought in step, the
 /// partners that lose a link included.
-ZEL_API void setEnd(NSInterface::ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const & property, Object const & value);
+ZEL_API void setEnd(NSInterface::ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const & property,
+                    Object const & value);
 /// `removeP` of an end.
 ZEL_API void removeEnd(NSInterface::ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const & property);
 
@@ -62,20 +63,27 @@ template <class H, class V> H narrowed(V const & value) {
 
 // --- sequences -------------------------------------------------------------------------------------------------------
 
-[[nodiscard]] ZEL_API Generic::SequenceHandle storedSequenceHandle(NSInterface::ClassObjectIntf const & object, Deviant deviant,
-                                       Generic::SequenceField const & field);
-[[nodiscard]] ZEL_API Generic::SequenceHandle associationViewHandle(NSInterface::ClassObjectIntf const & object, Deviant deviant,
-                                        PropertyDescriptor const & property, Generic::SequenceHandle const & raw);
-[[nodiscard]] ZEL_API Generic::SequenceHandle containeeViewHandle(NSInterface::ClassObjectIntf const & object, Deviant deviant,
-                                      Generic::SequenceHandle const & raw);
-[[nodiscard]] ZEL_API Generic::SequenceHandle filteredViewHandle(Deviant deviant, Generic::SequenceHandle const & underlying,
-                                     CooperativeVisitor::internal::ClassInfo const & shown);
-[[nodiscard]] ZEL_API Generic::SequenceHandle combinedContaineesHandle(NSInterface::ClassObjectIntf const & object, Deviant deviant,
-                                           ClassDescriptor const & shown);
-[[nodiscard]] ZEL_API Generic::SequenceHandle unionHandle(Deviant deviant, std::initializer_list<Generic::SequenceHandle> parts,
-                              CooperativeVisitor::internal::ClassInfo const & shown);
-[[nodiscard]] ZEL_API Generic::SequenceHandle singleAsSequenceHandle(NSInterface::ClassObjectIntf const & object, Deviant deviant,
-                                         PropertyDescriptor const & property, bool withoutAssociation);
+[[nodiscard]] ZEL_API Generic::SequenceHandle storedSequenceHandle(NSInterface::ClassObjectIntf const & object,
+                                                                   Deviant deviant,
+                                                                   Generic::SequenceField const & field);
+[[nodiscard]] ZEL_API Generic::SequenceHandle associationViewHandle(NSInterface::ClassObjectIntf const & object,
+                                                                    Deviant deviant,
+                                                                    PropertyDescriptor const & property,
+                                                                    Generic::SequenceHandle const & raw);
+[[nodiscard]] ZEL_API Generic::SequenceHandle containeeViewHandle(NSInterface::ClassObjectIntf const & object,
+                                                                  Deviant deviant, Generic::SequenceHandle const & raw);
+[[nodiscard]] ZEL_API Generic::SequenceHandle filteredViewHandle(Deviant deviant,
+                                                                 Generic::SequenceHandle const & underlying,
+                                                                 CooperativeVisitor::internal::ClassInfo const & shown);
+[[nodiscard]] ZEL_API Generic::SequenceHandle combinedContaineesHandle(NSInterface::ClassObjectIntf const & object,
+                                                                       Deviant deviant, ClassDescriptor const & shown);
+[[nodiscard]] ZEL_API Generic::SequenceHandle unionHandle(Deviant deviant,
+                                                          std::initializer_list<Generic::SequenceHandle> parts,
+                                                          CooperativeVisitor::internal::ClassInfo const & shown);
+[[nodiscard]] ZEL_API Generic::SequenceHandle singleAsSequenceHandle(NSInterface::ClassObjectIntf const & object,
+                                                                     Deviant deviant,
+                                                                     PropertyDescriptor const & property,
+                                                                     bool withoutAssociation);
 
 template <class T> [[nodiscard]] Sequence<T> asSequence(Generic::SequenceHandle const & handle, Deviant deviant) {
     return Sequence<T>(handle.getImplementationWithoutAssert(), deviant);
@@ -83,17 +91,19 @@ template <class T> [[nodiscard]] Sequence<T> asSequence(Generic::SequenceHandle 
 
 /// The stored values of a multi-valued property: found anew, in the right state, at each use.
 template <class T>
-Sequence<T> storedSequence(NSInterface::ClassObjectIntf const & object, Deviant deviant, Generic::SequenceField const & field) {
+Sequence<T> storedSequence(NSInterface::ClassObjectIntf const & object, Deviant deviant,
+                           Generic::SequenceField const & field) {
     return asSequence<T>(storedSequenceHandle(object, deviant, field), deviant);
 }
 /// The values in one state.
-template <class T> Sequence<T> stateSequence(StateCore const & state, Deviant deviant, Generic::SequenceField const & field) {
+template <class T>
+Sequence<T> stateSequence(StateCore const & state, Deviant deviant, Generic::SequenceField const & field) {
     return asSequence<T>(storedSequenceHandle(state, deviant, field), deviant);
 }
 /// The raw sequence with its other end kept in step; the raw sequence itself where there is no other end to keep.
 template <class T>
-Sequence<T> associationView(NSInterface::ClassObjectIntf const & object, Deviant deviant, PropertyDescriptor const & property,
-                            Sequence<T> const & raw) {
+Sequence<T> associationView(NSInterface::ClassObjectIntf const & object, Deviant deviant,
+                            PropertyDescriptor const & property, Sequence<T> const & raw) {
     return asSequence<T>(associationViewHandle(object, deviant, property, raw), deviant);
 }
 /// The containees with their container kept in step.
@@ -115,8 +125,8 @@ template <class T> Sequence<T> unionOf(Deviant deviant, std::initializer_list<Ge
 }
 /// A single-valued property as a sequence of none or one.
 template <class T>
-Sequence<T> singleAsSequence(NSInterface::ClassObjectIntf const & object, Deviant deviant, PropertyDescriptor const & property,
-                             bool withoutAssociation) {
+Sequence<T> singleAsSequence(NSInterface::ClassObjectIntf const & object, Deviant deviant,
+                             PropertyDescriptor const & property, bool withoutAssociation) {
     return asSequence<T>(singleAsSequenceHandle(object, deviant, property, withoutAssociation), deviant);
 }
 

@@ -1,7 +1,6 @@
-#include <ZEL/metamodel/SingleValuedPropertyManager.h>
-
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Object.h>
+#include <ZEL/metamodel/SingleValuedPropertyManager.h>
 #include <ZEL/sequences/GenericPropertyToSequenceProxy.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 #include <ZEL/sequences/Sequence.h>
@@ -14,7 +13,8 @@ namespace {
 
 template <class Handle> Generic::Ref toRef(Handle const & value) { return Generic::RefTraits<Handle>::toRef(value); }
 
-Generic::SequenceHandle viewOf(ImmutableClassObject const & object, Generic::PropertyToSequenceMethods const * methods, int kind) {
+Generic::SequenceHandle viewOf(ImmutableClassObject const & object, Generic::PropertyToSequenceMethods const * methods,
+                               int kind) {
     return Generic::SequenceHandle(
         std::make_unique<Generic::GenericPropertyToSequenceProxy>(
             RefBase<NSInterface::ClassObjectIntf *>(object.getImplementation(), object.getDeviant()), methods, kind),
@@ -36,8 +36,9 @@ ImmutableSequence<ImmutableObject> SingleValuedPropertyManager::get(ImmutableCla
 }
 
 Object SingleValuedPropertyManager::getOne(ClassObject const & object) {
-    return has(object) ? Generic::RefTraits<Object>::fromRef(fMethods->get(object.getImplementation(), object.getDeviant()))
-                       : Object();
+    return has(object)
+               ? Generic::RefTraits<Object>::fromRef(fMethods->get(object.getImplementation(), object.getDeviant()))
+               : Object();
 }
 
 ImmutableObject SingleValuedPropertyManager::getOne(ImmutableClassObject const & object) const {
@@ -56,7 +57,9 @@ void SingleValuedPropertyManager::setOrAddEndOnly(ClassObject const & object, Ob
 
 void SingleValuedPropertyManager::remove(ClassObject const & object, Object const &) { removeOne(object); }
 
-void SingleValuedPropertyManager::removeEndOnly(ClassObject const & object, Object const &) { removeOneEndOnly(object); }
+void SingleValuedPropertyManager::removeEndOnly(ClassObject const & object, Object const &) {
+    removeOneEndOnly(object);
+}
 
 void SingleValuedPropertyManager::removeOne(ClassObject const & object) {
     fMethods->remove(object.getImplementation(), object.getDeviant());

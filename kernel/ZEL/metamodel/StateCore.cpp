@@ -1,11 +1,10 @@
-#include <ZEL/metamodel/StateCore.h>
-
 #include <ZEL/Boolean.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/PropertySupport.h>
+#include <ZEL/metamodel/StateCore.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/sequences/PersistentSequence.h>
 

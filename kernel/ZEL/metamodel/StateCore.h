@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/metamodel/ObjectPool.h>
 
 #include <cstdint>
 
@@ -23,6 +24,8 @@ struct ClassDescriptor;
 class ZEL_API StateCore : public virtual NSInterface::ClassObjectIntf {
 public:
     ~StateCore() override;
+    static void * operator new(std::size_t size) { return takeFromPool(size); }
+    static void operator delete(void * memory, std::size_t size) noexcept { giveToPool(memory, size); }
 
     /// The class whose state this is.
     [[nodiscard]] virtual ClassDescriptor const & internal_stateDescriptor() const noexcept = 0;
@@ -39,7 +42,8 @@ public:
     void removeContainerZEL(Deviant deviant) final;
     void setContainerZEL(Deviant deviant, ClassObject const & container) final;
     [[nodiscard]] ClassObject getContainerZEL(Deviant deviant) const final;
-    [[nodiscard]] Sequence<StereotypeObject> getAppliedStereotypeInstancesWithoutAssociation(Deviant deviant) const final;
+    [[nodiscard]] Sequence<StereotypeObject>
+    getAppliedStereotypeInstancesWithoutAssociation(Deviant deviant) const final;
 
     // --- fields that all states have -------------------------------------------------------------------------------
     NSInterface::ModelIntf * modelZEL = nullptr;
@@ -47,7 +51,9 @@ public:
 
     /// 0 default, 1 transient, 2 extension.
     [[nodiscard]] unsigned int persistence() const noexcept { return fBits & kPersistenceMask; }
-    void setPersistence(unsigned int value) noexcept { fBits = (fBits & ~kPersistenceMask) | (value & kPersistenceMask); }
+    void setPersistence(unsigned int value) noexcept {
+        fBits = (fBits & ~kPersistenceMask) | (value & kPersistenceMask);
+    }
 
     /// Few objects have stereotype instances, so they stand in a process-wide table keyed by the state. The shared empty
     /// sequence for a state without an entry.

@@ -4,21 +4,27 @@
 
 namespace ZEL::Generic {
 
-GenericAssociationSequence::GenericAssociationSequence(SequenceHandle const & wrapped, internal::PropertyDescriptor const * end,
-                                                       Owner owner, Hook hook)
+GenericAssociationSequence::GenericAssociationSequence(SequenceHandle const & wrapped,
+                                                       internal::PropertyDescriptor const * end, Owner owner, Hook hook)
     : fWrapped(wrapped.getImplementation()), fEnd(end), fOwner(std::move(owner)), fHook(hook) {}
 
 // --- reads -----------------------------------------------------------------------------------------------------------
 
-Ref GenericAssociationSequence::generic_at(Deviant deviant, int index) const { return fWrapped->generic_at(deviant, index); }
+Ref GenericAssociationSequence::generic_at(Deviant deviant, int index) const {
+    return fWrapped->generic_at(deviant, index);
+}
 
 Ref GenericAssociationSequence::generic_front(Deviant deviant) const { return fWrapped->generic_front(deviant); }
 
 Ref GenericAssociationSequence::generic_back(Deviant deviant) const { return fWrapped->generic_back(deviant); }
 
-std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_begin(Deviant deviant) const { return fWrapped->generic_begin(deviant); }
+std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_begin(Deviant deviant) const {
+    return fWrapped->generic_begin(deviant);
+}
 
-std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_end(Deviant deviant) const { return fWrapped->generic_end(deviant); }
+std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_end(Deviant deviant) const {
+    return fWrapped->generic_end(deviant);
+}
 
 int GenericAssociationSequence::generic_size(Deviant deviant) const { return fWrapped->generic_size(deviant); }
 
@@ -26,7 +32,8 @@ bool GenericAssociationSequence::generic_contains(Deviant deviant, Ref element) 
     return fWrapped->generic_contains(deviant, std::move(element));
 }
 
-char const * GenericAssociationSequence::generic_getOrcaName(bool immutableSequence, bool immutableElement, char const * fallback) const {
+char const * GenericAssociationSequence::generic_getOrcaName(bool immutableSequence, bool immutableElement,
+                                                             char const * fallback) const {
     return fWrapped->generic_getOrcaName(immutableSequence, immutableElement, fallback);
 }
 
@@ -36,7 +43,8 @@ std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_iteratorAt(Dev
     return fWrapped->generic_iteratorAt(deviant, index);
 }
 
-int GenericAssociationSequence::generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies, int count) const {
+int GenericAssociationSequence::generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
+                                              int count) const {
     return fWrapped->generic_fetch(deviant, index, bodies, count);
 }
 
@@ -57,7 +65,8 @@ void GenericAssociationSequence::generic_clear(Deviant deviant) {
     fWrapped->generic_clear(deviant);
 }
 
-std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) {
+std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_insert(Deviant deviant, IteratorIntf const * where,
+                                                                         Ref element) {
     if (fWrapped->generic_accepts(deviant, element)) {
         enters(element);
     }
@@ -76,7 +85,8 @@ void GenericAssociationSequence::generic_erase(Deviant deviant, int index) {
     fWrapped->generic_erase(deviant, index);
 }
 
-std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_erase(Deviant deviant, IteratorIntf const * first, IteratorIntf const * last) {
+std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_erase(Deviant deviant, IteratorIntf const * first,
+                                                                        IteratorIntf const * last) {
     for (auto iterator = first->clone(); !iterator->equal(last); iterator->next(deviant)) {
         leaves(iterator->current(deviant));
     }

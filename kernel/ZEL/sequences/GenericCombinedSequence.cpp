@@ -1,6 +1,5 @@
-#include <ZEL/sequences/GenericCombinedSequence.h>
-
 #include <ZEL/Exception.h>
+#include <ZEL/sequences/GenericCombinedSequence.h>
 
 #include <utility>
 
@@ -20,7 +19,8 @@ std::unique_ptr<GenericCombinedSequence::Iterator::SubIterator> own(std::unique_
 // --- steps -----------------------------------------------------------------------------------------------------------
 
 bool GenericCombinedSequence::isEmptyAt(Deviant deviant, int index) const {
-    return isCounted(index) ? sub(index).generic_size(deviant) == 0 : own(sub(index).generic_begin(deviant))->isEnd(deviant);
+    return isCounted(index) ? sub(index).generic_size(deviant) == 0
+                            : own(sub(index).generic_begin(deviant))->isEnd(deviant);
 }
 
 int GenericCombinedSequence::get_sub_sequence(Ref const & element) const {
@@ -74,7 +74,8 @@ Ref GenericCombinedSequence::generic_at(Deviant deviant, int index) const {
             }
             index -= size;
         } else {
-            for (auto iterator = own(sub(i).generic_begin(deviant)); !iterator->isEnd(deviant); iterator->next(deviant)) {
+            for (auto iterator = own(sub(i).generic_begin(deviant)); !iterator->isEnd(deviant);
+                 iterator->next(deviant)) {
                 if (index-- == 0) {
                     return iterator->current(deviant);
                 }
@@ -173,7 +174,8 @@ void GenericCombinedSequence::generic_erase(Deviant deviant, int index) {
     generic_erase(deviant, &where);
 }
 
-std::unique_ptr<IteratorIntf> GenericCombinedSequence::generic_erase(Deviant, IteratorIntf const *, IteratorIntf const *) {
+std::unique_ptr<IteratorIntf> GenericCombinedSequence::generic_erase(Deviant, IteratorIntf const *,
+                                                                     IteratorIntf const *) {
     raiseInternalError("cannot modify this data structure");
 }
 
@@ -252,7 +254,10 @@ bool GenericCombinedSequence::generic_eraseElement(Deviant deviant, Ref element)
 // --- iterator --------------------------------------------------------------------------------------------------------
 
 GenericCombinedSequence::Iterator::Iterator(Iterator const & other)
-    : IteratorProxy(other), fSequence(other.fSequence), fSub(other.fSub), fPosition(other.fPosition),
+    : IteratorProxy(other),
+      fSequence(other.fSequence),
+      fSub(other.fSub),
+      fPosition(other.fPosition),
       fInner(other.fInner == nullptr ? nullptr : own(other.fInner->clone())) {}
 
 GenericCombinedSequence::Iterator::SubIterator & GenericCombinedSequence::Iterator::inner(Deviant deviant) const {

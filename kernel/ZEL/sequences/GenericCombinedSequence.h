@@ -42,7 +42,8 @@ public:
     [[nodiscard]] bool generic_contains(Deviant deviant, Ref element) const override;
     [[nodiscard]] char const * generic_getOrcaName(bool immutableSequence, bool immutableElement,
                                                    char const * fallback) const override;
-    [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies, int count) const override;
+    [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
+                                    int count) const override;
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
     bool generic_eraseElement(Deviant deviant, Ref element) override;
     [[nodiscard]] bool generic_accepts(Deviant deviant, Ref const & element) const override;

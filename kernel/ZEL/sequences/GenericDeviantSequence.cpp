@@ -1,8 +1,7 @@
-#include <ZEL/sequences/GenericDeviantSequence.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/String.h>
 #include <ZEL/sequences/ForeignElements.h>
+#include <ZEL/sequences/GenericDeviantSequence.h>
 #include <ZEL/sequences/IndexChecks.h>
 #include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/sequences/PersistentTextSequence.h>
@@ -148,7 +147,8 @@ bool GenericDeviantSequence::generic_contains(Deviant deviant, Ref element) cons
     return generic_indexOf(deviant, std::move(element)) >= 0;
 }
 
-char const * GenericDeviantSequence::generic_getOrcaName(bool immutableSequence, bool immutableElement, char const *) const {
+char const * GenericDeviantSequence::generic_getOrcaName(bool immutableSequence, bool immutableElement,
+                                                         char const *) const {
     return SequenceNames::of(fField->elementTypeName, fField->hasTexts()).get(immutableSequence, immutableElement);
 }
 
@@ -251,7 +251,9 @@ void GenericDeviantSequence::generic_pop_front(Deviant deviant) {
     eraseAt(0);
 }
 
-void GenericDeviantSequence::generic_push_back(Deviant deviant, Ref element) { insertAt(generic_size(deviant), element); }
+void GenericDeviantSequence::generic_push_back(Deviant deviant, Ref element) {
+    insertAt(generic_size(deviant), element);
+}
 
 void GenericDeviantSequence::generic_push_front(Deviant, Ref element) { insertAt(0, element); }
 

@@ -49,7 +49,8 @@ public:
                                                    char const * fallback) const override;
     [[nodiscard]] bool generic_isRandomAccess() const override;
     [[nodiscard]] std::unique_ptr<IteratorIntf> generic_iteratorAt(Deviant deviant, int index) const override;
-    [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies, int count) const override;
+    [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
+                                    int count) const override;
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
     bool generic_eraseElement(Deviant deviant, Ref element) override;
     [[nodiscard]] bool generic_accepts(Deviant deviant, Ref const & element) const override;

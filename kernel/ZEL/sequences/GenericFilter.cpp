@@ -22,8 +22,12 @@ constexpr GenericFilter::VTable showsOnlyTable{&keep, &ifOfClass, &ifOfClass, fa
 
 Ref GenericFilter::identity(void *, Ref const & stored) { return stored; }
 
-GenericFilter takesOnly(ClassInfo const & info) { return GenericFilter(&takesOnlyTable, const_cast<ClassInfo *>(&info)); }
+GenericFilter takesOnly(ClassInfo const & info) {
+    return GenericFilter(&takesOnlyTable, const_cast<ClassInfo *>(&info));
+}
 
-GenericFilter showsOnly(ClassInfo const & info) { return GenericFilter(&showsOnlyTable, const_cast<ClassInfo *>(&info)); }
+GenericFilter showsOnly(ClassInfo const & info) {
+    return GenericFilter(&showsOnlyTable, const_cast<ClassInfo *>(&info));
+}
 
 } // namespace ZEL::Generic::filtered_sequence_internal

@@ -59,7 +59,8 @@ template <class Get, class Set> GenericFilter makeFilter(bool isPure, Get get, S
     };
     static constexpr GenericFilter::VTable pure{&Data::destroy, &Data::filterGet, &Data::filterSet, true};
     static constexpr GenericFilter::VTable hiding{&Data::destroy, &Data::filterGet, &Data::filterSet, false};
-    return GenericFilter(isPure ? &pure : &hiding, std::make_unique<Data>(Data{std::move(get), std::move(set)}).release());
+    return GenericFilter(isPure ? &pure : &hiding,
+                         std::make_unique<Data>(Data{std::move(get), std::move(set)}).release());
 }
 
 /// Shows all there is, and takes only objects of the class. For a sequence that holds nothing else.

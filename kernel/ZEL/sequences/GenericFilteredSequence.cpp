@@ -1,6 +1,5 @@
-#include <ZEL/sequences/GenericFilteredSequence.h>
-
 #include <ZEL/Exception.h>
+#include <ZEL/sequences/GenericFilteredSequence.h>
 
 #include <utility>
 
@@ -37,7 +36,9 @@ Ref GenericFilteredSequence::filterGet(Ref stored) const {
     return fFilter.filterGet(std::move(stored).withDeviant(fDeviant));
 }
 
-Ref GenericFilteredSequence::filterSet(Ref shown) const { return fFilter.filterSet(std::move(shown).withDeviant(fDeviant)); }
+Ref GenericFilteredSequence::filterSet(Ref shown) const {
+    return fFilter.filterSet(std::move(shown).withDeviant(fDeviant));
+}
 
 Ref GenericFilteredSequence::checkedFilterSet(Ref shown) const {
     Ref stored = filterSet(std::move(shown));
@@ -91,7 +92,8 @@ void GenericFilteredSequence::dropEnds() const noexcept {
     fEnd.reset();
 }
 
-std::unique_ptr<IteratorIntf> GenericFilteredSequence::wrap(Deviant deviant, std::unique_ptr<IteratorIntf> inner) const {
+std::unique_ptr<IteratorIntf> GenericFilteredSequence::wrap(Deviant deviant,
+                                                            std::unique_ptr<IteratorIntf> inner) const {
     dropEnds();
     return std::make_unique<Iterator>(deviant, this, std::move(inner));
 }
@@ -153,7 +155,9 @@ char const * GenericFilteredSequence::generic_getOrcaName(bool immutableSequence
     return fUnderlying->generic_getOrcaName(immutableSequence, immutableElement, fallback);
 }
 
-bool GenericFilteredSequence::generic_isRandomAccess() const { return isPure() && fUnderlying->generic_isRandomAccess(); }
+bool GenericFilteredSequence::generic_isRandomAccess() const {
+    return isPure() && fUnderlying->generic_isRandomAccess();
+}
 
 int GenericFilteredSequence::generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
                                            int count) const {
@@ -201,8 +205,7 @@ void GenericFilteredSequence::generic_clear(Deviant deviant) {
 
 std::unique_ptr<IteratorIntf> GenericFilteredSequence::generic_insert(Deviant deviant, IteratorIntf const * where,
                                                                       Ref element) {
-    return wrap(deviant,
-                fUnderlying->generic_insert(deviant, innerOf(where), checkedFilterSet(std::move(element))));
+    return wrap(deviant, fUnderlying->generic_insert(deviant, innerOf(where), checkedFilterSet(std::move(element))));
 }
 
 void GenericFilteredSequence::generic_insert(Deviant deviant, int index, Ref element) {
@@ -216,7 +219,8 @@ void GenericFilteredSequence::generic_erase(Deviant deviant, int index) {
     dropEnds();
 }
 
-std::unique_ptr<IteratorIntf> GenericFilteredSequence::generic_erase(Deviant, IteratorIntf const *, IteratorIntf const *) {
+std::unique_ptr<IteratorIntf> GenericFilteredSequence::generic_erase(Deviant, IteratorIntf const *,
+                                                                     IteratorIntf const *) {
     raiseInternalError("range erase not supported");
 }
 

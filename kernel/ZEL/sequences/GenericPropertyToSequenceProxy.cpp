@@ -1,6 +1,5 @@
-#include <ZEL/sequences/GenericPropertyToSequenceProxy.h>
-
 #include <ZEL/Exception.h>
+#include <ZEL/sequences/GenericPropertyToSequenceProxy.h>
 
 namespace ZEL::Generic {
 
@@ -69,8 +68,8 @@ void GenericPropertyToSequenceProxy::generic_clear(Deviant deviant) {
     }
 }
 
-std::unique_ptr<IteratorIntf> GenericPropertyToSequenceProxy::generic_insert(Deviant deviant, IteratorIntf const * where,
-                                                                             Ref element) {
+std::unique_ptr<IteratorIntf> GenericPropertyToSequenceProxy::generic_insert(Deviant deviant,
+                                                                             IteratorIntf const * where, Ref element) {
     if (!generic_begin(deviant)->equal(where)) {
         raiseAnInternalError();
     }
@@ -92,7 +91,8 @@ std::unique_ptr<IteratorIntf> GenericPropertyToSequenceProxy::generic_erase(Devi
     return generic_erase(deviant, first);
 }
 
-std::unique_ptr<IteratorIntf> GenericPropertyToSequenceProxy::generic_erase(Deviant deviant, IteratorIntf const * where) {
+std::unique_ptr<IteratorIntf> GenericPropertyToSequenceProxy::generic_erase(Deviant deviant,
+                                                                            IteratorIntf const * where) {
     if (ownIterator(where).isEnd()) {
         raiseAnInternalError();
     }

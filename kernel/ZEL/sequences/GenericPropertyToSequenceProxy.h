@@ -47,7 +47,9 @@ public:
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
 
 private:
-    [[nodiscard]] NSInterface::ClassObjectIntf * object() const noexcept { return fObject.getImplementationWithoutAssert(); }
+    [[nodiscard]] NSInterface::ClassObjectIntf * object() const noexcept {
+        return fObject.getImplementationWithoutAssert();
+    }
     [[nodiscard]] std::unique_ptr<IteratorIntf> iterator(bool isEnd) const;
 
     ObjectHandle fObject;

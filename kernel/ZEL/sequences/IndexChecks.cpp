@@ -1,6 +1,5 @@
-#include <ZEL/sequences/IndexChecks.h>
-
 #include <ZEL/Exception.h>
+#include <ZEL/sequences/IndexChecks.h>
 
 namespace ZEL::internal {
 

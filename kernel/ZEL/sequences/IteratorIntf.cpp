@@ -1,5 +1,4 @@
 #include <ZEL/sequences/IteratorIntf.h>
-
 #include <ZEL/sequences/SequenceDomain.h>
 
 namespace ZEL::Generic {

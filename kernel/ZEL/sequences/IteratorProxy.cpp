@@ -1,6 +1,5 @@
-#include <ZEL/sequences/IteratorProxy.h>
-
 #include <ZEL/Exception.h>
+#include <ZEL/sequences/IteratorProxy.h>
 
 namespace ZEL::Generic {
 

@@ -26,7 +26,9 @@ private:
     static ReferenceCountingIntf * toInterface(void const * element) {
         return static_cast<NSInterface::ObjectIntf *>(const_cast<void *>(element));
     }
-    static bool accepts(NSInterface::ObjectIntf * body) { return RefTraits<T>::fits(Ref::ofStoredBody(body, Deviant())); }
+    static bool accepts(NSInterface::ObjectIntf * body) {
+        return RefTraits<T>::fits(Ref::ofStoredBody(body, Deviant()));
+    }
 };
 
 /// List of handles `T`, duplicates allowed. See `ListQImplForRefs` for its counting.

@@ -1,7 +1,6 @@
-#include <ZEL/sequences/ListQImplForRefs.h>
-
 #include <ZEL/Exception.h>
 #include <ZEL/sequences/IndexChecks.h>
+#include <ZEL/sequences/ListQImplForRefs.h>
 
 #include <algorithm>
 
@@ -34,9 +33,7 @@ ObjectIntf * ListQImplForRefs::bodyAt(int index) const {
     return static_cast<ObjectIntf *>(const_cast<void *>(fList[static_cast<std::size_t>(index)]));
 }
 
-std::size_t ListQImplForRefs::checkedIndex(int index) const {
-    return internal::checkedIndex(index, fList.size());
-}
+std::size_t ListQImplForRefs::checkedIndex(int index) const { return internal::checkedIndex(index, fList.size()); }
 
 void ListQImplForRefs::checkNotEmpty() const {
     if (fList.empty()) {

@@ -81,7 +81,8 @@ std::size_t MultiIndexImplForPrimitives<T, aIsUnique, Key>::checkedIndex(int ind
     return internal::checkedIndex(index, fStorage->container.size());
 }
 
-template <class T, int aIsUnique, class Key> void MultiIndexImplForPrimitives<T, aIsUnique, Key>::checkNotEmpty() const {
+template <class T, int aIsUnique, class Key>
+void MultiIndexImplForPrimitives<T, aIsUnique, Key>::checkNotEmpty() const {
     if (fStorage->container.empty()) {
         internal::raiseSequenceIsEmpty();
     }
@@ -214,7 +215,8 @@ bool MultiIndexImplForPrimitives<T, aIsUnique, Key>::generic_accepts(Deviant, Re
 
 // --- writes ----------------------------------------------------------------------------------------------------------
 
-template <class T, int aIsUnique, class Key> void MultiIndexImplForPrimitives<T, aIsUnique, Key>::generic_clear(Deviant) {
+template <class T, int aIsUnique, class Key>
+void MultiIndexImplForPrimitives<T, aIsUnique, Key>::generic_clear(Deviant) {
     fStorage->container.clear();
 }
 
@@ -235,9 +237,9 @@ void MultiIndexImplForPrimitives<T, aIsUnique, Key>::generic_erase(Deviant, int 
 }
 
 template <class T, int aIsUnique, class Key>
-std::unique_ptr<IteratorIntf>
-MultiIndexImplForPrimitives<T, aIsUnique, Key>::generic_erase(Deviant, IteratorIntf const * first,
-                                                              IteratorIntf const * last) {
+std::unique_ptr<IteratorIntf> MultiIndexImplForPrimitives<T, aIsUnique, Key>::generic_erase(Deviant,
+                                                                                            IteratorIntf const * first,
+                                                                                            IteratorIntf const * last) {
     Place const begin = placeOf(first);
     Place const end = placeOf(last);
     fStorage->container.erase(begin.node, end.node);
@@ -245,8 +247,8 @@ MultiIndexImplForPrimitives<T, aIsUnique, Key>::generic_erase(Deviant, IteratorI
 }
 
 template <class T, int aIsUnique, class Key>
-std::unique_ptr<IteratorIntf> MultiIndexImplForPrimitives<T, aIsUnique, Key>::generic_erase(Deviant,
-                                                                                            IteratorIntf const * where) {
+std::unique_ptr<IteratorIntf>
+MultiIndexImplForPrimitives<T, aIsUnique, Key>::generic_erase(Deviant, IteratorIntf const * where) {
     Place const place = placeOf(where);
     if (place.node == fStorage->container.end()) {
         internal::raiseSequenceIndexIsTooLarge();

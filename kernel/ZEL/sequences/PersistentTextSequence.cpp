@@ -33,10 +33,13 @@ void PersistentTextSequence::eraseAt(std::size_t position) {
     texts.erase(texts.begin() + static_cast<std::ptrdiff_t>(position));
 }
 
-void PersistentTextSequence::replaceAt(std::size_t position, std::string text) { ownTexts()[position] = std::move(text); }
+void PersistentTextSequence::replaceAt(std::size_t position, std::string text) {
+    ownTexts()[position] = std::move(text);
+}
 
 bool PersistentTextSequence::operator==(PersistentTextSequence const & other) const noexcept {
-    return fBlock == other.fBlock || (fBlock != nullptr && other.fBlock != nullptr && fBlock->texts == other.fBlock->texts);
+    return fBlock == other.fBlock ||
+           (fBlock != nullptr && other.fBlock != nullptr && fBlock->texts == other.fBlock->texts);
 }
 
 std::size_t PersistentTextSequence::heapBytes() const noexcept {

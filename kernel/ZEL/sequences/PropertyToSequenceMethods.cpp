@@ -1,6 +1,5 @@
-#include <ZEL/sequences/PropertyToSequenceMethods.h>
-
 #include <ZEL/Exception.h>
+#include <ZEL/sequences/PropertyToSequenceMethods.h>
 
 namespace ZEL::Generic {
 

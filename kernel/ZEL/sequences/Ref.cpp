@@ -1,6 +1,5 @@
-#include <ZEL/sequences/Ref.h>
-
 #include <ZEL/ValueObject.h>
+#include <ZEL/sequences/Ref.h>
 
 namespace ZEL::Generic {
 
@@ -19,8 +18,9 @@ constexpr RefOps countedBody{&manageBody, nullptr, nullptr, nullptr};
 
 NSInterface::ValueObjectIntf * valueObject(Ref const & ref) {
     NSInterface::ObjectIntf * const body = ref.body();
-    return body == nullptr ? nullptr
-                           : static_cast<NSInterface::ValueObjectIntf *>(body->cast(NSInterface::ValueObjectIntf::classInfo()));
+    return body == nullptr
+               ? nullptr
+               : static_cast<NSInterface::ValueObjectIntf *>(body->cast(NSInterface::ValueObjectIntf::classInfo()));
 }
 
 } // namespace
@@ -48,7 +48,8 @@ bool Ref::isSameElement(Ref const & other) const {
     }
     Ref const left = boxed();
     Ref const right = other.boxed();
-    return ImmutableValueObject(valueObject(left), fDeviant) == ImmutableValueObject(valueObject(right), other.fDeviant);
+    return ImmutableValueObject(valueObject(left), fDeviant) ==
+           ImmutableValueObject(valueObject(right), other.fDeviant);
 }
 
 } // namespace ZEL::Generic

@@ -39,7 +39,8 @@ public:
         }
     }
     Ref(Ref && other) noexcept
-        : fPayload(std::exchange(other.fPayload, nullptr)), fDeviant(other.fDeviant),
+        : fPayload(std::exchange(other.fPayload, nullptr)),
+          fDeviant(other.fDeviant),
           fOps(std::exchange(other.fOps, nullptr)) {}
     ~Ref() {
         if (fOps != nullptr) {
@@ -96,7 +97,8 @@ private:
     };
     template <class V> struct ValueOps;
 
-    Ref(void * payload, Deviant deviant, RefOps const * ops) noexcept : fPayload(payload), fDeviant(deviant), fOps(ops) {}
+    Ref(void * payload, Deviant deviant, RefOps const * ops) noexcept
+        : fPayload(payload), fDeviant(deviant), fOps(ops) {}
 
     void * fPayload = nullptr;
     Deviant fDeviant;

@@ -52,7 +52,10 @@ template <class V> V const * Ref::valueAs() const noexcept {
 
 /// A handle on bodies of some interface.
 template <class T>
-concept BodyElement = requires { typename T::BodyInterface; } && std::derived_from<typename T::BodyInterface, NSInterface::ObjectIntf>;
+concept BodyElement = requires {
+    typename T::BodyInterface;
+}
+&&std::derived_from<typename T::BodyInterface, NSInterface::ObjectIntf>;
 
 /// How elements of class `T` go into and out of a `Ref`. Any class of elements can read a body that was filled through
 /// another one, as long as the elements themselves fit: handles narrow, values are boxed and unboxed.
@@ -96,8 +99,7 @@ private:
 };
 
 template <class V>
-    requires(!BodyElement<V>)
-struct RefTraits<V> {
+requires(!BodyElement<V>) struct RefTraits<V> {
     [[nodiscard]] static Ref toRef(V const & value) { return Ref::ofValue(value, Deviant()); }
     /// A default value for a null `Ref`. Raises "An Internal Error has occurred" for an element that is not a value, and
     /// as `V` does when it is made of a value object of another type.

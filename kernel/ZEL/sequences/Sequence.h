@@ -31,8 +31,8 @@ public:
     using Generic::SequenceHandle::SequenceHandle;
 
     template <class U>
-        requires(!std::same_as<T, U>)
-    explicit(!std::is_convertible_v<U, T>) ImmutableSequence(ImmutableSequence<U> const & other)
+    requires(!std::same_as<T, U>) explicit(!std::is_convertible_v<U, T>)
+        ImmutableSequence(ImmutableSequence<U> const & other)
         : SequenceHandle(other) {}
 
     /// Raises "sequence index must be positive" or "sequence index out of bounds".
@@ -60,7 +60,9 @@ public:
     [[nodiscard]] std::vector<T> toVector() const;
 
     /// By identity for handles, by value for values. Logarithmic in the storage of a property.
-    [[nodiscard]] bool contains(T const & element) const { return body().generic_contains(getDeviant(), toRef(element)); }
+    [[nodiscard]] bool contains(T const & element) const {
+        return body().generic_contains(getDeviant(), toRef(element));
+    }
     /// The index of the first place of `element`, or -1.
     [[nodiscard]] int indexOf(T const & element) const { return body().generic_indexOf(getDeviant(), toRef(element)); }
 
@@ -94,8 +96,7 @@ public:
 
     // Not from `ImmutableSequence`: what was given for reading is not for writing.
     template <class U>
-        requires(!std::same_as<T, U>)
-    explicit(!std::is_convertible_v<U, T>) Sequence(Sequence<U> const & other)
+    requires(!std::same_as<T, U>) explicit(!std::is_convertible_v<U, T>) Sequence(Sequence<U> const & other)
         : ImmutableSequence<T>(static_cast<ImmutableSequence<U> const &>(other)) {}
 
     void push_back(T const & element) const { body().generic_push_back(deviant(), toRef(element)); }
@@ -110,7 +111,8 @@ public:
         return adopt(body().generic_erase(deviant(), where.cursor().toIterator().get()));
     }
     iterator erase(iterator const & first, iterator const & last) const {
-        return adopt(body().generic_erase(deviant(), first.cursor().toIterator().get(), last.cursor().toIterator().get()));
+        return adopt(
+            body().generic_erase(deviant(), first.cursor().toIterator().get(), last.cursor().toIterator().get()));
     }
     /// Erases the first place of `element`; false if there is none.
     bool remove(T const & element) const { return body().generic_eraseElement(deviant(), toRef(element)); }
@@ -143,7 +145,8 @@ template <class T> template <class Function> void ImmutableSequence<T>::forEach(
         std::array<NSInterface::ObjectIntf *, 32> bodies;
         int index = 0;
         int count = 0;
-        while ((count = body().generic_fetch(getDeviant(), index, bodies.data(), static_cast<int>(bodies.size()))) > 0) {
+        while ((count = body().generic_fetch(getDeviant(), index, bodies.data(), static_cast<int>(bodies.size()))) >
+               0) {
             for (int i = 0; i < count; ++i) {
                 function(fromRef(Generic::Ref::ofStoredBody(bodies[static_cast<std::size_t>(i)], getDeviant())));
             }

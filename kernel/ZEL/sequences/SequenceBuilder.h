@@ -37,8 +37,8 @@ template <class T> Sequence<T> SequenceBuilder::create() const {
     if (!referenceCounted) {
         return Sequence<T>(storage.release(), deviant);
     }
-    return Sequence<T>(std::make_unique<GenericReferenceCountingSequenceProxy>(SequenceHandle(std::move(storage), deviant)),
-                       deviant);
+    return Sequence<T>(
+        std::make_unique<GenericReferenceCountingSequenceProxy>(SequenceHandle(std::move(storage), deviant)), deviant);
 }
 
 template <class T> std::unique_ptr<SequenceIntf> SequenceBuilder::createStorage() const {

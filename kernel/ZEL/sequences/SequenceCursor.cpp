@@ -9,7 +9,9 @@ SequenceCursor::SequenceCursor(SequencePtr const & sequence, Deviant deviant, in
     : fSequence(sequence), fDeviant(deviant), fIndex(index), fInner(std::move(inner)) {}
 
 SequenceCursor::SequenceCursor(SequenceCursor const & other)
-    : fSequence(other.fSequence), fDeviant(other.fDeviant), fIndex(other.fIndex),
+    : fSequence(other.fSequence),
+      fDeviant(other.fDeviant),
+      fIndex(other.fIndex),
       fInner(other.fInner == nullptr ? nullptr : other.fInner->clone()) {}
 
 SequenceCursor & SequenceCursor::operator=(SequenceCursor other) noexcept {

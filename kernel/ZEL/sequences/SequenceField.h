@@ -22,7 +22,8 @@ namespace Generic {
 /// The accessors find the state of an object to read or to write in a deviant, by `getReadDeviant` and `getWriteDeviant`
 /// with all that these raise, and give the property's field in it. Of the two pairs of accessors one is null.
 struct SequenceField {
-    template <class Storage> using Read = Storage const & (*)(NSInterface::ClassObjectIntf const * object, Deviant deviant);
+    template <class Storage>
+    using Read = Storage const & (*)(NSInterface::ClassObjectIntf const * object, Deviant deviant);
     template <class Storage> using Write = Storage & (*)(NSInterface::ClassObjectIntf const * object, Deviant deviant);
 
     char const * elementTypeName; ///< registered name of the type of the elements, "ZEL.Comment" or "ZEL.String"
@@ -39,10 +40,9 @@ struct SequenceField {
 
     [[nodiscard]] constexpr bool hasTexts() const noexcept { return readTexts != nullptr; }
 
-    [[nodiscard]] static constexpr SequenceField ofBodies(char const * elementTypeName,
-                                                          CooperativeVisitor::internal::ClassInfo const & (*elementInfo)(),
-                                                          Read<internal::PersistentSequence> read,
-                                                          Write<internal::PersistentSequence> write) noexcept {
+    [[nodiscard]] static constexpr SequenceField
+    ofBodies(char const * elementTypeName, CooperativeVisitor::internal::ClassInfo const & (*elementInfo)(),
+             Read<internal::PersistentSequence> read, Write<internal::PersistentSequence> write) noexcept {
         return {elementTypeName, elementInfo, read, write, nullptr, nullptr, true};
     }
     [[nodiscard]] static constexpr SequenceField ofTexts(Read<internal::PersistentTextSequence> read,

@@ -1,6 +1,5 @@
-#include <ZEL/sequences/SequenceHandle.h>
-
 #include <ZEL/Exception.h>
+#include <ZEL/sequences/SequenceHandle.h>
 
 namespace ZEL::Generic {
 

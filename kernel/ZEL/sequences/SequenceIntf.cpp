@@ -1,6 +1,5 @@
-#include <ZEL/sequences/SequenceIntf.h>
-
 #include <ZEL/sequences/SequenceDomain.h>
+#include <ZEL/sequences/SequenceIntf.h>
 
 namespace ZEL::Generic {
 

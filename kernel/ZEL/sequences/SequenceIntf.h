@@ -58,7 +58,8 @@ public:
     [[nodiscard]] virtual std::unique_ptr<IteratorIntf> generic_iteratorAt(Deviant deviant, int index) const;
     /// Writes up to `count` bodies from `index` on into `bodies` and gives their number, 0 at the end; -1 if the
     /// sequence cannot, for instance because its elements are values.
-    [[nodiscard]] virtual int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies, int count) const;
+    [[nodiscard]] virtual int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
+                                            int count) const;
     /// The index of the first place of `element`, or -1.
     [[nodiscard]] virtual int generic_indexOf(Deviant deviant, Ref element) const;
     /// Erases the first place of `element`; false if there is none.

@@ -29,10 +29,14 @@ private:
 
 /// The names for elements of class `T`.
 template <class T> SequenceNames const & sequenceNames() {
-    if constexpr (requires { { T::getTypeName() } -> std::convertible_to<std::string>; }) {
+    if constexpr (requires {
+                      { T::getTypeName() } -> std::convertible_to<std::string>;
+                  }) {
         static SequenceNames const & names = SequenceNames::of(T::getTypeName(), true);
         return names;
-    } else if constexpr (requires { { T::getOrcaName() } -> std::convertible_to<std::string>; }) {
+    } else if constexpr (requires {
+                             { T::getOrcaName() } -> std::convertible_to<std::string>;
+                         }) {
         static SequenceNames const & names = SequenceNames::of(T::getOrcaName(), false);
         return names;
     } else {

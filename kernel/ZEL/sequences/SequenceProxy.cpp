@@ -1,6 +1,5 @@
-#include <ZEL/sequences/SequenceProxy.h>
-
 #include <ZEL/Exception.h>
+#include <ZEL/sequences/SequenceProxy.h>
 
 namespace ZEL::Generic {
 

@@ -78,7 +78,7 @@ void XmiReaderImpl::forgetLinks() noexcept {
     fLastTarget = nullptr;
     fTargetFiles.clear();
     fLinkRuns.clear();
-    fLinkRun = LinkRun();
+    fLinkTargets.clear();
 }
 
 void XmiReaderImpl::abortMerger() noexcept {

@@ -47,10 +47,12 @@ public:
 
 private:
     /// A value of the links of one object that keep two ends in step: what came of it, in the order of the file.
+    /// What one end of an object lists in a file, where the other end may stand in the file too.
     struct LinkRun {
         ClassObject object;
         MetaProperty const * property = nullptr;
-        std::vector<ClassObject> targets;
+        std::size_t firstTarget = 0;
+        std::size_t count = 0;
     };
     /// An object that an element made; both null if it made none.
     struct Made {
@@ -114,9 +116,8 @@ private:
                                               std::string const & fragment);
     [[nodiscard]] ClassObject findTarget(FileModel & file, PendingLink const & link);
     void reportUnresolved(PendingLink const & link);
-    void noteOrder(PendingLink const & link, ClassObject const & target);
-    void closeRun();
-    void restoreOrder(LinkRun const & run);
+    void noteEnd(PendingLink const & link, ClassObject const & target);
+    void restoreEnd(LinkRun const & run);
 
     // --- other files (XmiReaderImplFiles.cpp) ------------------------------------------------------------------------
     /// The URI, without fragment, of the file that a link leads to, which has been read then as far as it is to be read;
@@ -138,8 +139,8 @@ private:
     std::unordered_map<std::string, std::string> fExternalFiles; ///< base and reference to the URI they lead to
     std::unordered_map<std::string, TargetFile> fTargetFiles;    ///< while links are resolved
     std::pair<std::string const, TargetFile> const * fLastTarget = nullptr;
-    LinkRun fLinkRun;               ///< the one that may still grow
-    std::vector<LinkRun> fLinkRuns; ///< of two targets and more
+    std::vector<LinkRun> fLinkRuns; ///< the last one may still grow
+    std::vector<ClassObject> fLinkTargets;
     ReadReport fReport;
 };
 

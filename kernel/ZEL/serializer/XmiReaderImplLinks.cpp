@@ -15,7 +15,7 @@
 #include <hasp_util/Uri.h>
 
 #include <algorithm>
-#include <limits>
+#include <unordered_set>
 #include <utility>
 
 namespace ZEL::Serializer {
@@ -72,9 +72,8 @@ void XmiReaderImpl::resolveReferences() {
             resolveReference(file, link, scratch);
         }
     }
-    closeRun();
     for (LinkRun const & run : fLinkRuns) {
-        restoreOrder(run);
+        restoreEnd(run);
     }
 }
 
@@ -94,7 +93,7 @@ void XmiReaderImpl::resolveReference(FileModel & file, PendingLink const & link,
     if (target.getImplementationWithoutAssert() == nullptr) {
         reportUnresolved(link);
     } else if (setValue(link.object, *link.property, target, metaClasses().of(target))) {
-        noteOrder(link, target);
+        noteEnd(link, target);
     }
 }
 
@@ -162,55 +161,52 @@ void XmiReaderImpl::reportUnresolved(PendingLink const & link) {
     fReport.addUnresolvedReference(metaClasses().of(link.object).name() + "." + link.property->name);
 }
 
-// --- order of links that are kept at both ends ---------------------------------------------------------------------------
+// --- links that stand at both ends ---------------------------------------------------------------------------------------
 
-/// Both ends of such a link stand in a file, and whichever is met first puts the objects in order at both; so what a
-/// property lists has to be put in its own order afterwards.
-void XmiReaderImpl::noteOrder(PendingLink const & link, ClassObject const & target) {
-    if (link.property->isMany && link.property->hasOpposite) {
-        if (fLinkRun.property != link.property || fLinkRun.object != link.object) {
-            closeRun();
-            fLinkRun.object = link.object;
-            fLinkRun.property = link.property;
-        }
-        fLinkRun.targets.push_back(target);
-    }
-}
-
-void XmiReaderImpl::closeRun() {
-    if (fLinkRun.targets.size() > 1) {
-        fLinkRuns.push_back(fLinkRun);
-    }
-    fLinkRun.targets.clear();
-}
-
-void XmiReaderImpl::restoreOrder(LinkRun const & run) {
-    std::unordered_map<NSInterface::ObjectIntf const *, std::size_t> ranks;
-    for (ClassObject const & target : run.targets) {
-        ranks.emplace(target.getImplementation(), ranks.size());
-    }
-    std::vector<Object> const present = run.property->storage.get(run.object).toVector();
-    std::vector<std::pair<std::size_t, Object>> wanted;
-    wanted.reserve(present.size());
-    bool isInOrder = true;
-    std::size_t last = 0;
-    for (Object const & value : present) {
-        auto const found = ranks.find(value.getImplementation());
-        bool const isListed = found != ranks.end();
-        isInOrder = isInOrder && (!isListed || found->second >= last);
-        last = isListed ? found->second : last;
-        // What the file does not list here comes last, as it stands.
-        wanted.emplace_back(isListed ? found->second : std::numeric_limits<std::size_t>::max(), value);
-    }
-    if (isInOrder) {
+/// Both ends of such a link may stand in a file. Setting one changes the other: whichever is met first puts the objects in
+/// order at both, and a single-valued end leaves what it belonged to. So what each end lists is put right at the end.
+void XmiReaderImpl::noteEnd(PendingLink const & link, ClassObject const & target) {
+    if (!link.property->hasOpposite) {
         return;
     }
-    std::stable_sort(wanted.begin(), wanted.end(), [](auto const & a, auto const & b) { return a.first < b.first; });
-    for (std::size_t i = 0; i < present.size(); ++i) {
-        run.property->storage.removeOneEndOnly(run.object);
+    if (fLinkRuns.empty() || fLinkRuns.back().property != link.property || fLinkRuns.back().object != link.object) {
+        fLinkRuns.push_back({link.object, link.property, fLinkTargets.size(), 0});
     }
-    for (auto const & [rank, value] : wanted) {
-        run.property->storage.setOrAddEndOnly(run.object, value);
+    fLinkTargets.push_back(target);
+    ++fLinkRuns.back().count;
+}
+
+void XmiReaderImpl::restoreEnd(LinkRun const & run) {
+    PropertyStorage const & storage = run.property->storage;
+    if (!run.property->isMany) {
+        ClassObject const & last = fLinkTargets[run.firstTarget + run.count - 1];
+        if (storage.getOne(run.object) != last) {
+            storage.setOrAddEndOnly(run.object, last);
+        }
+        return;
+    }
+    std::vector<Object> const present = storage.get(run.object).toVector();
+    std::vector<Object> wanted;
+    std::unordered_set<NSInterface::ObjectIntf const *> listed;
+    for (std::size_t i = run.firstTarget; i < run.firstTarget + run.count; ++i) {
+        if (listed.insert(fLinkTargets[i].getImplementation()).second) {
+            wanted.emplace_back(fLinkTargets[i]);
+        }
+    }
+    // What the file does not list here comes last, as it stands.
+    for (Object const & value : present) {
+        if (listed.count(value.getImplementation()) == 0) {
+            wanted.push_back(value);
+        }
+    }
+    if (std::equal(present.begin(), present.end(), wanted.begin(), wanted.end())) {
+        return;
+    }
+    for (std::size_t i = 0; i < present.size(); ++i) {
+        storage.removeOneEndOnly(run.object);
+    }
+    for (Object const & value : wanted) {
+        storage.setOrAddEndOnly(run.object, value);
     }
 }
 

@@ -3,9 +3,9 @@
 #include <ZEL/Logger.h>
 #include <ZEL/Messages.h>
 #include <ZEL/metamodel/Object.h>
-#include <ZEL/serializer/XmiWriterImpl.h>
 #include <ZEL/serializer/SafeFile.h>
 #include <ZEL/serializer/StandardWriteTransforms.h>
+#include <ZEL/serializer/XmiWriterImpl.h>
 
 #include <hasp_util/XmlWriter.h>
 

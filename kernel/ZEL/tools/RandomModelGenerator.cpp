@@ -121,7 +121,7 @@ ClassObject RandomModelGenerator::createRandomModelComposition(ClassObject const
 
 ClassObject RandomModelGenerator::createValueForProperty(ClassObject const & parent, int depth, int breadth,
                                                          ImmutableProperty const & property) {
-    ClassObject const object = makeValue(parent, property);
+    ClassObject object = makeValue(parent, property);
     if (object.isValid()) {
         createRandomModelComposition(object, depth, breadth);
     }
@@ -135,7 +135,7 @@ ClassObject RandomModelGenerator::makeValue(ClassObject const & parent, Immutabl
     }
     ImmutableType const type = property.getType();
     if (ImmutableClass const metaClass(type); metaClass.isValid()) {
-        ClassObject const object = makeObject(metaClass);
+        ClassObject object = makeObject(metaClass);
         parent.setOrAdd(property, object);
         return object;
     }
@@ -166,7 +166,7 @@ Object RandomModelGenerator::makeData(ImmutableType const & type) const {
     if (literals.empty()) {
         raiseInternalError("the enum type " + type.getName().str() + " doesnt have any literals ");
     }
-    Object const value = fFactory.createFromString(name, literals[draw(literals.size())].getName());
+    Object value = fFactory.createFromString(name, literals[draw(literals.size())].getName());
     if (!value.isValid()) {
         raiseInternalError("enumValue is not valid");
     }
@@ -179,7 +179,7 @@ ClassObject RandomModelGenerator::makeObject(ImmutableClass const & type) {
         raiseInternalError("couldnt find a concrete superclass for " + type.getName().str());
     }
     ImmutableClass const metaClass = classes[draw(classes.size())];
-    ClassObject const object = factoryFor(metaClass).createFromString(metaClass.getName());
+    ClassObject object = factoryFor(metaClass).createFromString(metaClass.getName());
     if (!object.isValid()) {
         raiseInternalError("class object created is not valid");
     }

@@ -1,6 +1,5 @@
-#include <ZEL/HTMLLogHandler.h>
-
 #include <ZEL/HTMLLogFormatter.h>
+#include <ZEL/HTMLLogHandler.h>
 #include <ZEL/LogRecord.h>
 #include <ZEL/Logger.h>
 

@@ -1,7 +1,6 @@
-#include <ZEL/Logger.h>
-
 #include <ZEL/DefaultLogHandler.h>
 #include <ZEL/LogRecord.h>
+#include <ZEL/Logger.h>
 #include <ZEL/Messages.h>
 #include <ZEL/Now.h>
 #include <ZEL/TerminalHandler.h>

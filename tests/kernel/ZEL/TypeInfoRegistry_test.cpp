@@ -1,9 +1,8 @@
-#include <ZEL/TypeInfoRegistry.h>
-
 #include "support/ValueTypes.h"
 
 #include <ZEL/IntegerTypeInfo.h>
 #include <ZEL/IteratorType.h>
+#include <ZEL/TypeInfoRegistry.h>
 #include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/Type.h>
 

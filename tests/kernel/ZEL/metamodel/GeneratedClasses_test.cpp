@@ -30,8 +30,8 @@ bool isSilent(PropertyDescriptor const & property) {
 /// Properties that name the model or its factory are set when an object is made; numbers and lists of the model are its
 /// own business.
 bool isWritable(PropertyDescriptor const & property) {
-    static std::set<std::string> const kept{"id", "modelZEL", "model", "metaModel", "factory", "unparented",
-                                            "appliedStereotypeInstance"};
+    static std::set<std::string> const kept{
+        "id", "modelZEL", "model", "metaModel", "factory", "unparented", "appliedStereotypeInstance"};
     return !property.isDerived && kept.count(property.name) == 0;
 }
 
@@ -72,10 +72,11 @@ Values valuesOf(ImmutableClassObject const & object) {
 class GeneratedClasses : public Test::ModelFixture {
 protected:
     GeneratedClasses() {
-        char const * const names[] = {"Association", "Class", "Comment", "Constraint", "DataType", "ElementImport",
-                                      "Enumeration", "EnumerationLiteral", "Expression", "ExtensionEnd",
-                                      "OpaqueExpression", "Operation", "Package", "PackageImport", "PackageMerge",
-                                      "Parameter", "PrimitiveType", "Profile", "Property", "Stereotype"};
+        char const * const names[] = {"Association",   "Class",         "Comment",          "Constraint",
+                                      "DataType",      "ElementImport", "Enumeration",      "EnumerationLiteral",
+                                      "Expression",    "ExtensionEnd",  "OpaqueExpression", "Operation",
+                                      "Package",       "PackageImport", "PackageMerge",     "Parameter",
+                                      "PrimitiveType", "Profile",       "Property",         "Stereotype"};
         change([&] {
             for (char const * const name : names) {
                 examples.push_back(factory.createFromString(String("ZEL." + std::string(name))));
@@ -106,11 +107,13 @@ protected:
     /// A value that the property accepts and that differs from what it has at first.
     Object sampleFor(PropertyDescriptor const & property) {
         if (property.typeClass == nullptr) {
-            static std::map<std::string, char const *> const texts{
-                {"ZEL.String", "text"},        {"ZEL.Integer", "7"},
-                {"ZEL.UnlimitedNatural", "9"}, {"ZEL.PersistenceKind", "extension"},
-                {"ZEL.VisibilityKind", "protected"}, {"ZEL.ParameterDirectionKind", "out"},
-                {"ZEL.PackageMergeKind", "define"}};
+            static std::map<std::string, char const *> const texts{{"ZEL.String", "text"},
+                                                                   {"ZEL.Integer", "7"},
+                                                                   {"ZEL.UnlimitedNatural", "9"},
+                                                                   {"ZEL.PersistenceKind", "extension"},
+                                                                   {"ZEL.VisibilityKind", "protected"},
+                                                                   {"ZEL.ParameterDirectionKind", "out"},
+                                                                   {"ZEL.PackageMergeKind", "define"}};
             if (std::string(property.typeName) == "ZEL.Boolean") {
                 bool const isTrue = std::string(property.defaultValue) == "true";
                 return ValueObjectFactory::createFromString(property.typeName, isTrue ? "false" : "true");
@@ -158,9 +161,7 @@ void GeneratedClasses::checkProperty(ClassDescriptor const & descriptor, Propert
         value = sampleFor(property);
     });
     ClassObject const partner(value);
-    auto const all = [&] {
-        return std::make_pair(valuesOf(object), partner.isValid() ? valuesOf(partner) : Values());
-    };
+    auto const all = [&] { return std::make_pair(valuesOf(object), partner.isValid() ? valuesOf(partner) : Values()); };
     auto const before = all();
     change([&] { object.setOrAdd(name, value); });
     EXPECT_TRUE(object.has(name));
@@ -219,8 +220,8 @@ TEST_F(GeneratedClasses, SetReadAndRestoreEachWritableProperty) {
     for (ClassDescriptor const * const descriptor : concreteClasses()) {
         for (PropertyDescriptor const * const property : propertiesOf(*descriptor)) {
             // A model cannot be contained.
-            bool const isContainerOfModel = descriptor->builtAs == internal::BuiltAs::Model &&
-                                            property->storage == internal::Storage::Container;
+            bool const isContainerOfModel =
+                descriptor->builtAs == internal::BuiltAs::Model && property->storage == internal::Storage::Container;
             if (isWritable(*property) && !isContainerOfModel) {
                 SCOPED_TRACE(std::string(descriptor->name) + "." + property->name);
                 ASSERT_NO_THROW(checkProperty(*descriptor, *property));
@@ -370,11 +371,11 @@ char const kNull[] = "Cannot access NULL ref. Use isValid() before calling metho
 template <class H> class NullHandle : public testing::Test {};
 using Handles =
     testing::Types<ClassObject, Element, NamedElement, Namespace, Type, Classifier, PackageableElement, Feature,
-                   RedefinableElement, StructuralFeature, BehavioralFeature, TypedElement, MultiplicityElement, Relationship,
-                   DirectedRelationship, ValueSpecification, FactoryObject, Model, StereotypeObject, Association, Class, Comment,
-                   Constraint, DataType, ElementImport, Enumeration, EnumerationLiteral, Expression, ExtensionEnd, Factory,
-                   MetaModel, OpaqueExpression, Operation, Package, PackageImport, PackageMerge, Parameter, PrimitiveType,
-                   Profile, Property, Stereotype>;
+                   RedefinableElement, StructuralFeature, BehavioralFeature, TypedElement, MultiplicityElement,
+                   Relationship, DirectedRelationship, ValueSpecification, FactoryObject, Model, StereotypeObject,
+                   Association, Class, Comment, Constraint, DataType, ElementImport, Enumeration, EnumerationLiteral,
+                   Expression, ExtensionEnd, Factory, MetaModel, OpaqueExpression, Operation, Package, PackageImport,
+                   PackageMerge, Parameter, PrimitiveType, Profile, Property, Stereotype>;
 TYPED_TEST_SUITE(NullHandle, Handles);
 
 TYPED_TEST(NullHandle, RaisesItsTextOnEachOperation) {

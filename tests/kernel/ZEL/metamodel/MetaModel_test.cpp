@@ -17,6 +17,7 @@
 #include <ZEL/metamodel/Stereotype.h>
 
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstdio>
@@ -24,15 +25,14 @@
 #include <memory>
 #include <set>
 #include <string>
-#include <unistd.h>
 
 namespace ZEL {
 namespace {
 
 using Test::ExpectedClass;
-using Test::ExpectedProperty;
 using Test::expectedClasses;
 using Test::expectedProperties;
+using Test::ExpectedProperty;
 using testing::ElementsAre;
 
 char const kUri[] = "http://schema.omg.org/spec/MOF/2.0";
@@ -85,7 +85,8 @@ std::string flagsOf(ImmutableProperty const & property) {
 std::string otherEndOf(ImmutableProperty const & property, ImmutableAssociation const & association) {
     for (ImmutableProperty const end : association.getMemberEnds()) {
         if (end != property) {
-            return end.hasOwningAssociation() ? end.getName().str() : nameOf(end.getClass()) + "." + end.getName().str();
+            return end.hasOwningAssociation() ? end.getName().str()
+                                              : nameOf(end.getClass()) + "." + end.getName().str();
         }
     }
     return "(none)";
@@ -236,16 +237,32 @@ TEST(MetaModelProperties, OfDefinersMakeFiftyFourAssociations) {
 }
 
 TEST(MetaModelProperties, CarryDescriptionsUnlessTheLibraryAddsThem) {
-    std::set<std::string> const without{
-        "Property.isID",         "Package.uri",         "ClassObject.appliedStereotypeInstance",
-        "ClassObject.modelZEL",  "ClassObject.id",      "ClassObject.siid",
-        "Model.siid",            "Model.factory",       "Model.uri",
-        "MetaModel.topPackage",  "MetaModel.factory",   "StereotypeObject.baseElement",
-        "Stereotype.profile",    "ExtensionEnd.type",   "ExtensionEnd.isRequired",
-        "Factory.metaModel",     "FactoryObject.model", "Profile.ownedStereotype",
-        "Class.ownedExtension",  "Class.subClass",      "Constraint.context",
-        "Namespace.ownedRule",   "Operation.precondition", "Operation.postcondition",
-        "Operation.bodyCondition", "PackageMerge.mergeType"};
+    std::set<std::string> const without{"Property.isID",
+                                        "Package.uri",
+                                        "ClassObject.appliedStereotypeInstance",
+                                        "ClassObject.modelZEL",
+                                        "ClassObject.id",
+                                        "ClassObject.siid",
+                                        "Model.siid",
+                                        "Model.factory",
+                                        "Model.uri",
+                                        "MetaModel.topPackage",
+                                        "MetaModel.factory",
+                                        "StereotypeObject.baseElement",
+                                        "Stereotype.profile",
+                                        "ExtensionEnd.type",
+                                        "ExtensionEnd.isRequired",
+                                        "Factory.metaModel",
+                                        "FactoryObject.model",
+                                        "Profile.ownedStereotype",
+                                        "Class.ownedExtension",
+                                        "Class.subClass",
+                                        "Constraint.context",
+                                        "Namespace.ownedRule",
+                                        "Operation.precondition",
+                                        "Operation.postcondition",
+                                        "Operation.bodyCondition",
+                                        "PackageMerge.mergeType"};
     for (ExpectedProperty const & row : expectedProperties()) {
         std::string const name = std::string(row.owner) + "." + row.name;
         ImmutableProperty const property = classNamed(row.owner).getProperty(String(row.name));
@@ -257,18 +274,21 @@ TEST(MetaModelProperties, CarryDescriptionsUnlessTheLibraryAddsThem) {
         char const * text;
     } const rows[] = {
         {"Property", "isComposite",
-         "If isComposite is true, the object containing the attribute is a container for the object or value contained in "
+         "If isComposite is true, the object containing the attribute is a container for the object or value contained "
+         "in "
          "the attribute."},
         {"ClassObject", "containerZEL", "The ClassObject that contains this element."},
         {"MultiplicityElement", "isUnique",
-         "For a multivalued multiplicity, this attributes specifies whether the values in an instantiation of this element "
+         "For a multivalued multiplicity, this attributes specifies whether the values in an instantiation of this "
+         "element "
          "are unique."},
         {"Comment", "annotatedElement", "References the Element(s) being commented."},
         {"PackageMerge", "mergedPackage",
          "References the Package that is to be merged with the receiving package of the PackageMerge."},
     };
     for (auto const & row : rows) {
-        EXPECT_EQ(row.text, classNamed(row.owner).getProperty(String(row.name)).getOwnedComments().at(0).getBody().str());
+        EXPECT_EQ(row.text,
+                  classNamed(row.owner).getProperty(String(row.name)).getOwnedComments().at(0).getBody().str());
     }
 }
 
@@ -307,8 +327,9 @@ TEST(MetaModelEnumerations, HaveTheirLiteralsInTheOrderOfTheirValues) {
 
 TEST(MetaModelKeys, LeadToClassesByFourNames) {
     for (ExpectedClass const & row : expectedClasses()) {
-        for (std::string const & key : {std::string("ZEL.") + row.name, std::string(kUri) + "#" + row.name,
-                                        std::string(kCmofUri) + "#" + row.name, std::string(kEmofUri) + "#" + row.name}) {
+        for (std::string const & key :
+             {std::string("ZEL.") + row.name, std::string(kUri) + "#" + row.name,
+              std::string(kCmofUri) + "#" + row.name, std::string(kEmofUri) + "#" + row.name}) {
             EXPECT_EQ(row.name, nameOf(ImmutableNamedElement(byKey(key)))) << key;
             EXPECT_EQ(classNamed(row.name), byKey(key)) << key;
         }
@@ -361,7 +382,8 @@ TEST(MetaModelKeys, HaveIrregularFormsForTheLibrarysOwnProperties) {
         }
     }
     EXPECT_EQ(Comment::MetaClass().getProperty(String("containerZEL")), byKey("ZEL.Comment::ClassObject-container"));
-    EXPECT_EQ(Package::MetaClass().getProperty(String("qualifiedName")), byKey("ZEL.Package::NamedElement-qualifiedName"));
+    EXPECT_EQ(Package::MetaClass().getProperty(String("qualifiedName")),
+              byKey("ZEL.Package::NamedElement-qualifiedName"));
     EXPECT_EQ(Package::MetaClass().getProperty(String("name")), byKey("ZEL.Package::ZEL.NamedElement.name"));
     EXPECT_FALSE(byKey("ZEL.Class::ZEL.Classifier.general").isValid());
 }
@@ -372,11 +394,12 @@ TEST(MetaModelKeys, LeadToTheEndsThatAssociationsOwn) {
             continue;
         }
         std::string const association = row.association;
-        std::string const key = "InfrastructureLibrary.Core.Constructs." + association + "::Core-Constructs-" + association +
-                                "-" + row.otherEnd;
+        std::string const key = "InfrastructureLibrary.Core.Constructs." + association + "::Core-Constructs-" +
+                                association + "-" + row.otherEnd;
         ImmutableProperty const end(byKey(key));
         ASSERT_TRUE(end.isValid()) << key;
-        EXPECT_EQ(classNamed(row.owner).getProperty(String(row.name)).getAssociation(), end.getOwningAssociation()) << key;
+        EXPECT_EQ(classNamed(row.owner).getProperty(String(row.name)).getAssociation(), end.getOwningAssociation())
+            << key;
     }
 }
 
@@ -437,16 +460,16 @@ TEST(MetaModelObject, RegistersFourHundredAndTwoTypes) {
           "PackageMergeKind", "ParameterDirectionKind", "VisibilityKind", "PropertyStorage"}) {
         std::string const name = value;
         EXPECT_TRUE(TypeInfoRegistry::getMetaType("ZEL." + name).isValid() || name == "PropertyStorage") << name;
-        for (std::string const & form : {name, name + "Iterator", name + "ImmutableIterator", "SequenceOf" + name,
-                                         "ImmutableSequenceOf" + name}) {
+        for (std::string const & form :
+             {name, name + "Iterator", name + "ImmutableIterator", "SequenceOf" + name, "ImmutableSequenceOf" + name}) {
             names.push_back("ZEL." + form);
         }
     }
     for (ExpectedClass const & row : expectedClasses()) {
         std::string const name = row.name;
         for (std::string const & element : {name, "Immutable" + name}) {
-            for (std::string const & form : {element + "Iterator", element + "ImmutableIterator", "SequenceOf" + element,
-                                             "ImmutableSequenceOf" + element}) {
+            for (std::string const & form : {element + "Iterator", element + "ImmutableIterator",
+                                             "SequenceOf" + element, "ImmutableSequenceOf" + element}) {
                 names.push_back("ZEL." + form);
             }
         }
@@ -464,13 +487,26 @@ TEST(MetaModelObject, NumbersItsObjectsAsFilesHaveThem) {
         char const * key;
         int id;
     } const rows[] = {
-        {"ZEL.MetaModel", 1},          {"ZEL.PersistenceKind", 3},  {"ZEL.Property", 7},
-        {"ZEL.NamedElement", 75},      {"ZEL.NamedElement::ZEL.NamedElement.name", 78},
-        {"ZEL.Object", 315},           {"ZEL.PropertyStorage", 686}, {"ZEL.Boolean", 687},
-        {"ZEL.String", 688},           {"ZEL.Single", 689},         {"ZEL.Double", 690},
-        {"ZEL.Real", 691},             {"ZEL.Integer", 692},        {"ZEL.UnlimitedNatural", 693},
-        {"ZEL.Argument", 694},         {"ZEL.Comment", 1488},       {"ZEL.ParameterDirectionKind", 1511},
-        {"ZEL.VisibilityKind", 1516},  {"ZEL.PackageMerge", 1521},  {"ZEL.PackageMergeKind", 1551},
+        {"ZEL.MetaModel", 1},
+        {"ZEL.PersistenceKind", 3},
+        {"ZEL.Property", 7},
+        {"ZEL.NamedElement", 75},
+        {"ZEL.NamedElement::ZEL.NamedElement.name", 78},
+        {"ZEL.Object", 315},
+        {"ZEL.PropertyStorage", 686},
+        {"ZEL.Boolean", 687},
+        {"ZEL.String", 688},
+        {"ZEL.Single", 689},
+        {"ZEL.Double", 690},
+        {"ZEL.Real", 691},
+        {"ZEL.Integer", 692},
+        {"ZEL.UnlimitedNatural", 693},
+        {"ZEL.Argument", 694},
+        {"ZEL.Comment", 1488},
+        {"ZEL.ParameterDirectionKind", 1511},
+        {"ZEL.VisibilityKind", 1516},
+        {"ZEL.PackageMerge", 1521},
+        {"ZEL.PackageMergeKind", 1551},
     };
     for (auto const & row : rows) {
         EXPECT_EQ(row.id, ImmutableClassObject(byKey(row.key)).getId()) << row.key;

@@ -41,8 +41,8 @@ TEST_F(Queries, CompareUpperBoundsWithUnlimitedAsTheLargest) {
         int cardinality;
         bool includes;
     } const rows[] = {
-        {1, 1, false, 1, true},          {0, 0, false, 0, true},          {0, 3, true, 5, false},
-        {2, kUnlimited, true, 5, true},  {2, kUnlimited, true, 1, false}, {0, kUnlimited, true, 2147483647, true},
+        {1, 1, false, 1, true},           {0, 0, false, 0, true},          {0, 3, true, 5, false},
+        {2, kUnlimited, true, 5, true},   {2, kUnlimited, true, 1, false}, {0, kUnlimited, true, 2147483647, true},
         {-3, kUnlimited, true, -1, true}, {-3, 5, true, -1, false},
     };
     for (auto const & row : rows) {
@@ -121,13 +121,18 @@ TEST_F(Queries, ThatAreNotYetImplementedSaySo) {
         {"FactoryObject.createFromString",
          [&] { static_cast<void>(base.FactoryObjectIntf::createFromString(deviant, String("ZEL.Class"))); }},
         {"FactoryObject.createFromString",
-         [&] { static_cast<void>(base.FactoryObjectIntf::createFromString(deviant, String("ZEL.Integer"), String("1"))); }},
+         [&] {
+             static_cast<void>(base.FactoryObjectIntf::createFromString(deviant, String("ZEL.Integer"), String("1")));
+         }},
         {"FactoryObject.createFromString",
-         [&] { static_cast<void>(base.FactoryObjectIntf::createFromString(deviant, String("ZEL.Class"), Integer(9))); }},
+         [&] {
+             static_cast<void>(base.FactoryObjectIntf::createFromString(deviant, String("ZEL.Class"), Integer(9)));
+         }},
         {"NamedElement.allNamespaces", [&] { static_cast<void>(package.allNamespaces()); }},
         {"NamedElement.isDistinguishableFrom",
          [&] { static_cast<void>(package.isDistinguishableFrom(NamedElement(), Namespace())); }},
-        {"Namespace.excludeCollisions", [&] { static_cast<void>(package.excludeCollisions(Sequence<PackageableElement>())); }},
+        {"Namespace.excludeCollisions",
+         [&] { static_cast<void>(package.excludeCollisions(Sequence<PackageableElement>())); }},
         {"Namespace.getNamesOfMember", [&] { static_cast<void>(package.getNamesOfMember(NamedElement())); }},
         {"Namespace.importMembers", [&] { static_cast<void>(package.importMembers(Sequence<PackageableElement>())); }},
         {"Namespace.membersAreDistinguishable", [&] { static_cast<void>(package.membersAreDistinguishable()); }},
@@ -221,7 +226,8 @@ TEST_F(Queries, ReadOnlyDerivedPropertiesRefuseToBeWritten) {
          [&] { body.removeOnlyRootModel(d); }},
         {"siid is a read-only derived property so you cannot use the set property method!", false,
          [&] { object.setSiid(String("x")); }},
-        {"siid is a derived property and thus cannot have the remove method implemented", true, [&] { object.removeSiid(); }},
+        {"siid is a derived property and thus cannot have the remove method implemented", true,
+         [&] { object.removeSiid(); }},
         {"stringSiid is a read-only derived property so you cannot use the set property method!", false,
          [&] { model.setStringSiid(String("x")); }},
         {"stringSiid is a read-only derived property so you cannot use the set property method!", false,

@@ -246,8 +246,8 @@ TEST_F(FilteredSequence, ALoopEndsWhereTheSequenceEndsByNow) {
 TEST_F(FilteredSequence, EndsItsFilterOnce) {
     static int ended = 0;
     ended = 0;
-    static constexpr GenericFilter::VTable table{[](void *) { ++ended; }, &GenericFilter::identity, &GenericFilter::identity,
-                                                 true};
+    static constexpr GenericFilter::VTable table{[](void *) { ++ended; }, &GenericFilter::identity,
+                                                 &GenericFilter::identity, true};
     {
         Sequence<Item> const shown = view(GenericFilter(&table, nullptr));
         shown.push_back(item(0));
@@ -406,11 +406,11 @@ public:
 
 class Holder final : public Test::CountedBody<Holder, HolderIntf, HolderIntf> {};
 
-constexpr auto itemAccess = PropertyToSequenceMethods::of<HolderIntf, Item, &HolderIntf::hasItem, &HolderIntf::getItem,
-                                                          &HolderIntf::setItem, &HolderIntf::setOnlyItem,
-                                                          &HolderIntf::removeItem, &HolderIntf::removeOnlyItem>();
-constexpr auto readingAccess =
-    PropertyToSequenceMethods::of<HolderIntf, Item, nullptr, &HolderIntf::getItem, nullptr, nullptr, nullptr, nullptr>();
+constexpr auto itemAccess =
+    PropertyToSequenceMethods::of<HolderIntf, Item, &HolderIntf::hasItem, &HolderIntf::getItem, &HolderIntf::setItem,
+                                  &HolderIntf::setOnlyItem, &HolderIntf::removeItem, &HolderIntf::removeOnlyItem>();
+constexpr auto readingAccess = PropertyToSequenceMethods::of<HolderIntf, Item, nullptr, &HolderIntf::getItem, nullptr,
+                                                             nullptr, nullptr, nullptr>();
 
 class SingleValueSequence : public Derived {
 protected:

@@ -1,6 +1,5 @@
-#include "support/SequenceItems.h"
-
 #include "support/ExpectRaises.h"
+#include "support/SequenceItems.h"
 
 #include <ZEL/String.h>
 #include <ZEL/metamodel/Object.h>

@@ -45,7 +45,9 @@ struct Subject {
         storages.push_back(std::move(storage));
         return SequenceHandle(storages.back().get(), Deviant());
     }
-    SequenceHandle stored() { return SequenceHandle(new GenericDeviantSequence(&owner, Deviant(), Owner::items), Deviant()); }
+    SequenceHandle stored() {
+        return SequenceHandle(new GenericDeviantSequence(&owner, Deviant(), Owner::items), Deviant());
+    }
 };
 
 struct Kind {
@@ -104,8 +106,10 @@ void makeCombined(Subject & subject, GenericFilteredSequence * middle) {
 std::vector<Kind> kinds() {
     std::vector<Kind> all;
     all.push_back({"List", [](Subject & s) { set(s, s.add(std::make_unique<ListQImpl<Item>>())); }, false});
-    all.push_back({"MultiIndex", [](Subject & s) { set(s, s.add(std::make_unique<MultiIndexImpl<Item, 0>>())); }, false});
-    all.push_back({"UniqueMultiIndex", [](Subject & s) { set(s, s.add(std::make_unique<MultiIndexImpl<Item, 1>>())); }});
+    all.push_back(
+        {"MultiIndex", [](Subject & s) { set(s, s.add(std::make_unique<MultiIndexImpl<Item, 0>>())); }, false});
+    all.push_back(
+        {"UniqueMultiIndex", [](Subject & s) { set(s, s.add(std::make_unique<MultiIndexImpl<Item, 1>>())); }});
     all.push_back({"UniqueMultiIndexOfTexts", [](Subject & s) {
                        s.hasTexts = true;
                        set(s, s.add(std::make_unique<MultiIndexImpl<String, 1>>()));
@@ -117,19 +121,21 @@ std::vector<Kind> kinds() {
                    },
                    false});
     all.push_back({"Stored", [](Subject & s) { set(s, s.stored()); }});
-    all.push_back({"StoredUniqueTexts", [](Subject & s) {
-                       s.hasTexts = true;
-                       set(s, SequenceHandle(new GenericDeviantSequence(&s.owner, Deviant(), Owner::uniqueTexts), Deviant()));
-                   }});
+    all.push_back(
+        {"StoredUniqueTexts", [](Subject & s) {
+             s.hasTexts = true;
+             set(s, SequenceHandle(new GenericDeviantSequence(&s.owner, Deviant(), Owner::uniqueTexts), Deviant()));
+         }});
     all.push_back({"StoredTexts",
                    [](Subject & s) {
                        s.hasTexts = true;
                        set(s, SequenceHandle(new GenericDeviantSequence(&s.owner, Deviant(), Owner::texts), Deviant()));
                    },
                    false});
-    all.push_back({"Association", [](Subject & s) {
-                       set(s, SequenceHandle(new GenericAssociationSequence(s.stored(), nullptr, {}, &ignoreHook), Deviant()));
-                   }});
+    all.push_back(
+        {"Association", [](Subject & s) {
+             set(s, SequenceHandle(new GenericAssociationSequence(s.stored(), nullptr, {}, &ignoreHook), Deviant()));
+         }});
     Kind pure{"PureFilter", [](Subject & s) {
                   auto const filter = makeFilter(true, same, same);
                   set(s, SequenceHandle(new GenericFilteredSequence(s.stored(), filter), Deviant()));
@@ -393,8 +399,7 @@ TEST_P(SequenceContract, AgreesWithAVectorUnderRandomWork) {
     for (int step = 0; step < 1500; ++step) {
         int const number = below(60);
         Ref const ref = element(number);
-        bool const isRefused =
-            kind.isUnique && std::find(expected.begin(), expected.end(), number) != expected.end();
+        bool const isRefused = kind.isUnique && std::find(expected.begin(), expected.end(), number) != expected.end();
         std::size_t const size = expected.size();
         switch (below(8)) {
         case 0:

@@ -166,7 +166,8 @@ TEST_F(TypedSequence, KnowsTheNameOfItsType) {
     EXPECT_STREQ("TEST.ImmutableSequenceOfImmutableItem", ImmutableSequence<ImmutableItem>(items).getOrcaName());
     Sequence<SpecialItem> const null(GenericNullSequence::getSingleton(), Deviant());
     EXPECT_STREQ("TEST.SequenceOfSpecialItem", null.getOrcaName());
-    EXPECT_STREQ("ZEL.SequenceOfString", Sequence<String>(GenericNullSequence::getSingleton(), Deviant()).getOrcaName());
+    EXPECT_STREQ("ZEL.SequenceOfString",
+                 Sequence<String>(GenericNullSequence::getSingleton(), Deviant()).getOrcaName());
 }
 
 // --- the null sequence -----------------------------------------------------------------------------------------------

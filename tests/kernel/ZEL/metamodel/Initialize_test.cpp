@@ -1,0 +1,114 @@
+#include "support/ExpectRaises.h"
+
+#include <ZEL/Cleanup.h>
+#include <ZEL/DeviantAssertions.h>
+#include <ZEL/FactoryRegistry.h>
+#include <ZEL/GlobalXMIIdToObjectMap.h>
+#include <ZEL/Initialize.h>
+#include <ZEL/LeakChecker.h>
+#include <ZEL/MetaModelRegistry.h>
+#include <ZEL/NamespaceRegistry.h>
+#include <ZEL/ZEL.h>
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+namespace ZEL {
+namespace {
+
+std::array<char const *, 3> const kUris{"http://schema.omg.org/spec/MOF/2.0",
+                                        "http://schema.omg.org/spec/MOF/2.0/cmof.xml",
+                                        "http://schema.omg.org/spec/MOF/2.0/emof.xml"};
+
+TEST(Initialize, HasHappenedAtLoadAndDoesNothingMore) {
+    int const objects = Cleanup::numberOfActiveObjects();
+    auto const created = Cleanup::creationNumber();
+    std::size_t const keys = GlobalXMIIdToObjectMap::getMap().size();
+    EXPECT_TRUE(initialize());
+    EXPECT_TRUE(initialize());
+    EXPECT_EQ(objects, Cleanup::numberOfActiveObjects());
+    EXPECT_EQ(created, Cleanup::creationNumber());
+    EXPECT_EQ(keys, GlobalXMIIdToObjectMap::getMap().size());
+}
+
+TEST(Initialize, LeavesWritesCheckedAgain) {
+    bool const before = DeviantAssertions::enableAssertions(true);
+    DeviantAssertions::enableAssertions(before);
+    EXPECT_TRUE(before);
+}
+
+TEST(Initialize, BindsTheMetamodelToItsUrisAndPrefix) {
+    for (char const * const uri : kUris) {
+        EXPECT_EQ(MetaModel::MetaClass(), MetaModelRegistry::instance()->getModelFromUri(uri)) << uri;
+        Model const model = FactoryRegistry::instance()->createModel(uri);
+        ASSERT_TRUE(model.isValid()) << uri;
+        EXPECT_EQ("ZEL.MetaModel", model.getFullyQualifiedOrcaTypeName().str());
+        FactoryObject const factory = FactoryRegistry::instance()->createFactory(uri, model);
+        ASSERT_TRUE(factory.isValid()) << uri;
+        EXPECT_EQ("ZEL.Factory", factory.getFullyQualifiedOrcaTypeName().str());
+        EXPECT_EQ(model, factory.getModelZEL());
+    }
+    EXPECT_EQ("ZEL", NamespaceRegistry::instance()->getPrefixFromMetaUri(kUris[0]));
+    EXPECT_EQ(kUris[0], NamespaceRegistry::instance()->getMetaUri("ZEL"));
+}
+
+TEST(Initialize, CountsTheMetamodelAsPartOfTheProcess) {
+    LeakChecker checker;
+    checker.beginTrackLifetime();
+    {
+        MetaModel const model = Factory::createNewModel();
+        static_cast<void>(Comment::MetaClass().getProperty(String("body")).getOwnedComments().size());
+    }
+    EXPECT_NO_THROW(checker.endTrackLifetime());
+}
+
+/// Used by the test below, in a process of its own.
+TEST(Initialize, RunsWithAHandleThatOutlivesTheLibrary) {
+    static MetaModel model;
+    static Comment comment;
+    if (std::getenv("ZEL_TEST_KEEP_HANDLES") != nullptr) {
+        model = Factory::createNewModel();
+        model.beginTransaction();
+        comment = model.getFactoryFactory().createComment();
+        model.commitTransaction();
+    }
+}
+
+std::string outputOf(std::string const & prefix, std::string const & filter, int & status) {
+    std::array<char, 4096> path{};
+    EXPECT_GT(readlink("/proc/self/exe", path.data(), path.size() - 1), 0);
+    std::string const command = prefix + " '" + std::string(path.data()) + "' --gtest_filter=" + filter + " 2>&1";
+    std::FILE * const pipe = popen(command.c_str(), "r");
+    std::string output;
+    std::array<char, 256> line{};
+    while (pipe != nullptr && std::fgets(line.data(), line.size(), pipe) != nullptr) {
+        output += line.data();
+    }
+    status = pipe == nullptr ? -1 : pclose(pipe);
+    return output;
+}
+
+TEST(Initialize, IsUndoneAtProcessEndWithoutALeak) {
+    int status = -1;
+    std::string const output = outputOf("", "Initialize.BindsTheMetamodelToItsUrisAndPrefix", status);
+    EXPECT_EQ(0, status) << output;
+    EXPECT_THAT(output, testing::HasSubstr("[  PASSED  ] 1 test"));
+    EXPECT_THAT(output, testing::Not(testing::HasSubstr("leaked object")));
+}
+
+TEST(Initialize, LetsHandlesOutliveIt) {
+    int status = -1;
+    std::string const output =
+        outputOf("ZEL_TEST_KEEP_HANDLES=1", "Initialize.RunsWithAHandleThatOutlivesTheLibrary", status);
+    EXPECT_EQ(0, status) << output;
+    EXPECT_THAT(output, testing::HasSubstr("[  PASSED  ] 1 test"));
+}
+
+} // namespace
+} // namespace ZEL

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/metamodel/ClassTables.h>
+#include <ZEL/metamodel/FactorySupport.h>
+#include <ZEL/metamodel/ModelCore.h>
+#include <ZEL/metamodel/Stereotype.h>
+#include <ZEL/metamodel/StereotypeObject.h>
+
+namespace ZEL::Test {
+
+/// What a profile's generator makes of a stereotype without properties, by hand; `N` tells several apart.
+template <int N> class MarkIntf : public virtual NSInterface::StereotypeObjectIntf {
+public:
+    static CooperativeVisitor::internal::ClassInfo const & classInfo() {
+        static auto const info = CooperativeVisitor::internal::makeClassInfo<MarkIntf, NSInterface::ObjectDomain>();
+        return info;
+    }
+    static internal::ClassRuntime & runtime() {
+        static internal::ClassRuntime runtime;
+        return runtime;
+    }
+    static internal::ClassDescriptor const & descriptor() noexcept;
+};
+
+template <class Self, int N, class Core> class MarkPart : public Core, public virtual MarkIntf<N> {
+public:
+    [[nodiscard]] void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override {
+        return casts().cast(info, const_cast<Self *>(static_cast<Self const *>(this)));
+    }
+    [[nodiscard]] CooperativeVisitor::internal::MethodInfo
+    getVisitMethod(CooperativeVisitor::internal::VisitTable const & table) const override {
+        return casts().visitMethod(table, const_cast<Self *>(static_cast<Self const *>(this)));
+    }
+
+private:
+    static CooperativeVisitor::internal::CastTable const & casts() {
+        return CooperativeVisitor::internal::castTable<Self, MarkIntf<N>, NSInterface::StereotypeObjectIntf,
+                                                       NSInterface::ClassObjectIntf, NSInterface::ObjectIntf>();
+    }
+};
+
+template <int N> class MarkState final : public MarkPart<MarkState<N>, N, internal::StateCore> {
+public:
+    [[nodiscard]] internal::ClassDescriptor const & internal_stateDescriptor() const noexcept override {
+        return MarkIntf<N>::descriptor();
+    }
+    void assign(MarkState const & other) { this->assignCore(other); }
+};
+
+template <int N> class MarkBody final : public MarkPart<MarkBody<N>, N, internal::BodyCore> {
+public:
+    [[nodiscard]] internal::ClassDescriptor const & internal_descriptor() const noexcept override {
+        return MarkIntf<N>::descriptor();
+    }
+};
+
+template <int N> internal::ClassDescriptor const & MarkIntf<N>::descriptor() noexcept {
+    static internal::ClassDescriptor const * const superClasses[] = {&StereotypeObjectIntf::descriptor()};
+    static internal::FieldDescriptor const fields[] = {{&ClassObjectIntf::appliedStereotypeInstanceProperty(),
+                                                        &StereotypeObjectIntf::classInfo,
+                                                        &internal::stereotypeInstances, nullptr, nullptr}};
+    static internal::ClassDescriptor const descriptor{
+        .name = "Mark",
+        .orcaName = "TEST.Mark",
+        .immutableOrcaName = "TEST.ImmutableMark",
+        .classInfo = &MarkIntf::classInfo,
+        .isAbstract = false,
+        .builtAs = internal::BuiltAs::Stereotype,
+        .superClasses = superClasses,
+        .ownProperties = {},
+        .clones = {},
+        .fields = fields,
+        .createBody = &internal::createBody<MarkBody<N>>,
+        .createState = &internal::createState<MarkState<N>>,
+        .assignState = &internal::assignState<MarkState<N>>,
+        .bodySize = sizeof(MarkBody<N>),
+        .stateSize = sizeof(MarkState<N>),
+        .runtime = &runtime(),
+    };
+    return descriptor;
+}
+
+/// A new instance of the `N`-th mark, whose metaclass is `stereotype`.
+template <int N> StereotypeObject createMark(Stereotype const & stereotype) {
+    MarkIntf<N>::runtime().bind(stereotype.getImplementation(), stereotype.getDeviant());
+    Deviant const deviant = stereotype.getDeviant();
+    auto & model = *stereotype.getImplementation()->internal_body()->internal_model();
+    internal::BodyCore & body = internal::createObject(model, deviant, MarkIntf<N>::descriptor());
+    return StereotypeObject(
+        static_cast<NSInterface::StereotypeObjectIntf *>(body.cast(NSInterface::StereotypeObjectIntf::classInfo())),
+        deviant);
+}
+
+} // namespace ZEL::Test

@@ -11,6 +11,7 @@
 #include <ZEL/metamodel/MultiValuedPropertyManager.h>
 #include <ZEL/metamodel/SingleValuedPropertyManager.h>
 #include <ZEL/metamodel/Type.h>
+#include <ZEL/sequences/MultiIndexImpl.ipp>
 #include <ZEL/sequences/SequenceBuilder.h>
 #include <ZEL/serializer/PropertyPartition.h>
 

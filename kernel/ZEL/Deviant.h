@@ -39,7 +39,7 @@ struct DeviantIdentity {
     /// Number of the running transaction, unique in the process; 0 outside transactions. A body whose mark equals it has
     /// saved its old state already.
     std::uint64_t openTransaction = 0;
-    DeviantImpl * impl = nullptr; ///< null once the manager has gone
+    DeviantImpl * impl = nullptr;           ///< null once the manager has gone
     DeviantIdentity const * root = nullptr; ///< of the root deviant of the same manager
     std::string name;
 };

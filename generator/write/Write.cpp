@@ -1,6 +1,7 @@
 #include "write/Write.h"
 
 #include "write/Fit.h"
+#include "write/Visitors.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -129,6 +130,11 @@ Files emitFiles(Family const & family, WriteOptions const & options) {
             collector.addHeader(type->name + ".h", emitEnumerationHeader(emission, *type));
             collector.addSource(type->name + ".cpp", emitEnumerationSource(emission, *type));
         }
+    }
+    for (VisitorFiles const & visitor : emitVisitors(emission)) {
+        collector.startGroup();
+        collector.addHeader(visitor.name + ".h", visitor.header);
+        collector.addSource(visitor.name + ".cpp", visitor.source);
     }
     collector.addUnits();
     return collector.files();

@@ -72,6 +72,46 @@ TEST_F(Write, EveryUnitIsThereAndHoldsWholeClasses) {
     EXPECT_NE(read("app/K.cpp").find("{\"return\", Return},"), std::string::npos);
 }
 
+TEST_F(Write, VisitorsHaveTheClassesWithInstances) {
+    Files const builtIn = emitFiles(builtInFamily(), options);
+    for (auto const & [name, times] : {std::pair("Visitor", 2), std::pair("ImmutableVisitor", 1)}) {
+        std::string expected;
+        for (bool const immutable : {false, true}) {
+            for (char const * const c : {"Association",      "Class",         "Comment",       "Constraint",
+                                         "DataType",         "ElementImport", "Enumeration",   "EnumerationLiteral",
+                                         "Expression",       "ExtensionEnd",  "Factory",       "MetaModel",
+                                         "OpaqueExpression", "Operation",     "Package",       "PackageImport",
+                                         "PackageMerge",     "Parameter",     "PrimitiveType", "Profile",
+                                         "Property",         "Stereotype"}) {
+                if (immutable || times == 2) {
+                    expected += std::string("    virtual bool visit") + c + '(' + (immutable ? "Immutable" : "") + c +
+                                " object) = 0;\n";
+                }
+            }
+        }
+        EXPECT_NE(builtIn.at(std::string("ZEL/metamodel/") + name + ".h").find("();\n\n" + expected + "};\n"),
+                  std::string::npos)
+            << name;
+    }
+
+    run("  Shape: {superclasses: [ZEL.Element], abstract: true}\n  Dot: {superclasses: [Shape]}\n");
+    EXPECT_NE(read("app/Visitor.h")
+                  .find("\n\n    virtual bool visitDot(Dot object) = 0;\n"
+                        "    virtual bool visitMaker(Maker object) = 0;\n"
+                        "    virtual bool visitDot(ImmutableDot object) = 0;\n"
+                        "    virtual bool visitMaker(ImmutableMaker object) = 0;\n};\n"),
+              std::string::npos);
+    EXPECT_TRUE(fs::exists(folder / "app" / "ImmutableVisitorEmpty.cpp"));
+}
+
+TEST_F(Write, AClassNamedVisitorKeepsItsName) {
+    run("  Museum: {superclasses: [ZEL.Element]}\n");
+    ASSERT_TRUE(fs::exists(folder / "app" / "VisitorEmpty.h"));
+    run("  Visitor: {superclasses: [ZEL.Element]}\n");
+    EXPECT_NE(read("app/Visitor.h").find("ClassObjectHandle"), std::string::npos);
+    EXPECT_FALSE(fs::exists(folder / "app" / "VisitorEmpty.h"));
+}
+
 TEST_F(Write, TheRuleForTheBuildNamesAllInputs) {
     options.depfile = (folder / "app.d").string();
     options.inputs = {"app.yaml", "zel.yaml"};

@@ -1,0 +1,176 @@
+#include "write/Visitors.h"
+
+#include <algorithm>
+#include <array>
+
+namespace zelgen {
+namespace {
+
+/// The classes that have instances, by name.
+std::vector<Class const *> visited(Emission const & emission) {
+    std::vector<Class const *> result;
+    for (auto const & c : emission.metamodel.classes) {
+        if (!c->isAbstract) {
+            result.push_back(c.get());
+        }
+    }
+    std::sort(result.begin(), result.end(), [](Class const * a, Class const * b) { return a->name < b->name; });
+    return result;
+}
+
+struct VisitorKind {
+    std::string_view name; ///< and of its files
+    bool visitsMutable;    ///< beside the handles for reading
+    std::string_view comment;
+    std::string_view commentOfEmpty;
+};
+
+constexpr std::array<VisitorKind, 2> kKinds{
+    {{"Visitor", true,
+      R"(/// What is done with an object of each concrete class of this metamodel, through a handle for writing and through one
+/// for reading. Each operation gives true to go on.
+///
+/// A class that overrides one of the two operations of a name hides the other: `using` brings it back.)",
+      R"(/// Does nothing and goes on, for visitors of some classes only.)"},
+     {"ImmutableVisitor", false,
+      R"(/// What is done with an object of each concrete class of this metamodel, through a handle for reading. Each operation
+/// gives true to go on.)",
+      R"(/// Does nothing and goes on, for visitors of some classes only.)"}}};
+
+/// One text for each operation of a visitor: those for writing, then those for reading.
+std::string forEachOperation(Emission const & emission, VisitorKind const & kind, std::string_view text) {
+    std::string result;
+    for (bool const immutable : {false, true}) {
+        if (immutable || kind.visitsMutable) {
+            for (Class const * const c : visited(emission)) {
+                result += emission.print(text, {{"X", c->name}, {"H", c->type->cppName(immutable)}});
+            }
+        }
+    }
+    return result;
+}
+
+std::string header(Emission const & emission, VisitorKind const & kind) {
+    return emission.print(
+        R"(
+$banner$
+#pragma once
+
+#include <$forward$>
+
+namespace $ns$ {
+
+$comment$
+class $API$ $V$ {
+public:
+    $V$() = default;
+    $V$($V$ const &) = default;
+    $V$ & operator=($V$ const &) = default;
+    virtual ~$V$();
+
+    $operations$
+};
+
+} // namespace $ns$
+)",
+        {{"banner", emission.banner({}, "write/Visitors.cpp")},
+         {"forward", emission.path("Forward.h")},
+         {"ns", emission.metamodel.cppNamespace},
+         {"comment", std::string(kind.comment)},
+         {"API", emission.exportMacro},
+         {"V", std::string(kind.name)},
+         {"operations", forEachOperation(emission, kind, "virtual bool visit$X$($H$ object) = 0;\n")}});
+}
+
+std::string source(Emission const & emission, VisitorKind const & kind) {
+    return emission.print(R"(
+$banner$
+#include <$header$>
+
+namespace $ns$ {
+
+$V$::~$V$() = default;
+
+} // namespace $ns$
+)",
+                          {{"banner", emission.banner({}, "write/Visitors.cpp")},
+                           {"header", emission.path(std::string(kind.name) + ".h")},
+                           {"ns", emission.metamodel.cppNamespace},
+                           {"V", std::string(kind.name)}});
+}
+
+std::string emptyHeader(Emission const & emission, VisitorKind const & kind) {
+    return emission.print(R"(
+$banner$
+#pragma once
+
+#include <$visitor$>
+
+namespace $ns$ {
+
+$comment$
+class $API$ $V$Empty : public $V$ {
+public:
+    $operations$
+};
+
+} // namespace $ns$
+)",
+                          {{"banner", emission.banner({}, "write/Visitors.cpp")},
+                           {"visitor", emission.path(std::string(kind.name) + ".h")},
+                           {"ns", emission.metamodel.cppNamespace},
+                           {"comment", std::string(kind.commentOfEmpty)},
+                           {"API", emission.exportMacro},
+                           {"V", std::string(kind.name)},
+                           {"operations", forEachOperation(emission, kind, "bool visit$X$($H$ object) override;\n")}});
+}
+
+std::string emptySource(Emission const & emission, VisitorKind const & kind) {
+    std::set<std::string> headers;
+    for (Class const * const c : visited(emission)) {
+        headers.insert(Emission::header(*c));
+    }
+    std::string const operation =
+        "bool " + std::string(kind.name) + "Empty::visit$X$([[maybe_unused]] $H$ object) { return true; }\n";
+    return emission.print(R"(
+$banner$
+#include <$header$>
+
+$headers$
+
+namespace $ns$ {
+
+$operations$
+
+} // namespace $ns$
+)",
+                          {{"banner", emission.banner({}, "write/Visitors.cpp")},
+                           {"header", emission.path(std::string(kind.name) + "Empty.h")},
+                           {"headers", Emission::includes(headers)},
+                           {"ns", emission.metamodel.cppNamespace},
+                           {"operations", forEachOperation(emission, kind, operation)}});
+}
+
+bool isNameOfVisitor(std::string const & name) {
+    return std::any_of(kKinds.begin(), kKinds.end(), [&](VisitorKind const & kind) {
+        return name == kind.name || name == std::string(kind.name) + "Empty";
+    });
+}
+
+} // namespace
+
+std::vector<VisitorFiles> emitVisitors(Emission const & emission) {
+    auto const & types = emission.metamodel.types;
+    if (std::any_of(types.begin(), types.end(), [](auto const & type) { return isNameOfVisitor(type->name); })) {
+        return {};
+    }
+    std::vector<VisitorFiles> result;
+    for (VisitorKind const & kind : kKinds) {
+        std::string const name(kind.name);
+        result.push_back({name, header(emission, kind), source(emission, kind)});
+        result.push_back({name + "Empty", emptyHeader(emission, kind), emptySource(emission, kind)});
+    }
+    return result;
+}
+
+} // namespace zelgen

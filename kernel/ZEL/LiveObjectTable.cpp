@@ -54,14 +54,21 @@ void LiveObjectTable::grow() {
 }
 
 void LiveObjectTable::insert(Cleanup * object, std::uint32_t number, bool inSection) {
+    // The one number that would look like a free place gives way to its neighbour.
+    std::uint32_t const entry = number + 1 != kFree ? number + 1 : number;
+    if (PoolPiece * const piece = PoolPiece::of(object)) {
+        std::uint32_t const index = piece->indexOf(object);
+        if (piece->block(index) == reinterpret_cast<char *>(object)) {
+            piece->setInSection(index, inSection);
+            fSize += piece->number(index) == kFree ? 1 : 0;
+            piece->number(index) = entry;
+            return;
+        }
+    }
     Page & page = findOrMake(keyOf(object));
     std::size_t const index = indexOf(object);
-    std::uint32_t & place = page.numbers[index];
-    if (place == kFree) {
-        ++fSize;
-    }
-    // The one number that would look like a free place gives way to its neighbour.
-    place = number + 1 != kFree ? number + 1 : number;
+    fSize += page.numbers[index] == kFree ? 1 : 0;
+    page.numbers[index] = entry;
     if (inSection || page.hasSection) {
         page.inSection.set(index, inSection);
         page.hasSection = true;
@@ -69,6 +76,13 @@ void LiveObjectTable::insert(Cleanup * object, std::uint32_t number, bool inSect
 }
 
 void LiveObjectTable::erase(Cleanup * object) noexcept {
+    if (PoolPiece * const piece = PoolPiece::of(object)) {
+        std::uint32_t const index = piece->indexOf(object);
+        if (piece->block(index) == reinterpret_cast<char *>(object)) {
+            fSize -= std::exchange(piece->number(index), kFree) == kFree ? 0 : 1;
+            return;
+        }
+    }
     Page * const page = find(keyOf(object));
     if (page != nullptr && std::exchange(page->numbers[indexOf(object)], kFree) != kFree) {
         --fSize;

@@ -2,6 +2,7 @@
 
 #include <ZEL/Cleanup.h>
 #include <ZEL/Export.h>
+#include <ZEL/PoolPiece.h>
 
 #include <array>
 #include <bitset>
@@ -14,10 +15,13 @@ namespace ZEL::internal {
 
 /// The live objects by address, for `Cleanup` alone.
 ///
-/// A shadow of the heap: one page record per 4 KB of addresses in use, with one number per 16 bytes. Objects that are
-/// made or freed one after the other lie in one page, so entering and removing one costs little more than a store. A
-/// record stays when its page is empty. Two objects may start 8 bytes apart, so the addresses that are odd multiples
-/// of 8 have pages of their own.
+/// Most objects lie at the start of a block of the pool, whose piece has a number for it. For the others there is a
+/// shadow of the heap: one page record per 4 KB of addresses in use, with one number per 16 bytes. Objects that are made
+/// or freed one after the other lie in one piece or page, so entering and removing one costs little more than a store. A
+/// record stays when its page is empty. Two objects may start 8 bytes apart, so the addresses that are odd multiples of 8
+/// have pages of their own.
+///
+/// The numbers in the pool's pieces are shared by all tables: there is one table in a process.
 class ZEL_API LiveObjectTable {
 public:
     LiveObjectTable();
@@ -27,8 +31,15 @@ public:
     void erase(Cleanup * object) noexcept;
     [[nodiscard]] std::size_t size() const noexcept { return fSize; }
 
-    /// Calls `visit(object, number, inSection)` for each object, page by page.
+    /// Calls `visit(object, number, inSection)` for each object, piece by piece and page by page.
     template <class Visit> void forEach(Visit visit) const {
+        for (PoolPiece * const piece : PoolPiece::all()) {
+            for (std::uint32_t i = 0; i < piece->blockCount(); ++i) {
+                if (piece->number(i) != kFree) {
+                    visit(*reinterpret_cast<Cleanup *>(piece->block(i)), piece->number(i) - 1, piece->isInSection(i));
+                }
+            }
+        }
         for (PageSlot const & slot : fSlots) {
             for (std::size_t i = 0; slot.page != nullptr && i < kPerPage; ++i) {
                 if (slot.page->numbers[i] != kFree) {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <ZEL/ObjectPool.h>
 #include <ZEL/metamodel/ClassObjectIntf.h>
 #include <ZEL/metamodel/Descriptors.h>
-#include <ZEL/metamodel/ObjectPool.h>
 #include <ZEL/metamodel/StateCore.h>
 
 #include <cstdint>

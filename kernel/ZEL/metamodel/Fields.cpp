@@ -1,3 +1,4 @@
+#include <ZEL/ObjectPool.h>
 #include <ZEL/metamodel/Fields.h>
 
 #include <cstring>
@@ -15,13 +16,13 @@ void TextField::set(std::string_view text) {
     if (text.size() > std::numeric_limits<std::uint32_t>::max()) {
         throw std::length_error("text of a property longer than 4 GiB");
     }
-    void * const memory = ::operator new(sizeof(Record) + text.size());
+    void * const memory = takeFromPool(sizeof(Record) + text.size());
     TextField fresh;
     fresh.fRecord = new (memory) Record{1, static_cast<std::uint32_t>(text.size())};
     std::memcpy(fresh.fRecord->text(), text.data(), text.size());
     swap(fresh);
 }
 
-void TextField::destroy(Record * record) noexcept { ::operator delete(record); }
+void TextField::destroy(Record * record) noexcept { giveToPool(record, sizeof(Record) + record->size); }
 
 } // namespace ZEL::internal

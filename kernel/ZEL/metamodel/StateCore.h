@@ -1,7 +1,7 @@
 #pragma once
 
+#include <ZEL/ObjectPool.h>
 #include <ZEL/metamodel/ClassObjectIntf.h>
-#include <ZEL/metamodel/ObjectPool.h>
 
 #include <cstdint>
 

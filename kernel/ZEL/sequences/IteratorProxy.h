@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/sequences/FreeList.h>
 #include <ZEL/sequences/IteratorIntf.h>
+#include <ZEL/sequences/ShortLived.h>
 
 #include <cstdint>
 

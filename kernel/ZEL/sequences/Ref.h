@@ -3,7 +3,7 @@
 #include <ZEL/Deviant.h>
 #include <ZEL/Export.h>
 #include <ZEL/metamodel/ObjectIntf.h>
-#include <ZEL/sequences/FreeList.h>
+#include <ZEL/sequences/ShortLived.h>
 
 #include <cstdint>
 #include <typeinfo>

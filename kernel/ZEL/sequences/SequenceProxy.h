@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/sequences/FreeList.h>
 #include <ZEL/sequences/SequenceIntf.h>
+#include <ZEL/sequences/ShortLived.h>
 
 #include <cstdint>
 

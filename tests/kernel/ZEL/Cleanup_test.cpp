@@ -2,6 +2,7 @@
 #include <ZEL/Exception.h>
 #include <ZEL/LeakChecker.h>
 #include <ZEL/LiveObjectTable.h>
+#include <ZEL/ObjectPool.h>
 #include <ZEL/ReferenceCountingImpl.h>
 
 #include <gtest/gtest.h>
@@ -11,9 +12,11 @@
 #include <map>
 #include <memory>
 #include <random>
+#include <set>
 #include <sstream>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace ZEL {
 namespace {
@@ -224,8 +227,18 @@ TEST(ReferenceCounting, ACountBelowZeroIsAnInternalError) {
 }
 
 TEST(LiveObjectTable, AgreesWithAMapUnderRandomWork) {
-    constexpr std::size_t places = 1 << 16; // 8 bytes apart, over 128 pages
-    auto const heap = std::make_unique<double[]>(places);
+    constexpr std::size_t kPlaces = 1 << 16; // 8 bytes apart, over 128 pages
+    auto const heap = std::make_unique<double[]>(kPlaces);
+    std::vector<void *> places;
+    for (std::size_t i = 0; i < kPlaces; ++i) {
+        places.push_back(&heap[i]);
+    }
+    constexpr std::size_t kSizes = 40; // of the pool's blocks, in steps of 8 bytes
+    std::vector<void *> blocks;
+    for (std::size_t i = 0; i < kPlaces / 4; ++i) {
+        blocks.push_back(internal::takeFromPool(8 * (1 + i % kSizes)));
+    }
+    places.insert(places.end(), blocks.begin(), blocks.end());
     internal::LiveObjectTable table;
     struct Expected {
         std::uint32_t number;
@@ -235,7 +248,7 @@ TEST(LiveObjectTable, AgreesWithAMapUnderRandomWork) {
     std::map<Cleanup const *, Expected> expected;
     std::mt19937 random(1);
     for (std::uint32_t number = 0; number < 100'000; ++number) {
-        auto * const object = reinterpret_cast<Cleanup *>(&heap[random() % places]);
+        auto * const object = static_cast<Cleanup *>(places[random() % places.size()]);
         if (random() % 2 == 0) {
             bool const inSection = random() % 8 == 0;
             table.insert(object, number, inSection);
@@ -246,11 +259,21 @@ TEST(LiveObjectTable, AgreesWithAMapUnderRandomWork) {
         }
     }
     ASSERT_EQ(expected.size(), table.size());
+    std::set<void const *> const ours(places.begin(), places.end());
     std::map<Cleanup const *, Expected> found;
     table.forEach([&](Cleanup const & object, std::uint32_t number, bool inSection) {
-        found[&object] = {number, inSection};
+        if (ours.contains(&object)) { // and not one of the process's own
+            found[&object] = {number, inSection};
+        }
     });
     EXPECT_TRUE(expected == found);
+    for (auto const & [object, entry] : expected) {
+        table.erase(const_cast<Cleanup *>(object));
+    }
+    EXPECT_EQ(0u, table.size());
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        internal::giveToPool(blocks[i], 8 * (1 + i % kSizes));
+    }
 }
 
 } // namespace

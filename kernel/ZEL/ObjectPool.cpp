@@ -1,6 +1,10 @@
-#include <ZEL/metamodel/ObjectPool.h>
+#include <ZEL/ObjectPool.h>
+
+#ifndef ZEL_SANITIZED
+#include <ZEL/PoolPiece.h>
 
 #include <array>
+#endif
 #include <new>
 
 namespace ZEL::internal {
@@ -15,25 +19,36 @@ struct FreeBlock {
 /// Blocks of one size: those given back, and the rest of the piece that new ones are cut from.
 struct SizeClass {
     FreeBlock * first = nullptr;
-    char * rest = nullptr;
-    std::size_t restSize = 0;
+    PoolPiece * piece = nullptr;
+    std::uint32_t used = 0;
 };
 
 constexpr std::size_t kGrain = 8;
 constexpr std::size_t kLargest = 512;
-constexpr std::size_t kPiece = 32 * 1024;
+constexpr std::size_t kSlab = 32 * PoolPiece::kSize;
 
 constinit std::array<SizeClass, kLargest / kGrain> sizeClasses{};
+constinit char * slab = nullptr;
+constinit std::size_t slabRest = 0;
+
+/// Pieces come from slabs, since each aligned request to the heap costs up to the alignment.
+PoolPiece * newPiece(std::size_t blockSize) {
+    if (slabRest == 0) {
+        slab = static_cast<char *>(::operator new (kSlab, std::align_val_t{PoolPiece::kSize}));
+        slabRest = kSlab;
+    }
+    PoolPiece * const piece = PoolPiece::make(slab, static_cast<std::uint32_t>(blockSize));
+    slab += PoolPiece::kSize;
+    slabRest -= PoolPiece::kSize;
+    return piece;
+}
 
 void * cutNew(SizeClass & sizeClass, std::size_t size) {
-    if (sizeClass.restSize < size) {
-        sizeClass.rest = static_cast<char *>(::operator new(kPiece));
-        sizeClass.restSize = kPiece;
+    if (sizeClass.piece == nullptr || sizeClass.used == sizeClass.piece->blockCount()) {
+        sizeClass.piece = newPiece(size);
+        sizeClass.used = 0;
     }
-    void * const block = sizeClass.rest;
-    sizeClass.rest += size;
-    sizeClass.restSize -= size;
-    return block;
+    return sizeClass.piece->block(sizeClass.used++);
 }
 
 } // namespace

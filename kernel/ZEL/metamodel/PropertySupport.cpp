@@ -237,7 +237,9 @@ SequenceHandle combinedContaineesHandle(ClassObjectIntf const & object, Deviant 
     auto combined = std::make_unique<GenericCombinedSequence>();
     for (FieldDescriptor const & field : coreToRead(object, deviant).internal_stateDescriptor().fields) {
         PropertyDescriptor const & property = *field.property;
-        if (!isContainment(field) || !isKindOf(*property.typeClass, shown)) {
+        // A model's factory is shown among its contents, though it has no container and does not move or die like them.
+        bool const isComposite = property.isComposite && !property.isDerived && property.typeClass != nullptr;
+        if (!isComposite || !isKindOf(*property.typeClass, shown)) {
             continue;
         }
         SequenceHandle const raw = property.isMany() ? SequenceHandle(property.manyWithoutAssociation(self))

@@ -133,6 +133,7 @@ TEST_F(Containment, RefusesWhatCannotBeBeforeAnythingIsWritten) {
         EXPECT_EQ(1, b.getContaineeZELs().size());
         EXPECT_EQ(0, c.getContaineeZELs().size());
         EXPECT_EQ(0, foreign.getContaineeZELs().size());
+        EXPECT_EQ(1, other.getContaineeZELs().size()); // its factory
         EXPECT_FALSE(a.hasContainerZEL());
         EXPECT_FALSE(model.hasContainerZEL());
         expectOneTree(model);

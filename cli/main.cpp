@@ -6,6 +6,7 @@
 #include "InfoCommand.h"
 #include "MetamodelCommand.h"
 #include "RandomCommand.h"
+#include "ReportCommand.h"
 #include "TourCommand.h"
 
 #include <CLI/CLI.hpp>
@@ -35,6 +36,7 @@ public:
         add<ConvertCommand>("convert", "Reads a file and writes it again, in another dialect or at another place");
         add<MetamodelCommand>("metamodel", "Lists the metamodels, or shows the types of one");
         add<CompareCommand>("compare", "Compares the models of two files, apart from their ids");
+        add<ReportCommand>("report", "Writes what is in a model file as a page for a browser");
         add<RandomCommand>("random", "Writes a random model");
     }
 

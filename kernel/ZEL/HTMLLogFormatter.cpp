@@ -1,18 +1,11 @@
 #include <ZEL/HTMLLogFormatter.h>
+#include <ZEL/HtmlPage.h>
 #include <ZEL/LogRecord.h>
 #include <ZEL/Now.h>
 
 namespace ZEL {
 
 namespace {
-
-constexpr char head[] = R"html(<?xml version="1.0" encoding="utf-8"?>
-<!DOCTYPE html
-PUBLIC "-//W3C//DTD XHTML 1.0 Transitional//EN" "http://www.w3.org/TR/xhtml1/DTD/xhtml1-transitional.dtd">
-<html xmlns="http://www.w3.org/1999/xhtml">
-<head>
-<title>FEN Logger Report </title>
-)html";
 
 constexpr char styleSheet[] = R"html(<style type="text/css">
 body {width:800px; font-size:10pt; font-family:Arial, Helvetica, Geneva, sans-serif;}
@@ -32,42 +25,7 @@ td.time {font-size:smaller;}
 </style>
 )html";
 
-// The tab behind the third closing brace belongs to the report.
-constexpr char script[] = R"html(<script type="text/javascript" language="JavaScript">
-<!--
-function initialize() {
-}
-function toggleCssDisplayNum(cssRuleNum) {
- var rule = getCssRuleByNum(cssRuleNum);
- toggleDisplay(rule);
-})html"
-                          "\t\n"
-                          R"html(function getCssRuleByNum(num) {
- var rules = getCssRules();
- return rules[num];
-}
-function getCssRules() {
- if (!document.styleSheets) return;
- var rules=new Array();
- if (document.styleSheets[0].cssRules) // netscape
-  rules=document.styleSheets[0].cssRules;
- else if (document.styleSheets[0].rules) // ie
-  rules=document.styleSheets[0].rules;
- return rules;
-}
-function toggleDisplay(el) {
- if ( el.style.display != 'none' )
-  el.style.display = 'none';
- else
-  el.style.display = '';
-}
--->
-</script>
-)html";
-
-constexpr char body[] = R"html(</head>
-<body  onload="initialize()">
-<div  id='log'>
+constexpr char tableHead[] = R"html(<div  id='log'>
 <table>
 <tr><th>Level</th><th>Message</th><th>Time</th></tr>)html";
 
@@ -101,7 +59,10 @@ std::string HTMLLogFormatter::format(Quillon::System::Externalizable const & rec
     }
 }
 
-std::string HTMLLogFormatter::getHead() { return std::string(head) + styleSheet + script + body; }
+std::string HTMLLogFormatter::getHead() {
+    return html::prologue("FEN Logger Report ") + styleSheet + std::string(html::script()) +
+           std::string(html::bodyStart()) + tableHead;
+}
 
 std::string HTMLLogFormatter::getTail() { return tail; }
 

@@ -89,4 +89,7 @@
 #include <ZEL/serializer/XmiWriter.h>
 #include <ZEL/serializer/XmiWriterSettings.h>
 #include <ZEL/tools/Comparator.h>
+#include <ZEL/tools/HTMLPrinter.h>
+#include <ZEL/tools/Navigation.h>
 #include <ZEL/tools/RandomModelGenerator.h>
+#include <ZEL/tools/TypePredicates.h>

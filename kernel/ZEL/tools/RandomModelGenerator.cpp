@@ -11,6 +11,7 @@
 #include <ZEL/sequences/MultiIndexImpl.h>
 #include <ZEL/sequences/MultiIndexImpl.ipp>
 #include <ZEL/tools/RandomModelGenerator.h>
+#include <ZEL/tools/TypePredicates.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -40,11 +41,7 @@ std::vector<ImmutableClass> withSuperClasses(ImmutableClass const & metaClass) {
 
 /// Models and factories are made by registries, not by factories.
 bool isModelOrFactory(ImmutableClass const & metaClass) {
-    std::vector<ImmutableClass> const classes = withSuperClasses(metaClass);
-    auto const has = [&classes](ImmutableClass const & wanted) {
-        return std::find(classes.begin(), classes.end(), wanted) != classes.end();
-    };
-    return has(Model::MetaClass()) || has(FactoryObject::MetaClass());
+    return inherits(metaClass, Model::MetaClass()) || inherits(metaClass, FactoryObject::MetaClass());
 }
 
 bool isDataTyped(ImmutableProperty const & property) { return !ImmutableClass(property.getType()).isValid(); }

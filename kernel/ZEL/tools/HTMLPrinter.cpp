@@ -1,0 +1,331 @@
+#include <ZEL/Boolean.h>
+#include <ZEL/Exception.h>
+#include <ZEL/HtmlPage.h>
+#include <ZEL/Logger.h>
+#include <ZEL/String.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/Property.h>
+#include <ZEL/tools/HTMLPrinter.h>
+#include <ZEL/tools/Navigation.h>
+#include <ZEL/tools/TypePredicates.h>
+
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace ZEL::util {
+
+namespace {
+
+// The check boxes below name the places, counted from 0, of the rules for empty, derived and error rows.
+constexpr char styleSheet[] = R"html(<style type="text/css">
+body {width:800px; font-size:10pt; font-family:Arial, Helvetica, Geneva, sans-serif;}
+div.uml {}
+div.uml h1.head {background-color:powderblue;}
+div.uml table {width:100%; margin-top:1px; margin-bottom:20px; border:1px lightgrey solid; border-collapse:collapse;}
+div.uml tr.property {}
+div.uml tr.empty {background-color:lightgrey; display:none;}
+div.uml tr.derived {background-color:ghostwhite; display:none; font-style:italic;}
+div.uml tr.error {display:none;}
+div.uml td {vertical-align:top; border-width:0px 0px 1px 0px; border-bottom:1px lightgrey dotted; padding:2px 0px 2px 4px;}
+div.uml td.name {color:black; width:25%;}
+div.uml td.metatype {color:SlateGrey; width:25%;}
+div.uml td.type {color:green; width:25%;}
+div.uml td.value {color:blue; width:100%;}
+div.uml td.error {color:red;}
+div.uml td.value table {margin:0px; border:0px;}
+div.uml td.value table td {border-bottom:0px; padding:0px;}
+</style>
+)html";
+
+constexpr char controls[] = R"html(<div class="uml">
+<p>Display control:
+<input type="checkbox" onclick="toggleCssDisplayNum(7);"> error 
+<input type="checkbox" onclick="toggleCssDisplayNum(6);"> derived 
+<input type="checkbox" onclick="toggleCssDisplayNum(5);"> empty 
+</p>
+)html";
+
+constexpr char tail[] = "</div>\n</body>\n</html>\n";
+
+constexpr std::string_view noText = "??";
+
+/// The class of an object that a heading or a link is made for.
+ImmutableClass checkedMetaClass(ImmutableClassObject const & object) {
+    if (!object.isValid()) {
+        raiseInternalError("Expects a valid element");
+    }
+    ImmutableClass metaClass = object.getMetaClass();
+    if (!metaClass.isValid()) {
+        raiseInternalError("Expects element to have a valid meta-class");
+    }
+    return metaClass;
+}
+
+} // namespace
+
+/// The file of a page, from its opening to the end of the block.
+class HTMLPrinter::Page {
+public:
+    Page(HTMLPrinter & printer, std::string const & path) : fPrinter(printer) {
+        printer.output.open(path);
+        if (!printer.output) {
+            printer.output.clear();
+            raiseInternalError("Cannot create output file: " + path);
+        }
+        printer.fPath = path;
+    }
+    ~Page() {
+        if (fPrinter.output.is_open()) {
+            fPrinter.output.close();
+        }
+        fPrinter.output.clear();
+    }
+    Page(Page const &) = delete;
+    Page & operator=(Page const &) = delete;
+
+    void close() {
+        fPrinter.output.flush();
+        fPrinter.output.close();
+        fPrinter.checkOutput();
+    }
+
+private:
+    HTMLPrinter & fPrinter;
+};
+
+HTMLPrinter::HTMLPrinter() : fLogger(Logger::instance()) {}
+
+HTMLPrinter::~HTMLPrinter() = default;
+
+std::string HTMLPrinter::print(ImmutableClassObject element, std::string fileName) {
+    fLogger->info("Start of HTML pretty-print of model -- to: %s", fileName);
+    if (!element.isValid()) {
+        raiseInternalError("Expects a valid Element");
+    }
+    std::string path = fileName + ".html";
+    Page page(*this, path);
+    output << html::prologue("RV2FEN UML Generation Report " + fileName);
+    writeCss();
+    writeJss();
+    output << html::bodyStart() << controls;
+    printElement(element);
+    output << tail;
+    page.close();
+    fLogger->info("End of HTML pretty-print");
+    return path;
+}
+
+void HTMLPrinter::checkOutput() const {
+    if (!output) {
+        raiseInternalError("Cannot write output file: " + fPath);
+    }
+}
+
+// --- elements ------------------------------------------------------------------------------------------------------------
+
+void HTMLPrinter::printElement(ImmutableClassObject object) {
+    if (fIsPrinting) {
+        printOneElement(object);
+        return;
+    }
+    // Each child is printed by a call from here, with what it contains put before its siblings.
+    struct Printing {
+        HTMLPrinter & printer;
+        explicit Printing(HTMLPrinter & owner) : printer(owner) { printer.fIsPrinting = true; }
+        ~Printing() {
+            printer.fIsPrinting = false;
+            printer.fToPrint.clear();
+        }
+    } const printing(*this);
+    printOneElement(object);
+    while (!fToPrint.empty()) {
+        ImmutableClassObject const next = std::move(fToPrint.back());
+        fToPrint.pop_back();
+        printElement(next);
+    }
+}
+
+void HTMLPrinter::printOneElement(ImmutableClassObject const & object) {
+    checkOutput();
+    std::string const id = helperGetID(object);
+    if (!fPrinted.try_emplace(id, object).second) {
+        raiseInternalError("Expects unique ID but " + id + " is not");
+    }
+    std::vector<ImmutableClassObject> children;
+    writeStartTagWithID("div", id, "");
+    printElementHead(object);
+    printElementBody(object, children);
+    writeEndTag("div");
+    fToPrint.insert(fToPrint.end(), children.rbegin(), children.rend());
+}
+
+void HTMLPrinter::printElementHead(ImmutableClassObject object) {
+    writeElement("h1", "head", helperGetTypeName(object) + " " + helperGetName(object));
+}
+
+void HTMLPrinter::printElementBody(ImmutableClassObject object, std::vector<ImmutableClassObject> & children) {
+    writeStartTag("table", "");
+    object.getMetaClass().getOwnedAttributes().forEach(
+        [&](ImmutableProperty const & property) { printProperty(object, property, children); });
+    writeEndTag("table");
+}
+
+void HTMLPrinter::printProperty(ImmutableClassObject const & object, ImmutableProperty const & property,
+                                std::vector<ImmutableClassObject> & children) {
+    std::string const name = property.getName();
+    bool const isDerived = property.isDerived();
+    bool const isComposite = property.isComposite();
+
+    ImmutableSequence<ImmutableObject> values;
+    bool isEmpty = false;
+    std::optional<std::string> error;
+    try {
+        values = object.get(property);
+        if (values.isValid()) {
+            // Views are computed when they are read, and may fail only then.
+            isEmpty = values.toVector().empty();
+        } else {
+            error = "Bug!!! No valid values for property:";
+        }
+    } catch (Exception const & exception) {
+        error = exception.GetMessageTxt();
+    } catch (...) {
+        error = "Unknown exception on property: " + name;
+    }
+
+    std::string const state = error ? " error" : isEmpty ? " empty" : "";
+    writeStartTag("tr",
+                  std::string("property") + (isDerived ? " derived" : "") + (isComposite ? " composite" : "") + state);
+    writeElement("td", "name", name);
+    writeStartTag("td", "value" + state);
+    if (error) {
+        output << *error;
+    } else {
+        printSequenceValue(values, isComposite, isDerived, children);
+    }
+    writeEndTag("td");
+    writeEndTag("tr");
+}
+
+// --- values --------------------------------------------------------------------------------------------------------------
+
+void HTMLPrinter::printSequenceValue(ImmutableSequence<ImmutableObject> values, bool isComposite, bool isDerived,
+                                     std::vector<ImmutableClassObject> & children) {
+    writeStartTag("table", "");
+    // Derived properties show again what others contain.
+    bool const isContained = isComposite && !isDerived;
+    values.forEach([&](ImmutableObject const & value) { printValue(value, isContained, children); });
+    writeEndTag("table");
+}
+
+void HTMLPrinter::printValue(ImmutableObject const & value, bool isContained,
+                             std::vector<ImmutableClassObject> & children) {
+    std::string typeMetaClassName(noText);
+    std::string typeName(noText);
+    std::string text(noText);
+    std::string textClass;
+    ImmutableClassObject const object(value);
+    std::optional<std::string> error;
+    try {
+        typeMetaClassName = navigation::getMetaTypeClassName(value);
+        typeName = helperGetTypeName(value);
+        if (isValueObject(value)) {
+            text = value.toString();
+            textClass = "primitive";
+        } else if (object.isValid()) {
+            text = hyperLinkElement("#" + helperGetID(object), helperGetName(object));
+            textClass = "classobj";
+        }
+    } catch (Exception const & exception) {
+        error = exception.GetMessageTxt();
+    } catch (...) {
+        error = "unknown exception";
+    }
+
+    if (error) {
+        fLogger->debug("htmlprinter:error:printSequenceValue: typeName=%s typeMetaClassName=%s value=%s (%s)", typeName,
+                       typeMetaClassName, text, *error);
+        writeStartTag("tr", "error");
+        writeElement("td colspan='3'", "error", *error);
+        writeEndTag("tr");
+        return;
+    }
+    writeStartTag("tr", "");
+    writeElement("td", "metatype", typeMetaClassName);
+    writeElement("td", "type", typeName);
+    writeStartTag("td", "value");
+    if (textClass.empty()) {
+        output << text;
+    } else {
+        writeElement("span", textClass, text);
+    }
+    writeEndTag("td");
+    writeEndTag("tr");
+    if (isContained && object.isValid()) {
+        children.push_back(object);
+    }
+}
+
+// --- what is said of an object -------------------------------------------------------------------------------------------
+
+std::string HTMLPrinter::helperGetID(ImmutableClassObject object) {
+    static_cast<void>(checkedMetaClass(object));
+    return "ID" + object.getSiid().str();
+}
+
+std::string HTMLPrinter::helperGetName(ImmutableClassObject object) {
+    ImmutableProperty const property = checkedMetaClass(object).getProperty("name");
+    if (!property.isValid() || !object.has(property)) {
+        return "unnamed";
+    }
+    std::string name = object.getOne(property).toString();
+    return name.empty() ? "anonymous" : name;
+}
+
+std::string HTMLPrinter::helperGetTypeName(ImmutableObject object) {
+    std::string const name = navigation::getMetaTypeName(object);
+    return navigation::getMetaTypeClassName(object) == "Stereotype" ? "&laquo;" + name + "&raquo;" : name;
+}
+
+// --- tags ----------------------------------------------------------------------------------------------------------------
+
+void HTMLPrinter::writeStartTagWithID(std::string tag, std::string id, std::string cssClass) {
+    output << '<' << tag << " id=\"" << id << '"';
+    if (!cssClass.empty()) {
+        output << " class=\"" << cssClass << '"';
+    }
+    output << '>';
+}
+
+void HTMLPrinter::writeStartTag(std::string tag, std::string cssClass) {
+    output << '<' << tag;
+    if (!cssClass.empty()) {
+        output << " class=\"" << cssClass << '"';
+    }
+    output << '>';
+}
+
+void HTMLPrinter::writeElementWithID(std::string tag, std::string id, std::string cssClass, std::string text) {
+    writeStartTagWithID(tag, id, cssClass);
+    output << text;
+    writeEndTag(tag);
+}
+
+void HTMLPrinter::writeElement(std::string tag, std::string cssClass, std::string text) {
+    writeStartTag(tag, cssClass);
+    output << text;
+    writeEndTag(tag);
+}
+
+void HTMLPrinter::writeEndTag(std::string tag) { output << "</" << tag << '>'; }
+
+std::string HTMLPrinter::hyperLinkElement(std::string target, std::string text) {
+    return "<a href=\"" + target + "\">" + text + "</a>";
+}
+
+void HTMLPrinter::writeCss() { output << styleSheet; }
+
+void HTMLPrinter::writeJss() { output << html::script(); }
+
+} // namespace ZEL::util

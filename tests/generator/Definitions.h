@@ -31,10 +31,10 @@ inline Family const & builtInFamily() {
 }
 
 /// What is wrong with an application's definition that builds on the built-in one, in the order of places. The text
-/// stands in a file called "app.yaml".
-inline std::vector<std::string> mistakesIn(std::string const & text) {
+/// stands in the file of the name.
+inline std::vector<std::string> mistakesIn(std::string const & text, std::string const & file = "app.yaml") {
     Diagnostics diagnostics;
-    Definition const definition = parseDefinition(text, "app.yaml", diagnostics);
+    Definition const definition = parseDefinition(text, file, diagnostics);
     if (diagnostics.empty()) {
         check({&definition, &builtIn()}, diagnostics);
     }
@@ -44,7 +44,8 @@ inline std::vector<std::string> mistakesIn(std::string const & text) {
 /// The family of a correct application's definition, and what it points into.
 class Application {
 public:
-    explicit Application(std::string const & text) : fDefinition(parse(text)), fFamily({&fDefinition, &builtIn()}) {}
+    explicit Application(std::string const & text, std::string const & file = "app.yaml")
+        : fDefinition(parse(text, file)), fFamily({&fDefinition, &builtIn()}) {}
 
     [[nodiscard]] Family const & family() const { return fFamily; }
     [[nodiscard]] Class const & operator[](std::string const & name) const {
@@ -52,12 +53,12 @@ public:
     }
 
 private:
-    static Definition parse(std::string const & text) {
-        if (auto const mistakes = mistakesIn(text); !mistakes.empty()) {
+    static Definition parse(std::string const & text, std::string const & file) {
+        if (auto const mistakes = mistakesIn(text, file); !mistakes.empty()) {
             throw std::runtime_error(mistakes.front());
         }
         Diagnostics diagnostics;
-        return parseDefinition(text, "app.yaml", diagnostics);
+        return parseDefinition(text, file, diagnostics);
     }
 
     Definition fDefinition;

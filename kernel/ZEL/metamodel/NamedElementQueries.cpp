@@ -8,13 +8,27 @@
 #include <ZEL/metamodel/PackageIntf.h>
 #include <ZEL/metamodel/TypeIntf.h>
 
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace ZEL::NSInterface {
 
 namespace {
 
-String joinedName(Package const & owner, String const & separator, String const & name) {
-    return owner.isValid() ? String(owner.getQualifiedNameWithSeperator(separator).str() + separator.str() + name.str())
-                           : name;
+/// The name behind those of the package and of all packages around it. Packages may be nested deeply.
+String joinedName(Package owner, String const & separator, String const & name) {
+    std::vector<std::string> names{name.str()};
+    while (owner.isValid()) {
+        names.push_back(owner.getName());
+        owner = owner.getNestingPackage();
+    }
+    std::string joined = std::move(names.back());
+    for (auto inner = names.rbegin() + 1; inner != names.rend(); ++inner) {
+        joined += separator.str();
+        joined += *inner;
+    }
+    return String(std::move(joined));
 }
 
 } // namespace

@@ -83,6 +83,17 @@ TEST_F(Queries, QualifyNamesByPackagesAlone) {
     EXPECT_EQ("o", operation.getQualifiedName().str());
 }
 
+TEST_F(Queries, QualifyNamesInPackagesNestedDeeply) {
+    constexpr int levels = 100000;
+    Package innermost = factory.createPackage(String("p"));
+    for (int level = 1; level < levels; ++level) {
+        Package const inner = factory.createPackage(String("p"));
+        inner.setNestingPackage(innermost);
+        innermost = inner;
+    }
+    EXPECT_EQ(2 * levels - 1, static_cast<int>(innermost.getQualifiedName().size()));
+}
+
 TEST_F(Queries, SayThatPackagesNeedNoOwner) {
     EXPECT_TRUE(factory.createClass().mustBeOwned());
     EXPECT_FALSE(factory.createPackage().mustBeOwned());

@@ -66,11 +66,12 @@ TEST_P(Golden, IsWhatTheGeneratorMakes) {
         << "\nIf the change is meant: ZEL_REFRESH_GOLDENS=1 ctest -L generator, and commit tests/golden.";
 }
 
-// Of the second class what the first one does not show: redefinitions, and tables, which a small class shows as well.
+// Of the other classes what the first one does not show: derived properties, redefinitions, and tables, which a small
+// class shows as well.
 INSTANTIATE_TEST_SUITE_P(Files, Golden,
                          testing::Values("Part.h", "Part.cpp", "PartIntf.h", "PartIntf.cpp", "PartImpl.h",
-                                         "PartImpl.cpp", "PartDeviantImpl.h", "PartDeviantImpl.cpp", "ScrewIntf.cpp",
-                                         "ScrewTables.cpp"),
+                                         "PartImpl.cpp", "PartDeviantImpl.h", "PartDeviantImpl.cpp", "BenchIntf.cpp",
+                                         "ScrewIntf.cpp", "ScrewTables.cpp"),
                          [](auto const & info) {
                              std::string const file = info.param;
                              return file.substr(0, file.find('.')) + (file.back() == 'h' ? "Header" : "Source");

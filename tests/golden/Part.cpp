@@ -2,7 +2,6 @@
 #include <machine/Part.h>
 
 #include <ZEL/Boolean.h>
-#include <ZEL/Double.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/Class.h>
@@ -15,8 +14,6 @@
 #include <ZEL/sequences/Sequence.h>
 #include <machine/Colour.h>
 #include <machine/Part.h>
-#include <machine/Screw.h>
-#include <machine/Tested.h>
 
 namespace machine {
 
@@ -74,34 +71,6 @@ ZEL::ImmutableSequence<ZEL::String> ImmutablePart::getNotes() const {
     return getImplementation()->getNotes(getDeviant());
 }
 ZEL::Sequence<ZEL::String> Part::getNotes() const { return getImplementation()->getNotes(getDeviant()); }
-
-ZEL::ImmutableSequence<ImmutableScrew> ImmutablePart::getScrews() const {
-    return getImplementation()->getScrews(getDeviant());
-}
-ZEL::Sequence<Screw> Part::getScrews() const { return getImplementation()->getScrews(getDeviant()); }
-
-ZEL::ImmutableSequence<ImmutablePart> ImmutablePart::getNeighbours() const {
-    return getImplementation()->getNeighbours(getDeviant());
-}
-ZEL::Sequence<Part> Part::getNeighbours() const { return getImplementation()->getNeighbours(getDeviant()); }
-
-ZEL::ImmutableSequence<ImmutablePart> ImmutablePart::getInsides() const {
-    return getImplementation()->getInsides(getDeviant());
-}
-ZEL::Sequence<Part> Part::getInsides() const { return getImplementation()->getInsides(getDeviant()); }
-
-ZEL::ImmutableSequence<ImmutableTested> ImmutablePart::getTests() const {
-    return getImplementation()->getTests(getDeviant());
-}
-ZEL::Sequence<Tested> Part::getTests() const { return getImplementation()->getTests(getDeviant()); }
-
-ImmutablePart ImmutablePart::getTwin() const { return getImplementation()->getTwin(getDeviant()); }
-Part Part::getTwin() const { return getImplementation()->getTwin(getDeviant()); }
-
-ZEL::ImmutableSequence<ImmutablePart> ImmutablePart::getRivals() const {
-    return getImplementation()->getRivals(getDeviant());
-}
-ZEL::Sequence<Part> Part::getRivals() const { return getImplementation()->getRivals(getDeviant()); }
 
 ZEL::ImmutableSequence<ZEL::ImmutableStereotypeObject> ImmutablePart::getAppliedStereotypeInstances() const {
     return getImplementation()->getAppliedStereotypeInstances(getDeviant());
@@ -185,38 +154,6 @@ ZEL::internal::PropertyDescriptor const & Part::NoteT::descriptor() noexcept {
     return NSInterface::PartIntf::noteProperty();
 }
 
-ZEL::internal::PropertyDescriptor const & Part::ScrewT::descriptor() noexcept {
-    return NSInterface::PartIntf::screwProperty();
-}
-
-ZEL::internal::PropertyDescriptor const & Part::NeighbourT::descriptor() noexcept {
-    return NSInterface::PartIntf::neighbourProperty();
-}
-
-ZEL::internal::PropertyDescriptor const & Part::InsideT::descriptor() noexcept {
-    return NSInterface::PartIntf::insideProperty();
-}
-
-ZEL::internal::PropertyDescriptor const & Part::TestT::descriptor() noexcept {
-    return NSInterface::PartIntf::testProperty();
-}
-
-ZEL::internal::PropertyDescriptor const & Part::IsSpareT::descriptor() noexcept {
-    return NSInterface::PartIntf::isSpareProperty();
-}
-
-ZEL::internal::PropertyDescriptor const & Part::WeightT::descriptor() noexcept {
-    return NSInterface::PartIntf::weightProperty();
-}
-
-ZEL::internal::PropertyDescriptor const & Part::TwinT::descriptor() noexcept {
-    return NSInterface::PartIntf::twinProperty();
-}
-
-ZEL::internal::PropertyDescriptor const & Part::RivalT::descriptor() noexcept {
-    return NSInterface::PartIntf::rivalProperty();
-}
-
 ZEL::PropertyAndObject<Part::IsRoundT, Part> Part::IsRound_() const {
     return ZEL::PropertyAndObject<Part::IsRoundT, Part>(*this);
 }
@@ -255,38 +192,6 @@ ZEL::PropertyAndObject<Part::MakerT, Part> Part::Maker_() const {
 
 ZEL::PropertyAndObject<Part::NoteT, Part> Part::Note_() const {
     return ZEL::PropertyAndObject<Part::NoteT, Part>(*this);
-}
-
-ZEL::PropertyAndObject<Part::ScrewT, Part> Part::Screw_() const {
-    return ZEL::PropertyAndObject<Part::ScrewT, Part>(*this);
-}
-
-ZEL::PropertyAndObject<Part::NeighbourT, Part> Part::Neighbour_() const {
-    return ZEL::PropertyAndObject<Part::NeighbourT, Part>(*this);
-}
-
-ZEL::PropertyAndObject<Part::InsideT, Part> Part::Inside_() const {
-    return ZEL::PropertyAndObject<Part::InsideT, Part>(*this);
-}
-
-ZEL::PropertyAndObject<Part::TestT, Part> Part::Test_() const {
-    return ZEL::PropertyAndObject<Part::TestT, Part>(*this);
-}
-
-ZEL::PropertyAndObject<Part::IsSpareT, Part> Part::IsSpare_() const {
-    return ZEL::PropertyAndObject<Part::IsSpareT, Part>(*this);
-}
-
-ZEL::PropertyAndObject<Part::WeightT, Part> Part::Weight_() const {
-    return ZEL::PropertyAndObject<Part::WeightT, Part>(*this);
-}
-
-ZEL::PropertyAndObject<Part::TwinT, Part> Part::Twin_() const {
-    return ZEL::PropertyAndObject<Part::TwinT, Part>(*this);
-}
-
-ZEL::PropertyAndObject<Part::RivalT, Part> Part::Rival_() const {
-    return ZEL::PropertyAndObject<Part::RivalT, Part>(*this);
 }
 
 ZEL::PropertyAndObject<ZEL::ClassObject::AppliedStereotypeInstanceT, Part> Part::AppliedStereotypeInstance_() const {

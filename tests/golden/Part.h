@@ -2,7 +2,6 @@
 #pragma once
 
 #include <ZEL/Boolean.h>
-#include <ZEL/Double.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/ClassObject.h>
@@ -43,17 +42,6 @@ public:
     [[nodiscard]] ZEL::ImmutableSequence<ZEL::ImmutableNamedElement> getMakers() const;
     [[nodiscard]] ZEL::ImmutableNamedElement getMakerByName(ZEL::String const & name) const;
     [[nodiscard]] ZEL::ImmutableSequence<ZEL::String> getNotes() const;
-    [[nodiscard]] ZEL::ImmutableSequence<ImmutableScrew> getScrews() const;
-    [[nodiscard]] ZEL::ImmutableSequence<ImmutablePart> getNeighbours() const;
-    [[nodiscard]] ZEL::ImmutableSequence<ImmutablePart> getInsides() const;
-    [[nodiscard]] ZEL::ImmutableSequence<ImmutableTested> getTests() const;
-    [[nodiscard]] ZEL::Boolean hasIsSpare() const { return getImplementation()->hasIsSpare(getDeviant()); }
-    [[nodiscard]] ZEL::Boolean isSpare() const { return getImplementation()->isSpare(getDeviant()); }
-    [[nodiscard]] ZEL::Boolean hasWeight() const { return getImplementation()->hasWeight(getDeviant()); }
-    [[nodiscard]] ZEL::Double getWeight() const { return getImplementation()->getWeight(getDeviant()); }
-    [[nodiscard]] ZEL::Boolean hasTwin() const { return getImplementation()->hasTwin(getDeviant()); }
-    [[nodiscard]] ImmutablePart getTwin() const;
-    [[nodiscard]] ZEL::ImmutableSequence<ImmutablePart> getRivals() const;
     [[nodiscard]] ZEL::ImmutableSequence<ZEL::ImmutableStereotypeObject> getAppliedStereotypeInstances() const;
     [[nodiscard]] ZEL::Boolean hasModelZEL() const { return getImplementation()->hasModelZEL(getDeviant()); }
     [[nodiscard]] ZEL::ImmutableModel getModelZEL() const;
@@ -98,18 +86,6 @@ public:
     [[nodiscard]] ZEL::Sequence<ZEL::NamedElement> getMakers() const;
     [[nodiscard]] ZEL::NamedElement getMakerByName(ZEL::String const & name) const;
     [[nodiscard]] ZEL::Sequence<ZEL::String> getNotes() const;
-    [[nodiscard]] ZEL::Sequence<Screw> getScrews() const;
-    [[nodiscard]] ZEL::Sequence<Part> getNeighbours() const;
-    [[nodiscard]] ZEL::Sequence<Part> getInsides() const;
-    [[nodiscard]] ZEL::Sequence<Tested> getTests() const;
-    void removeIsSpare() const { getImplementation()->removeIsSpare(getDeviant()); }
-    void setIsSpare(ZEL::Boolean const & value) const { getImplementation()->setIsSpare(getDeviant(), value); }
-    void removeWeight() const { getImplementation()->removeWeight(getDeviant()); }
-    void setWeight(ZEL::Double const & value) const { getImplementation()->setWeight(getDeviant(), value); }
-    void removeTwin() const { getImplementation()->removeTwin(getDeviant()); }
-    void setTwin(Part const & value) const { getImplementation()->setTwin(getDeviant(), value); }
-    [[nodiscard]] Part getTwin() const;
-    [[nodiscard]] ZEL::Sequence<Part> getRivals() const;
     [[nodiscard]] ZEL::Sequence<ZEL::StereotypeObject> getAppliedStereotypeInstances() const;
     void removeModelZEL() const { getImplementation()->removeModelZEL(getDeviant()); }
     void setModelZEL(ZEL::Model const & value) const { getImplementation()->setModelZEL(getDeviant(), value); }
@@ -207,71 +183,6 @@ public:
             object.getNotes().push_back(value);
         }
     };
-    struct ScrewT {
-        static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
-        template <class H> static auto get(H const & object) { return object.getScrews(); }
-        template <class H> static bool has(H const & object) { return !object.getScrews().empty(); }
-        template <class H> static void setOrAdd(H const & object, Screw const & value) {
-            object.getScrews().push_back(value);
-        }
-    };
-    struct NeighbourT {
-        static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
-        template <class H> static auto get(H const & object) { return object.getNeighbours(); }
-        template <class H> static bool has(H const & object) { return !object.getNeighbours().empty(); }
-        template <class H> static void setOrAdd(H const & object, Part const & value) {
-            object.getNeighbours().push_back(value);
-        }
-    };
-    struct InsideT {
-        static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
-        template <class H> static auto get(H const & object) { return object.getInsides(); }
-        template <class H> static bool has(H const & object) { return !object.getInsides().empty(); }
-        template <class H> static void setOrAdd(H const & object, Part const & value) {
-            object.getInsides().push_back(value);
-        }
-    };
-    struct TestT {
-        static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
-        template <class H> static auto get(H const & object) { return object.getTests(); }
-        template <class H> static bool has(H const & object) { return !object.getTests().empty(); }
-        template <class H> static void setOrAdd(H const & object, Tested const & value) {
-            object.getTests().push_back(value);
-        }
-    };
-    struct IsSpareT {
-        static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
-        template <class H> static auto get(H const & object) { return object.isSpare(); }
-        template <class H> static bool has(H const & object) { return bool(object.hasIsSpare()); }
-        template <class H> static void setOrAdd(H const & object, ZEL::Boolean const & value) {
-            object.setIsSpare(value);
-        }
-        template <class H> static void remove(H const & object) { object.removeIsSpare(); }
-    };
-    struct WeightT {
-        static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
-        template <class H> static auto get(H const & object) { return object.getWeight(); }
-        template <class H> static bool has(H const & object) { return bool(object.hasWeight()); }
-        template <class H> static void setOrAdd(H const & object, ZEL::Double const & value) {
-            object.setWeight(value);
-        }
-        template <class H> static void remove(H const & object) { object.removeWeight(); }
-    };
-    struct TwinT {
-        static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
-        template <class H> static auto get(H const & object) { return object.getTwin(); }
-        template <class H> static bool has(H const & object) { return bool(object.hasTwin()); }
-        template <class H> static void setOrAdd(H const & object, Part const & value) { object.setTwin(value); }
-        template <class H> static void remove(H const & object) { object.removeTwin(); }
-    };
-    struct RivalT {
-        static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
-        template <class H> static auto get(H const & object) { return object.getRivals(); }
-        template <class H> static bool has(H const & object) { return !object.getRivals().empty(); }
-        template <class H> static void setOrAdd(H const & object, Part const & value) {
-            object.getRivals().push_back(value);
-        }
-    };
 
     [[nodiscard]] ZEL::PropertyAndObject<IsRoundT, Part> IsRound_() const;
     [[nodiscard]] ZEL::PropertyAndObject<LabelT, Part> Label_() const;
@@ -283,14 +194,6 @@ public:
     [[nodiscard]] ZEL::PropertyAndObject<PreviousT, Part> Previous_() const;
     [[nodiscard]] ZEL::PropertyAndObject<MakerT, Part> Maker_() const;
     [[nodiscard]] ZEL::PropertyAndObject<NoteT, Part> Note_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<ScrewT, Part> Screw_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<NeighbourT, Part> Neighbour_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<InsideT, Part> Inside_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<TestT, Part> Test_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<IsSpareT, Part> IsSpare_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<WeightT, Part> Weight_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<TwinT, Part> Twin_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<RivalT, Part> Rival_() const;
     [[nodiscard]] ZEL::PropertyAndObject<ZEL::ClassObject::AppliedStereotypeInstanceT,
         Part> AppliedStereotypeInstance_() const;
     [[nodiscard]] ZEL::PropertyAndObject<ZEL::ClassObject::ModelZELT, Part> ModelZEL_() const;

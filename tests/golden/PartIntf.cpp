@@ -2,17 +2,13 @@
 #include <machine/PartIntf.h>
 
 #include <ZEL/Boolean.h>
-#include <ZEL/Double.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/NamedElement.h>
 #include <ZEL/metamodel/PropertySupport.h>
-#include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/sequences/SequenceField.h>
 #include <machine/Colour.h>
 #include <machine/Part.h>
-#include <machine/Screw.h>
-#include <machine/Tested.h>
 
 namespace machine::NSInterface {
 
@@ -230,99 +226,6 @@ ZEL::Generic::SequenceField const & PartIntf::noteField() noexcept {
         },
         true);
     return field;
-}
-
-ZEL::Sequence<Screw> PartIntf::getScrews(ZEL::Deviant deviant) const {
-    return getScrewsWithoutAssociation(deviant);
-}
-
-ZEL::Sequence<Screw> PartIntf::getScrewsWithoutAssociation(ZEL::Deviant deviant) const {
-    return ZEL::internal::filteredView<Screw>(deviant, getParts(deviant));
-}
-
-ZEL::Sequence<Part> PartIntf::getNeighbours(ZEL::Deviant deviant) const {
-    return getNeighboursWithoutAssociation(deviant);
-}
-
-ZEL::Sequence<Part> PartIntf::getInsides(ZEL::Deviant deviant) const {
-    return getInsidesWithoutAssociation(deviant);
-}
-
-ZEL::Sequence<Part> PartIntf::getInsidesWithoutAssociation(ZEL::Deviant deviant) const {
-    return ZEL::internal::combinedContainees<Part>(*this, deviant);
-}
-
-ZEL::Sequence<Tested> PartIntf::getTests(ZEL::Deviant deviant) const {
-    return ZEL::internal::filteredView<Tested>(deviant, getAppliedStereotypeInstances(deviant));
-}
-
-ZEL::Sequence<Tested> PartIntf::getTestsWithoutAssociation(ZEL::Deviant deviant) const {
-    return ZEL::internal::filteredView<Tested>(deviant, getAppliedStereotypeInstancesWithoutAssociation(deviant));
-}
-
-ZEL::Boolean PartIntf::hasIsSpare(ZEL::Deviant) const { return ZEL::Boolean(true); }
-
-void PartIntf::removeIsSpare(ZEL::Deviant) {
-    ZEL::raiseUnimplemented("The Part.isSpare derived property is not yet implemented!");
-}
-
-void PartIntf::setIsSpare(ZEL::Deviant, ZEL::Boolean const &) {
-    ZEL::raiseUnimplemented("The Part.isSpare derived property is not yet implemented!");
-}
-
-ZEL::Boolean PartIntf::isSpare(ZEL::Deviant) const { return ZEL::Boolean(false); }
-
-ZEL::Boolean PartIntf::hasWeight(ZEL::Deviant) const {
-    ZEL::raiseUnimplemented("The Part.weight derived property is not yet implemented!");
-}
-
-void PartIntf::removeWeight(ZEL::Deviant) {
-    ZEL::raiseUnimplemented("The Part.weight derived property is not yet implemented!");
-}
-
-void PartIntf::setWeight(ZEL::Deviant, ZEL::Double const &) {
-    ZEL::raiseUnimplemented("The Part.weight derived property is not yet implemented!");
-}
-
-ZEL::Double PartIntf::getWeight(ZEL::Deviant) const {
-    ZEL::raiseUnimplemented("The Part.weight derived property is not yet implemented!");
-}
-
-ZEL::Boolean PartIntf::hasTwin(ZEL::Deviant) const {
-    ZEL::raiseUnimplemented("The Part.twin derived property is not yet implemented!");
-}
-
-void PartIntf::removeTwin(ZEL::Deviant) {
-    ZEL::raiseUnimplemented("The Part.twin derived property is not yet implemented!");
-}
-
-void PartIntf::setTwin(ZEL::Deviant, Part const &) {
-    ZEL::raiseUnimplemented("The Part.twin derived property is not yet implemented!");
-}
-
-Part PartIntf::getTwin(ZEL::Deviant) const {
-    ZEL::raiseUnimplemented("The Part.twin derived property is not yet implemented!");
-}
-
-void PartIntf::removeOnlyTwin(ZEL::Deviant) {
-    ZEL::raiseUnimplemented("The Part.twin derived property is not yet implemented!");
-}
-
-void PartIntf::setOnlyTwin(ZEL::Deviant, Part const &) {
-    ZEL::raiseUnimplemented("The Part.twin derived property is not yet implemented!");
-}
-
-ZEL::Sequence<Part> PartIntf::getRivals(ZEL::Deviant) const {
-    ZEL::raiseUnimplemented("The Part.rival derived property is not yet implemented!");
-}
-
-ZEL::Sequence<Part> PartIntf::getRivalsWithoutAssociation(ZEL::Deviant) const {
-    ZEL::raiseUnimplemented("The Part.rival derived property is not yet implemented!");
-}
-
-ZEL::Sequence<Part> PartIntf::getNeighboursWithoutAssociation(ZEL::Deviant deviant) const {
-    return ZEL::internal::unionOf<Part>(deviant, {getParts(deviant),
-     getPreviouss(deviant)});
 }
 
 ZEL::Sequence<Part> PartIntf::allParts(ZEL::Deviant, ZEL::Sequence<Part> const &) const {

@@ -93,54 +93,6 @@ public:
     [[nodiscard]] static ZEL::Generic::SequenceField const & noteField() noexcept;
     [[nodiscard]] static ZEL::internal::PropertyDescriptor const & noteProperty() noexcept;
 
-    // screw: Screw [0..*]
-    [[nodiscard]] virtual ZEL::Sequence<Screw> getScrews(ZEL::Deviant deviant) const;
-    [[nodiscard]] virtual ZEL::Sequence<Screw> getScrewsWithoutAssociation(ZEL::Deviant deviant) const;
-    [[nodiscard]] static ZEL::internal::PropertyDescriptor const & screwProperty() noexcept;
-
-    // neighbour: Part [0..*]
-    [[nodiscard]] virtual ZEL::Sequence<Part> getNeighbours(ZEL::Deviant deviant) const;
-    [[nodiscard]] virtual ZEL::Sequence<Part> getNeighboursWithoutAssociation(ZEL::Deviant deviant) const;
-    [[nodiscard]] static ZEL::internal::PropertyDescriptor const & neighbourProperty() noexcept;
-
-    // inside: Part [0..*]
-    [[nodiscard]] virtual ZEL::Sequence<Part> getInsides(ZEL::Deviant deviant) const;
-    [[nodiscard]] virtual ZEL::Sequence<Part> getInsidesWithoutAssociation(ZEL::Deviant deviant) const;
-    [[nodiscard]] static ZEL::internal::PropertyDescriptor const & insideProperty() noexcept;
-
-    // test: Tested [0..*]
-    [[nodiscard]] virtual ZEL::Sequence<Tested> getTests(ZEL::Deviant deviant) const;
-    [[nodiscard]] virtual ZEL::Sequence<Tested> getTestsWithoutAssociation(ZEL::Deviant deviant) const;
-    [[nodiscard]] static ZEL::internal::PropertyDescriptor const & testProperty() noexcept;
-
-    // isSpare: Boolean [1..1]
-    [[nodiscard]] virtual ZEL::Boolean hasIsSpare(ZEL::Deviant deviant) const;
-    virtual void removeIsSpare(ZEL::Deviant deviant);
-    virtual void setIsSpare(ZEL::Deviant deviant, ZEL::Boolean const & value);
-    [[nodiscard]] virtual ZEL::Boolean isSpare(ZEL::Deviant deviant) const;
-    [[nodiscard]] static ZEL::internal::PropertyDescriptor const & isSpareProperty() noexcept;
-
-    // weight: Double [0..1]
-    [[nodiscard]] virtual ZEL::Boolean hasWeight(ZEL::Deviant deviant) const;
-    virtual void removeWeight(ZEL::Deviant deviant);
-    virtual void setWeight(ZEL::Deviant deviant, ZEL::Double const & value);
-    [[nodiscard]] virtual ZEL::Double getWeight(ZEL::Deviant deviant) const;
-    [[nodiscard]] static ZEL::internal::PropertyDescriptor const & weightProperty() noexcept;
-
-    // twin: Part [0..1]
-    [[nodiscard]] virtual ZEL::Boolean hasTwin(ZEL::Deviant deviant) const;
-    virtual void removeTwin(ZEL::Deviant deviant);
-    virtual void setTwin(ZEL::Deviant deviant, Part const & value);
-    [[nodiscard]] virtual Part getTwin(ZEL::Deviant deviant) const;
-    virtual void removeOnlyTwin(ZEL::Deviant deviant);
-    virtual void setOnlyTwin(ZEL::Deviant deviant, Part const & value);
-    [[nodiscard]] static ZEL::internal::PropertyDescriptor const & twinProperty() noexcept;
-
-    // rival: Part [0..*]
-    [[nodiscard]] virtual ZEL::Sequence<Part> getRivals(ZEL::Deviant deviant) const;
-    [[nodiscard]] virtual ZEL::Sequence<Part> getRivalsWithoutAssociation(ZEL::Deviant deviant) const;
-    [[nodiscard]] static ZEL::internal::PropertyDescriptor const & rivalProperty() noexcept;
-
     [[nodiscard]] virtual Part getPart(ZEL::Deviant deviant, ZEL::String const & label);
     [[nodiscard]] virtual ZEL::Boolean fits(ZEL::Deviant deviant, ImmutablePart const & other) const;
     [[nodiscard]] virtual ZEL::Sequence<Part> allParts(ZEL::Deviant deviant, ZEL::Sequence<Part> const & without) const;

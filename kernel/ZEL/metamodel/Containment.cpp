@@ -42,14 +42,23 @@ NSInterface::ModelIntf & modelOf(ClassObjectIntf & object, Deviant deviant) {
     return *model;
 }
 
+/// Every new object asks for it, and a process seldom has models of more than one class.
+FieldDescriptor const & unparentedField(ClassDescriptor const & modelClass) noexcept {
+    static ClassDescriptor const * lastClass = nullptr;
+    static FieldDescriptor const * lastField = nullptr;
+    if (lastClass != &modelClass) {
+        lastClass = &modelClass;
+        lastField = fieldOf(modelClass, NSInterface::ModelIntf::unparentedProperty());
+    }
+    return *lastField;
+}
+
 PersistentSequence const & unparentedOf(NSInterface::ModelIntf & model, Deviant deviant) {
-    FieldDescriptor const * const field = fieldOf(classOf(model), NSInterface::ModelIntf::unparentedProperty());
-    return readSequence(*field, stateToRead(model, deviant));
+    return readSequence(unparentedField(classOf(model)), stateToRead(model, deviant));
 }
 
 PersistentSequence & unparentedToWrite(NSInterface::ModelIntf & model, Deviant deviant) {
-    FieldDescriptor const * const field = fieldOf(classOf(model), NSInterface::ModelIntf::unparentedProperty());
-    return field->sequence(stateToWrite(model, deviant));
+    return unparentedField(classOf(model)).sequence(stateToWrite(model, deviant));
 }
 
 } // namespace

@@ -55,6 +55,7 @@ BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor cons
     model.adoptNumbered(body);
     ClassObject const object(&body, deviant);
     deviant.markObjectCreated(&body);
+    ModelCore::noteCreated(body, deviant);
     body.internal_createDeviation(deviant);
     model.setObjectId(deviant, object, Integer(id));
     body.readState(deviant)->modelZEL = &model;

@@ -79,6 +79,12 @@ void ModelCore::adopt(BodyCore & body) {
     attach(body);
 }
 
+void ModelCore::noteCreated(BodyCore & body, Deviant deviant) noexcept {
+    if (deviant.getDeviantId() == 0 && deviant.hasUndoStack()) {
+        body.fSavedIn = deviant.getIdentity()->openTransaction;
+    }
+}
+
 void ModelCore::disown(BodyCore & body) noexcept {
     fUnnumbered.erase(&body);
     body.fModel = nullptr;
@@ -210,7 +216,9 @@ void ModelCore::setObjectId(Deviant deviant, ClassObject const & object, Integer
         return;
     }
     body.setId(deviant, id);
-    static_cast<void>(handleObjectById(deviant, id, object, Integer(0)));
+    if (number != fId) {
+        enter(number, body);
+    }
     if (fNextId <= number) {
         fNextId = static_cast<std::int32_t>(static_cast<std::uint32_t>(number) + 1U);
     }

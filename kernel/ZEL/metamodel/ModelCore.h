@@ -30,6 +30,9 @@ public:
     void adopt(BodyCore & body);
     /// The same for a body that is given its number at once.
     void adoptNumbered(BodyCore & body) noexcept { body.fModel = this; }
+    /// The open transaction of `deviant` has just saved that `body` was not there before: until it ends, writing to the
+    /// object need not ask whether an old state is saved.
+    static void noteCreated(BodyCore & body, Deviant deviant) noexcept;
     /// Gives up a body without a number.
     void disown(BodyCore & body) noexcept;
     /// Keeps a body of another model from being freed as long as this model may refer to it.

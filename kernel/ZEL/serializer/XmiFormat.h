@@ -6,7 +6,7 @@
 
 namespace ZEL::Serializer {
 
-/// Which dialect of XMI a file is in.
+/// Which dialect of XMI a file is in. That of Rhapsody is one of writing: it is read as the standard one.
 class ZEL_API XmiFormat {
 public:
     enum Format { Standard = 0, MagicDraw = 1, Rhapsody = 2 };

@@ -1,6 +1,7 @@
 #include <ZEL/Exception.h>
 #include <ZEL/Logger.h>
 #include <ZEL/Messages.h>
+#include <ZEL/serializer/MagicDrawReadTransforms.h>
 #include <ZEL/serializer/StandardReadTransforms.h>
 #include <ZEL/serializer/XmiReaderImpl.h>
 
@@ -33,10 +34,6 @@ XmiReaderImpl::XmiReaderImpl(XmiReaderSettings const & settings)
 XmiReaderImpl::~XmiReaderImpl() = default;
 
 Object XmiReaderImpl::read(std::string const & file) {
-    // The dialect of Rhapsody is one of writing only: its files are read as plain ones.
-    if (fSettings.getInputFormat().getFormat() == XmiFormat::MagicDraw) {
-        raiseUnimplemented("The XmiReader.read operation is not yet implemented for the format MagicDraw!");
-    }
     HASP::Uri const uri = HASP::Uri::fromLocalFile(file);
     if (!uri.isValid()) {
         Logger::instance()->log(LogLevel::error, Messages::ZEL_Serializer_XmiReader_InvalidInputFile, file);
@@ -58,6 +55,10 @@ Object XmiReaderImpl::read(std::string const & file) {
 void XmiReaderImpl::readInto(std::string const & localFile) {
     AtExit const clearTransformers([this] { fTransformers.clear(); });
     pushState(localFile);
+    // The dialect of Rhapsody is one of writing only: its files are read as plain ones.
+    if (fSettings.getInputFormat().getFormat() == XmiFormat::MagicDraw) {
+        fTransformers.addTransformer(std::make_shared<MagicDrawReadTransforms>());
+    }
     fTransformers.addTransformer(std::make_shared<StandardReadTransforms>());
     AtExit const abort([this] { abortMerger(); });
     fMerger->initialize();

@@ -3,6 +3,8 @@
 #include <ZEL/Logger.h>
 #include <ZEL/Messages.h>
 #include <ZEL/metamodel/Object.h>
+#include <ZEL/serializer/MagicDrawWriteTransforms.h>
+#include <ZEL/serializer/RhpWriteTransforms.h>
 #include <ZEL/serializer/SafeFile.h>
 #include <ZEL/serializer/StandardWriteTransforms.h>
 #include <ZEL/serializer/XmiWriterImpl.h>
@@ -43,7 +45,6 @@ private:
 
 bool XmiWriterImpl::write(std::string const & file, ImmutableObject const & object) {
     AtEnd const cleanUp([this] { transformers.clear(); });
-    checkFormat();
     logAbout(LogLevel::info, Messages::ZEL_Serializer_XmiWriter_Prologue, file);
     try {
         if (!run(SafeFile(file), object)) {
@@ -56,14 +57,6 @@ bool XmiWriterImpl::write(std::string const & file, ImmutableObject const & obje
     }
     logAbout(LogLevel::info, Messages::ZEL_Serializer_XmiWriter_Epilogue, file);
     return true;
-}
-
-void XmiWriterImpl::checkFormat() const {
-    if (fSettings.getOutputFormat().getFormat() != XmiFormat::Standard) {
-        std::string const message = "The XmiWriter.write operation is not yet implemented for the format " +
-                                    std::string(fSettings.getOutputFormat().toString()) + "!";
-        raiseUnimplemented(message.c_str());
-    }
 }
 
 bool XmiWriterImpl::run(SafeFile const & file, ImmutableObject const & object) {
@@ -111,6 +104,18 @@ bool XmiWriterImpl::writeDocument(SafeFile const & file, ImmutableObject const &
     return xml.flushAndSync() && xml.close();
 }
 
-void XmiWriterImpl::addDialect() { transformers.addTransformer(std::make_shared<StandardWriteTransforms>()); }
+void XmiWriterImpl::addDialect() {
+    switch (fSettings.getOutputFormat().getFormat()) {
+    case XmiFormat::MagicDraw:
+        transformers.addTransformer(std::make_shared<MagicDrawWriteTransforms>());
+        return;
+    case XmiFormat::Rhapsody:
+        transformers.addTransformer(std::make_shared<RhpWriteTransforms>());
+        return;
+    case XmiFormat::Standard:
+        break;
+    }
+    transformers.addTransformer(std::make_shared<StandardWriteTransforms>());
+}
 
 } // namespace ZEL::Serializer

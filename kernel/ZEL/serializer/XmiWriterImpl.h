@@ -29,8 +29,6 @@ public:
 private:
     bool run(SafeFile const & file, ImmutableObject const & object);
     bool writeDocument(SafeFile const & file, ImmutableObject const & object);
-    /// Raises for a format whose rules there are not yet, before any file is touched.
-    void checkFormat() const;
     void addDialect();
 
     XmiWriterSettings const fSettings;

@@ -4,12 +4,18 @@
 #include <ZEL/serializer/XmiConstants.h>
 
 #include <gtest/gtest.h>
+#include <kernel/ZEL/serializer/ContextText.h>
 
 #include <string>
 #include <vector>
 
 namespace ZEL::Serializer {
 namespace {
+
+using Test::attributeOf;
+using Test::both;
+using Test::element;
+using Test::textOf;
 
 constexpr char kUml[] = "http://example.org/uml";
 constexpr char kXmi[] = "http://schema.omg.org/spec/XMI/2.1";
@@ -21,41 +27,6 @@ protected:
     StandardTransforms() { NamespaceRegistry::instance()->bindMetaUriToPrefix(kUml, "uml"); }
     ~StandardTransforms() override { NamespaceRegistry::instance()->unbindPrefixMetaUri(kUml); }
 };
-
-Context element(char const * uri, char const * name, char const * id = "") {
-    Context context;
-    context.setRole(uri, name);
-    context.setType(uri, name);
-    context.setElement(id);
-    return context;
-}
-
-Context attributeOf(Context const & parent, char const * uri, char const * name, char const * value) {
-    Context context;
-    context.setRole(uri, name);
-    context.setParent(parent);
-    context.setAttribute(value);
-    return context;
-}
-
-/// Per Context: its kind, "!" if it is to skip, "*" if it is of an extension, its role and value.
-std::string textOf(ContextSequence const & sequence) {
-    std::string text;
-    for (Context const & context : sequence) {
-        text += text.empty() ? "" : " ";
-        text += context.isElement() ? "e" : context.isAttribute() ? "a" : context.isReference() ? "r" : "?";
-        text += context.skipContext() ? "!" : "";
-        text += context.isExtension() ? "*" : "";
-        text += " {" + context.getUri() + "}" + context.getRoleName() + "=" + context.getFirstValue();
-    }
-    return text;
-}
-
-ContextSequence both(Context const & first, Context const & second) {
-    ContextSequence sequence(first);
-    sequence.addContext(second);
-    return sequence;
-}
 
 TEST_F(StandardTransforms, ReadRulesRewriteTheEnvelope) {
     Context const xmi = element(kXmi, "XMI");

@@ -78,9 +78,11 @@ function(zel_generate_metamodel)
     add_custom_command(OUTPUT ${stamp} BYPRODUCTS ${units} ${made}
         COMMAND zel::zelgen ${arg_DEFINITION} --out ${arg_OUTPUT_DIR} --units ${arg_UNITS} ${depends}
             --namespace ${arg_NAMESPACE} --export-macro ${arg_EXPORT_MACRO}
+            --depfile ${stamp}.d --depfile-target ${stamp}
         COMMAND ${CMAKE_COMMAND} -D ROOT=${arg_OUTPUT_DIR} -D LIST=${made_list} -P ${_ZEL_LIST_GENERATED_FILES}
         COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
         DEPENDS zel::zelgen ${arg_DEFINITION} ${definitions}
+        DEPFILE ${stamp}.d # the parts of the definitions
         COMMENT "Generating the metamodel ${arg_NAMESPACE}"
         VERBATIM)
 

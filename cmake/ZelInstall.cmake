@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zel)
 set(data_dir ${CMAKE_INSTALL_DATADIR}/zel)
 
-install(TARGETS zel zelgen zel-cli EXPORT zelTargets
+install(TARGETS zel zel-uml zelgen zel-cli EXPORT zelTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
@@ -12,7 +12,12 @@ install(TARGETS zel zelgen zel-cli EXPORT zelTargets
     FILE_SET generated_headers DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 # After a first build the set of generated headers is not known yet; the folder is.
 install(DIRECTORY ${PROJECT_BINARY_DIR}/generated/ZEL DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN *.h)
+foreach(metamodel IN LISTS ZEL_UML_METAMODELS)
+    install(DIRECTORY ${PROJECT_BINARY_DIR}/metamodels/uml/generated/${metamodel}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+        FILES_MATCHING PATTERN *.h)
+endforeach()
 install(FILES ${ZEL_METAMODEL_DEFINITION} DESTINATION ${data_dir})
+install(DIRECTORY metamodels/uml DESTINATION ${data_dir} FILES_MATCHING PATTERN *.yaml)
 install(EXPORT zelTargets NAMESPACE zel:: DESTINATION ${package_dir})
 
 configure_package_config_file(cmake/zelConfig.cmake.in ${PROJECT_BINARY_DIR}/zelConfig.cmake

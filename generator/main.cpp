@@ -9,9 +9,9 @@
 
 namespace {
 
-constexpr std::string_view kUsage =
-    "usage: zelgen DEFINITION --out DIR [--units N] [--depends OTHER.yaml]... [--depfile FILE]\n"
-    "              [--namespace NAMESPACE] [--export-macro MACRO]\n";
+constexpr std::string_view kUsage = "usage: zelgen DEFINITION --out DIR [--units N] [--depends OTHER.yaml]... "
+                                    "[--depfile FILE [--depfile-target FILE]]\n"
+                                    "              [--namespace NAMESPACE] [--export-macro MACRO]\n";
 
 struct Options {
     std::string definition;
@@ -51,6 +51,8 @@ Options parse(std::vector<std::string> const & arguments) {
             options.depends.push_back(value);
         } else if (name == "--depfile") {
             options.write.depfile = value;
+        } else if (name == "--depfile-target") {
+            options.write.depfileTarget = value;
         } else if (name == "--namespace") {
             options.write.cppNamespace = value;
         } else if (name == "--export-macro") {
@@ -88,8 +90,10 @@ int run(Options & options) {
         }
         return EXIT_FAILURE;
     }
-    options.write.inputs = options.depends;
-    options.write.inputs.insert(options.write.inputs.begin(), options.definition);
+    for (zelgen::Definition const & definition : definitions) {
+        options.write.inputs.push_back(definition.file);
+        options.write.inputs.insert(options.write.inputs.end(), definition.parts.begin(), definition.parts.end());
+    }
     zelgen::write(zelgen::Family(pointers), options.write);
     return EXIT_SUCCESS;
 }

@@ -27,7 +27,7 @@ public:
 private:
     using Entry = Catalogue::Entry;
 
-    void report(Mark mark, std::string const & text) { fDiagnostics.add(fDefinition.file, mark, text); }
+    void report(Mark mark, std::string const & text) { fDiagnostics.add(fDefinition.fileOf(mark), mark, text); }
     /// Reports a word that is not among `allowed`.
     void expectOneOf(Word const & word, std::string const & what, std::vector<std::string> const & allowed);
     void expectFlag(Word const & word, std::string const & what);

@@ -84,7 +84,10 @@ void FamilyBuilder::forEachProperty(void (FamilyBuilder::*pass)(Property &, Prop
 
 void FamilyBuilder::addMetamodel(Definition const & definition) {
     auto metamodel = std::make_unique<Metamodel>();
-    metamodel->file = std::filesystem::path(definition.file).filename().string();
+    metamodel->files = {std::filesystem::path(definition.file).filename().string()};
+    for (std::string const & part : definition.parts) {
+        metamodel->files.push_back(std::filesystem::path(part).filename().string());
+    }
     metamodel->prefix = definition.prefix.text;
     metamodel->cppNamespace = definition.cppNamespace.empty() ? metamodel->prefix : definition.cppNamespace.text;
     metamodel->includeDirectory = definition.includeDirectory.text;

@@ -164,7 +164,7 @@ struct Uri {
 };
 
 struct Metamodel {
-    std::string file; ///< name of the definition file, without folders
+    std::vector<std::string> files; ///< names of the definition file and its parts, without folders
     std::string prefix;
     std::string cppNamespace;
     std::string includeDirectory;

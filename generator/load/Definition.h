@@ -64,6 +64,7 @@ struct TypeDefinition {
 
 struct Definition {
     std::string file;
+    std::vector<std::string> parts; ///< further files with types of the definition; marks count them from 1
     Word prefix;
     Word cppNamespace;
     Word includeDirectory;
@@ -75,11 +76,14 @@ struct Definition {
     Word factoryClass;
     std::vector<Word> ownedEndKeys;
     std::vector<TypeDefinition> types;
+
+    [[nodiscard]] std::string const & fileOf(Mark mark) const { return mark.part == 0 ? file : parts[mark.part - 1]; }
 };
 
-/// Reads one file; what it cannot make sense of goes to `diagnostics` and is left out.
+/// Reads a file and those that it names as its parts; what cannot be made sense of goes to `diagnostics` and is left
+/// out.
 [[nodiscard]] Definition loadDefinition(std::string const & path, Diagnostics & diagnostics);
-/// The same from a text, for which `file` stands in messages.
+/// The same from a text, for which `file` stands in messages; parts are looked for in its folder.
 [[nodiscard]] Definition parseDefinition(std::string const & text, std::string const & file, Diagnostics & diagnostics);
 
 } // namespace zelgen

@@ -10,6 +10,7 @@ namespace zelgen {
 struct Mark {
     int line = 0;
     int column = 0;
+    std::size_t part = 0; ///< which file of a definition that stands in several
 };
 
 /// A word of a definition and where it stands.

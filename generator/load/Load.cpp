@@ -2,14 +2,15 @@
 
 #include <yaml-cpp/yaml.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <sstream>
+#include <utility>
 
 namespace zelgen {
 namespace {
-
-Mark markOf(YAML::Node const & node) { return {node.Mark().line + 1, node.Mark().column + 1}; }
 
 std::string kindOf(YAML::Node const & node) {
     switch (node.Type()) {
@@ -24,17 +25,30 @@ std::string kindOf(YAML::Node const & node) {
     }
 }
 
+std::optional<std::string> readText(std::string const & path) {
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream) {
+        return std::nullopt;
+    }
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
+}
+
 /// Turns nodes into structs; every reader names what it expects when the node is of another form.
 class Loader {
 public:
     Loader(std::string file, Diagnostics & diagnostics) : fFile(std::move(file)), fDiagnostics(diagnostics) {}
 
-    Definition definition(YAML::Node const & root);
+    Definition definition(std::string const & text);
 
 private:
     using Reader = std::function<void(YAML::Node const &)>;
     using Readers = std::vector<std::pair<std::string, Reader>>;
 
+    [[nodiscard]] Mark markOf(YAML::Node const & node) const {
+        return {node.Mark().line + 1, node.Mark().column + 1, fPart};
+    }
     void expected(YAML::Node const & node, std::string const & what) {
         fDiagnostics.add(fFile, markOf(node), "found " + kindOf(node) + ", expected " + what);
     }
@@ -54,8 +68,13 @@ private:
     TypeDefinition type(Word const & name, YAML::Node const & node);
     PropertyDefinition property(Word const & name, YAML::Node const & node);
     void operations(YAML::Node const & node, std::vector<OperationDefinition> & target);
+    /// Hands the root of a file to `reader`, with `path` in messages.
+    void file(std::string const & path, std::string const & text, Reader const & reader);
+    void types(YAML::Node const & node, Definition & target);
+    void part(Word const & name, Definition & target);
 
     std::string fFile;
+    std::size_t fPart = 0;
     Diagnostics & fDiagnostics;
 };
 
@@ -199,51 +218,87 @@ TypeDefinition Loader::type(Word const & name, YAML::Node const & node) {
     return t;
 }
 
-Definition Loader::definition(YAML::Node const & root) {
+void Loader::types(YAML::Node const & node, Definition & target) {
+    std::size_t const others = target.types.size();
+    namedEntries(node, "types", [&](Word const & name, YAML::Node const & entry) {
+        auto const end = target.types.begin() + static_cast<std::ptrdiff_t>(others);
+        auto const first = std::find_if(target.types.begin(), end,
+                                        [&](TypeDefinition const & other) { return other.name.text == name.text; });
+        if (first != end) {
+            fDiagnostics.add(fFile, name.mark,
+                             "found a second '" + name.text + "' among the types, expected one; the first is at " +
+                                 target.fileOf(first->name.mark) + ':' + std::to_string(first->name.mark.line));
+            return;
+        }
+        target.types.push_back(type(name, entry));
+    });
+}
+
+void Loader::file(std::string const & path, std::string const & text, Reader const & reader) {
+    std::string const outer = std::exchange(fFile, std::string(path));
+    try {
+        reader(YAML::Load(text));
+    } catch (YAML::Exception const & failure) {
+        // Not YAML at all: the parser stops at the first place, so there is nothing more to collect.
+        fDiagnostics.add(fFile, {failure.mark.line + 1, failure.mark.column + 1},
+                         "found text that is not YAML (" + failure.msg + ')');
+    }
+    fFile = outer;
+}
+
+void Loader::part(Word const & name, Definition & target) {
+    std::string const path = (std::filesystem::path(target.file).parent_path() / name.text).string();
+    std::optional<std::string> const text = readText(path);
+    if (!text) {
+        fDiagnostics.add(fFile, name.mark, "found part '" + name.text + "', expected a file that can be read");
+        return;
+    }
+    target.parts.push_back(path);
+    fPart = target.parts.size();
+    file(path, *text, [&](YAML::Node const & root) {
+        map(root, "a part", {{"types", [&](YAML::Node const & value) { types(value, target); }}});
+    });
+    fPart = 0;
+}
+
+Definition Loader::definition(std::string const & text) {
     Definition d;
     d.file = fFile;
-    map(root, "a metamodel",
-        {{"prefix", intoWord(d.prefix, "a name")},
-         {"namespace", intoWord(d.cppNamespace, "a C++ namespace")},
-         {"include_directory", intoWord(d.includeDirectory, "a path")},
-         {"top_package", intoWord(d.topPackage, "a name")},
-         {"uris", intoWords(d.uris, "URIs")},
-         {"also_registered", intoWords(d.alsoRegistered, "URIs")},
-         {"uuid", intoWord(d.uuid, "a uuid")},
-         {"model_class", intoWord(d.modelClass, "the name of a class")},
-         {"factory_class", intoWord(d.factoryClass, "the name of a class")},
-         {"owned_end_keys", intoWords(d.ownedEndKeys, "two texts")},
-         {"types", [&](YAML::Node const & value) {
-              namedEntries(value, "types",
-                           [&](Word const & name, YAML::Node const & entry) { d.types.push_back(type(name, entry)); });
-          }}});
+    std::vector<Word> parts;
+    file(fFile, text, [&](YAML::Node const & root) {
+        map(root, "a metamodel",
+            {{"prefix", intoWord(d.prefix, "a name")},
+             {"namespace", intoWord(d.cppNamespace, "a C++ namespace")},
+             {"include_directory", intoWord(d.includeDirectory, "a path")},
+             {"top_package", intoWord(d.topPackage, "a name")},
+             {"uris", intoWords(d.uris, "URIs")},
+             {"also_registered", intoWords(d.alsoRegistered, "URIs")},
+             {"uuid", intoWord(d.uuid, "a uuid")},
+             {"model_class", intoWord(d.modelClass, "the name of a class")},
+             {"factory_class", intoWord(d.factoryClass, "the name of a class")},
+             {"owned_end_keys", intoWords(d.ownedEndKeys, "two texts")},
+             {"parts", intoWords(parts, "files")},
+             {"types", [&](YAML::Node const & value) { types(value, d); }}});
+    });
+    for (Word const & name : parts) {
+        part(name, d);
+    }
     return d;
 }
 
 } // namespace
 
 Definition parseDefinition(std::string const & text, std::string const & file, Diagnostics & diagnostics) {
-    try {
-        return Loader(file, diagnostics).definition(YAML::Load(text));
-    } catch (YAML::Exception const & failure) {
-        // Not YAML at all: the parser stops at the first place, so there is nothing more to collect.
-        diagnostics.add(file, {failure.mark.line + 1, failure.mark.column + 1},
-                        "found text that is not YAML (" + failure.msg + ')');
-        Definition empty;
-        empty.file = file;
-        return empty;
-    }
+    return Loader(file, diagnostics).definition(text);
 }
 
 Definition loadDefinition(std::string const & path, Diagnostics & diagnostics) {
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream) {
+    std::optional<std::string> const text = readText(path);
+    if (!text) {
         diagnostics.add(path, {}, "cannot be read, expected a metamodel definition");
         return {};
     }
-    std::ostringstream text;
-    text << stream.rdbuf();
-    return parseDefinition(text.str(), path, diagnostics);
+    return parseDefinition(*text, path, diagnostics);
 }
 
 } // namespace zelgen

@@ -9,7 +9,8 @@ namespace zelgen {
 
 struct WriteOptions {
     std::string directory;
-    std::string depfile; ///< none if empty
+    std::string depfile;       ///< none if empty
+    std::string depfileTarget; ///< the file that the depfile is about; the bootstrap's source if empty
     std::string cppNamespace;
     std::string exportMacro;
     unsigned int units = 16;

@@ -53,6 +53,8 @@
 #include <ZEL/metamodel/Factory.h>
 #include <ZEL/metamodel/FactoryObject.h>
 #include <ZEL/metamodel/Feature.h>
+#include <ZEL/metamodel/ImmutableVisitor.h>
+#include <ZEL/metamodel/ImmutableVisitorEmpty.h>
 #include <ZEL/metamodel/MetaModel.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/MultiplicityElement.h>
@@ -77,6 +79,8 @@
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/metamodel/TypedElement.h>
 #include <ZEL/metamodel/ValueSpecification.h>
+#include <ZEL/metamodel/Visitor.h>
+#include <ZEL/metamodel/VisitorEmpty.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/serializer/Context.h>
 #include <ZEL/serializer/ContextSequence.h>
@@ -88,8 +92,13 @@
 #include <ZEL/serializer/XmiReaderSettings.h>
 #include <ZEL/serializer/XmiWriter.h>
 #include <ZEL/serializer/XmiWriterSettings.h>
+#include <ZEL/tools/AccessVisitor.h>
 #include <ZEL/tools/Comparator.h>
 #include <ZEL/tools/HTMLPrinter.h>
+#include <ZEL/tools/ImmutableAccessVisitor.h>
+#include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>
+#include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
 #include <ZEL/tools/Navigation.h>
+#include <ZEL/tools/ObjectsIn.h>
 #include <ZEL/tools/RandomModelGenerator.h>
 #include <ZEL/tools/TypePredicates.h>

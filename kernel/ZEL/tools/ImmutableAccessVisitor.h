@@ -1,0 +1,50 @@
+#pragma once
+
+#include <ZEL/Export.h>
+#include <ZEL/metamodel/Forward.h>
+
+namespace ZEL {
+
+class ImmutableValueObject;
+
+/// What is done with the parts of a model as reflection sees them: objects and values, whatever their metaclass, and the
+/// properties of an object. Each operation gives true to go on.
+class ZEL_API ImmutableAccessVisitor {
+public:
+    ImmutableAccessVisitor() = default;
+    ImmutableAccessVisitor(ImmutableAccessVisitor const &) = default;
+    ImmutableAccessVisitor & operator=(ImmutableAccessVisitor const &) = default;
+    virtual ~ImmutableAccessVisitor();
+
+    /// Passes the object on to the first that fits of `visitModel`, `visitStereotypeObject`, `visitClassObject` and
+    /// `visitValueObject`. Raises "Attempt to traverse invalid object!" for a null handle and for an object that is not
+    /// valid.
+    virtual bool visitObject(ImmutableObject const & object);
+    virtual bool visitClassObject(ImmutableClassObject const & object) = 0;
+    virtual bool visitValueObject(ImmutableValueObject const & value) = 0;
+    virtual bool visitStereotypeObject(ImmutableStereotypeObject const & instance) = 0;
+    virtual bool visitModel(ImmutableModel const & model) = 0;
+    virtual bool visitProperty(ImmutableClassObject const & object, ImmutableProperty const & property) = 0;
+};
+
+/// Does nothing and goes on, for visitors of some kinds only. An object is not passed on by its kind either.
+class ZEL_API ImmutableAccessVisitorEmpty : public ImmutableAccessVisitor {
+public:
+    bool visitObject(ImmutableObject const & object) override;
+    bool visitClassObject(ImmutableClassObject const & object) override;
+    bool visitValueObject(ImmutableValueObject const & value) override;
+    bool visitStereotypeObject(ImmutableStereotypeObject const & instance) override;
+    bool visitModel(ImmutableModel const & model) override;
+    bool visitProperty(ImmutableClassObject const & object, ImmutableProperty const & property) override;
+};
+
+/// A visitor that goes on from an object to others, and says by which way it has come.
+class ZEL_API ImmutableAccessVisitorTraversal : public ImmutableAccessVisitor {
+public:
+    /// The property through which the present object has been reached; a null handle at the beginning.
+    [[nodiscard]] virtual ImmutableProperty getCurrentMetaProperty() const = 0;
+    /// The object whose property that is; a null handle at the beginning.
+    [[nodiscard]] virtual ImmutableClassObject getCurrentClassObject() const = 0;
+};
+
+} // namespace ZEL

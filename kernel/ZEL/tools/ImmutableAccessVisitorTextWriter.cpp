@@ -1,0 +1,133 @@
+#include <ZEL/Boolean.h>
+#include <ZEL/String.h>
+#include <ZEL/ValueObject.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/StereotypeObject.h>
+#include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>
+
+#include <algorithm>
+#include <ostream>
+#include <string>
+
+namespace ZEL {
+namespace {
+
+constexpr std::uint32_t kMostLevels = 1000;
+
+} // namespace
+
+ImmutableAccessVisitorTextWriter::ImmutableAccessVisitorTextWriter(std::ostream & stream)
+    : ImmutableAccessVisitorTraversalContainment(&fPreWriter, &fPostWriter),
+      fPreWriter(*this),
+      fPostWriter(*this),
+      fStream(stream) {}
+
+ImmutableAccessVisitorTextWriter::~ImmutableAccessVisitorTextWriter() = default;
+
+bool ImmutableAccessVisitorTextWriter::visitProperty(ImmutableClassObject const & object,
+                                                     ImmutableProperty const & property) {
+    return property.isDerived() || property.getName() == "unparented" ||
+           ImmutableAccessVisitorTraversalContainment::visitProperty(object, property);
+}
+
+bool ImmutableAccessVisitorTextWriter::traverseStereotypeInstances(ImmutableClassObject const &) { return true; }
+
+bool ImmutableAccessVisitorTextWriter::isContained() const {
+    ImmutableProperty const property = getCurrentMetaProperty();
+    return !property.isValid() || (property.isComposite() && !property.isDerived());
+}
+
+void ImmutableAccessVisitorTextWriter::beginContained(ImmutableClassObject const & object) {
+    ++fDepth;
+    printTabs();
+    ImmutableProperty const property = getCurrentMetaProperty();
+    fStream << "[ " << (property.isValid() ? property.getName() : object.getMetaClass().getName()).str();
+}
+
+void ImmutableAccessVisitorTextWriter::endContained() {
+    printTabs();
+    fStream << ']';
+    --fDepth;
+}
+
+void ImmutableAccessVisitorTextWriter::printReference(ImmutableClassObject const & object) {
+    fStream << ' ' << getCurrentMetaProperty().getName().str() << "=\"" << object.toString().str();
+    if (ImmutableProperty const nameProperty = getNameProperty(object); nameProperty.isValid()) {
+        if (ImmutableObject const name = object.getOne(nameProperty); name.isValid()) {
+            fStream << name.toString().str();
+        }
+    }
+    fStream << ':' << object.getMetaClass().getName().str();
+    printPropertyDecorations();
+    fStream << '"';
+}
+
+void ImmutableAccessVisitorTextWriter::printValue(ImmutableValueObject const & value) {
+    fStream << ' ' << getCurrentMetaProperty().getName().str() << "=\"" << value.toString().str();
+    printPropertyDecorations();
+    fStream << '"';
+}
+
+void ImmutableAccessVisitorTextWriter::printTabs() {
+    static std::string const blanks(2 * std::size_t(kMostLevels), ' ');
+    fStream << '\n';
+    fStream.write(blanks.data(), 2 * static_cast<std::streamsize>(std::min(fDepth, kMostLevels)));
+}
+
+void ImmutableAccessVisitorTextWriter::printPropertyDecorations() {
+    ImmutableProperty const property = getCurrentMetaProperty();
+    if (!property.isValid()) {
+        return;
+    }
+    std::string items;
+    auto const addIf = [&items](bool applies, char const * item) {
+        if (applies) {
+            items += items.empty() ? " {" : ",";
+            items += item;
+        }
+    };
+    addIf(property.isReadOnly(), "readonly");
+    addIf(property.isDerived(), "derived");
+    addIf(property.isComposite(), "composite");
+    fStream << items << (items.empty() ? "" : "}");
+}
+
+bool ImmutableAccessVisitorTextWriter::PreWriter::visitClassObject(ImmutableClassObject const & object) {
+    if (fWriter.isContained()) {
+        fWriter.beginContained(object);
+    } else {
+        fWriter.printReference(object);
+    }
+    return true;
+}
+
+bool ImmutableAccessVisitorTextWriter::PreWriter::visitValueObject(ImmutableValueObject const & value) {
+    fWriter.printValue(value);
+    return true;
+}
+
+bool ImmutableAccessVisitorTextWriter::PreWriter::visitStereotypeObject(ImmutableStereotypeObject const & instance) {
+    return visitClassObject(instance);
+}
+
+bool ImmutableAccessVisitorTextWriter::PreWriter::visitModel(ImmutableModel const & model) {
+    return visitClassObject(model);
+}
+
+bool ImmutableAccessVisitorTextWriter::PostWriter::visitClassObject(ImmutableClassObject const &) {
+    if (fWriter.isContained()) {
+        fWriter.endContained();
+    }
+    return true;
+}
+
+bool ImmutableAccessVisitorTextWriter::PostWriter::visitStereotypeObject(ImmutableStereotypeObject const & instance) {
+    return visitClassObject(instance);
+}
+
+bool ImmutableAccessVisitorTextWriter::PostWriter::visitModel(ImmutableModel const & model) {
+    return visitClassObject(model);
+}
+
+} // namespace ZEL

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
+
+#include <cstdint>
+#include <iosfwd>
+
+namespace ZEL {
+
+/// Prints an object and all that it contains as indented text, to look at.
+///
+///       [ Package name="library" id="2 {readonly}"
+///         [ packagedElement name="Book" isAbstract="false" id="5 {readonly}" superClass="Medium:Class"
+///         ] modelZEL="library:MetaModel"
+///       ]
+///
+/// A contained object stands between brackets in lines of its own, under the property that holds it. Values and references
+/// are attributes of it, with "readonly", "derived" and "composite" in braces where they apply; a reference shows name and
+/// metaclass of its target. Derived properties and the objects without a container of a model are left out, and what a
+/// stereotype instance holds.
+///
+/// A line begins with its line end, so the last one has none. Each level indents by two blanks, up to 1,000 levels: from
+/// there on all lines begin at one column, since the text would otherwise grow with the square of the depth. Nothing is
+/// escaped. The state of the stream is the caller's to look at. To write another text, start with another writer.
+class ZEL_API ImmutableAccessVisitorTextWriter : public ImmutableAccessVisitorTraversalContainment {
+public:
+    /// The stream stays the caller's, and must live as long as the writer.
+    explicit ImmutableAccessVisitorTextWriter(std::ostream & stream);
+    ~ImmutableAccessVisitorTextWriter() override;
+
+    bool visitProperty(ImmutableClassObject const & object, ImmutableProperty const & property) override;
+
+protected:
+    /// Nothing: each instance has been written as the value of a property.
+    bool traverseStereotypeInstances(ImmutableClassObject const & object) override;
+
+private:
+    /// Writes values, references, and the beginning of contained objects.
+    class PreWriter : public ImmutableAccessVisitorEmpty {
+    public:
+        explicit PreWriter(ImmutableAccessVisitorTextWriter & writer) : fWriter(writer) {}
+        bool visitClassObject(ImmutableClassObject const & object) override;
+        bool visitValueObject(ImmutableValueObject const & value) override;
+        bool visitStereotypeObject(ImmutableStereotypeObject const & instance) override;
+        bool visitModel(ImmutableModel const & model) override;
+
+    private:
+        ImmutableAccessVisitorTextWriter & fWriter;
+    };
+
+    /// Writes the end of contained objects.
+    class PostWriter : public ImmutableAccessVisitorEmpty {
+    public:
+        explicit PostWriter(ImmutableAccessVisitorTextWriter & writer) : fWriter(writer) {}
+        bool visitClassObject(ImmutableClassObject const & object) override;
+        bool visitStereotypeObject(ImmutableStereotypeObject const & instance) override;
+        bool visitModel(ImmutableModel const & model) override;
+
+    private:
+        ImmutableAccessVisitorTextWriter & fWriter;
+    };
+
+    [[nodiscard]] bool isContained() const;
+    void beginContained(ImmutableClassObject const & object);
+    void endContained();
+    void printReference(ImmutableClassObject const & object);
+    void printValue(ImmutableValueObject const & value);
+    void printTabs();
+    void printPropertyDecorations();
+
+    PreWriter fPreWriter;
+    PostWriter fPostWriter;
+    std::ostream & fStream;
+    std::uint32_t fDepth = 0;
+};
+
+} // namespace ZEL

@@ -1,0 +1,225 @@
+#include <ZEL/Boolean.h>
+#include <ZEL/DeepCalls.h>
+#include <ZEL/Exception.h>
+#include <ZEL/PersistenceKind.h>
+#include <ZEL/String.h>
+#include <ZEL/UnlimitedNatural.h>
+#include <ZEL/ValueObject.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/DataType.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/StereotypeObject.h>
+#include <ZEL/metamodel/Type.h>
+#include <ZEL/sequences/Sequence.h>
+#include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace ZEL {
+namespace {
+
+/// The properties of a metaclass in the order in which they are visited.
+struct VisitedProperties {
+    ImmutableProperty name; ///< null if there is none; else the first of `all`
+    std::vector<ImmutableProperty> all;
+};
+
+enum Group : std::size_t { SingleValues, ManyValues, Contained, References, Extensions, GroupCount };
+
+/// None for a property that is not visited.
+std::optional<Group> groupOf(ImmutableProperty const & property) {
+    if (property.getPersistence() == PersistenceKind::Extension) {
+        return Extensions;
+    }
+    if (ImmutableDataType(property.getType()).isValid()) {
+        return property.getUpper() < 2U ? SingleValues : ManyValues;
+    }
+    if (property.isDerived()) {
+        return std::nullopt;
+    }
+    return property.isComposite() ? Contained : References;
+}
+
+VisitedProperties visitedPropertiesOf(ImmutableClass const & metaClass) {
+    VisitedProperties result;
+    std::array<std::vector<ImmutableProperty>, GroupCount> groups;
+    for (ImmutableProperty const & property : metaClass.getOwnedAttributes()) {
+        if (property.getName() == "name") {
+            if (!result.name.isValid()) {
+                result.name = property;
+                result.all.push_back(property);
+            }
+        } else if (std::optional<Group> const group = groupOf(property)) {
+            groups[*group].push_back(property);
+        }
+    }
+    for (std::vector<ImmutableProperty> const & group : groups) {
+        result.all.insert(result.all.end(), group.begin(), group.end());
+    }
+    return result;
+}
+
+} // namespace
+
+class ImmutableAccessVisitorTraversalContainment::Walk {
+public:
+    /// The result is valid until the end of the walk.
+    [[nodiscard]] VisitedProperties const & propertiesOf(ImmutableClass const & metaClass) {
+        NSInterface::ObjectIntf const * const key = metaClass.getImplementation();
+        if (fLast == nullptr || fLastClass != key) {
+            auto const [entry, isNew] = fByClass.try_emplace(key);
+            if (isNew) {
+                try {
+                    entry->second = visitedPropertiesOf(metaClass);
+                } catch (...) {
+                    fByClass.erase(entry);
+                    throw;
+                }
+            }
+            fLastClass = key;
+            fLast = &entry->second;
+        }
+        return *fLast;
+    }
+    [[nodiscard]] internal::DeepCalls & calls() noexcept { return fCalls; }
+
+    int nesting = 0;
+
+private:
+    std::unordered_map<NSInterface::ObjectIntf const *, VisitedProperties> fByClass;
+    NSInterface::ObjectIntf const * fLastClass = nullptr;
+    VisitedProperties const * fLast = nullptr;
+    internal::DeepCalls fCalls;
+};
+
+/// From the outermost operation to its end there is a walk.
+class ImmutableAccessVisitorTraversalContainment::WalkScope {
+public:
+    explicit WalkScope(ImmutableAccessVisitorTraversalContainment & traversal) : fWalk(traversal.fWalk) {
+        if (fWalk == nullptr) {
+            fWalk = std::make_unique<Walk>();
+        }
+        ++fWalk->nesting;
+    }
+    ~WalkScope() {
+        if (--fWalk->nesting == 0) {
+            fWalk.reset();
+        }
+    }
+    WalkScope(WalkScope const &) = delete;
+    WalkScope & operator=(WalkScope const &) = delete;
+
+private:
+    std::unique_ptr<Walk> & fWalk;
+};
+
+ImmutableAccessVisitorTraversalContainment::ImmutableAccessVisitorTraversalContainment(ImmutableAccessVisitor * pre,
+                                                                                       ImmutableAccessVisitor * post)
+    : fPreVisitor(pre), fPostVisitor(post) {
+    if (pre == nullptr || post == nullptr) {
+        raiseAnInternalError();
+    }
+}
+
+ImmutableAccessVisitorTraversalContainment::~ImmutableAccessVisitorTraversalContainment() = default;
+
+bool ImmutableAccessVisitorTraversalContainment::visitObject(ImmutableObject const & object) {
+    if (!object.isValid()) {
+        raiseInternalError("Attempt to traverse invalid object!");
+    }
+    return fPreVisitor->visitObject(object) && ImmutableAccessVisitor::visitObject(object) &&
+           fPostVisitor->visitObject(object);
+}
+
+bool ImmutableAccessVisitorTraversalContainment::visitClassObject(ImmutableClassObject const & object) {
+    return fPreVisitor->visitClassObject(object) && traverseClassObject(object) &&
+           fPostVisitor->visitClassObject(object);
+}
+
+bool ImmutableAccessVisitorTraversalContainment::visitValueObject(ImmutableValueObject const & value) {
+    return fPreVisitor->visitValueObject(value) && fPostVisitor->visitValueObject(value);
+}
+
+bool ImmutableAccessVisitorTraversalContainment::visitStereotypeObject(ImmutableStereotypeObject const & instance) {
+    return fPreVisitor->visitStereotypeObject(instance) && fPostVisitor->visitStereotypeObject(instance);
+}
+
+bool ImmutableAccessVisitorTraversalContainment::visitModel(ImmutableModel const & model) {
+    return fPreVisitor->visitModel(model) && traverseClassObject(model) && fPostVisitor->visitModel(model);
+}
+
+bool ImmutableAccessVisitorTraversalContainment::visitProperty(ImmutableClassObject const & object,
+                                                               ImmutableProperty const & property) {
+    ImmutableSequence<ImmutableObject> const values = object.get(property);
+    if (!fPreVisitor->visitProperty(object, property)) {
+        return false;
+    }
+    WalkScope const scope(*this);
+    for (ImmutableObject const & value : values) {
+        ImmutableProperty const outerProperty = fCurrentMetaProperty;
+        ImmutableClassObject const outerObject = fCurrentClassObject;
+        setCurrent(property, object);
+        bool const goesOn = fWalk->calls().call([&] { return visitObject(value); });
+        setCurrent(outerProperty, outerObject);
+        if (!goesOn) {
+            return false;
+        }
+    }
+    return fPostVisitor->visitProperty(object, property);
+}
+
+bool ImmutableAccessVisitorTraversalContainment::traverseClassObject(ImmutableClassObject const & object) {
+    if (fCurrentMetaProperty.isValid() && (!fCurrentMetaProperty.isComposite() || fCurrentMetaProperty.isDerived())) {
+        return true;
+    }
+    ImmutableClass const metaClass = object.getMetaClass();
+    if (!metaClass.isValid()) {
+        raiseAnInternalError();
+    }
+    WalkScope const scope(*this);
+    for (ImmutableProperty const & property : fWalk->propertiesOf(metaClass).all) {
+        if (!visitProperty(object, property)) {
+            return false;
+        }
+    }
+    return traverseStereotypeInstances(object);
+}
+
+bool ImmutableAccessVisitorTraversalContainment::traverseStereotypeInstances(ImmutableClassObject const & object) {
+    for (ImmutableStereotypeObject const & instance : object.getAppliedStereotypeInstances()) {
+        if (!visitStereotypeObject(instance)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+ImmutableProperty ImmutableAccessVisitorTraversalContainment::getCurrentMetaProperty() const {
+    return fCurrentMetaProperty;
+}
+
+ImmutableClassObject ImmutableAccessVisitorTraversalContainment::getCurrentClassObject() const {
+    return fCurrentClassObject;
+}
+
+ImmutableProperty
+ImmutableAccessVisitorTraversalContainment::getNameProperty(ImmutableClassObject const & object) const {
+    ImmutableClass const metaClass = object.getMetaClass();
+    return fWalk == nullptr ? visitedPropertiesOf(metaClass).name : fWalk->propertiesOf(metaClass).name;
+}
+
+void ImmutableAccessVisitorTraversalContainment::setCurrent(ImmutableProperty const & property,
+                                                            ImmutableClassObject const & object) {
+    fCurrentMetaProperty = property;
+    fCurrentClassObject = object;
+    // Assigning a handle on the same body keeps the old deviant.
+    fCurrentMetaProperty.setDeviant(property.getDeviant());
+    fCurrentClassObject.setDeviant(object.getDeviant());
+}
+
+} // namespace ZEL

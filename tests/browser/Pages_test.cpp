@@ -1,0 +1,164 @@
+// What a reader sees of the library's pages.
+
+#include "browser/Browser.h"
+#include "host/TemporaryFolder.h"
+
+#include <ZEL/DefaultLogHandler.h>
+#include <ZEL/HTMLLogHandler.h>
+#include <ZEL/LogRecord.h>
+#include <ZEL/Logger.h>
+#include <ZEL/ZEL.h>
+#include <ZEL/serializer/XmiReader.h>
+#include <ZEL/tools/HTMLPrinter.h>
+
+#include <gmock/gmock.h>
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace ZEL {
+namespace {
+
+using browsertest::complaintsOf;
+using browsertest::quoted;
+using testing::HasSubstr;
+
+class Pages : public testing::Test {
+protected:
+    Pages() { Logger::instance()->setDefaultHandlerLevel(LogLevel::off); }
+    void SetUp() override {
+        if (!browsertest::isInstalled()) {
+            GTEST_SKIP() << "there is no browser: chromium is not installed";
+        }
+    }
+
+    std::string report(ImmutableClassObject const & object) {
+        util::HTMLPrinter().print(object, folder.path("report"));
+        return folder.content("report.html");
+    }
+
+    TemporaryFolder folder;
+};
+
+/// The heading that each object in a tree should have, by the id that links to it should have.
+std::map<std::string, std::string> headingsOf(ImmutableClassObject const & root) {
+    std::map<std::string, std::string> headings;
+    std::vector<ImmutableClassObject> open{root};
+    while (!open.empty()) {
+        ImmutableClassObject const object = open.back();
+        open.pop_back();
+        ImmutableNamedElement const named(object);
+        bool const hasName = named.isValid() && named.hasName();
+        headings["ID" + object.getSiid().str()] =
+            object.getMetaClass().getName().str() + " " + (hasName ? named.getName().str() : "unnamed");
+        for (ImmutableClassObject const & child : object.getContaineeZELs().toVector()) {
+            open.push_back(child);
+        }
+        if (ImmutableModel const model(object); model.isValid()) {
+            headings["ID" + model.getFactory().getSiid().str()] = "Factory unnamed";
+        }
+    }
+    return headings;
+}
+
+std::string reportFacts(std::map<std::string, std::string> const & headings, int links, int outside) {
+    std::string text = "{headings: {";
+    for (auto const & [id, heading] : headings) {
+        text += quoted(id) + ": " + quoted(heading) + ",\n";
+    }
+    return text + "}, links: " + std::to_string(links) + ", outside: " + std::to_string(outside) + "}";
+}
+
+TEST_F(Pages, AReportShowsWhatIsTickedAndItsLinksLeadToTheirObjects) {
+    // Links lead into a second file, whose objects have the same numbers, and into the metamodel.
+    Serializer::XmiReader reader;
+    Model const model(reader.read(ZEL_SOURCE_DIR "/examples/tour/library.xmi"));
+    ASSERT_TRUE(model.isValid());
+    EXPECT_EQ("", complaintsOf(report(model), "report.js", reportFacts(headingsOf(model), 1000, 50)));
+}
+
+/// The page with the one place of `from` that comes first replaced.
+std::string changed(std::string page, std::string const & from, std::string const & to) {
+    std::size_t const at = page.find(from);
+    EXPECT_NE(at, std::string::npos) << from;
+    return at == std::string::npos ? page : page.replace(at, from.size(), to);
+}
+
+TEST_F(Pages, AReportWithAFaultIsSeenToHaveIt) {
+    MetaModel const model = Factory::createNewModel();
+    Factory const factory = model.getFactoryFactory();
+    model.beginTransaction();
+    model.setUuidBase("u");
+    Package const package = factory.createPackage(String("p"));
+    for (char const * const name : {"C3", "C4"}) {
+        Class const made = factory.createClass();
+        made.setName(name);
+        package.getPackagedElements().push_back(made);
+    }
+    std::string const page = report(package);
+    std::string const facts = reportFacts({{"IDu_2", "Package p"}, {"IDu_3", "Class C3"}, {"IDu_4", "Class C4"}}, 2, 1);
+    EXPECT_EQ("", complaintsOf(page, "report.js", facts));
+    struct Fault {
+        char const * from;
+        char const * to;
+        char const * complaint;
+    };
+    for (Fault const & fault : {
+             Fault{"toggleCssDisplayNum(7)", "toggleCssDisplayNum(6)", "with error ticked, a row"},
+             Fault{"div.uml tr.property {}", "div.uml tr.property {} p {}", "with error ticked, a row"},
+             Fault{"tr.derived {background-color:ghostwhite; display:none;", "tr.derived {", "at first, a row"},
+             Fault{"el.style.display = '';", "el.style.display = 'none';", "with derived ticked, a row"},
+             Fault{"function initialize() {", "function initialize() { return nothing;", "script error"},
+             Fault{R"(<div id="IDu_4">)", R"(<div id="IDu_3">)", "places for links to IDu_3: found 2"},
+             Fault{R"(<div id="IDu_4">)", R"(<div id="IDu_40">)", "places for links to IDu_4: found 0"},
+             Fault{R"(<a href="#IDu_4">)", R"(<a href="#IDu_3">)", "link to IDu_3: found Class C4"},
+             Fault{"Class C4</h1>", "Class C3</h1>", "landing at IDu_4: found Class C3"},
+             Fault{"Display control:", R"(<span id="IDu"></span>)", "places for links to IDu: found 1"},
+         }) {
+        EXPECT_THAT(complaintsOf(changed(page, fault.from, fault.to), "report.js", facts), HasSubstr(fault.complaint))
+            << fault.to;
+    }
+}
+
+TEST_F(Pages, ALogHasTheColoursOfItsLevels) {
+    struct Row {
+        LogLevel::Setting level;
+        LogRecord::Tag tag;
+        char const * rowClass;
+        char const * colour;
+    };
+    constexpr auto plain = static_cast<LogRecord::Tag>(0);
+    Row const rows[] = {
+        {LogLevel::trace, plain, "Trace", "rgb(128, 128, 128)"},
+        {LogLevel::debug, plain, "Debug", "rgb(128, 128, 128)"},
+        {LogLevel::info, plain, "Info", "rgb(0, 0, 0)"},
+        {LogLevel::warning, plain, "Warning", "rgb(139, 0, 0)"},
+        {LogLevel::error, plain, "Error", "rgb(255, 0, 0)"},
+        {LogLevel::fatal, plain, "Fatal", "rgb(255, 0, 0)"},
+        {LogLevel::off, LogRecord::Start, "Off Start", "rgb(0, 0, 255)"},
+        {LogLevel::off, LogRecord::End, "Off End", "rgb(0, 0, 255)"},
+    };
+    HTMLLogHandler handler(folder.path("log"));
+    std::string facts;
+    for (Row const & row : rows) {
+        LogRecord record;
+        record.setLevel(row.level);
+        record.setTag(row.tag);
+        record.setMessage("a <b>message</b>");
+        handler._publish(LogLevel(row.level), record);
+        facts += "[" + quoted(row.rowClass) + ", " + quoted(row.colour) + "],\n";
+    }
+    handler.close();
+    facts = "{rows: [" + facts + "]}";
+    std::string const page = folder.content("log.html");
+    EXPECT_EQ("", complaintsOf(page, "log.js", facts));
+    EXPECT_THAT(complaintsOf(changed(page, "tr.Warning {color:darkred;}", "tr.Warning {color:red;}"), "log.js", facts),
+                HasSubstr("colour of level in Warning: found rgb(255, 0, 0)"));
+    EXPECT_THAT(complaintsOf(changed(page, "return rules[num];", "return rules[num + 1];"), "log.js", facts),
+                HasSubstr("with Trace hidden"));
+}
+
+} // namespace
+} // namespace ZEL

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <ZEL/ReferenceCountingImpl.h>
+#include <ZEL/String.h>
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/metamodel/Type.h>
+#include <ZEL/metamodel/TypeIntf.h>
+
+#include <memory>
+
+namespace ZEL::testsupport {
+
+/// An object of which nothing is known but what a test says: its type, and no class. It goes with its handles.
+class BareObject final : public virtual NSInterface::ClassObjectIntf, public ReferenceCountingImpl {
+public:
+    explicit BareObject(ImmutableType const & type) : fType(type) {}
+    [[nodiscard]] static ClassObject make(ImmutableType const & type = ImmutableType()) {
+        return ClassObject(std::make_unique<BareObject>(type).release(), Deviant());
+    }
+
+    [[nodiscard]] bool deviant_isValid(Deviant) const override { return true; }
+    [[nodiscard]] ImmutableType getMetaType(Deviant) const override { return fType; }
+    [[nodiscard]] void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override {
+        return CooperativeVisitor::internal::castTable<BareObject, NSInterface::ClassObjectIntf,
+                                                       NSInterface::ObjectIntf>()
+            .cast(info, const_cast<BareObject *>(this));
+    }
+
+private:
+    ImmutableType fType;
+};
+
+/// A type with a name and without a class. It goes with its handles.
+class BareType final : public virtual NSInterface::TypeIntf, public ReferenceCountingImpl {
+public:
+    [[nodiscard]] static Type make() { return Type(std::make_unique<BareType>().release(), Deviant()); }
+
+    [[nodiscard]] bool deviant_isValid(Deviant) const override { return true; }
+    [[nodiscard]] String getName(Deviant) const override { return String("Bare"); }
+    [[nodiscard]] void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override {
+        return CooperativeVisitor::internal::castTable<BareType, NSInterface::TypeIntf, NSInterface::ClassObjectIntf,
+                                                       NSInterface::ObjectIntf>()
+            .cast(info, const_cast<BareType *>(this));
+    }
+};
+
+} // namespace ZEL::testsupport

@@ -1,0 +1,459 @@
+#include "host/TemporaryFolder.h"
+#include "kernel/ZEL/metamodel/ModelFixture.h"
+#include "kernel/ZEL/metamodel/StereotypeInstances.h"
+#include "kernel/ZEL/tools/BareObjects.h"
+#include "kernel/ZEL/tools/PageText.h"
+#include "support/ExpectRaises.h"
+
+#include <ZEL/DefaultLogHandler.h>
+#include <ZEL/HTMLLogFormatter.h>
+#include <ZEL/HTMLLogHandler.h>
+#include <ZEL/LogRecord.h>
+#include <ZEL/Logger.h>
+#include <ZEL/ReferenceCountingImpl.h>
+#include <ZEL/ValueObjectImpl.h>
+#include <ZEL/ZEL.h>
+#include <ZEL/metamodel/PropertyStorage.h>
+#include <ZEL/metamodel/PropertyStorageIntf.h>
+#include <ZEL/sequences/SequenceBuilder.h>
+#include <ZEL/tools/HTMLPrinter.h>
+
+#include <hasp_util/XmlReader.h>
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace ZEL {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testsupport::between;
+
+using Values = ImmutableSequence<ImmutableObject>;
+
+/// Gives what a test says as the values of a property, on any object.
+class SaidValues final : public PropertyStorageIntf, public ReferenceCountingImpl {
+public:
+    explicit SaidValues(std::function<Values()> values) : fValues(std::move(values)) {}
+
+    [[nodiscard]] bool has(ImmutableClassObject const &) const override { return !fValues().empty(); }
+    [[nodiscard]] Sequence<Object> get(ClassObject const &) override { raiseAnInternalError(); }
+    [[nodiscard]] Values get(ImmutableClassObject const &) const override { return fValues(); }
+    [[nodiscard]] Object getOne(ClassObject const &) override { raiseAnInternalError(); }
+    [[nodiscard]] ImmutableObject getOne(ImmutableClassObject const &) const override { return fValues().front(); }
+    void setOrAdd(ClassObject const &, Object const &) override { raiseAnInternalError(); }
+    void setOrAddEndOnly(ClassObject const &, Object const &) override { raiseAnInternalError(); }
+    void remove(ClassObject const &, Object const &) override { raiseAnInternalError(); }
+    void removeEndOnly(ClassObject const &, Object const &) override { raiseAnInternalError(); }
+    void removeOne(ClassObject const &) override { raiseAnInternalError(); }
+    void removeOneEndOnly(ClassObject const &) override { raiseAnInternalError(); }
+
+private:
+    std::function<Values()> fValues;
+};
+
+Values sequenceOf(std::vector<ImmutableObject> const & elements) {
+    Sequence<ImmutableObject> const made = Generic::SequenceBuilder{}.create<ImmutableObject>();
+    for (ImmutableObject const & element : elements) {
+        made.push_back(element);
+    }
+    return made;
+}
+
+/// Keeps the messages that are logged, and keeps them off the terminal.
+class Recorder : public DefaultLogHandler {
+public:
+    Recorder() : DefaultLogHandler(nullptr, nullptr, LogLevel::all) {
+        Logger::instance()->setDefaultHandlerLevel(LogLevel::off);
+        Logger::instance()->addHandler(this, LogLevel::all);
+    }
+    ~Recorder() override {
+        Logger::instance()->removeHandler(this);
+        Logger::instance()->setLevel(LogLevel::info);
+    }
+    void _publish(Quillon::System::Level const &, Quillon::System::Externalizable const & record) override {
+        auto const & logRecord = dynamic_cast<LogRecord const &>(record);
+        messages.push_back(std::string(logRecord.getLevel().getName()) + ": " + logRecord.getMessage());
+    }
+    std::vector<std::string> messages;
+};
+
+/// Which element carries a value's class, and what the first cell says, are matters of taste.
+std::string withoutTaste(std::string text) {
+    for (std::size_t at = 0; (at = text.find(R"(<td class="metatype">)", at)) != std::string::npos; ++at) {
+        std::size_t const from = text.find('>', at) + 1;
+        text.replace(from, text.find('<', from) - from, "*");
+    }
+    return testsupport::replaced(testsupport::replaced(text, "<span ", "<* "), "</span>", "</*>");
+}
+
+std::string cells(std::string const & type, std::string const & value) {
+    return R"(<tr><td class="metatype">*</td><td class="type">)" + type + R"(</td><td class="value">)" + value +
+           "</td></tr>";
+}
+std::string primitive(std::string const & type, std::string const & text) {
+    return cells(type, R"(<* class="primitive">)" + text + "</*>");
+}
+std::string link(std::string const & type, std::string const & id, std::string const & name) {
+    return cells(type, R"(<* class="classobj"><a href="#)" + id + R"(">)" + name + "</a></*>");
+}
+std::string row(std::string const & rowClass, std::string const & name, std::string const & values) {
+    bool const isEmpty = values.empty();
+    return R"(<tr class="property)" + rowClass + (isEmpty ? " empty" : "") + R"("><td class="name">)" + name +
+           R"(</td><td class="value)" + (isEmpty ? " empty" : "") + R"("><table>)" + values + "</table></td></tr>";
+}
+std::string errorRow(std::string const & rowClass, std::string const & name, std::string const & text) {
+    return R"(<tr class="property)" + rowClass + R"( error"><td class="name">)" + name +
+           R"(</td><td class="value error">)" + text + "</td></tr>";
+}
+
+class HTMLPrinterTest : public Test::ModelFixture {
+protected:
+    HTMLPrinterTest() {
+        open();
+        model.setUuidBase("u");
+    }
+
+    std::string printed(ImmutableClassObject const & object) {
+        util::HTMLPrinter().print(object, folder.path("page"));
+        return folder.content("page.html");
+    }
+    std::string idOf(ImmutableClassObject const & object) const { return "ID" + object.getSiid().str(); }
+    /// The headings of a page, in their order.
+    static std::vector<std::string> headings(std::string const & page) {
+        std::vector<std::string> found;
+        std::string const begin = R"(<h1 class="head">)";
+        for (std::size_t at = page.find(begin); at != std::string::npos; at = page.find(begin, at + 1)) {
+            found.push_back(page.substr(at + begin.size(), page.find("</h1>", at) - at - begin.size()));
+        }
+        return found;
+    }
+    Class classNamed(std::string const & name) const {
+        Class const made = factory.createClass();
+        made.setName(name);
+        return made;
+    }
+    /// An instance of a stereotype, of which a test says all properties.
+    StereotypeObject mark(std::string const & name = "Mark") {
+        stereotype = factory.createStereotype();
+        stereotype.setName(name);
+        return ZEL::Test::createMark<1>(stereotype);
+    }
+    void say(std::string const & name, std::function<Values()> values, bool isComposite = false,
+             bool isDerived = false) {
+        Property const property = factory.createProperty();
+        property.setName(name);
+        property.setIsComposite(Boolean(isComposite));
+        property.setIsDerived(Boolean(isDerived));
+        property.setStorage(PropertyStorage(std::make_unique<SaidValues>(std::move(values)).release()));
+        stereotype.getOwnedAttributes().push_back(property);
+    }
+
+    TemporaryFolder folder;
+    Recorder log;
+    Stereotype stereotype;
+};
+
+constexpr char kBeforeTitle[] = R"html(<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE html
+PUBLIC "-//W3C//DTD XHTML 1.0 Transitional//EN" "http://www.w3.org/TR/xhtml1/DTD/xhtml1-transitional.dtd">
+<html xmlns="http://www.w3.org/1999/xhtml">
+<head>
+<title>RV2FEN UML Generation Report )html";
+
+constexpr char kStyleSheet[] = R"html(<style type="text/css">
+body {width:800px; font-size:10pt; font-family:Arial, Helvetica, Geneva, sans-serif;}
+div.uml {}
+div.uml h1.head {background-color:powderblue;}
+div.uml table {width:100%; margin-top:1px; margin-bottom:20px; border:1px lightgrey solid; border-collapse:collapse;}
+div.uml tr.property {}
+div.uml tr.empty {background-color:lightgrey; display:none;}
+div.uml tr.derived {background-color:ghostwhite; display:none; font-style:italic;}
+div.uml tr.error {display:none;}
+div.uml td {vertical-align:top; border-width:0px 0px 1px 0px; border-bottom:1px lightgrey dotted; padding:2px 0px 2px 4px;}
+div.uml td.name {color:black; width:25%;}
+div.uml td.metatype {color:SlateGrey; width:25%;}
+div.uml td.type {color:green; width:25%;}
+div.uml td.value {color:blue; width:100%;}
+div.uml td.error {color:red;}
+div.uml td.value table {margin:0px; border:0px;}
+div.uml td.value table td {border-bottom:0px; padding:0px;}
+</style>
+)html";
+
+constexpr char kBodyStart[] = R"html(</head>
+<body  onload="initialize()">
+<div class="uml">
+<p>Display control:
+<input type="checkbox" onclick="toggleCssDisplayNum(7);"> error@
+<input type="checkbox" onclick="toggleCssDisplayNum(6);"> derived@
+<input type="checkbox" onclick="toggleCssDisplayNum(5);"> empty@
+</p>
+)html";
+
+TEST_F(HTMLPrinterTest, WritesAnObjectAndWhatItContainsAsOnePage) {
+    Comment const outer = factory.createComment();
+    Comment const inner = factory.createComment();
+    outer.setBody("to be <b>read</b>");
+    outer.getOwnedComments().push_back(inner);
+    outer.getAnnotatedElements().push_back(classNamed("C"));
+    ASSERT_EQ("u_2", outer.getSiid());
+
+    std::string const name = folder.path("page");
+    util::HTMLPrinter printer;
+    EXPECT_EQ(name + ".html", printer.print(outer, name));
+    EXPECT_THAT(log.messages, ElementsAre("Info: Start of HTML pretty-print of model -- to: " + name,
+                                          "Info: End of HTML pretty-print"));
+
+    // Both pages of the library have one script.
+    std::string const logPage = HTMLLogFormatter::getHead();
+    std::string const script = between(logPage, "<script", "</head>");
+    ASSERT_FALSE(script.empty());
+    std::string const head =
+        kBeforeTitle + name + "</title>\n" + kStyleSheet + script + testsupport::replaced(kBodyStart, "@", " ");
+
+    std::string const model = link("MetaModel", "IDu", "unnamed");
+    std::string const body =
+        R"(<div id="IDu_2"><h1 class="head">Comment unnamed</h1><table>)" +
+        row("", "body", primitive("String", "to be <b>read</b>")) +
+        row("", "annotatedElement", link("Class", "IDu_4", "C")) +                                                    //
+        row("", "persistence", "") + row(" derived composite", "ownedElement", link("Comment", "IDu_3", "unnamed")) + //
+        row(" derived", "owner", "") + row(" composite", "ownedComment", link("Comment", "IDu_3", "unnamed")) +
+        row(" composite", "appliedStereotypeInstance", "") + //
+        row("", "modelZEL", model) +                         //
+        row(" derived", "containerZEL", "") +
+        row(" derived composite", "containeeZEL", link("Comment", "IDu_3", "unnamed")) +
+        row(" derived", "rootModel", model) +      //
+        row("", "id", primitive("Integer", "2")) + //
+        row(" derived", "siid", primitive("String", "u_2")) + "</table></div>" +
+        R"(<div id="IDu_3"><h1 class="head">Comment unnamed</h1><table>)" + //
+        row("", "body", "") +                                               //
+        row("", "annotatedElement", "") +                                   //
+        row("", "persistence", "") +                                        //
+        row(" derived composite", "ownedElement", "") +
+        row(" derived", "owner", link("Comment", "IDu_2", "unnamed")) + //
+        row(" composite", "ownedComment", "") +                         //
+        row(" composite", "appliedStereotypeInstance", "") +            //
+        row("", "modelZEL", model) + row(" derived", "containerZEL", link("Comment", "IDu_2", "unnamed")) +
+        row(" derived composite", "containeeZEL", "") + //
+        row(" derived", "rootModel", model) +           //
+        row("", "id", primitive("Integer", "3")) +      //
+        row(" derived", "siid", primitive("String", "u_3")) + "</table></div>";
+
+    EXPECT_EQ(head + body + "</div>\n</body>\n</html>\n", withoutTaste(folder.content("page.html")));
+}
+
+TEST_F(HTMLPrinterTest, PutsWhatIsContainedBehindItsOwnerInOrder) {
+    Package const top = factory.createPackage(String("top"));
+    model.setTopPackage(top);
+    for (char const * const name : {"a", "b"}) {
+        Package const package = factory.createPackage(String(name));
+        top.getPackagedElements().push_back(package);
+        for (char const * const inner : {"1", "2"}) {
+            Package const element = factory.createPackage(String(std::string(name) + inner));
+            package.getPackagedElements().push_back(element);
+        }
+    }
+    top.getOwnedComments().push_back(factory.createComment());
+    EXPECT_THAT(headings(printed(top)), ElementsAre("Package top", "Package a", "Package a1", "Package a2", "Package b",
+                                                    "Package b1", "Package b2", "Comment unnamed"));
+    EXPECT_THAT(headings(printed(model)).front(), "MetaModel unnamed");
+    // Said of every namespace by the library itself.
+    EXPECT_THAT(printed(top), HasSubstr(errorRow(" derived", "importedMember",
+                                                 "The Namespace.importedMember derived property is not yet "
+                                                 "implemented!")));
+}
+
+TEST_F(HTMLPrinterTest, NamesWhatHasNoName) {
+    EXPECT_THAT(headings(printed(factory.createClass())), ElementsAre("Class unnamed"));
+    EXPECT_THAT(headings(printed(classNamed("a<b&c"))), ElementsAre("Class a<b&c"));
+    StereotypeObject const object = mark("Seal");
+    EXPECT_THAT(headings(printed(object)), ElementsAre("&laquo;Seal&raquo; unnamed"));
+    std::string name;
+    say("name", [&name] { return sequenceOf({Object(String(name))}); });
+    EXPECT_THAT(headings(printed(object)), ElementsAre("&laquo;Seal&raquo; anonymous"));
+    name = "red";
+    EXPECT_THAT(headings(printed(object)), ElementsAre("&laquo;Seal&raquo; red"));
+}
+
+TEST_F(HTMLPrinterTest, MakesRowsOfWhatCannotBeRead) {
+    StereotypeObject const object = mark();
+    Class const dead = classNamed("dead");
+    dead.destroy();
+    Object const untyped = ValueObject(std::make_unique<NSImplementation::ValueObjectImpl>(
+                                           String::getTypeInfo(), ImmutableObject(), HASP::any(String("text")))
+                                           .release(),
+                                       Deviant());
+    ClassObject const classless = testsupport::BareObject::make(Comment::MetaClass());
+    say("none", [] { return Values(); });
+    say(
+        "broken", []() -> Values { raiseInternalError("no luck"); }, true);
+    say(
+        "strange", []() -> Values { throw 7; }, true, true);
+    say("empty", [] { return sequenceOf({}); });
+    say(
+        "mixed",
+        [&] {
+            return sequenceOf({Object(Integer(1)), dead, untyped, classless, Object(Integer(2))});
+        },
+        true);
+    std::string const valueError = R"(<tr class="error"><td colspan='3' class="error">)";
+    std::string const valueEnd = "</td colspan='3'></tr>";
+    std::string const page = withoutTaste(printed(object));
+    EXPECT_EQ(
+        between(page, "<table>", "</div>"),
+        "<table>" + errorRow("", "none", "Bug!!! No valid values for property:") +
+            errorRow(" composite", "broken", "no luck") +
+            errorRow(" derived composite", "strange", "Unknown exception on property: strange") + row("", "empty", "") +
+            row(" composite", "mixed",
+                primitive("Integer", "1") + valueError +
+                    "navigation::getMetaTypeClassName:error Not a valid zel object" + valueEnd + valueError +
+                    "navigation::getMetaTypeName:error zel-object has not a valid meta-type" + valueEnd + valueError +
+                    "Expects element to have a valid meta-class" + valueEnd + primitive("Integer", "2")) +
+            "</table>");
+    EXPECT_THAT(log.messages,
+                testing::Contains("Debug: htmlprinter:error:printSequenceValue: typeName=?? typeMetaClassName=?? "
+                                  "value=?? (navigation::getMetaTypeClassName:error Not a valid zel object)"));
+    EXPECT_THAT(headings(page), testing::SizeIs(1)) << "a dead child is not printed";
+}
+
+TEST_F(HTMLPrinterTest, PrintsNoObjectTwice) {
+    StereotypeObject const object = mark();
+    Comment const child = factory.createComment();
+    auto const twice = [&] { return sequenceOf({child, child}); };
+    say("seen again", twice, true, true);
+    say("linked", twice);
+    EXPECT_THAT(headings(printed(object)), ElementsAre("&laquo;Mark&raquo; unnamed"));
+    say("contained", twice, true);
+    std::string const error = "Expects unique ID but " + idOf(child) + " is not";
+    EXPECT_RAISES(error, printed(object));
+    std::string const page = folder.content("page.html");
+    EXPECT_THAT(headings(page), ElementsAre("&laquo;Mark&raquo; unnamed", "Comment unnamed"));
+    EXPECT_THAT(page, testing::EndsWith("</table></div>")) << "as far as it was written";
+
+    util::HTMLPrinter printer;
+    printer.print(child, folder.path("page"));
+    EXPECT_RAISES("Expects unique ID but " + idOf(child) + " is not", printer.print(child, folder.path("page")));
+    EXPECT_RAISES(error, printer.print(object, folder.path("page")));
+    printer.print(stereotype, folder.path("page"));
+    EXPECT_THAT(folder.content("page.html"), testing::EndsWith("</html>\n")) << "what went wrong is forgotten";
+}
+
+TEST_F(HTMLPrinterTest, SaysWhatCannotBeWritten) {
+    util::HTMLPrinter printer;
+    Comment const dead = factory.createComment();
+    dead.destroy();
+    for (ImmutableClassObject const & invalid : {ImmutableClassObject(), ImmutableClassObject(dead)}) {
+        EXPECT_RAISES("Expects a valid Element", printer.print(invalid, folder.path("page")));
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.path("page.html")));
+    EXPECT_THAT(log.messages,
+                testing::Contains("Info: Start of HTML pretty-print of model -- to: " + folder.path("page")));
+
+    Comment const element = factory.createComment();
+    EXPECT_RAISES("Cannot create output file: " + folder.path("none/page.html"),
+                  printer.print(element, folder.path("none/page")));
+    std::filesystem::create_symlink("/dev/full", folder.path("full.html"));
+    EXPECT_RAISES("Cannot write output file: " + folder.path("full.html"), printer.print(element, folder.path("full")));
+    EXPECT_THAT(log.messages, Not(testing::Contains("Info: End of HTML pretty-print")));
+    EXPECT_NO_THROW(printer.print(factory.createComment(), folder.path("page")));
+}
+
+/// Counts the objects, and keeps that their numbers come one behind the other.
+class CountingPrinter : public util::HTMLPrinter {
+public:
+    int count = 0;
+    bool isInOrder = true;
+
+protected:
+    void printElement(ImmutableClassObject object) override {
+        isInOrder = isInOrder && static_cast<std::int32_t>(object.getId()) == count + 2;
+        ++count;
+        HTMLPrinter::printElement(object);
+    }
+};
+
+TEST_F(HTMLPrinterTest, PrintsManyLevelsAndNeedsNoStackForThem) {
+    constexpr int levels = 100000;
+    Comment const outermost = factory.createComment();
+    Comment innermost = outermost;
+    for (int level = 1; level < levels; ++level) {
+        Comment const inner = factory.createComment();
+        innermost.getOwnedComments().push_back(inner);
+        innermost = inner;
+    }
+    std::filesystem::create_symlink("/dev/null", folder.path("deep.html"));
+    CountingPrinter printer;
+    printer.print(outermost, folder.path("deep"));
+    EXPECT_EQ(levels, printer.count);
+    EXPECT_TRUE(printer.isInOrder);
+}
+
+/// Calls each operation that makes a tag, in the place of the style sheet.
+class TagPrinter : public util::HTMLPrinter {
+public:
+    using HTMLPrinter::helperGetID;
+    using HTMLPrinter::helperGetName;
+
+protected:
+    void writeCss() override {
+        writeStartTagWithID("a", "i", "c");
+        writeStartTagWithID("a", "i", "");
+        writeStartTag("b", "c");
+        writeStartTag("b", "");
+        writeEndTag("b");
+        writeElementWithID("e", "i", "c", "<t>");
+        writeElement("e", "c", "<t>");
+        output << hyperLinkElement("#t", "text");
+    }
+};
+
+TEST_F(HTMLPrinterTest, CanBeDerivedFrom) {
+    TagPrinter printer;
+    printer.print(factory.createComment(), folder.path("page"));
+    EXPECT_THAT(folder.content("page.html"), HasSubstr(R"(</title>
+<a id="i" class="c"><a id="i"><b class="c"><b></b><e id="i" class="c"><t></e><e class="c"><t></e><a href="#t">text</a><script )"));
+    ClassObject const classless = testsupport::BareObject::make();
+    for (auto const & helper : {&TagPrinter::helperGetID, &TagPrinter::helperGetName}) {
+        EXPECT_RAISES("Expects a valid element", (printer.*helper)(ImmutableClassObject()));
+        EXPECT_RAISES("Expects element to have a valid meta-class", (printer.*helper)(classless));
+    }
+}
+
+/// Empty for a document that a parser takes.
+std::string xmlErrorOf(std::string const & path) {
+    HASP::XmlReader reader(path);
+    while (reader.hasNext()) {
+        reader.next();
+    }
+    return reader.error();
+}
+
+TEST_F(HTMLPrinterTest, WritesPagesThatAreXmlUnlessNamesHoldMarkup) {
+    StereotypeObject const object = mark();
+    say("broken", []() -> Values { raiseInternalError("no luck"); });
+    say("child", [child = classNamed("A")] { return sequenceOf({child}); });
+    std::string const page = folder.file("page.xml", testsupport::asXml(printed(object)));
+    EXPECT_EQ("", xmlErrorOf(page));
+    say("child", [child = classNamed("A & B")] { return sequenceOf({child}); });
+    EXPECT_NE("", xmlErrorOf(folder.file("page.xml", testsupport::asXml(printed(object)))));
+
+    for (std::string const message : {"plain", "<b>&amp;</b>"}) {
+        HTMLLogHandler handler(folder.path("log"));
+        Logger::instance()->addHandler(&handler, LogLevel::all);
+        Logger::instance()->info("%s", message);
+        handler.close();
+        EXPECT_EQ("", xmlErrorOf(folder.file("log.xml", testsupport::asXml(folder.content("log.html"))))) << message;
+    }
+}
+
+} // namespace
+} // namespace ZEL

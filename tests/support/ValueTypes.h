@@ -18,21 +18,6 @@
 
 namespace ZEL::Test {
 
-template <class... Values> void registerMissing() {
-    auto const registerOne = [](std::string const & name, HASP::TypeInfo const & info) {
-        if (!TypeInfoRegistry::hasType(name)) {
-            TypeInfoRegistry::registerTypeInfo(name, info);
-        }
-    };
-    (registerOne(Values::getTypeName(), Values::getTypeInfo()), ...);
-}
-
-/// Values can be boxed only once their types are known by name, which is so when the library has started.
-inline void registerValueTypes() {
-    registerMissing<Boolean, Integer, UnlimitedNatural, Real, Single, Double, String, Argument, VisibilityKind,
-                    ParameterDirectionKind, PackageMergeKind, PersistenceKind>();
-}
-
 /// The text of the exception that `action` raises, "(nothing)" if it raises none.
 template <class Action> std::string textOfException(Action action) {
     try {

@@ -11,12 +11,7 @@ namespace {
 
 using Test::textOfException;
 
-class ArgumentTest : public testing::Test {
-protected:
-    ArgumentTest() { ZEL::Test::registerValueTypes(); }
-};
-
-TEST_F(ArgumentTest, HoldsOneCountOnItsValue) {
+TEST(ArgumentTest, HoldsOneCountOnItsValue) {
     Object const five = Integer(5);
     Object const six = Integer(6);
     {
@@ -37,12 +32,12 @@ TEST_F(ArgumentTest, HoldsOneCountOnItsValue) {
     EXPECT_EQ(1, five.getImplementation()->numRef());
 }
 
-TEST_F(ArgumentTest, IsNotMadeWithANullValue) {
+TEST(ArgumentTest, IsNotMadeWithANullValue) {
     EXPECT_EQ("Cannot access NULL ref. Use isValid() before calling methods",
               textOfException([] { (void)Argument("a", Object()); }));
 }
 
-TEST_F(ArgumentTest, ComparesByNameThenByBody) {
+TEST(ArgumentTest, ComparesByNameThenByBody) {
     Object const five = Integer(5);
     EXPECT_TRUE(Argument("a", five) == Argument("a", five));
     EXPECT_TRUE(Argument("a", five) != Argument("a", Integer(5))) << "another body";
@@ -52,7 +47,7 @@ TEST_F(ArgumentTest, ComparesByNameThenByBody) {
     EXPECT_TRUE(Argument("a", five) <= Argument("a", five) && !(Argument("a", five) > Argument("a", five)));
 }
 
-TEST_F(ArgumentTest, PrintsItsNameAndValue) {
+TEST(ArgumentTest, PrintsItsNameAndValue) {
     EXPECT_EQ("(,())", Argument().toString());
     EXPECT_EQ("(a,5)", Argument("a", Integer(5)).toString());
     EXPECT_EQ("(a,(b,true))", Argument("a", Argument("b", Boolean(true))).toString());
@@ -64,7 +59,7 @@ struct Reading {
     char const * raised;
 };
 
-TEST_F(ArgumentTest, ReadsItsGrammar) {
+TEST(ArgumentTest, ReadsItsGrammar) {
     constexpr char expecting[] = "Expecting: '(' at start of string!";
     constexpr char premature[] = "Premature ')' in createFromString!";
     constexpr char more[] = "There are more parameters in the string than the object!";
@@ -98,7 +93,7 @@ TEST_F(ArgumentTest, ReadsItsGrammar) {
     }
 }
 
-TEST_F(ArgumentTest, GivesItsPartsAsObjects) {
+TEST(ArgumentTest, GivesItsPartsAsObjects) {
     EXPECT_EQ("name", Argument::fName_ID.toString());
     EXPECT_EQ("value", Argument::fValue_ID.toString());
     Argument argument;

@@ -87,7 +87,6 @@ TEST(Kind, ReadsAndPrintsExactlyItsLiterals) {
 }
 
 TEST(Kind, OfAnApplicationIsBoxedLikeABuiltInOne) {
-    ZEL::Test::registerValueTypes();
     EXPECT_FALSE(ValueObject(Colour(Colour::Green)).isValid()) << "its type has no name yet";
     TypeInfoRegistry::registerTypeInfo(Colour::getTypeName(), Colour::getTypeInfo());
     Object const boxed = Colour(Colour::Green);

@@ -1,3 +1,5 @@
+#include "host/TemporaryFolder.h"
+
 #include <ZEL/HTMLLogFormatter.h>
 #include <ZEL/HTMLLogHandler.h>
 #include <ZEL/LogRecord.h>
@@ -8,10 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -24,22 +23,11 @@ namespace fs = std::filesystem;
 
 class HTMLLogHandlerTest : public testing::Test {
 protected:
-    HTMLLogHandlerTest() {
-        std::string pattern = (fs::temp_directory_path() / "html-log-XXXXXX").string();
-        fFolder = ::mkdtemp(pattern.data());
-        logger.setDefaultHandlerLevel(LogLevel::off);
-    }
-    ~HTMLLogHandlerTest() override {
-        logger.setLevel(LogLevel::info);
-        std::error_code ignored;
-        fs::remove_all(fFolder, ignored);
-    }
+    HTMLLogHandlerTest() { logger.setDefaultHandlerLevel(LogLevel::off); }
+    ~HTMLLogHandlerTest() override { logger.setLevel(LogLevel::info); }
 
-    [[nodiscard]] std::string path(std::string const & name) const { return (fFolder / name).string(); }
-    [[nodiscard]] std::string content(std::string const & name) const {
-        std::ifstream in(path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
+    [[nodiscard]] std::string path(std::string const & name) const { return folder.path(name); }
+    [[nodiscard]] std::string content(std::string const & name) const { return folder.content(name); }
     /// A finished report with one message.
     void writeReport(std::string const & message) {
         HTMLLogHandler handler(path("x"));
@@ -47,10 +35,8 @@ protected:
         logger.info(message);
     }
 
+    TemporaryFolder folder;
     Logger & logger = *Logger::instance();
-
-private:
-    fs::path fFolder;
 };
 
 /// Puts TIME in the place of each row's time.

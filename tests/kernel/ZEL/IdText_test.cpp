@@ -34,6 +34,7 @@ TEST(IdText, GivesNumberAndUuidOfWellFormedTextsOnly) {
         {"_zel_u", 0, "u"},
         {"_zel_", 0, ""},
         {"zel_u_14", 0, "u"},
+        {"x_zel_u_14", 0, "zel"},
         {"a__b", 0, "b"},
         {"a", 0, ""},
         {"", 0, ""},

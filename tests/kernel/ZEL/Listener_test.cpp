@@ -108,12 +108,6 @@ TEST_F(ListenerTest, EachListTakesAListenerOnce) {
     EXPECT_TRUE(calls.empty()) << "and nobody is told";
 }
 
-TEST_F(ListenerTest, RegistrationOnTheNullDeviantFails) {
-    EXPECT_EQ("registerListener on null deviant", raisedBy([&] { registerModifierOnCommit(Deviant(), one); }));
-    EXPECT_EQ("registerListener on null deviant", raisedBy([&] { registerValidatorOnCommit(Deviant(), one); }));
-    EXPECT_EQ("registerListener on null deviant", raisedBy([&] { registerObservingListener(Deviant(), one); }));
-}
-
 // --- the order of a commit -------------------------------------------------------------------------------------------
 
 TEST_F(ListenerTest, AllModifiersThenAllValidatorsThenAllObserversInOrderOfRegistration) {

@@ -14,7 +14,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -199,14 +198,6 @@ TEST_F(LoggerTest, AnswersWhatItsOwnLevelLetsThrough) {
         EXPECT_FALSE(logger.isLoggable(setting));
     }
     logger.setDefaultHandlerLevel(LogLevel::off);
-}
-
-TEST_F(LoggerTest, ForgetsAHandlerThatDies) {
-    auto temporary = std::make_unique<Recorder>();
-    logger.addHandler(temporary.get(), LogLevel::all);
-    temporary.reset();
-    logger.info("still here");
-    EXPECT_EQ("still here", recorder.last());
 }
 
 TEST_F(LoggerTest, PrintsLinesOnTheTerminal) {

@@ -1,10 +1,7 @@
 #include "support/ValueTypes.h"
 
-#include <ZEL/Cleanup.h>
-#include <ZEL/Constants.h>
 #include <ZEL/FactoryRegistry.h>
 #include <ZEL/MetaModelRegistry.h>
-#include <ZEL/NamespaceRegistry.h>
 #include <ZEL/TypeInfoRegistry.h>
 #include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/Factory.h>
@@ -70,19 +67,6 @@ TEST(FactoryRegistry, CallsTheCreatorOfTheUri) {
     EXPECT_FALSE(registry.createModel(uri).isValid());
 }
 
-TEST(Registries, KnowTheBuiltInMetamodelFromTheStart) {
-    EXPECT_EQ("ZEL", NamespaceRegistry::instance()->getPrefixFromMetaUri("http://schema.omg.org/spec/MOF/2.0"));
-    EXPECT_EQ("http://schema.omg.org/spec/MOF/2.0", NamespaceRegistry::instance()->getMetaUri("ZEL"));
-    Model const metaModel = MetaModelRegistry::instance()->getModelFromUri(METAMODEL_URI);
-    EXPECT_TRUE(metaModel.isValid());
-    for (char const * const known : {METAMODEL_URI, METAMODEL_CMOF_URI, METAMODEL_EMOF_URI}) {
-        EXPECT_TRUE(MetaModelRegistry::instance()->getModelFromUri(known) == metaModel) << known;
-        Model const model = FactoryRegistry::instance()->createModel(known);
-        EXPECT_TRUE(model.isValid()) << known;
-        EXPECT_TRUE(FactoryRegistry::instance()->createFactory(known, model).isValid()) << known;
-    }
-}
-
 TEST(Registries, KnowTheDataTypeOfEachValueClass) {
     EXPECT_EQ("Boolean", Boolean::MetaDataType().getName());
     EXPECT_EQ("UnlimitedNatural", UnlimitedNatural().getMetaDataType().getName());
@@ -90,10 +74,6 @@ TEST(Registries, KnowTheDataTypeOfEachValueClass) {
     ValueObject const boxed = Integer(1);
     EXPECT_TRUE(boxed.getMetaDataType() == TypeInfoRegistry::getMetaType("ZEL.Integer"));
     EXPECT_TRUE(Object(boxed).getMetaType() == Integer::MetaDataType());
-    for (char const * const name : {"ZEL.Factory", "ZEL.IntegerImmutableIterator", "ZEL.ImmutableSequenceOfArgument",
-                                    "ZEL.ImmutableClassImmutableIterator", "ZEL.SequenceOfImmutableComment"}) {
-        EXPECT_TRUE(TypeInfoRegistry::hasType(name)) << name;
-    }
 }
 
 } // namespace

@@ -17,11 +17,6 @@ using Test::textOfException;
 constexpr char nullText[] = "Cannot access NULL ref. Use isValid() before calling methods";
 constexpr char internalError[] = "An Internal Error has occurred";
 
-class ValueObjectTest : public testing::Test {
-protected:
-    ValueObjectTest() { ZEL::Test::registerValueTypes(); }
-};
-
 template <class V> void expectRoundTrip(V const & value, char const * text) {
     ValueObject const boxed = value;
     ASSERT_TRUE(boxed.isValid());
@@ -34,7 +29,7 @@ template <class V> void expectRoundTrip(V const & value, char const * text) {
     EXPECT_TRUE(boxed.getTypeInfo() == TypeInfoRegistry::getTypeInfo(V::getTypeName()));
 }
 
-TEST_F(ValueObjectTest, GivesBackWhatWasBoxed) {
+TEST(ValueObjectTest, GivesBackWhatWasBoxed) {
     expectRoundTrip(Boolean(true), "true");
     expectRoundTrip(Integer(-3), "-3");
     expectRoundTrip(UnlimitedNatural(0xFFFFFFFFu), "*");
@@ -46,7 +41,7 @@ TEST_F(ValueObjectTest, GivesBackWhatWasBoxed) {
     expectRoundTrip(PersistenceKind(PersistenceKind::Extension), "extension");
 }
 
-TEST_F(ValueObjectTest, ComparesByValueAndIsOrderedByBody) {
+TEST(ValueObjectTest, ComparesByValueAndIsOrderedByBody) {
     ValueObject const one = Integer(1);
     ValueObject const anotherOne = Integer(1);
     ValueObject const two = Integer(2);
@@ -59,7 +54,7 @@ TEST_F(ValueObjectTest, ComparesByValueAndIsOrderedByBody) {
     EXPECT_FALSE(Object(one) == Object(anotherOne)) << "as objects, bodies are compared";
 }
 
-TEST_F(ValueObjectTest, IsOneObjectInEveryForm) {
+TEST(ValueObjectTest, IsOneObjectInEveryForm) {
     Object const object = Integer(7);
     ValueObject const value(object);
     EXPECT_TRUE(value.isValid());
@@ -72,7 +67,7 @@ TEST_F(ValueObjectTest, IsOneObjectInEveryForm) {
     EXPECT_EQ(body, body->deviant_getCopyOfDeviation(Deviant()));
 }
 
-TEST_F(ValueObjectTest, NamesItsClassByTheHandle) {
+TEST(ValueObjectTest, NamesItsClassByTheHandle) {
     Object const object = Integer(7);
     EXPECT_EQ("ZEL.ValueObject", object.getFullyQualifiedOrcaTypeName());
     EXPECT_EQ("ZEL.ImmutableValueObject", ImmutableObject(object).getFullyQualifiedOrcaTypeName());
@@ -80,7 +75,7 @@ TEST_F(ValueObjectTest, NamesItsClassByTheHandle) {
     EXPECT_EQ("ZEL.ImmutableObject", ImmutableObject().getFullyQualifiedOrcaTypeName());
 }
 
-TEST_F(ValueObjectTest, CannotBeReadAsAnotherClassOrFromNothing) {
+TEST(ValueObjectTest, CannotBeReadAsAnotherClassOrFromNothing) {
     ValueObject const boxed = Integer(1);
     EXPECT_THROW(Boolean{boxed}, HASP::bad_any_cast);
     EXPECT_THROW(String{Object(boxed)}, HASP::bad_any_cast);
@@ -105,19 +100,19 @@ public:
     bool deviant_isValid(Deviant) const override { return true; }
 };
 
-TEST_F(ValueObjectTest, IsNotMadeOfAnObjectThatIsNoValue) {
+TEST(ValueObjectTest, IsNotMadeOfAnObjectThatIsNoValue) {
     Object const stone(new Stone, Deviant());
     EXPECT_FALSE(ValueObject(stone).isValid());
     EXPECT_EQ(internalError, textOfException([&] { (void)Integer(stone); }));
 }
 
-TEST_F(ValueObjectTest, ReadsANewOneFromText) {
+TEST(ValueObjectTest, ReadsANewOneFromText) {
     Object const seven = Object(Integer(7)).fromString("8");
     EXPECT_EQ(8, Integer(seven).getValue());
     EXPECT_EQ("Can't convert string 'x' to INT32_T", textOfException([&] { (void)seven.fromString("x"); }));
 }
 
-TEST_F(ValueObjectTest, FactoryGoesByRegisteredNames) {
+TEST(ValueObjectTest, FactoryGoesByRegisteredNames) {
     EXPECT_FALSE(ValueObjectFactory::create("nonsense").isValid());
     EXPECT_FALSE(ValueObjectFactory::create("nonsense", Integer(1)).isValid());
     EXPECT_FALSE(ValueObjectFactory::createFromString("nonsense", "1").isValid());

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "support/ExpectRaises.h"
+
 #include <ZEL/Boolean.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/Factory.h>
 #include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/Property.h>
 
 #include <gtest/gtest.h>
 
@@ -29,5 +32,24 @@ protected:
     MetaModel model = Factory::createNewModel();
     Factory factory = model.getFactoryFactory();
 };
+
+/// Each reflective operation raises: the readers one text, the writers another. `property` is a name or a property.
+template <class H, class P>
+void expectRefused(H const & object, P const & property, char const * readText, char const * writeText) {
+    typename H::ImmutableForm const immutable(object);
+    Object const value;
+    EXPECT_RAISES(readText, object.get(property));
+    EXPECT_RAISES(readText, object.getOne(property));
+    EXPECT_RAISES(readText, object.has(property));
+    EXPECT_RAISES(readText, immutable.get(property));
+    EXPECT_RAISES(readText, immutable.getOne(property));
+    EXPECT_RAISES(readText, immutable.has(property));
+    EXPECT_RAISES(writeText, object.setOrAdd(property, value));
+    EXPECT_RAISES(writeText, object.setOrAddOnly(property, value));
+    EXPECT_RAISES(writeText, object.remove(property, value));
+    EXPECT_RAISES(writeText, object.removeOnly(property, value));
+    EXPECT_RAISES(writeText, object.removeOne(property));
+    EXPECT_RAISES(writeText, object.removeOneOnly(property));
+}
 
 } // namespace ZEL::Test

@@ -31,38 +31,14 @@ protected:
 };
 
 TEST_F(Reflection, NamesTheRoadOnWhichAPropertyIsMissing) {
-    Object const value = boxed("x");
-    ImmutableClassObject const immutable(comment);
     MetaModel gone = Factory::createNewModel();
     gone.beginTransaction();
     ImmutableProperty const ended = gone.getFactoryFactory().createProperty();
     gone = MetaModel();
-    for (ImmutableProperty const & property : {ImmutableProperty(), ended}) {
-        EXPECT_RAISES(kGet, comment.get(property));
-        EXPECT_RAISES(kGet, comment.getOne(property));
-        EXPECT_RAISES(kGet, comment.has(property));
-        EXPECT_RAISES(kGet, immutable.get(property));
-        EXPECT_RAISES(kGet, immutable.getOne(property));
-        EXPECT_RAISES(kSet, comment.setOrAdd(property, value));
-        EXPECT_RAISES(kSet, comment.setOrAddOnly(property, value));
-        EXPECT_RAISES(kSet, comment.remove(property, value));
-        EXPECT_RAISES(kSet, comment.removeOnly(property, value));
-        EXPECT_RAISES(kSet, comment.removeOne(property));
-        EXPECT_RAISES(kSet, comment.removeOneOnly(property));
-    }
-    for (char const * const text : {"name", "", "Body", "body ", "ZEL.Comment.body"}) {
-        String const name(text);
-        EXPECT_RAISES(kGet, comment.get(name));
-        EXPECT_RAISES(kGet, comment.getOne(name));
-        EXPECT_RAISES(kGet, comment.has(name));
-        EXPECT_RAISES(kGet, immutable.get(name));
-        EXPECT_RAISES(kGet, immutable.getOne(name));
-        EXPECT_RAISES(kSet, comment.setOrAdd(name, value));
-        EXPECT_RAISES(kSet, comment.setOrAddOnly(name, value));
-        EXPECT_RAISES(kSet, comment.remove(name, value));
-        EXPECT_RAISES(kSet, comment.removeOnly(name, value));
-        EXPECT_RAISES(kSet, comment.removeOne(name));
-        EXPECT_RAISES(kSet, comment.removeOneOnly(name));
+    ZEL::Test::expectRefused(comment, ImmutableProperty(), kGet, kSet);
+    ZEL::Test::expectRefused(comment, ended, kGet, kSet);
+    for (char const * const name : {"name", "", "Body", "body ", "ZEL.Comment.body"}) {
+        ZEL::Test::expectRefused(comment, String(name), kGet, kSet);
     }
     // A property without storage.
     EXPECT_RAISES("Cannot access NULL ref. Use isValid() before calling methods",

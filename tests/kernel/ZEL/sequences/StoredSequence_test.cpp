@@ -117,20 +117,6 @@ TEST_F(StoredSequence, AsksItsDeviantBeforeItTouchesTheObject) {
     EXPECT_RAISES("object accessed after its model has been destroyed", sequence.toVector());
 }
 
-TEST_F(StoredSequence, TextsAreUniqueOnlyIfTheFieldSaysSo) {
-    Sequence<String> const unique(make(d, Owner::uniqueTexts), d);
-    unique.push_back("a");
-    unique.push_back("a");
-    EXPECT_EQ(1, unique.size());
-    Sequence<String> const texts(make(d, Owner::texts), d);
-    texts.push_back("a");
-    texts.replace(1, "b");
-    EXPECT_EQ((std::vector<String>{"a", "b"}), texts.toVector());
-    EXPECT_EQ(1, texts.indexOf("b"));
-    EXPECT_TRUE(texts.remove("a"));
-    EXPECT_EQ("b", texts[0].str());
-}
-
 TEST_F(StoredSequence, NamesItsTypeByBothFlags) {
     SequencePtr const sequence(make(d));
     EXPECT_STREQ("TEST.ImmutableSequenceOfImmutableItem", sequence->generic_getOrcaName(true, true, ""));

@@ -10,18 +10,20 @@ namespace ZEL::Serializer {
 
 /// What of the files of a run did not reach a model: counts by name.
 ///
-/// A name of an element is its local name, behind its namespace in braces if it has one; attributes, values and links
-/// are named "Class.property". All counts are zero for files that were read without loss.
+/// A name of an element is its local name, behind its namespace in braces if it has one, and "of type" with what its
+/// `xmi:type` says; attributes, values and links are named "Class.property". Each loss is counted once. All counts are
+/// zero for files that were read without loss.
 class ZEL_API ReadReport {
 public:
     using Counts = std::map<std::string, std::size_t>;
 
-    /// Elements left out with all they contain: of unknown name, of a class that cannot be made, or by a rule. What lies
-    /// inside is not counted on its own.
+    /// Elements left out with all they contain: of unknown name, of a class that cannot be made or that may not stand
+    /// there, or by a rule. What lies inside is not counted on its own.
     [[nodiscard]] Counts const & skippedElements() const noexcept { return fSkippedElements; }
-    /// Attributes that name no property of the object.
+    /// Attributes that name no property of the object, or one that attributes cannot set: a composition, or what is
+    /// derived.
     [[nodiscard]] Counts const & ignoredAttributes() const noexcept { return fIgnoredAttributes; }
-    /// Values that the property did not take: no text of its type, or an object that may not stand there.
+    /// Values that the property did not take: no text of its type, or the target of a link that may not stand there.
     [[nodiscard]] Counts const & rejectedValues() const noexcept { return fRejectedValues; }
     /// Links whose target was not found.
     [[nodiscard]] Counts const & unresolvedReferences() const noexcept { return fUnresolvedReferences; }

@@ -115,6 +115,7 @@ private:
     [[nodiscard]] ClassObject findInMetaModel(Model const & model, std::string const & uri,
                                               std::string const & fragment);
     [[nodiscard]] ClassObject findTarget(FileModel & file, PendingLink const & link);
+    bool setLink(ClassObject const & object, MetaProperty const & property, ClassObject const & target);
     void reportUnresolved(PendingLink const & link);
     void noteEnd(PendingLink const & link, ClassObject const & target);
     void restoreEnd(LinkRun const & run);

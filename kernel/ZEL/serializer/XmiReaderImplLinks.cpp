@@ -84,17 +84,24 @@ void XmiReaderImpl::resolveReference(FileModel & file, PendingLink const & link,
     std::vector<LinkedElement> const links = fTransformers.resolveReference(file.uri, scratch);
     if (!links.empty()) {
         for (LinkedElement const & resolved : links) {
-            setValue(resolved.object, metaClasses().of(resolved.property), resolved.target,
-                     metaClasses().of(resolved.target));
+            setLink(resolved.object, metaClasses().of(resolved.property), resolved.target);
         }
         return;
     }
     ClassObject const target = findTarget(file, link);
     if (target.getImplementationWithoutAssert() == nullptr) {
         reportUnresolved(link);
-    } else if (setValue(link.object, *link.property, target, metaClasses().of(target))) {
+    } else if (setLink(link.object, *link.property, target)) {
         noteEnd(link, target);
     }
+}
+
+bool XmiReaderImpl::setLink(ClassObject const & object, MetaProperty const & property, ClassObject const & target) {
+    bool const isSet = setValue(object, property, target, metaClasses().of(target));
+    if (!isSet) {
+        reportRejected(object, property);
+    }
+    return isSet;
 }
 
 ClassObject XmiReaderImpl::findTarget(FileModel & file, PendingLink const & link) {

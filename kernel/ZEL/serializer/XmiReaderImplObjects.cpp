@@ -117,9 +117,6 @@ bool XmiReaderImpl::setValue(ClassObject const & object, MetaProperty const & pr
                                 property.name, metaClasses().nameOf(object), valueClass.name(),
                                 metaClasses().nameOf(value));
     }
-    if (!isSet) {
-        reportRejected(object, property);
-    }
     return isSet;
 }
 

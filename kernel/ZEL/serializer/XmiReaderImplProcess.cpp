@@ -3,6 +3,7 @@
 #include <ZEL/Exception.h>
 #include <ZEL/Logger.h>
 #include <ZEL/Messages.h>
+#include <ZEL/NamespaceRegistry.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/XmiReaderImpl.h>
 
@@ -14,6 +15,16 @@ namespace {
 
 std::string labelOf(QualifiedName name) {
     return name.hasUri() ? "{" + name.getUri() + "}" + name.getName() : name.getName();
+}
+
+/// An element by its name and, where the file gives one, by its type with the usual prefix.
+std::string labelOf(Context const & element) {
+    QualifiedName const type = element.getType();
+    if (type.isEmpty() || type == element.getRole()) {
+        return labelOf(element.getRole());
+    }
+    std::string const prefix = NamespaceRegistry::instance()->getPrefixFromMetaUri(type.getUri());
+    return labelOf(element.getRole()) + " of type " + (prefix.empty() ? labelOf(type) : prefix + ":" + type.getName());
 }
 
 } // namespace
@@ -67,7 +78,7 @@ void XmiReaderImpl::startSkipping(ParseState & state, Context const & context) {
     state.skipName = state.currentElement.getRole();
     state.isSkipping = true;
     state.skipDepth = 0;
-    fReport.addSkippedElement(labelOf(context.getRole()));
+    fReport.addSkippedElement(labelOf(context));
 }
 
 // --- objects on the way ------------------------------------------------------------------------------------------------
@@ -124,6 +135,8 @@ void XmiReaderImpl::applyAttribute(ParseState & state, Context const & context) 
         }
     } else if (!property->isComposite && !property->isDerived) {
         recordReference(state, context.getFirstValue(), state.cursor.object, *property);
+    } else {
+        fReport.addIgnoredAttribute(metaClass.name() + "." + property->name);
     }
 }
 

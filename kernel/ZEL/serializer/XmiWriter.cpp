@@ -61,6 +61,8 @@ bool XmiWriter::writeObject(std::string const & file, ImmutableObject const & ob
     return fImpl->write(file, object);
 }
 
+std::string const & XmiWriter::failureReason() const { return fImpl->failureReason; }
+
 void XmiWriter::addTransformer(Transformer * transformer) { fImpl->transformers.addTransformer(transformer); }
 
 void XmiWriter::addTransformer(std::shared_ptr<Transformer> transformer) {

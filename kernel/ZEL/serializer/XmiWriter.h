@@ -51,6 +51,8 @@ public:
     bool write(ImmutableModel const & model);
     /// Writes the object and what it contains. Only a file made of a model can be read back as such.
     bool writeObject(std::string const & file, ImmutableObject const & object);
+    /// Why the last of these operations gave false, in the system's words: "No space left on device". Empty otherwise.
+    [[nodiscard]] std::string const & failureReason() const;
 
     /// The Transformer stands ahead of the dialect's own and goes after the next run; given by raw pointer, it is deleted
     /// then. What it generates before or behind an object is input to the dialect's rules, which drop what they do not

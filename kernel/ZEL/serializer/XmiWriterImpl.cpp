@@ -11,9 +11,11 @@
 
 #include <hasp_util/XmlWriter.h>
 
+#include <cerrno>
 #include <exception>
 #include <memory>
 #include <string>
+#include <system_error>
 
 namespace ZEL::Serializer {
 namespace {
@@ -45,6 +47,7 @@ private:
 
 bool XmiWriterImpl::write(std::string const & file, ImmutableObject const & object) {
     AtEnd const cleanUp([this] { transformers.clear(); });
+    failureReason.clear();
     logAbout(LogLevel::info, Messages::ZEL_Serializer_XmiWriter_Prologue, file);
     try {
         if (!run(SafeFile(file), object)) {
@@ -68,16 +71,16 @@ bool XmiWriterImpl::run(SafeFile const & file, ImmutableObject const & object) {
         }
         return false;
     }
-    switch (file.put()) {
-    case SafeFile::Result::Done:
+    SafeFile::Result const result = file.put();
+    if (result == SafeFile::Result::Done) {
         return true;
-    case SafeFile::Result::NotOpened:
-        logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_FileOpen, file.getTemporaryName());
-        return false;
-    case SafeFile::Result::Failed:
-        break;
     }
-    logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_GenericError, file.getName());
+    failureReason = std::generic_category().message(errno); // only files were closed since
+    if (result == SafeFile::Result::NotOpened) {
+        logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_FileOpen, file.getTemporaryName());
+    } else {
+        logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_GenericError, file.getName());
+    }
     return false;
 }
 
@@ -101,7 +104,11 @@ bool XmiWriterImpl::writeDocument(SafeFile const & file, ImmutableObject const &
         traversal.write(top);
         xml.writeEndDocument();
     }
-    return xml.flushAndSync() && xml.close();
+    if (xml.flushAndSync() && xml.close()) {
+        return true;
+    }
+    failureReason = xml.errorText();
+    return false;
 }
 
 void XmiWriterImpl::addDialect() {

@@ -25,6 +25,7 @@ public:
 
     TransformerRegistry transformers;
     WriterFunctions functions;
+    std::string failureReason; ///< why the last run gave false
 
 private:
     bool run(SafeFile const & file, ImmutableObject const & object);

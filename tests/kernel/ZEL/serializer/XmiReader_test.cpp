@@ -136,6 +136,19 @@ TEST_F(Reading, SkipsElementsOfClassesThatCannotBeMade) {
     EXPECT_EQ("top", model.getTopPackage().getName().str()) << "attributes of a skipped element are not another's";
 }
 
+TEST_F(Reading, CountsWhatItSkipsByNameAndTypeAndOnce) {
+    EXPECT_TRUE(readModel(element("Nonsense", 5, "name=\"a\"") + element("Nonsense", 6, "name=\"b\"") +
+                          element("Comment", 7, "body=\"may not stand here\"") +
+                          "<packagedElement xmlns:x=\"urn:x\" xmi:type=\"x:Class\"/>" +
+                          element("Class", 8, "ownedAttribute=\"" + id(9) + "\"", attribute(9, "")))
+                    .isValid());
+    EXPECT_THAT(reader.report().skippedElements(), ElementsAre(Pair("packagedElement of type ZEL:Comment", 1),
+                                                               Pair("packagedElement of type ZEL:Nonsense", 2),
+                                                               Pair("packagedElement of type {urn:x}Class", 1)));
+    EXPECT_THAT(reader.report().ignoredAttributes(), ElementsAre(Pair("Class.ownedAttribute", 1)));
+    EXPECT_THAT(reader.report().rejectedValues(), IsEmpty());
+}
+
 TEST_F(Reading, LogsATypeThatCannotBeUnderstood) {
     MetaModel const model = readModel("<packagedElement xmi:type=\"Class\" name=\"a\"/>"
                                       "<packagedElement xmi:type=\"no:Class\" name=\"b\"/>");

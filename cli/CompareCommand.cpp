@@ -1,6 +1,8 @@
 #include "CompareCommand.h"
 
+#include "Files.h"
 #include "Models.h"
+#include "Progress.h"
 
 #include <ZEL/MetaModelRegistry.h>
 #include <ZEL/String.h>
@@ -10,47 +12,20 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
-#include <charconv>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
-#include <system_error>
+#include <string>
+#include <vector>
 
 namespace cli {
 namespace {
-
-/// The path in a URI of a local file; empty for another URI.
-std::filesystem::path pathOf(std::string const & uri) {
-    std::string const scheme = "file://";
-    std::string path;
-    for (std::size_t i = uri.starts_with(scheme) ? scheme.size() : uri.size(); i < uri.size(); ++i) {
-        unsigned char code = 0;
-        bool const isEscape =
-            uri[i] == '%' && i + 2 < uri.size() &&
-            std::from_chars(uri.data() + i + 1, uri.data() + i + 3, code, 16).ptr == uri.data() + i + 3;
-        path += isEscape ? static_cast<char>(code) : uri[i];
-        i += isEscape ? 2 : 0;
-    }
-    return path;
-}
-
-bool haveSameContent(std::filesystem::path const & a, std::filesystem::path const & b) {
-    std::ifstream first(a, std::ios::binary);
-    std::ifstream second(b, std::ios::binary);
-    using Bytes = std::istreambuf_iterator<char>;
-    return first && second && std::equal(Bytes(first), Bytes(), Bytes(second), Bytes());
-}
 
 /// The models of the files that the first file refers to. Where the second file refers to one of these files, or to a copy
 /// of it, its links lead to the objects of the same models; otherwise they would lead to others, which are different.
 class SharedCompanions {
 public:
-    SharedCompanions(std::vector<ZEL::Model> const & models, std::filesystem::path const & secondFile) {
+    SharedCompanions(std::vector<ZEL::Model> const & models, std::string const & secondFile) {
         for (ZEL::Model const & model : models) {
-            std::error_code failure;
-            if (!std::filesystem::equivalent(pathOf(model.getUri()), secondFile, failure)) {
+            if (!areSameFile(pathOf(model.getUri()), secondFile)) {
                 fUris.push_back(model.getUri());
                 ZEL::MetaModelRegistry::instance()->bindUriToModel(fUris.back(), model);
             }
@@ -68,7 +43,7 @@ public:
     [[nodiscard]] std::string fileFor(std::string const & uri) const {
         for (std::string const & known : fUris) {
             if (haveSameContent(pathOf(known), pathOf(uri))) {
-                return pathOf(known).string();
+                return pathOf(known);
             }
         }
         return {};
@@ -77,6 +52,11 @@ public:
 private:
     std::vector<std::string> fUris;
 };
+
+bool isEqual(ZEL::Comparator & comparator) {
+    Progress const progress("comparing");
+    return comparator.compare();
+}
 
 } // namespace
 
@@ -98,7 +78,7 @@ ExitCode CompareCommand::run() {
     transaction.commit();
 
     ZEL::Comparator comparator(first.model, second.model);
-    if (comparator.compare()) {
+    if (isEqual(comparator)) {
         std::cout << "equal: " << counted(objectsOf(first.model).size(), "object") << '\n';
         return Done;
     }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ZEL/DefaultLogHandler.h>
 #include <ZEL/HTMLLogHandler.h>
 
 #include <memory>
@@ -8,36 +7,20 @@
 
 namespace cli {
 
-/// The text in one line.
-[[nodiscard]] std::string oneLine(std::string text);
-
-/// Takes the library's log off the terminal for the time of its life, and keeps the last error in it.
-class Console : public ZEL::DefaultLogHandler {
+/// The library's log for the length of a command: kept off the terminal, where each error is one line, and written into
+/// a file on demand.
+class Console {
 public:
     Console();
-    ~Console() override;
+    ~Console();
+    Console(Console const &) = delete;
+    Console & operator=(Console const &) = delete;
 
-    /// Writes all records into `name`.html, too.
+    /// Writes all records into `name`.html. Raises `Trouble` if that cannot be made.
     void logInto(std::string const & name);
-    void _publish(Quillon::System::Level const & level, Quillon::System::Externalizable const & record) override;
-
-    /// The last error that was logged; empty if there was none.
-    [[nodiscard]] static std::string const & lastError() noexcept;
 
 private:
     std::unique_ptr<ZEL::HTMLLogHandler> fHtmlLog;
-};
-
-/// Says on standard error what is being done, if that is a terminal, until the end of the block.
-class Progress {
-public:
-    explicit Progress(std::string const & work);
-    ~Progress();
-    Progress(Progress const &) = delete;
-    Progress & operator=(Progress const &) = delete;
-
-private:
-    bool fIsShown;
 };
 
 } // namespace cli

@@ -1,26 +1,44 @@
 #include "ConvertCommand.h"
 
+#include "Files.h"
 #include "Models.h"
+#include "Options.h"
+
+#include <ZEL/String.h>
 
 #include <CLI/CLI.hpp>
 
 #include <iostream>
 
 namespace cli {
+namespace {
+
+/// The links of the model would lead into the file itself.
+void requireNoCompanion(std::string const & output, OpenModel const & opened, std::string const & input) {
+    for (ZEL::Model const & companion : opened.companions) {
+        if (areSameFile(pathOf(companion.getUri()), output)) {
+            throw Trouble("cannot write " + output + ": " + input + " has links to it");
+        }
+    }
+}
+
+} // namespace
 
 void ConvertCommand::declare(CLI::App & app) {
     app.add_option("IN", fInput, "The file to read")->required();
     app.add_option("OUT", fOutput, "The file to write; links into other files are made relative to it")->required();
-    addFormatOption(app, "--from", fFrom, {"standard", "magicdraw"}, "The dialect of IN");
-    addFormatOption(app, "--to", fTo, {"standard", "magicdraw", "rhapsody"}, "The dialect of OUT");
+    addFormat(app, "--from", fFrom, {"standard", "magicdraw"}, "The dialect of IN");
+    addFormat(app, "--to", fTo, {"standard", "magicdraw", "rhapsody"}, "The dialect of OUT");
 }
 
 ExitCode ConvertCommand::run() {
     ZEL::Serializer::XmiReaderSettings settings;
     settings.setInputFormat(fFrom);
+    requireWritable(fOutput);
     OpenModel const opened = readModel(fInput, settings);
+    requireNoCompanion(fOutput, opened, fInput);
     writeModel(fOutput, opened.model, fTo);
-    std::cout << fOutput << ": " << counted(objectsOf(opened.model).size(), "object") << '\n';
+    std::cout << printable(fOutput) << ": " << counted(objectsOf(opened.model).size(), "object") << '\n';
     return Done;
 }
 

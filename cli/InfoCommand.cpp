@@ -1,5 +1,6 @@
 #include "InfoCommand.h"
 
+#include "Losses.h"
 #include "Models.h"
 
 #include <ZEL/Integer.h>
@@ -19,7 +20,7 @@ namespace cli {
 namespace {
 
 void row(std::string const & name, std::string const & value) {
-    std::cout << std::left << std::setw(12) << name << ' ' << value << '\n';
+    std::cout << std::left << std::setw(12) << name << ' ' << printable(value) << '\n';
 }
 
 /// How many objects stand above one another at most.
@@ -40,7 +41,7 @@ std::size_t heightOf(std::vector<ZEL::ImmutableClassObject> const & objects) {
 void InfoCommand::declare(CLI::App & app) { app.add_option("FILE", fFile, "A model file")->required(); }
 
 ExitCode InfoCommand::run() {
-    OpenModel const opened = readModel(fFile);
+    OpenModel const opened = openModel(fFile);
     ZEL::Model const & model = opened.model;
     std::vector<ZEL::ImmutableClassObject> const objects = objectsOf(model);
     std::string const metaUri = model.getMetaClass().getRootModel().getUri();
@@ -49,10 +50,12 @@ ExitCode InfoCommand::run() {
     row("metamodel", metaUri + " (" + ZEL::NamespaceRegistry::instance()->getPrefixFromMetaUri(metaUri) + ")");
     row("identity", model.getStringSiid());
     row("next id", model.getNextIdValue().toString());
-    row("objects", std::to_string(objects.size()) + ", at most " + std::to_string(heightOf(objects)) + " levels deep");
+    row("objects", std::to_string(objects.size()) + ", at most " + counted(heightOf(objects), "level") + " deep");
     for (ZEL::Model const & companion : opened.companions) {
         row("refers to", companion.getUri().str() + " (" + counted(objectsOf(companion).size(), "object") + ")");
     }
+
+    row("left out", opened.losses.isEmpty() ? "nothing" : summaryOf(opened.losses));
 
     std::map<std::string, std::size_t> counts;
     for (ZEL::ImmutableClassObject const & object : objects) {
@@ -62,6 +65,7 @@ ExitCode InfoCommand::run() {
     for (auto const & [name, count] : counts) {
         std::cout << std::right << std::setw(8) << count << ' ' << name << '\n';
     }
+    print(opened.losses);
     return Done;
 }
 

@@ -3,7 +3,6 @@
 #include "Models.h"
 
 #include <ZEL/Integer.h>
-#include <ZEL/MetaModelRegistry.h>
 #include <ZEL/NamespaceRegistry.h>
 #include <ZEL/String.h>
 #include <ZEL/UnlimitedNatural.h>
@@ -16,12 +15,14 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <cstddef>
+#include <iomanip>
 #include <iostream>
+#include <vector>
 
 namespace cli {
 namespace {
-
-ZEL::Model modelOf(std::string const & uri) { return ZEL::MetaModelRegistry::instance()->getModelFromUri(uri); }
 
 /// A class has a copy of each property that it inherits; it shares the access to the value.
 bool isInherited(ZEL::ImmutableProperty const & property, ZEL::ImmutableClass const & owner) {
@@ -70,14 +71,25 @@ void print(ZEL::ImmutableEnumeration const & enumeration) {
     std::cout << " }\n";
 }
 
+std::size_t numberOfClasses(ZEL::Model const & metamodel) {
+    std::vector<ZEL::ImmutableClassObject> const objects = objectsOf(metamodel);
+    return static_cast<std::size_t>(
+        std::count_if(objects.begin(), objects.end(),
+                      [](ZEL::ImmutableClassObject const & object) { return ZEL::ImmutableClass(object).isValid(); }));
+}
+
 void list() {
-    for (auto const & entry : ZEL::NamespaceRegistry::instance()->getMetaUriMappings()) {
-        std::size_t classes = 0;
-        std::vector<ZEL::ImmutableClassObject> const objects = objectsOf(modelOf(entry.first));
-        for (ZEL::ImmutableClassObject const & object : objects) {
-            classes += ZEL::ImmutableClass(object).isValid() ? 1U : 0U;
-        }
-        std::cout << entry.first << ' ' << entry.second << ' ' << classes << " classes" << '\n';
+    auto const entries = ZEL::NamespaceRegistry::instance()->getMetaUriMappings();
+    std::size_t uriWidth = 0;
+    std::size_t prefixWidth = 0;
+    for (auto const & entry : entries) {
+        uriWidth = std::max(uriWidth, entry.first.size());
+        prefixWidth = std::max(prefixWidth, entry.second.size());
+    }
+    for (auto const & entry : entries) {
+        std::cout << std::left << std::setw(static_cast<int>(uriWidth)) << entry.first << "  "
+                  << std::setw(static_cast<int>(prefixWidth)) << entry.second << "  "
+                  << numberOfClasses(metamodelOf(entry.first)) << " classes" << '\n';
     }
 }
 
@@ -88,16 +100,11 @@ void MetamodelCommand::declare(CLI::App & app) {
 }
 
 ExitCode MetamodelCommand::run() {
-    if (fName.empty()) {
+    if (!fName.has_value()) {
         list();
         return Done;
     }
-    std::string const uri = ZEL::NamespaceRegistry::instance()->getMetaUri(fName);
-    ZEL::Model const model = modelOf(uri.empty() ? fName : uri);
-    if (!model.isValid()) {
-        throw Trouble("metamodel: found " + fName + ", expected a registered URI or prefix (see `zel metamodel`)");
-    }
-    for (ZEL::ImmutableClassObject const & object : objectsOf(model)) {
+    for (ZEL::ImmutableClassObject const & object : objectsOf(metamodelOf(*fName))) {
         ZEL::ImmutableClass const metaClass(object);
         ZEL::ImmutableEnumeration const enumeration(object);
         ZEL::ImmutableDataType const dataType(object);

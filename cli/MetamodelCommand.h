@@ -2,6 +2,7 @@
 
 #include "Command.h"
 
+#include <optional>
 #include <string>
 
 namespace cli {
@@ -13,7 +14,7 @@ public:
     ExitCode run() override;
 
 private:
-    std::string fName;
+    std::optional<std::string> fName;
 };
 
 } // namespace cli

@@ -1,97 +1,122 @@
 #include "Models.h"
 
 #include "Command.h"
-#include "Console.h"
+#include "Files.h"
+#include "Leftover.h"
+#include "Losses.h"
+#include "Options.h"
+#include "Progress.h"
+#include "StandardStreams.h"
 
-#include <ZEL/Exception.h>
+#include <ZEL/MetaModelRegistry.h>
+#include <ZEL/NamespaceRegistry.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/FactoryObject.h>
 #include <ZEL/metamodel/NamedElement.h>
 #include <ZEL/serializer/XmiReader.h>
 #include <ZEL/serializer/XmiWriter.h>
 
-#include <CLI/CLI.hpp>
-
-#include <filesystem>
-#include <iostream>
-#include <system_error>
-#include <utility>
+#include <algorithm>
+#include <exception>
+#include <new>
+#include <string>
+#include <vector>
 
 namespace cli {
 namespace {
 
-void tellLosses(std::string const & file, ZEL::Serializer::ReadReport::Counts const & counts,
-                std::string const & what) {
-    for (auto const & [name, count] : counts) {
-        std::cerr << "zel: " << file << ": " << what << ' ' << name;
-        if (count > 1) {
-            std::cerr << " (" << count << " times)";
+/// Why no model came out of a file that is well-formed.
+std::string whyNoModel(ZEL::Serializer::ReadReport const & losses) {
+    std::vector<std::string> found;
+    for (auto const & [name, count] : losses.skippedElements()) {
+        if (name.ends_with("}XMI")) {
+            return "its XMI is of another version than 2.1";
         }
-        std::cerr << '\n';
+        if (!name.starts_with("{http://schema.omg.org/spec/XMI/")) {
+            found.push_back(name);
+        }
     }
+    std::string const reason = "it holds no model of a known metamodel";
+    if (found.empty()) {
+        return reason;
+    }
+    return reason + ", found " + found.front() + (found.size() > 1 ? " and others" : "");
 }
 
-void tellLosses(std::string const & file, ZEL::Serializer::ReadReport const & report) {
-    tellLosses(file, report.unreadFiles(), "not read, though a link leads there:");
-    tellLosses(file, report.skippedElements(), "element left out:");
-    tellLosses(file, report.ignoredAttributes(), "attribute left out:");
-    tellLosses(file, report.rejectedValues(), "value left out:");
-    tellLosses(file, report.unresolvedReferences(), "link without target:");
-}
+bool isFactory(ZEL::ImmutableClassObject const & object) { return ZEL::ImmutableFactoryObject(object).isValid(); }
 
 } // namespace
 
-OpenModel readModel(std::string const & file, ZEL::Serializer::XmiReaderSettings settings) {
+OpenModel openModel(std::string const & file, ZEL::Serializer::XmiReaderSettings settings) {
+    requireReadable(file);
     Progress const progress("reading " + file);
-    if (std::error_code failure; !std::filesystem::exists(std::filesystem::status(file, failure))) {
-        throw Trouble("cannot read " + file + ": " + failure.message());
-    }
     settings.setSkipUnreadableExternalFiles(true);
     ZEL::Serializer::XmiReader reader(settings);
     OpenModel opened;
     try {
         opened.model = ZEL::Model(reader.read(file));
-    } catch (ZEL::Exception const & exception) {
+    } catch (std::bad_alloc const &) {
+        throw;
+    } catch (std::exception const & exception) {
         throw Trouble("cannot read " + file + ": " + exception.what());
     }
     if (!opened.model.isValid()) {
-        throw Trouble("cannot read " + file + ": it holds no model of a known metamodel");
+        throw Trouble("cannot read " + file + ": " + whyNoModel(reader.report()));
     }
     for (int i = 0; i < reader.referredModelCount(); ++i) {
         opened.companions.emplace_back(reader.getReferredModel(i));
     }
-    tellLosses(file, reader.report());
+    opened.losses = reader.report();
+    return opened;
+}
+
+OpenModel readModel(std::string const & file, ZEL::Serializer::XmiReaderSettings const & settings) {
+    OpenModel opened = openModel(file, settings);
+    if (!opened.losses.isEmpty()) {
+        complain(file + ": left out: " + summaryOf(opened.losses) + " (see zel info)");
+    }
     return opened;
 }
 
 void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Serializer::XmiFormat format) {
+    requireWritable(file);
     Progress const progress("writing " + file);
+    std::string const temporaryFile = file + '~';
+    Leftover leftover(temporaryFile);
     ZEL::Serializer::XmiWriterSettings settings;
     settings.setOutputFormat(format);
+    ZEL::Serializer::XmiWriter writer(settings);
     std::string reason;
     try {
-        if (ZEL::Serializer::XmiWriter(settings).write(file, model)) {
+        if (writer.write(file, model)) {
             return;
         }
-        reason = Console::lastError();
-    } catch (ZEL::Exception const & exception) {
+        reason = writer.failureReason();
+    } catch (std::bad_alloc const &) {
+        throw;
+    } catch (std::exception const & exception) {
         reason = exception.what();
+    }
+    if (isWrittenInPlace(file)) {
+        leftover.keep();
+        reason += "; what was written is in " + temporaryFile;
     }
     throw Trouble("cannot write " + file + ": " + reason);
 }
 
-void addFormatOption(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFormat & format,
-                     std::vector<std::string> const & formats, std::string const & description) {
-    app.add_option_function<std::string>(
-           name,
-           [&format](std::string const & text) {
-               using ZEL::Serializer::XmiFormat;
-               format = text == "magicdraw"  ? XmiFormat::MagicDraw
-                        : text == "rhapsody" ? XmiFormat::Rhapsody
-                                             : XmiFormat::Standard;
-           },
-           description)
-        ->check(CLI::IsMember(formats));
+ZEL::Model metamodelOf(std::string const & uriOrPrefix) {
+    ZEL::NamespaceRegistry const & namespaces = *ZEL::NamespaceRegistry::instance();
+    std::string const uri = namespaces.getMetaUri(uriOrPrefix);
+    ZEL::Model model = ZEL::MetaModelRegistry::instance()->getModelFromUri(uri.empty() ? uriOrPrefix : uri);
+    if (!model.isValid()) {
+        std::vector<std::string> known;
+        for (auto const & entry : namespaces.getMetaUriMappings()) {
+            known.push_back(entry.first + " (" + entry.second + ')');
+        }
+        throw Trouble("metamodel: found " + nameOf(uriOrPrefix) + ", expected " + anyOf(known));
+    }
+    return model;
 }
 
 std::vector<ZEL::ImmutableClassObject> objectsOf(ZEL::ImmutableClassObject const & root) {
@@ -100,7 +125,10 @@ std::vector<ZEL::ImmutableClassObject> objectsOf(ZEL::ImmutableClassObject const
     while (!open.empty()) {
         found.push_back(open.back());
         open.pop_back();
-        std::vector<ZEL::ImmutableClassObject> const children = found.back().getContaineeZELs().toVector();
+        std::vector<ZEL::ImmutableClassObject> children = found.back().getContaineeZELs().toVector();
+        if (found.size() == 1) {
+            children.erase(std::remove_if(children.begin(), children.end(), isFactory), children.end());
+        }
         open.insert(open.end(), children.rbegin(), children.rend());
     }
     return found;
@@ -112,11 +140,7 @@ std::string describe(ZEL::ImmutableClassObject const & object) {
     if (element.isValid() && element.hasName()) {
         text += " '" + element.getQualifiedName().str() + '\'';
     }
-    return text + " (" + object.getSiid().str() + ')';
-}
-
-std::string counted(std::size_t count, std::string const & noun) {
-    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
+    return printable(text + " (" + object.getSiid().str() + ')');
 }
 
 } // namespace cli

@@ -1,16 +1,15 @@
 #pragma once
 
+#include "Text.h"
+
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
+#include <ZEL/serializer/ReadReport.h>
 #include <ZEL/serializer/XmiFormat.h>
 #include <ZEL/serializer/XmiReaderSettings.h>
 
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-}
 
 /// Models and the files they are in.
 namespace cli {
@@ -18,27 +17,26 @@ namespace cli {
 struct OpenModel {
     ZEL::Model model;
     std::vector<ZEL::Model> companions; ///< of the files that it refers to
+    ZEL::Serializer::ReadReport losses; ///< what of all these files did not reach a model
 };
 
-/// Reads the file. Files that it refers to and that cannot be read are left out; what did not reach a model is told on
-/// standard error. Raises `Trouble` if there is no model in the file.
-[[nodiscard]] OpenModel readModel(std::string const & file, ZEL::Serializer::XmiReaderSettings settings = {});
+/// Reads the file. Files that it refers to and that cannot be read are left out. Raises `Trouble` if there is no model in
+/// the file.
+[[nodiscard]] OpenModel openModel(std::string const & file, ZEL::Serializer::XmiReaderSettings settings = {});
+/// The same; what was lost is summed up in a line on standard error.
+[[nodiscard]] OpenModel readModel(std::string const & file, ZEL::Serializer::XmiReaderSettings const & settings = {});
 
-/// Raises `Trouble` if the file could not be written.
+/// Raises `Trouble` if the file could not be written; it is as it was then, and there is no other one.
 void writeModel(std::string const & file, ZEL::Model const & model,
                 ZEL::Serializer::XmiFormat format = ZEL::Serializer::XmiFormat::Standard);
 
-/// Adds an option that takes the name of a format of files.
-void addFormatOption(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFormat & format,
-                     std::vector<std::string> const & formats, std::string const & description);
+/// The metamodel that is registered under the URI or the prefix. Raises `Trouble` if there is none.
+[[nodiscard]] ZEL::Model metamodelOf(std::string const & uriOrPrefix);
 
-/// The object and all that it contains, containers first.
+/// The object and all that it contains, containers first; of a model what is in its file, so without the factory.
 [[nodiscard]] std::vector<ZEL::ImmutableClassObject> objectsOf(ZEL::ImmutableClassObject const & root);
 
 /// The class of the object, its name if it has one, and its identity: "Class 'library.Book' (..._17)".
 [[nodiscard]] std::string describe(ZEL::ImmutableClassObject const & object);
-
-/// "1 object", "2 objects".
-[[nodiscard]] std::string counted(std::size_t count, std::string const & noun);
 
 } // namespace cli

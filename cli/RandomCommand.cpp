@@ -1,10 +1,13 @@
 #include "RandomCommand.h"
 
+#include "Files.h"
 #include "Models.h"
+#include "Options.h"
+#include "Progress.h"
 
 #include <ZEL/Constants.h>
 #include <ZEL/FactoryRegistry.h>
-#include <ZEL/NamespaceRegistry.h>
+#include <ZEL/String.h>
 #include <ZEL/Transaction.h>
 #include <ZEL/tools/RandomModelGenerator.h>
 
@@ -17,31 +20,34 @@ namespace cli {
 void RandomCommand::declare(CLI::App & app) {
     fMetamodel = ZEL::METAMODEL_URI;
     app.add_option("OUT", fOutput, "The file to write")->required();
-    app.add_option("--seed", fSeed, "The same one gives the same model; 0 takes the present time")->required();
-    app.add_option("--depth", fDepth, "How many levels of objects")
-        ->check(CLI::NonNegativeNumber)
-        ->capture_default_str();
-    app.add_option("--breadth", fBreadth, "How many children of each object at most")
-        ->check(CLI::NonNegativeNumber)
-        ->capture_default_str();
-    app.add_option("--associations", fAssociations, "How often to try to set a value or a link")
-        ->check(CLI::NonNegativeNumber)
-        ->capture_default_str();
-    app.add_option("--metamodel", fMetamodel, "The URI of a registered metamodel")->capture_default_str();
+    addNumber(app, "--seed", fSeed, "The same one gives the same model; 0 takes the present time").required();
+    addNumber(app, "--depth", fDepth, "How many levels of objects").capture_default_str();
+    addNumber(app, "--breadth", fBreadth, "How many children of each object at most").capture_default_str();
+    addNumber(app, "--associations", fAssociations, "How often to try to set a value or a link").capture_default_str();
+    app.add_option("--metamodel", fMetamodel, "The URI or the prefix of a registered metamodel")
+        ->capture_default_str()
+        ->type_name("URI");
 }
 
-ExitCode RandomCommand::run() {
-    ZEL::Model const model = ZEL::FactoryRegistry::instance()->createModel(fMetamodel);
+ZEL::Model RandomCommand::makeModel() {
+    ZEL::Model const model = ZEL::FactoryRegistry::instance()->createModel(metamodelOf(fMetamodel).getUri());
     if (!model.isValid()) {
-        throw Trouble("random: found --metamodel " + fMetamodel + ", expected a registered one (see `zel metamodel`)");
+        throw Trouble("metamodel " + fMetamodel + ": no models can be made of it");
     }
+    Progress const progress("making a model");
     ZEL::RandomModelGenerator generator(model.getFactory());
     ZEL::Transaction transaction(model.getRootDeviant(), "random");
     generator.createRandomModel(model, fDepth, fBreadth, fAssociations, fSeed);
     transaction.commit();
+    fSeed = generator.getSeed();
+    return model;
+}
+
+ExitCode RandomCommand::run() {
+    requireWritable(fOutput);
+    ZEL::Model const model = makeModel();
     writeModel(fOutput, model);
-    std::cout << fOutput << ": " << counted(objectsOf(model).size(), "object") << ", seed " << generator.getSeed()
-              << '\n';
+    std::cout << printable(fOutput) << ": " << counted(objectsOf(model).size(), "object") << ", seed " << fSeed << '\n';
     return Done;
 }
 

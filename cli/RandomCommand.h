@@ -2,6 +2,8 @@
 
 #include "Command.h"
 
+#include <ZEL/metamodel/Model.h>
+
 #include <string>
 
 namespace cli {
@@ -13,6 +15,9 @@ public:
     ExitCode run() override;
 
 private:
+    /// Sets the seed that was taken.
+    [[nodiscard]] ZEL::Model makeModel();
+
     std::string fOutput;
     std::string fMetamodel;
     unsigned int fSeed = 0;

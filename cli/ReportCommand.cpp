@@ -1,32 +1,76 @@
 #include "ReportCommand.h"
 
-#include "Console.h"
+#include "Files.h"
+#include "Leftover.h"
 #include "Models.h"
+#include "Progress.h"
 
 #include <ZEL/Exception.h>
 #include <ZEL/tools/HTMLPrinter.h>
 
 #include <CLI/CLI.hpp>
 
+#include <filesystem>
 #include <iostream>
-#include <string_view>
+#include <string>
+#include <system_error>
+#include <utility>
 
 namespace cli {
 namespace {
 
+std::string const kEnding = ".html";
+
 /// The printer puts the ending behind the name that it is given.
 std::string withoutEnding(std::string const & page) {
-    constexpr std::string_view ending = ".html";
-    return page.ends_with(ending) ? page.substr(0, page.size() - ending.size()) : page;
+    return page.ends_with(kEnding) ? page.substr(0, page.size() - kEnding.size()) : page;
 }
 
-/// Gives the path of the page.
-std::string writePage(ZEL::Model const & model, std::string const & name) {
-    Progress const progress("writing " + name + ".html");
+/// Puts a file aside for the length of the block. At the end it is back in its place, unless it was replaced.
+class SetAside {
+public:
+    explicit SetAside(std::string const & file) : fFile(file) {
+        std::error_code failure;
+        if (std::filesystem::symlink_status(fFile, failure).type() == std::filesystem::file_type::regular) {
+            fPlace = fFile + '~';
+            std::filesystem::rename(fFile, fPlace);
+        }
+    }
+    ~SetAside() {
+        std::error_code ignored;
+        if (!fPlace.empty()) {
+            std::filesystem::rename(fPlace, fFile, ignored);
+        }
+    }
+    SetAside(SetAside const &) = delete;
+    SetAside & operator=(SetAside const &) = delete;
+
+    void replaced() {
+        if (!fPlace.empty()) {
+            std::filesystem::remove(std::exchange(fPlace, std::string()));
+        }
+    }
+
+private:
+    std::string const fFile;
+    std::string fPlace; ///< empty if there is nothing to bring back
+};
+
+/// The printer writes the page where it is to stand, since the page bears its own name.
+void writePage(ZEL::Model const & model, std::string const & name) {
+    std::string const page = name + kEnding;
+    requireWritable(page);
+    Progress const progress("writing " + page);
     try {
-        return ZEL::util::HTMLPrinter().print(model, name);
+        SetAside earlier(page);
+        Leftover leftover(page);
+        static_cast<void>(ZEL::util::HTMLPrinter().print(model, name));
+        leftover.keep();
+        earlier.replaced();
+    } catch (std::filesystem::filesystem_error const & failure) {
+        throw Trouble("cannot write " + page + ": " + failure.code().message());
     } catch (ZEL::Exception const & exception) {
-        throw Trouble("cannot write " + name + ".html: " + exception.what());
+        throw Trouble("cannot write " + page + ": " + exception.what());
     }
 }
 
@@ -39,7 +83,9 @@ void ReportCommand::declare(CLI::App & app) {
 
 ExitCode ReportCommand::run() {
     OpenModel const opened = readModel(fFile);
-    std::cout << writePage(opened.model, withoutEnding(fOutput)) << '\n';
+    std::string const name = withoutEnding(fOutput);
+    writePage(opened.model, name);
+    std::cout << printable(name + kEnding) << '\n';
     return Done;
 }
 

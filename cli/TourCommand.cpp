@@ -1,11 +1,13 @@
 #include "TourCommand.h"
 
+#include "Files.h"
+#include "StandardStreams.h"
 #include "Tour.h"
 
 #include <CLI/CLI.hpp>
 
-#include <filesystem>
 #include <iostream>
+#include <string>
 
 namespace cli {
 
@@ -15,15 +17,13 @@ void TourCommand::declare(CLI::App & app) {
 }
 
 ExitCode TourCommand::run() {
-    if (!std::filesystem::exists(fFile)) {
-        throw Trouble("cannot read " + fFile + ": No such file or directory");
-    }
+    requireReadable(fFile);
     try {
         tour::run(fFile, std::cout);
         return Done;
     } catch (tour::Failure const & failure) {
         std::cout << std::flush;
-        std::cerr << "zel: tour failed in " << failure.what() << '\n';
+        complain(std::string("tour failed in ") + failure.what());
         return No;
     }
 }

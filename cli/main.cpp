@@ -1,20 +1,25 @@
 // zel: the command line. Results go to standard output, all else to standard error; what goes wrong is one line.
 
+#include "Command.h"
 #include "CompareCommand.h"
 #include "Console.h"
 #include "ConvertCommand.h"
 #include "InfoCommand.h"
 #include "MetamodelCommand.h"
+#include "Options.h"
 #include "RandomCommand.h"
 #include "ReportCommand.h"
+#include "StandardStreams.h"
+#include "Text.h"
 #include "TourCommand.h"
 
 #include <CLI/CLI.hpp>
 
+#include <cctype>
 #include <exception>
-#include <functional>
 #include <iostream>
 #include <memory>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,68 +33,101 @@ public:
     Program() {
         fApp.require_subcommand(1);
         fApp.set_version_flag("--version", "zel " ZEL_VERSION);
+        addLogOption(fApp);
         fApp.footer(
             "Exit codes: 0 done (compare: equal); 1 different (compare), a step failed (tour); 2 trouble: wrong\n"
             "arguments, or a file that cannot be read or written.");
         add<TourCommand>("tour", "Tells the main job step by step on a model file");
         add<InfoCommand>("info", "Says what is in a model file");
         add<ConvertCommand>("convert", "Reads a file and writes it again, in another dialect or at another place");
-        add<MetamodelCommand>("metamodel", "Lists the metamodels, or shows the types of one");
         add<CompareCommand>("compare", "Compares the models of two files, apart from their ids");
         add<ReportCommand>("report", "Writes what is in a model file as a page for a browser");
         add<RandomCommand>("random", "Writes a random model");
+        add<MetamodelCommand>("metamodel", "Lists the metamodels, or shows the types of one");
     }
 
-    int run(int argc, char const * const * argv) {
-        std::string const first = argc > 1 ? argv[1] : "-";
-        auto const isFirst = [&first](CLI::App const * app) { return app->get_name() == first; };
-        if (first.empty() || (first.front() != '-' && std::as_const(fApp).get_subcommands(isFirst).empty())) {
-            throw Trouble("found command '" + first + "', expected one of those of zel --help");
-        }
+    ExitCode run(int argc, char const * const * argv) {
         try {
             fApp.parse(argc, argv);
         } catch (CLI::Success const & request) {
-            return finish(static_cast<ExitCode>(fApp.exit(request))); // help or version, which is now printed
+            return static_cast<ExitCode>(fApp.exit(request)); // help or version, which is now printed
         } catch (CLI::ParseError const & error) {
-            throw Trouble(error.what() + std::string(" (see zel --help)"));
+            throw Trouble(explain(error, argc > 1 ? argv[1] : ""));
         }
         Console console;
         if (!fHtmlLog.empty()) {
             console.logInto(fHtmlLog);
         }
-        return finish(fSelected->run());
+        return fSelected->run();
     }
 
 private:
     template <class C> void add(std::string const & name, std::string const & description) {
         fCommands.push_back(std::make_unique<C>());
+        fNames.push_back(name);
         Command * const command = fCommands.back().get();
         CLI::App * const app = fApp.add_subcommand(name, description);
         command->declare(*app);
-        app->add_option("--html-log", fHtmlLog, "Writes the library's log into NAME.html")->option_text("NAME");
+        for (CLI::Option * const option : app->get_options([](CLI::Option const * o) { return o->get_positional(); })) {
+            option->type_name(""); // all are texts
+        }
+        addLogOption(*app);
         app->callback([this, command] { fSelected = command; });
     }
 
-    static int finish(ExitCode code) {
-        std::cout << std::flush;
-        if (!std::cout) {
-            throw Trouble("cannot write the results to standard output");
+    void addLogOption(CLI::App & app) {
+        app.add_option("--html-log", fHtmlLog, "Writes the library's log into NAME.html")->type_name("NAME");
+    }
+
+    /// What is wrong with the arguments, of which `first` is the first one.
+    [[nodiscard]] std::string explain(CLI::ParseError const & error, std::string const & first) const {
+        auto const isFirst = [&first](CLI::App const * app) { return app->get_name() == first; };
+        if (!fApp.get_subcommands(isFirst).empty()) {
+            std::string reason = error.what();
+            if (reason.size() > 1 && std::islower(static_cast<unsigned char>(reason[1])) != 0) {
+                reason.front() = static_cast<char>(std::tolower(static_cast<unsigned char>(reason.front())));
+            }
+            return first + ": " + reason + " (see zel " + first + " --help)";
         }
-        return code;
+        if (!first.empty() && first.front() == '-' && dynamic_cast<CLI::RequiredError const *>(&error) == nullptr) {
+            return error.what() + std::string(" (see zel --help)");
+        }
+        std::string const found = first.empty() || first.front() == '-' ? "no command" : "command " + first;
+        return "found " + found + ", expected " + anyOf(fNames) + " (see zel --help)";
     }
 
     CLI::App fApp{"zel keeps models in memory, and reads and writes them as XMI.", "zel"};
     std::vector<std::unique_ptr<Command>> fCommands;
+    std::vector<std::string> fNames;
     Command * fSelected = nullptr;
     std::string fHtmlLog;
 };
 
-int main(int argc, char const * const * argv) {
+/// Gives the exit code after the program's one line on what went wrong.
+int trouble(StandardStreams & streams, std::string const & text) {
+    streams.flush(); // results come first
+    complain(text);
+    return InTrouble;
+}
+
+int runProgram(StandardStreams & streams, int argc, char const * const * argv) {
     try {
-        return Program().run(argc, argv);
+        ExitCode const code = Program().run(argc, argv);
+        streams.flush();
+        return code;
+    } catch (std::bad_alloc const &) {
+        return trouble(streams, "out of memory");
     } catch (std::exception const & exception) {
-        std::cerr << "zel: " << oneLine(exception.what()) << '\n';
-        return InTrouble;
+        return trouble(streams, exception.what());
+    }
+}
+
+int main(int argc, char const * const * argv) {
+    StandardStreams streams;
+    try {
+        return runProgram(streams, argc, argv);
+    } catch (OutputFailure const & failure) {
+        return streams.exitAfter(failure);
     }
 }
 

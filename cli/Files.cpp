@@ -1,0 +1,97 @@
+#include "Files.h"
+
+#include "Command.h"
+#include "Text.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+namespace cli {
+namespace {
+
+/// Models are files: their links lead from one place to another.
+constexpr char kNoStandardStream[] = "a model is kept in a file with a place; ./- is one of that name";
+
+[[noreturn]] void raise(std::string const & what, std::string const & file, std::string const & why) {
+    throw Trouble("cannot " + what + " " + nameOf(file) + ": " + why);
+}
+
+std::string lastFailure() { return std::generic_category().message(errno); }
+
+} // namespace
+
+void requireReadable(std::string const & file) {
+    struct stat status {};
+    if (file == "-") {
+        raise("read", file, kNoStandardStream);
+    }
+    if (::stat(file.c_str(), &status) != 0) {
+        raise("read", file, lastFailure());
+    }
+    if (!S_ISREG(status.st_mode)) {
+        raise("read", file, S_ISDIR(status.st_mode) ? "it is a folder" : "not a plain file");
+    }
+    if (::access(file.c_str(), R_OK) != 0) {
+        raise("read", file, lastFailure());
+    }
+}
+
+void requireWritable(std::string const & file) {
+    struct stat status {};
+    if (file.empty()) {
+        raise("write", file, "a file has no empty name");
+    }
+    if (file == "-") {
+        raise("write", file, kNoStandardStream);
+    }
+    if (file.back() == '/' || (::stat(file.c_str(), &status) == 0 && S_ISDIR(status.st_mode))) {
+        raise("write", file, "it is a folder");
+    }
+    std::filesystem::path const folder = std::filesystem::path(file).parent_path();
+    if (::access((folder / ".").c_str(), W_OK | X_OK) != 0) {
+        raise("write", file, lastFailure());
+    }
+}
+
+std::string pathOf(std::string const & uri) {
+    std::string const scheme = "file://";
+    std::string path;
+    for (std::size_t i = uri.starts_with(scheme) ? scheme.size() : uri.size(); i < uri.size(); ++i) {
+        unsigned char code = 0;
+        bool const isEscape =
+            uri[i] == '%' && i + 2 < uri.size() &&
+            std::from_chars(uri.data() + i + 1, uri.data() + i + 3, code, 16).ptr == uri.data() + i + 3;
+        path += isEscape ? static_cast<char>(code) : uri[i];
+        i += isEscape ? 2 : 0;
+    }
+    return path;
+}
+
+bool areSameFile(std::string const & a, std::string const & b) {
+    std::error_code failure;
+    return std::filesystem::equivalent(a, b, failure);
+}
+
+bool haveSameContent(std::string const & a, std::string const & b) {
+    std::ifstream first(a, std::ios::binary);
+    std::ifstream second(b, std::ios::binary);
+    using Bytes = std::istreambuf_iterator<char>;
+    return first && second && std::equal(Bytes(first), Bytes(), Bytes(second), Bytes());
+}
+
+bool isWrittenInPlace(std::string const & file) {
+    struct stat link {};
+    struct stat goal {};
+    return ::lstat(file.c_str(), &link) == 0 && ::stat(file.c_str(), &goal) == 0 && S_ISREG(goal.st_mode) &&
+           (S_ISLNK(link.st_mode) || goal.st_nlink != 1);
+}
+
+} // namespace cli

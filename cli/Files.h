@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+/// What can be said of the files that a command is to work on before it begins.
+namespace cli {
+
+/// Raises `Trouble` if a model cannot be read from there: no plain file, or none that may be read.
+void requireReadable(std::string const & file);
+/// Raises `Trouble` for what is no name of a file to write, and for a folder that is not there or takes no files.
+void requireWritable(std::string const & file);
+
+/// The path in a URI of a local file; empty for another URI.
+[[nodiscard]] std::string pathOf(std::string const & uri);
+/// Whether both are names of one file that exists.
+[[nodiscard]] bool areSameFile(std::string const & a, std::string const & b);
+/// Whether both files can be read and hold the same bytes.
+[[nodiscard]] bool haveSameContent(std::string const & a, std::string const & b);
+/// Whether what is written there is copied into a file that stays, so that a copy that fails leaves half of it.
+[[nodiscard]] bool isWrittenInPlace(std::string const & file);
+
+} // namespace cli

@@ -1,0 +1,66 @@
+#include "Options.h"
+
+#include "Text.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <system_error>
+
+namespace cli {
+namespace {
+
+template <class Number>
+CLI::Option & add(CLI::App & app, std::string const & name, Number & number, std::string const & description) {
+    auto const check = [](std::string const & text) {
+        Number value = 0;
+        std::from_chars_result const result = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (result.ec == std::errc() && result.ptr == text.data() + text.size() && value >= Number(0)) {
+            return std::string();
+        }
+        return "found " + nameOf(text) + ", expected a whole number from 0 to " +
+               std::to_string(std::numeric_limits<Number>::max());
+    };
+    return *app.add_option(name, number, description)->check(check)->type_name("NUMBER");
+}
+
+} // namespace
+
+CLI::Option & addNumber(CLI::App & app, std::string const & name, int & number, std::string const & description) {
+    return add(app, name, number, description);
+}
+
+CLI::Option & addNumber(CLI::App & app, std::string const & name, unsigned int & number,
+                        std::string const & description) {
+    return add(app, name, number, description);
+}
+
+void addFormat(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFormat & format,
+               std::vector<std::string> const & formats, std::string const & description) {
+    auto const take = [&format](std::string const & text) {
+        using ZEL::Serializer::XmiFormat;
+        format = text == "magicdraw"  ? XmiFormat::MagicDraw
+                 : text == "rhapsody" ? XmiFormat::Rhapsody
+                                      : XmiFormat::Standard;
+    };
+    auto const check = [formats](std::string const & text) {
+        bool const isKnown = std::find(formats.begin(), formats.end(), text) != formats.end();
+        return isKnown ? std::string() : "found " + nameOf(text) + ", expected " + anyOf(formats);
+    };
+    app.add_option_function<std::string>(name, take, description + ": " + anyOf(formats) + "; default standard")
+        ->check(check)
+        ->type_name("DIALECT");
+}
+
+std::string anyOf(std::vector<std::string> const & names) {
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        text += i == 0 ? "" : i + 1 == names.size() ? " or " : ", ";
+        text += names[i];
+    }
+    return text;
+}
+
+} // namespace cli

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <ZEL/serializer/XmiFormat.h>
+
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+class Option;
+} // namespace CLI
+
+/// Options whose wrong values are told as "--option: found ..., expected ...".
+namespace cli {
+
+// Each adds an option for a whole number from 0 on.
+CLI::Option & addNumber(CLI::App & app, std::string const & name, int & number, std::string const & description);
+CLI::Option & addNumber(CLI::App & app, std::string const & name, unsigned int & number,
+                        std::string const & description);
+
+/// Adds an option for the name of a format of files.
+void addFormat(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFormat & format,
+               std::vector<std::string> const & formats, std::string const & description);
+
+/// "a", "a or b", "a, b or c".
+[[nodiscard]] std::string anyOf(std::vector<std::string> const & names);
+
+} // namespace cli

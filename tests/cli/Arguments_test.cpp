@@ -1,0 +1,89 @@
+// What the program makes of its arguments.
+
+#include "cli/CliTest.h"
+
+namespace {
+
+using clitest::isTrouble;
+using clitest::Outcome;
+using clitest::runZel;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::MatchesRegex;
+
+using Arguments = clitest::CliTest;
+
+TEST_F(Arguments, HelpAndVersionAreResults) {
+    Outcome const version = runZel({"--version"});
+    EXPECT_EQ(version.exitCode, 0);
+    EXPECT_THAT(version.out, MatchesRegex("zel [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+    Outcome const help = runZel({"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    for (char const * command : {"tour", "info", "convert", "compare", "report", "random", "metamodel"}) {
+        EXPECT_THAT(help.out, HasSubstr("\n  " + std::string(command) + "  "));
+        Outcome const own = runZel({command, "--help"});
+        EXPECT_EQ(own.exitCode, 0);
+        EXPECT_THAT(own.out, AllOf(HasSubstr(std::string("zel ") + command), HasSubstr("--html-log NAME")));
+    }
+    EXPECT_EQ(help.error, "");
+}
+
+TEST_F(Arguments, MistakesAreToldWithWhatWasExpected) {
+    struct Case {
+        char const * arguments;
+        std::string says;
+    };
+    constexpr char kMetamodels[] = ", expected http://schema.omg.org/spec/MOF/2.0 (ZEL)\n";
+    std::vector<Case> const cases{
+        {"", "found no command, expected tour, info, "},
+        {"--html-log log", "found no command, expected tour, info, "},
+        {"explain library.xmi", "found command explain, expected tour, info, "},
+        {"info", "info: FILE is required (see zel info --help)"},
+        {"info library.xmi --deep", "--deep"},
+        {"info library.xmi library-types.xmi", "not expected: library-types.xmi"},
+        {"info library.xmi --html-log", "--html-log: 1 required NAME missing"},
+        {"convert library.xmi", "OUT is required"},
+        {"convert library.xmi x --to word", "--to: found word, expected standard, magicdraw or rhapsody"},
+        {"convert library.xmi x --from rhapsody", "--from: found rhapsody, expected standard or magicdraw"},
+        {"convert library.xmi x --from magicdraw --from ''", "--from"},
+        {"random x", "--seed is required"},
+        {"random x --seed one", "--seed: found one, expected a whole number from 0 to 4294967295"},
+        {"random x --seed 4294967296", "--seed: found 4294967296, expected a whole number from 0 to 4294967295"},
+        {"random x --seed 1 --depth -1", "--depth: found -1, expected a whole number from 0 to 2147483647"},
+        {"random x --seed 1 --breadth 1e3", "--breadth: found 1e3, expected"},
+        {"random x --seed 1 --associations ''", "--associations: found '', expected"},
+        {"random x --seed 1 --metamodel m", std::string("metamodel: found m") + kMetamodels},
+        {"metamodel http://nowhere", std::string("metamodel: found http://nowhere") + kMetamodels},
+        {"metamodel ''", std::string("metamodel: found ''") + kMetamodels},
+    };
+    for (Case const & mistake : cases) {
+        Outcome const run = shell(std::string("zel ") + mistake.arguments);
+        EXPECT_THAT(run, isTrouble(HasSubstr(mistake.says))) << mistake.arguments;
+        EXPECT_EQ(run.out, "") << mistake.arguments;
+        EXPECT_FALSE(std::filesystem::exists(folder.path("x"))) << mistake.arguments;
+    }
+}
+
+TEST_F(Arguments, NamesMayBeginLikeOptionsBehindADoubleHyphen) {
+    std::filesystem::copy(library, folder.path("-x.xmi"));
+    EXPECT_THAT(shell("zel info -- -x.xmi").out, HasSubstr("/-x.xmi\n"));
+    EXPECT_EQ(shell("zel info -x.xmi").exitCode, 2);
+}
+
+TEST_F(Arguments, NamesDoNotSteerTheTerminal) {
+    EXPECT_THAT(runZel({"info", "a\033[31m\n\xC2\x9B\xFF\xE2\x80\xAE\xC3\xA4 b"}),
+                isTrouble(HasSubstr("cannot read a\\x1B[31m\\n\\u009B\\xFF\\u202E\xC3\xA4 b: No such file")));
+}
+
+TEST_F(Arguments, TheLogGoesIntoAFileOnDemand) {
+    EXPECT_EQ(runZel({"info", library, "--html-log", folder.path("log")}).exitCode, 0);
+    EXPECT_THAT(folder.content("log.html"), AllOf(HasSubstr("library.xmi"), HasSubstr("</html>")));
+    EXPECT_EQ(runZel({"--html-log", folder.path("first"), "info", library}).exitCode, 0);
+    EXPECT_THAT(folder.content("first.html"), HasSubstr("</html>"));
+    EXPECT_THAT(shell("zel info library.xmi --html-log no/log"),
+                isTrouble(HasSubstr("cannot write no/log.html: No such file or directory")));
+    std::filesystem::create_directory(folder.path("folder.html"));
+    EXPECT_THAT(shell("zel info library.xmi --html-log folder"), isTrouble(HasSubstr("folder.html: it is a folder")));
+}
+
+} // namespace

@@ -1,0 +1,67 @@
+// What a terminal shows of work that takes its time.
+
+#include "cli/CliTest.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+
+namespace {
+
+using clitest::LiveRun;
+using clitest::Outcome;
+using testing::MatchesRegex;
+
+/// A target that takes the beginning of a file only, until it is emptied.
+class Terminal : public clitest::CliTest {
+protected:
+    Terminal() {
+        EXPECT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+        fReader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    }
+    ~Terminal() override { ::close(fReader); }
+
+    void empty() const {
+        ::fcntl(fReader, F_SETFL, 0);
+        std::array<char, 4096> buffer{};
+        while (::read(fReader, buffer.data(), buffer.size()) > 0) {
+        }
+    }
+
+    std::string const pipe = folder.path("pipe");
+
+private:
+    int fReader = -1;
+};
+
+TEST_F(Terminal, LongWorkIsTold) {
+    auto const start = std::chrono::steady_clock::now();
+    LiveRun run({"convert", library, pipe});
+    EXPECT_EQ(run.waitFor("1 s\033[K"), "\rwriting " + pipe + " ... 1 s\033[K");
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(900));
+    empty();
+    Outcome const end = run.finish();
+    EXPECT_EQ(end.exitCode, 0);
+    EXPECT_THAT(end.error, testing::EndsWith("\r\033[K")) << "the line is taken away";
+}
+
+TEST_F(Terminal, ShortWorkIsNot) {
+    Outcome const run = LiveRun({"info", library}).finish();
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.error, "");
+}
+
+TEST_F(Terminal, AnInterruptedWriteLeavesNothingBehind) {
+    LiveRun run({"convert", library, pipe});
+    static_cast<void>(run.waitFor("writing"));
+    EXPECT_TRUE(hasLeftovers());
+    run.send(SIGINT);
+    EXPECT_EQ(run.finish().exitCode, -SIGINT);
+    EXPECT_FALSE(hasLeftovers());
+}
+
+} // namespace

@@ -15,6 +15,7 @@
 #include <ZEL/serializer/XmiReader.h>
 #include <ZEL/serializer/XmiWriter.h>
 #include <ZEL/tools/Comparator.h>
+#include <ZEL/tools/ObjectsIn.h>
 
 #include <algorithm>
 #include <fstream>
@@ -33,12 +34,14 @@ std::string contentOf(std::filesystem::path const & file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-std::string sizeOf(ZEL::ImmutableModel const & model) { return std::to_string(objectsOf(model).size()) + " objects"; }
+std::string sizeOf(ZEL::ImmutableModel const & model) {
+    return std::to_string(ZEL::objectsIn(model).size()) + " objects";
+}
 
 /// How many attributes have a type in one of the models.
 std::size_t linksInto(std::vector<ZEL::Model> const & models, ZEL::ImmutableModel const & from) {
     std::size_t count = 0;
-    for (ZEL::ImmutableClassObject const & object : objectsOf(from)) {
+    for (ZEL::ImmutableClassObject const & object : ZEL::objectsIn(from)) {
         ZEL::ImmutableProperty const attribute(object);
         if (attribute.isValid() && attribute.hasType()) {
             count +=

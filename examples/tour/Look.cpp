@@ -2,6 +2,7 @@
 
 #include <ZEL/ValueObject.h>
 #include <ZEL/metamodel/Property.h>
+#include <ZEL/tools/ObjectsIn.h>
 
 #include <algorithm>
 #include <map>
@@ -32,21 +33,9 @@ std::string lineOf(ZEL::ImmutableClassObject const & object) {
 
 } // namespace
 
-std::vector<ZEL::ImmutableClassObject> objectsOf(ZEL::ImmutableClassObject const & root) {
-    std::vector<ZEL::ImmutableClassObject> found;
-    std::vector<ZEL::ImmutableClassObject> open{root};
-    while (!open.empty()) {
-        found.push_back(open.back());
-        open.pop_back();
-        std::vector<ZEL::ImmutableClassObject> const children = found.back().getContaineeZELs().toVector();
-        open.insert(open.end(), children.rbegin(), children.rend());
-    }
-    return found;
-}
-
 std::vector<ZEL::Class> classesOf(ZEL::MetaModel const & model) {
     std::vector<ZEL::Class> found;
-    for (ZEL::ImmutableClassObject const & object : objectsOf(model)) {
+    for (ZEL::ImmutableClassObject const & object : ZEL::objectsIn(model)) {
         // The way from a handle for reading to one for writing is the number of the object.
         ZEL::Class const candidate(model.getObjectById(object.getId()));
         if (object != model && candidate.isValid() && !candidate.getOwnedAttributes().empty()) {
@@ -58,7 +47,7 @@ std::vector<ZEL::Class> classesOf(ZEL::MetaModel const & model) {
 
 std::vector<std::string> snapshotOf(ZEL::ImmutableModel const & model) {
     std::vector<std::string> lines;
-    for (ZEL::ImmutableClassObject const & object : objectsOf(model)) {
+    for (ZEL::ImmutableClassObject const & object : ZEL::objectsIn(model)) {
         lines.push_back(lineOf(object));
     }
     return lines;
@@ -66,7 +55,7 @@ std::vector<std::string> snapshotOf(ZEL::ImmutableModel const & model) {
 
 std::string censusOf(ZEL::ImmutableModel const & model) {
     std::map<std::string, int> counts;
-    for (ZEL::ImmutableClassObject const & object : objectsOf(model)) {
+    for (ZEL::ImmutableClassObject const & object : ZEL::objectsIn(model)) {
         ++counts[object.getMetaClass().getName().str()];
     }
     std::vector<std::pair<std::string, int>> sorted(counts.begin(), counts.end());

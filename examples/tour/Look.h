@@ -11,9 +11,6 @@
 /// What the steps of the tour ask of a model, by reflection.
 namespace tour {
 
-/// The object and all that it contains, containers first.
-[[nodiscard]] std::vector<ZEL::ImmutableClassObject> objectsOf(ZEL::ImmutableClassObject const & root);
-
 /// The classes of the model that have attributes.
 [[nodiscard]] std::vector<ZEL::Class> classesOf(ZEL::MetaModel const & model);
 

@@ -228,6 +228,38 @@ bool DeviantImpl::runValidators(Deviant view) {
     return agreed;
 }
 
+namespace {
+
+/// Objects that have gone back to following the root lose their markers when a commit is recorded. Without them they would
+/// look as if they had been deleted, so they are set again for the length of a report.
+class FollowerMarks {
+public:
+    FollowerMarks(DeviantImpl & deviant, StateMap const & states) : fDeviant(deviant) {
+        if (deviant.isRoot()) {
+            return;
+        }
+        for (StateMap::Entry const & entry : states) {
+            if (deviant.objects.get(entry.key) == nullptr) {
+                static_cast<void>(deviant.objects.set(entry.key, sentinel(Deviant::FallbackToRoot)));
+                fMarked.push_back(entry.key);
+            }
+        }
+    }
+    ~FollowerMarks() {
+        for (StateMap::Key const key : fMarked) {
+            static_cast<void>(fDeviant.objects.erase(key));
+        }
+    }
+    FollowerMarks(FollowerMarks const &) = delete;
+    FollowerMarks & operator=(FollowerMarks const &) = delete;
+
+private:
+    DeviantImpl & fDeviant;
+    std::vector<StateMap::Key> fMarked;
+};
+
+} // namespace
+
 void DeviantImpl::prepareAgain(ListenerHolderBase & holder, Deviant view, StateMap const & states) const {
     holder.reset(deviant(), view);
     HeldBodies const bodies(states);
@@ -244,6 +276,7 @@ void DeviantImpl::runObservers(Deviant view, StateMap const & states) {
         }
         if (preparations != fPreparations) {
             // An observer has committed or replayed in this deviant, for which the holders were reset.
+            FollowerMarks const marks(*this, states);
             prepareAgain(*holder, view, states);
         }
         holder->callObserver();

@@ -2,6 +2,7 @@
 
 #include <ZEL/Constants.h>
 #include <ZEL/FactoryRegistry.h>
+#include <ZEL/Transaction.h>
 #include <ZEL/metamodel/Association.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Comment.h>
@@ -159,8 +160,12 @@ KernelModel::KernelModel() {
 }
 
 ClassObject KernelModel::object(Deviant deviant, int number) const {
-    return number == kNothing ? ClassObject()
-                              : ClassObject(fObjects.at(static_cast<std::size_t>(number)).getImplementation(), deviant);
+    if (number == kNothing) {
+        return ClassObject();
+    }
+    return number >= kFirstForeign
+               ? fForeignObjects.at(number)
+               : ClassObject(fObjects.at(static_cast<std::size_t>(number)).getImplementation(), deviant);
 }
 
 int KernelModel::numberOf(NSInterface::ClassObjectIntf const * body) const {
@@ -269,8 +274,23 @@ void KernelModel::create(std::string const & name, Kind kind) {
     case Kind::Model:
         throw std::logic_error("models are not made by a factory");
     }
-    fNumbers.emplace(made.getImplementation(), static_cast<int>(fObjects.size()));
+    fNumbers.insert_or_assign(made.getImplementation(), static_cast<int>(fObjects.size()));
     fObjects.push_back(made);
+}
+
+void KernelModel::replaceForeign(int first) {
+    fForeignObjects.clear();
+    fForeign = MetaModel();
+    fForeign = MetaModel(FactoryRegistry::instance()->createModel(METAMODEL_URI));
+    Factory const factory = fForeign.getFactoryFactory();
+    Transaction transaction(fForeign.getRootDeviant());
+    for (ClassObject const & made : {ClassObject(factory.createClass()), ClassObject(factory.createProperty()),
+                                     ClassObject(factory.createComment())}) {
+        // Memory of an object that nobody refers to any more may be that of a new one.
+        fNumbers.insert_or_assign(made.getImplementation(), first);
+        fForeignObjects[first++] = made;
+    }
+    transaction.commit();
 }
 
 void KernelModel::setFlag(std::string const & name, int number_, std::string const & property, bool value) const {

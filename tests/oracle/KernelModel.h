@@ -38,6 +38,10 @@ public:
     void removeContainer(std::string const & deviant, int object) const;
     void destroy(std::string const & deviant, int object) const;
 
+    /// Another model with an object of each kind that one-ended ends accept, numbered from `first` on; the one before it
+    /// ends, whoever refers to its objects.
+    void replaceForeign(int first);
+
     void createDeviant(std::string const & name);
     void removeDeviant(std::string const & name);
 
@@ -49,6 +53,8 @@ private:
 
     std::map<std::string, MetaModel> fDeviants;
     std::vector<ClassObject> fObjects;
+    std::map<int, ClassObject> fForeignObjects;
+    MetaModel fForeign;
     std::unordered_map<NSInterface::ClassObjectIntf const *, int> fNumbers;
 };
 

@@ -3,6 +3,7 @@
 #include "NaiveModel.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace ZEL::oracle {
 
@@ -18,14 +19,46 @@ void NaiveModel::removeDeviant(std::string const & name) {
     if (at(name).depth != 0) {
         throw Refusal("cannot remove deviant when it is within a transaction");
     }
+    for (Role const role : kRoles) {
+        callAll(name, role, [&](int listener) {
+            fListener.leave(name, listener);
+            std::erase_if(at(name).listeners[role], [&](auto const & each) { return each.listener == listener; });
+            return true;
+        });
+        at(name).listeners[role].clear(); // who came meanwhile
+    }
     fDeviants.erase(name);
-    fListened.erase(name);
 }
 
-void NaiveModel::listen(std::string const & name) {
-    if (fListened.erase(name) == 0) {
-        fListened.insert(name);
+// --- listeners -------------------------------------------------------------------------------------------------------
+
+void NaiveModel::listen(std::string const & name, int listener, Role role) {
+    std::vector<Registration> & registered = at(name).listeners[role];
+    for (Registration const & each : registered) {
+        if (each.listener == listener) {
+            throw Refusal("listener already registered with deviant");
+        }
     }
+    registered.push_back({listener, ++fRegistrations});
+}
+
+void NaiveModel::unlisten(std::string const & name, int listener, Role role) {
+    if (std::erase_if(at(name).listeners[role], [&](auto const & each) { return each.listener == listener; }) == 0) {
+        throw Refusal("listener not registered with deviant");
+    }
+}
+
+Changes NaiveModel::prepare(NaiveDeviant & deviant, Role role, Slots const & before) {
+    deviant.preparations += deviant.listeners[role].empty() ? 0 : 1;
+    return changes(before, deviant);
+}
+
+template <class Call> bool NaiveModel::callAll(std::string const & name, Role role, Call call) {
+    std::vector<Registration> const registered = at(name).listeners[role];
+    return std::all_of(registered.begin(), registered.end(), [&](Registration const & each) {
+        std::vector<Registration> const & now = at(name).listeners[role];
+        return std::find(now.begin(), now.end(), each) == now.end() || call(each.listener);
+    });
 }
 
 // --- transactions ----------------------------------------------------------------------------------------------------
@@ -50,26 +83,42 @@ void NaiveModel::commit(std::string const & name) {
         --deviant.depth;
         return;
     }
-    if (isListenedTo(name)) {
-        fListener.modify(name, changes(deviant.saved, deviant), deviant.saved);
+    bool const isRecorded = deviant.maximum > 0;
+    bool const isListenedTo =
+        std::any_of(std::begin(kRoles), std::end(kRoles), [&](Role role) { return !deviant.listeners[role].empty(); });
+    if (isRecorded && isListenedTo) {
+        Changes const modified = prepare(deviant, Role::Modifier, deviant.saved);
+        callAll(name, Role::Modifier, [&](int listener) {
+            fListener.modify(name, listener, modified, deviant.saved);
+            return true;
+        });
         if (!isStillCommitting(deviant)) {
             return;
         }
-        if (!fListener.validate(name, changes(deviant.saved, deviant), deviant.saved)) {
+        Changes const offered = prepare(deviant, Role::Validator, deviant.saved);
+        bool const isAgreed = callAll(name, Role::Validator, [&](int listener) {
+            return fListener.validate(name, listener, offered, deviant.saved);
+        });
+        if (!isAgreed) {
             cancel(name);
             return;
         }
     }
-    Changes const all = changes(deviant.saved, deviant);
-    if (deviant.isRoot) {
+    Changes const all = isRecorded ? prepare(deviant, Role::Observer, deviant.saved) : Changes();
+    if (deviant.isRoot && isRecorded) {
         isolateOthers(deviant.saved);
     }
     deviant.depth = 0;
     deviant.isWithin = false;
-    NaiveEntry const entry{++fEntries, deviant.transactionName, deviant.transactionLevel, std::move(deviant.saved)};
+    Entry const entry = std::make_shared<NaiveEntry>(
+        NaiveEntry{deviant.transactionName, deviant.transactionLevel, std::move(deviant.saved)});
     deviant.saved.clear();
+    if (!isRecorded) {
+        push(deviant, entry); // and nobody hears of it
+        return;
+    }
     deviant.unfinished = [this, &deviant, entry] { push(deviant, entry); };
-    observe(deviant, all, entry.slots);
+    observe(deviant, all, entry);
 }
 
 // A listener may have cancelled, which ends the commit, or have left a transaction open, which the next commit ends.
@@ -81,10 +130,10 @@ bool NaiveModel::isStillCommitting(NaiveDeviant & deviant) {
     return false;
 }
 
-void NaiveModel::push(NaiveDeviant & deviant, NaiveEntry entry) {
+void NaiveModel::push(NaiveDeviant & deviant, Entry const & entry) {
     std::erase_if(deviant.slots, [](auto const & each) { return each.second.says == Slot::Nothing; });
     deviant.stack.resize(static_cast<std::size_t>(deviant.position));
-    deviant.stack.push_back(std::move(entry));
+    deviant.stack.push_back(entry);
     if (deviant.isRoot) {
         trim(deviant);
     }
@@ -101,6 +150,9 @@ void NaiveModel::cancel(std::string const & name) {
     if (deviant.depth == 0) {
         return;
     }
+    if (deviant.maximum == 0) {
+        throw Refusal("cancelTransaction on deviant without undo stack");
+    }
     for (auto const & [object, slot] : deviant.saved) {
         deviant.slots[object] = slot;
     }
@@ -115,11 +167,19 @@ void NaiveModel::finish(NaiveDeviant & deviant) {
     }
 }
 
-void NaiveModel::observe(NaiveDeviant & deviant, Changes const & all, Slots const & before) {
+// Observers that have committed or replayed in the deviant have used up what the others were to hear: it is told anew. One
+// that has run the entry itself has exchanged its states, and so what the others see as the time before.
+void NaiveModel::observe(NaiveDeviant & deviant, Changes all, Entry const & entry) {
+    int const preparations = deviant.preparations;
     try {
-        if (isListenedTo(deviant.name)) {
-            fListener.observe(deviant.name, all, before);
-        }
+        callAll(deviant.name, Role::Observer, [&](int listener) {
+            if (deviant.preparations != preparations) {
+                all = changes(entry->slots, deviant);
+            }
+            Slots const before = entry->slots;
+            fListener.observe(deviant.name, listener, all, before);
+            return true;
+        });
     } catch (...) {
         finish(deviant);
         throw;
@@ -194,23 +254,22 @@ void NaiveModel::run(NaiveDeviant & root, bool isUndo) {
     if (isUndo) {
         --root.position;
     }
-    NaiveEntry & entry = root.stack[static_cast<std::size_t>(root.position)];
-    for (auto & [object, slot] : entry.slots) {
+    Entry const entry = root.stack[static_cast<std::size_t>(root.position)];
+    for (auto & [object, slot] : entry->slots) {
         std::swap(root.slots[object], slot);
     }
-    isolateOthers(entry.slots);
+    Changes const all = prepare(root, Role::Observer, entry->slots);
+    isolateOthers(entry->slots);
     root.isWithin = false;
-    int const number = entry.number;
-    root.unfinished = [&root, number, isUndo] {
+    root.unfinished = [&root, entry, isUndo] {
         auto const index = static_cast<std::size_t>(root.position);
-        if (index >= root.stack.size() || root.stack[index].number != number) {
+        if (index >= root.stack.size() || root.stack[index] != entry) {
             return; // an observer has removed the entry
         }
-        std::swap(root.stack[index].level, root.level);
+        std::swap(entry->level, root.level);
         root.position += isUndo ? 0 : 1;
     };
-    Slots const before = entry.slots;
-    observe(root, changes(before, root), before);
+    observe(root, all, entry);
 }
 
 void NaiveModel::undoToLevel(int level) {
@@ -220,7 +279,7 @@ void NaiveModel::undoToLevel(int level) {
         return;
     }
     auto const end = root.stack.begin() + root.position;
-    if (std::none_of(root.stack.begin(), end, [level](NaiveEntry const & entry) { return entry.level == level; })) {
+    if (std::none_of(root.stack.begin(), end, [level](Entry const & entry) { return entry->level == level; })) {
         throw Refusal("invalid change level for undoToChangeLevel");
     }
     while (root.level != level) {
@@ -235,7 +294,7 @@ void NaiveModel::redoToLevel(int level) {
         return;
     }
     auto const begin = root.stack.begin() + root.position;
-    if (std::none_of(begin, root.stack.end(), [level](NaiveEntry const & entry) { return entry.level == level; })) {
+    if (std::none_of(begin, root.stack.end(), [level](Entry const & entry) { return entry->level == level; })) {
         throw Refusal("invalid change level for redoToChangeLevel");
     }
     while (root.level != level) {
@@ -249,6 +308,24 @@ void NaiveModel::setMaximum(int length) {
     finish(root);
     root.maximum = std::max(0, length);
     trim(root);
+}
+
+void NaiveModel::clearRedo(std::string const & name) {
+    NaiveDeviant & deviant = at(name);
+    finish(deviant);
+    deviant.stack.resize(static_cast<std::size_t>(deviant.position));
+}
+
+void NaiveModel::clearUndo(std::string const & name) {
+    clearRedo(name);
+    at(name).stack.clear();
+    at(name).position = 0;
+}
+
+// Nothing is recorded from here on, so nothing can be cancelled, and other deviants see the root's writes at once.
+void NaiveModel::disableUndo(std::string const & name) {
+    clearUndo(name);
+    at(name).maximum = 0;
 }
 
 // The divider stays where it is when entries go from the old end, as long as there are that many.

@@ -149,6 +149,12 @@ std::vector<int> NaiveModel::owners(std::string const & name, int object) const 
 
 // --- writing ---------------------------------------------------------------------------------------------------------
 
+void NaiveModel::save(NaiveDeviant & deviant, int object, Slot const & slot) {
+    if (deviant.maximum > 0) {
+        deviant.saved.emplace(object, slot);
+    }
+}
+
 // The first write in a transaction keeps a full copy of what the deviant said before.
 State & NaiveModel::write(std::string const & name, int object) {
     NaiveDeviant & deviant = at(name);
@@ -156,7 +162,7 @@ State & NaiveModel::write(std::string const & name, int object) {
         throw Refusal("not opened for transactions");
     }
     State const present = read(name, object);
-    deviant.saved.emplace(object, slotIn(deviant, object));
+    save(deviant, object, slotIn(deviant, object));
     Slot & slot = deviant.slots[object];
     if (slot.says == Slot::Nothing) {
         slot = {Slot::Present, present};
@@ -334,7 +340,7 @@ void NaiveModel::destroy(std::string const & name, int object) {
     eraseUnparented(name, object);
     for (int const each : gone) {
         NaiveDeviant & deviant = at(name);
-        deviant.saved.emplace(each, slotIn(deviant, each));
+        save(deviant, each, slotIn(deviant, each));
         deviant.slots[each] = {Slot::Absent, State()};
     }
 }

@@ -17,6 +17,9 @@ enum class Kind { Model, Package, Class, Property, Association, Constraint, Expr
 
 constexpr int kNothing = -1; ///< no object
 constexpr int kModel = 0;    ///< the number of the model itself
+/// Objects of another model have numbers from here on. They are referred to by ends that nothing else hangs on, and
+/// never looked at.
+constexpr int kFirstForeign = 1'000'000;
 
 /// Everything that can be read from one object in one deviant. What is not set has no entry.
 struct State {
@@ -84,21 +87,33 @@ struct Slot {
 };
 using Slots = std::map<int, Slot>;
 
-/// Takes part in the commits of the deviants that are listened to. `before` is what the deviant said of the changed objects.
+enum class Role { Modifier, Validator, Observer };
+inline constexpr Role kRoles[] = {Role::Modifier, Role::Validator, Role::Observer};
+
+/// Takes part in the commits of the deviants that it listens to. `before` is what the deviant said of the changed objects.
 class NaiveListener {
 public:
     virtual ~NaiveListener() = default;
-    virtual void modify(std::string const & deviant, Changes const & changes, Slots const & before) = 0;
-    virtual bool validate(std::string const & deviant, Changes const & changes, Slots const & before) = 0;
-    virtual void observe(std::string const & deviant, Changes const & changes, Slots const & before) = 0;
+    virtual void modify(std::string const & deviant, int listener, Changes const & changes, Slots const & before) = 0;
+    virtual bool validate(std::string const & deviant, int listener, Changes const & changes, Slots const & before) = 0;
+    virtual void observe(std::string const & deviant, int listener, Changes const & changes, Slots const & before) = 0;
+    /// The deviant is being removed; once for each role.
+    virtual void leave(std::string const & deviant, int listener) = 0;
+};
+
+struct Registration {
+    int listener = 0;
+    int number = 0; ///< another one when the listener comes again
+
+    friend bool operator==(Registration const &, Registration const &) = default;
 };
 
 struct NaiveEntry {
-    int number = 0;
     std::string name;
     int level = 0;
     Slots slots; ///< the states to which its objects go when it is run
 };
+using Entry = std::shared_ptr<NaiveEntry>; ///< who still looks at an entry keeps it
 
 struct NaiveDeviant {
     std::string name;
@@ -111,9 +126,11 @@ struct NaiveDeviant {
     Slots saved; ///< full copies, from before the running transaction, of the objects it has touched
     int level = 1;
     int highestLevel = 1;
-    std::deque<NaiveEntry> stack;
+    std::deque<Entry> stack;
     int position = 0;
     int maximum = 1;
+    std::map<Role, std::vector<Registration>> listeners;
+    int preparations = 0;             ///< how often listeners have been told what to hear next
     std::function<void()> unfinished; ///< what remains to be done of the step whose observers are running
 };
 
@@ -136,7 +153,6 @@ public:
     [[nodiscard]] std::optional<State> observed(std::string const & deviant, int object) const;
     /// The objects of which the deviant says something else than the root.
     [[nodiscard]] std::set<int> deviating(std::string const & deviant) const;
-    [[nodiscard]] bool isListenedTo(std::string const & deviant) const { return fListened.count(deviant) != 0; }
     /// The object and all that it contains, owners first.
     [[nodiscard]] std::vector<int> subtree(std::string const & deviant, int object) const;
     /// The containers of the object, nearest first; ends at one that is absent or comes twice.
@@ -162,7 +178,8 @@ public:
     // --- deviants and history -------------------------------------------------------------------------------------------
     void createDeviant(std::string const & name);
     void removeDeviant(std::string const & name);
-    void listen(std::string const & deviant);
+    void listen(std::string const & deviant, int listener, Role role);
+    void unlisten(std::string const & deviant, int listener, Role role);
     void begin(std::string const & deviant, std::string const & name);
     void commit(std::string const & deviant);
     void cancel(std::string const & deviant);
@@ -171,6 +188,9 @@ public:
     void undoToLevel(int level);
     void redoToLevel(int level);
     void setMaximum(int length);
+    void disableUndo(std::string const & deviant);
+    void clearUndo(std::string const & deviant);
+    void clearRedo(std::string const & deviant);
     void sync(std::string const & deviant);
     void assign(std::string const & deviant);
 
@@ -192,18 +212,22 @@ private:
     void isolateOthers(Slots const & old);
     [[nodiscard]] Changes changes(Slots const & before, NaiveDeviant const & after) const;
     [[nodiscard]] static bool isStillCommitting(NaiveDeviant & deviant);
-    void push(NaiveDeviant & deviant, NaiveEntry entry);
+    void push(NaiveDeviant & deviant, Entry const & entry);
     static void trim(NaiveDeviant & deviant);
     static void finish(NaiveDeviant & deviant);
-    void observe(NaiveDeviant & deviant, Changes const & changes, Slots const & before);
+    static void save(NaiveDeviant & deviant, int object, Slot const & slot);
+    /// What the listeners of a role will hear.
+    Changes prepare(NaiveDeviant & deviant, Role role, Slots const & before);
+    /// Calls `call(listener)` for those that are registered now, as long as they are and it gives true.
+    template <class Call> bool callAll(std::string const & deviant, Role role, Call call);
+    void observe(NaiveDeviant & deviant, Changes changes, Entry const & entry);
     void run(NaiveDeviant & root, bool isUndo);
     void requireIdle(char const * operation) const;
 
     NaiveListener & fListener;
     std::map<std::string, NaiveDeviant> fDeviants; ///< in the order of their names
     std::vector<Kind> fKinds;
-    std::set<std::string> fListened;
-    int fEntries = 0;
+    int fRegistrations = 0;
 };
 
 } // namespace ZEL::oracle

@@ -1,7 +1,6 @@
 #include "Script.h"
 
-#include <ZEL/Exception.h>
-#include <ZEL/ListenerHolder.h>
+#include "Telling.h"
 
 #include <algorithm>
 #include <sstream>
@@ -12,98 +11,7 @@ namespace {
 
 constexpr int kStepsTold = 40;
 
-template <class Action> std::string outcomeOf(Action action) {
-    try {
-        action();
-    } catch (Exception const & exception) {
-        return exception.GetMessageTxt();
-    } catch (std::exception const & exception) {
-        return exception.what();
-    }
-    return std::string();
-}
-
-void print(std::ostream & out, State const & state) {
-    for (auto const & [property, value] : state.flags) {
-        out << ' ' << property << '=' << value;
-    }
-    for (auto const & [property, value] : state.texts) {
-        out << ' ' << property << "='" << value << '\'';
-    }
-    for (auto const & [property, value] : state.numbers) {
-        out << ' ' << property << '=' << value;
-    }
-    for (auto const & [property, value] : state.references) {
-        out << ' ' << property << "=#" << value;
-    }
-    for (auto const & [property, list] : state.lists) {
-        out << ' ' << property << "=[";
-        for (int const value : list) {
-            out << '#' << value << ' ';
-        }
-        out << ']';
-    }
-    for (std::string const & line : state.body) {
-        out << " body='" << line << '\'';
-    }
-    out << " container=#" << state.container;
-}
-
-std::string told(std::optional<State> const & state) {
-    std::ostringstream out;
-    if (state) {
-        print(out, *state);
-    } else {
-        out << " (absent)";
-    }
-    return out.str();
-}
-
-std::string told(std::set<int> const & numbers) {
-    std::ostringstream out;
-    for (int const number : numbers) {
-        out << '#' << number << ' ';
-    }
-    return out.str();
-}
-
-std::string told(Changes const & changes) {
-    return "created " + told(changes.created) + "deleted " + told(changes.deleted) + "modified " +
-           told(changes.modified);
-}
-
-State withoutRiding(State state) {
-    for (EndRule const & rule : endsOf(state.kind)) {
-        if (rule.form == Form::Riding) {
-            state.references.erase(rule.property);
-        }
-    }
-    return state;
-}
-
 } // namespace
-
-char const * nameOf(What what) {
-    static char const * const names[] = {"create",        "set flag",         "set text",       "remove text",
-                                         "set number",    "remove number",    "set reference",  "remove reference",
-                                         "link",          "unlink",           "add body",       "erase body",
-                                         "set container", "remove container", "destroy",        "begin",
-                                         "commit",        "cancel",           "undo",           "redo",
-                                         "undo to level", "redo to level",    "set maximum",    "sync",
-                                         "assign",        "create deviant",   "remove deviant", "listen"};
-    return names[static_cast<int>(what)];
-}
-
-std::string describe(Step const & step) {
-    std::ostringstream out;
-    out << step.deviant << ": " << nameOf(step.what);
-    if (step.object != kNothing) {
-        out << " #" << step.object;
-    }
-    out << ' ' << step.property << " value " << step.value << " index " << step.index << " '" << step.text << "' kind "
-        << static_cast<int>(step.kind);
-    return out.str();
-}
 
 // --- what both sides do alike ------------------------------------------------------------------------------------------
 
@@ -170,47 +78,19 @@ template <class Model> bool performOnObject(Model & model, Step const & s) {
 
 } // namespace
 
-/// The kernel's listener for one deviant: modifier, validator and observer in one.
-class Script::Listener : public ListenerBase {
-public:
-    Listener(Script & script, Deviant deviant) : fScript(script), fDeviant(deviant) {
-        registerModifierOnCommit(deviant, *this);
-        registerValidatorOnCommit(deviant, *this);
-        registerObservingListener(deviant, *this);
-    }
-    void unregister() {
-        fDeviant.unregisterModifierOnCommit(this);
-        fDeviant.unregisterValidatorOnCommit(this);
-        fDeviant.unregisterObservingListener(this);
-    }
-    void modifyOnCommit(ReportOfChanges<ClassObject, FALSE_TYPE> const & report) {
-        fScript.replayTurn("modifier", fDeviant, fScript.changesIn(report), report.sourceDeviant);
-    }
-    bool validateOnCommit(ReportOfChanges<ImmutableClassObject, TRUE_TYPE> const & report) {
-        return fScript.replayTurn("validator", fDeviant, fScript.changesIn(report), report.sourceDeviant);
-    }
-    void observeChanges(ReportOfChanges<ImmutableClassObject, TRUE_TYPE> const & report) {
-        fScript.replayTurn("observer", fDeviant, fScript.changesIn(report), report.sourceDeviant);
-    }
-
-private:
-    Script & fScript;
-    Deviant fDeviant;
-};
-
 Script::Script(std::uint32_t seed) : fSeed(seed), fRandom(seed), fNaive(*this) {
+    perform({.what = What::ReplaceForeign, .deviant = kRoot, .value = kFirstForeign});
     for (char const * const name : {"alpha", "bravo", "kilo", "tango"}) {
         perform({.what = What::CreateDeviant, .deviant = name});
     }
-    perform({.what = What::Listen, .deviant = kRoot});
-    perform({.what = What::Listen, .deviant = "bravo"});
-}
-
-Script::~Script() {
-    for (auto const & [name, listener] : fListeners) {
-        listener->unregister();
+    for (char const * const name : {kRoot, "bravo"}) {
+        for (Role const role : kRoles) {
+            perform({.what = What::Listen, .deviant = name, .value = 0, .index = static_cast<int>(role)});
+        }
     }
 }
+
+Script::~Script() { unregisterAll(); }
 
 void Script::run(int steps) {
     for (int i = 0; i < steps && fProblems.empty(); ++i) {
@@ -293,6 +173,21 @@ void Script::performOnNaive(Step const & s) {
     case What::SetMaximum:
         fNaive.setMaximum(static_cast<int>(s.value));
         break;
+    case What::DisableUndo:
+        fNaive.disableUndo(s.deviant);
+        break;
+    case What::ClearUndo:
+        fNaive.clearUndo(s.deviant);
+        break;
+    case What::ClearRedo:
+        fNaive.clearRedo(s.deviant);
+        break;
+    case What::Listen:
+        fNaive.listen(s.deviant, static_cast<int>(s.value), static_cast<Role>(s.index));
+        break;
+    case What::Unlisten:
+        fNaive.unlisten(s.deviant, static_cast<int>(s.value), static_cast<Role>(s.index));
+        break;
     case What::Sync:
         fNaive.sync(s.deviant);
         break;
@@ -300,73 +195,7 @@ void Script::performOnNaive(Step const & s) {
         fNaive.assign(s.deviant);
         break;
     default:
-        fNaive.listen(s.deviant);
-        break;
-    }
-}
-
-Script::Turn & Script::newTurn(char const * phase, std::string const & deviant, Changes const & changes,
-                               Slots const & before) {
-    Turn turn;
-    turn.phase = phase;
-    turn.deviant = deviant;
-    turn.changes = changes;
-    turn.before = before;
-    return fTurns.emplace_back(std::move(turn));
-}
-
-void Script::take(Turn & turn, Step const & step) {
-    std::string const outer = std::exchange(fPhase, turn.phase);
-    count(step);
-    turn.steps.emplace_back(step, std::string());
-    std::size_t const place = turn.steps.size() - 1;
-    fLast.push_back("  (" + turn.phase + ") " + describe(step));
-    std::string const outcome = outcomeOf([&] { performOnNaive(step); });
-    turn.steps[place].second = outcome;
-    fPhase = outer;
-}
-
-void Script::modify(std::string const & deviant, Changes const & changes, Slots const & before) {
-    Turn & turn = newTurn("modifier", deviant, changes, before);
-    int const choice = below(100);
-    if (choice < 25) {
-        for (int i = 0; i < 2; ++i) {
-            take(turn, nextWrite(deviant));
-        }
-    } else if (choice < 28) {
-        take(turn, {.what = What::Cancel, .deviant = deviant});
-    } else if (choice < 31) {
-        take(turn, {.what = What::Begin, .deviant = deviant, .text = "left open"});
-    } else if (choice < 35) {
-        turn.throws = true;
-        throw ListenerFailure();
-    }
-}
-
-bool Script::validate(std::string const & deviant, Changes const & changes, Slots const & before) {
-    Turn & turn = newTurn("validator", deviant, changes, before);
-    int const choice = below(100);
-    if (choice < 4) {
-        turn.throws = true;
-        throw ListenerFailure();
-    }
-    turn.isRefused = choice < 16;
-    return !turn.isRefused;
-}
-
-void Script::observe(std::string const & deviant, Changes const & changes, Slots const & before) {
-    Turn & turn = newTurn("observer", deviant, changes, before);
-    int const choice = below(100);
-    if (choice < 6) {
-        turn.throws = true;
-        throw ListenerFailure();
-    }
-    if (choice < 18 && !fIsJumping && fTurns.size() < 8) {
-        take(turn, {.what = What::Begin, .deviant = deviant, .text = "by an observer"});
-        take(turn, nextWrite(deviant));
-        take(turn, {.what = chance(80) ? What::Commit : What::Cancel, .deviant = deviant});
-    } else if (choice < 22 && !fIsJumping && deviant == kRoot && fTurns.size() < 8) {
-        take(turn, {.what = chance(50) ? What::Undo : What::Redo, .deviant = kRoot});
+        break; // the naive model knows nothing of other models
     }
 }
 
@@ -408,67 +237,30 @@ void Script::performOnKernel(Step const & s) {
     case What::SetMaximum:
         deviant.setMaximumUndoStackLength(static_cast<int>(s.value));
         break;
+    case What::DisableUndo:
+        deviant.disableUndo();
+        break;
+    case What::ClearUndo:
+        deviant.clearUndoStack();
+        break;
+    case What::ClearRedo:
+        deviant.clearRedoStack();
+        break;
     case What::Sync:
         deviant.syncFromRoot();
         break;
     case What::Assign:
         deviant.assignToRoot();
         break;
+    case What::Listen:
+    case What::Unlisten:
+        performOnListener(s);
+        break;
     default:
-        if (fListeners.count(s.deviant) == 0) {
-            fListeners[s.deviant] = std::make_unique<Listener>(*this, deviant);
-        } else {
-            fListeners[s.deviant]->unregister();
-            fListeners.erase(s.deviant);
-        }
+        fFirstForeign = static_cast<int>(s.value);
+        fKernel.replaceForeign(fFirstForeign);
         break;
     }
-}
-
-template <class Report> Changes Script::changesIn(Report const & report) const {
-    Changes result;
-    for (auto const & object : report.created) {
-        result.created.insert(fKernel.numberOf(object.getImplementationWithoutAssert()));
-    }
-    for (auto const & object : report.deleted) {
-        result.deleted.insert(fKernel.numberOf(object.getImplementationWithoutAssert()));
-    }
-    for (auto const & object : report.modified) {
-        result.modified.insert(fKernel.numberOf(object.getImplementationWithoutAssert()));
-    }
-    return result;
-}
-
-bool Script::replayTurn(char const * phase, Deviant deviant, Changes const & changes, Deviant view) {
-    if (fNextTurn == fTurns.size()) {
-        problem(std::string("a ") + phase + " is called that should not be");
-        return true;
-    }
-    Turn const & turn = fTurns[fNextTurn++];
-    if (turn.phase != phase || turn.deviant != deviant.getName()) {
-        problem(std::string(phase) + " of " + deviant.getName() + " in place of " + turn.phase + " of " + turn.deviant);
-        return true;
-    }
-    if (!(turn.changes == changes)) {
-        problem(turn.phase + " hears: " + told(changes) + "\n    in place of: " + told(turn.changes));
-    }
-    for (auto const & [object, slot] : turn.before) {
-        std::optional<State> seen = fKernel.observed(view, object, fNaive.kindOf(object));
-        if (slot.says == Slot::Present && (!seen || withoutRiding(*seen) != slot.state)) {
-            problem(turn.phase + " sees before #" + std::to_string(object) + told(seen) + "\n    in place of" +
-                    told(slot.state));
-        }
-    }
-    for (auto const & [step, expected] : turn.steps) {
-        std::string const given = outcomeOf([&step = step, this] { performOnKernel(step); });
-        if (expected.empty() != given.empty() || given.find(expected) == std::string::npos) {
-            problem(turn.phase + ": outcome '" + given + "' in place of '" + expected + "'");
-        }
-    }
-    if (turn.throws) {
-        throw ListenerFailure();
-    }
-    return !turn.isRefused;
 }
 
 // --- comparing -----------------------------------------------------------------------------------------------------------
@@ -499,7 +291,7 @@ void Script::compareProtocol(NaiveDeviant const & expected) {
     int const size = static_cast<int>(expected.stack.size());
     differs("redo length", given.getRedoStackLength(), size - expected.position);
     for (int i = 0; i < size; ++i) {
-        NaiveEntry const & entry = expected.stack[static_cast<std::size_t>(i)];
+        NaiveEntry const & entry = *expected.stack[static_cast<std::size_t>(i)];
         int const undo = expected.position - 1 - i;
         int const redo = i - expected.position;
         differs("name", undo >= 0 ? given.getUndoNameAt(undo) : given.getRedoNameAt(redo), entry.name);

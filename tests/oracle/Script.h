@@ -36,11 +36,17 @@ enum class What {
     UndoToLevel,
     RedoToLevel,
     SetMaximum,
+    DisableUndo,
+    ClearUndo,
+    ClearRedo,
     Sync,
     Assign,
     CreateDeviant,
     RemoveDeviant,
-    Listen
+    Listen, ///< the listener `value`, in the role `index`
+    Unlisten,
+    ReplaceForeign, ///< the other model, by one whose objects are numbered from `value` on
+    Last = ReplaceForeign
 };
 
 char const * nameOf(What what);
@@ -83,6 +89,7 @@ private:
     struct Turn {
         std::string phase;
         std::string deviant;
+        int listener = 0;
         Changes changes;
         Slots before;
         std::vector<std::pair<Step, std::string>> steps; ///< with the outcome of each
@@ -91,16 +98,22 @@ private:
     };
 
     // --- the naive side ------------------------------------------------------------------------------------------------
-    void modify(std::string const & deviant, Changes const & changes, Slots const & before) override;
-    bool validate(std::string const & deviant, Changes const & changes, Slots const & before) override;
-    void observe(std::string const & deviant, Changes const & changes, Slots const & before) override;
-    Turn & newTurn(char const * phase, std::string const & deviant, Changes const & changes, Slots const & before);
+    void modify(std::string const & deviant, int listener, Changes const & changes, Slots const & before) override;
+    bool validate(std::string const & deviant, int listener, Changes const & changes, Slots const & before) override;
+    void observe(std::string const & deviant, int listener, Changes const & changes, Slots const & before) override;
+    void leave(std::string const & deviant, int listener) override;
+    Turn & newTurn(char const * phase, std::string const & deviant, int listener, Changes const & changes,
+                   Slots const & before);
+    /// Comings and goings of listeners, the one whose turn it is included.
+    void takeListening(Turn & turn);
     void take(Turn & turn, Step const & step);
     void performOnNaive(Step const & step);
 
     // --- the kernel's side -----------------------------------------------------------------------------------------------
-    bool replayTurn(char const * phase, Deviant deviant, Changes const & changes, Deviant view);
+    bool replayTurn(char const * phase, Listener const & listener, Changes const & changes, Deviant view);
     void performOnKernel(Step const & step);
+    void performOnListener(Step const & step);
+    void unregisterAll();
     template <class Report> Changes changesIn(Report const & report) const;
 
     // --- what next -------------------------------------------------------------------------------------------------------
@@ -112,6 +125,8 @@ private:
     Step nextStep();
     Step nextInIdle(std::string const & deviant);
     Step nextOnHistory();
+    Step nextOnStack(std::string const & deviant);
+    Step nextOnListeners(std::string const & deviant);
     Step nextInTransaction(std::string const & deviant);
     Step nextWrite(std::string const & deviant);
     std::optional<Step> tryWrite(std::string const & deviant, std::vector<int> const & objects);
@@ -119,6 +134,7 @@ private:
     std::optional<Step> tryReference(std::string const & deviant, int object, std::vector<int> const & objects);
     std::optional<Step> tryList(std::string const & deviant, int object, std::vector<int> const & objects);
     std::optional<Step> tryContainer(std::string const & deviant, int object, std::vector<int> const & objects);
+    std::vector<int> foreignOf(std::set<Kind> const & kinds) const;
     std::vector<int> validIn(std::string const & deviant) const;
     std::vector<int> ofKinds(std::vector<int> const & objects, std::set<Kind> const & kinds) const;
     [[nodiscard]] bool isAnchored(std::string const & deviant, int object) const;
@@ -135,7 +151,8 @@ private:
     std::mt19937 fRandom;
     NaiveModel fNaive;
     KernelModel fKernel;
-    std::map<std::string, std::unique_ptr<Listener>> fListeners;
+    int fFirstForeign = kFirstForeign; ///< of the other model that there is now
+    std::map<std::string, std::vector<std::shared_ptr<Listener>>> fListeners;
     std::deque<Turn> fTurns;
     std::size_t fNextTurn = 0;
     std::string fPhase; ///< of the listener that is running

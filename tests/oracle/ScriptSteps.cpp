@@ -44,7 +44,11 @@ Step Script::nextInIdle(std::string const & name) {
                 .deviant = other};
     }
     if (choice < 85) {
-        return {.what = What::Listen, .deviant = name};
+        return nextOnListeners(name);
+    }
+    if (choice < 87) {
+        return chance(70) ? Step{.what = What::ReplaceForeign, .deviant = kRoot, .value = fFirstForeign + 10}
+                          : nextOnStack(name);
     }
     if (choice < 92) {
         return {.what = chance(50) ? What::Cancel : What::Commit, .deviant = name};
@@ -55,9 +59,15 @@ Step Script::nextInIdle(std::string const & name) {
     return nextWrite(name); // refused, unless nothing changes
 }
 
+// On a deviant beside the root there is no way back from a disabled undo.
+Step Script::nextOnStack(std::string const & name) {
+    int const choice = below(100);
+    return {.what = choice < 40 ? What::ClearUndo : choice < 80 ? What::ClearRedo : What::DisableUndo, .deviant = name};
+}
+
 Step Script::nextOnHistory() {
     NaiveDeviant const & root = fNaive.deviant(kRoot);
-    int const choice = below(100);
+    int const choice = root.maximum == 0 ? 60 + below(40) : below(100);
     if (choice < 35) {
         return {.what = What::Undo, .deviant = kRoot};
     }
@@ -68,10 +78,11 @@ Step Script::nextOnHistory() {
         long long const level =
             root.stack.empty() || chance(10)
                 ? below(root.highestLevel + 2)
-                : root.stack[static_cast<std::size_t>(below(static_cast<int>(root.stack.size())))].level;
+                : root.stack[static_cast<std::size_t>(below(static_cast<int>(root.stack.size())))]->level;
         return {.what = chance(50) ? What::UndoToLevel : What::RedoToLevel, .deviant = kRoot, .value = level};
     }
-    return {.what = What::SetMaximum, .deviant = kRoot, .value = chance(10) ? 50 : 3 + below(12)};
+    long long const maximum = root.maximum > 0 && chance(20) ? -below(2) : chance(10) ? 50 : 3 + below(12);
+    return {.what = What::SetMaximum, .deviant = kRoot, .value = maximum};
 }
 
 Step Script::nextInTransaction(std::string const & name) {
@@ -100,6 +111,12 @@ Step Script::nextInTransaction(std::string const & name) {
     }
     if (choice < 204 && name != kRoot) {
         return {.what = What::RemoveDeviant, .deviant = name}; // refused within a transaction
+    }
+    if (choice < 210) {
+        return nextOnStack(name);
+    }
+    if (choice < 215) {
+        return nextOnListeners(name);
     }
     return nextWrite(name);
 }
@@ -218,12 +235,16 @@ std::optional<Step> Script::tryReference(std::string const & name, int object, s
         }
         return Step{.what = What::RemoveReference, .deviant = name, .object = object, .property = rule.property};
     }
-    std::vector<int> const values = ofKinds(objects, rule.accepts);
+    std::vector<int> values = ofKinds(objects, rule.accepts);
+    bool const isForeign = rule.form == Form::OneEnded && chance(25);
+    if (isForeign) {
+        values = foreignOf(rule.accepts);
+    }
     if (values.empty()) {
         return std::nullopt;
     }
     int const value = any(values);
-    if (!isSound(name, value)) {
+    if (!isForeign && !isSound(name, value)) {
         return std::nullopt;
     }
     return Step{
@@ -246,12 +267,16 @@ std::optional<Step> Script::tryList(std::string const & name, int object, std::v
         }
         return Step{.what = What::Unlink, .deviant = name, .object = object, .property = rule.property, .index = index};
     }
-    std::vector<int> const values = ofKinds(objects, rule.accepts);
+    std::vector<int> values = ofKinds(objects, rule.accepts);
+    bool const isForeign = rule.form == Form::OneEnded && chance(25);
+    if (isForeign) {
+        values = foreignOf(rule.accepts);
+    }
     if (values.empty()) {
         return std::nullopt;
     }
     int const value = any(values);
-    if (!isSound(name, value) || (value == object && rule.form == Form::Linked)) {
+    if ((!isForeign && !isSound(name, value)) || (value == object && rule.form == Form::Linked)) {
         return std::nullopt;
     }
     return Step{.what = What::Link,
@@ -289,6 +314,19 @@ std::optional<Step> Script::tryContainer(std::string const & name, int object, s
 }
 
 // --- what to choose from -------------------------------------------------------------------------------------------------
+
+// One of each kind, as the kernel's side makes them.
+std::vector<int> Script::foreignOf(std::set<Kind> const & kinds) const {
+    std::vector<int> result;
+    int number = fFirstForeign;
+    for (Kind const kind : {Kind::Class, Kind::Property, Kind::Comment}) {
+        if (kinds.count(kind) != 0) {
+            result.push_back(number);
+        }
+        ++number;
+    }
+    return result;
+}
 
 std::vector<int> Script::validIn(std::string const & name) const {
     std::vector<int> result;

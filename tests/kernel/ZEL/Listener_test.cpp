@@ -422,6 +422,25 @@ TEST_F(ListenerTest, AnObserverMayWorkInTheSameDeviantAndTheHistoryStaysInOrder)
     EXPECT_EQ(7, other.valueIn(root));
 }
 
+TEST_F(ListenerTest, AnObjectThatFollowsTheRootAgainIsModifiedForLateObserversToo) {
+    Thing & other = make(root, 1);
+    Deviant const draft = createDeviant("draft");
+    commitValue(draft, thing, 5);
+    bool done = false;
+    one.onObserve = [&](Deviant target, Deviant) {
+        if (!std::exchange(done, true)) {
+            commitValue(target, other, 7);
+        }
+    };
+    registerObservingListener(draft, one);
+    registerObservingListener(draft, two);
+    draft.beginTransaction("back to the root");
+    draft.syncFromRoot();
+    draft.commitTransaction();
+    EXPECT_EQ((Calls{"one observe 0 0 1", "one observe 0 0 1", "two observe 0 0 1", "two observe 0 0 1"}), takeCalls());
+    EXPECT_EQ(nullptr, draft.getStateOfObject(&thing)) << "and leaves no marker";
+}
+
 TEST_F(ListenerTest, AnObserverOfAReplayMayCommitOrClear) {
     Thing & other = make(root, 1);
     registerObservingListener(root, one);

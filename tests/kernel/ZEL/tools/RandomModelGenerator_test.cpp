@@ -1,4 +1,3 @@
-#include "host/TemporaryFolder.h"
 #include "kernel/ZEL/tools/TestModel.h"
 #include "support/ExpectRaises.h"
 
@@ -10,8 +9,6 @@
 #include <ZEL/metamodel/Enumeration.h>
 #include <ZEL/metamodel/NamedElement.h>
 #include <ZEL/sequences/Sequence.h>
-#include <ZEL/serializer/XmiReader.h>
-#include <ZEL/serializer/XmiWriter.h>
 #include <ZEL/tools/Comparator.h>
 #include <ZEL/tools/RandomModelGenerator.h>
 
@@ -147,22 +144,6 @@ TEST(RandomModelGenerator, ValuesAndLinksComeFromTheAssociationPhase) {
     }
     EXPECT_EQ(values.count("foobar"), 1U);
     EXPECT_GT(links, 100U);
-}
-
-TEST(RandomModelGenerator, RandomModelsAreReadBackAsTheyWereWritten) {
-    TemporaryFolder const folder;
-    for (unsigned int seed = 1; seed <= 12; ++seed) {
-        SCOPED_TRACE("seed " + std::to_string(seed));
-        RandomModel const random(seed, 4, 4, 400);
-        std::string const file = folder.path(std::to_string(seed) + ".xmi");
-        ASSERT_TRUE(Serializer::XmiWriter().write(file, random.model));
-        MetaModel const again(Serializer::XmiReader().read(file));
-        Comparator comparator(random.model, again);
-        EXPECT_TRUE(comparator.compare()) << comparator.getFailedFirst().toString();
-        std::string const bytes = folder.content(std::to_string(seed) + ".xmi");
-        ASSERT_TRUE(Serializer::XmiWriter().write(file, again));
-        EXPECT_EQ(folder.content(std::to_string(seed) + ".xmi"), bytes);
-    }
 }
 
 TEST(RandomModelGenerator, AnyClassOfTheMetamodelCanBeTheRoot) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/ExpectRaises.h"
+
 #include <ZEL/Argument.h>
 #include <ZEL/Double.h>
 #include <ZEL/Integer.h>
@@ -12,20 +14,3 @@
 #include <ZEL/TypeInfoRegistry.h>
 #include <ZEL/UnlimitedNatural.h>
 #include <ZEL/VisibilityKind.h>
-
-#include <exception>
-#include <string>
-
-namespace ZEL::Test {
-
-/// The text of the exception that `action` raises, "(nothing)" if it raises none.
-template <class Action> std::string textOfException(Action action) {
-    try {
-        action();
-    } catch (std::exception const & failure) {
-        return failure.what();
-    }
-    return "(nothing)";
-}
-
-} // namespace ZEL::Test

@@ -9,7 +9,7 @@
 namespace ZEL {
 namespace {
 
-using Test::textOfException;
+using Test::raisedText;
 
 TEST(ArgumentTest, HoldsOneCountOnItsValue) {
     Object const five = Integer(5);
@@ -34,7 +34,7 @@ TEST(ArgumentTest, HoldsOneCountOnItsValue) {
 
 TEST(ArgumentTest, IsNotMadeWithANullValue) {
     EXPECT_EQ("Cannot access NULL ref. Use isValid() before calling methods",
-              textOfException([] { (void)Argument("a", Object()); }));
+              raisedText([] { (void)Argument("a", Object()); }));
 }
 
 TEST(ArgumentTest, ComparesByNameThenByBody) {
@@ -84,7 +84,7 @@ TEST(ArgumentTest, ReadsItsGrammar) {
         {"(a,b,c,d", nullptr, more},
     };
     for (Reading const & row : rows) {
-        std::string const raised = textOfException([&] {
+        std::string const raised = raisedText([&] {
             Argument const read = Argument::fromString(row.text);
             EXPECT_EQ(row.name != nullptr ? row.name : "(raises)", read.getName()) << row.text;
             EXPECT_FALSE(read.hasValue()) << row.text;

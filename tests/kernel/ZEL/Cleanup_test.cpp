@@ -1,3 +1,5 @@
+#include "support/ExpectRaises.h"
+
 #include <ZEL/Cleanup.h>
 #include <ZEL/Exception.h>
 #include <ZEL/LeakChecker.h>
@@ -213,16 +215,8 @@ TEST(ReferenceCounting, ABodyGoesWithItsLastCountAndACopyStartsAtNone) {
 TEST(ReferenceCounting, ACountBelowZeroIsAnInternalError) {
     struct Body : ReferenceCountingImpl {};
     Body body;
-    auto const textOf = [](auto action) {
-        try {
-            action();
-        } catch (Exception const & failure) {
-            return failure.GetMessageTxt();
-        }
-        return std::string();
-    };
-    EXPECT_EQ("An Internal Error has occurred", textOf([&] { body.decRef(); }));
-    EXPECT_EQ("An Internal Error has occurred", textOf([&] { body.incRef(); }));
+    EXPECT_RAISES("An Internal Error has occurred", body.decRef());
+    EXPECT_RAISES("An Internal Error has occurred", body.incRef());
     EXPECT_EQ(-1, body.numRef());
 }
 

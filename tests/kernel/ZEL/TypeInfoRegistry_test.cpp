@@ -11,7 +11,7 @@
 namespace ZEL {
 namespace {
 
-using Test::textOfException;
+using Test::raisedText;
 
 constexpr char internalError[] = "An Internal Error has occurred";
 constexpr char name[] = "Test.Number";
@@ -24,7 +24,7 @@ protected:
 
 TEST_F(TypeInfoRegistryTest, KnowsWhatIsRegisteredUntilItIsUnregistered) {
     EXPECT_FALSE(TypeInfoRegistry::hasType(name));
-    EXPECT_EQ(internalError, textOfException([] { (void)TypeInfoRegistry::getTypeInfo(name); }));
+    EXPECT_EQ(internalError, raisedText([] { (void)TypeInfoRegistry::getTypeInfo(name); }));
     EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
 
     TypeInfoRegistry::registerTypeInfo(name, info);
@@ -39,14 +39,12 @@ TEST_F(TypeInfoRegistryTest, KnowsWhatIsRegisteredUntilItIsUnregistered) {
 
 TEST_F(TypeInfoRegistryTest, RefusesANameTwice) {
     TypeInfoRegistry::registerTypeInfo(name, info);
-    EXPECT_EQ(internalError,
-              textOfException([] { TypeInfoRegistry::registerTypeInfo(name, IntegerTypeInfo::Create()); }));
+    EXPECT_EQ(internalError, raisedText([] { TypeInfoRegistry::registerTypeInfo(name, IntegerTypeInfo::Create()); }));
     EXPECT_TRUE(TypeInfoRegistry::getTypeInfo(name) == info) << "the first stays";
 }
 
 TEST_F(TypeInfoRegistryTest, RefusesAnInvalidMetaTypeAfterTheNameIsTaken) {
-    EXPECT_EQ(internalError,
-              textOfException([&] { TypeInfoRegistry::registerMetaType(name, info, ImmutableDataType()); }));
+    EXPECT_EQ(internalError, raisedText([&] { TypeInfoRegistry::registerMetaType(name, info, ImmutableDataType()); }));
     EXPECT_TRUE(TypeInfoRegistry::hasType(name));
     EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
 }

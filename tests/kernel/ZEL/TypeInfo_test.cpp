@@ -22,7 +22,7 @@
 namespace ZEL {
 namespace {
 
-using Test::textOfException;
+using Test::raisedText;
 
 struct Row {
     char const * text;
@@ -111,8 +111,7 @@ TEST(TypeInfo, RaisesWhenTheHolderHasAnErrorAlready) {
     for (HASP::TypeInfo const & info : infos) {
         HASP::ErrorHolder errors;
         errors.setError({"first", HASP::CodeLocation("file", 1)});
-        EXPECT_EQ("An Internal Error has occurred",
-                  textOfException([&] { (void)info.convertFromString("true", errors); }));
+        EXPECT_EQ("An Internal Error has occurred", raisedText([&] { (void)info.convertFromString("true", errors); }));
         EXPECT_EQ("first", errors.getMessage());
     }
 }
@@ -149,9 +148,9 @@ TEST(TypeInfo, OfAPropertyStorageKnowsTheNullHandleOnly) {
 TEST(TypeInfo, OfASequenceConvertsNothing) {
     SequenceType const type{ImmutableObject()};
     HASP::ErrorHolder errors;
-    EXPECT_EQ("Not Implemented yet", textOfException([&] { (void)type.convertFromString("", errors); }));
-    EXPECT_EQ("Not Implemented yet", textOfException([&] { (void)type.convertToString(HASP::any()); }));
-    EXPECT_EQ("Not Implemented yet", textOfException([&] { (void)type.defaultConstruct(); }));
+    EXPECT_EQ("Not Implemented yet", raisedText([&] { (void)type.convertFromString("", errors); }));
+    EXPECT_EQ("Not Implemented yet", raisedText([&] { (void)type.convertToString(HASP::any()); }));
+    EXPECT_EQ("Not Implemented yet", raisedText([&] { (void)type.defaultConstruct(); }));
 }
 
 } // namespace

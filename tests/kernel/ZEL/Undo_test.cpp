@@ -221,44 +221,5 @@ TEST_F(UndoTest, AFailingHelperLeavesTheStackAsItWas) {
     EXPECT_EQ(0, thing.valueIn(root));
 }
 
-TEST_F(UndoTest, ALongHistoryOfManyObjectsReplaysExactly) {
-    std::vector<Thing *> things;
-    for (int i = 0; i < 100; ++i) {
-        things.push_back(&make(root, 0));
-    }
-    root.clearUndoStack();
-    auto const values = [&] {
-        std::vector<int> result;
-        for (Thing const * const each : things) {
-            result.push_back(each->deviant_isValid(root) ? each->valueIn(root) : -1);
-        }
-        return result;
-    };
-    std::vector<std::vector<int>> history{values()};
-    for (int round = 1; round <= 30; ++round) {
-        root.beginTransaction();
-        for (std::size_t i = 0; i < things.size(); ++i) {
-            if ((i * 7 + static_cast<std::size_t>(round) * 13) % 5 == 0 && things[i]->deviant_isValid(root)) {
-                things[i]->set(root, round);
-                if (i % 20 == static_cast<std::size_t>(round) && i % 3 == 0) {
-                    things[i]->end(root);
-                }
-            }
-        }
-        root.commitTransaction();
-        history.push_back(values());
-    }
-    for (int pass = 0; pass < 2; ++pass) {
-        for (std::size_t i = history.size() - 1; i-- > 0;) {
-            root.undo();
-            EXPECT_EQ(history[i], values());
-        }
-        for (std::size_t i = 1; i < history.size(); ++i) {
-            root.redo();
-            EXPECT_EQ(history[i], values());
-        }
-    }
-}
-
 } // namespace
 } // namespace ZEL

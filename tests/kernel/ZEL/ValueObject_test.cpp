@@ -12,7 +12,7 @@
 namespace ZEL {
 namespace {
 
-using Test::textOfException;
+using Test::raisedText;
 
 constexpr char nullText[] = "Cannot access NULL ref. Use isValid() before calling methods";
 constexpr char internalError[] = "An Internal Error has occurred";
@@ -79,11 +79,11 @@ TEST(ValueObjectTest, CannotBeReadAsAnotherClassOrFromNothing) {
     ValueObject const boxed = Integer(1);
     EXPECT_THROW(Boolean{boxed}, HASP::bad_any_cast);
     EXPECT_THROW(String{Object(boxed)}, HASP::bad_any_cast);
-    EXPECT_EQ(internalError, textOfException([] { (void)Integer(ValueObject()); }));
-    EXPECT_EQ(internalError, textOfException([] { (void)Integer(Object()); }));
-    EXPECT_EQ(internalError, textOfException([] { (void)String(ImmutableObject()); }));
-    EXPECT_EQ(nullText, textOfException([] { (void)ValueObject().getAny(); }));
-    EXPECT_EQ(nullText, textOfException([] { (void)Object().toString(); }));
+    EXPECT_EQ(internalError, raisedText([] { (void)Integer(ValueObject()); }));
+    EXPECT_EQ(internalError, raisedText([] { (void)Integer(Object()); }));
+    EXPECT_EQ(internalError, raisedText([] { (void)String(ImmutableObject()); }));
+    EXPECT_EQ(nullText, raisedText([] { (void)ValueObject().getAny(); }));
+    EXPECT_EQ(nullText, raisedText([] { (void)Object().toString(); }));
 }
 
 /// An object that is no value.
@@ -103,13 +103,13 @@ public:
 TEST(ValueObjectTest, IsNotMadeOfAnObjectThatIsNoValue) {
     Object const stone(new Stone, Deviant());
     EXPECT_FALSE(ValueObject(stone).isValid());
-    EXPECT_EQ(internalError, textOfException([&] { (void)Integer(stone); }));
+    EXPECT_EQ(internalError, raisedText([&] { (void)Integer(stone); }));
 }
 
 TEST(ValueObjectTest, ReadsANewOneFromText) {
     Object const seven = Object(Integer(7)).fromString("8");
     EXPECT_EQ(8, Integer(seven).getValue());
-    EXPECT_EQ("Can't convert string 'x' to INT32_T", textOfException([&] { (void)seven.fromString("x"); }));
+    EXPECT_EQ("Can't convert string 'x' to INT32_T", raisedText([&] { (void)seven.fromString("x"); }));
 }
 
 TEST(ValueObjectTest, FactoryGoesByRegisteredNames) {
@@ -125,7 +125,7 @@ TEST(ValueObjectTest, FactoryGoesByRegisteredNames) {
     EXPECT_FALSE(made.getDeviant().isNotNull());
     EXPECT_EQ("*", ValueObjectFactory::createFromString("ZEL.UnlimitedNatural", "-1").toString());
     EXPECT_EQ("Can't convert string '1' to bool",
-              textOfException([] { (void)ValueObjectFactory::createFromString("ZEL.Boolean", "1"); }));
+              raisedText([] { (void)ValueObjectFactory::createFromString("ZEL.Boolean", "1"); }));
 }
 
 } // namespace

@@ -16,6 +16,7 @@
 #include <ZEL/metamodel/NamedElement.h>
 #include <ZEL/serializer/XmiReader.h>
 #include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/tools/ObjectsIn.h>
 
 #include <algorithm>
 #include <exception>
@@ -120,17 +121,8 @@ ZEL::Model metamodelOf(std::string const & uriOrPrefix) {
 }
 
 std::vector<ZEL::ImmutableClassObject> objectsOf(ZEL::ImmutableClassObject const & root) {
-    std::vector<ZEL::ImmutableClassObject> found;
-    std::vector<ZEL::ImmutableClassObject> open{root};
-    while (!open.empty()) {
-        found.push_back(open.back());
-        open.pop_back();
-        std::vector<ZEL::ImmutableClassObject> children = found.back().getContaineeZELs().toVector();
-        if (found.size() == 1) {
-            children.erase(std::remove_if(children.begin(), children.end(), isFactory), children.end());
-        }
-        open.insert(open.end(), children.rbegin(), children.rend());
-    }
+    std::vector<ZEL::ImmutableClassObject> found = ZEL::objectsIn(root);
+    found.erase(std::remove_if(found.begin() + 1, found.end(), isFactory), found.end());
     return found;
 }
 

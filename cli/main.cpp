@@ -4,6 +4,7 @@
 #include "CompareCommand.h"
 #include "Console.h"
 #include "ConvertCommand.h"
+#include "DumpCommand.h"
 #include "InfoCommand.h"
 #include "MetamodelCommand.h"
 #include "Options.h"
@@ -39,6 +40,7 @@ public:
             "arguments, or a file that cannot be read or written.");
         add<TourCommand>("tour", "Tells the main job step by step on a model file");
         add<InfoCommand>("info", "Says what is in a model file");
+        add<DumpCommand>("dump", "Prints a model file object by object, with all values and links");
         add<ConvertCommand>("convert", "Reads a file and writes it again, in another dialect or at another place");
         add<CompareCommand>("compare", "Compares the models of two files, apart from their ids");
         add<ReportCommand>("report", "Writes what is in a model file as a page for a browser");

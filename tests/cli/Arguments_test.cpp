@@ -19,7 +19,7 @@ TEST_F(Arguments, HelpAndVersionAreResults) {
     EXPECT_THAT(version.out, MatchesRegex("zel [0-9]+\\.[0-9]+\\.[0-9]+\n"));
     Outcome const help = runZel({"--help"});
     EXPECT_EQ(help.exitCode, 0);
-    for (char const * command : {"tour", "info", "convert", "compare", "report", "random", "metamodel"}) {
+    for (char const * command : {"tour", "info", "dump", "convert", "compare", "report", "random", "metamodel"}) {
         EXPECT_THAT(help.out, HasSubstr("\n  " + std::string(command) + "  "));
         Outcome const own = runZel({command, "--help"});
         EXPECT_EQ(own.exitCode, 0);

@@ -58,6 +58,24 @@ TEST_F(Commands, OthersSumUpWhatWasLeftOutInOneLine) {
     EXPECT_EQ(run.error, "zel: library.xmi: left out: 72 links, 1 file (see zel info)\n");
 }
 
+TEST_F(Commands, DumpPrintsEachObjectInItsContainer) {
+    Outcome const run = runZel({"dump", library});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.error, "");
+    EXPECT_THAT(run.out,
+                AllOf(StartsWith("\n  [ MetaModel name=\"library\" uri=\"file://" + library + "\" id=\"1 {readonly}\""),
+                      HasSubstr("\n    [ topPackage name=\"library\" id=\"2 {readonly}\"\n"),
+                      HasSubstr("\n          [ ownedLiteral name=\"book\" id=\"8 {readonly}\" "
+                                "enumeration=\"MediaKind:Enumeration\" modelZEL=\"library:MetaModel\"\n"
+                                "          ]\n"),
+                      HasSubstr(" type=\"String:PrimitiveType\""), EndsWith("\n  ]\n")));
+    std::size_t begun = 0;
+    for (std::size_t at = run.out.find("  [ "); at != std::string::npos; at = run.out.find("  [ ", at + 1)) {
+        ++begun;
+    }
+    EXPECT_EQ(begun, 493U) << "what info counts, and the factory";
+}
+
 TEST_F(Commands, AConvertedFileHoldsTheSameModel) {
     std::string const copy = folder.path("copy.xmi");
     Outcome const run = runZel({"convert", library, copy, "--from", "standard", "--to", "standard"});

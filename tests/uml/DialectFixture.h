@@ -1,0 +1,103 @@
+#pragma once
+
+#include "host/TemporaryFolder.h"
+
+#include <ZEL/LogLevel.h>
+#include <ZEL/Logger.h>
+#include <ZEL/String.h>
+#include <ZEL/serializer/XmiReader.h>
+#include <ZEL/serializer/XmiWriter.h>
+
+#include <GenericComponent/MetaModelRegistration.h>
+#include <NumericTypes/MetaModelRegistration.h>
+#include <RhapsodyPlatform/MetaModelRegistration.h>
+#include <Tessel/MetaModelRegistration.h>
+#include <gtest/gtest.h>
+#include <uml/MetaModelRegistration.h>
+#include <uml/Model.h>
+
+#include <map>
+#include <regex>
+#include <string>
+
+namespace ZEL::testsupport {
+
+/// While it lives, UML and all its profiles are registered. No model of them may outlive it.
+class UmlWithProfiles {
+public:
+    UmlWithProfiles() {
+        // Each registers uml, too.
+        NumericTypes::registerMetaModel();
+        GenericComponent::registerMetaModel();
+        Tessel::registerMetaModel();
+        RhapsodyPlatform::registerMetaModel();
+    }
+    ~UmlWithProfiles() {
+        RhapsodyPlatform::unregisterMetaModel();
+        Tessel::unregisterMetaModel();
+        GenericComponent::unregisterMetaModel();
+        NumericTypes::unregisterMetaModel();
+        uml::unregisterMetaModel();
+    }
+    UmlWithProfiles(UmlWithProfiles const &) = delete;
+    UmlWithProfiles & operator=(UmlWithProfiles const &) = delete;
+};
+
+/// Files of UML models, with the metamodel and its profiles registered.
+///
+/// In the texts of tests, "@1" stands for the prefixed uuid of a model, "@2" for the URI of the file that is written.
+class DialectFixture : public testing::Test {
+protected:
+    static constexpr char kId[] = "_zel_11111111-2222-3333-4444-555555555555";
+
+    DialectFixture() { Logger::instance()->setDefaultHandlerLevel(LogLevel::off); }
+    ~DialectFixture() override { Logger::instance()->setDefaultHandlerLevel(LogLevel::info); }
+
+    static void replaceAll(std::string & text, std::string const & from, std::string const & to) {
+        for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
+            text.replace(at, from.size(), to);
+        }
+    }
+
+    /// The text with its placeholders filled in, as a file.
+    std::string file(std::string const & name, std::string text) const {
+        replaceAll(text, "@1", kId);
+        return folder.file(name, text);
+    }
+    uml::Model read(std::string const & path, Serializer::XmiFormat format = Serializer::XmiFormat::Standard) {
+        Serializer::XmiReaderSettings settings;
+        settings.setInputFormat(format);
+        reader = Serializer::XmiReader(settings);
+        return uml::Model(reader.read(path));
+    }
+    void write(uml::Model const & model, Serializer::XmiFormat format) const {
+        Serializer::XmiWriterSettings settings;
+        settings.setOutputFormat(format);
+        ASSERT_TRUE(Serializer::XmiWriter(settings).write(folder.path("out.xmi"), model));
+    }
+    /// What was written, with placeholders: ids that were made for the file are "#1", "#2", ... in the order in which
+    /// they are met.
+    [[nodiscard]] std::string written(uml::Model const & model) const {
+        std::string text = folder.content("out.xmi");
+        replaceAll(text, "_zel_" + model.getUuidBase().str(), "@1");
+        replaceAll(text, "file://" + folder.path("out.xmi"), "@2");
+        static std::regex const newId("_zel_[0-9a-f-]{36}(?![0-9a-f-])");
+        std::map<std::string, std::string> numbers;
+        std::string result;
+        std::sregex_iterator at(text.begin(), text.end(), newId);
+        std::string::const_iterator from = text.begin();
+        for (; at != std::sregex_iterator(); ++at) {
+            result.append(from, (*at)[0].first);
+            auto const number = numbers.emplace(at->str(), "#" + std::to_string(numbers.size() + 1)).first;
+            result += number->second;
+            from = (*at)[0].second;
+        }
+        return result.append(from, text.cend());
+    }
+
+    UmlWithProfiles metaModels;
+    TemporaryFolder folder;
+    Serializer::XmiReader reader;
+};
+
+} // namespace ZEL::testsupport

@@ -1,0 +1,386 @@
+#include "DialectFixture.h"
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace ZEL::Serializer {
+namespace {
+
+class RhapsodyFile : public testsupport::DialectFixture {
+protected:
+    static constexpr char kDescription[] =
+        R"(descriptionRTF="&lt;![CDATA[{\rtf1\ansi\ansicpg1252\deff0\deflang1033)"
+        R"({\fonttbl{\f0\fswiss\fcharset0 Arial;}}\viewkind4\uc1\pard\f0\fs20\par}]]&gt;")";
+
+    /// The library of primitive types, which models import.
+    void addLibrary() const {
+        std::string text = R"(<?xml version="1.0" encoding="UTF-8"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:uml="http://schema.omg.org/spec/UML/2.1">
+  <uml:Model xmi:id="@L" name="Primitives">
+    <packagedElement xmi:type="uml:PrimitiveType" xmi:id="@L_14" name="Integer"/>
+    <packagedElement xmi:type="uml:PrimitiveType" xmi:id="@L_22" name="Boolean"/>
+    <packagedElement xmi:type="uml:PrimitiveType" xmi:id="@L_94" name="Count"/>
+  </uml:Model>
+</xmi:XMI>
+)";
+        replaceAll(text, "@L", kLibrary);
+        static_cast<void>(folder.file("library.xmi", text));
+    }
+    /// What a model with this content looks like in the tool's form.
+    std::string converted(std::string const & content, std::string const & instances = {}) {
+        std::string text = R"(<?xml version="1.0" encoding="UTF-8"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:uml="http://schema.omg.org/spec/UML/2.1"
+    xmlns:GenericComponent="http://www.quillon.example/schemas/GenericComponent.xmi"
+    xmlns:RhapsodyPlatform="http://www.quillon.example/schemas/RhapsodyPlatform.xmi">
+  <uml:Model xmi:id="@1" name="m">
+)" + content + "  </uml:Model>\n" +
+                           instances + "</xmi:XMI>\n";
+        replaceAll(text, "@L", "library.xmi#" + std::string(kLibrary));
+        uml::Model const model = read(file("in.xmi", text));
+        EXPECT_TRUE(model.isValid());
+        EXPECT_TRUE(reader.report().isEmpty());
+        write(model, XmiFormat::Rhapsody);
+        return written(model);
+    }
+
+    /// The whole file: its model's content, further namespaces, and the stereotypes but for those of the model, which
+    /// have the ids from `firstStereotype` to that plus 4.
+    static std::string expected(std::string const & content, int firstStereotype, std::string const & namespaces = {},
+                                std::string const & stereotypes = {}) {
+        std::string text =
+            R"(<?xml version="1.0" encoding="iso8859-1"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1")"
+            R"( xmlns:uml="http://schema.omg.org/spec/UML/2.1.1")"
+            R"( xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance")"
+            R"( xmlns:PredefinedTypes_profile="http:/Rhapsody/schemas/PredefinedTypes_profile.xmi")"
+            R"( xmlns:PredefinedTypesCpp_profile="http:/Rhapsody/schemas/PredefinedTypesCpp_profile.xmi")"
+            R"( xmlns:RHP="http:/Rhapsody/schemas/RHP.xmi")"
+            R"( xmlns:RhapsodyProfile="http:/Rhapsody/schemas/RhapsodyProfile.xmi")"
+            R"( xmlns:Standard="http://schema.omg.org/spec/UML/2.1.1/StandardProfileL2")"
+            R"( xmlns:ecore="http://www.eclipse.org/emf/2002/Ecore")"
+            R"( xmlns:Tessel="http:/Rhapsody/schemas/Tessel.xmi")"
+            R"( xmlns:CG="http:/Rhapsody/schemas/CG.xmi")"
+            R"( xmlns:CPP_CG="http:/Rhapsody/schemas/CPP_CG.xmi")"
+            R"( xsi:schemaLocation="http:/Rhapsody/schemas/PredefinedTypesCpp_profile.xmi)"
+            R"( RhapsodyProfiles.xml#_HRcKwWftEd250cs88OLFhA)"
+            R"( http:/Rhapsody/schemas/PredefinedTypes_profile.xmi)"
+            R"( RhapsodyProfiles.xml#_HRcJvGftEd250cs88OLFhA)"
+            R"( http:/Rhapsody/schemas/RHP.xmi RhapsodyProfiles.xml#_HRcCumftEd250cs88OLFhA)"
+            R"( http:/Rhapsody/schemas/RhapsodyProfile.xmi RhapsodyProfiles.xml#_HRcBpGftEd250cs88OLFhA)"
+            R"( http://www.eclipse.org/uml2/schemas/Standard/1)"
+            R"( http://schema.omg.org/spec/UML/2.1.1/StandardProfileL2.xmi#_HM-YYWftEd250cs88OLFhA)"
+            R"( http:/Rhapsody/schemas/Tessel.xmi RhapsodyProfiles.xml#_D6tGRHUNEd24iMNaL4DaEg)"
+            R"( http:/Rhapsody/schemas/CG.xmi RhapsodyProfiles.xml#_5L1wOH7FEd2DRp78gaPFRQ)"
+            R"( http:/Rhapsody/schemas/CPP_CG.xmi RhapsodyProfiles.xml#_5L1wVH7FEd2DRp78gaPFRQ")" +
+            namespaces + R"(>
+  <uml:Model xmi:id="@1" name="m">
+)" + profileApplications() +
+            content +
+            R"(  </uml:Model>
+  <RhapsodyProfile:RhpProject xmi:id="#M1" base_Model="@1"></RhapsodyProfile:RhpProject>
+  <CG:Class xmi:id="#M2" base_Model="@1" GenerateImplicitConstructors="True" UseAsExternal="False"></CG:Class>
+  <CPP_CG:Class xmi:id="#M3" base_Model="@1" GenerateDestructor="True"></CPP_CG:Class>
+  <RHP:RHPStereotype xmi:id="#M4" IsBeingGenerated="TRUE"></RHP:RHPStereotype>
+  <RhapsodyProfile:RhpModelElement xmi:id="#M5" RTF base_Package="@1"></RhapsodyProfile:RhpModelElement>
+)" + stereotypes +
+            "</xmi:XMI>\n";
+        for (int i = 0; i < 5; ++i) {
+            replaceAll(text, "#M" + std::to_string(i + 1), "#" + std::to_string(firstStereotype + i));
+        }
+        replaceAll(text, " RTF", std::string(" ") + kDescription);
+        return text;
+    }
+
+private:
+    static constexpr char kLibrary[] = "_zel_5376c05e-df72-49a6-85e0-5388c3fca417";
+
+    static std::string profileApplications() {
+        char const * const rows[][2] = {
+            {"http://schema.omg.org/spec/UML/2.1.1/StandardProfileL2.xmi#_0",
+             "http://schema.omg.org/spec/UML/2.1.1/StandardProfileL2.xmi#_HM-YYWftEd250cs88OLFhA"},
+            {"RhapsodyProfiles.xml#_HRcCuGftEd250cs88OLFhA", "RhapsodyProfiles.xml#_HRcCumftEd250cs88OLFhA"},
+            {"RhapsodyProfiles.xml#_HRcBomftEd250cs88OLFhA", "RhapsodyProfiles.xml#_HRcBpGftEd250cs88OLFhA"},
+            {"RhapsodyProfiles.xml#_HRcJumftEd250cs88OLFhA", "RhapsodyProfiles.xml#_HRcJvGftEd250cs88OLFhA"},
+            {"RhapsodyProfiles.xml#_5L1wNn7FEd2DRp78gaPFRQ", "RhapsodyProfiles.xml#_5L1wOH7FEd2DRp78gaPFRQ"},
+            {"RhapsodyProfiles.xml#_5L1wUn7FEd2DRp78gaPFRQ", "RhapsodyProfiles.xml#_5L1wVH7FEd2DRp78gaPFRQ"},
+        };
+        std::string text;
+        for (auto const & [profile, package] : rows) {
+            text += R"(    <profileApplication xmi:type="uml:ProfileApplication" applyingPackage="@1">
+      <appliedProfile xmi:type="uml:Profile" href=")" +
+                    std::string(profile) + R"("/>
+      <xmi:Extension extender="http://www.eclipse.org/emf/2002/Ecore">
+        <eAnnotations xmi:type="ecore:EAnnotation" source="http://www.eclipse.org/uml2/2.0.0/UML">
+          <references xmi:type="ecore:EPackage" href=")" +
+                    package + R"("/>
+        </eAnnotations>
+      </xmi:Extension>
+    </profileApplication>
+)";
+        }
+        return text;
+    }
+};
+
+TEST_F(RhapsodyFile, OfAModelWithoutComponentsHasWhatTheToolExpects) {
+    EXPECT_EQ(converted(R"(    <packagedElement xmi:type="uml:Association" xmi:id="@1_2" name="a"/>
+)"),
+              expected(R"(    <packagedElement xmi:id="@1_2" xmi:type="uml:Association" name="a"/>
+)",
+                       1));
+}
+
+TEST_F(RhapsodyFile, OfComponents) {
+    addLibrary();
+    std::string const input = R"(
+    <packageImport xmi:type="uml:PackageImport" xmi:id="@1_2">
+      <importedPackage xmi:type="uml:Model" href="@L"/>
+    </packageImport>
+    <packagedElement xmi:type="uml:Package" xmi:id="@1_3" name="p">
+      <packagedElement xmi:type="uml:Component" xmi:id="@1_4" name="Engine">
+        <packagedElement xmi:type="uml:DataType" xmi:id="@1_5" name="Speed">
+          <ownedAttribute xmi:type="uml:Property" xmi:id="@1_6" name="value">
+            <lowerValue xmi:type="uml:LiteralInteger" xmi:id="@1_30" value="1"/>
+            <type xmi:type="uml:PrimitiveType" href="@L_14"/>
+          </ownedAttribute>
+          <ownedAttribute xmi:type="uml:Property" xmi:id="@1_31" name="limit" type="@1_7"/>
+        </packagedElement>
+        <packagedElement xmi:type="uml:DataType" xmi:id="@1_7" name="Torque"/>
+        <packagedElement xmi:type="uml:TimeEvent" xmi:id="@1_8" name="tick"/>
+        <nestedClassifier xmi:type="uml:Component" xmi:id="@1_9" name="Adapter"/>
+        <ownedBehavior xmi:type="uml:OpaqueBehavior" xmi:id="@1_10" name="b" specification="@1_15">
+          <body>go();</body>
+        </ownedBehavior>
+        <interfaceRealization xmi:type="uml:InterfaceRealization" xmi:id="@1_11" contract="@1_20"/>
+        <ownedConnector xmi:type="uml:Connector" xmi:id="@1_12">
+          <end xmi:type="uml:ConnectorEnd" xmi:id="@1_32" role="@1_14"/>
+        </ownedConnector>
+        <ownedAttribute xmi:type="uml:Property" xmi:id="@1_13" name="on">
+          <type xmi:type="uml:PrimitiveType" href="@L_22"/>
+        </ownedAttribute>
+        <ownedAttribute xmi:type="uml:Port" xmi:id="@1_14" name="out" type="@1_20" end="@1_32"/>
+        <ownedOperation xmi:type="uml:Operation" xmi:id="@1_15" name="run" method="@1_10"/>
+        <ownedOperation xmi:type="uml:Operation" xmi:id="@1_16" name="Engine">
+          <ownedParameter xmi:type="uml:Parameter" xmi:id="@1_33" name="n">
+            <type xmi:type="uml:PrimitiveType" href="@L_94"/>
+          </ownedParameter>
+        </ownedOperation>
+      </packagedElement>
+      <packagedElement xmi:type="uml:Component" xmi:id="@1_17" name="Host">
+        <ownedOperation xmi:type="uml:Operation" xmi:id="@1_34" name="Host"/>
+      </packagedElement>
+      <packagedElement xmi:type="uml:DataType" xmi:id="@1_18" name="Gear"/>
+      <packagedElement xmi:type="uml:Dependency" xmi:id="@1_19" client="@1_21" supplier="@1_20"/>
+      <packagedElement xmi:type="uml:Interface" xmi:id="@1_20" name="Drive"/>
+      <packagedElement xmi:type="uml:Class" xmi:id="@1_21" name="Gauge" clientDependency="@1_19"/>
+    </packagedElement>
+)";
+    std::string const instances = R"(
+  <RhapsodyPlatform:rhapsodyComponent xmi:id="@1_22" base_Component="@1_4" constructor="@1_16"
+      implementationProperty="@1_13"/>
+  <RhapsodyPlatform:rhapsodyFlowPort xmi:id="@1_23" direction="out" base_Port="@1_14"/>
+  <GenericComponent:softwareComponent xmi:id="@1_24" base_Component="@1_17"/>
+  <GenericComponent:adapterComponent xmi:id="@1_25" base_Component="@1_9"/>
+  <RhapsodyPlatform:rhapsodyComponent xmi:id="@1_26" base_Component="@1_17" constructor="@1_34"/>
+)";
+    std::string const content = R"(    <packagedElement xmi:id="@1_3" xmi:type="uml:Package" name="p">
+      <packagedElement xmi:id="@1_4" xmi:type="uml:Component" name="Engine">
+        <ownedBehavior xmi:id="#1" xmi:type="uml:StateMachine" name="StateChartOfActiveObject">
+          <region xmi:id="#2" xmi:type="uml:Region" name="ROOT">
+            <subvertex xmi:id="#3" xmi:type="uml:State" name="runState" outgoing="#4" incoming="#5 #4"></subvertex>
+            <subvertex xmi:id="#6" xmi:type="uml:Pseudostate" name="ROOT" outgoing="#5"></subvertex>
+            <transition xmi:id="#5" xmi:type="uml:Transition" name="0" target="#3" source="#6">
+              <effect xmi:id="#7" xmi:type="uml:OpaqueBehavior" body="runAlgo();"></effect>
+            </transition>
+            <transition xmi:id="#4" xmi:type="uml:Transition" name="1" target="#3" source="#3">
+              <effect xmi:id="#8" xmi:type="uml:OpaqueBehavior" body="runAlgo();"></effect>
+              <trigger xmi:id="#9" xmi:type="uml:Trigger" event="#10"></trigger>
+            </transition>
+          </region>
+        </ownedBehavior>
+        <packagedElement xmi:id="#10" xmi:type="uml:TimeEvent" isRelative="true">
+          <when xmi:id="#11" xmi:type="uml:LiteralString" value="10"></when>
+        </packagedElement>
+        <packagedElement xmi:id="@1_8" xmi:type="uml:TimeEvent" name="tick"/>
+        <interfaceRealization xmi:id="@1_11" xmi:type="uml:InterfaceRealization" contract="@1_20"/>
+        <ownedAttribute xmi:id="@1_13" xmi:type="uml:Property" name="on" isID="false">
+          <type xmi:type="uml:PrimitiveType" href="RhapsodyProfiles.xml#_D6tGknUNEd24iMNaL4DaEg"/>
+        </ownedAttribute>
+        <packagedElement xmi:id="@1_5" xmi:type="uml:DataType" name="Speed">
+          <ownedAttribute xmi:id="@1_6" xmi:type="uml:Property" name="value" isID="false">
+            <type xmi:type="uml:PrimitiveType" href="RhapsodyProfiles.xml#_D6tGfXUNEd24iMNaL4DaEg"/>
+            <lowerValue xmi:id="@1_30" xmi:type="uml:LiteralInteger" value="1"></lowerValue>
+          </ownedAttribute>
+          <ownedAttribute xmi:id="@1_31" xmi:type="uml:Property" name="limit" isID="false" type="@1_7"></ownedAttribute>
+        </packagedElement>
+        <packagedElement xmi:id="@1_7" xmi:type="uml:DataType" name="Torque"></packagedElement>
+        <ownedAttribute xmi:id="@1_14" xmi:type="uml:Port" name="out" isID="false" type="@1_20"></ownedAttribute>
+        <ownedOperation xmi:id="@1_15" xmi:type="uml:Operation" name="run"/>
+        <ownedOperation xmi:id="@1_16" xmi:type="uml:Operation" name="Engine">
+          <ownedParameter xmi:id="@1_33" xmi:type="uml:Parameter" name="n">
+            <type xmi:type="uml:PrimitiveType" href="RhapsodyProfiles.xml#_D6tGfXUNEd24iMNaL4DaEg"/>
+          </ownedParameter>
+        </ownedOperation>
+      </packagedElement>
+      <packagedElement xmi:id="@1_18" xmi:type="uml:DataType" name="Gear"/>
+      <packagedElement xmi:id="@1_19" xmi:type="uml:Dependency" supplier="@1_20" client="@1_21"/>
+      <packagedElement xmi:id="@1_20" xmi:type="uml:Interface" name="Drive"/>
+      <packagedElement xmi:id="@1_21" xmi:type="uml:Class" name="Gauge" clientDependency="@1_19"/>
+    </packagedElement>
+)";
+    std::string const stereotypes =
+        R"(  <RhapsodyProfile:RhpPort xmi:id="#17" base_Port="@1_14"></RhapsodyProfile:RhpPort>
+  <RhapsodyProfile:RhpModelElement xmi:id="#18" base_Port="@1_14" base_Property="@1_14" RTF></RhapsodyProfile:RhpModelElement>
+  <PredefinedTypes_profile:flowPort xmi:id="#19" base_Port="@1_14" direction="Out"></PredefinedTypes_profile:flowPort>
+  <RHP:RHPStereotype xmi:id="#20" base_Package="@1_3"></RHP:RHPStereotype>
+  <RhapsodyProfile:RhpModelElement xmi:id="#21" base_Package="@1_3" RTF></RhapsodyProfile:RhpModelElement>
+  <RHP:RHPStereotype xmi:id="#22" base_Class="@1_4"></RHP:RHPStereotype>
+  <RhapsodyProfile:RhpModelElement xmi:id="#23" base_Class="@1_4" RTF></RhapsodyProfile:RhpModelElement>
+  <RHP:RHPStereotype xmi:id="#24" base_DataType="@1_18"></RHP:RHPStereotype>
+  <RhapsodyProfile:RhpModelElement xmi:id="#25" base_DataType="@1_18" RTF></RhapsodyProfile:RhpModelElement>
+  <RhapsodyProfile:RhpStruct xmi:id="#26" base_DataType="@1_18"></RhapsodyProfile:RhpStruct>
+  <RHP:RHPStereotype xmi:id="#27" base_Operation="@1_15"></RHP:RHPStereotype>
+  <RhapsodyProfile:RhpModelElement xmi:id="#28" base_Operation="@1_15" RTF></RhapsodyProfile:RhpModelElement>
+  <RhapsodyProfile:RhpOperation xmi:id="#29" base_Operation="@1_15" body="go();"></RhapsodyProfile:RhpOperation>
+  <RHP:RHPStereotype xmi:id="#30" base_Operation="@1_16"></RHP:RHPStereotype>
+  <RhapsodyProfile:RhpModelElement xmi:id="#31" base_Operation="@1_16" RTF></RhapsodyProfile:RhpModelElement>
+  <RhapsodyProfile:RhpOperation xmi:id="#32" base_Operation="@1_16"></RhapsodyProfile:RhpOperation>
+  <RhapsodyProfile:RhpConstructor xmi:id="#33" base_Operation="@1_16"></RhapsodyProfile:RhpConstructor>
+  <RhapsodyProfile:RhpModelElement xmi:id="#34" base_Property="@1_13" RTF></RhapsodyProfile:RhpModelElement>
+  <RhapsodyProfile:RhpAttribute xmi:id="#35" base_Property="@1_13" isReference="true"></RhapsodyProfile:RhpAttribute>
+  <RHP:RHPStereotype xmi:id="#36" base_Interface="@1_20"></RHP:RHPStereotype>
+  <RhapsodyProfile:RhpModelElement xmi:id="#37" base_Interface="@1_20" RTF></RhapsodyProfile:RhpModelElement>
+  <PredefinedTypes_profile:Interface xmi:id="#38" base_Interface="@1_20"></PredefinedTypes_profile:Interface>
+  <CG:Class xmi:id="#39" base_Interface="@1_20" UseAsExternal="True"></CG:Class>
+  <RHP:RHPStereotype xmi:id="#40" base_Class="@1_21"></RHP:RHPStereotype>
+  <RhapsodyProfile:RhpModelElement xmi:id="#41" base_Class="@1_21" RTF></RhapsodyProfile:RhpModelElement>
+  <CG:Class xmi:id="#42" base_Class="@1_21" FileName="Gauge" UseAsExternal="True"></CG:Class>
+  <RhapsodyProfile:RhpModelElement xmi:id="#43" base_Dependency="@1_19" RTF></RhapsodyProfile:RhpModelElement>
+  <PredefinedTypes_profile:Usage xmi:id="#44" base_Dependency="@1_19"></PredefinedTypes_profile:Usage>
+  <RhapsodyProfile:RhpModelElement xmi:id="#45" base_Dependency="@1_11" RTF></RhapsodyProfile:RhpModelElement>
+)";
+    EXPECT_EQ(converted(input, instances),
+              expected(content, 12,
+                       R"( xmlns:RhapsodyPlatform="http://www.quillon.example/schemas/RhapsodyPlatform.xmi")",
+                       stereotypes));
+}
+
+/// The lines of the text that hold the word, without blanks around them and without the fixed description.
+std::string linesWith(std::string const & word, std::string const & text) {
+    std::istringstream lines(text);
+    std::string result;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find(word) != std::string::npos) {
+            line.erase(0, line.find_first_not_of(' '));
+            std::size_t const description = line.find(" descriptionRTF=");
+            if (description != std::string::npos) {
+                line.erase(description, line.find("\"", line.find("\"", description) + 1) + 1 - description);
+            }
+            result += line + "\n";
+        }
+    }
+    return result;
+}
+
+TEST_F(RhapsodyFile, KeepsDataTypesInTheirComponentsWithoutAPlaceForThem) {
+    struct Row {
+        char const * what;
+        std::string content;
+        std::string instances;
+    };
+    auto const component = [](std::string const & id, std::string const & content) {
+        return "<packagedElement xmi:type=\"uml:Component\" xmi:id=\"@1_" + id + "\">" + content + "</packagedElement>";
+    };
+    std::string const package = R"(<packagedElement xmi:type="uml:Package" xmi:id="@1_2">)";
+    std::string const dataType = R"(<packagedElement xmi:type="uml:DataType" xmi:id="@1_9" name="d"/>)";
+    std::string const port = R"(<ownedAttribute xmi:type="uml:Port" xmi:id="@1_8" type="@1_9"/>)";
+    std::string const untyped = R"(<ownedAttribute xmi:type="uml:Port" xmi:id="@1_8"/>)";
+    std::string const adapter = R"(<GenericComponent:adapterComponent xmi:id="@1_10" base_Component="@1_4"/>)";
+    std::string const atHome = R"(<packagedElement xmi:id="@1_9" xmi:type="uml:DataType" name="d"/>
+)";
+    std::vector<Row> const rows = {
+        {"no port", package + component("3", dataType) + "</packagedElement>", ""},
+        {"a port without a type", package + component("3", dataType + untyped) + "</packagedElement>", ""},
+        {"a port in a component that is left out",
+         package + component("3", dataType) + component("4", port) + "</packagedElement>", adapter},
+    };
+    for (Row const & row : rows) {
+        std::string const text = converted(row.content, row.instances);
+        EXPECT_EQ(linesWith("@1_9\" xmi:type", text), atHome) << row.what;
+    }
+}
+
+TEST_F(RhapsodyFile, MovesDataTypesOfAllComponentsOnce) {
+    // Also out of a component that is left out. The unit's instance on the type is not written with it.
+    std::string const text = converted(R"(
+    <packagedElement xmi:type="uml:Package" xmi:id="@1_2">
+      <packagedElement xmi:type="uml:Component" xmi:id="@1_3">
+        <packagedElement xmi:type="uml:DataType" xmi:id="@1_13" name="c"/>
+      </packagedElement>
+      <packagedElement xmi:type="uml:Component" xmi:id="@1_4">
+        <packagedElement xmi:type="uml:DataType" xmi:id="@1_11" name="a">
+          <ownedAttribute xmi:type="uml:Property" xmi:id="@1_20" name="x"/>
+        </packagedElement>
+      </packagedElement>
+      <packagedElement xmi:type="uml:Component" xmi:id="@1_5" name="place">
+        <packagedElement xmi:type="uml:DataType" xmi:id="@1_12" name="b"/>
+        <ownedAttribute xmi:type="uml:Port" xmi:id="@1_6" name="p" type="@1_11"/>
+        <ownedAttribute xmi:type="uml:Port" xmi:id="@1_7" name="q" type="@1_12"/>
+      </packagedElement>
+    </packagedElement>
+)",
+                                       R"(
+  <GenericComponent:softwareComponent xmi:id="@1_14" base_Component="@1_4"/>
+  <GenericComponent:adapter xmi:id="@1_15" base_Property="@1_20"/>
+)");
+    EXPECT_EQ(linesWith(" xmi:type=\"uml:", text.substr(text.find("name=\"place\""))),
+              R"(<packagedElement xmi:id="@1_11" xmi:type="uml:DataType" name="a">
+<ownedAttribute xmi:id="@1_20" xmi:type="uml:Property" name="x" isID="false"></ownedAttribute>
+<packagedElement xmi:id="@1_12" xmi:type="uml:DataType" name="b"></packagedElement>
+<packagedElement xmi:id="@1_13" xmi:type="uml:DataType" name="c"></packagedElement>
+<ownedAttribute xmi:id="@1_6" xmi:type="uml:Port" name="p" isID="false" type="@1_11"/>
+<ownedAttribute xmi:id="@1_7" xmi:type="uml:Port" name="q" isID="false" type="@1_12"/>
+)");
+    EXPECT_EQ(text.find("appliedStereotypeInstance"), std::string::npos);
+}
+
+TEST_F(RhapsodyFile, TiesPortsAndBehaviorsToTheirOwnElements) {
+    std::string const text = converted(R"(
+    <packagedElement xmi:type="uml:Component" xmi:id="@1_2" name="c">
+      <ownedBehavior xmi:type="uml:OpaqueBehavior" xmi:id="@1_3" specification="@1_8"><body>one();</body></ownedBehavior>
+      <ownedBehavior xmi:type="uml:OpaqueBehavior" xmi:id="@1_4"><body>none();</body></ownedBehavior>
+      <ownedAttribute xmi:type="uml:Port" xmi:id="@1_5" name="in"/>
+      <ownedAttribute xmi:type="uml:Port" xmi:id="@1_6" name="inout"/>
+      <ownedAttribute xmi:type="uml:Port" xmi:id="@1_7" name="plain"/>
+      <ownedOperation xmi:type="uml:Operation" xmi:id="@1_8" name="run"/>
+      <ownedOperation xmi:type="uml:Operation" xmi:id="@1_9" name="stop"/>
+    </packagedElement>
+    <packagedElement xmi:type="uml:Class" xmi:id="@1_10" name="k">
+      <ownedAttribute xmi:type="uml:Port" xmi:id="@1_11" name="ofClass"/>
+    </packagedElement>
+)",
+                                       R"(
+  <RhapsodyPlatform:rhapsodyFlowPort xmi:id="@1_12" direction="in" base_Port="@1_5"/>
+  <RhapsodyPlatform:rhapsodyFlowPort xmi:id="@1_13" direction="inout" base_Port="@1_6"/>
+  <RhapsodyPlatform:rhapsodyFlowPort xmi:id="@1_14" direction="out" base_Port="@1_11"/>
+  <RhapsodyPlatform:rhapsodyComponent xmi:id="@1_15" base_Component="@1_2" destructor="@1_9"/>
+)");
+    EXPECT_EQ(linesWith("<RhapsodyProfile:RhpPort", text) +
+                  linesWith("flowPort", text.substr(text.find("</uml:Model>"))),
+              R"(<RhapsodyProfile:RhpPort xmi:id="#6" base_Port="@1_5"></RhapsodyProfile:RhpPort>
+<RhapsodyProfile:RhpPort xmi:id="#9" base_Port="@1_6"></RhapsodyProfile:RhpPort>
+<RhapsodyProfile:RhpPort xmi:id="#12" base_Port="@1_7"></RhapsodyProfile:RhpPort>
+<PredefinedTypes_profile:flowPort xmi:id="#8" base_Port="@1_5" direction="In"></PredefinedTypes_profile:flowPort>
+<PredefinedTypes_profile:flowPort xmi:id="#11" base_Port="@1_6" direction="Both"></PredefinedTypes_profile:flowPort>
+)");
+    EXPECT_EQ(
+        linesWith("<RhapsodyProfile:RhpOperation", text) + linesWith("structor ", text),
+        R"(<RhapsodyProfile:RhpOperation xmi:id="#18" base_Operation="@1_8" body="one();"></RhapsodyProfile:RhpOperation>
+<RhapsodyProfile:RhpOperation xmi:id="#21" base_Operation="@1_9"></RhapsodyProfile:RhpOperation>
+<RhapsodyProfile:RhpDestructor xmi:id="#22" base_Operation="@1_9"></RhapsodyProfile:RhpDestructor>
+)");
+}
+
+} // namespace
+} // namespace ZEL::Serializer

@@ -1,11 +1,11 @@
 #include "Leftover.h"
 
-#include <limits.h>
-#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
+#include <climits>
+#include <csignal>
 #include <cstddef>
 
 namespace cli {

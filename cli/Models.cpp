@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <filesystem>
 #include <new>
 #include <string>
 #include <vector>
@@ -43,6 +44,13 @@ std::string whyNoModel(ZEL::Serializer::ReadReport const & losses) {
         return reason;
     }
     return reason + ", found " + found.front() + (found.size() > 1 ? " and others" : "");
+}
+
+/// The end of a name says most; that of an object deep inside fills many screens.
+std::string shortened(std::string const & name) {
+    constexpr std::size_t kLongest = 200;
+    std::size_t const dot = name.size() > kLongest ? name.find('.', name.size() - kLongest) : std::string::npos;
+    return dot == std::string::npos ? name : "..." + name.substr(dot);
 }
 
 bool isFactory(ZEL::ImmutableClassObject const & object) { return ZEL::ImmutableFactoryObject(object).isValid(); }
@@ -99,7 +107,7 @@ void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Seriali
     } catch (std::exception const & exception) {
         reason = exception.what();
     }
-    if (isWrittenInPlace(file)) {
+    if (isWrittenInPlace(file) && std::filesystem::exists(temporaryFile)) {
         leftover.keep();
         reason += "; what was written is in " + temporaryFile;
     }
@@ -130,7 +138,7 @@ std::string describe(ZEL::ImmutableClassObject const & object) {
     std::string text = object.getMetaClass().getName();
     ZEL::ImmutableNamedElement const element(object);
     if (element.isValid() && element.hasName()) {
-        text += " '" + element.getQualifiedName().str() + '\'';
+        text += " '" + shortened(element.getQualifiedName()) + '\'';
     }
     return printable(text + " (" + object.getSiid().str() + ')');
 }

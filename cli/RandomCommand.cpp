@@ -30,7 +30,7 @@ void RandomCommand::declare(CLI::App & app) {
 }
 
 ZEL::Model RandomCommand::makeModel() {
-    ZEL::Model const model = ZEL::FactoryRegistry::instance()->createModel(metamodelOf(fMetamodel).getUri());
+    ZEL::Model model = ZEL::FactoryRegistry::instance()->createModel(metamodelOf(fMetamodel).getUri());
     if (!model.isValid()) {
         throw Trouble("metamodel " + fMetamodel + ": no models can be made of it");
     }

@@ -122,8 +122,11 @@ TEST_F(Trouble, ResultsThatCannotBePrintedAreTrouble) {
 }
 
 TEST_F(Trouble, WhoeverStopsReadingEndsTheProgramQuietly) {
-    for (std::vector<std::string> const & arguments :
-         {std::vector<std::string>{"info", library}, {"metamodel", "ZEL"}, {"tour", library}, {"--help"}}) {
+    for (std::vector<std::string> const & arguments : {std::vector<std::string>{"info", library},
+                                                       {"metamodel", "ZEL"},
+                                                       {"dump", library},
+                                                       {"tour", library},
+                                                       {"--help"}}) {
         Outcome const run = clitest::runZelUnread(arguments);
         EXPECT_EQ(run.exitCode, -SIGPIPE) << arguments.front();
         EXPECT_EQ(run.error, "") << arguments.front();

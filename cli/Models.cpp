@@ -39,11 +39,11 @@ std::string whyNoModel(ZEL::Serializer::ReadReport const & losses) {
             found.push_back(name);
         }
     }
-    std::string const reason = "it holds no model of a known metamodel";
-    if (found.empty()) {
-        return reason;
+    std::string reason = "it holds no model of a known metamodel";
+    if (!found.empty()) {
+        reason += ", found " + found.front() + (found.size() > 1 ? " and others" : "");
     }
-    return reason + ", found " + found.front() + (found.size() > 1 ? " and others" : "");
+    return reason;
 }
 
 /// The end of a name says most; that of an object deep inside fills many screens.

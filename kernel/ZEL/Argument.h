@@ -63,9 +63,10 @@ public:
     }
     friend std::strong_ordering operator<=>(Argument const & left, Argument const & right) noexcept {
         auto const names = left.fName <=> right.fName;
-        return names != 0 ? names
-                          : std::compare_three_way()(left.fValue.getImplementationWithoutAssert(),
-                                                     right.fValue.getImplementationWithoutAssert());
+        if (names != 0 || left.fValue == right.fValue) {
+            return names;
+        }
+        return left.fValue < right.fValue ? std::strong_ordering::less : std::strong_ordering::greater;
     }
 
 private:

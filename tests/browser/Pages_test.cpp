@@ -10,6 +10,7 @@
 #include <ZEL/ZEL.h>
 #include <ZEL/serializer/XmiReader.h>
 #include <ZEL/tools/HTMLPrinter.h>
+#include <ZEL/tools/ObjectsIn.h>
 
 #include <gmock/gmock.h>
 
@@ -45,17 +46,11 @@ protected:
 /// The heading that each object in a tree should have, by the id that links to it should have.
 std::map<std::string, std::string> headingsOf(ImmutableClassObject const & root) {
     std::map<std::string, std::string> headings;
-    std::vector<ImmutableClassObject> open{root};
-    while (!open.empty()) {
-        ImmutableClassObject const object = open.back();
-        open.pop_back();
+    for (ImmutableClassObject const & object : objectsIn(root)) {
         ImmutableNamedElement const named(object);
-        bool const hasName = named.isValid() && named.hasName();
-        headings["ID" + object.getSiid().str()] =
-            object.getMetaClass().getName().str() + " " + (hasName ? named.getName().str() : "unnamed");
-        for (ImmutableClassObject const & child : object.getContaineeZELs().toVector()) {
-            open.push_back(child);
-        }
+        std::string const name = named.isValid() && named.hasName() ? named.getName().str() : "unnamed";
+        headings["ID" + object.getSiid().str()] = object.getMetaClass().getName().str() + " " + name;
+        // A model's factory is held by it, and is in no container.
         if (ImmutableModel const model(object); model.isValid()) {
             headings["ID" + model.getFactory().getSiid().str()] = "Factory unnamed";
         }

@@ -6,12 +6,12 @@
 #include <ZEL/UnlimitedNatural.h>
 #include <ZEL/ValueObject.h>
 #include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
+#include <ZEL/tools/TypePredicates.h>
 
 #include <algorithm>
 #include <array>
@@ -36,7 +36,7 @@ std::optional<Group> groupOf(ImmutableProperty const & property) {
     if (property.getPersistence() == PersistenceKind::Extension) {
         return Extensions;
     }
-    if (ImmutableDataType(property.getType()).isValid()) {
+    if (isDataType(property.getType())) {
         return property.getUpper() < 2U ? SingleValues : ManyValues;
     }
     if (property.isDerived()) {

@@ -26,7 +26,7 @@ TEST(Navigation, TellsTheTypeOfAnObjectAndTheClassOfThatType) {
     Object const number(Integer(7));
     EXPECT_EQ("Integer", navigation::getMetaTypeName(number));
     EXPECT_EQ("PrimitiveType", navigation::getMetaTypeClassName(number));
-    Object const kind(VisibilityKind(VisibilityKind::Public));
+    Object const kind{VisibilityKind(VisibilityKind::Public)};
     EXPECT_EQ("VisibilityKind", navigation::getMetaTypeName(kind));
     EXPECT_EQ("Enumeration", navigation::getMetaTypeClassName(kind));
     EXPECT_EQ("MetaModel", navigation::getMetaTypeName(m.model));

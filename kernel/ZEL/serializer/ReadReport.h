@@ -18,7 +18,7 @@ public:
     using Counts = std::map<std::string, std::size_t>;
 
     /// Elements left out with all they contain: of unknown name, of a class that cannot be made or that may not stand
-    /// there, or by a rule. What lies inside is not counted on its own.
+    /// there, or by a rule. What lies inside is not counted on its own, and `xmi:Documentation` not at all.
     [[nodiscard]] Counts const & skippedElements() const noexcept { return fSkippedElements; }
     /// Attributes that name no property of the object, or one that attributes cannot set: a composition, or what is
     /// derived.

@@ -78,7 +78,10 @@ void XmiReaderImpl::startSkipping(ParseState & state, Context const & context) {
     state.skipName = state.currentElement.getRole();
     state.isSkipping = true;
     state.skipDepth = 0;
-    fReport.addSkippedElement(labelOf(context));
+    // What a file says of itself is no part of a model.
+    if (context.getRole() != QualifiedName(XmiConstants::XMI_NS_URI, "Documentation")) {
+        fReport.addSkippedElement(labelOf(context));
+    }
 }
 
 // --- objects on the way ------------------------------------------------------------------------------------------------

@@ -1,0 +1,249 @@
+// Stereotypes of the profiles on elements of UML, and what UML derives.
+
+#include "host/TemporaryFolder.h"
+
+#include <ZEL/Logger.h>
+#include <ZEL/metamodel/Element.h>
+#include <ZEL/metamodel/Factory.h>
+#include <ZEL/metamodel/Package.h>
+#include <ZEL/serializer/XmiReader.h>
+#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/tools/Comparator.h>
+
+#include <NumericTypes/MetaModelRegistration.h>
+#include <NumericTypes/NumericTypesFactory.h>
+#include <NumericTypes/scalarQuantity.h>
+#include <NumericTypes/unit.h>
+#include <RhapsodyPlatform/FlowDirection.h>
+#include <RhapsodyPlatform/MetaModelRegistration.h>
+#include <RhapsodyPlatform/RhapsodyPlatformFactory.h>
+#include <RhapsodyPlatform/rhapsodyFlowPort.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <prof/MetaModelRegistration.h>
+#include <prof/ProfFactory.h>
+#include <prof/annotatedClass.h>
+#include <prof/marked.h>
+#include <prof/memo.h>
+#include <uml/CallOperationAction.h>
+#include <uml/Class.h>
+#include <uml/Component.h>
+#include <uml/DataType.h>
+#include <uml/Dependency.h>
+#include <uml/Enumeration.h>
+#include <uml/EnumerationLiteral.h>
+#include <uml/Generalization.h>
+#include <uml/InputPin.h>
+#include <uml/Interface.h>
+#include <uml/InterfaceRealization.h>
+#include <uml/Model.h>
+#include <uml/OpaqueBehavior.h>
+#include <uml/Operation.h>
+#include <uml/OutputPin.h>
+#include <uml/Port.h>
+#include <uml/UmlFactory.h>
+
+#include <string>
+#include <vector>
+
+namespace uml {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+class Uml : public testing::Test {
+protected:
+    Uml() {
+        ZEL::Logger::instance()->setDefaultHandlerLevel(ZEL::LogLevel::off);
+        NumericTypes::registerMetaModel();
+        RhapsodyPlatform::registerMetaModel();
+        model = UmlFactory::createNewModel();
+        factory = UmlFactory(model.getFactory());
+        model.beginTransaction("test");
+    }
+
+    template <class T> T add(std::string const & name) const {
+        T const element = factory.create<T>();
+        element.setName(name);
+        model.getPackagedElements().push_back(element);
+        return element;
+    }
+
+    /// The model that comes back of a file with this one.
+    [[nodiscard]] Model readBack() {
+        model.commitTransaction();
+        EXPECT_TRUE(ZEL::Serializer::XmiWriter().write(folder.path("model.xmi"), model));
+        ZEL::Serializer::XmiReader reader;
+        Model const again(reader.read(folder.path("model.xmi")));
+        EXPECT_TRUE(reader.report().isEmpty());
+        EXPECT_TRUE(ZEL::compare(model, again));
+        return again;
+    }
+
+    TemporaryFolder folder;
+    Model model;
+    UmlFactory factory;
+};
+
+TEST_F(Uml, AModelIsAPackageToo) {
+    model.setName("world");
+    Class const thing = add<Class>("Thing");
+    EXPECT_EQ(ZEL::Package(model).getPackagedElements().size(), 1);
+    EXPECT_EQ(thing.getContainerZEL(), model);
+    EXPECT_EQ(thing.getOwner(), model);
+    EXPECT_EQ(thing.getQualifiedName(), "world.Thing");
+    EXPECT_FALSE(factory.createFromString("Model").isValid()) << "a model does not lie in another one";
+}
+
+TEST_F(Uml, RelationshipsShowTheirEnds) {
+    Class const general = add<Class>("general");
+    Component const special = add<Component>("special");
+    Interface const contract = add<Interface>("contract");
+    Generalization const generalization = factory.createGeneralization();
+    generalization.setSpecific(special);
+    generalization.setGeneral(general);
+    InterfaceRealization const realization = factory.createInterfaceRealization();
+    special.getInterfaceRealizations().push_back(realization);
+    realization.setContract(contract);
+    realization.getClients().push_back(special);
+    realization.getSuppliers().push_back(contract);
+
+    EXPECT_EQ(special.getGeneralizations().at(0), generalization);
+    EXPECT_EQ(generalization.getSources().at(0), special);
+    EXPECT_EQ(generalization.getTargets().at(0), general);
+    EXPECT_EQ(generalization.getRelatedElements().size(), 2);
+    EXPECT_EQ(realization.getImplementingClassifier(), special);
+    EXPECT_EQ(special.getClientDependencies().at(0), realization);
+    EXPECT_EQ(realization.getTargets().at(0), contract);
+    special.destroy();
+    EXPECT_FALSE(generalization.isValid());
+    EXPECT_FALSE(realization.isValid());
+}
+
+TEST_F(Uml, ClassesShowTheirFeaturesAndTheirPorts) {
+    Component const component = add<Component>("c");
+    Port const port = factory.createPort();
+    component.getOwnedAttributes().push_back(port);
+    component.getOwnedAttributes().push_back(factory.createProperty());
+    Operation const operation = factory.createOperation();
+    component.getOwnedOperations().push_back(operation);
+    EXPECT_EQ(component.getFeatures().size(), 3);
+    EXPECT_EQ(component.getAttributes().size(), 2);
+    ASSERT_EQ(component.getOwnedPorts().size(), 1);
+    EXPECT_EQ(component.getOwnedPorts().at(0), port);
+    EXPECT_EQ(operation.getFeaturingClassifiers().at(0), component);
+
+    OpaqueBehavior const method = factory.createOpaqueBehavior();
+    component.getOwnedBehaviors().push_back(method);
+    method.setSpecification(operation);
+    EXPECT_EQ(operation.getMethods().at(0), method);
+    EXPECT_EQ(component.getContaineeZELs().at(0), method) << "behaviors come before features";
+    component.setIsAbstract(ZEL::Boolean(true));
+    EXPECT_TRUE(ZEL::Class(component).isAbstract()) << "one property, in whichever class it is looked for";
+    EXPECT_TRUE(Classifier(component).isAbstract());
+}
+
+TEST_F(Uml, ActionsShowTheirPins) {
+    CallOperationAction const action = factory.createCallOperationAction();
+    InputPin const target = factory.createInputPin();
+    action.setTarget(target);
+    action.getArguments().push_back(factory.createInputPin());
+    action.getResults().push_back(factory.createOutputPin());
+    EXPECT_EQ(action.getInputs().size(), 2);
+    EXPECT_TRUE(action.getInputs().contains(target));
+    EXPECT_EQ(action.getOutputs().size(), 1);
+    EXPECT_TRUE(action.isSynchronous());
+}
+
+TEST_F(Uml, UnitsAndQuantitiesReachTheFileBesideTheirElements) {
+    NumericTypes::NumericTypesFactory const units = NumericTypes::NumericTypesFactory::createNewFactory(model);
+    Enumeration const length = add<Enumeration>("length");
+    std::vector<NumericTypes::unit> made;
+    for (char const * const symbol : {"m", "km"}) {
+        EnumerationLiteral const literal = factory.createEnumerationLiteral();
+        length.getOwnedLiterals().push_back(literal);
+        made.push_back(units.createunit());
+        made.back().setSymbol(symbol);
+        made.back().setBase_EnumerationLiteral(literal);
+    }
+    made[1].setBaseUnit(made[0]);
+    made[1].setConversionFactor(ZEL::Double(1000));
+    NumericTypes::scalarQuantity const quantity = units.createscalarQuantity();
+    quantity.setBase_DataType(add<DataType>("distance"));
+    quantity.setUnit(made[1]);
+    EXPECT_EQ(made[0].getContainerZEL(), length.getOwnedLiterals().at(0));
+
+    Model const again = readBack();
+    EXPECT_THAT(folder.content("model.xmi"), HasSubstr("<NumericTypes:unit "));
+    DataType const distance(again.getPackagedElements().at(1));
+    NumericTypes::scalarQuantity const read(distance.getAppliedStereotypeInstances().at(0));
+    ASSERT_TRUE(read.isValid());
+    EXPECT_EQ(read.getUnit().getSymbol(), "km");
+    EXPECT_EQ(read.getUnit().getBaseUnit().getSymbol(), "m");
+    EXPECT_EQ(read.getUnit().getBase_EnumerationLiteral().getEnumeration().getName(), "length");
+}
+
+TEST_F(Uml, ARequiredDirectionIsAlwaysWritten) {
+    Component const component = add<Component>("c");
+    Port const port = factory.createPort();
+    component.getOwnedAttributes().push_back(port);
+    auto const platform = RhapsodyPlatform::RhapsodyPlatformFactory::createNewFactory(model);
+    RhapsodyPlatform::rhapsodyFlowPort const flow = platform.createrhapsodyFlowPort();
+    flow.setBase_Port(port);
+    Model const again = readBack();
+    EXPECT_THAT(folder.content("model.xmi"), HasSubstr("direction=\"in\""));
+    EXPECT_THAT(folder.content("model.xmi"), Not(HasSubstr("isService"))) << "a default";
+
+    again.beginTransaction("out");
+    Port const portAgain(Component(again.getPackagedElements().at(0)).getOwnedPorts().at(0));
+    RhapsodyPlatform::rhapsodyFlowPort(portAgain.getAppliedStereotypeInstances().at(0))
+        .setDirection(RhapsodyPlatform::FlowDirection::Inout);
+    portAgain.setIsService(ZEL::Boolean(false));
+    again.commitTransaction();
+    ASSERT_TRUE(ZEL::Serializer::XmiWriter().write(folder.path("model.xmi"), again));
+    EXPECT_THAT(folder.content("model.xmi"), HasSubstr("direction=\"inout\""));
+    EXPECT_THAT(folder.content("model.xmi"), HasSubstr("isService=\"false\""));
+}
+
+TEST(Prof, ExtensionsAreWrittenInsideOnesAndScratchIsNot) {
+    ZEL::Logger::instance()->setDefaultHandlerLevel(ZEL::LogLevel::off);
+    prof::registerMetaModel();
+    TemporaryFolder const folder;
+    ZEL::MetaModel const model = ZEL::Factory::createNewModel();
+    prof::ProfFactory const factory = prof::ProfFactory::createNewFactory(model);
+    model.beginTransaction("test");
+    ZEL::Package const top = model.getFactoryFactory().createPackage("top");
+    model.setTopPackage(top);
+    prof::annotatedClass const annotated = factory.createannotatedClass();
+    top.getPackagedElements().push_back(annotated);
+    annotated.setScratch("gone");
+    prof::memo const outer = factory.creatememo();
+    outer.setText("outer");
+    annotated.getAttachments().push_back(outer);
+    prof::memo const inner = factory.creatememo();
+    inner.setText("inner");
+    inner.setOuter(outer);
+    prof::marked const mark = factory.createmarked();
+    mark.setLevel(ZEL::Integer(3));
+    mark.setBase_Class(annotated);
+    model.commitTransaction();
+    EXPECT_THAT(annotated.getMarks(), ElementsAre(mark));
+
+    ASSERT_TRUE(ZEL::Serializer::XmiWriter().write(folder.path("model.xmi"), model));
+    std::string const content = folder.content("model.xmi");
+    EXPECT_THAT(content, HasSubstr("<xmi:Extension extender=\"The Quillon Inc.\">"));
+    EXPECT_THAT(content, Not(HasSubstr("gone")));
+    EXPECT_THAT(content, Not(HasSubstr("<mark ")));
+
+    ZEL::MetaModel const again(ZEL::Serializer::XmiReader().read(folder.path("model.xmi")));
+    prof::annotatedClass const read(again.getTopPackage().getPackagedElements().at(0));
+    ASSERT_TRUE(read.isValid());
+    EXPECT_EQ(read.getAttachments().at(0).getInners().at(0).getText(), "inner");
+    EXPECT_EQ(read.getMarks().at(0).getLevel(), 3);
+    EXPECT_FALSE(read.hasScratch());
+}
+
+} // namespace
+} // namespace uml

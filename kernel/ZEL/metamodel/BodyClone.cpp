@@ -100,9 +100,9 @@ void BodyCore::internal_cloneContents(Deviant deviant, CloneMap & copies) {
     }
 }
 
-void BodyCore::internal_cloneReferences(Deviant deviant, CloneMap & copies) {
-    for (ClassObjectIntf const * const original : collectSubtree(*this, deviant)) {
-        copyReferences(*copies.copyOf(original), copies);
+void BodyCore::internal_cloneReferences(Deviant, CloneMap & copies) {
+    for (auto const & entry : copies.copies()) {
+        copyReferences(*entry.value, copies);
     }
 }
 

@@ -2,8 +2,7 @@
 
 #include <ZEL/Deviant.h>
 #include <ZEL/metamodel/ObjectIntf.h>
-
-#include <unordered_map>
+#include <ZEL/metamodel/PointerMap.h>
 
 namespace ZEL::internal {
 
@@ -17,17 +16,19 @@ public:
 
     [[nodiscard]] ModelCore & model() const noexcept { return fModel; }
     [[nodiscard]] Deviant deviant() const noexcept { return fDeviant; }
-    void add(NSInterface::ObjectIntf const * original, BodyCore * copy) { fCopies.emplace(original, copy); }
+    void add(NSInterface::ObjectIntf const * original, BodyCore * copy) { fCopies.add(original, copy); }
     /// Null if there is none.
     [[nodiscard]] BodyCore * copyOf(NSInterface::ObjectIntf const * original) const {
-        auto const found = fCopies.find(original);
-        return found == fCopies.end() ? nullptr : found->second;
+        BodyCore * const * const found = fCopies.find(original);
+        return found == nullptr ? nullptr : *found;
     }
+    /// In the order in which they were made.
+    [[nodiscard]] auto const & copies() const noexcept { return fCopies.entries(); }
 
 private:
     ModelCore & fModel;
     Deviant fDeviant;
-    std::unordered_map<NSInterface::ObjectIntf const *, BodyCore *> fCopies;
+    PointerMap<BodyCore *> fCopies;
 };
 
 } // namespace ZEL::internal

@@ -4,11 +4,11 @@
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/FactoryObjectIntf.h>
 #include <ZEL/metamodel/ModelIntf.h>
+#include <ZEL/metamodel/PointerMap.h>
 #include <ZEL/sequences/PersistentSequence.h>
 
 #include <algorithm>
 #include <iterator>
-#include <unordered_set>
 
 namespace ZEL::internal {
 
@@ -161,20 +161,22 @@ bool hasContainees(ClassObjectIntf const & object, Deviant deviant) {
 
 std::vector<ClassObjectIntf *> collectSubtree(ClassObjectIntf & object, Deviant deviant) {
     // States of a deviant and of the root can have combined to two objects that list one, or each other.
-    std::unordered_set<ClassObjectIntf const *> met{&object};
-    std::vector<ClassObjectIntf *> objects{&object};
+    PointerMap<ClassObjectIntf *> met;
+    met.add(&object, &object);
+    std::vector<ClassObjectIntf *> objects;
     std::vector<ClassObjectIntf *> found;
-    for (std::size_t next = 0; next < objects.size(); ++next) {
-        if (!objects[next]->deviant_isValid(deviant)) {
+    for (std::size_t next = 0; next < met.entries().size(); ++next) {
+        ClassObjectIntf * const candidate = met.entries()[next].value;
+        if (!candidate->deviant_isValid(deviant)) {
             continue;
         }
+        objects.push_back(candidate);
         found.clear();
-        collectContainees(*objects[next], deviant, found);
-        std::copy_if(found.begin(), found.end(), std::back_inserter(objects),
-                     [&met](ClassObjectIntf const * each) { return met.insert(each).second; });
+        collectContainees(*candidate, deviant, found);
+        for (ClassObjectIntf * const each : found) {
+            met.add(each, each);
+        }
     }
-    std::erase_if(objects,
-                  [deviant](ClassObjectIntf const * candidate) { return !candidate->deviant_isValid(deviant); });
     return objects;
 }
 

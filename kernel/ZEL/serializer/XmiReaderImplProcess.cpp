@@ -33,11 +33,13 @@ void XmiReaderImpl::process(ParseState & state, ContextSequence && sequence) {
     ContextSequence applied = fTransformers.apply(std::move(sequence));
     Context skipped;
     bool entered = false;
+    bool isFirst = true;
     for (Context & context : applied) {
         if (context.skipContext() && (context.isExtension() || context.isElement())) {
             state.isForeign = state.isForeign || context.isExtension();
             skipped = context;
-            if (context == state.currentElement) {
+            // The first element stands for the one in the file, even if rules have given it other names.
+            if (isFirst || context == state.currentElement) {
                 startSkipping(state, context);
             }
         } else if ((context.isAttribute() || context.isReference()) && skipped.isParentOf(context)) {
@@ -48,6 +50,7 @@ void XmiReaderImpl::process(ParseState & state, ContextSequence && sequence) {
                 skipped = context;
             }
         }
+        isFirst = isFirst && !context.isElement();
     }
     state.sequence = std::move(applied);
 }

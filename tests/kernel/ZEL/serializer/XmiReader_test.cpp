@@ -459,6 +459,33 @@ public:
     }
 };
 
+/// Leaves out classes, and gives what it leaves out another name.
+class DropClassesByAnotherName : public Transformer {
+public:
+    DropClassesByAnotherName() {
+        Context pattern;
+        pattern.setType("http://schema.omg.org/spec/MOF/2.0", "Class");
+        addTransform(pattern, [](Context const & context) {
+            Context skipped = context;
+            skipped.setRole("", "dropped");
+            skipped.setType("urn:other", "Dropped");
+            skipped.setSkipState(true);
+            return ContextSequence(skipped);
+        });
+    }
+};
+
+TEST_F(Reading, SkipsTheContentOfAnElementThatARuleLeavesOutByAnotherName) {
+    reader.addTransformer(new DropClassesByAnotherName);
+    Package const top =
+        readModel(element("Class", 5, "", "<ownedComment xmi:type=\"ZEL:Comment\" xmi:id=\"" + id(6) + "\"/>") +
+                  element("Package", 7))
+            .getTopPackage();
+    EXPECT_EQ(top.getOwnedComments().size(), 0);
+    EXPECT_EQ(top.getPackagedElements().size(), 1);
+    EXPECT_THAT(reader.report().skippedElements(), ElementsAre(Pair("dropped of type {urn:other}Dropped", 1)));
+}
+
 TEST_F(Reading, CallsTransformersForOneRunAndTellsThemOfCompletedObjects) {
     std::vector<std::string> completed;
     reader.addTransformer(new DropElements("ownedAttribute", completed));

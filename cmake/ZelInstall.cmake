@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zel)
 set(data_dir ${CMAKE_INSTALL_DATADIR}/zel)
 
-install(TARGETS zel zel-uml zelgen zel-cli EXPORT zelTargets
+install(TARGETS zel zel-uml zel-interchange zelgen zel-cli EXPORT zelTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
@@ -16,6 +16,8 @@ foreach(metamodel IN LISTS ZEL_UML_METAMODELS)
     install(DIRECTORY ${PROJECT_BINARY_DIR}/metamodels/uml/generated/${metamodel}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         FILES_MATCHING PATTERN *.h)
 endforeach()
+install(DIRECTORY ${PROJECT_BINARY_DIR}/interchange/generated/Foreign/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+    FILES_MATCHING PATTERN *.h)
 install(FILES ${ZEL_METAMODEL_DEFINITION} DESTINATION ${data_dir})
 install(DIRECTORY metamodels/uml DESTINATION ${data_dir} FILES_MATCHING PATTERN *.yaml)
 install(EXPORT zelTargets NAMESPACE zel:: DESTINATION ${package_dir})

@@ -70,14 +70,14 @@ protected:
         reader = Serializer::XmiReader(settings);
         return uml::Model(reader.read(path));
     }
-    void write(uml::Model const & model, Serializer::XmiFormat format) const {
+    void write(Model const & model, Serializer::XmiFormat format) const {
         Serializer::XmiWriterSettings settings;
         settings.setOutputFormat(format);
         ASSERT_TRUE(Serializer::XmiWriter(settings).write(folder.path("out.xmi"), model));
     }
     /// What was written, with placeholders: ids that were made for the file are "#1", "#2", ... in the order in which
     /// they are met.
-    [[nodiscard]] std::string written(uml::Model const & model) const {
+    [[nodiscard]] std::string written(Model const & model) const {
         std::string text = folder.content("out.xmi");
         replaceAll(text, "_zel_" + model.getUuidBase().str(), "@1");
         replaceAll(text, "file://" + folder.path("out.xmi"), "@2");

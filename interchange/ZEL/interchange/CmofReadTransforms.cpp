@@ -1,0 +1,75 @@
+#include <ZEL/Constants.h>
+#include <ZEL/NamespaceRegistry.h>
+#include <ZEL/interchange/CmofReadTransforms.h>
+#include <ZEL/serializer/XmiConstants.h>
+
+namespace ZEL::Interchange {
+
+using Serializer::Context;
+using Serializer::ContextSequence;
+using Serializer::XmiConstants;
+
+namespace {
+
+Context atTop(std::string const & uri, std::string const & name) {
+    Context pattern;
+    pattern.setParentRole(XmiConstants::XMI_NS_URI, "XMI");
+    pattern.setRole(uri, name);
+    return pattern;
+}
+
+Context on(Context const & element, std::string const & attribute) {
+    Context pattern;
+    pattern.setParentRole(element.getRole());
+    pattern.setRole({}, attribute);
+    return pattern;
+}
+
+/// The model, and within it the package.
+ContextSequence wrap(Context const & package) {
+    Context model = package;
+    model.setRole(package.getUri(), "MetaModel");
+    model.setType(package.getTypeUri(), "MetaModel");
+    model.setElement({});
+    ContextSequence sequence(model);
+    Context top = package;
+    top.setRole({}, "topPackage");
+    top.setParent(model);
+    sequence.addContext(top);
+    return sequence;
+}
+
+/// The first of several elements: an instance stands on one.
+ContextSequence attach(Context const & elements) {
+    std::string const & ids = elements.getFirstValue();
+    Context base = elements;
+    base.setRole({}, "base_Element");
+    base.setAttribute(ids.substr(0, ids.find(' ')));
+    return base;
+}
+
+} // namespace
+
+CmofReadTransforms::CmofReadTransforms() {
+    for (char const * const uri : {METAMODEL_URI, METAMODEL_CMOF_URI, METAMODEL_EMOF_URI}) {
+        addRules(uri);
+    }
+}
+
+void CmofReadTransforms::addRules(std::string const & cmof) {
+    addTransform(atTop(cmof, "Package"), wrap);
+    std::string const foreign = NamespaceRegistry::instance()->getMetaUri("Foreign");
+    if (foreign.empty()) {
+        return;
+    }
+    Context const tag = atTop(cmof, "Tag");
+    addTransform(tag, [foreign](Context const & element) -> ContextSequence {
+        Context application = element;
+        application.setRole(foreign, "Tag");
+        application.setType(foreign, "Tag");
+        return application;
+    });
+    addTransform(on(tag, "element"), attach);
+}
+
+} // namespace ZEL::Interchange

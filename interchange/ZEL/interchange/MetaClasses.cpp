@@ -1,0 +1,65 @@
+#include <ZEL/Boolean.h>
+#include <ZEL/MetaModelRegistry.h>
+#include <ZEL/String.h>
+#include <ZEL/UnlimitedNatural.h>
+#include <ZEL/interchange/MetaClasses.h>
+#include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/Package.h>
+#include <ZEL/metamodel/Property.h>
+#include <ZEL/sequences/Sequence.h>
+#include <ZEL/tools/TypePredicates.h>
+
+#include <algorithm>
+#include <cstdint>
+
+namespace ZEL::Interchange {
+namespace {
+
+ImmutableClass classOf(Serializer::QualifiedName name) {
+    ImmutableMetaModel const metaModel(MetaModelRegistry::instance()->getModelFromUri(name.getUri()));
+    if (!metaModel.isValid()) {
+        return {};
+    }
+    return ImmutableClass(metaModel.getTopPackage().getOwnedTypeByName(String(name.getName())));
+}
+
+} // namespace
+
+MetaClasses::Property const * MetaClasses::MetaClass::find(std::string const & name) const {
+    auto const found = std::find_if(properties.begin(), properties.end(),
+                                    [&](Property const & property) { return property.name == name; });
+    return found == properties.end() ? nullptr : &*found;
+}
+
+MetaClasses::Property const * MetaClasses::MetaClass::placeFor(ImmutableClass const & part) const {
+    Property const * single = nullptr;
+    for (Property const & property : properties) {
+        if (property.isComposite && !property.isDerived && inherits(part, ImmutableClass(property.type))) {
+            if (property.isMany) {
+                return &property;
+            }
+            single = single == nullptr ? &property : single;
+        }
+    }
+    return single;
+}
+
+MetaClasses::MetaClass const * MetaClasses::find(Serializer::QualifiedName name) {
+    auto const [entry, isNew] = fClasses.try_emplace(name);
+    MetaClass & metaClass = entry->second;
+    if (isNew) {
+        metaClass.handle = classOf(name);
+        if (metaClass.handle.isValid()) {
+            for (ImmutableProperty const property : metaClass.handle.getOwnedAttributes()) {
+                metaClass.properties.push_back({property.getName().str(), property.getType(),
+                                                static_cast<std::uint32_t>(property.upperBound()) > 1,
+                                                static_cast<bool>(property.isComposite()),
+                                                static_cast<bool>(property.isDerived())});
+            }
+        }
+    }
+    return metaClass.handle.isValid() ? &metaClass : nullptr;
+}
+
+} // namespace ZEL::Interchange

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/Type.h>
+#include <ZEL/serializer/QualifiedName.h>
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace ZEL::Interchange {
+
+/// The classes of registered metamodels as files name them, each found once. Valid as long as nobody changes them.
+class MetaClasses {
+public:
+    struct Property {
+        std::string name;
+        ImmutableType type;
+        bool isMany;
+        bool isComposite;
+        bool isDerived;
+    };
+    struct MetaClass {
+        ImmutableClass handle;
+        std::vector<Property> properties;
+
+        /// Null if there is none of that name.
+        [[nodiscard]] Property const * find(std::string const & name) const;
+        /// The first one that stores parts and takes objects of the class `part`; of those for many if there are any.
+        [[nodiscard]] Property const * placeFor(ImmutableClass const & part) const;
+    };
+
+    /// Null if no metamodel of that namespace is registered, or it has no such class.
+    [[nodiscard]] MetaClass const * find(Serializer::QualifiedName name);
+
+private:
+    std::unordered_map<Serializer::QualifiedName, MetaClass> fClasses; ///< with an invalid handle for what is none
+};
+
+} // namespace ZEL::Interchange

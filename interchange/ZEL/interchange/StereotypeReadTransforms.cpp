@@ -1,0 +1,100 @@
+#include <ZEL/Constants.h>
+#include <ZEL/MetaModelRegistry.h>
+#include <ZEL/NamespaceRegistry.h>
+#include <ZEL/interchange/StereotypeReadTransforms.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/serializer/XmiConstants.h>
+
+namespace ZEL::Interchange {
+
+using Serializer::Context;
+using Serializer::ContextSequence;
+using Serializer::XmiConstants;
+
+namespace {
+
+Context attributeOf(Context const & element, std::string const & name, std::string const & value) {
+    Context attribute;
+    attribute.setRole({}, name);
+    attribute.setParent(element);
+    attribute.setAttribute(value);
+    return attribute;
+}
+
+/// Whether the element stands where stereotypes do: at the top of the file, or in the model.
+bool isInPlace(Context const & element) {
+    return (element.getParentUri() == XmiConstants::XMI_NS_URI && element.getParentRoleName() == "XMI") ||
+           element.getParentTypeName() == "Model";
+}
+
+/// Whether the element's dialect has a rule for it.
+bool isOfDialect(Context const & element) {
+    std::string const schemas = std::string(MAGICDRAW_SCHEMA_BASE) + "/schemas/";
+    std::string const & name = element.getRoleName();
+    return (element.getUri() == schemas + "MagicDraw_Profile.xmi" &&
+            (name == "DiagramInfo" || name == "HyperlinkOwner")) ||
+           (element.getUri() == schemas + "UML_Standard_Profile.xmi" && name == "modelLibrary");
+}
+
+bool isForeign(Context const & element) {
+    return isInPlace(element) && element.getRole().hasUri() && element.getUri() != XmiConstants::XMI_NS_URI &&
+           element.getType() == element.getRole() && !isOfDialect(element) &&
+           NamespaceRegistry::instance()->getPrefixFromMetaUri(element.getUri()).empty() &&
+           !MetaModelRegistry::instance()->getModelFromUri(element.getUri()).isValid();
+}
+
+bool isAnnotation(Context const & element) {
+    return element.getRoleName() == "eAnnotations" && element.getType() == element.getRole();
+}
+
+} // namespace
+
+StereotypeReadTransforms::StereotypeReadTransforms() : fUri(NamespaceRegistry::instance()->getMetaUri("Foreign")) {
+    if (!fUri.empty()) {
+        addTransform(Context(), [this](Context const & context) { return translate(context); });
+    }
+}
+
+ContextSequence StereotypeReadTransforms::translate(Context const & context) {
+    if (context.isElement()) {
+        return translateElement(context);
+    }
+    bool const isOfStereotype = !fTranslated.isEmpty() && context.getParentRole() == fFromFile.getRole() &&
+                                context.getParentType() == fFromFile.getType();
+    return isOfStereotype ? translateValue(context) : ContextSequence(context);
+}
+
+ContextSequence StereotypeReadTransforms::translateElement(Context const & element) {
+    fTranslated = Context();
+    bool const annotates = isAnnotation(element);
+    if (!annotates && !isForeign(element)) {
+        return element;
+    }
+    fFromFile = element;
+    fValues.clear();
+    fTranslated = element;
+    fTranslated.setType(fUri, "StereotypeApplication");
+    if (element.getParentUri() == XmiConstants::XMI_NS_URI) {
+        fTranslated.setRole(fTranslated.getType());
+    } else {
+        fTranslated.setRole({}, "appliedStereotypeInstance");
+    }
+    ContextSequence sequence(fTranslated);
+    sequence.addContext(attributeOf(fTranslated, "profile",
+                                    annotates ? EMF_SCHEMA_BASE + std::string("/emf/2002/Ecore") : element.getUri()));
+    sequence.addContext(attributeOf(fTranslated, "stereotype", annotates ? "EAnnotation" : element.getRoleName()));
+    return sequence;
+}
+
+ContextSequence StereotypeReadTransforms::translateValue(Context const & attribute) {
+    if (attribute.getUri() == XmiConstants::XMI_NS_URI) {
+        return {};
+    }
+    if (attribute.getRoleName().starts_with("base_")) {
+        return attributeOf(fTranslated, "base_Element", attribute.getFirstValue());
+    }
+    fValues += (fValues.empty() ? "" : "\n") + attribute.getRoleName() + "=" + attribute.getFirstValue();
+    return attributeOf(fTranslated, "values", fValues); // takes the place of the one before
+}
+
+} // namespace ZEL::Interchange

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <ZEL/Export.h>
+#include <ZEL/serializer/Transformer.h>
+
+#include <string>
+
+namespace ZEL::Interchange {
+
+/// Reading of stereotypes that no registered metamodel has: each becomes an instance of `Foreign::StereotypeApplication`,
+/// with its names and values as texts.
+///
+/// Such elements stand behind the model or at its end. The annotations that Eclipse puts on elements are read alike. Values
+/// in the form of elements are left out, and so is what MagicDraw says of its diagrams and libraries. The metamodel of the
+/// instances must be registered, or nothing happens. Serves one run.
+class ZEL_API StereotypeReadTransforms : public Serializer::Transformer {
+public:
+    StereotypeReadTransforms();
+    StereotypeReadTransforms(StereotypeReadTransforms const &) = delete;
+    StereotypeReadTransforms & operator=(StereotypeReadTransforms const &) = delete;
+
+private:
+    Serializer::ContextSequence translate(Serializer::Context const & context);
+    Serializer::ContextSequence translateElement(Serializer::Context const & element);
+    Serializer::ContextSequence translateValue(Serializer::Context const & attribute);
+
+    std::string const fUri;        ///< of the metamodel of what is not understood
+    Serializer::Context fFromFile; ///< the element at hand
+    Serializer::Context fTranslated;
+    std::string fValues;
+};
+
+} // namespace ZEL::Interchange

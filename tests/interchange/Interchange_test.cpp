@@ -1,0 +1,289 @@
+#include <ZEL/FactoryRegistry.h>
+#include <ZEL/interchange/Interchange.h>
+#include <ZEL/interchange/UmlReadTransforms.h>
+#include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/NamedElement.h>
+#include <ZEL/tools/Comparator.h>
+
+#include <Foreign/MetaModelRegistration.h>
+#include <gmock/gmock.h>
+#include <uml/DialectFixture.h>
+#include <uml/PackageableElement.h>
+
+#include <map>
+
+namespace ZEL::Interchange {
+namespace {
+
+using Serializer::XmiFormat;
+using Serializer::XmiReader;
+using Serializer::XmiReaderSettings;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+
+/// Reads files of other tools, and shows what came of them in this system's own form.
+class ForeignFile : public testsupport::DialectFixture {
+protected:
+    ForeignFile() { Foreign::registerMetaModel(); }
+
+    Model readForeign(std::string const & path, XmiFormat format = XmiFormat::Standard) {
+        XmiReaderSettings settings;
+        settings.setInputFormat(format);
+        settings.setSkipUnreadableExternalFiles(true);
+        reader = XmiReader(settings);
+        addReadTransforms(reader);
+        return Model(reader.read(path));
+    }
+    /// The model in standard form: what stands behind the head, up to the end of the root.
+    std::string standard(Model const & model) {
+        EXPECT_TRUE(model.isValid());
+        EXPECT_TRUE(Serializer::XmiWriter().write(folder.path("out.xmi"), model));
+        std::string text = written(model);
+        std::size_t const head = text.find("nextIdValue");
+        std::size_t begin = text.find('\n', head) + 1;
+        if (text.compare(begin, 21, "  <xmi:Documentation ") == 0) {
+            begin = text.find('\n', begin) + 1;
+        }
+        return text.substr(begin, text.find("</xmi:XMI>") - begin);
+    }
+    /// Reads the standard form back, without help.
+    bool readsBack(Model const & model) {
+        XmiReader plain;
+        Object const again = plain.read(folder.path("out.xmi"));
+        EXPECT_TRUE(plain.report().isEmpty());
+        return compare(model, again);
+    }
+};
+
+TEST_F(ForeignFile, OfCmofIsTheTopPackageOfAMetaModel) {
+    static_cast<void>(folder.file("other.cmof", R"(<?xml version="1.0" encoding="UTF-8"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:cmof="http://schema.omg.org/spec/MOF/2.0/cmof.xml">
+  <cmof:Package xmi:id="_0" name="Other">
+    <ownedMember xmi:type="cmof:PrimitiveType" xmi:id="Real" name="Real"/>
+  </cmof:Package>
+</xmi:XMI>
+)"));
+    Model const model = readForeign(file("in.cmof", R"(<?xml version="1.0" encoding="UTF-8"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:cmof="http://schema.omg.org/spec/MOF/2.0/cmof.xml">
+  <cmof:Package xmi:id="_0" name="DC" uri="http://example.org/dc">
+    <packageImport xmi:type="cmof:PackageImport" xmi:id="i" importingNamespace="_0">
+      <importedPackage xmi:type="cmof:Package" href="other.cmof#_0"/>
+    </packageImport>
+    <ownedMember xmi:type="cmof:PrimitiveType" xmi:id="Text" name="Text"/>
+    <ownedMember xmi:type="cmof:DataType" xmi:id="Font" name="Font">
+      <ownedRule xmi:type="cmof:Constraint" xmi:id="rule" name="r" constrainedElement="Font" namespace="Font">
+        <specification xmi:type="cmof:OpaqueExpression" xmi:id="spec"><body>size > 0</body></specification>
+      </ownedRule>
+      <ownedAttribute xmi:type="cmof:Property" xmi:id="Font-name" name="name" type="Text" lower="0" upper="*" datatype="Font"/>
+      <ownedAttribute xmi:type="cmof:Property" xmi:id="Font-size" name="size">
+        <type xmi:type="cmof:PrimitiveType" href="other.cmof#Real"/>
+      </ownedAttribute>
+      <ownedAttribute xmi:type="cmof:Property" xmi:id="Font-bold" name="bold">
+        <type xmi:type="cmof:PrimitiveType" href="http://schema.omg.org/spec/MOF/2.0/cmof.xml#Boolean"/>
+      </ownedAttribute>
+    </ownedMember>
+  </cmof:Package>
+  <cmof:Tag xmi:id="_1" name="org.omg.xmi.nsPrefix" value="dc" element="_0 Font"/>
+</xmi:XMI>
+)"));
+    EXPECT_THAT(reader.report().skippedElements(), IsEmpty());
+    EXPECT_THAT(reader.report().unresolvedReferences(), IsEmpty());
+    EXPECT_THAT(reader.report().ignoredAttributes(), ElementsAre(Pair("Constraint.namespace", 1)));
+    ASSERT_EQ(reader.referredModelCount(), 1);
+
+    EXPECT_EQ(standard(model), R"(  <ZEL:MetaModel xmi:id="@1" uri="@2">
+    <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="DC" uri="http://example.org/dc">
+      <packagedElement xmi:id="@1_4" xmi:type="ZEL:PrimitiveType" name="Text"/>
+      <packagedElement xmi:id="@1_5" xmi:type="ZEL:DataType" name="Font">
+        <ownedAttribute xmi:id="@1_8" xmi:type="ZEL:Property" name="name" isID="false" lower="0" upper="*" type="@1_4"/>
+        <ownedAttribute xmi:id="@1_9" xmi:type="ZEL:Property" name="size" isID="false">
+          <type xmi:type="ZEL:PrimitiveType" href="other.cmof##1_3"/>
+        </ownedAttribute>
+        <ownedAttribute xmi:id="@1_10" xmi:type="ZEL:Property" name="bold" isID="false">
+          <type xmi:type="ZEL:PrimitiveType" href="http://schema.omg.org/spec/MOF/2.0##2_687"/>
+        </ownedAttribute>
+        <ownedRule xmi:id="@1_6" xmi:type="ZEL:Constraint" name="r" constrainedElement="@1_5">
+          <specification xmi:id="@1_7" xmi:type="ZEL:OpaqueExpression">
+            <body>size &gt; 0</body>
+          </specification>
+        </ownedRule>
+      </packagedElement>
+      <packageImport xmi:id="@1_3" xmi:type="ZEL:PackageImport" visibility="public">
+        <importedPackage xmi:type="ZEL:Package" href="other.cmof##1_2"/>
+      </packageImport>
+    </topPackage>
+  </ZEL:MetaModel>
+  <Foreign:Tag xmi:id="@1_11" name="org.omg.xmi.nsPrefix" value="dc" base_Element="@1_2"/>
+)");
+}
+
+/// Eclipse leaves out the types of parts that the metamodel tells, and puts annotations on elements.
+TEST_F(ForeignFile, OfEclipseHasTypesThatTheMetamodelTells) {
+    Model const model = readForeign(file("in.uml", R"(<?xml version="1.0" encoding="UTF-8"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:uml="http://www.eclipse.org/uml2/3.0.0/UML"
+    xmlns:ecore="http://www.eclipse.org/emf/2002/Ecore" xmlns:core="http:///schemas/core/_1/0">
+  <uml:Model xmi:id="_1" name="Data">
+    <ownedComment xmi:id="_2" body="c" annotatedElement="_1 _4"/>
+    <packageImport xmi:id="_3">
+      <importedPackage xmi:type="uml:Model" href="pathmap://UML_LIBRARIES/UMLPrimitiveTypes.library.uml#_0"/>
+    </packageImport>
+    <packagedElement xmi:type="uml:Class" xmi:id="_4" name="A">
+      <eAnnotations xmi:id="_5" source="http://example.org/a">
+        <references xmi:type="ecore:EPackage" href="p.uml#_0"/>
+      </eAnnotations>
+      <generalization xmi:id="_6" general="_10"/>
+      <ownedAttribute xmi:id="_7" name="x" type="_10">
+        <lowerValue xmi:type="uml:LiteralInteger" xmi:id="_8"/>
+        <ownedComment xmi:id="_9" body="of x"/>
+      </ownedAttribute>
+      <ownedOperation xmi:id="_11" name="f"><ownedParameter xmi:id="_12" name="p" type="_10"/></ownedOperation>
+    </packagedElement>
+    <packagedElement xmi:type="uml:Class" xmi:id="_10" name="B"/>
+  </uml:Model>
+  <core:Entity xmi:id="_13" base_Class="_4" table="T" key="k"/>
+</xmi:XMI>
+)"));
+    EXPECT_THAT(reader.report().skippedElements(), IsEmpty());
+    EXPECT_THAT(reader.report().unresolvedReferences(), ElementsAre(Pair("PackageImport.importedPackage", 1)));
+    EXPECT_EQ(standard(model), R"(  <uml:Model xmi:id="@1" name="Data" uri="@2">
+    <packagedElement xmi:id="@1_4" xmi:type="uml:Class" name="A">
+      <generalization xmi:id="@1_6" xmi:type="uml:Generalization" general="@1_12"/>
+      <ownedAttribute xmi:id="@1_7" xmi:type="uml:Property" name="x" isID="false" type="@1_12">
+        <ownedComment xmi:id="@1_9" xmi:type="uml:Comment" body="of x"/>
+        <lowerValue xmi:id="@1_8" xmi:type="uml:LiteralInteger"/>
+      </ownedAttribute>
+      <ownedOperation xmi:id="@1_10" xmi:type="uml:Operation" name="f">
+        <ownedParameter xmi:id="@1_11" xmi:type="uml:Parameter" name="p" type="@1_12"/>
+      </ownedOperation>
+    </packagedElement>
+    <packagedElement xmi:id="@1_12" xmi:type="uml:Class" name="B"/>
+    <ownedComment xmi:id="@1_2" xmi:type="uml:Comment" body="c" annotatedElement="@1 @1_4"/>
+    <packageImport xmi:id="@1_3" xmi:type="uml:PackageImport" visibility="public"/>
+  </uml:Model>
+  <Foreign:StereotypeApplication xmi:id="@1_5" profile="http://www.eclipse.org/emf/2002/Ecore" stereotype="EAnnotation" values="source=http://example.org/a" base_Element="@1_4"/>
+  <Foreign:StereotypeApplication xmi:id="@1_13" profile="http:///schemas/core/_1/0" stereotype="Entity" values="table=T&#10;key=k" base_Element="@1_4"/>
+)");
+    EXPECT_TRUE(readsBack(model));
+}
+
+/// What other tools do: members of packages by another name, a model in a model, diagrams beside it, stereotypes in it,
+/// an upper bound of -1.
+TEST_F(ForeignFile, OfOtherToolsBecomesAModel) {
+    Model const model = readForeign(file("in.xmi", R"(<?xml version="1.0" encoding="windows-1252"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:uml="http://schema.omg.org/spec/UML/2.0"
+    xmlns:Custom="http://example.org/profiles/Custom">
+  <xmi:Documentation exporter="Another Tool" exporterVersion="7"><xmi:Extension extender="Another Tool"/></xmi:Documentation>
+  <xmi:Extension extender="Another Tool"><settings><setting id="s"/></settings></xmi:Extension>
+  <uml:Model xmi:id="E1" name="m">
+    <ownedMember xmi:type="uml:Model" xmi:id="E2" name="inner">
+      <ownedMember xmi:type="uml:Class" xmi:id="E3" name="A">
+        <ownedAttribute xmi:type="uml:Property" xmi:id="E4" name="x">
+          <type xmi:idref="E6"/>
+          <xmi:Extension extender="Another Tool"><qualityScore value="-1"/></xmi:Extension>
+          <upperValue xmi:type="uml:LiteralUnlimitedNatural" xmi:id="E5" value="-1"/>
+        </ownedAttribute>
+      </ownedMember>
+      <ownedMember xmi:type="uml:Enumeration" xmi:id="E6" name="B"/>
+    </ownedMember>
+    <Custom:Feature base_Class="E3" isAbstract="no"/>
+  </uml:Model>
+  <uml:Diagram xmi:id="D1" name="d"><uml:Diagram.element><uml:DiagramElement xmi:id="D2" subject="E3"/></uml:Diagram.element></uml:Diagram>
+</xmi:XMI>
+)"));
+    EXPECT_THAT(reader.report().skippedElements(),
+                ElementsAre(Pair("{http://schema.omg.org/spec/UML/2.1}Diagram", 1),
+                            Pair("{http://schema.omg.org/spec/XMI/2.1}Extension", 2)));
+    EXPECT_THAT(reader.report().unresolvedReferences(), IsEmpty());
+    EXPECT_THAT(reader.report().rejectedValues(), IsEmpty());
+    EXPECT_EQ(standard(model), R"(  <uml:Model xmi:id="@1" name="m" uri="@2">
+    <packagedElement xmi:id="@1_2" xmi:type="uml:Package" name="inner">
+      <packagedElement xmi:id="@1_3" xmi:type="uml:Class" name="A">
+        <ownedAttribute xmi:id="@1_4" xmi:type="uml:Property" name="x" isID="false" type="@1_6">
+          <upperValue xmi:id="@1_5" xmi:type="uml:LiteralUnlimitedNatural" value="*"/>
+        </ownedAttribute>
+      </packagedElement>
+      <packagedElement xmi:id="@1_6" xmi:type="uml:Enumeration" name="B"/>
+    </packagedElement>
+  </uml:Model>
+  <Foreign:StereotypeApplication xmi:id="@1_7" profile="http://example.org/profiles/Custom" stereotype="Feature" values="isAbstract=no" base_Element="@1_3"/>
+)");
+    EXPECT_TRUE(readsBack(model));
+
+    // It is a model like any other: what is changed can be taken back.
+    model.beginTransaction("rename");
+    uml::Model(model).setName("other");
+    uml::Model(model).getPackagedElements().clear();
+    model.commitTransaction();
+    EXPECT_FALSE(compare(model, XmiReader().read(folder.path("out.xmi"))));
+    model.undo();
+    EXPECT_TRUE(readsBack(model));
+}
+
+TEST_F(ForeignFile, OfMagicDrawObeysTheDialectFirst) {
+    Model const model = readForeign(file("in.xml", R"(<?xml version="1.0" encoding="UTF-8"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:uml="http://schema.omg.org/spec/UML/2.2"
+    xmlns:MagicDraw_Profile="http://www.magicdraw.com/schemas/MagicDraw_Profile.xmi"
+    xmlns:NumericTypes="http://www.magicdraw.com/schemas/NumericTypes.xmi" xmlns:common="http://www.magicdraw.com/schemas/common.xmi">
+  <uml:Model xmi:id="m" name="m">
+    <packagedElement xmi:type="uml:Package" href="other.xml.zip#1"/>
+    <packagedElement xmi:type="uml:Enumeration" xmi:id="e" name="e">
+      <ownedLiteral xmi:type="uml:EnumerationLiteral" xmi:id="l" name="l"/>
+    </packagedElement>
+  </uml:Model>
+  <MagicDraw_Profile:DiagramInfo xmi:id="i" base_Diagram="d"/>
+  <NumericTypes:unit xmi:id="u" base_EnumerationLiteral="l"/>
+  <common:Enumeration xmi:id="c" base_Class="e"/>
+</xmi:XMI>
+)"),
+                                    XmiFormat::MagicDraw);
+    EXPECT_THAT(reader.report().skippedElements(),
+                ElementsAre(Pair("packagedElement of type uml:Package", 1),
+                            Pair("{http://www.magicdraw.com/schemas/MagicDraw_Profile.xmi}DiagramInfo", 1)));
+    EXPECT_THAT(reader.report().unreadFiles(), IsEmpty());
+    EXPECT_EQ(standard(model), R"(  <uml:Model xmi:id="@1" name="m" uri="@2">
+    <packagedElement xmi:id="@1_2" xmi:type="uml:Enumeration" name="e">
+      <ownedLiteral xmi:id="@1_3" xmi:type="uml:EnumerationLiteral" name="l"></ownedLiteral>
+    </packagedElement>
+  </uml:Model>
+  <Foreign:StereotypeApplication xmi:id="@1_5" profile="http://www.magicdraw.com/schemas/common.xmi" stereotype="Enumeration" base_Element="@1_2"/>
+  <NumericTypes:unit xmi:id="@1_4" base_EnumerationLiteral="@1_3"/>
+)");
+}
+
+TEST_F(ForeignFile, OfThisSystemIsReadAsWithoutHelp) {
+    Model const model = read(file("in.xmi", R"(<?xml version="1.0" encoding="UTF-8"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:uml="http://schema.omg.org/spec/UML/2.1"
+    xmlns:Tessel="http://www.quillon.example/schemas/Tessel.xmi">
+  <uml:Model xmi:id="@1" name="m">
+    <packagedElement xmi:type="uml:Component" xmi:id="@1_2" name="c">
+      <ownedComment xmi:type="uml:Comment" xmi:id="@1_3" annotatedElement="@1_2"/>
+    </packagedElement>
+  </uml:Model>
+  <Tessel:algorithmicComponent xmi:id="@1_4" base_Component="@1_2"/>
+</xmi:XMI>
+)"));
+    ASSERT_FALSE(standard(model).empty());
+    EXPECT_TRUE(compare(model, readForeign(folder.path("out.xmi"))));
+    EXPECT_TRUE(reader.report().isEmpty());
+}
+
+TEST(UmlNamespace, IsThatOfAnyVersionOfItsSecondGeneration) {
+    std::map<std::string, bool> const expected = {
+        {"http://schema.omg.org/spec/UML/2.0", true},
+        {"http://schema.omg.org/spec/UML/2.1.1", true},
+        {"http://schema.omg.org/spec/UML/1.4", false},
+        {"http://schema.omg.org/spec/UML/2.1.1/StandardProfileL2", false},
+        {"http://www.eclipse.org/uml2/3.0.0/UML", true},
+        {"http://www.eclipse.org/uml2/schemas/Standard/1", false},
+        {"http://www.eclipse.org/uml2/x/UML", false},
+        {"http://schema.omg.org/spec/MOF/2.0", false},
+        {"", false},
+    };
+    for (auto const & [uri, is] : expected) {
+        EXPECT_EQ(isUmlNamespace(uri), is) << uri;
+    }
+}
+
+} // namespace
+} // namespace ZEL::Interchange

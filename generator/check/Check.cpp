@@ -1,5 +1,6 @@
 #include "check/Check.h"
 
+#include "check/CheckCode.h"
 #include "check/Checker.h"
 #include "family/Names.h"
 
@@ -16,11 +17,15 @@ void check(std::vector<Definition const *> const & definitions, Diagnostics & di
     if (!diagnostics.empty()) {
         return; // what follows walks superclasses and would tell the same mistakes again
     }
+    checker.checkRoots();
     checker.checkRoles();
     checker.checkProperties();
     checker.checkOperations();
     if (diagnostics.empty()) {
         checker.checkNames();
+    }
+    if (diagnostics.empty()) {
+        checkCode(Family(definitions), *definitions.front(), diagnostics);
     }
 }
 
@@ -67,6 +72,7 @@ void Checker::checkMetamodel() {
     } else {
         expectIdentifier(fDefinition.prefix, "prefix");
     }
+    checkNamespace();
     if (fDefinition.uris.empty()) {
         report({1, 1}, "found no 'uris', expected at least the URI of the metamodel");
     }
@@ -87,6 +93,20 @@ void Checker::checkMetamodel() {
     }
 }
 
+void Checker::checkNamespace() {
+    std::string const & text = fDefinition.cppNamespace.text;
+    for (std::size_t begin = 0; !text.empty() && begin <= text.size();) {
+        std::size_t const end = std::min(text.find("::", begin), text.size());
+        std::string const part = text.substr(begin, end - begin);
+        if (!Names::isIdentifier(part) || Names::isKeyword(part)) {
+            report(fDefinition.cppNamespace.mark,
+                   "found namespace '" + text + "', expected C++ names with '::' between them");
+            return;
+        }
+        begin = end + 2;
+    }
+}
+
 void Checker::checkUri(Word const & uri) {
     // Behind a word in capitals comes a path: the word is one of the library's constants.
     std::size_t const plus = uri.text.find(" + ");
@@ -101,6 +121,7 @@ void Checker::checkUri(Word const & uri) {
 void Checker::checkTypes() {
     for (TypeDefinition const & type : fDefinition.types) {
         expectIdentifier(type.name, "type");
+        checkGeneratedNames(type);
         if (Names::isKeyword(type.name.text)) {
             report(type.name.mark, "found type '" + type.name.text + "', expected a name that is no word of C++");
         }
@@ -116,6 +137,33 @@ void Checker::checkTypes() {
         expectOneOf(type.builtAs, "'built_as'", {"class", "stereotype"});
         for (Word const & part : type.handWritten) {
             expectOneOf(part, "'hand_written'", {"interface", "handles"});
+        }
+    }
+}
+
+/// A type may not have a name that generated code has for something else.
+void Checker::checkGeneratedNames(TypeDefinition const & type) {
+    static std::vector<std::string> const kOurs{
+        "BuiltInMetaModel",    "Forward", "HASP",   "MetaModelRegistration", "NSImplementation",
+        "NSInterface",         "Tables",  "ZEL",    "getMetaModel",          "registerMetaModel",
+        "unregisterMetaModel", "std",     "tables",
+    };
+    std::string const & name = type.name.text;
+    std::string const space =
+        fDefinition.cppNamespace.empty() ? fDefinition.prefix.text : fDefinition.cppNamespace.text;
+    bool const isInNamespace = ("::" + space + "::").find("::" + name + "::") != std::string::npos;
+    if (std::find(kOurs.begin(), kOurs.end(), name) != kOurs.end() || isInNamespace) {
+        report(type.name.mark, "found type '" + name + "', expected a name that generated code does not use by itself");
+    }
+    for (TypeDefinition const & other : fDefinition.types) {
+        for (std::string const & made :
+             {"Immutable" + other.name.text, other.name.text + "Intf", other.name.text + "Impl",
+              other.name.text + "DeviantImpl", other.name.text + "Tables"}) {
+            if (name == made && other.kind == TypeKind::Class) {
+                report(type.name.mark, "found type '" + name +
+                                           "', expected a name that is not one of those made for '" + other.name.text +
+                                           "'");
+            }
         }
     }
 }
@@ -169,6 +217,18 @@ void Checker::checkCycle(TypeDefinition const & type) {
         if (std::find(above.begin(), above.end(), entryOf(type)) != above.end()) {
             report(super.mark, "class '" + type.name.text + "': found superclass '" + super.text +
                                    "' that is a subclass of it, expected no cycle");
+        }
+    }
+}
+
+/// All that a program makes is an instance of a class of this kind.
+void Checker::checkRoots() {
+    for (TypeDefinition const & type : fDefinition.types) {
+        if (type.kind == TypeKind::Class && fDefinition.prefix.text != "ZEL" &&
+            !fCatalogue.isKindOf(entryOf(type), "ZEL.ClassObject")) {
+            report(type.superclasses.front().mark, "class '" + type.name.text + "': found superclass '" +
+                                                       type.superclasses.front().text +
+                                                       "', expected 'ZEL.ClassObject' or a subclass of it");
         }
     }
 }

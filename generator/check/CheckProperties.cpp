@@ -45,6 +45,11 @@ bool parseMultiplicity(std::string const & text, long & lower, long & upper) {
     return true;
 }
 
+bool Checker::isKindOf(Entry const & type, Entry const & other) const {
+    std::vector<Entry> const all = fCatalogue.closure(type);
+    return type == other || std::find(all.begin(), all.end(), other) != all.end();
+}
+
 std::vector<std::string> Checker::propertyNames(TypeDefinition const & type) const {
     std::vector<std::string> names;
     for (Entry const & entry : fCatalogue.closure(entryOf(type))) {
@@ -85,7 +90,9 @@ void Checker::checkProperty(TypeDefinition const & owner, PropertyDefinition con
     if (!type) {
         return;
     }
-    checkDefault(p, type);
+    checkValue(p.defaultValue, "default", type);
+    checkValue(p.fixed, "'fixed'", type);
+    checkNarrowing(owner, p, type);
     checkAssociation(owner, p);
     checkMaking(owner, p, type);
 }
@@ -105,8 +112,7 @@ void Checker::checkMultiplicity(PropertyDefinition const & p) {
     }
 }
 
-void Checker::checkDefault(PropertyDefinition const & p, Entry const & type) {
-    Word const & value = p.defaultValue;
+void Checker::checkValue(Word const & value, std::string const & what, Entry const & type) {
     if (value.empty()) {
         return;
     }
@@ -116,24 +122,24 @@ void Checker::checkDefault(PropertyDefinition const & p, Entry const & type) {
         for (Word const & literal : type.type->literals) {
             literals.push_back(literal.text);
         }
-        expectOneOf(value, "default", literals);
+        expectOneOf(value, what, literals);
     } else if (name == "ZEL.Boolean") {
-        expectFlag(value, "default");
+        expectFlag(value, what);
     } else if (name == "ZEL.Integer") {
         if (!isNumber(value.text.substr(value.text.rfind('-', 0) == 0 ? 1 : 0))) {
-            report(value.mark, "found default '" + value.text + "', expected a whole number");
+            report(value.mark, "found " + what + " '" + value.text + "', expected a whole number");
         }
     } else if (name == "ZEL.UnlimitedNatural") {
         if (value.text != "*" && !isNumber(value.text)) {
             report(value.mark,
-                   "found default '" + value.text + "', expected a whole number that is not negative, or *");
+                   "found " + what + " '" + value.text + "', expected a whole number that is not negative, or *");
         }
     } else if (name == "ZEL.Real" || name == "ZEL.Double" || name == "ZEL.Single") {
         if (!isFloating(value.text)) {
-            report(value.mark, "found default '" + value.text + "', expected a number");
+            report(value.mark, "found " + what + " '" + value.text + "', expected a number");
         }
     } else if (type.type->kind == TypeKind::Class) {
-        report(value.mark, "found default '" + value.text + "' of a class, expected none");
+        report(value.mark, "found " + what + " '" + value.text + "' of a class, expected none");
     }
 }
 
@@ -177,6 +183,13 @@ void Checker::checkOpposite(TypeDefinition const & owner, PropertyDefinition con
         report(p.opposite.mark, what + ": found opposite '" + p.opposite.text + "' whose own opposite is '" +
                                     other.property->opposite.text + "', expected '" + owner.name.text + '.' +
                                     p.name.text + "'");
+    } else if (Entry const type = fCatalogue.find(p.type.text, fDefinition);
+               type && !isKindOf(type, other.owner) && !isKindOf(other.owner, type)) {
+        report(p.type.mark, what + ": found type '" + p.type.text + "', expected '" + nameOf(other.owner) +
+                                "', which has the opposite");
+    } else if (hasFlag(*other.property, "composite") && (hasFlag(p, "composite") || isMany(p))) {
+        report(p.name.mark, what + ": found " + (isMany(p) ? "many values" : "the flag 'composite'") +
+                                ", expected a single value that is not composite: it is the container");
     } else if (other.property->association.text != p.association.text) {
         report(p.association.mark, what + ": found association '" + p.association.text + "', expected '" +
                                        other.property->association.text + "' as at its opposite");
@@ -200,6 +213,37 @@ void Checker::checkRedefinition(TypeDefinition const & owner, PropertyDefinition
     }
 }
 
+/// What redefines a property, by its name or by an entry, narrows its type.
+void Checker::checkNarrowing(TypeDefinition const & owner, PropertyDefinition const & p, Entry const & type) {
+    std::string const what = "property '" + owner.name.text + '.' + p.name.text + "'";
+    std::vector<Catalogue::PropertyEntry> redefined;
+    for (Entry const & entry : fCatalogue.closure(entryOf(owner))) {
+        if (entry.type != &owner) {
+            redefined.push_back({entry, ownProperty(*entry.type, p.name.text)});
+        }
+    }
+    if (Catalogue::PropertyEntry const other = fCatalogue.findProperty(p.redefines.text, fDefinition);
+        other && isMany(*other.property) == isMany(p)) {
+        redefined.push_back(other);
+    }
+    for (Catalogue::PropertyEntry const & other : redefined) {
+        if (!other) {
+            continue;
+        }
+        std::string const name = nameOf(other.owner) + '.' + other.property->name.text;
+        if (isMany(*other.property) != isMany(p)) {
+            report(p.name.mark, what + ": found another multiplicity than that of '" + name +
+                                    "', which it redefines, expected both single or both many");
+            return;
+        }
+        if (!isKindOf(type, typeOf(other))) {
+            report(p.type.mark, what + ": found type '" + p.type.text + "', expected '" + nameOf(typeOf(other)) +
+                                    "' or a subclass of it, as '" + name + "' has, which it redefines");
+            return;
+        }
+    }
+}
+
 void Checker::checkMaking(TypeDefinition const & owner, PropertyDefinition const & p, Entry const & type) {
     std::string const what = "property '" + owner.name.text + '.' + p.name.text + "'";
     bool const isClass = type.type->kind == TypeKind::Class;
@@ -214,10 +258,17 @@ void Checker::checkMaking(TypeDefinition const & owner, PropertyDefinition const
         derivedOnly(*p.viewOf, "view");
         if (p.viewOf->text != "containees") {
             checkView(owner, {*p.viewOf});
+            Catalogue::PropertyEntry const shown = fCatalogue.inClosure(entryOf(owner), p.viewOf->text);
+            if (shown && !isMany(*shown.property)) {
+                report(p.viewOf->mark, what + ": found a view of the single value '" + p.viewOf->text +
+                                           "', expected one of many, or a list of properties");
+            }
         }
     }
     checkDerivation(owner, p);
-    checkView(owner, p.view);
+    if (isMany(p)) {
+        checkUnion(owner, p.view, type);
+    }
     if (!p.fixed.empty() && p.body.text != "unimplemented") {
         report(p.fixed.mark, what + ": found 'fixed', expected 'body: unimplemented' with it");
     }
@@ -233,6 +284,10 @@ void Checker::checkMaking(TypeDefinition const & owner, PropertyDefinition const
         report(p.baseElement.mark,
                what +
                    ": found 'base_element', expected it on a single reference of a subclass of 'ZEL.StereotypeObject'");
+    }
+    if (type.type->name.text == "PropertyStorage" && p.hidden.text != "true") {
+        report(p.type.mark,
+               what + ": found type '" + p.type.text + "', which the metamodel keeps for itself, expected another one");
     }
     if (isMany(p) && !isClass && type.type->name.text != "String") {
         report(p.type.mark, what + ": found many values of '" + p.type.text + "', expected a class or ZEL.String");
@@ -272,6 +327,18 @@ void Checker::checkView(TypeDefinition const & owner, std::vector<Word> const & 
     }
 }
 
+void Checker::checkUnion(TypeDefinition const & owner, std::vector<Word> const & parts, Entry const & type) {
+    checkView(owner, parts);
+    for (Word const & part : parts) {
+        Catalogue::PropertyEntry const shown = fCatalogue.inClosure(entryOf(owner), part.text);
+        if (shown && typeOf(shown).type->kind == TypeKind::Class && !isKindOf(typeOf(shown), type)) {
+            report(part.mark, "class '" + owner.name.text + "': found property '" + part.text + "' of type '" +
+                                  shown.property->type.text + "' in a view, expected '" + nameOf(type) +
+                                  "' or a subclass of it");
+        }
+    }
+}
+
 void Checker::checkViews(TypeDefinition const & owner) {
     for (auto const & [name, parts] : owner.views) {
         Catalogue::PropertyEntry const found = fCatalogue.inClosure(entryOf(owner), name.text);
@@ -280,7 +347,9 @@ void Checker::checkViews(TypeDefinition const & owner) {
                                   "', expected a multi-valued property of a superclass" +
                                   suggestion(name.text, propertyNames(owner)));
         }
-        checkView(owner, parts);
+        if (found) {
+            checkUnion(owner, parts, typeOf(found));
+        }
     }
 }
 

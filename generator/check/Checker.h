@@ -18,6 +18,7 @@ public:
     void checkTypes();
     /// Superclasses: known, classes, without cycle. Nothing that walks a closure is safe before this.
     void checkInheritance();
+    void checkRoots();
     void checkRoles();
     void checkProperties();
     void checkOperations();
@@ -36,23 +37,37 @@ private:
     Entry expectType(Word const & name, std::string const & what);
     Entry expectClass(Word const & name, std::string const & what);
 
+    void checkNamespace();
     void checkUri(Word const & uri);
+    void checkGeneratedNames(TypeDefinition const & type);
     void checkLiterals(TypeDefinition const & type);
     void checkCycle(TypeDefinition const & type);
     void checkRole(Word const & name, std::string const & what, std::string const & base);
     void checkProperty(TypeDefinition const & owner, PropertyDefinition const & p);
     void checkMultiplicity(PropertyDefinition const & p);
-    void checkDefault(PropertyDefinition const & p, Entry const & type);
+    /// A text, of the entry `what`, that is to be a value of the type.
+    void checkValue(Word const & value, std::string const & what, Entry const & type);
     void checkAssociation(TypeDefinition const & owner, PropertyDefinition const & p);
     void checkOpposite(TypeDefinition const & owner, PropertyDefinition const & p);
     void checkRedefinition(TypeDefinition const & owner, PropertyDefinition const & p);
+    void checkNarrowing(TypeDefinition const & owner, PropertyDefinition const & p, Entry const & type);
     void checkMaking(TypeDefinition const & owner, PropertyDefinition const & p, Entry const & type);
     void checkDerivation(TypeDefinition const & owner, PropertyDefinition const & p);
     void checkView(TypeDefinition const & owner, std::vector<Word> const & parts);
+    /// The same; what is shown must be of the type.
+    void checkUnion(TypeDefinition const & owner, std::vector<Word> const & parts, Entry const & type);
     void checkViews(TypeDefinition const & owner);
     void checkSignature(OperationDefinition const & operation);
     void checkTwins(TypeDefinition const & type);
 
+    /// As the definition names it.
+    [[nodiscard]] std::string nameOf(Entry const & type) const {
+        return (type.home == &fDefinition ? "" : type.home->prefix.text + '.') + type.type->name.text;
+    }
+    [[nodiscard]] bool isKindOf(Entry const & type, Entry const & other) const;
+    [[nodiscard]] Entry typeOf(Catalogue::PropertyEntry const & p) const {
+        return fCatalogue.find(p.property->type.text, *p.owner.home);
+    }
     [[nodiscard]] Entry entryOf(TypeDefinition const & type) const { return {&fDefinition, &type}; }
     /// Names of all properties in the closure, for suggestions.
     [[nodiscard]] std::vector<std::string> propertyNames(TypeDefinition const & type) const;

@@ -79,6 +79,14 @@ $T$ $X$Intf::create$Y$(ZEL::Deviant deviant, ZEL::Integer const & id) {
                                    {{"T", c->type->cppName()}, {"X", of.name}, {"Y", c->name}});
         descriptors.push_back("&" + interfaceOf(*c) + "::descriptor()");
     }
+    std::string const classes = descriptors.empty()
+                                    ? "return {};"
+                                    : emission.print(R"(
+static ZEL::internal::ClassDescriptor const * const classes[] = {
+    $descriptors$};
+return classes;
+)",
+                                                     {{"descriptors", Printer::join(descriptors, ",\n")}});
     std::string const model = emission.metamodel.modelClass == nullptr
                                   ? ""
                                   : emission.print(R"(
@@ -103,9 +111,7 @@ namespace {
 
 /// The classes that `createFromString` knows.
 std::span<ZEL::internal::ClassDescriptor const * const> creatableClasses() {
-    static ZEL::internal::ClassDescriptor const * const classes[] = {
-        $descriptors$};
-    return classes;
+    $classes$
 }
 
 } // namespace
@@ -122,7 +128,7 @@ ZEL::ClassObject $X$Intf::createFromString(ZEL::Deviant deviant, ZEL::String con
     return ZEL::internal::createByName(*this, deviant, creatableClasses(), name, id);
 }
 )",
-               {{"T", of.type->cppName()}, {"X", of.name}, {"descriptors", Printer::join(descriptors, ",\n")}}) +
+               {{"T", of.type->cppName()}, {"X", of.name}, {"classes", classes}}) +
            creators;
 }
 

@@ -147,12 +147,18 @@ std::string Printer::comment(std::string_view mark, std::string_view text, std::
     std::istringstream words{std::string(text)};
     for (std::string word; words >> word;) {
         if (line.size() > mark.size() && indent + line.size() + 1 + word.size() > kColumns) {
-            result += line + '\n';
+            result += line + (line.back() == '\\' ? ".\n" : "\n");
             line = mark;
         }
         line += ' ' + word;
     }
-    return line.size() == mark.size() ? result : result + line + '\n';
+    if (line.size() == mark.size()) {
+        return result;
+    }
+    if (line.back() == '\\') {
+        line += '.'; // the next line is none of the comment
+    }
+    return result + line + '\n';
 }
 
 std::string Printer::quoted(std::string_view text) {

@@ -119,7 +119,73 @@ INSTANTIATE_TEST_SUITE_P(
              "  D: {superclasses: [ZEL.Parameter, C]}\n",
              "app.yaml:10:3: class 'D': found two properties 'direction', of 'Parameter' and 'C', expected the same "
              "type and "
+             "multiplicity"},
+        Case{"  A: {superclasses: [ZEL.Object]}\n",
+             "app.yaml:7:22: class 'A': found superclass 'ZEL.Object', expected 'ZEL.ClassObject' or a subclass of it"},
+        Case{"  Tables: {superclasses: [Base]}\n",
+             "app.yaml:7:3: found type 'Tables', expected a name that generated code does not use by itself"},
+        Case{"  app: {superclasses: [Base]}\n",
+             "app.yaml:7:3: found type 'app', expected a name that generated code does not use by itself"},
+        Case{"  BaseIntf: {superclasses: [Base]}\n",
+             "app.yaml:7:3: found type 'BaseIntf', expected a name that is not one of those made for 'Base'"},
+        Case{
+            "  A: {superclasses: [ZEL.Classifier], properties: {c: {type: Base, multiplicity: 0..*}}, views: {feature: "
+            "[c]}}\n",
+            "app.yaml:7:108: class 'A': found property 'c' of type 'Base' in a view, expected 'ZEL.Feature' or a "
+            "subclass of it"}));
+
+/// What is right as far as each property goes, and meets in the C++ of a class.
+class CheckedCode : public testing::TestWithParam<Case> {};
+
+TEST_P(CheckedCode, IsToldInTheDefinition) {
+    EXPECT_THAT(mistakesIn(withTypes(GetParam().types)), ElementsAre(GetParam().message));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Names, CheckedCode,
+    testing::Values(
+        Case{"  A: {superclasses: [ZEL.NamedElement], properties: {Name: {type: ZEL.String}}}\n",
+             "app.yaml:7:54: property 'A.Name': found the C++ operation 'getName' of property 'NamedElement.name', "
+             "expected another name"},
+        Case{"  A: {superclasses: [Base], properties: {item: {type: A, multiplicity: 0..*}, items: {type: A}}}\n",
+             "app.yaml:7:42: property 'A.item': found the C++ operation 'getItems' of property 'A.items', expected "
+             "another name"},
+        Case{"  A: {superclasses: [Base], properties: {x: {type: A}}}\n"
+             "  B: {superclasses: [Base], properties: {X: {type: A}}}\n"
+             "  C: {superclasses: [A, B]}\n"
+             "  D: {superclasses: [C]}\n",
+             "app.yaml:9:3: class 'C': found the C++ operation 'getX' of two properties, 'A.x' and 'B.X', expected it "
+             "of "
+             "one"},
+        Case{"  A: {superclasses: [Base], properties: {x: {type: A}}, operations: {hand: [A getX() const]}}\n",
+             "app.yaml:7:3: class 'A': found the operation 'getX' and one of the same name of property 'A.x', expected "
+             "another name for one of them"},
+        Case{"  A: {superclasses: [Base], operations: {hand: [void f(A x)]}}\n"
+             "  B: {superclasses: [A], operations: {hand: [void f()]}}\n",
+             "app.yaml:8:3: class 'B': found the operation 'f' with other parameters than in 'A', expected the same "
+             "ones or another name"},
+        Case{"  A: {superclasses: [Base], operations: {hand: [void f()]}}\n"
+             "  B: {superclasses: [Base], operations: {hand: [void f()]}}\n"
+             "  C: {superclasses: [A, B]}\n"
+             "  D: {superclasses: [C]}\n",
+             "app.yaml:9:3: class 'C': found the operation 'f' of 'A' and of 'B', expected one of its own"},
+        Case{"  A: {superclasses: [ZEL.Class, ZEL.Association]}\n",
+             "app.yaml:7:3: class 'A': found 'feature' made by 'Class' and by 'Association', expected one of its own "
+             "among its 'views'"},
+        Case{"  A: {superclasses: [Base], properties: {isX: {type: ZEL.Boolean, multiplicity: 1..1}}}\n"
+             "  B: {superclasses: [Base], properties: {isX: {type: ZEL.Boolean}}}\n"
+             "  C: {superclasses: [A, B]}\n",
+             "app.yaml:9:3: class 'C': found two properties 'isX', of 'A' and 'B', expected the same type and "
              "multiplicity"}));
+
+TEST(Check, AClassMaySayItselfWhatItsSuperclassesSayDifferently) {
+    EXPECT_THAT(mistakesIn(withTypes("  A: {superclasses: [ZEL.Class, ZEL.Association], views: {feature: "
+                                     "[ownedAttribute, ownedEnd]}}\n"
+                                     "  B: {superclasses: [Base], operations: {hand: [void f()]}}\n"
+                                     "  C: {superclasses: [Base], operations: {hand: [void f()]}}\n"
+                                     "  D: {superclasses: [B, C], operations: {hand: [void f()]}}\n")),
+                IsEmpty());
+}
 
 /// One property `p` of a class `A`, in line 8; its entries begin at column 10.
 class CheckedProperty : public testing::TestWithParam<Case> {};
@@ -180,6 +246,21 @@ INSTANTIATE_TEST_SUITE_P(
              "app.yaml:8:55: property 'A.p': found 'view' on a single value, expected it on many"},
         Case{"type: ZEL.Integer, multiplicity: 0..*",
              "app.yaml:8:15: property 'A.p': found many values of 'ZEL.Integer', expected a class or ZEL.String"},
+        Case{"type: ZEL.PropertyStorage", "app.yaml:8:15: property 'A.p': found type 'ZEL.PropertyStorage', which the "
+                                          "metamodel keeps for itself, expected another one"},
+        Case{"type: ZEL.Integer, flags: [derived], body: unimplemented, fixed: abc",
+             "app.yaml:8:74: found 'fixed' 'abc', expected a whole number"},
+        Case{"type: A, multiplicity: 0..*, flags: [derived], view: association",
+             "app.yaml:8:62: class 'A': property 'association' of a view not found"},
+        Case{"type: A, multiplicity: 0..*, flags: [derived], view: other",
+             "app.yaml:8:62: property 'A.p': found a view of the single value 'other', expected one of many, or a list "
+             "of properties"},
+        Case{"type: ZEL.Comment, redefines: ZEL.Type.package",
+             "app.yaml:8:15: property 'A.p': found type 'ZEL.Comment', expected 'ZEL.Package' or a subclass of it, as "
+             "'ZEL.Type.package' has, which it redefines"},
+        Case{"type: A}, name: {type: ZEL.String, multiplicity: 0..*",
+             "app.yaml:8:19: property 'A.name': found another multiplicity than that of 'ZEL.NamedElement.name', which "
+             "it redefines, expected both single or both many"},
         Case{"type: A, base_element: true",
              "app.yaml:8:32: property 'A.p': found 'base_element', expected it on a single reference of a subclass of "
              "'ZEL.StereotypeObject'"}));
@@ -191,6 +272,19 @@ TEST(Check, AnAssociationHasOneNameAtBothEnds) {
                              "    q: {type: A, association: A_2, opposite: A.p}}}\n")),
         ElementsAre("app.yaml:8:31: property 'A.p': found association 'A_1', expected 'A_2' as at its opposite",
                     "app.yaml:9:31: property 'A.q': found association 'A_2', expected 'A_1' as at its opposite"));
+}
+
+TEST(Check, TheOppositeOfACompositionIsTheContainer) {
+    EXPECT_THAT(
+        mistakesIn(withTypes("  A: {superclasses: [Base], properties: {\n"
+                             "    p: {type: A, flags: [composite], association: A_1, opposite: A.q},\n"
+                             "    q: {type: A, multiplicity: 0..*, association: A_1, opposite: A.p},\n"
+                             "    r: {type: Base, association: A_2, opposite: A.s},\n"
+                             "    s: {type: Maker, association: A_2, opposite: A.r}}}\n")),
+        ElementsAre(
+            "app.yaml:9:5: property 'A.q': found many values, expected a single value that is not composite: it "
+            "is the container",
+            "app.yaml:11:15: property 'A.s': found type 'Maker', expected 'A', which has the opposite"));
 }
 
 TEST(Check, PropertiesLeaveTheOperationsOfHandlesAlone) {

@@ -34,6 +34,13 @@ TEST(Printer, TheNamespacesOfTheFileAreDroppedAndNoOthers) {
 
 TEST(Printer, TextsBecomeLiterals) { EXPECT_EQ(Printer::quoted("a \"b\" \\ \n"), R"("a \"b\" \\ \n")"); }
 
+TEST(Printer, NoLineOfACommentRunsIntoTheNext) {
+    EXPECT_EQ(Printer::comment("//", "a path C:\\dir\\", 4), "// a path C:\\dir\\.\n");
+    std::string const word(100, 'w');
+    EXPECT_EQ(Printer::comment("//", word + "\\ " + word, 4), "// " + word + "\\.\n// " + word + "\n");
+    EXPECT_EQ(Printer::comment("//", " ", 4), "");
+}
+
 TEST(Fit, LongOneLineBodiesAndArgumentListsAreBroken) {
     std::string const name(60, 'f');
     EXPECT_EQ(fitted("    int " + name + "(int value) const { return " + name + "(value); }\n"),

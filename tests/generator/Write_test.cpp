@@ -117,6 +117,9 @@ TEST_F(Write, TheRuleForTheBuildNamesAllInputs) {
     options.inputs = {"app.yaml", "zel.yaml"};
     run("");
     EXPECT_EQ(read("app.d"), (folder / "app_bootstrap.cpp").string() + ": app.yaml zel.yaml\n");
+    options.depfileTarget = "app.stamp";
+    run("");
+    EXPECT_EQ(read("app.d"), "app.stamp: app.yaml zel.yaml\n");
 }
 
 } // namespace

@@ -291,8 +291,9 @@ void NaiveModel::setContainer(std::string const & name, int object, int containe
                 write(name, container).lists[rule.property].push_back(object);
             }
         } else {
+            // It can be there already where a deviant and the root have combined to ends out of step.
             int const displaced = referenceIn(read(name, container), rule.property);
-            if (displaced != kNothing) {
+            if (displaced != kNothing && displaced != object) {
                 unparentOnly(name, displaced);
             }
             write(name, container).references[rule.property] = object;

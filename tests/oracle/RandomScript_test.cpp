@@ -104,7 +104,7 @@ TEST_F(RandomScriptLong, KernelShowsWhatTheNaiveModelShowsAfterEachStep) { runSc
 // Seeds that have found a difference once.
 TEST_F(RandomScript, SeedsThatFailedOncePass) {
     PhaseCounts counts;
-    for (std::uint32_t const seed : {7U, 25U}) {
+    for (std::uint32_t const seed : {7U, 25U, 1126U}) {
         std::string const problems = problemsOf(seed, kStepsOfAModel, counts);
         EXPECT_TRUE(problems.empty()) << problems;
     }

@@ -46,8 +46,7 @@ public:
     [[nodiscard]] ReadReport const & report() const noexcept { return fReport; }
 
 private:
-    /// A value of the links of one object that keep two ends in step: what came of it, in the order of the file.
-    /// What one end of an object lists in a file, where the other end may stand in the file too.
+    /// What an object lists in a file at one end of links, in one go, where the other end may stand in the file too.
     struct LinkRun {
         ClassObject object;
         MetaProperty const * property = nullptr;
@@ -118,7 +117,9 @@ private:
     bool setLink(ClassObject const & object, MetaProperty const & property, ClassObject const & target);
     void reportUnresolved(PendingLink const & link);
     void noteEnd(PendingLink const & link, ClassObject const & target);
-    void restoreEnd(LinkRun const & run);
+    void restoreEnds();
+    static void restoreEnd(ClassObject const & object, MetaProperty const & property,
+                           std::vector<ClassObject> const & listed);
 
     // --- other files (XmiReaderImplFiles.cpp) ------------------------------------------------------------------------
     /// The URI, without fragment, of the file that a link leads to, which has been read then as far as it is to be read;

@@ -15,6 +15,8 @@
 #include <hasp_util/Uri.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <functional>
 #include <unordered_set>
 #include <utility>
 
@@ -72,9 +74,7 @@ void XmiReaderImpl::resolveReferences() {
             resolveReference(file, link, scratch);
         }
     }
-    for (LinkRun const & run : fLinkRuns) {
-        restoreEnd(run);
-    }
+    restoreEnds();
 }
 
 void XmiReaderImpl::resolveReference(FileModel & file, PendingLink const & link, Reference & scratch) {
@@ -183,26 +183,52 @@ void XmiReaderImpl::noteEnd(PendingLink const & link, ClassObject const & target
     ++fLinkRuns.back().count;
 }
 
-void XmiReaderImpl::restoreEnd(LinkRun const & run) {
-    PropertyStorage const & storage = run.property->storage;
-    if (!run.property->isMany) {
-        ClassObject const & last = fLinkTargets[run.firstTarget + run.count - 1];
-        if (storage.getOne(run.object) != last) {
-            storage.setOrAddEndOnly(run.object, last);
+void XmiReaderImpl::restoreEnds() {
+    std::vector<LinkRun const *> runs;
+    runs.reserve(fLinkRuns.size());
+    for (LinkRun const & run : fLinkRuns) {
+        runs.push_back(&run);
+    }
+    // What a file lists of one end may stand apart, with links of contained objects in between. Which end goes first does
+    // not matter: none touches another.
+    auto const endOf = [](LinkRun const * run) {
+        return std::pair(run->property, run->object.getImplementationWithoutAssert());
+    };
+    std::stable_sort(runs.begin(), runs.end(), [&](LinkRun const * left, LinkRun const * right) {
+        return std::less<>()(endOf(left), endOf(right));
+    });
+    std::vector<ClassObject> listed;
+    for (auto run = runs.begin(); run != runs.end();) {
+        LinkRun const & end = **run;
+        listed.clear();
+        for (; run != runs.end() && endOf(*run) == endOf(&end); ++run) {
+            auto const first = fLinkTargets.begin() + static_cast<std::ptrdiff_t>((*run)->firstTarget);
+            listed.insert(listed.end(), first, first + static_cast<std::ptrdiff_t>((*run)->count));
+        }
+        restoreEnd(end.object, *end.property, listed);
+    }
+}
+
+void XmiReaderImpl::restoreEnd(ClassObject const & object, MetaProperty const & property,
+                               std::vector<ClassObject> const & listed) {
+    PropertyStorage const & storage = property.storage;
+    if (!property.isMany) {
+        if (storage.getOne(object) != listed.back()) {
+            storage.setOrAddEndOnly(object, listed.back());
         }
         return;
     }
-    std::vector<Object> const present = storage.get(run.object).toVector();
+    std::vector<Object> const present = storage.get(object).toVector();
     std::vector<Object> wanted;
-    std::unordered_set<NSInterface::ObjectIntf const *> listed;
-    for (std::size_t i = run.firstTarget; i < run.firstTarget + run.count; ++i) {
-        if (listed.insert(fLinkTargets[i].getImplementation()).second) {
-            wanted.emplace_back(fLinkTargets[i]);
+    std::unordered_set<NSInterface::ObjectIntf const *> seen;
+    for (ClassObject const & target : listed) {
+        if (seen.insert(target.getImplementation()).second) {
+            wanted.emplace_back(target);
         }
     }
     // What the file does not list here comes last, as it stands.
     for (Object const & value : present) {
-        if (listed.count(value.getImplementation()) == 0) {
+        if (seen.count(value.getImplementation()) == 0) {
             wanted.push_back(value);
         }
     }
@@ -210,10 +236,10 @@ void XmiReaderImpl::restoreEnd(LinkRun const & run) {
         return;
     }
     for (std::size_t i = 0; i < present.size(); ++i) {
-        storage.removeOneEndOnly(run.object);
+        storage.removeOneEndOnly(object);
     }
     for (Object const & value : wanted) {
-        storage.setOrAddEndOnly(run.object, value);
+        storage.setOrAddEndOnly(object, value);
     }
 }
 

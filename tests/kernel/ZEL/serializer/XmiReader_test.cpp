@@ -216,6 +216,15 @@ TEST_F(Reading, KeepsTheOrderOfBothEndsOfALink) {
     EXPECT_THAT(names(classNamed(model, "D").getSuperClasses()), ElementsAre("A", "B"));
 }
 
+TEST_F(Reading, KeepsTheOrderOfAnEndThatStandsInSeveralPlaces) {
+    MetaModel const model =
+        readModel(element("Class", 3, "name=\"A\"") + element("Class", 4, "name=\"B\"") +
+                  element("Class", 5, "name=\"C\" superClass=\"" + id(4) + "\"",
+                          attribute(6, "association=\"" + id(7) + "\"") + "<superClass xmi:idref=\"" + id(3) + "\"/>") +
+                  element("Association", 7, "memberEnd=\"" + id(6) + "\""));
+    EXPECT_THAT(names(classNamed(model, "C").getSuperClasses()), ElementsAre("B", "A"));
+}
+
 TEST_F(Reading, FollowsLinksByElementAndByFragment) {
     MetaModel const model =
         readModel(element("Class", 5, "name=\"A\"",

@@ -205,17 +205,21 @@ std::string ObjectContexts::externalReference(ImmutableModel const & model, std:
 
 std::string ObjectContexts::idOf(ImmutableClassObject const & object) {
     internal::BodyCore const & body = *object.getImplementation()->internal_body();
+    internal::ModelCore const * const model = body.internal_model();
+    // A model's own id has no number behind it, though its last part may look like one.
+    if (model == nullptr || static_cast<internal::BodyCore const *>(model) == &body) {
+        return plainIdOf(object);
+    }
     std::string const number = std::to_string(body.internal_id());
-    if (body.internal_model() == nullptr || body.internal_model() != fIdModel) {
+    if (model != fIdModel) {
         std::string text = plainIdOf(object);
-        // A model's own id has no number behind it.
         if (text.ends_with("_" + number)) {
-            fIdModel = body.internal_model();
+            fIdModel = model;
             fIdPrefix = text.substr(0, text.size() - number.size());
         }
         return text;
     }
-    return static_cast<internal::BodyCore const *>(fIdModel) == &body ? plainIdOf(object) : fIdPrefix + number;
+    return fIdPrefix + number;
 }
 
 void ObjectContexts::selectModel(ObjectView const & object) {

@@ -446,6 +446,11 @@ TEST_F(XmiWriterTest, TemporaryFileIsNeverALink) {
     EXPECT_FALSE(std::filesystem::exists(folder.path("m.xmi")));
 }
 
+TEST_F(XmiWriterTest, UuidThatEndsLikeAnIdStaysWhole) {
+    model.setUuidBase("lib_1");
+    EXPECT_THAT(written(), testing::HasSubstr("<topPackage xmi:id=\"_zel_lib_1_2\""));
+}
+
 TEST_F(XmiWriterTest, SettingsAndUriOfTheModelAreUsed) {
     XmiWriterSettings settings;
     settings.setXmiVersion("9.9");
@@ -456,6 +461,20 @@ TEST_F(XmiWriterTest, SettingsAndUriOfTheModelAreUsed) {
     EXPECT_THAT(folder.content("own.xmi"), testing::HasSubstr(R"(xmi:version="9.9")"));
     EXPECT_TRUE(XmiWriter().write(folder.path("own.xmi"), model));
     EXPECT_THAT(folder.content("own.xmi"), testing::HasSubstr(R"(xmi:version="2.1")"));
+}
+
+TEST_F(XmiWriterTest, OtherDialectsHaveNoHeadAndLeaveAModelOfAnotherMetamodelAsItIs) {
+    for (XmiFormat const format : {XmiFormat::MagicDraw, XmiFormat::Rhapsody}) {
+        XmiWriterSettings settings;
+        settings.setOutputFormat(format);
+        EXPECT_EQ(written(XmiWriter(settings)), filled(R"(<?xml version="1.0" encoding="iso8859-1"?>
+<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:ZEL="http://schema.omg.org/spec/MOF/2.0">
+  <ZEL:MetaModel xmi:id="@1" uri="@2">
+    <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="p"/>
+  </ZEL:MetaModel>
+</xmi:XMI>
+)")) << format.toString();
+    }
 }
 
 } // namespace

@@ -6,15 +6,25 @@
 #include <utility>
 
 namespace ZEL::Serializer {
+namespace {
 
-bool TransformerRegistry::holds(Transformer const * transformer) const noexcept {
-    return std::any_of(fTransformers.begin(), fTransformers.end(),
-                       [=](auto const & held) { return held.get() == transformer; });
+auto holds(Transformer const * transformer) {
+    return [=](std::shared_ptr<Transformer> const & held) { return held.get() == transformer; };
+}
+
+} // namespace
+
+std::shared_ptr<TransformerRegistry::Transformers const> TransformerRegistry::present() const noexcept {
+    static Transformers const none;
+    // Without an owner: nothing to count.
+    return fTransformers != nullptr ? fTransformers
+                                    : std::shared_ptr<Transformers const>(std::shared_ptr<void>(), &none);
 }
 
 void TransformerRegistry::addTransformer(Transformer * transformer) {
     // Asked before the pointer gets an owner: a second owner would delete it a second time.
-    if (!holds(transformer)) {
+    auto const transformers = present();
+    if (std::none_of(transformers->begin(), transformers->end(), holds(transformer))) {
         addTransformer(std::shared_ptr<Transformer>(transformer));
     }
 }
@@ -23,46 +33,51 @@ void TransformerRegistry::addTransformer(std::shared_ptr<Transformer> transforme
     if (transformer == nullptr) {
         raiseAnInternalError();
     }
-    if (!holds(transformer.get())) {
-        fTransformers.push_back(std::move(transformer));
+    auto const transformers = present();
+    if (std::none_of(transformers->begin(), transformers->end(), holds(transformer.get()))) {
+        auto changed = std::make_shared<Transformers>(*transformers);
+        changed->push_back(std::move(transformer));
+        fTransformers = std::move(changed);
     }
 }
 
 void TransformerRegistry::removeTransformer(Transformer const * transformer) {
-    std::erase_if(fTransformers, [=](auto const & held) { return held.get() == transformer; });
+    auto changed = std::make_shared<Transformers>(*present());
+    std::erase_if(*changed, holds(transformer));
+    fTransformers = std::move(changed);
 }
 
 ContextSequence TransformerRegistry::apply(ContextSequence sequence) const {
-    for (auto const & transformer : fTransformers) {
+    auto const transformers = present();
+    for (auto const & transformer : *transformers) {
         sequence = transformer->apply(std::move(sequence));
     }
     return sequence;
 }
 
 ContextSequence TransformerRegistry::preApply(ContextSequence const & sequence) const {
-    if (fTransformers.empty()) {
-        return sequence;
-    }
-    ContextSequence result = fTransformers.front()->preApply(sequence);
-    for (std::size_t i = 1; i < fTransformers.size(); ++i) {
-        result = fTransformers[i]->preApply(result);
-    }
-    return result;
+    return generate(sequence, &Transformer::preApply);
 }
 
 ContextSequence TransformerRegistry::postApply(ContextSequence const & sequence) const {
-    if (fTransformers.empty()) {
+    return generate(sequence, &Transformer::postApply);
+}
+
+ContextSequence TransformerRegistry::generate(ContextSequence const & sequence, Pass pass) const {
+    auto const transformers = present();
+    if (transformers->empty()) {
         return sequence;
     }
-    ContextSequence result = fTransformers.front()->postApply(sequence);
-    for (std::size_t i = 1; i < fTransformers.size(); ++i) {
-        result = fTransformers[i]->postApply(result);
+    ContextSequence result = (*transformers->front().*pass)(sequence);
+    for (std::size_t i = 1; i < transformers->size(); ++i) {
+        result = (*(*transformers)[i].*pass)(result);
     }
     return result;
 }
 
 void TransformerRegistry::onCreate(Context const & context, ClassObject const & object) const {
-    for (auto const & transformer : fTransformers) {
+    auto const transformers = present();
+    for (auto const & transformer : *transformers) {
         transformer->onCreate(context, object);
     }
 }
@@ -70,7 +85,8 @@ void TransformerRegistry::onCreate(Context const & context, ClassObject const & 
 std::vector<LinkedElement> TransformerRegistry::resolveReference(std::string const & uri,
                                                                  Reference const & reference) const {
     std::vector<LinkedElement> links;
-    for (auto const & transformer : fTransformers) {
+    auto const transformers = present();
+    for (auto const & transformer : *transformers) {
         LinkedElement link = transformer->resolveReference(uri, reference);
         if (link.isValid()) {
             links.push_back(std::move(link));
@@ -80,13 +96,15 @@ std::vector<LinkedElement> TransformerRegistry::resolveReference(std::string con
 }
 
 void TransformerRegistry::postTransform(Model const & model) const {
-    for (auto const & transformer : fTransformers) {
+    auto const transformers = present();
+    for (auto const & transformer : *transformers) {
         transformer->postTransform(model);
     }
 }
 
 void TransformerRegistry::setSerializePhase(bool serialize) const {
-    for (auto const & transformer : fTransformers) {
+    auto const transformers = present();
+    for (auto const & transformer : *transformers) {
         transformer->setSerializePhase(serialize);
     }
 }

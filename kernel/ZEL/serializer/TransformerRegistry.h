@@ -21,7 +21,8 @@ struct Reference;
 /// The Transformers of a run, in order; each takes what the one before it gave.
 ///
 /// Owns what it holds: a Transformer given by raw pointer is deleted when it is removed or the registry is cleared.
-/// Give a shared pointer to keep it. One Transformer must not be given by raw pointer to two registries.
+/// Give a shared pointer to keep it. One Transformer must not be given by raw pointer to two registries. Rules and hooks
+/// may add and remove Transformers: that counts from the next call on.
 class ZEL_API TransformerRegistry {
 public:
     /// Appends. A Transformer that is held already is not added again; a null pointer raises "An Internal Error has
@@ -30,8 +31,8 @@ public:
     void addTransformer(std::shared_ptr<Transformer> transformer);
     /// Nothing if it is not held.
     void removeTransformer(Transformer const * transformer);
-    void clear() noexcept { fTransformers.clear(); }
-    [[nodiscard]] bool empty() const noexcept { return fTransformers.empty(); }
+    void clear() noexcept { fTransformers.reset(); }
+    [[nodiscard]] bool empty() const noexcept { return fTransformers == nullptr || fTransformers->empty(); }
 
     [[nodiscard]] ContextSequence apply(ContextSequence sequence) const;
     [[nodiscard]] ContextSequence preApply(ContextSequence const & sequence) const;
@@ -45,9 +46,14 @@ public:
     void setSerializePhase(bool serialize) const;
 
 private:
-    [[nodiscard]] bool holds(Transformer const * transformer) const noexcept;
+    using Transformers = std::vector<std::shared_ptr<Transformer>>;
+    using Pass = ContextSequence (Transformer::*)(ContextSequence const &);
 
-    std::vector<std::shared_ptr<Transformer>> fTransformers;
+    /// The Transformers as they are now. They stay so, and alive, as long as the pointer is kept. Never null.
+    [[nodiscard]] std::shared_ptr<Transformers const> present() const noexcept;
+    [[nodiscard]] ContextSequence generate(ContextSequence const & sequence, Pass pass) const;
+
+    std::shared_ptr<Transformers const> fTransformers; ///< null for none
 };
 
 } // namespace ZEL::Serializer

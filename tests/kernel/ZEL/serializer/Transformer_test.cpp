@@ -301,5 +301,27 @@ TEST(TransformerRegistry, OwnsWhatItIsGivenByRawPointer) {
     EXPECT_EQ(died, "abc");
 }
 
+TEST(TransformerRegistry, MayBeChangedByTheRulesOfItsTransformers) {
+    TransformerRegistry registry;
+    auto * const first = new Rules;
+    std::string died;
+    first->name = "first";
+    first->died = &died;
+    first->addTransform(role("a"), [&](Context const & context) {
+        for (int i = 0; i < 9; ++i) {
+            auto more = std::make_shared<Rules>();
+            more->addTransform(role("a"), give({attribute("b", "1")}));
+            registry.addTransformer(more);
+        }
+        registry.removeTransformer(first);
+        EXPECT_EQ(died, "") << "it is still at work";
+        return ContextSequence(context);
+    });
+    registry.addTransformer(first);
+    EXPECT_EQ(textOf(registry.apply(attribute("a"))), "a=");
+    EXPECT_EQ(died, "first");
+    EXPECT_EQ(textOf(registry.apply(attribute("a"))), "b=1");
+}
+
 } // namespace
 } // namespace ZEL::Serializer

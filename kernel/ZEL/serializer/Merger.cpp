@@ -29,8 +29,17 @@ Merger::Merger() : fMetaClasses(std::make_shared<MetaClassCache>()) {}
 
 Merger::Merger(Model const & model) : Merger() { addReferredModel(model); }
 
-Merger::Merger(Merger const & other) = default;
-Merger & Merger::operator=(Merger const & other) = default;
+// Each has a cache of its own: the end of one's run empties it.
+Merger::Merger(Merger const & other) : Merger() { *this = other; }
+
+Merger & Merger::operator=(Merger const & other) {
+    fReferredModels = other.fReferredModels;
+    fCollectedObjects = other.fCollectedObjects;
+    fFactoryCache = other.fFactoryCache;
+    fOpen = other.fOpen;
+    return *this;
+}
+
 Merger::~Merger() = default;
 
 std::string Merger::getExternalId(ClassObject object) { return XmiConstants::ZEL_ID_PREFIX + object.getSiid().str(); }

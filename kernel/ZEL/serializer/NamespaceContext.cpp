@@ -19,10 +19,11 @@ NamespaceContext::Bindings & NamespaceContext::own() {
 
 void NamespaceContext::addNamespace(std::string const & prefix, std::string const & uri) {
     Bindings & bindings = own();
-    if (prefix == XmlConstants::XMLNS_ATTRIBUTE) {
-        bindings.erase(prefix);
+    // Entered first: the arguments may be texts of the binding that goes.
+    auto const added = bindings.emplace(prefix, uri);
+    if (added->first == XmlConstants::XMLNS_ATTRIBUTE) {
+        bindings.erase(bindings.lower_bound(added->first), added);
     }
-    bindings.emplace(prefix, uri);
 }
 
 void NamespaceContext::removeNamespace(std::string const & prefix) { own().erase(prefix); }

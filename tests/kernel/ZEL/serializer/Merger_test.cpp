@@ -5,6 +5,7 @@
 #include <ZEL/Exception.h>
 #include <ZEL/Integer.h>
 #include <ZEL/metamodel/Comment.h>
+#include <ZEL/serializer/Transformer.h>
 #include <ZEL/serializer/XmiWriter.h>
 
 namespace ZEL::Serializer::Test {
@@ -326,6 +327,27 @@ TEST_F(Merging, GoesThroughTheHooksOfASubclass) {
     EXPECT_EQ(a, named(model, "A"));
     EXPECT_TRUE(classNamed(model, "P").isValid());
     EXPECT_THAT(calls, ElementsAre("initialize", "make P", "teardown", "abort")) << "an abort follows a teardown too";
+}
+
+/// Calls a function at each completed object.
+class AtCreation : public Transformer {
+public:
+    explicit AtCreation(boost::function<void()> const & call) {
+        setOnCreate([call](Context const &, ClassObject const &) { call(); });
+    }
+};
+
+TEST_F(Merging, ByACopyInBetweenLeavesTheOriginalAtWork) {
+    auto const original = std::make_shared<Merger>();
+    std::string const inner = file("inner.xmi", document(ReaderTest::model("", "inner")));
+    reader.setMerger(original);
+    reader.addTransformer(new AtCreation([&, idle = Merger(*original)] {
+        XmiReader other;
+        other.setMerger(std::make_shared<Merger>(idle));
+        EXPECT_TRUE(other.read(inner).isValid());
+    }));
+    MetaModel const model = readModel(element("Class", 3, "name=\"A\"", attribute(4, "type=\"" + id(3) + "\"")));
+    EXPECT_EQ("A", classNamed(model, "A").getOwnedAttributes().at(0).getType().getName().str());
 }
 
 TEST_F(Merging, WorksInADeviantAndLeavesTheRootAlone) {

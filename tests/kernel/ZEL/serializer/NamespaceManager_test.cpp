@@ -41,6 +41,9 @@ TEST(NamespaceContext, SecondDefaultNamespaceReplacesTheFirst) {
     context.addNamespace("xmlns", "u1");
     context.addNamespace("xmlns", "u2");
     EXPECT_EQ(context.defaultNamespace(), "u2");
+    context.addNamespace("xmlns", "a text that is too long to lie in the string itself");
+    context.addNamespace("xmlns", context.defaultNamespace());
+    EXPECT_EQ(context.defaultNamespace(), "a text that is too long to lie in the string itself");
     context.removeNamespace("xmlns");
     EXPECT_EQ(context.defaultNamespace(), "");
 }

@@ -61,7 +61,7 @@ void BindTagToName(char const * name, ClassInfo const & info) {
 }
 
 std::pair<char const *, ClassInfo> GetTagFromName(char const * name) {
-    auto const found = names().find(std::string_view(name));
+    auto const found = name != nullptr ? names().find(std::string_view(name)) : names().end();
     if (found == names().end()) {
         return {nullptr, ClassInfo()};
     }

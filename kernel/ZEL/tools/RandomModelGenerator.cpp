@@ -247,10 +247,8 @@ void RandomModelGenerator::rememberObject(ClassObject const & object) {
 
 void RandomModelGenerator::createCompositionAssociationMetaPropertyVectors(
     ImmutableClass const & metaClass, ImmutableSequence<ImmutableProperty> const & properties) {
-    HASP::GList<int> & compositions = fCompositionVectors[metaClass];
-    HASP::GList<int> & associations = fAssociationVectors[metaClass];
-    compositions.clear();
-    associations.clear();
+    HASP::GList<int> compositions;
+    HASP::GList<int> associations;
     int position = -1;
     for (ImmutableProperty const & property : properties.toVector()) {
         ++position;
@@ -271,6 +269,8 @@ void RandomModelGenerator::createCompositionAssociationMetaPropertyVectors(
             associations.append(position);
         }
     }
+    fCompositionVectors[metaClass] = compositions;
+    fAssociationVectors[metaClass] = associations;
 }
 
 HASP::GList<int> const &

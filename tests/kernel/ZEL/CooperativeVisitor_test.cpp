@@ -65,9 +65,11 @@ TEST(CooperativeVisitor, ANameIsFoundWithColonsAndWithDots) {
         EXPECT_STREQ(name, stored);
         EXPECT_EQ(info, found);
     }
-    auto const [stored, found] = internal::GetTagFromName("Test::Inner");
-    EXPECT_EQ(nullptr, stored);
-    EXPECT_EQ(ClassInfo(), found);
+    for (char const * const name : {"Test::Inner", static_cast<char const *>(nullptr)}) {
+        auto const [stored, found] = internal::GetTagFromName(name);
+        EXPECT_EQ(nullptr, stored);
+        EXPECT_EQ(ClassInfo(), found);
+    }
 }
 
 TEST(CooperativeVisitor, CastGivesTheAddressOfThePartOrNull) {

@@ -208,6 +208,8 @@ TEST(RandomModelGenerator, WhatTheMetamodelLacksIsTold) {
 
     EXPECT_RAISES("Property kind has no type",
                   generator.createCompositionAssociationMetaPropertyVectors(owner, owner.getOwnedAttributes()));
+    EXPECT_RAISES("Property kind has no type",
+                  generator.getAssociationMetaPropertyVector(owner, owner.getOwnedAttributes()));
 
     Enumeration const enumeration = model.factory.createEnumeration();
     enumeration.setName("Kind");

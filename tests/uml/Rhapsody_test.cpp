@@ -304,6 +304,12 @@ TEST_F(RhapsodyFile, KeepsDataTypesInTheirComponentsWithoutAPlaceForThem) {
         {"a port without a type", package + component("3", dataType + untyped) + "</packagedElement>", ""},
         {"a port in a component that is left out",
          package + component("3", dataType) + component("4", port) + "</packagedElement>", adapter},
+        {"a port deeper in a component that is left out",
+         package + component("3", dataType) +
+             component("4",
+                       R"(<nestedClassifier xmi:type="uml:Component" xmi:id="@1_5">)" + port + "</nestedClassifier>") +
+             "</packagedElement>",
+         adapter},
     };
     for (Row const & row : rows) {
         std::string const text = converted(row.content, row.instances);

@@ -82,8 +82,7 @@ void ImplicitTypeReadTransforms::complete(Context & element, Element const & par
         }
     }
     if (property->isComposite && property->isDerived) {
-        MetaClasses::MetaClass const * const part = fClasses->find(element.getType());
-        MetaClasses::Property const * const place = part != nullptr ? owner->placeFor(part->handle) : nullptr;
+        MetaClasses::Property const * const place = fClasses->placeFor(parent.newType, element.getType());
         if (place != nullptr) {
             element.setRole({}, place->name);
         }

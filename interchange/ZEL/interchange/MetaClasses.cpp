@@ -24,17 +24,9 @@ ImmutableClass classOf(Serializer::QualifiedName name) {
     return ImmutableClass(metaModel.getTopPackage().getOwnedTypeByName(String(name.getName())));
 }
 
-} // namespace
-
-MetaClasses::Property const * MetaClasses::MetaClass::find(std::string const & name) const {
-    auto const found = std::find_if(properties.begin(), properties.end(),
-                                    [&](Property const & property) { return property.name == name; });
-    return found == properties.end() ? nullptr : &*found;
-}
-
-MetaClasses::Property const * MetaClasses::MetaClass::placeFor(ImmutableClass const & part) const {
-    Property const * single = nullptr;
-    for (Property const & property : properties) {
+MetaClasses::Property const * searchPlace(MetaClasses::MetaClass const & owner, ImmutableClass const & part) {
+    MetaClasses::Property const * single = nullptr;
+    for (MetaClasses::Property const & property : owner.properties) {
         if (property.isComposite && !property.isDerived && inherits(part, ImmutableClass(property.type))) {
             if (property.isMany) {
                 return &property;
@@ -43,6 +35,14 @@ MetaClasses::Property const * MetaClasses::MetaClass::placeFor(ImmutableClass co
         }
     }
     return single;
+}
+
+} // namespace
+
+MetaClasses::Property const * MetaClasses::MetaClass::find(std::string const & name) const {
+    auto const found = std::find_if(properties.begin(), properties.end(),
+                                    [&](Property const & property) { return property.name == name; });
+    return found == properties.end() ? nullptr : &*found;
 }
 
 MetaClasses::MetaClass const * MetaClasses::find(Serializer::QualifiedName name) {
@@ -60,6 +60,18 @@ MetaClasses::MetaClass const * MetaClasses::find(Serializer::QualifiedName name)
         }
     }
     return metaClass.handle.isValid() ? &metaClass : nullptr;
+}
+
+MetaClasses::Property const * MetaClasses::placeFor(Serializer::QualifiedName owner, Serializer::QualifiedName part) {
+    auto const [entry, isNew] = fPlaces.try_emplace({owner, part}, nullptr);
+    if (isNew) {
+        MetaClass const * const ownerClass = find(owner);
+        MetaClass const * const partClass = find(part);
+        if (ownerClass != nullptr && partClass != nullptr) {
+            entry->second = searchPlace(*ownerClass, partClass->handle);
+        }
+    }
+    return entry->second;
 }
 
 } // namespace ZEL::Interchange

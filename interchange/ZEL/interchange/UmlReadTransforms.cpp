@@ -13,7 +13,7 @@ using Serializer::QualifiedName;
 
 namespace {
 
-/// Of numbers and dots alone, beginning with the number of UML's second generation or any other.
+/// Of digits and dots alone.
 bool isVersion(std::string_view text) {
     return !text.empty() &&
            std::all_of(text.begin(), text.end(), [](char c) { return c == '.' || (c >= '0' && c <= '9'); });

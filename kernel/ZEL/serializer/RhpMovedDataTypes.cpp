@@ -1,8 +1,6 @@
 #include <ZEL/serializer/RhpMovedDataTypes.h>
 #include <ZEL/serializer/XmiConstants.h>
 
-#include <algorithm>
-
 namespace ZEL::Serializer {
 namespace {
 
@@ -51,19 +49,21 @@ void RhpMovedDataTypes::endType() {
     fPath.clear();
 }
 
-void RhpMovedDataTypes::endComponent() {
-    if (!fComponents.empty()) {
-        fComponents.pop_back();
-    }
+void RhpMovedDataTypes::beginComponent(std::string const & id) {
+    fComponents.push_back({id, fCurrent, false});
+    fCurrent = fComponents.size() - 1;
 }
 
-void RhpMovedDataTypes::notePort() { fPlaces.insert(fComponents); }
-
 bool RhpMovedDataTypes::havePlace(std::set<std::string> const & droppedIds) const {
-    return std::any_of(fPlaces.begin(), fPlaces.end(), [&](std::vector<std::string> const & components) {
-        return std::none_of(components.begin(), components.end(),
-                            [&](std::string const & id) { return droppedIds.count(id) != 0; });
-    });
+    std::vector<bool> isLeftOut(fComponents.size());
+    for (std::size_t i = 0; i < fComponents.size(); ++i) {
+        Component const & component = fComponents[i];
+        isLeftOut[i] = isLeftOut[component.around] || droppedIds.count(component.id) != 0;
+        if (component.hasPort && !isLeftOut[i]) {
+            return true;
+        }
+    }
+    return false;
 }
 
 ContextSequence RhpMovedDataTypes::all() const {

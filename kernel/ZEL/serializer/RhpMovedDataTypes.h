@@ -3,6 +3,7 @@
 #include <ZEL/serializer/Context.h>
 #include <ZEL/serializer/ContextSequence.h>
 
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <set>
@@ -24,10 +25,10 @@ public:
     void endType();
 
     // A component that may be left out, and what lies in it.
-    void beginComponent(std::string const & id) { fComponents.push_back(id); }
-    void endComponent();
-    /// A port that has a type, in the components that have begun.
-    void notePort();
+    void beginComponent(std::string const & id);
+    void endComponent() noexcept { fCurrent = fComponents[fCurrent].around; }
+    /// A port that has a type, in the component at hand.
+    void notePort() noexcept { fComponents[fCurrent].hasPort = true; }
 
     /// Whether a place is left if the components with these ids are left out.
     [[nodiscard]] bool havePlace(std::set<std::string> const & droppedIds) const;
@@ -37,6 +38,13 @@ public:
 private:
     using Key = std::pair<Context, std::string>; ///< the id tells types apart that are equal as Contexts
 
+    /// What begins the list stands for the model.
+    struct Component {
+        std::string id;
+        std::size_t around; ///< the index of the component in which it lies
+        bool hasPort;       ///< one with a type
+    };
+
     bool enterElement(Context const & element);
 
     std::optional<Key> fKey; ///< of the type at hand
@@ -44,8 +52,8 @@ private:
     std::vector<Context> fPath;          ///< the elements around what comes next
     std::optional<std::size_t> fLeftOut; ///< the length of the path at the element that is left out
     std::map<Key, ContextSequence> fTypes;
-    std::vector<std::string> fComponents;
-    std::set<std::vector<std::string>> fPlaces; ///< the components around the ports that have a type
+    std::vector<Component> fComponents{{{}, 0, false}}; ///< each behind the one in which it lies
+    std::size_t fCurrent = 0;                           ///< the index of the component at hand
 };
 
 } // namespace ZEL::Serializer

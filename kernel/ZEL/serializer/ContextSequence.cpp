@@ -15,8 +15,9 @@ void ContextSequence::removeContext(Context const & context) {
 void ContextSequence::append(ContextSequence const & other) { append(ContextSequence(other)); }
 
 void ContextSequence::append(ContextSequence && other) {
-    fContexts.reserve(fContexts.size() + other.fContexts.size());
-    std::move(other.fContexts.begin(), other.fContexts.end(), std::back_inserter(fContexts));
+    // Room for just both would be made anew at each of many calls.
+    fContexts.insert(fContexts.end(), std::make_move_iterator(other.fContexts.begin()),
+                     std::make_move_iterator(other.fContexts.end()));
     fElementCount += other.fElementCount;
     other.clear();
 }

@@ -66,7 +66,7 @@ StandardReadTransforms::StandardReadTransforms() {
     auto const takeId = [this](Context const & context) { return takeNextId(context); };
     auto const hold = [this](Context const & context) { return holdBack(context); };
 
-    addTransform(role(xmi, "XMI"), hold);
+    addTransform(role(xmi, "XMI"), [this](Context const & context) { return beginFile(context); });
     addTransform(roleBelow(xmi, "XMI", xmi, "version"),
                  [this](Context const & context) { return checkVersion(context); });
     addTransform(role(xmi, "Documentation"), skip);
@@ -86,6 +86,12 @@ StandardReadTransforms::StandardReadTransforms() {
     setOnCreate([this](Context const &, ClassObject const & object) { tieNextId(object); });
     setResolveReference([](std::string const &, Reference const &) { return LinkedElement(); });
     setPostTransform([this](Model const & model) { restoreNextId(model); });
+}
+
+/// The value of an outer file waits until this one has been read, and is not for this one's model.
+ContextSequence StandardReadTransforms::beginFile(Context const & context) {
+    fNextIdValue = 0;
+    return holdBack(context);
 }
 
 ContextSequence StandardReadTransforms::holdBack(Context const & context) {

@@ -22,6 +22,7 @@ public:
     StandardReadTransforms & operator=(StandardReadTransforms const &) = delete;
 
 private:
+    ContextSequence beginFile(Context const & context);
     ContextSequence holdBack(Context const & context);
     ContextSequence checkVersion(Context const & context);
     ContextSequence checkExtender(Context const & context);

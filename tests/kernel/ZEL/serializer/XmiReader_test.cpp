@@ -363,6 +363,12 @@ TEST_F(ReadingSeveralFiles, RestoresTheIdCountersOfAll) {
         read(document(head(100, kUuid) + ReaderTest::model(linked("Class", "other.xmi#" + id(3, kOther)))));
     EXPECT_EQ(100, model.getNextIdValue());
     EXPECT_EQ(200, MetaModel(reader.getReferredModel(0)).getNextIdValue());
+
+    static_cast<void>(file("other.xmi", other(otherClass())));
+    MetaModel const outer =
+        read(document(head(100, kUuid) + ReaderTest::model(linked("Class", "other.xmi#" + id(3, kOther)))));
+    EXPECT_EQ(100, outer.getNextIdValue());
+    EXPECT_EQ(4, MetaModel(reader.getReferredModel(0)).getNextIdValue()) << "a file without a head";
 }
 
 TEST_F(ReadingSeveralFiles, FailsAsAWholeIfOneIsMissing) {

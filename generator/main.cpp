@@ -2,10 +2,12 @@
 #include "family/Family.h"
 #include "write/Write.h"
 
+#include <charconv>
 #include <cstdlib>
 #include <iostream>
 #include <stdexcept>
 #include <string_view>
+#include <system_error>
 
 namespace {
 
@@ -20,12 +22,12 @@ struct Options {
 };
 
 unsigned int numberOf(std::string const & text) {
-    std::size_t end = 0;
-    unsigned long const number = text.empty() ? 0 : std::stoul(text, &end);
-    if (end != text.size() || number == 0 || number > 1000) {
+    unsigned int number = 0;
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number == 0 || number > 1000) {
         throw std::invalid_argument("--units: found '" + text + "', expected a number from 1 to 1000");
     }
-    return static_cast<unsigned int>(number);
+    return number;
 }
 
 Options parse(std::vector<std::string> const & arguments) {

@@ -62,16 +62,20 @@ std::string Names::enumerator(std::string_view literal) {
 
 bool Names::isKeyword(std::string_view name) {
     static constexpr auto kWords = std::to_array<std::string_view>(
-        {"alignas",   "alignof",  "and",      "asm",      "auto",    "bool",    "break",     "case",
-         "catch",     "char",     "class",    "compl",    "concept", "const",   "consteval", "constexpr",
-         "constinit", "continue", "decltype", "default",  "delete",  "do",      "double",    "else",
-         "enum",      "explicit", "export",   "extern",   "false",   "float",   "for",       "friend",
-         "goto",      "if",       "inline",   "int",      "long",    "mutable", "namespace", "new",
-         "noexcept",  "not",      "nullptr",  "operator", "or",      "private", "protected", "public",
-         "register",  "requires", "return",   "short",    "signed",  "sizeof",  "static",    "struct",
-         "switch",    "template", "this",     "throw",    "true",    "try",     "typedef",   "typeid",
-         "typename",  "union",    "unsigned", "using",    "virtual", "void",    "volatile",  "while",
-         "xor"});
+        {"alignas",     "alignof",  "and",        "and_eq",    "asm",       "auto",         "bitand",
+         "bitor",       "bool",     "break",      "case",      "catch",     "char",         "char16_t",
+         "char32_t",    "char8_t",  "class",      "co_await",  "co_return", "co_yield",     "compl",
+         "concept",     "const",    "const_cast", "consteval", "constexpr", "constinit",    "continue",
+         "decltype",    "default",  "delete",     "do",        "double",    "dynamic_cast", "else",
+         "enum",        "explicit", "export",     "extern",    "false",     "float",        "for",
+         "friend",      "goto",     "if",         "inline",    "int",       "long",         "mutable",
+         "namespace",   "new",      "noexcept",   "not",       "not_eq",    "nullptr",      "operator",
+         "or",          "or_eq",    "private",    "protected", "public",    "register",     "reinterpret_cast",
+         "requires",    "return",   "short",      "signed",    "sizeof",    "static",       "static_assert",
+         "static_cast", "struct",   "switch",     "template",  "this",      "thread_local", "throw",
+         "true",        "try",      "typedef",    "typeid",    "typename",  "union",        "unsigned",
+         "using",       "virtual",  "void",       "volatile",  "wchar_t",   "while",        "xor",
+         "xor_eq"});
     return std::find(kWords.begin(), kWords.end(), name) != kWords.end();
 }
 

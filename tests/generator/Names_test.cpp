@@ -40,6 +40,7 @@ TEST(Names, OnlyAWordBehindIsMakesAFlag) {
 TEST(Names, FieldsAndEnumeratorsAreNeverWordsOfTheLanguage) {
     EXPECT_EQ(Names::field("default"), "default_");
     EXPECT_EQ(Names::field("namespace"), "namespace_");
+    EXPECT_EQ(Names::field("char8_t"), "char8_t_");
     EXPECT_EQ(Names::field("body"), "body");
     EXPECT_EQ(Names::enumerator("return"), "Return");
     EXPECT_EQ(Names::enumerator("in-out"), "In_out");

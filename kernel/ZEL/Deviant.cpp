@@ -70,6 +70,12 @@ ObjectIntf * Deviant::saveOldStateOfObject(ClassObjectIntf const * object, Objec
 
 namespace {
 
+void requireObject(ClassObjectIntf const * object) {
+    if (object == nullptr) {
+        raiseNullReference();
+    }
+}
+
 /// Whether the deviant has ever said anything of the object.
 bool knows(DeviantImpl const & deviant, ClassObjectIntf const * object) {
     return deviant.readMap->get(object) != nullptr ||
@@ -80,6 +86,7 @@ bool knows(DeviantImpl const & deviant, ClassObjectIntf const * object) {
 
 void Deviant::markObjectCreated(ClassObjectIntf * object) const {
     DeviantImpl & self = requireDeviant(*this, "markObjectCreated on null deviant");
+    requireObject(object);
     DeviantManager & manager = *self.manager;
     auto const check = [&](DeviantImpl const & other) {
         if (&other != &self && knows(other, object)) {
@@ -134,6 +141,7 @@ DeviantImpl & requireRootForNotify(Deviant deviant, char const * operation, Clas
     if (!self.isRoot()) {
         raiseInternalError(std::string(operation) + " on non root deviant");
     }
+    requireObject(object);
     return self;
 }
 
@@ -162,6 +170,9 @@ void Deviant::remove() const {
     DeviantImpl & self = requireDeviant(*this, "Deviant::remove on null deviant");
     if (self.transactionDepth != 0) {
         raiseInternalError("cannot remove deviant when it is within a transaction");
+    }
+    if (self.isRoot() || self.isView()) {
+        raiseAnInternalError(); // a model cannot be without its root, and a view ends by itself
     }
     self.remove();
 }

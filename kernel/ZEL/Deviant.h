@@ -87,7 +87,7 @@ public:
     [[nodiscard]] StateMap const * getObjectsDeviatingFromRoot() const noexcept;
     /// Fails on the null deviant: "getModel on null deviant".
     [[nodiscard]] Model getModel() const;
-    /// Whether the deviant or, for the null deviant and a removed one, nothing can be asked: its model has gone.
+    /// Whether the model has gone, and all that the deviant said of its objects with it. False for the null deviant.
     [[nodiscard]] bool hasModelBeenDestroyed() const noexcept {
         return fIdentity != nullptr && fIdentity->modelDestroyed;
     }
@@ -159,7 +159,8 @@ public:
     void syncFromRoot() const;
     /// Makes the root equal to this deviant's committed state, within the root's transaction.
     void assignToRoot() const;
-    /// Ends the deviant: listeners are told and dropped, states destroyed. Its body lives on in the manager.
+    /// Ends the deviant: listeners are told and dropped, states destroyed. Its body lives on in the manager. Fails
+    /// within a transaction, and on the root and on a view with "An Internal Error has occurred".
     void remove() const;
 
     // --- listeners --------------------------------------------------------------------------------------------------

@@ -140,6 +140,8 @@ private:
     void runEntry(PendingStep::Kind kind);
     /// The present states of all objects of `states`, into the current change set.
     void takeSnapshot(StateMap const & states);
+    /// Gives the objects the states of the snapshot again.
+    void restoreSnapshot();
     /// Gives what a listener has thrown.
     [[nodiscard]] std::exception_ptr prepareObserversOfReplay(ViewScope & view);
     [[nodiscard]] bool isAtDivider(ChangeSet const & entry) const noexcept;

@@ -45,7 +45,8 @@ template <class EntryAt, class Step>
 void stepToLevel(DeviantImpl & self, int level, std::string const & operation, EntryAt entryAt, Step step) {
     int remaining = -1;
     while (self.currentChangeLevel != level) {
-        int distance = 0;
+        // Mostly the last step has brought it nearer by one; otherwise it is searched for anew.
+        int distance = remaining > 0 && levelOf(entryAt(remaining - 1)) == level ? remaining - 1 : 0;
         while (entryAt(distance) != nullptr && entryAt(distance)->changeLevel != level) {
             ++distance;
         }
@@ -206,8 +207,8 @@ void DeviantImpl::runEntry(PendingStep::Kind kind) {
         replay(kind == PendingStep::Kind::Undo ? ReplayKind::Undo : ReplayKind::Redo,
                collectChanges(entry.states, deviant(), view.deviant()), deviant(), view.deviant());
     } catch (...) {
-        // The entry has not been run to its end and stays where it was.
-        currentChangeSet.states.destroyAndClear();
+        // The entry has not been run to its end and stays where it was, and so do the objects.
+        restoreSnapshot();
         setWithin(false);
         if (kind == PendingStep::Kind::Undo && isAtDivider(entry)) {
             ++undoPosition;
@@ -232,6 +233,13 @@ void DeviantImpl::takeSnapshot(StateMap const & states) {
     for (StateMap::Entry const & entry : states) {
         static_cast<void>(saveOldState(entry.key, entry.key->deviant_getCopyOfDeviation(deviant())));
     }
+}
+
+void DeviantImpl::restoreSnapshot() {
+    for (StateMap::Entry const & entry : currentChangeSet.states) {
+        const_cast<NSInterface::ClassObjectIntf *>(entry.key)->internal_setDeviation(deviant(), entry.state);
+    }
+    currentChangeSet.states.clear();
 }
 
 std::exception_ptr DeviantImpl::prepareObserversOfReplay(ViewScope & view) {

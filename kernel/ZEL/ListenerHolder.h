@@ -72,13 +72,13 @@ private:
 /// Registers `listener` for the role; it must be unregistered before it dies, or outlive the deviant. Raises "listener
 /// already registered with deviant" if it stands in the list of this role.
 template <class L> void registerModifierOnCommit(Deviant deviant, L & listener) {
-    deviant.registerModifierOnCommit(deviant.isNotNull() ? new ListenerHolder<L>(listener) : nullptr);
+    deviant.registerModifierOnCommit(deviant.getImpl() != nullptr ? new ListenerHolder<L>(listener) : nullptr);
 }
 template <class L> void registerValidatorOnCommit(Deviant deviant, L & listener) {
-    deviant.registerValidatorOnCommit(deviant.isNotNull() ? new ListenerHolder<L>(listener) : nullptr);
+    deviant.registerValidatorOnCommit(deviant.getImpl() != nullptr ? new ListenerHolder<L>(listener) : nullptr);
 }
 template <class L> void registerObservingListener(Deviant deviant, L & listener) {
-    deviant.registerObservingListener(deviant.isNotNull() ? new ListenerHolder<L>(listener) : nullptr);
+    deviant.registerObservingListener(deviant.getImpl() != nullptr ? new ListenerHolder<L>(listener) : nullptr);
 }
 
 } // namespace ZEL

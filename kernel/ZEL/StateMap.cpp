@@ -172,7 +172,7 @@ void StateMap::clear(bool destroyStates) {
     if (capacity <= kPooled && fHeap == nullptr && fSize == 0) {
         fHeap = std::move(entries);
         fCapacity = capacity;
-    } else if (capacity > kPooled) {
+    } else if (capacity > kPooled && !fIsIndexed) {
         fIndex.reset();
         fIndexSize = 0;
     }

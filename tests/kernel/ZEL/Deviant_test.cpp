@@ -177,6 +177,8 @@ TEST_F(DeviantTest, RemovalHasItsPreconditions) {
     Deviant const a = createDeviant("a");
     EXPECT_EQ("removeDeviantWithName: deviant does not exist", raisedBy([&] { manager->removeDeviantWithName("x"); }));
     EXPECT_EQ("An Internal Error has occurred", raisedBy([&] { manager->removeDeviantWithName("root deviant"); }));
+    EXPECT_EQ("An Internal Error has occurred", raisedBy([&] { root.remove(); }));
+    EXPECT_TRUE(root.isValid());
     a.beginTransaction();
     EXPECT_EQ("cannot remove deviant when it is within a transaction",
               raisedBy([&] { manager->removeDeviantWithName("a"); }));

@@ -203,9 +203,12 @@ TEST_F(UndoTest, OtherDeviantsAreIsolatedFromUndoAndRedo) {
     EXPECT_EQ(1, thing.valueIn(a));
 }
 
-TEST_F(UndoTest, AFailingHelperLeavesTheStackAsItWas) {
+TEST_F(UndoTest, AFailingHelperLeavesTheStackAndTheObjectsAsTheyWere) {
     struct Failing : DeviantManagerHelper {
-        void undo(ReportOfChanges<ClassObject, FALSE_TYPE> const &) override { throw std::runtime_error("undo"); }
+        void undo(ReportOfChanges<ClassObject, FALSE_TYPE> const & report) override {
+            doTheJob(report);
+            throw std::runtime_error("undo");
+        }
         void redo(ReportOfChanges<ClassObject, FALSE_TYPE> const &) override { throw std::runtime_error("redo"); }
     };
     commit("A", 1);
@@ -216,9 +219,12 @@ TEST_F(UndoTest, AFailingHelperLeavesTheStackAsItWas) {
     EXPECT_EQ("redo", raisedBy([&] { root.redo(); }));
     EXPECT_EQ((Stack{1, 1, 3}), stack());
     EXPECT_FALSE(root.isWithinTransactionUndoOrRedo());
+    EXPECT_EQ(1, thing.valueIn(root));
     manager->setHelper(nullptr);
     root.undo();
     EXPECT_EQ(0, thing.valueIn(root));
+    root.redo();
+    EXPECT_EQ(1, thing.valueIn(root));
 }
 
 } // namespace

@@ -11,6 +11,7 @@ class ClassObjectIntf;
 } // namespace NSInterface
 
 namespace internal {
+class BodyCore;
 class DeviantImpl;
 } // namespace internal
 
@@ -35,6 +36,7 @@ public:
 
 private:
     friend class Deviant;
+    friend class internal::BodyCore;
 
     bool internal_assertWritable(NSInterface::ClassObjectIntf const * object) const;
     [[nodiscard]] Deviant deviant() const noexcept;

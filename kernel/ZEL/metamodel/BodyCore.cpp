@@ -129,14 +129,14 @@ StateCore * BodyCore::readStateSlowly(Deviant deviant) const {
 
 StateCore * BodyCore::writeStateSlowly(Deviant deviant) const {
     checkAccess(deviant);
+    if (deviant.getDeviantId() < 0) {
+        // A view shows what was; it has no place of its own for a state, and is never open.
+        assertionsOf(deviant).internal_assertWritable(this);
+    }
     assertionsOf(deviant).assertWritable(this);
     ObjectIntf * const present = stateIn(deviant);
     if (present == Deviant::InvalidObject) {
         assertionsOf(deviant).assertObjectNotPresentInDeviant(this);
-    }
-    if (deviant.getDeviantId() < 0) {
-        // A view shows what was; it has no place of its own for a state.
-        raiseInternalError("object accessed after its deviant has been removed");
     }
     if (isStated(present)) {
         saveOldState(deviant, present);

@@ -72,6 +72,9 @@ void BodyCore::destroy(Deviant deviant) {
         return;
     }
     checkWritable(deviant);
+    if (readState(deviant)->modelZEL == nullptr) {
+        raiseNullReference();
+    }
     internal_unlinkForDestroy(deviant);
     ClassObject const container = getContainerZEL(deviant);
     if (container.isValid()) {

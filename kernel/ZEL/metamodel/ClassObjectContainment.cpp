@@ -45,6 +45,8 @@ void checkContainer(ClassObjectIntf const & object, Deviant deviant, ClassObject
     if (own != nullptr && static_cast<ClassObjectIntf const *>(own) == &object) {
         raiseInternalError("Parenting of Model");
     }
+    // The container's handle may be one of another deviant than that in which the object is placed.
+    static_cast<void>(internal::coreToRead(*target, deviant));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ZEL/Boolean.h>
+#include <ZEL/Integer.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/ClassObjectIntf.h>
 #include <ZEL/metamodel/Object.h>
@@ -34,7 +35,8 @@ public:
     [[nodiscard]] Boolean has(String const & name) const { return constBody()->has(this->getDeviant(), name); }
 
     [[nodiscard]] String toString() const { return constBody()->toString(this->getDeviant()); }
-    [[nodiscard]] std::size_t getByteSize() const { return constBody()->getByteSize(); }
+    /// The size in bytes of the object's body, without its states.
+    [[nodiscard]] Integer getByteSize() const { return Integer(static_cast<std::int32_t>(constBody()->getByteSize())); }
     /// The name of the object's class if the handle is valid, else of the handle's: "ZEL.ImmutableX".
     [[nodiscard]] String getFullyQualifiedOrcaTypeName() const {
         return String(this->isValid() ? constBody()->getOrcaName(true) : I::descriptor().immutableOrcaName);

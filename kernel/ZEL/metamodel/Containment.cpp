@@ -53,6 +53,10 @@ FieldDescriptor const & unparentedField(ClassDescriptor const & modelClass) noex
     return *lastField;
 }
 
+bool holds(FieldDescriptor const & field, StateCore const & state, ObjectIntf const & element) {
+    return field.sequence != nullptr ? readSequence(field, state).contains(&element) : field.get(state) == &element;
+}
+
 PersistentSequence const & unparentedOf(NSInterface::ModelIntf & model, Deviant deviant) {
     return readSequence(unparentedField(classOf(model)), stateToRead(model, deviant));
 }
@@ -221,12 +225,13 @@ void eraseUnparented(ClassObjectIntf & object, Deviant deviant) {
 
 void attachToOwner(ClassObjectIntf & owner, Deviant deviant, PropertyDescriptor const & property,
                    ClassObjectIntf & element) {
-    FieldDescriptor const * const field = fieldOf(classOf(owner), property);
-    ObjectIntf * const value = &element;
+    FieldDescriptor const * field = fieldOf(classOf(owner), property);
+    if (field == nullptr) {
+        field = acceptingField(owner, element); // where the push on a derived list ends
+    }
     if (stateToRead(element, deviant).containerZEL != &owner) {
         element.setOnlyContainerZEL(deviant, ClassObject(&owner, deviant));
-    } else if (field == nullptr || field->sequence == nullptr ||
-               !readSequence(*field, stateToRead(owner, deviant)).contains(value)) {
+    } else if (field == nullptr || !holds(*field, stateToRead(owner, deviant), element)) {
         eraseContainee(owner, deviant, element);
     }
 }

@@ -8,6 +8,7 @@
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/ElementIntf.h>
 #include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/PackageIntf.h>
 #include <ZEL/metamodel/PropertySupport.h>
 #include <ZEL/metamodel/StateCore.h>
@@ -84,6 +85,10 @@ void ClassObjectIntf::removeModelZEL(Deviant deviant) { removeOnlyModelZEL(devia
 
 void ClassObjectIntf::setOnlyModelZEL(Deviant deviant, Model const & model) {
     ModelIntf * const value = model.getImplementationWithoutAssert();
+    internal::BodyCore const * const body = internal_body();
+    if (body != nullptr && value != nullptr && value->internal_body() != body->internal_model()) {
+        raiseAnInternalError(); // an object never leaves the model that has made it
+    }
     if (internal::coreToRead(*this, deviant).modelZEL != value) {
         internal::coreToWrite(*this, deviant).modelZEL = value;
     }

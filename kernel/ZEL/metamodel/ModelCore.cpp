@@ -177,7 +177,7 @@ std::vector<BodyCore *> ModelCore::numberedBodies() const {
 }
 
 void ModelCore::checkId(Deviant deviant, std::int32_t id, ClassDescriptor const & descriptor) const {
-    if (fNextId < 1) {
+    if (fNextId < 1 || id < 0) {
         raiseInternalError("Internal id value overflow!");
     }
     BodyCore const * const present = entry(id);
@@ -188,6 +188,14 @@ void ModelCore::checkId(Deviant deviant, std::int32_t id, ClassDescriptor const 
     std::string const newType = metaClass.isValid() ? "; type = '" + metaClass.getQualifiedName().str() : std::string();
     raiseInternalError("Attempt to overwrite object (id = '" + std::to_string(present->fId) +
                        typeText(deviant, *present) + "') with object (id = '" + std::to_string(id) + newType + "')");
+}
+
+BodyCore & ModelCore::ownBody(ClassObject const & object) const {
+    BodyCore & body = *object.getImplementation()->internal_body();
+    if (body.fModel != this) {
+        raiseAnInternalError(); // the numbers of a model are for the bodies that it owns
+    }
+    return body;
 }
 
 ClassObject ModelCore::handleObjectById(Deviant deviant, Integer const & id, ClassObject const & object,
@@ -202,7 +210,7 @@ ClassObject ModelCore::handleObjectById(Deviant deviant, Integer const & id, Cla
     if (mode != 0) {
         return ClassObject();
     }
-    BodyCore & body = *object.getImplementation()->internal_body();
+    BodyCore & body = ownBody(object);
     checkId(deviant, number, body.internal_descriptor());
     enter(number, body);
     return object;
@@ -210,7 +218,7 @@ ClassObject ModelCore::handleObjectById(Deviant deviant, Integer const & id, Cla
 
 void ModelCore::setObjectId(Deviant deviant, ClassObject const & object, Integer const & id) {
     std::int32_t const number = static_cast<std::int32_t>(id);
-    BodyCore & body = *object.getImplementation()->internal_body();
+    BodyCore & body = ownBody(object);
     checkId(deviant, number, body.internal_descriptor());
     if (number == fId && &body != this) {
         return;

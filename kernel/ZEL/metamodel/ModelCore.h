@@ -73,6 +73,8 @@ private:
 
     [[nodiscard]] BodyCore * entry(std::int32_t id) const noexcept;
     void enter(std::int32_t id, BodyCore & body);
+    /// The body of an object of this model; raises "An Internal Error has occurred" for one of another model.
+    [[nodiscard]] BodyCore & ownBody(ClassObject const & object) const;
     [[nodiscard]] bool isValidAnywhere(BodyCore const & body) const;
     void release() noexcept;
 

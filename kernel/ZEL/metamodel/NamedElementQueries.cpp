@@ -16,12 +16,18 @@ namespace ZEL::NSInterface {
 
 namespace {
 
-/// The name behind those of the package and of all packages around it. Packages may be nested deeply.
+/// The name behind those of the package and of all packages around it. Packages may be nested deeply. Containments of a
+/// deviant and of the root can have combined to a ring; `mark` follows in jumps of doubling length and ends the walk.
 String joinedName(Package owner, String const & separator, String const & name) {
     std::vector<std::string> names{name.str()};
-    while (owner.isValid()) {
+    PackageIntf const * mark = nullptr;
+    std::size_t nextMark = 2;
+    for (; owner.isValid() && owner.getImplementation() != mark; owner = owner.getNestingPackage()) {
         names.push_back(owner.getName());
-        owner = owner.getNestingPackage();
+        if (names.size() == nextMark) {
+            mark = owner.getImplementation();
+            nextMark *= 2;
+        }
     }
     std::string joined = std::move(names.back());
     for (auto inner = names.rbegin() + 1; inner != names.rend(); ++inner) {

@@ -5,6 +5,7 @@
 #include <ZEL/metamodel/Association.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/PropertyIntf.h>
+#include <ZEL/metamodel/PropertySupport.h>
 #include <ZEL/sequences/Sequence.h>
 
 namespace ZEL::NSInterface {
@@ -41,15 +42,18 @@ void PropertyIntf::setOnlyOpposite(Deviant deviant, Property const & opposite) {
     }
     Association const association = getAssociation(deviant);
     Sequence<Property> ends = association.getMemberEnds();
-    switch (ends.size()) {
-    case 0:
-        ends.push_back(Property(this, deviant));
-        break;
-    case 2:
-        otherMemberEnd(*this, association).removeAssociation();
-        break;
-    default:
+    int const size = ends.size();
+    if (size != 0 && size != 2) {
         raiseInternalError("You cannot set the opposite on a navigable association!");
+    }
+    if (opposite.getImplementationWithoutAssert() == nullptr) {
+        raiseAnInternalError();
+    }
+    static_cast<void>(internal::coreToRead(*opposite.getImplementation(), deviant));
+    if (size == 0) {
+        ends.push_back(Property(this, deviant));
+    } else {
+        otherMemberEnd(*this, association).removeAssociation();
     }
     ends.push_back(opposite);
 }

@@ -1,5 +1,6 @@
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/Containment.h>
+#include <ZEL/metamodel/ElementIntf.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/OppositeEnds.h>
 #include <ZEL/metamodel/PropertySupport.h>
@@ -137,6 +138,13 @@ void noteForeignElement(ClassObjectIntf const * owner, ObjectIntf * element) {
 
 void removeEnd(ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const & property) {
     ClassObject const present = singleValue(object, deviant, property);
+    if (!present.isValid() && property.storage == Storage::Container && object.getContainerZEL(deviant).isValid()) {
+        // The container is of another kind, and so no value of this end. All but the owner leave it alone.
+        if (&property == &NSInterface::ElementIntf::ownerProperty()) {
+            object.removeContainerZEL(deviant);
+        }
+        return;
+    }
     if (present.isValid()) {
         if (property.storage == Storage::Container) {
             eraseContainee(*present.getImplementation(), deviant, object);
@@ -162,6 +170,8 @@ void setEnd(ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const 
     ClassObjectIntf & target = classObject(*value.getImplementation());
     Ref const targetRef = Ref::ofBody(&target, deviant);
     if (property.storage == Storage::Container) {
+        static_cast<void>(
+            coreToRead(target, deviant)); // a value of another deviant is refused before anything is written
         Object const element(&object, deviant);
         if (property.opposite->isMany() &&
             !property.opposite->manyWithoutAssociation(ImmutableClassObject(&target, deviant)).accepts(element)) {

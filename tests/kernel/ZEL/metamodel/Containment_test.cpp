@@ -80,7 +80,12 @@ TEST_F(Containment, OfTheSameContainerIsNoWrite) {
     EXPECT_NO_THROW(inner.setOwner(outer));
     EXPECT_NO_THROW(inner.setNestingPackage(outer));
     int const length = model.getUndoStackLength();
-    change([&] { inner.setContainerZEL(outer); });
+    change([&] {
+        inner.setContainerZEL(outer);
+        outer.getNestedPackages().push_back(inner);
+        outer.getOwnedElements().push_back(inner);
+        outer.getContaineeZELs().push_back(inner);
+    });
     EXPECT_EQ(length, model.getUndoStackLength());
 }
 
@@ -101,6 +106,13 @@ TEST_F(Containment, RefusesWhatCannotBeBeforeAnythingIsWritten) {
     other.beginTransaction();
     Package const foreign = other.getFactoryFactory().createPackage();
     other.commitTransaction();
+    MetaModel const draft = model.createDeviantWithName("draft");
+    draft.beginTransaction();
+    Package const hidden = factory.asDeviant(draft).createPackage();
+    draft.commitTransaction();
+    std::string const absent =
+        " Deviant 'root deviant' : \n object of type 'ZEL.Package' [id = " + std::to_string(int(hidden.getId())) +
+        " ] is not present";
     struct {
         char const * name;
         char const * text;
@@ -120,6 +132,10 @@ TEST_F(Containment, RefusesWhatCannotBeBeforeAnythingIsWritten) {
         {"a model", "Parenting of Model", [&] { model.setContainerZEL(object); }},
         {"a model by its end alone", "Parenting of Model",
          [&] { model.getImplementation()->setOnlyContainerZEL(model.getDeviant(), a); }},
+        {"another deviant's", absent.c_str(), [&] { c.setContainerZEL(hidden); }},
+        {"another deviant's as nesting package", absent.c_str(), [&] { c.setNestingPackage(hidden); }},
+        {"another deviant's as owner", absent.c_str(), [&] { c.setOwner(hidden); }},
+        {"another deviant's, for a new object", absent.c_str(), [&] { factory.createClass().setContainerZEL(hidden); }},
         {"no place", kNoPlace, [&] { object.setContainerZEL(factory.createClass()); }},
         {"no place in a comment", kNoPlace, [&] { object.setContainerZEL(factory.createComment()); }},
     };
@@ -249,6 +265,29 @@ TEST_F(Containment, LosesOnlyTheEndThatIsMeantInTheOneEndedForms) {
     package.getImplementation()->getPackagedElementsWithoutAssociation(d).remove(object);
 }
 
+TEST_F(Containment, StaysWhereAnEndOfAnotherKindIsEmptied) {
+    open();
+    Class const object = factory.createClass();
+    Property const attribute = factory.createProperty();
+    object.getOwnedAttributes().push_back(attribute);
+    attribute.removeDatatype();
+    attribute.setOwningAssociation(Association());
+    attribute.removeOne(String("datatype"));
+    EXPECT_EQ(object, attribute.getClass());
+    Association const association = factory.createAssociation();
+    Property const end = factory.createProperty();
+    association.getOwnedEnds().push_back(end);
+    end.getRedefinitionContexts().clear();
+    EXPECT_EQ(association, end.getOwningAssociation());
+    Constraint const constraint = factory.createConstraint();
+    Expression const expression = factory.createExpression();
+    constraint.setSpecification(expression);
+    expression.removeNamespace();
+    EXPECT_EQ(constraint, expression.getContainerZEL());
+    expression.removeOwner();
+    EXPECT_FALSE(constraint.hasSpecification());
+}
+
 TEST_F(Containment, KeepsManyToOneAndManyToManyEndsInStep) {
     open();
     Association const first = factory.createAssociation();
@@ -284,6 +323,7 @@ TEST_F(Containment, DerivesTheOppositeOfAPropertyFromItsAssociation) {
     EXPECT_FALSE(a.hasOpposite());
     EXPECT_RAISES("You cannot set the opposite on a navigable association!", a.setOpposite(b));
     association.getMemberEnds().push_back(b);
+    EXPECT_RAISES("An Internal Error has occurred", a.setOpposite(Property()));
     EXPECT_EQ(b, a.getOpposite());
     EXPECT_EQ(a, b.getOpposite());
     a.setOpposite(c);

@@ -262,7 +262,7 @@ TEST_F(GeneratedClasses, NameTheirObjects) {
         EXPECT_EQ(name, object.getMetaClass().getName().str());
         EXPECT_EQ(object.getMetaClass(), Object(object).getMetaType());
         EXPECT_EQ(object.getMetaClass().getImplementationWithoutAssert(), descriptor->runtime->metaClass());
-        EXPECT_GT(object.getByteSize(), 0U);
+        EXPECT_GT(object.getByteSize(), 0);
         Object const text = object.fromString(String("ignored"));
         EXPECT_EQ("", text.toString().str());
         EXPECT_TRUE(ImmutableValueObject(text).isValid());

@@ -3,6 +3,7 @@
 
 #include <ZEL/Cleanup.h>
 #include <ZEL/IdText.h>
+#include <ZEL/ListenerHolder.h>
 #include <ZEL/ZEL.h>
 
 #include <gmock/gmock.h>
@@ -108,6 +109,13 @@ TEST_F(ModelTest, RefusesANumberThatIsTaken) {
     EXPECT_RAISES(
         "Attempt to overwrite object (id = '2'; type = 'ZEL.Comment') with object (id = '2; type = 'ZEL.Package')",
         factory.createFromString(String("ZEL.Package"), Integer(2)));
+    MetaModel const other = Factory::createNewModel();
+    EXPECT_RAISES("An Internal Error has occurred", other.setObjectId(object, Integer(9)));
+    EXPECT_RAISES("An Internal Error has occurred", other.handleObjectById(Integer(9), object, Integer(0)));
+    EXPECT_RAISES("An Internal Error has occurred", object.setModelZEL(other));
+    EXPECT_RAISES("Internal id value overflow!", model.setObjectId(object, Integer(-5)));
+    EXPECT_EQ(3, object.getId());
+    EXPECT_EQ(model, object.getModelZEL());
     EXPECT_EQ(2, model.getUnparented().size());
     EXPECT_EQ(4, model.getNextIdValue());
     EXPECT_EQ(model, model.handleObjectById(Integer(1), object, Integer(0)));
@@ -290,7 +298,13 @@ TEST_F(ModelTest, EndsWithAllItsObjectsAndComesBack) {
         object.setPackage(package);
         loose = factory.createClass();
     });
-    change([&] { model.destroy(); });
+    Factory const second = Factory::createNewFactory(model);
+    int const next = model.getNextIdValue();
+    change([&] {
+        model.destroy();
+        EXPECT_THROW(static_cast<void>(second.createClass()), Exception);
+    });
+    EXPECT_EQ(next, model.getNextIdValue());
     EXPECT_FALSE(object.isValid());
     EXPECT_FALSE(loose.isValid());
     EXPECT_FALSE(model.isValid());
@@ -299,6 +313,37 @@ TEST_F(ModelTest, EndsWithAllItsObjectsAndComesBack) {
     EXPECT_EQ(package, object.getPackage());
     EXPECT_EQ(loose, model.getUnparented().at(0));
     EXPECT_TRUE(factory.isValid());
+}
+
+TEST_F(ModelTest, LosesNoObjectThatCannotEndForWantOfItsModel) {
+    open();
+    Package const package = factory.createPackage();
+    Class const object = factory.createClass();
+    object.setPackage(package);
+    object.removeModelZEL();
+    EXPECT_RAISES("Cannot access NULL ref. Use isValid() before calling methods", object.destroy());
+    EXPECT_EQ(object, package.getPackagedElements().at(0));
+    object.setModelZEL(model);
+}
+
+TEST_F(ModelTest, IsNotWrittenThroughAView) {
+    struct Writer : ListenerBase {
+        void modifyOnCommit(ReportOfChanges<ClassObject, FALSE_TYPE> const & report) {
+            Comment const before(report.modified.at(0));
+            before.setDeviant(report.sourceDeviant);
+            bool const assertions = DeviantAssertions::enableAssertions(false);
+            EXPECT_RAISES(" Deviant '<internal: transaction>' not opened for transactions.\n"
+                          "Attempt to modify object of type 'ZEL.Comment' [id = 2 ] ",
+                          before.setBody(String("c")));
+            DeviantAssertions::enableAssertions(assertions);
+        }
+    } writer;
+    Comment comment;
+    change([&] { comment = factory.createComment(); });
+    registerModifierOnCommit(model.getDeviant(), writer);
+    change([&] { comment.setBody(String("b")); });
+    EXPECT_EQ("b", comment.getBody().str());
+    model.getDeviant().unregisterModifierOnCommit(&writer);
 }
 
 class Cloning : public ModelTest {

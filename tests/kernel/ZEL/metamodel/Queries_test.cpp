@@ -94,6 +94,22 @@ TEST_F(Queries, QualifyNamesInPackagesNestedDeeply) {
     EXPECT_EQ(2 * levels - 1, static_cast<int>(innermost.getQualifiedName().size()));
 }
 
+TEST_F(Queries, EndInPackagesThatHaveCombinedToARing) {
+    Package const a = factory.createPackage(String("a"));
+    Package const b = factory.createPackage(String("b"));
+    model.commitTransaction();
+    MetaModel const draft = model.createDeviantWithName("draft");
+    draft.beginTransaction();
+    a.getImplementation()->setOnlyContainerZEL(draft.getDeviant(), b.asDeviant(draft));
+    draft.commitTransaction();
+    model.beginTransaction();
+    b.getImplementation()->setOnlyContainerZEL(model.getDeviant(), a);
+    draft.assignToRoot();
+    ASSERT_EQ(b, a.getNestingPackage());
+    ASSERT_EQ(a, b.getNestingPackage());
+    EXPECT_LT(a.getQualifiedName().size(), 20U);
+}
+
 TEST_F(Queries, SayThatPackagesNeedNoOwner) {
     EXPECT_TRUE(factory.createClass().mustBeOwned());
     EXPECT_FALSE(factory.createPackage().mustBeOwned());

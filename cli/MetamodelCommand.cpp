@@ -79,6 +79,7 @@ std::size_t numberOfClasses(ZEL::Model const & metamodel) {
 }
 
 void list() {
+    registerMetaModels();
     auto const entries = ZEL::NamespaceRegistry::instance()->getMetaUriMappings();
     std::size_t uriWidth = 0;
     std::size_t prefixWidth = 0;

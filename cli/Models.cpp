@@ -11,6 +11,7 @@
 #include <ZEL/MetaModelRegistry.h>
 #include <ZEL/NamespaceRegistry.h>
 #include <ZEL/String.h>
+#include <ZEL/interchange/Interchange.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/FactoryObject.h>
 #include <ZEL/metamodel/NamedElement.h>
@@ -57,13 +58,20 @@ bool isFactory(ZEL::ImmutableClassObject const & object) { return ZEL::Immutable
 
 } // namespace
 
+void registerMetaModels() {
+    static bool const isDone = (ZEL::Interchange::registerMetaModels(), true);
+    static_cast<void>(isDone);
+}
+
 OpenModel openModel(std::string const & file, ZEL::Serializer::XmiReaderSettings settings) {
     requireReadable(file);
     Progress const progress("reading " + file);
+    registerMetaModels();
     settings.setSkipUnreadableExternalFiles(true);
     ZEL::Serializer::XmiReader reader(settings);
     OpenModel opened;
     try {
+        ZEL::Interchange::addReadTransforms(reader);
         opened.model = ZEL::Model(reader.read(file));
     } catch (std::bad_alloc const &) {
         throw;
@@ -115,6 +123,7 @@ void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Seriali
 }
 
 ZEL::Model metamodelOf(std::string const & uriOrPrefix) {
+    registerMetaModels();
     ZEL::NamespaceRegistry const & namespaces = *ZEL::NamespaceRegistry::instance();
     std::string const uri = namespaces.getMetaUri(uriOrPrefix);
     ZEL::Model model = ZEL::MetaModelRegistry::instance()->getModelFromUri(uri.empty() ? uriOrPrefix : uri);

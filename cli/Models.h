@@ -20,8 +20,12 @@ struct OpenModel {
     ZEL::Serializer::ReadReport losses; ///< what of all these files did not reach a model
 };
 
-/// Reads the file. Files that it refers to and that cannot be read are left out. Raises `Trouble` if there is no model in
-/// the file.
+/// Registers the metamodels whose models the program reads and makes, at the first call. The commands that look a
+/// metamodel up call it; it takes longer than the whole work on a small file of the built-in metamodel.
+void registerMetaModels();
+
+/// Reads the file, one of another tool too. Files that it refers to and that cannot be read are left out. Raises
+/// `Trouble` if there is no model in the file.
 [[nodiscard]] OpenModel openModel(std::string const & file, ZEL::Serializer::XmiReaderSettings settings = {});
 /// The same; what was lost is summed up in a line on standard error.
 [[nodiscard]] OpenModel readModel(std::string const & file, ZEL::Serializer::XmiReaderSettings const & settings = {});

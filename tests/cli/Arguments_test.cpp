@@ -33,7 +33,8 @@ TEST_F(Arguments, MistakesAreToldWithWhatWasExpected) {
         char const * arguments;
         std::string says;
     };
-    constexpr char kMetamodels[] = ", expected http://schema.omg.org/spec/MOF/2.0 (ZEL)\n";
+    constexpr char kMetamodels[] =
+        ", expected http://schema.omg.org/spec/MOF/2.0 (ZEL), http://schema.omg.org/spec/UML/2.1 (uml), ";
     std::vector<Case> const cases{
         {"", "found no command, expected tour, info, "},
         {"--html-log log", "found no command, expected tour, info, "},

@@ -124,7 +124,14 @@ TEST_F(Commands, RandomGivesTheSameModelForTheSameSeed) {
 }
 
 TEST_F(Commands, MetamodelListsWhatIsRegisteredAndShowsOne) {
-    EXPECT_EQ(runZel({"metamodel"}).out, "http://schema.omg.org/spec/MOF/2.0  ZEL  42 classes\n");
+    EXPECT_EQ(runZel({"metamodel"}).out,
+              "http://schema.omg.org/spec/MOF/2.0                       ZEL               42 classes\n"
+              "http://schema.omg.org/spec/UML/2.1                       uml               222 classes\n"
+              "http://www.quillon.example/schemas/Foreign.xmi           Foreign           4 classes\n"
+              "http://www.quillon.example/schemas/GenericComponent.xmi  GenericComponent  6 classes\n"
+              "http://www.quillon.example/schemas/NumericTypes.xmi      NumericTypes      4 classes\n"
+              "http://www.quillon.example/schemas/RhapsodyPlatform.xmi  RhapsodyPlatform  4 classes\n"
+              "http://www.quillon.example/schemas/Tessel.xmi            Tessel            3 classes\n");
     Outcome const shown = runZel({"metamodel", "ZEL"});
     EXPECT_EQ(shown.exitCode, 0);
     EXPECT_THAT(shown.out, AllOf(HasSubstr("class Comment : ZEL.Element\n    body : String [0..1]\n"

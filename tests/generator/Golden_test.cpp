@@ -22,7 +22,7 @@ std::string readFile(fs::path const & path) {
     return text.str();
 }
 
-bool isToRefresh() { return std::getenv("ZEL_REFRESH_GOLDENS") != nullptr; }
+bool isToRefresh() { return std::getenv("ZEL_UPDATE_GOLDENS") != nullptr; }
 
 /// What the generator makes of the metamodel of the goldens now.
 Files const & generated() {
@@ -63,7 +63,7 @@ TEST_P(Golden, IsWhatTheGeneratorMakes) {
     std::string const golden = readFile(goldenFolder() / file);
     EXPECT_TRUE(golden == text)
         << "tests/golden/" << file << " differs at " << firstDifference(golden, text)
-        << "\nIf the change is meant: ZEL_REFRESH_GOLDENS=1 ctest -L generator, and commit tests/golden.";
+        << "\nIf the change is meant: ZEL_UPDATE_GOLDENS=1 ctest -L generator, and commit tests/golden.";
 }
 
 // Of the other classes what the first one does not show: derived properties, redefinitions, and tables, which a small

@@ -29,7 +29,11 @@ std::map<std::string, std::set<std::string>> const mayInclude{
     {"serializer", {"host", "base", "values", "logging", "sequences", "deviants", "metamodel"}},
     {"tools", {"host", "base", "values", "logging", "sequences", "deviants", "metamodel"}},
     {"startup", {"host", "base", "values", "logging", "sequences", "deviants", "metamodel", "serializer", "tools"}},
-    {"cli", {"base", "values", "logging", "sequences", "deviants", "metamodel", "serializer", "tools", "startup"}},
+    {"interchange",
+     {"base", "values", "logging", "sequences", "deviants", "metamodel", "serializer", "tools", "startup"}},
+    {"cli",
+     {"base", "values", "logging", "sequences", "deviants", "metamodel", "serializer", "tools", "startup",
+      "interchange"}},
     {"generator", {}},
 };
 
@@ -75,9 +79,16 @@ public:
 
     std::optional<std::string> of(std::string const & path) const {
         static std::vector<std::pair<std::string, std::string>> const folders{
-            {"ZEL/sequences/", "sequences"}, {"ZEL/metamodel/", "metamodel"}, {"ZEL/serializer/", "serializer"},
-            {"ZEL/tools/", "tools"},         {"hasp_util/", "host"},          {"libvx/", "host"},
-            {"orca_factory/", "host"},       {"generator/", "generator"},     {"cli/", "cli"},
+            {"ZEL/sequences/", "sequences"},
+            {"ZEL/metamodel/", "metamodel"},
+            {"ZEL/serializer/", "serializer"},
+            {"ZEL/tools/", "tools"},
+            {"ZEL/interchange/", "interchange"},
+            {"hasp_util/", "host"},
+            {"libvx/", "host"},
+            {"orca_factory/", "host"},
+            {"generator/", "generator"},
+            {"cli/", "cli"},
         };
         for (auto const & [folder, layer] : folders) {
             if (path.starts_with(folder)) {
@@ -145,8 +156,8 @@ TEST(Layering, IncludesPointDownwards) {
         std::string prefix;
     };
     std::size_t seen = 0;
-    for (auto const & [folder, prefix] :
-         {Root{"host", ""}, Root{"kernel", ""}, Root{"generator", "generator/"}, Root{"cli", "cli/"}}) {
+    for (auto const & [folder, prefix] : {Root{"host", ""}, Root{"kernel", ""}, Root{"generator", "generator/"},
+                                          Root{"interchange", ""}, Root{"cli", "cli/"}}) {
         for (auto const & file : codeBelow(folder)) {
             ++seen;
             std::string const place = folder + "/" + file;

@@ -17,6 +17,7 @@ namespace {
 // All of this is read by objects that die after every static of this library, so nothing here has a destructor.
 internal::LiveObjectTable * registry = nullptr;
 Cleanup * pending = nullptr;
+bool isPendingOfSection = false;
 std::uint32_t counter = 0;
 bool isTracking = true;
 bool isInSection = false;
@@ -31,9 +32,9 @@ bool isSkippedType(std::type_info const & type) noexcept {
     if (known == &type) {
         return false;
     }
-    constexpr std::string_view nullSequence = "19GenericNullSequence";
+    constexpr std::string_view nullSequence = "19GenericNullSequenceE"; // not its iterators
     if (type == typeid(Cleanup) || type == typeid(ReferenceCountingIntf) ||
-        std::string_view(type.name()).find(nullSequence) != std::string_view::npos) {
+        std::string_view(type.name()).ends_with(nullSequence)) {
         return true;
     }
     known = &type;
@@ -60,9 +61,10 @@ void track(Cleanup * current) {
         return;
     }
     if (pending != nullptr && !isSkippedType(typeid(*pending))) {
-        registry->insert(pending, counter++, isInSection);
+        registry->insert(pending, counter++, isInSection || isPendingOfSection);
     }
     pending = current;
+    isPendingOfSection = isInSection;
 }
 
 void reportAtEnd() {

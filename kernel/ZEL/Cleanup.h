@@ -9,9 +9,9 @@ namespace ZEL {
 /// Root of every counted body, and the accounting of those that are alive.
 ///
 /// A constructed object is entered in the table of live objects one step later, at the next construction, destruction
-/// or listing, because only then can its dynamic type be read. Objects entered during a meta-registry section belong to
-/// the process-wide metamodel and do not count as leaked. Copying makes a new object with an entry of its own. At
-/// process end whatever is still in the table is listed on `std::cout`.
+/// or listing, because only then can its dynamic type be read. Objects made or entered during a meta-registry section
+/// belong to the process-wide metamodel and do not count as leaked. Copying makes a new object with an entry of its own.
+/// At process end whatever is still in the table is listed on `std::cout`.
 class ZEL_API Cleanup {
 public:
     virtual ~Cleanup();

@@ -70,6 +70,9 @@ void DeviantAssertions::assertObjectAlreadyCreated(NSInterface::ClassObjectIntf 
 }
 
 void DeviantAssertions::assertThatModelHasBeenDestroyed(NSInterface::ClassObjectIntf const * object) {
+    if (object == nullptr) {
+        raiseAnInternalError();
+    }
     ImmutableClass const metaClass = object->getMetaClass(Deviant());
     std::string const name = metaClass.isValid() ? metaClass.getQualifiedName().str() : typeid(*object).name();
     raiseInternalError("Attempt to access object of type '" + name + "' [id = " + idOf(*object, Deviant()) +

@@ -31,6 +31,9 @@ Logger::~Logger() {
 }
 
 void Logger::vreportsf(LogLevel const & level, char const * format, std::va_list arguments) {
+    if (format == nullptr) {
+        return;
+    }
     char buffer[MAX_LOG_MSG_LEN];
     int const length = vxVSNprintf(buffer, sizeof(buffer), format, arguments);
     if (length >= 0) {
@@ -71,7 +74,9 @@ LogLevel Logger::getDefaultHandlerLevel(LogLevel const &) const {
 }
 
 void Logger::report(LogLevel const & level, char const * format, std::initializer_list<std::string> arguments) {
-    report(level, vx::formatMessage(format, arguments));
+    if (format != nullptr) {
+        report(level, vx::formatMessage(format, arguments));
+    }
 }
 
 void Logger::report(LogLevel const & level, unsigned long id, std::initializer_list<std::string> arguments) {

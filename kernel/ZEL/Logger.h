@@ -25,7 +25,9 @@ concept LogArgument = std::convertible_to<T const &, std::string_view> || std::s
     std::is_enum_v<T>;
 
 template <LogArgument T> [[nodiscard]] std::string logText(T const & argument) {
-    if constexpr (std::convertible_to<T const &, std::string_view>) {
+    if constexpr (std::is_pointer_v<T>) {
+        return argument == nullptr ? "(null)" : std::string(argument);
+    } else if constexpr (std::convertible_to<T const &, std::string_view>) {
         return std::string(std::string_view(argument));
     } else if constexpr (std::same_as<T, String>) {
         return argument.str();
@@ -42,8 +44,9 @@ template <LogArgument T> [[nodiscard]] std::string logText(T const & argument) {
 ///
 /// Made on first use with a terminal handler, and there until the process ends. Formats take text and integers: `%s`,
 /// `%d` and `%u` the next argument, `%1` to `%9` the argument of that number, `%%` a per cent sign; a directive without
-/// an argument stays as it is. What comes from outside goes into the arguments, never into the format. A message is cut
-/// to `MAX_LOG_MSG_LEN` - 1 bytes, never inside a character. Not thread-safe.
+/// an argument stays as it is, a null text prints as "(null)", a null format is dropped. What comes from outside goes into
+/// the arguments, never into the format. A message is cut to `MAX_LOG_MSG_LEN` - 1 bytes, never inside a character. Not
+/// thread-safe.
 class ZEL_API Logger {
 public:
     static constexpr int MAX_LOG_MSG_LEN = 4096;

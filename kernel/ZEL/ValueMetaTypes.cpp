@@ -1,4 +1,4 @@
-// What values and their types say about the metamodel, in the metamodel's own handle classes.
+// What the most general handles, values and their types say in the metamodel's own handle classes.
 
 #include <ZEL/Exception.h>
 #include <ZEL/IteratorType.h>
@@ -7,10 +7,25 @@
 #include <ZEL/ValueObject.h>
 #include <ZEL/ValueObjectImpl.h>
 #include <ZEL/metamodel/DataType.h>
+#include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/Object.h>
 #include <ZEL/metamodel/Type.h>
 
 namespace ZEL {
+
+ImmutableObject ImmutableObject::asDeviant(ImmutableModel const & model) const {
+    return ImmutableObject(getImplementation(), model.getDeviant());
+}
+
+Object Object::asDeviant(ImmutableModel const & model) const { return Object(getImplementation(), model.getDeviant()); }
+
+ImmutableValueObject ImmutableValueObject::asDeviant(ImmutableModel const & model) const {
+    return ImmutableValueObject(getImplementation(), model.getDeviant());
+}
+
+ValueObject ValueObject::asDeviant(ImmutableModel const & model) const {
+    return ValueObject(getImplementation(), model.getDeviant());
+}
 
 ImmutableType ImmutableObject::getMetaType() const { return getImplementation()->getMetaType(getDeviant()); }
 

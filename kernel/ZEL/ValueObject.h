@@ -20,6 +20,8 @@ public:
     [[nodiscard]] HASP::TypeInfo getTypeInfo() const { return getImplementation()->getTypeInfo(); }
     [[nodiscard]] ImmutableDataType getMetaDataType() const;
     [[nodiscard]] String toString() const;
+    /// The same value, with the deviant of `model` in the handle.
+    [[nodiscard]] ImmutableValueObject asDeviant(ImmutableModel const & model) const;
 };
 
 /// Handle on a boxed value that converts to `Object`. There is nothing to write: a value object is immutable.
@@ -27,6 +29,9 @@ class ZEL_API ValueObject : public MutableHandle<ImmutableValueObject> {
 public:
     using MutableHandle::MutableHandle;
     ValueObject() noexcept = default;
+
+    /// The same value, with the deviant of `model` in the handle.
+    [[nodiscard]] ValueObject asDeviant(ImmutableModel const & model) const;
 };
 
 namespace internal {

@@ -155,12 +155,16 @@ void NaiveModel::save(NaiveDeviant & deviant, int object, Slot const & slot) {
     }
 }
 
-// The first write in a transaction keeps a full copy of what the deviant said before.
-State & NaiveModel::write(std::string const & name, int object) {
-    NaiveDeviant & deviant = at(name);
-    if (deviant.depth == 0) {
+void NaiveModel::checkOpen(std::string const & name) {
+    if (at(name).depth == 0) {
         throw Refusal("not opened for transactions");
     }
+}
+
+// The first write in a transaction keeps a full copy of what the deviant said before.
+State & NaiveModel::write(std::string const & name, int object) {
+    checkOpen(name);
+    NaiveDeviant & deviant = at(name);
     State const present = read(name, object);
     save(deviant, object, slotIn(deviant, object));
     Slot & slot = deviant.slots[object];
@@ -315,9 +319,7 @@ void NaiveModel::destroy(std::string const & name, int object) {
     if (!isValid(name, object)) {
         return;
     }
-    if (at(name).depth == 0) {
-        throw Refusal("not opened for transactions");
-    }
+    checkOpen(name);
     std::vector<int> const gone = subtree(name, object);
     for (int const each : gone) {
         State const state = read(name, each);
@@ -404,10 +406,7 @@ void NaiveModel::removeReference(std::string const & name, int object, std::stri
     int const present = referenceIn(*observed(name, object), property);
     bool const isSet = present != kNothing && isValid(name, present);
     if (rule.form == Form::Riding) {
-        if (isSet) {
-            eraseContainee(name, present, object);
-        }
-        unparentOnly(name, object);
+        removeContainer(name, object); // also one of a kind that this end does not show
         return;
     }
     if (isSet && rule.form == Form::Linked) {
@@ -437,7 +436,8 @@ void NaiveModel::link(std::string const & name, int object, std::string const & 
             eraseContainee(name, object, value); // from the owner's other properties
         }
     }
-    // An element that is there already stays where it is, and nothing is written.
+    // An element that is there already stays where it is, and nothing is written; but it is a write.
+    checkOpen(name);
     if (!contains(read(name, object).lists.at(property), value)) {
         std::vector<int> & list = write(name, object).lists[property];
         list.insert(atFront ? list.begin() : list.end(), value);
@@ -458,6 +458,7 @@ void NaiveModel::unlink(std::string const & name, int object, std::string const 
 }
 
 void NaiveModel::addBody(std::string const & name, int object, int index, std::string const & text) {
+    checkOpen(name);
     std::vector<std::string> const & present = read(name, object).body;
     if (std::find(present.begin(), present.end(), text) == present.end()) {
         std::vector<std::string> & body = write(name, object).body;

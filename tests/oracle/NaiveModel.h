@@ -198,6 +198,7 @@ private:
     [[nodiscard]] NaiveDeviant & at(std::string const & name) { return fDeviants.at(name); }
     [[nodiscard]] Slot slotIn(NaiveDeviant const & deviant, int object) const;
     [[nodiscard]] Slot committedInRoot(int object) const;
+    void checkOpen(std::string const & deviant);
     State & write(std::string const & deviant, int object);
 
     void addUnparented(std::string const & deviant, int object);

@@ -19,6 +19,8 @@ public:
     /// The name of the object's class if the handle is valid, else of the handle's: "ZEL.ImmutableObject".
     [[nodiscard]] String getFullyQualifiedOrcaTypeName() const;
     [[nodiscard]] ImmutableType getMetaType() const;
+    /// The same object in the deviant of `model`.
+    [[nodiscard]] ImmutableObject asDeviant(ImmutableModel const & model) const;
 };
 
 /// The most general handle for writing.
@@ -31,6 +33,8 @@ public:
     [[nodiscard]] Object fromString(String const & text) const;
     /// The name of the object's class if the handle is valid, else of the handle's: "ZEL.Object".
     [[nodiscard]] String getFullyQualifiedOrcaTypeName() const;
+    /// The same object in the deviant of `model`.
+    [[nodiscard]] Object asDeviant(ImmutableModel const & model) const;
 };
 
 } // namespace ZEL

@@ -3,6 +3,8 @@
 #include <ZEL/RefBase.h>
 #include <ZEL/metamodel/PropertyStorageIntf.h>
 
+#include <compare>
+
 namespace ZEL {
 
 /// Handle on a property's storage: the value of `Property.storage`. Every operation raises the NULL text on a null handle
@@ -27,7 +29,9 @@ public:
     friend bool operator==(PropertyStorage const & a, PropertyStorage const & b) noexcept {
         return a.getImplementationWithoutAssert() == b.getImplementationWithoutAssert();
     }
-    friend bool operator!=(PropertyStorage const & a, PropertyStorage const & b) noexcept { return !(a == b); }
+    friend auto operator<=>(PropertyStorage const & a, PropertyStorage const & b) noexcept {
+        return std::compare_three_way()(a.getImplementationWithoutAssert(), b.getImplementationWithoutAssert());
+    }
 };
 
 } // namespace ZEL

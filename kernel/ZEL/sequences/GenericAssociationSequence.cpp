@@ -87,8 +87,10 @@ void GenericAssociationSequence::generic_erase(Deviant deviant, int index) {
 
 std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_erase(Deviant deviant, IteratorIntf const * first,
                                                                         IteratorIntf const * last) {
-    for (auto iterator = first->clone(); !iterator->equal(last); iterator->next(deviant)) {
-        leaves(iterator->current(deviant));
+    if (first->position() <= last->position()) {
+        for (auto iterator = first->clone(); !iterator->equal(last); iterator->next(deviant)) {
+            leaves(iterator->current(deviant));
+        }
     }
     return fWrapped->generic_erase(deviant, first, last);
 }

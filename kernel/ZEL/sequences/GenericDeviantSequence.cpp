@@ -94,6 +94,14 @@ void GenericDeviantSequence::checkModel() const {
     }
 }
 
+void GenericDeviantSequence::checkWritable() const {
+    checkModel();
+    if (fDeviant.isNotNull() && !fDeviant.isWithinTransaction()) {
+        // Raises, with the text for this object; passes where such writes are allowed.
+        fField->hasTexts() ? static_cast<void>(Texts::write(*this)) : static_cast<void>(Bodies::write(*this));
+    }
+}
+
 GenericDeviantSequence::~GenericDeviantSequence() { orphanIterators(0); }
 
 void GenericDeviantSequence::orphanIterators(int from) const {
@@ -183,6 +191,7 @@ bool GenericDeviantSequence::generic_accepts(Deviant, Ref const & element) const
 // --- writes: what can fail is asked of the storage to read, so that a failure leaves no trace in the change set --------
 
 void GenericDeviantSequence::insertAt(int index, Ref const & element) {
+    checkWritable();
     visit([&](auto kind, auto const & storage) {
         if (!kind.fits(*this, element)) {
             raiseAnInternalError();
@@ -197,6 +206,7 @@ void GenericDeviantSequence::insertAt(int index, Ref const & element) {
 }
 
 void GenericDeviantSequence::eraseAt(int index) {
+    checkWritable();
     visit([&](auto kind, auto const & storage) {
         std::size_t const position = internal::checkedIndex(index, storage.size());
         kind.write(*this).eraseAt(position);
@@ -204,6 +214,7 @@ void GenericDeviantSequence::eraseAt(int index) {
 }
 
 void GenericDeviantSequence::generic_clear(Deviant) {
+    checkWritable();
     visit([&](auto kind, auto const & storage) {
         if (!storage.empty()) {
             kind.write(*this).clear();
@@ -224,7 +235,15 @@ void GenericDeviantSequence::generic_erase(Deviant, int index) { eraseAt(index);
 std::unique_ptr<IteratorIntf> GenericDeviantSequence::generic_erase(Deviant, IteratorIntf const * first,
                                                                     IteratorIntf const * last) {
     int const position = positionOf(first);
-    for (int count = positionOf(last) - position; count > 0; --count) {
+    int const end = positionOf(last);
+    checkWritable();
+    if (position < end) {
+        visit([&](auto, auto const & storage) {
+            static_cast<void>(internal::checkedIndex(position, storage.size()));
+            static_cast<void>(internal::checkedIndex(end - 1, storage.size()));
+        });
+    }
+    for (int i = position; i < end; ++i) {
         eraseAt(position);
     }
     return std::make_unique<Iterator>(this, position);
@@ -237,6 +256,7 @@ std::unique_ptr<IteratorIntf> GenericDeviantSequence::generic_erase(Deviant, Ite
 }
 
 void GenericDeviantSequence::generic_pop_back(Deviant deviant) {
+    checkWritable();
     int const size = generic_size(deviant);
     if (size == 0) {
         internal::raiseSequenceIsEmpty();
@@ -245,6 +265,7 @@ void GenericDeviantSequence::generic_pop_back(Deviant deviant) {
 }
 
 void GenericDeviantSequence::generic_pop_front(Deviant deviant) {
+    checkWritable();
     if (generic_size(deviant) == 0) {
         internal::raiseSequenceIsEmpty();
     }
@@ -252,12 +273,14 @@ void GenericDeviantSequence::generic_pop_front(Deviant deviant) {
 }
 
 void GenericDeviantSequence::generic_push_back(Deviant deviant, Ref element) {
+    checkWritable();
     insertAt(generic_size(deviant), element);
 }
 
 void GenericDeviantSequence::generic_push_front(Deviant, Ref element) { insertAt(0, element); }
 
 void GenericDeviantSequence::generic_replace(Deviant, int index, Ref element) {
+    checkWritable();
     visit([&](auto kind, auto const & storage) {
         std::size_t const position = internal::checkedIndex(index, storage.size());
         if (!kind.fits(*this, element)) {

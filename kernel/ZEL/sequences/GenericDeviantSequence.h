@@ -12,8 +12,8 @@ namespace ZEL::Generic {
 ///
 /// Holds no elements: at each call it finds the field in the state of the object, for a write in the state to write,
 /// which is what copies the object's state into the deviant. So it stays good across transactions, deviants of the
-/// object see their own content, and a write raises outside of a transaction before anything has changed. A write that
-/// would change nothing, as of an element that is there already, does not ask for the state to write.
+/// object see their own content, and every write raises outside of a transaction before anything has changed. Within
+/// one, a write that would change nothing, as of an element that is there already, does not ask for the state to write.
 ///
 /// The object is not counted. Reading a sequence whose model has gone raises "object accessed after its model has been
 /// destroyed" without touching the object. Iterators are plain positions and are told when the sequence goes.
@@ -62,6 +62,7 @@ private:
     /// Calls `function(kind, storage)` with `Bodies` or `Texts` and the storage to read.
     template <class Function> auto visit(Function function) const;
     void checkModel() const;
+    void checkWritable() const;
     void insertAt(int index, Ref const & element);
     void eraseAt(int index);
     void orphanIterators(int from) const;

@@ -1,4 +1,5 @@
 #include <ZEL/Exception.h>
+#include <ZEL/ValueObjectIntf.h>
 #include <ZEL/sequences/IndexChecks.h>
 #include <ZEL/sequences/ListQImplForRefs.h>
 
@@ -178,8 +179,8 @@ void ListQImplForRefs::generic_replace(Deviant, int index, Ref element) {
     std::size_t const place = checkedIndex(index);
     Ref boxed;
     ObjectIntf * const body = checkedBody(element, boxed);
-    if (element.isValue()) {
-        // The box was made here, so nobody else can keep it alive.
+    if (body->cast(NSInterface::ValueObjectIntf::classInfo()) != nullptr) {
+        // No model keeps a value alive.
         body->incRef();
     }
     void const * const old = fList[place];

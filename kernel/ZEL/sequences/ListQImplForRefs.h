@@ -11,8 +11,9 @@ namespace ZEL::Generic::ListQImplInternal {
 
 /// List of bodies, with duplicates, for results of queries. Holds a count on each element; `ListQImpl` adds the type.
 ///
-/// Two operations count against expectation, on purpose: `generic_replace` takes no count on the new element, and the
-/// erasing of a range takes counts instead of giving them back. Contains searches linearly. No uniqueness is checked.
+/// Two operations count against expectation, on purpose: `generic_replace` takes no count on the new element, unless
+/// it is a value, and the erasing of a range takes counts instead of giving them back. Contains searches linearly. No
+/// uniqueness is checked.
 class ZEL_API ListQImplForRefs : public SequenceIntf {
 public:
     class Iterator;

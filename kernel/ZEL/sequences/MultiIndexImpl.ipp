@@ -242,7 +242,9 @@ std::unique_ptr<IteratorIntf> MultiIndexImplForPrimitives<T, aIsUnique, Key>::ge
                                                                                             IteratorIntf const * last) {
     Place const begin = placeOf(first);
     Place const end = placeOf(last);
-    fStorage->container.erase(begin.node, end.node);
+    if (begin.node < end.node) {
+        fStorage->container.erase(begin.node, end.node);
+    }
     return std::make_unique<Iterator>(this, end);
 }
 

@@ -11,8 +11,8 @@ namespace ZEL::Generic {
 
 /// Makes an empty sequence for results. Results of queries use the defaults with the caller's deviant.
 ///
-/// Elements are `ImmutableProperty`, `ClassObject`, `ImmutableObject` or `ImmutableClassObject`; a list may be made for
-/// any other handle class, too.
+/// Elements are `ImmutableProperty`, `ClassObject`, `ImmutableObject` or `ImmutableClassObject`; for those of any other
+/// handle class, the caller instantiates `MultiIndexStorage`.
 struct SequenceBuilder {
     static constexpr int kGlist = 0;
     static constexpr int kMultiIndex = 1;

@@ -46,7 +46,7 @@ SequenceCursor SequenceCursor::at(SequencePtr const & sequence, Deviant deviant,
 }
 
 std::unique_ptr<IteratorIntf> SequenceCursor::toIterator() const {
-    return fInner != nullptr ? fInner->clone() : fSequence->generic_iteratorAt(fDeviant, fIndex);
+    return fInner != nullptr ? fInner->clone() : sequence().generic_iteratorAt(fDeviant, fIndex);
 }
 
 } // namespace ZEL::Generic

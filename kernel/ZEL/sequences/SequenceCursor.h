@@ -1,11 +1,13 @@
 #pragma once
 
+#include <ZEL/Exception.h>
 #include <ZEL/sequences/SequenceIntf.h>
 
 namespace ZEL::Generic {
 
 /// A place in a sequence, as the typed iterators hold it: a plain index where the sequence is quick at that, else an
-/// iterator of the sequence's own. Holds the sequence, so it may outlive the handle that it came from.
+/// iterator of the sequence's own. Holds the sequence, so it may outlive the handle that it came from. A default
+/// one has none: reading it, or writing at it, raises the NULL text.
 class ZEL_API SequenceCursor {
 public:
     SequenceCursor() noexcept = default;
@@ -21,7 +23,7 @@ public:
                                            std::unique_ptr<IteratorIntf> inner);
 
     [[nodiscard]] Ref current() const {
-        return fInner == nullptr ? fSequence->generic_at(fDeviant, fIndex) : fInner->current(fDeviant);
+        return fInner == nullptr ? sequence().generic_at(fDeviant, fIndex) : fInner->current(fDeviant);
     }
     void next() {
         if (fInner == nullptr) {
@@ -48,6 +50,13 @@ public:
 
 private:
     SequenceCursor(SequencePtr const & sequence, Deviant deviant, int index, std::unique_ptr<IteratorIntf> inner);
+
+    [[nodiscard]] SequenceIntf & sequence() const {
+        if (!fSequence) [[unlikely]] {
+            raiseNullReference();
+        }
+        return *fSequence;
+    }
 
     SequencePtr fSequence;
     Deviant fDeviant;

@@ -26,9 +26,13 @@ protected:
 };
 
 TEST_F(DeviantAssertionsTest, AWriteOutsideOfATransactionNamesTheObject) {
-    EXPECT_EQ(" Deviant 'root deviant' not opened for transactions.\nAttempt to modify object of type 'ZEL.Comment' "
-              "[id = 2 ] ",
-              raisedBy([&] { comment.removeBody(); }));
+    std::string const text = " Deviant 'root deviant' not opened for transactions.\nAttempt to modify object of type "
+                             "'ZEL.Comment' [id = 2 ] ";
+    EXPECT_EQ(text, raisedBy([&] { comment.removeBody(); }));
+    // Whether the write would change anything, or could, is not asked first.
+    EXPECT_EQ(text, raisedBy([&] { comment.getAnnotatedElements().clear(); }));
+    EXPECT_EQ(text, raisedBy([&] { comment.getAnnotatedElements().pop_back(); }));
+    EXPECT_EQ(text, raisedBy([&] { comment.getAnnotatedElements().insert(5, comment); }));
 }
 
 TEST_F(DeviantAssertionsTest, AnAbsentObjectIsNamedAndReadsComeBeforeTheLookAtTheTransaction) {
@@ -52,6 +56,8 @@ TEST_F(DeviantAssertionsTest, AnObjectCreatedTwiceAndADeadModelHaveTextsOfTheirO
               raisedBy([&] { model.getDeviant().markObjectCreated(late.getImplementation()); }));
     EXPECT_EQ("Attempt to access object of type 'ZEL.Comment' [id = 2 ] after its model has been destroyed",
               raisedBy([&] { DeviantAssertions::assertThatModelHasBeenDestroyed(comment.getImplementation()); }));
+    EXPECT_EQ("An Internal Error has occurred",
+              raisedBy([&] { DeviantAssertions::assertThatModelHasBeenDestroyed(nullptr); }));
 }
 
 } // namespace

@@ -121,15 +121,18 @@ TEST_F(LoggerTest, FillsArgumentsIntoFormats) {
     logger.log(LogLevel::warning, "%s and %s, %d, %u", percent, String("text"), -1, 7u);
     logger.error("%2 before %1", "b", "a");
     logger.fatal("50%% of %s and %s", "it");
+    char const * const none = nullptr;
+    logger.log(none);
+    logger.info("%s", none);
     EXPECT_THAT(recorder.messages,
-                testing::ElementsAre("plain", "100%s and text, -1, 7", "a before b", "50% of it and %s"));
-    EXPECT_THAT(recorder.levels, testing::ElementsAre("Info", "Warning", "Error", "Fatal"));
+                testing::ElementsAre("plain", "100%s and text, -1, 7", "a before b", "50% of it and %s", "(null)"));
+    EXPECT_THAT(recorder.levels, testing::ElementsAre("Info", "Warning", "Error", "Fatal", "Info"));
     logger.trace("t");
     logger.debug("d");
     logger.info("i");
     logger.warning("w");
     EXPECT_EQ((std::vector<std::string>{"Trace", "Debug", "Info", "Warning"}),
-              std::vector<std::string>(recorder.levels.begin() + 4, recorder.levels.end()));
+              std::vector<std::string>(recorder.levels.begin() + 5, recorder.levels.end()));
 }
 
 void logThrough(Logger & logger, char const * format, ...) {

@@ -289,6 +289,13 @@ TEST_F(GeneratedClasses, HaveOneIdentityByWhateverRoad) {
     EXPECT_EQ(nullptr, wrong.getImplementationWithoutAssert());
     EXPECT_EQ(Deviant(), wrong.getDeviant());
     EXPECT_EQ(Element(model), ClassObject(Model(model)));
+
+    MetaModel const draft = model.createDeviantWithName("draft");
+    Object const general = Object(property).asDeviant(draft);
+    EXPECT_EQ(property, general);
+    EXPECT_EQ(draft.getDeviant(), general.getDeviant());
+    EXPECT_EQ(draft.getDeviant(), ImmutableObject(property).asDeviant(draft).getDeviant());
+    EXPECT_EQ(draft.getDeviant(), ValueObject(Integer(1)).asDeviant(draft).getDeviant());
 }
 
 TEST_F(GeneratedClasses, ReadAndWriteThroughTheInterfaceAsThroughTheBody) {

@@ -8,6 +8,7 @@
 #include <ZEL/metamodel/StaticExtensionStorage.h>
 
 #include <memory>
+#include <set>
 
 namespace ZEL {
 namespace {
@@ -40,6 +41,12 @@ protected:
     StereotypeObject foreign;
     PropertyStorage storage;
 };
+
+TEST_F(StereotypeInstances, HaveStoragesThatCanBeKeys) {
+    std::set<PropertyStorage> const keys{storage, PropertyStorage(), PropertyStorage(storage)};
+    EXPECT_EQ(2u, keys.size());
+    EXPECT_FALSE(keys.begin()->isValid());
+}
 
 TEST_F(StereotypeInstances, AreContainedByTheObjectTheyAreAppliedTo) {
     apply();

@@ -1,6 +1,7 @@
 #include "support/ExpectRaises.h"
 #include "support/SequenceItems.h"
 
+#include <ZEL/Integer.h>
 #include <ZEL/String.h>
 #include <ZEL/sequences/ListQImpl.h>
 #include <ZEL/sequences/MultiIndexImpl.ipp>
@@ -66,6 +67,15 @@ TEST_F(List, ReplacingTakesNoCountOnTheNewElement) {
     EXPECT_EQ(0, other.numRef());
     list.generic_erase(d, 1);
     EXPECT_EQ(-1, other.numRef());
+}
+
+TEST_F(List, AReplacingValueIsKeptAlive) {
+    using Traits = RefTraits<ImmutableObject>;
+    ListQImpl<ImmutableObject> values;
+    values.generic_push_back(d, Traits::toRef(Object(Integer(1))));
+    values.generic_replace(d, 0, Traits::toRef(Object(Integer(2))));
+    EXPECT_EQ("2", Traits::fromRef(values.generic_front(d)).toString().str());
+    EXPECT_EQ(1, values.generic_front(d).body()->numRef());
 }
 
 TEST_F(List, ErasingARangeTakesCounts) {

@@ -142,9 +142,17 @@ TEST_F(StoredSequence, IteratorsArePositionsThatWritesDoNotMove) {
     EXPECT_EQ(&bodies[3], it->current(d).body());
     sequence.push_front(item(4));
     EXPECT_EQ(&bodies[2], it->current(d).body());
+    auto const end = sequence.getImplementation()->generic_end(d);
     sequence.pop_back();
     sequence.pop_back();
     EXPECT_RAISES("sequence index out of bounds", it->current(d));
+    auto const begin = sequence.getImplementation()->generic_begin(d);
+    EXPECT_RAISES("sequence index out of bounds",
+                  sequence.getImplementation()->generic_erase(d, begin.get(), end.get()));
+    EXPECT_EQ(2, sequence.size());
+    EXPECT_RAISES("Cannot access NULL ref. Use isValid() before calling methods", *Sequence<Item>::iterator());
+    EXPECT_RAISES("Cannot access NULL ref. Use isValid() before calling methods",
+                  sequence.erase(Sequence<Item>::iterator()));
 }
 
 TEST_F(StoredSequence, AnOrphanedIteratorRaisesOnAllButItsEnd) {

@@ -4,6 +4,7 @@
 #include <ZEL/metamodel/PropertyStorageIntf.h>
 
 #include <compare>
+#include <functional>
 
 namespace ZEL {
 
@@ -29,8 +30,14 @@ public:
     friend bool operator==(PropertyStorage const & a, PropertyStorage const & b) noexcept {
         return a.getImplementationWithoutAssert() == b.getImplementationWithoutAssert();
     }
-    friend auto operator<=>(PropertyStorage const & a, PropertyStorage const & b) noexcept {
-        return std::compare_three_way()(a.getImplementationWithoutAssert(), b.getImplementationWithoutAssert());
+    /// By body, so that handles can be keys.
+    friend std::strong_ordering operator<=>(PropertyStorage const & a, PropertyStorage const & b) noexcept {
+        if (a == b) {
+            return std::strong_ordering::equal;
+        }
+        return std::less<>()(a.getImplementationWithoutAssert(), b.getImplementationWithoutAssert())
+                   ? std::strong_ordering::less
+                   : std::strong_ordering::greater;
     }
 };
 

@@ -291,7 +291,13 @@ Object BodyCore::fromString(Deviant, String const &) { return Object(ValueObject
 
 // --- identity and what all objects have ------------------------------------------------------------------------------
 
-void BodyCore::setId(Deviant, Integer const & id) { fId = id; }
+void BodyCore::setId(Deviant, Integer const & id) {
+    // A body without a number lives by its count alone, so a number is never taken back.
+    if (id < 0) {
+        raiseInternalError("Internal id value overflow!");
+    }
+    fId = id;
+}
 
 Integer BodyCore::getId(Deviant) const { return Integer(fId); }
 

@@ -1,6 +1,5 @@
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/Containment.h>
-#include <ZEL/metamodel/ElementIntf.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/OppositeEnds.h>
 #include <ZEL/metamodel/PropertySupport.h>
@@ -137,18 +136,14 @@ void noteForeignElement(ClassObjectIntf const * owner, ObjectIntf * element) {
 // --- single-valued ends --------------------------------------------------------------------------------------------------
 
 void removeEnd(ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const & property) {
-    ClassObject const present = singleValue(object, deviant, property);
-    if (!present.isValid() && property.storage == Storage::Container && object.getContainerZEL(deviant).isValid()) {
-        // The container is of another kind, and so no value of this end. All but the owner leave it alone.
-        if (&property == &NSInterface::ElementIntf::ownerProperty()) {
-            object.removeContainerZEL(deviant);
-        }
+    if (property.storage == Storage::Container) {
+        // Whatever the container is: it may be of a kind that this end does not show.
+        object.removeContainerZEL(deviant);
         return;
     }
+    ClassObject const present = singleValue(object, deviant, property);
     if (present.isValid()) {
-        if (property.storage == Storage::Container) {
-            eraseContainee(*present.getImplementation(), deviant, object);
-        } else if (property.otherEnd == OtherEnd::Property) {
+        if (property.otherEnd == OtherEnd::Property) {
             ClassObjectIntf & partner = *present.getImplementation();
             eraseOppositeOnly(partner, deviantFor(partner, object, deviant), *property.opposite, object);
         } else if (property.otherEnd == OtherEnd::Container) {

@@ -265,27 +265,32 @@ TEST_F(Containment, LosesOnlyTheEndThatIsMeantInTheOneEndedForms) {
     package.getImplementation()->getPackagedElementsWithoutAssociation(d).remove(object);
 }
 
-TEST_F(Containment, StaysWhereAnEndOfAnotherKindIsEmptied) {
+TEST_F(Containment, EndsOnBothSidesByWhateverEndOfTheContainer) {
     open();
     Class const object = factory.createClass();
     Property const attribute = factory.createProperty();
-    object.getOwnedAttributes().push_back(attribute);
-    attribute.removeDatatype();
-    attribute.setOwningAssociation(Association());
-    attribute.removeOne(String("datatype"));
-    EXPECT_EQ(object, attribute.getClass());
-    Association const association = factory.createAssociation();
-    Property const end = factory.createProperty();
-    association.getOwnedEnds().push_back(end);
-    end.getRedefinitionContexts().clear();
-    EXPECT_EQ(association, end.getOwningAssociation());
     Constraint const constraint = factory.createConstraint();
     Expression const expression = factory.createExpression();
-    constraint.setSpecification(expression);
-    expression.removeNamespace();
-    EXPECT_EQ(constraint, expression.getContainerZEL());
-    expression.removeOwner();
-    EXPECT_FALSE(constraint.hasSpecification());
+    struct {
+        char const * name;
+        std::function<void()> call;
+    } const rows[] = {
+        {"another end", [&] { attribute.removeDatatype(); }},
+        {"an invalid value", [&] { attribute.setOwningAssociation(Association()); }},
+        {"reflection", [&] { attribute.removeOne(String("datatype")); }},
+        {"a single value", [&] { expression.removeNamespace(); }},
+        {"the owner", [&] { expression.removeOwner(); }},
+    };
+    for (auto const & row : rows) {
+        SCOPED_TRACE(row.name);
+        attribute.setClass(object);
+        constraint.setSpecification(expression);
+        int const roots = unparented();
+        row.call();
+        EXPECT_EQ(roots + 1, unparented());
+        EXPECT_EQ(1, object.getOwnedAttributes().size() + (constraint.hasSpecification() ? 1 : 0));
+        expectOneTree(model);
+    }
 }
 
 TEST_F(Containment, KeepsManyToOneAndManyToManyEndsInStep) {

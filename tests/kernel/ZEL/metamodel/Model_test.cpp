@@ -114,6 +114,7 @@ TEST_F(ModelTest, RefusesANumberThatIsTaken) {
     EXPECT_RAISES("An Internal Error has occurred", other.handleObjectById(Integer(9), object, Integer(0)));
     EXPECT_RAISES("An Internal Error has occurred", object.setModelZEL(other));
     EXPECT_RAISES("Internal id value overflow!", model.setObjectId(object, Integer(-5)));
+    EXPECT_RAISES("Internal id value overflow!", object.setId(Integer(-1)));
     EXPECT_EQ(3, object.getId());
     EXPECT_EQ(model, object.getModelZEL());
     EXPECT_EQ(2, model.getUnparented().size());

@@ -231,6 +231,7 @@ void FamilyBuilder::addInherited(Class & target) {
 void FamilyBuilder::addViews(Class & target) {
     auto const partsOf = [&](std::vector<Word> const & names) {
         std::vector<Property const *> parts;
+        parts.reserve(names.size());
         for (Word const & name : names) {
             parts.push_back(&inClosure(target, name.text));
         }

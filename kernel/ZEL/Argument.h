@@ -63,7 +63,7 @@ public:
     }
     friend std::strong_ordering operator<=>(Argument const & left, Argument const & right) noexcept {
         auto const names = left.fName <=> right.fName;
-        if (names != 0 || left.fValue == right.fValue) {
+        if (std::is_neq(names) || left.fValue == right.fValue) {
             return names;
         }
         return left.fValue < right.fValue ? std::strong_ordering::less : std::strong_ordering::greater;

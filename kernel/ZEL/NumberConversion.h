@@ -15,7 +15,7 @@ namespace ZEL::internal {
 template <class T> [[nodiscard]] constexpr T truncated(double value) noexcept {
     // The limits as doubles: the upper one is the first value that does not fit.
     constexpr double low = static_cast<double>(std::numeric_limits<T>::min());
-    constexpr double beyond = 2.0 * static_cast<double>(std::numeric_limits<T>::max() / 2 + 1);
+    constexpr double beyond = 2.0 * static_cast<double>((std::numeric_limits<T>::max() >> 1) + 1);
     if (value != value) {
         return 0;
     }

@@ -9,6 +9,7 @@
 #include <ZEL/sequences/PersistentSequence.h>
 
 #include <unordered_map>
+#include <utility>
 
 namespace ZEL::internal {
 
@@ -38,8 +39,9 @@ void StateCore::assignCore(StateCore const & other) {
     containerZEL = other.containerZEL;
     setPersistence(other.persistence());
     if (((fBits | other.fBits) & kHasStereotypeInstances) != 0) {
-        PersistentSequence const instances = other.stereotypeInstances();
-        writableStereotypeInstances() = instances;
+        // A copy, since making this state's entry may move the other's.
+        PersistentSequence instances = other.stereotypeInstances();
+        writableStereotypeInstances() = std::move(instances);
     }
 }
 

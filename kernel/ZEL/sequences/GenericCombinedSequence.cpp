@@ -231,11 +231,13 @@ void GenericCombinedSequence::generic_pop_front(Deviant deviant) {
 }
 
 void GenericCombinedSequence::generic_push_back(Deviant deviant, Ref element) {
-    subSequenceFor(element).generic_push_back(deviant, std::move(element));
+    auto & sub = subSequenceFor(element);
+    sub.generic_push_back(deviant, std::move(element));
 }
 
 void GenericCombinedSequence::generic_push_front(Deviant deviant, Ref element) {
-    subSequenceFor(element).generic_push_front(deviant, std::move(element));
+    auto & sub = subSequenceFor(element);
+    sub.generic_push_front(deviant, std::move(element));
 }
 
 void GenericCombinedSequence::generic_replace(Deviant, int, Ref) {

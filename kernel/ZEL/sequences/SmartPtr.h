@@ -20,11 +20,10 @@ public:
     SmartPtr(SmartPtr && other) noexcept : fObject(std::exchange(other.fObject, nullptr)) {}
     ~SmartPtr() { release(fObject); }
 
-    SmartPtr & operator=(SmartPtr const & other) {
-        return *this = other.fObject;
-    } // NOLINT(bugprone-unhandled-self-assignment): the bodies are compared
-    SmartPtr &
-    operator=(SmartPtr && other) { // NOLINT(performance-noexcept-move-constructor): giving up a count may raise
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the bodies are compared
+    SmartPtr & operator=(SmartPtr const & other) { return *this = other.fObject; }
+    // NOLINTNEXTLINE(performance-noexcept-move-constructor): giving up a count may raise
+    SmartPtr & operator=(SmartPtr && other) {
         if (fObject != other.fObject) {
             release(std::exchange(fObject, std::exchange(other.fObject, nullptr)));
         }

@@ -9,6 +9,7 @@
 #include <ZEL/Transaction.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/tools/Comparator.h>
+#include <ZEL/tools/ObjectsIn.h>
 
 #include <CLI/CLI.hpp>
 
@@ -79,7 +80,7 @@ ExitCode CompareCommand::run() {
 
     ZEL::Comparator comparator(first.model, second.model);
     if (isEqual(comparator)) {
-        std::cout << "equal: " << counted(objectsOf(first.model).size(), "object") << '\n';
+        std::cout << "equal: " << counted(ZEL::objectsIn(first.model).size(), "object") << '\n';
         return Done;
     }
     std::cout << "different: " << describe(comparator.getFailedFirst()) << "\n           "

@@ -5,6 +5,7 @@
 #include "Options.h"
 
 #include <ZEL/String.h>
+#include <ZEL/tools/ObjectsIn.h>
 
 #include <CLI/CLI.hpp>
 
@@ -38,7 +39,7 @@ ExitCode ConvertCommand::run() {
     OpenModel const opened = readModel(fInput, settings);
     requireNoCompanion(fOutput, opened, fInput);
     writeModel(fOutput, opened.model, fTo);
-    std::cout << printable(fOutput) << ": " << counted(objectsOf(opened.model).size(), "object") << '\n';
+    std::cout << printable(fOutput) << ": " << counted(ZEL::objectsIn(opened.model).size(), "object") << '\n';
     return Done;
 }
 

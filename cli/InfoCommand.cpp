@@ -7,6 +7,7 @@
 #include <ZEL/NamespaceRegistry.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/Class.h>
+#include <ZEL/tools/ObjectsIn.h>
 
 #include <CLI/CLI.hpp>
 
@@ -43,7 +44,7 @@ void InfoCommand::declare(CLI::App & app) { app.add_option("FILE", fFile, "A mod
 ExitCode InfoCommand::run() {
     OpenModel const opened = openModel(fFile);
     ZEL::Model const & model = opened.model;
-    std::vector<ZEL::ImmutableClassObject> const objects = objectsOf(model);
+    std::vector<ZEL::ImmutableClassObject> const objects = ZEL::objectsIn(model);
     std::string const metaUri = model.getMetaClass().getRootModel().getUri();
 
     row("uri", model.getUri());
@@ -52,7 +53,7 @@ ExitCode InfoCommand::run() {
     row("next id", model.getNextIdValue().toString());
     row("objects", std::to_string(objects.size()) + ", at most " + counted(heightOf(objects), "level") + " deep");
     for (ZEL::Model const & companion : opened.companions) {
-        row("refers to", companion.getUri().str() + " (" + counted(objectsOf(companion).size(), "object") + ")");
+        row("refers to", companion.getUri().str() + " (" + counted(ZEL::objectsIn(companion).size(), "object") + ")");
     }
 
     row("left out", opened.losses.isEmpty() ? "nothing" : summaryOf(opened.losses));

@@ -12,6 +12,7 @@
 #include <ZEL/metamodel/EnumerationLiteral.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/Type.h>
+#include <ZEL/tools/ObjectsIn.h>
 
 #include <CLI/CLI.hpp>
 
@@ -72,7 +73,7 @@ void print(ZEL::ImmutableEnumeration const & enumeration) {
 }
 
 std::size_t numberOfClasses(ZEL::Model const & metamodel) {
-    std::vector<ZEL::ImmutableClassObject> const objects = objectsOf(metamodel);
+    std::vector<ZEL::ImmutableClassObject> const objects = ZEL::objectsIn(metamodel);
     return static_cast<std::size_t>(
         std::count_if(objects.begin(), objects.end(),
                       [](ZEL::ImmutableClassObject const & object) { return ZEL::ImmutableClass(object).isValid(); }));
@@ -105,7 +106,7 @@ ExitCode MetamodelCommand::run() {
         list();
         return Done;
     }
-    for (ZEL::ImmutableClassObject const & object : objectsOf(metamodelOf(*fName))) {
+    for (ZEL::ImmutableClassObject const & object : ZEL::objectsIn(metamodelOf(*fName))) {
         ZEL::ImmutableClass const metaClass(object);
         ZEL::ImmutableEnumeration const enumeration(object);
         ZEL::ImmutableDataType const dataType(object);

@@ -13,13 +13,10 @@
 #include <ZEL/String.h>
 #include <ZEL/interchange/Interchange.h>
 #include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/FactoryObject.h>
 #include <ZEL/metamodel/NamedElement.h>
 #include <ZEL/serializer/XmiReader.h>
 #include <ZEL/serializer/XmiWriter.h>
-#include <ZEL/tools/ObjectsIn.h>
 
-#include <algorithm>
 #include <exception>
 #include <filesystem>
 #include <new>
@@ -53,8 +50,6 @@ std::string shortened(std::string const & name) {
     std::size_t const dot = name.size() > kLongest ? name.find('.', name.size() - kLongest) : std::string::npos;
     return dot == std::string::npos ? name : "..." + name.substr(dot);
 }
-
-bool isFactory(ZEL::ImmutableClassObject const & object) { return ZEL::ImmutableFactoryObject(object).isValid(); }
 
 } // namespace
 
@@ -135,12 +130,6 @@ ZEL::Model metamodelOf(std::string const & uriOrPrefix) {
         throw Trouble("metamodel: found " + nameOf(uriOrPrefix) + ", expected " + anyOf(known));
     }
     return model;
-}
-
-std::vector<ZEL::ImmutableClassObject> objectsOf(ZEL::ImmutableClassObject const & root) {
-    std::vector<ZEL::ImmutableClassObject> found = ZEL::objectsIn(root);
-    found.erase(std::remove_if(found.begin() + 1, found.end(), isFactory), found.end());
-    return found;
 }
 
 std::string describe(ZEL::ImmutableClassObject const & object) {

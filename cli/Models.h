@@ -37,9 +37,6 @@ void writeModel(std::string const & file, ZEL::Model const & model,
 /// The metamodel that is registered under the URI or the prefix. Raises `Trouble` if there is none.
 [[nodiscard]] ZEL::Model metamodelOf(std::string const & uriOrPrefix);
 
-/// The object and all that it contains, containers first; of a model what is in its file, so without the factory.
-[[nodiscard]] std::vector<ZEL::ImmutableClassObject> objectsOf(ZEL::ImmutableClassObject const & root);
-
 /// The class of the object, its name if it has one, and its identity: "Class 'library.Book' (..._17)".
 [[nodiscard]] std::string describe(ZEL::ImmutableClassObject const & object);
 

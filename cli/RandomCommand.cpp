@@ -9,6 +9,7 @@
 #include <ZEL/FactoryRegistry.h>
 #include <ZEL/String.h>
 #include <ZEL/Transaction.h>
+#include <ZEL/tools/ObjectsIn.h>
 #include <ZEL/tools/RandomModelGenerator.h>
 
 #include <CLI/CLI.hpp>
@@ -47,7 +48,8 @@ ExitCode RandomCommand::run() {
     requireWritable(fOutput);
     ZEL::Model const model = makeModel();
     writeModel(fOutput, model);
-    std::cout << printable(fOutput) << ": " << counted(objectsOf(model).size(), "object") << ", seed " << fSeed << '\n';
+    std::cout << printable(fOutput) << ": " << counted(ZEL::objectsIn(model).size(), "object") << ", seed " << fSeed
+              << '\n';
     return Done;
 }
 

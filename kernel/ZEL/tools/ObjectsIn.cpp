@@ -1,5 +1,9 @@
+#include <ZEL/metamodel/FactoryObject.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/tools/ObjectsIn.h>
+
+#include <algorithm>
+#include <iterator>
 
 namespace ZEL {
 
@@ -10,7 +14,8 @@ std::vector<ImmutableClassObject> objectsIn(ImmutableClassObject const & root) {
         found.push_back(open.back());
         open.pop_back();
         std::vector<ImmutableClassObject> const children = found.back().getContaineeZELs().toVector();
-        open.insert(open.end(), children.rbegin(), children.rend());
+        std::copy_if(children.rbegin(), children.rend(), std::back_inserter(open),
+                     [](ImmutableClassObject const & child) { return !ImmutableFactoryObject(child).isValid(); });
     }
     return found;
 }

@@ -63,7 +63,7 @@ std::set<std::string> idsIn(std::string const & file) {
     return ids;
 }
 
-TEST(Corpus, FilesAreReadOrRefusedAndTheirModelsSavedAndReadBackEqual) {
+TEST(CorpusLong, FilesAreReadOrRefusedAndTheirModelsSavedAndReadBackEqual) {
     char const * const folder = std::getenv("ZEL_CORPUS");
     if (folder == nullptr) {
         GTEST_SKIP() << "ZEL_CORPUS names no folder of files";

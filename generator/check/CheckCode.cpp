@@ -133,9 +133,10 @@ private:
             if (takesTheSame(operation, *candidate)) {
                 same.push_back(other);
             } else if (&owner == &fClass && other != &fClass &&
-                       std::none_of(fClass.operations.begin(), fClass.operations.end(), [&](Operation const & own) {
-                           return own.name == operation.name && takesTheSame(own, *candidate);
-                       })) {
+                       std::none_of(fClass.operations.begin(), fClass.operations.end(),
+                                    [&operation, &inherited = *candidate](Operation const & own) {
+                                        return own.name == operation.name && takesTheSame(own, inherited);
+                                    })) {
                 reportOnClass("found the operation '" + operation.name + "' with other parameters than in '" +
                               other->name + "', expected the same ones or another name");
                 return;

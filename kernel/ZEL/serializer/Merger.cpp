@@ -32,6 +32,7 @@ Merger::Merger(Model const & model) : Merger() { addReferredModel(model); }
 // Each has a cache of its own: the end of one's run empties it.
 Merger::Merger(Merger const & other) : Merger() { *this = other; }
 
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): each member stands being assigned to itself
 Merger & Merger::operator=(Merger const & other) {
     fReferredModels = other.fReferredModels;
     fCollectedObjects = other.fCollectedObjects;

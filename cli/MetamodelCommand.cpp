@@ -6,6 +6,7 @@
 #include <ZEL/NamespaceRegistry.h>
 #include <ZEL/String.h>
 #include <ZEL/UnlimitedNatural.h>
+#include <ZEL/interchange/Interchange.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/Enumeration.h>
@@ -80,7 +81,7 @@ std::size_t numberOfClasses(ZEL::Model const & metamodel) {
 }
 
 void list() {
-    registerMetaModels();
+    ZEL::Interchange::registerMetaModels();
     auto const entries = ZEL::NamespaceRegistry::instance()->getMetaUriMappings();
     std::size_t uriWidth = 0;
     std::size_t prefixWidth = 0;

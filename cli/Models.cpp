@@ -53,15 +53,10 @@ std::string shortened(std::string const & name) {
 
 } // namespace
 
-void registerMetaModels() {
-    static bool const isDone = (ZEL::Interchange::registerMetaModels(), true);
-    static_cast<void>(isDone);
-}
-
 OpenModel openModel(std::string const & file, ZEL::Serializer::XmiReaderSettings settings) {
     requireReadable(file);
     Progress const progress("reading " + file);
-    registerMetaModels();
+    ZEL::Interchange::registerMetaModels();
     settings.setSkipUnreadableExternalFiles(true);
     ZEL::Serializer::XmiReader reader(settings);
     OpenModel opened;
@@ -118,7 +113,7 @@ void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Seriali
 }
 
 ZEL::Model metamodelOf(std::string const & uriOrPrefix) {
-    registerMetaModels();
+    ZEL::Interchange::registerMetaModels();
     ZEL::NamespaceRegistry const & namespaces = *ZEL::NamespaceRegistry::instance();
     std::string const uri = namespaces.getMetaUri(uriOrPrefix);
     ZEL::Model model = ZEL::MetaModelRegistry::instance()->getModelFromUri(uri.empty() ? uriOrPrefix : uri);

@@ -20,10 +20,6 @@ struct OpenModel {
     ZEL::Serializer::ReadReport losses; ///< what of all these files did not reach a model
 };
 
-/// Registers the metamodels whose models the program reads and makes, at the first call. The commands that look a
-/// metamodel up call it; it takes longer than the whole work on a small file of the built-in metamodel.
-void registerMetaModels();
-
 /// Reads the file, one of another tool too. Files that it refers to and that cannot be read are left out. Raises
 /// `Trouble` if there is no model in the file.
 [[nodiscard]] OpenModel openModel(std::string const & file, ZEL::Serializer::XmiReaderSettings settings = {});

@@ -16,9 +16,17 @@ protected:
     xmlns:UML_Standard_Profile="http://www.magicdraw.com/schemas/UML_Standard_Profile.xmi">
 )" + content + "</xmi:XMI>\n");
     }
-    /// The units stand on literals, the third on none. What is measured in a unit refers to its literal. The other unit of
-    /// the first quantity is given by itself, that of the second, wrongly, by a literal.
+    /// The units stand on literals, the third on none; the first builds on one of another file, in which a unit stands on
+    /// a literal, too. What is measured in a unit refers to its literal. The other unit of the first quantity is given by
+    /// itself, that of the second, wrongly, by a literal.
     uml::Model readUnits() {
+        toolFile("base.xml", R"(  <uml:Model xmi:id="b1" name="Base">
+    <packagedElement xmi:type="uml:Enumeration" xmi:id="b2" name="Length">
+      <ownedLiteral xmi:type="uml:EnumerationLiteral" xmi:id="b3" name="nm"/>
+    </packagedElement>
+  </uml:Model>
+  <NumericTypes:unit xmi:id="b4" base_EnumerationLiteral="b3"/>
+)");
         return read(toolFile("in.xml", R"(  <xmi:Documentation exporter="MagicDraw UML" exporterVersion="16.5"/>
   <xmi:Extension extender="MagicDraw UML 16.5"><plugin pluginName="UML" pluginVersion="1"/></xmi:Extension>
   <uml:Model xmi:id="eee_1045467100313_135436_1" name="Data" visibility="public">
@@ -32,7 +40,7 @@ protected:
     <packagedElement xmi:type="uml:DataType" xmi:id="_16_5_1_4" name="Distance"/>
     <packagedElement xmi:type="uml:DataType" xmi:id="_16_5_1_5" name="Mass"/>
   </uml:Model>
-  <NumericTypes:unit xmi:id="_16_5_1_6" base_EnumerationLiteral="_16_5_1_2" symbol="m"/>
+  <NumericTypes:unit xmi:id="_16_5_1_6" base_EnumerationLiteral="_16_5_1_2" symbol="m" baseUnit="base.xml#b4"/>
   <NumericTypes:unit xmi:id="_16_5_1_7" base_EnumerationLiteral="_16_5_1_3" conversionFactor="1000" baseUnit="_16_5_1_2"/>
   <NumericTypes:unit xmi:id="_16_5_1_8" symbol="kg"/>
   <NumericTypes:scalarQuantity xmi:id="_16_5_1_9" base_DataType="_16_5_1_4" unit="_16_5_1_3" otherUnit="_16_5_1_6"/>
@@ -56,7 +64,9 @@ protected:
     <packagedElement xmi:id="@1_5" xmi:type="uml:DataType" name="Distance"></packagedElement>
     <packagedElement xmi:id="@1_6" xmi:type="uml:DataType" name="Mass"></packagedElement>
   </uml:Model>
-  <NumericTypes:unit xmi:id="@1_7" symbol="m" base_EnumerationLiteral="@1_3"/>
+  <NumericTypes:unit xmi:id="@1_7" symbol="m" base_EnumerationLiteral="@1_3">
+    <baseUnit xmi:type="NumericTypes:unit" href="base.xml##1_4"/>
+  </NumericTypes:unit>
   <NumericTypes:unit xmi:id="@1_8" conversionFactor="1000" baseUnit=")" +
                first + R"(" base_EnumerationLiteral="@1_4"/>
   <NumericTypes:scalarQuantity xmi:id="@1_10" otherUnit="@1_7" unit=")" +

@@ -56,16 +56,19 @@ MagicDrawReadTransforms::MagicDrawReadTransforms() {
 }
 
 ContextSequence MagicDrawReadTransforms::noteLiteral(Context const & context) {
-    fLiteralByUnit[std::exchange(fUnit, Context())] = context.getFirstValue();
+    fLiteralByUnitId[std::exchange(fUnit, Context()).getFirstValue()] = context.getFirstValue();
     return context;
 }
 
 void MagicDrawReadTransforms::enterUnit(Context const & context, ClassObject const & object) {
-    auto const found = fLiteralByUnit.find(context);
-    if (found != fLiteralByUnit.end()) {
+    if (context.getUri() != Names::MD_NUMERIC_TYPES || context.getRoleName() != "unit") {
+        return;
+    }
+    auto const found = fLiteralByUnitId.find(context.getFirstValue());
+    if (found != fLiteralByUnitId.end()) {
         fUnitByLiteral[found->second] = object;
-        // All units are equal as Contexts: the next one, which may have no literal, must not find this one's.
-        fLiteralByUnit.erase(found);
+        // The next unit of that id, or without one too, may have no literal: it must not find this one's.
+        fLiteralByUnitId.erase(found);
     }
 }
 

@@ -27,7 +27,8 @@ private:
     [[nodiscard]] LinkedElement leadToUnit(Reference const & reference) const;
 
     Context fUnit; ///< the unit element being read
-    std::map<Context, std::string> fLiteralByUnit;
+    /// Both by id. More than one unit may be under way: a link in one leads to another file, which has units of its own.
+    std::map<std::string, std::string> fLiteralByUnitId;
     std::map<std::string, ClassObject> fUnitByLiteral;
 };
 

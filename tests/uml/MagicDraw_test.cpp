@@ -16,9 +16,9 @@ protected:
     xmlns:UML_Standard_Profile="http://www.magicdraw.com/schemas/UML_Standard_Profile.xmi">
 )" + content + "</xmi:XMI>\n");
     }
-    /// The units stand on literals, the third on none; the first builds on one of another file, in which a unit stands on
-    /// a literal, too. What is measured in a unit refers to its literal. The other unit of the first quantity is given by
-    /// itself, that of the second, wrongly, by a literal.
+    /// The units stand on literals, the third on none, the one on which the first builds in another file. What is measured
+    /// in a unit refers to its literal. The other unit of the first quantity is given by itself, that of the second,
+    /// wrongly, by a literal.
     uml::Model readUnits() {
         toolFile("base.xml", R"(  <uml:Model xmi:id="b1" name="Base">
     <packagedElement xmi:type="uml:Enumeration" xmi:id="b2" name="Length">
@@ -40,7 +40,7 @@ protected:
     <packagedElement xmi:type="uml:DataType" xmi:id="_16_5_1_4" name="Distance"/>
     <packagedElement xmi:type="uml:DataType" xmi:id="_16_5_1_5" name="Mass"/>
   </uml:Model>
-  <NumericTypes:unit xmi:id="_16_5_1_6" base_EnumerationLiteral="_16_5_1_2" symbol="m" baseUnit="base.xml#b4"/>
+  <NumericTypes:unit xmi:id="_16_5_1_6" base_EnumerationLiteral="_16_5_1_2" symbol="m" baseUnit="base.xml#b3"/>
   <NumericTypes:unit xmi:id="_16_5_1_7" base_EnumerationLiteral="_16_5_1_3" conversionFactor="1000" baseUnit="_16_5_1_2"/>
   <NumericTypes:unit xmi:id="_16_5_1_8" symbol="kg"/>
   <NumericTypes:scalarQuantity xmi:id="_16_5_1_9" base_DataType="_16_5_1_4" unit="_16_5_1_3" otherUnit="_16_5_1_6"/>

@@ -1,6 +1,7 @@
 #include <ZEL/NamespaceRegistry.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/Model.h>
 #include <ZEL/serializer/DialectContexts.h>
 #include <ZEL/serializer/MagicDrawConstants.h>
 #include <ZEL/serializer/MagicDrawReadTransforms.h>
@@ -67,6 +68,8 @@ void MagicDrawReadTransforms::enterUnit(Context const & context, ClassObject con
     auto const found = fLiteralByUnitId.find(context.getFirstValue());
     if (found != fLiteralByUnitId.end()) {
         fUnitByLiteral[found->second] = object;
+        // Links from other files name the file, too.
+        fUnitByLiteral[object.getModelZEL().getUri().str() + "#" + found->second] = object;
         // The next unit of that id, or without one too, may have no literal: it must not find this one's.
         fLiteralByUnitId.erase(found);
     }

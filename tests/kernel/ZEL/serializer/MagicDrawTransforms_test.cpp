@@ -7,6 +7,8 @@
 #include <kernel/ZEL/serializer/ContextText.h>
 
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace ZEL::Serializer::Test {
@@ -35,11 +37,7 @@ protected:
 };
 
 TEST_F(MagicDraw, ReadingLeavesOutWhatIsTheToolsOwn) {
-    struct Row {
-        ContextSequence input;
-        std::string expected;
-    };
-    std::vector<Row> const rows = {
+    std::vector<std::pair<ContextSequence, std::string>> const rows = {
         {element(kMdProfile, "DiagramInfo", "d"), "e! {" + kMdProfile + "}DiagramInfo=d"},
         {element(kMdProfile, "HyperlinkOwner", "h"), "e! {" + kMdProfile + "}HyperlinkOwner=h"},
         {element(kMdProfile, "modelLibrary", "m"), "e {" + kMdProfile + "}modelLibrary=m"},
@@ -51,10 +49,8 @@ TEST_F(MagicDraw, ReadingLeavesOutWhatIsTheToolsOwn) {
         {outside("ownedMember", kUml, "Package"), "r {}ownedMember=other.mdzip#1 a {}name=n"},
         {outside("packagedElement", kUml, "Class"), "r {}packagedElement=other.mdzip#1 a {}name=n"},
     };
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        MagicDrawReadTransforms dialect;
-        StandardReadTransforms standard;
-        EXPECT_EQ(textOf(standard.apply(dialect.apply(rows[i].input))), rows[i].expected) << "row " << i;
+    for (auto const & [input, expected] : rows) {
+        EXPECT_EQ(textOf(StandardReadTransforms().apply(MagicDrawReadTransforms().apply(input))), expected);
     }
 }
 
@@ -65,12 +61,8 @@ TEST_F(MagicDraw, WritingPutsTheLiteralInPlaceOfTheUnit) {
     Context const second = below(literal, nested("appliedStereotypeInstance", kUnits, "unit", "u2"));
     Context const unit = element(kUnits, "unit", "u2");
     Context const quantity = element(kUnits, "scalarQuantity", "q");
-    struct Row {
-        bool isSecondTraversal;
-        ContextSequence input;
-        std::string expected;
-    };
-    std::vector<Row> const rows = {
+    // Whether it is the second traversal; what is given; what comes out.
+    std::vector<std::tuple<bool, ContextSequence, std::string>> const rows = {
         {false, both(first, linkOf(first, "base_EnumerationLiteral", "l1")),
          "e {}appliedStereotypeInstance=u1 r {}base_EnumerationLiteral=l1"},
         {false, both(second, linkOf(second, "baseUnit", "u1")), "e {}appliedStereotypeInstance=u2 r {}baseUnit=u1"},
@@ -85,9 +77,9 @@ TEST_F(MagicDraw, WritingPutsTheLiteralInPlaceOfTheUnit) {
         {true, linkOf(quantity, "unit", "u2"), "r {}unit=u2"},
     };
     MagicDrawWriteTransforms transforms;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        transforms.setSerializePhase(rows[i].isSecondTraversal);
-        EXPECT_EQ(textOf(transforms.apply(rows[i].input)), rows[i].expected) << "row " << i;
+    for (auto const & [isSecond, input, expected] : rows) {
+        transforms.setSerializePhase(isSecond);
+        EXPECT_EQ(textOf(transforms.apply(input)), expected);
     }
 }
 

@@ -278,6 +278,8 @@ TEST_F(RhapsodyFile, KeepsDataTypesInTheirComponentsWithoutAPlaceForThem) {
         {"without a type", elementOf("ownedAttribute", "Port", "8", ""), ""},
         {"in a component that is left out", "", packaged("Component", "4", kPort)},
         {"deeper in one", "", packaged("Component", "4", elementOf("nestedClassifier", "Component", "5", "", kPort))},
+        {"in a behavior that is left out", elementOf("ownedBehavior", "OpaqueBehavior", "6", "", kPort), ""},
+        {"in a type of a component", packaged("DataType", "7", kPort), ""},
     };
     for (auto const & row : rows) {
         std::string content = packaged("Component", "3", kDataType + row.besideType) + row.besideComponent;
@@ -292,9 +294,11 @@ TEST_F(RhapsodyFile, KeepsDataTypesInTheirComponentsWithoutAPlaceForThem) {
 }
 
 TEST_F(RhapsodyFile, MovesDataTypesOfAllComponentsOnce) {
-    // Also out of a component that is left out. The unit's instance on the
+    // Also out of a component that is left out, and with elements that recur in each other. The unit's instance on the
     // type is not written with it.
-    std::string const last = packaged("DataType", "91", "");
+    std::string const comment = elementOf("ownedComment", "Comment", "22", "") +
+                                elementOf("ownedComment", "Comment", "23", R"(body="beside it")");
+    std::string const last = packaged("DataType", "91", elementOf("ownedComment", "Comment", "21", "", comment));
     std::string const leftOut = packaged("DataType", "90", elementOf("ownedAttribute", "Property", "20", ""));
     std::string const content =
         packaged("Component", "3", last) + packaged("Component", "4", leftOut) +
@@ -308,7 +312,12 @@ TEST_F(RhapsodyFile, MovesDataTypesOfAllComponentsOnce) {
         <packagedElement xmi:id="@1_90" xmi:type="uml:DataType">
           <ownedAttribute xmi:id="@1_20" xmi:type="uml:Property" isID="false"></ownedAttribute>
         </packagedElement>
-        <packagedElement xmi:id="@1_91" xmi:type="uml:DataType"></packagedElement>
+        <packagedElement xmi:id="@1_91" xmi:type="uml:DataType">
+          <ownedComment xmi:id="@1_21" xmi:type="uml:Comment">
+            <ownedComment xmi:id="@1_22" xmi:type="uml:Comment"></ownedComment>
+            <ownedComment xmi:id="@1_23" xmi:type="uml:Comment" body="beside it"></ownedComment>
+          </ownedComment>
+        </packagedElement>
         <ownedAttribute xmi:id="@1_8" xmi:type="uml:Port" name="p" isID="false" type="@1_9"/>
         <ownedAttribute xmi:id="@1_7" xmi:type="uml:Port" isID="false" type="@1_9"/>
       </packagedElement>
@@ -316,6 +325,17 @@ TEST_F(RhapsodyFile, MovesDataTypesOfAllComponentsOnce) {
 )"),
               std::string::npos)
         << text;
+}
+
+TEST_F(RhapsodyFile, KeepsTheLinksOfALoneDataTypeInIt) {
+    addLibrary();
+    std::string const link = R"(<redefinedClassifier xmi:type="uml:PrimitiveType" href="@L_14"/>)";
+    std::string const content = packaged("Component", "3", packaged("DataType", "9", link) + kPort);
+    EXPECT_EQ(linesWith("^ +<(redefined|.*DataType)|^ {8}</packaged", converted(packaged("Package", "2", content))),
+              R"(<packagedElement xmi:id="@1_9" xmi:type="uml:DataType">
+<redefinedClassifier xmi:type="uml:PrimitiveType" href="library.xmi##1_14"/>
+</packagedElement>
+)");
 }
 
 TEST_F(RhapsodyFile, TiesPortsAndBehaviorsToTheirOwnElements) {

@@ -4,6 +4,7 @@
 #include <ZEL/serializer/QualifiedName.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -87,6 +88,10 @@ public:
     [[nodiscard]] bool isParentOf(Context const & other) const noexcept {
         return (!fRole.isEmpty() || !fType.isEmpty()) && fRole == other.fParentRole && fType == other.fParentType;
     }
+    /// How deep an element that a rule gives lies among those of its sequence, from 1 on, where the names of recurring
+    /// elements would not tell; 0 where they do. A parent's depth is one less.
+    [[nodiscard]] std::size_t getDepth() const noexcept { return fDepth; }
+    void setDepth(std::size_t depth) noexcept { fDepth = static_cast<std::uint32_t>(depth); }
     /// How well the pattern, this, fits `other`: 0 if they conflict or have nothing in common, 8 if either is empty,
     /// else the number of pairs that agree; 4 also if all they agree on is that nothing is given.
     [[nodiscard]] int weightedMatch(Context const & other) const noexcept;
@@ -116,6 +121,7 @@ private:
     std::string fFirstValue;
     std::vector<std::string> fMoreValues;
     unsigned char fFlags = 0;
+    std::uint32_t fDepth = 0;
     QualifiedName fParentType;
     QualifiedName fParentRole;
     QualifiedName fType;

@@ -8,6 +8,8 @@
 #include <hasp_util/XmlConstants.h>
 #include <hasp_util/XmlWriter.h>
 
+#include <algorithm>
+
 namespace ZEL::Serializer {
 
 using HASP::XmlConstants;
@@ -25,7 +27,7 @@ std::size_t ContextPrinter::write(ContextSequence const & sequence, Elements ele
             continue;
         }
         if (context.isElement()) {
-            while (!fPath.empty() && !fPath.back()->isParentOf(context)) {
+            while (!fPath.empty() && !pathLeadsTo(context)) {
                 end(elements == Elements::Open ? 1 : 0);
                 fPath.pop_back();
             }
@@ -40,6 +42,10 @@ std::size_t ContextPrinter::write(ContextSequence const & sequence, Elements ele
     return elements == Elements::Open ? fPath.size() : 0;
 }
 
+bool ContextPrinter::pathLeadsTo(Context const & element) const {
+    return element.getDepth() != 0 ? fPath.size() < element.getDepth() : fPath.back()->isParentOf(element);
+}
+
 void ContextPrinter::end(std::size_t elements) {
     for (; elements != 0; --elements) {
         fXml.writeEndElement();
@@ -47,7 +53,10 @@ void ContextPrinter::end(std::size_t elements) {
 }
 
 void ContextPrinter::writeWhole(ContextSequence const & sequence, Level level) {
-    end(write(sequence, sequence.elementCount() > 1 ? Elements::Open : Elements::Empty, level));
+    bool const hasChildElements =
+        sequence.elementCount() > 1 ||
+        std::any_of(sequence.begin(), sequence.end(), [](Context const & context) { return context.isMultiValued(); });
+    end(write(sequence, hasChildElements ? Elements::Open : Elements::Empty, level));
 }
 
 void ContextPrinter::startElement(Context const & context, Elements elements, Level level) {

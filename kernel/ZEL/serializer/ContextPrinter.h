@@ -36,6 +36,8 @@ public:
     void writeWhole(ContextSequence const & sequence, Level level);
 
 private:
+    /// Whether the last element of the path is the parent of the one given.
+    [[nodiscard]] bool pathLeadsTo(Context const & element) const;
     void startElement(Context const & context, Elements elements, Level level);
     void writeType(Context const & context);
     void writeReference(Context const & context);

@@ -1,6 +1,9 @@
 #include <ZEL/serializer/RhpMovedDataTypes.h>
 #include <ZEL/serializer/XmiConstants.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace ZEL::Serializer {
 namespace {
 
@@ -14,52 +17,48 @@ bool isLeftOut(Context const & element) {
 
 void RhpMovedDataTypes::beginType(Context const & dataType) {
     fKey = Key(dataType, dataType.getFirstValue());
-    fContexts = ContextSequence(dataType);
-    fPath = {dataType};
-    fLeftOut.reset();
+    add(dataType);
 }
 
-void RhpMovedDataTypes::add(Context const & context) {
-    bool const isTaken = context.isElement() ? enterElement(context) : !fLeftOut.has_value();
-    if (isTaken) {
-        fContexts.addContext(context);
+void RhpMovedDataTypes::add(Context context) {
+    if (context.isElement()) {
+        fPath.push_back(context.getFirstValue());
+        context.setDepth(fPath.size());
+        if (!fLeftOut.has_value() && isLeftOut(context)) {
+            fLeftOut = fPath.size();
+        }
+    }
+    if (!fLeftOut.has_value()) {
+        fContexts.addContext(std::move(context));
     }
 }
 
-bool RhpMovedDataTypes::enterElement(Context const & element) {
-    while (fPath.size() > 1 && !fPath.back().isParentOf(element)) {
-        fPath.pop_back();
+void RhpMovedDataTypes::endElement(std::string const & id) {
+    auto const found = std::find(fPath.rbegin(), fPath.rend(), id);
+    if (found == fPath.rend()) {
+        return;
     }
+    fPath.erase(std::prev(found.base()), fPath.end());
     if (fLeftOut.has_value() && fPath.size() < *fLeftOut) {
         fLeftOut.reset();
     }
-    fPath.push_back(element);
-    if (!fLeftOut.has_value() && isLeftOut(element)) {
-        fLeftOut = fPath.size();
-    }
-    return !fLeftOut.has_value();
-}
-
-void RhpMovedDataTypes::endType() {
-    if (fKey.has_value()) {
-        fTypes.insert_or_assign(*fKey, std::move(fContexts));
+    if (fPath.empty()) {
+        fTypes.insert_or_assign(*fKey, std::exchange(fContexts, {}));
         fKey.reset();
     }
-    fContexts = ContextSequence();
-    fPath.clear();
 }
 
-void RhpMovedDataTypes::beginComponent(std::string const & id) {
-    fComponents.push_back({id, fCurrent, false});
-    fCurrent = fComponents.size() - 1;
+void RhpMovedDataTypes::beginPart(std::optional<std::string> id) {
+    fParts.push_back({std::move(id), fCurrent, false});
+    fCurrent = fParts.size() - 1;
 }
 
 bool RhpMovedDataTypes::havePlace(std::set<std::string> const & droppedIds) const {
-    std::vector<bool> isLeftOut(fComponents.size());
-    for (std::size_t i = 0; i < fComponents.size(); ++i) {
-        Component const & component = fComponents[i];
-        isLeftOut[i] = isLeftOut[component.around] || droppedIds.count(component.id) != 0;
-        if (component.hasPort && !isLeftOut[i]) {
+    std::vector<bool> isLeftOut(fParts.size());
+    for (std::size_t i = 0; i < fParts.size(); ++i) {
+        Part const & part = fParts[i];
+        isLeftOut[i] = isLeftOut[part.around] || !part.id.has_value() || droppedIds.count(*part.id) != 0;
+        if (part.hasPort && !isLeftOut[i]) {
             return true;
         }
     }

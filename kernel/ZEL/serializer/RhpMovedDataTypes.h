@@ -15,45 +15,50 @@ namespace ZEL::Serializer {
 
 /// The data types that leave their components in files of Rhapsody, and the places to which they can go.
 ///
-/// They are taken up in the first traversal, and written before the first port that has a type. A component that is
-/// left out takes its ports along, so such a port counts only if it stands in no component of that kind.
+/// They are taken up in the first traversal, and written before the first port that has a type. A part of the model that
+/// is left out takes its ports along, and so does a type, so such a port is no place.
 class RhpMovedDataTypes {
 public:
-    /// Begins with a data type; what comes then, up to `endType`, belongs to it.
+    /// Begins with a data type; what comes then, up to the end of the type, belongs to it.
     void beginType(Context const & dataType);
-    void add(Context const & context);
-    void endType();
+    void add(Context context);
+    /// The end of an element, which may be the type's own.
+    void endElement(std::string const & id);
+    [[nodiscard]] bool isInType() const noexcept { return fKey.has_value(); }
 
-    // A component that may be left out, and what lies in it.
-    void beginComponent(std::string const & id);
-    void endComponent() noexcept { fCurrent = fComponents[fCurrent].around; }
-    /// A port that has a type, in the component at hand.
-    void notePort() noexcept { fComponents[fCurrent].hasPort = true; }
+    /// A component that may be left out, and what lies in it.
+    void beginComponent(std::string const & id) { beginPart(id); }
+    /// What is left out in any case.
+    void beginOmission() { beginPart(std::nullopt); }
+    /// The end of the component or omission that was begun last.
+    void endPart() noexcept { fCurrent = fParts[fCurrent].around; }
+    /// A port that has a type, at the place at hand.
+    void notePort() noexcept { fParts[fCurrent].hasPort |= !isInType(); }
 
     /// Whether a place is left if the components with these ids are left out.
     [[nodiscard]] bool havePlace(std::set<std::string> const & droppedIds) const;
-    /// In the order of their names and ids.
+    /// In the order of their names and ids. Elements know their depth, since in what recurs names do not tell it.
     [[nodiscard]] ContextSequence all() const;
 
 private:
     using Key = std::pair<Context, std::string>; ///< the id tells types apart that are equal as Contexts
 
     /// What begins the list stands for the model.
-    struct Component {
-        std::string id;
-        std::size_t around; ///< the index of the component in which it lies
-        bool hasPort;       ///< one with a type
+    struct Part {
+        std::optional<std::string> id; ///< none if the part is left out in any case
+        std::size_t around;            ///< the index of the part in which it lies
+        bool hasPort;                  ///< one with a type
     };
 
-    bool enterElement(Context const & element);
+    void beginPart(std::optional<std::string> id);
 
     std::optional<Key> fKey; ///< of the type at hand
     ContextSequence fContexts;
-    std::vector<Context> fPath;          ///< the elements around what comes next
+    std::vector<std::string> fPath;      ///< ids of the elements around what comes next
     std::optional<std::size_t> fLeftOut; ///< the length of the path at the element that is left out
     std::map<Key, ContextSequence> fTypes;
-    std::vector<Component> fComponents{{{}, 0, false}}; ///< each behind the one in which it lies
-    std::size_t fCurrent = 0;                           ///< the index of the component at hand
+    std::vector<Part> fParts{{std::string(), 0, false}}; ///< each behind the one in which it lies
+    std::size_t fCurrent = 0;                            ///< the index of the part at hand
 };
 
 } // namespace ZEL::Serializer

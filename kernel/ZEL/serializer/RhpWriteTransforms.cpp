@@ -142,7 +142,7 @@ void RhpWriteTransforms::addDroppedComponentRules() {
     addTransform(packaged, [this](Context const & component) { return packagedComponent(component); });
     for (Context const & pattern : {nested, packaged}) {
         addPostTransform(pattern, [this](Context const &) -> ContextSequence {
-            fDataTypes->endComponent();
+            fDataTypes->endPart();
             return {};
         });
     }
@@ -193,11 +193,19 @@ void RhpWriteTransforms::addOperationRules() {
         addTransform(Pattern().type(fUml, "OpaqueBehavior").role(role),
                      whileCollecting(*this, [this](std::string const &) { fCurrentBehaviorId.clear(); }));
     }
-    addTransform(Pattern().parentType(fUml, "Component").type(fUml, "OpaqueBehavior").role("ownedBehavior"),
-                 [this](Context const & behavior) {
-                     fCurrentBehaviorId.clear();
-                     return skipWhenWriting(behavior);
-                 });
+    Context const ofComponent =
+        Pattern().parentType(fUml, "Component").type(fUml, "OpaqueBehavior").role("ownedBehavior");
+    addTransform(ofComponent, [this](Context const & behavior) {
+        fCurrentBehaviorId.clear();
+        if (!isSerializePhase()) {
+            fDataTypes->beginOmission();
+        }
+        return skipWhenWriting(behavior);
+    });
+    addPostTransform(ofComponent, [this](Context const &) -> ContextSequence {
+        fDataTypes->endPart();
+        return {};
+    });
     addTransform(Pattern().parentType(fUml, "OpaqueBehavior").role("specification"),
                  whileCollecting(*this, [this](std::string const & id) { fCurrentBehaviorId = id; }));
     addTransform(
@@ -288,11 +296,10 @@ ContextSequence RhpWriteTransforms::moveDataType(Context const & dataType) {
     if (isSerializePhase()) {
         return movesDataTypes() ? skipped(dataType) : dataType;
     }
-    fCurrentDataType = dataType;
     fDataTypes->beginType(dataType);
-    // Beats all other rules, so that everything goes with the type until that has been left.
+    // These beat all other rules, so that everything goes with the type until that has been left.
     addTransform(Context(), [this](Context const & context) { return moveContent(context); });
-    addPostTransform(dataType, [this](Context const &) { return endMove(); });
+    addPostTransform(Context(), [this](Context const & context) { return endMovedElement(context); });
     return dataType;
 }
 
@@ -303,10 +310,14 @@ ContextSequence RhpWriteTransforms::moveContent(Context const & context) {
     return context; // nothing is written now, and what lies in an element must find it as its parent
 }
 
-ContextSequence RhpWriteTransforms::endMove() {
-    fDataTypes->endType();
-    removeTransform(Context());
-    removePostTransform(fCurrentDataType);
+ContextSequence RhpWriteTransforms::endMovedElement(Context const & context) {
+    if (context.isElement()) {
+        fDataTypes->endElement(context.getFirstValue());
+    }
+    if (!fDataTypes->isInType()) {
+        removeTransform(Context());
+        removePostTransform(Context());
+    }
     return {};
 }
 
@@ -319,7 +330,7 @@ ContextSequence RhpWriteTransforms::emitMovedTypes(Context const & portType) {
     pattern.setParentType(portType.getParentType());
     pattern.setRole(portType.getRole());
     removePreTransform(pattern);
-    return fDataTypes->all();
+    return movesDataTypes() ? fDataTypes->all() : ContextSequence();
 }
 
 bool RhpWriteTransforms::movesDataTypes() {

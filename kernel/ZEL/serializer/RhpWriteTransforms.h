@@ -46,7 +46,7 @@ private:
     [[nodiscard]] ContextSequence packagedComponent(Context const & component);
     [[nodiscard]] ContextSequence moveDataType(Context const & dataType);
     [[nodiscard]] ContextSequence moveContent(Context const & context);
-    [[nodiscard]] ContextSequence endMove();
+    [[nodiscard]] ContextSequence endMovedElement(Context const & context);
     [[nodiscard]] ContextSequence emitMovedTypes(Context const & portType);
     [[nodiscard]] ContextSequence emitProfileApplications(Context const & child);
     [[nodiscard]] ContextSequence emitStereotypes();
@@ -56,7 +56,6 @@ private:
     std::set<std::string> fDroppedIds;
     std::string fModelId;
     std::string fModelElementId;
-    Context fCurrentDataType;
     std::string fCurrentPortId;
     std::string fCurrentBehaviorId; ///< of the operation whose behavior is at hand
     std::string fCurrentClassId;    ///< whose name comes next

@@ -1,8 +1,12 @@
 #include "DialectFixture.h"
 
+#include <ZEL/serializer/Transformer.h>
+
+#include <memory>
 #include <regex>
 #include <sstream>
 #include <string>
+#include <utility>
 
 namespace ZEL::Serializer {
 namespace {
@@ -26,7 +30,8 @@ protected:
         static_cast<void>(folder.file("library.xmi", text));
     }
     /// What a model with this content looks like in the tool's form.
-    std::string converted(std::string const & content, std::string const & instances = {}) {
+    std::string converted(std::string const & content, std::string const & instances = {},
+                          std::shared_ptr<Transformer> caller = nullptr) {
         std::string text = R"(<?xml version="1.0" encoding="UTF-8"?>
 <xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:uml="http://schema.omg.org/spec/UML/2.1"
     xmlns:GenericComponent="http://www.quillon.example/schemas/GenericComponent.xmi"
@@ -38,7 +43,13 @@ protected:
         uml::Model const model = read(file("in.xmi", text));
         EXPECT_TRUE(model.isValid());
         EXPECT_TRUE(reader.report().isEmpty());
-        write(model, XmiFormat::Rhapsody);
+        XmiWriterSettings settings;
+        settings.setOutputFormat(XmiFormat::Rhapsody);
+        XmiWriter writer(settings);
+        if (caller != nullptr) {
+            writer.addTransformer(std::move(caller));
+        }
+        EXPECT_TRUE(writer.write(folder.path("out.xmi"), model));
         return written(model);
     }
 
@@ -240,6 +251,7 @@ TEST_F(RhapsodyFile, OfComponents) {
         expected(content, 12, R"( xmlns:RhapsodyPlatform="http://www.quillon.example/schemas/RhapsodyPlatform.xmi")",
                  stereotypes);
     EXPECT_EQ(converted(input, instances), whole);
+    EXPECT_EQ(converted(input, instances, std::make_shared<Transformer>()), whole) << "behind a caller's Transformer";
 }
 
 /// The lines of the text in which the pattern is found, without blanks around them.

@@ -46,6 +46,10 @@ public:
     /// Generates what comes behind an object.
     [[nodiscard]] ContextSequence postApply(ContextSequence const & sequence);
 
+    // Whether there are rules that generate at all.
+    [[nodiscard]] bool hasPreTransforms() const noexcept { return !fPreTransforms.empty(); }
+    [[nodiscard]] bool hasPostTransforms() const noexcept { return !fPostTransforms.empty(); }
+
     // Each removes every rule of its table whose pattern equals the argument.
     void removeTransform(Context const & pattern) { fTransforms.remove(pattern); }
     void removePreTransform(Context const & pattern) { fPreTransforms.remove(pattern); }

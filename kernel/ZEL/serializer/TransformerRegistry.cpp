@@ -56,21 +56,26 @@ ContextSequence TransformerRegistry::apply(ContextSequence sequence) const {
 }
 
 ContextSequence TransformerRegistry::preApply(ContextSequence const & sequence) const {
-    return generate(sequence, &Transformer::preApply);
+    return generate(sequence, &Transformer::preApply, &Transformer::hasPreTransforms);
 }
 
 ContextSequence TransformerRegistry::postApply(ContextSequence const & sequence) const {
-    return generate(sequence, &Transformer::postApply);
+    return generate(sequence, &Transformer::postApply, &Transformer::hasPostTransforms);
 }
 
-ContextSequence TransformerRegistry::generate(ContextSequence const & sequence, Pass pass) const {
+ContextSequence TransformerRegistry::generate(ContextSequence const & sequence, Pass pass, HasRules hasRules) const {
     auto const transformers = present();
     if (transformers->empty()) {
         return sequence;
     }
-    ContextSequence result = (*transformers->front().*pass)(sequence);
-    for (std::size_t i = 1; i < transformers->size(); ++i) {
-        result = (*(*transformers)[i].*pass)(result);
+    auto at = std::find_if(transformers->begin(), transformers->end(),
+                           [&](auto const & transformer) { return (*transformer.*hasRules)(); });
+    if (at == transformers->end()) {
+        return {};
+    }
+    ContextSequence result = (**at.*pass)(sequence);
+    while (++at != transformers->end()) {
+        result = (**at.*pass)(result);
     }
     return result;
 }

@@ -35,6 +35,7 @@ public:
     [[nodiscard]] bool empty() const noexcept { return fTransformers == nullptr || fTransformers->empty(); }
 
     [[nodiscard]] ContextSequence apply(ContextSequence sequence) const;
+    // These begin with the first Transformer that has rules for it: one without any keeps nothing from the others.
     [[nodiscard]] ContextSequence preApply(ContextSequence const & sequence) const;
     [[nodiscard]] ContextSequence postApply(ContextSequence const & sequence) const;
 
@@ -48,10 +49,11 @@ public:
 private:
     using Transformers = std::vector<std::shared_ptr<Transformer>>;
     using Pass = ContextSequence (Transformer::*)(ContextSequence const &);
+    using HasRules = bool (Transformer::*)() const noexcept;
 
     /// The Transformers as they are now. They stay so, and alive, as long as the pointer is kept. Never null.
     [[nodiscard]] std::shared_ptr<Transformers const> present() const noexcept;
-    [[nodiscard]] ContextSequence generate(ContextSequence const & sequence, Pass pass) const;
+    [[nodiscard]] ContextSequence generate(ContextSequence const & sequence, Pass pass, HasRules hasRules) const;
 
     std::shared_ptr<Transformers const> fTransformers; ///< null for none
 };

@@ -158,14 +158,5 @@ TEST_F(Rhapsody, NotesTheModelOfTheActiveComponent) {
     EXPECT_EQ(transforms->getModelElementId(), "n7");
 }
 
-TEST_F(Rhapsody, LetsNothingPassBehindTheModel) {
-    Context const model = element(kUml, "Model", "m");
-    EXPECT_TRUE(transforms->postApply(model).empty());
-    transforms->setSerializePhase(true);
-    EXPECT_FALSE(transforms->postApply(model).empty());
-    EXPECT_EQ(textOf(transforms->apply(element(kRhapsody, "rhapsodyComponent", "r"))),
-              "e! {" + kRhapsody + "}rhapsodyComponent=r");
-}
-
 } // namespace
 } // namespace ZEL::Serializer

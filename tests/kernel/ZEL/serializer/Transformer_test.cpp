@@ -271,6 +271,11 @@ TEST(TransformerRegistry, PassesTheResultOfOneToTheNext) {
     registry.addTransformer(second);
     EXPECT_EQ(textOf(registry.apply(attribute("a"))), "c=2");
     EXPECT_TRUE(registry.preApply(attribute("a")).empty());
+    second->addPreTransform(role("a"), give({attribute("d", "3")}));
+    EXPECT_EQ(textOf(registry.preApply(attribute("a"))), "d=3"); // the first has no say in what comes before
+    EXPECT_TRUE(registry.postApply(attribute("a")).empty());
+    first->addPreTransform(role("a"), give({attribute("e", "4")}));
+    EXPECT_TRUE(registry.preApply(attribute("a")).empty());
     registry.setSerializePhase(true);
     EXPECT_TRUE(first->isSerializePhase() && second->isSerializePhase());
     registry.removeTransformer(first.get());

@@ -56,7 +56,7 @@ public:
 
     /// The Transformer stands ahead of the dialect's own and goes after the next run; given by raw pointer, it is deleted
     /// then. What it generates before or behind an object is input to the dialect's rules, which drop what they do not
-    /// match.
+    /// match; if it has no rules for that, the dialect generates as without it.
     void addTransformer(Transformer * transformer);
     void addTransformer(std::shared_ptr<Transformer> transformer);
     void removeTransformer(Transformer * transformer);

@@ -315,8 +315,8 @@ TEST_F(RhapsodyFile, KeepsDataTypesInTheirComponentsWithoutAPlaceForThem) {
 }
 
 TEST_F(RhapsodyFile, MovesDataTypesOfAllComponentsOnce) {
-    // Also out of a component that is left out, and with elements that recur in each other. The unit's instance on the
-    // type is not written with it.
+    // Also out of a component that is left out, and with elements that recur in each other. A stereotype instance is not
+    // written with them.
     std::string const comment = elementOf("ownedComment", "Comment", "22", "") +
                                 elementOf("ownedComment", "Comment", "23", R"(body="beside it")");
     std::string const last = packaged("DataType", "91", elementOf("ownedComment", "Comment", "21", "", comment));

@@ -16,6 +16,7 @@
 
 #include <map>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -95,25 +96,20 @@ TEST_F(Pages, AReportWithAFaultIsSeenToHaveIt) {
     std::string const page = report(package);
     std::string const facts = reportFacts({{"IDu_2", "Package p"}, {"IDu_3", "Class C3"}, {"IDu_4", "Class C4"}}, 2, 1);
     EXPECT_EQ("", complaintsOf(page, "report.js", facts));
-    struct Fault {
-        char const * from;
-        char const * to;
-        char const * complaint;
+    std::tuple<char const *, char const *, char const *> const faults[] = {
+        {"toggleCssDisplayNum(7)", "toggleCssDisplayNum(6)", "with error ticked, a row"},
+        {"div.uml tr.property {}", "div.uml tr.property {} p {}", "with error ticked, a row"},
+        {"tr.derived {background-color:ghostwhite; display:none;", "tr.derived {", "at first, a row"},
+        {"el.style.display = '';", "el.style.display = 'none';", "with derived ticked, a row"},
+        {"function initialize() {", "function initialize() { return nothing;", "script error"},
+        {R"(<div id="IDu_4">)", R"(<div id="IDu_3">)", "places for links to IDu_3: found 2"},
+        {R"(<div id="IDu_4">)", R"(<div id="IDu_40">)", "places for links to IDu_4: found 0"},
+        {R"(<a href="#IDu_4">)", R"(<a href="#IDu_3">)", "link to IDu_3: found Class C4"},
+        {"Class C4</h1>", "Class C3</h1>", "landing at IDu_4: found Class C3"},
+        {"Display control:", R"(<span id="IDu"></span>)", "places for links to IDu: found 1"},
     };
-    for (Fault const & fault : {
-             Fault{"toggleCssDisplayNum(7)", "toggleCssDisplayNum(6)", "with error ticked, a row"},
-             Fault{"div.uml tr.property {}", "div.uml tr.property {} p {}", "with error ticked, a row"},
-             Fault{"tr.derived {background-color:ghostwhite; display:none;", "tr.derived {", "at first, a row"},
-             Fault{"el.style.display = '';", "el.style.display = 'none';", "with derived ticked, a row"},
-             Fault{"function initialize() {", "function initialize() { return nothing;", "script error"},
-             Fault{R"(<div id="IDu_4">)", R"(<div id="IDu_3">)", "places for links to IDu_3: found 2"},
-             Fault{R"(<div id="IDu_4">)", R"(<div id="IDu_40">)", "places for links to IDu_4: found 0"},
-             Fault{R"(<a href="#IDu_4">)", R"(<a href="#IDu_3">)", "link to IDu_3: found Class C4"},
-             Fault{"Class C4</h1>", "Class C3</h1>", "landing at IDu_4: found Class C3"},
-             Fault{"Display control:", R"(<span id="IDu"></span>)", "places for links to IDu: found 1"},
-         }) {
-        EXPECT_THAT(complaintsOf(changed(page, fault.from, fault.to), "report.js", facts), HasSubstr(fault.complaint))
-            << fault.to;
+    for (auto const & [from, to, complaint] : faults) {
+        EXPECT_THAT(complaintsOf(changed(page, from, to), "report.js", facts), HasSubstr(complaint)) << to;
     }
 }
 

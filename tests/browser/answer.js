@@ -2,19 +2,13 @@
 
 var complaints = [];
 
-function complain(text) {
-    complaints.push(text);
-}
-
 function expectSame(wanted, found, what) {
     if (wanted !== found) {
-        complain(what + ": found " + found + ", expected " + wanted);
+        complaints.push(what + ": found " + found + ", expected " + wanted);
     }
 }
 
-window.addEventListener("error", function (event) {
-    complain("script error: " + event.message);
-});
+window.addEventListener("error", event => complaints.push("script error: " + event.message));
 
 /// Runs the check when the page is loaded, and puts what was found in the place of the page.
 function answer(check, facts) {
@@ -22,7 +16,7 @@ function answer(check, facts) {
         try {
             check(facts);
         } catch (error) {
-            complain("script error: " + error);
+            complaints.push("script error: " + error);
         }
         var text = document.createElement("pre");
         text.id = "answer";

@@ -2,13 +2,11 @@
 
 #include <ZEL/Cleanup.h>
 #include <ZEL/FactoryRegistry.h>
-#include <ZEL/LeakChecker.h>
 #include <ZEL/Logger.h>
 #include <ZEL/MetaModelRegistry.h>
 #include <ZEL/NamespaceRegistry.h>
 #include <ZEL/TypeInfoRegistry.h>
 #include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/Package.h>
 
 #include <NumericTypes/MetaModelRegistration.h>
 #include <NumericTypes/NumericTypesFactory.h>
@@ -98,6 +96,7 @@ TEST_F(UmlRegistration, LeavesTheBuiltInMetamodelAndTheRegistriesAsTheyWere) {
             EXPECT_FALSE(ZEL::FactoryRegistry::instance()->createModel(uri).isValid()) << uri;
             EXPECT_FALSE(ZEL::MetaModelRegistry::instance()->getModelFromUri(uri).isValid()) << uri;
         }
+        EXPECT_FALSE(getMetaModel().isValid());
         EXPECT_FALSE(ZEL::TypeInfoRegistry::hasType("uml.PseudostateKind"));
         EXPECT_FALSE(ZEL::TypeInfoRegistry::hasType("RhapsodyPlatform.FlowDirection"));
         EXPECT_EQ(ZEL::Class::MetaClass().getSubClasses().size(), subClasses);

@@ -19,21 +19,21 @@ constexpr char kTypes[] = ZEL_SOURCE_DIR "/examples/tour/library-types.xmi";
 class CliTest : public testing::Test {
 protected:
     CliTest() {
-        std::filesystem::copy(kLibrary, library);
-        std::filesystem::copy(kTypes, types);
+        std::filesystem::copy(kLibrary, folder.path("library.xmi"));
+        std::filesystem::copy(kTypes, folder.path("library-types.xmi"));
     }
 
-    /// The library with the first `from` in it replaced.
-    [[nodiscard]] std::string variant(std::string const & name, std::string const & from,
-                                      std::string const & to) const {
+    /// Makes a file of the library with the first `from` in it replaced.
+    void makeVariant(std::string const & name, std::string const & from, std::string const & to) const {
         std::string text = folder.content("library.xmi");
         std::size_t const place = text.find(from);
-        EXPECT_NE(place, std::string::npos) << from;
-        return folder.file(name, text.replace(place, from.size(), to));
+        ASSERT_NE(place, std::string::npos) << from;
+        make(name, text.replace(place, from.size(), to));
     }
     void make(std::string const & name, std::string const & content) const {
         static_cast<void>(folder.file(name, content));
     }
+    [[nodiscard]] bool exists(std::string const & name) const { return std::filesystem::exists(folder.path(name)); }
     [[nodiscard]] Outcome shell(std::string const & line) const { return runShell(line, folder.path("")); }
     /// Of the files that a write makes on the way.
     [[nodiscard]] bool hasLeftovers() const {
@@ -43,17 +43,21 @@ protected:
     }
 
     TemporaryFolder folder;
-    std::string const library = folder.path("library.xmi");
-    std::string const types = folder.path("library-types.xmi");
 };
 
-/// One line of the program's on standard error, and exit code 2.
-inline testing::Matcher<Outcome const &> isTrouble(testing::Matcher<std::string const &> const & error) {
-    using testing::AllOf;
-    using testing::Field;
-    return AllOf(Field("exitCode", &Outcome::exitCode, 2),
-                 Field("error", &Outcome::error,
-                       AllOf(testing::MatchesRegex("zel: [^\n]*\n"), testing::Matcher<std::string const &>(error))));
+using Text = testing::Matcher<std::string const &>;
+
+inline testing::Matcher<Outcome const &> ends(int exitCode, Text const & out, Text const & error = "") {
+    return testing::AllOf(testing::Field("exitCode", &Outcome::exitCode, exitCode),
+                          testing::Field("out", &Outcome::out, out), testing::Field("error", &Outcome::error, error));
+}
+
+/// Success, and nothing on standard error.
+inline testing::Matcher<Outcome const &> isResult(Text const & out) { return ends(0, out); }
+
+/// One line of the program's on standard error and nothing else, and exit code 2.
+inline testing::Matcher<Outcome const &> isTrouble(Text const & error) {
+    return ends(2, "", testing::AllOf(testing::MatchesRegex("zel: [^\n]*\n"), error));
 }
 
 inline void PrintTo(Outcome const & outcome, std::ostream * out) {

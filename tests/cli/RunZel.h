@@ -3,7 +3,6 @@
 #include <sys/types.h>
 
 #include <string>
-#include <vector>
 
 namespace clitest {
 
@@ -14,20 +13,13 @@ struct Outcome {
     std::string error;
 };
 
-/// Runs the program as a user does. `standardOutput` names a file to write to in place of what `Outcome::out` gives.
-[[nodiscard]] Outcome runZel(std::vector<std::string> const & arguments,
-                             std::string const & standardOutput = std::string());
-
 /// Runs a line of the shell in a folder; `zel` is the program there.
 [[nodiscard]] Outcome runShell(std::string const & line, std::string const & folder);
-
-/// Runs the program with a standard output that nobody reads.
-[[nodiscard]] Outcome runZelUnread(std::vector<std::string> const & arguments);
 
 /// A run whose standard error is a terminal, while it goes on.
 class LiveRun {
 public:
-    explicit LiveRun(std::vector<std::string> const & arguments);
+    LiveRun(std::string const & command, std::string const & folder);
     ~LiveRun();
     LiveRun(LiveRun const &) = delete;
     LiveRun & operator=(LiveRun const &) = delete;

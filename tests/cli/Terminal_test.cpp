@@ -14,7 +14,6 @@ namespace {
 
 using clitest::LiveRun;
 using clitest::Outcome;
-using testing::MatchesRegex;
 
 /// A target that takes the beginning of a file only, until it is emptied.
 class Terminal : public clitest::CliTest {
@@ -40,7 +39,7 @@ private:
 
 TEST_F(Terminal, LongWorkIsTold) {
     auto const start = std::chrono::steady_clock::now();
-    LiveRun run({"convert", library, pipe});
+    LiveRun run("zel convert library.xmi " + pipe, folder.path(""));
     EXPECT_EQ(run.waitFor("1 s\033[K"), "\rwriting " + pipe + " ... 1 s\033[K");
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(900));
     empty();
@@ -50,13 +49,13 @@ TEST_F(Terminal, LongWorkIsTold) {
 }
 
 TEST_F(Terminal, ShortWorkIsNot) {
-    Outcome const run = LiveRun({"info", library}).finish();
+    Outcome const run = LiveRun("zel info library.xmi", folder.path("")).finish();
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.error, "");
 }
 
 TEST_F(Terminal, AnInterruptedWriteLeavesNothingBehind) {
-    LiveRun run({"convert", library, pipe});
+    LiveRun run("zel convert library.xmi " + pipe, folder.path(""));
     static_cast<void>(run.waitFor("writing"));
     EXPECT_TRUE(hasLeftovers());
     run.send(SIGINT);

@@ -1,3 +1,4 @@
+#include "kernel/ZEL/tools/PageText.h"
 #include "kernel/ZEL/tools/TestModel.h"
 #include "support/ExpectRaises.h"
 
@@ -19,7 +20,6 @@
 #include <algorithm>
 #include <sstream>
 #include <stdexcept>
-#include <streambuf>
 #include <thread>
 
 namespace ZEL {
@@ -33,13 +33,12 @@ struct Stopped : std::runtime_error {
     using runtime_error::runtime_error;
 };
 
-/// Writes down what it is called for. At one of the calls it ends the walk.
+/// Writes down what it is called for. At one of the calls it ends the walk, by false or by an exception.
 struct Recorder : ImmutableAccessVisitor {
-    enum class Way { False, Raise };
     struct Log {
         std::vector<std::string> calls;
         std::size_t last = SIZE_MAX;
-        Way way = Way::False;
+        bool raises = false;
     };
 
     Recorder(std::string name, Log & sharedLog) : prefix(std::move(name) + ' '), log(sharedLog) {}
@@ -53,7 +52,7 @@ struct Recorder : ImmutableAccessVisitor {
     bool add(std::string const & what) {
         bool const isLast = log.calls.size() == log.last;
         log.calls.push_back(prefix + what);
-        if (isLast && log.way == Way::Raise) {
+        if (isLast && log.raises) {
             throw Stopped(what);
         }
         return !isLast;
@@ -70,23 +69,21 @@ protected:
         comment.setBody("text");
         comment.getAnnotatedElements().push_back(sample.top);
         // Single values, of which none is a name; contained objects; references, which are not entered.
-        std::istringstream text(R"(pre ZEL.ImmutableComment, pre ZEL.ImmutableComment,
+        std::string text = R"(pre ZEL.ImmutableComment, pre ZEL.ImmutableComment,
             pre body, pre "text", pre "text", post "text", post "text", post body,
             pre persistence, post persistence,
-            pre id, pre "ID", pre "ID", post "ID", post "ID", post id,
-            pre siid, pre "SIID", pre "SIID", post "SIID", post "SIID", post siid,
+            pre id, pre "@id", pre "@id", post "@id", post "@id", post id,
+            pre siid, pre "@siid", pre "@siid", post "@siid", post "@siid", post siid,
             pre ownedComment, post ownedComment,
             pre appliedStereotypeInstance, post appliedStereotypeInstance,
             pre annotatedElement, pre ZEL.ImmutablePackage, pre ZEL.ImmutablePackage,
             post ZEL.ImmutablePackage, post ZEL.ImmutablePackage, post annotatedElement,
             pre modelZEL, pre model, pre model, post model, post model, post modelZEL,
-            post ZEL.ImmutableComment, post ZEL.ImmutableComment)");
-        for (std::string call; std::getline(text >> std::ws, call, ',');) {
-            std::size_t const place = call.find("ID\"");
-            expected.push_back(place == std::string::npos ? call
-                               : call.find("SIID\"") == std::string::npos
-                                   ? call.replace(place, 2, comment.getId().toString().str())
-                                   : call.replace(place - 2, 4, comment.getSiid().str()));
+            post ZEL.ImmutableComment, post ZEL.ImmutableComment)";
+        text = testsupport::replaced(text, "@id", comment.getId().toString().str());
+        std::istringstream calls(testsupport::replaced(text, "@siid", comment.getSiid().str()));
+        for (std::string call; std::getline(calls >> std::ws, call, ',');) {
+            expected.push_back(call);
         }
     }
 
@@ -106,7 +103,7 @@ TEST_F(ContainmentTraversal, BothVisitorsAreCalledAroundEachPartInAFixedOrder) {
 
 TEST_F(ContainmentTraversal, TheFirstFalseEndsTheWalkAndLeavesNothingBehind) {
     for (std::size_t last = 0; last < expected.size(); ++last) {
-        log = {{}, last, Recorder::Way::False};
+        log = {{}, last, false};
         EXPECT_FALSE(traversal.visitObject(comment));
         EXPECT_EQ(log.calls.size(), last + 1);
         EXPECT_FALSE(traversal.getCurrentMetaProperty().isValid());
@@ -121,7 +118,7 @@ TEST_F(ContainmentTraversal, TheFirstFalseEndsTheWalkAndLeavesNothingBehind) {
 TEST_F(ContainmentTraversal, AnExceptionPassesAndTheWayStaysAsItWas) {
     auto const place = std::find(expected.begin(), expected.end(), "post \"text\"");
     log.last = static_cast<std::size_t>(place - expected.begin());
-    log.way = Recorder::Way::Raise;
+    log.raises = true;
     EXPECT_THROW(static_cast<void>(traversal.visitObject(comment)), Stopped);
     EXPECT_EQ(log.calls.size(), log.last + 1);
     EXPECT_EQ(traversal.getCurrentMetaProperty().getName(), "body");
@@ -132,6 +129,7 @@ TEST_F(ContainmentTraversal, WhatIsNotThereIsAnError) {
     EXPECT_RAISES("Attempt to traverse invalid object!", traversal.visitObject(ImmutableObject()));
     comment.destroy();
     EXPECT_RAISES("Attempt to traverse invalid object!", traversal.visitObject(comment));
+    EXPECT_RAISES("Attempt to traverse invalid object!", pre.visitObject(comment)) << "by any visitor";
     EXPECT_RAISES("An Internal Error has occurred", Traversal(&pre, nullptr));
     EXPECT_TRUE(log.calls.empty());
 }
@@ -181,28 +179,6 @@ TEST_F(ContainmentTraversal, TheTreeBelowAnObjectIsWalkedAndTheWayIsTold) {
 
 // --- depth ---------------------------------------------------------------------------------------------------------
 
-constexpr int kDeep = 100000;
-
-/// A stream that keeps nothing but how much there was.
-class Counter : public std::streambuf {
-public:
-    std::size_t brackets = 0;
-    std::size_t longestBlank = 0;
-
-protected:
-    int overflow(int c) override {
-        brackets += c == ']' ? 1U : 0U;
-        return c;
-    }
-    std::streamsize xsputn(char const * text, std::streamsize count) override {
-        if (count > 0 &&
-            std::all_of(text, text + std::min<std::streamsize>(count, 3), [](char c) { return c == ' '; })) {
-            longestBlank = std::max(longestBlank, static_cast<std::size_t>(count));
-        }
-        return count;
-    }
-};
-
 /// Walks the structure alone. An action before the operation of the base and one behind it must pair up.
 struct Nested : Traversal {
     using Traversal::Traversal;
@@ -233,18 +209,24 @@ struct AtObject : ImmutableAccessVisitorEmpty {
     bool raises = false;
 };
 
-TEST(ContainmentTraversalDepth, AHundredThousandLevelsNestTrulyAndComeBack) {
-    TestModel const sample;
+/// A package at the bottom of as many others.
+Package deepen(TestModel const & sample, int levels) {
     Package bottom = sample.top;
-    for (int i = 0; i < kDeep; ++i) {
+    for (int level = 0; level < levels; ++level) {
         bottom = sample.package(bottom, "p");
     }
+    return bottom;
+}
 
+TEST(ContainmentTraversalDepth, AHundredThousandLevelsNestTrulyAndComeBack) {
+    constexpr int levels = 100000;
+    TestModel const sample;
+    Package const bottom = deepen(sample, levels);
     AtObject pre;
     ImmutableAccessVisitorEmpty post;
     Nested walk(&pre, &post);
     EXPECT_TRUE(walk.visitObject(sample.top));
-    EXPECT_EQ(walk.deepest, kDeep + 1);
+    EXPECT_EQ(walk.deepest, levels + 1);
     EXPECT_EQ(walk.depth, 0);
 
     pre.place = bottom;
@@ -253,47 +235,33 @@ TEST(ContainmentTraversalDepth, AHundredThousandLevelsNestTrulyAndComeBack) {
     EXPECT_FALSE(walk.getCurrentMetaProperty().isValid());
 
     pre.raises = true;
-    try {
-        walk.visitObject(sample.top);
-        ADD_FAILURE() << "nothing came";
-    } catch (Stopped const & stopped) {
-        EXPECT_STREQ(stopped.what(), "at the bottom");
-    }
-    EXPECT_EQ(walk.depth, kDeep + 1) << "an exception passes the actions behind";
+    EXPECT_THROW(walk.visitObject(sample.top), Stopped);
+    EXPECT_EQ(walk.depth, levels + 1) << "an exception passes the actions behind";
 
-    Counter counter;
-    std::ostream stream(&counter);
-    EXPECT_TRUE(ImmutableAccessVisitorTextWriter(stream).visitObject(sample.top));
-    EXPECT_EQ(counter.brackets, static_cast<std::size_t>(kDeep) + 1);
-    EXPECT_EQ(counter.longestBlank, 2000U) << "indentation ends at a thousand levels";
+    std::ostream nowhere(nullptr);
+    EXPECT_TRUE(ImmutableAccessVisitorTextWriter(nowhere).visitObject(sample.top));
 }
 
 TEST(ContainmentTraversalDepth, AThreadWithALittleStackCanWalk) {
     TestModel const sample;
-    Package bottom = sample.top;
-    for (int i = 0; i < 1000; ++i) {
-        bottom = sample.package(bottom, "p");
-    }
+    static_cast<void>(deepen(sample, 1000));
     ImmutableAccessVisitorEmpty visitor;
-    int deepest = 0;
-    auto walkOnce = [&] {
-        Nested walk(&visitor, &visitor);
-        walk.visitObject(sample.top);
-        deepest = walk.deepest;
+    Nested walk(&visitor, &visitor);
+    std::pair<Nested *, Package> job{&walk, sample.top};
+    auto const run = [](void * given) -> void * {
+        auto const & [nested, top] = *static_cast<decltype(job) *>(given);
+        nested->thread = std::this_thread::get_id();
+        nested->visitObject(top);
+        return nullptr;
     };
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
     pthread_attr_setstacksize(&attributes, std::size_t(256) << 10U);
     pthread_t thread{};
-    using Walk = decltype(walkOnce);
-    auto const run = [](void * walk) -> void * {
-        (*static_cast<Walk *>(walk))();
-        return nullptr;
-    };
-    ASSERT_EQ(pthread_create(&thread, &attributes, run, &walkOnce), 0);
+    ASSERT_EQ(pthread_create(&thread, &attributes, run, &job), 0);
     pthread_join(thread, nullptr);
     pthread_attr_destroy(&attributes);
-    EXPECT_EQ(deepest, 1001);
+    EXPECT_EQ(walk.deepest, 1001);
 }
 
 } // namespace

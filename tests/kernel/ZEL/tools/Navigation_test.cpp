@@ -12,6 +12,10 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <string>
+#include <tuple>
+
 namespace ZEL {
 namespace {
 
@@ -21,14 +25,16 @@ using testsupport::TestModel;
 
 TEST(Navigation, TellsTheTypeOfAnObjectAndTheClassOfThatType) {
     TestModel const m;
-    EXPECT_EQ("Package", navigation::getMetaTypeName(m.top));
-    EXPECT_EQ("Class", navigation::getMetaTypeClassName(m.top));
-    Object const number(Integer(7));
-    EXPECT_EQ("Integer", navigation::getMetaTypeName(number));
-    EXPECT_EQ("PrimitiveType", navigation::getMetaTypeClassName(number));
     Object const kind{VisibilityKind(VisibilityKind::Public)};
-    EXPECT_EQ("VisibilityKind", navigation::getMetaTypeName(kind));
-    EXPECT_EQ("Enumeration", navigation::getMetaTypeClassName(kind));
+    std::tuple<Object, char const *, char const *> const cases[] = {
+        {m.top, "Package", "Class"},
+        {Object(Integer(7)), "Integer", "PrimitiveType"},
+        {kind, "VisibilityKind", "Enumeration"},
+    };
+    for (auto const & [object, type, typeClass] : cases) {
+        EXPECT_EQ(type, navigation::getMetaTypeName(object));
+        EXPECT_EQ(typeClass, navigation::getMetaTypeClassName(object));
+    }
     EXPECT_EQ("MetaModel", navigation::getMetaTypeName(m.model));
 }
 
@@ -36,24 +42,19 @@ TEST(Navigation, TellsWhatIsMissing) {
     TestModel const m;
     Comment const dead = m.factory.createComment();
     dead.destroy();
-    struct Case {
-        char const * what;
-        ImmutableObject object;
-        char const * byTypeName;
-        char const * byClassName;
-    };
     char const noObject[] = "navigation::getMetaTypeName:error Not a valid zel object";
     char const noObjectForClass[] = "navigation::getMetaTypeClassName:error Not a valid zel object";
     char const noType[] = "navigation::getMetaTypeName:error zel-object has not a valid meta-type";
     char const noClass[] = "navigation::getMetaTypeName:error zel-object mata-type has not a valid meta-class";
-    Case const cases[] = {
-        {"null", ImmutableObject(), noObject, noObjectForClass},
-        {"dead", dead, noObject, noObjectForClass},
-        {"without type", BareObject::make(), noType, noType},
-        {"of a type without class", BareObject::make(BareType::make()), "(nothing)", noClass},
+    struct Case {
+        ImmutableObject object;
+        char const * byTypeName;
+        char const * byClassName;
     };
-    for (Case const & c : cases) {
-        SCOPED_TRACE(c.what);
+    for (Case const & c :
+         {Case{ImmutableObject(), noObject, noObjectForClass}, Case{dead, noObject, noObjectForClass},
+          Case{BareObject::make(), noType, noType}, Case{BareObject::make(BareType::make()), "(nothing)", noClass}}) {
+        SCOPED_TRACE(c.byClassName);
         EXPECT_RAISES(c.byTypeName, navigation::getMetaTypeName(c.object));
         EXPECT_RAISES(c.byClassName, navigation::getMetaTypeClassName(c.object));
     }
@@ -64,17 +65,23 @@ TEST(Navigation, KnowsThePackageOfTheBuiltInTypes) {
     EXPECT_EQ(Comment::MetaClass(), getPackage().getOwnedTypeByName("Comment"));
 }
 
+/// A model whose classes say what they derive from.
+struct Hierarchy : TestModel {
+    Class derive(std::string const & name, std::initializer_list<Class> superClasses) const {
+        Class const made = classIn(top, name);
+        for (Class const & superClass : superClasses) {
+            made.getSuperClasses().push_back(superClass);
+        }
+        return made;
+    }
+};
+
 TEST(TypePredicates, InheritanceIsFollowedUpwardsAlone) {
-    TestModel const m;
-    // a <- b <- d and a <- c <- d
-    Class const a = m.classIn(m.top, "A");
-    Class const b = m.classIn(m.top, "B");
-    Class const c = m.classIn(m.top, "C");
-    Class const d = m.classIn(m.top, "D");
-    b.getSuperClasses().push_back(a);
-    c.getSuperClasses().push_back(a);
-    d.getSuperClasses().push_back(b);
-    d.getSuperClasses().push_back(c);
+    Hierarchy const m;
+    Class const a = m.derive("A", {});
+    Class const b = m.derive("B", {a});
+    Class const c = m.derive("C", {a});
+    Class const d = m.derive("D", {b, c});
     for (Class const & above : {a, b, c, d}) {
         EXPECT_TRUE(inherits(d, above)) << above.getName();
         EXPECT_TRUE(inherits(d, above.getName().str())) << above.getName();
@@ -91,18 +98,11 @@ TEST(TypePredicates, InheritanceIsFollowedUpwardsAlone) {
 
 TEST(TypePredicates, ALadderOfDiamondsIsClimbedOnce) {
     // Each rung doubles the number of ways to the top.
-    TestModel const m;
-    Class const top = m.classIn(m.top, "Top");
+    Hierarchy const m;
+    Class const top = m.derive("Top", {});
     Class below = top;
     for (int rung = 0; rung < 64; ++rung) {
-        Class const left = m.classIn(m.top, "L");
-        Class const right = m.classIn(m.top, "R");
-        Class const next = m.classIn(m.top, "N");
-        left.getSuperClasses().push_back(below);
-        right.getSuperClasses().push_back(below);
-        next.getSuperClasses().push_back(left);
-        next.getSuperClasses().push_back(right);
-        below = next;
+        below = m.derive("N", {m.derive("L", {below}), m.derive("R", {below})});
     }
     EXPECT_TRUE(inherits(below, top));
     EXPECT_FALSE(inherits(below, std::string("none")));

@@ -19,17 +19,4 @@ inline std::string replaced(std::string text, std::string_view from, std::string
     return text;
 }
 
-/// What a parser of XML makes an error of, put right: the check boxes, which HTML leaves open, and the document type,
-/// which stands elsewhere; two of its entities are given here.
-inline std::string asXml(std::string const & page) {
-    std::string const doctype = between(page, "<!DOCTYPE", "\n<html");
-    std::string const entities = "<!DOCTYPE html [<!ENTITY laquo '&#171;'><!ENTITY raquo '&#187;'>]>";
-    std::string text = replaced(page, doctype, entities);
-    for (char const * const box : {"7", "6", "5"}) {
-        std::string const end = std::string("toggleCssDisplayNum(") + box + ");\"";
-        text = replaced(text, end + ">", end + "/>");
-    }
-    return text;
-}
-
 } // namespace ZEL::testsupport

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
 namespace ZEL {
@@ -72,6 +73,18 @@ TEST(TextWriter, OfAModelTheObjectsWithoutContainerAreLeftOut) {
     EXPECT_THAT(text, testing::HasSubstr("\n    [ factory"));
     EXPECT_THAT(text, testing::EndsWith("\n  ]"));
     EXPECT_THAT(text, testing::Not(testing::AnyOf(testing::HasSubstr("Comment"), testing::HasSubstr("unparented"))));
+}
+
+TEST(TextWriter, IndentationEndsAtAThousandLevels) {
+    TestModel const sample;
+    Package bottom = sample.top;
+    for (int level = 0; level < 1010; ++level) {
+        bottom = sample.package(bottom, "p");
+    }
+    std::string const text = textOf(sample.top);
+    EXPECT_THAT(text, testing::HasSubstr('\n' + std::string(2000, ' ') + "[ packagedElement"));
+    EXPECT_THAT(text, testing::Not(testing::HasSubstr(std::string(2001, ' '))));
+    EXPECT_EQ(std::count(text.begin(), text.end(), ']'), 1011);
 }
 
 } // namespace

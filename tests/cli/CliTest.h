@@ -5,7 +5,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <string>
@@ -36,11 +35,7 @@ protected:
     [[nodiscard]] bool exists(std::string const & name) const { return std::filesystem::exists(folder.path(name)); }
     [[nodiscard]] Outcome shell(std::string const & line) const { return runShell(line, folder.path("")); }
     /// Of the files that a write makes on the way.
-    [[nodiscard]] bool hasLeftovers() const {
-        auto const files = std::filesystem::directory_iterator(folder.path(""));
-        return std::any_of(begin(files), end(files),
-                           [](auto const & entry) { return entry.path().string().back() == '~'; });
-    }
+    [[nodiscard]] bool hasLeftovers() const { return shell("ls *~").exitCode == 0; }
 
     TemporaryFolder folder;
 };

@@ -1,4 +1,4 @@
-// What the commands do with good files.
+// What the commands do with good files, beyond what the pages of the guide show.
 
 #include "cli/CliTest.h"
 
@@ -15,14 +15,6 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 using Commands = clitest::CliTest;
-
-TEST_F(Commands, InfoSaysWhatIsInAFile) {
-    EXPECT_THAT(shell("zel info library.xmi"),
-                isResult(AllOf(HasSubstr("library.xmi\n"), HasSubstr("http://schema.omg.org/spec/MOF/2.0 (ZEL)"),
-                               HasSubstr("c84e9d10-37ab-4f65-8e21-6a90b5d3f7c8"), HasSubstr("492, at most 6 levels"),
-                               HasSubstr("library-types.xmi (104 objects)"), HasSubstr("     203 ZEL.Property\n"),
-                               HasSubstr("\nleft out     nothing\n"))));
-}
 
 TEST_F(Commands, InfoNamesAndCountsWhatWasLeftOut) {
     makeVariant("library.xmi", "ZEL:Enumeration\"", "ZEL:Enumeratoin\"");
@@ -52,81 +44,52 @@ TEST_F(Commands, OthersSumUpWhatWasLeftOutInOneLine) {
 }
 
 TEST_F(Commands, DumpPrintsEachObjectInItsContainer) {
-    Outcome const run = shell("zel dump library.xmi");
-    EXPECT_THAT(run, isResult(AllOf(StartsWith("\n  [ MetaModel name=\"library\" uri=\"file://" +
-                                               folder.path("library.xmi") + "\" id=\"1 {readonly}\""),
-                                    HasSubstr("\n    [ topPackage name=\"library\" id=\"2 {readonly}\"\n"),
-                                    HasSubstr("\n          [ ownedLiteral name=\"book\" id=\"8 {readonly}\" "
-                                              "enumeration=\"MediaKind:Enumeration\" modelZEL=\"library:MetaModel\"\n"
-                                              "          ]\n"),
-                                    HasSubstr(" type=\"String:PrimitiveType\""), EndsWith("\n  ]\n"))));
-    std::size_t begun = 0;
-    for (std::size_t at = run.out.find("  [ "); at != std::string::npos; at = run.out.find("  [ ", at + 1)) {
-        ++begun;
-    }
-    EXPECT_EQ(begun, 493U) << "what info counts, and the factory";
+    EXPECT_THAT(shell("zel dump library.xmi"),
+                isResult(AllOf(StartsWith("\n  [ MetaModel name=\"library\" uri=\"file://" +
+                                          folder.path("library.xmi") + "\" id=\"1 {readonly}\""),
+                               HasSubstr("\n    [ topPackage name=\"library\" id=\"2 {readonly}\"\n"),
+                               HasSubstr("\n          [ ownedLiteral name=\"book\" id=\"8 {readonly}\" "
+                                         "enumeration=\"MediaKind:Enumeration\" modelZEL=\"library:MetaModel\"\n"
+                                         "          ]\n"),
+                               HasSubstr(" type=\"String:PrimitiveType\""), EndsWith("\n  ]\n"))));
+    EXPECT_EQ(shell("zel dump library.xmi | grep -c '^ *\\[ '").out, "493\n") << "what info counts, and the factory";
 }
 
-TEST_F(Commands, AConvertedFileHoldsTheSameModel) {
+TEST_F(Commands, AFileMayBeWrittenOverItself) {
     EXPECT_THAT(shell("zel convert library.xmi copy.xmi --from standard --to standard"),
                 isResult("copy.xmi: 492 objects\n"));
-    EXPECT_THAT(shell("zel compare library.xmi copy.xmi"), isResult("equal: 492 objects\n"));
-
     std::string const once = folder.content("copy.xmi");
     EXPECT_EQ(shell("zel convert copy.xmi copy.xmi").exitCode, 0);
-    EXPECT_EQ(folder.content("copy.xmi"), once) << "a file may be written over itself";
+    EXPECT_EQ(folder.content("copy.xmi"), once);
 }
 
-TEST_F(Commands, CompareIgnoresPlaceAndIdsAndNamesThePairThatDiffers) {
-    EXPECT_THAT(shell("zel compare library.xmi " + std::string(kLibrary)), isResult(StartsWith("equal: ")));
-
-    makeVariant("other.xmi", "name=\"Catalogue\"", "name=\"Index\"");
-    EXPECT_THAT(shell("zel compare library.xmi other.xmi"),
-                ends(1, AllOf(StartsWith("different: Class 'library.catalogue.Catalogue' ("),
-                              HasSubstr("Class 'library.catalogue.Index' ("))));
-
-    EXPECT_EQ(shell("zel compare library.xmi library-types.xmi").exitCode, 1);
-
-    // A link to another object of the other file is a difference, too.
+TEST_F(Commands, ALinkToAnotherObjectOfTheOtherFileIsADifference) {
     makeVariant("link.xmi", "7a52_99\"", "7a52_100\"");
     EXPECT_THAT(shell("zel compare library.xmi link.xmi"),
                 ends(1, HasSubstr("Property 'originalLanguage'"), testing::_));
 }
 
-TEST_F(Commands, RandomGivesTheSameModelForTheSameSeed) {
-    EXPECT_THAT(shell("zel random a.xmi --seed 17 --depth 3 --breadth 5 --associations 40"),
-                isResult(EndsWith(", seed 17\n")));
-    EXPECT_EQ(shell("zel random b.xmi --seed 17 --depth 3 --breadth 5 --associations 40").exitCode, 0);
-    EXPECT_EQ(shell("zel compare a.xmi b.xmi").exitCode, 0);
-    EXPECT_EQ(shell("zel random b.xmi --seed 18 --depth 3 --breadth 5").exitCode, 0);
+TEST_F(Commands, RandomTakesItsSeedAndItsSizes) {
+    std::string const sizes = " --depth 3 --breadth 5 --associations 40";
+    EXPECT_THAT(shell("zel random a.xmi --seed 17" + sizes), isResult(EndsWith(", seed 17\n")));
+    EXPECT_EQ(shell("zel random b.xmi --seed 18" + sizes).exitCode, 0);
+    EXPECT_EQ(shell("zel compare a.xmi b.xmi").exitCode, 1);
+    EXPECT_EQ(shell("zel random b.xmi --seed 17 --depth 3 --breadth 5 --associations 0").exitCode, 0);
     EXPECT_EQ(shell("zel compare a.xmi b.xmi").exitCode, 1);
     EXPECT_THAT(shell("zel random b.xmi --seed 1 --depth 0").out, HasSubstr("b.xmi: 1 object,"));
 }
 
-TEST_F(Commands, MetamodelListsWhatIsRegisteredAndShowsOne) {
-    EXPECT_EQ(shell("zel metamodel").out,
-              "http://schema.omg.org/spec/MOF/2.0                       ZEL               42 classes\n"
-              "http://schema.omg.org/spec/UML/2.1                       uml               222 classes\n"
-              "http://www.quillon.example/schemas/Foreign.xmi           Foreign           4 classes\n"
-              "http://www.quillon.example/schemas/GenericComponent.xmi  GenericComponent  6 classes\n"
-              "http://www.quillon.example/schemas/NumericTypes.xmi      NumericTypes      4 classes\n"
-              "http://www.quillon.example/schemas/RhapsodyPlatform.xmi  RhapsodyPlatform  4 classes\n"
-              "http://www.quillon.example/schemas/Tessel.xmi            Tessel            3 classes\n");
+TEST_F(Commands, AMetamodelIsShownByItsPrefixAndByItsUri) {
     Outcome const shown = shell("zel metamodel ZEL");
-    EXPECT_THAT(shown, isResult(AllOf(HasSubstr("class Comment : ZEL.Element\n    body : String [0..1]\n"
-                                                "    annotatedElement : Element [0..*]\n"),
-                                      HasSubstr("enumeration PackageMergeKind { exdend, define }\n"),
+    EXPECT_THAT(shown, isResult(AllOf(HasSubstr("enumeration PackageMergeKind { exdend, define }\n"),
                                       HasSubstr("primitive UnlimitedNatural\n"))));
     EXPECT_EQ(shell("zel metamodel http://schema.omg.org/spec/MOF/2.0").out, shown.out);
 }
 
-TEST_F(Commands, TheTourHoldsAllItsClaimsAndChangesNoFile) {
-    std::string const before = folder.content("library.xmi");
-    EXPECT_THAT(shell("zel tour library.xmi"),
-                isResult(AllOf(StartsWith("1. Read the files\n"), HasSubstr("\n11. Close everything\n"),
-                               HasSubstr("leak account stands at zero"), EndsWith(" claims held.\n"))));
-    EXPECT_EQ(folder.content("library.xmi"), before);
-    EXPECT_EQ(folder.content("library-types.xmi"), folder.content(kTypes)); // an absolute path stands for itself
+TEST_F(Commands, TheTourChangesNoFile) {
+    EXPECT_EQ(shell("zel tour library.xmi").exitCode, 0);
+    EXPECT_EQ(folder.content("library.xmi"), folder.content(kLibrary)); // an absolute path stands for itself
+    EXPECT_EQ(folder.content("library-types.xmi"), folder.content(kTypes));
 }
 
 TEST_F(Commands, AStepOfTheTourThatFailsIsNamed) {

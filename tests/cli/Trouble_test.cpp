@@ -99,8 +99,6 @@ TEST_F(Trouble, ACopyThatFailsLeavesTheWholeFileBesideIt) {
 }
 
 TEST_F(Trouble, ResultsThatCannotBePrintedAreTrouble) {
-    EXPECT_THAT(shell("zel info library.xmi > /dev/full"),
-                isTrouble(HasSubstr("cannot write the results to standard output: No space left on device")));
     EXPECT_THAT(shell("zel tour library.xmi >&-"), isTrouble(HasSubstr("standard output: Bad file descriptor")));
     EXPECT_THAT(shell("zel --help > /dev/full"), isTrouble(HasSubstr("standard output: No space left on device")));
     // Not even a file that is opened later takes the place of a closed stream.

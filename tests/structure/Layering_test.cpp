@@ -105,19 +105,14 @@ std::vector<std::string> violations(std::string const & place, std::string const
     return found;
 }
 
-bool isCode(fs::path const & path) { return path.extension() == ".h" || path.extension() == ".cpp"; }
-
 /// All headers and sources below a folder of the project, as paths below that folder.
-std::vector<std::string> codeBelow(fs::path const & folder) {
-    std::vector<std::string> files;
-    if (fs::exists(sourceDir / folder)) {
-        for (auto const & entry : fs::recursive_directory_iterator{sourceDir / folder}) {
-            if (isCode(entry.path())) {
-                files.push_back(entry.path().lexically_relative(sourceDir / folder).generic_string());
-            }
+std::set<std::string> codeBelow(fs::path const & folder) {
+    std::set<std::string> files;
+    for (auto const & entry : fs::recursive_directory_iterator{sourceDir / folder}) {
+        if (entry.path().extension() == ".h" || entry.path().extension() == ".cpp") {
+            files.insert(entry.path().lexically_relative(sourceDir / folder).generic_string());
         }
     }
-    std::sort(files.begin(), files.end());
     return files;
 }
 

@@ -22,8 +22,9 @@ TEST_F(Commands, InfoNamesAndCountsWhatWasLeftOut) {
     makeVariant("library.xmi", "<ownedAttribute ", "<ownedAttribute lower=\"x\" ");
     makeVariant("library.xmi", "  </ZEL:MetaModel>", "    <other><other/></other>\n  </ZEL:MetaModel>");
     std::filesystem::remove(folder.path("library-types.xmi"));
+    std::string const sum = "2 elements, 1 attribute, 1 value, 73 links, 1 file";
     EXPECT_THAT(shell("zel info library.xmi"),
-                isResult(AllOf(HasSubstr("\nleft out     2 elements, 1 attribute, 1 value, "),
+                isResult(AllOf(HasSubstr("\nleft out     " + sum + "\n"),
                                HasSubstr("\n\nelements skipped\n"
                                          "       1 other\n"
                                          "       1 packagedElement of type ZEL:Enumeratoin\n"
@@ -35,12 +36,9 @@ TEST_F(Commands, InfoNamesAndCountsWhatWasLeftOut) {
                                          "       1 PackageImport.importedPackage\n"
                                          "      11 Parameter.type\n"),
                                EndsWith("\nfiles not read\n       1 file://" + folder.path("library-types.xmi\n")))));
-}
-
-TEST_F(Commands, OthersSumUpWhatWasLeftOutInOneLine) {
-    std::filesystem::remove(folder.path("library-types.xmi"));
-    EXPECT_THAT(shell("zel convert library.xmi copy.xmi"),
-                ends(0, "copy.xmi: 492 objects\n", "zel: library.xmi: left out: 72 links, 1 file (see zel info)\n"));
+    EXPECT_THAT(shell("zel convert library.xmi copy.xmi").error,
+                "zel: library.xmi: left out: " + sum + " (see zel info)\n")
+        << "other commands say it in one line";
 }
 
 TEST_F(Commands, DumpPrintsEachObjectInItsContainer) {

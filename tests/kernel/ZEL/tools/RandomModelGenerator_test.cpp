@@ -1,7 +1,6 @@
 #include "kernel/ZEL/tools/TestModel.h"
 #include "support/ExpectRaises.h"
 
-#include <ZEL/FactoryRegistry.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
 #include <ZEL/UnlimitedNatural.h>
@@ -122,17 +121,6 @@ TEST(RandomModelGenerator, ValuesAndLinksComeFromTheAssociationPhase) {
     }
     EXPECT_EQ(values.count("foobar"), 1U);
     EXPECT_GT(links, 100U);
-}
-
-TEST(RandomModelGenerator, AnyClassOfTheMetamodelCanBeTheRoot) {
-    TestModel const model;
-    for (char const * const name : {"Association", "Class", "Comment", "Constraint", "DataType", "Enumeration",
-                                    "Operation", "Parameter", "Profile", "Stereotype"}) {
-        SCOPED_TRACE(name);
-        ClassObject const root = FactoryObject(model.factory).createFromString(name);
-        createRandomModel(root, 3, 4, 50, 11);
-        EXPECT_GE(contentOf(root).size(), 4U);
-    }
 }
 
 TEST(RandomModelGenerator, DeepTreesNeedNoStack) {

@@ -114,14 +114,8 @@ TEST_F(Pages, AReportWithAFaultIsSeenToHaveIt) {
 }
 
 TEST_F(Pages, ALogHasTheColoursOfItsLevels) {
-    struct Row {
-        LogLevel::Setting level;
-        LogRecord::Tag tag;
-        char const * rowClass;
-        char const * colour;
-    };
     constexpr auto plain = static_cast<LogRecord::Tag>(0);
-    Row const rows[] = {
+    std::tuple<LogLevel::Setting, LogRecord::Tag, char const *, char const *> const rows[] = {
         {LogLevel::trace, plain, "Trace", "rgb(128, 128, 128)"},
         {LogLevel::debug, plain, "Debug", "rgb(128, 128, 128)"},
         {LogLevel::info, plain, "Info", "rgb(0, 0, 0)"},
@@ -133,13 +127,13 @@ TEST_F(Pages, ALogHasTheColoursOfItsLevels) {
     };
     HTMLLogHandler handler(folder.path("log"));
     std::string facts;
-    for (Row const & row : rows) {
+    for (auto const & [level, tag, rowClass, colour] : rows) {
         LogRecord record;
-        record.setLevel(row.level);
-        record.setTag(row.tag);
+        record.setLevel(level);
+        record.setTag(tag);
         record.setMessage("a <b>message</b>");
-        handler._publish(LogLevel(row.level), record);
-        facts += "[" + quoted(row.rowClass) + ", " + quoted(row.colour) + "],\n";
+        handler._publish(LogLevel(level), record);
+        facts += "[" + quoted(rowClass) + ", " + quoted(colour) + "],\n";
     }
     handler.close();
     facts = "{rows: [" + facts + "]}";

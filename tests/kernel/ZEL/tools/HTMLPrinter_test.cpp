@@ -124,7 +124,6 @@ protected:
         util::HTMLPrinter().print(object, folder.path("page"));
         return folder.content("page.html");
     }
-    std::string idOf(ImmutableClassObject const & object) const { return "ID" + object.getSiid().str(); }
     /// The headings of a page, in their order.
     static std::vector<std::string> headings(std::string const & page) {
         std::vector<std::string> found;
@@ -329,7 +328,7 @@ TEST_F(HTMLPrinterTest, PrintsNoObjectTwice) {
     say("linked", twice);
     EXPECT_THAT(headings(printed(object)), ElementsAre("&laquo;Mark&raquo; unnamed"));
     say("contained", twice, true);
-    std::string const error = "Expects unique ID but " + idOf(child) + " is not";
+    std::string const error = "Expects unique ID but ID" + child.getSiid().str() + " is not";
     EXPECT_RAISES(error, printed(object));
     std::string const page = folder.content("page.html");
     EXPECT_THAT(headings(page), ElementsAre("&laquo;Mark&raquo; unnamed", "Comment unnamed"));

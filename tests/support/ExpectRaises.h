@@ -8,6 +8,9 @@
 
 namespace ZEL::Test {
 
+inline constexpr char const * kNullRef = "Cannot access NULL ref. Use isValid() before calling methods";
+inline constexpr char const * kInternalError = "An Internal Error has occurred";
+
 /// The text that `operation` raises; "(nothing)" if it returns.
 template <class Operation> std::string raisedText(Operation operation) {
     try {

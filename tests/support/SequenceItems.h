@@ -1,11 +1,16 @@
 #pragma once
 
-#include <ZEL/Exception.h>
+#include "support/ExpectRaises.h"
+
 #include <ZEL/metamodel/ClassObjectIntf.h>
 #include <ZEL/metamodel/ObjectHandle.h>
+#include <ZEL/sequences/GenericDeviantSequence.h>
 #include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/sequences/PersistentTextSequence.h>
+#include <ZEL/sequences/Sequence.h>
 #include <ZEL/sequences/SequenceField.h>
+
+#include <gtest/gtest.h>
 
 #include <map>
 #include <memory>
@@ -13,22 +18,22 @@
 
 namespace ZEL::Test {
 
+using CooperativeVisitor::internal::ClassInfo;
+
+template <class T> ClassInfo const & classInfoOf() {
+    static auto const info = CooperativeVisitor::internal::makeClassInfo<T, NSInterface::ObjectDomain>();
+    return info;
+}
+
 /// What stands in the sequences of the tests. It lives as long as its owner; its count only counts.
 class ItemIntf : public virtual NSInterface::ClassObjectIntf {
 public:
-    static CooperativeVisitor::internal::ClassInfo const & classInfo() {
-        static auto const info = CooperativeVisitor::internal::makeClassInfo<ItemIntf, NSInterface::ObjectDomain>();
-        return info;
-    }
+    static ClassInfo const & classInfo() { return classInfoOf<ItemIntf>(); }
 };
 
 class SpecialItemIntf : public virtual ItemIntf {
 public:
-    static CooperativeVisitor::internal::ClassInfo const & classInfo() {
-        static auto const info =
-            CooperativeVisitor::internal::makeClassInfo<SpecialItemIntf, NSInterface::ObjectDomain>();
-        return info;
-    }
+    static ClassInfo const & classInfo() { return classInfoOf<SpecialItemIntf>(); }
 };
 
 template <class Concrete, class Base, class... Interfaces> class CountedBody : public virtual Base {
@@ -39,7 +44,7 @@ public:
     void incRef() override { ++fCount; }
     void decRef() override { --fCount; }
     int numRef() override { return fCount; }
-    void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override {
+    void * cast(ClassInfo const & info) const override {
         auto const & table =
             CooperativeVisitor::internal::castTable<Concrete, Interfaces..., NSInterface::ClassObjectIntf,
                                                     NSInterface::ObjectIntf>();
@@ -112,13 +117,9 @@ public:
     }
     [[nodiscard]] State & writeState(Deviant deviant) {
         ++numberOfWrites;
-        if (!isOpen) {
-            raiseInternalError("not opened for transactions");
-        }
         return fStates.try_emplace(deviant, fStates.at(Deviant())).first->second;
     }
 
-    bool isOpen = true;
     int numberOfWrites = 0; ///< how often the state to write was asked for
 
 private:
@@ -142,5 +143,23 @@ inline constexpr Generic::SequenceField Owner::uniqueTexts =
     Generic::SequenceField::ofTexts(&owner_fields::readTexts, &owner_fields::writeTexts, true);
 inline constexpr Generic::SequenceField Owner::texts =
     Generic::SequenceField::ofTexts(&owner_fields::readTexts, &owner_fields::writeTexts, false);
+
+/// Items, plain and special ones, and a stored sequence for them.
+class SequenceFixture : public testing::Test {
+protected:
+    Item item(std::size_t i) { return Item(&bodies[i], Deviant()); }
+    Item special(std::size_t i) { return Item(&specials[i], Deviant()); }
+    template <class T = Item>
+    static Sequence<T> stored(Owner & of, Deviant deviant = Deviant(),
+                              Generic::SequenceField const & field = Owner::items) {
+        return Sequence<T>(new Generic::GenericDeviantSequence(&of, deviant, field), deviant);
+    }
+
+    Deviant d;
+    std::vector<ItemBody> bodies{8};
+    std::vector<SpecialItemBody> specials{5};
+    Owner owner;
+    Sequence<Item> items{stored(owner)};
+};
 
 } // namespace ZEL::Test

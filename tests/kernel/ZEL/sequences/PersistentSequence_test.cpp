@@ -7,6 +7,7 @@
 #include <numeric>
 #include <random>
 #include <string>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -36,24 +37,24 @@ Model pointers(std::size_t count) {
     return model;
 }
 
+Model::iterator placeIn(Model & model, std::size_t position) {
+    return model.begin() + static_cast<std::ptrdiff_t>(position);
+}
+
 PersistentSequence sequenceOf(Model const & model) {
     PersistentSequence sequence;
     sequence.assign(model.begin(), model.end());
     return sequence;
 }
 
-Model elementsOf(PersistentSequence const & sequence) {
-    Model model;
-    sequence.forEach([&model](void * element) { model.push_back(element); });
-    return model;
-}
-
 // Looks at `sequence` by every road there is.
 void expectEqual(PersistentSequence const & sequence, Model const & model) {
     ASSERT_EQ(sequence.size(), model.size());
     ASSERT_EQ(sequence.empty(), model.empty());
-    ASSERT_EQ(elementsOf(sequence), model);
-    ASSERT_TRUE(std::equal(sequence.begin(), sequence.end(), model.begin(), model.end()));
+    ASSERT_EQ(Model(sequence.begin(), sequence.end()), model);
+    Model visited;
+    sequence.forEach([&visited](void * element) { visited.push_back(element); });
+    ASSERT_EQ(visited, model);
     ASSERT_TRUE(sequence == sequenceOf(model));
     for (std::size_t i = 0; i < model.size(); ++i) {
         ASSERT_EQ(sequence.at(i), model[i]);
@@ -61,32 +62,45 @@ void expectEqual(PersistentSequence const & sequence, Model const & model) {
     }
 }
 
+// Old copies of a sequence, with what they have to hold for ever.
+class Versions {
+public:
+    void keep(PersistentSequence const & sequence, Model const & model) { all.emplace_back(sequence, model); }
+    void expectUnchanged() const {
+        for (auto const & [sequence, model] : all) {
+            ASSERT_NO_FATAL_FAILURE(expectEqual(sequence, model));
+        }
+    }
+    std::vector<std::pair<PersistentSequence, Model>> all;
+};
+
 // One random change of `sequence` and of its model; `growth` in percent is the share of inserts.
 void changeBoth(PersistentSequence & sequence, Model & model, std::mt19937 & random, unsigned growth, unsigned range) {
     void * element = pointer(random() % range);
     auto const found = std::find(model.begin(), model.end(), element);
+    bool const isNew = found == model.end();
     if (random() % 100 < growth) {
         std::size_t const position = random() % (model.size() + 1);
-        ASSERT_EQ(sequence.insert(position, element), found == model.end());
-        if (found == model.end()) {
-            model.insert(model.begin() + static_cast<std::ptrdiff_t>(position), element);
+        ASSERT_EQ(sequence.insert(position, element), isNew);
+        if (isNew) {
+            model.insert(placeIn(model, position), element);
         }
     } else if (random() % 4 == 0 && !model.empty()) {
         std::size_t const position = random() % model.size();
-        bool const possible = found == model.end() || found - model.begin() == static_cast<std::ptrdiff_t>(position);
+        bool const possible = isNew || found == placeIn(model, position);
         ASSERT_EQ(sequence.replaceAt(position, element), possible);
         if (possible) {
             model[position] = element;
         }
     } else if (random() % 2 == 0) {
-        ASSERT_EQ(sequence.erase(element), found != model.end());
-        if (found != model.end()) {
+        ASSERT_EQ(sequence.erase(element), !isNew);
+        if (!isNew) {
             model.erase(found);
         }
     } else if (!model.empty()) {
         std::size_t const position = random() % model.size();
         sequence.eraseAt(position);
-        model.erase(model.begin() + static_cast<std::ptrdiff_t>(position));
+        model.erase(placeIn(model, position));
     }
     ASSERT_EQ(sequence.contains(element), std::find(model.begin(), model.end(), element) != model.end());
 }
@@ -101,25 +115,21 @@ TEST_P(PersistentSequenceRandom, BehavesAsAVectorAndOldCopiesStayAsTheyWere) {
     std::mt19937 random(range);
     PersistentSequence sequence;
     Model model;
-    std::vector<std::pair<PersistentSequence, Model>> kept;
+    Versions kept;
     for (unsigned step = 0; step < 6000; ++step) {
         unsigned const growth = step / 500 % 3 == 2 ? 15 : 75;
         ASSERT_NO_FATAL_FAILURE(changeBoth(sequence, model, random, growth, range));
         if (step % 97 == 0) {
-            kept.emplace_back(sequence, model);
+            kept.keep(sequence, model);
         }
         if (step % 389 == 0) { // go on from an old copy
-            auto const & [oldSequence, oldModel] = kept[random() % kept.size()];
-            sequence = oldSequence;
-            model = oldModel;
+            std::tie(sequence, model) = kept.all[random() % kept.all.size()];
         }
         if (step % 50 == 0) {
             ASSERT_NO_FATAL_FAILURE(expectEqual(sequence, model)) << "step " << step;
         }
     }
-    for (auto const & [oldSequence, oldModel] : kept) {
-        ASSERT_NO_FATAL_FAILURE(expectEqual(oldSequence, oldModel));
-    }
+    kept.expectUnchanged();
 }
 
 INSTANTIATE_TEST_SUITE_P(Ranges, PersistentSequenceRandom, testing::Values(3u, 12u, 70u, 130u, 700u, 3000u),
@@ -201,7 +211,7 @@ TEST(PersistentSequence, AWriteToALargeCopyTakesLittleMemory) {
         versions.back().eraseAt(i * 37 % versions.back().size());
         versions.back().insert(i * 91 % versions.back().size(), pointer(200000 + i));
     }
-    EXPECT_EQ(elementsOf(original), pointers(100000));
+    EXPECT_EQ(Model(original.begin(), original.end()), pointers(100000));
     EXPECT_EQ(versions.back().size(), 100000u);
 }
 
@@ -215,94 +225,73 @@ TEST(PersistentSequence, ChangesItsKindOfStorageWithALag) {
         sequence.eraseAt(sequence.size() / 2);
         EXPECT_GT(sequence.heapBytes(), blockBytes) << "still trees with " << sequence.size();
     }
-    Model model = elementsOf(sequence);
+    Model model(sequence.begin(), sequence.end());
     PersistentSequence const before = sequence;
     sequence.eraseAt(3);
-    model.erase(model.begin() + 3);
+    model.erase(placeIn(model, 3));
     EXPECT_LT(sequence.heapBytes(), blockBytes);
     expectEqual(sequence, model);
     EXPECT_EQ(before.size(), PersistentSequence::MinimalTree + 1);
 }
 
-// Inserting again and again at one place uses up the labels there; at 0 and at the end it must not.
+// Inserting again and again at one place uses up the labels there; at 0 and at the end it must not. New labels must not
+// show in old copies.
 TEST(PersistentSequence, TakesInsertsAtOnePlaceWithoutEnd) {
-    std::size_t const count = 20000;
     for (std::size_t place : {0u, 1u, 50u, 99u}) {
         Model model = pointers(100);
         PersistentSequence sequence = sequenceOf(model);
-        PersistentSequence const before = sequence;
-        Model added;
-        for (std::size_t i = 0; i < count; ++i) {
-            added.push_back(pointer(1000 + i));
-            ASSERT_TRUE(sequence.insert(place, added.back()));
+        Versions kept;
+        for (std::size_t i = 0; i < 20000; ++i) {
+            if (i < 400 || i % 1000 == 0) {
+                kept.keep(sequence, model);
+            }
+            std::size_t const side = i < 400 ? i % 2 : 0;
+            ASSERT_TRUE(sequence.insert(place + side, pointer(1000 + i)));
+            model.insert(placeIn(model, place + side), pointer(1000 + i));
         }
-        auto const at = model.begin() + static_cast<std::ptrdiff_t>(place);
-        model.insert(at, added.rbegin(), added.rend());
-        expectEqual(sequence, model);
-        expectEqual(before, pointers(100));
-    }
-}
-
-// The same with an old copy of every version: new labels must not show in it.
-TEST(PersistentSequence, NewLabelsLeaveOldCopiesAlone) {
-    Model model = pointers(70);
-    PersistentSequence sequence = sequenceOf(model);
-    std::vector<std::pair<PersistentSequence, Model>> kept;
-    for (std::size_t i = 0; i < 400; ++i) {
-        kept.emplace_back(sequence, model);
-        std::size_t const place = i % 2 == 0 ? 30 : 31;
-        ASSERT_TRUE(sequence.insert(place, pointer(1000 + i)));
-        model.insert(model.begin() + static_cast<std::ptrdiff_t>(place), pointer(1000 + i));
-    }
-    kept.emplace_back(sequence, model);
-    for (auto const & [oldSequence, oldModel] : kept) {
-        ASSERT_NO_FATAL_FAILURE(expectEqual(oldSequence, oldModel));
+        ASSERT_NO_FATAL_FAILURE(expectEqual(sequence, model));
+        ASSERT_NO_FATAL_FAILURE(kept.expectUnchanged());
     }
 }
 
 TEST(PersistentSequence, GrowsAndShrinksByAHundredThousandInEveryOrder) {
-    Model const model = pointers(100000);
+    constexpr std::size_t count = 100000;
+    Model const model = pointers(count);
     PersistentSequence pushed;
-    for (void * element : model) {
-        ASSERT_TRUE(pushed.push_back(element));
+    PersistentSequence front;
+    for (std::size_t i = 0; i < count; ++i) {
+        ASSERT_TRUE(pushed.push_back(model[i]));
+        ASSERT_TRUE(front.insert(0, model[count - 1 - i]));
     }
     expectEqual(pushed, model);
-    PersistentSequence front;
-    for (auto element = model.rbegin(); element != model.rend(); ++element) {
-        ASSERT_TRUE(front.insert(0, *element));
-    }
     EXPECT_TRUE(front == pushed);
 
-    Model shuffled = model;
-    std::shuffle(shuffled.begin(), shuffled.end(), std::mt19937(7));
+    std::vector<std::size_t> order(count);
+    std::iota(order.begin(), order.end(), 0u);
+    std::shuffle(order.begin(), order.end(), std::mt19937(7));
     PersistentSequence byValue = pushed;
-    for (std::size_t i = 0; i < shuffled.size(); ++i) {
-        ASSERT_TRUE(byValue.erase(shuffled[i]));
-        if (i + 10 == shuffled.size() || i == shuffled.size() / 2) {
-            Model left = model;
-            std::sort(shuffled.begin() + static_cast<std::ptrdiff_t>(i) + 1, shuffled.end());
-            left.erase(std::remove_if(left.begin(), left.end(),
-                                      [&](void * element) {
-                                          return !std::binary_search(shuffled.begin() + static_cast<std::ptrdiff_t>(i) +
-                                                                         1,
-                                                                     shuffled.end(), element);
-                                      }),
-                       left.end());
-            expectEqual(byValue, left);
+    Model left = model;
+    for (std::size_t i = 0; i < count; ++i) {
+        ASSERT_TRUE(byValue.erase(pointer(order[i])));
+        left[order[i]] = nullptr; // gone
+        if (i + 10 == count || i == count / 2) {
+            Model expected = left;
+            std::erase(expected, nullptr);
+            expectEqual(byValue, expected);
         }
     }
     EXPECT_TRUE(byValue.empty());
 
     PersistentSequence fromFront = pushed;
     PersistentSequence fromBack = pushed;
-    for (std::size_t i = 0; i < model.size(); ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         ASSERT_EQ(fromFront.at(0), model[i]);
         fromFront.eraseAt(0);
-        ASSERT_EQ(fromBack.at(fromBack.size() - 1), model[model.size() - 1 - i]);
-        fromBack.eraseAt(fromBack.size() - 1);
+        ASSERT_EQ(fromBack.at(count - 1 - i), model[count - 1 - i]);
+        fromBack.eraseAt(count - 1 - i);
     }
     EXPECT_TRUE(fromFront.empty() && fromBack.empty());
-    EXPECT_EQ(elementsOf(pushed), model);
+    EXPECT_EQ(Model(pushed.begin(), pushed.end()), model);
 }
 
 // What is left after most elements are gone must not sit in nearly empty nodes.
@@ -347,7 +336,7 @@ TEST(PersistentSequence, AssignsFromItselfAndFromAnyRange) {
         expectEqual(sequence, model);
         if (size > 0) {
             sequence.assign(++sequence.begin(), sequence.end());
-            expectEqual(sequence, Model(model.begin() + 1, model.end()));
+            expectEqual(sequence, Model(placeIn(model, 1), model.end()));
         }
     }
 }

@@ -1,13 +1,10 @@
-#include "support/ExpectRaises.h"
 #include "support/SequenceItems.h"
 
 #include <ZEL/String.h>
 #include <ZEL/metamodel/Object.h>
-#include <ZEL/sequences/GenericDeviantSequence.h>
 #include <ZEL/sequences/GenericFilteredSequence.h>
 #include <ZEL/sequences/GenericNullSequence.h>
 #include <ZEL/sequences/ListQImpl.h>
-#include <ZEL/sequences/Sequence.h>
 #include <ZEL/sequences/SequenceBuilder.h>
 
 #include <gmock/gmock.h>
@@ -21,43 +18,37 @@ namespace {
 using Test::FakeDeviant;
 using Test::ImmutableItem;
 using Test::Item;
-using Test::ItemBody;
+using Test::kInternalError;
+using Test::kNullRef;
 using Test::Owner;
 using Test::SpecialItem;
-using Test::SpecialItemBody;
 using testing::ElementsAre;
 
-class TypedSequence : public testing::Test {
+/// With four items in it.
+class TypedSequence : public Test::SequenceFixture {
 protected:
     TypedSequence() {
-        for (auto & body : bodies) {
-            items.push_back(Item(&body, Deviant()));
+        for (std::size_t i = 0; i < 4; ++i) {
+            items.push_back(item(i));
         }
     }
-    Item item(std::size_t i) { return Item(&bodies[i], Deviant()); }
-
-    Owner owner;
-    std::vector<ItemBody> bodies{4};
-    SpecialItemBody special;
-    Sequence<Item> items{new GenericDeviantSequence(&owner, Deviant(), Owner::items), Deviant()};
 };
 
 template <class H> constexpr bool isReadOnly = !requires(H const & sequence) { sequence.clear(); };
 
 TEST_F(TypedSequence, RaisesOnEveryUseOfANullHandle) {
-    constexpr auto text = "Cannot access NULL ref. Use isValid() before calling methods";
     Sequence<Item> const null;
     EXPECT_FALSE(null.isValid());
     EXPECT_EQ(nullptr, null.getImplementationWithoutAssert());
-    EXPECT_RAISES(text, null.size());
-    EXPECT_RAISES(text, null.empty());
-    EXPECT_RAISES(text, null.begin());
-    EXPECT_RAISES(text, null.end());
-    EXPECT_RAISES(text, null.at(0));
-    EXPECT_RAISES(text, null.push_back(Item()));
-    EXPECT_RAISES(text, null.toVector());
-    EXPECT_RAISES(text, null.getImplementation());
-    EXPECT_RAISES(text, null.getOrcaName());
+    EXPECT_RAISES(kNullRef, null.size());
+    EXPECT_RAISES(kNullRef, null.empty());
+    EXPECT_RAISES(kNullRef, null.begin());
+    EXPECT_RAISES(kNullRef, null.end());
+    EXPECT_RAISES(kNullRef, null.at(0));
+    EXPECT_RAISES(kNullRef, null.push_back(Item()));
+    EXPECT_RAISES(kNullRef, null.toVector());
+    EXPECT_RAISES(kNullRef, null.getImplementation());
+    EXPECT_RAISES(kNullRef, null.getOrcaName());
 }
 
 TEST_F(TypedSequence, OneBodyServesHandlesOfAllClassesThatItsElementsHave) {
@@ -75,17 +66,17 @@ TEST_F(TypedSequence, OneBodyServesHandlesOfAllClassesThatItsElementsHave) {
     EXPECT_EQ(items.getImplementation(), objects.getImplementation());
     EXPECT_TRUE(objects[1] == item(1));
     EXPECT_TRUE(objects.contains(item(1)));
-    objects.push_back(SpecialItem(&special, Deviant()));
+    objects.push_back(special(0));
     EXPECT_EQ(5, items.size());
-    EXPECT_RAISES("An Internal Error has occurred", objects.push_back(String("x")));
+    EXPECT_RAISES(kInternalError, objects.push_back(String("x")));
 
     Sequence<SpecialItem> const narrowed(items);
     EXPECT_TRUE(narrowed.back().isValid());
-    EXPECT_RAISES("An Internal Error has occurred", narrowed.front());
+    EXPECT_RAISES(kInternalError, narrowed.front());
 }
 
 TEST_F(TypedSequence, ObjectsAndTextsMeetInOneBody) {
-    Sequence<String> const texts(new GenericDeviantSequence(&owner, Deviant(), Owner::texts), Deviant());
+    auto const texts = stored<String>(owner, d, Owner::texts);
     Sequence<Object> const objects = texts;
     objects.push_back(String("a"));
     texts.push_back("b");
@@ -93,7 +84,7 @@ TEST_F(TypedSequence, ObjectsAndTextsMeetInOneBody) {
     EXPECT_EQ("b", objects[1].toString().str());
     EXPECT_TRUE(objects.contains(String("b")));
     EXPECT_EQ(1, objects.indexOf(String("b")));
-    EXPECT_RAISES("An Internal Error has occurred", objects.push_back(item(0)));
+    EXPECT_RAISES(kInternalError, objects.push_back(item(0)));
     EXPECT_FALSE(objects.contains(item(0)));
 
     Sequence<ImmutableObject> const list = SequenceBuilder{Deviant(), 0, false, true}.create<ImmutableObject>();
@@ -103,21 +94,14 @@ TEST_F(TypedSequence, ObjectsAndTextsMeetInOneBody) {
 }
 
 TEST_F(TypedSequence, WorksWithTheLibrarysAlgorithms) {
-    EXPECT_THAT(items, ElementsAre(item(0), item(1), item(2), item(3)));
     EXPECT_EQ(2, std::distance(items.begin(), std::find(items.begin(), items.end(), item(2))));
     std::vector<Item> backwards(std::reverse_iterator(items.end()), std::reverse_iterator(items.begin()));
     EXPECT_THAT(backwards, ElementsAre(item(3), item(2), item(1), item(0)));
-    EXPECT_TRUE(*std::prev(items.end()) == item(3));
     EXPECT_TRUE(items.begin()->isValid());
-    int index = 0;
-    for (Item const & element : items) {
-        EXPECT_TRUE(element == items[index++]);
-    }
-    EXPECT_EQ(4, index);
 }
 
 TEST_F(TypedSequence, IteratorsOutliveTheirHandle) {
-    auto it = Sequence<Item>(new GenericDeviantSequence(&owner, Deviant(), Owner::items), Deviant()).begin();
+    auto it = stored(owner).begin();
     EXPECT_TRUE(*++it == item(1));
     auto const copy = it++;
     EXPECT_TRUE(*copy == item(1));
@@ -140,10 +124,10 @@ TEST_F(TypedSequence, WritesAtIterators) {
 }
 
 TEST_F(TypedSequence, IteratesOverViewsThatHideElements) {
-    items.insert(1, Item(&special, Deviant()));
+    items.insert(1, special(0));
     auto const filter = filtered_sequence_internal::showsOnly(SpecialItem::BodyInterface::classInfo());
     Sequence<SpecialItem> const view(new filtered_sequence_internal::GenericFilteredSequence(items, filter), Deviant());
-    EXPECT_THAT(view, ElementsAre(SpecialItem(&special, Deviant())));
+    EXPECT_THAT(view, ElementsAre(SpecialItem(special(0))));
     EXPECT_FALSE(view.empty());
     auto const it = view.erase(view.begin());
     EXPECT_TRUE(it == view.end());
@@ -164,10 +148,9 @@ TEST_F(TypedSequence, KnowsTheNameOfItsType) {
     EXPECT_STREQ("TEST.SequenceOfItem", items.getOrcaName());
     EXPECT_STREQ("TEST.ImmutableSequenceOfItem", ImmutableSequence<Item>(items).getOrcaName());
     EXPECT_STREQ("TEST.ImmutableSequenceOfImmutableItem", ImmutableSequence<ImmutableItem>(items).getOrcaName());
-    Sequence<SpecialItem> const null(GenericNullSequence::getSingleton(), Deviant());
-    EXPECT_STREQ("TEST.SequenceOfSpecialItem", null.getOrcaName());
-    EXPECT_STREQ("ZEL.SequenceOfString",
-                 Sequence<String>(GenericNullSequence::getSingleton(), Deviant()).getOrcaName());
+    SequenceHandle const null(GenericNullSequence::getSingleton(), Deviant());
+    EXPECT_STREQ("TEST.SequenceOfSpecialItem", Sequence<SpecialItem>(null.getImplementation(), d).getOrcaName());
+    EXPECT_STREQ("ZEL.SequenceOfString", Sequence<String>(null.getImplementation(), d).getOrcaName());
 }
 
 // --- the null sequence -----------------------------------------------------------------------------------------------
@@ -188,9 +171,9 @@ TEST_F(TypedSequence, TheNullSequenceTakesEverythingAndHoldsNothing) {
     null.clear();
     EXPECT_EQ(before, bodies[0].numRef());
     EXPECT_EQ(0, null.size());
-    EXPECT_FALSE(null.front().isValid());
-    EXPECT_FALSE(null.back().isValid());
-    EXPECT_FALSE(null.at(5).isValid());
+    for (Item const & element : {null.front(), null.back(), null.at(5)}) {
+        EXPECT_FALSE(element.isValid());
+    }
     EXPECT_FALSE(null.contains(item(0)));
     EXPECT_TRUE(null.begin() == null.end());
     EXPECT_TRUE(null.toVector().empty());
@@ -201,18 +184,17 @@ TEST_F(TypedSequence, TheNullSequenceTakesEverythingAndHoldsNothing) {
 TEST_F(TypedSequence, ABuilderMakesAListThatLivesWithItsHandles) {
     FakeDeviant deviant(1);
     {
-        Sequence<ImmutableObject> const list = SequenceBuilder{deviant, 0, false, true}.create<ImmutableObject>();
+        auto const list = SequenceBuilder{deviant, 0, false, true}.create<ImmutableObject>();
         list.push_back(item(0));
         list.push_back(item(0));
         EXPECT_EQ(2, list.size());
         EXPECT_EQ(2, bodies[0].numRef());
         EXPECT_EQ(Deviant(deviant), list.front().getDeviant());
-        list.clear();
-        EXPECT_EQ(0, bodies[0].numRef());
     }
+    EXPECT_EQ(0, bodies[0].numRef());
     // A bare storage is the caller's and has to outlive its handles.
     std::unique_ptr<SequenceIntf> owned;
-    Sequence<ImmutableObject> const bare = SequenceBuilder{Deviant(), 0, false, false}.create<ImmutableObject>();
+    auto const bare = SequenceBuilder{Deviant(), 0, false, false}.create<ImmutableObject>();
     owned.reset(bare.getImplementation());
     EXPECT_EQ(0, bare.size());
 }
@@ -222,8 +204,7 @@ TEST_F(TypedSequence, ABuilderRefusesWhatItCannotMake) {
                   (SequenceBuilder{Deviant(), 0, true, true}.create<ImmutableObject>()));
     EXPECT_RAISES("unknown sequence implementation requested",
                   (SequenceBuilder{Deviant(), 2, false, true}.create<ImmutableObject>()));
-    EXPECT_RAISES("Cannot access NULL ref. Use isValid() before calling methods",
-                  GenericReferenceCountingSequenceProxy(SequenceHandle()));
+    EXPECT_RAISES(kNullRef, GenericReferenceCountingSequenceProxy(SequenceHandle()));
 }
 
 } // namespace

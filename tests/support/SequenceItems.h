@@ -1,8 +1,8 @@
 #pragma once
 
+#include "support/Castable.h"
 #include "support/ExpectRaises.h"
 
-#include <ZEL/metamodel/ClassObjectIntf.h>
 #include <ZEL/metamodel/ObjectHandle.h>
 #include <ZEL/sequences/GenericDeviantSequence.h>
 #include <ZEL/sequences/PersistentSequence.h>
@@ -18,13 +18,6 @@
 
 namespace ZEL::Test {
 
-using CooperativeVisitor::internal::ClassInfo;
-
-template <class T> ClassInfo const & classInfoOf() {
-    static auto const info = CooperativeVisitor::internal::makeClassInfo<T, NSInterface::ObjectDomain>();
-    return info;
-}
-
 /// What stands in the sequences of the tests. It lives as long as its owner; its count only counts.
 class ItemIntf : public virtual NSInterface::ClassObjectIntf {
 public:
@@ -36,7 +29,8 @@ public:
     static ClassInfo const & classInfo() { return classInfoOf<SpecialItemIntf>(); }
 };
 
-template <class Concrete, class Base, class... Interfaces> class CountedBody : public virtual Base {
+template <class Concrete, class Base, class... Interfaces>
+class CountedBody : public Castable<Concrete, Base, Interfaces...> {
 public:
     CountedBody() = default;
     CountedBody(CountedBody const &) = delete;
@@ -44,12 +38,6 @@ public:
     void incRef() override { ++fCount; }
     void decRef() override { --fCount; }
     int numRef() override { return fCount; }
-    void * cast(ClassInfo const & info) const override {
-        auto const & table =
-            CooperativeVisitor::internal::castTable<Concrete, Interfaces..., NSInterface::ClassObjectIntf,
-                                                    NSInterface::ObjectIntf>();
-        return table.cast(info, const_cast<Concrete *>(static_cast<Concrete const *>(this)));
-    }
     [[nodiscard]] bool deviant_isValid(Deviant) const override { return true; }
 
 private:

@@ -9,25 +9,8 @@ namespace ZEL::testsupport {
 
 using NSInterface::ClassObjectIntf;
 using NSInterface::ObjectIntf;
-namespace dispatch = CooperativeVisitor::internal;
 
 // --- state -----------------------------------------------------------------------------------------------------------
-
-int ThingState::numberAlive = 0;
-
-ThingState::ThingState() { ++numberAlive; }
-
-ThingState::~ThingState() { --numberAlive; }
-
-dispatch::ClassInfo const & ThingState::classInfo() {
-    static auto const info = dispatch::makeClassInfo<ThingState, NSInterface::ObjectDomain>();
-    return info;
-}
-
-void * ThingState::cast(dispatch::ClassInfo const & info) const {
-    return dispatch::castTable<ThingState, ThingState, ClassObjectIntf, ObjectIntf>().cast(
-        info, const_cast<ThingState *>(this));
-}
 
 namespace {
 
@@ -44,6 +27,8 @@ ObjectIntf * copyState(Deviant target, ObjectIntf * state, Deviant source) {
     return copy;
 }
 
+bool followsRoot(ObjectIntf const * state) { return state == nullptr || state == Deviant::FallbackToRoot; }
+
 bool isAbsent(ObjectIntf const * state) { return state == nullptr || state == Deviant::InvalidObject; }
 
 } // namespace
@@ -55,14 +40,7 @@ void ThingState::internal_deviationAssign(Deviant, ObjectIntf * source, Deviant)
 
 // --- body ------------------------------------------------------------------------------------------------------------
 
-int Thing::numberAlive = 0;
-
 Thing::~Thing() { Thing::deviant_destroyState(fRootState); }
-
-dispatch::ClassInfo const & Thing::classInfo() {
-    static auto const info = dispatch::makeClassInfo<Thing, NSInterface::ObjectDomain>();
-    return info;
-}
 
 int Thing::valueIn(Deviant deviant) const { return asThingState(getReadDeviant(deviant)).value; }
 
@@ -83,24 +61,11 @@ void Thing::decRef() {
     }
 }
 
-void * Thing::cast(dispatch::ClassInfo const & info) const {
-    return dispatch::castTable<Thing, Thing, ClassObjectIntf, ObjectIntf>().cast(info, const_cast<Thing *>(this));
-}
-
-dispatch::MethodInfo Thing::getVisitMethod(dispatch::VisitTable const & table) const {
-    return dispatch::castTable<Thing, Thing, ClassObjectIntf, ObjectIntf>().visitMethod(table,
-                                                                                        const_cast<Thing *>(this));
-}
-
 bool Thing::deviant_isValid(Deviant deviant) const {
     if (!deviant.isValid()) {
         return false;
     }
-    ObjectIntf * state = internal_getDeviation(deviant);
-    if (state == nullptr || state == Deviant::FallbackToRoot) {
-        state = readStateFromRoot(deviant);
-    }
-    return !isAbsent(state);
+    return !isAbsent(observedState(deviant));
 }
 
 void Thing::deviant_destroyState(ObjectIntf * state) {
@@ -125,8 +90,7 @@ void Thing::deviant_commitTransientState(Deviant deviant) {
             static_cast<void>(other.saveOldStateOfObject(this, copyState(other, old, deviant)));
             return;
         }
-        ObjectIntf * const state = internal_getDeviation(other);
-        if (state == nullptr || state == Deviant::FallbackToRoot) {
+        if (followsRoot(internal_getDeviation(other))) {
             store(other, copyState(other, old, deviant));
         }
     }
@@ -165,10 +129,7 @@ ObjectIntf * Thing::getReadDeviant(Deviant deviant) const {
     if (!deviant.isValid()) {
         raiseInternalError("object accessed after its deviant has been removed");
     }
-    ObjectIntf * state = internal_getDeviation(deviant);
-    if (state == nullptr || state == Deviant::FallbackToRoot) {
-        state = readStateFromRoot(deviant);
-    }
+    ObjectIntf * const state = observedState(deviant);
     if (isAbsent(state)) {
         DeviantAssertions(deviant.getImpl()).assertObjectNotPresentInDeviant(nullptr);
     }
@@ -176,21 +137,14 @@ ObjectIntf * Thing::getReadDeviant(Deviant deviant) const {
 }
 
 ObjectIntf * Thing::getWriteDeviant(Deviant deviant) const {
-    if (!deviant.isValid()) {
-        raiseInternalError("object accessed after its deviant has been removed");
+    if (deviant.isValid()) {
+        DeviantAssertions(deviant.getImpl()).assertWritable(nullptr);
     }
-    DeviantAssertions(deviant.getImpl()).assertWritable(nullptr);
+    ObjectIntf * state = getReadDeviant(deviant);
     ObjectIntf * const before = internal_getDeviation(deviant);
-    ObjectIntf * state = before;
-    if (state == nullptr || state == Deviant::FallbackToRoot) {
-        state = readStateFromRoot(deviant);
-        if (!isAbsent(state)) {
-            state = copyState(deviant, state, deviant);
-            store(deviant, state);
-        }
-    }
-    if (isAbsent(state)) {
-        DeviantAssertions(deviant.getImpl()).assertObjectNotPresentInDeviant(nullptr);
+    if (followsRoot(before)) {
+        state = copyState(deviant, state, deviant);
+        store(deviant, state);
     }
     saveOldState(deviant, before);
     return state;
@@ -198,6 +152,11 @@ ObjectIntf * Thing::getWriteDeviant(Deviant deviant) const {
 
 ClassObjectIntf const * Thing::internal_container(Deviant deviant) const {
     return asThingState(getReadDeviant(deviant)).container;
+}
+
+ObjectIntf * Thing::observedState(Deviant deviant) const {
+    ObjectIntf * const state = internal_getDeviation(deviant);
+    return followsRoot(state) ? readStateFromRoot(deviant) : state;
 }
 
 ObjectIntf * Thing::readStateFromRoot(Deviant deviant) const {
@@ -217,16 +176,6 @@ void Thing::saveOldState(Deviant deviant, ObjectIntf * state) const {
     if (deviant.hasUndoStack() && deviant.isWithinTransaction() && deviant.getSavedOldStateOfObject(this) == nullptr) {
         static_cast<void>(deviant.saveOldStateOfObject(this, copyState(deviant, state, deviant)));
     }
-}
-
-dispatch::ClassInfo const & SpecialThing::classInfo() {
-    static auto const info = dispatch::makeClassInfo<SpecialThing, NSInterface::ObjectDomain>();
-    return info;
-}
-
-dispatch::MethodInfo SpecialThing::getVisitMethod(dispatch::VisitTable const & table) const {
-    return dispatch::castTable<SpecialThing, SpecialThing, Thing, ClassObjectIntf, ObjectIntf>().visitMethod(
-        table, const_cast<SpecialThing *>(this));
 }
 
 // --- fixture ---------------------------------------------------------------------------------------------------------

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "support/Castable.h"
+
 #include <ZEL/DeviantManager.h>
-#include <ZEL/metamodel/ClassObjectIntf.h>
 
 #include <gtest/gtest.h>
 
@@ -12,26 +13,25 @@
 namespace ZEL::testsupport {
 
 /// State of a `Thing`: a number and a container.
-class ThingState : public virtual NSInterface::ClassObjectIntf {
+class ThingState : public Test::Castable<ThingState, NSInterface::ClassObjectIntf, ThingState> {
 public:
-    ThingState();
-    ~ThingState() override;
+    ThingState() { ++numberAlive; }
+    ~ThingState() override { --numberAlive; }
     void internal_deviationAssign(Deviant target, NSInterface::ObjectIntf * source, Deviant sourceDeviant) override;
-    [[nodiscard]] void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override;
-    static CooperativeVisitor::internal::ClassInfo const & classInfo();
+    static Test::ClassInfo const & classInfo() { return Test::classInfoOf<ThingState>(); }
 
-    static int numberAlive;
+    static inline int numberAlive = 0;
 
     int value = 0;
     NSInterface::ClassObjectIntf const * container = nullptr;
 };
 
 /// A body that follows the state protocol step by step, with a plain count. It deletes itself at count 0.
-class Thing : public virtual NSInterface::ClassObjectIntf {
+class Thing : public Test::Castable<Thing, NSInterface::ClassObjectIntf, Thing> {
 public:
     Thing() = default;
     ~Thing() override;
-    static CooperativeVisitor::internal::ClassInfo const & classInfo();
+    static Test::ClassInfo const & classInfo() { return Test::classInfoOf<Thing>(); }
 
     // --- what a client does ----------------------------------------------------------------------------------------
     [[nodiscard]] int valueIn(Deviant deviant) const;
@@ -40,13 +40,10 @@ public:
     /// Ends the object in the deviant, saving what was.
     void end(Deviant deviant);
 
-    // --- counting and dispatch ---------------------------------------------------------------------------------------
+    // --- counting ----------------------------------------------------------------------------------------------------
     void incRef() override { ++fCount; }
     void decRef() override;
     int numRef() override { return fCount; }
-    [[nodiscard]] void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override;
-    [[nodiscard]] CooperativeVisitor::internal::MethodInfo
-    getVisitMethod(CooperativeVisitor::internal::VisitTable const & table) const override;
 
     // --- state protocol ----------------------------------------------------------------------------------------------
     [[nodiscard]] bool deviant_isValid(Deviant deviant) const override;
@@ -61,9 +58,10 @@ public:
     [[nodiscard]] NSInterface::ObjectIntf * getWriteDeviant(Deviant deviant) const override;
     [[nodiscard]] NSInterface::ClassObjectIntf const * internal_container(Deviant deviant) const override;
 
-    static int numberAlive;
+    static inline int numberAlive = 0;
 
 private:
+    [[nodiscard]] NSInterface::ObjectIntf * observedState(Deviant deviant) const;
     [[nodiscard]] NSInterface::ObjectIntf * readStateFromRoot(Deviant deviant) const;
     void store(Deviant deviant, NSInterface::ObjectIntf * state) const;
     void saveOldState(Deviant deviant, NSInterface::ObjectIntf * state) const;
@@ -77,11 +75,9 @@ private:
 };
 
 /// A class of things that a listener can tell from the others.
-class SpecialThing : public Thing {
+class SpecialThing : public Test::Castable<SpecialThing, Thing, SpecialThing, Thing> {
 public:
-    static CooperativeVisitor::internal::ClassInfo const & classInfo();
-    [[nodiscard]] CooperativeVisitor::internal::MethodInfo
-    getVisitMethod(CooperativeVisitor::internal::VisitTable const & table) const override;
+    static Test::ClassInfo const & classInfo() { return Test::classInfoOf<SpecialThing>(); }
 };
 
 /// Puts a sentinel where a state stands.

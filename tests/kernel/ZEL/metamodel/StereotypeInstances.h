@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Castable.h"
+
 #include <ZEL/metamodel/ClassRuntime.h>
 #include <ZEL/metamodel/ClassTables.h>
 #include <ZEL/metamodel/FactorySupport.h>
@@ -12,10 +14,7 @@ namespace ZEL::Test {
 /// What a profile's generator makes of a stereotype without properties, by hand; `N` tells several apart.
 template <int N> class MarkIntf : public virtual NSInterface::StereotypeObjectIntf {
 public:
-    static CooperativeVisitor::internal::ClassInfo const & classInfo() {
-        static auto const info = CooperativeVisitor::internal::makeClassInfo<MarkIntf, NSInterface::ObjectDomain>();
-        return info;
-    }
+    static ClassInfo const & classInfo() { return classInfoOf<MarkIntf>(); }
     static internal::ClassRuntime & runtime() {
         static internal::ClassRuntime runtime;
         return runtime;
@@ -23,24 +22,12 @@ public:
     static internal::ClassDescriptor const & descriptor() noexcept;
 };
 
-template <class Self, int N, class Core> class MarkPart : public Core, public virtual MarkIntf<N> {
-public:
-    [[nodiscard]] void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override {
-        return casts().cast(info, const_cast<Self *>(static_cast<Self const *>(this)));
-    }
-    [[nodiscard]] CooperativeVisitor::internal::MethodInfo
-    getVisitMethod(CooperativeVisitor::internal::VisitTable const & table) const override {
-        return casts().visitMethod(table, const_cast<Self *>(static_cast<Self const *>(this)));
-    }
+template <class Core, int N> class MarkPart : public Core, public virtual MarkIntf<N> {};
 
-private:
-    static CooperativeVisitor::internal::CastTable const & casts() {
-        return CooperativeVisitor::internal::castTable<Self, MarkIntf<N>, NSInterface::StereotypeObjectIntf,
-                                                       NSInterface::ClassObjectIntf, NSInterface::ObjectIntf>();
-    }
-};
+template <class Self, class Core, int N>
+using CastableMark = Castable<Self, MarkPart<Core, N>, MarkIntf<N>, NSInterface::StereotypeObjectIntf>;
 
-template <int N> class MarkState final : public MarkPart<MarkState<N>, N, internal::StateCore> {
+template <int N> class MarkState final : public CastableMark<MarkState<N>, internal::StateCore, N> {
 public:
     [[nodiscard]] internal::ClassDescriptor const & internal_stateDescriptor() const noexcept override {
         return MarkIntf<N>::descriptor();
@@ -48,7 +35,7 @@ public:
     void assign(MarkState const & other) { this->assignCore(other); }
 };
 
-template <int N> class MarkBody final : public MarkPart<MarkBody<N>, N, internal::BodyCore> {
+template <int N> class MarkBody final : public CastableMark<MarkBody<N>, internal::BodyCore, N> {
 public:
     [[nodiscard]] internal::ClassDescriptor const & internal_descriptor() const noexcept override {
         return MarkIntf<N>::descriptor();

@@ -114,13 +114,9 @@ TEST_F(TypedSequence, WritesAtIterators) {
     EXPECT_TRUE(*it == item(2));
     it = items.insert(it, item(1));
     EXPECT_TRUE(*it == item(1));
-    EXPECT_THAT(items, ElementsAre(item(0), item(1), item(2), item(3)));
     it = items.erase(items.begin(), std::prev(items.end()));
     EXPECT_TRUE(it == items.begin());
     EXPECT_THAT(items, ElementsAre(item(3)));
-    it = items.erase(items.begin());
-    EXPECT_TRUE(it == items.end());
-    EXPECT_TRUE(items.empty());
 }
 
 TEST_F(TypedSequence, IteratesOverViewsThatHideElements) {

@@ -1,4 +1,4 @@
-#include "support/ExpectRaises.h"
+#include "support/RunAgain.h"
 
 #include <ZEL/Cleanup.h>
 #include <ZEL/DeviantAssertions.h>
@@ -11,20 +11,14 @@
 #include <ZEL/ZEL.h>
 
 #include <gmock/gmock.h>
-#include <unistd.h>
 
-#include <array>
-#include <cstdio>
 #include <cstdlib>
-#include <memory>
-#include <string>
 
 namespace ZEL {
 namespace {
 
-std::array<char const *, 3> const kUris{"http://schema.omg.org/spec/MOF/2.0",
-                                        "http://schema.omg.org/spec/MOF/2.0/cmof.xml",
-                                        "http://schema.omg.org/spec/MOF/2.0/emof.xml"};
+char const * const kUris[] = {"http://schema.omg.org/spec/MOF/2.0", "http://schema.omg.org/spec/MOF/2.0/cmof.xml",
+                              "http://schema.omg.org/spec/MOF/2.0/emof.xml"};
 
 TEST(Initialize, HasHappenedAtLoadAndDoesNothingMore) {
     int const objects = Cleanup::numberOfActiveObjects();
@@ -80,34 +74,17 @@ TEST(Initialize, RunsWithAHandleThatOutlivesTheLibrary) {
     }
 }
 
-std::string outputOf(std::string const & prefix, std::string const & filter, int & status) {
-    std::array<char, 4096> path{};
-    EXPECT_GT(readlink("/proc/self/exe", path.data(), path.size() - 1), 0);
-    std::string const command = prefix + " '" + std::string(path.data()) + "' --gtest_filter=" + filter + " 2>&1";
-    std::FILE * const pipe = popen(command.c_str(), "r");
-    std::string output;
-    std::array<char, 256> line{};
-    while (pipe != nullptr && std::fgets(line.data(), line.size(), pipe) != nullptr) {
-        output += line.data();
-    }
-    status = pipe == nullptr ? -1 : pclose(pipe);
-    return output;
-}
-
 TEST(Initialize, IsUndoneAtProcessEndWithoutALeak) {
-    int status = -1;
-    std::string const output = outputOf("", "Initialize.BindsTheMetamodelToItsUrisAndPrefix", status);
-    EXPECT_EQ(0, status) << output;
-    EXPECT_THAT(output, testing::HasSubstr("[  PASSED  ] 1 test"));
-    EXPECT_THAT(output, testing::Not(testing::HasSubstr("leaked object")));
+    auto const run = ZEL::Test::runAgain("Initialize.BindsTheMetamodelToItsUrisAndPrefix");
+    EXPECT_EQ(0, run.status) << run.output;
+    EXPECT_THAT(run.output, testing::HasSubstr("[  PASSED  ] 1 test"));
+    EXPECT_THAT(run.output, testing::Not(testing::HasSubstr("leaked object")));
 }
 
 TEST(Initialize, LetsHandlesOutliveIt) {
-    int status = -1;
-    std::string const output =
-        outputOf("ZEL_TEST_KEEP_HANDLES=1", "Initialize.RunsWithAHandleThatOutlivesTheLibrary", status);
-    EXPECT_EQ(0, status) << output;
-    EXPECT_THAT(output, testing::HasSubstr("[  PASSED  ] 1 test"));
+    auto const run = ZEL::Test::runAgain("Initialize.RunsWithAHandleThatOutlivesTheLibrary", "ZEL_TEST_KEEP_HANDLES=1");
+    EXPECT_EQ(0, run.status) << run.output;
+    EXPECT_THAT(run.output, testing::HasSubstr("[  PASSED  ] 1 test"));
 }
 
 } // namespace

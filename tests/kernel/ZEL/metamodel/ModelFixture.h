@@ -28,6 +28,12 @@ protected:
     }
     /// Opens a transaction that ends with the test.
     void open() { model.beginTransaction(); }
+    /// A new object; in a transaction of its own unless one is open.
+    template <class T> T make() {
+        T object;
+        change([&] { object = factory.create<T>(); });
+        return object;
+    }
 
     MetaModel model = Factory::createNewModel();
     Factory factory = model.getFactoryFactory();

@@ -3,12 +3,26 @@
 
 #include <ZEL/ZEL.h>
 
+#include <gmock/gmock.h>
+
 #include <functional>
 
 namespace ZEL {
 namespace {
 
+using testing::ElementsAre;
+
 constexpr std::uint32_t kUnlimited = 0xFFFFFFFFU;
+
+bool isUnimplemented(std::function<void()> const & call) {
+    try {
+        call();
+    } catch (UnImplementedException const &) {
+        return true;
+    } catch (Exception const &) {
+    }
+    return false;
+}
 
 class Queries : public Test::ModelFixture {
 protected:
@@ -85,8 +99,8 @@ TEST_F(Queries, QualifyNamesByPackagesAlone) {
 
 TEST_F(Queries, QualifyNamesInPackagesNestedDeeply) {
     constexpr int levels = 100000;
-    Package innermost = factory.createPackage(String("p"));
-    for (int level = 1; level < levels; ++level) {
+    Package innermost;
+    for (int level = 0; level < levels; ++level) {
         Package const inner = factory.createPackage(String("p"));
         inner.setNestingPackage(innermost);
         innermost = inner;
@@ -130,54 +144,49 @@ TEST_F(Queries, ThatAreNotYetImplementedSaySo) {
         std::function<void()> call;
     } const rows[] = {
         {"BehavioralFeature.isDistinguishableFrom",
-         [&] { static_cast<void>(operation.isDistinguishableFrom(NamedElement(), Namespace())); }},
-        {"Class.inherit", [&] { static_cast<void>(object.inherit(Sequence<NamedElement>())); }},
-        {"Classifier.allFeatures", [&] { static_cast<void>(dataType.allFeatures()); }},
-        {"Classifier.allParents", [&] { static_cast<void>(dataType.allParents()); }},
-        {"Classifier.conformsToClass", [&] { static_cast<void>(dataType.conformsToClass(Classifier())); }},
-        {"Classifier.conformsToClass", [&] { static_cast<void>(dataType.conformsTo(Type())); }},
-        {"Classifier.conformsToClass", [&] { static_cast<void>(dataType.conformsTo(object)); }},
-        {"Classifier.general", [&] { static_cast<void>(dataType.general()); }},
-        {"Classifier.hasVisibilityOf", [&] { static_cast<void>(dataType.hasVisibilityOf(NamedElement())); }},
-        {"Classifier.inheritableMembers", [&] { static_cast<void>(dataType.inheritableMembers(Classifier())); }},
-        {"Classifier.maySpecializeType", [&] { static_cast<void>(dataType.maySpecializeType(Classifier())); }},
-        {"Classifier.parents", [&] { static_cast<void>(dataType.parents()); }},
-        {"DataType.inherit", [&] { static_cast<void>(dataType.inherit(Sequence<NamedElement>())); }},
-        {"Element.allOwnedElements", [&] { static_cast<void>(package.allOwnedElements()); }},
-        {"ElementImport.getName", [&] { static_cast<void>(import.getName()); }},
+         [&] { return operation.isDistinguishableFrom(NamedElement(), Namespace()); }},
+        {"Class.inherit", [&] { return object.inherit(Sequence<NamedElement>()); }},
+        {"Classifier.allFeatures", [&] { return dataType.allFeatures(); }},
+        {"Classifier.allParents", [&] { return dataType.allParents(); }},
+        {"Classifier.conformsToClass", [&] { return dataType.conformsToClass(Classifier()); }},
+        {"Classifier.conformsToClass", [&] { return dataType.conformsTo(Type()); }},
+        {"Classifier.conformsToClass", [&] { return dataType.conformsTo(object); }},
+        {"Classifier.general", [&] { return dataType.general(); }},
+        {"Classifier.hasVisibilityOf", [&] { return dataType.hasVisibilityOf(NamedElement()); }},
+        {"Classifier.inheritableMembers", [&] { return dataType.inheritableMembers(Classifier()); }},
+        {"Classifier.maySpecializeType", [&] { return dataType.maySpecializeType(Classifier()); }},
+        {"Classifier.parents", [&] { return dataType.parents(); }},
+        {"DataType.inherit", [&] { return dataType.inherit(Sequence<NamedElement>()); }},
+        {"Element.allOwnedElements", [&] { return package.allOwnedElements(); }},
+        {"ElementImport.getName", [&] { return import.getName(); }},
         {"FactoryObject.createFromString",
-         [&] { static_cast<void>(base.FactoryObjectIntf::createFromString(deviant, String("ZEL.Class"))); }},
+         [&] { return base.FactoryObjectIntf::createFromString(deviant, String("ZEL.Class")); }},
         {"FactoryObject.createFromString",
-         [&] {
-             static_cast<void>(base.FactoryObjectIntf::createFromString(deviant, String("ZEL.Integer"), String("1")));
-         }},
+         [&] { return base.FactoryObjectIntf::createFromString(deviant, String("ZEL.Integer"), String("1")); }},
         {"FactoryObject.createFromString",
-         [&] {
-             static_cast<void>(base.FactoryObjectIntf::createFromString(deviant, String("ZEL.Class"), Integer(9)));
-         }},
-        {"NamedElement.allNamespaces", [&] { static_cast<void>(package.allNamespaces()); }},
+         [&] { return base.FactoryObjectIntf::createFromString(deviant, String("ZEL.Class"), Integer(9)); }},
+        {"NamedElement.allNamespaces", [&] { return package.allNamespaces(); }},
         {"NamedElement.isDistinguishableFrom",
-         [&] { static_cast<void>(package.isDistinguishableFrom(NamedElement(), Namespace())); }},
-        {"Namespace.excludeCollisions",
-         [&] { static_cast<void>(package.excludeCollisions(Sequence<PackageableElement>())); }},
-        {"Namespace.getNamesOfMember", [&] { static_cast<void>(package.getNamesOfMember(NamedElement())); }},
-        {"Namespace.importMembers", [&] { static_cast<void>(package.importMembers(Sequence<PackageableElement>())); }},
-        {"Namespace.membersAreDistinguishable", [&] { static_cast<void>(package.membersAreDistinguishable()); }},
-        {"Operation.isConsistentWith", [&] { static_cast<void>(operation.isConsistentWith(RedefinableElement())); }},
-        {"Operation.returnResult", [&] { static_cast<void>(operation.returnResult()); }},
-        {"Package.makesVisible", [&] { static_cast<void>(package.makesVisible(NamedElement())); }},
-        {"Package.visibleMembers", [&] { static_cast<void>(package.visibleMembers()); }},
-        {"Property.isAttribute", [&] { static_cast<void>(property.isAttribute(Property())); }},
-        {"Property.isConsistentWith", [&] { static_cast<void>(property.isConsistentWith(RedefinableElement())); }},
-        {"Property.isNavigable", [&] { static_cast<void>(property.isNavigable()); }},
-        {"Property.subsettingContext", [&] { static_cast<void>(property.subsettingContext()); }},
+         [&] { return package.isDistinguishableFrom(NamedElement(), Namespace()); }},
+        {"Namespace.excludeCollisions", [&] { return package.excludeCollisions(Sequence<PackageableElement>()); }},
+        {"Namespace.getNamesOfMember", [&] { return package.getNamesOfMember(NamedElement()); }},
+        {"Namespace.importMembers", [&] { return package.importMembers(Sequence<PackageableElement>()); }},
+        {"Namespace.membersAreDistinguishable", [&] { return package.membersAreDistinguishable(); }},
+        {"Operation.isConsistentWith", [&] { return operation.isConsistentWith(RedefinableElement()); }},
+        {"Operation.returnResult", [&] { return operation.returnResult(); }},
+        {"Package.makesVisible", [&] { return package.makesVisible(NamedElement()); }},
+        {"Package.visibleMembers", [&] { return package.visibleMembers(); }},
+        {"Property.isAttribute", [&] { return property.isAttribute(Property()); }},
+        {"Property.isConsistentWith", [&] { return property.isConsistentWith(RedefinableElement()); }},
+        {"Property.isNavigable", [&] { return property.isNavigable(); }},
+        {"Property.subsettingContext", [&] { return property.subsettingContext(); }},
         {"RedefinableElement.isRedefinitionContextValid",
-         [&] { static_cast<void>(property.isRedefinitionContextValid(RedefinableElement())); }},
-        {"Type.isInstance", [&] { static_cast<void>(object.isInstance(Object())); }},
+         [&] { return property.isRedefinitionContextValid(RedefinableElement()); }},
+        {"Type.isInstance", [&] { return object.isInstance(Object()); }},
     };
     for (auto const & row : rows) {
         EXPECT_RAISES("The " + std::string(row.name) + " operation is not yet implemented!", row.call());
-        EXPECT_THROW(row.call(), UnImplementedException) << row.name;
+        EXPECT_TRUE(isUnimplemented(row.call)) << row.name;
     }
 }
 
@@ -191,13 +200,12 @@ TEST_F(Queries, DerivedPropertiesThatAreNotYetImplementedSaySo) {
         char const * name;
         std::function<void()> call;
     } const rows[] = {
-        {"Association.endType", [&] { static_cast<void>(association.getEndTypes()); }},
-        {"Association.endType",
-         [&] { static_cast<void>(association.getImplementation()->getEndTypesWithoutAssociation(d)); }},
-        {"Association.endType", [&] { static_cast<void>(association.get(String("endType"))); }},
-        {"Classifier.inheritedMember", [&] { static_cast<void>(object.getInheritedMembers()); }},
-        {"Classifier.inheritedMember", [&] { static_cast<void>(object.has(String("inheritedMember"))); }},
-        {"Namespace.importedMember", [&] { static_cast<void>(object.getImportedMembers()); }},
+        {"Association.endType", [&] { return association.getEndTypes(); }},
+        {"Association.endType", [&] { return association.getImplementation()->getEndTypesWithoutAssociation(d); }},
+        {"Association.endType", [&] { return association.get(String("endType")); }},
+        {"Classifier.inheritedMember", [&] { return object.getInheritedMembers(); }},
+        {"Classifier.inheritedMember", [&] { return object.has(String("inheritedMember")); }},
+        {"Namespace.importedMember", [&] { return object.getImportedMembers(); }},
         {"Namespace.importedMember", [&] { object.setOrAdd(String("importedMember"), object); }},
         {"Operation.booleanIsOrdered", [&] { body.setBooleanIsOrdered(d, Boolean(true)); }},
         {"Operation.booleanIsOrdered", [&] { body.removeBooleanIsOrdered(d); }},
@@ -209,8 +217,8 @@ TEST_F(Queries, DerivedPropertiesThatAreNotYetImplementedSaySo) {
         {"Operation.integerLower", [&] { operation.setOrAdd(String("lower"), operation.getOne(String("lower"))); }},
         {"Operation.unlimitedNaturalUpper", [&] { body.setUnlimitedNaturalUpper(d, UnlimitedNatural(1U)); }},
         {"Operation.unlimitedNaturalUpper", [&] { body.removeUnlimitedNaturalUpper(d); }},
-        {"Operation.typeType", [&] { static_cast<void>(body.getTypeType(d)); }},
-        {"Operation.typeType", [&] { static_cast<void>(operation.getType()); }},
+        {"Operation.typeType", [&] { return body.getTypeType(d); }},
+        {"Operation.typeType", [&] { return operation.getType(); }},
         {"Operation.typeType", [&] { body.setTypeType(d, Type()); }},
         {"Operation.typeType", [&] { body.setOnlyTypeType(d, Type()); }},
         {"Operation.typeType", [&] { body.removeTypeType(d); }},
@@ -220,7 +228,7 @@ TEST_F(Queries, DerivedPropertiesThatAreNotYetImplementedSaySo) {
     for (auto const & row : rows) {
         SCOPED_TRACE(index++);
         EXPECT_RAISES("The " + std::string(row.name) + " derived property is not yet implemented!", row.call());
-        EXPECT_THROW(row.call(), UnImplementedException) << row.name;
+        EXPECT_TRUE(isUnimplemented(row.call)) << row.name;
     }
     EXPECT_FALSE(operation.getBooleanIsOrdered());
     EXPECT_TRUE(operation.getBooleanIsUnique());
@@ -256,17 +264,8 @@ TEST_F(Queries, ReadOnlyDerivedPropertiesRefuseToBeWritten) {
         {"qualifiedName" + remove, [&] { object.removeOne(String("qualifiedName")); }},
     };
     for (auto const & row : rows) {
-        bool isUnimplemented = false;
-        auto const call = [&] {
-            try {
-                row.call();
-            } catch (UnImplementedException const &) {
-                isUnimplemented = true;
-                throw;
-            }
-        };
-        EXPECT_RAISES(row.text, call());
-        EXPECT_EQ(isUnimplemented, row.text.ends_with(remove)) << row.text;
+        EXPECT_RAISES(row.text, row.call());
+        EXPECT_EQ(row.text.ends_with(remove), isUnimplemented(row.call)) << row.text;
     }
     EXPECT_TRUE(object.hasRootModel());
     EXPECT_EQ(model, object.getRootModel());
@@ -282,34 +281,29 @@ TEST_F(Queries, ShowDerivedPropertiesOverTheStoredOnes) {
     package.getPackagedElements().push_back(object);
     object.getOwnedAttributes().push_back(attribute);
     object.getOwnedOperations().push_back(operation);
-    EXPECT_EQ(object, package.getOwnedTypes().at(0));
-    EXPECT_EQ(0, package.getNestedPackages().size());
-    EXPECT_EQ(attribute, object.getAttributes().at(0));
-    ASSERT_EQ(2, object.getFeatures().size());
-    EXPECT_EQ(attribute, object.getFeatures().at(0));
-    EXPECT_EQ(operation, object.getFeatures().at(1));
-    ASSERT_EQ(1, attribute.getFeaturingClassifiers().size());
-    EXPECT_EQ(object, attribute.getFeaturingClassifiers().at(0));
+    EXPECT_THAT(package.getOwnedTypes(), ElementsAre(object));
+    EXPECT_THAT(package.getNestedPackages(), ElementsAre());
+    EXPECT_THAT(object.getAttributes(), ElementsAre(attribute));
+    EXPECT_THAT(object.getFeatures(), ElementsAre(attribute, operation));
+    EXPECT_THAT(attribute.getFeaturingClassifiers(), ElementsAre(object));
     EXPECT_EQ(object, attribute.getNamespace());
     EXPECT_EQ(object, attribute.getOwner());
-    ASSERT_EQ(2, object.getOwnedMembers().size());
+    EXPECT_THAT(object.getOwnedMembers(), ElementsAre(attribute, operation));
     EXPECT_EQ(attribute, object.getMembers().at(0));
-    EXPECT_EQ(package, import.getSources().at(0));
-    EXPECT_EQ(object, import.getTargets().at(0));
-    ASSERT_EQ(2, import.getRelatedElements().size());
-    EXPECT_EQ(package, import.getRelatedElements().at(0));
-    EXPECT_EQ(object, import.getRelatedElements().at(1));
+    EXPECT_THAT(import.getSources(), ElementsAre(package));
+    EXPECT_THAT(import.getTargets(), ElementsAre(object));
+    EXPECT_THAT(import.getRelatedElements(), ElementsAre(package, object));
 
     Property const redefined = factory.createProperty();
     attribute.getRedefinedProperties().push_back(redefined);
-    EXPECT_EQ(redefined, attribute.getRedefinedElements().at(0));
-    EXPECT_EQ(object, attribute.getRedefinitionContexts().at(0));
+    EXPECT_THAT(attribute.getRedefinedElements(), ElementsAre(redefined));
+    EXPECT_THAT(attribute.getRedefinitionContexts(), ElementsAre(object));
 
     DataType const dataType = factory.createDataType();
     dataType.getFeatures().push_back(operation);
     EXPECT_EQ(dataType, operation.getDatatype());
     EXPECT_FALSE(operation.hasClass());
-    EXPECT_EQ(1, object.getFeatures().size());
+    EXPECT_THAT(object.getFeatures(), ElementsAre(attribute));
 }
 
 } // namespace

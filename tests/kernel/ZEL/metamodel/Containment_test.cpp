@@ -194,6 +194,26 @@ TEST_F(Containment, PlacesAnElementInOneListOfItsOwnerOnly) {
     EXPECT_FALSE(constraint.hasContainerZEL());
 }
 
+TEST_F(Containment, TakesTheFormerValueOfASingleEndOut) {
+    Constraint const first = make<Constraint>();
+    Constraint const second = make<Constraint>();
+    Expression const a = make<Expression>();
+    Expression const b = make<Expression>();
+    open();
+    first.setSpecification(a);
+    EXPECT_EQ(first, a.getContainerZEL());
+    first.setSpecification(b);
+    EXPECT_FALSE(a.hasContainerZEL());
+    second.setSpecification(b);
+    EXPECT_FALSE(first.hasSpecification());
+    EXPECT_EQ(second, b.getContainerZEL());
+    a.setContainerZEL(second);
+    EXPECT_EQ(a, second.getSpecification());
+    EXPECT_FALSE(b.hasContainerZEL());
+    second.removeSpecification();
+    EXPECT_FALSE(a.hasContainerZEL());
+}
+
 TEST_F(Containment, LosesOnlyTheEndThatIsMeantInTheOneEndedForms) {
     open();
     Deviant const d = model.getDeviant();

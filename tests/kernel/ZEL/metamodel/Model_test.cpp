@@ -168,6 +168,7 @@ TEST_F(ModelTest, MakesObjectsWithWhatTheirCreatorsAreGiven) {
 }
 
 TEST_F(ModelTest, MakesObjectsOnlyWithinATransactionAndNumbersThemForEver) {
+    MetaModel const other = openModel(); // whose transaction is not this model's
     EXPECT_THROW(static_cast<void>(factory.createComment()), Exception);
     EXPECT_EQ(2, model.getNextIdValue());
     Comment const comment = make<Comment>();

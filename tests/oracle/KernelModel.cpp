@@ -1,7 +1,11 @@
 #include "KernelModel.h"
 
 #include <ZEL/Constants.h>
+#include <ZEL/Exception.h>
 #include <ZEL/FactoryRegistry.h>
+#include <ZEL/ListenerBase.h>
+#include <ZEL/ListenerHolder.h>
+#include <ZEL/ReportOfChanges.h>
 #include <ZEL/Transaction.h>
 #include <ZEL/metamodel/Association.h>
 #include <ZEL/metamodel/Class.h>
@@ -14,210 +18,265 @@
 
 namespace ZEL::oracle {
 
+// --- the operations of handles -----------------------------------------------------------------------------------------
+
 namespace {
 
-/// Calls `action` with the handle and the typed sequence of a many-valued property.
-template <class Action> void withList(ClassObject const & object, std::string const & property, Action action) {
-    if (property == "packagedElement") {
-        action(Package(object).getPackagedElements());
-    } else if (property == "ownedRule") {
-        action(Namespace(object).getOwnedRules());
-    } else if (property == "ownedComment") {
-        action(Element(object).getOwnedComments());
-    } else if (property == "ownedAttribute") {
-        action(Class(object).getOwnedAttributes());
-    } else if (property == "ownedOperation") {
-        action(Class(object).getOwnedOperations());
-    } else if (property == "superClass") {
-        action(Class(object).getSuperClasses());
-    } else if (property == "subClass") {
-        action(Class(object).getSubClasses());
-    } else if (property == "redefinedProperty") {
-        action(Property(object).getRedefinedProperties());
-    } else if (property == "ownedEnd") {
-        action(Association(object).getOwnedEnds());
-    } else if (property == "memberEnd") {
-        action(Association(object).getMemberEnds());
-    } else if (property == "constrainedElement") {
-        action(Constraint(object).getConstrainedElements());
-    } else if (property == "precondition") {
-        action(Operation(object).getPreconditions());
-    } else if (property == "postcondition") {
-        action(Operation(object).getPostconditions());
-    } else if (property == "annotatedElement") {
-        action(Comment(object).getAnnotatedElements());
+std::string toText(String const & value) { return value.str(); }
+std::string toText(Boolean const & value) { return bool(value) ? "1" : "0"; }
+std::string toText(VisibilityKind const & value) { return std::to_string(value.getValue()); }
+std::string toText(Integer const & value) { return std::to_string(value.getValue()); }
+std::string toText(UnlimitedNatural const & value) { return std::to_string(value.getValue()); }
+
+template <class T> T fromText(std::string const & text) {
+    if constexpr (std::is_same_v<T, String>) {
+        return String(text);
+    } else if constexpr (std::is_same_v<T, Boolean>) {
+        return Boolean(text == "1");
     } else {
-        throw std::logic_error("no list " + property);
+        return T(static_cast<decltype(T().getValue())>(std::stoi(text)));
     }
 }
 
-/// The four operations of a single-valued property, as one type for all of them.
-struct Single {
-    std::function<bool()> has;
-    std::function<ClassObject()> get;
-    std::function<void(ClassObject const &)> set;
-    std::function<void()> remove;
+/// The operations of a value, by the handle of its class.
+struct ValueAccess {
+    bool (*has)(ClassObject const & object);
+    std::string (*get)(ClassObject const & object);
+    void (*set)(ClassObject const & object, std::string const & value);
+    void (*remove)(ClassObject const & object);
 };
 
-Single single(ClassObject const & o, std::string const & property, Kind kind) {
-    if (property == "type") {
-        TypedElement const e(o);
-        return {[=] { return bool(e.hasType()); }, [=] { return ClassObject(e.getType()); },
-                [=](ClassObject const & v) { e.setType(Type(v)); }, [=] { e.removeType(); }};
-    }
-    if (property == "association") {
-        Property const e(o);
-        return {[=] { return bool(e.hasAssociation()); }, [=] { return ClassObject(e.getAssociation()); },
-                [=](ClassObject const & v) { e.setAssociation(Association(v)); }, [=] { e.removeAssociation(); }};
-    }
-    if (property == "specification") {
-        Constraint const e(o);
-        return {[=] { return bool(e.hasSpecification()); }, [=] { return ClassObject(e.getSpecification()); },
-                [=](ClassObject const & v) { e.setSpecification(ValueSpecification(v)); },
-                [=] { e.removeSpecification(); }};
-    }
-    if (property == "bodyCondition") {
-        Operation const e(o);
-        return {[=] { return bool(e.hasBodyCondition()); }, [=] { return ClassObject(e.getBodyCondition()); },
-                [=](ClassObject const & v) { e.setBodyCondition(Constraint(v)); }, [=] { e.removeBodyCondition(); }};
-    }
-    if (property == "package") {
-        Type const e(o);
-        return {[=] { return bool(e.hasPackage()); }, [=] { return ClassObject(e.getPackage()); },
-                [=](ClassObject const & v) { e.setPackage(Package(v)); }, [=] { e.removePackage(); }};
-    }
-    if (property == "nestingPackage") {
-        Package const e(o);
-        return {[=] { return bool(e.hasNestingPackage()); }, [=] { return ClassObject(e.getNestingPackage()); },
-                [=](ClassObject const & v) { e.setNestingPackage(Package(v)); }, [=] { e.removeNestingPackage(); }};
-    }
-    if (property == "context") {
-        Constraint const e(o);
-        return {[=] { return bool(e.hasContext()); }, [=] { return ClassObject(e.getContext()); },
-                [=](ClassObject const & v) { e.setContext(Namespace(v)); }, [=] { e.removeContext(); }};
-    }
-    if (property == "owningAssociation") {
-        Property const e(o);
-        return {[=] { return bool(e.hasOwningAssociation()); }, [=] { return ClassObject(e.getOwningAssociation()); },
-                [=](ClassObject const & v) { e.setOwningAssociation(Association(v)); },
-                [=] { e.removeOwningAssociation(); }};
-    }
-    if (property == "class" && kind == Kind::Property) {
-        Property const e(o);
-        return {[=] { return bool(e.hasClass()); }, [=] { return ClassObject(e.getClass()); },
-                [=](ClassObject const & v) { e.setClass(Class(v)); }, [=] { e.removeClass(); }};
-    }
-    if (property == "class") {
-        Operation const e(o);
-        return {[=] { return bool(e.hasClass()); }, [=] { return ClassObject(e.getClass()); },
-                [=](ClassObject const & v) { e.setClass(Class(v)); }, [=] { e.removeClass(); }};
-    }
-    throw std::logic_error("no reference " + property);
+template <class Handle, class Tag> constexpr ValueAccess value() {
+    return {[](ClassObject const & object) { return Tag::has(Handle(object)); },
+            [](ClassObject const & object) { return toText(Tag::get(Handle(object))); },
+            [](ClassObject const & object, std::string const & text) {
+                Tag::setOrAdd(Handle(object), fromText<decltype(Tag::get(Handle()))>(text));
+            },
+            [](ClassObject const & object) { Tag::remove(Handle(object)); }};
 }
 
-bool flag(ClassObject const & o, std::string const & property, Kind kind) {
-    if (property == "isAbstract") {
-        return Class(o).isAbstract();
-    }
-    if (property == "isQuery") {
-        return Operation(o).isQuery();
-    }
-    if (property == "isDerived" && kind == Kind::Association) {
-        return Association(o).isDerived();
-    }
-    return property == "isUnique" ? Property(o).isUnique() : Property(o).isReadOnly();
+/// Required, so handles do not offer to remove it.
+struct RequiredUri : Package::UriT {
+    static void remove(Package const & package) { package.getImplementation()->removeUri(package.getDeviant()); }
+};
+
+ValueAccess const & valueAccess(std::string const & property) {
+    static std::map<std::string, ValueAccess> const all{
+        {"name", value<NamedElement, NamedElement::NameT>()},
+        {"visibility", value<NamedElement, NamedElement::VisibilityT>()},
+        {"uri", value<Package, RequiredUri>()},
+        {"isAbstract", value<Class, Class::IsAbstractT>()},
+        {"default", value<Property, Property::DefaultT>()},
+        {"isReadOnly", value<Property, Property::IsReadOnlyT>()},
+        {"isUnique", value<Property, MultiplicityElement::IsUniqueT>()},
+        {"lower", value<Property, MultiplicityElement::LowerT>()},
+        {"upper", value<Property, MultiplicityElement::UpperT>()},
+        {"isDerived", value<Association, Association::IsDerivedT>()},
+        {"isQuery", value<Operation, Operation::IsQueryT>()},
+        {"body", value<Comment, Comment::BodyT>()},
+    };
+    return all.at(property);
 }
 
-/// The text, and whether the object says that it has one.
-std::pair<bool, std::string> text(ClassObject const & o, std::string const & property) {
-    if (property == "name") {
-        return {NamedElement(o).hasName(), NamedElement(o).getName().str()};
-    }
-    if (property == "uri") {
-        return {Package(o).hasUri(), Package(o).getUri().str()};
-    }
-    return property == "default"
-               ? std::pair<bool, std::string>(Property(o).hasDefault(), Property(o).getDefault().str())
-               : std::pair<bool, std::string>(Comment(o).hasBody(), Comment(o).getBody().str());
+/// The operations of an end, by the handle of its class.
+struct EndAccess {
+    std::vector<ClassObject> (*get)(ClassObject const & object);
+    void (*add)(ClassObject const & object, ClassObject const & element, bool atFront); ///< or replace
+    void (*erase)(ClassObject const & object, int index);
+};
+
+template <class Handle, class Tag> constexpr EndAccess single() {
+    return {[](ClassObject const & object) {
+                bool const isSet = Tag::has(Handle(object));
+                return isSet ? std::vector<ClassObject>{ClassObject(Tag::get(Handle(object)))}
+                             : std::vector<ClassObject>();
+            },
+            [](ClassObject const & object, ClassObject const & element, bool) {
+                Tag::setOrAdd(Handle(object), decltype(Tag::get(Handle()))(element));
+            },
+            [](ClassObject const & object, int) { Tag::remove(Handle(object)); }};
 }
 
-std::pair<bool, long long> number(ClassObject const & o, std::string const & property) {
-    if (property == "visibility") {
-        return {NamedElement(o).hasVisibility(), NamedElement(o).getVisibility().getValue()};
-    }
-    return property == "lower"
-               ? std::pair<bool, long long>(Property(o).hasLower(), std::int32_t(Property(o).getLower()))
-               : std::pair<bool, long long>(Property(o).hasUpper(), std::uint32_t(Property(o).getUpper()));
+template <class Handle, class Tag> constexpr EndAccess many() {
+    return {[](ClassObject const & object) {
+                std::vector<ClassObject> elements;
+                for (auto const & element : Tag::get(Handle(object))) {
+                    elements.push_back(ClassObject(element));
+                }
+                return elements;
+            },
+            [](ClassObject const & object, ClassObject const & element, bool atFront) {
+                auto const sequence = Tag::get(Handle(object));
+                typename std::decay_t<decltype(sequence.toVector())>::value_type const typed(element);
+                atFront ? sequence.push_front(typed) : sequence.push_back(typed);
+            },
+            [](ClassObject const & object, int index) { Tag::get(Handle(object)).erase(index); }};
 }
+
+EndAccess const & endAccess(ClassObject const & object, std::string const & property) {
+    static std::map<std::string, EndAccess> const all{
+        {"unparented", many<Model, Model::UnparentedT>()},
+        {"packagedElement", many<Package, Package::PackagedElementT>()},
+        {"ownedRule", many<Namespace, Namespace::OwnedRuleT>()},
+        {"ownedComment", many<Element, Element::OwnedCommentT>()},
+        {"ownedAttribute", many<Class, Class::OwnedAttributeT>()},
+        {"ownedOperation", many<Class, Class::OwnedOperationT>()},
+        {"superClass", many<Class, Class::SuperClassT>()},
+        {"subClass", many<Class, Class::SubClassT>()},
+        {"redefinedProperty", many<Property, Property::RedefinedPropertyT>()},
+        {"ownedEnd", many<Association, Association::OwnedEndT>()},
+        {"memberEnd", many<Association, Association::MemberEndT>()},
+        {"constrainedElement", many<Constraint, Constraint::ConstrainedElementT>()},
+        {"precondition", many<Operation, Operation::PreconditionT>()},
+        {"postcondition", many<Operation, Operation::PostconditionT>()},
+        {"annotatedElement", many<Comment, Comment::AnnotatedElementT>()},
+        {"type", single<TypedElement, TypedElement::TypeT>()},
+        {"association", single<Property, Property::AssociationT>()},
+        {"specification", single<Constraint, Constraint::SpecificationT>()},
+        {"bodyCondition", single<Operation, Operation::BodyConditionT>()},
+        {"package", single<Type, Type::PackageT>()},
+        {"nestingPackage", single<Package, Package::NestingPackageT>()},
+        {"context", single<Constraint, Constraint::ContextT>()},
+        {"owningAssociation", single<Property, Property::OwningAssociationT>()},
+        {"class", single<Property, Property::ClassT>()},
+        {"class of an operation", single<Operation, Operation::ClassT>()},
+    };
+    return all.at(property == "class" && Operation(object).isValid() ? "class of an operation" : property);
+}
+
+std::map<Kind, ClassObject (*)(Factory const &)> const kCreations{
+    {Kind::Package, [](Factory const & factory) { return ClassObject(factory.createPackage()); }},
+    {Kind::Class, [](Factory const & factory) { return ClassObject(factory.createClass()); }},
+    {Kind::Property, [](Factory const & factory) { return ClassObject(factory.createProperty()); }},
+    {Kind::Association, [](Factory const & factory) { return ClassObject(factory.createAssociation()); }},
+    {Kind::Constraint, [](Factory const & factory) { return ClassObject(factory.createConstraint()); }},
+    {Kind::Expression, [](Factory const & factory) { return ClassObject(factory.createOpaqueExpression()); }},
+    {Kind::Operation, [](Factory const & factory) { return ClassObject(factory.createOperation()); }},
+    {Kind::Comment, [](Factory const & factory) { return ClassObject(factory.createComment()); }}};
 
 } // namespace
 
-KernelModel::KernelModel() {
+// --- listeners -----------------------------------------------------------------------------------------------------------
+
+/// A listener of one deviant; modifier, validator and observer as it is registered.
+class KernelModel::Listener : public ListenerBase {
+public:
+    Listener(KernelModel & model, Step const & s, int number)
+        : fModel(model), fDeviant(model.deviant(s.deviant)), fNumber(number) {}
+
+    void enlist(Role role) {
+        if (role == Role::Modifier) {
+            registerModifierOnCommit(fDeviant, *this);
+        } else if (role == Role::Validator) {
+            registerValidatorOnCommit(fDeviant, *this);
+        } else {
+            registerObservingListener(fDeviant, *this);
+        }
+    }
+    void dismiss(Role role) {
+        if (role == Role::Modifier) {
+            fDeviant.unregisterModifierOnCommit(this);
+        } else if (role == Role::Validator) {
+            fDeviant.unregisterValidatorOnCommit(this);
+        } else {
+            fDeviant.unregisterObservingListener(this);
+        }
+    }
+
+    void modifyOnCommit(ReportOfChanges<ClassObject, FALSE_TYPE> const & report) { hear(Role::Modifier, report); }
+    bool validateOnCommit(ReportOfChanges<ImmutableClassObject, TRUE_TYPE> const & report) {
+        return hear(Role::Validator, report);
+    }
+    void observeChanges(ReportOfChanges<ImmutableClassObject, TRUE_TYPE> const & report) {
+        hear(Role::Observer, report);
+    }
+    void onDeviantDestroyed() override { fModel.fCall({Role::Leaver, fDeviant.getName(), fNumber}, fDeviant); }
+
+private:
+    template <class Report> bool hear(Role role, Report const & report) {
+        auto const numbersOf = [this](auto const & objects) {
+            std::set<int> numbers;
+            for (auto const & object : objects) {
+                numbers.insert(fModel.numberOf(object));
+            }
+            return numbers;
+        };
+        Changes const changes{numbersOf(report.created), numbersOf(report.deleted), numbersOf(report.modified)};
+        return fModel.fCall({role, fDeviant.getName(), fNumber, changes}, report.sourceDeviant);
+    }
+
+    KernelModel & fModel;
+    Deviant fDeviant;
+    int fNumber;
+};
+
+KernelModel::Listener & KernelModel::listener(Step const & s) {
+    std::vector<std::shared_ptr<Listener>> & listeners = fListeners[s.deviant];
+    for (int number = static_cast<int>(listeners.size()); number < kListeners; ++number) {
+        listeners.push_back(std::make_shared<Listener>(*this, s, number));
+    }
+    return *listeners[static_cast<std::size_t>(s.value)];
+}
+
+void KernelModel::listen(Step const & s) { listener(s).enlist(static_cast<Role>(s.index)); }
+
+void KernelModel::unlisten(Step const & s) { listener(s).dismiss(static_cast<Role>(s.index)); }
+
+// --- the model -----------------------------------------------------------------------------------------------------------
+
+KernelModel::KernelModel(KernelListeners listeners) : fCall(std::move(listeners)) {
     MetaModel const model(FactoryRegistry::instance()->createModel(METAMODEL_URI));
     fDeviants.emplace(kRoot, model);
     fObjects.push_back(ClassObject(model));
     fNumbers.emplace(ClassObject(model).getImplementation(), kModel);
 }
 
-ClassObject KernelModel::object(Deviant deviant, int number) const {
-    if (number == kNothing) {
-        return ClassObject();
+KernelModel::~KernelModel() {
+    for (auto const & [deviant, listeners] : fListeners) {
+        for (std::shared_ptr<Listener> const & each : listeners) {
+            for (Role const role : kRoles) {
+                try {
+                    each->dismiss(role);
+                } catch (Exception const &) {
+                    // It has not been registered.
+                }
+            }
+        }
     }
+}
+
+ClassObject KernelModel::object(Deviant deviant, int number) const {
     return number >= kFirstForeign
                ? fForeignObjects.at(number)
                : ClassObject(fObjects.at(static_cast<std::size_t>(number)).getImplementation(), deviant);
 }
 
-int KernelModel::numberOf(NSInterface::ClassObjectIntf const * body) const {
-    if (body == nullptr) {
-        return kNothing;
-    }
+int KernelModel::numberOf(ImmutableClassObject const & object) const {
+    auto const * const body = object.getImplementationWithoutAssert();
     auto const found = fNumbers.find(body);
-    return found == fNumbers.end() ? -2 : found->second;
+    return body == nullptr ? kNothing : found == fNumbers.end() ? -2 : found->second;
 }
 
-std::optional<State> KernelModel::observed(Deviant deviant, int number_, Kind kind) const {
-    ClassObject const o = object(deviant, number_);
+std::optional<State> KernelModel::observed(Deviant deviant, int number, Kind kind) const {
+    ClassObject const o = object(deviant, number);
     if (!o.isValid()) {
         return std::nullopt;
     }
     State state;
     state.kind = kind;
-    auto const numberOfHandle = [this](ClassObject const & handle) {
-        return numberOf(handle.getImplementationWithoutAssert());
-    };
-    for (std::string const & property : flagsOf(kind)) {
-        state.flags[property] = flag(o, property, kind);
-    }
-    for (std::string const & property : textsOf(kind)) {
-        auto const [has, value] = text(o, property);
-        if (has) {
-            state.texts[property] = value;
-        } else if (!value.empty()) {
-            state.texts["has not, but gives: " + property] = value;
-        }
-    }
-    for (std::string const & property : numbersOf(kind)) {
-        auto const [has, value] = number(o, property);
-        if (has) {
-            state.numbers[property] = value;
-        } else if (value != (property == "visibility" ? 0 : 1)) {
-            state.numbers["has not, but gives: " + property] = value;
+    for (ValueRule const & rule : valuesOf(kind)) {
+        ValueAccess const & access = valueAccess(rule.property);
+        std::string const value = access.get(o);
+        if (access.has(o)) {
+            state.values[rule.property] = value;
+        } else if (value != rule.unset) {
+            state.values["has not, but gives: " + rule.property] = value;
         }
     }
     for (EndRule const & rule : endsOf(kind)) {
-        if (rule.isMany) {
-            std::vector<int> & list = state.lists[rule.property];
-            withList(o, rule.property, [&](auto const & sequence) {
-                for (auto const & element : sequence) {
-                    list.push_back(numberOfHandle(ClassObject(element)));
-                }
-            });
-        } else {
-            Single const end = single(o, rule.property, kind);
-            if (end.has()) {
-                state.references[rule.property] = numberOfHandle(end.get());
-            }
+        std::vector<int> & end = state.ends[rule.property];
+        for (ClassObject const & element : endAccess(o, rule.property).get(o)) {
+            end.push_back(numberOf(element));
         }
     }
     if (kind == Kind::Expression) {
@@ -225,199 +284,77 @@ std::optional<State> KernelModel::observed(Deviant deviant, int number_, Kind ki
             state.body.push_back(line.str());
         }
     }
-    if (kind == Kind::Model) {
-        for (ClassObject const & each : MetaModel(o).getUnparented()) {
-            state.lists["unparented"].push_back(numberOfHandle(each));
-        }
-        state.lists["unparented"];
-    }
-    state.container = numberOfHandle(o.getContainerZEL());
+    state.container = numberOf(o.getContainerZEL());
     return state;
 }
 
 std::set<int> KernelModel::deviating(std::string const & name) const {
     std::set<int> result;
     for (ImmutableClassObject const & each : fDeviants.at(name).getObjectsDeviatingFromRoot()) {
-        result.insert(numberOf(each.getImplementationWithoutAssert()));
+        result.insert(numberOf(each));
     }
     return result;
 }
 
-void KernelModel::create(std::string const & name, Kind kind) {
-    Factory const factory = fDeviants.at(kRoot).getFactoryFactory().asDeviant(fDeviants.at(name));
-    ClassObject made;
-    switch (kind) {
-    case Kind::Package:
-        made = ClassObject(factory.createPackage());
-        break;
-    case Kind::Class:
-        made = ClassObject(factory.createClass());
-        break;
-    case Kind::Property:
-        made = ClassObject(factory.createProperty());
-        break;
-    case Kind::Association:
-        made = ClassObject(factory.createAssociation());
-        break;
-    case Kind::Constraint:
-        made = ClassObject(factory.createConstraint());
-        break;
-    case Kind::Expression:
-        made = ClassObject(factory.createOpaqueExpression());
-        break;
-    case Kind::Operation:
-        made = ClassObject(factory.createOperation());
-        break;
-    case Kind::Comment:
-        made = ClassObject(factory.createComment());
-        break;
-    case Kind::Model:
-        throw std::logic_error("models are not made by a factory");
-    }
+void KernelModel::create(Step const & s) {
+    Factory const factory = fDeviants.at(kRoot).getFactoryFactory().asDeviant(fDeviants.at(s.deviant));
+    ClassObject const made = kCreations.at(s.kind)(factory);
     fNumbers.insert_or_assign(made.getImplementation(), static_cast<int>(fObjects.size()));
     fObjects.push_back(made);
 }
 
-void KernelModel::replaceForeign(int first) {
+void KernelModel::replaceForeign(Step const & s) {
     fForeignObjects.clear();
     fForeign = MetaModel();
     fForeign = MetaModel(FactoryRegistry::instance()->createModel(METAMODEL_URI));
-    Factory const factory = fForeign.getFactoryFactory();
     Transaction transaction(fForeign.getRootDeviant());
-    for (ClassObject const & made : {ClassObject(factory.createClass()), ClassObject(factory.createProperty()),
-                                     ClassObject(factory.createComment())}) {
+    int number = s.value;
+    for (Kind const kind : kForeignKinds) {
+        ClassObject const made = kCreations.at(kind)(fForeign.getFactoryFactory());
         // Memory of an object that nobody refers to any more may be that of a new one.
-        fNumbers.insert_or_assign(made.getImplementation(), first);
-        fForeignObjects[first++] = made;
+        fNumbers.insert_or_assign(made.getImplementation(), number);
+        fForeignObjects[number++] = made;
     }
     transaction.commit();
 }
 
-void KernelModel::setFlag(std::string const & name, int number_, std::string const & property, bool value) const {
-    ClassObject const o = object(name, number_);
-    if (property == "isAbstract") {
-        Class(o).setIsAbstract(Boolean(value));
-    } else if (property == "isQuery") {
-        Operation(o).setIsQuery(Boolean(value));
-    } else if (property == "isDerived") {
-        Association(o).setIsDerived(Boolean(value));
-    } else if (property == "isUnique") {
-        Property(o).setIsUnique(Boolean(value));
-    } else {
-        Property(o).setIsReadOnly(Boolean(value));
+void KernelModel::createDeviant(Step const & s) {
+    if (fDeviants.count(s.deviant) == 0) {
+        fDeviants.emplace(s.deviant, fDeviants.at(kRoot).createDeviantWithName(String(s.deviant)));
     }
 }
 
-void KernelModel::setText(std::string const & name, int number_, std::string const & property,
-                          std::string const & value) const {
-    ClassObject const o = object(name, number_);
-    if (property == "name") {
-        NamedElement(o).setName(String(value));
-    } else if (property == "uri") {
-        Package(o).setUri(String(value));
-    } else if (property == "default") {
-        Property(o).setDefault(String(value));
-    } else {
-        Comment(o).setBody(String(value));
-    }
+// The kernel deletes the holders of listeners; a listener itself goes only if the deviant went.
+void KernelModel::removeDeviant(Step const & s) {
+    fDeviants.at(kRoot).removeDeviantWithName(String(s.deviant));
+    fDeviants.erase(s.deviant);
+    fListeners.erase(s.deviant);
 }
 
-void KernelModel::removeText(std::string const & name, int number_, std::string const & property) const {
-    ClassObject const o = object(name, number_);
-    if (property == "name") {
-        NamedElement(o).removeName();
-    } else if (property == "uri") {
-        Package(o).getImplementation()->removeUri(o.getDeviant()); // required, so handles do not offer it
-    } else if (property == "default") {
-        Property(o).removeDefault();
-    } else {
-        Comment(o).removeBody();
-    }
+// --- writes --------------------------------------------------------------------------------------------------------------
+
+void KernelModel::setValue(Step const & s) { valueAccess(s.property).set(object(s), s.text); }
+
+void KernelModel::removeValue(Step const & s) { valueAccess(s.property).remove(object(s)); }
+
+void KernelModel::link(Step const & s) {
+    ClassObject const o = object(s);
+    endAccess(o, s.property).add(o, object(deviant(s.deviant), s.value), s.index != 0);
 }
 
-void KernelModel::setNumber(std::string const & name, int number_, std::string const & property,
-                            long long value) const {
-    ClassObject const o = object(name, number_);
-    if (property == "visibility") {
-        NamedElement(o).setVisibility(VisibilityKind(static_cast<VisibilityKind::Value>(value)));
-    } else if (property == "lower") {
-        Property(o).setLower(Integer(static_cast<int>(value)));
-    } else {
-        Property(o).setUpper(UnlimitedNatural(static_cast<unsigned int>(value)));
-    }
+void KernelModel::unlink(Step const & s) {
+    ClassObject const o = object(s);
+    endAccess(o, s.property).erase(o, s.index);
 }
 
-void KernelModel::removeNumber(std::string const & name, int number_, std::string const & property) const {
-    ClassObject const o = object(name, number_);
-    if (property == "visibility") {
-        NamedElement(o).removeVisibility();
-    } else if (property == "lower") {
-        Property(o).removeLower();
-    } else {
-        Property(o).removeUpper();
-    }
-}
+void KernelModel::addBody(Step const & s) { OpaqueExpression(object(s)).getBodies().insert(s.index, String(s.text)); }
 
-namespace {
+void KernelModel::eraseBody(Step const & s) { OpaqueExpression(object(s)).getBodies().erase(s.index); }
 
-Kind kindOf(ClassObject const & o) { return Property(o).isValid() ? Kind::Property : Kind::Operation; }
+void KernelModel::setContainer(Step const & s) { object(s).setContainerZEL(object(deviant(s.deviant), s.value)); }
 
-} // namespace
+void KernelModel::removeContainer(Step const & s) { object(s).removeContainerZEL(); }
 
-void KernelModel::setReference(std::string const & name, int number_, std::string const & property, int value) const {
-    ClassObject const o = object(name, number_);
-    single(o, property, kindOf(o)).set(object(name, value));
-}
-
-void KernelModel::removeReference(std::string const & name, int number_, std::string const & property) const {
-    ClassObject const o = object(name, number_);
-    single(o, property, kindOf(o)).remove();
-}
-
-void KernelModel::link(std::string const & name, int number_, std::string const & property, int value,
-                       bool atFront) const {
-    ClassObject const element = object(name, value);
-    withList(object(name, number_), property, [&](auto const & sequence) {
-        using T = typename std::decay_t<decltype(sequence.toVector())>::value_type;
-        if (atFront) {
-            sequence.push_front(T(element));
-        } else {
-            sequence.push_back(T(element));
-        }
-    });
-}
-
-void KernelModel::unlink(std::string const & name, int number_, std::string const & property, int index) const {
-    withList(object(name, number_), property, [index](auto const & sequence) { sequence.erase(index); });
-}
-
-void KernelModel::addBody(std::string const & name, int number_, int index, std::string const & line) const {
-    OpaqueExpression(object(name, number_)).getBodies().insert(index, String(line));
-}
-
-void KernelModel::eraseBody(std::string const & name, int number_, int index) const {
-    OpaqueExpression(object(name, number_)).getBodies().erase(index);
-}
-
-void KernelModel::setContainer(std::string const & name, int number_, int container) const {
-    object(name, number_).setContainerZEL(object(name, container));
-}
-
-void KernelModel::removeContainer(std::string const & name, int number_) const {
-    object(name, number_).removeContainerZEL();
-}
-
-void KernelModel::destroy(std::string const & name, int number_) const { object(name, number_).destroy(); }
-
-void KernelModel::createDeviant(std::string const & name) {
-    if (fDeviants.count(name) == 0) {
-        fDeviants.emplace(name, fDeviants.at(kRoot).createDeviantWithName(String(name)));
-    }
-}
-
-void KernelModel::removeDeviant(std::string const & name) {
-    fDeviants.at(kRoot).removeDeviantWithName(String(name));
-    fDeviants.erase(name);
-}
+void KernelModel::destroy(Step const & s) { object(s).destroy(); }
 
 } // namespace ZEL::oracle

@@ -9,48 +9,67 @@
 
 namespace ZEL::oracle {
 
+/// What listeners do; they see what was before through `view`.
+using KernelListeners = std::function<bool(Hearing const & hearing, Deviant view)>;
+inline constexpr int kListeners = 3; ///< of each deviant, in any roles
+
 /// A model of the kernel whose objects have the numbers of the naive model.
 class KernelModel {
 public:
-    KernelModel();
+    explicit KernelModel(KernelListeners listeners);
+    ~KernelModel();
+    KernelModel(KernelModel const &) = delete;
+    KernelModel & operator=(KernelModel const &) = delete;
 
     [[nodiscard]] Deviant deviant(std::string const & name) const { return fDeviants.at(name).getDeviant(); }
-    [[nodiscard]] MetaModel const & model(std::string const & deviant) const { return fDeviants.at(deviant); }
-    [[nodiscard]] int numberOf(NSInterface::ClassObjectIntf const * body) const;
     /// The object as a client sees it through `deviant`, which may be a view; nothing if it is absent.
     [[nodiscard]] std::optional<State> observed(Deviant deviant, int object, Kind kind) const;
     [[nodiscard]] std::set<int> deviating(std::string const & deviant) const;
 
-    void create(std::string const & deviant, Kind kind);
-    void setFlag(std::string const & deviant, int object, std::string const & property, bool value) const;
-    void setText(std::string const & deviant, int object, std::string const & property,
-                 std::string const & value) const;
-    void removeText(std::string const & deviant, int object, std::string const & property) const;
-    void setNumber(std::string const & deviant, int object, std::string const & property, long long value) const;
-    void removeNumber(std::string const & deviant, int object, std::string const & property) const;
-    void setReference(std::string const & deviant, int object, std::string const & property, int value) const;
-    void removeReference(std::string const & deviant, int object, std::string const & property) const;
-    void link(std::string const & deviant, int object, std::string const & property, int value, bool atFront) const;
-    void unlink(std::string const & deviant, int object, std::string const & property, int index) const;
-    void addBody(std::string const & deviant, int object, int index, std::string const & text) const;
-    void eraseBody(std::string const & deviant, int object, int index) const;
-    void setContainer(std::string const & deviant, int object, int container) const;
-    void removeContainer(std::string const & deviant, int object) const;
-    void destroy(std::string const & deviant, int object) const;
+    void create(Step const & s);
+    void setValue(Step const & s);
+    void removeValue(Step const & s);
+    void setReference(Step const & s) { link(s); }
+    void removeReference(Step const & s) { unlink(s); }
+    void link(Step const & s);
+    void unlink(Step const & s);
+    void addBody(Step const & s);
+    void eraseBody(Step const & s);
+    void setContainer(Step const & s);
+    void removeContainer(Step const & s);
+    void destroy(Step const & s);
 
-    /// Another model with an object of each kind that one-ended ends accept, numbered from `first` on; the one before it
-    /// ends, whoever refers to its objects.
-    void replaceForeign(int first);
-
-    void createDeviant(std::string const & name);
-    void removeDeviant(std::string const & name);
+    void begin(Step const & s) { deviant(s.deviant).beginTransaction(s.text); }
+    void commit(Step const & s) { deviant(s.deviant).commitTransaction(); }
+    void cancel(Step const & s) { deviant(s.deviant).cancelTransaction(); }
+    void undo(Step const & s) { deviant(s.deviant).undo(); }
+    void redo(Step const & s) { deviant(s.deviant).redo(); }
+    void undoToLevel(Step const & s) { deviant(s.deviant).undoToChangeLevel(s.value); }
+    void redoToLevel(Step const & s) { deviant(s.deviant).redoToChangeLevel(s.value); }
+    void setMaximum(Step const & s) { deviant(s.deviant).setMaximumUndoStackLength(s.value); }
+    void disableUndo(Step const & s) { deviant(s.deviant).disableUndo(); }
+    void clearUndo(Step const & s) { deviant(s.deviant).clearUndoStack(); }
+    void clearRedo(Step const & s) { deviant(s.deviant).clearRedoStack(); }
+    void sync(Step const & s) { deviant(s.deviant).syncFromRoot(); }
+    void assign(Step const & s) { deviant(s.deviant).assignToRoot(); }
+    void createDeviant(Step const & s);
+    void removeDeviant(Step const & s);
+    void listen(Step const & s);
+    void unlisten(Step const & s);
+    /// Another model with an object of each kind that one-ended ends accept; the one before it ends, whoever refers to
+    /// its objects.
+    void replaceForeign(Step const & s);
 
 private:
-    [[nodiscard]] ClassObject object(Deviant deviant, int number) const;
-    [[nodiscard]] ClassObject object(std::string const & name, int number) const {
-        return object(deviant(name), number);
-    }
+    class Listener;
 
+    [[nodiscard]] ClassObject object(Deviant deviant, int number) const;
+    [[nodiscard]] ClassObject object(Step const & s) const { return object(deviant(s.deviant), s.object); }
+    [[nodiscard]] int numberOf(ImmutableClassObject const & object) const;
+    [[nodiscard]] Listener & listener(Step const & s);
+
+    KernelListeners fCall;
+    std::map<std::string, std::vector<std::shared_ptr<Listener>>> fListeners;
     std::map<std::string, MetaModel> fDeviants;
     std::vector<ClassObject> fObjects;
     std::map<int, ClassObject> fForeignObjects;

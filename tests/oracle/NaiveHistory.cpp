@@ -9,41 +9,42 @@ namespace ZEL::oracle {
 
 // --- deviants --------------------------------------------------------------------------------------------------------
 
-void NaiveModel::createDeviant(std::string const & name) {
-    if (fDeviants.count(name) == 0) {
-        fDeviants[name].name = name;
+void NaiveModel::createDeviant(Step const & s) {
+    if (fDeviants.count(s.deviant) == 0) {
+        fDeviants[s.deviant].name = s.deviant;
     }
 }
 
-void NaiveModel::removeDeviant(std::string const & name) {
-    if (at(name).depth != 0) {
+void NaiveModel::removeDeviant(Step const & s) {
+    NaiveDeviant & deviant = at(s.deviant);
+    if (deviant.depth != 0) {
         throw Refusal("cannot remove deviant when it is within a transaction");
     }
     for (Role const role : kRoles) {
-        callAll(name, role, [&](int listener) {
-            fListener.leave(name, listener);
-            std::erase_if(at(name).listeners[role], [&](auto const & each) { return each.listener == listener; });
+        callAll(s.deviant, role, [&](int listener) {
+            fListeners({Role::Leaver, s.deviant, listener}, {});
+            std::erase_if(deviant.listeners[role], [&](auto const & each) { return each.listener == listener; });
             return true;
         });
-        at(name).listeners[role].clear(); // who came meanwhile
+        deviant.listeners[role].clear(); // who came meanwhile
     }
-    fDeviants.erase(name);
+    fDeviants.erase(s.deviant);
 }
 
 // --- listeners -------------------------------------------------------------------------------------------------------
 
-void NaiveModel::listen(std::string const & name, int listener, Role role) {
-    std::vector<Registration> & registered = at(name).listeners[role];
-    for (Registration const & each : registered) {
-        if (each.listener == listener) {
-            throw Refusal("listener already registered with deviant");
-        }
+void NaiveModel::listen(Step const & s) {
+    std::vector<Registration> & registered = at(s.deviant).listeners[static_cast<Role>(s.index)];
+    if (std::any_of(registered.begin(), registered.end(),
+                    [&](auto const & each) { return each.listener == s.value; })) {
+        throw Refusal("listener already registered with deviant");
     }
-    registered.push_back({listener, ++fRegistrations});
+    registered.push_back({s.value, ++fRegistrations});
 }
 
-void NaiveModel::unlisten(std::string const & name, int listener, Role role) {
-    if (std::erase_if(at(name).listeners[role], [&](auto const & each) { return each.listener == listener; }) == 0) {
+void NaiveModel::unlisten(Step const & s) {
+    std::vector<Registration> & registered = at(s.deviant).listeners[static_cast<Role>(s.index)];
+    if (std::erase_if(registered, [&](auto const & each) { return each.listener == s.value; }) == 0) {
         throw Refusal("listener not registered with deviant");
     }
 }
@@ -61,21 +62,28 @@ template <class Call> bool NaiveModel::callAll(std::string const & name, Role ro
     });
 }
 
+bool NaiveModel::askAll(NaiveDeviant & deviant, Role role) {
+    Changes const heard = prepare(deviant, role, deviant.saved);
+    return callAll(deviant.name, role, [&](int listener) {
+        return fListeners({role, deviant.name, listener, heard}, deviant.saved);
+    });
+}
+
 // --- transactions ----------------------------------------------------------------------------------------------------
 
-void NaiveModel::begin(std::string const & name, std::string const & title) {
-    NaiveDeviant & deviant = at(name);
+void NaiveModel::begin(Step const & s) {
+    NaiveDeviant & deviant = at(s.deviant);
     finish(deviant);
     if (deviant.depth == 0) {
-        deviant.transactionName = title;
+        deviant.transactionName = s.text;
         deviant.transactionLevel = deviant.level;
         deviant.isWithin = true;
     }
     ++deviant.depth;
 }
 
-void NaiveModel::commit(std::string const & name) {
-    NaiveDeviant & deviant = at(name);
+void NaiveModel::commit(Step const & s) {
+    NaiveDeviant & deviant = at(s.deviant);
     if (deviant.depth < 1) {
         throw Refusal("transaction not started");
     }
@@ -87,20 +95,12 @@ void NaiveModel::commit(std::string const & name) {
     bool const isListenedTo =
         std::any_of(std::begin(kRoles), std::end(kRoles), [&](Role role) { return !deviant.listeners[role].empty(); });
     if (isRecorded && isListenedTo) {
-        Changes const modified = prepare(deviant, Role::Modifier, deviant.saved);
-        callAll(name, Role::Modifier, [&](int listener) {
-            fListener.modify(name, listener, modified, deviant.saved);
-            return true;
-        });
+        askAll(deviant, Role::Modifier);
         if (!isStillCommitting(deviant)) {
             return;
         }
-        Changes const offered = prepare(deviant, Role::Validator, deviant.saved);
-        bool const isAgreed = callAll(name, Role::Validator, [&](int listener) {
-            return fListener.validate(name, listener, offered, deviant.saved);
-        });
-        if (!isAgreed) {
-            cancel(name);
+        if (!askAll(deviant, Role::Validator)) {
+            cancel(s);
             return;
         }
     }
@@ -117,7 +117,7 @@ void NaiveModel::commit(std::string const & name) {
         push(deviant, entry); // and nobody hears of it
         return;
     }
-    deviant.unfinished = [this, &deviant, entry] { push(deviant, entry); };
+    deviant.unfinished = [&deviant, entry] { push(deviant, entry); };
     observe(deviant, all, entry);
 }
 
@@ -145,8 +145,8 @@ void NaiveModel::push(NaiveDeviant & deviant, Entry const & entry) {
     }
 }
 
-void NaiveModel::cancel(std::string const & name) {
-    NaiveDeviant & deviant = at(name);
+void NaiveModel::cancel(Step const & s) {
+    NaiveDeviant & deviant = at(s.deviant);
     if (deviant.depth == 0) {
         return;
     }
@@ -177,8 +177,7 @@ void NaiveModel::observe(NaiveDeviant & deviant, Changes all, Entry const & entr
                 all = changes(entry->slots, deviant);
             }
             Slots const before = entry->slots;
-            fListener.observe(deviant.name, listener, all, before);
-            return true;
+            return fListeners({Role::Observer, deviant.name, listener, all}, before);
         });
     } catch (...) {
         finish(deviant);
@@ -200,18 +199,18 @@ void NaiveModel::isolateOthers(Slots const & old) {
                 saved->second = slot;
                 break;
             }
-            if (slotIn(other, object).says == Slot::Nothing) {
+            if (slotIn(other.slots, object).says == Slot::Nothing) {
                 other.slots[object] = slot;
             }
         }
     }
 }
 
-Changes NaiveModel::changes(Slots const & before, NaiveDeviant const & after) const {
+Changes NaiveModel::changes(Slots const & before, NaiveDeviant const & after) {
     Changes result;
     for (auto const & [object, slot] : before) {
         bool const was = slot.says != Slot::Absent;
-        bool const is = slotIn(after, object).says != Slot::Absent;
+        bool const is = slotIn(after.slots, object).says != Slot::Absent;
         if (was && is) {
             result.modified.insert(object);
         } else if (was) {
@@ -231,29 +230,26 @@ void NaiveModel::requireIdle(char const * operation) const {
     }
 }
 
-void NaiveModel::undo() {
+void NaiveModel::undo(Step const &) {
     requireIdle("undo");
-    NaiveDeviant & root = at(kRoot);
-    finish(root);
-    if (root.position > 0) {
-        run(root, true);
+    finish(at(kRoot));
+    if (at(kRoot).position > 0) {
+        run(true);
     }
 }
 
-void NaiveModel::redo() {
+void NaiveModel::redo(Step const &) {
     requireIdle("redo");
-    NaiveDeviant & root = at(kRoot);
-    finish(root);
-    if (root.position < static_cast<int>(root.stack.size())) {
-        run(root, false);
+    finish(at(kRoot));
+    if (at(kRoot).position < static_cast<int>(at(kRoot).stack.size())) {
+        run(false);
     }
 }
 
 // The objects of the entry and the root exchange their states, whole.
-void NaiveModel::run(NaiveDeviant & root, bool isUndo) {
-    if (isUndo) {
-        --root.position;
-    }
+void NaiveModel::run(bool isUndo) {
+    NaiveDeviant & root = at(kRoot);
+    root.position -= isUndo ? 1 : 0;
     Entry const entry = root.stack[static_cast<std::size_t>(root.position)];
     for (auto & [object, slot] : entry->slots) {
         std::swap(root.slots[object], slot);
@@ -272,60 +268,49 @@ void NaiveModel::run(NaiveDeviant & root, bool isUndo) {
     observe(root, all, entry);
 }
 
-void NaiveModel::undoToLevel(int level) {
-    requireIdle("undoToChangeLevel");
+void NaiveModel::undoToLevel(Step const & s) { runToLevel(s, true); }
+
+void NaiveModel::redoToLevel(Step const & s) { runToLevel(s, false); }
+
+void NaiveModel::runToLevel(Step const & s, bool isUndo) {
+    std::string const operation = isUndo ? "undoToChangeLevel" : "redoToChangeLevel";
+    requireIdle(operation.c_str());
     NaiveDeviant & root = at(kRoot);
-    if (level == root.level) {
-        return;
+    auto const divider = root.stack.begin() + root.position;
+    auto const isAt = [&](Entry const & entry) { return entry->level == s.value; };
+    if (s.value != root.level &&
+        std::none_of(isUndo ? root.stack.begin() : divider, isUndo ? divider : root.stack.end(), isAt)) {
+        throw Refusal("invalid change level for " + operation);
     }
-    auto const end = root.stack.begin() + root.position;
-    if (std::none_of(root.stack.begin(), end, [level](Entry const & entry) { return entry->level == level; })) {
-        throw Refusal("invalid change level for undoToChangeLevel");
-    }
-    while (root.level != level) {
-        undo();
+    while (root.level != s.value) {
+        isUndo ? undo(s) : redo(s);
     }
 }
 
-void NaiveModel::redoToLevel(int level) {
-    requireIdle("redoToChangeLevel");
-    NaiveDeviant & root = at(kRoot);
-    if (level == root.level) {
-        return;
-    }
-    auto const begin = root.stack.begin() + root.position;
-    if (std::none_of(begin, root.stack.end(), [level](Entry const & entry) { return entry->level == level; })) {
-        throw Refusal("invalid change level for redoToChangeLevel");
-    }
-    while (root.level != level) {
-        redo();
-    }
-}
-
-void NaiveModel::setMaximum(int length) {
+void NaiveModel::setMaximum(Step const & s) {
     requireIdle("setMaximumUndoStackLength");
     NaiveDeviant & root = at(kRoot);
     finish(root);
-    root.maximum = std::max(0, length);
+    root.maximum = std::max(0, s.value);
     trim(root);
 }
 
-void NaiveModel::clearRedo(std::string const & name) {
-    NaiveDeviant & deviant = at(name);
+void NaiveModel::clearRedo(Step const & s) {
+    NaiveDeviant & deviant = at(s.deviant);
     finish(deviant);
     deviant.stack.resize(static_cast<std::size_t>(deviant.position));
 }
 
-void NaiveModel::clearUndo(std::string const & name) {
-    clearRedo(name);
-    at(name).stack.clear();
-    at(name).position = 0;
+void NaiveModel::clearUndo(Step const & s) {
+    clearRedo(s);
+    at(s.deviant).stack.clear();
+    at(s.deviant).position = 0;
 }
 
 // Nothing is recorded from here on, so nothing can be cancelled, and other deviants see the root's writes at once.
-void NaiveModel::disableUndo(std::string const & name) {
-    clearUndo(name);
-    at(name).maximum = 0;
+void NaiveModel::disableUndo(Step const & s) {
+    clearUndo(s);
+    at(s.deviant).maximum = 0;
 }
 
 // The divider stays where it is when entries go from the old end, as long as there are that many.
@@ -338,8 +323,8 @@ void NaiveModel::trim(NaiveDeviant & deviant) {
 
 // --- to and from the root ----------------------------------------------------------------------------------------------
 
-void NaiveModel::sync(std::string const & name) {
-    NaiveDeviant & deviant = at(name);
+void NaiveModel::sync(Step const & s) {
+    NaiveDeviant & deviant = at(s.deviant);
     if (deviant.depth == 0) {
         throw Refusal("syncFromRoot outside a transaction");
     }
@@ -350,8 +335,8 @@ void NaiveModel::sync(std::string const & name) {
 }
 
 // The root gets all that the deviant says; of a deviant in a transaction, what it said before.
-void NaiveModel::assign(std::string const & name) {
-    NaiveDeviant const & deviant = at(name);
+void NaiveModel::assign(Step const & s) {
+    NaiveDeviant const & deviant = at(s.deviant);
     NaiveDeviant & root = at(kRoot);
     if (root.depth == 0) {
         throw Refusal("assignToRoot outside a transaction");
@@ -359,7 +344,7 @@ void NaiveModel::assign(std::string const & name) {
     for (auto const & [object, slot] : deviant.slots) {
         auto const saved = deviant.saved.find(object);
         Slot const & said = saved != deviant.saved.end() ? saved->second : slot;
-        Slot const present = slotIn(root, object);
+        Slot const & present = slotIn(root.slots, object);
         if (said.says == Slot::Nothing || (said.says == Slot::Absent && present.says != Slot::Present)) {
             continue;
         }

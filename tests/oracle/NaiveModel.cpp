@@ -6,50 +6,38 @@ namespace ZEL::oracle {
 
 namespace {
 
-bool contains(std::vector<int> const & list, int object) {
-    return std::find(list.begin(), list.end(), object) != list.end();
+template <class T> bool contains(std::vector<T> const & list, T const & value) {
+    return std::find(list.begin(), list.end(), value) != list.end();
 }
 
-void erase(std::vector<int> & list, int object) {
-    list.erase(std::remove(list.begin(), list.end(), object), list.end());
-}
-
-int referenceIn(State const & state, std::string const & property) {
-    auto const found = state.references.find(property);
-    return found == state.references.end() ? kNothing : found->second;
-}
-
-void setReferenceIn(State & state, std::string const & property, int value) {
-    if (value == kNothing) {
-        state.references.erase(property);
-    } else {
-        state.references[property] = value;
-    }
-}
+/// The value of an end that has at most one.
+int onlyOf(std::vector<int> const & end) { return end.empty() ? kNothing : end.front(); }
 
 State newState(Kind kind) {
     State state;
     state.kind = kind;
-    for (std::string const & flag : flagsOf(kind)) {
-        state.flags[flag] = flag == "isUnique";
-    }
-    if (kind == Kind::Property) {
-        state.numbers = {{"lower", 1}, {"upper", 1}};
-    }
-    for (EndRule const & rule : endsOf(kind)) {
-        if (rule.isMany) {
-            state.lists[rule.property];
+    for (ValueRule const & rule : valuesOf(kind)) {
+        if (!rule.initial.empty()) {
+            state.values[rule.property] = rule.initial;
         }
     }
-    if (kind == Kind::Model) {
-        state.lists["unparented"];
+    for (EndRule const & rule : endsOf(kind)) {
+        if (rule.form != Form::Riding) {
+            state.ends[rule.property];
+        }
     }
     return state;
 }
 
 } // namespace
 
-NaiveModel::NaiveModel(NaiveListener & listener) : fListener(listener) {
+Slot const & slotIn(Slots const & slots, int object) {
+    static Slot const nothing;
+    auto const found = slots.find(object);
+    return found == slots.end() ? nothing : found->second;
+}
+
+NaiveModel::NaiveModel(NaiveListeners listeners) : fListeners(std::move(listeners)) {
     NaiveDeviant & root = fDeviants[kRoot];
     root.name = kRoot;
     root.isRoot = true;
@@ -60,35 +48,27 @@ NaiveModel::NaiveModel(NaiveListener & listener) : fListener(listener) {
 
 // --- looking ---------------------------------------------------------------------------------------------------------
 
-Slot NaiveModel::slotIn(NaiveDeviant const & deviant, int object) const {
-    auto const found = deviant.slots.find(object);
-    return found == deviant.slots.end() ? Slot() : found->second;
-}
-
 // Other deviants do not see what the root has written and not yet committed.
-Slot NaiveModel::committedInRoot(int object) const {
+Slot const & NaiveModel::committedInRoot(int object) const {
     NaiveDeviant const & root = fDeviants.at(kRoot);
     auto const saved = root.saved.find(object);
-    return saved != root.saved.end() ? saved->second : slotIn(root, object);
+    return saved != root.saved.end() ? saved->second : slotIn(root.slots, object);
+}
+
+Slot const & NaiveModel::seen(std::string const & name, int object) const {
+    Slot const & own = slotIn(fDeviants.at(name).slots, object);
+    return own.says == Slot::Nothing ? committedInRoot(object) : own;
 }
 
 bool NaiveModel::isValid(std::string const & name, int object) const {
-    Slot const own = slotIn(fDeviants.at(name), object);
-    return (own.says == Slot::Nothing ? committedInRoot(object) : own).says == Slot::Present;
+    return seen(name, object).says == Slot::Present;
 }
 
 State const & NaiveModel::read(std::string const & name, int object) const {
     if (!isValid(name, object)) {
         throw Refusal("is not present");
     }
-    NaiveDeviant const & deviant = fDeviants.at(name);
-    NaiveDeviant const & root = fDeviants.at(kRoot);
-    auto const own = deviant.slots.find(object);
-    if (own != deviant.slots.end() && own->second.says == Slot::Present) {
-        return own->second.state;
-    }
-    auto const saved = root.saved.find(object);
-    return saved != root.saved.end() ? saved->second.state : root.slots.at(object).state;
+    return seen(name, object).state;
 }
 
 std::optional<State> NaiveModel::observed(std::string const & name, int object) const {
@@ -97,10 +77,11 @@ std::optional<State> NaiveModel::observed(std::string const & name, int object) 
     }
     State state = read(name, object);
     for (EndRule const & rule : endsOf(state.kind)) {
-        // The container can be absent in a deviant that the root has not told of it.
-        if (rule.form == Form::Riding && state.container != kNothing &&
-            rule.accepts.count(kindOf(state.container)) != 0 && isValid(name, state.container)) {
-            state.references[rule.property] = state.container;
+        if (rule.form == Form::Riding) {
+            // The container can be absent in a deviant that the root has not told of it.
+            bool const isShown = state.container != kNothing && rule.accepts.count(kindOf(state.container)) != 0 &&
+                                 isValid(name, state.container);
+            state.ends[rule.property] = isShown ? std::vector<int>{state.container} : std::vector<int>();
         }
     }
     return state;
@@ -110,7 +91,7 @@ std::set<int> NaiveModel::deviating(std::string const & name) const {
     std::set<int> result;
     for (auto const & [object, slot] : fDeviants.at(name).slots) {
         bool const isAbsentInBoth =
-            slot.says == Slot::Absent && slotIn(fDeviants.at(kRoot), object).says != Slot::Present;
+            slot.says == Slot::Absent && slotIn(fDeviants.at(kRoot).slots, object).says != Slot::Present;
         if (slot.says != Slot::Nothing && !isAbsentInBoth) {
             result.insert(object);
         }
@@ -126,10 +107,8 @@ std::vector<int> NaiveModel::subtree(std::string const & name, int object) const
             if (rule.form != Form::Contained) {
                 continue;
             }
-            std::vector<int> const elements =
-                rule.isMany ? state.lists.at(rule.property) : std::vector<int>{referenceIn(state, rule.property)};
-            for (int const element : elements) {
-                if (element != kNothing && isValid(name, element) && !contains(result, element)) {
+            for (int const element : state.ends.at(rule.property)) {
+                if (isValid(name, element) && !contains(result, element)) {
                     result.push_back(element);
                 }
             }
@@ -166,7 +145,7 @@ State & NaiveModel::write(std::string const & name, int object) {
     checkOpen(name);
     NaiveDeviant & deviant = at(name);
     State const present = read(name, object);
-    save(deviant, object, slotIn(deviant, object));
+    save(deviant, object, slotIn(deviant.slots, object));
     Slot & slot = deviant.slots[object];
     if (slot.says == Slot::Nothing) {
         slot = {Slot::Present, present};
@@ -174,87 +153,57 @@ State & NaiveModel::write(std::string const & name, int object) {
     return slot.state;
 }
 
-int NaiveModel::create(std::string const & name, Kind kind) {
+void NaiveModel::create(Step const & s) {
     int const object = numberOfObjects();
-    fKinds.push_back(kind);
-    for (auto & [otherName, other] : fDeviants) {
-        other.slots[object] = {Slot::Absent, State()};
+    fKinds.push_back(s.kind);
+    for (auto & [name, deviant] : fDeviants) {
+        deviant.slots[object] = {Slot::Absent};
     }
-    at(name).saved[object] = {Slot::Absent, State()};
-    at(name).slots[object] = {Slot::Present, newState(kind)};
-    addUnparented(name, object);
-    return object;
+    at(s.deviant).saved[object] = {Slot::Absent};
+    at(s.deviant).slots[object] = {Slot::Present, newState(s.kind)};
+    addTo(s.deviant, kModel, "unparented", object);
 }
 
-void NaiveModel::setFlag(std::string const & name, int object, std::string const & property, bool value) {
-    if (read(name, object).flags.at(property) != value) {
-        write(name, object).flags[property] = value;
-    }
-}
-
-void NaiveModel::setText(std::string const & name, int object, std::string const & property,
-                         std::string const & value) {
-    State const & state = read(name, object);
-    auto const present = state.texts.find(property);
-    if ((present == state.texts.end() ? std::string() : present->second) == value) {
+// Most values that are set to what they read as without being set stay unset.
+void NaiveModel::setValue(Step const & s) {
+    State const & state = read(s);
+    std::vector<ValueRule> const & rules = valuesOf(state.kind);
+    auto const rule =
+        std::find_if(rules.begin(), rules.end(), [&](auto const & r) { return r.property == s.property; });
+    bool const isUnset = s.text == rule->unset && !rule->isKept;
+    auto const present = state.values.find(s.property);
+    if (present == state.values.end() ? isUnset : present->second == s.text) {
         return;
     }
-    if (value.empty()) {
-        write(name, object).texts.erase(property);
+    if (isUnset) {
+        write(s).values.erase(s.property);
     } else {
-        write(name, object).texts[property] = value;
+        write(s).values[s.property] = s.text;
     }
 }
 
-void NaiveModel::removeText(std::string const & name, int object, std::string const & property) {
-    write(name, object).texts.erase(property);
-}
+void NaiveModel::removeValue(Step const & s) { write(s).values.erase(s.property); }
 
-void NaiveModel::setNumber(std::string const & name, int object, std::string const & property, long long value) {
-    State const & state = read(name, object);
-    auto const present = state.numbers.find(property);
-    // A literal that is not set reads as the first one; a bound that is not set can still be set to what it reads as.
-    bool const isLiteral = property == "visibility";
-    if (present == state.numbers.end() ? isLiteral && value == 0 : present->second == value) {
-        return;
-    }
-    if (isLiteral && value == 0) {
-        write(name, object).numbers.erase(property);
-    } else {
-        write(name, object).numbers[property] = value;
+void NaiveModel::addTo(std::string const & name, int object, std::string const & property, int value) {
+    if (!endOf(kindOf(object), property).isMany) {
+        write(name, object).ends[property] = {value};
+    } else if (!contains(read(name, object).ends.at(property), value)) {
+        write(name, object).ends[property].push_back(value);
     }
 }
 
-void NaiveModel::removeNumber(std::string const & name, int object, std::string const & property) {
-    write(name, object).numbers.erase(property);
+void NaiveModel::eraseFrom(std::string const & name, int object, std::string const & property, int value) {
+    if (contains(read(name, object).ends.at(property), value)) {
+        std::erase(write(name, object).ends[property], value);
+    }
 }
 
 // --- containment -----------------------------------------------------------------------------------------------------
 
-void NaiveModel::addUnparented(std::string const & name, int object) {
-    if (!contains(read(name, kModel).lists.at("unparented"), object)) {
-        write(name, kModel).lists["unparented"].push_back(object);
-    }
-}
-
-void NaiveModel::eraseUnparented(std::string const & name, int object) {
-    if (contains(read(name, kModel).lists.at("unparented"), object)) {
-        erase(write(name, kModel).lists["unparented"], object);
-    }
-}
-
 void NaiveModel::eraseContainee(std::string const & name, int container, int object) {
     for (EndRule const & rule : endsOf(kindOf(container))) {
-        if (rule.form != Form::Contained) {
-            continue;
-        }
-        State const & state = read(name, container);
-        if (rule.isMany && contains(state.lists.at(rule.property), object)) {
-            erase(write(name, container).lists[rule.property], object);
-            return;
-        }
-        if (!rule.isMany && referenceIn(state, rule.property) == object) {
-            write(name, container).references.erase(rule.property);
+        if (rule.form == Form::Contained && contains(read(name, container).ends.at(rule.property), object)) {
+            eraseFrom(name, container, rule.property, object);
             return;
         }
     }
@@ -269,7 +218,7 @@ void NaiveModel::moveOnly(std::string const & name, int object, int container) {
         return;
     }
     if (old == kNothing) {
-        eraseUnparented(name, object);
+        eraseFrom(name, kModel, "unparented", object);
     } else if (isValid(name, old)) {
         eraseContainee(name, old, object);
     }
@@ -277,198 +226,171 @@ void NaiveModel::moveOnly(std::string const & name, int object, int container) {
 }
 
 void NaiveModel::unparentOnly(std::string const & name, int object) {
-    addUnparented(name, object);
+    addTo(name, kModel, "unparented", object);
     write(name, object).container = kNothing;
 }
 
-void NaiveModel::setContainer(std::string const & name, int object, int container) {
-    if (read(name, object).container == container) {
+void NaiveModel::setContainer(Step const & s) {
+    int const container = s.value;
+    if (read(s).container == container) {
         return;
     }
     for (EndRule const & rule : endsOf(kindOf(container))) {
-        if (rule.form != Form::Contained || rule.accepts.count(kindOf(object)) == 0) {
+        if (rule.form != Form::Contained || rule.accepts.count(kindOf(s.object)) == 0) {
             continue;
         }
-        moveOnly(name, object, container);
-        if (rule.isMany) {
-            if (!contains(read(name, container).lists.at(rule.property), object)) {
-                write(name, container).lists[rule.property].push_back(object);
-            }
-        } else {
-            // It can be there already where a deviant and the root have combined to ends out of step.
-            int const displaced = referenceIn(read(name, container), rule.property);
-            if (displaced != kNothing && displaced != object) {
-                unparentOnly(name, displaced);
-            }
-            write(name, container).references[rule.property] = object;
+        moveOnly(s.deviant, s.object, container);
+        int const displaced = rule.isMany ? kNothing : onlyOf(read(s.deviant, container).ends.at(rule.property));
+        // It can be there already where a deviant and the root have combined to ends out of step.
+        if (displaced != kNothing && displaced != s.object) {
+            unparentOnly(s.deviant, displaced);
         }
+        addTo(s.deviant, container, rule.property, s.object);
         return;
     }
     throw Refusal("cannot insert value into the combined sequence");
 }
 
-void NaiveModel::removeContainer(std::string const & name, int object) {
-    int const container = read(name, object).container;
-    if (container != kNothing && isValid(name, container)) {
-        eraseContainee(name, container, object);
+void NaiveModel::removeContainer(Step const & s) {
+    int const container = read(s).container;
+    if (container != kNothing && isValid(s.deviant, container)) {
+        eraseContainee(s.deviant, container, s.object);
     }
-    unparentOnly(name, object);
+    unparentOnly(s.deviant, s.object);
 }
 
-void NaiveModel::destroy(std::string const & name, int object) {
-    if (!isValid(name, object)) {
+void NaiveModel::destroy(Step const & s) {
+    if (!isValid(s.deviant, s.object)) {
         return;
     }
-    checkOpen(name);
-    std::vector<int> const gone = subtree(name, object);
+    checkOpen(s.deviant);
+    std::vector<int> const gone = subtree(s.deviant, s.object);
     for (int const each : gone) {
-        State const state = read(name, each);
+        State const state = read(s.deviant, each);
         for (EndRule const & rule : endsOf(state.kind)) {
             if (rule.form != Form::Linked) {
                 continue;
             }
-            std::vector<int> const partners =
-                rule.isMany ? state.lists.at(rule.property) : std::vector<int>{referenceIn(state, rule.property)};
-            for (int const partner : partners) {
-                if (partner != kNothing && isValid(name, partner) && !contains(gone, partner)) {
-                    eraseOpposite(name, partner, rule.opposite, each);
+            for (int const partner : state.ends.at(rule.property)) {
+                if (isValid(s.deviant, partner) && !contains(gone, partner)) {
+                    eraseFrom(s.deviant, partner, rule.opposite, each);
                 }
             }
         }
     }
-    int const container = read(name, object).container;
-    if (container != kNothing && isValid(name, container)) {
-        eraseContainee(name, container, object);
+    int const container = read(s).container;
+    if (container != kNothing && isValid(s.deviant, container)) {
+        eraseContainee(s.deviant, container, s.object);
     }
-    eraseUnparented(name, object);
+    eraseFrom(s.deviant, kModel, "unparented", s.object);
+    NaiveDeviant & deviant = at(s.deviant);
     for (int const each : gone) {
-        NaiveDeviant & deviant = at(name);
-        save(deviant, each, slotIn(deviant, each));
-        deviant.slots[each] = {Slot::Absent, State()};
+        save(deviant, each, slotIn(deviant.slots, each));
+        deviant.slots[each] = {Slot::Absent};
     }
 }
 
 // --- references and lists ----------------------------------------------------------------------------------------------
 
-void NaiveModel::addOpposite(std::string const & name, int object, std::string const & property, int value) {
-    if (!endOf(kindOf(object), property).isMany) {
-        write(name, object).references[property] = value;
-    } else if (!contains(read(name, object).lists.at(property), value)) {
-        write(name, object).lists[property].push_back(value);
-    }
-}
-
-void NaiveModel::eraseOpposite(std::string const & name, int object, std::string const & property, int value) {
-    State const & state = read(name, object);
-    if (endOf(state.kind, property).isMany) {
-        if (contains(state.lists.at(property), value)) {
-            erase(write(name, object).lists[property], value);
-        }
-    } else if (referenceIn(state, property) == value) {
-        write(name, object).references.erase(property);
-    }
-}
-
-void NaiveModel::setReference(std::string const & name, int object, std::string const & property, int value) {
-    EndRule const & rule = endOf(kindOf(object), property);
-    int const present = referenceIn(*observed(name, object), property);
-    if (present == value) {
+void NaiveModel::setReference(Step const & s) {
+    EndRule const & rule = endOf(kindOf(s.object), s.property);
+    int const present = onlyOf(observed(s.deviant, s.object)->ends.at(s.property));
+    if (present == s.value) {
         return;
     }
     switch (rule.form) {
     case Form::OneEnded:
         break;
     case Form::Riding:
-        moveOnly(name, object, value);
-        addOpposite(name, value, rule.opposite, object);
+        moveOnly(s.deviant, s.object, s.value);
+        addTo(s.deviant, s.value, rule.opposite, s.object);
         return;
     case Form::Contained:
-        if (read(name, value).container == object) {
-            eraseContainee(name, object, value); // from the owner's other properties
+        if (read(s.deviant, s.value).container == s.object) {
+            eraseContainee(s.deviant, s.object, s.value); // from the owner's other properties
         }
-        moveOnly(name, value, object);
+        moveOnly(s.deviant, s.value, s.object);
         if (present != kNothing) {
-            unparentOnly(name, present);
+            unparentOnly(s.deviant, present);
         }
         break;
     case Form::Linked:
-        addOpposite(name, value, rule.opposite, object);
-        if (present != kNothing && isValid(name, present)) {
-            eraseOpposite(name, present, rule.opposite, object);
+        addTo(s.deviant, s.value, rule.opposite, s.object);
+        if (present != kNothing && isValid(s.deviant, present)) {
+            eraseFrom(s.deviant, present, rule.opposite, s.object);
         }
         break;
     }
-    write(name, object).references[property] = value;
+    write(s).ends[s.property] = {s.value};
 }
 
-void NaiveModel::removeReference(std::string const & name, int object, std::string const & property) {
-    EndRule const & rule = endOf(kindOf(object), property);
-    int const present = referenceIn(*observed(name, object), property);
-    bool const isSet = present != kNothing && isValid(name, present);
+void NaiveModel::removeReference(Step const & s) {
+    EndRule const & rule = endOf(kindOf(s.object), s.property);
     if (rule.form == Form::Riding) {
-        removeContainer(name, object); // also one of a kind that this end does not show
+        removeContainer(s); // also one of a kind that this end does not show
         return;
     }
+    int const present = onlyOf(read(s).ends.at(s.property));
+    bool const isSet = present != kNothing && isValid(s.deviant, present);
     if (isSet && rule.form == Form::Linked) {
-        eraseOpposite(name, present, rule.opposite, object);
+        eraseFrom(s.deviant, present, rule.opposite, s.object);
     }
     if (isSet && rule.form == Form::Contained) {
-        unparentOnly(name, present);
+        unparentOnly(s.deviant, present);
     }
-    setReferenceIn(write(name, object), property, kNothing);
+    write(s).ends[s.property].clear();
 }
 
-void NaiveModel::link(std::string const & name, int object, std::string const & property, int value, bool atFront) {
-    EndRule const & rule = endOf(kindOf(object), property);
+void NaiveModel::link(Step const & s) {
+    EndRule const & rule = endOf(kindOf(s.object), s.property);
     if (rule.form == Form::Linked) {
-        if (!endOf(kindOf(value), rule.opposite).isMany) {
-            int const old = referenceIn(read(name, value), rule.opposite);
-            if (old != kNothing && old != object && isValid(name, old)) {
-                eraseOpposite(name, old, property, value);
+        if (!endOf(kindOf(s.value), rule.opposite).isMany) {
+            int const old = onlyOf(read(s.deviant, s.value).ends.at(rule.opposite));
+            if (old != kNothing && old != s.object && isValid(s.deviant, old)) {
+                eraseFrom(s.deviant, old, s.property, s.value);
             }
         }
-        addOpposite(name, value, rule.opposite, object);
+        addTo(s.deviant, s.value, rule.opposite, s.object);
     }
     if (rule.form == Form::Contained) {
-        if (read(name, value).container != object) {
-            moveOnly(name, value, object);
-        } else if (!contains(read(name, object).lists.at(property), value)) {
-            eraseContainee(name, object, value); // from the owner's other properties
+        if (read(s.deviant, s.value).container != s.object) {
+            moveOnly(s.deviant, s.value, s.object);
+        } else if (!contains(read(s).ends.at(s.property), s.value)) {
+            eraseContainee(s.deviant, s.object, s.value); // from the owner's other properties
         }
     }
     // An element that is there already stays where it is, and nothing is written; but it is a write.
-    checkOpen(name);
-    if (!contains(read(name, object).lists.at(property), value)) {
-        std::vector<int> & list = write(name, object).lists[property];
-        list.insert(atFront ? list.begin() : list.end(), value);
+    checkOpen(s.deviant);
+    if (!contains(read(s).ends.at(s.property), s.value)) {
+        std::vector<int> & list = write(s).ends[s.property];
+        list.insert(s.index != 0 ? list.begin() : list.end(), s.value);
     }
 }
 
-void NaiveModel::unlink(std::string const & name, int object, std::string const & property, int index) {
-    EndRule const & rule = endOf(kindOf(object), property);
-    int const value = read(name, object).lists.at(property).at(static_cast<std::size_t>(index));
+void NaiveModel::unlink(Step const & s) {
+    EndRule const & rule = endOf(kindOf(s.object), s.property);
+    int const value = read(s).ends.at(s.property).at(static_cast<std::size_t>(s.index));
     if (rule.form == Form::Linked) {
-        eraseOpposite(name, value, rule.opposite, object);
+        eraseFrom(s.deviant, value, rule.opposite, s.object);
     }
     if (rule.form == Form::Contained) {
-        unparentOnly(name, value);
+        unparentOnly(s.deviant, value);
     }
-    std::vector<int> & list = write(name, object).lists[property];
-    list.erase(list.begin() + index);
+    std::vector<int> & list = write(s).ends[s.property];
+    list.erase(list.begin() + s.index);
 }
 
-void NaiveModel::addBody(std::string const & name, int object, int index, std::string const & text) {
-    checkOpen(name);
-    std::vector<std::string> const & present = read(name, object).body;
-    if (std::find(present.begin(), present.end(), text) == present.end()) {
-        std::vector<std::string> & body = write(name, object).body;
-        body.insert(body.begin() + index, text);
+void NaiveModel::addBody(Step const & s) {
+    checkOpen(s.deviant);
+    if (!contains(read(s).body, s.text)) {
+        std::vector<std::string> & body = write(s).body;
+        body.insert(body.begin() + s.index, s.text);
     }
 }
 
-void NaiveModel::eraseBody(std::string const & name, int object, int index) {
-    std::vector<std::string> & body = write(name, object).body;
-    body.erase(body.begin() + index);
+void NaiveModel::eraseBody(Step const & s) {
+    std::vector<std::string> & body = write(s).body;
+    body.erase(body.begin() + s.index);
 }
 
 } // namespace ZEL::oracle

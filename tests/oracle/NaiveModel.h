@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Step.h"
+
 #include <deque>
 #include <functional>
 #include <map>
@@ -13,29 +15,27 @@
 
 namespace ZEL::oracle {
 
-enum class Kind { Model, Package, Class, Property, Association, Constraint, Expression, Operation, Comment };
-
-constexpr int kNothing = -1; ///< no object
-constexpr int kModel = 0;    ///< the number of the model itself
-/// Objects of another model have numbers from here on. They are referred to by ends that nothing else hangs on, and
-/// never looked at.
-constexpr int kFirstForeign = 1'000'000;
-
-/// Everything that can be read from one object in one deviant. What is not set has no entry.
+/// Everything that can be read from one object in one deviant.
 struct State {
     Kind kind = Kind::Model;
-    std::map<std::string, bool> flags;
-    std::map<std::string, std::string> texts;
-    std::map<std::string, long long> numbers;
-    std::map<std::string, int> references;
-    std::map<std::string, std::vector<int>> lists;
+    std::map<std::string, std::string> values;    ///< those that are set, as text
+    std::map<std::string, std::vector<int>> ends; ///< of references and lists; all of them, empty if not set
     std::vector<std::string> body;
     int container = kNothing;
 
     friend bool operator==(State const &, State const &) = default;
 };
 
-/// How a property is kept in step with the rest of the model.
+struct ValueRule {
+    std::string property;
+    std::vector<std::string> choices; ///< what it is set to
+    std::string initial;              ///< of a new object; empty if it is not set
+    std::string unset;                ///< what it reads as when it is not set
+    bool isKept;                      ///< even when it is set to what it reads as when it is not set
+    bool isRequired;
+};
+
+/// How an end is kept in step with the rest of the model.
 enum class Form {
     OneEnded,  ///< nothing else changes
     Contained, ///< the element gets the owner as its container
@@ -51,12 +51,11 @@ struct EndRule {
     std::string opposite;
 };
 
+/// The values of a kind of object, a text first.
+std::vector<ValueRule> const & valuesOf(Kind kind);
 /// The ends of a kind of object; those that contain come in the order in which a new element looks for its place.
 std::vector<EndRule> const & endsOf(Kind kind);
 EndRule const & endOf(Kind kind, std::string const & property);
-std::vector<std::string> const & flagsOf(Kind kind);
-std::vector<std::string> const & textsOf(Kind kind);
-std::vector<std::string> const & numbersOf(Kind kind);
 
 /// A refused operation. The model is as it was before.
 class Refusal : public std::runtime_error {
@@ -64,42 +63,40 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// What a listener of the script throws, on both sides.
-class ListenerFailure : public std::runtime_error {
-public:
-    ListenerFailure() : std::runtime_error("listener failure") {}
-};
-
-/// Which objects a transaction or replay has created, deleted and modified.
-struct Changes {
-    std::set<int> created;
-    std::set<int> deleted;
-    std::set<int> modified;
-
-    friend bool operator==(Changes const &, Changes const &) = default;
-};
-
 /// What a deviant says of one object: nothing (it follows the root), that there is none, or its whole state.
 struct Slot {
     enum Says { Nothing, Absent, Present };
     Says says = Nothing;
-    State state;
+    State state{};
 };
 using Slots = std::map<int, Slot>;
+Slot const & slotIn(Slots const & slots, int object);
 
-enum class Role { Modifier, Validator, Observer };
+/// Which objects a transaction or replay has created, deleted and modified.
+struct Changes {
+    std::set<int> created{};
+    std::set<int> deleted{};
+    std::set<int> modified{};
+
+    friend bool operator==(Changes const &, Changes const &) = default;
+};
+
+enum class Role { Modifier, Validator, Observer, Leaver };
+/// Those that a listener registers for. It leaves when its deviant is removed, once for each of them.
 inline constexpr Role kRoles[] = {Role::Modifier, Role::Validator, Role::Observer};
 
-/// Takes part in the commits of the deviants that it listens to. `before` is what the deviant said of the changed objects.
-class NaiveListener {
-public:
-    virtual ~NaiveListener() = default;
-    virtual void modify(std::string const & deviant, int listener, Changes const & changes, Slots const & before) = 0;
-    virtual bool validate(std::string const & deviant, int listener, Changes const & changes, Slots const & before) = 0;
-    virtual void observe(std::string const & deviant, int listener, Changes const & changes, Slots const & before) = 0;
-    /// The deviant is being removed; once for each role.
-    virtual void leave(std::string const & deviant, int listener) = 0;
+/// A call of a listener.
+struct Hearing {
+    Role role;
+    std::string deviant;
+    int listener;
+    Changes changes{};
+
+    friend bool operator==(Hearing const &, Hearing const &) = default;
 };
+
+/// What listeners do. `before` is what the deviant said of the changed objects. A validator refuses by giving false.
+using NaiveListeners = std::function<bool(Hearing const & hearing, Slots const & before)>;
 
 struct Registration {
     int listener = 0;
@@ -134,13 +131,11 @@ struct NaiveDeviant {
     std::function<void()> unfinished; ///< what remains to be done of the step whose observers are running
 };
 
-inline char const * const kRoot = "root deviant";
-
 /// The kernel's rules of deviants, transactions, history and both-ended properties, told with maps of whole states.
 /// It is meant to be checked by reading; nothing in it is fast.
 class NaiveModel {
 public:
-    explicit NaiveModel(NaiveListener & listener);
+    explicit NaiveModel(NaiveListeners listeners);
 
     // --- looking ------------------------------------------------------------------------------------------------------
     [[nodiscard]] NaiveDeviant const & deviant(std::string const & name) const { return fDeviants.at(name); }
@@ -159,73 +154,75 @@ public:
     [[nodiscard]] std::vector<int> owners(std::string const & deviant, int object) const;
 
     // --- objects ------------------------------------------------------------------------------------------------------
-    int create(std::string const & deviant, Kind kind);
-    void setFlag(std::string const & deviant, int object, std::string const & property, bool value);
-    void setText(std::string const & deviant, int object, std::string const & property, std::string const & value);
-    void removeText(std::string const & deviant, int object, std::string const & property);
-    void setNumber(std::string const & deviant, int object, std::string const & property, long long value);
-    void removeNumber(std::string const & deviant, int object, std::string const & property);
-    void setReference(std::string const & deviant, int object, std::string const & property, int value);
-    void removeReference(std::string const & deviant, int object, std::string const & property);
-    void link(std::string const & deviant, int object, std::string const & property, int value, bool atFront);
-    void unlink(std::string const & deviant, int object, std::string const & property, int index);
-    void addBody(std::string const & deviant, int object, int index, std::string const & text);
-    void eraseBody(std::string const & deviant, int object, int index);
-    void setContainer(std::string const & deviant, int object, int container);
-    void removeContainer(std::string const & deviant, int object);
-    void destroy(std::string const & deviant, int object);
+    void create(Step const & s);
+    void setValue(Step const & s);
+    void removeValue(Step const & s);
+    void setReference(Step const & s);
+    void removeReference(Step const & s);
+    void link(Step const & s);
+    void unlink(Step const & s);
+    void addBody(Step const & s);
+    void eraseBody(Step const & s);
+    void setContainer(Step const & s);
+    void removeContainer(Step const & s);
+    void destroy(Step const & s);
 
     // --- deviants and history -------------------------------------------------------------------------------------------
-    void createDeviant(std::string const & name);
-    void removeDeviant(std::string const & name);
-    void listen(std::string const & deviant, int listener, Role role);
-    void unlisten(std::string const & deviant, int listener, Role role);
-    void begin(std::string const & deviant, std::string const & name);
-    void commit(std::string const & deviant);
-    void cancel(std::string const & deviant);
-    void undo();
-    void redo();
-    void undoToLevel(int level);
-    void redoToLevel(int level);
-    void setMaximum(int length);
-    void disableUndo(std::string const & deviant);
-    void clearUndo(std::string const & deviant);
-    void clearRedo(std::string const & deviant);
-    void sync(std::string const & deviant);
-    void assign(std::string const & deviant);
+    void begin(Step const & s);
+    void commit(Step const & s);
+    void cancel(Step const & s);
+    void undo(Step const & s);
+    void redo(Step const & s);
+    void undoToLevel(Step const & s);
+    void redoToLevel(Step const & s);
+    void setMaximum(Step const & s);
+    void disableUndo(Step const & s);
+    void clearUndo(Step const & s);
+    void clearRedo(Step const & s);
+    void sync(Step const & s);
+    void assign(Step const & s);
+    void createDeviant(Step const & s);
+    void removeDeviant(Step const & s);
+    void listen(Step const & s);
+    void unlisten(Step const & s);
+    void replaceForeign(Step const &) {} // nothing is known of other models
 
 private:
     [[nodiscard]] NaiveDeviant & at(std::string const & name) { return fDeviants.at(name); }
-    [[nodiscard]] Slot slotIn(NaiveDeviant const & deviant, int object) const;
-    [[nodiscard]] Slot committedInRoot(int object) const;
-    void checkOpen(std::string const & deviant);
+    [[nodiscard]] Slot const & committedInRoot(int object) const;
+    [[nodiscard]] Slot const & seen(std::string const & deviant, int object) const;
+    [[nodiscard]] State const & read(Step const & s) const { return read(s.deviant, s.object); }
     State & write(std::string const & deviant, int object);
+    State & write(Step const & s) { return write(s.deviant, s.object); }
+    void checkOpen(std::string const & deviant);
 
-    void addUnparented(std::string const & deviant, int object);
-    void eraseUnparented(std::string const & deviant, int object);
+    /// One end alone: a list gets the value if it has it not, a single reference gets it in place of another one.
+    void addTo(std::string const & deviant, int object, std::string const & property, int value);
+    void eraseFrom(std::string const & deviant, int object, std::string const & property, int value);
     void eraseContainee(std::string const & deviant, int container, int object);
     /// Takes the object from where it stands and gives it the container, in no list yet.
     void moveOnly(std::string const & deviant, int object, int container);
     void unparentOnly(std::string const & deviant, int object);
-    void addOpposite(std::string const & deviant, int object, std::string const & property, int value);
-    void eraseOpposite(std::string const & deviant, int object, std::string const & property, int value);
 
     void isolateOthers(Slots const & old);
-    [[nodiscard]] Changes changes(Slots const & before, NaiveDeviant const & after) const;
+    [[nodiscard]] static Changes changes(Slots const & before, NaiveDeviant const & after);
     [[nodiscard]] static bool isStillCommitting(NaiveDeviant & deviant);
-    void push(NaiveDeviant & deviant, Entry const & entry);
+    static void push(NaiveDeviant & deviant, Entry const & entry);
     static void trim(NaiveDeviant & deviant);
     static void finish(NaiveDeviant & deviant);
     static void save(NaiveDeviant & deviant, int object, Slot const & slot);
     /// What the listeners of a role will hear.
-    Changes prepare(NaiveDeviant & deviant, Role role, Slots const & before);
+    static Changes prepare(NaiveDeviant & deviant, Role role, Slots const & before);
     /// Calls `call(listener)` for those that are registered now, as long as they are and it gives true.
     template <class Call> bool callAll(std::string const & deviant, Role role, Call call);
+    /// What those say who take part in a commit.
+    bool askAll(NaiveDeviant & deviant, Role role);
     void observe(NaiveDeviant & deviant, Changes changes, Entry const & entry);
-    void run(NaiveDeviant & root, bool isUndo);
+    void run(bool isUndo);
+    void runToLevel(Step const & s, bool isUndo);
     void requireIdle(char const * operation) const;
 
-    NaiveListener & fListener;
+    NaiveListeners fListeners;
     std::map<std::string, NaiveDeviant> fDeviants; ///< in the order of their names
     std::vector<Kind> fKinds;
     int fRegistrations = 0;

@@ -11,6 +11,13 @@ std::set<Kind> const kNamespaces{Kind::Package, Kind::Class, Kind::Association, 
 std::set<Kind> const kElements{Kind::Package,    Kind::Class,      Kind::Property,  Kind::Association,
                                Kind::Constraint, Kind::Expression, Kind::Operation, Kind::Comment};
 
+ValueRule text(char const * property) { return {property, {"", "a", "b", "c", "d"}, "", "", false, false}; }
+ValueRule flag(char const * property, char const * initial = "0") {
+    return {property, {"0", "1"}, initial, "", true, true};
+}
+ValueRule bound(char const * property) { return {property, {"0", "1", "2", "3"}, "1", "1", true, false}; }
+ValueRule literal(char const * property) { return {property, {"0", "1", "2", "3"}, "", "0", false, false}; }
+
 EndRule contains(char const * property, std::set<Kind> accepts, bool isMany = true) {
     return {property, isMany, Form::Contained, std::move(accepts), ""};
 }
@@ -29,9 +36,25 @@ EndRule const kComments = contains("ownedComment", {Kind::Comment});
 
 } // namespace
 
+std::vector<ValueRule> const & valuesOf(Kind kind) {
+    static std::map<Kind, std::vector<ValueRule>> const values{
+        {Kind::Model, {}},
+        {Kind::Package, {text("name"), text("uri"), literal("visibility")}},
+        {Kind::Class, {text("name"), flag("isAbstract"), literal("visibility")}},
+        {Kind::Property,
+         {text("name"), text("default"), flag("isReadOnly"), flag("isUnique", "1"), bound("lower"), bound("upper"),
+          literal("visibility")}},
+        {Kind::Association, {text("name"), flag("isDerived")}},
+        {Kind::Constraint, {text("name"), literal("visibility")}},
+        {Kind::Expression, {text("name")}},
+        {Kind::Operation, {text("name"), flag("isQuery")}},
+        {Kind::Comment, {text("body")}}};
+    return values.at(kind);
+}
+
 std::vector<EndRule> const & endsOf(Kind kind) {
     static std::map<Kind, std::vector<EndRule>> const ends{
-        {Kind::Model, {}},
+        {Kind::Model, {refers("unparented", kElements, true)}},
         {Kind::Package,
          {contains("packagedElement",
                    {Kind::Package, Kind::Class, Kind::Association, Kind::Constraint, Kind::Expression}),
@@ -67,30 +90,6 @@ EndRule const & endOf(Kind kind, std::string const & property) {
         }
     }
     throw std::logic_error("no end " + property);
-}
-
-std::vector<std::string> const & flagsOf(Kind kind) {
-    static std::map<Kind, std::vector<std::string>> flags{{Kind::Class, {"isAbstract"}},
-                                                          {Kind::Property, {"isReadOnly", "isUnique"}},
-                                                          {Kind::Association, {"isDerived"}},
-                                                          {Kind::Operation, {"isQuery"}}};
-    return flags[kind];
-}
-
-std::vector<std::string> const & textsOf(Kind kind) {
-    static std::map<Kind, std::vector<std::string>> texts{
-        {Kind::Package, {"name", "uri"}}, {Kind::Class, {"name"}},      {Kind::Property, {"name", "default"}},
-        {Kind::Association, {"name"}},    {Kind::Constraint, {"name"}}, {Kind::Expression, {"name"}},
-        {Kind::Operation, {"name"}},      {Kind::Comment, {"body"}}};
-    return texts[kind];
-}
-
-std::vector<std::string> const & numbersOf(Kind kind) {
-    static std::map<Kind, std::vector<std::string>> numbers{{Kind::Package, {"visibility"}},
-                                                            {Kind::Class, {"visibility"}},
-                                                            {Kind::Property, {"lower", "upper", "visibility"}},
-                                                            {Kind::Constraint, {"visibility"}}};
-    return numbers[kind];
 }
 
 } // namespace ZEL::oracle

@@ -39,16 +39,6 @@ std::string problemsOf(std::uint32_t seed, int steps, PhaseCounts & counts) {
     return problems;
 }
 
-void printCounts(PhaseCounts const & counts) {
-    for (auto const & [what, phases] : counts) {
-        std::printf("%-18s", ZEL::oracle::nameOf(what));
-        for (auto const & [phase, count] : phases) {
-            std::printf(" %s %d", phase.c_str(), count);
-        }
-        std::printf("\n");
-    }
-}
-
 /// What a process makes once, with the first model, is no leak.
 class RandomScript : public testing::Test {
 protected:
@@ -61,35 +51,39 @@ class RandomScriptLong : public RandomScript {};
 
 PhaseCounts runScripts(std::uint32_t firstSeed, int steps) {
     PhaseCounts counts;
-    for (std::uint32_t seed = firstSeed; steps > 0; ++seed, steps -= kStepsOfAModel) {
+    for (std::uint32_t seed = firstSeed; steps > 0 && !testing::Test::HasFailure(); ++seed, steps -= kStepsOfAModel) {
         std::string const problems = problemsOf(seed, std::min(steps, kStepsOfAModel), counts);
         EXPECT_TRUE(problems.empty()) << problems;
-        if (!problems.empty()) {
-            break;
-        }
     }
-    std::printf("seeds from %u\n", firstSeed);
-    printCounts(counts);
+    for (auto const & [what, phases] : counts) {
+        std::printf("%-18s", ZEL::oracle::nameOf(what));
+        for (auto const & [phase, count] : phases) {
+            std::printf(" %s %d", phase.c_str(), count);
+        }
+        std::printf("\n");
+    }
     return counts;
 }
 
 /// A script that has gone poor would hide what it no longer does.
 void expectEachOperationInItsPhases(PhaseCounts counts) {
-    for (What what = What::Create; what <= What::Destroy; what = static_cast<What>(static_cast<int>(what) + 1)) {
-        EXPECT_NE(0, counts[what]["transaction"]) << ZEL::oracle::nameOf(what);
-        EXPECT_NE(0, counts[what]["nested"]) << ZEL::oracle::nameOf(what);
-    }
-    for (What what = What::Begin; what <= What::Last; what = static_cast<What>(static_cast<int>(what) + 1)) {
-        EXPECT_NE(0, counts[what]["idle"]) << ZEL::oracle::nameOf(what);
-    }
-    for (What const what : {What::Listen, What::Unlisten}) {
-        for (char const * const phase : {"modifier", "validator", "observer"}) {
+    auto const expectMet = [&](What what, std::initializer_list<char const *> phases) {
+        for (char const * const phase : phases) {
             EXPECT_NE(0, counts[what][phase]) << ZEL::oracle::nameOf(what) << ' ' << phase;
         }
+    };
+    for (int i = 0; i <= static_cast<int>(What::Last); ++i) {
+        What const what = static_cast<What>(i);
+        if (what < What::Begin) {
+            expectMet(what, {"transaction", "nested"});
+        } else {
+            expectMet(what, {"idle"});
+        }
     }
-    EXPECT_NE(0, counts[What::DisableUndo]["transaction"]);
+    expectMet(What::Listen, {"modifier", "validator", "observer"});
+    expectMet(What::Unlisten, {"modifier", "validator", "observer"});
+    expectMet(What::DisableUndo, {"transaction", "modifier", "observer"});
     for (char const * const phase : {"modifier", "observer"}) {
-        EXPECT_NE(0, counts[What::DisableUndo][phase]) << phase;
         auto const hasMet = [phase](auto const & each) { return each.second.count(phase) != 0; };
         EXPECT_LE(8, std::count_if(counts.begin(), counts.end(), hasMet)) << phase;
     }
@@ -100,14 +94,5 @@ TEST_F(RandomScript, KernelShowsWhatTheNaiveModelShowsAfterEachStep) {
 }
 
 TEST_F(RandomScriptLong, KernelShowsWhatTheNaiveModelShowsAfterEachStep) { runScripts(1000, 400000); }
-
-// Seeds that have found a difference once.
-TEST_F(RandomScript, SeedsThatFailedOncePass) {
-    PhaseCounts counts;
-    for (std::uint32_t const seed : {7U, 25U, 1126U}) {
-        std::string const problems = problemsOf(seed, kStepsOfAModel, counts);
-        EXPECT_TRUE(problems.empty()) << problems;
-    }
-}
 
 } // namespace

@@ -1,84 +1,151 @@
+// How a random script runs, and what its problems look like.
+
 #include "Script.h"
 
-#include "Telling.h"
+#include <ZEL/Exception.h>
 
-#include <algorithm>
 #include <sstream>
 
 namespace ZEL::oracle {
 
 namespace {
 
-constexpr int kStepsTold = 40;
+constexpr std::size_t kStepsTold = 40;
 
-} // namespace
+struct Operation {
+    What what;
+    char const * name;
+    void (NaiveModel::*naive)(Step const &);
+    void (KernelModel::*kernel)(Step const &);
+};
 
-// --- what both sides do alike ------------------------------------------------------------------------------------------
+Operation const & operation(What what) {
+    using N = NaiveModel;
+    using K = KernelModel;
+    static constexpr Operation all[] = {
+        {What::Create, "create", &N::create, &K::create},
+        {What::SetValue, "set value", &N::setValue, &K::setValue},
+        {What::RemoveValue, "remove value", &N::removeValue, &K::removeValue},
+        {What::SetReference, "set reference", &N::setReference, &K::setReference},
+        {What::RemoveReference, "remove reference", &N::removeReference, &K::removeReference},
+        {What::Link, "link", &N::link, &K::link},
+        {What::Unlink, "unlink", &N::unlink, &K::unlink},
+        {What::AddBody, "add body", &N::addBody, &K::addBody},
+        {What::EraseBody, "erase body", &N::eraseBody, &K::eraseBody},
+        {What::SetContainer, "set container", &N::setContainer, &K::setContainer},
+        {What::RemoveContainer, "remove container", &N::removeContainer, &K::removeContainer},
+        {What::Destroy, "destroy", &N::destroy, &K::destroy},
+        {What::Begin, "begin", &N::begin, &K::begin},
+        {What::Commit, "commit", &N::commit, &K::commit},
+        {What::Cancel, "cancel", &N::cancel, &K::cancel},
+        {What::Undo, "undo", &N::undo, &K::undo},
+        {What::Redo, "redo", &N::redo, &K::redo},
+        {What::UndoToLevel, "undo to level", &N::undoToLevel, &K::undoToLevel},
+        {What::RedoToLevel, "redo to level", &N::redoToLevel, &K::redoToLevel},
+        {What::SetMaximum, "set maximum", &N::setMaximum, &K::setMaximum},
+        {What::DisableUndo, "disable undo", &N::disableUndo, &K::disableUndo},
+        {What::ClearUndo, "clear undo", &N::clearUndo, &K::clearUndo},
+        {What::ClearRedo, "clear redo", &N::clearRedo, &K::clearRedo},
+        {What::Sync, "sync", &N::sync, &K::sync},
+        {What::Assign, "assign", &N::assign, &K::assign},
+        {What::CreateDeviant, "create deviant", &N::createDeviant, &K::createDeviant},
+        {What::RemoveDeviant, "remove deviant", &N::removeDeviant, &K::removeDeviant},
+        {What::Listen, "listen", &N::listen, &K::listen},
+        {What::Unlisten, "unlisten", &N::unlisten, &K::unlisten},
+        {What::ReplaceForeign, "replace foreign", &N::replaceForeign, &K::replaceForeign},
+    };
+    return all[static_cast<std::size_t>(what)];
+}
 
-namespace {
-
-/// Steps on objects. False for all others.
-template <class Model> bool performOnObject(Model & model, Step const & s) {
-    switch (s.what) {
-    case What::Create:
-        model.create(s.deviant, s.kind);
-        return true;
-    case What::SetFlag:
-        model.setFlag(s.deviant, s.object, s.property, s.value != 0);
-        return true;
-    case What::SetText:
-        model.setText(s.deviant, s.object, s.property, s.text);
-        return true;
-    case What::RemoveText:
-        model.removeText(s.deviant, s.object, s.property);
-        return true;
-    case What::SetNumber:
-        model.setNumber(s.deviant, s.object, s.property, s.value);
-        return true;
-    case What::RemoveNumber:
-        model.removeNumber(s.deviant, s.object, s.property);
-        return true;
-    case What::SetReference:
-        model.setReference(s.deviant, s.object, s.property, static_cast<int>(s.value));
-        return true;
-    case What::RemoveReference:
-        model.removeReference(s.deviant, s.object, s.property);
-        return true;
-    case What::Link:
-        model.link(s.deviant, s.object, s.property, static_cast<int>(s.value), s.index != 0);
-        return true;
-    case What::Unlink:
-        model.unlink(s.deviant, s.object, s.property, s.index);
-        return true;
-    case What::AddBody:
-        model.addBody(s.deviant, s.object, s.index, s.text);
-        return true;
-    case What::EraseBody:
-        model.eraseBody(s.deviant, s.object, s.index);
-        return true;
-    case What::SetContainer:
-        model.setContainer(s.deviant, s.object, static_cast<int>(s.value));
-        return true;
-    case What::RemoveContainer:
-        model.removeContainer(s.deviant, s.object);
-        return true;
-    case What::Destroy:
-        model.destroy(s.deviant, s.object);
-        return true;
-    case What::CreateDeviant:
-        model.createDeviant(s.deviant);
-        return true;
-    case What::RemoveDeviant:
-        model.removeDeviant(s.deviant);
-        return true;
-    default:
-        return false;
+/// The text that the step raises; empty if it returns.
+template <class Model> std::string outcomeOf(Model & model, void (Model::*perform)(Step const &), Step const & step) {
+    try {
+        (model.*perform)(step);
+    } catch (Exception const & exception) {
+        return exception.GetMessageTxt();
+    } catch (std::exception const & exception) {
+        return exception.what();
     }
+    return std::string();
+}
+
+/// What a listener of the script throws, on both sides.
+struct ListenerFailure : std::runtime_error {
+    ListenerFailure() : std::runtime_error("listener failure") {}
+};
+
+// --- telling -----------------------------------------------------------------------------------------------------------
+
+std::string told(std::optional<State> const & state) {
+    if (!state) {
+        return " (absent)";
+    }
+    std::ostringstream out;
+    for (auto const & [property, value] : state->values) {
+        out << ' ' << property << "='" << value << '\'';
+    }
+    for (auto const & [property, end] : state->ends) {
+        out << ' ' << property << "=[";
+        for (int const value : end) {
+            out << '#' << value << ' ';
+        }
+        out << ']';
+    }
+    for (std::string const & line : state->body) {
+        out << " body='" << line << '\'';
+    }
+    out << " container=#" << state->container;
+    return out.str();
+}
+
+std::string told(std::set<int> const & numbers) {
+    std::ostringstream out;
+    for (int const number : numbers) {
+        out << '#' << number << ' ';
+    }
+    return out.str();
+}
+
+char const * told(Role role) {
+    static char const * const names[] = {"modifier", "validator", "observer", "leaver"};
+    return names[static_cast<std::size_t>(role)];
+}
+
+std::string told(Hearing const & hearing) {
+    std::ostringstream out;
+    out << told(hearing.role) << ' ' << hearing.listener << " of " << hearing.deviant << ", created "
+        << told(hearing.changes.created) << "deleted " << told(hearing.changes.deleted) << "modified "
+        << told(hearing.changes.modified);
+    return out.str();
+}
+
+std::string told(Step const & step) {
+    std::ostringstream out;
+    out << step.deviant << ": " << nameOf(step.what) << " #" << step.object << ' ' << step.property << " value "
+        << step.value << " index " << step.index << " '" << step.text << "' kind " << static_cast<int>(step.kind);
+    return out.str();
+}
+
+State withoutRiding(State state) {
+    for (EndRule const & rule : endsOf(state.kind)) {
+        if (rule.form == Form::Riding) {
+            state.ends.erase(rule.property);
+        }
+    }
+    return state;
 }
 
 } // namespace
 
-Script::Script(std::uint32_t seed) : fSeed(seed), fRandom(seed), fNaive(*this) {
+char const * nameOf(What what) { return operation(what).name; }
+
+// --- running -----------------------------------------------------------------------------------------------------------
+
+Script::Script(std::uint32_t seed)
+    : fSeed(seed),
+      fRandom(seed),
+      fNaive([this](Hearing const & hearing, Slots const & before) { return decide(hearing, before); }),
+      fKernel([this](Hearing const & hearing, Deviant view) { return repeat(hearing, view); }) {
     perform({.what = What::ReplaceForeign, .deviant = kRoot, .value = kFirstForeign});
     for (char const * const name : {"alpha", "bravo", "kilo", "tango"}) {
         perform({.what = What::CreateDeviant, .deviant = name});
@@ -90,46 +157,31 @@ Script::Script(std::uint32_t seed) : fSeed(seed), fRandom(seed), fNaive(*this) {
     }
 }
 
-Script::~Script() { unregisterAll(); }
-
 void Script::run(int steps) {
     for (int i = 0; i < steps && fProblems.empty(); ++i) {
         Step const step = nextStep();
         perform(step);
-        bool const isProtocol = step.what >= What::Begin && step.what != What::Begin;
-        compare(isProtocol || i % 8 == 0 || i + 1 == steps, step.deviant);
+        compare(step.what > What::Begin || i % 8 == 0 || i + 1 == steps, step.deviant);
     }
 }
 
 void Script::perform(Step const & step) {
-    count(step);
-    fLast.push_back(describe(step));
+    int const depth = step.what == What::CreateDeviant ? 0 : fNaive.deviant(step.deviant).depth;
+    ++fCounts[step.what][depth == 0 ? "idle" : depth == 1 ? "transaction" : "nested"];
+    fLast.push_back(told(step));
     if (fLast.size() > kStepsTold) {
         fLast.pop_front();
     }
     fIsJumping = step.what == What::UndoToLevel || step.what == What::RedoToLevel;
+    fFirstForeign = step.what == What::ReplaceForeign ? step.value : fFirstForeign;
     fTurns.clear();
     fNextTurn = 0;
-    std::string const expected = outcomeOf([&] { performOnNaive(step); });
-    std::string const given = outcomeOf([&] { performOnKernel(step); });
-    if (!expected.empty()) {
-        fLast.back() += " -> " + expected;
-    }
-    if (expected.empty() != given.empty() || given.find(expected) == std::string::npos) {
-        problem("outcome '" + given + "' in place of '" + expected + "'");
-    }
+    std::string const expected = outcomeOf(fNaive, operation(step.what).naive, step);
+    fLast.back() += expected.empty() ? "" : " -> " + expected;
+    compareOutcome(outcomeOf(fKernel, operation(step.what).kernel, step), expected);
     if (fNextTurn != fTurns.size()) {
         problem("a listener has not been called");
     }
-}
-
-void Script::count(Step const & step) {
-    std::string phase = fPhase;
-    if (phase.empty() && step.what != What::CreateDeviant) {
-        NaiveDeviant const & deviant = fNaive.deviant(step.deviant);
-        phase = deviant.depth == 0 ? "idle" : deviant.depth == 1 ? "transaction" : "nested";
-    }
-    ++fCounts[step.what][phase.empty() ? "idle" : phase];
 }
 
 void Script::problem(std::string const & text) {
@@ -142,128 +194,66 @@ void Script::problem(std::string const & text) {
     fProblems += text + '\n';
 }
 
-// --- the naive side ----------------------------------------------------------------------------------------------------
+// --- the turns of listeners ----------------------------------------------------------------------------------------------
 
-void Script::performOnNaive(Step const & s) {
-    if (performOnObject(fNaive, s)) {
-        return;
-    }
-    switch (s.what) {
-    case What::Begin:
-        fNaive.begin(s.deviant, s.text);
-        break;
-    case What::Commit:
-        fNaive.commit(s.deviant);
-        break;
-    case What::Cancel:
-        fNaive.cancel(s.deviant);
-        break;
-    case What::Undo:
-        fNaive.undo();
-        break;
-    case What::Redo:
-        fNaive.redo();
-        break;
-    case What::UndoToLevel:
-        fNaive.undoToLevel(static_cast<int>(s.value));
-        break;
-    case What::RedoToLevel:
-        fNaive.redoToLevel(static_cast<int>(s.value));
-        break;
-    case What::SetMaximum:
-        fNaive.setMaximum(static_cast<int>(s.value));
-        break;
-    case What::DisableUndo:
-        fNaive.disableUndo(s.deviant);
-        break;
-    case What::ClearUndo:
-        fNaive.clearUndo(s.deviant);
-        break;
-    case What::ClearRedo:
-        fNaive.clearRedo(s.deviant);
-        break;
-    case What::Listen:
-        fNaive.listen(s.deviant, static_cast<int>(s.value), static_cast<Role>(s.index));
-        break;
-    case What::Unlisten:
-        fNaive.unlisten(s.deviant, static_cast<int>(s.value), static_cast<Role>(s.index));
-        break;
-    case What::Sync:
-        fNaive.sync(s.deviant);
-        break;
-    case What::Assign:
-        fNaive.assign(s.deviant);
-        break;
-    default:
-        break; // the naive model knows nothing of other models
-    }
+void Script::take(Turn & turn, Step const & step) {
+    ++fCounts[step.what][told(turn.hearing.role)];
+    fLast.push_back(std::string("  (") + told(turn.hearing.role) + ' ' + std::to_string(turn.hearing.listener) + ") " +
+                    told(step));
+    turn.steps.emplace_back(step, outcomeOf(fNaive, operation(step.what).naive, step));
 }
 
-// --- the kernel's side ---------------------------------------------------------------------------------------------------
+bool Script::decide(Hearing const & hearing, Slots const & before) {
+    Turn & turn = fTurns.emplace_back(Turn{hearing, before});
+    while (chance(15)) {
+        take(turn, nextOnListeners(hearing.deviant)); // the one whose turn it is comes and goes, too
+    }
+    turn.throws = hearing.role != Role::Leaver && chance(5);
+    if (turn.throws) {
+        throw ListenerFailure();
+    }
+    if (hearing.role == Role::Modifier) {
+        modify(turn);
+    } else if (hearing.role == Role::Observer) {
+        observe(turn);
+    }
+    turn.isRefused = hearing.role == Role::Validator && chance(12);
+    return !turn.isRefused;
+}
 
-void Script::performOnKernel(Step const & s) {
-    if (s.what == What::RemoveDeviant) {
-        // The kernel deletes the holders; the listener itself goes only if the deviant went.
-        fKernel.removeDeviant(s.deviant);
-        fListeners.erase(s.deviant);
-        return;
+bool Script::repeat(Hearing const & hearing, Deviant view) {
+    if (fNextTurn == fTurns.size()) {
+        problem("called and should not be: " + told(hearing));
+        return true;
     }
-    if (performOnObject(fKernel, s)) {
-        return;
+    Turn const & turn = fTurns[fNextTurn++];
+    if (hearing != turn.hearing) {
+        problem(told(hearing) + "\n    in place of " + told(turn.hearing));
+        return true;
     }
-    Deviant const deviant = fKernel.deviant(s.deviant);
-    switch (s.what) {
-    case What::Begin:
-        deviant.beginTransaction(s.text);
-        break;
-    case What::Commit:
-        deviant.commitTransaction();
-        break;
-    case What::Cancel:
-        deviant.cancelTransaction();
-        break;
-    case What::Undo:
-        deviant.undo();
-        break;
-    case What::Redo:
-        deviant.redo();
-        break;
-    case What::UndoToLevel:
-        deviant.undoToChangeLevel(static_cast<int>(s.value));
-        break;
-    case What::RedoToLevel:
-        deviant.redoToChangeLevel(static_cast<int>(s.value));
-        break;
-    case What::SetMaximum:
-        deviant.setMaximumUndoStackLength(static_cast<int>(s.value));
-        break;
-    case What::DisableUndo:
-        deviant.disableUndo();
-        break;
-    case What::ClearUndo:
-        deviant.clearUndoStack();
-        break;
-    case What::ClearRedo:
-        deviant.clearRedoStack();
-        break;
-    case What::Sync:
-        deviant.syncFromRoot();
-        break;
-    case What::Assign:
-        deviant.assignToRoot();
-        break;
-    case What::Listen:
-    case What::Unlisten:
-        performOnListener(s);
-        break;
-    default:
-        fFirstForeign = static_cast<int>(s.value);
-        fKernel.replaceForeign(fFirstForeign);
-        break;
+    for (auto const & [object, slot] : turn.before) {
+        std::optional<State> const seen = fKernel.observed(view, object, fNaive.kindOf(object));
+        if (slot.says == Slot::Present && (!seen || withoutRiding(*seen) != slot.state)) {
+            problem(told(hearing) + " sees before #" + std::to_string(object) + told(seen) + "\n    in place of" +
+                    told(slot.state));
+        }
     }
+    for (auto const & [step, expected] : turn.steps) {
+        compareOutcome(outcomeOf(fKernel, operation(step.what).kernel, step), expected);
+    }
+    if (turn.throws) {
+        throw ListenerFailure();
+    }
+    return !turn.isRefused;
 }
 
 // --- comparing -----------------------------------------------------------------------------------------------------------
+
+void Script::compareOutcome(std::string const & given, std::string const & expected) {
+    if (expected.empty() != given.empty() || given.find(expected) == std::string::npos) {
+        problem("outcome '" + given + "' in place of '" + expected + "'");
+    }
+}
 
 void Script::compare(bool everything, std::string const & changed) {
     for (auto const & [name, expected] : fNaive.deviants()) {
@@ -298,11 +288,7 @@ void Script::compareProtocol(NaiveDeviant const & expected) {
         differs("level", undo >= 0 ? given.getUndoChangeLevelAt(undo) : given.getRedoChangeLevelAt(redo), entry.level);
     }
     if (!expected.isRoot) {
-        std::set<int> const is = fKernel.deviating(expected.name);
-        std::set<int> const shouldBe = fNaive.deviating(expected.name);
-        if (is != shouldBe) {
-            problem(expected.name + " deviates in " + told(is) + "in place of " + told(shouldBe));
-        }
+        differs("deviating", told(fKernel.deviating(expected.name)), told(fNaive.deviating(expected.name)));
     }
 }
 

@@ -3,6 +3,8 @@
 #include "Script.h"
 
 #include <algorithm>
+#include <iterator>
+#include <numeric>
 
 namespace ZEL::oracle {
 
@@ -10,115 +12,176 @@ namespace {
 
 constexpr int kMostObjects = 160; ///< of a script, the dead ones too
 constexpr int kMostAlive = 30;    ///< in one deviant
+constexpr std::size_t kMostTurns = 12;
 
 std::vector<Kind> const kKinds{Kind::Package,     Kind::Class,      Kind::Class,      Kind::Property,  Kind::Property,
                                Kind::Association, Kind::Constraint, Kind::Expression, Kind::Operation, Kind::Comment};
-std::vector<std::string> const kTexts{"", "a", "b", "c", "d"};
+std::vector<std::string> const kLines{"", "a", "b", "c", "d"};
 
 } // namespace
+
+int Script::choose(std::initializer_list<int> shares) {
+    int rest = below(std::accumulate(shares.begin(), shares.end(), 0));
+    int place = 0;
+    for (int const share : shares) {
+        rest -= share;
+        place += rest < 0 ? 0 : 1;
+    }
+    return place;
+}
 
 Step Script::nextStep() {
     std::vector<std::string> names{kRoot, kRoot};
     for (auto const & [name, deviant] : fNaive.deviants()) {
-        names.push_back(name);
-        if (deviant.depth > 0) {
-            names.insert(names.end(), 3, name);
-        }
+        names.insert(names.end(), deviant.depth > 0 ? 4 : 1, name);
     }
     std::string const name = any(names);
     return fNaive.deviant(name).depth == 0 ? nextInIdle(name) : nextInTransaction(name);
 }
 
 Step Script::nextInIdle(std::string const & name) {
-    int const choice = below(100);
-    if (choice < (name == kRoot ? 25 : 80)) {
+    static std::vector<std::string> const more{"echo", "sierra", "zulu"};
+    bool const isRoot = name == kRoot;
+    std::string const other = any(more);
+    switch (choose({isRoot ? 25 : 80, isRoot ? 55 : 0, 3, 2, 1, 1, 3, 2, isRoot ? 0 : 2, isRoot ? 0 : 2, 6})) {
+    case 0:
         return {.what = What::Begin, .deviant = name, .text = "begun " + std::to_string(below(1000))};
-    }
-    if (choice < 80 && name == kRoot) {
+    case 1:
         return nextOnHistory();
-    }
-    if (choice >= 80 && choice < 83) {
-        static std::vector<std::string> const more{"echo", "sierra", "zulu"};
-        std::string const other = any(more);
+    case 2:
         return {.what = fNaive.deviants().count(other) == 0 ? What::CreateDeviant : What::RemoveDeviant,
                 .deviant = other};
-    }
-    if (choice < 85) {
+    case 3:
         return nextOnListeners(name);
+    case 4:
+        return {.what = What::ReplaceForeign, .deviant = kRoot, .value = fFirstForeign + 10};
+    case 5:
+        return nextOnStack(name);
+    case 6:
+        return {.what = What::Cancel, .deviant = name};
+    case 7:
+        return {.what = What::Commit, .deviant = name};
+    case 8:
+        return {.what = What::Sync, .deviant = name};
+    case 9:
+        return {.what = What::Assign, .deviant = name};
+    default:
+        return nextWrite(name); // refused, unless nothing changes
     }
-    if (choice < 87) {
-        return chance(70) ? Step{.what = What::ReplaceForeign, .deviant = kRoot, .value = fFirstForeign + 10}
-                          : nextOnStack(name);
+}
+
+Step Script::nextInTransaction(std::string const & name) {
+    std::vector<std::string> others;
+    for (auto const & [other, deviant] : fNaive.deviants()) {
+        if (!deviant.isRoot) {
+            others.push_back(other);
+        }
     }
-    if (choice < 92) {
-        return {.what = chance(50) ? What::Cancel : What::Commit, .deviant = name};
+    bool const isRoot = name == kRoot;
+    int const begins = fNaive.deviant(name).depth < 4 ? 20 : 0;
+    switch (choose({100, 20, begins, 8, 8, 45, isRoot ? 0 : 4, 6, 5, 780})) {
+    case 0:
+        return {.what = What::Commit, .deviant = name};
+    case 1:
+        return {.what = What::Cancel, .deviant = name};
+    case 2:
+        return {.what = What::Begin, .deviant = name, .text = "nested"};
+    case 3:
+        return {.what = What::Undo, .deviant = kRoot};
+    case 4:
+        return {.what = What::Redo, .deviant = kRoot};
+    case 5:
+        return {.what = isRoot ? What::Assign : What::Sync, .deviant = isRoot ? any(others) : name};
+    case 6:
+        return {.what = What::RemoveDeviant, .deviant = name}; // refused within a transaction
+    case 7:
+        return nextOnStack(name);
+    case 8:
+        return nextOnListeners(name);
+    default:
+        return nextWrite(name);
     }
-    if (choice < 95 && name != kRoot) {
-        return {.what = chance(50) ? What::Sync : What::Assign, .deviant = name};
-    }
-    return nextWrite(name); // refused, unless nothing changes
 }
 
 // On a deviant beside the root there is no way back from a disabled undo.
 Step Script::nextOnStack(std::string const & name) {
-    int const choice = below(100);
-    return {.what = choice < 40 ? What::ClearUndo : choice < 80 ? What::ClearRedo : What::DisableUndo, .deviant = name};
+    std::vector<What> const endings{What::ClearUndo, What::ClearUndo, What::ClearRedo, What::ClearRedo,
+                                    What::DisableUndo};
+    return {.what = any(endings), .deviant = name};
 }
 
 Step Script::nextOnHistory() {
     NaiveDeviant const & root = fNaive.deviant(kRoot);
-    int const choice = root.maximum == 0 ? 60 + below(40) : below(100);
-    if (choice < 35) {
+    int const runs = root.maximum == 0 ? 0 : 35;
+    bool const isAnyLevel = root.stack.empty() || chance(10);
+    int const level = isAnyLevel
+                          ? below(root.highestLevel + 2)
+                          : root.stack[static_cast<std::size_t>(below(static_cast<int>(root.stack.size())))]->level;
+    switch (choose({runs, runs, 15, 15, 5})) {
+    case 0:
         return {.what = What::Undo, .deviant = kRoot};
-    }
-    if (choice < 65) {
+    case 1:
         return {.what = What::Redo, .deviant = kRoot};
+    case 2:
+        return {.what = What::UndoToLevel, .deviant = kRoot, .value = level};
+    case 3:
+        return {.what = What::RedoToLevel, .deviant = kRoot, .value = level};
+    default:
+        int const maximum = root.maximum > 0 && chance(20) ? -below(2) : chance(10) ? 50 : 3 + below(12);
+        return {.what = What::SetMaximum, .deviant = kRoot, .value = maximum};
     }
-    if (choice < 95) {
-        long long const level =
-            root.stack.empty() || chance(10)
-                ? below(root.highestLevel + 2)
-                : root.stack[static_cast<std::size_t>(below(static_cast<int>(root.stack.size())))]->level;
-        return {.what = chance(50) ? What::UndoToLevel : What::RedoToLevel, .deviant = kRoot, .value = level};
-    }
-    long long const maximum = root.maximum > 0 && chance(20) ? -below(2) : chance(10) ? 50 : 3 + below(12);
-    return {.what = What::SetMaximum, .deviant = kRoot, .value = maximum};
 }
 
-Step Script::nextInTransaction(std::string const & name) {
-    int const choice = below(1000);
-    if (choice < 100) {
-        return {.what = What::Commit, .deviant = name};
+Step Script::nextOnListeners(std::string const & name) {
+    return {.what = chance(60) ? What::Listen : What::Unlisten,
+            .deviant = name,
+            .value = below(kListeners),
+            .index = below(static_cast<int>(std::size(kRoles)))};
+}
+
+// --- listeners ---------------------------------------------------------------------------------------------------------
+
+void Script::modify(Turn & turn) {
+    std::string const & name = turn.hearing.deviant;
+    switch (choose({25, 3, 3, 2, 67})) {
+    case 0:
+        take(turn, nextWrite(name));
+        take(turn, nextWrite(name));
+        break;
+    case 1:
+        take(turn, {.what = What::Cancel, .deviant = name});
+        break;
+    case 2:
+        take(turn, {.what = What::Begin, .deviant = name, .text = "left open"});
+        break;
+    case 3:
+        take(turn, {.what = What::DisableUndo, .deviant = name});
+        break;
+    default:
+        break;
     }
-    if (choice < 120) {
-        return {.what = What::Cancel, .deviant = name};
+}
+
+void Script::observe(Turn & turn) {
+    std::string const & name = turn.hearing.deviant;
+    if (fIsJumping || fTurns.size() >= kMostTurns) {
+        return;
     }
-    if (choice < 140 && fNaive.deviant(name).depth < 4) {
-        return {.what = What::Begin, .deviant = name, .text = "nested"};
+    switch (choose({12, name == kRoot ? 4 : 0, 3, 75})) {
+    case 0:
+        take(turn, {.what = What::Begin, .deviant = name, .text = "by an observer"});
+        take(turn, nextWrite(name));
+        take(turn, {.what = chance(80) ? What::Commit : What::Cancel, .deviant = name});
+        break;
+    case 1:
+        take(turn, {.what = chance(50) ? What::Undo : What::Redo, .deviant = kRoot});
+        break;
+    case 2:
+        take(turn, nextOnStack(name));
+        break;
+    default:
+        break;
     }
-    if (choice < 155) {
-        return {.what = chance(50) ? What::Undo : What::Redo, .deviant = kRoot};
-    }
-    if (choice < 200) {
-        std::vector<std::string> others;
-        for (auto const & [other, deviant] : fNaive.deviants()) {
-            if (!deviant.isRoot) {
-                others.push_back(other);
-            }
-        }
-        return name == kRoot ? Step{.what = What::Assign, .deviant = any(others)}
-                             : Step{.what = What::Sync, .deviant = name};
-    }
-    if (choice < 204 && name != kRoot) {
-        return {.what = What::RemoveDeviant, .deviant = name}; // refused within a transaction
-    }
-    if (choice < 210) {
-        return nextOnStack(name);
-    }
-    if (choice < 215) {
-        return nextOnListeners(name);
-    }
-    return nextWrite(name);
 }
 
 // --- writes ------------------------------------------------------------------------------------------------------------
@@ -137,12 +200,8 @@ Step Script::nextWrite(std::string const & name) {
     }
     // An object that may be there or not.
     for (int object = fNaive.numberOfObjects() - 1; object > kModel; --object) {
-        if (!textsOf(fNaive.kindOf(object)).empty() && chance(20)) {
-            return {.what = What::SetText,
-                    .deviant = name,
-                    .object = object,
-                    .property = textsOf(fNaive.kindOf(object)).front(),
-                    .text = any(kTexts)};
+        if (chance(20)) {
+            return anyValue(name, object);
         }
     }
     return {.what = What::Begin, .deviant = name, .text = "nothing to write"};
@@ -150,141 +209,82 @@ Step Script::nextWrite(std::string const & name) {
 
 std::optional<Step> Script::tryWrite(std::string const & name, std::vector<int> const & objects) {
     int const object = any(objects);
-    int const choice = below(100);
-    if (choice < 35) {
-        return tryValue(name, object);
+    int const choice = choose({35, 47, 11, 7});
+    if (choice == 0) {
+        return anyValue(name, object);
     }
     bool const isOpen = fNaive.deviant(name).depth > 0;
     if (!isOpen || !isAnchored(name, object)) {
         return std::nullopt;
     }
-    if (choice < 55) {
-        return tryReference(name, object, objects);
+    if (choice == 1) {
+        return tryEnd(name, object, objects);
     }
-    if (choice < 82) {
-        return tryList(name, object, objects);
-    }
-    if (choice < 93) {
+    if (choice == 2) {
         return tryContainer(name, object, objects);
     }
-    if (choice < 97 || objects.size() + 5 > kMostAlive) {
+    if (chance(60) || objects.size() + 5 > kMostAlive) {
         return Step{.what = What::Destroy, .deviant = name, .object = object};
     }
     return std::nullopt;
 }
 
-std::optional<Step> Script::tryValue(std::string const & name, int object) {
+Step Script::anyValue(std::string const & name, int object) {
     Kind const kind = fNaive.kindOf(object);
-    Step step{.deviant = name, .object = object};
-    std::vector<std::string> const & flags = flagsOf(kind);
-    std::vector<std::string> const & texts = textsOf(kind);
-    std::vector<std::string> const & numbers = numbersOf(kind);
-    switch (kind == Kind::Expression && chance(60) ? 3 : below(4)) {
-    case 0:
-        if (flags.empty()) {
-            return std::nullopt;
-        }
-        step.what = What::SetFlag;
-        step.property = any(flags);
-        step.value = below(2);
-        return step;
-    case 1:
-        if (texts.empty()) {
-            return std::nullopt;
-        }
-        step.what = chance(80) ? What::SetText : What::RemoveText;
-        step.property = any(texts);
-        step.text = any(kTexts);
-        return step;
-    case 2:
-        if (numbers.empty()) {
-            return std::nullopt;
-        }
-        step.what = chance(75) ? What::SetNumber : What::RemoveNumber;
-        step.property = any(numbers);
-        step.value = below(4);
-        return step;
-    default:
-        if (kind != Kind::Expression) {
-            return std::nullopt;
-        }
+    if (kind == Kind::Expression && fNaive.isValid(name, object) && chance(70)) {
         int const size = static_cast<int>(fNaive.read(name, object).body.size());
-        step.what = size > 0 && chance(40) ? What::EraseBody : What::AddBody;
-        step.index = below(step.what == What::AddBody ? size + 1 : size);
-        step.text = any(kTexts);
-        return step;
-    }
-}
-
-std::optional<Step> Script::tryReference(std::string const & name, int object, std::vector<int> const & objects) {
-    std::vector<EndRule> rules = endsOf(fNaive.kindOf(object));
-    std::erase_if(rules, [](EndRule const & rule) { return rule.isMany; });
-    if (rules.empty()) {
-        return std::nullopt;
-    }
-    EndRule const & rule = any(rules);
-    State const state = *fNaive.observed(name, object);
-    auto const present = state.references.find(rule.property);
-    bool const isSet = present != state.references.end();
-    if (isSet && rule.form != Form::OneEnded && !isSound(name, present->second)) {
-        return std::nullopt;
-    }
-    if (chance(25)) {
-        if (rule.form == Form::Riding && !isSet && state.container != kNothing) {
-            return std::nullopt; // contained by another kind of owner
-        }
-        return Step{.what = What::RemoveReference, .deviant = name, .object = object, .property = rule.property};
-    }
-    std::vector<int> values = ofKinds(objects, rule.accepts);
-    bool const isForeign = rule.form == Form::OneEnded && chance(25);
-    if (isForeign) {
-        values = foreignOf(rule.accepts);
-    }
-    if (values.empty()) {
-        return std::nullopt;
-    }
-    int const value = any(values);
-    if (!isForeign && !isSound(name, value)) {
-        return std::nullopt;
-    }
-    return Step{
-        .what = What::SetReference, .deviant = name, .object = object, .property = rule.property, .value = value};
-}
-
-std::optional<Step> Script::tryList(std::string const & name, int object, std::vector<int> const & objects) {
-    std::vector<EndRule> rules = endsOf(fNaive.kindOf(object));
-    std::erase_if(rules, [](EndRule const & rule) { return !rule.isMany; });
-    if (rules.empty()) {
-        return std::nullopt;
-    }
-    EndRule const & rule = any(rules);
-    std::vector<int> const & list = fNaive.read(name, object).lists.at(rule.property);
-    if (!list.empty() && chance(30)) {
-        int const index = below(static_cast<int>(list.size()));
-        int const value = list[static_cast<std::size_t>(index)];
-        if (rule.form != Form::OneEnded && !isSound(name, value)) {
-            return std::nullopt;
-        }
-        return Step{.what = What::Unlink, .deviant = name, .object = object, .property = rule.property, .index = index};
-    }
-    std::vector<int> values = ofKinds(objects, rule.accepts);
-    bool const isForeign = rule.form == Form::OneEnded && chance(25);
-    if (isForeign) {
-        values = foreignOf(rule.accepts);
-    }
-    if (values.empty()) {
-        return std::nullopt;
-    }
-    int const value = any(values);
-    if ((!isForeign && !isSound(name, value)) || (value == object && rule.form == Form::Linked)) {
-        return std::nullopt;
-    }
-    return Step{.what = What::Link,
+        bool const isErased = size > 0 && chance(40);
+        return {.what = isErased ? What::EraseBody : What::AddBody,
                 .deviant = name,
                 .object = object,
-                .property = rule.property,
-                .value = value,
-                .index = chance(30) ? 1 : 0};
+                .index = below(isErased ? size : size + 1),
+                .text = any(kLines)};
+    }
+    ValueRule const & rule = any(valuesOf(kind));
+    return {.what = !rule.isRequired && chance(20) ? What::RemoveValue : What::SetValue,
+            .deviant = name,
+            .object = object,
+            .property = rule.property,
+            .text = any(rule.choices)};
+}
+
+std::optional<Step> Script::tryEnd(std::string const & name, int object, std::vector<int> const & objects) {
+    EndRule const & rule = any(endsOf(fNaive.kindOf(object)));
+    State const state = *fNaive.observed(name, object);
+    std::vector<int> const & present = state.ends.at(rule.property);
+    bool const isOneEnded = rule.form == Form::OneEnded;
+    Step step{.deviant = name, .object = object, .property = rule.property};
+    bool const isErased = chance(27) && (!rule.isMany || !present.empty());
+    if (rule.isMany && isErased) {
+        step.index = below(static_cast<int>(present.size()));
+    }
+    bool const isReplaced = !present.empty() && (isErased || !rule.isMany);
+    if (isReplaced && !isOneEnded && !isSound(name, present[static_cast<std::size_t>(step.index)])) {
+        return std::nullopt;
+    }
+    if (isErased) {
+        bool const hasOtherOwner = rule.form == Form::Riding && present.empty() && state.container != kNothing;
+        step.what = rule.isMany ? What::Unlink : What::RemoveReference;
+        return hasOtherOwner ? std::nullopt : std::optional<Step>(step);
+    }
+    std::vector<int> values;
+    bool const isForeign = isOneEnded && chance(25);
+    if (isForeign) {
+        for (int i = 0; i < static_cast<int>(std::size(kForeignKinds)); ++i) {
+            values.insert(values.end(), rule.accepts.count(kForeignKinds[i]), fFirstForeign + i);
+        }
+    } else {
+        std::copy_if(objects.begin(), objects.end(), std::back_inserter(values),
+                     [&](int value) { return rule.accepts.count(fNaive.kindOf(value)) != 0; });
+    }
+    if (values.empty()) {
+        return std::nullopt;
+    }
+    step.what = rule.isMany ? What::Link : What::SetReference;
+    step.value = any(values);
+    step.index = rule.isMany && chance(30) ? 1 : 0;
+    bool const isFit = isForeign || (isSound(name, step.value) && (rule.form != Form::Linked || step.value != object));
+    return isFit ? std::optional<Step>(step) : std::nullopt;
 }
 
 std::optional<Step> Script::tryContainer(std::string const & name, int object, std::vector<int> const & objects) {
@@ -295,37 +295,17 @@ std::optional<Step> Script::tryContainer(std::string const & name, int object, s
     if (!isSound(name, container)) {
         return std::nullopt;
     }
+    Step const step{.what = What::SetContainer, .deviant = name, .object = object, .value = container};
     State const & state = fNaive.read(name, container);
     for (EndRule const & rule : endsOf(state.kind)) {
-        if (rule.form != Form::Contained || rule.accepts.count(fNaive.kindOf(object)) == 0) {
-            continue;
+        if (rule.form == Form::Contained && rule.accepts.count(fNaive.kindOf(object)) != 0) {
+            std::vector<int> const & present = state.ends.at(rule.property);
+            bool const isFit = rule.isMany || present.empty() || isSound(name, present.front());
+            return isFit ? std::optional<Step>(step) : std::nullopt;
         }
-        auto const displaced = state.references.find(rule.property);
-        if (displaced != state.references.end() && !isSound(name, displaced->second)) {
-            return std::nullopt;
-        }
-        return Step{.what = What::SetContainer, .deviant = name, .object = object, .value = container};
     }
-    bool const isRefusedForItsKindOnly = chance(10) && container != object && fNaive.owners(name, container).empty();
-    if (!isRefusedForItsKindOnly) {
-        return std::nullopt;
-    }
-    return Step{.what = What::SetContainer, .deviant = name, .object = object, .value = container};
-}
-
-// --- what to choose from -------------------------------------------------------------------------------------------------
-
-// One of each kind, as the kernel's side makes them.
-std::vector<int> Script::foreignOf(std::set<Kind> const & kinds) const {
-    std::vector<int> result;
-    int number = fFirstForeign;
-    for (Kind const kind : {Kind::Class, Kind::Property, Kind::Comment}) {
-        if (kinds.count(kind) != 0) {
-            result.push_back(number);
-        }
-        ++number;
-    }
-    return result;
+    bool const isRefusedForItsKindOnly = container != object && fNaive.owners(name, container).empty();
+    return isRefusedForItsKindOnly && chance(10) ? std::optional<Step>(step) : std::nullopt;
 }
 
 std::vector<int> Script::validIn(std::string const & name) const {
@@ -335,12 +315,6 @@ std::vector<int> Script::validIn(std::string const & name) const {
             result.push_back(object);
         }
     }
-    return result;
-}
-
-std::vector<int> Script::ofKinds(std::vector<int> const & objects, std::set<Kind> const & kinds) const {
-    std::vector<int> result = objects;
-    std::erase_if(result, [&](int object) { return kinds.count(fNaive.kindOf(object)) == 0; });
     return result;
 }
 

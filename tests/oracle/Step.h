@@ -1,0 +1,66 @@
+#pragma once
+
+#include <string>
+
+namespace ZEL::oracle {
+
+enum class Kind { Model, Package, Class, Property, Association, Constraint, Expression, Operation, Comment };
+
+constexpr int kNothing = -1; ///< no object
+constexpr int kModel = 0;    ///< the number of the model itself
+/// Objects of another model have numbers from here on. They are referred to by ends that nothing else hangs on, and
+/// never looked at.
+constexpr int kFirstForeign = 1'000'000;
+inline constexpr Kind kForeignKinds[] = {Kind::Class, Kind::Property, Kind::Comment}; ///< one of each
+
+inline char const * const kRoot = "root deviant";
+
+enum class What {
+    // On objects, within transactions.
+    Create,
+    SetValue,
+    RemoveValue,
+    SetReference,
+    RemoveReference,
+    Link,
+    Unlink,
+    AddBody,
+    EraseBody,
+    SetContainer,
+    RemoveContainer,
+    Destroy,
+    // On deviants.
+    Begin,
+    Commit,
+    Cancel,
+    Undo,
+    Redo,
+    UndoToLevel,
+    RedoToLevel,
+    SetMaximum,
+    DisableUndo,
+    ClearUndo,
+    ClearRedo,
+    Sync,
+    Assign,
+    CreateDeviant,
+    RemoveDeviant,
+    Listen, ///< the listener `value`, in the role `index`
+    Unlisten,
+    ReplaceForeign, ///< the other model, by one whose objects are numbered from `value` on
+    Last = ReplaceForeign
+};
+
+/// One operation with its arguments, of those that it has.
+struct Step {
+    What what = What::Begin;
+    std::string deviant{};
+    int object = kNothing;
+    std::string property{};
+    int value = 0; ///< an object, a level, a length or a listener
+    int index = 0; ///< in a list; of an end, whether it goes to the front
+    std::string text{};
+    Kind kind = Kind::Package;
+};
+
+} // namespace ZEL::oracle

@@ -96,12 +96,6 @@ void PartDeviantImpl::setNext(ZEL::Deviant, Part const & value) {
 
 Part PartDeviantImpl::getNext(ZEL::Deviant deviant) const { return Part(fields.next, deviant); }
 
-ZEL::Sequence<Part> PartDeviantImpl::getPrevioussWithoutAssociation(ZEL::Deviant deviant) const {
-    return ZEL::internal::stateSequence<Part>(*this, deviant, NSInterface::PartIntf::previousField());
-}
-
-ZEL::internal::PersistentSequence & PartDeviantImpl::internal_previousField() { return fields.previous; }
-
 ZEL::Sequence<ZEL::NamedElement> PartDeviantImpl::getMakersWithoutAssociation(ZEL::Deviant deviant) const {
     return ZEL::internal::stateSequence<ZEL::NamedElement>(*this, deviant, NSInterface::PartIntf::makerField());
 }

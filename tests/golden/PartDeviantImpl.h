@@ -15,7 +15,6 @@ struct PartFields {
     std::int32_t size = 1;
     ZEL::internal::PersistentSequence part;
     NSInterface::PartIntf * next = nullptr;
-    ZEL::internal::PersistentSequence previous;
     ZEL::internal::PersistentSequence maker;
     ZEL::internal::PersistentTextSequence note;
     bool isRound : 1 = true;
@@ -58,9 +57,6 @@ public:
     void removeNext(ZEL::Deviant deviant) override;
     void setNext(ZEL::Deviant deviant, Part const & value) override;
     [[nodiscard]] Part getNext(ZEL::Deviant deviant) const override;
-
-    [[nodiscard]] ZEL::Sequence<Part> getPrevioussWithoutAssociation(ZEL::Deviant deviant) const override;
-    [[nodiscard]] ZEL::internal::PersistentSequence & internal_previousField() override;
 
     [[nodiscard]] ZEL::Sequence<ZEL::NamedElement> getMakersWithoutAssociation(ZEL::Deviant deviant) const override;
     [[nodiscard]] ZEL::internal::PersistentSequence & internal_makerField() override;

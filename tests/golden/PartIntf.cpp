@@ -147,31 +147,6 @@ void PartIntf::setOnlyNext(ZEL::Deviant deviant, Part const & value) {
     ZEL::internal::writeStateOf<PartIntf>(*this, deviant).setNext(deviant, value);
 }
 
-ZEL::Sequence<Part> PartIntf::getPreviouss(ZEL::Deviant deviant) const {
-    return ZEL::internal::associationView<Part>(*this, deviant, previousProperty(),
-        getPrevioussWithoutAssociation(deviant));
-}
-
-ZEL::Sequence<Part> PartIntf::getPrevioussWithoutAssociation(ZEL::Deviant deviant) const {
-    return ZEL::internal::storedSequence<Part>(*this, deviant, previousField());
-}
-
-ZEL::internal::PersistentSequence & PartIntf::internal_previousField() { ZEL::raiseAnInternalError(); }
-
-ZEL::Generic::SequenceField const & PartIntf::previousField() noexcept {
-    static constexpr auto field = ZEL::Generic::SequenceField::ofBodies(
-        "machine.Part", &PartIntf::classInfo,
-        [](ZEL::NSInterface::ClassObjectIntf const * object,
-            ZEL::Deviant deviant) -> ZEL::internal::PersistentSequence const & {
-            return ZEL::internal::readStateOf<PartIntf>(*object, deviant).internal_previousField();
-        },
-        [](ZEL::NSInterface::ClassObjectIntf const * object,
-            ZEL::Deviant deviant) -> ZEL::internal::PersistentSequence & {
-            return ZEL::internal::writeStateOf<PartIntf>(*object, deviant).internal_previousField();
-        });
-    return field;
-}
-
 ZEL::Sequence<ZEL::NamedElement> PartIntf::getMakers(ZEL::Deviant deviant) const {
     return getMakersWithoutAssociation(deviant);
 }
@@ -228,12 +203,8 @@ ZEL::Generic::SequenceField const & PartIntf::noteField() noexcept {
     return field;
 }
 
-ZEL::Sequence<Part> PartIntf::allParts(ZEL::Deviant, ZEL::Sequence<Part> const &) const {
-    ZEL::raiseUnimplemented("The Part.allParts operation is not yet implemented!");
-}
-
-void PartIntf::polish(ZEL::Deviant) {
-    ZEL::raiseUnimplemented("The Part.polish operation is not yet implemented!");
+Part PartIntf::getPart(ZEL::Deviant, ZEL::String const &) {
+    ZEL::raiseUnimplemented("The Part.getPart operation is not yet implemented!");
 }
 
 } // namespace machine::NSInterface

@@ -66,14 +66,6 @@ public:
     virtual void setOnlyNext(ZEL::Deviant deviant, Part const & value);
     [[nodiscard]] static ZEL::internal::PropertyDescriptor const & nextProperty() noexcept;
 
-    // previous: Part [0..*]
-    [[nodiscard]] virtual ZEL::Sequence<Part> getPreviouss(ZEL::Deviant deviant) const;
-    [[nodiscard]] virtual ZEL::Sequence<Part> getPrevioussWithoutAssociation(ZEL::Deviant deviant) const;
-    /// The field; of states alone.
-    [[nodiscard]] virtual ZEL::internal::PersistentSequence & internal_previousField();
-    [[nodiscard]] static ZEL::Generic::SequenceField const & previousField() noexcept;
-    [[nodiscard]] static ZEL::internal::PropertyDescriptor const & previousProperty() noexcept;
-
     // maker: NamedElement [0..*]
     [[nodiscard]] virtual ZEL::Sequence<ZEL::NamedElement> getMakers(ZEL::Deviant deviant) const;
     [[nodiscard]] virtual ZEL::Sequence<ZEL::NamedElement> getMakersWithoutAssociation(ZEL::Deviant deviant) const;
@@ -94,9 +86,6 @@ public:
     [[nodiscard]] static ZEL::internal::PropertyDescriptor const & noteProperty() noexcept;
 
     [[nodiscard]] virtual Part getPart(ZEL::Deviant deviant, ZEL::String const & label);
-    [[nodiscard]] virtual ZEL::Boolean fits(ZEL::Deviant deviant, ImmutablePart const & other) const;
-    [[nodiscard]] virtual ZEL::Sequence<Part> allParts(ZEL::Deviant deviant, ZEL::Sequence<Part> const & without) const;
-    virtual void polish(ZEL::Deviant deviant);
 };
 
 } // namespace machine::NSInterface

@@ -48,18 +48,6 @@ void PartDeviantImpl::setIsRound(ZEL::Deviant, ZEL::Boolean const & value) { fie
 
 ZEL::Boolean PartDeviantImpl::isRound(ZEL::Deviant) const { return ZEL::Boolean(bool(fields.isRound)); }
 
-ZEL::Boolean PartDeviantImpl::hasLabel(ZEL::Deviant) const { return ZEL::Boolean(!fields.label.isEmpty()); }
-
-void PartDeviantImpl::removeLabel(ZEL::Deviant) {
-    fields.label.clear();
-}
-
-void PartDeviantImpl::setLabel(ZEL::Deviant, ZEL::String const & value) {
-    fields.label.set(value.str());
-}
-
-ZEL::String PartDeviantImpl::getLabel(ZEL::Deviant) const { return fields.label.get(); }
-
 ZEL::Boolean PartDeviantImpl::hasSize(ZEL::Deviant) const { return ZEL::Boolean(bool(fields.hasSize)); }
 
 void PartDeviantImpl::removeSize(ZEL::Deviant) {

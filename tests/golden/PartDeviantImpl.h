@@ -11,7 +11,6 @@ namespace machine::NSImplementation {
 
 /// The stored properties of Part: own ones, then inherited ones in their order.
 struct PartFields {
-    ZEL::internal::TextField label;
     std::int32_t size = 1;
     ZEL::internal::PersistentSequence part;
     NSInterface::PartIntf * next = nullptr;
@@ -36,11 +35,6 @@ public:
 
     void setIsRound(ZEL::Deviant deviant, ZEL::Boolean const & value) override;
     [[nodiscard]] ZEL::Boolean isRound(ZEL::Deviant deviant) const override;
-
-    [[nodiscard]] ZEL::Boolean hasLabel(ZEL::Deviant deviant) const override;
-    void removeLabel(ZEL::Deviant deviant) override;
-    void setLabel(ZEL::Deviant deviant, ZEL::String const & value) override;
-    [[nodiscard]] ZEL::String getLabel(ZEL::Deviant deviant) const override;
 
     [[nodiscard]] ZEL::Boolean hasSize(ZEL::Deviant deviant) const override;
     void removeSize(ZEL::Deviant deviant) override;

@@ -41,24 +41,6 @@ void PartImpl::setIsRound(ZEL::Deviant deviant, ZEL::Boolean const & value) {
 
 ZEL::Boolean PartImpl::isRound(ZEL::Deviant deviant) const { return ZEL::Boolean(bool(read(deviant).isRound)); }
 
-ZEL::Boolean PartImpl::hasLabel(ZEL::Deviant deviant) const { return ZEL::Boolean(!read(deviant).label.isEmpty()); }
-
-void PartImpl::removeLabel(ZEL::Deviant deviant) {
-    auto & fields = write(deviant);
-    fields.label.clear();
-}
-
-void PartImpl::setLabel(ZEL::Deviant deviant, ZEL::String const & value) {
-    auto const & present = read(deviant);
-    if (present.label.view() == value.str()) {
-        return;
-    }
-    auto & fields = write(deviant);
-    fields.label.set(value.str());
-}
-
-ZEL::String PartImpl::getLabel(ZEL::Deviant deviant) const { return read(deviant).label.get(); }
-
 ZEL::Boolean PartImpl::hasSize(ZEL::Deviant deviant) const { return ZEL::Boolean(bool(read(deviant).hasSize)); }
 
 void PartImpl::removeSize(ZEL::Deviant deviant) {

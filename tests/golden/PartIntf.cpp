@@ -33,25 +33,6 @@ ZEL::Boolean PartIntf::isRound(ZEL::Deviant deviant) const {
     return ZEL::internal::readStateOf<PartIntf>(*this, deviant).isRound(deviant);
 }
 
-ZEL::Boolean PartIntf::hasLabel(ZEL::Deviant deviant) const {
-    return ZEL::internal::readStateOf<PartIntf>(*this, deviant).hasLabel(deviant);
-}
-
-void PartIntf::removeLabel(ZEL::Deviant deviant) {
-    ZEL::internal::writeStateOf<PartIntf>(*this, deviant).removeLabel(deviant);
-}
-
-void PartIntf::setLabel(ZEL::Deviant deviant, ZEL::String const & value) {
-    if (getLabel(deviant) == value) {
-        return;
-    }
-    ZEL::internal::writeStateOf<PartIntf>(*this, deviant).setLabel(deviant, value);
-}
-
-ZEL::String PartIntf::getLabel(ZEL::Deviant deviant) const {
-    return ZEL::internal::readStateOf<PartIntf>(*this, deviant).getLabel(deviant);
-}
-
 ZEL::Boolean PartIntf::hasSize(ZEL::Deviant deviant) const {
     return ZEL::internal::readStateOf<PartIntf>(*this, deviant).hasSize(deviant);
 }
@@ -203,7 +184,7 @@ ZEL::Generic::SequenceField const & PartIntf::noteField() noexcept {
     return field;
 }
 
-Part PartIntf::getPart(ZEL::Deviant, ZEL::String const &) {
+Part PartIntf::getPart(ZEL::Deviant, ZEL::Integer const &) {
     ZEL::raiseUnimplemented("The Part.getPart operation is not yet implemented!");
 }
 

@@ -19,13 +19,6 @@ public:
     [[nodiscard]] virtual ZEL::Boolean isRound(ZEL::Deviant deviant) const;
     [[nodiscard]] static ZEL::internal::PropertyDescriptor const & isRoundProperty() noexcept;
 
-    // label: String [0..1]
-    [[nodiscard]] virtual ZEL::Boolean hasLabel(ZEL::Deviant deviant) const;
-    virtual void removeLabel(ZEL::Deviant deviant);
-    virtual void setLabel(ZEL::Deviant deviant, ZEL::String const & value);
-    [[nodiscard]] virtual ZEL::String getLabel(ZEL::Deviant deviant) const;
-    [[nodiscard]] static ZEL::internal::PropertyDescriptor const & labelProperty() noexcept;
-
     // size: Integer [0..1]
     [[nodiscard]] virtual ZEL::Boolean hasSize(ZEL::Deviant deviant) const;
     virtual void removeSize(ZEL::Deviant deviant);
@@ -85,7 +78,7 @@ public:
     [[nodiscard]] static ZEL::Generic::SequenceField const & noteField() noexcept;
     [[nodiscard]] static ZEL::internal::PropertyDescriptor const & noteProperty() noexcept;
 
-    [[nodiscard]] virtual Part getPart(ZEL::Deviant deviant, ZEL::String const & label);
+    [[nodiscard]] virtual Part getPart(ZEL::Deviant deviant, ZEL::Integer const & size);
 };
 
 } // namespace machine::NSInterface

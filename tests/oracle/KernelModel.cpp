@@ -218,10 +218,6 @@ KernelModel::Listener & KernelModel::listener(Step const & s) {
     return *listeners[static_cast<std::size_t>(s.value)];
 }
 
-void KernelModel::listen(Step const & s) { listener(s).enlist(static_cast<Role>(s.index)); }
-
-void KernelModel::unlisten(Step const & s) { listener(s).dismiss(static_cast<Role>(s.index)); }
-
 // --- the model -----------------------------------------------------------------------------------------------------------
 
 KernelModel::KernelModel(KernelListeners listeners) : fCall(std::move(listeners)) {
@@ -296,6 +292,50 @@ std::set<int> KernelModel::deviating(std::string const & name) const {
     return result;
 }
 
+void KernelModel::perform(Step const & step) {
+    using K = KernelModel;
+    using S = Step const;
+    static constexpr auto putIn = [](K & k, S & s) {
+        endAccess(k.object(s), s.property).add(k.object(s), k.element(s), s.index != 0);
+    };
+    static constexpr auto takeOut = [](K & k, S & s) {
+        endAccess(k.object(s), s.property).erase(k.object(s), s.index);
+    };
+    static std::map<std::string, void (*)(K &, S &)> const operations{
+        {"create", [](K & k, S & s) { k.create(s); }},
+        {"set value", [](K & k, S & s) { valueAccess(s.property).set(k.object(s), s.text); }},
+        {"remove value", [](K & k, S & s) { valueAccess(s.property).remove(k.object(s)); }},
+        {"set reference", putIn},
+        {"remove reference", takeOut},
+        {"link", putIn},
+        {"unlink", takeOut},
+        {"add body", [](K & k, S & s) { OpaqueExpression(k.object(s)).getBodies().insert(s.index, String(s.text)); }},
+        {"erase body", [](K & k, S & s) { OpaqueExpression(k.object(s)).getBodies().erase(s.index); }},
+        {"set container", [](K & k, S & s) { k.object(s).setContainerZEL(k.element(s)); }},
+        {"remove container", [](K & k, S & s) { k.object(s).removeContainerZEL(); }},
+        {"destroy", [](K & k, S & s) { k.object(s).destroy(); }},
+        {"begin", [](K & k, S & s) { k.deviant(s).beginTransaction(s.text); }},
+        {"commit", [](K & k, S & s) { k.deviant(s).commitTransaction(); }},
+        {"cancel", [](K & k, S & s) { k.deviant(s).cancelTransaction(); }},
+        {"undo", [](K & k, S & s) { k.deviant(s).undo(); }},
+        {"redo", [](K & k, S & s) { k.deviant(s).redo(); }},
+        {"undo to level", [](K & k, S & s) { k.deviant(s).undoToChangeLevel(s.value); }},
+        {"redo to level", [](K & k, S & s) { k.deviant(s).redoToChangeLevel(s.value); }},
+        {"set maximum", [](K & k, S & s) { k.deviant(s).setMaximumUndoStackLength(s.value); }},
+        {"disable undo", [](K & k, S & s) { k.deviant(s).disableUndo(); }},
+        {"clear undo", [](K & k, S & s) { k.deviant(s).clearUndoStack(); }},
+        {"clear redo", [](K & k, S & s) { k.deviant(s).clearRedoStack(); }},
+        {"sync", [](K & k, S & s) { k.deviant(s).syncFromRoot(); }},
+        {"assign", [](K & k, S & s) { k.deviant(s).assignToRoot(); }},
+        {"create deviant", [](K & k, S & s) { k.createDeviant(s); }},
+        {"remove deviant", [](K & k, S & s) { k.removeDeviant(s); }},
+        {"listen", [](K & k, S & s) { k.listener(s).enlist(static_cast<Role>(s.index)); }},
+        {"unlisten", [](K & k, S & s) { k.listener(s).dismiss(static_cast<Role>(s.index)); }},
+        {"replace foreign", [](K & k, S & s) { k.replaceForeign(s); }},
+    };
+    operations.at(step.what)(*this, step);
+}
+
 void KernelModel::create(Step const & s) {
     Factory const factory = fDeviants.at(kRoot).getFactoryFactory().asDeviant(fDeviants.at(s.deviant));
     ClassObject const made = kCreations.at(s.kind)(factory);
@@ -330,31 +370,5 @@ void KernelModel::removeDeviant(Step const & s) {
     fDeviants.erase(s.deviant);
     fListeners.erase(s.deviant);
 }
-
-// --- writes --------------------------------------------------------------------------------------------------------------
-
-void KernelModel::setValue(Step const & s) { valueAccess(s.property).set(object(s), s.text); }
-
-void KernelModel::removeValue(Step const & s) { valueAccess(s.property).remove(object(s)); }
-
-void KernelModel::link(Step const & s) {
-    ClassObject const o = object(s);
-    endAccess(o, s.property).add(o, object(deviant(s.deviant), s.value), s.index != 0);
-}
-
-void KernelModel::unlink(Step const & s) {
-    ClassObject const o = object(s);
-    endAccess(o, s.property).erase(o, s.index);
-}
-
-void KernelModel::addBody(Step const & s) { OpaqueExpression(object(s)).getBodies().insert(s.index, String(s.text)); }
-
-void KernelModel::eraseBody(Step const & s) { OpaqueExpression(object(s)).getBodies().erase(s.index); }
-
-void KernelModel::setContainer(Step const & s) { object(s).setContainerZEL(object(deviant(s.deviant), s.value)); }
-
-void KernelModel::removeContainer(Step const & s) { object(s).removeContainerZEL(); }
-
-void KernelModel::destroy(Step const & s) { object(s).destroy(); }
 
 } // namespace ZEL::oracle

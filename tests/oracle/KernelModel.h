@@ -26,45 +26,23 @@ public:
     [[nodiscard]] std::optional<State> observed(Deviant deviant, int object, Kind kind) const;
     [[nodiscard]] std::set<int> deviating(std::string const & deviant) const;
 
-    void create(Step const & s);
-    void setValue(Step const & s);
-    void removeValue(Step const & s);
-    void setReference(Step const & s) { link(s); }
-    void removeReference(Step const & s) { unlink(s); }
-    void link(Step const & s);
-    void unlink(Step const & s);
-    void addBody(Step const & s);
-    void eraseBody(Step const & s);
-    void setContainer(Step const & s);
-    void removeContainer(Step const & s);
-    void destroy(Step const & s);
-
-    void begin(Step const & s) { deviant(s.deviant).beginTransaction(s.text); }
-    void commit(Step const & s) { deviant(s.deviant).commitTransaction(); }
-    void cancel(Step const & s) { deviant(s.deviant).cancelTransaction(); }
-    void undo(Step const & s) { deviant(s.deviant).undo(); }
-    void redo(Step const & s) { deviant(s.deviant).redo(); }
-    void undoToLevel(Step const & s) { deviant(s.deviant).undoToChangeLevel(s.value); }
-    void redoToLevel(Step const & s) { deviant(s.deviant).redoToChangeLevel(s.value); }
-    void setMaximum(Step const & s) { deviant(s.deviant).setMaximumUndoStackLength(s.value); }
-    void disableUndo(Step const & s) { deviant(s.deviant).disableUndo(); }
-    void clearUndo(Step const & s) { deviant(s.deviant).clearUndoStack(); }
-    void clearRedo(Step const & s) { deviant(s.deviant).clearRedoStack(); }
-    void sync(Step const & s) { deviant(s.deviant).syncFromRoot(); }
-    void assign(Step const & s) { deviant(s.deviant).assignToRoot(); }
-    void createDeviant(Step const & s);
-    void removeDeviant(Step const & s);
-    void listen(Step const & s);
-    void unlisten(Step const & s);
-    /// Another model with an object of each kind that one-ended ends accept; the one before it ends, whoever refers to
-    /// its objects.
-    void replaceForeign(Step const & s);
+    void perform(Step const & s);
 
 private:
     class Listener;
 
+    void create(Step const & s);
+    /// Another model with an object of each kind that one-ended ends accept; the one before it ends, whoever refers to
+    /// its objects.
+    void replaceForeign(Step const & s);
+    void createDeviant(Step const & s);
+    void removeDeviant(Step const & s);
+
     [[nodiscard]] ClassObject object(Deviant deviant, int number) const;
-    [[nodiscard]] ClassObject object(Step const & s) const { return object(deviant(s.deviant), s.object); }
+    [[nodiscard]] Deviant deviant(Step const & s) const { return deviant(s.deviant); }
+    /// What the step is on, and what it writes there.
+    [[nodiscard]] ClassObject object(Step const & s) const { return object(deviant(s), s.object); }
+    [[nodiscard]] ClassObject element(Step const & s) const { return object(deviant(s), s.value); }
     [[nodiscard]] int numberOf(ImmutableClassObject const & object) const;
     [[nodiscard]] Listener & listener(Step const & s);
 

@@ -46,6 +46,42 @@ NaiveModel::NaiveModel(NaiveListeners listeners) : fListeners(std::move(listener
     fKinds.push_back(Kind::Model);
 }
 
+std::map<std::string, NaiveModel::Operation> const & NaiveModel::operations() {
+    static std::map<std::string, Operation> const all{
+        {"create", {true, &NaiveModel::create}},
+        {"set value", {true, &NaiveModel::setValue}},
+        {"remove value", {true, &NaiveModel::removeValue}},
+        {"set reference", {true, &NaiveModel::setReference}},
+        {"remove reference", {true, &NaiveModel::removeReference}},
+        {"link", {true, &NaiveModel::link}},
+        {"unlink", {true, &NaiveModel::unlink}},
+        {"add body", {true, &NaiveModel::addBody}},
+        {"erase body", {true, &NaiveModel::eraseBody}},
+        {"set container", {true, &NaiveModel::setContainer}},
+        {"remove container", {true, &NaiveModel::removeContainer}},
+        {"destroy", {true, &NaiveModel::destroy}},
+        {"begin", {false, &NaiveModel::begin}},
+        {"commit", {false, &NaiveModel::commit}},
+        {"cancel", {false, &NaiveModel::cancel}},
+        {"undo", {false, &NaiveModel::undo}},
+        {"redo", {false, &NaiveModel::redo}},
+        {"undo to level", {false, &NaiveModel::undoToLevel}},
+        {"redo to level", {false, &NaiveModel::redoToLevel}},
+        {"set maximum", {false, &NaiveModel::setMaximum}},
+        {"disable undo", {false, &NaiveModel::disableUndo}},
+        {"clear undo", {false, &NaiveModel::clearUndo}},
+        {"clear redo", {false, &NaiveModel::clearRedo}},
+        {"sync", {false, &NaiveModel::sync}},
+        {"assign", {false, &NaiveModel::assign}},
+        {"create deviant", {false, &NaiveModel::createDeviant}},
+        {"remove deviant", {false, &NaiveModel::removeDeviant}},
+        {"listen", {false, &NaiveModel::listen}},
+        {"unlisten", {false, &NaiveModel::unlisten}},
+        {"replace foreign", {false, &NaiveModel::replaceForeign}},
+    };
+    return all;
+}
+
 // --- looking ---------------------------------------------------------------------------------------------------------
 
 // Other deviants do not see what the root has written and not yet committed.

@@ -153,6 +153,15 @@ public:
     /// The containers of the object, nearest first; ends at one that is absent or comes twice.
     [[nodiscard]] std::vector<int> owners(std::string const & deviant, int object) const;
 
+    // --- operations ---------------------------------------------------------------------------------------------------
+    struct Operation {
+        bool isOnObject; ///< and not on a deviant
+        void (NaiveModel::*perform)(Step const & s);
+    };
+    static std::map<std::string, Operation> const & operations();
+    void perform(Step const & s) { (this->*operations().at(s.what).perform)(s); }
+
+private:
     // --- objects ------------------------------------------------------------------------------------------------------
     void create(Step const & s);
     void setValue(Step const & s);
@@ -187,7 +196,6 @@ public:
     void unlisten(Step const & s);
     void replaceForeign(Step const &) {} // nothing is known of other models
 
-private:
     [[nodiscard]] NaiveDeviant & at(std::string const & name) { return fDeviants.at(name); }
     [[nodiscard]] Slot const & committedInRoot(int object) const;
     [[nodiscard]] Slot const & seen(std::string const & deviant, int object) const;

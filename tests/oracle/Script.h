@@ -9,10 +9,8 @@
 
 namespace ZEL::oracle {
 
-char const * nameOf(What what);
-
 /// How often each operation met each phase of a transaction.
-using PhaseCounts = std::map<What, std::map<std::string, int>>;
+using PhaseCounts = std::map<std::string, std::map<std::string, int>>;
 
 /// A random script that runs on the naive model and on the kernel, step by step, and compares all that can be seen.
 ///

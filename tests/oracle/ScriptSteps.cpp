@@ -45,26 +45,25 @@ Step Script::nextInIdle(std::string const & name) {
     std::string const other = any(more);
     switch (choose({isRoot ? 25 : 80, isRoot ? 55 : 0, 3, 2, 1, 1, 3, 2, isRoot ? 0 : 2, isRoot ? 0 : 2, 6})) {
     case 0:
-        return {.what = What::Begin, .deviant = name, .text = "begun " + std::to_string(below(1000))};
+        return {.what = "begin", .deviant = name, .text = "begun " + std::to_string(below(1000))};
     case 1:
         return nextOnHistory();
     case 2:
-        return {.what = fNaive.deviants().count(other) == 0 ? What::CreateDeviant : What::RemoveDeviant,
-                .deviant = other};
+        return {.what = fNaive.deviants().count(other) == 0 ? "create deviant" : "remove deviant", .deviant = other};
     case 3:
         return nextOnListeners(name);
     case 4:
-        return {.what = What::ReplaceForeign, .deviant = kRoot, .value = fFirstForeign + 10};
+        return {.what = "replace foreign", .deviant = kRoot, .value = fFirstForeign + 10};
     case 5:
         return nextOnStack(name);
     case 6:
-        return {.what = What::Cancel, .deviant = name};
+        return {.what = "cancel", .deviant = name};
     case 7:
-        return {.what = What::Commit, .deviant = name};
+        return {.what = "commit", .deviant = name};
     case 8:
-        return {.what = What::Sync, .deviant = name};
+        return {.what = "sync", .deviant = name};
     case 9:
-        return {.what = What::Assign, .deviant = name};
+        return {.what = "assign", .deviant = name};
     default:
         return nextWrite(name); // refused, unless nothing changes
     }
@@ -81,19 +80,19 @@ Step Script::nextInTransaction(std::string const & name) {
     int const begins = fNaive.deviant(name).depth < 4 ? 20 : 0;
     switch (choose({100, 20, begins, 8, 8, 45, isRoot ? 0 : 4, 6, 5, 780})) {
     case 0:
-        return {.what = What::Commit, .deviant = name};
+        return {.what = "commit", .deviant = name};
     case 1:
-        return {.what = What::Cancel, .deviant = name};
+        return {.what = "cancel", .deviant = name};
     case 2:
-        return {.what = What::Begin, .deviant = name, .text = "nested"};
+        return {.what = "begin", .deviant = name, .text = "nested"};
     case 3:
-        return {.what = What::Undo, .deviant = kRoot};
+        return {.what = "undo", .deviant = kRoot};
     case 4:
-        return {.what = What::Redo, .deviant = kRoot};
+        return {.what = "redo", .deviant = kRoot};
     case 5:
-        return {.what = isRoot ? What::Assign : What::Sync, .deviant = isRoot ? any(others) : name};
+        return {.what = isRoot ? "assign" : "sync", .deviant = isRoot ? any(others) : name};
     case 6:
-        return {.what = What::RemoveDeviant, .deviant = name}; // refused within a transaction
+        return {.what = "remove deviant", .deviant = name}; // refused within a transaction
     case 7:
         return nextOnStack(name);
     case 8:
@@ -105,8 +104,7 @@ Step Script::nextInTransaction(std::string const & name) {
 
 // On a deviant beside the root there is no way back from a disabled undo.
 Step Script::nextOnStack(std::string const & name) {
-    std::vector<What> const endings{What::ClearUndo, What::ClearUndo, What::ClearRedo, What::ClearRedo,
-                                    What::DisableUndo};
+    std::vector<std::string> const endings{"clear undo", "clear undo", "clear redo", "clear redo", "disable undo"};
     return {.what = any(endings), .deviant = name};
 }
 
@@ -119,21 +117,21 @@ Step Script::nextOnHistory() {
                           : root.stack[static_cast<std::size_t>(below(static_cast<int>(root.stack.size())))]->level;
     switch (choose({runs, runs, 15, 15, 5})) {
     case 0:
-        return {.what = What::Undo, .deviant = kRoot};
+        return {.what = "undo", .deviant = kRoot};
     case 1:
-        return {.what = What::Redo, .deviant = kRoot};
+        return {.what = "redo", .deviant = kRoot};
     case 2:
-        return {.what = What::UndoToLevel, .deviant = kRoot, .value = level};
+        return {.what = "undo to level", .deviant = kRoot, .value = level};
     case 3:
-        return {.what = What::RedoToLevel, .deviant = kRoot, .value = level};
+        return {.what = "redo to level", .deviant = kRoot, .value = level};
     default:
         int const maximum = root.maximum > 0 && chance(20) ? -below(2) : chance(10) ? 50 : 3 + below(12);
-        return {.what = What::SetMaximum, .deviant = kRoot, .value = maximum};
+        return {.what = "set maximum", .deviant = kRoot, .value = maximum};
     }
 }
 
 Step Script::nextOnListeners(std::string const & name) {
-    return {.what = chance(60) ? What::Listen : What::Unlisten,
+    return {.what = chance(60) ? "listen" : "unlisten",
             .deviant = name,
             .value = below(kListeners),
             .index = below(static_cast<int>(std::size(kRoles)))};
@@ -149,13 +147,13 @@ void Script::modify(Turn & turn) {
         take(turn, nextWrite(name));
         break;
     case 1:
-        take(turn, {.what = What::Cancel, .deviant = name});
+        take(turn, {.what = "cancel", .deviant = name});
         break;
     case 2:
-        take(turn, {.what = What::Begin, .deviant = name, .text = "left open"});
+        take(turn, {.what = "begin", .deviant = name, .text = "left open"});
         break;
     case 3:
-        take(turn, {.what = What::DisableUndo, .deviant = name});
+        take(turn, {.what = "disable undo", .deviant = name});
         break;
     default:
         break;
@@ -169,12 +167,12 @@ void Script::observe(Turn & turn) {
     }
     switch (choose({12, name == kRoot ? 4 : 0, 3, 75})) {
     case 0:
-        take(turn, {.what = What::Begin, .deviant = name, .text = "by an observer"});
+        take(turn, {.what = "begin", .deviant = name, .text = "by an observer"});
         take(turn, nextWrite(name));
-        take(turn, {.what = chance(80) ? What::Commit : What::Cancel, .deviant = name});
+        take(turn, {.what = chance(80) ? "commit" : "cancel", .deviant = name});
         break;
     case 1:
-        take(turn, {.what = chance(50) ? What::Undo : What::Redo, .deviant = kRoot});
+        take(turn, {.what = chance(50) ? "undo" : "redo", .deviant = kRoot});
         break;
     case 2:
         take(turn, nextOnStack(name));
@@ -191,7 +189,7 @@ Step Script::nextWrite(std::string const & name) {
     bool const isOpen = fNaive.deviant(name).depth > 0;
     bool const mayCreate = isOpen && fNaive.numberOfObjects() < kMostObjects && objects.size() < kMostAlive;
     if (mayCreate && (objects.size() < 6 || chance(12))) {
-        return {.what = What::Create, .deviant = name, .kind = any(kKinds)};
+        return {.what = "create", .deviant = name, .kind = any(kKinds)};
     }
     for (int i = 0; i < 50 && !objects.empty(); ++i) {
         if (std::optional<Step> const step = tryWrite(name, objects)) {
@@ -204,7 +202,7 @@ Step Script::nextWrite(std::string const & name) {
             return anyValue(name, object);
         }
     }
-    return {.what = What::Begin, .deviant = name, .text = "nothing to write"};
+    return {.what = "begin", .deviant = name, .text = "nothing to write"};
 }
 
 std::optional<Step> Script::tryWrite(std::string const & name, std::vector<int> const & objects) {
@@ -224,7 +222,7 @@ std::optional<Step> Script::tryWrite(std::string const & name, std::vector<int> 
         return tryContainer(name, object, objects);
     }
     if (chance(60) || objects.size() + 5 > kMostAlive) {
-        return Step{.what = What::Destroy, .deviant = name, .object = object};
+        return Step{.what = "destroy", .deviant = name, .object = object};
     }
     return std::nullopt;
 }
@@ -234,14 +232,14 @@ Step Script::anyValue(std::string const & name, int object) {
     if (kind == Kind::Expression && fNaive.isValid(name, object) && chance(70)) {
         int const size = static_cast<int>(fNaive.read(name, object).body.size());
         bool const isErased = size > 0 && chance(40);
-        return {.what = isErased ? What::EraseBody : What::AddBody,
+        return {.what = isErased ? "erase body" : "add body",
                 .deviant = name,
                 .object = object,
                 .index = below(isErased ? size : size + 1),
                 .text = any(kLines)};
     }
     ValueRule const & rule = any(valuesOf(kind));
-    return {.what = !rule.isRequired && chance(20) ? What::RemoveValue : What::SetValue,
+    return {.what = !rule.isRequired && chance(20) ? "remove value" : "set value",
             .deviant = name,
             .object = object,
             .property = rule.property,
@@ -264,7 +262,7 @@ std::optional<Step> Script::tryEnd(std::string const & name, int object, std::ve
     }
     if (isErased) {
         bool const hasOtherOwner = rule.form == Form::Riding && present.empty() && state.container != kNothing;
-        step.what = rule.isMany ? What::Unlink : What::RemoveReference;
+        step.what = rule.isMany ? "unlink" : "remove reference";
         return hasOtherOwner ? std::nullopt : std::optional<Step>(step);
     }
     std::vector<int> values;
@@ -280,7 +278,7 @@ std::optional<Step> Script::tryEnd(std::string const & name, int object, std::ve
     if (values.empty()) {
         return std::nullopt;
     }
-    step.what = rule.isMany ? What::Link : What::SetReference;
+    step.what = rule.isMany ? "link" : "set reference";
     step.value = any(values);
     step.index = rule.isMany && chance(30) ? 1 : 0;
     bool const isFit = isForeign || (isSound(name, step.value) && (rule.form != Form::Linked || step.value != object));
@@ -289,13 +287,13 @@ std::optional<Step> Script::tryEnd(std::string const & name, int object, std::ve
 
 std::optional<Step> Script::tryContainer(std::string const & name, int object, std::vector<int> const & objects) {
     if (chance(25)) {
-        return Step{.what = What::RemoveContainer, .deviant = name, .object = object};
+        return Step{.what = "remove container", .deviant = name, .object = object};
     }
     int const container = any(objects);
     if (!isSound(name, container)) {
         return std::nullopt;
     }
-    Step const step{.what = What::SetContainer, .deviant = name, .object = object, .value = container};
+    Step const step{.what = "set container", .deviant = name, .object = object, .value = container};
     State const & state = fNaive.read(name, container);
     for (EndRule const & rule : endsOf(state.kind)) {
         if (rule.form == Form::Contained && rule.accepts.count(fNaive.kindOf(object)) != 0) {

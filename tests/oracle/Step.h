@@ -15,45 +15,9 @@ inline constexpr Kind kForeignKinds[] = {Kind::Class, Kind::Property, Kind::Comm
 
 inline char const * const kRoot = "root deviant";
 
-enum class What {
-    // On objects, within transactions.
-    Create,
-    SetValue,
-    RemoveValue,
-    SetReference,
-    RemoveReference,
-    Link,
-    Unlink,
-    AddBody,
-    EraseBody,
-    SetContainer,
-    RemoveContainer,
-    Destroy,
-    // On deviants.
-    Begin,
-    Commit,
-    Cancel,
-    Undo,
-    Redo,
-    UndoToLevel,
-    RedoToLevel,
-    SetMaximum,
-    DisableUndo,
-    ClearUndo,
-    ClearRedo,
-    Sync,
-    Assign,
-    CreateDeviant,
-    RemoveDeviant,
-    Listen, ///< the listener `value`, in the role `index`
-    Unlisten,
-    ReplaceForeign, ///< the other model, by one whose objects are numbered from `value` on
-    Last = ReplaceForeign
-};
-
-/// One operation with its arguments, of those that it has.
+/// One operation, by its name, with those of the arguments that it has.
 struct Step {
-    What what = What::Begin;
+    std::string what{};
     std::string deviant{};
     int object = kNothing;
     std::string property{};

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
-#include <ostream>
 
 namespace zelgen::test {
 namespace {
@@ -67,116 +66,86 @@ TEST(Check, RolesAreForFittingClasses) {
 }
 
 struct Case {
-    char const * types;
-    char const * message;
+    char const * text;
+    char const * mistake; ///< without the name of the file
 };
 
-void PrintTo(Case const & row, std::ostream * out) { *out << row.types; }
-
-class CheckedTypes : public testing::TestWithParam<Case> {};
-
-TEST_P(CheckedTypes, AreToldWithPlaceAndExpectation) {
-    EXPECT_THAT(mistakesIn(withTypes(GetParam().types)), ElementsAre(GetParam().message));
+TEST(Check, MistakesInTypesAreToldWithPlaceAndExpectation) {
+    Case const rows[] = {
+        {"  A-B: {superclasses: [Base]}\n", "7:3: found type 'A-B', expected letters, digits and underscores"},
+        {"  class: {superclasses: [Base]}\n", "7:3: found type 'class', expected a name that is no word of C++"},
+        {"  BodyInterface: {superclasses: [Base]}\n",
+         "7:3: found class 'BodyInterface', expected a name that is not one of a member of all handles"},
+        {"  A: {superclasses: [Bse]}\n", "7:22: class 'A': type 'Bse' not found, did you mean 'Base'?"},
+        {"  A: {superclasses: [ZEL.Elment]}\n",
+         "7:22: class 'A': type 'ZEL.Elment' not found, did you mean 'ZEL.Element'?"},
+        {"  A: {superclasses: [ZEL.String]}\n", "7:22: class 'A': found the data type 'ZEL.String', expected a class"},
+        {"  A: {superclasses: [Base, Base]}\n", "7:28: class 'A': found superclass 'Base' twice, expected it once"},
+        {"  A: {abstract: yes, superclasses: [Base]}\n", "7:17: found 'abstract' 'yes', expected true or false"},
+        {"  A: {}\n", "7:3: class 'A': found no superclass, expected at least one, such as 'ZEL.ClassObject'"},
+        {"  A: {superclasses: [A]}\n",
+         "7:22: class 'A': found superclass 'A' that is a subclass of it, expected no cycle"},
+        {"  E: {enumeration: []}\n", "7:3: found enumeration 'E' without literals, expected at least one"},
+        {"  E: {enumeration: [a, A]}\n",
+         "7:24: found literal 'A' of 'E' with the C++ name 'A' of another one, expected a different one"},
+        {"  A: {superclasses: [Base], operations: {hand: [void f(Foo x)]}}\n",
+         "7:49: operation 'f': type 'Foo' not found"},
+        {"  A: {superclasses: [Base], operations: {hand: [void f]}}\n",
+         "7:49: found operation 'void f', expected a form such as 'Boolean conformsTo(ImmutableType other) const'"},
+        {"  A: {superclasses: [Base], views: {ownedComments: []}}\n",
+         "7:37: class 'A': found a view of 'ownedComments', expected a multi-valued property of a superclass, did you "
+         "mean 'ownedComment'?"},
+        {"  A: {superclasses: [ZEL.Model, ZEL.Package, Base], properties: {}}\n"
+         "  B: {superclasses: [ZEL.Property, ZEL.Parameter]}\n"
+         "  C: {superclasses: [Base], properties: {direction: {type: ZEL.String}}}\n"
+         "  D: {superclasses: [ZEL.Parameter, C]}\n",
+         "10:3: class 'D': found two properties 'direction', of 'Parameter' and 'C', expected the same type and "
+         "multiplicity"},
+        {"  A: {superclasses: [ZEL.Object]}\n",
+         "7:22: class 'A': found superclass 'ZEL.Object', expected 'ZEL.ClassObject' or a subclass of it"},
+        {"  Tables: {superclasses: [Base]}\n",
+         "7:3: found type 'Tables', expected a name that generated code does not use by itself"},
+        {"  app: {superclasses: [Base]}\n",
+         "7:3: found type 'app', expected a name that generated code does not use by itself"},
+        {"  BaseIntf: {superclasses: [Base]}\n",
+         "7:3: found type 'BaseIntf', expected a name that is not one of those made for 'Base'"},
+        {"  A: {superclasses: [ZEL.Classifier], properties: {c: {type: Base, multiplicity: 0..*}}, views: {feature: "
+         "[c]}}\n",
+         "7:108: class 'A': found property 'c' of type 'Base' in a view, expected 'ZEL.Feature' or a subclass of it"},
+        {"  A: {superclasses: [ZEL.NamedElement], properties: {Name: {type: ZEL.String}}}\n",
+         "7:54: property 'A.Name': found the C++ operation 'getName' of property 'NamedElement.name', expected another "
+         "name"},
+        {"  A: {superclasses: [Base], properties: {item: {type: A, multiplicity: 0..*}, items: {type: A}}}\n",
+         "7:42: property 'A.item': found the C++ operation 'getItems' of property 'A.items', expected another name"},
+        {"  A: {superclasses: [Base], properties: {x: {type: A}}}\n"
+         "  B: {superclasses: [Base], properties: {X: {type: A}}}\n"
+         "  C: {superclasses: [A, B]}\n"
+         "  D: {superclasses: [C]}\n",
+         "9:3: class 'C': found the C++ operation 'getX' of two properties, 'A.x' and 'B.X', expected it of one"},
+        {"  A: {superclasses: [Base], properties: {x: {type: A}}, operations: {hand: [A getX() const]}}\n",
+         "7:3: class 'A': found the operation 'getX' and one of the same name of property 'A.x', expected another name "
+         "for one of them"},
+        {"  A: {superclasses: [Base], operations: {hand: [void f(A x)]}}\n"
+         "  B: {superclasses: [A], operations: {hand: [void f()]}}\n",
+         "8:3: class 'B': found the operation 'f' with other parameters than in 'A', expected the same ones or another "
+         "name"},
+        {"  A: {superclasses: [Base], operations: {hand: [void f()]}}\n"
+         "  B: {superclasses: [Base], operations: {hand: [void f()]}}\n"
+         "  C: {superclasses: [A, B]}\n"
+         "  D: {superclasses: [C]}\n",
+         "9:3: class 'C': found the operation 'f' of 'A' and of 'B', expected one of its own"},
+        {"  A: {superclasses: [ZEL.Class, ZEL.Association]}\n",
+         "7:3: class 'A': found 'feature' made by 'Class' and by 'Association', expected one of its own among its "
+         "'views'"},
+        {"  A: {superclasses: [Base], properties: {isX: {type: ZEL.Boolean, multiplicity: 1..1}}}\n"
+         "  B: {superclasses: [Base], properties: {isX: {type: ZEL.Boolean}}}\n"
+         "  C: {superclasses: [A, B]}\n",
+         "9:3: class 'C': found two properties 'isX', of 'A' and 'B', expected the same type and multiplicity"},
+    };
+    for (Case const & row : rows) {
+        EXPECT_THAT(mistakesIn(withTypes(row.text)), ElementsAre(std::string("app.yaml:") + row.mistake)) << row.text;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Types, CheckedTypes,
-    testing::Values(
-        Case{"  A-B: {superclasses: [Base]}\n",
-             "app.yaml:7:3: found type 'A-B', expected letters, digits and underscores"},
-        Case{"  class: {superclasses: [Base]}\n",
-             "app.yaml:7:3: found type 'class', expected a name that is no word of C++"},
-        Case{"  BodyInterface: {superclasses: [Base]}\n",
-             "app.yaml:7:3: found class 'BodyInterface', expected a name that is not one of a member of all handles"},
-        Case{"  A: {superclasses: [Bse]}\n", "app.yaml:7:22: class 'A': type 'Bse' not found, did you mean 'Base'?"},
-        Case{"  A: {superclasses: [ZEL.Elment]}\n",
-             "app.yaml:7:22: class 'A': type 'ZEL.Elment' not found, did you mean 'ZEL.Element'?"},
-        Case{"  A: {superclasses: [ZEL.String]}\n",
-             "app.yaml:7:22: class 'A': found the data type 'ZEL.String', expected a class"},
-        Case{"  A: {superclasses: [Base, Base]}\n",
-             "app.yaml:7:28: class 'A': found superclass 'Base' twice, expected it once"},
-        Case{"  A: {abstract: yes, superclasses: [Base]}\n",
-             "app.yaml:7:17: found 'abstract' 'yes', expected true or false"},
-        Case{"  A: {}\n",
-             "app.yaml:7:3: class 'A': found no superclass, expected at least one, such as 'ZEL.ClassObject'"},
-        Case{"  A: {superclasses: [A]}\n",
-             "app.yaml:7:22: class 'A': found superclass 'A' that is a subclass of it, expected no cycle"},
-        Case{"  E: {enumeration: []}\n", "app.yaml:7:3: found enumeration 'E' without literals, expected at least one"},
-        Case{"  E: {enumeration: [a, A]}\n",
-             "app.yaml:7:24: found literal 'A' of 'E' with the C++ name 'A' of another one, expected a different one"},
-        Case{"  A: {superclasses: [Base], operations: {hand: [void f(Foo x)]}}\n",
-             "app.yaml:7:49: operation 'f': type 'Foo' not found"},
-        Case{"  A: {superclasses: [Base], operations: {hand: [void f]}}\n",
-             "app.yaml:7:49: found operation 'void f', expected a form such as 'Boolean conformsTo(ImmutableType "
-             "other) const'"},
-        Case{"  A: {superclasses: [Base], views: {ownedComments: []}}\n",
-             "app.yaml:7:37: class 'A': found a view of 'ownedComments', expected a multi-valued property of a "
-             "superclass, did you "
-             "mean 'ownedComment'?"},
-        Case{"  A: {superclasses: [ZEL.Model, ZEL.Package, Base], properties: {}}\n"
-             "  B: {superclasses: [ZEL.Property, ZEL.Parameter]}\n"
-             "  C: {superclasses: [Base], properties: {direction: {type: ZEL.String}}}\n"
-             "  D: {superclasses: [ZEL.Parameter, C]}\n",
-             "app.yaml:10:3: class 'D': found two properties 'direction', of 'Parameter' and 'C', expected the same "
-             "type and "
-             "multiplicity"},
-        Case{"  A: {superclasses: [ZEL.Object]}\n",
-             "app.yaml:7:22: class 'A': found superclass 'ZEL.Object', expected 'ZEL.ClassObject' or a subclass of it"},
-        Case{"  Tables: {superclasses: [Base]}\n",
-             "app.yaml:7:3: found type 'Tables', expected a name that generated code does not use by itself"},
-        Case{"  app: {superclasses: [Base]}\n",
-             "app.yaml:7:3: found type 'app', expected a name that generated code does not use by itself"},
-        Case{"  BaseIntf: {superclasses: [Base]}\n",
-             "app.yaml:7:3: found type 'BaseIntf', expected a name that is not one of those made for 'Base'"},
-        Case{
-            "  A: {superclasses: [ZEL.Classifier], properties: {c: {type: Base, multiplicity: 0..*}}, views: {feature: "
-            "[c]}}\n",
-            "app.yaml:7:108: class 'A': found property 'c' of type 'Base' in a view, expected 'ZEL.Feature' or a "
-            "subclass of it"}));
-
-/// What is right as far as each property goes, and meets in the C++ of a class.
-class CheckedCode : public testing::TestWithParam<Case> {};
-
-TEST_P(CheckedCode, IsToldInTheDefinition) {
-    EXPECT_THAT(mistakesIn(withTypes(GetParam().types)), ElementsAre(GetParam().message));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Names, CheckedCode,
-    testing::Values(
-        Case{"  A: {superclasses: [ZEL.NamedElement], properties: {Name: {type: ZEL.String}}}\n",
-             "app.yaml:7:54: property 'A.Name': found the C++ operation 'getName' of property 'NamedElement.name', "
-             "expected another name"},
-        Case{"  A: {superclasses: [Base], properties: {item: {type: A, multiplicity: 0..*}, items: {type: A}}}\n",
-             "app.yaml:7:42: property 'A.item': found the C++ operation 'getItems' of property 'A.items', expected "
-             "another name"},
-        Case{"  A: {superclasses: [Base], properties: {x: {type: A}}}\n"
-             "  B: {superclasses: [Base], properties: {X: {type: A}}}\n"
-             "  C: {superclasses: [A, B]}\n"
-             "  D: {superclasses: [C]}\n",
-             "app.yaml:9:3: class 'C': found the C++ operation 'getX' of two properties, 'A.x' and 'B.X', expected it "
-             "of "
-             "one"},
-        Case{"  A: {superclasses: [Base], properties: {x: {type: A}}, operations: {hand: [A getX() const]}}\n",
-             "app.yaml:7:3: class 'A': found the operation 'getX' and one of the same name of property 'A.x', expected "
-             "another name for one of them"},
-        Case{"  A: {superclasses: [Base], operations: {hand: [void f(A x)]}}\n"
-             "  B: {superclasses: [A], operations: {hand: [void f()]}}\n",
-             "app.yaml:8:3: class 'B': found the operation 'f' with other parameters than in 'A', expected the same "
-             "ones or another name"},
-        Case{"  A: {superclasses: [Base], operations: {hand: [void f()]}}\n"
-             "  B: {superclasses: [Base], operations: {hand: [void f()]}}\n"
-             "  C: {superclasses: [A, B]}\n"
-             "  D: {superclasses: [C]}\n",
-             "app.yaml:9:3: class 'C': found the operation 'f' of 'A' and of 'B', expected one of its own"},
-        Case{"  A: {superclasses: [ZEL.Class, ZEL.Association]}\n",
-             "app.yaml:7:3: class 'A': found 'feature' made by 'Class' and by 'Association', expected one of its own "
-             "among its 'views'"},
-        Case{"  A: {superclasses: [Base], properties: {isX: {type: ZEL.Boolean, multiplicity: 1..1}}}\n"
-             "  B: {superclasses: [Base], properties: {isX: {type: ZEL.Boolean}}}\n"
-             "  C: {superclasses: [A, B]}\n",
-             "app.yaml:9:3: class 'C': found two properties 'isX', of 'A' and 'B', expected the same type and "
-             "multiplicity"}));
 
 TEST(Check, AClassMaySayItselfWhatItsSuperclassesSayDifferently) {
     EXPECT_THAT(mistakesIn(withTypes("  A: {superclasses: [ZEL.Class, ZEL.Association], views: {feature: "
@@ -188,82 +157,71 @@ TEST(Check, AClassMaySayItselfWhatItsSuperclassesSayDifferently) {
 }
 
 /// One property `p` of a class `A`, in line 8; its entries begin at column 10.
-class CheckedProperty : public testing::TestWithParam<Case> {};
-
-TEST_P(CheckedProperty, IsToldWithPlaceAndExpectation) {
-    EXPECT_THAT(mistakesIn(withTypes("  A: {superclasses: [ZEL.Class], properties: {\n    p: {" +
-                                     std::string(GetParam().types) +
-                                     "},\n    other: {type: A, association: A_p, opposite: A.q},\n"
-                                     "    q: {type: A, association: A_p, opposite: A.other}}}\n")),
-                ElementsAre(GetParam().message));
+TEST(Check, MistakesInPropertiesAreToldWithPlaceAndExpectation) {
+    Case const rows[] = {
+        {"", "5: property 'A.p': found no 'type', expected the name of one"},
+        {"type: ZEL.Strin", "15: property 'A.p': type 'ZEL.Strin' not found, did you mean 'ZEL.String'?"},
+        {"type: A, multiplicity: 1", "32: found multiplicity '1', expected a form such as 0..1, 1..1 or 0..*"},
+        {"type: A, multiplicity: 3..2",
+         "32: found multiplicity '3..2', expected a lower bound that is not above the upper"},
+        {"type: A, flags: [composit]", "26: found flag 'composit', expected read_only, derived, composite, ordered or "
+                                       "nonunique, did you mean 'composite'?"},
+        {"type: A, persistence: none", "31: found 'persistence' 'none', expected default, transient or extension"},
+        {"type: ZEL.Boolean, default: yes", "37: found default 'yes', expected true or false"},
+        {"type: ZEL.Integer, default: x1", "37: found default 'x1', expected a whole number"},
+        {"type: ZEL.UnlimitedNatural, default: -1",
+         "46: found default '-1', expected a whole number that is not negative, or *"},
+        {"type: ZEL.VisibilityKind, default: pubic",
+         "44: found default 'pubic', expected public, private, protected or package, did you mean 'public'?"},
+        {"type: A, default: x", "27: found default 'x' of a class, expected none"},
+        {"type: A, association: A_x",
+         "31: property 'A.p': found no other end of association 'A_x', expected one of 'opposite' and 'owned_end'"},
+        {"type: A, owned_end: x",
+         "29: property 'A.p': found the other end 'x' without 'association', expected its name"},
+        {"type: A, association: A_x, opposite: A.othr",
+         "46: property 'A.p': opposite 'A.othr' not found, did you mean 'other'?"},
+        {"type: A, association: A_p, opposite: A.other",
+         "46: property 'A.p': found opposite 'A.other' whose own opposite is 'A.q', expected 'A.p'"},
+        {"type: A, redefines: Base.x",
+         "29: property 'A.p': found redefined property 'Base.x', expected a property of a superclass"},
+        {"type: A, redefines: ZEL.Classifier.general",
+         "29: property 'A.p': found redefined property 'ZEL.Classifier.general' of another multiplicity, expected both "
+         "single or both many"},
+        {"type: A, multiplicity: 0..*, flags: [derived], view: ownedAttribut",
+         "62: class 'A': property 'ownedAttribut' of a view not found, did you mean 'ownedAttribute'?"},
+        {"type: A, multiplicity: 0..*, view: subClass",
+         "44: property 'A.p': found 'view' on a stored property, expected the flag 'derived' with it"},
+        {"type: ZEL.Integer, fixed: 1", "35: property 'A.p': found 'fixed', expected 'body: unimplemented' with it"},
+        {"type: ZEL.Integer, flags: [derived]",
+         "5: property 'A.p': found a derived single value without 'body', expected hand or unimplemented"},
+        {"type: A, flags: [derived], body: hand, view: [subClass]",
+         "55: property 'A.p': found 'view' on a single value, expected it on many"},
+        {"type: ZEL.Integer, multiplicity: 0..*",
+         "15: property 'A.p': found many values of 'ZEL.Integer', expected a class or ZEL.String"},
+        {"type: ZEL.PropertyStorage", "15: property 'A.p': found type 'ZEL.PropertyStorage', which the metamodel keeps "
+                                      "for itself, expected another one"},
+        {"type: ZEL.Integer, flags: [derived], body: unimplemented, fixed: abc",
+         "74: found 'fixed' 'abc', expected a whole number"},
+        {"type: A, multiplicity: 0..*, flags: [derived], view: association",
+         "62: class 'A': property 'association' of a view not found"},
+        {"type: A, multiplicity: 0..*, flags: [derived], view: other",
+         "62: property 'A.p': found a view of the single value 'other', expected one of many, or a list of properties"},
+        {"type: ZEL.Comment, redefines: ZEL.Type.package",
+         "15: property 'A.p': found type 'ZEL.Comment', expected 'ZEL.Package' or a subclass of it, as "
+         "'ZEL.Type.package' has, which it redefines"},
+        {"type: A}, name: {type: ZEL.String, multiplicity: 0..*",
+         "19: property 'A.name': found another multiplicity than that of 'ZEL.NamedElement.name', which it redefines, "
+         "expected both single or both many"},
+        {"type: A, base_element: true", "32: property 'A.p': found 'base_element', expected it on a single reference "
+                                        "of a subclass of 'ZEL.StereotypeObject'"},
+    };
+    for (Case const & row : rows) {
+        std::string const types = "  A: {superclasses: [ZEL.Class], properties: {\n    p: {" + std::string(row.text) +
+                                  "},\n    other: {type: A, association: A_p, opposite: A.q},\n"
+                                  "    q: {type: A, association: A_p, opposite: A.other}}}\n";
+        EXPECT_THAT(mistakesIn(withTypes(types)), ElementsAre(std::string("app.yaml:8:") + row.mistake)) << row.text;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Properties, CheckedProperty,
-    testing::Values(
-        Case{"", "app.yaml:8:5: property 'A.p': found no 'type', expected the name of one"},
-        Case{"type: ZEL.Strin",
-             "app.yaml:8:15: property 'A.p': type 'ZEL.Strin' not found, did you mean 'ZEL.String'?"},
-        Case{"type: A, multiplicity: 1",
-             "app.yaml:8:32: found multiplicity '1', expected a form such as 0..1, 1..1 or 0..*"},
-        Case{"type: A, multiplicity: 3..2",
-             "app.yaml:8:32: found multiplicity '3..2', expected a lower bound that is not above the upper"},
-        Case{"type: A, flags: [composit]", "app.yaml:8:26: found flag 'composit', expected read_only, derived, "
-                                           "composite, ordered or nonunique, did you mean "
-                                           "'composite'?"},
-        Case{"type: A, persistence: none",
-             "app.yaml:8:31: found 'persistence' 'none', expected default, transient or extension"},
-        Case{"type: ZEL.Boolean, default: yes", "app.yaml:8:37: found default 'yes', expected true or false"},
-        Case{"type: ZEL.Integer, default: x1", "app.yaml:8:37: found default 'x1', expected a whole number"},
-        Case{"type: ZEL.UnlimitedNatural, default: -1",
-             "app.yaml:8:46: found default '-1', expected a whole number that is not negative, or *"},
-        Case{"type: ZEL.VisibilityKind, default: pubic", "app.yaml:8:44: found default 'pubic', expected public, "
-                                                         "private, protected or package, did you mean 'public'?"},
-        Case{"type: A, default: x", "app.yaml:8:27: found default 'x' of a class, expected none"},
-        Case{"type: A, association: A_x", "app.yaml:8:31: property 'A.p': found no other end of association 'A_x', "
-                                          "expected one of 'opposite' and 'owned_end'"},
-        Case{"type: A, owned_end: x",
-             "app.yaml:8:29: property 'A.p': found the other end 'x' without 'association', expected its name"},
-        Case{"type: A, association: A_x, opposite: A.othr",
-             "app.yaml:8:46: property 'A.p': opposite 'A.othr' not found, did you mean 'other'?"},
-        Case{"type: A, association: A_p, opposite: A.other",
-             "app.yaml:8:46: property 'A.p': found opposite 'A.other' whose own opposite is 'A.q', expected 'A.p'"},
-        Case{"type: A, redefines: Base.x",
-             "app.yaml:8:29: property 'A.p': found redefined property 'Base.x', expected a property of a superclass"},
-        Case{"type: A, redefines: ZEL.Classifier.general",
-             "app.yaml:8:29: property 'A.p': found redefined property 'ZEL.Classifier.general' of another "
-             "multiplicity, expected both "
-             "single or both many"},
-        Case{"type: A, multiplicity: 0..*, flags: [derived], view: ownedAttribut",
-             "app.yaml:8:62: class 'A': property 'ownedAttribut' of a view not found, did you mean 'ownedAttribute'?"},
-        Case{"type: A, multiplicity: 0..*, view: subClass",
-             "app.yaml:8:44: property 'A.p': found 'view' on a stored property, expected the flag 'derived' with it"},
-        Case{"type: ZEL.Integer, fixed: 1",
-             "app.yaml:8:35: property 'A.p': found 'fixed', expected 'body: unimplemented' with it"},
-        Case{"type: ZEL.Integer, flags: [derived]", "app.yaml:8:5: property 'A.p': found a derived single value "
-                                                    "without 'body', expected hand or unimplemented"},
-        Case{"type: A, flags: [derived], body: hand, view: [subClass]",
-             "app.yaml:8:55: property 'A.p': found 'view' on a single value, expected it on many"},
-        Case{"type: ZEL.Integer, multiplicity: 0..*",
-             "app.yaml:8:15: property 'A.p': found many values of 'ZEL.Integer', expected a class or ZEL.String"},
-        Case{"type: ZEL.PropertyStorage", "app.yaml:8:15: property 'A.p': found type 'ZEL.PropertyStorage', which the "
-                                          "metamodel keeps for itself, expected another one"},
-        Case{"type: ZEL.Integer, flags: [derived], body: unimplemented, fixed: abc",
-             "app.yaml:8:74: found 'fixed' 'abc', expected a whole number"},
-        Case{"type: A, multiplicity: 0..*, flags: [derived], view: association",
-             "app.yaml:8:62: class 'A': property 'association' of a view not found"},
-        Case{"type: A, multiplicity: 0..*, flags: [derived], view: other",
-             "app.yaml:8:62: property 'A.p': found a view of the single value 'other', expected one of many, or a list "
-             "of properties"},
-        Case{"type: ZEL.Comment, redefines: ZEL.Type.package",
-             "app.yaml:8:15: property 'A.p': found type 'ZEL.Comment', expected 'ZEL.Package' or a subclass of it, as "
-             "'ZEL.Type.package' has, which it redefines"},
-        Case{"type: A}, name: {type: ZEL.String, multiplicity: 0..*",
-             "app.yaml:8:19: property 'A.name': found another multiplicity than that of 'ZEL.NamedElement.name', which "
-             "it redefines, expected both single or both many"},
-        Case{"type: A, base_element: true",
-             "app.yaml:8:32: property 'A.p': found 'base_element', expected it on a single reference of a subclass of "
-             "'ZEL.StereotypeObject'"}));
 
 TEST(Check, AnAssociationHasOneNameAtBothEnds) {
     EXPECT_THAT(

@@ -3,10 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
 namespace zelgen::test {
 namespace {
@@ -17,12 +18,8 @@ fs::path goldenFolder() { return fs::path(ZEL_SOURCE_DIR) / "tests" / "golden"; 
 
 std::string readFile(fs::path const & path) {
     std::ifstream stream(path, std::ios::binary);
-    std::ostringstream text;
-    text << stream.rdbuf();
-    return text.str();
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
-
-bool isToRefresh() { return std::getenv("ZEL_UPDATE_GOLDENS") != nullptr; }
 
 /// What the generator makes of the metamodel of the goldens now.
 Files const & generated() {
@@ -33,36 +30,18 @@ Files const & generated() {
     return files;
 }
 
-/// Line, old and new text of the first difference.
-std::string firstDifference(std::string const & expected, std::string const & actual) {
-    std::istringstream left(expected);
-    std::istringstream right(actual);
-    std::string a;
-    std::string b;
-    for (int line = 1;; ++line) {
-        bool const hasLeft = static_cast<bool>(std::getline(left, a));
-        bool const hasRight = static_cast<bool>(std::getline(right, b));
-        if (!hasLeft && !hasRight) {
-            return "";
-        }
-        if (a != b || hasLeft != hasRight) {
-            return "line " + std::to_string(line) + "\n  golden:    " + (hasLeft ? a : "(end)") +
-                   "\n  generated: " + (hasRight ? b : "(end)");
-        }
-    }
-}
-
 class Golden : public testing::TestWithParam<char const *> {};
 
 TEST_P(Golden, IsWhatTheGeneratorMakes) {
     std::string const file = GetParam();
     std::string const & text = generated().at("machine/" + file);
-    if (isToRefresh()) {
+    if (std::getenv("ZEL_UPDATE_GOLDENS") != nullptr) {
         std::ofstream(goldenFolder() / file, std::ios::binary) << text;
     }
     std::string const golden = readFile(goldenFolder() / file);
+    auto const difference = std::mismatch(golden.begin(), golden.end(), text.begin(), text.end()).first;
     EXPECT_TRUE(golden == text)
-        << "tests/golden/" << file << " differs at " << firstDifference(golden, text)
+        << "tests/golden/" << file << " differs at line " << 1 + std::count(golden.begin(), difference, '\n')
         << "\nIf the change is meant: ZEL_UPDATE_GOLDENS=1 ctest -L generator, and commit tests/golden.";
 }
 

@@ -1,9 +1,8 @@
+#include "host/TemporaryFolder.h"
 #include "load/Definition.h"
 #include "load/Signature.h"
 
 #include <gmock/gmock.h>
-
-#include <fstream>
 
 namespace zelgen {
 namespace {
@@ -36,20 +35,11 @@ TEST(Load, KeepsTheOrderOfTypesAndProperties) {
     EXPECT_EQ(d.types[1].properties[1].type.mark.column, 17);
 }
 
-class LoadParts : public testing::Test {
-protected:
-    std::string write(std::string const & name, std::string const & text) const {
-        std::string const path = testing::TempDir() + "zelgen-parts-" + name;
-        std::ofstream(path) << text;
-        return path;
-    }
-};
-
-TEST_F(LoadParts, HaveTheirTypesBehindThoseOfTheHead) {
-    std::string const first = write("first.yaml", "types:\n  B: {superclasses: [A]}\n  C: {superclasses: [B]}\n");
-    std::string const second = write("second.yaml", "types: {D: {superclasses: [X]}}\n");
-    std::string const head =
-        write("head.yaml", "parts: [zelgen-parts-first.yaml, zelgen-parts-second.yaml]\ntypes: {A: {}}\n");
+TEST(Load, PartsHaveTheirTypesBehindThoseOfTheHead) {
+    TemporaryFolder const folder;
+    std::string const first = folder.file("first.yaml", "types:\n  B: {superclasses: [A]}\n  C: {superclasses: [B]}\n");
+    std::string const second = folder.file("second.yaml", "types: {D: {superclasses: [X]}}\n");
+    std::string const head = folder.file("head.yaml", "parts: [first.yaml, second.yaml]\ntypes: {A: {}}\n");
     Diagnostics diagnostics;
     Definition const d = loadDefinition(head, diagnostics);
     ASSERT_TRUE(diagnostics.empty());
@@ -61,18 +51,18 @@ TEST_F(LoadParts, HaveTheirTypesBehindThoseOfTheHead) {
     EXPECT_EQ(d.fileOf(d.types[3].superclasses[0].mark), second);
 }
 
-TEST_F(LoadParts, AreToldOfByTheirOwnNames) {
-    std::string const part = write("wrong.yaml", "prefix: p\ntypes:\n  A: {}\n  B: {abstrct: true}\n");
-    std::string const broken = write("broken.yaml", "types: {\n");
-    std::string const head =
-        write("told.yaml", "types: {A: {}}\n"
-                           "parts: [zelgen-parts-wrong.yaml, none.yaml, zelgen-parts-broken.yaml]\n");
+TEST(Load, PartsAreToldOfByTheirOwnNames) {
+    TemporaryFolder const folder;
+    std::string const part = folder.file("wrong.yaml", "prefix: p\ntypes:\n  A: {}\n  B: {abstrct: true}\n");
+    std::string const broken = folder.file("broken.yaml", "types: {\n");
+    std::string const head = folder.file("told.yaml", "types: {A: {}}\n"
+                                                      "parts: [wrong.yaml, none.yaml, broken.yaml]\n");
     Diagnostics diagnostics;
     (void)loadDefinition(head, diagnostics);
     std::vector<std::string> const messages = diagnostics.messages();
     ASSERT_EQ(messages.size(), 5u);
     EXPECT_EQ(messages[0].rfind(broken + ":2:1: found text that is not YAML", 0), 0u) << messages[0];
-    EXPECT_EQ(messages[1], head + ":2:34: found part 'none.yaml', expected a file that can be read");
+    EXPECT_EQ(messages[1], head + ":2:21: found part 'none.yaml', expected a file that can be read");
     EXPECT_EQ(messages[2], part + ":1:1: found unknown entry 'prefix' of a part");
     EXPECT_EQ(messages[3],
               part + ":3:3: found a second 'A' among the types, expected one; the first is at " + head + ":1");

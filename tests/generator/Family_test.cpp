@@ -199,14 +199,25 @@ TEST(Family, AnApplicationBuildsOnTheBuiltInMetamodel) {
     EXPECT_EQ(app.family().main().uris[0].path, "/spec/UML/2.1");
 }
 
-// What a state of the goldens does not show.
 TEST(Fields, AreDeclaredAndTestedByTheKindOfValue) {
-    Property const & text = propertyOf("Property", "default");
-    EXPECT_EQ(fieldText::declaration(text), "ZEL::internal::TextField default_;\n");
-    EXPECT_EQ(fieldText::isSet("f.", text), "!f.default_.isEmpty()");
-    Property const & storage = propertyOf("Property", "storage");
-    EXPECT_EQ(fieldText::declaration(storage), "ZEL::PropertyStorage storage;\n");
-    EXPECT_EQ(fieldText::isSet("f.", storage), "f.hasStorage");
+    struct {
+        char const * owner;
+        char const * name;
+        char const * declaration;
+        char const * isSet;
+    } const rows[] = {
+        {"Property", "default", "ZEL::internal::TextField default_;\n", "!f.default_.isEmpty()"},
+        {"Property", "storage", "ZEL::PropertyStorage storage;\n", "f.hasStorage"},
+        {"TypedElement", "type", "ZEL::NSInterface::TypeIntf * type = nullptr;\n", "f.type != nullptr"},
+        {"MultiplicityElement", "upper", "std::uint32_t upper = 1;\n", "f.hasUpper"},
+    };
+    for (auto const & row : rows) {
+        EXPECT_EQ(fieldText::declaration(propertyOf(row.owner, row.name)), row.declaration);
+        EXPECT_EQ(fieldText::isSet("f.", propertyOf(row.owner, row.name)), row.isSet);
+    }
+    EXPECT_EQ(fieldText::bitDeclarations(propertyOf("NamedElement", "visibility")),
+              "std::uint8_t visibility : 2 = 0;\n");
+    EXPECT_EQ(fieldText::bitDeclarations(propertyOf("MultiplicityElement", "isUnique")), "bool isUnique : 1 = true;\n");
 }
 
 } // namespace

@@ -159,6 +159,7 @@ public:
         void (NaiveModel::*perform)(Step const & s);
     };
     static std::map<std::string, Operation> const & operations();
+    static bool isOnObject(Step const & s) { return !s.what.empty() && operations().at(s.what).isOnObject; }
     void perform(Step const & s) { (this->*operations().at(s.what).perform)(s); }
 
 private:

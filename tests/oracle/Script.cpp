@@ -114,7 +114,7 @@ void Script::run(int steps) {
     for (int i = 0; i < steps && fProblems.empty(); ++i) {
         Step const step = nextStep();
         perform(step);
-        bool const isOnHistory = !NaiveModel::operations().at(step.what).isOnObject && step.what != "begin";
+        bool const isOnHistory = !NaiveModel::isOnObject(step) && step.what != "begin";
         compare(isOnHistory || i % 8 == 0 || i + 1 == steps, step.deviant);
     }
 }
@@ -151,6 +151,9 @@ void Script::problem(std::string const & text) {
 // --- the turns of listeners ----------------------------------------------------------------------------------------------
 
 void Script::take(Turn & turn, Step const & step) {
+    if (step.what.empty()) {
+        return;
+    }
     ++fCounts[step.what][told(turn.hearing.role)];
     fLast.push_back(std::string("  (") + told(turn.hearing.role) + ' ' + std::to_string(turn.hearing.listener) + ") " +
                     told(step));

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <deque>
-#include <initializer_list>
 #include <random>
 
 namespace ZEL::oracle {
@@ -55,11 +54,11 @@ private:
     // --- what next -------------------------------------------------------------------------------------------------------
     int below(int limit) { return static_cast<int>(fRandom() % static_cast<std::uint32_t>(limit)); }
     bool chance(int percent) { return below(100) < percent; }
-    template <class T> T const & any(std::vector<T> const & list) {
+    template <class List> auto const & any(List const & list) {
         return list[static_cast<std::size_t>(below(static_cast<int>(list.size())))];
     }
-    /// The place of one of the shares, which are chosen as often as they are large.
-    int choose(std::initializer_list<int> shares);
+    /// One of the steps, each as often as its share is large.
+    Step choose(std::vector<std::pair<int, Step>> const & shares);
     Step nextStep();
     Step nextInIdle(std::string const & deviant);
     Step nextInTransaction(std::string const & deviant);

@@ -20,14 +20,13 @@ std::vector<std::string> const kLines{"", "a", "b", "c", "d"};
 
 } // namespace
 
-int Script::choose(std::initializer_list<int> shares) {
-    int rest = below(std::accumulate(shares.begin(), shares.end(), 0));
-    int place = 0;
-    for (int const share : shares) {
-        rest -= share;
-        place += rest < 0 ? 0 : 1;
-    }
-    return place;
+Step Script::choose(std::vector<std::pair<int, Step>> const & shares) {
+    int const all =
+        std::accumulate(shares.begin(), shares.end(), 0, [](int sum, auto const & s) { return sum + s.first; });
+    int rest = below(all);
+    auto const chosen =
+        std::find_if(shares.begin(), shares.end(), [&](auto const & s) { return (rest -= s.first) < 0; });
+    return chosen->second;
 }
 
 Step Script::nextStep() {
@@ -41,32 +40,22 @@ Step Script::nextStep() {
 
 Step Script::nextInIdle(std::string const & name) {
     static std::vector<std::string> const more{"echo", "sierra", "zulu"};
-    bool const isRoot = name == kRoot;
     std::string const other = any(more);
-    switch (choose({isRoot ? 25 : 80, isRoot ? 55 : 0, 3, 2, 1, 1, 3, 2, isRoot ? 0 : 2, isRoot ? 0 : 2, 6})) {
-    case 0:
-        return {.what = "begin", .deviant = name, .text = "begun " + std::to_string(below(1000))};
-    case 1:
-        return nextOnHistory();
-    case 2:
-        return {.what = fNaive.deviants().count(other) == 0 ? "create deviant" : "remove deviant", .deviant = other};
-    case 3:
-        return nextOnListeners(name);
-    case 4:
-        return {.what = "replace foreign", .deviant = kRoot, .value = fFirstForeign + 10};
-    case 5:
-        return nextOnStack(name);
-    case 6:
-        return {.what = "cancel", .deviant = name};
-    case 7:
-        return {.what = "commit", .deviant = name};
-    case 8:
-        return {.what = "sync", .deviant = name};
-    case 9:
-        return {.what = "assign", .deviant = name};
-    default:
-        return nextWrite(name); // refused, unless nothing changes
-    }
+    bool const isThere = fNaive.deviants().count(other) != 0;
+    bool const isRoot = name == kRoot;
+    return choose({
+        {isRoot ? 25 : 80, {.what = "begin", .deviant = name, .text = "begun " + std::to_string(below(1000))}},
+        {isRoot ? 55 : 0, nextOnHistory()},
+        {3, {.what = isThere ? "remove deviant" : "create deviant", .deviant = other}},
+        {2, nextOnListeners(name)},
+        {1, {.what = "replace foreign", .deviant = kRoot, .value = fFirstForeign + 10}},
+        {1, nextOnStack(name)},
+        {3, {.what = "cancel", .deviant = name}},
+        {2, {.what = "commit", .deviant = name}},
+        {isRoot ? 0 : 2, {.what = "sync", .deviant = name}},
+        {isRoot ? 0 : 2, {.what = "assign", .deviant = name}},
+        {6, nextWrite(name)}, // refused, unless nothing changes
+    });
 }
 
 Step Script::nextInTransaction(std::string const & name) {
@@ -77,57 +66,38 @@ Step Script::nextInTransaction(std::string const & name) {
         }
     }
     bool const isRoot = name == kRoot;
-    int const begins = fNaive.deviant(name).depth < 4 ? 20 : 0;
-    switch (choose({100, 20, begins, 8, 8, 45, isRoot ? 0 : 4, 6, 5, 780})) {
-    case 0:
-        return {.what = "commit", .deviant = name};
-    case 1:
-        return {.what = "cancel", .deviant = name};
-    case 2:
-        return {.what = "begin", .deviant = name, .text = "nested"};
-    case 3:
-        return {.what = "undo", .deviant = kRoot};
-    case 4:
-        return {.what = "redo", .deviant = kRoot};
-    case 5:
-        return {.what = isRoot ? "assign" : "sync", .deviant = isRoot ? any(others) : name};
-    case 6:
-        return {.what = "remove deviant", .deviant = name}; // refused within a transaction
-    case 7:
-        return nextOnStack(name);
-    case 8:
-        return nextOnListeners(name);
-    default:
-        return nextWrite(name);
-    }
+    return choose({
+        {100, {.what = "commit", .deviant = name}},
+        {20, {.what = "cancel", .deviant = name}},
+        {fNaive.deviant(name).depth < 4 ? 20 : 0, {.what = "begin", .deviant = name, .text = "nested"}},
+        {8, {.what = "undo", .deviant = kRoot}},
+        {8, {.what = "redo", .deviant = kRoot}},
+        {45, {.what = isRoot ? "assign" : "sync", .deviant = isRoot ? any(others) : name}},
+        {isRoot ? 0 : 4, {.what = "remove deviant", .deviant = name}}, // refused within a transaction
+        {6, nextOnStack(name)},
+        {5, nextOnListeners(name)},
+        {780, nextWrite(name)},
+    });
 }
 
 // On a deviant beside the root there is no way back from a disabled undo.
 Step Script::nextOnStack(std::string const & name) {
-    std::vector<std::string> const endings{"clear undo", "clear undo", "clear redo", "clear redo", "disable undo"};
-    return {.what = any(endings), .deviant = name};
+    return choose({{2, {.what = "clear undo", .deviant = name}},
+                   {2, {.what = "clear redo", .deviant = name}},
+                   {1, {.what = "disable undo", .deviant = name}}});
 }
 
 Step Script::nextOnHistory() {
     NaiveDeviant const & root = fNaive.deviant(kRoot);
     int const runs = root.maximum == 0 ? 0 : 35;
     bool const isAnyLevel = root.stack.empty() || chance(10);
-    int const level = isAnyLevel
-                          ? below(root.highestLevel + 2)
-                          : root.stack[static_cast<std::size_t>(below(static_cast<int>(root.stack.size())))]->level;
-    switch (choose({runs, runs, 15, 15, 5})) {
-    case 0:
-        return {.what = "undo", .deviant = kRoot};
-    case 1:
-        return {.what = "redo", .deviant = kRoot};
-    case 2:
-        return {.what = "undo to level", .deviant = kRoot, .value = level};
-    case 3:
-        return {.what = "redo to level", .deviant = kRoot, .value = level};
-    default:
-        int const maximum = root.maximum > 0 && chance(20) ? -below(2) : chance(10) ? 50 : 3 + below(12);
-        return {.what = "set maximum", .deviant = kRoot, .value = maximum};
-    }
+    int const level = isAnyLevel ? below(root.highestLevel + 2) : any(root.stack)->level;
+    int const maximum = root.maximum > 0 && chance(20) ? -below(2) : chance(10) ? 50 : 3 + below(12);
+    return choose({{runs, {.what = "undo", .deviant = kRoot}},
+                   {runs, {.what = "redo", .deviant = kRoot}},
+                   {15, {.what = "undo to level", .deviant = kRoot, .value = level}},
+                   {15, {.what = "redo to level", .deviant = kRoot, .value = level}},
+                   {5, {.what = "set maximum", .deviant = kRoot, .value = maximum}}});
 }
 
 Step Script::nextOnListeners(std::string const & name) {
@@ -141,22 +111,14 @@ Step Script::nextOnListeners(std::string const & name) {
 
 void Script::modify(Turn & turn) {
     std::string const & name = turn.hearing.deviant;
-    switch (choose({25, 3, 3, 2, 67})) {
-    case 0:
+    Step const first = choose({{67, {}},
+                               {25, nextWrite(name)},
+                               {3, {.what = "cancel", .deviant = name}},
+                               {3, {.what = "begin", .deviant = name, .text = "left open"}},
+                               {2, {.what = "disable undo", .deviant = name}}});
+    take(turn, first);
+    if (NaiveModel::isOnObject(first)) {
         take(turn, nextWrite(name));
-        take(turn, nextWrite(name));
-        break;
-    case 1:
-        take(turn, {.what = "cancel", .deviant = name});
-        break;
-    case 2:
-        take(turn, {.what = "begin", .deviant = name, .text = "left open"});
-        break;
-    case 3:
-        take(turn, {.what = "disable undo", .deviant = name});
-        break;
-    default:
-        break;
     }
 }
 
@@ -165,20 +127,16 @@ void Script::observe(Turn & turn) {
     if (fIsJumping || fTurns.size() >= kMostTurns) {
         return;
     }
-    switch (choose({12, name == kRoot ? 4 : 0, 3, 75})) {
-    case 0:
-        take(turn, {.what = "begin", .deviant = name, .text = "by an observer"});
+    int const runs = name == kRoot ? 2 : 0;
+    Step const first = choose({{75, {}},
+                               {12, {.what = "begin", .deviant = name, .text = "by an observer"}},
+                               {runs, {.what = "undo", .deviant = kRoot}},
+                               {runs, {.what = "redo", .deviant = kRoot}},
+                               {3, nextOnStack(name)}});
+    take(turn, first);
+    if (first.what == "begin") {
         take(turn, nextWrite(name));
         take(turn, {.what = chance(80) ? "commit" : "cancel", .deviant = name});
-        break;
-    case 1:
-        take(turn, {.what = chance(50) ? "undo" : "redo", .deviant = kRoot});
-        break;
-    case 2:
-        take(turn, nextOnStack(name));
-        break;
-    default:
-        break;
     }
 }
 
@@ -207,18 +165,17 @@ Step Script::nextWrite(std::string const & name) {
 
 std::optional<Step> Script::tryWrite(std::string const & name, std::vector<int> const & objects) {
     int const object = any(objects);
-    int const choice = choose({35, 47, 11, 7});
-    if (choice == 0) {
+    if (chance(35)) {
         return anyValue(name, object);
     }
     bool const isOpen = fNaive.deviant(name).depth > 0;
     if (!isOpen || !isAnchored(name, object)) {
         return std::nullopt;
     }
-    if (choice == 1) {
+    if (chance(72)) {
         return tryEnd(name, object, objects);
     }
-    if (choice == 2) {
+    if (chance(60)) {
         return tryContainer(name, object, objects);
     }
     if (chance(60) || objects.size() + 5 > kMostAlive) {

@@ -58,6 +58,13 @@ bool conforms(ImmutableClass const & metaClass, ImmutableClass const & type) {
 
 // --- models -----------------------------------------------------------------------------------------------------------
 
+/// What a random model is made by. Shapes differ with the seed: flat and wide, deep and narrow, sparse and well linked.
+struct Shape {
+    int depth;
+    int breadth;
+    int associations;
+};
+
 Shape shapeOf(unsigned int seed) {
     static constexpr Shape shapes[] = {{2, 3, 20},  {3, 4, 100}, {4, 4, 300}, {6, 2, 100}, {1, 60, 200},
                                        {8, 2, 400}, {3, 6, 50},  {5, 3, 800}, {60, 1, 60}, {2, 12, 1000}};
@@ -86,12 +93,10 @@ void applyStereotypes(Subject const & subject, Model const & model, unsigned int
 
 ClassObject makeRoot(Subject const & subject, Model const & model) {
     for (ImmutableProperty const & property : model.getMetaClass().getOwnedAttributes()) {
-        for (ImmutableClass const & metaClass : concreteClasses(subject)) {
-            if (property.getName() == subject.root && metaClass == ImmutableClass(property.getType())) {
-                ClassObject const root = makeObject(metaClass, model);
-                model.setOrAdd(property, root);
-                return root;
-            }
+        if (property.getName() == subject.root) {
+            ClassObject const root = makeObject(ImmutableClass(property.getType()), model);
+            model.setOrAdd(property, root);
+            return root;
         }
     }
     return ClassObject();

@@ -25,14 +25,6 @@ std::ostream & operator<<(std::ostream & out, Subject const & subject);
 std::vector<ImmutableClass> concreteClasses(Subject const & subject);
 [[nodiscard]] bool conforms(ImmutableClass const & metaClass, ImmutableClass const & type);
 
-/// What a random model is made by. Shapes differ with the seed: flat and wide, deep and narrow, sparse and well linked.
-struct Shape {
-    int depth;
-    int breadth;
-    int associations;
-};
-Shape shapeOf(unsigned int seed);
-
 /// A model filled at random, stereotype instances included, in one transaction that is over.
 Model randomModel(Subject const & subject, unsigned int seed);
 /// Instances of the subject's stereotypes on some of the elements that they are for. No property of a file leads to them,

@@ -21,12 +21,6 @@ std::string withTypes(std::string const & types) {
            types;
 }
 
-TEST(Check, TheBuiltInDefinitionIsRight) {
-    Diagnostics diagnostics;
-    check({&builtIn()}, diagnostics);
-    EXPECT_THAT(diagnostics.messages(), IsEmpty());
-}
-
 TEST(Check, TheExampleOfTheFormatIsRight) {
     std::ifstream stream(ZEL_SOURCE_DIR "/metamodel/FORMAT.md");
     std::string example;

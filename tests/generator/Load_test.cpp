@@ -69,14 +69,6 @@ TEST(Load, PartsAreToldOfByTheirOwnNames) {
     EXPECT_EQ(messages[4], part + ":4:7: found unknown entry 'abstrct' of a type, did you mean 'abstract'?");
 }
 
-TEST(Load, AViewIsOneNameOrAList) {
-    Diagnostics diagnostics;
-    Definition const d =
-        parseDefinition("types: {A: {properties: {p: {view: q}, r: {view: [q, s]}}}}", "m.yaml", diagnostics);
-    EXPECT_EQ(d.types[0].properties[0].viewOf->text, "q");
-    EXPECT_EQ(d.types[0].properties[1].view.size(), 2u);
-}
-
 TEST(Load, SaysWhatItFoundInTheWrongPlace) {
     struct {
         char const * text;

@@ -24,11 +24,6 @@ TEST(Names, PluralsFollowTheEndOfTheWord) {
     }
 }
 
-TEST(Names, ARepeatedPropertyTakesTheNameOfItsTypeInFront) {
-    EXPECT_EQ(Names::prefixed("UnlimitedNatural", "upper"), "unlimitedNaturalUpper");
-    EXPECT_EQ(Names::prefixed("Type", "type"), "typeType");
-}
-
 TEST(Names, OnlyAWordBehindIsMakesAFlag) {
     EXPECT_TRUE(Names::readsAsFlag("isReadOnly"));
     EXPECT_TRUE(Names::readsAsFlag("isID"));

@@ -8,14 +8,6 @@
 namespace zelgen {
 namespace {
 
-TEST(Printer, AValueOfSeveralLinesTakesTheIndentationOfItsPlace) {
-    EXPECT_EQ(Printer("app")("{\n    $body$\n}\n", {{"body", "one;\n\ntwo;\n"}}), "{\n    one;\n\n    two;\n}\n");
-}
-
-TEST(Printer, ALineOfAnEmptyValueAloneGoesAway) {
-    EXPECT_EQ(Printer("app")("a\n  $none$\nb$none$c\n", {{"none", ""}}), "a\nbc\n");
-}
-
 TEST(Printer, AnUnknownNameAndAnUnusedValueAreMistakes) {
     Printer const print("app");
     EXPECT_THROW((void)print("$x$", {}), std::logic_error);

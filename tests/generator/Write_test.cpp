@@ -96,6 +96,14 @@ TEST_F(Write, VisitorsHaveTheClassesWithInstances) {
     EXPECT_TRUE(exists("app/ImmutableVisitorEmpty.cpp"));
 }
 
+TEST_F(Write, ElementsOfARedefinedListAreFoundByNameInTheOneInItsPlace) {
+    run("  A: {superclasses: [ZEL.Element], properties: {p: {type: ZEL.Class, multiplicity: 0..*}}}\n"
+        "  B: {superclasses: [A], properties: {q: {type: ZEL.Class, multiplicity: 0..*, redefines: A.p}}}\n");
+    std::string const operation = "BIntf::getPByName(ZEL::Deviant deviant, ZEL::String const & name)";
+    EXPECT_TRUE(holds("app/BIntf.cpp", operation + " { return getQByName(deviant, name); }"));
+    EXPECT_TRUE(holds("app/BIntf.cpp", operation + " const {\n    return getQByName(deviant, name);\n"));
+}
+
 TEST_F(Write, AClassNamedVisitorKeepsItsName) {
     run("  Museum: {superclasses: [ZEL.Element]}\n");
     ASSERT_TRUE(exists("app/VisitorEmpty.h"));

@@ -4,7 +4,6 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
-#include <ZEL/metamodel/NamedElement.h>
 #include <ZEL/metamodel/PropertySupport.h>
 #include <ZEL/sequences/Sequence.h>
 #include <machine/Colour.h>
@@ -83,12 +82,6 @@ void PartDeviantImpl::setNext(ZEL::Deviant, Part const & value) {
 }
 
 Part PartDeviantImpl::getNext(ZEL::Deviant deviant) const { return Part(fields.next, deviant); }
-
-ZEL::Sequence<ZEL::NamedElement> PartDeviantImpl::getMakersWithoutAssociation(ZEL::Deviant deviant) const {
-    return ZEL::internal::stateSequence<ZEL::NamedElement>(*this, deviant, NSInterface::PartIntf::makerField());
-}
-
-ZEL::internal::PersistentSequence & PartDeviantImpl::internal_makerField() { return fields.maker; }
 
 ZEL::Sequence<ZEL::String> PartDeviantImpl::getNotesWithoutAssociation(ZEL::Deviant deviant) const {
     return ZEL::internal::stateSequence<ZEL::String>(*this, deviant, NSInterface::PartIntf::noteField());

@@ -4,7 +4,6 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
-#include <ZEL/metamodel/NamedElement.h>
 #include <machine/Colour.h>
 #include <machine/Part.h>
 

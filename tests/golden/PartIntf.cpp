@@ -4,7 +4,6 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
-#include <ZEL/metamodel/NamedElement.h>
 #include <ZEL/metamodel/PropertySupport.h>
 #include <ZEL/sequences/SequenceField.h>
 #include <machine/Colour.h>
@@ -126,38 +125,6 @@ void PartIntf::removeOnlyNext(ZEL::Deviant deviant) {
 void PartIntf::setOnlyNext(ZEL::Deviant deviant, Part const & value) {
     ZEL::internal::noteForeignElement(*this, value);
     ZEL::internal::writeStateOf<PartIntf>(*this, deviant).setNext(deviant, value);
-}
-
-ZEL::Sequence<ZEL::NamedElement> PartIntf::getMakers(ZEL::Deviant deviant) const {
-    return getMakersWithoutAssociation(deviant);
-}
-
-ZEL::Sequence<ZEL::NamedElement> PartIntf::getMakersWithoutAssociation(ZEL::Deviant deviant) const {
-    return ZEL::internal::storedSequence<ZEL::NamedElement>(*this, deviant, makerField());
-}
-
-ZEL::internal::PersistentSequence & PartIntf::internal_makerField() { ZEL::raiseAnInternalError(); }
-
-ZEL::Generic::SequenceField const & PartIntf::makerField() noexcept {
-    static constexpr auto field = ZEL::Generic::SequenceField::ofBodies(
-        "ZEL.NamedElement", &ZEL::NSInterface::NamedElementIntf::classInfo,
-        [](ZEL::NSInterface::ClassObjectIntf const * object,
-            ZEL::Deviant deviant) -> ZEL::internal::PersistentSequence const & {
-            return ZEL::internal::readStateOf<PartIntf>(*object, deviant).internal_makerField();
-        },
-        [](ZEL::NSInterface::ClassObjectIntf const * object,
-            ZEL::Deviant deviant) -> ZEL::internal::PersistentSequence & {
-            return ZEL::internal::writeStateOf<PartIntf>(*object, deviant).internal_makerField();
-        });
-    return field;
-}
-
-ZEL::NamedElement PartIntf::getMakerByName(ZEL::Deviant deviant, ZEL::String const & name) {
-    return ZEL::internal::firstNamed<ZEL::NamedElement>(getMakersWithoutAssociation(deviant), name);
-}
-
-ZEL::ImmutableNamedElement PartIntf::getMakerByName(ZEL::Deviant deviant, ZEL::String const & name) const {
-    return ZEL::internal::firstNamed<ZEL::ImmutableNamedElement>(getMakersWithoutAssociation(deviant), name);
 }
 
 ZEL::Sequence<ZEL::String> PartIntf::getNotes(ZEL::Deviant deviant) const {

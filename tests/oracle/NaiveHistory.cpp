@@ -224,32 +224,23 @@ Changes NaiveModel::changes(Slots const & before, NaiveDeviant const & after) {
 
 // --- history ---------------------------------------------------------------------------------------------------------
 
-void NaiveModel::requireIdle(char const * operation) const {
+void NaiveModel::requireIdle(std::string const & operation) const {
     if (fDeviants.at(kRoot).depth != 0) {
-        throw Refusal(std::string("cannot ") + operation + " within a transaction");
-    }
-}
-
-void NaiveModel::undo(Step const &) {
-    requireIdle("undo");
-    finish(at(kRoot));
-    if (at(kRoot).position > 0) {
-        run(true);
-    }
-}
-
-void NaiveModel::redo(Step const &) {
-    requireIdle("redo");
-    finish(at(kRoot));
-    if (at(kRoot).position < static_cast<int>(at(kRoot).stack.size())) {
-        run(false);
+        throw Refusal("cannot " + operation + " within a transaction");
     }
 }
 
 // The objects of the entry and the root exchange their states, whole.
-void NaiveModel::run(bool isUndo) {
+void NaiveModel::replay(Step const & s) {
+    bool const isUndo = s.what.starts_with("undo");
+    requireIdle(isUndo ? "undo" : "redo");
     NaiveDeviant & root = at(kRoot);
+    finish(root);
     root.position -= isUndo ? 1 : 0;
+    if (root.position < 0 || root.position == static_cast<int>(root.stack.size())) {
+        root.position = std::max(0, root.position);
+        return; // nothing to undo or redo
+    }
     Entry const entry = root.stack[static_cast<std::size_t>(root.position)];
     for (auto & [object, slot] : entry->slots) {
         std::swap(root.slots[object], slot);
@@ -268,22 +259,19 @@ void NaiveModel::run(bool isUndo) {
     observe(root, all, entry);
 }
 
-void NaiveModel::undoToLevel(Step const & s) { runToLevel(s, true); }
-
-void NaiveModel::redoToLevel(Step const & s) { runToLevel(s, false); }
-
-void NaiveModel::runToLevel(Step const & s, bool isUndo) {
+void NaiveModel::replayToLevel(Step const & s) {
+    bool const isUndo = s.what.starts_with("undo");
     std::string const operation = isUndo ? "undoToChangeLevel" : "redoToChangeLevel";
-    requireIdle(operation.c_str());
+    requireIdle(operation);
     NaiveDeviant & root = at(kRoot);
     auto const divider = root.stack.begin() + root.position;
-    auto const isAt = [&](Entry const & entry) { return entry->level == s.value; };
-    if (s.value != root.level &&
-        std::none_of(isUndo ? root.stack.begin() : divider, isUndo ? divider : root.stack.end(), isAt)) {
+    bool const isAhead = std::any_of(isUndo ? root.stack.begin() : divider, isUndo ? divider : root.stack.end(),
+                                     [&](Entry const & entry) { return entry->level == s.value; });
+    if (!isAhead && s.value != root.level) {
         throw Refusal("invalid change level for " + operation);
     }
     while (root.level != s.value) {
-        isUndo ? undo(s) : redo(s);
+        replay(s);
     }
 }
 

@@ -181,10 +181,8 @@ private:
     void begin(Step const & s);
     void commit(Step const & s);
     void cancel(Step const & s);
-    void undo(Step const & s);
-    void redo(Step const & s);
-    void undoToLevel(Step const & s);
-    void redoToLevel(Step const & s);
+    void replay(Step const & s); ///< undo and redo
+    void replayToLevel(Step const & s);
     void setMaximum(Step const & s);
     void disableUndo(Step const & s);
     void clearUndo(Step const & s);
@@ -227,9 +225,7 @@ private:
     /// What those say who take part in a commit.
     bool askAll(NaiveDeviant & deviant, Role role);
     void observe(NaiveDeviant & deviant, Changes changes, Entry const & entry);
-    void run(bool isUndo);
-    void runToLevel(Step const & s, bool isUndo);
-    void requireIdle(char const * operation) const;
+    void requireIdle(std::string const & operation) const;
 
     NaiveListeners fListeners;
     std::map<std::string, NaiveDeviant> fDeviants; ///< in the order of their names

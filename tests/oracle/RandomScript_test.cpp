@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <string>
 
 namespace {
@@ -21,14 +20,9 @@ std::string problemsOf(std::uint32_t seed, int steps, PhaseCounts & counts) {
     leaks.beginTrackLifetime();
     std::string problems;
     {
-        Script script(seed);
+        Script script(seed, counts);
         script.run(steps);
         problems = script.problems();
-        for (auto const & [what, phases] : script.counts()) {
-            for (auto const & [phase, count] : phases) {
-                counts[what][phase] += count;
-            }
-        }
     }
     try {
         leaks.endTrackLifetime();
@@ -53,13 +47,6 @@ PhaseCounts runScripts(std::uint32_t firstSeed, int steps) {
     for (std::uint32_t seed = firstSeed; steps > 0 && !testing::Test::HasFailure(); ++seed, steps -= kStepsOfAModel) {
         std::string const problems = problemsOf(seed, std::min(steps, kStepsOfAModel), counts);
         EXPECT_TRUE(problems.empty()) << problems;
-    }
-    for (auto const & [what, phases] : counts) {
-        std::printf("%-18s", what.c_str());
-        for (auto const & [phase, count] : phases) {
-            std::printf(" %s %d", phase.c_str(), count);
-        }
-        std::printf("\n");
     }
     return counts;
 }

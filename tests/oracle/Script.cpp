@@ -94,9 +94,10 @@ State withoutRiding(State state) {
 
 // --- running -----------------------------------------------------------------------------------------------------------
 
-Script::Script(std::uint32_t seed)
+Script::Script(std::uint32_t seed, PhaseCounts & counts)
     : fSeed(seed),
       fRandom(seed),
+      fCounts(counts),
       fNaive([this](Hearing const & hearing, Slots const & before) { return decide(hearing, before); }),
       fKernel([this](Hearing const & hearing, Deviant view) { return repeat(hearing, view); }) {
     perform({.what = "replace foreign", .deviant = kRoot, .value = kFirstForeign});

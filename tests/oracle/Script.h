@@ -17,7 +17,8 @@ using PhaseCounts = std::map<std::string, std::map<std::string, int>>;
 /// check that they have been called in the same order with the same changes.
 class Script {
 public:
-    explicit Script(std::uint32_t seed);
+    /// Adds to the counts.
+    Script(std::uint32_t seed, PhaseCounts & counts);
     Script(Script const &) = delete;
     Script & operator=(Script const &) = delete;
 
@@ -25,7 +26,6 @@ public:
     void run(int steps);
     /// Empty, or the differences with the seed and the last steps.
     [[nodiscard]] std::string const & problems() const { return fProblems; }
-    [[nodiscard]] PhaseCounts const & counts() const { return fCounts; }
 
 private:
     struct Turn {
@@ -76,6 +76,7 @@ private:
 
     std::uint32_t fSeed;
     std::mt19937 fRandom;
+    PhaseCounts & fCounts;
     NaiveModel fNaive;
     KernelModel fKernel;
     int fFirstForeign = kFirstForeign; ///< of the other model that there is now
@@ -84,7 +85,6 @@ private:
     bool fIsJumping = false;
     std::deque<std::string> fLast;
     std::string fProblems;
-    PhaseCounts fCounts;
 };
 
 } // namespace ZEL::oracle

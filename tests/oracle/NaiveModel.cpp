@@ -276,10 +276,12 @@ void NaiveModel::setContainer(Step const & s) {
             continue;
         }
         moveOnly(s.deviant, s.object, container);
-        int const displaced = rule.isMany ? kNothing : onlyOf(read(s.deviant, container).ends.at(rule.property));
-        // It can be there already where a deviant and the root have combined to ends out of step.
-        if (displaced != kNothing && displaced != s.object) {
-            unparentOnly(s.deviant, displaced);
+        std::vector<int> const present = read(s.deviant, container).ends.at(rule.property);
+        if (contains(present, s.object)) {
+            return; // it was there already, where a deviant and the root have combined to ends out of step
+        }
+        if (!rule.isMany && !present.empty()) {
+            unparentOnly(s.deviant, present.front());
         }
         addTo(s.deviant, container, rule.property, s.object);
         return;

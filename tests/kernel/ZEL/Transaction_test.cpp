@@ -1,221 +1,99 @@
-#include "support/TestObjects.h"
+#include "DeviantTest.h"
 
-#include <ZEL/DeviantAssertions.h>
-#include <ZEL/StateMap.h>
 #include <ZEL/Transaction.h>
 
 namespace ZEL {
 namespace {
 
-using testsupport::asState;
-using testsupport::raisedBy;
-using testsupport::Thing;
-using testsupport::ThingState;
+class TransactionTest : public TwoDeviants {};
 
-class TransactionTest : public testsupport::DeviantFixture {
-protected:
-    ~TransactionTest() override { DeviantAssertions::enableAssertions(true); }
-
-    Thing & thing = make(root, 1);
-    Deviant a = createDeviant("a");
-};
-
-TEST_F(TransactionTest, NestedTransactionsMakeOneEntryWithTheOuterName) {
-    int const before = root.getUndoStackLength();
-    root.beginTransaction("a");
-    root.beginTransaction("b");
+TEST_F(TransactionTest, TheOutermostCommitMakesOneEntryAndLeavesOthersWithTheFormerState) {
+    root.beginTransaction("outer");
+    root.beginTransaction("inner");
     thing.set(root, 2);
     root.commitTransaction();
     EXPECT_TRUE(root.isWithinTransaction());
+    EXPECT_EQ("|2|", history());
     root.commitTransaction();
-    EXPECT_FALSE(root.isWithinTransaction());
-    EXPECT_EQ(before + 1, root.getUndoStackLength());
-    EXPECT_EQ("a", root.getUndoNameAt(0));
-}
+    EXPECT_FALSE(root.isWithinTransaction() || root.isWithinTransactionUndoOrRedo());
+    EXPECT_EQ("outer2 |3|", history());
+    EXPECT_EQ("2 1", seen(thing));
 
-TEST_F(TransactionTest, AnEmptyTransactionLeavesNothingButTheFlag) {
-    int const entries = root.getUndoStackLength();
-    int const level = root.getCurrentChangeLevel();
-    EXPECT_FALSE(root.isWithinTransactionUndoOrRedo());
     root.beginTransaction();
-    EXPECT_TRUE(root.isWithinTransactionUndoOrRedo());
     root.commitTransaction();
-    EXPECT_TRUE(root.isWithinTransactionUndoOrRedo());
-    EXPECT_EQ(entries, root.getUndoStackLength());
-    EXPECT_EQ(level, root.getCurrentChangeLevel());
-    commitValue(root, thing, 2);
-    EXPECT_FALSE(root.isWithinTransactionUndoOrRedo());
-    EXPECT_EQ(level + 1, root.getCurrentChangeLevel());
+    EXPECT_EQ("outer2 |3|", history()) << "an empty transaction leaves nothing";
+    EXPECT_TRUE(root.isWithinTransactionUndoOrRedo()) << "but the flag";
+
+    commitValue(a, thing, 5);
+    EXPECT_EQ("2 5", seen(thing));
+    EXPECT_EQ(0, a.getUndoStackLength()) << "a named deviant keeps no history";
+    EXPECT_TRUE(a.hasUndoStack() && a.getMaximumUndoStackLength() == 1);
 }
 
-TEST_F(TransactionTest, CommitNeedsATransactionAndCancelDoesNot) {
-    EXPECT_EQ("transaction not started", raisedBy([&] { root.commitTransaction(); }));
-    root.cancelTransaction();
-    for (int depth = 0; depth < 3; ++depth) {
-        root.beginTransaction();
-    }
-    thing.set(root, 2);
-    root.cancelTransaction();
-    EXPECT_FALSE(root.isWithinTransaction());
-    EXPECT_EQ(1, thing.valueIn(root));
-    EXPECT_TRUE(root.isWithinTransactionUndoOrRedo());
-    EXPECT_EQ("transaction not started", raisedBy([&] { root.commitTransaction(); }));
-}
-
-TEST_F(TransactionTest, CancelFailsWithoutAnUndoStackOnlyInsideATransaction) {
-    root.disableUndo();
-    root.cancelTransaction();
-    root.beginTransaction();
-    EXPECT_EQ("cancelTransaction on deviant without undo stack", raisedBy([&] { root.cancelTransaction(); }));
-    EXPECT_TRUE(root.isWithinTransaction());
-    root.commitTransaction();
-}
-
-TEST_F(TransactionTest, TheLiveStateOfTheRootKeepsItsAddress) {
-    NSInterface::ObjectIntf const * const state = thing.internal_getDeviation(root);
-    root.beginTransaction();
-    thing.set(root, 2);
-    EXPECT_EQ(state, thing.internal_getDeviation(root));
-    EXPECT_NE(state, root.getSavedOldStateOfObject(&thing));
-    root.commitTransaction();
-    EXPECT_EQ(nullptr, root.getSavedOldStateOfObject(&thing));
-}
-
-TEST_F(TransactionTest, ATransactionCostsOneCopyPerObject) {
-    root.beginTransaction();
-    thing.set(root, 2);
-    int const states = ThingState::numberAlive;
-    for (int i = 0; i < 10; ++i) {
-        thing.set(root, i);
-    }
-    EXPECT_EQ(states, ThingState::numberAlive);
-    root.cancelTransaction();
-    EXPECT_EQ(states - 1, ThingState::numberAlive);
-}
-
-TEST_F(TransactionTest, EachOutermostBeginHasANumberOfItsOwn) {
-    EXPECT_EQ(0u, root.getIdentity()->openTransaction);
-    EXPECT_FALSE(root.getIdentity()->savedStatesVisible);
-    root.beginTransaction();
-    auto const first = root.getIdentity()->openTransaction;
-    root.beginTransaction();
-    EXPECT_EQ(first, root.getIdentity()->openTransaction);
-    EXPECT_TRUE(root.getIdentity()->savedStatesVisible);
-    a.beginTransaction();
-    EXPECT_NE(first, a.getIdentity()->openTransaction);
-    root.cancelTransaction();
-    EXPECT_EQ(0u, root.getIdentity()->openTransaction);
-    root.beginTransaction();
-    EXPECT_LT(first, root.getIdentity()->openTransaction);
-    root.commitTransaction();
-    a.commitTransaction();
-    commitValue(root, thing, 2);
-    EXPECT_FALSE(root.getIdentity()->savedStatesVisible);
-}
-
-// --- other deviants --------------------------------------------------------------------------------------------------
-
-TEST_F(TransactionTest, ARootCommitLeavesOthersWithTheFormerState) {
-    commitValue(root, thing, 2);
-    EXPECT_EQ(1, thing.valueIn(a));
-    EXPECT_EQ(1u, a.getObjectsDeviatingFromRoot()->size());
-    commitValue(root, thing, 3);
-    EXPECT_EQ(1, thing.valueIn(a));
-    EXPECT_EQ(2, thing.valueIn(root) - 1);
-}
-
-TEST_F(TransactionTest, TheFirstDeviantThatIsWritingTheObjectIsTheLastToBeServed) {
-    Deviant const b = createDeviant("b");
-    Deviant const c = createDeviant("c");
-    b.beginTransaction();
-    thing.set(b, 5);
-    EXPECT_EQ(Deviant::FallbackToRoot, b.getSavedOldStateOfObject(&thing));
-    commitValue(root, thing, 2);
-    EXPECT_EQ(1, thing.valueIn(a));
-    EXPECT_EQ(5, thing.valueIn(b));
-    EXPECT_EQ(2, thing.valueIn(c)) << "the walk over the deviants has ended at b";
-    b.cancelTransaction();
-    EXPECT_EQ(1, thing.valueIn(b)) << "b's history has taken the state before the root's commit";
-}
-
-TEST_F(TransactionTest, CommitInANamedDeviantKeepsNoHistory) {
-    int const level = a.getCurrentChangeLevel();
-    commitValue(a, thing, 2);
-    EXPECT_EQ(0, a.getUndoStackLength());
-    EXPECT_TRUE(a.hasUndoStack());
-    EXPECT_EQ(1, a.getMaximumUndoStackLength());
-    EXPECT_EQ(level + 1, a.getCurrentChangeLevel());
-}
-
-TEST_F(TransactionTest, CancelInANamedDeviantMakesTheObjectFollowTheRootAgain) {
+TEST_F(TransactionTest, CancelEndsAllLevelsAndBringsObjectsToWhatTheyWere) {
     a.beginTransaction();
     thing.set(a, 2);
-    a.cancelTransaction();
-    EXPECT_TRUE(a.getObjectsDeviatingFromRoot()->empty());
-    EXPECT_EQ(1, thing.valueIn(a));
-    commitValue(a, thing, 3);
-    a.beginTransaction();
-    thing.set(a, 4);
-    a.cancelTransaction();
-    EXPECT_EQ(3, thing.valueIn(a));
-}
-
-TEST_F(TransactionTest, CancelOfADeletionInANamedDeviantMakesTheObjectFollowTheRootAgain) {
-    a.beginTransaction();
     thing.end(a);
-    EXPECT_FALSE(thing.deviant_isValid(a));
-    EXPECT_TRUE(thing.deviant_isValid(root));
+    EXPECT_EQ("1 -", seen(thing));
     a.cancelTransaction();
-    EXPECT_EQ(1, thing.valueIn(a));
-    EXPECT_TRUE(a.getObjectsDeviatingFromRoot()->empty());
-    commitValue(root, thing, 2);
-    EXPECT_EQ(1, thing.valueIn(a));
-}
-
-TEST_F(TransactionTest, CancelBringsCreatedAndDeletedObjectsToWhatTheyWere) {
+    EXPECT_TRUE(a.getObjectsDeviatingFromRoot()->empty()) << "the object follows the root again";
     for (Deviant const deviant : {root, a}) {
+        SCOPED_TRACE(deviant.getName());
+        deviant.cancelTransaction(); // needs no transaction
+        EXPECT_RAISES("transaction not started", deviant.commitTransaction());
         commitValue(deviant, thing, 7);
         deviant.beginTransaction();
+        deviant.beginTransaction();
         Thing & created = make(deviant, 5);
+        Thing & brief = make(deviant, 6);
+        brief.end(deviant);
         thing.set(deviant, 8);
         thing.end(deviant);
         deviant.cancelTransaction();
+        EXPECT_FALSE(deviant.isWithinTransaction());
         EXPECT_EQ(7, thing.valueIn(deviant));
-        EXPECT_EQ(Deviant::InvalidObject, created.internal_getDeviation(deviant));
+        EXPECT_EQ("- -", seen(created));
+        EXPECT_EQ("- -", seen(brief));
+        EXPECT_TRUE(deviant.isWithinTransactionUndoOrRedo());
+        EXPECT_RAISES("transaction not started", deviant.commitTransaction());
     }
 }
 
-TEST_F(TransactionTest, AnObjectMadeAndEndedInOneTransactionWasNever) {
-    root.beginTransaction();
-    Thing & brief = make(root, 1);
-    brief.end(root);
+TEST_F(TransactionTest, WithoutUndoStackWritesAreSeenByAllAndCannotBeCancelled) {
+    root.disableUndo();
     root.cancelTransaction();
-    EXPECT_FALSE(brief.deviant_isValid(root));
-    root.beginTransaction();
-    EXPECT_EQ(" Deviant 'root deviant' : \n", raisedBy([&] { brief.set(root, 2); }));
-    root.commitTransaction();
-}
-
-// --- without undo stack ----------------------------------------------------------------------------------------------
-
-TEST_F(TransactionTest, WithoutUndoStackAWriteIsAnEmptyTransactionAndSeenByAll) {
-    root.setMaximumUndoStackLength(0);
-    int const level = root.getCurrentChangeLevel();
     root.beginTransaction();
     thing.set(root, 2);
-    EXPECT_EQ(2, thing.valueIn(a));
+    EXPECT_EQ("2 2", seen(thing));
+    EXPECT_RAISES("cancelTransaction on deviant without undo stack", root.cancelTransaction());
+    EXPECT_TRUE(root.isWithinTransaction());
     root.commitTransaction();
-    EXPECT_EQ(level, root.getCurrentChangeLevel());
-    EXPECT_EQ(2, thing.valueIn(a));
+    EXPECT_EQ("2 2", seen(thing));
     EXPECT_TRUE(a.getObjectsDeviatingFromRoot()->empty());
+    EXPECT_EQ("|2|", history());
+    make(root, 1);
+    EXPECT_EQ("|3|", history()) << "a creation is no empty transaction";
 }
 
-TEST_F(TransactionTest, WithoutUndoStackACreationMovesTheLevelAndKeepsNoEntry) {
-    root.setMaximumUndoStackLength(0);
-    int const level = root.getCurrentChangeLevel();
-    make(root, 1);
-    EXPECT_EQ(level + 1, root.getCurrentChangeLevel());
-    EXPECT_EQ(0, root.getUndoStackLength());
+TEST_F(TransactionTest, EachOutermostBeginHasANumberOfItsOwn) {
+    auto const & inRoot = *root.getIdentity();
+    EXPECT_EQ(0u, inRoot.openTransaction);
+    EXPECT_FALSE(inRoot.savedStatesVisible);
+    root.beginTransaction();
+    auto const first = inRoot.openTransaction;
+    root.beginTransaction();
+    EXPECT_EQ(first, inRoot.openTransaction);
+    EXPECT_TRUE(inRoot.savedStatesVisible);
+    a.beginTransaction();
+    EXPECT_NE(first, a.getIdentity()->openTransaction);
+    root.cancelTransaction();
+    EXPECT_EQ(0u, inRoot.openTransaction);
+    root.beginTransaction();
+    EXPECT_LT(first, inRoot.openTransaction);
+    root.commitTransaction();
+    a.commitTransaction();
+    commitValue(root, thing, 2);
+    EXPECT_FALSE(inRoot.savedStatesVisible);
 }
 
 // --- old states by hand ----------------------------------------------------------------------------------------------
@@ -230,26 +108,17 @@ TEST_F(TransactionTest, SavingByHandAnswersOnlyWithinATransaction) {
     root.commitTransaction();
 }
 
-TEST_F(TransactionTest, NotificationsSaveTheStateWhateverWasSavedBefore) {
-    struct Case {
-        char const * name;
-        void (Deviant::*notify)(NSInterface::ClassObjectIntf const *) const;
-    };
-    Case const cases[] = {
-        {"notifyObjectIsAboutToChange", &Deviant::notifyObjectIsAboutToChange},
-        {"notifyObjectIsAboutToBeDeleted", &Deviant::notifyObjectIsAboutToBeDeleted},
-        {"notifyObjectHasBeenAdded", &Deviant::notifyObjectHasBeenAdded},
-    };
-    for (Case const & each : cases) {
-        a.beginTransaction();
-        EXPECT_EQ(std::string(each.name) + " on non root deviant", raisedBy([&] { (a.*each.notify)(&thing); }));
-        a.commitTransaction();
-        DeviantAssertions::enableAssertions(false);
-        if (each.notify != &Deviant::notifyObjectHasBeenAdded) {
-            (root.*each.notify)(&thing); // saves nothing, and makes no copy that nobody would own
-        }
-        DeviantAssertions::enableAssertions(true);
-    }
+TEST_F(TransactionTest, NotificationsAreForTheRootAndSaveTheStateWhateverWasSavedBefore) {
+    a.beginTransaction();
+    EXPECT_RAISES("notifyObjectIsAboutToChange on non root deviant", a.notifyObjectIsAboutToChange(&thing));
+    EXPECT_RAISES("notifyObjectIsAboutToBeDeleted on non root deviant", a.notifyObjectIsAboutToBeDeleted(&thing));
+    EXPECT_RAISES("notifyObjectHasBeenAdded on non root deviant", a.notifyObjectHasBeenAdded(&thing));
+    a.commitTransaction();
+    DeviantAssertions::enableAssertions(false);
+    root.notifyObjectIsAboutToChange(&thing); // saves nothing, and makes no copy that nobody would own
+    root.notifyObjectIsAboutToBeDeleted(&thing);
+    DeviantAssertions::enableAssertions(true);
+
     root.beginTransaction();
     thing.set(root, 2);
     root.notifyObjectIsAboutToChange(&thing);
@@ -264,7 +133,7 @@ TEST_F(TransactionTest, NotificationsSaveTheStateWhateverWasSavedBefore) {
     EXPECT_EQ(Deviant::InvalidObject, root.getSavedOldStateOfObject(&foreign));
     EXPECT_EQ(Deviant::InvalidObject, foreign.internal_getDeviation(a));
     root.cancelTransaction();
-    EXPECT_FALSE(foreign.deviant_isValid(root));
+    EXPECT_EQ("- -", seen(foreign));
 }
 
 // --- the guard -------------------------------------------------------------------------------------------------------
@@ -275,14 +144,11 @@ TEST_F(TransactionTest, TheGuardCancelsUnlessCommitted) {
         thing.set(root, 2);
     }
     EXPECT_EQ(1, thing.valueIn(root));
-    {
-        Transaction transaction(root, "kept");
-        thing.set(root, 2);
-        transaction.commit();
-        EXPECT_EQ("transaction not started", raisedBy([&] { transaction.commit(); }));
-    }
-    EXPECT_EQ(2, thing.valueIn(root));
-    EXPECT_EQ("kept", root.getUndoNameAt(0));
+    Transaction transaction(root, "kept");
+    thing.set(root, 2);
+    transaction.commit();
+    EXPECT_RAISES("transaction not started", transaction.commit());
+    EXPECT_EQ("kept2 |3|", history());
 }
 
 TEST_F(TransactionTest, AnInnerGuardThatIsNotCommittedEndsAllLevels) {
@@ -290,9 +156,9 @@ TEST_F(TransactionTest, AnInnerGuardThatIsNotCommittedEndsAllLevels) {
     thing.set(root, 2);
     { Transaction const inner(root); }
     EXPECT_FALSE(root.isWithinTransaction());
-    EXPECT_EQ("transaction not started", raisedBy([&] { outer.commit(); }));
+    EXPECT_RAISES("transaction not started", outer.commit());
     root.beginTransaction();
-    EXPECT_EQ("transaction not started", raisedBy([&] { outer.commit(); })) << "that is another transaction";
+    EXPECT_RAISES("transaction not started", outer.commit()) << "that is another transaction";
     root.commitTransaction();
 }
 

@@ -9,7 +9,6 @@
 #include <exception>
 #include <map>
 #include <string>
-#include <vector>
 
 namespace library {
 
@@ -37,25 +36,20 @@ namespace {
 
 using library::Colour;
 
-/// The literals in the order of their numbers.
-template <class Kind> std::vector<std::string> literalsOf() {
-    std::vector<std::string> texts(Kind::getLiterals().size());
-    for (auto const & [text, value] : Kind::getLiterals()) {
-        texts.at(static_cast<std::size_t>(value)) = text;
+/// The name of the kind, and its literals in the order of their numbers.
+template <class Kind> std::string described() {
+    std::string text = Kind::getTypeName() + ':';
+    for (std::size_t i = 0; i < Kind::getLiterals().size(); ++i) {
+        text += ' ' + Kind(static_cast<typename Kind::Value>(i)).toString().str();
     }
-    return texts;
+    return text;
 }
 
 TEST(Kind, HasItsLiteralsAndItsName) {
-    using Texts = std::vector<std::string>;
-    EXPECT_EQ((Texts{"public", "private", "protected", "package"}), literalsOf<VisibilityKind>());
-    EXPECT_EQ((Texts{"in", "inout", "out", "return"}), literalsOf<ParameterDirectionKind>());
-    EXPECT_EQ((Texts{"exdend", "define"}), literalsOf<PackageMergeKind>());
-    EXPECT_EQ((Texts{"default", "transient", "extension"}), literalsOf<PersistenceKind>());
-    EXPECT_EQ("ZEL.VisibilityKind", VisibilityKind::getTypeName());
-    EXPECT_EQ("ZEL.ParameterDirectionKind", ParameterDirectionKind::getTypeName());
-    EXPECT_EQ("ZEL.PackageMergeKind", PackageMergeKind::getTypeName());
-    EXPECT_EQ("ZEL.PersistenceKind", PersistenceKind::getTypeName());
+    EXPECT_EQ("ZEL.VisibilityKind: public private protected package", described<VisibilityKind>());
+    EXPECT_EQ("ZEL.ParameterDirectionKind: in inout out return", described<ParameterDirectionKind>());
+    EXPECT_EQ("ZEL.PackageMergeKind: exdend define", described<PackageMergeKind>());
+    EXPECT_EQ("ZEL.PersistenceKind: default transient extension", described<PersistenceKind>());
     EXPECT_EQ(0, VisibilityKind::Public);
     EXPECT_EQ(3, ParameterDirectionKind::Return);
 }
@@ -75,8 +69,6 @@ TEST(Kind, StartsAsItsFirstLiteralAndComparesByNumber) {
 }
 
 TEST(Kind, ReadsAndPrintsExactlyItsLiterals) {
-    EXPECT_EQ("protected", VisibilityKind(VisibilityKind::Protected).toString());
-    EXPECT_EQ("green", Colour(Colour::Green).toString());
     HASP::ErrorHolder errors;
     auto const read = VisibilityKind::getTypeInfo().convertFromString("private", errors);
     EXPECT_TRUE(HASP::any_cast<VisibilityKind>(read) == VisibilityKind::Private);

@@ -27,36 +27,27 @@ public:
     explicit Recorder(LogLevel const & level = LogLevel::all) : DefaultLogHandler(nullptr, nullptr, level) {}
     void _publish(Quillon::System::Level const & level, Quillon::System::Externalizable const & record) override {
         if (isLoggable(level, record)) {
-            messages.push_back(dynamic_cast<LogRecord const &>(record).getMessage());
-            levels.emplace_back(getLevelName(level, record));
+            auto const & message = dynamic_cast<LogRecord const &>(record).getMessage();
+            rows.push_back(std::string(getLevelName(level, record)) + ": " + message);
         }
     }
-    [[nodiscard]] std::string last() const { return messages.empty() ? "(none)" : messages.back(); }
+    [[nodiscard]] std::string last() const { return rows.empty() ? "(none)" : rows.back(); }
 
-    std::vector<std::string> messages;
-    std::vector<std::string> levels;
+    std::vector<std::string> rows; ///< "Info: text"
 };
 
-/// Takes what is printed, in place of the terminal.
-class CapturedPrinting {
-public:
-    CapturedPrinting() { vx::setPrintStream(fFile); }
-    ~CapturedPrinting() {
-        vx::setPrintStream(nullptr);
-        std::fclose(fFile);
-    }
-    CapturedPrinting(CapturedPrinting const &) = delete;
-    CapturedPrinting & operator=(CapturedPrinting const &) = delete;
-    [[nodiscard]] std::string text() const {
-        std::rewind(fFile);
-        std::string read(4096, '\0');
-        read.resize(std::fread(read.data(), 1, read.size(), fFile));
-        return read;
-    }
-
-private:
-    std::FILE * fFile = std::tmpfile();
-};
+/// What `action` prints on the terminal.
+template <class Action> std::string printedBy(Action action) {
+    std::FILE * const file = std::tmpfile();
+    vx::setPrintStream(file);
+    action();
+    vx::setPrintStream(nullptr);
+    std::rewind(file);
+    std::string text(4096, '\0');
+    text.resize(std::fread(text.data(), 1, text.size(), file));
+    std::fclose(file);
+    return text;
+}
 
 /// A quiet terminal, and a recorder that takes everything.
 class LoggerTest : public testing::Test {
@@ -71,15 +62,14 @@ protected:
     Recorder recorder;
 };
 
-struct LevelRow {
-    LogLevel::Setting setting;
-    int number;
-    char const * name;
-    int host;
-};
-
 TEST(LogLevel, HasANameAndAHostLevel) {
-    LevelRow const rows[] = {
+    struct Row {
+        LogLevel::Setting setting;
+        int number;
+        char const * name;
+        int host;
+    };
+    Row const rows[] = {
         {LogLevel::all, 0, "All", 0},
         {LogLevel::trace, 62, "Trace", 64},
         {LogLevel::debug, 63, "Debug", 64},
@@ -90,7 +80,7 @@ TEST(LogLevel, HasANameAndAHostLevel) {
         {LogLevel::off, 255, "Off", 255},
         {static_cast<LogLevel::Setting>(100), 100, "Unknown FLevel", 100},
     };
-    for (LevelRow const & row : rows) {
+    for (Row const & row : rows) {
         LogLevel const level = row.setting;
         EXPECT_EQ(row.number, level.getLevel());
         EXPECT_STREQ(row.name, level.getName());
@@ -124,15 +114,12 @@ TEST_F(LoggerTest, FillsArgumentsIntoFormats) {
     char const * const none = nullptr;
     logger.log(none);
     logger.info("%s", none);
-    EXPECT_THAT(recorder.messages,
-                testing::ElementsAre("plain", "100%s and text, -1, 7", "a before b", "50% of it and %s", "(null)"));
-    EXPECT_THAT(recorder.levels, testing::ElementsAre("Info", "Warning", "Error", "Fatal", "Info"));
     logger.trace("t");
     logger.debug("d");
-    logger.info("i");
     logger.warning("w");
-    EXPECT_EQ((std::vector<std::string>{"Trace", "Debug", "Info", "Warning"}),
-              std::vector<std::string>(recorder.levels.begin() + 5, recorder.levels.end()));
+    EXPECT_THAT(recorder.rows,
+                testing::ElementsAre("Info: plain", "Warning: 100%s and text, -1, 7", "Error: a before b",
+                                     "Fatal: 50% of it and %s", "Info: (null)", "Trace: t", "Debug: d", "Warning: w"));
 }
 
 void logThrough(Logger & logger, char const * format, ...) {
@@ -144,49 +131,52 @@ void logThrough(Logger & logger, char const * format, ...) {
 
 TEST_F(LoggerTest, CutsLongMessagesBetweenCharacters) {
     logger.log(LogLevel::info, "%s", std::string(5000, 'x'));
-    EXPECT_EQ(std::string(4095, 'x'), recorder.last());
-    std::string const umlauts = [] {
-        std::string text = "x";
-        for (int i = 0; i < 2500; ++i) {
-            text += "\xC3\xA4";
-        }
-        return text;
-    }();
+    EXPECT_EQ("Info: " + std::string(4095, 'x'), recorder.last());
+    std::string umlauts = "x";
+    for (int i = 0; i < 2500; ++i) {
+        umlauts += "\xC3\xA4";
+    }
     logger.log(LogLevel::info, "%s", umlauts);
-    EXPECT_EQ(umlauts.substr(0, 4095), recorder.last());
+    EXPECT_EQ("Info: " + umlauts.substr(0, 4095), recorder.last());
     logger.log(LogLevel::info, "y%s", umlauts);
-    EXPECT_EQ("y" + umlauts.substr(0, 4093), recorder.last()) << "not within a character";
+    EXPECT_EQ("Info: y" + umlauts.substr(0, 4093), recorder.last()) << "not within a character";
     logThrough(logger, "%s %05d", "number", 42);
-    EXPECT_EQ("number 00042", recorder.last());
+    EXPECT_EQ("Info: number 00042", recorder.last());
     logThrough(logger, "%s", std::string(5000, 'z').c_str());
-    EXPECT_EQ(std::string(4095, 'z'), recorder.last());
+    EXPECT_EQ("Info: " + std::string(4095, 'z'), recorder.last());
 }
 
 TEST_F(LoggerTest, TakesMessagesOfTheCatalogueInTheCurrentLanguage) {
     Messages::addToCatalogue();
     logger.log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_EmptyValueElement, "p", "o");
-    EXPECT_EQ("Read empty value for property p of object o", recorder.last());
+    EXPECT_EQ("Info: Read empty value for property p of object o", recorder.last());
     vx::setCurrentLanguage("ja");
     logger.log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_EmptyValueElement, "p", "o");
-    EXPECT_EQ("オブジェクト o のプロパティ p に対して空の値を読み込みます", recorder.last());
+    EXPECT_EQ("Info: オブジェクト o のプロパティ p に対して空の値を読み込みます", recorder.last());
     vx::setCurrentLanguage("en");
     logger.log(LogLevel::info, 0x6D001Bul, "dropped");
     logger.log(LogLevel::info, 0x16D0001ul << 8, "dropped");
-    EXPECT_EQ(2u, recorder.messages.size());
+    EXPECT_EQ(2u, recorder.rows.size());
 }
 
-TEST_F(LoggerTest, LetsHandlersDecideByTheirLevel) {
+TEST_F(LoggerTest, LetsHandlersDecideByTheirLevelAndFilter) {
+    struct Short : Quillon::System::Filter {
+        bool isLoggable(Quillon::System::Level const &, Quillon::System::Externalizable const & record) const override {
+            return dynamic_cast<LogRecord const &>(record).getMessage().size() < 9;
+        }
+    } filter;
+    recorder.setFilter(&filter);
     logger.addHandler(&recorder, LogLevel::warning);
     logger.info("not this");
     logger.warning("this");
+    logger.error("too long a text");
     logger.error("and this");
-    EXPECT_THAT(recorder.messages, testing::ElementsAre("this", "and this"));
     EXPECT_EQ(LogLevel::warning, recorder.getZelLevel().getLevel());
     EXPECT_EQ(127, recorder.getLevel().value());
     logger.removeHandler(&recorder);
     logger.error("no more");
     logger.addHandler(nullptr, LogLevel::all);
-    EXPECT_EQ(2u, recorder.messages.size());
+    EXPECT_THAT(recorder.rows, testing::ElementsAre("Warning: this", "Error: and this"));
 }
 
 TEST_F(LoggerTest, AnswersWhatItsOwnLevelLetsThrough) {
@@ -203,35 +193,16 @@ TEST_F(LoggerTest, AnswersWhatItsOwnLevelLetsThrough) {
     logger.setDefaultHandlerLevel(LogLevel::off);
 }
 
-TEST_F(LoggerTest, PrintsLinesOnTheTerminal) {
-    CapturedPrinting const printed;
+TEST_F(LoggerTest, PrintsLinesOnTheTerminalAndWithTheTimeByDefault) {
     logger.setDefaultHandlerLevel(LogLevel::warning);
-    logger.info("not this");
-    logger.warning("100%");
-    EXPECT_EQ("[Warning] 100%\n", printed.text());
-}
-
-TEST_F(LoggerTest, PrintsTimeAndLevelByDefault) {
-    CapturedPrinting const printed;
+    EXPECT_EQ("[Warning] 100%\n", printedBy([&] {
+                  logger.info("not this");
+                  logger.warning("100%");
+              }));
     DefaultLogHandler plain(nullptr, nullptr, LogLevel::all);
     logger.addHandler(&plain, LogLevel::all);
-    logger.debug("text");
-    EXPECT_THAT(printed.text(),
+    EXPECT_THAT(printedBy([&] { logger.debug("text"); }),
                 testing::MatchesRegex("[0-9]{4}-[A-Z][a-z]{2}-[0-9]{2} [0-9:]{8}\\.[0-9]{6} \\[Debug\\] text\n"));
-}
-
-struct NothingButShort : Quillon::System::Filter {
-    bool isLoggable(Quillon::System::Level const &, Quillon::System::Externalizable const & record) const override {
-        return dynamic_cast<LogRecord const &>(record).getMessage().size() < 5;
-    }
-};
-
-TEST_F(LoggerTest, AsksTheFilterOfAHandler) {
-    NothingButShort filter;
-    recorder.setFilter(&filter);
-    logger.info("short?");
-    logger.info("yes");
-    EXPECT_THAT(recorder.messages, testing::ElementsAre("yes"));
 }
 
 TEST_F(LoggerTest, HandlersRefuseWhatIsNoLogRecord) {

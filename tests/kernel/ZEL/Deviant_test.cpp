@@ -268,21 +268,6 @@ TEST_F(DeviantTest, TheRegistryGivesOneIdPerBodyAndDeviant) {
     body->decRef(); // the body's end takes the ids back; the memory checker would tell of a second look
 }
 
-// --- end of the manager ----------------------------------------------------------------------------------------------
-
-TEST_F(DeviantTest, TheManagerEndsWithOpenTransactionsInAllDeviants) {
-    static_cast<void>(manager->getDeviantWithName("0 sorts before all"));
-    for (Deviant const each : {root, a}) {
-        each.beginTransaction();
-        each.beginTransaction();
-        thing.set(each, 2);
-    }
-    manager->destroy();
-    manager->destroy();
-    EXPECT_FALSE(a.isValid());
-    EXPECT_EQ(2, thing.valueIn(Deviant()));
-}
-
 TEST_F(DeviantTest, StatesThatNoOperationHasGivenBackGoWithTheManager) {
     static_cast<void>(a.setStateOfObject(&thing, new ThingState));
     a.beginTransaction();

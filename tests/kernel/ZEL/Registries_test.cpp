@@ -1,7 +1,9 @@
 #include "support/ValueTypes.h"
 
 #include <ZEL/FactoryRegistry.h>
+#include <ZEL/IntegerTypeInfo.h>
 #include <ZEL/MetaModelRegistry.h>
+#include <ZEL/NamespaceRegistry.h>
 #include <ZEL/TypeInfoRegistry.h>
 #include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/Factory.h>
@@ -11,7 +13,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <utility>
 
 namespace ZEL {
 namespace {
@@ -65,6 +69,54 @@ TEST(FactoryRegistry, CallsTheCreatorOfTheUri) {
     registry.unregisterFactoryCreator(uri);
     registry.unregisterFactoryCreator(uri);
     EXPECT_FALSE(registry.createModel(uri).isValid());
+}
+
+TEST(NamespaceRegistry, PairsUrisWithPrefixes) {
+    NamespaceRegistry & registry = *NamespaceRegistry::instance();
+    EXPECT_EQ(&registry, NamespaceRegistry::instance());
+    EXPECT_EQ("", registry.getPrefixFromMetaUri("test:b"));
+    EXPECT_EQ("", registry.getMetaUri("tst"));
+
+    registry.bindMetaUriToPrefix("test:b", "old");
+    registry.bindMetaUriToPrefix("test:b", "tst");
+    registry.bindMetaUriToPrefix("test:a", "tst");
+    EXPECT_EQ("tst", registry.getPrefixFromMetaUri("test:b"));
+    EXPECT_EQ("", registry.getMetaUri("old"));
+    EXPECT_EQ("test:a", registry.getMetaUri("tst")) << "the smaller of two";
+    auto const mappings = registry.getMetaUriMappings();
+    EXPECT_TRUE(std::is_sorted(mappings.begin(), mappings.end()));
+    EXPECT_EQ(1, std::count(mappings.begin(), mappings.end(), std::pair<std::string, std::string>("test:b", "tst")));
+
+    registry.unbindPrefixMetaUri("test:a");
+    registry.unbindPrefixMetaUri("test:a");
+    EXPECT_EQ("test:b", registry.getMetaUri("tst"));
+    registry.unbindPrefixMetaUri("test:b");
+    EXPECT_EQ("", registry.getPrefixFromMetaUri("test:b"));
+}
+
+TEST(TypeInfoRegistry, KnowsWhatIsRegisteredOnceUntilItIsUnregistered) {
+    constexpr char name[] = "Test.Number";
+    HASP::TypeInfo const info = IntegerTypeInfo::Create();
+    EXPECT_FALSE(TypeInfoRegistry::hasType(name));
+    EXPECT_RAISES("An Internal Error has occurred", TypeInfoRegistry::getTypeInfo(name));
+    EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
+
+    TypeInfoRegistry::registerTypeInfo(name, info);
+    EXPECT_TRUE(TypeInfoRegistry::hasType(name));
+    EXPECT_RAISES("An Internal Error has occurred",
+                  TypeInfoRegistry::registerTypeInfo(name, IntegerTypeInfo::Create()));
+    EXPECT_TRUE(TypeInfoRegistry::getTypeInfo(name) == info) << "the first stays";
+    EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
+    TypeInfoRegistry::unregisterTypeInfo(name);
+    TypeInfoRegistry::unregisterTypeInfo(name);
+    EXPECT_FALSE(TypeInfoRegistry::hasType(name));
+
+    EXPECT_RAISES("An Internal Error has occurred",
+                  TypeInfoRegistry::registerMetaType(name, info, ImmutableDataType()));
+    EXPECT_TRUE(TypeInfoRegistry::hasType(name)) << "an invalid metatype is refused after the name is taken";
+    EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
+    TypeInfoRegistry::unregisterMetaType(name);
+    EXPECT_FALSE(TypeInfoRegistry::hasType(name));
 }
 
 TEST(Registries, KnowTheDataTypeOfEachValueClass) {

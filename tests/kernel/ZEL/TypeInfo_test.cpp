@@ -4,12 +4,14 @@
 #include <ZEL/BooleanTypeInfo.h>
 #include <ZEL/DoubleTypeInfo.h>
 #include <ZEL/IntegerTypeInfo.h>
+#include <ZEL/IteratorType.h>
 #include <ZEL/PropertyStorageType.h>
 #include <ZEL/RealTypeInfo.h>
 #include <ZEL/SequenceType.h>
 #include <ZEL/SingleTypeInfo.h>
 #include <ZEL/StringTypeInfo.h>
 #include <ZEL/UnlimitedNaturalTypeInfo.h>
+#include <ZEL/metamodel/Type.h>
 
 #include <hasp_util/ErrorHolder.h>
 
@@ -114,7 +116,10 @@ TEST(TypeInfo, OfAPropertyStorageKnowsTheNullHandleOnly) {
     EXPECT_EQ("", info.convertToString(info.defaultConstruct()));
 }
 
-TEST(TypeInfo, OfASequenceConvertsNothing) {
+TEST(TypeInfo, OfACollectionKeepsItsElementTypeAndConvertsNothing) {
+    HASP::TypeInfo const iterator = IteratorType::Create(Type());
+    ASSERT_TRUE(IteratorType::Is(iterator));
+    EXPECT_FALSE(IteratorType::GetType(iterator)->getElementType().isValid());
     SequenceType const type{ImmutableObject()};
     HASP::ErrorHolder errors;
     EXPECT_RAISES("Not Implemented yet", type.convertFromString("", errors));

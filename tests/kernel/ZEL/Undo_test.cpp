@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <stdexcept>
+#include <utility>
 
 namespace ZEL {
 namespace {
@@ -47,22 +48,18 @@ TEST_F(UndoTest, LevelsAreSwappedWithTheEntriesAndNeverGivenOutTwice) {
 }
 
 TEST_F(UndoTest, OperationsAreRefusedWithinATransactionAndBelowTheRoot) {
-    struct Case {
-        std::string name;
-        std::function<void(Deviant)> action;
-    };
-    Case const cases[] = {
+    std::pair<std::string, std::function<void(Deviant)>> const operations[] = {
         {"undo", [](Deviant d) { d.undo(); }},
         {"redo", [](Deviant d) { d.redo(); }},
         {"undoToChangeLevel", [](Deviant d) { d.undoToChangeLevel(1); }},
         {"redoToChangeLevel", [](Deviant d) { d.redoToChangeLevel(1); }},
         {"setMaximumUndoStackLength", [](Deviant d) { d.setMaximumUndoStackLength(1); }},
     };
-    for (Case const & each : cases) {
-        EXPECT_RAISES(each.name + " on non-root deviant", each.action(a));
+    for (auto const & each : operations) {
+        EXPECT_RAISES(each.first + " on non-root deviant", each.second(a));
         for (Deviant const deviant : {root, a}) {
             deviant.beginTransaction();
-            EXPECT_RAISES("cannot " + each.name + " within a transaction", each.action(deviant));
+            EXPECT_RAISES("cannot " + each.first + " within a transaction", each.second(deviant));
             deviant.commitTransaction();
         }
     }

@@ -7,6 +7,7 @@
 #include <limits>
 #include <locale>
 #include <string>
+#include <tuple>
 #include <type_traits>
 #include <unordered_set>
 #include <utility>
@@ -21,25 +22,21 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 UnlimitedNatural const unlimited(0xFFFFFFFFu);
 
-TEST(Value, IsAsSmallAsWhatItHolds) {
-    EXPECT_EQ(sizeof(bool), sizeof(Boolean));
-    EXPECT_EQ(4u, sizeof(Integer));
-    EXPECT_EQ(4u, sizeof(UnlimitedNatural));
-    EXPECT_EQ(4u, sizeof(Single));
-    EXPECT_EQ(8u, sizeof(Real));
-    EXPECT_EQ(8u, sizeof(Double));
-    EXPECT_EQ(4u, sizeof(VisibilityKind));
+template <class V> void expectZero(std::size_t size) {
+    EXPECT_EQ(size, sizeof(V));
+    EXPECT_TRUE(V().isValid());
+    EXPECT_EQ(0, V().getValue());
 }
 
-TEST(Value, IsZeroOrEmptyByDefaultAndAlwaysValid) {
-    EXPECT_FALSE(Boolean().getValue());
-    EXPECT_EQ(0, Integer().getValue());
-    EXPECT_EQ(0u, UnlimitedNatural().getValue());
-    EXPECT_EQ(0.0, Real().getValue());
-    EXPECT_EQ(0.0f, Single().getValue());
-    EXPECT_EQ(0.0, Double().getValue());
-    EXPECT_EQ("", String().str());
-    EXPECT_TRUE(Integer().isValid() && String().isValid() && VisibilityKind().isValid());
+TEST(Value, IsAsSmallAsWhatItHoldsAndZeroOrEmptyByDefault) {
+    expectZero<Boolean>(sizeof(bool));
+    expectZero<Integer>(4);
+    expectZero<UnlimitedNatural>(4);
+    expectZero<Single>(4);
+    expectZero<Real>(8);
+    expectZero<Double>(8);
+    expectZero<VisibilityKind>(4);
+    EXPECT_TRUE(String().isValid() && String().empty());
 }
 
 TEST(Value, ConvertsToOtherNumbers) {
@@ -80,12 +77,7 @@ TEST(UnlimitedNatural, IsUnlimitedForItsGreatestValueOnly) {
 }
 
 TEST(Double, IsTruncatedTowardZeroAndNeverOutOfRange) {
-    struct Truncation {
-        double from;
-        int toInteger;
-        unsigned toNatural;
-    };
-    Truncation const rows[] = {
+    std::tuple<double, int, unsigned> const rows[] = {
         {3.7, 3, 3},
         {-3.7, -3, 0},
         {2147483647.0, 2147483647, 2147483647u},
@@ -99,10 +91,10 @@ TEST(Double, IsTruncatedTowardZeroAndNeverOutOfRange) {
         {-infinite, -2147483647 - 1, 0},
         {notANumber, 0, 0},
     };
-    for (Truncation const & row : rows) {
-        EXPECT_EQ(row.toInteger, Integer(Double(row.from)).getValue()) << row.from;
-        EXPECT_EQ(row.toInteger, Integer(row.from).getValue()) << row.from;
-        EXPECT_EQ(row.toNatural, UnlimitedNatural(Double(row.from)).getValue()) << row.from;
+    for (auto const & [from, toInteger, toNatural] : rows) {
+        EXPECT_EQ(toInteger, Integer(Double(from)).getValue()) << from;
+        EXPECT_EQ(toInteger, Integer(from).getValue()) << from;
+        EXPECT_EQ(toNatural, UnlimitedNatural(Double(from)).getValue()) << from;
     }
     EXPECT_TRUE(Boolean(Double(notANumber)).getValue());
 }

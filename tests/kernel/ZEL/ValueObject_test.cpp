@@ -1,7 +1,7 @@
+#include "support/TestObjects.h"
 #include "support/ValueTypes.h"
 
 #include <ZEL/Exception.h>
-#include <ZEL/ReferenceCountingImpl.h>
 #include <ZEL/ValueObjectFactory.h>
 
 #include <gtest/gtest.h>
@@ -85,24 +85,10 @@ TEST(ValueObjectTest, CannotBeReadAsAnotherClassOrFromNothing) {
     EXPECT_RAISES(nullText, Object().toString());
 }
 
-/// An object that is no value.
-class Stone : public virtual NSInterface::ObjectIntf, public ReferenceCountingImpl {
-public:
-    static CooperativeVisitor::internal::ClassInfo const & classInfo() {
-        static auto const info = CooperativeVisitor::internal::makeClassInfo<Stone, NSInterface::ObjectDomain>();
-        return info;
-    }
-    void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override {
-        return CooperativeVisitor::internal::castTable<Stone, Stone, ObjectIntf>().cast(info,
-                                                                                        const_cast<Stone *>(this));
-    }
-    bool deviant_isValid(Deviant) const override { return true; }
-};
-
 TEST(ValueObjectTest, IsNotMadeOfAnObjectThatIsNoValue) {
-    Object const stone(new Stone, Deviant());
-    EXPECT_FALSE(ValueObject(stone).isValid());
-    EXPECT_RAISES(internalError, Integer(stone));
+    Object const thing(new testsupport::Thing, Deviant());
+    EXPECT_FALSE(ValueObject(thing).isValid());
+    EXPECT_RAISES(internalError, Integer(thing));
 }
 
 TEST(ValueObjectTest, IsReadFromTextByTheTypeOfAnotherOrByARegisteredName) {

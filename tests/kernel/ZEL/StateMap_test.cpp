@@ -36,11 +36,8 @@ protected:
 TEST_F(StateMapTest, AgreesWithAnOrderedMapUnderRandomWork) {
     ThingState states[5];
     std::map<StateMap::Key, StateMap::State> expected;
-    auto const expectEqual = [&] {
-        ASSERT_EQ(expected.size(), map.size());
-        EXPECT_TRUE(std::equal(map.begin(), map.end(), expected.begin(), [](auto const & left, auto const & right) {
-            return left.key == right.first && left.state == right.second;
-        })) << "in the order of the addresses";
+    auto const isSame = [](auto const & left, auto const & right) {
+        return left.key == right.first && left.state == right.second;
     };
     std::mt19937 random(1);
     for (int round = 0; round < 20'000; ++round) {
@@ -59,7 +56,9 @@ TEST_F(StateMapTest, AgreesWithAnOrderedMapUnderRandomWork) {
             EXPECT_EQ(former, map.get(key));
             EXPECT_EQ(former == nullptr, map.find(key) == map.end());
         } else {
-            expectEqual();
+            EXPECT_EQ(expected.size(), map.size());
+            EXPECT_TRUE(std::equal(map.begin(), map.end(), expected.begin(), expected.end(), isSame))
+                << "in the order of the addresses";
             if (choice == 999) {
                 map.clear();
                 expected.clear();

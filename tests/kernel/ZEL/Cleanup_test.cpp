@@ -1,7 +1,6 @@
 #include "support/ExpectRaises.h"
 
 #include <ZEL/Cleanup.h>
-#include <ZEL/Exception.h>
 #include <ZEL/LeakChecker.h>
 #include <ZEL/LiveObjectTable.h>
 #include <ZEL/ObjectPool.h>

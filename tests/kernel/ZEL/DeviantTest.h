@@ -8,7 +8,6 @@
 #include <ZEL/DeviantManagerHelper.h>
 #include <ZEL/StateMap.h>
 
-#include <initializer_list>
 #include <string>
 
 namespace ZEL {

@@ -12,8 +12,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace ZEL {
 namespace {

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <map>
 #include <random>
-#include <utility>
 
 namespace ZEL {
 namespace {
@@ -111,7 +110,9 @@ TEST_F(StateMapTest, SwapExchangesSmallAndLargeContents) {
     EXPECT_EQ(things.size(), small.size());
     EXPECT_EQ(1u, map.size());
     EXPECT_EQ(Deviant::InvalidObject, map.get(things[0]));
-    EXPECT_EQ(Deviant::FallbackToRoot, small.get(things.back()));
+    for (Thing * const thing : things) {
+        EXPECT_EQ(Deviant::FallbackToRoot, small.get(thing));
+    }
 }
 
 } // namespace

@@ -169,7 +169,7 @@ TEST_F(TransactionTest, TheGuardLeavesNothingOpenWithoutUndoStackOrManager) {
         thing.set(root, 2);
     }
     EXPECT_FALSE(root.isWithinTransaction());
-    Transaction const transaction(root);
+    Transaction const openToTheEnd(root);
     endAll();
 }
 

@@ -75,6 +75,7 @@ TEST(TypeInfo, MakesDefaultValuesAndRaisesForOtherTypesAndForAHolderWithAnError)
         DoubleTypeInfo::Create(),  RealTypeInfo::Create(),     SingleTypeInfo::Create(),
         StringTypeInfo::Create(),  ArgumentTypeInfo::Create(), PropertyStorageType::Create()};
     for (HASP::TypeInfo const & info : all) {
+        SCOPED_TRACE(&info - all);
         EXPECT_TRUE(info.isValid(info.defaultConstruct()));
         EXPECT_THROW((void)info.convertToString(HASP::any('c')), HASP::bad_any_cast);
         HASP::ErrorHolder errors;

@@ -1,7 +1,5 @@
 #include "support/ValueTypes.h"
 
-#include <ZEL/Exception.h>
-
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -23,6 +21,7 @@ constexpr double infinite = std::numeric_limits<double>::infinity();
 UnlimitedNatural const unlimited(0xFFFFFFFFu);
 
 template <class V> void expectZero(std::size_t size) {
+    SCOPED_TRACE(V::getTypeName());
     EXPECT_EQ(size, sizeof(V));
     EXPECT_TRUE(V().isValid());
     EXPECT_EQ(0, V().getValue());

@@ -1,7 +1,6 @@
 #include "support/TestObjects.h"
 #include "support/ValueTypes.h"
 
-#include <ZEL/Exception.h>
 #include <ZEL/ValueObjectFactory.h>
 
 #include <gtest/gtest.h>

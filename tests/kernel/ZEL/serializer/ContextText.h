@@ -2,15 +2,38 @@
 
 #include <ZEL/serializer/Context.h>
 #include <ZEL/serializer/ContextSequence.h>
+#include <ZEL/serializer/Transformer.h>
 
 #include <string>
 
 namespace ZEL::Serializer::Test {
 
-/// An element as the reader makes it of one without `xmi:type`, which is its own type.
-inline Context element(std::string const & uri, std::string const & name, std::string const & id = "") {
+/// A Transformer whose rules and hooks a test adds.
+class Rules : public Transformer {
+public:
+    using Transformer::addPostTransform;
+    using Transformer::addPreTransform;
+    using Transformer::addTransform;
+    using Transformer::setOnCreate;
+    using Transformer::setPostTransform;
+    using Transformer::setResolveReference;
+};
+
+/// The pattern of a rule for elements and attributes of a name.
+inline Context role(std::string const & name, std::string const & uri = "") {
     Context context;
     context.setRole(uri, name);
+    return context;
+}
+
+inline Context skipped(Context context) {
+    context.setSkipState(true);
+    return context;
+}
+
+/// An element as the reader makes it of one without `xmi:type`, which is its own type.
+inline Context element(std::string const & uri, std::string const & name, std::string const & id = "") {
+    Context context = role(name, uri);
     context.setType(uri, name);
     context.setElement(id);
     return context;
@@ -19,8 +42,7 @@ inline Context element(std::string const & uri, std::string const & name, std::s
 /// A nested element, in no namespace, of the given type.
 inline Context nested(std::string const & name, std::string const & typeUri, std::string const & typeName,
                       std::string const & id = "") {
-    Context context;
-    context.setRole("", name);
+    Context context = role(name);
     context.setType(typeUri, typeName);
     context.setElement(id);
     return context;
@@ -33,16 +55,14 @@ inline Context below(Context const & parent, Context context) {
 
 inline Context attributeOf(Context const & parent, std::string const & uri, std::string const & name,
                            std::string const & value) {
-    Context context;
-    context.setRole(uri, name);
+    Context context = role(name, uri);
     context.setParent(parent);
     context.setAttribute(value);
     return context;
 }
 
 inline Context linkOf(Context const & parent, std::string const & name, std::string const & value) {
-    Context context;
-    context.setRole("", name);
+    Context context = role(name);
     context.setParent(parent);
     context.setReference(value);
     return context;

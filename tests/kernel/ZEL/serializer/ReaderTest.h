@@ -17,9 +17,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <host/TemporaryFolder.h>
+#include <kernel/ZEL/serializer/ContextText.h>
 #include <support/ExpectRaises.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -53,56 +53,76 @@ public:
         }
         return result;
     }
-    [[nodiscard]] bool has(int level, std::string const & text) const {
-        return std::find(fEntries.begin(), fEntries.end(), std::pair(level, text)) != fEntries.end();
-    }
     void clear() { fEntries.clear(); }
 
 private:
     std::vector<std::pair<int, std::string>> fEntries;
 };
 
-/// A folder for files, a log that is kept, and the texts of small documents.
+/// A folder for files, a log that is kept, and the texts of small documents. In those, "@" stands for the beginning of
+/// the ids of a model, "_zel_<uuid>_", and "@@" for that of another model's.
 class ReaderTest : public ::testing::Test {
 protected:
     static constexpr char kUuid[] = "11111111-2222-3333-4444-555555555555";
+    static constexpr char kOther[] = "99999999-2222-3333-4444-555555555555";
 
-    /// An id of this system: "_zel_<uuid>_<number>".
-    static std::string id(int number, std::string const & uuid = kUuid) {
-        return "_zel_" + uuid + "_" + std::to_string(number);
+    static std::string filled(std::string text) {
+        for (std::size_t at = text.find('@'); at != std::string::npos; at = text.find('@', at)) {
+            bool const isOther = text.compare(at, 2, "@@") == 0;
+            text.replace(at, isOther ? 2 : 1, std::string("_zel_") + (isOther ? kOther : kUuid) + "_");
+        }
+        return text;
     }
     static std::string document(std::string const & content) {
-        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-               "<xmi:XMI xmi:version=\"2.1\" xmlns:xmi=\"http://schema.omg.org/spec/XMI/2.1\" "
-               "xmlns:ZEL=\"http://schema.omg.org/spec/MOF/2.0\">\n" +
+        return "<?xml version='1.0' encoding='UTF-8'?>\n"
+               "<xmi:XMI xmi:version='2.1' xmlns:xmi='http://schema.omg.org/spec/XMI/2.1' "
+               "xmlns:ZEL='http://schema.omg.org/spec/MOF/2.0'>\n" +
                content + "</xmi:XMI>\n";
     }
     /// A model "m" with a package "top" and the given elements in it.
     static std::string model(std::string const & elements, std::string const & uuid = kUuid) {
-        return "<ZEL:MetaModel xmi:id=\"_zel_" + uuid +
-               "\" name=\"m\">\n<topPackage xmi:type=\"ZEL:Package\" xmi:id=\"" + id(2, uuid) + "\" name=\"top\">\n" +
-               elements + "</topPackage>\n</ZEL:MetaModel>\n";
+        std::string const id = "_zel_" + uuid;
+        return "<ZEL:MetaModel xmi:id='" + id + "' name='m'>\n<topPackage xmi:type='ZEL:Package' xmi:id='" + id +
+               "_2' name='top'>\n" + elements + "</topPackage>\n</ZEL:MetaModel>\n";
     }
     static std::string element(std::string const & type, int number, std::string const & attributes = {},
                                std::string const & content = {}) {
-        return "<packagedElement xmi:type=\"ZEL:" + type + "\" xmi:id=\"" + id(number) + "\" " + attributes + ">" +
-               content + "</packagedElement>\n";
+        return "<packagedElement xmi:type='ZEL:" + type + "' xmi:id='@" + std::to_string(number) + "' " + attributes +
+               ">" + content + "</packagedElement>\n";
     }
     static std::string attribute(int number, std::string const & attributes, std::string const & content = {}) {
-        return "<ownedAttribute xmi:type=\"ZEL:Property\" xmi:id=\"" + id(number) + "\" " + attributes + ">" + content +
-               "</ownedAttribute>\n";
+        return "<ownedAttribute xmi:type='ZEL:Property' xmi:id='@" + std::to_string(number) + "' " + attributes + ">" +
+               content + "</ownedAttribute>\n";
     }
 
-    [[nodiscard]] std::string file(std::string const & name, std::string const & text) const {
-        return folder.file(name, text);
-    }
+    std::string file(std::string const & name, std::string const & text) { return folder.file(name, filled(text)); }
     MetaModel read(std::string const & text) { return MetaModel(reader.read(file("in.xmi", text))); }
     MetaModel readModel(std::string const & elements) { return read(document(model(elements))); }
+
+    /// What the reader's report tells: "skipped other 2".
+    [[nodiscard]] std::vector<std::string> reported() const {
+        std::vector<std::string> result;
+        auto const add = [&result](std::string const & what, ReadReport::Counts const & counts) {
+            for (auto const & [name, count] : counts) {
+                result.push_back(what + " " + name + " " + std::to_string(count));
+            }
+        };
+        ReadReport const & report = reader.report();
+        add("skipped", report.skippedElements());
+        add("ignored", report.ignoredAttributes());
+        add("rejected", report.rejectedValues());
+        add("unresolved", report.unresolvedReferences());
+        add("unread", report.unreadFiles());
+        return result;
+    }
 
     static PackageableElement named(MetaModel const & model, std::string const & name) {
         return model.getTopPackage().getPackagedElementByName(String(name));
     }
     static Class classNamed(MetaModel const & model, std::string const & name) { return Class(named(model, name)); }
+    static std::vector<std::string> elementNames(MetaModel const & model) {
+        return names(model.getTopPackage().getPackagedElements());
+    }
     template <class S> static std::vector<std::string> names(S const & elements) {
         std::vector<std::string> result;
         for (auto const & element : elements) {

@@ -1,22 +1,15 @@
+#include "kernel/ZEL/serializer/ReaderTest.h"
 #include "kernel/ZEL/serializer/WriterFixture.h"
-#include "support/ExpectRaises.h"
 
-#include <ZEL/DefaultLogHandler.h>
 #include <ZEL/DeviantAssertions.h>
 #include <ZEL/Exception.h>
-#include <ZEL/LogRecord.h>
-#include <ZEL/Logger.h>
-#include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Comment.h>
 #include <ZEL/metamodel/Constraint.h>
 #include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/OpaqueExpression.h>
-#include <ZEL/metamodel/Property.h>
-#include <ZEL/serializer/Transformer.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/XmiWriter.h>
 
-#include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -24,38 +17,12 @@
 #include <filesystem>
 #include <memory>
 
-namespace ZEL::Serializer {
+namespace ZEL::Serializer::Test {
 namespace {
 
-using ::ZEL::Test::raisedText;
-
-/// Keeps what is logged.
-class Recorder : public DefaultLogHandler {
-public:
-    Recorder() : DefaultLogHandler(nullptr, nullptr, LogLevel::all) {
-        Logger::instance()->addHandler(this, LogLevel::all);
-    }
-    ~Recorder() override { Logger::instance()->removeHandler(this); }
-    void _publish(Quillon::System::Level const & level, Quillon::System::Externalizable const & record) override {
-        messages.push_back(std::string(getLevelName(level, record)) + ": " +
-                           dynamic_cast<LogRecord const &>(record).getMessage());
-    }
-    std::vector<std::string> messages;
-};
-
-/// A Transformer whose rules a test adds.
-class Rules : public Transformer {
-public:
-    using Transformer::addPostTransform;
-    using Transformer::addPreTransform;
-    using Transformer::addTransform;
-};
-
-Context role(std::string const & uri, std::string const & name) {
-    Context pattern;
-    pattern.setRole(uri, name);
-    return pattern;
-}
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
 
 class XmiWriterTest : public testsupport::WriterFixture {
 protected:
@@ -65,26 +32,22 @@ protected:
         return folder.content("m.xmi");
     }
 
-    /// A whole file: what stands in it, and the next id.
+    /// A whole file: what stands in it, and the next id; 0 for none, as it has no head then.
     [[nodiscard]] std::string envelope(int nextId, std::string const & content) const {
+        std::string const head =
+            R"(  <xmi:Extension extender="The Quillon Inc." persistentIds="true" nextIdValue="@1_)" +
+            std::to_string(nextId) + "\"/>\n";
         return filled(R"(<?xml version="1.0" encoding="iso8859-1"?>
 <xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:ZEL="http://schema.omg.org/spec/MOF/2.0">
-  <xmi:Extension extender="The Quillon Inc." persistentIds="true" nextIdValue="@1_)" +
-                      std::to_string(nextId) + "\"/>\n" + content + "</xmi:XMI>\n");
+)" + (nextId == 0 ? "" : head) +
+                      content + "</xmi:XMI>\n");
     }
     /// A whole file of the model: what stands in its package.
-    [[nodiscard]] std::string file(int nextId, std::string const & content) const {
+    [[nodiscard]] std::string file(int nextId, std::string const & content = "") const {
         return envelope(nextId, R"(  <ZEL:MetaModel xmi:id="@1" uri="@2">
-    <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="p">
-)" + content + R"(    </topPackage>
-  </ZEL:MetaModel>
-)");
-    }
-    [[nodiscard]] std::string emptyFile() const {
-        return envelope(3, R"(  <ZEL:MetaModel xmi:id="@1" uri="@2">
-    <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="p"/>
-  </ZEL:MetaModel>
-)");
+    <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="p")" +
+                                    (content.empty() ? "/>\n" : ">\n" + content + "    </topPackage>\n") +
+                                    "  </ZEL:MetaModel>\n");
     }
 
     Class addClass(char const * name) {
@@ -107,13 +70,10 @@ protected:
     }
 };
 
-TEST_F(XmiWriterTest, ModelWithOnePackage) {
-    EXPECT_EQ(written(), emptyFile());
+TEST_F(XmiWriterTest, ModelWithOnePackageAndWithNone) {
+    EXPECT_EQ(written(), file(3));
     EXPECT_EQ(model.getUri(), "file://" + folder.path("m.xmi"));
     EXPECT_FALSE(std::filesystem::exists(folder.path("m.xmi~")));
-}
-
-TEST_F(XmiWriterTest, ModelWithoutContainedObjectsIsAnEmptyElement) {
     package.destroy();
     EXPECT_EQ(written(), envelope(3, R"(  <ZEL:MetaModel xmi:id="@1" uri="@2"/>
 )"));
@@ -189,10 +149,10 @@ TEST_F(XmiWriterTest, LinkToAModelInANeighbouringFileIsRelative) {
     comment.getAnnotatedElements().push_back(there);
 
     // A model without a URI cannot be linked to.
-    EXPECT_THAT(written(), testing::Not(testing::HasSubstr("annotatedElement")));
+    EXPECT_THAT(written(), Not(HasSubstr("annotatedElement")));
     other.setUri("file://" + folder.path("other.xmi"));
-    EXPECT_THAT(written(), testing::HasSubstr(R"(<annotatedElement xmi:type="ZEL:Class" href="other.xmi#_zel_)"
-                                              R"(5376c05e-0000-0000-0000-000000000000_2"/>)"));
+    EXPECT_THAT(written(), HasSubstr(R"(<annotatedElement xmi:type="ZEL:Class" href="other.xmi#_zel_)"
+                                     R"(5376c05e-0000-0000-0000-000000000000_2"/>)"));
     there.destroy();
     open.commit();
 }
@@ -219,22 +179,15 @@ TEST_F(XmiWriterTest, LinkToADestroyedObjectLeavesOutThePropertyAndIsLoggedOnce)
     comment.getAnnotatedElements().push_back(c);
     comment.getAnnotatedElements().push_back(d);
     d.destroy();
-    Recorder const recorder;
+    LogCapture const log;
     XmiWriter writer;
     writer.addTransformer(std::make_shared<Rules>());
-    EXPECT_THAT(written(writer), testing::HasSubstr(R"(xmi:type="ZEL:Comment" body="on"/>)"));
-    ASSERT_EQ(recorder.messages.size(), 3U);
-    EXPECT_EQ(recorder.messages[0], "Info: Serializing XMI output to " + folder.path("m.xmi"));
-    EXPECT_THAT(recorder.messages[1],
-                testing::AllOf(testing::StartsWith("Warning: "), testing::HasSubstr("annotatedElement"),
-                               testing::HasSubstr(id(3))));
-    EXPECT_EQ(recorder.messages[2], "Info: Finished serializing XMI output to " + folder.path("m.xmi"));
-}
-
-TEST_F(XmiWriterTest, UnparentedObjectsAreNotWritten) {
-    Class const c = factory.createClass();
-    EXPECT_THAT(written(), testing::Not(testing::HasSubstr("ZEL:Class")));
-    c.destroy();
+    EXPECT_THAT(written(writer), HasSubstr(R"(xmi:type="ZEL:Comment" body="on"/>)"));
+    auto const warning = testing::AllOf(HasSubstr("annotatedElement"), HasSubstr(id(3)));
+    EXPECT_THAT(log.texts(LogLevel::info), ElementsAre("Serializing XMI output to " + folder.path("m.xmi"), warning,
+                                                       "Finished serializing XMI output to " + folder.path("m.xmi")));
+    EXPECT_THAT(log.texts(), ElementsAre(warning));
+    EXPECT_THAT(log.texts(LogLevel::error), testing::IsEmpty());
 }
 
 TEST_F(XmiWriterTest, OtherObjectThanAModelIsWrittenUnderItsOwnName) {
@@ -245,8 +198,8 @@ TEST_F(XmiWriterTest, OtherObjectThanAModelIsWrittenUnderItsOwnName) {
     <packagedElement xmi:id="@1_3" xmi:type="ZEL:Class" name="C"/>
   </ZEL:Package>
 )"));
-    EXPECT_EQ(raisedText([&] { writer.writeObject(folder.path("v.xmi"), Object(Integer(3))); }),
-              "Internal Error: Invalid dispatch to base during XMI serialization!");
+    EXPECT_RAISES("Internal Error: Invalid dispatch to base during XMI serialization!",
+                  writer.writeObject(folder.path("v.xmi"), Object(Integer(3))));
 }
 
 TEST_F(XmiWriterTest, ExtensionPropertyStandsInAnExtensionBlock) {
@@ -269,40 +222,33 @@ TEST_F(XmiWriterTest, TransformersRewriteAndLeaveOutForOneRun) {
     addClass("C");
     addComment("note");
     auto rules = std::make_shared<Rules>();
-    rules->addTransform(role("", "body"), [](Context const & context) {
+    rules->addTransform(role("body"), [](Context const & context) {
         Context changed = context;
         changed.setAttribute(context.getFirstValue() + "!");
         return ContextSequence(changed);
     });
-    rules->addTransform(role("", "packagedElement"), [rules = rules.get()](Context const & context) {
-        Context skipped = context;
-        skipped.setSkipState(rules->isSerializePhase());
-        return ContextSequence(skipped);
+    rules->addTransform(role("packagedElement"), [rules = rules.get()](Context const & context) {
+        return ContextSequence(rules->isSerializePhase() ? skipped(context) : context);
     });
     XmiWriter writer;
     writer.addTransformer(rules);
     EXPECT_EQ(written(writer), file(5, R"(      <ownedComment xmi:id="@1_4" xmi:type="ZEL:Comment" body="note!"/>
 )"));
-    EXPECT_THAT(written(writer), testing::AllOf(testing::HasSubstr("ZEL:Class"), testing::HasSubstr(R"(body="note")")));
+    EXPECT_THAT(written(writer), testing::AllOf(HasSubstr("ZEL:Class"), HasSubstr(R"(body="note")")));
 }
 
 TEST_F(XmiWriterTest, SiblingElementsOfOneObjectStayBalanced) {
     addComment("note");
     auto rules = std::make_shared<Rules>();
-    Context pattern = role("", "topPackage");
-    rules->addTransform(pattern, [](Context const & context) {
-        Context sibling = role("", "sibling");
-        sibling.setType(context.getType());
+    rules->addTransform(role("topPackage"), [](Context const & context) {
+        Context sibling = context;
+        sibling.setRole("", "sibling");
         sibling.setElement("s");
-        sibling.setParentRole(context.getParentRole());
-        sibling.setParentType(context.getParentType());
-        ContextSequence sequence(sibling);
-        sequence.addContext(context);
-        return sequence;
+        return both(sibling, context);
     });
     XmiWriter writer;
     writer.addTransformer(rules);
-    EXPECT_THAT(written(writer), testing::HasSubstr(filled(R"(
+    EXPECT_THAT(written(writer), HasSubstr(filled(R"(
     <sibling xmi:id="s" xmi:type="ZEL:Package"></sibling>
     <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="p">
       <ownedComment xmi:id="@1_3" xmi:type="ZEL:Comment" body="note"/>
@@ -326,12 +272,12 @@ TEST_F(XmiWriterTest, VisitableGeneratorDecidesWhatIsDescendedInto) {
     std::string const withoutClass = file(5, R"(      <ownedComment xmi:id="@1_4" xmi:type="ZEL:Comment" body="note"/>
 )");
     EXPECT_EQ(written(writer), withoutClass);
-    EXPECT_THAT(calls, testing::HasSubstr("topPackage.packagedElement "));
-    EXPECT_THAT(calls, testing::HasSubstr("topPackage.appliedStereotypeInstance "));
+    EXPECT_THAT(calls, HasSubstr("topPackage.packagedElement "));
+    EXPECT_THAT(calls, HasSubstr("topPackage.appliedStereotypeInstance "));
     // Unlike Transformers it stays, and an empty one is the default again.
     EXPECT_EQ(written(writer), withoutClass);
     writer.setVisitableGenerator({});
-    EXPECT_THAT(written(writer), testing::HasSubstr("ZEL:Class"));
+    EXPECT_THAT(written(writer), HasSubstr("ZEL:Class"));
 }
 
 TEST_F(XmiWriterTest, GeneratorsAroundAnObjectAddToItsPlace) {
@@ -342,65 +288,73 @@ TEST_F(XmiWriterTest, GeneratorsAroundAnObjectAddToItsPlace) {
         return object == package ? ImmutableSequence<ImmutableClassObject>(model.getUnparented())
                                  : ImmutableSequence<ImmutableClassObject>();
     };
+    EXPECT_THAT(written(), Not(HasSubstr("Loose")));
     std::string const more = filled(R"(    <topPackage xmi:id="@1_3" xmi:type="ZEL:Class" name="Loose"/>
 )");
     std::string const own = filled(R"(    <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="p"/>
 )");
     XmiWriter before;
     before.setPreVisitableGenerator(looseOnes);
-    EXPECT_THAT(written(before), testing::HasSubstr(more + own + "  </ZEL:MetaModel>"));
+    EXPECT_THAT(written(before), HasSubstr(more + own + "  </ZEL:MetaModel>"));
     XmiWriter behind;
     behind.setPostVisitableGenerator(looseOnes);
-    EXPECT_THAT(written(behind), testing::HasSubstr(own + more + "  </ZEL:MetaModel>"));
+    EXPECT_THAT(written(behind), HasSubstr(own + more + "  </ZEL:MetaModel>"));
     loose.destroy();
 }
 
 TEST_F(XmiWriterTest, ContextSequenceCreatorTakesThePlaceOfTheWholeFile) {
     XmiWriter writer;
     writer.setContextSequenceCreator([](ImmutableClassObject const & object, VisitableContext &) {
-        Context context = role("", "object");
+        Context context = role("object");
         context.setElement(object.getSiid().str());
         return ContextSequence(context);
     });
-    EXPECT_THAT(written(writer), testing::HasSubstr(std::string("<object ")));
-    EXPECT_THAT(folder.content("m.xmi"), testing::HasSubstr(std::string("id=\"") + kUuid + "\""));
+    EXPECT_THAT(written(writer), testing::AllOf(HasSubstr("<object "), HasSubstr(std::string("id=\"") + kUuid + "\"")));
 }
 
 TEST_F(XmiWriterTest, InvalidInputRaisesBeforeAnyFileIsTouched) {
     XmiWriter writer;
-    EXPECT_EQ(raisedText([&] { writer.write(folder.path("m.xmi"), Model()); }), "Attempt to serialize invalid model!");
-    EXPECT_EQ(raisedText([&] { writer.write(ImmutableModel()); }), "Attempt to serialize invalid model!");
-    EXPECT_EQ(raisedText([&] { writer.writeObject(folder.path("m.xmi"), Object()); }),
-              "Attempt to serialize invalid object!");
-    EXPECT_EQ(raisedText([&] { writer.write("", model); }), "Unable to create URI from output file ");
+    EXPECT_RAISES("Attempt to serialize invalid model!", writer.write(folder.path("m.xmi"), Model()));
+    EXPECT_RAISES("Attempt to serialize invalid model!", writer.write(ImmutableModel()));
+    EXPECT_RAISES("Attempt to serialize invalid object!", writer.writeObject(folder.path("m.xmi"), Object()));
+    EXPECT_RAISES("Unable to create URI from output file ", writer.write("", model));
     EXPECT_TRUE(std::filesystem::is_empty(folder.path("")));
 }
 
 TEST_F(XmiWriterTest, FileThatCannotBeMadeGivesFalse) {
-    Recorder const recorder;
+    LogCapture const log;
     std::string const missing = folder.path("missing/m.xmi");
     EXPECT_FALSE(XmiWriter().write(missing, model));
-    EXPECT_EQ(recorder.messages.back(), "Error: Unable to open file " + missing + "~ for writing");
 
-    std::filesystem::create_directory(folder.path("m.xmi"));
-    EXPECT_FALSE(XmiWriter().write(folder.path("m.xmi"), model));
-    EXPECT_EQ(recorder.messages.back(), "Error: Unable to open file " + folder.path("m.xmi~") + " for writing");
+    std::string const path = folder.path("m.xmi");
+    std::string const victim = folder.file("victim", "mine");
+    std::filesystem::create_symlink(victim, path + "~");
+    EXPECT_FALSE(XmiWriter().write(path, model));
+    EXPECT_EQ(folder.content("victim"), "mine") << "the temporary file is never a link";
+    EXPECT_FALSE(std::filesystem::exists(path));
+    std::filesystem::remove(path + "~");
+
+    std::filesystem::create_directory(path);
+    EXPECT_FALSE(XmiWriter().write(path, model));
     EXPECT_THAT(folder.content("m.xmi~"), testing::EndsWith("</xmi:XMI>\n"));
-    EXPECT_TRUE(std::filesystem::is_directory(folder.path("m.xmi")));
+    EXPECT_TRUE(std::filesystem::is_directory(path));
+    EXPECT_THAT(log.texts(LogLevel::error), ElementsAre("Unable to open file " + missing + "~ for writing",
+                                                        "Unable to open file " + path + "~ for writing",
+                                                        "Unable to open file " + path + "~ for writing"));
 }
 
 TEST_F(XmiWriterTest, TextThatXmlCannotHoldRaisesAndLeavesTheEarlierFile) {
     std::string const path = folder.file("m.xmi", "earlier");
     addComment("bell \x07");
     EXPECT_THAT(raisedText([&] { XmiWriter().write(path, model); }),
-                testing::AllOf(testing::HasSubstr("body"), testing::HasSubstr("U+0007")));
+                testing::AllOf(HasSubstr("body"), HasSubstr("U+0007")));
     EXPECT_EQ(folder.content("m.xmi"), "earlier");
 }
 
 TEST_F(XmiWriterTest, EarlierFileIsReplacedWithItsRightsAndALinkIsWrittenThrough) {
     std::string const path = folder.file("m.xmi", std::string(100000, 'x'));
     ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
-    EXPECT_EQ(written(), emptyFile());
+    EXPECT_EQ(written(), file(3));
     struct stat status {};
     ASSERT_EQ(::stat(path.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777U, 0640U);
@@ -408,15 +362,15 @@ TEST_F(XmiWriterTest, EarlierFileIsReplacedWithItsRightsAndALinkIsWrittenThrough
     std::string const goal = folder.file("goal.xmi", std::string(100000, 'x'));
     std::filesystem::remove(path);
     std::filesystem::create_symlink(goal, path);
-    EXPECT_EQ(written(), emptyFile());
+    EXPECT_EQ(written(), file(3));
     EXPECT_TRUE(std::filesystem::is_symlink(path));
-    EXPECT_EQ(folder.content("goal.xmi"), emptyFile());
+    EXPECT_EQ(folder.content("goal.xmi"), file(3));
 
     std::filesystem::remove(path);
     std::filesystem::create_hard_link(goal, path);
     package.setName("q");
     std::string const text = written();
-    EXPECT_THAT(text, testing::HasSubstr(R"(name="q")"));
+    EXPECT_THAT(text, HasSubstr(R"(name="q")"));
     EXPECT_EQ(folder.content("goal.xmi"), text);
     EXPECT_FALSE(std::filesystem::exists(folder.path("m.xmi~")));
 }
@@ -429,26 +383,18 @@ TEST_F(XmiWriterTest, FullDiskLeavesTheEarlierFile) {
     ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
     rlimit const small{100000, limit.rlim_max};
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    Recorder const recorder;
+    LogCapture const log;
     bool const result = XmiWriter().write(path, model);
     ::setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, former);
     EXPECT_FALSE(result);
-    EXPECT_EQ(recorder.messages.back(), "Error: Error in serializing to XMI file " + path);
+    EXPECT_THAT(log.texts(LogLevel::error), ElementsAre("Error in serializing to XMI file " + path));
     EXPECT_EQ(folder.content("m.xmi"), "earlier");
-}
-
-TEST_F(XmiWriterTest, TemporaryFileIsNeverALink) {
-    std::string const victim = folder.file("victim", "mine");
-    std::filesystem::create_symlink(victim, folder.path("m.xmi~"));
-    EXPECT_FALSE(XmiWriter().write(folder.path("m.xmi"), model));
-    EXPECT_EQ(folder.content("victim"), "mine");
-    EXPECT_FALSE(std::filesystem::exists(folder.path("m.xmi")));
 }
 
 TEST_F(XmiWriterTest, UuidThatEndsLikeAnIdStaysWhole) {
     model.setUuidBase("lib_1");
-    EXPECT_THAT(written(), testing::HasSubstr("<topPackage xmi:id=\"_zel_lib_1_2\""));
+    EXPECT_THAT(written(), HasSubstr("<topPackage xmi:id=\"_zel_lib_1_2\""));
 }
 
 TEST_F(XmiWriterTest, SettingsAndUriOfTheModelAreUsed) {
@@ -458,24 +404,18 @@ TEST_F(XmiWriterTest, SettingsAndUriOfTheModelAreUsed) {
     XmiWriter writer(settings);
     model.setUri("file://" + folder.path("own.xmi"));
     EXPECT_TRUE(writer.write(model));
-    EXPECT_THAT(folder.content("own.xmi"), testing::HasSubstr(R"(xmi:version="9.9")"));
+    EXPECT_THAT(folder.content("own.xmi"), HasSubstr(R"(xmi:version="9.9")"));
     EXPECT_TRUE(XmiWriter().write(folder.path("own.xmi"), model));
-    EXPECT_THAT(folder.content("own.xmi"), testing::HasSubstr(R"(xmi:version="2.1")"));
+    EXPECT_THAT(folder.content("own.xmi"), HasSubstr(R"(xmi:version="2.1")"));
 }
 
 TEST_F(XmiWriterTest, OtherDialectsHaveNoHeadAndLeaveAModelOfAnotherMetamodelAsItIs) {
     for (XmiFormat const format : {XmiFormat::MagicDraw, XmiFormat::Rhapsody}) {
         XmiWriterSettings settings;
         settings.setOutputFormat(format);
-        EXPECT_EQ(written(XmiWriter(settings)), filled(R"(<?xml version="1.0" encoding="iso8859-1"?>
-<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:ZEL="http://schema.omg.org/spec/MOF/2.0">
-  <ZEL:MetaModel xmi:id="@1" uri="@2">
-    <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="p"/>
-  </ZEL:MetaModel>
-</xmi:XMI>
-)")) << format.toString();
+        EXPECT_EQ(written(XmiWriter(settings)), file(0)) << format.toString();
     }
 }
 
 } // namespace
-} // namespace ZEL::Serializer
+} // namespace ZEL::Serializer::Test

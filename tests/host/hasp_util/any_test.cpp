@@ -12,7 +12,7 @@ using HASP::any_cast;
 TEST(Any, CastGivesTheValueOfItsExactTypeOnly) {
     any const value = std::string("x");
     EXPECT_EQ(any_cast<std::string>(value), "x");
-    EXPECT_EQ(any_cast<std::string const &>(value), "x");
+    EXPECT_EQ(&any_cast<std::string const &>(value), value.get<std::string>());
     EXPECT_THROW((void)any_cast<char const *>(value), HASP::bad_any_cast);
     EXPECT_THROW((void)any_cast<int>(any()), std::bad_cast);
 }
@@ -27,13 +27,6 @@ TEST(Any, EqualityIsThatOfTypeAndValue) {
     EXPECT_NE(any(), any(0));
     any const incomparable = Incomparable();
     EXPECT_NE(incomparable, incomparable);
-}
-
-TEST(Any, CopiesAreIndependent) {
-    any first = std::string("a");
-    any const second = first;
-    first = std::string("b");
-    EXPECT_EQ(second, any(std::string("a")));
 }
 
 } // namespace

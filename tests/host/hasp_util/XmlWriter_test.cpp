@@ -1,6 +1,5 @@
 #include "host/TemporaryFolder.h"
 
-#include <hasp_util/XmlReader.h>
 #include <hasp_util/XmlWriter.h>
 
 #include <gtest/gtest.h>
@@ -106,15 +105,20 @@ TEST_F(XmlWriterTest, EscapesWhatAParserWouldChange) {
 }
 
 TEST_F(XmlWriterTest, WritesCharactersInTheEncoding) {
-    auto const write = [this] {
+    // The first and last ones of each length in UTF-8.
+    std::string const text = "\xC3\xBF\xC4\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBD"
+                             "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF";
+    auto const write = [&] {
         open("\xC3\xA9l");
-        attribute("\xC3\xA0", "\xC3\xBF\xC4\x80\xE2\x82\xAC\xF0\x9F\x98\x80");
+        attribute("\xC3\xA0", text);
+        writer->writeValue(text);
     };
+    std::string const escaped = "\xFF&#x100;&#x7FF;&#x800;&#xD7FF;&#xE000;&#xFFFD;&#x10000;&#x10FFFF;";
     write();
-    EXPECT_EQ(finished(), "<\xE9l \xE0=\"\xFF&#x100;&#x20AC;&#x1F600;\"></\xE9l>\n");
+    EXPECT_EQ(finished(), "<\xE9l \xE0=\"" + escaped + "\">" + escaped + "</\xE9l>\n");
     start("utf-8");
     write();
-    EXPECT_EQ(finished(), "<\xC3\xA9l \xC3\xA0=\"\xC3\xBF\xC4\x80\xE2\x82\xAC\xF0\x9F\x98\x80\"></\xC3\xA9l>\n");
+    EXPECT_EQ(finished(), "<\xC3\xA9l \xC3\xA0=\"" + text + "\">" + text + "</\xC3\xA9l>\n");
     EXPECT_THROW(start("shift_jis"), std::invalid_argument);
 }
 
@@ -266,36 +270,6 @@ TEST_F(XmlWriterTest, FlushesEachElementIfAsked) {
     empty("c");
     EXPECT_EQ(folder.content("x.xml"), "<a><b/>");
     EXPECT_TRUE(writer->flushAndSync());
-}
-
-TEST_F(XmlWriterTest, WritesWhatTheReaderReads) {
-    // The first and last characters of each length in UTF-8, and what has a meaning in XML.
-    std::string const value = "\t\n\r &<>\"\x7F\xC2\x85\xC2\xA0\xC3\xBF\xC4\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF"
-                              "\xEE\x80\x80\xEF\xBF\xBD\xF0\x90\x80\x80\xF4\x8F\xBF\xBF";
-    std::string big;
-    while (big.size() < 300'000) {
-        big += value;
-    }
-    for (char const * encoding : {"iso8859-1", "utf-8"}) {
-        start(encoding, Form::Indented);
-        writer->writeStartDocument("1.0");
-        writer->writeStartElement("p", "a", "urn:1");
-        writer->writeAttribute("k", "urn:1", big);
-        writer->writeValue(big);
-        writer->writeEndDocument();
-        ASSERT_TRUE(writer->close());
-
-        HASP::XmlReader reader(folder.path("x.xml"));
-        ASSERT_TRUE(reader.hasNext()) << reader.error();
-        reader.next();
-        EXPECT_EQ(reader.getNamespaceURI(), "urn:1");
-        EXPECT_TRUE(reader.getAttributeValue("k", "urn:1") == big);
-        reader.next();
-        EXPECT_TRUE(reader.getText() == big);
-        reader.next();
-        EXPECT_FALSE(reader.hasNext());
-        EXPECT_FALSE(reader.hasError());
-    }
 }
 
 } // namespace

@@ -5,7 +5,6 @@
 #include <ZEL/Exception.h>
 #include <ZEL/Integer.h>
 #include <ZEL/metamodel/Comment.h>
-#include <ZEL/serializer/XmiWriter.h>
 #include <ZEL/tools/Comparator.h>
 
 namespace ZEL::Serializer::Test {
@@ -63,23 +62,6 @@ TEST_F(Merging, KeepsRefillsMakesAndDestroysInOneStepThatCanBeUndone) {
     model.redo();
     EXPECT_EQ("A2", a.getName().str());
     EXPECT_FALSE(b.isValid());
-}
-
-TEST_F(Merging, OfWhatWasWrittenChangesNothing) {
-    MetaModel const model = start(element("Class", 3, "name='A' isAbstract='true'",
-                                          attribute(4, "name='b' lower='0' upper='*' type='@5' association='@7'")) +
-                                  element("Class", 5, "name='B' superClass='@3'",
-                                          attribute(6, "name='a' type='@3' association='@7'",
-                                                    "<ownedComment xmi:type='ZEL:Comment' xmi:id='@8' body='text'/>")) +
-                                  element("Association", 7, "name='A_B' memberEnd='@6 @4'") +
-                                  element("Package", 9, "name='P'", element("Enumeration", 10, "name='E'")));
-    ASSERT_TRUE(XmiWriter().write(folder.path("written.xmi"), model));
-    std::string const written = folder.content("written.xmi");
-    reader.setMerger(new Merger(model));
-    EXPECT_EQ(model, reader.read(folder.path("written.xmi")));
-    EXPECT_TRUE(reader.report().isEmpty());
-    ASSERT_TRUE(XmiWriter().write(folder.path("written.xmi"), model));
-    EXPECT_EQ(written, folder.content("written.xmi"));
 }
 
 TEST_F(Merging, LeavesFactoryAndModelInWorkingOrder) {

@@ -133,6 +133,7 @@ protected:
 
     TemporaryFolder folder;
     LogCapture log;
+    XmiReaderSettings settings; ///< for tests that make the reader anew
     XmiReader reader;
 };
 

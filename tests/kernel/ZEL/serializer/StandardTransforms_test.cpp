@@ -72,15 +72,6 @@ TEST_F(StandardTransforms, ReadRulesRewriteTheEnvelope) {
     }
 }
 
-TEST_F(StandardTransforms, TheElementHeldBackIsTheOneSkipped) {
-    StandardReadTransforms transforms;
-    Context const extension = element(kXmi, "Extension");
-    EXPECT_TRUE(transforms.apply(element(kXmi, "XMI")).empty());
-    // The reader compares what is skipped with the element at hand.
-    EXPECT_EQ(transforms.apply(both(extension, attributeOf(extension, "", "extender", "Another Tool"))).front(),
-              extension);
-}
-
 TEST_F(StandardTransforms, MetaUriIsTakenWhenTheTransformerIsMade) {
     NamespaceRegistry::instance()->unbindPrefixMetaUri(kUml);
     StandardReadTransforms without;

@@ -1,7 +1,4 @@
 #include <ZEL/Exception.h>
-#include <ZEL/metamodel/Model.h>
-#include <ZEL/serializer/LinkedElement.h>
-#include <ZEL/serializer/Reference.h>
 #include <ZEL/serializer/TransformerRegistry.h>
 
 #include <boost/function.hpp>
@@ -177,24 +174,6 @@ TEST_F(TransformerTest, RememberedAnswersAreThoseOfAFullSearch) {
         ASSERT_EQ(applied({context}), expected);
         ASSERT_EQ(applied({context}), expected);
     }
-}
-
-TEST_F(TransformerTest, HooksAreCalledIfThereAreAny) {
-    std::string calls;
-    auto const callAll = [&] {
-        rules.onCreate(attribute("a"), ClassObject());
-        EXPECT_FALSE(rules.resolveReference("u", Reference{{}, {}, "#1"}).isValid());
-        rules.postTransform(Model());
-    };
-    callAll();
-    rules.setOnCreate([&](Context const & context, ClassObject const &) { calls += context.getRoleName(); });
-    rules.setResolveReference([&](std::string const & uri, Reference const & reference) {
-        calls += " resolve " + uri + reference.id;
-        return LinkedElement();
-    });
-    rules.setPostTransform([&](Model const &) { calls += " post"; });
-    callAll();
-    EXPECT_EQ(calls, "a resolve u#1 post");
 }
 
 TEST_F(TransformerTest, EmptyFunctionRaisesWhenItsRuleIsTaken) {

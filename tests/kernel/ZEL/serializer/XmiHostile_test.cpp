@@ -65,7 +65,6 @@ TEST_F(Hostile, AFileCutAnywhereRaisesAndLeavesTheGivenModelAlone) {
 TEST_F(Hostile, LinksOpenPlainLocalFilesOnly) {
     std::filesystem::create_directory(folder.path("folder"));
     ASSERT_EQ(0, ::mkfifo(folder.path("fifo").c_str(), 0600));
-    XmiReaderSettings settings;
     settings.setSkipUnreadableExternalFiles(true);
     reader = XmiReader(settings);
     for (std::string const href :
@@ -112,7 +111,6 @@ TEST_F(Hostile, TheLargestIdIsTakenAndTheNextOneRaises) {
 }
 
 TEST_F(Hostile, NestingIsBoundedByTheSettings) {
-    XmiReaderSettings settings;
     settings.setMaximumElementDepth(4);
     reader = XmiReader(settings);
     EXPECT_TRUE(readModel(element("Package", 3)).isValid());

@@ -1,8 +1,11 @@
 #include "kernel/ZEL/serializer/ReaderTest.h"
-#include "kernel/ZEL/serializer/WriterFixture.h"
 
+#include <ZEL/Constants.h>
 #include <ZEL/DeviantAssertions.h>
 #include <ZEL/Exception.h>
+#include <ZEL/FactoryRegistry.h>
+#include <ZEL/Integer.h>
+#include <ZEL/Transaction.h>
 #include <ZEL/metamodel/Comment.h>
 #include <ZEL/metamodel/Constraint.h>
 #include <ZEL/metamodel/DataType.h>
@@ -16,6 +19,7 @@
 #include <csignal>
 #include <filesystem>
 #include <memory>
+#include <regex>
 
 namespace ZEL::Serializer::Test {
 namespace {
@@ -24,11 +28,25 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-class XmiWriterTest : public testsupport::WriterFixture {
+/// A model of the built-in metamodel in an open transaction, with a package "p" (id 2) at its top, and a folder to
+/// write to. In texts, "@1" stands for the prefixed uuid and "@2" for the model's URI.
+class XmiWriterTest : public testing::Test {
 protected:
-    /// The file that a model is written to.
-    std::string written(XmiWriter writer = XmiWriter()) {
-        EXPECT_TRUE(writer.write(folder.path("m.xmi"), model));
+    static constexpr char kUuid[] = "5376c05e-df72-49a6-85e0-5388c3fca417";
+
+    XmiWriterTest() {
+        model.setUuidBase(kUuid);
+        package.setName("p");
+        model.setTopPackage(package);
+    }
+
+    [[nodiscard]] std::string filled(std::string const & text) const {
+        std::string const withIds = std::regex_replace(text, std::regex("@1"), std::string("_zel_") + kUuid);
+        return std::regex_replace(withIds, std::regex("@2"), "file://" + path);
+    }
+    /// The file that the model is written to.
+    std::string written() {
+        EXPECT_TRUE(writer.write(path, model));
         return folder.content("m.xmi");
     }
 
@@ -68,11 +86,20 @@ protected:
         package.getOwnedComments().push_back(added);
         return added;
     }
+
+    TemporaryFolder folder;
+    std::string const path = folder.path("m.xmi");
+    MetaModel const model{FactoryRegistry::instance()->createModel(METAMODEL_URI)};
+    Transaction transaction{model.getDeviant()};
+    Factory const factory{model.getFactory()};
+    Package const package = factory.createPackage();
+    std::shared_ptr<Rules> const rules = std::make_shared<Rules>();
+    XmiWriter writer;
 };
 
 TEST_F(XmiWriterTest, ModelWithOnePackageAndWithNone) {
     EXPECT_EQ(written(), file(3));
-    EXPECT_EQ(model.getUri(), "file://" + folder.path("m.xmi"));
+    EXPECT_EQ(model.getUri(), "file://" + path);
     EXPECT_FALSE(std::filesystem::exists(folder.path("m.xmi~")));
     package.destroy();
     EXPECT_EQ(written(), envelope(3, R"(  <ZEL:MetaModel xmi:id="@1" uri="@2"/>
@@ -180,19 +207,17 @@ TEST_F(XmiWriterTest, LinkToADestroyedObjectLeavesOutThePropertyAndIsLoggedOnce)
     comment.getAnnotatedElements().push_back(d);
     d.destroy();
     LogCapture const log;
-    XmiWriter writer;
-    writer.addTransformer(std::make_shared<Rules>());
-    EXPECT_THAT(written(writer), HasSubstr(R"(xmi:type="ZEL:Comment" body="on"/>)"));
-    auto const warning = testing::AllOf(HasSubstr("annotatedElement"), HasSubstr(id(3)));
-    EXPECT_THAT(log.texts(LogLevel::info), ElementsAre("Serializing XMI output to " + folder.path("m.xmi"), warning,
-                                                       "Finished serializing XMI output to " + folder.path("m.xmi")));
+    writer.addTransformer(rules);
+    EXPECT_THAT(written(), HasSubstr(R"(xmi:type="ZEL:Comment" body="on"/>)"));
+    auto const warning = testing::AllOf(HasSubstr("annotatedElement"), HasSubstr(filled("@1_3")));
+    EXPECT_THAT(log.texts(LogLevel::info), ElementsAre("Serializing XMI output to " + path, warning,
+                                                       "Finished serializing XMI output to " + path));
     EXPECT_THAT(log.texts(), ElementsAre(warning));
     EXPECT_THAT(log.texts(LogLevel::error), testing::IsEmpty());
 }
 
 TEST_F(XmiWriterTest, OtherObjectThanAModelIsWrittenUnderItsOwnName) {
     addClass("C");
-    XmiWriter writer;
     ASSERT_TRUE(writer.writeObject(folder.path("o.xmi"), package));
     EXPECT_EQ(folder.content("o.xmi"), envelope(4, R"(  <ZEL:Package xmi:id="@1_2" name="p">
     <packagedElement xmi:id="@1_3" xmi:type="ZEL:Class" name="C"/>
@@ -221,7 +246,6 @@ TEST_F(XmiWriterTest, ExtensionPropertyStandsInAnExtensionBlock) {
 TEST_F(XmiWriterTest, TransformersRewriteAndLeaveOutForOneRun) {
     addClass("C");
     addComment("note");
-    auto rules = std::make_shared<Rules>();
     rules->addTransform(role("body"), [](Context const & context) {
         Context changed = context;
         changed.setAttribute(context.getFirstValue() + "!");
@@ -230,25 +254,22 @@ TEST_F(XmiWriterTest, TransformersRewriteAndLeaveOutForOneRun) {
     rules->addTransform(role("packagedElement"), [rules = rules.get()](Context const & context) {
         return ContextSequence(rules->isSerializePhase() ? skipped(context) : context);
     });
-    XmiWriter writer;
     writer.addTransformer(rules);
-    EXPECT_EQ(written(writer), file(5, R"(      <ownedComment xmi:id="@1_4" xmi:type="ZEL:Comment" body="note!"/>
+    EXPECT_EQ(written(), file(5, R"(      <ownedComment xmi:id="@1_4" xmi:type="ZEL:Comment" body="note!"/>
 )"));
-    EXPECT_THAT(written(writer), testing::AllOf(HasSubstr("ZEL:Class"), HasSubstr(R"(body="note")")));
+    EXPECT_THAT(written(), testing::AllOf(HasSubstr("ZEL:Class"), HasSubstr(R"(body="note")")));
 }
 
 TEST_F(XmiWriterTest, SiblingElementsOfOneObjectStayBalanced) {
     addComment("note");
-    auto rules = std::make_shared<Rules>();
     rules->addTransform(role("topPackage"), [](Context const & context) {
         Context sibling = context;
         sibling.setRole("", "sibling");
         sibling.setElement("s");
         return both(sibling, context);
     });
-    XmiWriter writer;
     writer.addTransformer(rules);
-    EXPECT_THAT(written(writer), HasSubstr(filled(R"(
+    EXPECT_THAT(written(), HasSubstr(filled(R"(
     <sibling xmi:id="s" xmi:type="ZEL:Package"></sibling>
     <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="p">
       <ownedComment xmi:id="@1_3" xmi:type="ZEL:Comment" body="note"/>
@@ -262,7 +283,6 @@ TEST_F(XmiWriterTest, VisitableGeneratorDecidesWhatIsDescendedInto) {
     addClass("C");
     addComment("note");
     std::string calls;
-    XmiWriter writer;
     writer.setVisitableGenerator([&](ImmutableClassObject const & object, VisitableContext & visitable) {
         calls += visitable.context.getRoleName() + "." + visitable.property.getName().str() + " ";
         return visitable.property.getName() == "packagedElement"
@@ -271,13 +291,13 @@ TEST_F(XmiWriterTest, VisitableGeneratorDecidesWhatIsDescendedInto) {
     });
     std::string const withoutClass = file(5, R"(      <ownedComment xmi:id="@1_4" xmi:type="ZEL:Comment" body="note"/>
 )");
-    EXPECT_EQ(written(writer), withoutClass);
+    EXPECT_EQ(written(), withoutClass);
     EXPECT_THAT(calls, HasSubstr("topPackage.packagedElement "));
     EXPECT_THAT(calls, HasSubstr("topPackage.appliedStereotypeInstance "));
     // Unlike Transformers it stays, and an empty one is the default again.
-    EXPECT_EQ(written(writer), withoutClass);
+    EXPECT_EQ(written(), withoutClass);
     writer.setVisitableGenerator({});
-    EXPECT_THAT(written(writer), HasSubstr("ZEL:Class"));
+    EXPECT_THAT(written(), HasSubstr("ZEL:Class"));
 }
 
 TEST_F(XmiWriterTest, GeneratorsAroundAnObjectAddToItsPlace) {
@@ -293,30 +313,27 @@ TEST_F(XmiWriterTest, GeneratorsAroundAnObjectAddToItsPlace) {
 )");
     std::string const own = filled(R"(    <topPackage xmi:id="@1_2" xmi:type="ZEL:Package" name="p"/>
 )");
-    XmiWriter before;
-    before.setPreVisitableGenerator(looseOnes);
-    EXPECT_THAT(written(before), HasSubstr(more + own + "  </ZEL:MetaModel>"));
-    XmiWriter behind;
-    behind.setPostVisitableGenerator(looseOnes);
-    EXPECT_THAT(written(behind), HasSubstr(own + more + "  </ZEL:MetaModel>"));
+    writer.setPreVisitableGenerator(looseOnes);
+    EXPECT_THAT(written(), HasSubstr(more + own + "  </ZEL:MetaModel>"));
+    writer = XmiWriter();
+    writer.setPostVisitableGenerator(looseOnes);
+    EXPECT_THAT(written(), HasSubstr(own + more + "  </ZEL:MetaModel>"));
     loose.destroy();
 }
 
 TEST_F(XmiWriterTest, ContextSequenceCreatorTakesThePlaceOfTheWholeFile) {
-    XmiWriter writer;
     writer.setContextSequenceCreator([](ImmutableClassObject const & object, VisitableContext &) {
         Context context = role("object");
         context.setElement(object.getSiid().str());
         return ContextSequence(context);
     });
-    EXPECT_THAT(written(writer), testing::AllOf(HasSubstr("<object "), HasSubstr(std::string("id=\"") + kUuid + "\"")));
+    EXPECT_THAT(written(), testing::AllOf(HasSubstr("<object "), HasSubstr(std::string("id=\"") + kUuid + "\"")));
 }
 
 TEST_F(XmiWriterTest, InvalidInputRaisesBeforeAnyFileIsTouched) {
-    XmiWriter writer;
-    EXPECT_RAISES("Attempt to serialize invalid model!", writer.write(folder.path("m.xmi"), Model()));
+    EXPECT_RAISES("Attempt to serialize invalid model!", writer.write(path, Model()));
     EXPECT_RAISES("Attempt to serialize invalid model!", writer.write(ImmutableModel()));
-    EXPECT_RAISES("Attempt to serialize invalid object!", writer.writeObject(folder.path("m.xmi"), Object()));
+    EXPECT_RAISES("Attempt to serialize invalid object!", writer.writeObject(path, Object()));
     EXPECT_RAISES("Unable to create URI from output file ", writer.write("", model));
     EXPECT_TRUE(std::filesystem::is_empty(folder.path("")));
 }
@@ -324,18 +341,17 @@ TEST_F(XmiWriterTest, InvalidInputRaisesBeforeAnyFileIsTouched) {
 TEST_F(XmiWriterTest, FileThatCannotBeMadeGivesFalse) {
     LogCapture const log;
     std::string const missing = folder.path("missing/m.xmi");
-    EXPECT_FALSE(XmiWriter().write(missing, model));
+    EXPECT_FALSE(writer.write(missing, model));
 
-    std::string const path = folder.path("m.xmi");
     std::string const victim = folder.file("victim", "mine");
     std::filesystem::create_symlink(victim, path + "~");
-    EXPECT_FALSE(XmiWriter().write(path, model));
+    EXPECT_FALSE(writer.write(path, model));
     EXPECT_EQ(folder.content("victim"), "mine") << "the temporary file is never a link";
     EXPECT_FALSE(std::filesystem::exists(path));
     std::filesystem::remove(path + "~");
 
     std::filesystem::create_directory(path);
-    EXPECT_FALSE(XmiWriter().write(path, model));
+    EXPECT_FALSE(writer.write(path, model));
     EXPECT_THAT(folder.content("m.xmi~"), testing::EndsWith("</xmi:XMI>\n"));
     EXPECT_TRUE(std::filesystem::is_directory(path));
     EXPECT_THAT(log.texts(LogLevel::error), ElementsAre("Unable to open file " + missing + "~ for writing",
@@ -344,15 +360,14 @@ TEST_F(XmiWriterTest, FileThatCannotBeMadeGivesFalse) {
 }
 
 TEST_F(XmiWriterTest, TextThatXmlCannotHoldRaisesAndLeavesTheEarlierFile) {
-    std::string const path = folder.file("m.xmi", "earlier");
+    static_cast<void>(folder.file("m.xmi", "earlier"));
     addComment("bell \x07");
-    EXPECT_THAT(raisedText([&] { XmiWriter().write(path, model); }),
-                testing::AllOf(HasSubstr("body"), HasSubstr("U+0007")));
+    EXPECT_THAT(raisedText([&] { writer.write(path, model); }), testing::AllOf(HasSubstr("body"), HasSubstr("U+0007")));
     EXPECT_EQ(folder.content("m.xmi"), "earlier");
 }
 
 TEST_F(XmiWriterTest, EarlierFileIsReplacedWithItsRightsAndALinkIsWrittenThrough) {
-    std::string const path = folder.file("m.xmi", std::string(100000, 'x'));
+    static_cast<void>(folder.file("m.xmi", std::string(100000, 'x')));
     ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
     EXPECT_EQ(written(), file(3));
     struct stat status {};
@@ -376,7 +391,7 @@ TEST_F(XmiWriterTest, EarlierFileIsReplacedWithItsRightsAndALinkIsWrittenThrough
 }
 
 TEST_F(XmiWriterTest, FullDiskLeavesTheEarlierFile) {
-    std::string const path = folder.file("m.xmi", "earlier");
+    static_cast<void>(folder.file("m.xmi", "earlier"));
     addComment(std::string(200000, 'x').c_str());
     auto const former = std::signal(SIGXFSZ, SIG_IGN);
     rlimit limit{};
@@ -384,7 +399,7 @@ TEST_F(XmiWriterTest, FullDiskLeavesTheEarlierFile) {
     rlimit const small{100000, limit.rlim_max};
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
     LogCapture const log;
-    bool const result = XmiWriter().write(path, model);
+    bool const result = writer.write(path, model);
     ::setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, former);
     EXPECT_FALSE(result);
@@ -401,7 +416,7 @@ TEST_F(XmiWriterTest, SettingsAndUriOfTheModelAreUsed) {
     XmiWriterSettings settings;
     settings.setXmiVersion("9.9");
     settings.setAutoFlush(true);
-    XmiWriter writer(settings);
+    writer = XmiWriter(settings);
     model.setUri("file://" + folder.path("own.xmi"));
     EXPECT_TRUE(writer.write(model));
     EXPECT_THAT(folder.content("own.xmi"), HasSubstr(R"(xmi:version="9.9")"));
@@ -413,7 +428,8 @@ TEST_F(XmiWriterTest, OtherDialectsHaveNoHeadAndLeaveAModelOfAnotherMetamodelAsI
     for (XmiFormat const format : {XmiFormat::MagicDraw, XmiFormat::Rhapsody}) {
         XmiWriterSettings settings;
         settings.setOutputFormat(format);
-        EXPECT_EQ(written(XmiWriter(settings)), file(0)) << format.toString();
+        writer = XmiWriter(settings);
+        EXPECT_EQ(written(), file(0)) << format.toString();
     }
 }
 

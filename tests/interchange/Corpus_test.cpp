@@ -5,7 +5,6 @@
 #include <ZEL/interchange/Interchange.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
-#include <ZEL/serializer/Transformer.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/XmiReader.h>
 #include <ZEL/serializer/XmiWriter.h>
@@ -15,7 +14,9 @@
 
 #include <gtest/gtest.h>
 #include <host/TemporaryFolder.h>
+#include <kernel/ZEL/serializer/ContextText.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -26,15 +27,6 @@ namespace ZEL::Interchange {
 namespace {
 
 using Serializer::XmiConstants;
-
-/// Takes note of the ids of elements that became objects.
-class IdsOfObjects : public Serializer::Transformer {
-public:
-    explicit IdsOfObjects(std::set<std::string> & ids) {
-        setOnCreate(
-            [&ids](Serializer::Context const & element, ClassObject const &) { ids.insert(element.getFirstValue()); });
-    }
-};
 
 /// Whether what stands in the element is a tool's own and no part of the model.
 bool isOfTool(HASP::XmlReader const & xml) {
@@ -78,7 +70,11 @@ TEST(CorpusLong, FilesAreReadOrRefusedAndTheirModelsSavedAndReadBackEqual) {
         settings.setSkipUnreadableExternalFiles(true);
         Serializer::XmiReader reader(settings);
         std::set<std::string> objects;
-        reader.addTransformer(std::make_shared<IdsOfObjects>(objects));
+        auto const notes = std::make_shared<Serializer::Test::Rules>();
+        notes->setOnCreate([&objects](Serializer::Context const & element, ClassObject const &) {
+            objects.insert(element.getFirstValue());
+        });
+        reader.addTransformer(notes);
         addReadTransforms(reader);
         if (!entry.is_regular_file() || entry.path().extension() == ".md") {
             continue;
@@ -89,11 +85,9 @@ TEST(CorpusLong, FilesAreReadOrRefusedAndTheirModelsSavedAndReadBackEqual) {
             continue;
         }
         std::set<std::string> const ids = idsIn(file);
-        std::size_t missing = 0;
-        for (std::string const & id : ids) {
-            missing += objects.count(id) == 0 ? 1U : 0U;
-        }
-        EXPECT_LE(missing * 100, ids.size());
+        auto const missing =
+            std::count_if(ids.begin(), ids.end(), [&](std::string const & id) { return objects.count(id) == 0; });
+        EXPECT_LE(static_cast<std::size_t>(missing) * 100, ids.size());
         ASSERT_TRUE(Serializer::XmiWriter().write(saved.path("out.xmi"), model));
         if (reader.referredModelCount() == 0) {
             EXPECT_TRUE(compare(model, Serializer::XmiReader(settings).read(saved.path("out.xmi"))));

@@ -1,6 +1,5 @@
 #include <ZEL/serializer/Context.h>
 #include <ZEL/serializer/ContextSequence.h>
-#include <ZEL/serializer/XmiFormat.h>
 
 #include <gtest/gtest.h>
 
@@ -199,12 +198,6 @@ TEST_F(ContextSequenceTest, AppendAddsTheOthersContextsAndCount) {
     EXPECT_EQ(sequence.size(), 4U);
     EXPECT_EQ(sequence.elementCount(), 2U);
     EXPECT_EQ(one.size(), 1U);
-}
-
-TEST(XmiFormat, NamesItsFormats) {
-    EXPECT_EQ(XmiFormat(XmiFormat::Standard).toString(), "Standard");
-    EXPECT_EQ(XmiFormat(XmiFormat::MagicDraw).toString(), "MagicDraw");
-    EXPECT_EQ(XmiFormat(XmiFormat::Rhapsody).toString(), "Rhapsody");
 }
 
 } // namespace

@@ -59,6 +59,22 @@ private:
     std::vector<std::pair<int, std::string>> fEntries;
 };
 
+/// What a report tells: "skipped other 2".
+inline std::vector<std::string> linesOf(ReadReport const & report) {
+    std::vector<std::string> lines;
+    auto const add = [&lines](std::string const & what, ReadReport::Counts const & counts) {
+        for (auto const & [name, count] : counts) {
+            lines.push_back(what + " " + name + " " + std::to_string(count));
+        }
+    };
+    add("skipped", report.skippedElements());
+    add("ignored", report.ignoredAttributes());
+    add("rejected", report.rejectedValues());
+    add("unresolved", report.unresolvedReferences());
+    add("unread", report.unreadFiles());
+    return lines;
+}
+
 /// A folder for files, a log that is kept, and the texts of small documents. In those, "@" stands for the beginning of
 /// the ids of a model, "_zel_<uuid>_", and "@@" for that of another model's.
 class ReaderTest : public ::testing::Test {
@@ -99,22 +115,7 @@ protected:
     MetaModel read(std::string const & text) { return MetaModel(reader.read(file("in.xmi", text))); }
     MetaModel readModel(std::string const & elements) { return read(document(model(elements))); }
 
-    /// What the reader's report tells: "skipped other 2".
-    [[nodiscard]] std::vector<std::string> reported() const {
-        std::vector<std::string> result;
-        auto const add = [&result](std::string const & what, ReadReport::Counts const & counts) {
-            for (auto const & [name, count] : counts) {
-                result.push_back(what + " " + name + " " + std::to_string(count));
-            }
-        };
-        ReadReport const & report = reader.report();
-        add("skipped", report.skippedElements());
-        add("ignored", report.ignoredAttributes());
-        add("rejected", report.rejectedValues());
-        add("unresolved", report.unresolvedReferences());
-        add("unread", report.unreadFiles());
-        return result;
-    }
+    [[nodiscard]] std::vector<std::string> reported() const { return linesOf(reader.report()); }
 
     static PackageableElement named(MetaModel const & model, std::string const & name) {
         return model.getTopPackage().getPackagedElementByName(String(name));

@@ -53,13 +53,6 @@ TEST(RoundTrip, TheBuiltInMetaModelIsReadBackEqual) {
     readModel(folder.path("zel.xmi"), std::make_unique<Merger>(copy));
     copy.setUri(original.getUri());
     EXPECT_EQ("", difference(original, copy)) << "what is read into it again changes nothing";
-    EXPECT_EQ(42, [&copy] {
-        int classes = 1; // the metamodel itself is the class of models
-        for (ImmutableObject const & type : copy.getTopPackage().getOwnedTypes()) {
-            classes += ImmutableClass(type).isValid() ? 1 : 0;
-        }
-        return classes;
-    }());
 }
 
 TEST(RoundTrip, NestingIsBoundedByMemoryAloneOnEveryRoad) {

@@ -23,6 +23,12 @@ std::string const kXmi = "http://schema.omg.org/spec/XMI/2.1";
 std::string const kUml20 = "http://schema.omg.org/spec/UML/2.0";
 std::string const kZel = "http://schema.omg.org/spec/MOF/2.0";
 
+/// An element with an attribute.
+ContextSequence with(Context const & parent, std::string const & uri, std::string const & name,
+                     std::string const & value) {
+    return both(parent, attributeOf(parent, uri, name, value));
+}
+
 /// With a metamodel of the prefix "uml" registered.
 class StandardTransforms : public testing::Test {
 protected:
@@ -45,26 +51,24 @@ TEST_F(StandardTransforms, ReadRulesRewriteTheEnvelope) {
     };
     std::vector<Row> const rows = {
         {xmi, ""},
-        {both(xmi, attributeOf(xmi, kXmi, "version", "2.1")), ""},
-        {both(xmi, attributeOf(xmi, kXmi, "version", "2.0")), "e!* " + x + "XMI=2.0 a " + x + "version=2.0"},
+        {with(xmi, kXmi, "version", "2.1"), ""},
+        {with(xmi, kXmi, "version", "2.0"), "e!* " + x + "XMI=2.0 a " + x + "version=2.0"},
         {element(kXmi, "Documentation"), "e! " + x + "Documentation="},
-        {both(model, attributeOf(model, "", "nextIdValue", "_zel_u_9")), "e {" + kUml + "}Model=m"},
-        {both(model20, attributeOf(model20, "", "nextIdValue", "_zel_u_9")), "e {" + kUml20 + "}Model=m"},
-        {both(zelModel, attributeOf(zelModel, "", "nextIdValue", "9")),
-         "e {" + kZel + "}MetaModel=m a {}nextIdValue=9"},
+        {with(model, "", "nextIdValue", "_zel_u_9"), "e {" + kUml + "}Model=m"},
+        {with(model20, "", "nextIdValue", "_zel_u_9"), "e {" + kUml20 + "}Model=m"},
+        {with(zelModel, "", "nextIdValue", "9"), "e {" + kZel + "}MetaModel=m a {}nextIdValue=9"},
         {extension, ""},
-        {both(extension, attributeOf(extension, "", "nextIdValue", "_zel_u_9")), ""},
-        {both(extension, attributeOf(extension, "", "extender", "The Quillon Inc.")), ""},
-        {both(extension, attributeOf(extension, "", "extender", "Another Tool")),
-         "e!* " + x + "Extension=Another Tool"},
+        {with(extension, "", "nextIdValue", "_zel_u_9"), ""},
+        {with(extension, "", "extender", "The Quillon Inc."), ""},
+        {with(extension, "", "extender", "Another Tool"), "e!* " + x + "Extension=Another Tool"},
         {element(kUml, "Profile", "p"), "e! {" + kUml + "}Profile=p"},
         {nested("packagedElement", kUml20, "Profile", "p"), "e! {}packagedElement=p"},
-        {both(model, attributeOf(model, "", "uri", "file:///old")), "e {" + kUml + "}Model=m"},
-        {both(model20, attributeOf(model20, "", "uri", "file:///old")), "e {" + kUml20 + "}Model=m"},
-        {both(zelModel, attributeOf(zelModel, "", "uri", "u")), "e {" + kZel + "}MetaModel=m a {}uri=u"},
-        {both(link, attributeOf(link, "", "href", "f.xmi#1")), "r {}type=f.xmi#1"},
-        {both(link, attributeOf(link, kXmi, "idref", "1")), "r {}type=1"},
-        {both(model, attributeOf(model, "", "name", "n")), "e {" + kUml + "}Model=m a {}name=n"},
+        {with(model, "", "uri", "file:///old"), "e {" + kUml + "}Model=m"},
+        {with(model20, "", "uri", "file:///old"), "e {" + kUml20 + "}Model=m"},
+        {with(zelModel, "", "uri", "u"), "e {" + kZel + "}MetaModel=m a {}uri=u"},
+        {with(link, "", "href", "f.xmi#1"), "r {}type=f.xmi#1"},
+        {with(link, kXmi, "idref", "1"), "r {}type=1"},
+        {with(model, "", "name", "n"), "e {" + kUml + "}Model=m a {}name=n"},
     };
     for (std::size_t i = 0; i < rows.size(); ++i) {
         StandardReadTransforms transforms;

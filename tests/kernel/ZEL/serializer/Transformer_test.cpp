@@ -89,6 +89,28 @@ TEST_F(TransformerTest, OutputTakesThePlaceOfEqualEarlierContexts) {
     EXPECT_EQ(applied({attribute("s"), attribute("r")}), "a=first! n=new") << "what is skipped blocks later equal ones";
 }
 
+TEST_F(TransformerTest, LinkTakesThePlaceOfItsElement) {
+    // The output has no parent pairs, the element has: they are equal for all that both give.
+    Context element = role("type");
+    element.setType("u", "Class");
+    element.setParentRole("", "ownedAttribute");
+    element.setParentType("u", "Property");
+    element.setElement("");
+    Context href = attribute("href", "f.xmi#1");
+    href.setParent(element);
+    rules.addTransform(role("href"), [](Context const & context) {
+        Context link;
+        link.setRole(context.getParentRole());
+        link.setType(context.getParentType());
+        link.setReference(context.getFirstValue());
+        return ContextSequence(link);
+    });
+    ContextSequence const result = rules.apply(sequenceOf({element, href}));
+    EXPECT_EQ(textOf(result), "type=f.xmi#1");
+    EXPECT_TRUE(result.front().isReference());
+    EXPECT_EQ(result.elementCount(), 0U);
+}
+
 TEST_F(TransformerTest, GeneratingPassesGiveWhatRulesGiveAndRepeatEqualOnes) {
     rules.addPreTransform(role("a"), give({attribute("x", "1"), attribute("y", "2")}));
     rules.addPostTransform(role("b"), give({attribute("z", "3")}));

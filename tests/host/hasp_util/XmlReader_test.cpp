@@ -5,11 +5,12 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include <chrono>
+#include <ctime>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -334,12 +335,12 @@ TEST(XmlReaderHostile, CostOfHugePiecesIsLinear) {
                                          "<a>" + std::string(20'000'000, 'x') + "</a>", many + "/>"}) {
         TemporaryFolder const folder;
         XmlReader reader(folder.file("x.xml", document));
-        auto const begin = std::chrono::steady_clock::now();
+        std::clock_t const begin = std::clock(); // of the processor: others may be at work beside the test
         while (reader.hasNext()) {
             reader.next();
         }
         EXPECT_EQ(reader.error(), "");
-        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20)) << "quadratic: minutes";
+        EXPECT_LT(std::clock() - begin, 20 * CLOCKS_PER_SEC) << "quadratic: minutes";
     }
 }
 

@@ -140,6 +140,11 @@ TEST_F(TransformerTest, RulesMayChangeTheTableTheyStandIn) {
               "b=99 a=xx a=again");
 }
 
+void setTypeOf(Context & context, QualifiedName name) { context.setType(name); }
+void setRoleOf(Context & context, QualifiedName name) { context.setRole(name); }
+void setParentTypeOf(Context & context, QualifiedName name) { context.setParentType(name); }
+void setParentRoleOf(Context & context, QualifiedName name) { context.setParentRole(name); }
+
 TEST_F(TransformerTest, RememberedAnswersAreThoseOfAFullSearch) {
     // Every question is put twice to a table, and to a table asked for the first time.
     std::mt19937 random(7);
@@ -160,8 +165,21 @@ TEST_F(TransformerTest, RememberedAnswersAreThoseOfAFullSearch) {
         patterns.push_back(make());
         rules.addTransform(patterns.back(), give({attribute("x", std::to_string(i))}));
     }
+    std::vector<Context> questions;
     for (int i = 0; i < 3000; ++i) {
-        Context const context = make();
+        questions.push_back(make());
+    }
+    // So many that differ in one name only that some share a place among the answers.
+    for (auto const set : {&setTypeOf, &setRoleOf, &setParentTypeOf, &setParentRoleOf}) {
+        for (int i = 0; i < 400; ++i) {
+            Context context;
+            set(context, QualifiedName("", "n" + std::to_string(i)));
+            questions.push_back(context);
+            patterns.push_back(context);
+            rules.addTransform(context, give({attribute("x", std::to_string(patterns.size() - 1))}));
+        }
+    }
+    for (Context const & context : questions) {
         std::string expected = context.getRoleName() + "=";
         int best = 0;
         for (std::size_t rule = 0; rule < patterns.size(); ++rule) {

@@ -373,6 +373,20 @@ TEST_F(ReadingSeveralFiles, FollowsAChainAsFarAsTheSettingsAllow) {
     EXPECT_EQ(0, reader.referredModelCount());
 }
 
+TEST_F(ReadingSeveralFiles, AFileThatHasBeenReadIsLeftAgain) {
+    settings.setMaximumFileNesting(2);
+    reader = XmiReader(settings);
+    std::string links;
+    for (std::string const name : {"a", "b", "c"}) {
+        std::string const id = "_zel_" + name + "_3";
+        file(name + ".xmi", document(model("<packagedElement xmi:type='ZEL:Class' xmi:id='" + id + "'/>", name)));
+        links += "<superClass xmi:type='ZEL:Class' href='" + name + ".xmi#" + id + "'/>";
+    }
+    MetaModel const read =
+        readModel("<packagedElement xmi:type='ZEL:Class' xmi:id='@3'>" + links + "</packagedElement>");
+    EXPECT_EQ(3, Class(read.getTopPackage().getPackagedElements().at(0)).getSuperClasses().size());
+}
+
 // --- Transformers and runs -------------------------------------------------------------------------------------------------
 
 TEST_F(Reading, SkipsTheContentOfAnElementThatARuleLeavesOutByAnotherName) {

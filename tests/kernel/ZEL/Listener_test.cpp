@@ -348,7 +348,7 @@ TEST_F(ListenerTest, AJumpThatObserversHinderEnds) {
 TEST_F(ListenerTest, AClientsHelperIsCalledByTheKindOfTheReplay) {
     struct Helper : DeviantManagerHelper {
         using Report = ReportOfChanges<ClassObject, FALSE_TYPE>;
-        explicit Helper(Calls & calls) : fCalls(calls) {}
+        Helper(Calls & calls, std::function<std::string()> seen) : fCalls(calls), fSeen(std::move(seen)) {}
         void cancelTransaction(Report const & report) override { record("cancel", report); }
         void undo(Report const & report) override { record("undo", report); }
         void redo(Report const & report) override { record("redo", report); }
@@ -357,10 +357,15 @@ TEST_F(ListenerTest, AClientsHelperIsCalledByTheKindOfTheReplay) {
             fCalls.push_back(told(kind, report) + " from " + report.sourceDeviant.getName() + " to " +
                              report.getTargetDeviant().getName());
             doTheJob(report);
+            fCalls.back() += ", now " + fSeen();
         }
         Calls & fCalls;
+        std::function<std::string()> fSeen;
     };
-    manager->setHelper(new Helper(calls));
+    Deviant follower = a;
+    manager->setHelper(new Helper(calls, [&] {
+        return std::to_string(thing.valueIn(root)) + " there and " + std::to_string(thing.valueIn(follower));
+    }));
     root.beginTransaction();
     make(root, 1);
     thing.set(root, 2);
@@ -372,16 +377,19 @@ TEST_F(ListenerTest, AClientsHelperIsCalledByTheKindOfTheReplay) {
     other.end(root);
     thing.set(root, 2);
     root.commitTransaction();
+    follower = createDeviant("follower");
     root.undo();
+    follower = createDeviant("second follower");
     root.redo();
     root.beginTransaction();
     a.assignToRoot(); // in which nothing was changed but by the root
     root.commitTransaction();
-    EXPECT_EQ((Calls{"cancel 0 1 1 from <internal: cancelTransaction> to root deviant",
-                     "cancel 0 0 0 from <internal: cancelTransaction> to root deviant",
-                     "undo 1 0 1 from <internal: undo/redo> to root deviant",
-                     "redo 0 1 1 from <internal: undo/redo> to root deviant",
-                     "assign 0 0 1 from <internal: assignToRoot> to root deviant"}),
+    // Who follows the root sees nothing of a replay before it has come to its end.
+    EXPECT_EQ((Calls{"cancel 0 1 1 from <internal: cancelTransaction> to root deviant, now 1 there and 1",
+                     "cancel 0 0 0 from <internal: cancelTransaction> to root deviant, now 1 there and 1",
+                     "undo 1 0 1 from <internal: undo/redo> to root deviant, now 1 there and 2",
+                     "redo 0 1 1 from <internal: undo/redo> to root deviant, now 2 there and 1",
+                     "assign 0 0 1 from <internal: assignToRoot> to root deviant, now 1 there and 1"}),
               takeCalls());
 }
 

@@ -162,6 +162,14 @@ TEST_F(TransactionTest, AnInnerGuardThatIsNotCommittedEndsAllLevels) {
     root.commitTransaction();
 }
 
+TEST_F(TransactionTest, AnInnerGuardEndsItsOwnLevelOnce) {
+    Transaction const outer(root);
+    Transaction inner(root);
+    inner.commit();
+    EXPECT_RAISES("transaction not started", inner.commit());
+    EXPECT_TRUE(root.isWithinTransaction());
+}
+
 TEST_F(TransactionTest, TheGuardLeavesNothingOpenWithoutUndoStackOrManager) {
     root.disableUndo();
     {

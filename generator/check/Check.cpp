@@ -158,7 +158,7 @@ void Checker::checkGeneratedNames(TypeDefinition const & type) {
     for (TypeDefinition const & other : fDefinition.types) {
         for (std::string const & made :
              {"Immutable" + other.name.text, other.name.text + "Intf", other.name.text + "Impl",
-              other.name.text + "DeviantImpl", other.name.text + "Tables"}) {
+              other.name.text + "DeviantImpl", other.name.text + "Tables", other.name.text + "PropertyTable"}) {
             if (name == made && other.kind == TypeKind::Class) {
                 report(type.name.mark, "found type '" + name +
                                            "', expected a name that is not one of those made for '" + other.name.text +

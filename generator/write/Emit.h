@@ -63,6 +63,7 @@ using Files = std::map<std::string, std::string>;
 [[nodiscard]] std::string emitMetamodelHeader(Emission const & emission);
 [[nodiscard]] std::string emitBootstrap(Emission const & emission);
 [[nodiscard]] std::string emitTablesHeader(Emission const & emission);
+[[nodiscard]] std::string emitPropertyTableHeader(Emission const & emission, Class const & of);
 [[nodiscard]] std::string emitTables(Emission const & emission, Class const & of);
 
 } // namespace zelgen

@@ -196,6 +196,9 @@ std::string concretePart(Emission const & emission, Class const & of) {
                           {{"ns", of.home->cppNamespace}, {"X", of.name}});
 }
 
+/// The header that declares the property among those of its class.
+std::string propertyTableHeader(Property const & p) { return Emission::header(*p.owner, "PropertyTable"); }
+
 std::set<std::string> headersOf(Emission const & emission, Class const & of) {
     std::set<std::string> headers{"ZEL/metamodel/ClassRuntime.h", "ZEL/metamodel/ClassTables.h",
                                   emission.path("Tables.h"), Emission::header(of, "Intf")};
@@ -203,7 +206,13 @@ std::set<std::string> headersOf(Emission const & emission, Class const & of) {
         headers.insert(other->includeDirectory + "/Tables.h");
     }
     for (Property const * const p : of.reflectiveOwn()) {
-        headers.insert(Emission::valueHeader(*p->type));
+        headers.insert({Emission::valueHeader(*p->type), propertyTableHeader(*p)});
+        if (p->opposite != nullptr) {
+            headers.insert(propertyTableHeader(*p->opposite));
+        }
+    }
+    for (Property const * const p : of.clones) {
+        headers.insert(propertyTableHeader(*p));
     }
     if (!of.isAbstract) {
         headers.insert({Emission::header(of, "Impl"), Emission::header(of, "DeviantImpl")});
@@ -244,16 +253,12 @@ $text$
 
 } // namespace
 
-/// Declares the tables of all classes, for each other and for metamodels that build on this one.
+/// Declares what is known of all classes, for each other and for metamodels that build on this one.
 std::string emitTablesHeader(Emission const & emission) {
     std::string tables;
     for (auto const & c : emission.metamodel.classes) {
         tables += emission.print("extern $API$ ZEL::internal::ClassDescriptor const $X$Class;\n",
                                  {{"API", emission.exportMacro}, {"X", c->name}});
-        if (std::size_t const count = c->reflectiveOwn().size(); count > 0) {
-            tables += emission.print("extern $API$ ZEL::internal::PropertyDescriptor const $X$Properties[$count$];\n",
-                                     {{"API", emission.exportMacro}, {"X", c->name}, {"count", std::to_string(count)}});
-        }
     }
     return emission.print(R"(
 $banner$
@@ -274,6 +279,30 @@ $tables$
                            {"forward", emission.path("Forward.h")},
                            {"ns", emission.metamodel.cppNamespace},
                            {"tables", tables}});
+}
+
+/// Declares the properties of one class. A header of its own, so that a changed class rebuilds only who refers to its
+/// properties.
+std::string emitPropertyTableHeader(Emission const & emission, Class const & of) {
+    return emission.print(R"(
+$banner$
+#pragma once
+
+#include <$forward$>
+#include <ZEL/metamodel/Descriptors.h>
+
+namespace $ns$::tables {
+
+extern $API$ ZEL::internal::PropertyDescriptor const $X$Properties[$count$];
+
+} // namespace $ns$::tables
+)",
+                          {{"banner", emission.banner(of.mark, "write/Tables.cpp")},
+                           {"forward", emission.path("Forward.h")},
+                           {"ns", of.home->cppNamespace},
+                           {"API", emission.exportMacro},
+                           {"X", of.name},
+                           {"count", std::to_string(of.reflectiveOwn().size())}});
 }
 
 std::string emitTables(Emission const & emission, Class const & of) {

@@ -69,7 +69,11 @@ void addClass(Collector & collector, Emission const & emission, Class const & of
         collector.addHeader(of.name + "DeviantImpl.h", emitStateHeader(implementation, of));
         collector.addSource(of.name + "DeviantImpl.cpp", emitStateSource(implementation, of));
     }
-    collector.addSource(of.name + "Tables.cpp", emitTables(emission.within("tables"), of));
+    Emission const tables = emission.within("tables");
+    if (!of.reflectiveOwn().empty()) {
+        collector.addHeader(of.name + "PropertyTable.h", emitPropertyTableHeader(tables, of));
+    }
+    collector.addSource(of.name + "Tables.cpp", emitTables(tables, of));
 }
 
 std::string readFile(fs::path const & path) {

@@ -45,6 +45,26 @@ TEST_F(Write, AFileThatHoldsItsTextIsLeftAlone) {
     EXPECT_NE(fs::last_write_time(folder.path("app/A.h")), old);
 }
 
+TEST_F(Write, OnePropertyMoreChangesOnlyTheFilesOfClassesThatHaveIt) {
+    auto const filesWith = [this](std::string const & more) {
+        return emitFiles(
+            Application("prefix: app\nuris: [http://example.org/app]\nfactory_class: Maker\ntypes:\n"
+                        "  Maker: {superclasses: [ZEL.FactoryObject]}\n"
+                        "  A:\n    superclasses: [ZEL.Element]\n    properties:\n      p: {type: ZEL.String}\n" +
+                        more +
+                        "  B: {superclasses: [ZEL.Element], properties: {a: {type: A}}}\n"
+                        "  C: {superclasses: [A]}\n")
+                .family(),
+            options);
+    };
+    Files const before = filesWith("");
+    for (auto const & [name, text] : filesWith("      q: {type: ZEL.String}\n")) {
+        bool const hasIt = name.rfind("app/A", 0) == 0 || name.rfind("app/C", 0) == 0;
+        EXPECT_TRUE(hasIt || text == before.at(name)) << name;
+    }
+    EXPECT_EQ(before.count("app/APropertyTable.h"), 1U);
+}
+
 TEST_F(Write, FilesOfAClassThatIsNoMoreGoAndOthersStay) {
     run("  A: {superclasses: [ZEL.Element]}\n  B: {superclasses: [ZEL.Element]}\n");
     std::ofstream(folder.path("app/Mine.h")) << "// written by hand\n";

@@ -17,7 +17,7 @@ struct Emission {
     std::string exportMacro;
     unsigned int units = 16;
 
-    /// The first lines of a file: what made it, out of which lines.
+    /// The first line of a file: what made it, out of which definition.
     [[nodiscard]] std::string banner(Mark mark, std::string_view emitter) const;
     /// Begin of the names of the files that are compiled: the namespace, "ZEL".
     [[nodiscard]] std::string filePrefix() const;

@@ -15,7 +15,7 @@ function(zel_add_tests name)
     add_executable(${target} ${arg_SOURCES})
     target_link_libraries(${target} PRIVATE ${arg_LIBRARIES} GTest::gmock_main)
     target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    target_compile_definitions(${target} PRIVATE ZEL_SOURCE_DIR="${PROJECT_SOURCE_DIR}" ${arg_DEFINITIONS})
+    target_compile_definitions(${target} PRIVATE ${arg_DEFINITIONS})
     zel_set_warnings(${target})
 
     gtest_discover_tests(${target} TEST_PREFIX ${name}. TEST_FILTER "-*Long.*:*Long/*"

@@ -1,6 +1,7 @@
 #include <ZEL/Exception.h>
 #include <ZEL/HTMLLogFormatter.h>
 #include <ZEL/HTMLLogHandler.h>
+#include <ZEL/Stringify.h>
 
 #include <boost/filesystem.hpp>
 
@@ -14,7 +15,7 @@ std::string suffix(int number) {
     if (number == 0) {
         return {};
     }
-    return number == 1 ? ".bak" : ".bak." + std::to_string(number);
+    return number == 1 ? ".bak" : ".bak." + stringify(number);
 }
 
 std::string backupFile(std::string const & name, int number) { return name + suffix(number) + ".html"; }

@@ -1,15 +1,15 @@
 #include <ZEL/HtmlPage.h>
 
+#include <hasp_util/XmlConstants.h>
+
 namespace ZEL::html {
 
 namespace {
 
-constexpr char beforeTitle[] = R"html(<?xml version="1.0" encoding="utf-8"?>
+constexpr char beforeNamespace[] = R"html(<?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE html
 PUBLIC "-//W3C//DTD XHTML 1.0 Transitional//EN" "http://www.w3.org/TR/xhtml1/DTD/xhtml1-transitional.dtd">
-<html xmlns="http://www.w3.org/1999/xhtml">
-<head>
-)html";
+<html xmlns=")html";
 
 // The tab behind the third closing brace belongs to the pages.
 constexpr char scriptText[] = R"html(<script type="text/javascript" language="JavaScript">
@@ -46,7 +46,10 @@ function toggleDisplay(el) {
 
 } // namespace
 
-std::string prologue(std::string const & title) { return beforeTitle + ("<title>" + title + "</title>\n"); }
+std::string prologue(std::string const & title) {
+    return std::string(beforeNamespace) + HASP::XmlConstants::XHTML_NS_URI + "\">\n<head>\n<title>" + title +
+           "</title>\n";
+}
 
 std::string_view script() noexcept { return scriptText; }
 

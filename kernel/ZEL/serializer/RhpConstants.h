@@ -8,7 +8,6 @@ namespace ZEL::Serializer {
 
 /// Names and texts of Rhapsody's files.
 struct RhpConstants {
-    static constexpr char XSI_NS_URI[] = "http://www.w3.org/2001/XMLSchema-instance";
     static constexpr char UML_2_1_1_NS_URI[] = "http://schema.omg.org/spec/UML/2.1.1";
 
     static constexpr char PREDEFINED_TYPES_NS_URI[] = "http:/Rhapsody/schemas/PredefinedTypes_profile.xmi";

@@ -20,7 +20,7 @@ struct Namespace {
 };
 
 constexpr Namespace kNamespaces[] = {
-    {"xsi", Names::XSI_NS_URI},
+    {"xsi", XmlConstants::W3C_XML_SCHEMA_INSTANCE_NS_URI},
     {"PredefinedTypes_profile", Names::PREDEFINED_TYPES_NS_URI},
     {"PredefinedTypesCpp_profile", Names::PREDEFINED_TYPES_CPP_NS_URI},
     {"RHP", Names::RHP_NS_URI},
@@ -132,7 +132,7 @@ ContextSequence RhpTemplates::namespaces(Context const & umlDeclaration) {
         declaration.setAttribute(row.uri);
         sequence.addContext(declaration);
     }
-    declaration.setRole(Names::XSI_NS_URI, "schemaLocation");
+    declaration.setRole(XmlConstants::W3C_XML_SCHEMA_INSTANCE_NS_URI, "schemaLocation");
     declaration.setAttribute(schemaLocation());
     sequence.addContext(declaration);
     return sequence;

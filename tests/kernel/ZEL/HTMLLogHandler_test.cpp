@@ -5,6 +5,7 @@
 #include <ZEL/HTMLLogHandler.h>
 #include <ZEL/LogRecord.h>
 #include <ZEL/Logger.h>
+#include <ZEL/Stringify.h>
 
 #include <libvx/ObjectOutput.h>
 
@@ -13,6 +14,9 @@
 
 #include <filesystem>
 #include <iterator>
+#include <limits>
+#include <locale>
+#include <streambuf>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -180,6 +184,25 @@ TEST(HTMLLogFormatter, MakesAPlainRowOfWhatIsNoLogRecord) {
         void writeExternal(Quillon::System::ObjectOutput & out) const override { out.writeString("something"); }
     };
     EXPECT_EQ("<tr><td col=3>something</td></tr>", HTMLLogFormatter().format(Other()));
+}
+
+TEST(Stringify, PrintsAsAStreamDoesAndTellsWhenTheStreamFails) {
+    EXPECT_EQ("2 0.1 1.23457e+06 -inf", stringify(2) + " " + stringify(0.1) + " " + stringify(1234567) + " " +
+                                            stringify(-std::numeric_limits<double>::infinity()));
+
+    struct Failing : std::num_put<char> {
+        iter_type do_put(iter_type out, std::ios_base & /*stream*/, char /*fill*/, double /*value*/) const override {
+            struct NoBuffer : std::streambuf {
+            } noRoom;
+            out = iter_type(&noRoom);
+            *out = 'x'; // the iterator has failed now
+            return out;
+        }
+    };
+    std::locale const before = std::locale::global(std::locale(std::locale(), new Failing));
+    std::string const text = testsupport::raisedBy([] { static_cast<void>(stringify(1)); });
+    std::locale::global(before);
+    EXPECT_EQ("bad conversion stringify(double)", text);
 }
 
 } // namespace

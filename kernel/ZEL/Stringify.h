@@ -1,0 +1,14 @@
+#pragma once
+
+#include <ZEL/Export.h>
+
+#include <string>
+
+namespace ZEL {
+
+/// `value` as an output stream with default settings prints it: six significant digits, in the process's locale.
+///
+/// Raises "bad conversion stringify(double)" if the stream fails, which only the locale's facets can make it do.
+[[nodiscard]] ZEL_API std::string stringify(double value);
+
+} // namespace ZEL

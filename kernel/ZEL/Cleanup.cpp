@@ -5,6 +5,7 @@
 #include <libvx/Printing.h>
 
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <iostream>
 #include <string_view>
@@ -79,6 +80,16 @@ void reportAtEnd() {
 }
 
 } // namespace
+
+Cleanup const * internal::liveObjectBefore(void const * address) noexcept {
+    Cleanup const * const entered = registry == nullptr ? nullptr : registry->findBefore(address);
+    auto const distance = [address](Cleanup const * object) {
+        return reinterpret_cast<std::uintptr_t>(address) - reinterpret_cast<std::uintptr_t>(object);
+    };
+    bool const isInPending = pending != nullptr && distance(pending) < LiveObjectTable::kReach &&
+                             (entered == nullptr || distance(pending) < distance(entered));
+    return isInPending ? pending : entered;
+}
 
 Cleanup::Cleanup() { track(this); }
 

@@ -11,17 +11,26 @@ namespace {
 using Kind = DeviantIdentity::Kind;
 
 /// Identities are never freed: a `Deviant` value may outlive everything else.
-DeviantIdentity * newIdentity() {
+std::deque<DeviantIdentity> & identities() {
     static auto & all = *new std::deque<DeviantIdentity>;
-    return &all.emplace_back();
+    return all;
 }
 
 StateMap::Key modelOf(DeviantManager const & manager) noexcept { return manager.internal_body(); }
 
 } // namespace
 
+DeviantIdentity * knownIdentity(void const * address) noexcept {
+    for (DeviantIdentity & identity : identities()) {
+        if (&identity == address) {
+            return &identity;
+        }
+    }
+    return nullptr;
+}
+
 DeviantImpl::DeviantImpl(DeviantManager & owner, std::string name, std::int32_t deviantId, Kind kind)
-    : identity(newIdentity()),
+    : identity(&identities().emplace_back()),
       manager(&owner),
       id(deviantId),
       objects(modelOf(owner)),

@@ -19,6 +19,10 @@ namespace internal {
 
 class ViewScope;
 
+/// What `address` points at, if that is what a `Deviant` holds, of a living model or not; null for all else, which is not
+/// looked at. Linear in the number of deviants that the process has had.
+[[nodiscard]] DeviantIdentity * knownIdentity(void const * address) noexcept;
+
 /// The holders of one role, in registration order.
 struct HolderList {
     std::vector<std::unique_ptr<ListenerHolderBase>> holders;

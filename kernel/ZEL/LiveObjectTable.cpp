@@ -75,6 +75,24 @@ void LiveObjectTable::insert(Cleanup * object, std::uint32_t number, bool inSect
     }
 }
 
+Cleanup * LiveObjectTable::findBefore(void const * address) const noexcept {
+    if (PoolPiece * const piece = PoolPiece::of(address); piece != nullptr && address >= piece->block(0)) {
+        std::uint32_t const index = piece->indexOf(address);
+        if (index < piece->blockCount() && piece->number(index) != kFree) {
+            return reinterpret_cast<Cleanup *>(piece->block(index));
+        }
+    }
+    std::uintptr_t const last = reinterpret_cast<std::uintptr_t>(address) & ~std::uintptr_t{7};
+    for (std::uintptr_t at = last; at != 0 && last - at < kReach; at -= 8) {
+        auto * const object = reinterpret_cast<Cleanup *>(at);
+        Page const * const page = fSlots[slotFor(keyOf(object))].page.get();
+        if (page != nullptr && page->numbers[indexOf(object)] != kFree) {
+            return object;
+        }
+    }
+    return nullptr;
+}
+
 void LiveObjectTable::erase(Cleanup * object) noexcept {
     if (PoolPiece * const piece = PoolPiece::of(object)) {
         std::uint32_t const index = piece->indexOf(object);

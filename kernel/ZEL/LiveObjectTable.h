@@ -30,6 +30,11 @@ public:
     /// Nothing if the object is not there.
     void erase(Cleanup * object) noexcept;
     [[nodiscard]] std::size_t size() const noexcept { return fSize; }
+    /// The nearest object that begins at `address` or up to `kReach` bytes before it, whether or not it extends that far;
+    /// null if there is none. What stands at the address is not looked at.
+    [[nodiscard]] Cleanup * findBefore(void const * address) const noexcept;
+
+    static constexpr std::uintptr_t kReach = 4096; ///< more than the size of any object
 
     /// Calls `visit(object, number, inSection)` for each object, piece by piece and page by page.
     template <class Visit> void forEach(Visit visit) const {
@@ -86,5 +91,8 @@ private:
     std::uintptr_t fLastKey = 0;
     Page * fLastPage = nullptr;
 };
+
+/// `LiveObjectTable::findBefore` in the table of the process and the object that is still to be entered there.
+[[nodiscard]] Cleanup const * liveObjectBefore(void const * address) noexcept;
 
 } // namespace ZEL::internal

@@ -10,6 +10,7 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <random>
@@ -228,6 +229,11 @@ TEST(LiveObjectTable, AgreesWithAMapUnderRandomWork) {
         }
     });
     EXPECT_TRUE(expected == found);
+    for (std::size_t i = 0; i < kPlaces; i += 7) {
+        auto const above = expected.upper_bound(places[i]);
+        void const * const nearest = above == expected.begin() ? nullptr : std::prev(above)->first;
+        ASSERT_EQ(nearest >= heap.get() ? nearest : nullptr, table.findBefore(static_cast<char *>(places[i]) + 5));
+    }
     for (void * const place : places) {
         table.erase(static_cast<Cleanup *>(place));
     }

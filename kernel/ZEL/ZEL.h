@@ -1,6 +1,9 @@
 #pragma once
 
 /// The whole public interface at once. A program that is compiled often includes what it uses instead.
+///
+/// One thread for the whole library: no two threads may be inside it at the same time, not even with a model each, and
+/// copying a handle or letting it go is a use too.
 
 #include <ZEL/Argument.h>
 #include <ZEL/Boolean.h>

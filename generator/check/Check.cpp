@@ -5,12 +5,15 @@
 #include "family/Names.h"
 
 #include <algorithm>
+#include <cctype>
 #include <set>
 
 namespace zelgen {
+namespace {
 
-void check(std::vector<Definition const *> const & definitions, Diagnostics & diagnostics) {
-    Checker checker(definitions, diagnostics);
+void checkDefinition(Definition const & definition, std::vector<Definition const *> const & definitions,
+                     Diagnostics & diagnostics) {
+    Checker checker(definition, definitions, diagnostics);
     checker.checkMetamodel();
     checker.checkTypes();
     checker.checkInheritance();
@@ -24,6 +27,17 @@ void check(std::vector<Definition const *> const & definitions, Diagnostics & di
     if (diagnostics.empty()) {
         checker.checkNames();
     }
+}
+
+} // namespace
+
+void check(std::vector<Definition const *> const & definitions, Diagnostics & diagnostics) {
+    // First those that the first one builds on: the rest of the checks may rely on them.
+    std::for_each(definitions.rbegin(), definitions.rend(), [&](Definition const * definition) {
+        if (diagnostics.empty()) {
+            checkDefinition(*definition, definitions, diagnostics);
+        }
+    });
     if (diagnostics.empty()) {
         checkCode(Family(definitions), *definitions.front(), diagnostics);
     }
@@ -71,8 +85,13 @@ void Checker::checkMetamodel() {
         report({1, 1}, "found no 'prefix', expected the prefix of the metamodel, such as 'library'");
     } else {
         expectIdentifier(fDefinition.prefix, "prefix");
+        if (fDefinition.cppNamespace.empty() && Names::isKeyword(fDefinition.prefix.text)) {
+            report(fDefinition.prefix.mark, "found prefix '" + fDefinition.prefix.text +
+                                                "', expected a name that is no word of C++, or a 'namespace'");
+        }
     }
     checkNamespace();
+    checkIncludeDirectory();
     if (fDefinition.uris.empty()) {
         report({1, 1}, "found no 'uris', expected at least the URI of the metamodel");
     }
@@ -85,12 +104,14 @@ void Checker::checkMetamodel() {
         report(fDefinition.ownedEndKeys.front().mark,
                "found " + std::to_string(fDefinition.ownedEndKeys.size()) + " texts in 'owned_end_keys', expected two");
     }
-    for (Definition const * const other : fCatalogue.definitions()) {
-        if (other != &fDefinition && other->prefix.text == fDefinition.prefix.text) {
+    // Of two, the one that builds on the other is told of.
+    std::vector<Definition const *> const & all = fCatalogue.definitions();
+    std::for_each(std::find(all.begin(), all.end(), &fDefinition) + 1, all.end(), [this](Definition const * other) {
+        if (other->prefix.text == fDefinition.prefix.text) {
             report(fDefinition.prefix.mark, "found prefix '" + fDefinition.prefix.text + "' also in " + other->file +
                                                 ", expected a prefix of its own");
         }
-    }
+    });
 }
 
 void Checker::checkNamespace() {
@@ -104,6 +125,25 @@ void Checker::checkNamespace() {
             return;
         }
         begin = end + 2;
+    }
+}
+
+/// The generator writes below the folder that it is given and nowhere else.
+void Checker::checkIncludeDirectory() {
+    Word const & directory = fDefinition.includeDirectory;
+    for (std::size_t begin = 0; !directory.empty() && begin <= directory.text.size();) {
+        std::size_t const end = std::min(directory.text.find('/', begin), directory.text.size());
+        std::string const part = directory.text.substr(begin, end - begin);
+        bool const isPlain = std::all_of(part.begin(), part.end(), [](char c) {
+            return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '-' || c == '.';
+        });
+        if (!isPlain || part.find_first_not_of('.') == std::string::npos) {
+            report(directory.mark, "found 'include_directory' '" + directory.text +
+                                       "', expected names of folders with '/' between them, of letters, digits, '_', " +
+                                       "'-' and '.'");
+            return;
+        }
+        begin = end + 1;
     }
 }
 

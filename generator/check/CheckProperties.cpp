@@ -3,6 +3,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
 
 namespace zelgen {
 namespace {
@@ -13,10 +16,16 @@ bool isNumber(std::string_view text) {
     });
 }
 
-bool isFloating(std::string const & text) {
+/// A number as C++ has it too, not one with a zero in front, which would be octal there.
+bool isWhole(std::string_view text) { return isNumber(text) && (text.size() == 1 || text.front() != '0'); }
+
+/// One that a `double` can hold, or with `single` a `float`, as C++ and the texts of values have it.
+bool isFloating(std::string const & text, bool single) {
     char * end = nullptr;
-    (void)std::strtod(text.c_str(), &end);
-    return !text.empty() && *end == '\0';
+    double const value = std::strtod(text.c_str(), &end);
+    double const limit = single ? std::numeric_limits<float>::max() : std::numeric_limits<double>::max();
+    return text.find_first_not_of("0123456789+-.eE") == std::string::npos && !text.empty() && *end == '\0' &&
+           std::abs(value) <= limit;
 }
 
 bool hasFlag(PropertyDefinition const & p, std::string_view name) {
@@ -91,6 +100,11 @@ void Checker::checkProperty(TypeDefinition const & owner, PropertyDefinition con
         return;
     }
     checkValue(p.defaultValue, "default", type);
+    if (isMany(p) && !p.defaultValue.empty()) {
+        report(p.defaultValue.mark,
+               what + ": found default '" + p.defaultValue.text + "' of many values, expected it on a single one");
+    }
+    warnOfManyTexts(p, type, what);
     checkValue(p.fixed, "'fixed'", type);
     checkNarrowing(owner, p, type);
     checkAssociation(owner, p);
@@ -126,20 +140,30 @@ void Checker::checkValue(Word const & value, std::string const & what, Entry con
     } else if (name == "ZEL.Boolean") {
         expectFlag(value, what);
     } else if (name == "ZEL.Integer") {
-        if (!isNumber(value.text.substr(value.text.rfind('-', 0) == 0 ? 1 : 0))) {
+        if (!isWhole(std::string_view(value.text).substr(value.text.rfind('-', 0) == 0 ? 1 : 0))) {
             report(value.mark, "found " + what + " '" + value.text + "', expected a whole number");
         }
     } else if (name == "ZEL.UnlimitedNatural") {
-        if (value.text != "*" && !isNumber(value.text)) {
+        if (value.text != "*" && !isWhole(value.text)) {
             report(value.mark,
                    "found " + what + " '" + value.text + "', expected a whole number that is not negative, or *");
         }
     } else if (name == "ZEL.Real" || name == "ZEL.Double" || name == "ZEL.Single") {
-        if (!isFloating(value.text)) {
+        if (!isFloating(value.text, name == "ZEL.Single")) {
             report(value.mark, "found " + what + " '" + value.text + "', expected a number");
         }
     } else if (type.type->kind == TypeKind::Class) {
         report(value.mark, "found " + what + " '" + value.text + "' of a class, expected none");
+    }
+}
+
+/// In a file that is written in the usual way the values of such a property stand as one text.
+void Checker::warnOfManyTexts(PropertyDefinition const & p, Entry const & type, std::string const & what) {
+    bool const isInFiles = p.stored.empty() && !hasFlag(p, "derived") && p.persistence.text != "transient";
+    if (fDefinition.prefix.text != "ZEL" && isInFiles && isMany(p) && type.type->name.text == "String") {
+        fDiagnostics.warn(fDefinition.fileOf(p.name.mark), p.name.mark,
+                          what + ": found many texts, which a file holds as one unless it is written with " +
+                              "XmiWriterSettings::setElementPerValue");
     }
 }
 
@@ -231,13 +255,14 @@ void Checker::checkNarrowing(TypeDefinition const & owner, PropertyDefinition co
             continue;
         }
         std::string const name = nameOf(other.owner) + '.' + other.property->name.text;
+        Entry const otherType = typeOf(other);
         if (isMany(*other.property) != isMany(p)) {
             report(p.name.mark, what + ": found another multiplicity than that of '" + name +
                                     "', which it redefines, expected both single or both many");
             return;
         }
-        if (!isKindOf(type, typeOf(other))) {
-            report(p.type.mark, what + ": found type '" + p.type.text + "', expected '" + nameOf(typeOf(other)) +
+        if (otherType && !isKindOf(type, otherType)) {
+            report(p.type.mark, what + ": found type '" + p.type.text + "', expected '" + nameOf(otherType) +
                                     "' or a subclass of it, as '" + name + "' has, which it redefines");
             return;
         }
@@ -320,7 +345,7 @@ void Checker::checkView(TypeDefinition const & owner, std::vector<Word> const & 
         if (!found) {
             report(part.mark, "class '" + owner.name.text + "': property '" + part.text + "' of a view not found" +
                                   suggestion(part.text, propertyNames(owner)));
-        } else if (fCatalogue.find(found.property->type.text, *found.owner.home).type->kind != TypeKind::Class) {
+        } else if (Entry const type = typeOf(found); type && type.type->kind != TypeKind::Class) {
             report(part.mark, "class '" + owner.name.text + "': found property '" + part.text +
                                   "' of a data type in a view, expected one of class type");
         }
@@ -331,7 +356,8 @@ void Checker::checkUnion(TypeDefinition const & owner, std::vector<Word> const &
     checkView(owner, parts);
     for (Word const & part : parts) {
         Catalogue::PropertyEntry const shown = fCatalogue.inClosure(entryOf(owner), part.text);
-        if (shown && typeOf(shown).type->kind == TypeKind::Class && !isKindOf(typeOf(shown), type)) {
+        Entry const shownType = shown ? typeOf(shown) : Entry();
+        if (type && shownType && shownType.type->kind == TypeKind::Class && !isKindOf(shownType, type)) {
             report(part.mark, "class '" + owner.name.text + "': found property '" + part.text + "' of type '" +
                                   shown.property->type.text + "' in a view, expected '" + nameOf(type) +
                                   "' or a subclass of it");

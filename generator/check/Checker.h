@@ -8,11 +8,14 @@
 
 namespace zelgen {
 
-/// The checks of one definition, grouped by what they look at. Later groups rely on what earlier ones have found good.
+/// The checks of one definition, grouped by what they look at. Each group expects that `checkInheritance` has found
+/// nothing; beyond that, what one check has told of, such as a type that is not known, the others must live with.
 class Checker {
 public:
-    Checker(std::vector<Definition const *> const & definitions, Diagnostics & diagnostics)
-        : fDefinition(*definitions.front()), fCatalogue(definitions), fDiagnostics(diagnostics) {}
+    /// `definitions` are all that are known, `definition` among them.
+    Checker(Definition const & definition, std::vector<Definition const *> const & definitions,
+            Diagnostics & diagnostics)
+        : fDefinition(definition), fCatalogue(definitions), fDiagnostics(diagnostics) {}
 
     void checkMetamodel();
     void checkTypes();
@@ -38,6 +41,7 @@ private:
     Entry expectClass(Word const & name, std::string const & what);
 
     void checkNamespace();
+    void checkIncludeDirectory();
     void checkUri(Word const & uri);
     void checkGeneratedNames(TypeDefinition const & type);
     void checkLiterals(TypeDefinition const & type);
@@ -47,6 +51,7 @@ private:
     void checkMultiplicity(PropertyDefinition const & p);
     /// A text, of the entry `what`, that is to be a value of the type.
     void checkValue(Word const & value, std::string const & what, Entry const & type);
+    void warnOfManyTexts(PropertyDefinition const & p, Entry const & type, std::string const & what);
     void checkAssociation(TypeDefinition const & owner, PropertyDefinition const & p);
     void checkOpposite(TypeDefinition const & owner, PropertyDefinition const & p);
     void checkRedefinition(TypeDefinition const & owner, PropertyDefinition const & p);
@@ -65,6 +70,7 @@ private:
         return (type.home == &fDefinition ? "" : type.home->prefix.text + '.') + type.type->name.text;
     }
     [[nodiscard]] bool isKindOf(Entry const & type, Entry const & other) const;
+    /// Nothing if its type is not known, which is told where it stands.
     [[nodiscard]] Entry typeOf(Catalogue::PropertyEntry const & p) const {
         return fCatalogue.find(p.property->type.text, *p.owner.home);
     }

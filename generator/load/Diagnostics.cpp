@@ -12,8 +12,11 @@ void Diagnostics::add(std::string const & file, Mark mark, std::string const & t
     fMessages.push_back({file, mark, text});
 }
 
-std::vector<std::string> Diagnostics::messages() const {
-    std::vector<Message> sorted = fMessages;
+void Diagnostics::warn(std::string const & file, Mark mark, std::string const & text) {
+    fWarnings.push_back({file, mark, "warning: " + text});
+}
+
+std::vector<std::string> Diagnostics::textsOf(std::vector<Message> sorted) {
     std::stable_sort(sorted.begin(), sorted.end(), [](Message const & a, Message const & b) {
         return std::tie(a.file, a.mark.line, a.mark.column) < std::tie(b.file, b.mark.line, b.mark.column);
     });
@@ -29,21 +32,25 @@ std::vector<std::string> Diagnostics::messages() const {
 
 namespace {
 
-/// Number of characters to insert, drop or replace on the way from `a` to `b`; case does not count.
+char lower(char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); }
+
+/// Number of characters to insert, drop, replace or swap with the next on the way from `a` to `b`; case does not count.
 std::size_t editDistance(std::string_view a, std::string_view b) {
-    std::vector<std::size_t> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        std::size_t diagonal = std::exchange(row[0], i + 1);
-        for (std::size_t j = 0; j < b.size(); ++j) {
-            bool const same =
-                std::tolower(static_cast<unsigned char>(a[i])) == std::tolower(static_cast<unsigned char>(b[j]));
-            std::size_t const replaced = diagonal + (same ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
+    std::vector<std::size_t> beforeLast(b.size() + 1);
+    std::vector<std::size_t> last(b.size() + 1);
+    std::iota(last.begin(), last.end(), std::size_t{0});
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+        std::vector<std::size_t> row{i};
+        for (std::size_t j = 1; j <= b.size(); ++j) {
+            std::size_t const replaced = last[j - 1] + (lower(a[i - 1]) == lower(b[j - 1]) ? 0 : 1);
+            row.push_back(std::min({replaced, last[j] + 1, row[j - 1] + 1}));
+            if (i > 1 && j > 1 && lower(a[i - 1]) == lower(b[j - 2]) && lower(a[i - 2]) == lower(b[j - 1])) {
+                row[j] = std::min(row[j], beforeLast[j - 2] + 1);
+            }
         }
+        beforeLast = std::exchange(last, std::move(row));
     }
-    return row.back();
+    return last.back();
 }
 
 } // namespace

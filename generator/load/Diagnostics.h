@@ -27,10 +27,14 @@ struct Word {
 class Diagnostics {
 public:
     void add(std::string const & file, Mark mark, std::string const & text);
+    /// Notes what is right but may surprise. It does not count as a mistake.
+    void warn(std::string const & file, Mark mark, std::string const & text);
 
     [[nodiscard]] bool empty() const noexcept { return fMessages.empty(); }
     /// In the order of files and places.
-    [[nodiscard]] std::vector<std::string> messages() const;
+    [[nodiscard]] std::vector<std::string> messages() const { return textsOf(fMessages); }
+    /// `file:line:col: warning: what was found`, in the order of files and places.
+    [[nodiscard]] std::vector<std::string> warnings() const { return textsOf(fWarnings); }
 
 private:
     struct Message {
@@ -38,7 +42,10 @@ private:
         Mark mark;
         std::string text;
     };
+    [[nodiscard]] static std::vector<std::string> textsOf(std::vector<Message> sorted);
+
     std::vector<Message> fMessages;
+    std::vector<Message> fWarnings;
 };
 
 /// ", did you mean 'subClass'?" for the candidate nearest to `name`, empty if none is near.

@@ -140,8 +140,8 @@ Files emitFiles(Family const & family, WriteOptions const & options) {
             collector.addSource(type->name + ".cpp", emitEnumerationSource(emission, *type));
         }
     }
+    collector.startGroup(); // one for all visitors: each needs the handles of all classes
     for (VisitorFiles const & visitor : emitVisitors(emission)) {
-        collector.startGroup();
         collector.addHeader(visitor.name + ".h", visitor.header);
         collector.addSource(visitor.name + ".cpp", visitor.source);
     }

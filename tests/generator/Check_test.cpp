@@ -1,8 +1,11 @@
 #include "Definitions.h"
+#include "write/Write.h"
 
 #include <gmock/gmock.h>
 
+#include <cctype>
 #include <fstream>
+#include <iterator>
 
 namespace zelgen::test {
 namespace {
@@ -167,6 +170,11 @@ TEST(Check, MistakesInPropertiesAreToldWithPlaceAndExpectation) {
          "46: found default '-1', expected a whole number that is not negative, or *"},
         {"type: ZEL.VisibilityKind, default: pubic",
          "44: found default 'pubic', expected public, private, protected or package, did you mean 'public'?"},
+        {"type: ZEL.Integer, default: 010", "37: found default '010', expected a whole number"},
+        {"type: ZEL.Single, default: 1e39", "36: found default '1e39', expected a number"},
+        {"type: ZEL.Real, default: nan", "34: found default 'nan', expected a number"},
+        {"type: ZEL.String, multiplicity: 0..*, default: x",
+         "56: property 'A.p': found default 'x' of many values, expected it on a single one"},
         {"type: A, default: x", "27: found default 'x' of a class, expected none"},
         {"type: A, association: A_x",
          "31: property 'A.p': found no other end of association 'A_x', expected one of 'opposite' and 'owned_end'"},
@@ -215,6 +223,90 @@ TEST(Check, MistakesInPropertiesAreToldWithPlaceAndExpectation) {
                                   "    q: {type: A, association: A_p, opposite: A.other}}}\n";
         EXPECT_THAT(mistakesIn(withTypes(types)), ElementsAre(std::string("app.yaml:8:") + row.mistake)) << row.text;
     }
+}
+
+/// What is told once is not told again, and no check stumbles over it.
+TEST(Check, APropertyWithoutAKnownTypeIsToldOnce) {
+    char const * const rows[] = {
+        "    p: {type: Strng, multiplicity: 0..*}}}\n"
+        "  B: {superclasses: [A], properties: {p: {type: ZEL.String, multiplicity: 0..*}}}\n",
+        "    p: {type: Strng, multiplicity: 0..*},\n"
+        "    q: {type: A, multiplicity: 0..*, flags: [derived], view: [p]}}}\n",
+        "    p: {type: Strng, multiplicity: 0..*},\n"
+        "    q: {type: A, multiplicity: 0..*, flags: [derived], view: p}}}\n",
+        "    p: {type: Strng, multiplicity: 0..*, flags: [derived]}}}\n"
+        "  B: {superclasses: [A], views: {p: [subClass]}}\n",
+        "    p: {type: Strng, association: A_p, opposite: A.q},\n"
+        "    q: {type: A, association: A_p, opposite: A.p}}}\n",
+    };
+    for (char const * const row : rows) {
+        EXPECT_THAT(mistakesIn(withTypes("  A: {superclasses: [ZEL.Class], properties: {\n" + std::string(row))),
+                    ElementsAre("app.yaml:8:15: property 'A.p': type 'Strng' not found"))
+            << row;
+    }
+}
+
+TEST(Check, WhatADefinitionBuildsOnIsCheckedToo) {
+    Diagnostics diagnostics;
+    Definition const app = parseDefinition(withTypes("  A: {superclasses: [other.B]}\n"), "app.yaml", diagnostics);
+    Definition const other = parseDefinition("prefix: other\nuris: [x]\nfactory_class: F\ntypes:\n"
+                                             "  F: {superclasses: [ZEL.FactoryObject]}\n"
+                                             "  B: {superclasses: [ZEL.Element], properties: {p: {type: Strng}}}\n",
+                                             "other.yaml", diagnostics);
+    check({&app, &builtIn(), &other}, diagnostics);
+    EXPECT_THAT(diagnostics.messages(), ElementsAre("other.yaml:6:59: property 'B.p': type 'Strng' not found"));
+}
+
+/// Each word of a definition with everything in it, mistyped in turn: what is not refused can be written.
+TEST(Check, AnyWordMayBeMistyped) {
+    std::ifstream stream(ZEL_SOURCE_DIR "/tests/golden/machine.metamodel.yaml");
+    std::string const text{std::istreambuf_iterator<char>(stream), {}};
+    auto const isWord = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; };
+    std::size_t refused = 0;
+    for (std::size_t i = 1; i < text.size(); ++i) {
+        if (!isWord(text[i - 1]) || isWord(text[i]) || text[text.find_last_of("#\n", i - 1)] == '#') {
+            continue;
+        }
+        std::string mistyped = text;
+        mistyped[i - 1] = 'x';
+        try {
+            (void)emitFiles(Application(mistyped).family(), {});
+        } catch (std::runtime_error const & mistake) { // only mistakes of definitions are of this class
+            ++refused;
+            EXPECT_THAT(mistake.what(), testing::StartsWith("app.yaml:")) << mistyped.substr(i - 10, 10);
+        }
+    }
+    EXPECT_GT(refused, 100U);
+}
+
+TEST(Check, FilesStayBelowTheFolderOfTheOutput) {
+    for (char const * const folder : {"../../evil", "/evil", "a/../../b", "a//b", "a/", ".", "a\\b", "a b", "'a\"b'"}) {
+        EXPECT_THAT(mistakesIn(std::string("include_directory: ") + folder + '\n' + withTypes("")),
+                    ElementsAre(testing::StartsWith("app.yaml:1:20: found 'include_directory' '")))
+            << folder;
+    }
+    EXPECT_THAT(mistakesIn("include_directory: a-1/b.c_d\n" + withTypes("")), IsEmpty());
+    EXPECT_THAT(mistakesIn("namespace: a::..::b\n" + withTypes("")),
+                ElementsAre("app.yaml:1:12: found namespace 'a::..::b', expected C++ names with '::' between them"));
+    EXPECT_THAT(mistakesIn("prefix: class\n" + withTypes("").substr(withTypes("").find('\n') + 1)),
+                ElementsAre("app.yaml:1:9: found prefix 'class', expected a name that is no word of C++, or a "
+                            "'namespace'"));
+}
+
+TEST(Check, ManyTextsInFilesAreWarnedOf) {
+    Diagnostics diagnostics;
+    Definition const app =
+        parseDefinition(withTypes("  A: {superclasses: [Base], properties: {\n"
+                                  "    p: {type: ZEL.String, multiplicity: 0..*},\n"
+                                  "    q: {type: ZEL.String, multiplicity: 0..*, persistence: transient},\n"
+                                  "    r: {type: ZEL.String, multiplicity: 0..*, flags: [derived], body: hand},\n"
+                                  "    s: {type: Base, multiplicity: 0..*}}}\n"),
+                        "app.yaml", diagnostics);
+    check({&app, &builtIn()}, diagnostics);
+    EXPECT_THAT(diagnostics.messages(), IsEmpty());
+    EXPECT_THAT(diagnostics.warnings(),
+                ElementsAre("app.yaml:8:5: warning: property 'A.p': found many texts, which a file holds as one unless "
+                            "it is written with XmiWriterSettings::setElementPerValue"));
 }
 
 TEST(Check, AnAssociationHasOneNameAtBothEnds) {

@@ -2,18 +2,18 @@
 #include "family/Family.h"
 #include "write/Write.h"
 
-#include <charconv>
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <stdexcept>
-#include <string_view>
-#include <system_error>
+#include <string>
+#include <vector>
 
 namespace {
 
-constexpr std::string_view kUsage = "usage: zelgen DEFINITION --out DIR [--units N] [--depends OTHER.yaml]... "
-                                    "[--depfile FILE [--depfile-target FILE]]\n"
-                                    "              [--namespace NAMESPACE] [--export-macro MACRO]\n";
+constexpr int kWrongArguments = 2;
 
 struct Options {
     std::string definition;
@@ -21,52 +21,44 @@ struct Options {
     zelgen::WriteOptions write;
 };
 
-unsigned int numberOf(std::string const & text) {
-    unsigned int number = 0;
-    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || number == 0 || number > 1000) {
-        throw std::invalid_argument("--units: found '" + text + "', expected a number from 1 to 1000");
-    }
-    return number;
+void declare(CLI::App & app, Options & options) {
+    auto const add = [&app](std::string const & name, auto & target, std::string const & type,
+                            std::string const & description) {
+        return app.add_option(name, target, description)->type_name(type);
+    };
+    add("definition", options.definition, "", "The metamodel's definition")->required();
+    add("--out", options.write.directory, "DIR", "The folder to write to, an include root; nothing else is written")
+        ->required();
+    add("--units", options.write.units, "N", "Into how many sources the classes are gathered, 16 unless said")
+        ->check(CLI::Range(1, 1000));
+    add("--depends", options.depends, "FILE", "A definition that this one builds on; may be repeated")
+        ->allow_extra_args(false);
+    add("--namespace", options.write.cppNamespace, "NAME", "The C++ namespace, in place of the definition's");
+    add("--export-macro", options.write.exportMacro, "MACRO",
+        "What stands before each class to make it visible outside its library, PREFIX_API unless said");
+    CLI::Option * const depfile =
+        add("--depfile", options.write.depfile, "FILE", "Where to write what the result depends on, as a rule of make");
+    add("--depfile-target", options.write.depfileTarget, "FILE", "The file that the rule is about")->needs(depfile);
+    app.set_version_flag("--version", "zelgen " ZEL_VERSION);
+    app.footer(
+        "Exit codes: 0 done; 1 the definition is wrong, or a file cannot be read or written; 2 wrong arguments.");
 }
 
-Options parse(std::vector<std::string> const & arguments) {
-    Options options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        std::string const & name = arguments[i];
-        if (name.rfind("--", 0) != 0) {
-            if (!options.definition.empty()) {
-                throw std::invalid_argument("found a second definition '" + name + "', expected one");
-            }
-            options.definition = name;
-            continue;
-        }
-        if (i + 1 == arguments.size()) {
-            throw std::invalid_argument("found " + name + " at the end, expected a value behind it");
-        }
-        std::string const & value = arguments[++i];
-        if (name == "--out") {
-            options.write.directory = value;
-        } else if (name == "--units") {
-            options.write.units = numberOf(value);
-        } else if (name == "--depends") {
-            options.depends.push_back(value);
-        } else if (name == "--depfile") {
-            options.write.depfile = value;
-        } else if (name == "--depfile-target") {
-            options.write.depfileTarget = value;
-        } else if (name == "--namespace") {
-            options.write.cppNamespace = value;
-        } else if (name == "--export-macro") {
-            options.write.exportMacro = value;
-        } else {
-            throw std::invalid_argument("found unknown option '" + name + "'");
-        }
+/// What is wrong with the arguments: the first unknown one and what may have been meant, or else what is missing.
+std::string explain(CLI::App const & app, CLI::ParseError const & error) {
+    std::vector<std::string> const unknown = app.remaining();
+    if (unknown.empty()) {
+        return error.what();
     }
-    if (options.definition.empty() || options.write.directory.empty()) {
-        throw std::invalid_argument("a definition and --out are needed");
+    std::vector<std::string> known;
+    for (CLI::Option const * const option : app.get_options()) {
+        known.push_back(option->get_name());
     }
-    return options;
+    return "found unexpected argument '" + unknown.front() + "'" + zelgen::suggestion(unknown.front(), known);
+}
+
+void print(std::vector<std::string> const & messages) {
+    std::for_each(messages.begin(), messages.end(), [](auto const & message) { std::cerr << message << '\n'; });
 }
 
 int run(Options & options) {
@@ -87,11 +79,10 @@ int run(Options & options) {
         zelgen::check(pointers, diagnostics);
     }
     if (!diagnostics.empty()) {
-        for (std::string const & message : diagnostics.messages()) {
-            std::cerr << message << '\n';
-        }
+        print(diagnostics.messages());
         return EXIT_FAILURE;
     }
+    print(diagnostics.warnings());
     for (zelgen::Definition const & definition : definitions) {
         options.write.inputs.push_back(definition.file);
         options.write.inputs.insert(options.write.inputs.end(), definition.parts.begin(), definition.parts.end());
@@ -104,11 +95,18 @@ int run(Options & options) {
 
 int main(int argc, char ** argv) {
     try {
-        Options options = parse({argv + 1, argv + argc});
+        Options options;
+        CLI::App app("Makes the C++ classes of a metamodel from its definition");
+        declare(app, options);
+        try {
+            app.parse(argc, argv);
+        } catch (CLI::Success const & request) {
+            return app.exit(request); // help or version, which is now printed
+        } catch (CLI::ParseError const & error) {
+            std::cerr << "zelgen: " << explain(app, error) << " (see zelgen --help)\n";
+            return kWrongArguments;
+        }
         return run(options);
-    } catch (std::invalid_argument const & mistake) {
-        std::cerr << "zelgen: " << mistake.what() << '\n' << kUsage;
-        return 2;
     } catch (std::exception const & failure) {
         std::cerr << "zelgen: " << failure.what() << '\n';
         return EXIT_FAILURE;

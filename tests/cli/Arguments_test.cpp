@@ -2,8 +2,11 @@
 
 #include "cli/CliTest.h"
 
+#include <utility>
+
 namespace {
 
+using clitest::ends;
 using clitest::isResult;
 using clitest::isTrouble;
 using clitest::Outcome;
@@ -56,6 +59,48 @@ TEST_F(Arguments, MistakesAreToldWithWhatWasExpected) {
             << mistake.arguments;
         EXPECT_FALSE(exists("x")) << mistake.arguments;
     }
+}
+
+/// The generator is a program of its own, with the same manners.
+TEST_F(Arguments, ZelgenTellsItsOptionsAndMistakes) {
+    EXPECT_THAT(shell("zelgen --version"), isResult(testing::MatchesRegex("zelgen [0-9]+\\.[0-9]+\\.[0-9]+\n")));
+    Outcome const help = shell("zelgen --help");
+    for (char const * const option : {"definition", "--out DIR", "--units N", "--depends FILE", "--namespace NAME",
+                                      "--export-macro MACRO", "--depfile FILE", "--depfile-target FILE"}) {
+        EXPECT_THAT(help, isResult(HasSubstr(option)));
+    }
+    for (auto const & [arguments, says] : {
+             std::pair("app.yaml", "--out is required"),
+             std::pair("--out gen", "definition is required"),
+             std::pair("app.yaml --otu gen", "found unexpected argument '--otu', did you mean '--out'?"),
+             std::pair("app.yaml other.yaml --out gen", "found unexpected argument 'other.yaml'"),
+             std::pair("app.yaml --out gen --units 0", "--units: Value 0 not in range 1 to 1000"),
+         }) {
+        EXPECT_THAT(shell(std::string("zelgen ") + arguments),
+                    ends(2, "", testing::StrEq(std::string("zelgen: ") + says + " (see zelgen --help)\n")))
+            << arguments;
+    }
+    EXPECT_FALSE(exists("gen"));
+}
+
+TEST_F(Arguments, ZelgenRefusesADefinitionAndWritesNothing) {
+    std::string const head = "prefix: app\nuris: [http://example.org/app]\nfactory_class: Maker\n";
+    std::string const types =
+        "types:\n  Maker: {superclasses: [ZEL.FactoryObject]}\n"
+        "  A: {superclasses: [ZEL.Element], properties: {p: {type: ZEL.String, multiplicity: 0..*}}}\n";
+    make("evil.yaml", head + "include_directory: ../../evil\n" + types);
+    make("typo.yaml", head + types +
+                          "  B: {superclasses: [A], properties: {q: {type: Strng}}}\n"
+                          "  C: {superclasses: [B], properties: {q: {type: ZEL.String}}}\n");
+    make("app.yaml", head + types);
+    std::string const rest = " --out gen/deep --depends " ZEL_SOURCE_DIR "/metamodel/zel.metamodel.yaml";
+    EXPECT_THAT(shell("zelgen evil.yaml" + rest),
+                ends(1, "", HasSubstr("evil.yaml:4:20: found 'include_directory' '../../evil'")));
+    EXPECT_THAT(shell("zelgen typo.yaml" + rest),
+                ends(1, "", testing::StrEq("typo.yaml:7:49: property 'B.q': type 'Strng' not found\n")));
+    EXPECT_FALSE(exists("evil") || exists("gen"));
+    EXPECT_THAT(shell("zelgen app.yaml" + rest), ends(0, "", testing::StartsWith("app.yaml:6:49: warning: ")));
+    EXPECT_TRUE(exists("gen/deep/app/A.h")) << "a warning is no mistake";
 }
 
 TEST_F(Arguments, NamesMayBeginLikeOptionsBehindADoubleHyphen) {

@@ -154,6 +154,10 @@ void write(Family const & family, WriteOptions const & options) {
     Files const files = emitFiles(family, options);
     fs::path const root(options.directory);
     for (auto const & [path, text] : files) {
+        fs::path const within = fs::path(path).lexically_normal();
+        if (within.has_root_path() || *within.begin() == "..") {
+            throw std::logic_error(path + ": not below the folder to write to");
+        }
         writeIfChanged(root / path, text);
     }
     removeStale(root / emission.metamodel.includeDirectory, emission.metamodel, files, root);

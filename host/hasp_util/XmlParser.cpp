@@ -42,12 +42,15 @@ char * XmlParser::buffer(std::size_t size) {
 }
 
 void XmlParser::parse(std::size_t size, bool isLast) {
+    fFed += size;
     settle(XML_ParseBuffer(fParser.get(), static_cast<int>(size), isLast ? XML_TRUE : XML_FALSE));
 }
 
 void XmlParser::resume() { settle(XML_ResumeParser(fParser.get())); }
 
 void XmlParser::settle(XML_Status status) {
+    XML_Index const reached = XML_GetCurrentByteIndex(fParser.get());
+    fUnfinished = reached < 0 ? 0 : fFed - static_cast<std::size_t>(reached);
     fPaused = status == XML_STATUS_SUSPENDED;
     if (status == XML_STATUS_ERROR && !fFailed) {
         fail(XML_ErrorString(XML_GetErrorCode(fParser.get())));

@@ -33,6 +33,9 @@ public:
     [[nodiscard]] char * buffer(std::size_t size);
     /// Parses what was put there.
     void parse(std::size_t size, bool isLast);
+    /// How many bytes at the end of what was parsed belong to a tag or the like whose end is still to come, and will be
+    /// looked at again with the next piece.
+    [[nodiscard]] std::size_t unfinished() const noexcept { return fUnfinished; }
     /// Parsing stopped half-way because the queue was full.
     [[nodiscard]] bool isPaused() const noexcept { return fPaused; }
     void resume();
@@ -81,6 +84,8 @@ private:
     XmlEventQueue * fQueue = nullptr;
     std::unique_ptr<XML_ParserStruct, Free> fParser;
     std::uint32_t fDepthLimit;
+    std::size_t fFed = 0; ///< bytes, since the beginning
+    std::size_t fUnfinished = 0;
     std::vector<OpenElement> fOpen;
     std::unordered_map<std::string, std::string> fExternalEntities; ///< system identifier to name
     std::string fError;

@@ -5,14 +5,22 @@
 #include <hasp_util/XmlReader.h>
 #include <hasp_util/XmlSource.h>
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 
 namespace HASP {
 
 namespace {
-constexpr std::size_t pieceSize = 64 * 1024;
-}
+
+constexpr std::size_t smallestPiece = 64 * 1024;
+constexpr std::size_t biggestPiece = 256 * 1024 * 1024;
+
+/// The parser begins anew with a tag of which it has seen a part only. Pieces that grow with that part make it see each
+/// byte a few times at most, however long the tag is.
+std::size_t pieceAfter(std::size_t unfinished) noexcept { return std::clamp(unfinished, smallestPiece, biggestPiece); }
+
+} // namespace
 
 /// Two queues: parsing fills one while the current event still lies in the other.
 class XmlReader::Impl {
@@ -101,6 +109,7 @@ private:
     }
 
     void parsePiece() {
+        std::size_t const pieceSize = pieceAfter(fParser.unfinished());
         char * const buffer = fParser.buffer(pieceSize);
         if (buffer == nullptr) {
             fParser.fail("out of memory");

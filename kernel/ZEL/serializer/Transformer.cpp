@@ -4,7 +4,8 @@
 #include <ZEL/serializer/Transformer.h>
 
 #include <algorithm>
-#include <iterator>
+#include <cstddef>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -24,24 +25,24 @@ public:
 
     /// A Context that no rule fits and that stays.
     void keep(Context && context) {
-        if (findSeen(context) == fSeen.end()) {
-            fSeen.push_back(namesOf(context));
+        if (seenLike(context) == nullptr) {
+            see(context);
         }
-        fResult.push_back(std::move(context));
+        put(std::move(context));
     }
 
     /// A Context that a rule gave.
     void emit(Context && context) {
-        auto const seen = findSeen(context);
-        if (seen == fSeen.end()) {
-            fSeen.push_back(namesOf(context));
-            fResult.push_back(std::move(context));
+        Context const * const seen = seenLike(context);
+        if (seen == nullptr) {
+            see(context);
+            put(std::move(context));
         } else if (seen->skipContext()) {
             return;
         } else if (fUnmatched == Unmatched::Drop) {
-            fResult.push_back(std::move(context));
+            put(std::move(context));
         } else {
-            replace(seen, context);
+            replace(*seen, context);
         }
     }
 
@@ -55,6 +56,16 @@ public:
     }
 
 private:
+    /// What has one role, in order of entry. Equality of Contexts is not transitive, so no ordered or hashed container
+    /// would find the same one for every order of entry; but Contexts of two roles are never equal.
+    struct Places {
+        std::vector<std::size_t> seen;
+        std::vector<std::size_t> result;
+    };
+
+    /// A sequence has some tens of entries, which are looked through faster than indexed.
+    static constexpr std::size_t kFew = 64;
+
     /// A Context with the names and the skip state alone, which are all that the search needs.
     static Context namesOf(Context const & context) {
         Context names;
@@ -66,21 +77,75 @@ private:
         return names;
     }
 
-    // Equality of Contexts is not transitive, so no ordered or hashed container would give the same answer for every
-    // order of entry. A sequence has some tens of entries.
-    std::vector<Context>::iterator findSeen(Context const & context) {
-        return std::find(fSeen.begin(), fSeen.end(), context);
+    /// Null if there is none.
+    [[nodiscard]] Context const * seenLike(Context const & context) const {
+        if (!fIsIndexed) {
+            auto const found = std::find(fSeen.begin(), fSeen.end(), context);
+            return found == fSeen.end() ? nullptr : &*found;
+        }
+        if (auto const places = fPlaces.find(context.getRole()); places != fPlaces.end()) {
+            for (std::size_t const place : places->second.seen) {
+                if (fSeen[place] == context) {
+                    return &fSeen[place];
+                }
+            }
+        }
+        return nullptr;
     }
 
-    void replace(std::vector<Context>::iterator seen, Context const & context) {
-        std::replace(fResult.begin(), fResult.end(), Context(*seen), context);
-        fSeen.erase(seen);
+    void see(Context const & context) {
         fSeen.push_back(namesOf(context));
+        if (fIsIndexed) {
+            fPlaces[context.getRole()].seen.push_back(fSeen.size() - 1);
+        }
+    }
+
+    void put(Context && context) {
+        fResult.push_back(std::move(context));
+        if (fIsIndexed) {
+            fPlaces[fResult.back().getRole()].result.push_back(fResult.size() - 1);
+        } else if (fResult.size() > kFew) {
+            makeIndex();
+        }
+    }
+
+    void makeIndex() {
+        fIsIndexed = true;
+        for (std::size_t place = 0; place < fSeen.size(); ++place) {
+            fPlaces[fSeen[place].getRole()].seen.push_back(place);
+        }
+        for (std::size_t place = 0; place < fResult.size(); ++place) {
+            fPlaces[fResult[place].getRole()].result.push_back(place);
+        }
+    }
+
+    /// `seen` becomes the last of those that have been seen.
+    void replace(Context const & seen, Context const & context) {
+        Context const old = seen;
+        auto const place = static_cast<std::size_t>(&seen - fSeen.data());
+        if (!fIsIndexed) {
+            std::replace(fResult.begin(), fResult.end(), old, context);
+            fSeen.erase(fSeen.begin() + static_cast<std::ptrdiff_t>(place));
+            fSeen.push_back(namesOf(context));
+            return;
+        }
+        Places & places = fPlaces[old.getRole()];
+        for (std::size_t const index : places.result) {
+            if (fResult[index] == old) {
+                fResult[index] = context;
+            }
+        }
+        // Its place in the vector says nothing once there is an index.
+        fSeen[place] = namesOf(context);
+        std::erase(places.seen, place);
+        places.seen.push_back(place);
     }
 
     Unmatched fUnmatched;
+    bool fIsIndexed = false;
     std::vector<Context> fResult;
     std::vector<Context> fSeen;
+    std::unordered_map<QualifiedName, Places> fPlaces; ///< of many only
 };
 
 ContextSequence Transformer::apply(ContextSequence sequence) { return applyHelper(std::move(sequence), fTransforms); }

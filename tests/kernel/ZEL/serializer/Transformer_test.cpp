@@ -5,6 +5,9 @@
 #include <gtest/gtest.h>
 #include <kernel/ZEL/serializer/ContextText.h>
 
+#include <algorithm>
+#include <ctime>
+#include <limits>
 #include <memory>
 #include <random>
 #include <string>
@@ -87,6 +90,30 @@ TEST_F(TransformerTest, OutputTakesThePlaceOfEqualEarlierContexts) {
 
     rules.addTransform(role("s"), give({skipped(attribute("a", "first"))}));
     EXPECT_EQ(applied({attribute("s"), attribute("r")}), "a=first! n=new") << "what is skipped blocks later equal ones";
+}
+
+TEST_F(TransformerTest, ManyContextsAreRewrittenLikeFewAndAtLinearCost) {
+    rules.addTransform(role("r"), give({attribute("n", "new"), attribute("a0", "replaced"), attribute("a7", "too")}));
+    rules.addTransform(role("s"), give({skipped(attribute("a9", "last")), attribute("a9", "blocked")}));
+    auto const costOf = [this](int count) {
+        ContextSequence many = sequenceOf({attribute("r"), attribute("a0", "appended")});
+        for (int i = 1; i < count; ++i) {
+            many.addContext(attribute("a" + std::to_string(i), std::to_string(i)));
+        }
+        many.append(sequenceOf({attribute("r"), attribute("s")}));
+        std::clock_t least = std::numeric_limits<std::clock_t>::max();
+        for (int run = 0; run < 3; ++run) {
+            std::clock_t const begin = std::clock(); // of the processor: others may be at work beside the test
+            std::string const text = textOf(rules.apply(many));
+            least = std::min(least, std::clock() - begin);
+            EXPECT_TRUE(text.starts_with("n=new a0=replaced a7=too a0=replaced a1=1 a2=2 a3=3 a4=4 a5=5 a6=6 a7=too "
+                                         "a8=8 a9=last! a10=10 "))
+                << text.substr(0, 200);
+            EXPECT_TRUE(text.ends_with("=" + std::to_string(count - 1)));
+        }
+        return least;
+    };
+    EXPECT_LT(costOf(40'000), 9 * costOf(10'000)) << "quadratic is 16 times";
 }
 
 TEST_F(TransformerTest, LinkTakesThePlaceOfItsElement) {

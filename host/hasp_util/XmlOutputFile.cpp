@@ -66,13 +66,6 @@ void XmlOutputFile::flush() noexcept {
     fEnd = fBuffer.get();
 }
 
-void XmlOutputFile::sync() noexcept {
-    // What is no file, such as a pipe, cannot be synced and need not be.
-    if (fError == 0 && ::fsync(fDescriptor) != 0 && errno != EINVAL && errno != ENOTSUP) {
-        fError = errno;
-    }
-}
-
 void XmlOutputFile::close() noexcept {
     if (fDescriptor < 0) {
         return;

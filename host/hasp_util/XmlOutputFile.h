@@ -45,7 +45,6 @@ public:
 
     [[nodiscard]] bool isFull() const noexcept { return position() >= flushSize; }
     void flush() noexcept;
-    void sync() noexcept;
     void close() noexcept;
     [[nodiscard]] bool good() const noexcept { return fError == 0; }
     /// The system's error number, 0 for none.

@@ -329,12 +329,6 @@ void XmlWriter::writeEndDocument() { fImpl->endDocument(); }
 
 bool XmlWriter::good() const noexcept { return fImpl->out().good(); }
 
-bool XmlWriter::flushAndSync() {
-    fImpl->out().flush();
-    fImpl->out().sync();
-    return good();
-}
-
 bool XmlWriter::close() {
     fImpl->out().close();
     return good();

@@ -49,8 +49,6 @@ public:
 
     /// Whether everything so far could be handed over to the system.
     [[nodiscard]] bool good() const noexcept;
-    /// Brings all that was written onto the disk. Gives `good`.
-    bool flushAndSync();
     /// Hands the rest over and closes the file. Gives `good`; only now it is certain.
     bool close();
     /// Why `good` is false, in the system's words; empty if it is true.

@@ -1,11 +1,13 @@
 #include <ZEL/Exception.h>
+#include <ZEL/FileAttributes.h>
 #include <ZEL/HTMLLogFormatter.h>
 #include <ZEL/HTMLLogHandler.h>
 #include <ZEL/Stringify.h>
 
-#include <boost/filesystem.hpp>
-
+#include <cerrno>
+#include <filesystem>
 #include <stdexcept>
+#include <system_error>
 
 namespace ZEL {
 
@@ -20,19 +22,19 @@ std::string suffix(int number) {
 
 std::string backupFile(std::string const & name, int number) { return name + suffix(number) + ".html"; }
 
-/// From the oldest on: the one too many goes, each other one becomes the next older.
-void moveEarlierReports(std::string const & name, int kept) {
+/// From the oldest on: the one too many goes, each other one becomes the next older. Gives true if there was a report.
+bool moveEarlierReports(std::string const & name, int kept) {
+    bool isThere = false;
     for (int number = kept; number >= 0; --number) {
-        boost::filesystem::path const file = backupFile(name, number);
-        if (!boost::filesystem::exists(file)) {
-            continue;
-        }
-        if (number == kept) {
-            boost::filesystem::remove(file);
-        } else {
-            boost::filesystem::rename(file, backupFile(name, number + 1));
+        std::filesystem::path const file = backupFile(name, number);
+        isThere = std::filesystem::exists(file);
+        if (isThere && number == kept) {
+            std::filesystem::remove(file);
+        } else if (isThere) {
+            std::filesystem::rename(file, backupFile(name, number + 1));
         }
     }
+    return isThere;
 }
 
 } // namespace
@@ -53,13 +55,16 @@ void HTMLLogHandler::_publish(Quillon::System::Level const & level, Quillon::Sys
 
 void HTMLLogHandler::_output(std::string const & text) {
     if (std::ofstream * const stream = getLogStream()) {
+        bool const isOpen = stream->is_open();
         *stream << text << '\n' << std::flush;
+        noteFailure(isOpen);
     }
 }
 
 void HTMLLogHandler::flush() {
     if (std::ofstream * const stream = getLogStream()) {
         stream->flush();
+        noteFailure(stream->is_open());
     }
 }
 
@@ -68,14 +73,24 @@ void HTMLLogHandler::close() {
     if (stream != nullptr && stream->is_open()) {
         *stream << HTMLLogFormatter::getTail();
         stream->close();
+        noteFailure(true);
+    }
+}
+
+/// The first failure of a report that was open tells why; the stream refuses all that follows.
+void HTMLLogHandler::noteFailure(bool wasOpen) {
+    if (wasOpen && !*fStream && fFailureReason.empty()) {
+        fFailureReason = std::generic_category().message(errno);
     }
 }
 
 void HTMLLogHandler::setLogStream(std::string name) {
     std::string const file = backupFile(name, 0);
     try {
-        moveEarlierReports(name, fMaxBackupFile);
-    } catch (boost::filesystem::filesystem_error const & error) {
+        if (moveEarlierReports(name, fMaxBackupFile)) {
+            makeFileLike(file, backupFile(name, 1));
+        }
+    } catch (std::filesystem::filesystem_error const & error) {
         raiseInternalError("Cannot create output log file: " + file + "; error thrown on " + error.what());
     }
     fStream = std::make_unique<std::ofstream>(file);

@@ -10,7 +10,8 @@ namespace ZEL {
 
 /// Writes all records into a report in one self-contained XHTML file, and keeps the report before it as a backup.
 ///
-/// Each row is flushed at once, so that the file can be read after a crash.
+/// Each row is flushed at once, so that the file can be read after a crash. A report in place of an earlier one belongs
+/// to the same owner and may be read by the same users.
 class ZEL_API HTMLLogHandler : public DefaultLogHandler {
 public:
     /// How many earlier reports are kept.
@@ -27,14 +28,19 @@ public:
     void flush();
     /// Ends the report; records that come later are lost. The destructor closes a report that is still open.
     void close();
+    /// Why rows of the report are missing, in the system's words: "No space left on device". Empty if none are; certain
+    /// once the report is closed.
+    [[nodiscard]] std::string const & failureReason() const noexcept { return fFailureReason; }
 
 protected:
     void setLogStream(std::string name);
 
 private:
     [[nodiscard]] std::ofstream * getLogStream() const noexcept { return fStream.get(); }
+    void noteFailure(bool wasOpen);
 
     std::unique_ptr<std::ofstream> fStream;
+    std::string fFailureReason;
 };
 
 } // namespace ZEL

@@ -63,6 +63,8 @@ bool XmiWriter::writeObject(std::string const & file, ImmutableObject const & ob
 
 std::string const & XmiWriter::failureReason() const { return fImpl->failureReason; }
 
+std::string const & XmiWriter::keptFile() const { return fImpl->keptFile; }
+
 void XmiWriter::addTransformer(Transformer * transformer) { fImpl->transformers.addTransformer(transformer); }
 
 void XmiWriter::addTransformer(std::shared_ptr<Transformer> transformer) {

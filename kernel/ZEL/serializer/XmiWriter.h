@@ -26,8 +26,8 @@ class XmiWriterImpl;
 ///
 /// A handle: copies share one writer. It may run many times, one run at a time; settings and generators stay,
 /// Transformers given by the caller last for one run. The file is written under the name with "~" behind it first and
-/// takes the place of an earlier file only when it is whole, so that a run that fails leaves the earlier file as it
-/// was. Objects without a container (`unparented`) and derived properties are not written, nor values equal to their
+/// takes the place of an earlier file only when it is whole, as a `SafeFile`, so that a run that fails leaves the
+/// earlier file as it was. Objects without a container (`unparented`) and derived properties are not written, nor values equal to their
 /// default.
 ///
 /// All values of a multi-valued property of a data type are written into one element without anything between them, and
@@ -53,6 +53,9 @@ public:
     bool writeObject(std::string const & file, ImmutableObject const & object);
     /// Why the last of these operations gave false, in the system's words: "No space left on device". Empty otherwise.
     [[nodiscard]] std::string const & failureReason() const;
+    /// The file that has the whole document after one of these operations gave false because it could be copied to its
+    /// place in part only, so that there is no other one. Empty otherwise.
+    [[nodiscard]] std::string const & keptFile() const;
 
     /// The Transformer stands ahead of the dialect's own and goes after the next run; given by raw pointer, it is deleted
     /// then. What it generates before or behind an object is input to the dialect's rules, which drop what they do not

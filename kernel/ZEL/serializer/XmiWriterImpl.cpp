@@ -2,20 +2,19 @@
 #include <ZEL/LogLevel.h>
 #include <ZEL/Logger.h>
 #include <ZEL/Messages.h>
+#include <ZEL/SafeFile.h>
 #include <ZEL/metamodel/Object.h>
 #include <ZEL/serializer/MagicDrawWriteTransforms.h>
 #include <ZEL/serializer/RhpWriteTransforms.h>
-#include <ZEL/serializer/SafeFile.h>
 #include <ZEL/serializer/StandardWriteTransforms.h>
 #include <ZEL/serializer/XmiWriterImpl.h>
 
 #include <hasp_util/XmlWriter.h>
 
-#include <cerrno>
 #include <exception>
 #include <memory>
 #include <string>
-#include <system_error>
+#include <utility>
 
 namespace ZEL::Serializer {
 namespace {
@@ -48,9 +47,11 @@ private:
 bool XmiWriterImpl::write(std::string const & file, ImmutableObject const & object) {
     AtEnd const cleanUp([this] { transformers.clear(); });
     failureReason.clear();
+    keptFile.clear();
     logAbout(LogLevel::info, Messages::ZEL_Serializer_XmiWriter_Prologue, file);
     try {
-        if (!run(SafeFile(file), object)) {
+        SafeFile goal(file);
+        if (!run(goal, object)) {
             return false;
         }
     } catch (Exception const &) {
@@ -62,29 +63,33 @@ bool XmiWriterImpl::write(std::string const & file, ImmutableObject const & obje
     return true;
 }
 
-bool XmiWriterImpl::run(SafeFile const & file, ImmutableObject const & object) {
-    if (!writeDocument(file, object)) {
-        if (file.canBeRead()) {
-            logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_GenericError, file.getName());
-        } else {
-            logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_FileOpen, file.getTemporaryName());
-        }
-        return false;
-    }
-    SafeFile::Result const result = file.put();
-    if (result == SafeFile::Result::Done) {
-        return true;
-    }
-    failureReason = std::generic_category().message(errno); // only files were closed since
-    if (result == SafeFile::Result::NotOpened) {
-        logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_FileOpen, file.getTemporaryName());
+bool XmiWriterImpl::run(SafeFile & file, ImmutableObject const & object) {
+    SafeFile::Result result = SafeFile::Result::NotOpened;
+    if (!file.open()) {
+        failureReason = file.getReason();
+    } else if (!writeDocument(file, object)) {
+        result = SafeFile::Result::Failed;
     } else {
-        logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_GenericError, file.getName());
+        result = file.put();
+        failureReason = file.getReason();
     }
+    switch (result) {
+    case SafeFile::Result::Done:
+        return true;
+    case SafeFile::Result::NotOpened:
+        logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_FileOpen, file.getTemporaryName());
+        return false;
+    case SafeFile::Result::Damaged:
+        keptFile = file.getTemporaryName();
+        break;
+    case SafeFile::Result::Failed:
+        break;
+    }
+    logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_GenericError, file.getName());
     return false;
 }
 
-/// Writes the temporary file. False if it is not certain to be whole on the disk.
+/// Writes the temporary file. False if it is not whole.
 bool XmiWriterImpl::writeDocument(SafeFile const & file, ImmutableObject const & object) {
     HASP::XmlWriter xml(file.getTemporaryName(), HASP::XmlWriterSettings(true, "iso8859-1", fSettings.getAutoFlush()));
     if (!object.isValid()) {
@@ -104,7 +109,7 @@ bool XmiWriterImpl::writeDocument(SafeFile const & file, ImmutableObject const &
         traversal.write(top);
         xml.writeEndDocument();
     }
-    if (xml.flushAndSync() && xml.close()) {
+    if (xml.close()) {
         return true;
     }
     failureReason = xml.errorText();

@@ -9,11 +9,10 @@
 
 namespace ZEL {
 class ImmutableObject;
+class SafeFile;
 } // namespace ZEL
 
 namespace ZEL::Serializer {
-
-class SafeFile;
 
 /// What the handles of one writer share. What belongs to one run lives in the run alone.
 class XmiWriterImpl {
@@ -26,9 +25,10 @@ public:
     TransformerRegistry transformers;
     WriterFunctions functions;
     std::string failureReason; ///< why the last run gave false
+    std::string keptFile;      ///< where the last run left the whole document because its file could not take all of it
 
 private:
-    bool run(SafeFile const & file, ImmutableObject const & object);
+    bool run(SafeFile & file, ImmutableObject const & object);
     bool writeDocument(SafeFile const & file, ImmutableObject const & object);
     void addDialect();
 

@@ -138,11 +138,13 @@ TEST_F(HTMLLogHandlerTest, WritesAReportRowByRow) {
 
 TEST_F(HTMLLogHandlerTest, EndsTheReportWhenItDiesAndKeepsOneEarlierReport) {
     writeReport("first");
+    fs::permissions(path("x.html"), fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_FALSE(fs::exists(path("x.bak.html")));
     for (auto const & [now, before] : {std::pair("second", "first"), std::pair("third", "second")}) {
         writeReport(now);
         EXPECT_THAT(content("x.html"), testing::AllOf(testing::HasSubstr(now), testing::EndsWith(tail)));
         EXPECT_THAT(content("x.bak.html"), testing::HasSubstr(before));
+        EXPECT_EQ(fs::status(path("x.html")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     }
     EXPECT_EQ(2, std::distance(fs::directory_iterator(folder.path("")), fs::directory_iterator()));
 }

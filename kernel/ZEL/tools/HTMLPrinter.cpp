@@ -99,13 +99,19 @@ HTMLPrinter::HTMLPrinter() : fLogger(Logger::instance()) {}
 HTMLPrinter::~HTMLPrinter() = default;
 
 std::string HTMLPrinter::print(ImmutableClassObject element, std::string fileName) {
+    std::string path = fileName + ".html";
+    printPage(element, fileName, path);
+    return path;
+}
+
+void HTMLPrinter::printPage(ImmutableClassObject const & element, std::string const & fileName,
+                            std::string const & path) {
     fLogger->info("Start of HTML pretty-print of model -- to: %s", fileName);
     if (!element.isValid()) {
         raiseInternalError("Expects a valid Element");
     }
-    std::string path = fileName + ".html";
     Page page(*this, path);
-    output << html::prologue("RV2FEN UML Generation Report " + fileName);
+    output << html::prologue("RV2FEN UML Generation Report " + markupOf(fileName));
     writeCss();
     writeJss();
     output << html::bodyStart() << controls;
@@ -113,7 +119,6 @@ std::string HTMLPrinter::print(ImmutableClassObject element, std::string fileNam
     output << tail;
     page.close();
     fLogger->info("End of HTML pretty-print");
-    return path;
 }
 
 void HTMLPrinter::checkOutput() const {
@@ -153,7 +158,7 @@ void HTMLPrinter::printOneElement(ImmutableClassObject const & object) {
         raiseInternalError("Expects unique ID but " + id + " is not");
     }
     std::vector<ImmutableClassObject> children;
-    writeStartTagWithID("div", id, "");
+    writeStartTagWithID("div", markupOf(id), "");
     printElementHead(object);
     printElementBody(object, children);
     writeEndTag("div");
@@ -197,10 +202,10 @@ void HTMLPrinter::printProperty(ImmutableClassObject const & object, ImmutablePr
     std::string const state = error ? " error" : isEmpty ? " empty" : "";
     writeStartTag("tr",
                   std::string("property") + (isDerived ? " derived" : "") + (isComposite ? " composite" : "") + state);
-    writeElement("td", "name", name);
+    writeElement("td", "name", markupOf(name));
     writeStartTag("td", "value" + state);
     if (error) {
-        output << *error;
+        output << markupOf(*error);
     } else {
         printSequenceValue(values, isComposite, isDerived, children);
     }
@@ -231,10 +236,10 @@ void HTMLPrinter::printValue(ImmutableObject const & value, bool isContained,
         typeMetaClassName = navigation::getMetaTypeClassName(value);
         typeName = helperGetTypeName(value);
         if (isValueObject(value)) {
-            text = value.toString();
+            text = markupOf(value.toString());
             textClass = "primitive";
         } else if (object.isValid()) {
-            text = hyperLinkElement("#" + helperGetID(object), helperGetName(object));
+            text = hyperLinkElement("#" + markupOf(helperGetID(object)), helperGetName(object));
             textClass = "classobj";
         }
     } catch (Exception const & exception) {
@@ -247,12 +252,12 @@ void HTMLPrinter::printValue(ImmutableObject const & value, bool isContained,
         fLogger->debug("htmlprinter:error:printSequenceValue: typeName=%s typeMetaClassName=%s value=%s (%s)", typeName,
                        typeMetaClassName, text, *error);
         writeStartTag("tr", "error");
-        writeElement("td colspan='3'", "error", *error);
+        writeElement("td colspan='3'", "error", markupOf(*error));
         writeEndTag("tr");
         return;
     }
     writeStartTag("tr", "");
-    writeElement("td", "metatype", typeMetaClassName);
+    writeElement("td", "metatype", markupOf(typeMetaClassName));
     writeElement("td", "type", typeName);
     writeStartTag("td", "value");
     if (textClass.empty()) {
@@ -280,13 +285,15 @@ std::string HTMLPrinter::helperGetName(ImmutableClassObject object) {
         return "unnamed";
     }
     std::string name = object.getOne(property).toString();
-    return name.empty() ? "anonymous" : name;
+    return name.empty() ? "anonymous" : markupOf(name);
 }
 
 std::string HTMLPrinter::helperGetTypeName(ImmutableObject object) {
-    std::string const name = navigation::getMetaTypeName(object);
+    std::string const name = markupOf(navigation::getMetaTypeName(object));
     return navigation::getMetaTypeClassName(object) == "Stereotype" ? "&laquo;" + name + "&raquo;" : name;
 }
+
+std::string HTMLPrinter::markupOf(std::string text) { return text; }
 
 // --- tags ----------------------------------------------------------------------------------------------------------------
 

@@ -24,7 +24,7 @@ namespace util {
 ///
 /// Works by reflection alone, for any metamodel. Names and values go into the page as they are: markup in them is markup
 /// of the page, scripts included, so a model from a stranger may only be printed by a class derived from this one that
-/// escapes them in `helperGetName` and `printSequenceValue`.
+/// escapes them in `markupOf`.
 ///
 /// The model must not change during a print. A printer remembers what it has printed, for one page after another without
 /// an object in two; it holds those objects. Linear in the size of the page, which has each value of each property, and
@@ -72,6 +72,12 @@ protected:
     /// The check boxes address the rules of the style sheet by their places.
     virtual void writeCss();
     virtual void writeJss();
+
+    /// What is written into the page for a name, an identity, a value or an error of the model: the text as it is.
+    virtual std::string markupOf(std::string text);
+
+    /// As `print`, into the file `path`. The page and the log speak of `fileName` all the same.
+    void printPage(ImmutableClassObject const & element, std::string const & fileName, std::string const & path);
 
     std::ofstream output; ///< the page, open during a print
 

@@ -42,7 +42,7 @@ void ImmutableAccessVisitorTextWriter::beginContained(ImmutableClassObject const
     ++fDepth;
     printTabs();
     ImmutableProperty const property = getCurrentMetaProperty();
-    fStream << "[ " << (property.isValid() ? property.getName() : object.getMetaClass().getName()).str();
+    fStream << "[ " << shown((property.isValid() ? property.getName() : object.getMetaClass().getName()).str());
 }
 
 void ImmutableAccessVisitorTextWriter::endContained() {
@@ -52,22 +52,24 @@ void ImmutableAccessVisitorTextWriter::endContained() {
 }
 
 void ImmutableAccessVisitorTextWriter::printReference(ImmutableClassObject const & object) {
-    fStream << ' ' << getCurrentMetaProperty().getName().str() << "=\"" << object.toString().str();
+    fStream << ' ' << shown(getCurrentMetaProperty().getName().str()) << "=\"" << shown(object.toString().str());
     if (ImmutableProperty const nameProperty = getNameProperty(object); nameProperty.isValid()) {
         if (ImmutableObject const name = object.getOne(nameProperty); name.isValid()) {
-            fStream << name.toString().str();
+            fStream << shown(name.toString().str());
         }
     }
-    fStream << ':' << object.getMetaClass().getName().str();
+    fStream << ':' << shown(object.getMetaClass().getName().str());
     printPropertyDecorations();
     fStream << '"';
 }
 
 void ImmutableAccessVisitorTextWriter::printValue(ImmutableValueObject const & value) {
-    fStream << ' ' << getCurrentMetaProperty().getName().str() << "=\"" << value.toString().str();
+    fStream << ' ' << shown(getCurrentMetaProperty().getName().str()) << "=\"" << shown(value.toString().str());
     printPropertyDecorations();
     fStream << '"';
 }
+
+std::string ImmutableAccessVisitorTextWriter::shown(std::string text) const { return text; }
 
 void ImmutableAccessVisitorTextWriter::printTabs() {
     static std::string const blanks(2 * std::size_t(kMostLevels), ' ');

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <string>
 
 namespace ZEL {
 
@@ -20,8 +21,9 @@ namespace ZEL {
 /// stereotype instance holds.
 ///
 /// A line begins with its line end, so the last one has none. Each level indents by two blanks, up to 1,000 levels: from
-/// there on all lines begin at one column, since the text would otherwise grow with the square of the depth. Nothing is
-/// escaped. The state of the stream is the caller's to look at. To write another text, start with another writer.
+/// there on all lines begin at one column, since the text would otherwise grow with the square of the depth. Names and
+/// values are printed as they are, with their line ends and whatever steers a terminal, unless a derived writer says
+/// otherwise in `shown`. The state of the stream is the caller's to look at. To write another text, start with another writer.
 class ZEL_API ImmutableAccessVisitorTextWriter : public ImmutableAccessVisitorTraversalContainment {
 public:
     /// The stream stays the caller's, and must live as long as the writer.
@@ -33,6 +35,8 @@ public:
 protected:
     /// Nothing: each instance has been written as the value of a property.
     bool traverseStereotypeInstances(ImmutableClassObject const & object) override;
+    /// What is printed for a name or a value: the text as it is.
+    [[nodiscard]] virtual std::string shown(std::string text) const;
 
 private:
     /// Writes values, references, and the beginning of contained objects.

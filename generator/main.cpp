@@ -1,5 +1,6 @@
 #include "check/Check.h"
 #include "family/Family.h"
+#include "load/Suggestion.h"
 #include "write/Write.h"
 
 #include <CLI/CLI.hpp>

@@ -3,6 +3,7 @@
 #include "check/CheckCode.h"
 #include "check/Checker.h"
 #include "family/Names.h"
+#include "load/Suggestion.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,5 +1,6 @@
 #include "check/Checker.h"
 #include "family/Names.h"
+#include "load/Suggestion.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,10 +1,7 @@
 #include "load/Diagnostics.h"
 
 #include <algorithm>
-#include <cctype>
-#include <numeric>
 #include <tuple>
-#include <utility>
 
 namespace zelgen {
 
@@ -28,44 +25,6 @@ std::vector<std::string> Diagnostics::textsOf(std::vector<Message> sorted) {
         texts.push_back(message.file + ':' + place + ' ' + message.text);
     }
     return texts;
-}
-
-namespace {
-
-char lower(char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); }
-
-/// Number of characters to insert, drop, replace or swap with the next on the way from `a` to `b`; case does not count.
-std::size_t editDistance(std::string_view a, std::string_view b) {
-    std::vector<std::size_t> beforeLast(b.size() + 1);
-    std::vector<std::size_t> last(b.size() + 1);
-    std::iota(last.begin(), last.end(), std::size_t{0});
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        std::vector<std::size_t> row{i};
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            std::size_t const replaced = last[j - 1] + (lower(a[i - 1]) == lower(b[j - 1]) ? 0 : 1);
-            row.push_back(std::min({replaced, last[j] + 1, row[j - 1] + 1}));
-            if (i > 1 && j > 1 && lower(a[i - 1]) == lower(b[j - 2]) && lower(a[i - 2]) == lower(b[j - 1])) {
-                row[j] = std::min(row[j], beforeLast[j - 2] + 1);
-            }
-        }
-        beforeLast = std::exchange(last, std::move(row));
-    }
-    return last.back();
-}
-
-} // namespace
-
-std::string suggestion(std::string_view name, std::vector<std::string> const & candidates) {
-    std::string const * nearest = nullptr;
-    std::size_t least = std::max<std::size_t>(1, name.size() / 3) + 1;
-    for (std::string const & candidate : candidates) {
-        std::size_t const distance = editDistance(name, candidate);
-        if (distance < least) {
-            least = distance;
-            nearest = &candidate;
-        }
-    }
-    return nearest == nullptr ? std::string() : ", did you mean '" + *nearest + "'?";
 }
 
 } // namespace zelgen

@@ -48,7 +48,4 @@ private:
     std::vector<Message> fWarnings;
 };
 
-/// ", did you mean 'subClass'?" for the candidate nearest to `name`, empty if none is near.
-[[nodiscard]] std::string suggestion(std::string_view name, std::vector<std::string> const & candidates);
-
 } // namespace zelgen

@@ -1,4 +1,5 @@
 #include "load/Definition.h"
+#include "load/Suggestion.h"
 
 #include <yaml-cpp/yaml.h>
 

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zelgen {
+
+/// ", did you mean 'subClass'?" for the candidate nearest to `name`, empty if none is near.
+[[nodiscard]] std::string suggestion(std::string_view name, std::vector<std::string> const & candidates);
+
+} // namespace zelgen

@@ -18,9 +18,12 @@ public:
 
     /// Writes all records into `name`.html. Raises `Trouble` if that cannot be made.
     void logInto(std::string const & name);
+    /// Ends the file of the log. Raises `Trouble` if rows of it are missing.
+    void endLog();
 
 private:
     std::unique_ptr<ZEL::HTMLLogHandler> fHtmlLog;
+    std::string fLogFile;
 };
 
 } // namespace cli

@@ -61,6 +61,15 @@ void requireWritable(std::string const & file) {
     }
 }
 
+std::string writablePage(std::string const & name) {
+    if (name.empty() || name.back() == '/') {
+        requireWritable(name); // which says what is wrong with it
+    }
+    std::string page = name + ".html";
+    requireWritable(page);
+    return page;
+}
+
 std::string pathOf(std::string const & uri) {
     std::string const scheme = "file://";
     std::string path;
@@ -85,13 +94,6 @@ bool haveSameContent(std::string const & a, std::string const & b) {
     std::ifstream second(b, std::ios::binary);
     using Bytes = std::istreambuf_iterator<char>;
     return first && second && std::equal(Bytes(first), Bytes(), Bytes(second), Bytes());
-}
-
-bool isWrittenInPlace(std::string const & file) {
-    struct stat link {};
-    struct stat goal {};
-    return ::lstat(file.c_str(), &link) == 0 && ::stat(file.c_str(), &goal) == 0 && S_ISREG(goal.st_mode) &&
-           (S_ISLNK(link.st_mode) || goal.st_nlink != 1);
 }
 
 } // namespace cli

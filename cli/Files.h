@@ -10,13 +10,14 @@ void requireReadable(std::string const & file);
 /// Raises `Trouble` for what is no name of a file to write, and for a folder that is not there or takes no files.
 void requireWritable(std::string const & file);
 
+/// The page of that name, which is the file with ".html" behind it. Raises `Trouble` as `requireWritable` does.
+[[nodiscard]] std::string writablePage(std::string const & name);
+
 /// The path in a URI of a local file; empty for another URI.
 [[nodiscard]] std::string pathOf(std::string const & uri);
 /// Whether both are names of one file that exists.
 [[nodiscard]] bool areSameFile(std::string const & a, std::string const & b);
 /// Whether both files can be read and hold the same bytes.
 [[nodiscard]] bool haveSameContent(std::string const & a, std::string const & b);
-/// Whether what is written there is copied into a file that stays, so that a copy that fails leaves half of it.
-[[nodiscard]] bool isWrittenInPlace(std::string const & file);
 
 } // namespace cli

@@ -2,7 +2,6 @@
 
 #include "Command.h"
 #include "Files.h"
-#include "Leftover.h"
 #include "Losses.h"
 #include "Options.h"
 #include "Progress.h"
@@ -10,6 +9,7 @@
 
 #include <ZEL/MetaModelRegistry.h>
 #include <ZEL/NamespaceRegistry.h>
+#include <ZEL/SafeFile.h>
 #include <ZEL/String.h>
 #include <ZEL/interchange/Interchange.h>
 #include <ZEL/metamodel/Class.h>
@@ -43,6 +43,26 @@ std::string whyNoModel(ZEL::Serializer::ReadReport const & losses) {
     }
     return reason;
 }
+
+/// Removes what a write that fails leaves beside its file, unless something of that name was there before it.
+class NoLeftover {
+public:
+    explicit NoLeftover(std::string const & file)
+        : fFile(file), fIsOn(!std::filesystem::exists(std::filesystem::symlink_status(fFile.getTemporaryName()))) {}
+    ~NoLeftover() {
+        if (fIsOn) {
+            fFile.removeLeftover();
+        }
+    }
+    NoLeftover(NoLeftover const &) = delete;
+    NoLeftover & operator=(NoLeftover const &) = delete;
+
+    void keep() noexcept { fIsOn = false; }
+
+private:
+    ZEL::SafeFile fFile;
+    bool fIsOn;
+};
 
 /// The end of a name says most; that of an object deep inside fills many screens.
 std::string shortened(std::string const & name) {
@@ -89,8 +109,7 @@ OpenModel readModel(std::string const & file, ZEL::Serializer::XmiReaderSettings
 void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Serializer::XmiFormat format) {
     requireWritable(file);
     Progress const progress("writing " + file);
-    std::string const temporaryFile = file + '~';
-    Leftover leftover(temporaryFile);
+    NoLeftover noLeftover(file);
     ZEL::Serializer::XmiWriterSettings settings;
     settings.setOutputFormat(format);
     ZEL::Serializer::XmiWriter writer(settings);
@@ -105,9 +124,9 @@ void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Seriali
     } catch (std::exception const & exception) {
         reason = exception.what();
     }
-    if (isWrittenInPlace(file) && std::filesystem::exists(temporaryFile)) {
-        leftover.keep();
-        reason += "; what was written is in " + temporaryFile;
+    if (!writer.keptFile().empty()) {
+        noLeftover.keep();
+        reason += "; what was written is in " + writer.keptFile();
     }
     throw Trouble("cannot write " + file + ": " + reason);
 }

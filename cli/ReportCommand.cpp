@@ -1,20 +1,18 @@
 #include "ReportCommand.h"
 
 #include "Files.h"
-#include "Leftover.h"
 #include "Models.h"
 #include "Progress.h"
+#include "Text.h"
 
 #include <ZEL/Exception.h>
+#include <ZEL/SafeFile.h>
 #include <ZEL/tools/HTMLPrinter.h>
 
 #include <CLI/CLI.hpp>
 
-#include <filesystem>
 #include <iostream>
 #include <string>
-#include <system_error>
-#include <utility>
 
 namespace cli {
 namespace {
@@ -26,51 +24,38 @@ std::string withoutEnding(std::string const & page) {
     return page.ends_with(kEnding) ? page.substr(0, page.size() - kEnding.size()) : page;
 }
 
-/// Puts a file aside for the length of the block. At the end it is back in its place, unless it was replaced.
-class SetAside {
+/// Names and values are a stranger's: none of them is markup.
+class PagePrinter : public ZEL::util::HTMLPrinter {
 public:
-    explicit SetAside(std::string const & file) : fFile(file) {
-        std::error_code failure;
-        if (std::filesystem::symlink_status(fFile, failure).type() == std::filesystem::file_type::regular) {
-            fPlace = fFile + '~';
-            std::filesystem::rename(fFile, fPlace);
-        }
-    }
-    ~SetAside() {
-        std::error_code ignored;
-        if (!fPlace.empty()) {
-            std::filesystem::rename(fPlace, fFile, ignored);
-        }
-    }
-    SetAside(SetAside const &) = delete;
-    SetAside & operator=(SetAside const &) = delete;
+    using HTMLPrinter::printPage;
 
-    void replaced() {
-        if (!fPlace.empty()) {
-            std::filesystem::remove(std::exchange(fPlace, std::string()));
-        }
-    }
-
-private:
-    std::string const fFile;
-    std::string fPlace; ///< empty if there is nothing to bring back
+protected:
+    std::string markupOf(std::string text) override { return escapedForHtml(text); }
 };
 
-/// The printer writes the page where it is to stand, since the page bears its own name.
-void writePage(ZEL::Model const & model, std::string const & name) {
-    std::string const page = name + kEnding;
-    requireWritable(page);
+void writePage(ZEL::Model const & model, std::string const & name, std::string const & page) {
     Progress const progress("writing " + page);
+    ZEL::SafeFile file(page, ZEL::SafeFile::Beside::FreeName);
+    if (!file.open()) {
+        throw Trouble("cannot write " + page + ": " + file.getReason());
+    }
     try {
-        SetAside earlier(page);
-        Leftover leftover(page);
-        static_cast<void>(ZEL::util::HTMLPrinter().print(model, name));
-        leftover.keep();
-        earlier.replaced();
-    } catch (std::filesystem::filesystem_error const & failure) {
-        throw Trouble("cannot write " + page + ": " + failure.code().message());
+        PagePrinter().printPage(model, name, file.getTemporaryName());
     } catch (ZEL::Exception const & exception) {
+        file.remove();
         throw Trouble("cannot write " + page + ": " + exception.what());
+    } catch (...) {
+        file.remove();
+        throw;
+    }
+    ZEL::SafeFile::Result const result = file.put();
+    if (result == ZEL::SafeFile::Result::Damaged) {
+        throw Trouble("cannot write " + page + ": " + file.getReason() + "; what was written is in " +
+                      file.getTemporaryName());
+    }
+    if (result != ZEL::SafeFile::Result::Done) {
+        file.remove();
+        throw Trouble("cannot write " + page + ": " + file.getReason());
     }
 }
 
@@ -82,10 +67,11 @@ void ReportCommand::declare(CLI::App & app) {
 }
 
 ExitCode ReportCommand::run() {
-    OpenModel const opened = readModel(fFile);
     std::string const name = withoutEnding(fOutput);
-    writePage(opened.model, name);
-    std::cout << printable(name + kEnding) << '\n';
+    std::string const page = writablePage(name);
+    OpenModel const opened = readModel(fFile);
+    writePage(opened.model, name, page);
+    std::cout << printable(page) << '\n';
     return Done;
 }
 

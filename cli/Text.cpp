@@ -62,7 +62,10 @@ std::string escaped(std::uint32_t code) {
 } // namespace
 
 std::string printable(std::string_view text) {
-    text = text.substr(0, text.find_last_not_of(" \n\r\t") + 1);
+    return withoutControls(text.substr(0, text.find_last_not_of(" \n\r\t") + 1));
+}
+
+std::string withoutControls(std::string_view text) {
     std::string result;
     for (std::size_t i = 0; i < text.size();) {
         Character const character = characterAt(text, i);
@@ -73,6 +76,29 @@ std::string printable(std::string_view text) {
         }
         result += steersTerminal(character.code) ? escaped(character.code) : text.substr(i, character.length);
         i += character.length;
+    }
+    return result;
+}
+
+std::string escapedForHtml(std::string_view text) {
+    std::string result;
+    for (char const c : text) {
+        switch (c) {
+        case '&':
+            result += "&amp;";
+            break;
+        case '<':
+            result += "&lt;";
+            break;
+        case '>':
+            result += "&gt;";
+            break;
+        case '"':
+            result += "&quot;";
+            break;
+        default:
+            result += c;
+        }
     }
     return result;
 }

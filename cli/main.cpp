@@ -5,6 +5,7 @@
 #include "Console.h"
 #include "ConvertCommand.h"
 #include "DumpCommand.h"
+#include "EndingSignals.h"
 #include "InfoCommand.h"
 #include "MetamodelCommand.h"
 #include "Options.h"
@@ -13,9 +14,11 @@
 #include "StandardStreams.h"
 #include "Text.h"
 #include "TourCommand.h"
+#include "load/Suggestion.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cctype>
 #include <exception>
 #include <iostream>
@@ -48,19 +51,29 @@ public:
         add<MetamodelCommand>("metamodel", "Lists the metamodels, or shows the types of one");
     }
 
-    ExitCode run(int argc, char const * const * argv) {
+    /// Of the arguments, the program's name is left out.
+    ExitCode run(std::vector<std::string> arguments) {
+        if (!arguments.empty() && arguments.front() == "help") {
+            arguments.erase(arguments.begin());
+            if (!arguments.empty() && commandsNamed(arguments.front()).empty()) {
+                throw Trouble(noCommand(arguments.front()));
+            }
+            arguments.emplace_back("--help");
+        }
         try {
-            fApp.parse(argc, argv);
+            fApp.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend())); // which takes them from the end
         } catch (CLI::Success const & request) {
             return static_cast<ExitCode>(fApp.exit(request)); // help or version, which is now printed
         } catch (CLI::ParseError const & error) {
-            throw Trouble(explain(error, argc > 1 ? argv[1] : ""));
+            throw Trouble(explain(error, arguments));
         }
         Console console;
         if (!fHtmlLog.empty()) {
             console.logInto(fHtmlLog);
         }
-        return fSelected->run();
+        ExitCode const code = fSelected->run();
+        console.endLog();
+        return code;
     }
 
 private:
@@ -81,21 +94,57 @@ private:
         app.add_option("--html-log", fHtmlLog, "Writes the library's log into NAME.html")->type_name("NAME");
     }
 
-    /// What is wrong with the arguments, of which `first` is the first one.
-    [[nodiscard]] std::string explain(CLI::ParseError const & error, std::string const & first) const {
-        auto const isFirst = [&first](CLI::App const * app) { return app->get_name() == first; };
-        if (!fApp.get_subcommands(isFirst).empty()) {
-            std::string reason = error.what();
+    /// What is wrong with the arguments.
+    [[nodiscard]] std::string explain(CLI::ParseError const & error, std::vector<std::string> const & arguments) const {
+        std::string const first = arguments.empty() ? std::string() : arguments.front();
+        // Behind a double hyphen a name may look like an option.
+        bool const hasNoNames = std::find(arguments.begin(), arguments.end(), "--") == arguments.end();
+        if (auto const commands = commandsNamed(first); !commands.empty()) {
+            std::string reason = hasNoNames ? unknownOption(*commands.front()) : std::string();
+            if (reason.empty()) {
+                reason = error.what();
+            }
             if (reason.size() > 1 && std::islower(static_cast<unsigned char>(reason[1])) != 0) {
                 reason.front() = static_cast<char>(std::tolower(static_cast<unsigned char>(reason.front())));
             }
             return first + ": " + reason + " (see zel " + first + " --help)";
         }
+        if (std::string const option = unknownOption(fApp); hasNoNames && !option.empty()) {
+            return option + " (see zel --help)";
+        }
         if (!first.empty() && first.front() == '-' && dynamic_cast<CLI::RequiredError const *>(&error) == nullptr) {
             return error.what() + std::string(" (see zel --help)");
         }
-        std::string const found = first.empty() || first.front() == '-' ? "no command" : "command " + first;
+        return noCommand(first);
+    }
+
+    /// One or none.
+    [[nodiscard]] std::vector<CLI::App const *> commandsNamed(std::string const & name) const {
+        return fApp.get_subcommands([&name](CLI::App const * app) { return app->get_name() == name; });
+    }
+
+    [[nodiscard]] std::string noCommand(std::string const & name) const {
+        std::string const found = name.empty() || name.front() == '-' ? "no command" : "command " + name;
         return "found " + found + ", expected " + anyOf(fNames) + " (see zel --help)";
+    }
+
+    /// The first of the arguments left over that looks like an option, and what was meant; empty if there is none.
+    [[nodiscard]] static std::string unknownOption(CLI::App const & app) {
+        for (std::string const & argument : app.remaining()) {
+            if (argument.size() < 2 || argument.front() != '-') {
+                continue;
+            }
+            std::string const name = argument.substr(0, argument.find('='));
+            std::vector<std::string> known;
+            for (CLI::Option const * const option : app.get_options()) {
+                for (std::string const & longName : option->get_lnames()) {
+                    known.push_back("--" + longName);
+                }
+            }
+            std::string const meant = zelgen::suggestion(name, known);
+            return "found unknown option " + name + (meant.empty() ? ", expected " + anyOf(known) : meant);
+        }
+        return {};
     }
 
     CLI::App fApp{"zel keeps models in memory, and reads and writes them as XMI.", "zel"};
@@ -114,7 +163,7 @@ int trouble(StandardStreams & streams, std::string const & text) {
 
 int runProgram(StandardStreams & streams, int argc, char const * const * argv) {
     try {
-        ExitCode const code = Program().run(argc, argv);
+        ExitCode const code = Program().run({argv + std::min(argc, 1), argv + argc});
         streams.flush();
         return code;
     } catch (std::bad_alloc const &) {
@@ -126,6 +175,7 @@ int runProgram(StandardStreams & streams, int argc, char const * const * argv) {
 
 int main(int argc, char const * const * argv) {
     StandardStreams streams;
+    removeUnfinishedFilesAtSignals();
     try {
         return runProgram(streams, argc, argv);
     } catch (OutputFailure const & failure) {

@@ -18,6 +18,8 @@ using Arguments = clitest::CliTest;
 TEST_F(Arguments, HelpAndVersionAreResults) {
     EXPECT_THAT(shell("zel --version"), isResult(testing::MatchesRegex("zel [0-9]+\\.[0-9]+\\.[0-9]+\n")));
     Outcome const help = shell("zel --help");
+    EXPECT_EQ(shell("zel help").out, help.out);
+    EXPECT_EQ(shell("zel help report").out, shell("zel report --help").out);
     for (std::string const command : {"tour", "info", "dump", "convert", "compare", "report", "random", "metamodel"}) {
         EXPECT_THAT(help, isResult(HasSubstr("\n  " + command + "  ")));
         EXPECT_THAT(shell("zel " + command + " --help"),
@@ -37,7 +39,14 @@ TEST_F(Arguments, MistakesAreToldWithWhatWasExpected) {
         {"--html-log log", "found no command, expected tour, info, "},
         {"explain library.xmi", "found command explain, expected tour, info, "},
         {"info", "info: FILE is required (see zel info --help)"},
-        {"info library.xmi --deep", "--deep"},
+        {"--hepl", "found unknown option --hepl, did you mean '--help'? (see zel --help)"},
+        {"--hepl info library.xmi", "found unknown option --hepl, did you mean '--help'?"},
+        {"help explain", "found command explain, expected tour, info, "},
+        {"info library.xmi --htlm-log=x",
+         "info: found unknown option --htlm-log, did you mean '--html-log'? (see zel info"},
+        {"info library.xmi --colour",
+         "info: found unknown option --colour, expected --help or --html-log (see zel info --help)"},
+        {"info -- library.xmi --hepl", "not expected: --hepl"},
         {"info library.xmi library-types.xmi", "not expected: library-types.xmi"},
         {"info library.xmi --html-log", "--html-log: 1 required NAME missing"},
         {"convert library.xmi", "OUT is required"},
@@ -121,6 +130,8 @@ TEST_F(Arguments, TheLogGoesIntoAFileOnDemand) {
     EXPECT_THAT(folder.content("first.html"), HasSubstr("</html>"));
     EXPECT_THAT(shell("zel info library.xmi --html-log no/log"),
                 isTrouble(HasSubstr("cannot write no/log.html: No such file or directory")));
+    EXPECT_THAT(shell("ulimit -f 1; zel compare library.xmi library.xmi --html-log log"),
+                clitest::ends(2, "equal: 492 objects\n", "zel: cannot write log.html: File too large\n"));
     std::filesystem::create_directory(folder.path("folder.html"));
     EXPECT_THAT(shell("zel info library.xmi --html-log folder"), isTrouble(HasSubstr("folder.html: it is a folder")));
 }

@@ -53,6 +53,19 @@ TEST_F(Commands, DumpPrintsEachObjectInItsContainer) {
     EXPECT_EQ(shell("zel dump library.xmi | grep -c '^ *\\[ '").out, "493\n") << "what info counts, and the factory";
 }
 
+TEST_F(Commands, NamesOfAStrangerAreNoMarkupAndDoNotSteerTheTerminal) {
+    makeVariant("odd.xmi", "name=\"catalogue\"",
+                "name=\"&lt;script>alert('&amp;amp;')&lt;/script>&#x9B;31m&#x202E;&#10;x \" visibility=\"&lt;i>\"");
+    EXPECT_THAT(shell("zel dump odd.xmi").out,
+                HasSubstr(" name=\"<script>alert('&amp;')</script>\\u009B31m\\u202E\\nx \""));
+    EXPECT_EQ(shell("zel report odd.xmi 'p<i>' --html-log log").exitCode, 0);
+    for (std::string const & page : {folder.content("p<i>.html"), folder.content("log.html")}) {
+        EXPECT_THAT(page, testing::Not(testing::AnyOf(HasSubstr("<script>"), HasSubstr("<i>"))));
+    }
+    EXPECT_THAT(folder.content("p<i>.html"), AllOf(HasSubstr("<title>RV2FEN UML Generation Report p&lt;i&gt;</title>"),
+                                                   HasSubstr("&lt;script&gt;alert('&amp;amp;')&lt;/script&gt;")));
+}
+
 TEST_F(Commands, AFileMayBeWrittenOverItself) {
     EXPECT_THAT(shell("zel convert library.xmi copy.xmi --from standard --to standard"),
                 isResult("copy.xmi: 492 objects\n"));

@@ -54,6 +54,17 @@ TEST_F(Terminal, ShortWorkIsNot) {
     EXPECT_EQ(run.error, "");
 }
 
+TEST_F(Terminal, OfTwoWritersOfOneFileTheSecondIsRefused) {
+    LiveRun run("zel convert library.xmi " + pipe, folder.path(""));
+    static_cast<void>(run.waitFor("writing"));
+    EXPECT_THAT(shell("zel convert library-types.xmi pipe"),
+                clitest::isTrouble("zel: cannot write pipe: another program is writing it\n"));
+    EXPECT_TRUE(hasLeftovers()) << "those of the first";
+    empty();
+    EXPECT_EQ(run.finish().exitCode, 0);
+    EXPECT_FALSE(hasLeftovers());
+}
+
 TEST_F(Terminal, AnInterruptedWriteLeavesNothingBehind) {
     LiveRun run("zel convert library.xmi " + pipe, folder.path(""));
     static_cast<void>(run.waitFor("writing"));

@@ -68,6 +68,9 @@ TEST_F(Trouble, WhatCannotBeWrittenStaysAsItWas) {
         {"ulimit -f 8; zel report library.xmi new.xmi", "cannot write new.xmi.html: "},
         {"zel random no/r.xmi --seed 1", "cannot write no/r.xmi: No such file or directory"},
         {"ulimit -f 1; zel random kept.xmi --seed 1", "cannot write kept.xmi: File too large"},
+        {"zel report library.xmi folder/", "cannot write folder/: it is a folder"},
+        {"zel report library.xmi ''", "cannot write '': a file has no empty name"},
+        {"zel info library.xmi --html-log folder/", "cannot write folder/: it is a folder"},
         {"zel convert library.xmi library-types.xmi", "library-types.xmi: library.xmi has links to it"},
     };
     for (auto const & [line, says] : cases) {
@@ -87,15 +90,28 @@ TEST_F(Trouble, NothingOfTheUsersIsRemoved) {
     EXPECT_EQ(shell("zel convert library.xmi link.xmi").exitCode, 2) << "the name of the temporary file is taken";
     EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link.xmi~")));
     EXPECT_EQ(folder.content("new.xmi~"), "an editor's");
+    make("page.html~", "an editor's");
+    make("page.html", "earlier");
+    EXPECT_EQ(shell("ulimit -f 8; zel report library.xmi page").exitCode, 2);
+    EXPECT_EQ(folder.content("page.html"), "earlier");
+    EXPECT_EQ(shell("chmod 600 page.html; zel report library.xmi page").exitCode, 0);
+    EXPECT_EQ(folder.content("page.html~"), "an editor's");
+    EXPECT_EQ(shell("stat -c %a page.html; ls *~*").out, "600\nlink.xmi~\nnew.xmi~\npage.html~\n");
 }
 
 TEST_F(Trouble, ACopyThatFailsLeavesTheWholeFileBesideIt) {
-    // A link is written through, into a file that may take half of it only.
-    make("goal.xmi", "as it was");
-    std::filesystem::create_hard_link(folder.path("goal.xmi"), folder.path("other.xmi"));
-    EXPECT_THAT(shell("ulimit -f 8; zel convert library.xmi goal.xmi"),
-                isTrouble(HasSubstr("goal.xmi: File too large; what was written is in goal.xmi~")));
-    EXPECT_TRUE(exists("goal.xmi~"));
+    // A link is written through, into a plain file that takes nothing.
+    std::filesystem::create_symlink("/proc/self/oom_score_adj", folder.path("goal.xmi"));
+    EXPECT_THAT(shell("zel convert library.xmi goal.xmi"),
+                isTrouble("zel: cannot write goal.xmi: Invalid argument; what was written is in goal.xmi~\n"));
+    EXPECT_THAT(folder.content("goal.xmi~"), testing::EndsWith("</xmi:XMI>\n"));
+    // What cannot even be written beside it is not kept.
+    make("goal", "as it was");
+    std::filesystem::create_hard_link(folder.path("goal"), folder.path("other.xmi"));
+    EXPECT_THAT(shell("ulimit -f 8; zel convert library.xmi other.xmi"),
+                isTrouble("zel: cannot write other.xmi: File too large\n"));
+    EXPECT_EQ(folder.content("goal"), "as it was");
+    EXPECT_FALSE(exists("other.xmi~"));
 }
 
 TEST_F(Trouble, ResultsThatCannotBePrintedAreTrouble) {

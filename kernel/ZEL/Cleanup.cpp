@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
+#include <new>
 #include <string_view>
 #include <typeinfo>
 
@@ -49,7 +50,8 @@ void write(Cleanup const & object, std::int32_t number) {
 
 void reportAtEnd();
 
-/// Enters the object constructed before, whose type is complete by now, and remembers `current` for the next time.
+/// Enters the object constructed before, whose type is complete by now, and remembers `current` for the next time. For
+/// want of memory it throws, and the object stays the one constructed last.
 void track(Cleanup * current) {
     if (registry == nullptr) {
         if (hasEnded) {
@@ -68,8 +70,16 @@ void track(Cleanup * current) {
     isPendingOfSection = isInSection;
 }
 
+/// The same without a new object, for where nothing can be thrown: the object may have to wait for the next time.
+void trackIfPossible() noexcept {
+    try {
+        track(nullptr);
+    } catch (std::bad_alloc const &) {
+    }
+}
+
 void reportAtEnd() {
-    track(nullptr);
+    trackIfPossible();
     registry->forEach(
         [](Cleanup const & object, std::uint32_t number, bool) { write(object, static_cast<std::int32_t>(number)); });
     std::cout.flush();
@@ -101,7 +111,7 @@ Cleanup::~Cleanup() {
         // while tracking is off and must not be looked at when tracking goes on.
         pending = nullptr;
     } else if (registry != nullptr) {
-        track(nullptr);
+        trackIfPossible();
         registry->erase(this);
     }
 }

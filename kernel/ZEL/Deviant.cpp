@@ -147,6 +147,7 @@ DeviantImpl & requireRootForNotify(Deviant deviant, char const * operation, Clas
 
 void saveByHand(DeviantImpl & self, ClassObjectIntf const * object) {
     if (self.transactionDepth > 0) {
+        self.currentChangeSet.states.makeRoom(1); // before the copy, which nobody else owns
         self.replaceOldState(object, object->deviant_getCopyOfDeviation(self.deviant()));
     }
 }
@@ -190,13 +191,22 @@ void DeviantImpl::replaceOldState(ClassObjectIntf const * object, ObjectIntf * s
     }
 }
 
-void DeviantImpl::saveCopyOnce(ClassObjectIntf const * object) {
-    if (currentChangeSet.states.get(object) == nullptr) {
-        static_cast<void>(saveOldState(object, object->deviant_getCopyOfDeviation(deviant())));
+bool DeviantImpl::saveCopyOnce(ClassObjectIntf const * object) {
+    if (currentChangeSet.states.get(object) != nullptr) {
+        return false;
     }
+    currentChangeSet.states.makeRoom(1); // before the copy, which nobody else owns
+    static_cast<void>(saveOldState(object, object->deviant_getCopyOfDeviation(deviant())));
+    return true;
 }
 
-void DeviantImpl::dropFallbackEntries(StateMap const & touched) {
+void DeviantImpl::forgetOldState(ClassObjectIntf const * object) noexcept {
+    auto * const body = const_cast<ClassObjectIntf *>(object);
+    body->deviant_destroyState(currentChangeSet.states.get(object));
+    static_cast<void>(currentChangeSet.states.erase(object));
+}
+
+void DeviantImpl::dropFallbackEntries(StateMap const & touched) noexcept {
     if (objects.empty()) {
         return;
     }

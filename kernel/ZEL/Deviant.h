@@ -118,12 +118,17 @@ public:
     /// Begins nest; only the outermost commit acts, and the name of an inner transaction is dropped.
     void beginTransaction(std::string const & name = std::string()) const;
     /// Ends the innermost begin; the outermost end commits: modifiers, validators, observers, then the undo stack.
-    /// An empty change set calls no listener and leaves no entry. A refusing validator cancels and returns normally.
+    /// An empty change set calls no listener and leaves no entry. A refusing validator cancels and returns normally:
+    /// `getRefusingListener` tells of it.
     /// An exception of a listener passes through; the depth stays 1 (modifier, validator) or is 0 already (observer).
     /// Fails with "transaction not started" at depth 0.
     void commitTransaction() const;
     /// Puts all old states back and ends every nesting level. Nothing at depth 0. Fails without undo stack.
     void cancelTransaction() const;
+    /// Why the last commit has kept nothing: the validator that refused it, or the listener that cancelled while it was
+    /// called. Null if it went through, and again from the next outermost `beginTransaction` on; null for the null
+    /// deviant. The listener is the client's: it may have ended since.
+    [[nodiscard]] ListenerBase * getRefusingListener() const noexcept;
     [[nodiscard]] bool isWithinTransaction() const noexcept;
     /// Also stays true after an empty or cancelled transaction, until the next commit, undo or redo.
     [[nodiscard]] bool isWithinTransactionUndoOrRedo() const noexcept;

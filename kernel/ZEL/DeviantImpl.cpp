@@ -2,6 +2,7 @@
 #include <ZEL/DeviantManager.h>
 #include <ZEL/metamodel/ClassObjectIntf.h>
 
+#include <deque>
 #include <utility>
 
 namespace ZEL::internal {
@@ -47,7 +48,7 @@ DeviantImpl::~DeviantImpl() {
     // What no operation has given back by now has no other owner.
     objects.destroyAndClear();
     currentChangeSet.states.destroyAndClear();
-    undoStack.clear();
+    undoStack = UndoStack();
     identity->kind = Kind::Removed;
     identity->modelDestroyed = true;
     identity->savedStatesVisible = false;
@@ -60,24 +61,20 @@ DeviantImpl & DeviantImpl::root() const noexcept { return manager->internal_root
 // --- records ---------------------------------------------------------------------------------------------------------
 
 std::unique_ptr<ChangeSet> DeviantImpl::takeRecord() {
-    if (fPool.empty()) {
-        return std::make_unique<ChangeSet>(modelOf(*manager));
-    }
-    std::unique_ptr<ChangeSet> record = std::move(fPool.back());
-    fPool.pop_back();
-    return record;
+    undoStack.makeRoom();
+    return fPool.empty() ? std::make_unique<ChangeSet>(modelOf(*manager)) : fPool.pop();
 }
 
-void DeviantImpl::retire(std::unique_ptr<ChangeSet> record) {
+void DeviantImpl::retire(std::unique_ptr<ChangeSet> record) noexcept {
     if (fPhases > 0) {
-        fRetired.push_back(std::move(record));
+        fRetired.push(std::move(record));
         return;
     }
     record->states.destroyAndClear();
     record->name.clear();
     constexpr std::size_t enough = 4;
     if (fPool.size() < enough) {
-        fPool.push_back(std::move(record));
+        fPool.push(std::move(record));
     }
 }
 
@@ -97,8 +94,13 @@ PhaseScope::~PhaseScope() {
     if (--fDeviant.fPhases == 0) {
         // What ends here may bring in more: a listener's destructor can dismiss another one.
         while (!fDeviant.fDismissed.empty() || !fDeviant.fRetired.empty()) {
-            auto const dismissed = std::exchange(fDeviant.fDismissed, {});
-            auto const retired = std::exchange(fDeviant.fRetired, {});
+            if (!fDeviant.fDismissed.empty()) {
+                // Its room stays, for those that go next.
+                auto const holder = std::move(fDeviant.fDismissed.front());
+                fDeviant.fDismissed.erase(fDeviant.fDismissed.begin());
+            } else {
+                static_cast<void>(fDeviant.fRetired.pop());
+            }
         }
     }
     if (fModel != nullptr) {
@@ -109,9 +111,8 @@ PhaseScope::~PhaseScope() {
 // --- views -----------------------------------------------------------------------------------------------------------
 
 ViewScope::ViewScope(DeviantImpl & deviant, char const * name, StateMap & readMap)
-    : fDeviant(deviant), fView(take(deviant)) {
+    : fDeviant(deviant), fView(take(deviant, name)) {
     fView.identity->kind = Kind::LiveView;
-    fView.identity->name = name;
     fView.readMap = &readMap;
     fView.fallbackReadMap = &deviant.objects;
 }
@@ -125,12 +126,15 @@ ViewScope::~ViewScope() {
     --fDeviant.fViewsInUse;
 }
 
-DeviantImpl & ViewScope::take(DeviantImpl & deviant) {
+DeviantImpl & ViewScope::take(DeviantImpl & deviant, char const * name) {
     if (deviant.fViewsInUse == deviant.fViews.size()) {
         deviant.fViews.push_back(
             std::make_unique<DeviantImpl>(*deviant.manager, std::string(), -1 - deviant.id, Kind::Removed));
     }
-    return *deviant.fViews[deviant.fViewsInUse++];
+    DeviantImpl & view = *deviant.fViews[deviant.fViewsInUse];
+    view.identity->name = name;
+    ++deviant.fViewsInUse;
+    return view;
 }
 
 } // namespace ZEL::internal

@@ -3,9 +3,9 @@
 #include <ZEL/ChangeSet.h>
 #include <ZEL/Deviant.h>
 #include <ZEL/ListenerHolderBase.h>
+#include <ZEL/UndoStack.h>
 
 #include <cstdint>
-#include <deque>
 #include <exception>
 #include <memory>
 #include <string>
@@ -18,6 +18,7 @@ class DeviantManager;
 namespace internal {
 
 class ViewScope;
+class CallScope;
 
 /// What `address` points at, if that is what a `Deviant` holds, of a living model or not; null for all else, which is not
 /// looked at. Linear in the number of deviants that the process has had.
@@ -27,18 +28,19 @@ class ViewScope;
 struct HolderList {
     std::vector<std::unique_ptr<ListenerHolderBase>> holders;
     std::uint64_t generation = 0; ///< moves with every change
+    std::size_t untold = 0;       ///< while the deviant ends: so many from the front have not been told yet
 
     [[nodiscard]] bool empty() const noexcept { return holders.empty(); }
     [[nodiscard]] bool contains(ListenerHolderBase const * holder) const noexcept;
     [[nodiscard]] std::vector<ListenerHolderBase *> copy() const;
 };
 
-/// What is left to do of a commit, an undo or a redo while its observers run.
+/// What is left to do of a commit, an undo or a redo while its observers run. It needs no memory.
 struct PendingStep {
     enum class Kind { Commit, Undo, Redo };
 
     Kind kind;
-    std::unique_ptr<ChangeSet> record; ///< of a commit, until it is on the stack
+    std::unique_ptr<ChangeSet> record; ///< of a commit, until it is on the stack, which has room for it
     ChangeSet * entry = nullptr;       ///< of an undo or redo; it stands on the stack
 };
 
@@ -64,10 +66,12 @@ public:
                                                          NSInterface::ObjectIntf * state);
     /// Saves over whatever stood there, and destroys that.
     void replaceOldState(NSInterface::ClassObjectIntf const * object, NSInterface::ObjectIntf * state);
-    /// Saves a copy of the present state of the object, unless one is saved already.
-    void saveCopyOnce(NSInterface::ClassObjectIntf const * object);
+    /// Saves a copy of the present state of the object, unless one is saved already; says whether it has.
+    bool saveCopyOnce(NSInterface::ClassObjectIntf const * object);
+    /// Gives up what has just been saved for the object, which has not changed since.
+    void forgetOldState(NSInterface::ClassObjectIntf const * object) noexcept;
     /// Drops the markers of those objects of `touched` that follow the root, so that they take no room.
-    void dropFallbackEntries(StateMap const & touched);
+    void dropFallbackEntries(StateMap const & touched) noexcept;
     /// `Deviant::remove` beyond its checks; what a listener throws is kept until all is done.
     void remove();
 
@@ -75,21 +79,23 @@ public:
     void begin(std::string const & name);
     void commit();
     void cancel();
+    /// Whether the client has no helper of its own.
+    [[nodiscard]] bool hasPlainHelper() const noexcept;
     /// Ends the transaction at all levels and forgets what it saved, without a listener and without undoing anything.
     void closeByForce() noexcept;
     void setDepth(std::int32_t depth) noexcept;
     void setWithin(bool within) noexcept;
     /// Does what is left of the commit, undo or redo whose observers are running.
-    void finishPending();
+    void finishPending() noexcept;
 
     // --- undo -----------------------------------------------------------------------------------------------------
     void undo();
     void redo();
-    void clearRedo();
-    void clearUndo();
-    void setMaximum(std::int32_t length);
+    void clearRedo() noexcept;
+    void clearUndo() noexcept;
+    void setMaximum(std::int32_t length) noexcept;
     /// Cuts the stack at its oldest end.
-    void trim();
+    void trim() noexcept;
     /// The entry counted from the divider, towards the old or the new end; null outside the stack.
     [[nodiscard]] ChangeSet const * undoEntryAt(int index) const noexcept;
     [[nodiscard]] ChangeSet const * redoEntryAt(int index) const noexcept;
@@ -117,51 +123,60 @@ public:
     std::int32_t transactionDepth = 0;
     std::int32_t currentChangeLevel = 1;
     std::int32_t highestChangeLevel = 1;
-    std::deque<std::unique_ptr<ChangeSet>> undoStack; ///< oldest first
-    std::int32_t undoPosition = 0;                    ///< entries below it can be undone, those from it on redone
+    UndoStack undoStack;
+    std::int32_t undoPosition = 0; ///< entries below it can be undone, those from it on redone
     std::int32_t maximumUndoStackLength;
     bool withinTransactionUndoOrRedo = false;
     HolderList modifiers;
     HolderList validators;
     HolderList observers;
+    ListenerBase * refusedBy = nullptr; ///< the listener that ended the transaction which was committed last
 
 private:
+    friend class CallScope;
     friend class PhaseScope;
     friend class ViewScope;
 
+    /// An empty record, with room for it on the stack.
     [[nodiscard]] std::unique_ptr<ChangeSet> takeRecord();
-    void retire(std::unique_ptr<ChangeSet> record);
+    void retire(std::unique_ptr<ChangeSet> record) noexcept;
     void commitWithoutListeners();
     void commitWithListeners();
     /// What to do after a phase of listeners: false if the commit is over.
     [[nodiscard]] bool isStillCommitting();
     void isolateOtherDeviants(StateMap const & states);
-    [[nodiscard]] std::unique_ptr<ChangeSet> endTransaction();
-    void pushRecord(std::unique_ptr<ChangeSet> record);
+    /// The change set of the transaction, which is over, in `record`.
+    void endTransaction(ChangeSet & record) noexcept;
+    void pushRecord(std::unique_ptr<ChangeSet> record) noexcept;
     void observe(PendingStep & step, Deviant view, StateMap const & states);
     void prepareAgain(ListenerHolderBase & holder, Deviant view, StateMap const & states) const;
+    /// Gives the objects their saved states again, which then are saved no more.
+    void putBackSavedStates() noexcept;
     /// Runs the entry at the divider.
     void runEntry(PendingStep::Kind kind);
-    /// The present states of all objects of `states`, into the current change set.
-    void takeSnapshot(StateMap const & states);
-    /// Gives the objects the states of the snapshot again.
-    void restoreSnapshot();
-    /// Gives what a listener has thrown.
-    [[nodiscard]] std::exception_ptr prepareObserversOfReplay(ViewScope & view);
+    /// Makes the objects of the entry what it says, with the states that they leave in the current change set.
+    void changePlaces(ChangeSet & entry, PendingStep::Kind kind, Deviant view);
+    /// Makes objects and entry what they were, however far `changePlaces` has come.
+    void changePlacesBack(ChangeSet & entry) noexcept;
+    /// Returns what a listener has thrown.
+    [[nodiscard]] std::exception_ptr prepareObserversOfReplay(Deviant view);
     [[nodiscard]] bool isAtDivider(ChangeSet const & entry) const noexcept;
-    void finishReplay(ChangeSet & entry, PendingStep::Kind kind);
-    void eraseHolder(HolderList & list, std::size_t index);
+    void finishReplay(ChangeSet & entry, PendingStep::Kind kind) noexcept;
+    void eraseHolder(HolderList & list, std::size_t index) noexcept;
     void dropHolders(HolderList & list);
+    /// Raises while objects are on their way from one state to another, in an undo or redo.
+    void requireEmptyChangeSet() const;
 
     std::vector<std::unique_ptr<DeviantImpl>> fViews; ///< one per nesting level, used again and again
     std::size_t fViewsInUse = 0;
-    std::vector<std::unique_ptr<ChangeSet>> fPool;
+    ChangeSetList fPool;      ///< records for use again
     std::int32_t fPhases = 0; ///< running commits with listeners, undos and redos; nested ones count too
     std::uint64_t fPreparations = 0;
     PendingStep * fPending = nullptr;
+    ListenerHolderBase * fCalled = nullptr; ///< on whose behalf a modifier's or validator's phase runs client code
     // What a phase may still point at goes when the outermost one has ended.
-    std::vector<std::unique_ptr<ListenerHolderBase>> fDismissed;
-    std::vector<std::unique_ptr<ChangeSet>> fRetired;
+    std::vector<std::unique_ptr<ListenerHolderBase>> fDismissed; ///< has room for all holders
+    ChangeSetList fRetired;
 };
 
 /// Keeps what listeners and views of a deviant may point at alive: dismissed holders, retired change sets, and the
@@ -191,7 +206,7 @@ public:
     void read(StateMap & map) noexcept { fView.readMap = &map; }
 
 private:
-    static DeviantImpl & take(DeviantImpl & deviant);
+    static DeviantImpl & take(DeviantImpl & deviant, char const * name);
 
     DeviantImpl & fDeviant;
     DeviantImpl & fView;

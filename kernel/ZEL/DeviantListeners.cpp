@@ -86,6 +86,11 @@ void DeviantImpl::enlist(HolderList & list, ListenerHolderBase * holder) {
             raiseInternalError("listener already registered with deviant");
         }
     }
+    // Room for the day when it is dismissed, which may be one without memory.
+    std::size_t const all = modifiers.holders.size() + validators.holders.size() + observers.holders.size() + 1;
+    if (fDismissed.capacity() < fDismissed.size() + all) {
+        fDismissed.reserve(fDismissed.size() + 2 * all);
+    }
     list.holders.push_back(std::move(owned));
     ++list.generation;
 }
@@ -100,11 +105,12 @@ void DeviantImpl::dismiss(HolderList & list, ListenerBase * listener) {
     raiseInternalError("listener not registered with deviant");
 }
 
-void DeviantImpl::eraseHolder(HolderList & list, std::size_t index) {
+void DeviantImpl::eraseHolder(HolderList & list, std::size_t index) noexcept {
     // Out of the list first: the destructor of a client's holder may come back to it.
     std::unique_ptr<ListenerHolderBase> holder = std::move(list.holders[index]);
     list.holders.erase(list.holders.begin() + static_cast<std::ptrdiff_t>(index));
     ++list.generation;
+    list.untold -= index < list.untold ? 1 : 0;
     if (fPhases > 0) {
         fDismissed.push_back(std::move(holder));
     }
@@ -112,21 +118,18 @@ void DeviantImpl::eraseHolder(HolderList & list, std::size_t index) {
 
 void DeviantImpl::dropHolders(HolderList & list) {
     std::exception_ptr failure;
-    for (ListenerHolderBase * const holder : list.copy()) {
-        if (!list.contains(holder)) {
-            continue;
-        }
+    // Not those that a listener registers meanwhile.
+    list.untold = list.holders.size();
+    while (list.untold > 0) {
+        ListenerHolderBase const * const holder = list.holders.front().get();
         try {
-            holder->getListener()->onDeviantDestroyed();
+            list.holders.front()->getListener()->onDeviantDestroyed();
         } catch (...) {
             failure = std::current_exception();
         }
-        // The listener may have unregistered itself by now, or others before it.
-        for (std::size_t i = 0; i < list.holders.size(); ++i) {
-            if (list.holders[i].get() == holder) {
-                eraseHolder(list, i);
-                break;
-            }
+        // The listener may have unregistered itself by now.
+        if (!list.empty() && list.holders.front().get() == holder) {
+            eraseHolder(list, 0);
         }
     }
     while (!list.empty()) {
@@ -176,15 +179,31 @@ void show(ListenerHolderBase & holder, StateMap::Key body, Deviant deviant) {
 
 } // namespace
 
+/// Client code runs on behalf of a holder: if it cancels, the holder's listener is who refused the commit.
+class CallScope {
+public:
+    explicit CallScope(DeviantImpl & deviant) noexcept : fSlot(deviant.fCalled), fBefore(deviant.fCalled) {}
+    ~CallScope() { fSlot = fBefore; }
+    CallScope(CallScope const &) = delete;
+    CallScope & operator=(CallScope const &) = delete;
+
+    [[nodiscard]] ListenerHolderBase & call(ListenerHolderBase * holder) noexcept { return *(fSlot = holder); }
+
+private:
+    ListenerHolderBase *& fSlot;
+    ListenerHolderBase * const fBefore;
+};
+
 void DeviantImpl::prepareListeners(HolderList & list, Deviant view, StateMap const & states) {
     if (list.empty()) {
         return;
     }
     ++fPreparations;
+    CallScope scope(*this);
     std::vector<ListenerHolderBase *> holders = list.copy();
     std::uint64_t generation = list.generation;
     for (ListenerHolderBase * const holder : holders) {
-        holder->reset(deviant(), view);
+        scope.call(holder).reset(deviant(), view);
     }
     HeldBodies const bodies(states);
     for (StateMap::Key const body : bodies.keys()) {
@@ -193,16 +212,17 @@ void DeviantImpl::prepareListeners(HolderList & list, Deviant view, StateMap con
             generation = list.generation;
         }
         for (ListenerHolderBase * const holder : holders) {
-            show(*holder, body, deviant());
+            show(scope.call(holder), body, deviant());
         }
     }
 }
 
 void DeviantImpl::runModifiers(Deviant view) {
     prepareListeners(modifiers, view, currentChangeSet.states);
+    CallScope scope(*this);
     for (ListenerHolderBase * const holder : modifiers.copy()) {
         if (modifiers.contains(holder)) {
-            holder->callModifier();
+            scope.call(holder).callModifier();
             if (modifiers.contains(holder)) {
                 holder->reset(deviant(), view);
             }
@@ -212,9 +232,10 @@ void DeviantImpl::runModifiers(Deviant view) {
 
 bool DeviantImpl::runValidators(Deviant view) {
     prepareListeners(validators, view, currentChangeSet.states);
+    CallScope scope(*this);
     bool agreed = true;
     for (ListenerHolderBase * const holder : validators.copy()) {
-        if (validators.contains(holder) && !holder->callValidator()) {
+        if (validators.contains(holder) && !scope.call(holder).callValidator()) {
             agreed = false;
             break;
         }
@@ -238,6 +259,8 @@ public:
         if (deviant.isRoot()) {
             return;
         }
+        fMarked.reserve(states.size());
+        deviant.objects.makeRoom(states.size());
         for (StateMap::Entry const & entry : states) {
             if (deviant.objects.get(entry.key) == nullptr) {
                 static_cast<void>(deviant.objects.set(entry.key, sentinel(Deviant::FallbackToRoot)));

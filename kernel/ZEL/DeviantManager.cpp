@@ -45,13 +45,17 @@ DeviantManagerHelper & DeviantManager::internal_helper() {
 // --- names -----------------------------------------------------------------------------------------------------------
 
 Deviant DeviantManager::createDeviantWithName(std::string const & name) {
-    auto const entry = fByName.try_emplace(name).first;
-    if (entry->second == nullptr) {
-        auto const id = static_cast<std::int32_t>(fRemoved.size() + fByName.size());
-        entry->second = std::make_unique<DeviantImpl>(*this, name, id, Kind::LiveNamed);
-        collectNamed();
+    auto const known = fByName.find(name);
+    if (known != fByName.end() && known->second != nullptr) {
+        return known->second->deviant();
     }
-    return entry->second->deviant();
+    makeRoomForOneMore();
+    std::size_t const number = fRemoved.size() + fByName.size() + (known == fByName.end() ? 1 : 0);
+    auto made = std::make_unique<DeviantImpl>(*this, name, static_cast<std::int32_t>(number), Kind::LiveNamed);
+    Deviant const deviant = made->deviant();
+    fByName.try_emplace(name).first->second = std::move(made);
+    collectNamed();
+    return deviant;
 }
 
 Deviant DeviantManager::getDeviantWithName(std::string const & name) {
@@ -67,6 +71,8 @@ void DeviantManager::removeDeviantWithName(std::string const & name) {
     if (entry->second.get() == fRoot) {
         raiseAnInternalError();
     }
+    internal::PhaseScope const phase(
+        *fRoot); // a listener that hears of the end may let the last handle of the model go
     Deviant const deviant = entry->second == nullptr ? Deviant() : entry->second->deviant();
     try {
         deviant.remove();
@@ -80,7 +86,7 @@ void DeviantManager::removeDeviantWithName(std::string const & name) {
     shelve(name, deviant);
 }
 
-void DeviantManager::shelve(std::string const & name, Deviant deviant) {
+void DeviantManager::shelve(std::string const & name, Deviant deviant) noexcept {
     // Looked up again: a listener that has heard of the end may have changed the names.
     auto const entry = fByName.find(name);
     if (entry != fByName.end() && entry->second != nullptr && entry->second->deviant() == deviant) {
@@ -99,7 +105,18 @@ std::vector<Deviant> DeviantManager::getDeviants() const {
     return result;
 }
 
-void DeviantManager::collectNamed() {
+void DeviantManager::makeRoomForOneMore() {
+    // All deviants that are or have been, so that one can go without memory.
+    std::size_t const all = fRemoved.size() + fByName.size() + 1;
+    if (fNamed.capacity() < all) {
+        fNamed.reserve(2 * all);
+    }
+    if (fRemoved.capacity() < all) {
+        fRemoved.reserve(2 * all);
+    }
+}
+
+void DeviantManager::collectNamed() noexcept {
     fNamed.clear();
     for (auto const & [name, deviant] : fByName) {
         if (deviant != nullptr && deviant.get() != fRoot) {

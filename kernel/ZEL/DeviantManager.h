@@ -64,9 +64,11 @@ public:
     [[nodiscard]] DeviantManagerHelper & internal_helper();
 
 private:
-    void collectNamed();
+    /// From here on a deviant can be entered, and any be removed, without memory for the lists of deviants.
+    void makeRoomForOneMore();
+    void collectNamed() noexcept;
     /// Puts the removed deviant with the others that are kept until the end.
-    void shelve(std::string const & name, Deviant deviant);
+    void shelve(std::string const & name, Deviant deviant) noexcept;
     void destroyNamed(internal::DeviantImpl & deviant) noexcept;
     static void commitAll(internal::DeviantImpl & deviant) noexcept;
 

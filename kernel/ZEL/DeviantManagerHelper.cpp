@@ -1,9 +1,13 @@
 #include <ZEL/ChangeReport.h>
+#include <ZEL/DeviantImpl.h>
 #include <ZEL/DeviantManager.h>
 #include <ZEL/DeviantManagerHelper.h>
 #include <ZEL/ReportBuilder.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/ClassObjectIntf.h>
+
+#include <utility>
+#include <vector>
 
 namespace ZEL {
 
@@ -13,57 +17,32 @@ using Report = ReportOfChanges<ClassObject, FALSE_TYPE>;
 
 namespace {
 
-ObjectIntf * followsRoot() noexcept { return static_cast<ObjectIntf *>(Deviant::FallbackToRoot); }
-
-/// Gives each new object an empty state, so that references among new objects meet objects that exist.
-void createStates(Report const & report, Deviant target, Deviant source) {
-    for (ClassObject const & handle : report.created) {
-        ClassObjectIntf * const object = handle.getImplementation();
-        if (Deviant::isRealState(object->internal_getDeviation(source))) {
-            object->internal_createDeviation(target);
-        } else {
-            // It comes back as an object that follows the root.
-            object->internal_setDeviation(target, followsRoot());
+/// What an object is to become, made before it is put in place.
+class NewState {
+public:
+    NewState(ClassObject const & object, Deviant source)
+        : fObject(object.getImplementation()), fState(fObject->deviant_getCopyOfDeviation(source)) {
+        if (!Deviant::isRealState(fState)) {
+            fState = static_cast<ObjectIntf *>(Deviant::FallbackToRoot); // it follows the root from now on
         }
     }
-}
+    NewState(NewState && other) noexcept : fObject(other.fObject), fState(std::exchange(other.fState, nullptr)) {}
+    NewState & operator=(NewState &&) = delete;
+    ~NewState() { fObject->deviant_destroyState(fState); }
 
-void endStates(Report const & report, Deviant target) {
-    for (ClassObject const & handle : report.deleted) {
-        ClassObjectIntf * const object = handle.getImplementation();
-        ObjectIntf * const state = object->internal_getDeviation(target);
-        if (Deviant::isRealState(state)) {
-            state->destroy(target);
-        }
-        object->internal_destroyDeviation(target);
-    }
-}
+    void putInto(Deviant target) { fObject->internal_setDeviation(target, std::exchange(fState, nullptr)); }
 
-void fillCreated(Report const & report, Deviant target, Deviant source) {
-    for (ClassObject const & handle : report.created) {
-        ClassObjectIntf * const object = handle.getImplementation();
-        ObjectIntf * const from = object->internal_getDeviation(source);
-        ObjectIntf * const to = object->internal_getDeviation(target);
-        if (Deviant::isRealState(from) && Deviant::isRealState(to)) {
-            to->internal_deviationAssign(target, from, source);
-        }
-    }
-}
+private:
+    ClassObjectIntf * fObject;
+    ObjectIntf * fState;
+};
 
-void fillModified(Report const & report, Deviant target, Deviant source) {
-    for (ClassObject const & handle : report.modified) {
-        ClassObjectIntf * const object = handle.getImplementation();
-        ObjectIntf * const from = object->internal_getDeviation(source);
-        if (!Deviant::isRealState(from)) {
-            object->internal_setDeviation(target, followsRoot());
-            continue;
-        }
-        ObjectIntf * to = object->internal_getDeviation(target);
-        if (!Deviant::isRealState(to)) {
-            to = object->internal_createDeviation(target);
-        }
-        to->internal_deviationAssign(target, from, source);
+void endState(ClassObjectIntf & object, Deviant target) {
+    ObjectIntf * const state = object.internal_getDeviation(target);
+    if (Deviant::isRealState(state)) {
+        state->destroy(target);
     }
+    object.internal_destroyDeviation(target);
 }
 
 } // namespace
@@ -81,10 +60,30 @@ void DeviantManagerHelper::assignToRoot(Report const & report) { doTheJob(report
 void DeviantManagerHelper::doTheJob(Report const & report) {
     Deviant const target = report.getTargetDeviant();
     Deviant const source = report.sourceDeviant;
-    createStates(report, target, source);
-    endStates(report, target);
-    fillCreated(report, target, source);
-    fillModified(report, target, source);
+    // All that can fail comes first: what is made here, and room for it.
+    std::vector<NewState> states;
+    std::vector<ClassObjectIntf *> deleted;
+    auto const number = [](auto const & sequence) { return static_cast<std::size_t>(sequence.size()); };
+    states.reserve(number(report.created) + number(report.modified));
+    deleted.reserve(number(report.deleted));
+    for (auto const * const objects : {&report.created, &report.modified}) {
+        for (ClassObject const & object : *objects) {
+            states.emplace_back(object, source);
+        }
+    }
+    for (ClassObject const & object : report.deleted) {
+        deleted.push_back(object.getImplementation());
+    }
+    if (internal::DeviantImpl * const named = target.isRootDeviant() ? nullptr : target.getImpl()) {
+        named->objects.makeRoom(states.size() + deleted.size());
+    }
+    // An object refers to others and not to their states, so the order among them does not matter.
+    for (NewState & state : states) {
+        state.putInto(target);
+    }
+    for (ClassObjectIntf * const object : deleted) {
+        endState(*object, target);
+    }
 }
 
 namespace internal {

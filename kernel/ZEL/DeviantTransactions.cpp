@@ -3,8 +3,10 @@
 #include <ZEL/DeviantAssertions.h>
 #include <ZEL/DeviantChecks.h>
 #include <ZEL/DeviantManager.h>
+#include <ZEL/DeviantManagerHelper.h>
 #include <ZEL/metamodel/ClassObjectIntf.h>
 
+#include <typeinfo>
 #include <utility>
 
 namespace ZEL {
@@ -40,6 +42,10 @@ void Deviant::cancelTransaction() const {
     self.cancel();
 }
 
+ListenerBase * Deviant::getRefusingListener() const noexcept {
+    return getImpl() == nullptr ? nullptr : getImpl()->refusedBy;
+}
+
 bool Deviant::isWithinTransaction() const noexcept { return getImpl() != nullptr && getImpl()->transactionDepth > 0; }
 
 bool Deviant::isWithinTransactionUndoOrRedo() const noexcept {
@@ -67,8 +73,10 @@ void DeviantImpl::setWithin(bool within) noexcept {
 void DeviantImpl::begin(std::string const & name) {
     finishPending();
     if (transactionDepth == 0) {
+        requireEmptyChangeSet(); // an undo or redo may be under way
         currentChangeSet.name = name;
         currentChangeSet.changeLevel = currentChangeLevel;
+        refusedBy = nullptr;
         setWithin(true);
     }
     setDepth(transactionDepth + 1);
@@ -87,10 +95,13 @@ void DeviantImpl::commit() {
 }
 
 void DeviantImpl::commitWithoutListeners() {
+    std::unique_ptr<ChangeSet> record = takeRecord();
     if (maximumUndoStackLength > 0) {
         isolateOtherDeviants(currentChangeSet.states);
     }
-    pushRecord(endTransaction());
+    // Nothing fails from here on.
+    endTransaction(*record);
+    pushRecord(std::move(record));
 }
 
 void DeviantImpl::commitWithListeners() {
@@ -101,9 +112,13 @@ void DeviantImpl::commitWithListeners() {
         return;
     }
     prepareListeners(observers, view.deviant(), currentChangeSet.states);
+    if (!isStillCommitting()) {
+        return; // a holder has ended the transaction while it was shown the changes
+    }
+    PendingStep step{PendingStep::Kind::Commit, takeRecord(), nullptr};
     isolateOtherDeviants(currentChangeSet.states);
     // The observers may start work of their own in this deviant, so the change set is theirs no more.
-    PendingStep step{PendingStep::Kind::Commit, endTransaction(), nullptr};
+    endTransaction(*step.record);
     StateMap & states = step.record->states;
     view.read(states);
     observe(step, view.deviant(), states);
@@ -130,12 +145,10 @@ void DeviantImpl::isolateOtherDeviants(StateMap const & states) {
     }
 }
 
-std::unique_ptr<ChangeSet> DeviantImpl::endTransaction() {
-    std::unique_ptr<ChangeSet> record = takeRecord();
-    record->swap(currentChangeSet);
+void DeviantImpl::endTransaction(ChangeSet & record) noexcept {
+    record.swap(currentChangeSet);
     setWithin(false);
     setDepth(0);
-    return record;
 }
 
 void DeviantImpl::observe(PendingStep & step, Deviant view, StateMap const & states) {
@@ -149,7 +162,7 @@ void DeviantImpl::observe(PendingStep & step, Deviant view, StateMap const & sta
     finishPending();
 }
 
-void DeviantImpl::finishPending() {
+void DeviantImpl::finishPending() noexcept {
     PendingStep * const step = std::exchange(fPending, nullptr);
     if (step == nullptr) {
         return;
@@ -161,7 +174,7 @@ void DeviantImpl::finishPending() {
     }
 }
 
-void DeviantImpl::pushRecord(std::unique_ptr<ChangeSet> record) {
+void DeviantImpl::pushRecord(std::unique_ptr<ChangeSet> record) noexcept {
     if (!isRoot()) {
         dropFallbackEntries(record->states);
     }
@@ -181,13 +194,43 @@ void DeviantImpl::pushRecord(std::unique_ptr<ChangeSet> record) {
 
 void DeviantImpl::cancel() {
     PhaseScope const phase(*this);
-    ViewScope const view(*this, "<internal: cancelTransaction>", currentChangeSet.states);
-    replay(ReplayKind::CancelTransaction, collectChanges(currentChangeSet.states, deviant(), view.deviant()), deviant(),
-           view.deviant());
+    if (hasPlainHelper()) {
+        // The saved states themselves, so that a cancel needs no memory: often it is the want of it that leads here.
+        putBackSavedStates();
+    } else {
+        ViewScope const view(*this, "<internal: cancelTransaction>", currentChangeSet.states);
+        replay(ReplayKind::CancelTransaction, collectChanges(currentChangeSet.states, deviant(), view.deviant()),
+               deviant(), view.deviant());
+    }
     if (!isRoot()) {
         dropFallbackEntries(currentChangeSet.states);
     }
+    if (fCalled != nullptr) {
+        refusedBy = fCalled->getListener();
+    }
     closeByForce();
+}
+
+void DeviantImpl::putBackSavedStates() noexcept {
+    currentChangeSet.states.replaceStates([this](StateMap::Key key, StateMap::State saved) -> StateMap::State {
+        StateMap::State const present = key->internal_getDeviation(deviant());
+        if (present == nullptr && !Deviant::isRealState(saved)) {
+            return saved; // nothing has come about that must go
+        }
+        const_cast<NSInterface::ClassObjectIntf *>(key)->internal_setDeviation(deviant(), saved);
+        return nullptr;
+    });
+}
+
+bool DeviantImpl::hasPlainHelper() const noexcept {
+    DeviantManagerHelper const * const helper = manager->getHelper();
+    return helper == nullptr || typeid(*helper) == typeid(DeviantManagerHelper);
+}
+
+void DeviantImpl::requireEmptyChangeSet() const {
+    if (!currentChangeSet.states.empty()) {
+        raiseInternalError("executeChangeSetOnTop: current changeset is not empty");
+    }
 }
 
 void DeviantImpl::closeByForce() noexcept {

@@ -4,6 +4,7 @@
 #include <ZEL/DeviantManager.h>
 #include <ZEL/metamodel/ClassObjectIntf.h>
 
+#include <algorithm>
 #include <exception>
 #include <string>
 #include <utility>
@@ -62,6 +63,7 @@ void stepToLevel(DeviantImpl & self, int level, std::string const & operation, E
 
 void Deviant::undoToChangeLevel(int level) const {
     DeviantImpl & self = requireIdleRoot(*this, "undoToChangeLevel");
+    internal::PhaseScope const phase(self); // an observer of a step may let the last handle of the model go
     self.finishPending();
     stepToLevel(
         self, level, "undoToChangeLevel", [&](int i) { return self.undoEntryAt(i); }, [&] { undo(); });
@@ -69,6 +71,7 @@ void Deviant::undoToChangeLevel(int level) const {
 
 void Deviant::redoToChangeLevel(int level) const {
     DeviantImpl & self = requireIdleRoot(*this, "redoToChangeLevel");
+    internal::PhaseScope const phase(self); // an observer of a step may let the last handle of the model go
     self.finishPending();
     stepToLevel(
         self, level, "redoToChangeLevel", [&](int i) { return self.redoEntryAt(i); }, [&] { redo(); });
@@ -129,45 +132,39 @@ namespace internal {
 
 ChangeSet const * DeviantImpl::undoEntryAt(int index) const noexcept {
     return index < 0 || index >= undoPosition ? nullptr
-                                              : undoStack[static_cast<std::size_t>(undoPosition - 1 - index)].get();
+                                              : &undoStack[static_cast<std::size_t>(undoPosition - 1 - index)];
 }
 
 ChangeSet const * DeviantImpl::redoEntryAt(int index) const noexcept {
     return index < 0 || index >= static_cast<int>(undoStack.size()) - undoPosition
                ? nullptr
-               : undoStack[static_cast<std::size_t>(undoPosition + index)].get();
+               : &undoStack[static_cast<std::size_t>(undoPosition + index)];
 }
 
-void DeviantImpl::clearRedo() {
+void DeviantImpl::clearRedo() noexcept {
     finishPending();
     while (static_cast<int>(undoStack.size()) > undoPosition) {
-        std::unique_ptr<ChangeSet> entry = std::move(undoStack.back());
-        undoStack.pop_back();
-        retire(std::move(entry));
+        retire(undoStack.pop_back());
     }
 }
 
-void DeviantImpl::clearUndo() {
+void DeviantImpl::clearUndo() noexcept {
     clearRedo();
     undoPosition = 0;
     while (!undoStack.empty()) {
-        std::unique_ptr<ChangeSet> entry = std::move(undoStack.front());
-        undoStack.pop_front();
-        retire(std::move(entry));
+        retire(undoStack.pop_front());
     }
 }
 
-void DeviantImpl::setMaximum(std::int32_t length) {
+void DeviantImpl::setMaximum(std::int32_t length) noexcept {
     finishPending();
     maximumUndoStackLength = length < 0 ? 0 : length;
     trim();
 }
 
-void DeviantImpl::trim() {
+void DeviantImpl::trim() noexcept {
     while (static_cast<int>(undoStack.size()) > maximumUndoStackLength) {
-        std::unique_ptr<ChangeSet> entry = std::move(undoStack.front());
-        undoStack.pop_front();
-        retire(std::move(entry));
+        retire(undoStack.pop_front());
     }
     // Entries gone from the old end do not shift the divider.
     if (undoPosition > static_cast<int>(undoStack.size())) {
@@ -192,32 +189,27 @@ void DeviantImpl::redo() {
 }
 
 void DeviantImpl::runEntry(PendingStep::Kind kind) {
-    if (!currentChangeSet.states.empty()) {
-        raiseInternalError("executeChangeSetOnTop: current changeset is not empty");
-    }
+    requireEmptyChangeSet();
     PhaseScope const phase(*this);
-    if (kind == PendingStep::Kind::Undo) {
-        --undoPosition;
-    }
-    ChangeSet & entry = *undoStack[static_cast<std::size_t>(undoPosition)];
+    bool const isUndo = kind == PendingStep::Kind::Undo;
+    ChangeSet & entry = undoStack[static_cast<std::size_t>(isUndo ? undoPosition - 1 : undoPosition)];
     ViewScope view(*this, "<internal: undo/redo>", entry.states);
+    undoPosition -= isUndo ? 1 : 0;
+    setWithin(true);
+    std::exception_ptr failure;
     try {
-        takeSnapshot(entry.states);
-        setWithin(true);
-        replay(kind == PendingStep::Kind::Undo ? ReplayKind::Undo : ReplayKind::Redo,
-               collectChanges(entry.states, deviant(), view.deviant()), deviant(), view.deviant());
+        changePlaces(entry, kind, view.deviant());
+        view.read(currentChangeSet.states);
+        failure = prepareObserversOfReplay(view.deviant());
+        isolateOtherDeviants(currentChangeSet.states);
     } catch (...) {
-        // The entry has not been run to its end and stays where it was, and so do the objects.
-        restoreSnapshot();
+        changePlacesBack(entry);
         setWithin(false);
-        if (kind == PendingStep::Kind::Undo && isAtDivider(entry)) {
-            ++undoPosition;
-        }
+        undoPosition += isUndo && isAtDivider(entry) ? 1 : 0;
         throw;
     }
-    PendingStep step{kind, nullptr, &entry};
-    std::exception_ptr const failure = prepareObserversOfReplay(view);
-    // From here on the entry holds the states that have just been left, and the view shows them.
+    // From here on the entry holds the states that have just been left, and the view shows them. Nothing fails but
+    // listeners.
     entry.states.swap(currentChangeSet.states);
     currentChangeSet.states.destroyAndClear();
     view.read(entry.states);
@@ -226,41 +218,67 @@ void DeviantImpl::runEntry(PendingStep::Kind kind) {
         finishReplay(entry, kind);
         std::rethrow_exception(failure);
     }
+    PendingStep step{kind, nullptr, &entry};
     observe(step, view.deviant(), entry.states);
 }
 
-void DeviantImpl::takeSnapshot(StateMap const & states) {
-    for (StateMap::Entry const & entry : states) {
-        static_cast<void>(saveOldState(entry.key, entry.key->deviant_getCopyOfDeviation(deviant())));
-    }
+namespace {
+
+/// In a map of bodies alone: the states of the map go to the root deviant, and those of the root into the map.
+void exchangeRootStates(StateMap & states) noexcept {
+    states.replaceStates([](StateMap::Key key, StateMap::State state) {
+        return const_cast<NSInterface::ClassObjectIntf *>(key)->internal_exchangeRootState(state);
+    });
 }
 
-void DeviantImpl::restoreSnapshot() {
-    for (StateMap::Entry const & entry : currentChangeSet.states) {
-        const_cast<NSInterface::ClassObjectIntf *>(entry.key)->internal_setDeviation(deviant(), entry.state);
-    }
-    currentChangeSet.states.clear();
+bool hasBodiesAlone(StateMap const & states) noexcept {
+    return std::all_of(states.begin(), states.end(),
+                       [](StateMap::Entry const & entry) { return entry.key->internal_body() != nullptr; });
 }
 
-std::exception_ptr DeviantImpl::prepareObserversOfReplay(ViewScope & view) {
-    view.read(currentChangeSet.states);
-    std::exception_ptr failure;
+} // namespace
+
+void DeviantImpl::changePlaces(ChangeSet & entry, PendingStep::Kind kind, Deviant view) {
+    if (hasPlainHelper() && hasBodiesAlone(entry.states)) {
+        entry.states.swap(currentChangeSet.states);
+        exchangeRootStates(currentChangeSet.states);
+        return;
+    }
+    // By way of the client's helper, or of what objects of its own do: with a copy of all that may change.
+    currentChangeSet.states.makeRoom(entry.states.size());
+    for (StateMap::Entry const & each : entry.states) {
+        static_cast<void>(saveOldState(each.key, each.key->deviant_getCopyOfDeviation(deviant())));
+    }
+    replay(kind == PendingStep::Kind::Undo ? ReplayKind::Undo : ReplayKind::Redo,
+           collectChanges(entry.states, deviant(), view), deviant(), view);
+}
+
+void DeviantImpl::changePlacesBack(ChangeSet & entry) noexcept {
+    if (entry.states.empty()) {
+        exchangeRootStates(currentChangeSet.states);
+        entry.states.swap(currentChangeSet.states);
+        return;
+    }
+    putBackSavedStates();
+    currentChangeSet.states.destroyAndClear();
+}
+
+std::exception_ptr DeviantImpl::prepareObserversOfReplay(Deviant view) {
     try {
-        prepareListeners(observers, view.deviant(), currentChangeSet.states);
+        prepareListeners(observers, view, currentChangeSet.states);
     } catch (...) {
-        failure = std::current_exception();
+        // The objects have changed already: the step goes on, whatever a listener has thrown.
+        return std::current_exception();
     }
-    // The state has changed already, so the other deviants are served whatever a listener has thrown.
-    isolateOtherDeviants(currentChangeSet.states);
-    return failure;
+    return nullptr;
 }
 
 bool DeviantImpl::isAtDivider(ChangeSet const & entry) const noexcept {
     return undoPosition < static_cast<int>(undoStack.size()) &&
-           undoStack[static_cast<std::size_t>(undoPosition)].get() == &entry;
+           &undoStack[static_cast<std::size_t>(undoPosition)] == &entry;
 }
 
-void DeviantImpl::finishReplay(ChangeSet & entry, PendingStep::Kind kind) {
+void DeviantImpl::finishReplay(ChangeSet & entry, PendingStep::Kind kind) noexcept {
     if (!isAtDivider(entry)) {
         return;
     }

@@ -5,6 +5,11 @@
 #include <ZEL/metamodel/MetaModel.h>
 #include <ZEL/metamodel/MetaModelBuilder.h>
 
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <new>
+
 namespace ZEL {
 
 namespace {
@@ -46,7 +51,23 @@ bool initialize() {
 
 namespace {
 
-bool const kInitialized = initialize();
+constexpr int kCannotStart = 2; ///< the exit status, as of other programs that cannot do their work
+
+/// Nobody can catch what is thrown before `main`, and without the metamodel no part of the library works.
+bool initializeAtLoad() noexcept {
+    char const * reason = nullptr;
+    try {
+        return initialize();
+    } catch (std::bad_alloc const &) {
+        reason = "out of memory";
+    } catch (std::exception const & exception) {
+        reason = exception.what();
+    }
+    std::fprintf(stderr, "libzel: cannot start: %s\n", reason);
+    std::_Exit(kCannotStart);
+}
+
+bool const kInitialized = initializeAtLoad();
 
 } // namespace
 

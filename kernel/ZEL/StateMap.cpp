@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <new>
 #include <utility>
 
 namespace ZEL {
@@ -34,21 +35,16 @@ void StateMap::swap(StateMap & other) noexcept {
 
 // --- search ----------------------------------------------------------------------------------------------------------
 
-StateMap::const_iterator StateMap::find(Key key) const {
+StateMap::const_iterator StateMap::find(Key key) const noexcept {
     std::uint32_t const found = position(key);
     return found == kNone ? end() : data() + found;
 }
 
-std::uint32_t StateMap::position(Key key) const {
-    Entry const * const entries = data();
+std::uint32_t StateMap::position(Key key) const noexcept {
     if (fSize <= kLinear) {
-        for (std::uint32_t i = 0; i < fSize; ++i) {
-            if (entries[i].key == key) {
-                return i;
-            }
-        }
-        return kNone;
+        return positionWithoutIndex(key);
     }
+    Entry const * const entries = data();
     // The body of a new object mostly lies above all others, and walks ask for one entry after the other.
     if (std::less<>()(fGreatest, key)) {
         return kNone;
@@ -58,11 +54,21 @@ std::uint32_t StateMap::position(Key key) const {
             return fLast = i;
         }
     }
-    if (!fIsIndexed) {
-        makeIndex();
+    if (!fIsIndexed && !makeIndex()) {
+        return positionWithoutIndex(key);
     }
     std::uint32_t const slot = slotOf(key);
     return fIndex[slot] == 0 ? kNone : (fLast = fIndex[slot] - 1);
+}
+
+std::uint32_t StateMap::positionWithoutIndex(Key key) const noexcept {
+    Entry const * const entries = data();
+    for (std::uint32_t i = 0; i < fSize; ++i) {
+        if (entries[i].key == key) {
+            return i;
+        }
+    }
+    return kNone;
 }
 
 std::vector<StateMap::Key> StateMap::keys() const {
@@ -74,7 +80,7 @@ std::vector<StateMap::Key> StateMap::keys() const {
     return result;
 }
 
-void StateMap::sort() const {
+void StateMap::sort() const noexcept {
     std::sort(data(), data() + fSize, comesBefore);
     fIsSorted = true;
     fIsIndexed = false;
@@ -97,14 +103,21 @@ StateMap::State StateMap::set(Key key, State state) {
     return nullptr;
 }
 
-void StateMap::append(Key key, State state) {
-    if (fSize == fCapacity) {
-        std::uint32_t const capacity = fCapacity < kLinear ? kLinear : 2 * fCapacity;
-        std::unique_ptr<Entry[]> larger(new Entry[capacity]);
-        std::copy(data(), data() + fSize, larger.get());
-        fHeap = std::move(larger);
-        fCapacity = capacity;
+void StateMap::makeRoom(std::size_t more) {
+    if (more > fCapacity - fSize) {
+        grow(std::max({static_cast<std::uint32_t>(fSize + more), kLinear, 2 * fCapacity}));
     }
+}
+
+void StateMap::grow(std::uint32_t capacity) {
+    std::unique_ptr<Entry[]> larger(new Entry[capacity]);
+    std::copy(data(), data() + fSize, larger.get());
+    fHeap = std::move(larger);
+    fCapacity = capacity;
+}
+
+void StateMap::append(Key key, State state) {
+    makeRoom(1);
     Entry * const entries = data();
     if (fIsSorted && fSize != 0 && std::less<>()(key, entries[fSize - 1].key)) {
         fIsSorted = false;
@@ -204,20 +217,25 @@ std::uint32_t StateMap::slotOf(Key key) const noexcept {
     return slot;
 }
 
-void StateMap::makeIndex() const {
+bool StateMap::makeIndex() const noexcept {
     std::uint32_t size = 4 * kLinear;
     while (size < 4 * fSize) {
         size *= 2;
     }
     if (size != fIndexSize) {
-        fIndex.reset(new std::uint32_t[size]);
-        fIndexSize = size;
+        fIsIndexed = false;
+        fIndex.reset(new (std::nothrow) std::uint32_t[size]);
+        fIndexSize = fIndex == nullptr ? 0 : size;
+        if (fIndex == nullptr) {
+            return false;
+        }
     }
     std::fill_n(fIndex.get(), size, 0);
     fIsIndexed = true;
     for (std::uint32_t i = 0; i < fSize; ++i) {
         enterInIndex(data()[i].key, i);
     }
+    return true;
 }
 
 void StateMap::enterInIndex(Key key, std::uint32_t position) const noexcept {

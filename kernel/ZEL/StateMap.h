@@ -22,7 +22,8 @@ class ClassObjectIntf;
 ///
 /// Entries are kept as they come and are brought into the order of the keys, that of their addresses, by the first
 /// ordered walk. A search costs a few comparisons, or a hash look-up in a larger map. Two entries need no memory of
-/// their own. Any change, and an ordered walk after changes, invalidates iterators.
+/// their own. Any change, and an ordered walk after changes, invalidates iterators. Only a new key asks for memory that
+/// it cannot do without: a map that gets none for its look-up is searched entry by entry.
 class ZEL_API StateMap {
 public:
     using Key = NSInterface::ClassObjectIntf const *;
@@ -45,7 +46,7 @@ public:
     [[nodiscard]] bool empty() const noexcept { return fSize == 0; }
     [[nodiscard]] std::size_t size() const noexcept { return fSize; }
     /// In the order of the keys.
-    [[nodiscard]] const_iterator begin() const {
+    [[nodiscard]] const_iterator begin() const noexcept {
         if (!fIsSorted) {
             sort();
         }
@@ -53,9 +54,9 @@ public:
     }
     [[nodiscard]] const_iterator end() const noexcept { return data() + fSize; }
     /// The entry of `key`, or `end()`.
-    [[nodiscard]] const_iterator find(Key key) const;
+    [[nodiscard]] const_iterator find(Key key) const noexcept;
     /// The state of `key`, null if there is no entry.
-    [[nodiscard]] State get(Key key) const {
+    [[nodiscard]] State get(Key key) const noexcept {
         if (fSize == 0) {
             return nullptr;
         }
@@ -65,7 +66,10 @@ public:
     /// The keys in order, for a walk during which the map changes.
     [[nodiscard]] std::vector<Key> keys() const;
 
-    /// Stores `state` and gives the former one, which now belongs to the caller.
+    /// Makes room, so that `more` new keys can be set without memory. Nothing else changes if there is none.
+    void makeRoom(std::size_t more);
+    /// Stores `state` and gives the former one, which now belongs to the caller. A new key for which there is no memory
+    /// leaves the map as it was.
     [[nodiscard]] State set(Key key, State state);
     /// Gives the state that stood there, which now belongs to the caller, or null.
     [[nodiscard]] State erase(Key key);
@@ -73,6 +77,13 @@ public:
     void clear();
     /// Has each key destroy its state, then drops all entries.
     void destroyAndClear();
+    /// Puts `replace(key, state)` in the place of each state, in the order of the keys. It must not throw.
+    template <class Replace> void replaceStates(Replace replace) {
+        static_cast<void>(begin());
+        for (Entry * entry = data(); entry != end(); ++entry) {
+            entry->state = replace(entry->key, entry->state);
+        }
+    }
 
 private:
     static constexpr std::uint32_t kInline = 2;  ///< entries without memory of their own
@@ -83,8 +94,10 @@ private:
     [[nodiscard]] Entry * data() const noexcept {
         return fHeap != nullptr ? fHeap.get() : const_cast<Entry *>(fInline);
     }
-    [[nodiscard]] std::uint32_t position(Key key) const;
-    void sort() const;
+    [[nodiscard]] std::uint32_t position(Key key) const noexcept;
+    [[nodiscard]] std::uint32_t positionWithoutIndex(Key key) const noexcept;
+    void sort() const noexcept;
+    void grow(std::uint32_t capacity);
     void append(Key key, State state);
     void release(Entry const * entries, std::uint32_t count, bool destroyStates) const;
     void clear(bool destroyStates);
@@ -92,7 +105,8 @@ private:
     // The index: open addressing, position plus 1, 0 for a free slot.
     [[nodiscard]] std::uint32_t slotOf(Key key) const noexcept;
     [[nodiscard]] std::uint32_t homeOf(Key key) const noexcept;
-    void makeIndex() const;
+    /// False, and no index, if there is no memory for it.
+    bool makeIndex() const noexcept;
     void enterInIndex(Key key, std::uint32_t position) const noexcept;
     void eraseFromIndex(std::uint32_t slot) noexcept;
 

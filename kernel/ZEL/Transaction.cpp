@@ -23,12 +23,13 @@ Transaction::~Transaction() {
     }
 }
 
-void Transaction::commit() {
+bool Transaction::commit() {
     if (fIsCommitted || !isOpen()) {
         raiseInternalError("transaction not started");
     }
     fDeviant.commitTransaction();
     fIsCommitted = true;
+    return fDeviant.getRefusingListener() == nullptr;
 }
 
 bool Transaction::isOpen() const noexcept { return fDeviant.getIdentity()->openTransaction == fNumber; }

@@ -16,7 +16,7 @@ namespace ZEL {
 ///
 ///     Transaction transaction(model.getDeviant(), "rename");
 ///     comment.setBody("text");
-///     transaction.commit();
+///     if (!transaction.commit()) { ... }
 class ZEL_API Transaction {
 public:
     explicit Transaction(Deviant deviant, std::string const & name = std::string());
@@ -26,8 +26,10 @@ public:
     Transaction(Transaction const &) = delete;
     Transaction & operator=(Transaction const &) = delete;
 
+    /// False if a validator has refused, or another listener has cancelled, so that nothing is kept:
+    /// `Deviant::getRefusingListener` says who. An inner block always gets true, since only the outermost end commits.
     /// What a listener throws passes through; if the transaction is still open then, the destructor cancels it.
-    void commit();
+    bool commit();
 
 private:
     /// Whether the transaction that was begun or joined is still the running one.

@@ -9,7 +9,13 @@ void ApplicationMetaModel::enter() {
         return;
     }
     MetaModel const model = fBuilder.build();
-    fBuilder.registerAll(model);
+    try {
+        fBuilder.registerAll(model);
+    } catch (...) {
+        fBuilder.unregisterAll();
+        fBuilder.tearDown(model);
+        throw;
+    }
     fModel = model;
 }
 

@@ -1,4 +1,5 @@
 #include <ZEL/DeviantAssertions.h>
+#include <ZEL/DeviantImpl.h>
 #include <ZEL/DeviantManager.h>
 #include <ZEL/Exception.h>
 #include <ZEL/Integer.h>
@@ -75,7 +76,7 @@ ObjectIntf * BodyCore::stateIn(Deviant deviant) const {
     return sentinel(static_cast<void *>(fRootState));
 }
 
-void BodyCore::setRootState(ObjectIntf * state) const {
+void BodyCore::setRootState(ObjectIntf * state) const noexcept {
     if (Deviant::isRealState(state)) {
         fRootState = state->internal_state();
         fBits |= kRealRootState;
@@ -84,6 +85,12 @@ void BodyCore::setRootState(ObjectIntf * state) const {
         fRootState = static_cast<StateCore *>(static_cast<void *>(state));
         fBits &= ~kRealRootState;
     }
+}
+
+ObjectIntf * BodyCore::internal_exchangeRootState(ObjectIntf * state) noexcept {
+    ObjectIntf * const former = stateIn(Deviant());
+    setRootState(state);
+    return former;
 }
 
 ObjectIntf * BodyCore::readStateFromRoot(Deviant deviant) const {
@@ -148,14 +155,13 @@ StateCore * BodyCore::writeStateSlowly(Deviant deviant) const {
     }
     std::unique_ptr<ObjectIntf> own(copyState(seen));
     saveOldState(deviant, present);
-    ObjectIntf * const result = own.get();
     if (deviant.getDeviantId() == 0) {
-        setRootState(own.release());
+        setRootState(own.get());
     } else {
         fBits |= kHasDeviantEntries;
-        static_cast<void>(deviant.setStateOfObject(this, own.release()));
+        static_cast<void>(deviant.setStateOfObject(this, own.get()));
     }
-    return result->internal_state();
+    return own.release()->internal_state();
 }
 
 void BodyCore::saveOldState(Deviant deviant, ObjectIntf * present) const {
@@ -218,6 +224,7 @@ void BodyCore::deviant_commitTransientState(Deviant deviant) {
         }
         if (!isStated(other.getStateOfObject(this))) {
             fBits |= kHasDeviantEntries;
+            other.getImpl()->objects.makeRoom(1);
             static_cast<void>(other.setStateOfObject(this, copyState(old)));
         }
     }
@@ -245,9 +252,10 @@ ObjectIntf * BodyCore::internal_createDeviation(Deviant deviant) {
     if (Deviant::isRealState(stateIn(deviant))) {
         return nullptr;
     }
-    StateCore * const state = deviant.getDeviantId() == 0 ? createRootDeviation(deviant) : createDeviation(deviant);
-    internal_setDeviation(deviant, state);
-    return state;
+    std::unique_ptr<StateCore> state(deviant.getDeviantId() == 0 ? createRootDeviation(deviant)
+                                                                 : createDeviation(deviant));
+    internal_setDeviation(deviant, state.get());
+    return state.release();
 }
 
 void BodyCore::internal_destroyDeviation(Deviant deviant) {

@@ -34,6 +34,7 @@ public:
     // --- state protocol --------------------------------------------------------------------------------------------
     [[nodiscard]] BodyCore * internal_body() const noexcept final { return const_cast<BodyCore *>(this); }
     [[nodiscard]] NSInterface::ClassObjectIntf const * internal_container(Deviant deviant) const final;
+    [[nodiscard]] NSInterface::ObjectIntf * internal_exchangeRootState(NSInterface::ObjectIntf * state) noexcept final;
     [[nodiscard]] bool deviant_isValid(Deviant deviant) const final;
     void deviant_destroyState(NSInterface::ObjectIntf * state) final;
     void deviant_markModelDestroyed() override;
@@ -127,7 +128,7 @@ private:
     void saveOldState(Deviant deviant, NSInterface::ObjectIntf * present) const;
     void destroyState(Deviant deviant);
     void checkWritable(Deviant deviant) const;
-    void setRootState(NSInterface::ObjectIntf * state) const;
+    void setRootState(NSInterface::ObjectIntf * state) const noexcept;
     void checkAccess(Deviant deviant) const;
 
     mutable StateCore * fRootState = nullptr;

@@ -116,6 +116,9 @@ public:
     // --- for the kernel's own use ----------------------------------------------------------------------------------
     /// The container's body in the deviant, null if there is none. Raises as a read.
     [[nodiscard]] virtual ClassObjectIntf const * internal_container(Deviant) const { return nullptr; }
+    /// Puts `state` in the root deviant and returns what stood there, which then belongs to the caller. A body that has no
+    /// such place returns `state`; one with an `internal_body` has.
+    [[nodiscard]] virtual ObjectIntf * internal_exchangeRootState(ObjectIntf * state) noexcept { return state; }
 };
 
 } // namespace NSInterface

@@ -86,10 +86,10 @@ FactoryObject createFactory(Model const & model, ClassDescriptor const & factory
     auto & owner = static_cast<ModelCore &>(*model.getImplementation()->internal_body());
     Deviant const root = owner.internal_deviantManager().getRootDeviant();
     BodyCore & body = *factoryClass.createBody();
-    owner.adopt(body);
     FactoryObject factory(
         static_cast<NSInterface::FactoryObjectIntf *>(body.cast(NSInterface::FactoryObjectIntf::classInfo())),
         model.getDeviant());
+    owner.adopt(body);
     body.internal_createDeviation(root);
     StateCore & state = *body.readState(root);
     state.modelZEL = &owner;

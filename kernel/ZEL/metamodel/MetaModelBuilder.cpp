@@ -32,6 +32,14 @@ private:
     bool fAssertions;
 };
 
+/// For the end of the process, where nobody is left to hear of what fails.
+template <class Step> void attempt(Step step) noexcept {
+    try {
+        step();
+    } catch (...) {
+    }
+}
+
 } // namespace
 
 MetaModel MetaModelBuilder::build() const {
@@ -41,15 +49,20 @@ MetaModel MetaModelBuilder::build() const {
     root.setMaximumUndoStackLength(0);
     model.setUuidBase(String(fDescriptor.uuidBase));
 
-    MetaModelDeclaration declaration(fDescriptor, model);
-    declaration.declareAll();
-    MetaModelDefinition definition(fDescriptor, declaration);
-    definition.defineAll();
+    try {
+        MetaModelDeclaration declaration(fDescriptor, model);
+        declaration.declareAll();
+        MetaModelDefinition definition(fDescriptor, declaration);
+        definition.defineAll();
 
-    String const uri(fDescriptor.uris.front());
-    model.setUri(uri);
-    declaration.topPackage().setUri(uri);
-    model.setTopPackage(declaration.topPackage());
+        String const uri(fDescriptor.uris.front());
+        model.setUri(uri);
+        declaration.topPackage().setUri(uri);
+        model.setTopPackage(declaration.topPackage());
+    } catch (...) {
+        MetaModelDeclaration::forget(fDescriptor, model);
+        throw;
+    }
     return model;
 }
 
@@ -60,8 +73,24 @@ void MetaModelBuilder::registerAll(MetaModel const & model) const {
     bindUris(model);
 }
 
-void MetaModelBuilder::tearDown(MetaModel const & model) const {
+void MetaModelBuilder::unregisterAll() const noexcept {
+    attempt([this] { unregisterNames(); });
+}
+
+void MetaModelBuilder::tearDown(MetaModel const & model) const noexcept {
     BuildSection const section;
+    attempt([this] { leaveSuperClasses(); });
+    MetaModelDeclaration::forget(fDescriptor, model);
+    attempt([&model] {
+        Deviant const root = model.getDeviant();
+        root.setMaximumUndoStackLength(0);
+        root.beginTransaction();
+        model.getImplementation()->internal_destroyContents(root);
+        root.commitTransaction();
+    });
+}
+
+void MetaModelBuilder::leaveSuperClasses() const {
     for (ClassDescriptor const * const descriptor : fDescriptor.classes) {
         Class const object(descriptor->runtime->metaClass(), descriptor->runtime->deviant());
         for (ClassDescriptor const * const base : descriptor->superClasses) {
@@ -73,12 +102,6 @@ void MetaModelBuilder::tearDown(MetaModel const & model) const {
             }
         }
     }
-    MetaModelDeclaration::forget(fDescriptor);
-    Deviant const root = model.getDeviant();
-    root.setMaximumUndoStackLength(0);
-    root.beginTransaction();
-    model.getImplementation()->internal_destroyContents(root);
-    root.commitTransaction();
 }
 
 } // namespace ZEL::internal

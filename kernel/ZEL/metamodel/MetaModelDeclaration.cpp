@@ -5,6 +5,7 @@
 #include <ZEL/metamodel/Enumeration.h>
 #include <ZEL/metamodel/EnumerationLiteral.h>
 #include <ZEL/metamodel/MetaModelDeclaration.h>
+#include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/PrimitiveType.h>
 #include <ZEL/metamodel/Stereotype.h>
 #include <ZEL/metamodel/Type.h>
@@ -146,13 +147,11 @@ void MetaModelDeclaration::enterOwnProperty(PropertyDescriptor const & descripto
     }
 }
 
-void MetaModelDeclaration::forget(MetaModelDescriptor const & descriptor) {
-    auto & map = GlobalXMIIdToObjectMap::getMap();
-    Class const any(descriptor.classes.front()->runtime->metaClass(), descriptor.classes.front()->runtime->deviant());
-    NSInterface::ModelIntf const * const model = any.getModelZEL().getImplementationWithoutAssert();
-    std::erase_if(map, [model](auto const & entry) {
-        ImmutableClassObject const object(entry.second);
-        return object.getModelZEL().getImplementationWithoutAssert() == model;
+void MetaModelDeclaration::forget(MetaModelDescriptor const & descriptor, MetaModel const & model) noexcept {
+    BodyCore const * const owner = model.getImplementationWithoutAssert()->internal_body();
+    std::erase_if(GlobalXMIIdToObjectMap::getMap(), [owner](auto const & entry) {
+        BodyCore const * const body = entry.second.getImplementationWithoutAssert()->internal_body();
+        return body != nullptr && body->internal_model() == owner;
     });
     for (ClassDescriptor const * const entry : descriptor.classes) {
         entry->runtime->unbind();

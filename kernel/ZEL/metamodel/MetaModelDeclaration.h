@@ -30,7 +30,7 @@ public:
     void placeType(Type const & type) const;
 
     /// Takes the keys of the metamodel out of the map, and the class objects out of the class tables.
-    static void forget(MetaModelDescriptor const & descriptor);
+    static void forget(MetaModelDescriptor const & descriptor, MetaModel const & model) noexcept;
 
 private:
     void declareClass(ClassDescriptor const & descriptor);

@@ -129,7 +129,7 @@ void MetaModelBuilder::bindUris(MetaModel const & model) const {
     NamespaceRegistry::instance()->bindMetaUriToPrefix(fDescriptor.uris.front(), fDescriptor.prefix);
 }
 
-void MetaModelBuilder::unregisterAll() const {
+void MetaModelBuilder::unregisterNames() const {
     if (hasFactoryRow(fDescriptor)) {
         TypeInfoRegistry::unregisterTypeInfo(fDescriptor.factoryClass->orcaName);
     }

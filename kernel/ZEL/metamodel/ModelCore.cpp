@@ -43,28 +43,22 @@ void ModelCore::internal_released() {
 void ModelCore::release() noexcept {
     fRefCount = kDyingCount;
     fManager.destroy();
-    std::vector<BodyCore *> bodies = numberedBodies();
-    for (auto const & former : fFormer) {
-        bodies.push_back(former.second);
-    }
-    bodies.insert(bodies.end(), fUnnumbered.begin(), fUnnumbered.end());
-    fUnnumbered.clear();
-    // A state may hold the last handle on another body of this model: none goes before all are marked.
-    for (BodyCore * const body : bodies) {
-        ++body->fRefCount;
-    }
-    for (BodyCore * const body : bodies) {
-        body->fModel = nullptr;
-        body->deviant_markModelDestroyed();
-    }
+    // Nothing here asks for memory: a model often goes because there is none. A state may hold the last handle on another
+    // body of this model: none goes before all are marked.
+    visitBodies([](BodyCore & body) { ++body.fRefCount; });
+    visitBodies([](BodyCore & body) {
+        body.fModel = nullptr;
+        body.deviant_markModelDestroyed();
+    });
     if (fHeldFactory != nullptr) {
         --fHeldFactory->fRefCount;
     }
-    for (BodyCore * const body : bodies) {
-        if (--body->fRefCount == 0) {
-            delete body;
+    visitBodies([](BodyCore & body) {
+        if (--body.fRefCount == 0) {
+            delete &body;
         }
-    }
+    });
+    fUnnumbered.clear();
     deviant_markModelDestroyed();
     fModel = nullptr;
     for (BodyCore * const body : fForeign) {
@@ -164,16 +158,24 @@ BodyCore * ModelCore::bodyById(Deviant deviant, std::int32_t id) const {
     return present;
 }
 
-std::vector<BodyCore *> ModelCore::numberedBodies() const {
-    std::vector<BodyCore *> bodies;
+template <class Visit> void ModelCore::visitNumbered(Visit visit) const {
     for (auto const & page : fPages) {
         for (std::int32_t slot = 0; page != nullptr && slot < kPageSize; ++slot) {
             if (BodyCore * const body = page[static_cast<std::size_t>(slot)]) {
-                bodies.push_back(body);
+                visit(*body);
             }
         }
     }
-    return bodies;
+}
+
+template <class Visit> void ModelCore::visitBodies(Visit visit) const {
+    visitNumbered(visit);
+    for (auto const & former : fFormer) {
+        visit(*former.second);
+    }
+    for (BodyCore * const body : fUnnumbered) {
+        visit(*body);
+    }
 }
 
 void ModelCore::checkId(Deviant deviant, std::int32_t id, ClassDescriptor const & descriptor) const {
@@ -223,10 +225,11 @@ void ModelCore::setObjectId(Deviant deviant, ClassObject const & object, Integer
     if (number == fId && &body != this) {
         return;
     }
-    body.setId(deviant, id);
+    // Entered first, which may fail: a body with a number belongs to the model.
     if (number != fId) {
         enter(number, body);
     }
+    body.setId(deviant, id);
     if (fNextId <= number) {
         fNextId = static_cast<std::int32_t>(static_cast<std::uint32_t>(number) + 1U);
     }
@@ -261,8 +264,12 @@ void ModelCore::destroy(Deviant deviant) {
         return;
     }
     checkWritable(deviant);
-    std::vector<BodyCore *> known = numberedBodies();
-    std::erase_if(known, [deviant](BodyCore const * body) { return !body->deviant_isValid(deviant); });
+    std::vector<BodyCore *> known;
+    visitNumbered([&known, deviant](BodyCore & body) {
+        if (body.deviant_isValid(deviant)) {
+            known.push_back(&body);
+        }
+    });
     internal_unlinkForDestroy(deviant);
     internal_destroyContents(deviant);
     for (BodyCore const * const body : known) {

@@ -43,8 +43,6 @@ public:
     void checkId(Deviant deviant, std::int32_t id, ClassDescriptor const & descriptor) const;
     /// The object with this number that exists in `deviant`, or else one that does not; null if there is none.
     [[nodiscard]] BodyCore * bodyById(Deviant deviant, std::int32_t id) const;
-    /// All bodies that have a number, in the order of their numbers. Linear.
-    [[nodiscard]] std::vector<BodyCore *> numberedBodies() const;
     /// The next number as a plain value; put back by a read that is given up.
     [[nodiscard]] std::int32_t nextId() const noexcept { return fNextId; }
     void setNextId(std::int32_t id) noexcept { fNextId = id; }
@@ -76,6 +74,10 @@ private:
     /// The body of an object of this model; raises "An Internal Error has occurred" for one of another model.
     [[nodiscard]] BodyCore & ownBody(ClassObject const & object) const;
     [[nodiscard]] bool isValidAnywhere(BodyCore const & body) const;
+    /// Calls `visit(body)` for all bodies that have a number, in the order of their numbers.
+    template <class Visit> void visitNumbered(Visit visit) const;
+    /// The same for all bodies of the model but its own. They must not be given up meanwhile.
+    template <class Visit> void visitBodies(Visit visit) const;
     void release() noexcept;
 
     DeviantManager fManager;

@@ -59,8 +59,14 @@ bool Merger::abortImpl() { return true; }
 // --- the steps of a run ----------------------------------------------------------------------------------------------
 
 void Merger::open(Model const & model) {
-    model.beginTransaction();
+    // Noted first: what has begun must not be forgotten for want of memory.
     fOpen.push_back({model, static_cast<std::int32_t>(model.getNextIdValue())});
+    try {
+        model.beginTransaction();
+    } catch (...) {
+        fOpen.pop_back();
+        throw;
+    }
 }
 
 bool Merger::initialize() {
@@ -77,11 +83,17 @@ bool Merger::teardown() {
     bool const result = teardownImpl();
     destroyCollected();
     while (!fOpen.empty()) {
-        // Off the list first: a model whose commit has begun is not to be cancelled by a later `abort`, which would end
-        // the transactions of its caller too.
         Model const model = fOpen.front().model;
+        try {
+            model.commitTransaction();
+        } catch (...) {
+            // A commit that is done must not be taken back by `abort`; one that leaves the transaction open must.
+            if (!model.getDeviant().isWithinTransaction()) {
+                fOpen.erase(fOpen.begin());
+            }
+            throw;
+        }
         fOpen.erase(fOpen.begin());
-        model.commitTransaction();
     }
     cleanup();
     return result;

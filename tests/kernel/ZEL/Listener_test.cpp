@@ -318,6 +318,92 @@ TEST_F(ListenerTest, AListenerThatCommitsOnceTooOftenLeavesAUsableDeviant) {
     EXPECT_EQ(3, thing.valueIn(root));
 }
 
+/// Acts once, while it is made ready or shown an object.
+class EagerHolder : public internal::ListenerHolderBase {
+public:
+    EagerHolder(ListenerBase & listener, bool whenShown, std::function<void(Deviant)> action)
+        : fListener(listener), fWhenShown(whenShown), fAction(std::move(action)) {
+        fTable.add(NSInterface::ClassObjectIntf::classInfo(), [](void * holder, void *, Deviant deviant) {
+            static_cast<EagerHolder *>(static_cast<ListenerHolderBase *>(holder))->act(true, deviant);
+            return true;
+        });
+    }
+    ListenerBase * getListener() override { return &fListener; }
+    void reset(Deviant deviant, Deviant) override { act(false, deviant); }
+    void callModifier() override {}
+    bool callValidator() override { return true; }
+    void callObserver() override {}
+
+private:
+    void act(bool isShown, Deviant deviant) {
+        if (isShown == fWhenShown && fAction) {
+            std::exchange(fAction, nullptr)(deviant);
+        }
+    }
+
+    ListenerBase & fListener;
+    bool fWhenShown;
+    std::function<void(Deviant)> fAction;
+};
+
+TEST_F(ListenerTest, AHolderThatEndsTheTransactionBeforeTheObserversAreCalledEndsTheCommit) {
+    registerObservingListener(root, two);
+    for (bool const whenShown : {false, true}) {
+        root.registerObservingListener(new EagerHolder(one, whenShown, [](Deviant d) { d.cancelTransaction(); }));
+        set(2);
+        EXPECT_EQ("|2|", history());
+        EXPECT_EQ("1 1", seen(thing));
+        EXPECT_EQ(&one, root.getRefusingListener());
+        EXPECT_EQ(Calls{}, takeCalls());
+        root.unregisterObservingListener(&one);
+    }
+    int value = 1;
+    for (bool const whenShown : {false, true}) {
+        root.registerObservingListener(new EagerHolder(one, whenShown, [](Deviant d) { d.commitTransaction(); }));
+        set(++value);
+        EXPECT_EQ(nullptr, root.getRefusingListener());
+        EXPECT_EQ((Calls{"two observe 0 0 1"}), takeCalls());
+        root.unregisterObservingListener(&one);
+    }
+    EXPECT_EQ("set2 set3 |4|", history());
+    for (bool const whenShown : {false, true}) {
+        // In an undo the objects are on their way, and nothing else can begin before they have arrived.
+        root.registerObservingListener(new EagerHolder(one, whenShown, [](Deviant d) { d.beginTransaction(); }));
+        EXPECT_RAISES("executeChangeSetOnTop: current changeset is not empty", root.undo());
+        root.unregisterObservingListener(&one);
+    }
+    EXPECT_EQ("|2| set3 set4", history());
+    EXPECT_EQ(1, thing.valueIn(root));
+}
+
+TEST_F(ListenerTest, TellsWhoHasRefusedACommit) {
+    auto const commit = [this](int value) {
+        Transaction outer(root);
+        {
+            Transaction inner(root);
+            thing.set(root, value);
+            EXPECT_TRUE(inner.commit());
+        }
+        return outer.commit();
+    };
+    EXPECT_EQ(nullptr, Deviant().getRefusingListener());
+    registerValidatorOnCommit(root, one);
+    registerValidatorOnCommit(root, two);
+    registerModifierOnCommit(root, three);
+    EXPECT_TRUE(commit(2));
+    EXPECT_EQ(nullptr, root.getRefusingListener());
+    two.agrees = false;
+    EXPECT_FALSE(commit(3));
+    EXPECT_EQ(&two, root.getRefusingListener());
+    three.onModify = [](Deviant target, Deviant) { target.cancelTransaction(); };
+    EXPECT_FALSE(commit(3));
+    EXPECT_EQ(&three, root.getRefusingListener());
+    EXPECT_EQ("2 1", seen(thing));
+    root.beginTransaction();
+    EXPECT_EQ(nullptr, root.getRefusingListener()) << "that was another transaction";
+    root.commitTransaction();
+}
+
 TEST_F(ListenerTest, AnObserverOfAReplayMayTakeTheHistoryAway) {
     set(2);
     set(3);

@@ -301,6 +301,45 @@ TEST_F(ModelTest, IsNotWrittenThroughAView) {
     model.getDeviant().unregisterModifierOnCommit(&writer);
 }
 
+TEST_F(ModelTest, EndsWithTheWorkDuringWhichItsLastHandleGoes) {
+    struct LastHolder : ListenerBase {
+        explicit LastHolder(MetaModel const & held) : model(held) {}
+        void observeChanges(ReportOfChanges<ImmutableClassObject, TRUE_TYPE> const &) { drop(); }
+        void onDeviantDestroyed() override { drop(); }
+        void drop() { model = MetaModel(); }
+
+        MetaModel model;
+    };
+    auto const modelWithHistory = [] {
+        MetaModel const made = Factory::createNewModel();
+        for (char const * const name : {"1", "2", "3", "4"}) {
+            made.beginTransaction(name);
+            made.setName(name);
+            made.commitTransaction();
+        }
+        return made;
+    };
+    std::pair<char const *, std::function<void(LastHolder &, Deviant)>> const works[] = {
+        {"undo", [](LastHolder &, Deviant root) { root.undo(); }},
+        {"undo on and on", [](LastHolder &, Deviant root) { root.undoToChangeLevel(1); }},
+        {"redo on and on", [](LastHolder &, Deviant root) { root.redoToChangeLevel(5); }},
+        {"removal", [](LastHolder & holder, Deviant) { holder.model.removeDeviantWithName(String("a")); }},
+        {"removal below the model",
+         [](LastHolder &, Deviant root) { root.getDeviantManager()->removeDeviantWithName("a"); }},
+    };
+    for (auto const & [name, work] : works) {
+        SCOPED_TRACE(name);
+        LastHolder holder(modelWithHistory());
+        Deviant const root = holder.model.getDeviant();
+        root.undo();
+        root.undo();
+        registerObservingListener(root, holder);
+        registerObservingListener(holder.model.createDeviantWithName(String("a")).getDeviant(), holder);
+        EXPECT_NO_THROW(work(holder, root));
+        EXPECT_FALSE(root.isValid());
+    }
+}
+
 class Cloning : public ModelTest {
 protected:
     Cloning() {

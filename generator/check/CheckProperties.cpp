@@ -161,7 +161,8 @@ void Checker::checkValue(Word const & value, std::string const & what, Entry con
 /// In a file that is written in the usual way the values of such a property stand as one text.
 void Checker::warnOfManyTexts(PropertyDefinition const & p, Entry const & type, std::string const & what) {
     bool const isInFiles = p.stored.empty() && !hasFlag(p, "derived") && p.persistence.text != "transient";
-    if (fDefinition.prefix.text != "ZEL" && isInFiles && isMany(p) && type.type->name.text == "String") {
+    bool const isOurs = &fDefinition == fCatalogue.definitions().front() && fDefinition.prefix.text != "ZEL";
+    if (isOurs && isInFiles && isMany(p) && type.type->name.text == "String") {
         fDiagnostics.warn(fDefinition.fileOf(p.name.mark), p.name.mark,
                           what + ": found many texts, which a file holds as one unless it is written with " +
                               "XmiWriterSettings::setElementPerValue");

@@ -104,6 +104,10 @@ public:
     Immutable$X$() noexcept = default;
 
     [[nodiscard]] static char const * getOrcaName() noexcept;
+    /// The type of such handles as values. A template, so that it costs only who calls it.
+    template <class H = Immutable$X$> [[nodiscard]] static HASP::TypeInfo const & getTypeInfo() {
+        return ZEL::internal::handleTypeInfo<H>();
+    }
     [[nodiscard]] static std::size_t getTypeByteSize() noexcept;
     [[nodiscard]] static ZEL::ImmutableClass MetaClass();
     [[nodiscard]] ZEL::ImmutableClass getMetaClass() const;
@@ -121,6 +125,9 @@ public:
     $X$() noexcept = default;
 
     [[nodiscard]] static char const * getOrcaName() noexcept;
+    template <class H = $X$> [[nodiscard]] static HASP::TypeInfo const & getTypeInfo() {
+        return ZEL::internal::handleTypeInfo<H>();
+    }
     /// The same object in the deviant of `model`.
     [[nodiscard]] $X$ asDeviant(ZEL::ImmutableModel const & model) const;
     $deviantCreator$

@@ -74,6 +74,9 @@ class $API$ $X$Intf : $bases$ {
 public:
     static ZEL::CooperativeVisitor::internal::ClassInfo const & classInfo();
     static ZEL::internal::ClassDescriptor const & descriptor() noexcept;
+    /// The part of an object that is a $X$; null of null.
+    static $X$Intf * upcast_helper($X$Intf * object) noexcept { return object; }
+    static $X$Intf const * upcast_helper($X$Intf const * object) noexcept { return object; }
 
     $members$
 };

@@ -50,13 +50,33 @@ std::string forEachOperation(Emission const & emission, VisitorKind const & kind
     return result;
 }
 
+std::string handleHeaders(Emission const & emission) {
+    std::set<std::string> headers;
+    for (Class const * const c : visited(emission)) {
+        headers.insert(Emission::header(*c));
+    }
+    return Emission::includes(headers);
+}
+
+std::string commentOfVisit(VisitorKind const & kind) {
+    return Printer::comment(
+        "///",
+        std::string("Calls the operation for the object's class") +
+            (kind.visitsMutable ? ", for a handle for writing the one for writing," : "") +
+            " and returns its result. For an object of another class, that is the operation for the "
+            "first superclass that has one; if there is none, the object is passed over: true. "
+            "Throws \"Cannot access NULL ref. Use isValid() before calling methods\" on a null "
+            "handle.",
+        4);
+}
+
 std::string header(Emission const & emission, VisitorKind const & kind) {
     return emission.print(
         R"(
 $banner$
 #pragma once
 
-#include <$forward$>
+$headers$
 
 namespace $ns$ {
 
@@ -68,18 +88,45 @@ public:
     $V$ & operator=($V$ const &) = default;
     virtual ~$V$();
 
+    $commentOfVisit$
+    template <class Handle> bool visit(Handle const & object) {
+        return dispatch(*object.getImplementation(), object.getDeviant()$form$);
+    }
+
     $operations$
+
+private:
+    bool dispatch(ZEL::NSInterface::ObjectIntf const & object, ZEL::Deviant deviant$parameter$);
 };
 
 } // namespace $ns$
 )",
         {{"banner", emission.banner({}, "write/Visitors.cpp")},
-         {"forward", emission.path("Forward.h")},
+         {"headers", Emission::includes({emission.path("Forward.h"), "ZEL/Deviant.h"})},
          {"ns", emission.metamodel.cppNamespace},
          {"comment", std::string(kind.comment)},
          {"API", emission.exportMacro},
          {"V", std::string(kind.name)},
+         {"commentOfVisit", commentOfVisit(kind)},
+         {"form", kind.visitsMutable ? ", requires { typename Handle::ImmutableForm; }" : ""},
+         {"parameter", kind.visitsMutable ? ", bool forWriting" : ""},
          {"operations", forEachOperation(emission, kind, "virtual bool visit$X$($H$ object) = 0;\n")}});
+}
+
+/// The operations of one form as a table, in which `dispatch` looks the object's class up.
+std::string table(Emission const & emission, VisitorKind const & kind, bool immutable) {
+    std::string entries;
+    for (Class const * const c : visited(emission)) {
+        entries +=
+            emission.print("{&$H$::BodyInterface::classInfo, &ZEL::internal::visitAs<$V$, $H$, &$V$::visit$X$>},\n",
+                           {{"V", std::string(kind.name)}, {"H", c->type->cppName(immutable)}, {"X", c->name}});
+    }
+    return emission.print(R"(
+static auto const $name$ = ZEL::internal::visitTable({
+    $entries$
+});
+)",
+                          {{"name", immutable ? "reading" : "writing"}, {"entries", entries}});
 }
 
 std::string source(Emission const & emission, VisitorKind const & kind) {
@@ -87,16 +134,30 @@ std::string source(Emission const & emission, VisitorKind const & kind) {
 $banner$
 #include <$header$>
 
+#include <ZEL/metamodel/VisitorSupport.h>
+$headers$
+
 namespace $ns$ {
 
 $V$::~$V$() = default;
+
+bool $V$::dispatch(ZEL::NSInterface::ObjectIntf const & object, ZEL::Deviant deviant$parameter$) {
+    $reading$
+    $writing$
+    return ZEL::internal::visit($table$, this, object, deviant);
+}
 
 } // namespace $ns$
 )",
                           {{"banner", emission.banner({}, "write/Visitors.cpp")},
                            {"header", emission.path(std::string(kind.name) + ".h")},
+                           {"headers", handleHeaders(emission)},
                            {"ns", emission.metamodel.cppNamespace},
-                           {"V", std::string(kind.name)}});
+                           {"V", std::string(kind.name)},
+                           {"parameter", kind.visitsMutable ? ", bool forWriting" : ""},
+                           {"reading", table(emission, kind, true)},
+                           {"writing", kind.visitsMutable ? table(emission, kind, false) : ""},
+                           {"table", kind.visitsMutable ? "forWriting ? writing : reading" : "reading"}});
 }
 
 std::string emptyHeader(Emission const & emission, VisitorKind const & kind) {
@@ -126,10 +187,6 @@ public:
 }
 
 std::string emptySource(Emission const & emission, VisitorKind const & kind) {
-    std::set<std::string> headers;
-    for (Class const * const c : visited(emission)) {
-        headers.insert(Emission::header(*c));
-    }
     std::string const operation =
         "bool " + std::string(kind.name) + "Empty::visit$X$([[maybe_unused]] $H$ object) { return true; }\n";
     return emission.print(R"(
@@ -146,7 +203,7 @@ $operations$
 )",
                           {{"banner", emission.banner({}, "write/Visitors.cpp")},
                            {"header", emission.path(std::string(kind.name) + "Empty.h")},
-                           {"headers", Emission::includes(headers)},
+                           {"headers", handleHeaders(emission)},
                            {"ns", emission.metamodel.cppNamespace},
                            {"operations", forEachOperation(emission, kind, operation)}});
 }

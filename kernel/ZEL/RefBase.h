@@ -17,7 +17,8 @@ class ImmutableModel;
 ///
 /// `T` is a pointer to a body interface. A handle owns one count on its body. Handles compare by body alone. Assignment
 /// between two handles on the same body leaves the deviant of the left side as it was, on purpose: use `setDeviant`
-/// to change a handle's deviant. A handle's constness says nothing of the body.
+/// to change a handle's deviant, and `rebind` of the object handles to take over both. A handle's constness says nothing
+/// of the body.
 template <class T> class RefBase {
 public:
     using BodyInterface = std::remove_const_t<std::remove_pointer_t<T>>;
@@ -51,6 +52,8 @@ public:
     }
 
     [[nodiscard]] bool isValid() const { return fBody != nullptr; }
+    /// As `isValid`, for conditions: `if (handle)`.
+    explicit operator bool() const { return fBody != nullptr; }
     /// Raises "Cannot access NULL ref. Use isValid() before calling methods" on a null handle.
     [[nodiscard]] BodyInterface * getImplementation() const {
         if (fBody == nullptr) [[unlikely]] {

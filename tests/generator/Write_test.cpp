@@ -103,16 +103,16 @@ TEST_F(Write, VisitorsHaveTheClassesWithInstances) {
                 }
             }
         }
-        EXPECT_NE(builtIn.at(std::string("ZEL/metamodel/") + name + ".h").find("();\n\n" + expected + "};\n"),
+        EXPECT_NE(builtIn.at(std::string("ZEL/metamodel/") + name + ".h").find("    }\n\n" + expected + "\nprivate:\n"),
                   std::string::npos)
             << name;
     }
 
     run("  Shape: {superclasses: [ZEL.Element], abstract: true}\n  Dot: {superclasses: [Shape]}\n");
-    EXPECT_TRUE(holds("app/Visitor.h", "\n\n    virtual bool visitDot(Dot object) = 0;\n"
+    EXPECT_TRUE(holds("app/Visitor.h", "    }\n\n    virtual bool visitDot(Dot object) = 0;\n"
                                        "    virtual bool visitMaker(Maker object) = 0;\n"
                                        "    virtual bool visitDot(ImmutableDot object) = 0;\n"
-                                       "    virtual bool visitMaker(ImmutableMaker object) = 0;\n};\n"));
+                                       "    virtual bool visitMaker(ImmutableMaker object) = 0;\n\nprivate:\n"));
     EXPECT_TRUE(exists("app/ImmutableVisitorEmpty.cpp"));
 }
 

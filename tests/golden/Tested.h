@@ -17,6 +17,10 @@ public:
     ImmutableTested() noexcept = default;
 
     [[nodiscard]] static char const * getOrcaName() noexcept;
+    /// The type of such handles as values. A template, so that it costs only who calls it.
+    template <class H = ImmutableTested> [[nodiscard]] static HASP::TypeInfo const & getTypeInfo() {
+        return ZEL::internal::handleTypeInfo<H>();
+    }
     [[nodiscard]] static std::size_t getTypeByteSize() noexcept;
     [[nodiscard]] static ZEL::ImmutableClass MetaClass();
     [[nodiscard]] ZEL::ImmutableClass getMetaClass() const;
@@ -51,6 +55,9 @@ public:
     Tested() noexcept = default;
 
     [[nodiscard]] static char const * getOrcaName() noexcept;
+    template <class H = Tested> [[nodiscard]] static HASP::TypeInfo const & getTypeInfo() {
+        return ZEL::internal::handleTypeInfo<H>();
+    }
     /// The same object in the deviant of `model`.
     [[nodiscard]] Tested asDeviant(ZEL::ImmutableModel const & model) const;
 

@@ -11,6 +11,9 @@ class machine_API TestedIntf : public virtual ZEL::NSInterface::StereotypeObject
 public:
     static ZEL::CooperativeVisitor::internal::ClassInfo const & classInfo();
     static ZEL::internal::ClassDescriptor const & descriptor() noexcept;
+    /// The part of an object that is a Tested; null of null.
+    static TestedIntf * upcast_helper(TestedIntf * object) noexcept { return object; }
+    static TestedIntf const * upcast_helper(TestedIntf const * object) noexcept { return object; }
 
     // base_Part: Part [0..1]
     [[nodiscard]] virtual ZEL::Boolean hasBase_Part(ZEL::Deviant deviant) const;

@@ -27,6 +27,10 @@ namespace NSInterface {
 class ZEL_API ClassObjectIntf : public virtual ObjectIntf {
 public:
     static CooperativeVisitor::internal::ClassInfo const & classInfo();
+    /// The part of an object of a derived interface that is of this one; null of null. No check is made at run time: for
+    /// an object of which only a base is known there is `cast`.
+    static ClassObjectIntf * upcast_helper(ClassObjectIntf * object) noexcept { return object; }
+    static ClassObjectIntf const * upcast_helper(ClassObjectIntf const * object) noexcept { return object; }
     static internal::ClassDescriptor const & descriptor() noexcept;
     static internal::PropertyDescriptor const & appliedStereotypeInstanceProperty() noexcept;
     static internal::PropertyDescriptor const & modelZELProperty() noexcept;

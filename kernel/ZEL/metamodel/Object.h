@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ZEL/metamodel/HandleType.h>
 #include <ZEL/metamodel/ObjectHandle.h>
 
 namespace ZEL {
@@ -15,6 +16,10 @@ public:
     using ObjectHandle::ObjectHandle;
     ImmutableObject() noexcept = default;
 
+    [[nodiscard]] static constexpr char const * getOrcaName() noexcept { return "ZEL.ImmutableObject"; }
+    template <class H = ImmutableObject> [[nodiscard]] static HASP::TypeInfo const & getTypeInfo() {
+        return internal::handleTypeInfo<H>();
+    }
     [[nodiscard]] String toString() const;
     /// The name of the object's class if the handle is valid, else of the handle's: "ZEL.ImmutableObject".
     [[nodiscard]] String getFullyQualifiedOrcaTypeName() const;
@@ -29,6 +34,10 @@ public:
     using MutableHandle::MutableHandle;
     Object() noexcept = default;
 
+    [[nodiscard]] static constexpr char const * getOrcaName() noexcept { return "ZEL.Object"; }
+    template <class H = Object> [[nodiscard]] static HASP::TypeInfo const & getTypeInfo() {
+        return internal::handleTypeInfo<H>();
+    }
     /// An object as this one, read from `text`.
     [[nodiscard]] Object fromString(String const & text) const;
     /// The name of the object's class if the handle is valid, else of the handle's: "ZEL.Object".

@@ -5,6 +5,10 @@
 
 namespace ZEL {
 
+namespace NSInterface {
+class ValueObjectIntf;
+} // namespace NSInterface
+
 namespace internal {
 
 /// A handle class on an object, of any interface.
@@ -13,6 +17,11 @@ concept ObjectHandleType = requires {
     typename H::BodyInterface;
 }
 &&std::derived_from<typename H::BodyInterface, NSInterface::ObjectIntf>;
+
+/// One that compares by the object and not by a value in it.
+template <class H>
+concept IdentityHandleType =
+    ObjectHandleType<H> && !std::derived_from<typename H::BodyInterface, NSInterface::ValueObjectIntf>;
 
 /// A handle class with write operations.
 template <class H>
@@ -47,6 +56,14 @@ public:
     [[nodiscard]] bool isValid() const {
         return this->getImpl() != nullptr && this->getImpl()->deviant_isValid(this->getDeviant());
     }
+    /// As `isValid`, for conditions: `if (handle)`.
+    explicit operator bool() const { return isValid(); }
+
+    /// Takes over the body and the deviant of `other`. An assignment leaves the deviant as it is if the body is the same.
+    void rebind(ObjectHandle const & other) {
+        *this = other;
+        this->setDeviant(other.getDeviant());
+    }
 
     [[nodiscard]] static std::size_t getInterfaceByteSize() noexcept { return sizeof(ObjectHandle); }
 
@@ -79,6 +96,9 @@ public:
     requires(internal::MutableHandleType<H> &&
              !internal::HandleOf<H, BodyInterface>) explicit MutableHandle(H const & other)
         : Immutable(other) {}
+
+    /// Takes over the body and the deviant of `other`. An assignment leaves the deviant as it is if the body is the same.
+    void rebind(MutableHandle const & other) { Immutable::rebind(other); }
 };
 
 /// Handles compare by the address of the object behind them, by whatever road they were converted.
@@ -110,3 +130,10 @@ bool operator>=(A const & a, B const & b) noexcept {
 }
 
 } // namespace ZEL
+
+/// By the object behind the handle, as handles compare: the deviant does not count.
+template <ZEL::internal::IdentityHandleType H> struct std::hash<H> {
+    [[nodiscard]] std::size_t operator()(H const & handle) const noexcept {
+        return std::hash<ZEL::NSInterface::ObjectIntf const *>()(handle.getImplementationWithoutAssert());
+    }
+};

@@ -32,6 +32,10 @@ class ZEL_API ObjectDomain : public CooperativeVisitor::VisitationDomain {};
 class ZEL_API ObjectIntf : public virtual ReferenceCountingIntf {
 public:
     static CooperativeVisitor::internal::ClassInfo const & classInfo();
+    /// The part of an object of a derived interface that is of this one; null of null. No check is made at run time: for
+    /// an object of which only a base is known there is `cast`.
+    static ObjectIntf * upcast_helper(ObjectIntf * object) noexcept { return object; }
+    static ObjectIntf const * upcast_helper(ObjectIntf const * object) noexcept { return object; }
 
     // --- copies and deletion ---------------------------------------------------------------------------------------
     /// Second pass of `clone`: sets the references of the copies, through the map of copies.

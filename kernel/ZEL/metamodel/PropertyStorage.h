@@ -42,3 +42,9 @@ public:
 };
 
 } // namespace ZEL
+
+template <> struct std::hash<ZEL::PropertyStorage> {
+    [[nodiscard]] std::size_t operator()(ZEL::PropertyStorage const & storage) const noexcept {
+        return std::hash<ZEL::PropertyStorageIntf const *>()(storage.getImplementationWithoutAssert());
+    }
+};

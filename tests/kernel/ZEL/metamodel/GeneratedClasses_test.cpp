@@ -8,9 +8,13 @@
 #include <ZEL/metamodel/ClassRuntime.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 
+#include <functional>
 #include <map>
+#include <ostream>
 #include <set>
 #include <string>
+#include <type_traits>
+#include <unordered_map>
 #include <vector>
 
 namespace ZEL {
@@ -237,6 +241,71 @@ TEST_F(GeneratedClasses, HaveOneIdentityByWhateverRoad) {
     EXPECT_EQ(draft.getDeviant(), general.getDeviant());
     EXPECT_EQ(draft.getDeviant(), ImmutableObject(property).asDeviant(draft).getDeviant());
     EXPECT_EQ(draft.getDeviant(), ValueObject(Integer(1)).asDeviant(draft).getDeviant());
+}
+
+template <class H>
+concept Printable = requires(std::ostream & out, H const & handle) {
+    out << handle;
+};
+template <class H, class Other>
+concept RebindableTo = requires(H handle, Other const & other) {
+    handle.rebind(other);
+};
+
+TEST_F(GeneratedClasses, HandlesServeAsKeysAndConditionsAndCanBeRebound) {
+    Comment const comment = make<Comment>();
+    Comment const gone = make<Comment>();
+    change([&] { gone.destroy(); });
+    EXPECT_TRUE(comment && ImmutableObject(comment) && Object(String("x")));
+    EXPECT_FALSE(gone || Comment() || Class(ClassObject(comment)) || PropertyStorage());
+    static_assert(!std::is_convertible_v<Comment, bool> && !Printable<Comment> && !Printable<ImmutableObject>);
+
+    MetaModel const draft = model.createDeviantWithName("draft");
+    Comment const drafted = comment.asDeviant(draft);
+    std::unordered_map<ImmutableClassObject, int> numbers{{comment, 1}};
+    numbers[drafted] += 1;
+    numbers[make<Comment>()] = 5;
+    EXPECT_EQ(numbers.size(), 2U) << "by the object, whatever its deviant";
+    EXPECT_EQ(numbers[comment], 2);
+    EXPECT_EQ(std::hash<Object>()(comment), std::hash<ImmutableElement>()(comment));
+    static_assert(!std::is_default_constructible_v<std::hash<ValueObject>>, "they compare by value");
+
+    Comment handle = comment;
+    handle = drafted;
+    EXPECT_EQ(handle.getDeviant(), model.getDeviant()) << "it is on the same object already";
+    handle.rebind(drafted);
+    EXPECT_EQ(handle.getDeviant(), draft.getDeviant());
+    ImmutableElement element;
+    element.rebind(handle);
+    EXPECT_EQ(element, comment);
+    EXPECT_EQ(element.getDeviant(), draft.getDeviant());
+    handle.rebind(Comment());
+    EXPECT_FALSE(handle);
+    static_assert(!RebindableTo<Comment, ImmutableComment> && !RebindableTo<ImmutableComment, Element>);
+}
+
+TEST_F(GeneratedClasses, HandlesAreATypeOfValues) {
+    Comment const comment = make<Comment>();
+    HASP::TypeInfo const & type = Comment::getTypeInfo();
+    EXPECT_EQ(type.convertToString(HASP::any(comment)), comment.toString().str());
+    EXPECT_EQ(type.convertToString(HASP::any(Comment())), "");
+    EXPECT_THROW((void)type.convertToString(HASP::any(ClassObject(comment))), HASP::bad_any_cast);
+    EXPECT_FALSE(HASP::any_cast<Comment>(type.defaultConstruct()).isValid());
+    HASP::ErrorHolder errors;
+    EXPECT_TRUE(type.convertFromString("x", errors).empty());
+    EXPECT_EQ(errors.getMessage(), "Can't convert string 'x' to ZEL.Comment");
+    EXPECT_EQ(type, Comment::getTypeInfo());
+    EXPECT_FALSE(type == ImmutableComment::getTypeInfo() || type == Element::getTypeInfo() ||
+                 type == Object::getTypeInfo() || ImmutableObject::getTypeInfo().isNull());
+}
+
+TEST_F(GeneratedClasses, InterfacesAreReachedFromThoseBelow) {
+    NSInterface::PropertyIntf * const body = make<Property>().getImplementation();
+    EXPECT_EQ(NSInterface::TypedElementIntf::upcast_helper(body),
+              body->cast(NSInterface::TypedElementIntf::classInfo()));
+    NSInterface::PropertyIntf const * const reading = body;
+    EXPECT_EQ(NSInterface::ObjectIntf::upcast_helper(reading), body->cast(NSInterface::ObjectIntf::classInfo()));
+    EXPECT_EQ(NSInterface::ClassObjectIntf::upcast_helper(static_cast<NSInterface::PropertyIntf *>(nullptr)), nullptr);
 }
 
 TEST_F(GeneratedClasses, ReadAndWriteThroughTheInterfaceAsThroughTheBody) {

@@ -80,7 +80,8 @@ bool needsHasFlag(Property const & property) {
     std::string typesDefault = "0";
     switch (property.field) {
     case FieldKind::Text:
-        return false;
+        typesDefault = "";
+        break;
     case FieldKind::Value:
         return true;
     case FieldKind::Flag:

@@ -15,8 +15,17 @@ bool isNumber(Property const & p) {
 
 std::string hasMember(std::string const & fields, Property const & p) { return fields + "has" + p.capital; }
 
-/// The value that a fresh state holds, as a native constant.
+/// The value that a fresh state holds: a native constant, or an expression for a value that is an object.
 std::string initial(Property const & p) {
+    if (p.field == FieldKind::Text) {
+        return "ZEL::internal::TextField(" + (p.defaultValue.empty() ? "" : Printer::quoted(p.defaultValue)) + ')';
+    }
+    if (p.field == FieldKind::Value) {
+        std::string const type = p.type->cppName();
+        return p.defaultValue.empty()
+                   ? type + "()"
+                   : "ZEL::internal::defaultValue<" + type + ">(" + Printer::quoted(p.defaultValue) + ')';
+    }
     if (p.field == FieldKind::Flag) {
         return p.defaultValue == "true" ? "true" : "false";
     }
@@ -48,14 +57,15 @@ std::string native(Property const & p) {
 
 std::string declaration(Property const & p) {
     std::string const name = Names::field(p.base);
+    std::string const initializer = p.defaultValue.empty() ? "" : " = " + initial(p);
     switch (p.field) {
     case FieldKind::Flag:
     case FieldKind::Bits:
         return "";
     case FieldKind::Text:
-        return "ZEL::internal::TextField " + name + ";\n";
+        return "ZEL::internal::TextField " + name + initializer + ";\n";
     case FieldKind::Value:
-        return p.type->cppName() + ' ' + name + ";\n";
+        return p.type->cppName() + ' ' + name + initializer + ";\n";
     case FieldKind::Pointer:
         return p.type->home->cppNamespace + "::NSInterface::" + p.type->name + "Intf * " + name + " = nullptr;\n";
     case FieldKind::Pointers:
@@ -75,7 +85,7 @@ std::string bitDeclarations(Property const & p) {
         result = "std::uint8_t " + Names::field(p.base) + " : " + std::to_string(p.bits()) + " = " + initial(p) + ";\n";
     }
     if (p.keepsHas) {
-        result += "bool has" + p.capital + " : 1 = " + (p.field == FieldKind::Value ? "false" : "true") + ";\n";
+        result += "bool has" + p.capital + " : 1 = " + (p.defaultValue.empty() ? "false" : "true") + ";\n";
     }
     return result;
 }
@@ -117,7 +127,7 @@ std::string isSet(std::string const & fields, Property const & p) {
 std::string store(std::string const & fields, Property const & p, std::string const & value) {
     std::string const target = member(fields, p);
     if (p.field == FieldKind::Text) {
-        return target + ".set(" + value + ".str());\n";
+        return target + ".set(" + value + ".str());\n" + (p.keepsHas ? hasMember(fields, p) + " = true;\n" : "");
     }
     std::string source = value;
     if (p.field == FieldKind::Flag) {
@@ -132,19 +142,21 @@ std::string store(std::string const & fields, Property const & p, std::string co
 }
 
 std::string clear(std::string const & fields, Property const & p) {
-    if (p.field == FieldKind::Text) {
-        return member(fields, p) + ".clear();\n";
-    }
-    std::string const empty = p.field == FieldKind::Value ? p.type->cppName() + "()" : initial(p);
-    return member(fields, p) + " = " + empty + ";\n" + (p.keepsHas ? hasMember(fields, p) + " = false;\n" : "");
+    std::string const empty = p.field == FieldKind::Text && p.defaultValue.empty()
+                                  ? member(fields, p) + ".clear();\n"
+                                  : member(fields, p) + " = " + initial(p) + ";\n";
+    return empty + (p.keepsHas ? hasMember(fields, p) + " = false;\n" : "");
+}
+
+bool mayHoldAbsentValue(Property const & p) {
+    // Without a default only an object that is not valid is absent, and no other one equals it.
+    return p.keepsHas && (p.field != FieldKind::Value || !p.defaultValue.empty());
 }
 
 std::string holds(std::string const & fields, Property const & p, std::string const & value) {
-    if (p.field == FieldKind::Text) {
-        return member(fields, p) + ".view() == " + value + ".str()";
-    }
-    std::string const equal = load(fields, p) + " == " + value;
-    return p.keepsHas && p.field != FieldKind::Value ? hasMember(fields, p) + " && " + equal : equal;
+    std::string const equal = p.field == FieldKind::Text ? member(fields, p) + ".view() == " + value + ".str()"
+                                                         : load(fields, p) + " == " + value;
+    return mayHoldAbsentValue(p) ? hasMember(fields, p) + " && " + equal : equal;
 }
 
 std::string constant(Property const & p, std::string const & value) {

@@ -22,6 +22,8 @@ namespace fieldText {
 /// Statements, each with its semicolon.
 [[nodiscard]] std::string store(std::string const & fields, Property const & p, std::string const & value);
 [[nodiscard]] std::string clear(std::string const & fields, Property const & p);
+/// Whether the member may hold a value that counts as absent: setting it to the same one is a change.
+[[nodiscard]] bool mayHoldAbsentValue(Property const & p);
 /// Whether the member holds `value` already, so that a write would change nothing.
 [[nodiscard]] std::string holds(std::string const & fields, Property const & p, std::string const & value);
 

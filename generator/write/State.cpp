@@ -11,7 +11,7 @@ std::set<std::string> headersOf(Class const & of) {
                                   Emission::header(of, "Intf")};
     for (Property const * const p : of.fields) {
         if (p->field == FieldKind::Value) {
-            headers.insert(Emission::valueHeader(*p->type));
+            headers.insert({Emission::valueHeader(*p->type), "ZEL/metamodel/DefaultValue.h"});
         }
     }
     return headers;

@@ -9,9 +9,13 @@
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Enumeration.h>
 #include <ZEL/metamodel/EnumerationLiteral.h>
+#include <ZEL/metamodel/ImmutableVisitorEmpty.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/Stereotype.h>
+#include <ZEL/serializer/Merger.h>
+#include <ZEL/serializer/XmiReader.h>
 #include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/tools/Comparator.h>
 #include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>
 
 #include <gmock/gmock.h>
@@ -29,6 +33,8 @@
 #include <library/Reader.h>
 #include <library/VisitorEmpty.h>
 
+#include <algorithm>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -203,7 +209,7 @@ TEST_F(LibraryTest, AStereotypeInstanceIsPrintedOnce) {
     std::ostringstream text;
     EXPECT_TRUE(ZEL::ImmutableAccessVisitorTextWriter(text).visitObject(orlando));
     EXPECT_EQ(text.str(), "\n  [ Book name=\"Orlando\" " + idOf(orlando) +
-                              "\n    [ copy number=\"1\" isLendable=\"true\" " + idOf(copy) +
+                              "\n    [ copy number=\"1\" isLendable=\"true\" condition=\"good\" " + idOf(copy) +
                               " book=\"Orlando:Book\" modelZEL=\":LibraryModel\""
                               "\n    ]"
                               "\n    [ appliedStereotypeInstance"
@@ -250,13 +256,105 @@ struct BookVisitor : VisitorEmpty {
     bool visitBook(ImmutableBook book) override { return book.getName() != "seen"; }
 };
 
-TEST_F(LibraryTest, AMetamodelHasAVisitorOfItsOwnClasses) {
+struct BookReader : ImmutableVisitorEmpty {
+    bool visitBook(ImmutableBook book) override { return book.getName() == "Orlando"; }
+};
+
+TEST_F(LibraryTest, AVisitorOfTheMetamodelIsCalledForTheClassOfAnObject) {
     BookVisitor visitor;
-    Visitor & any = visitor;
-    EXPECT_TRUE(any.visitBook(ImmutableBook(orlando)));
-    EXPECT_FALSE(any.visitBook(orlando));
-    EXPECT_FALSE(any.visitBook(ImmutableBook(orlando)));
-    EXPECT_TRUE(any.visitRare(Rare()) && any.visitCopy(ImmutableCopy()) && ImmutableVisitorEmpty().visitBook(orlando));
+    EXPECT_TRUE(visitor.visit(ZEL::ImmutableObject(orlando)));
+    EXPECT_FALSE(visitor.visit(orlando)) << "by the form of the handle";
+    EXPECT_FALSE(visitor.visit(ZEL::ImmutableClassObject(orlando)));
+    EXPECT_FALSE(visitor.visit(ZEL::Object(waves)));
+    EXPECT_EQ(waves.getName(), "seen");
+    EXPECT_TRUE(visitor.visit(copy) && visitor.visit(Book::MetaClass()) && visitor.visit(ZEL::Object(ZEL::String("x"))))
+        << "other classes, those of other metamodels too";
+    EXPECT_RAISES("Cannot access NULL ref. Use isValid() before calling methods", visitor.visit(Book()));
+
+    orlando.setName("Orlando");
+    BookReader reader;
+    ImmutableVisitor & any = reader;
+    EXPECT_TRUE(any.visit(orlando) && any.visit(ZEL::ImmutableObject(loan)));
+    EXPECT_FALSE(any.visit(ZEL::ImmutableObject(waves)));
+}
+
+/// The visitor of the built-in metamodel meets a class of an application as the nearest superclass that it knows.
+TEST_F(LibraryTest, AVisitorOfAnotherMetamodelIsCalledForASuperclass) {
+    struct : ZEL::ImmutableVisitorEmpty {
+        bool visitStereotype(ZEL::ImmutableStereotype) override { return false; }
+        bool visitMetaModel(ZEL::ImmutableMetaModel) override { return false; }
+    } visitor;
+    EXPECT_FALSE(visitor.visit(Rare::MetaClass()));
+    EXPECT_FALSE(visitor.visit(getMetaModel()));
+    EXPECT_TRUE(visitor.visit(orlando)) << "of its superclasses none has instances";
+}
+
+// --- texts with a default --------------------------------------------------------------------------------------------
+
+TEST_F(LibraryTest, ATextKeepsItsDefaultAndWhatDiffersFromIt) {
+    loan.destroy();
+    Reader const reader = factory.createReader();
+    reader.setHouse(house);
+    copy.setBook(orlando);
+    EXPECT_EQ(reader.getLanguage(), "en");
+    EXPECT_EQ(copy.getCondition(), "good");
+    EXPECT_TRUE(reader.hasLanguage() && copy.hasCondition());
+    model.commitTransaction();
+
+    TemporaryFolder const folder;
+    struct {
+        char const * language;
+        char const * condition;
+        std::vector<std::string> written; ///< and no other
+    } const rows[] = {
+        {"en", "good", {}},
+        {"", "", {" language=\"\"", " condition=\"\""}},
+        {"fi", "torn", {" language=\"fi\"", " condition=\"torn\""}},
+        {"en", "torn", {" condition=\"torn\""}},
+    };
+    for (auto const & row : rows) {
+        model.beginTransaction(row.language);
+        reader.setLanguage(row.language);
+        copy.setCondition(row.condition);
+        model.commitTransaction();
+        EXPECT_EQ(reader.getLanguage(), row.language);
+        EXPECT_TRUE(reader.hasLanguage() && copy.hasCondition());
+
+        ASSERT_TRUE(ZEL::Serializer::XmiWriter().write(folder.path("library.xmi"), model));
+        std::string const file = folder.content("library.xmi");
+        for (std::string const name : {" language=", " condition="}) {
+            auto const named = [&name](std::string const & text) { return text.find(name) == 0; };
+            auto const text = std::find_if(row.written.begin(), row.written.end(), named);
+            EXPECT_EQ(file.find(name) != std::string::npos, text != row.written.end()) << name;
+            EXPECT_TRUE(text == row.written.end() || file.find(*text) != std::string::npos) << *text;
+        }
+        LibraryModel const again(ZEL::Serializer::XmiReader().read(folder.path("library.xmi")));
+        EXPECT_TRUE(ZEL::compare(model.getHouses().at(0), again.getHouses().at(0))) << row.language;
+
+        // Merged over a model with other values, the file has its way.
+        again.beginTransaction();
+        again.getHouses().at(0).getReaders().at(0).setLanguage("sv");
+        again.getHouses().at(0).getBooks().at(0).getCopies().at(0).setCondition("lost");
+        again.commitTransaction();
+        ZEL::Serializer::XmiReader merging;
+        auto const merger = std::make_shared<ZEL::Serializer::Merger>();
+        merger->addReferredModel(again);
+        merging.setMerger(merger);
+        (void)merging.read(folder.path("library.xmi"));
+        EXPECT_TRUE(ZEL::compare(model.getHouses().at(0), again.getHouses().at(0))) << row.language;
+    }
+    for (char const * const before : {"fi", "", "en"}) {
+        model.undo();
+        EXPECT_EQ(reader.getLanguage(), before);
+    }
+    EXPECT_EQ(copy.getCondition(), "good");
+
+    model.beginTransaction();
+    reader.removeLanguage();
+    EXPECT_FALSE(reader.hasLanguage());
+    EXPECT_EQ(reader.getLanguage(), "en") << "what is absent reads as the default";
+    reader.setLanguage("en");
+    EXPECT_TRUE(reader.hasLanguage());
 }
 
 } // namespace

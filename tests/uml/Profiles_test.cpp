@@ -2,6 +2,7 @@
 
 #include "host/TemporaryFolder.h"
 
+#include <ZEL/Argument.h>
 #include <ZEL/FactoryRegistry.h>
 #include <ZEL/Logger.h>
 #include <ZEL/metamodel/Element.h>
@@ -148,7 +149,7 @@ TEST_F(Uml, ARequiredDirectionIsAlwaysWritten) {
     EXPECT_THAT(contentOf(model), AllOf(HasSubstr("direction=\"inout\""), HasSubstr("isService=\"false\"")));
 }
 
-TEST(Prof, ExtensionsAreWrittenInsideOnesAndScratchIsNot) {
+TEST(Prof, ExtensionsAreWrittenInsideOnesAndScratchAndDefaultsAreNot) {
     ZEL::Logger::instance()->setDefaultHandlerLevel(ZEL::LogLevel::off);
     prof::registerMetaModel();
     ZEL::MetaModel const model = ZEL::Factory::createNewModel();
@@ -170,6 +171,21 @@ TEST(Prof, ExtensionsAreWrittenInsideOnesAndScratchIsNot) {
     EXPECT_THAT(annotated.getMarks(), ElementsAre(seal)) << "a seal is a mark";
     EXPECT_THAT(contentOf(model), AllOf(HasSubstr("<xmi:Extension extender=\"The Quillon Inc.\">"),
                                         HasSubstr("<prof:sealed "), Not(HasSubstr("gone")), Not(HasSubstr("<mark "))));
+
+    // The default of a type that is written by hand.
+    ZEL::Argument const none = outer.getTag();
+    EXPECT_EQ(none.getName(), "none");
+    EXPECT_TRUE(outer.hasTag());
+    EXPECT_THAT(contentOf(model), Not(HasSubstr(" tag=")));
+    ZEL::Argument urgent;
+    urgent.setName("urgent");
+    outer.setTag(urgent);
+    EXPECT_THAT(contentOf(model), HasSubstr(" tag=\"(urgent,())\""));
+    outer.removeTag();
+    EXPECT_FALSE(outer.hasTag());
+    EXPECT_EQ(outer.getTag(), none);
+    outer.setTag(none);
+    EXPECT_TRUE(outer.hasTag());
 }
 
 } // namespace

@@ -24,7 +24,8 @@ virtual void set$P$(ZEL::Deviant deviant, $T$ const & value);
         if (!p.isField()) {
             return "";
         }
-        return print(R"(
+        return print(
+            R"(
 $presence$
 
 void $X$Intf::set$P$(ZEL::Deviant deviant, $T$ const & value) {
@@ -38,12 +39,12 @@ $T$ $X$Intf::get$P$(ZEL::Deviant deviant) const {
     return ZEL::internal::readStateOf<$X$Intf>(*this, deviant).get$P$(deviant);
 }
 )",
-                     {{"presence", presence(print, p)},
-                      {"X", p.owner->name},
-                      {"P", p.capital},
-                      {"T", p.type->cppName()},
-                      {"unchanged", (keepsHas(p) ? "has" + p.capital + "(deviant) && get" : "get") + p.capital +
-                                        "(deviant) == value"}});
+            {{"presence", presence(print, p)},
+             {"X", p.owner->name},
+             {"P", p.capital},
+             {"T", p.type->cppName()},
+             {"unchanged", (fieldText::mayHoldAbsentValue(p) ? "has" + p.capital + "(deviant) && get" : "get") +
+                               p.capital + "(deviant) == value"}});
     }
 
     std::string forwardDeclarations(Printer const & print, Property const & p) const override {
@@ -189,9 +190,6 @@ struct $P$T {
     }
 
 private:
-    /// A value that equals the present one may still have to be written: to say that it is there.
-    static bool keepsHas(Property const & p) { return p.keepsHas && p.field != FieldKind::Value; }
-
     /// A one-bit field converts by itself, but not within the braces of `Boolean`'s other constructors.
     static std::string boolOf(std::string const & expression, Property const & p) {
         return p.keepsHas || p.field == FieldKind::Flag ? "bool(" + expression + ')' : expression;

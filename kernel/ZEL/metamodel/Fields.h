@@ -14,6 +14,7 @@ namespace ZEL::internal {
 class ZEL_API TextField {
 public:
     TextField() noexcept = default;
+    explicit TextField(std::string_view text) { set(text); }
     TextField(TextField const & other) noexcept : fRecord(other.fRecord) { retain(); }
     TextField(TextField && other) noexcept : fRecord(std::exchange(other.fRecord, nullptr)) {}
     TextField & operator=(TextField const & other) noexcept {

@@ -1,0 +1,90 @@
+// Two files made by changes of one: the first is read, the second merged into it. The merge is undone in one step, done
+// again, saved and read.
+
+#include "Support.h"
+
+#include <ZEL/Logger.h>
+#include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/serializer/Merger.h>
+#include <ZEL/serializer/XmiReader.h>
+#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>
+
+#include <exception>
+#include <memory>
+#include <sstream>
+
+namespace {
+
+using ZEL::Serializer::XmiReader;
+
+ZEL::MetaModel readIfItCanBe(std::string const & file) {
+    try {
+        return ZEL::MetaModel(XmiReader().read(file));
+    } catch (std::exception const &) {
+        return {};
+    }
+}
+
+bool isMerged(std::string const & file, ZEL::MetaModel const & model) {
+    XmiReader reader;
+    reader.setMerger(std::make_shared<ZEL::Serializer::Merger>(model));
+    try {
+        static_cast<void>(reader.read(file));
+        return true;
+    } catch (std::exception const &) {
+        return false;
+    }
+}
+
+/// All that the model holds, also what has no place in it.
+std::string textOf(ZEL::MetaModel const & model) {
+    std::ostringstream text;
+    ZEL::ImmutableAccessVisitorTextWriter writer(text);
+    writer.visitObject(model);
+    for (ZEL::ImmutableClassObject const & object : model.getUnparented()) {
+        writer.visitObject(object);
+    }
+    return std::move(text).str();
+}
+
+void saveAndRead(fuzz::Folder const & folder, ZEL::MetaModel const & model) {
+    std::string const file = folder.path("saved.xmi");
+    if (!ZEL::Serializer::XmiWriter().write(file, model)) {
+        return; // a character that the encoding has not, which the log tells
+    }
+    try {
+        fuzz::require(XmiReader().read(file).isValid(), "a saved model is a model");
+    } catch (std::exception const & failure) {
+        fuzz::require(false, std::string("what was saved can be read: ") + failure.what());
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size) {
+    static fuzz::Folder const folder;
+    ZEL::Logger::instance()->setDefaultHandlerLevel(ZEL::LogLevel::off);
+    std::span<std::uint8_t const> const bytes(data, size);
+    std::string const first = folder.write("first.xmi", fuzz::mutated(fuzz::kModel, bytes.first(size / 2)));
+    std::string const second = folder.write("second.xmi", fuzz::mutated(fuzz::kModel, bytes.subspan(size / 2)));
+
+    ZEL::MetaModel const model = readIfItCanBe(first);
+    if (!model.isValid()) {
+        return 0;
+    }
+    std::string const before = textOf(model);
+    ZEL::Deviant const root = model.getRootDeviant();
+    root.clearUndoStack();
+    bool const isDone = isMerged(second, model) && root.getUndoStackLength() != 0;
+    if (isDone) {
+        fuzz::require(root.getUndoStackLength() == 1, "a merge is one step of undo");
+        root.undo();
+    }
+    fuzz::require(textOf(model) == before, "the model is as it was before the merge");
+    if (isDone) {
+        root.redo();
+    }
+    saveAndRead(folder, model);
+    return 0;
+}

@@ -1,0 +1,44 @@
+// A changed model, written in each dialect: what is written is XML, and what failed has left no file.
+
+#include "Support.h"
+
+#include <ZEL/Logger.h>
+#include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/serializer/XmiReader.h>
+#include <ZEL/serializer/XmiWriter.h>
+
+#include <hasp_util/XmlReader.h>
+
+#include <exception>
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size) {
+    using ZEL::Serializer::XmiFormat;
+    static fuzz::Folder const folder;
+    ZEL::Logger::instance()->setDefaultHandlerLevel(ZEL::LogLevel::off);
+    ZEL::MetaModel model;
+    try {
+        std::string const file = folder.write("input.xmi", fuzz::mutated(fuzz::kModel, {data, size}));
+        model = ZEL::MetaModel(ZEL::Serializer::XmiReader().read(file));
+    } catch (std::exception const &) {
+        return 0;
+    }
+    if (!model.isValid()) {
+        return 0;
+    }
+    for (XmiFormat const format : {XmiFormat::Standard, XmiFormat::MagicDraw, XmiFormat::Rhapsody}) {
+        std::string const file = folder.path("output.xmi");
+        std::filesystem::remove(file);
+        ZEL::Serializer::XmiWriterSettings settings;
+        settings.setOutputFormat(format);
+        if (!ZEL::Serializer::XmiWriter(settings).write(file, model)) {
+            fuzz::require(!std::filesystem::exists(file), "a write that failed leaves no file");
+            continue;
+        }
+        HASP::XmlReader reader(file);
+        while (reader.hasNext()) {
+            reader.next();
+        }
+        fuzz::require(!reader.hasError(), format.toString() + " is well-formed: " + reader.error());
+    }
+    return 0;
+}

@@ -53,18 +53,22 @@ namespace {
 
 constexpr int kCannotStart = 2; ///< the exit status, as of other programs that cannot do their work
 
-/// Nobody can catch what is thrown before `main`, and without the metamodel no part of the library works.
-bool initializeAtLoad() noexcept {
-    char const * reason = nullptr;
-    try {
-        return initialize();
-    } catch (std::bad_alloc const &) {
-        reason = "out of memory";
-    } catch (std::exception const & exception) {
-        reason = exception.what();
-    }
+[[noreturn]] void endAtLoad(char const * reason) noexcept {
     std::fprintf(stderr, "libzel: cannot start: %s\n", reason);
     std::_Exit(kCannotStart);
+}
+
+/// Nobody can catch what is thrown before `main`, and without the metamodel no part of the library works.
+bool initializeAtLoad() noexcept {
+    // There may not even be memory for an exception, so none is thrown for the want of it.
+    std::new_handler const before = std::set_new_handler([] { endAtLoad("out of memory"); });
+    try {
+        initialize();
+    } catch (std::exception const & exception) {
+        endAtLoad(exception.what());
+    }
+    std::set_new_handler(before);
+    return true;
 }
 
 bool const kInitialized = initializeAtLoad();

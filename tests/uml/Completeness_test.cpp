@@ -2,6 +2,7 @@
 // in the table of this file and no test of its own.
 
 #include "host/TemporaryFolder.h"
+#include "support/OneTree.h"
 #include "uml/Nursery.h"
 
 #include <ZEL/LeakChecker.h>
@@ -24,6 +25,8 @@
 
 #include <algorithm>
 #include <exception>
+#include <functional>
+#include <map>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -171,8 +174,78 @@ protected:
         }
     }
 
+    using Roads = std::map<std::string, std::function<void()>>;
+
+    /// All roads that may put `part` where `property` of `owner` holds another one.
+    static Roads roadsOf(ClassObject const & owner, ImmutableProperty const & property, ClassObject const & part) {
+        Roads roads{
+            {"setOrAdd", [=] { owner.setOrAdd(property, part); }},
+            {"the view of the property", [=] { owner.get(property).push_back(part); }},
+            {"setContainerZEL", [=] { part.setContainerZEL(owner); }},
+            {"containeeZEL", [=] { owner.getContaineeZELs().push_back(part); }},
+            {"one end after the other",
+             [=] {
+                 Deviant const deviant = owner.getDeviant();
+                 part.getImplementation()->setOnlyContainerZEL(deviant, owner);
+                 owner.getImplementation()->getContaineeZELsWithoutAssociation(deviant).push_back(part);
+             }},
+        };
+        for (ImmutableProperty const & view : owner.getMetaClass().getOwnedAttributes()) {
+            ImmutableClass const type(view.getType());
+            if (view.isDerived() && view.isComposite() && type.isValid() && inherits(part.getMetaClass(), type)) {
+                roads["setOrAdd " + view.getName().str()] = [=] { owner.setOrAdd(view, part); };
+                roads["push_back " + view.getName().str()] = [=] { owner.get(view).push_back(part); };
+            }
+        }
+        for (ImmutableProperty const & end : part.getMetaClass().getOwnedAttributes()) {
+            ImmutableClass const type(end.getType());
+            ImmutableProperty const opposite = end.getOpposite();
+            if (opposite.isValid() && opposite.isComposite() && type.isValid() && !end.isMultivalued() &&
+                inherits(owner.getMetaClass(), type)) {
+                roads["the part's " + end.getName().str()] = [=] { part.setOrAdd(end, owner); };
+            }
+        }
+        return roads;
+    }
+
+    /// Puts a second part into a property that has room for one, by every road, each taken back and done again.
+    void displace(Model const & model, Nursery const & nursery, ClassObject const & owner,
+                  ImmutableProperty const & property) {
+        model.beginTransaction();
+        if (!owner.has(property)) {
+            owner.setOrAdd(property, nursery.makeLoose(property.getType()));
+        }
+        ClassObject const first(owner.getOne(property));
+        ClassObject const second = nursery.makeLoose(property.getType());
+        model.commitTransaction();
+        for (auto const & [name, take] : roadsOf(owner, property, second)) {
+            SCOPED_TRACE(name);
+            Transaction transaction(model.getRootDeviant());
+            ASSERT_NO_THROW(take());
+            transaction.commit();
+            bool const isDisplaced = owner.getOne(property) == second;
+            auto const expectDisplaced = [&] {
+                expectOneTree(model);
+                EXPECT_EQ(first.hasContainerZEL(), !isDisplaced);
+                EXPECT_EQ(second.getContainerZEL(), owner);
+            };
+            expectDisplaced();
+            model.undo();
+            expectOneTree(model);
+            EXPECT_EQ(owner.getOne(property), first);
+            model.redo();
+            expectDisplaced();
+            model.beginTransaction();
+            EXPECT_NO_THROW(model.destroy());
+            model.cancelTransaction();
+            model.undo();
+            displacements += isDisplaced;
+        }
+    }
+
     TemporaryFolder folder;
     int properties = 0;
+    int displacements = 0;
 };
 
 TEST_P(Completeness, EveryPropertyOfEveryClassIsSetSavedReadAndUndone) {
@@ -191,6 +264,31 @@ TEST_P(Completeness, EveryPropertyOfEveryClassIsSetSavedReadAndUndone) {
         RecordProperty("properties", properties);
     }
     EXPECT_NO_THROW(checker.endTrackLifetime());
+}
+
+TEST_P(Completeness, APartThatGivesWayToAnotherHasAPlaceOfItsOwn) {
+    Places const places(GetParam());
+    std::vector<ImmutableClass> classes = concreteClasses(GetParam().metaModel());
+    if (GetParam().metaModel() == places.modelClass.getRootModel()) {
+        classes.push_back(places.modelClass);
+    }
+    for (ImmutableClass const & metaClass : classes) {
+        for (ImmutableProperty const & property : metaClass.getOwnedAttributes()) {
+            ImmutableClass const type(property.getType());
+            if (property.isMultivalued() || property.isDerived() || !property.isComposite() || !type.isValid() ||
+                isModelOrFactory(type)) {
+                continue;
+            }
+            SCOPED_TRACE(metaClass.getQualifiedName().str() + "." + property.getName().str());
+            Model const model = FactoryRegistry::instance()->createModel(GetParam().modelUri);
+            model.beginTransaction();
+            Nursery const nursery(model, places);
+            ClassObject const owner = metaClass == places.modelClass ? ClassObject(model) : nursery.make(metaClass);
+            model.commitTransaction();
+            displace(model, nursery, owner, property);
+        }
+    }
+    RecordProperty("displacements", displacements);
 }
 
 INSTANTIATE_TEST_SUITE_P(MetaModels, Completeness, testing::ValuesIn(kSubjects),

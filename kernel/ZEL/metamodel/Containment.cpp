@@ -73,13 +73,12 @@ FieldDescriptor const * fieldOf(ClassDescriptor const & descriptor, PropertyDesc
     return found == descriptor.fields.end() ? nullptr : &*found;
 }
 
-bool isContainment(FieldDescriptor const & field) noexcept {
-    PropertyDescriptor const & property = *field.property;
+bool isContainment(PropertyDescriptor const & property) noexcept {
     if (!property.isComposite || property.isDerived || property.typeClass == nullptr) {
         return false;
     }
-    // Factories are held by single ends alone, so most fields need no look at their type.
-    return field.sequence != nullptr || !property.typeClass->isKindOf(NSInterface::FactoryObjectIntf::descriptor());
+    // Factories are held by single ends alone, so most properties need no look at their type.
+    return property.isMany() || !property.typeClass->isKindOf(NSInterface::FactoryObjectIntf::descriptor());
 }
 
 PersistentSequence const & readSequence(FieldDescriptor const & field, StateCore const & state) noexcept {
@@ -95,7 +94,7 @@ bool accepts(FieldDescriptor const & field, ObjectIntf const & element) {
 
 FieldDescriptor const * acceptingField(ClassObjectIntf const & container, ClassObjectIntf const & element) {
     for (FieldDescriptor const & field : classOf(container).fields) {
-        if (isContainment(field) && accepts(field, element)) {
+        if (isContainment(*field.property) && accepts(field, element)) {
             return &field;
         }
     }
@@ -116,16 +115,25 @@ void addContainee(ClassObjectIntf & container, Deviant deviant, FieldDescriptor 
         return;
     }
     if (present != nullptr) {
-        ClassObjectIntf * const displaced = classObject(present);
-        displaced->removeOnlyContainerZEL(deviant);
+        unparentDisplaced(container, deviant, *classObject(present));
     }
     field.set(stateToWrite(container, deviant), added);
+}
+
+void unparentDisplaced(ClassObjectIntf const & container, Deviant deviant, ClassObjectIntf & displaced) {
+    if (!displaced.deviant_isValid(deviant)) {
+        return;
+    }
+    ClassObjectIntf const * const present = stateToRead(displaced, deviant).containerZEL;
+    if (present == nullptr || present == &container) {
+        displaced.removeOnlyContainerZEL(deviant);
+    }
 }
 
 void eraseContainee(ClassObjectIntf & container, Deviant deviant, ClassObjectIntf const & element) {
     ObjectIntf const * const erased = &element;
     for (FieldDescriptor const & field : classOf(container).fields) {
-        if (!isContainment(field) || !accepts(field, element)) {
+        if (!isContainment(*field.property) || !accepts(field, element)) {
             continue;
         }
         if (field.sequence != nullptr) {
@@ -143,7 +151,7 @@ void eraseContainee(ClassObjectIntf & container, Deviant deviant, ClassObjectInt
 void collectContainees(ClassObjectIntf const & object, Deviant deviant, std::vector<ClassObjectIntf *> & result) {
     StateCore const & state = stateToRead(object, deviant);
     for (FieldDescriptor const & field : classOf(object).fields) {
-        if (!isContainment(field)) {
+        if (!isContainment(*field.property)) {
             continue;
         }
         if (field.sequence != nullptr) {
@@ -158,7 +166,7 @@ bool hasContainees(ClassObjectIntf const & object, Deviant deviant) {
     StateCore const & state = stateToRead(object, deviant);
     return std::any_of(
         classOf(object).fields.begin(), classOf(object).fields.end(), [&state](FieldDescriptor const & field) {
-            return isContainment(field) &&
+            return isContainment(*field.property) &&
                    (field.sequence != nullptr ? !readSequence(field, state).empty() : field.get(state) != nullptr);
         });
 }

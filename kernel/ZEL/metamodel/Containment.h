@@ -17,8 +17,8 @@ class PersistentSequence;
 [[nodiscard]] ZEL_API FieldDescriptor const * fieldOf(ClassDescriptor const & descriptor,
                                                       PropertyDescriptor const & property) noexcept;
 
-/// Whether the values of the field are contained: composite, stored, of class type, and no factory.
-[[nodiscard]] ZEL_API bool isContainment(FieldDescriptor const & field) noexcept;
+/// Whether the values of the property are contained: composite, stored, of class type, and no factory.
+[[nodiscard]] ZEL_API bool isContainment(PropertyDescriptor const & property) noexcept;
 
 /// The sequence of a multi-valued field, to read.
 [[nodiscard]] ZEL_API PersistentSequence const & readSequence(FieldDescriptor const & field,
@@ -35,6 +35,11 @@ class PersistentSequence;
 /// unparented. Does not touch the element's container.
 ZEL_API void addContainee(NSInterface::ClassObjectIntf & container, Deviant deviant, FieldDescriptor const & field,
                           NSInterface::ClassObjectIntf & element);
+
+/// Makes `displaced` unparented, which another object is about to replace in a single-valued containment field of
+/// `container`. Nothing if it has another container by now.
+ZEL_API void unparentDisplaced(NSInterface::ClassObjectIntf const & container, Deviant deviant,
+                               NSInterface::ClassObjectIntf & displaced);
 
 /// Takes `element` out of the containment field that holds it, if any does.
 ZEL_API void eraseContainee(NSInterface::ClassObjectIntf & container, Deviant deviant,

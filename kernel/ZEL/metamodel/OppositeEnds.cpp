@@ -1,4 +1,5 @@
 #include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/Object.h>
 #include <ZEL/metamodel/OppositeEnds.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
@@ -11,9 +12,12 @@ namespace {
 using NSInterface::ClassObjectIntf;
 using NSInterface::ObjectIntf;
 
+ClassObjectIntf & asClassObject(ObjectIntf & object) {
+    return *static_cast<ClassObjectIntf *>(object.cast(ClassObjectIntf::classInfo()));
+}
+
 Sequence<Object> rawSequence(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end) {
-    auto * const self = static_cast<ClassObjectIntf *>(object.cast(ClassObjectIntf::classInfo()));
-    return end.manyWithoutAssociation(ImmutableClassObject(self, deviant));
+    return end.manyWithoutAssociation(ImmutableClassObject(&asClassObject(object), deviant));
 }
 
 } // namespace
@@ -28,6 +32,12 @@ void addOppositeOnly(ObjectIntf & object, Deviant deviant, PropertyDescriptor co
     if (end.isMany()) {
         rawSequence(object, deviant, end).push_back(Object(&value, deviant));
     } else {
+        if (isContainment(end)) {
+            ClassObject const present = singleValue(object, deviant, end);
+            if (present.isValid() && present.getImplementation() != &value) {
+                unparentDisplaced(asClassObject(object), deviant, *present.getImplementation());
+            }
+        }
         end.single->setEndOnly(&object, deviant, Generic::Ref::ofBody(&value, deviant));
     }
 }

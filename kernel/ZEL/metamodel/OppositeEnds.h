@@ -6,7 +6,7 @@
 /// One end of a two-ended association changed without a call back, by the property's tables.
 namespace ZEL::internal {
 
-/// Adds `value` to the end, or sets it.
+/// Adds `value` to the end, or sets it. What it displaces from a composite single-valued end becomes unparented.
 ZEL_API void addOppositeOnly(NSInterface::ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end,
                              NSInterface::ClassObjectIntf & value);
 /// Takes `value` off the end; nothing if it does not stand there.

@@ -102,6 +102,26 @@ Generic::PropertyToSequenceMethods const * oneEnded(Generic::PropertyToSequenceM
     return entry.get();
 }
 
+/// A single-valued end of which other ends are not kept in step.
+class OneEndedValue final : public Generic::GenericPropertyToSequenceProxy {
+public:
+    OneEndedValue(ObjectHandle object, PropertyDescriptor const & property)
+        : GenericPropertyToSequenceProxy(std::move(object), oneEnded(*property.single), 0), fProperty(property) {}
+
+protected:
+    void assign(Deviant deviant, Ref const & element) override {
+        if (isContainment(fProperty)) {
+            // Whoever pushes on the contents of an object has no hand on the part that must make room.
+            addOppositeOnly(*object(), deviant, fProperty, classObject(*element.body()));
+        } else {
+            GenericPropertyToSequenceProxy::assign(deviant, element);
+        }
+    }
+
+private:
+    PropertyDescriptor const & fProperty;
+};
+
 } // namespace
 
 // --- states ------------------------------------------------------------------------------------------------------------
@@ -177,10 +197,10 @@ void setEnd(ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const 
         addOppositeOnly(target, deviant, *property.opposite, object);
         return;
     }
-    if (property.otherEnd == OtherEnd::Container) {
+    if (property.otherEnd == OtherEnd::Container || isContainment(property)) {
         attachToOwner(object, deviant, property, target);
         if (present.isValid()) {
-            present.getImplementation()->removeOnlyContainerZEL(deviant);
+            unparentDisplaced(object, deviant, *present.getImplementation());
         }
         property.single->setEndOnly(&object, deviant, targetRef);
         return;
@@ -273,11 +293,14 @@ SequenceHandle unionHandle(Deviant deviant, std::initializer_list<SequenceHandle
 
 SequenceHandle singleAsSequenceHandle(ClassObjectIntf const & object, Deviant deviant,
                                       PropertyDescriptor const & property, bool withoutAssociation) {
-    Generic::PropertyToSequenceMethods const * const methods =
-        withoutAssociation ? oneEnded(*property.single) : property.single;
-    SequenceHandle values(
-        std::make_unique<Generic::GenericPropertyToSequenceProxy>(ownerOf(writable(object), deviant), methods, 0),
-        deviant);
+    GenericAssociationSequence::Owner owner = ownerOf(object, deviant);
+    std::unique_ptr<Generic::SequenceProxy> proxy;
+    if (withoutAssociation) {
+        proxy = std::make_unique<OneEndedValue>(std::move(owner), property);
+    } else {
+        proxy = std::make_unique<Generic::GenericPropertyToSequenceProxy>(std::move(owner), property.single, 0);
+    }
+    SequenceHandle const values(std::move(proxy), deviant);
     if (property.typeClass == nullptr) {
         return values;
     }

@@ -62,6 +62,10 @@ int GenericPropertyToSequenceProxy::generic_indexOf(Deviant deviant, Ref element
 
 // --- writes ----------------------------------------------------------------------------------------------------------
 
+void GenericPropertyToSequenceProxy::assign(Deviant deviant, Ref const & element) {
+    fMethods->set(object(), deviant, element);
+}
+
 void GenericPropertyToSequenceProxy::generic_clear(Deviant deviant) {
     if (fFixed == 0) {
         fMethods->remove(object(), deviant);
@@ -73,7 +77,7 @@ std::unique_ptr<IteratorIntf> GenericPropertyToSequenceProxy::generic_insert(Dev
     if (!generic_begin(deviant)->equal(where)) {
         raiseAnInternalError();
     }
-    fMethods->set(object(), deviant, element);
+    assign(deviant, element);
     return iterator(false);
 }
 
@@ -81,7 +85,7 @@ void GenericPropertyToSequenceProxy::generic_insert(Deviant deviant, int index, 
     if (index != 0) {
         raiseInternalError("Cannot add elements.");
     }
-    fMethods->set(object(), deviant, element);
+    assign(deviant, element);
 }
 
 void GenericPropertyToSequenceProxy::generic_erase(Deviant deviant, int) { fMethods->remove(object(), deviant); }
@@ -112,9 +116,7 @@ void GenericPropertyToSequenceProxy::generic_push_front(Deviant deviant, Ref ele
     generic_insert(deviant, 0, std::move(element));
 }
 
-void GenericPropertyToSequenceProxy::generic_replace(Deviant deviant, int, Ref element) {
-    fMethods->set(object(), deviant, element);
-}
+void GenericPropertyToSequenceProxy::generic_replace(Deviant deviant, int, Ref element) { assign(deviant, element); }
 
 // --- iterator --------------------------------------------------------------------------------------------------------
 

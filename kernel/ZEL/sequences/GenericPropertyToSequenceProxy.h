@@ -13,7 +13,7 @@ namespace ZEL::Generic {
 /// Adding sets the value, so an existing one is replaced, and every form of erasing removes it. Two answers are wider
 /// than one expects, on purpose: `generic_contains` compares presence only, not the elements, and `generic_replace`
 /// takes any index. An index that does not fit raises "for at i cannot be anything but 0" or "Cannot add elements.".
-class ZEL_API GenericPropertyToSequenceProxy final : public SequenceProxy {
+class ZEL_API GenericPropertyToSequenceProxy : public SequenceProxy {
 public:
     using ObjectHandle = RefBase<NSInterface::ClassObjectIntf *>;
 
@@ -46,10 +46,14 @@ public:
     /// The value is compared, unlike in `generic_contains`.
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
 
-private:
+protected:
+    /// Sets the value: what every form of adding and of replacing comes to.
+    virtual void assign(Deviant deviant, Ref const & element);
     [[nodiscard]] NSInterface::ClassObjectIntf * object() const noexcept {
         return fObject.getImplementationWithoutAssert();
     }
+
+private:
     [[nodiscard]] std::unique_ptr<IteratorIntf> iterator(bool isEnd) const;
 
     ObjectHandle fObject;

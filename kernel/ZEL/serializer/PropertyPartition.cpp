@@ -11,7 +11,6 @@
 #include <ZEL/metamodel/MultiValuedPropertyManager.h>
 #include <ZEL/metamodel/SingleValuedPropertyManager.h>
 #include <ZEL/metamodel/Type.h>
-#include <ZEL/sequences/MultiIndexImpl.ipp>
 #include <ZEL/sequences/SequenceBuilder.h>
 #include <ZEL/serializer/PropertyPartition.h>
 
@@ -82,7 +81,7 @@ void WrittenProperty::findRoads(internal::ClassDescriptor const & ownerClass) {
 PropertyPartition::PropertyPartition(ImmutableClass const & handle, internal::ClassDescriptor const & descriptor)
     : metaClass(handle), type(uriOf(handle.getRootModel()), handle.getName().str()) {
     for (internal::FieldDescriptor const & field : descriptor.fields) {
-        if (internal::isContainment(field)) {
+        if (internal::isContainment(*field.property)) {
             containments.push_back(&field);
         }
     }

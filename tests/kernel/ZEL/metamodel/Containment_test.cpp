@@ -1,5 +1,6 @@
 #include "kernel/ZEL/metamodel/ModelFixture.h"
 #include "support/ExpectRaises.h"
+#include "support/OneTree.h"
 
 #include <ZEL/ZEL.h>
 
@@ -15,6 +16,7 @@
 namespace ZEL {
 namespace {
 
+using Test::expectOneTree;
 using Test::kInternalError;
 using testing::ElementsAre;
 
@@ -22,26 +24,6 @@ char const kNoPlace[] = "cannot insert value into the combined sequence";
 
 class Containment : public Test::ModelFixture {
 protected:
-    /// Every numbered object is either contained, and then among the containees of its container, or unparented.
-    void expectOneTree(MetaModel const & in) {
-        std::set<ClassObject> unparented;
-        for (ClassObject const root : in.getUnparented()) {
-            EXPECT_TRUE(unparented.insert(root).second);
-            EXPECT_TRUE(root.isValid());
-        }
-        for (int id = 2; id < in.getNextIdValue(); ++id) {
-            ClassObject const object = in.getObjectById(Integer(id));
-            if (!object.isValid()) {
-                EXPECT_EQ(0U, unparented.count(object)) << id;
-                continue;
-            }
-            EXPECT_EQ(object.hasContainerZEL() ? 0U : 1U, unparented.count(object)) << id;
-            if (object.hasContainerZEL()) {
-                auto const containees = object.getContainerZEL().getContaineeZELs().toVector();
-                EXPECT_EQ(1, std::count(containees.begin(), containees.end(), object)) << id;
-            }
-        }
-    }
     void TearDown() override { expectOneTree(model); }
     int unparented() const { return model.getUnparented().size(); }
 };

@@ -1,5 +1,6 @@
 #include <ZEL/DeviantImpl.h>
 #include <ZEL/DeviantManager.h>
+#include <ZEL/GiveBackCount.h>
 #include <ZEL/metamodel/ClassObjectIntf.h>
 
 #include <deque>
@@ -104,7 +105,7 @@ PhaseScope::~PhaseScope() {
         }
     }
     if (fModel != nullptr) {
-        fModel->decRef();
+        giveBackCount(*fModel);
     }
 }
 

@@ -1,5 +1,6 @@
 #include <ZEL/Deviant.h>
 #include <ZEL/DeviantChecks.h>
+#include <ZEL/GiveBackCount.h>
 #include <ZEL/ListenerBase.h>
 #include <ZEL/metamodel/ClassObjectIntf.h>
 
@@ -154,7 +155,7 @@ public:
     }
     ~HeldBodies() {
         for (StateMap::Key const key : fKeys) {
-            bodyOf(key).decRef();
+            giveBackCount(bodyOf(key));
         }
     }
     HeldBodies(HeldBodies const &) = delete;

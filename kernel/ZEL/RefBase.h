@@ -3,6 +3,7 @@
 #include <ZEL/CooperativeVisitor.h>
 #include <ZEL/Deviant.h>
 #include <ZEL/Exception.h>
+#include <ZEL/GiveBackCount.h>
 
 #include <concepts>
 #include <functional>
@@ -15,7 +16,8 @@ class ImmutableModel;
 
 /// Handle on a counted body: a pointer and the deviant through which the body is seen.
 ///
-/// `T` is a pointer to a body interface. A handle owns one count on its body. Handles compare by body alone. Assignment
+/// `T` is a pointer to a body interface. A handle owns one count on its body; should it be gone, the handle ends all the
+/// same. Handles compare by body alone. Assignment
 /// between two handles on the same body leaves the deviant of the left side as it was, on purpose: use `setDeviant`
 /// to change a handle's deviant, and `rebind` of the object handles to take over both. A handle's constness says nothing
 /// of the body.
@@ -41,8 +43,7 @@ public:
         }
         return *this;
     }
-    // Giving up a count may raise.
-    RefBase & operator=(RefBase && other) { // NOLINT(performance-noexcept-move-constructor)
+    RefBase & operator=(RefBase && other) noexcept {
         if (fBody != other.fBody) {
             BodyInterface * const old = std::exchange(fBody, std::exchange(other.fBody, nullptr));
             fDeviant = other.fDeviant;
@@ -74,9 +75,9 @@ private:
             body->incRef();
         }
     }
-    static void release(BodyInterface * body) {
+    static void release(BodyInterface * body) noexcept {
         if (body != nullptr) {
-            body->decRef();
+            internal::giveBackCount(*body);
         }
     }
 

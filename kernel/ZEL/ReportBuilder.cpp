@@ -1,6 +1,5 @@
 #include <ZEL/ReportBuilder.h>
 #include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/sequences/MultiIndexImpl.ipp>
 #include <ZEL/sequences/SequenceBuilder.h>
 
 #include <vector>

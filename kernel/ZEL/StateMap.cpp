@@ -1,4 +1,5 @@
 #include <ZEL/Exception.h>
+#include <ZEL/GiveBackCount.h>
 #include <ZEL/StateMap.h>
 #include <ZEL/metamodel/ClassObjectIntf.h>
 
@@ -156,7 +157,7 @@ StateMap::State StateMap::erase(Key key) {
     fSize = last;
     // Last of all: the body may go with this count.
     if (key != fUncounted) {
-        bodyOf(key).decRef();
+        internal::giveBackCount(bodyOf(key));
     }
     return state;
 }
@@ -197,7 +198,7 @@ void StateMap::release(Entry const * entries, std::uint32_t count, bool destroyS
             bodyOf(entry->key).deviant_destroyState(entry->state);
         }
         if (entry->key != fUncounted) {
-            bodyOf(entry->key).decRef();
+            internal::giveBackCount(bodyOf(entry->key));
         }
     }
 }

@@ -54,9 +54,9 @@ void BodyCore::decRef() {
 int BodyCore::numRef() { return fRefCount; }
 
 void BodyCore::internal_released() {
-    // The numbered bodies of a living model go with it.
+    // The numbered bodies of a living model go with it, and so does the factory that it holds.
     if (fModel != nullptr) {
-        if (fId >= 0) {
+        if (fId >= 0 || fModel->holds(*this)) {
             return;
         }
         fModel->disown(*this);

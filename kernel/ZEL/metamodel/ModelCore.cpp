@@ -1,5 +1,6 @@
 #include <ZEL/DeviantManagerHelper.h>
 #include <ZEL/Exception.h>
+#include <ZEL/GiveBackCount.h>
 #include <ZEL/Integer.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
@@ -50,7 +51,8 @@ void ModelCore::release() noexcept {
         body.fModel = nullptr;
         body.deviant_markModelDestroyed();
     });
-    if (fHeldFactory != nullptr) {
+    // The model's count on it may have been given back by somebody else.
+    if (fHeldFactory != nullptr && fHeldFactory->fRefCount > 1) {
         --fHeldFactory->fRefCount;
     }
     visitBodies([](BodyCore & body) {
@@ -62,7 +64,7 @@ void ModelCore::release() noexcept {
     deviant_markModelDestroyed();
     fModel = nullptr;
     for (BodyCore * const body : fForeign) {
-        body->decRef();
+        giveBackCount(*body);
     }
 }
 
@@ -99,7 +101,7 @@ void ModelCore::noteForeign(BodyCore & body) {
 
 void ModelCore::forgetForeign(BodyCore & body) {
     if (fForeign.erase(&body) != 0) {
-        body.decRef();
+        giveBackCount(body);
     }
 }
 

@@ -48,6 +48,7 @@ public:
     void setNextId(std::int32_t id) noexcept { fNextId = id; }
     /// Makes `factory` the factory of this model, held until the model goes.
     void holdFactory(BodyCore & factory);
+    [[nodiscard]] bool holds(BodyCore const & factory) const noexcept { return fHeldFactory == &factory; }
 
     void destroy(Deviant deviant) override;
 

@@ -10,7 +10,6 @@
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/ModelIntf.h>
 #include <ZEL/metamodel/PropertySupport.h>
-#include <ZEL/sequences/MultiIndexImpl.ipp>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/sequences/SequenceBuilder.h>
 

@@ -32,44 +32,39 @@ template class ListQImpl<ClassObject>;
 template class ListQImpl<ImmutableObject>;
 template class ListQImpl<ImmutableClassObject>;
 
-template class MultiIndexStorage<ImmutableProperty>;
-template class MultiIndexStorage<ClassObject>;
-template class MultiIndexStorage<ImmutableObject>;
-template class MultiIndexStorage<ImmutableClassObject>;
-
 namespace MultiIndexImplInternal {
 
 using boost::multi_index::identity;
 
 // `MultiIndexImpl` itself is all in its header.
-template class ZEL_API MultiIndexImplForPrimitives<ClassObject, 0, identity<ClassObject>>;
-template class ZEL_API MultiIndexImplForPrimitives<ImmutableProperty, 0, identity<ImmutableProperty>>;
-template class ZEL_API MultiIndexImplForPrimitives<ImmutableObject, 0, identity<ImmutableObject>>;
-template class ZEL_API MultiIndexImplForPrimitives<ImmutableClassObject, 0, identity<ImmutableClassObject>>;
-template class ZEL_API MultiIndexImplForPrimitives<ImmutableClass, 0, identity<ImmutableClass>>;
+template class MultiIndexImplForPrimitives<ClassObject, 0, identity<ClassObject>>;
+template class MultiIndexImplForPrimitives<ImmutableProperty, 0, identity<ImmutableProperty>>;
+template class MultiIndexImplForPrimitives<ImmutableObject, 0, identity<ImmutableObject>>;
+template class MultiIndexImplForPrimitives<ImmutableClassObject, 0, identity<ImmutableClassObject>>;
+template class MultiIndexImplForPrimitives<ImmutableClass, 0, identity<ImmutableClass>>;
 
-template class ZEL_API MultiIndexImplForPrimitives<ImmutableObject, 1, identity<ImmutableObject>>;
-template class ZEL_API MultiIndexImplForPrimitives<ImmutableClass, 1, identity<ImmutableClass>>;
-template class ZEL_API MultiIndexImplForPrimitives<String, 1, identity<String>>;
-template class ZEL_API MultiIndexImplForPrimitives<Class, 1, identity<Class>>;
-template class ZEL_API MultiIndexImplForPrimitives<ClassObject, 1, identity<ClassObject>>;
-template class ZEL_API MultiIndexImplForPrimitives<ImmutableProperty, 1, identity<ImmutableProperty>>;
-template class ZEL_API MultiIndexImplForPrimitives<ImmutableClassObject, 1, identity<ImmutableClassObject>>;
-template class ZEL_API MultiIndexImplForPrimitives<Classifier, 1, identity<Classifier>>;
-template class ZEL_API MultiIndexImplForPrimitives<Comment, 1, identity<Comment>>;
-template class ZEL_API MultiIndexImplForPrimitives<ElementImport, 1, identity<ElementImport>>;
-template class ZEL_API MultiIndexImplForPrimitives<PackageImport, 1, identity<PackageImport>>;
-template class ZEL_API MultiIndexImplForPrimitives<Constraint, 1, identity<Constraint>>;
-template class ZEL_API MultiIndexImplForPrimitives<StereotypeObject, 1, identity<StereotypeObject>>;
-template class ZEL_API MultiIndexImplForPrimitives<Operation, 1, identity<Operation>>;
-template class ZEL_API MultiIndexImplForPrimitives<Property, 1, identity<Property>>;
-template class ZEL_API MultiIndexImplForPrimitives<EnumerationLiteral, 1, identity<EnumerationLiteral>>;
-template class ZEL_API MultiIndexImplForPrimitives<ValueSpecification, 1, identity<ValueSpecification>>;
-template class ZEL_API MultiIndexImplForPrimitives<Type, 1, identity<Type>>;
-template class ZEL_API MultiIndexImplForPrimitives<Parameter, 1, identity<Parameter>>;
-template class ZEL_API MultiIndexImplForPrimitives<PackageableElement, 1, identity<PackageableElement>>;
-template class ZEL_API MultiIndexImplForPrimitives<PackageMerge, 1, identity<PackageMerge>>;
-template class ZEL_API MultiIndexImplForPrimitives<Element, 1, identity<Element>>;
+template class MultiIndexImplForPrimitives<ImmutableObject, 1, identity<ImmutableObject>>;
+template class MultiIndexImplForPrimitives<ImmutableClass, 1, identity<ImmutableClass>>;
+template class MultiIndexImplForPrimitives<String, 1, identity<String>>;
+template class MultiIndexImplForPrimitives<Class, 1, identity<Class>>;
+template class MultiIndexImplForPrimitives<ClassObject, 1, identity<ClassObject>>;
+template class MultiIndexImplForPrimitives<ImmutableProperty, 1, identity<ImmutableProperty>>;
+template class MultiIndexImplForPrimitives<ImmutableClassObject, 1, identity<ImmutableClassObject>>;
+template class MultiIndexImplForPrimitives<Classifier, 1, identity<Classifier>>;
+template class MultiIndexImplForPrimitives<Comment, 1, identity<Comment>>;
+template class MultiIndexImplForPrimitives<ElementImport, 1, identity<ElementImport>>;
+template class MultiIndexImplForPrimitives<PackageImport, 1, identity<PackageImport>>;
+template class MultiIndexImplForPrimitives<Constraint, 1, identity<Constraint>>;
+template class MultiIndexImplForPrimitives<StereotypeObject, 1, identity<StereotypeObject>>;
+template class MultiIndexImplForPrimitives<Operation, 1, identity<Operation>>;
+template class MultiIndexImplForPrimitives<Property, 1, identity<Property>>;
+template class MultiIndexImplForPrimitives<EnumerationLiteral, 1, identity<EnumerationLiteral>>;
+template class MultiIndexImplForPrimitives<ValueSpecification, 1, identity<ValueSpecification>>;
+template class MultiIndexImplForPrimitives<Type, 1, identity<Type>>;
+template class MultiIndexImplForPrimitives<Parameter, 1, identity<Parameter>>;
+template class MultiIndexImplForPrimitives<PackageableElement, 1, identity<PackageableElement>>;
+template class MultiIndexImplForPrimitives<PackageMerge, 1, identity<PackageMerge>>;
+template class MultiIndexImplForPrimitives<Element, 1, identity<Element>>;
 
 // Keyed by name: for properties whose names stay as they are.
 template class ZEL_API MultiIndexImplForPrimitives<

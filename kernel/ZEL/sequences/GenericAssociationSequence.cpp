@@ -52,6 +52,8 @@ int GenericAssociationSequence::generic_indexOf(Deviant deviant, Ref element) co
     return fWrapped->generic_indexOf(deviant, std::move(element));
 }
 
+bool GenericAssociationSequence::generic_isUnique() const { return fWrapped->generic_isUnique(); }
+
 bool GenericAssociationSequence::generic_accepts(Deviant deviant, Ref const & element) const {
     return fWrapped->generic_accepts(deviant, element);
 }
@@ -125,8 +127,9 @@ void GenericAssociationSequence::generic_push_front(Deviant deviant, Ref element
 }
 
 void GenericAssociationSequence::generic_replace(Deviant deviant, int index, Ref element) {
-    // An element that stands there already, or at another place of a unique sequence, is not taken: its link stays too.
-    if (fWrapped->generic_accepts(deviant, element) && fWrapped->generic_indexOf(deviant, element) < 0) {
+    // A unique sequence does not take what it holds already, be it there or at another place: all links stay too.
+    bool const isTaken = !fWrapped->generic_isUnique() || fWrapped->generic_indexOf(deviant, element) < 0;
+    if (isTaken && fWrapped->generic_accepts(deviant, element)) {
         leaves(fWrapped->generic_at(deviant, index));
         enters(element);
     }

@@ -184,6 +184,8 @@ int GenericDeviantSequence::generic_indexOf(Deviant, Ref element) const {
     return visit([&](auto kind, auto const & storage) { return static_cast<int>(kind.indexOf(storage, element)); });
 }
 
+bool GenericDeviantSequence::generic_isUnique() const { return fField->isUnique; }
+
 bool GenericDeviantSequence::generic_accepts(Deviant, Ref const & element) const {
     return fField->hasTexts() ? Texts::fits(*this, element) : Bodies::fits(*this, element);
 }

@@ -180,6 +180,8 @@ int GenericFilteredSequence::generic_indexOf(Deviant deviant, Ref element) const
     return shown;
 }
 
+bool GenericFilteredSequence::generic_isUnique() const { return fUnderlying->generic_isUnique(); }
+
 bool GenericFilteredSequence::generic_accepts(Deviant deviant, Ref const & element) const {
     Ref const stored = filterSet(element);
     return !stored.isNull() && fUnderlying->generic_accepts(deviant, stored);

@@ -50,6 +50,7 @@ public:
                                     int count) const override;
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
     bool generic_eraseElement(Deviant deviant, Ref element) override;
+    [[nodiscard]] bool generic_isUnique() const override;
     [[nodiscard]] bool generic_accepts(Deviant deviant, Ref const & element) const override;
 
 private:

@@ -5,7 +5,17 @@
 namespace ZEL::Generic {
 
 GenericReferenceCountingSequenceProxy::GenericReferenceCountingSequenceProxy(SequenceHandle const & wrapped)
-    : fWrapped(wrapped.getImplementation()) {}
+    : fWrapped(wrapped.getImplementation()) {
+    fWrapped->incRef(); // which is nothing to a storage
+}
+
+void GenericReferenceCountingSequenceProxy::Release::operator()(SequenceIntf * body) const {
+    if (dynamic_cast<SequenceProxy *>(body) != nullptr) {
+        body->decRef();
+    } else {
+        delete body;
+    }
+}
 
 Ref GenericReferenceCountingSequenceProxy::generic_at(Deviant deviant, int index) const {
     return fWrapped->generic_at(deviant, index);
@@ -57,6 +67,8 @@ int GenericReferenceCountingSequenceProxy::generic_fetch(Deviant deviant, int in
 int GenericReferenceCountingSequenceProxy::generic_indexOf(Deviant deviant, Ref element) const {
     return fWrapped->generic_indexOf(deviant, std::move(element));
 }
+
+bool GenericReferenceCountingSequenceProxy::generic_isUnique() const { return fWrapped->generic_isUnique(); }
 
 bool GenericReferenceCountingSequenceProxy::generic_accepts(Deviant deviant, Ref const & element) const {
     return fWrapped->generic_accepts(deviant, element);

@@ -9,7 +9,7 @@ namespace ZEL::Generic {
 /// and passes everything on to it.
 class ZEL_API GenericReferenceCountingSequenceProxy final : public SequenceProxy {
 public:
-    /// Takes the body into ownership. Raises the NULL text on a null handle.
+    /// Takes a storage into ownership; of a body that counts itself it holds a count. Raises the NULL text on a null handle.
     explicit GenericReferenceCountingSequenceProxy(SequenceHandle const & wrapped);
 
     [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override;
@@ -39,10 +39,15 @@ public:
                                     int count) const override;
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
     bool generic_eraseElement(Deviant deviant, Ref element) override;
+    [[nodiscard]] bool generic_isUnique() const override;
     [[nodiscard]] bool generic_accepts(Deviant deviant, Ref const & element) const override;
 
 private:
-    std::unique_ptr<SequenceIntf> fWrapped;
+    struct Release {
+        void operator()(SequenceIntf * body) const;
+    };
+
+    std::unique_ptr<SequenceIntf, Release> fWrapped;
 };
 
 } // namespace ZEL::Generic

@@ -1,9 +1,11 @@
 #include <ZEL/Exception.h>
+#include <ZEL/GiveBackCount.h>
 #include <ZEL/ValueObjectIntf.h>
 #include <ZEL/sequences/IndexChecks.h>
 #include <ZEL/sequences/ListQImplForRefs.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace ZEL::Generic::ListQImplInternal {
 
@@ -11,12 +13,32 @@ using NSInterface::ObjectIntf;
 
 ListQImplForRefs::~ListQImplForRefs() {
     for (void const * const element : fList) {
-        // An element put in by a replacement may have no count left to give back.
-        ReferenceCountingIntf * const counted = fToInterface(element);
-        if (counted->numRef() > 0) {
-            counted->decRef();
-        }
+        giveBack(element);
     }
+}
+
+ListQImplForRefs::ListQImplForRefs(ListQImplForRefs const & other)
+    : SequenceIntf(other),
+      fList(other.fList),
+      fFlag(other.fFlag),
+      fToInterface(other.fToInterface),
+      fAccepts(other.fAccepts) {
+    for (void const * const element : fList) {
+        fToInterface(element)->incRef();
+    }
+}
+
+ListQImplForRefs & ListQImplForRefs::operator=(ListQImplForRefs const & other) {
+    // The new elements first: giving up an old one may be what keeps a new one alive.
+    HASP::GList<void const *> old = other.fList;
+    for (void const * const element : old) {
+        fToInterface(element)->incRef();
+    }
+    std::swap(old, fList);
+    for (void const * const element : old) {
+        giveBack(element);
+    }
+    return *this;
 }
 
 // --- steps -----------------------------------------------------------------------------------------------------------
@@ -42,6 +64,10 @@ void ListQImplForRefs::checkNotEmpty() const {
     }
 }
 
+void ListQImplForRefs::giveBack(void const * element) const noexcept {
+    ZEL::internal::giveBackCount(*fToInterface(element));
+}
+
 void ListQImplForRefs::insertAt(int index, Ref const & element) {
     std::size_t const place = internal::checkedInsertIndex(index, fList.size());
     Ref boxed;
@@ -53,7 +79,7 @@ void ListQImplForRefs::insertAt(int index, Ref const & element) {
 void ListQImplForRefs::eraseAt(std::size_t index) {
     void const * const element = fList[index];
     fList.erase(index);
-    fToInterface(element)->decRef();
+    giveBack(element);
 }
 
 // --- reads -----------------------------------------------------------------------------------------------------------
@@ -116,6 +142,8 @@ int ListQImplForRefs::generic_indexOf(Deviant, Ref element) const {
     return -1;
 }
 
+bool ListQImplForRefs::generic_isUnique() const { return false; }
+
 bool ListQImplForRefs::generic_accepts(Deviant, Ref const & element) const {
     Ref const boxed = element.boxed();
     return boxed.body() != nullptr && fAccepts(boxed.body());
@@ -127,7 +155,7 @@ void ListQImplForRefs::generic_clear(Deviant) {
     HASP::GList<void const *> old;
     std::swap(old, fList);
     for (void const * const element : old) {
-        fToInterface(element)->decRef();
+        giveBack(element);
     }
 }
 
@@ -185,7 +213,7 @@ void ListQImplForRefs::generic_replace(Deviant, int index, Ref element) {
     }
     void const * const old = fList[place];
     fList.set(place, body); // without a count: this is meant, see the class
-    fToInterface(old)->decRef();
+    giveBack(old);
 }
 
 // --- iterator --------------------------------------------------------------------------------------------------------

@@ -12,8 +12,9 @@ namespace ZEL::Generic::ListQImplInternal {
 /// List of bodies, with duplicates, for results of queries. Holds a count on each element; `ListQImpl` adds the type.
 ///
 /// Two operations count against expectation, on purpose: `generic_replace` takes no count on the new element, unless
-/// it is a value, and the erasing of a range takes counts instead of giving them back. Contains searches linearly. No
-/// uniqueness is checked.
+/// it is a value, and the erasing of a range takes counts instead of giving them back. A count that an element has lost
+/// that way is not missed when the element leaves the list. Contains searches linearly. No uniqueness is checked. A copy
+/// has the same elements and counts of its own on them.
 class ZEL_API ListQImplForRefs : public SequenceIntf {
 public:
     class Iterator;
@@ -44,6 +45,7 @@ public:
     [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
                                     int count) const override;
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
+    [[nodiscard]] bool generic_isUnique() const override;
     [[nodiscard]] bool generic_accepts(Deviant deviant, Ref const & element) const override;
 
 protected:
@@ -52,6 +54,9 @@ protected:
 
     ListQImplForRefs(bool flag, ToInterface toInterface, Accepts accepts)
         : fFlag(flag), fToInterface(toInterface), fAccepts(accepts) {}
+    // Between lists of one element class, as the subclasses have it.
+    ListQImplForRefs(ListQImplForRefs const & other);
+    ListQImplForRefs & operator=(ListQImplForRefs const & other);
 
 private:
     /// Raises "An Internal Error has occurred" for an element that the list cannot hold. A boxed value goes into `boxed`.
@@ -59,6 +64,7 @@ private:
     [[nodiscard]] NSInterface::ObjectIntf * bodyAt(int index) const;
     [[nodiscard]] std::size_t checkedIndex(int index) const;
     void checkNotEmpty() const;
+    void giveBack(void const * element) const noexcept;
     void insertAt(int index, Ref const & element);
     void eraseAt(std::size_t index);
 

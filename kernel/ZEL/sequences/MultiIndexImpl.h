@@ -8,6 +8,28 @@
 namespace ZEL {
 struct TRUE_TYPE;
 struct FALSE_TYPE;
+class Class;
+class ClassObject;
+class Classifier;
+class Comment;
+class Constraint;
+class Element;
+class ElementImport;
+class EnumerationLiteral;
+class ImmutableClass;
+class ImmutableClassObject;
+class ImmutableObject;
+class ImmutableProperty;
+class Operation;
+class PackageImport;
+class PackageMerge;
+class PackageableElement;
+class Parameter;
+class Property;
+class StereotypeObject;
+class String;
+class Type;
+class ValueSpecification;
 } // namespace ZEL
 
 namespace ZEL::Generic {
@@ -51,6 +73,7 @@ public:
     [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
                                     int count) const override;
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
+    [[nodiscard]] bool generic_isUnique() const override;
     [[nodiscard]] bool generic_accepts(Deviant deviant, Ref const & element) const override;
 
 protected:
@@ -70,6 +93,50 @@ private:
 
     std::unique_ptr<Storage> fStorage;
 };
+
+// Made once, in the library, and shown by it: wherever else one of them would be made it would be hidden, and the
+// strictest of several visibilities wins.
+extern template class ZEL_API MultiIndexImplForPrimitives<ClassObject, 0, boost::multi_index::identity<ClassObject>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<ImmutableProperty, 0, boost::multi_index::identity<ImmutableProperty>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<ImmutableObject, 0, boost::multi_index::identity<ImmutableObject>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<ImmutableClassObject, 0, boost::multi_index::identity<ImmutableClassObject>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<ImmutableClass, 0, boost::multi_index::identity<ImmutableClass>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<ImmutableObject, 1, boost::multi_index::identity<ImmutableObject>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<ImmutableClass, 1, boost::multi_index::identity<ImmutableClass>>;
+extern template class ZEL_API MultiIndexImplForPrimitives<String, 1, boost::multi_index::identity<String>>;
+extern template class ZEL_API MultiIndexImplForPrimitives<Class, 1, boost::multi_index::identity<Class>>;
+extern template class ZEL_API MultiIndexImplForPrimitives<ClassObject, 1, boost::multi_index::identity<ClassObject>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<ImmutableProperty, 1, boost::multi_index::identity<ImmutableProperty>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<ImmutableClassObject, 1, boost::multi_index::identity<ImmutableClassObject>>;
+extern template class ZEL_API MultiIndexImplForPrimitives<Classifier, 1, boost::multi_index::identity<Classifier>>;
+extern template class ZEL_API MultiIndexImplForPrimitives<Comment, 1, boost::multi_index::identity<Comment>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<ElementImport, 1, boost::multi_index::identity<ElementImport>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<PackageImport, 1, boost::multi_index::identity<PackageImport>>;
+extern template class ZEL_API MultiIndexImplForPrimitives<Constraint, 1, boost::multi_index::identity<Constraint>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<StereotypeObject, 1, boost::multi_index::identity<StereotypeObject>>;
+extern template class ZEL_API MultiIndexImplForPrimitives<Operation, 1, boost::multi_index::identity<Operation>>;
+extern template class ZEL_API MultiIndexImplForPrimitives<Property, 1, boost::multi_index::identity<Property>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<EnumerationLiteral, 1, boost::multi_index::identity<EnumerationLiteral>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<ValueSpecification, 1, boost::multi_index::identity<ValueSpecification>>;
+extern template class ZEL_API MultiIndexImplForPrimitives<Type, 1, boost::multi_index::identity<Type>>;
+extern template class ZEL_API MultiIndexImplForPrimitives<Parameter, 1, boost::multi_index::identity<Parameter>>;
+extern template class ZEL_API
+    MultiIndexImplForPrimitives<PackageableElement, 1, boost::multi_index::identity<PackageableElement>>;
+extern template class ZEL_API MultiIndexImplForPrimitives<PackageMerge, 1, boost::multi_index::identity<PackageMerge>>;
+extern template class ZEL_API MultiIndexImplForPrimitives<Element, 1, boost::multi_index::identity<Element>>;
 
 } // namespace MultiIndexImplInternal
 

@@ -3,7 +3,6 @@
 #include <ZEL/Exception.h>
 #include <ZEL/sequences/IndexChecks.h>
 #include <ZEL/sequences/MultiIndexImpl.h>
-#include <ZEL/sequences/MultiIndexStorage.h>
 #include <ZEL/sequences/RefTraits.h>
 #include <ZEL/sequences/SequenceNames.h>
 
@@ -209,6 +208,11 @@ int MultiIndexImplForPrimitives<T, aIsUnique, Key>::generic_indexOf(Deviant, Ref
 }
 
 template <class T, int aIsUnique, class Key>
+bool MultiIndexImplForPrimitives<T, aIsUnique, Key>::generic_isUnique() const {
+    return aIsUnique != 0;
+}
+
+template <class T, int aIsUnique, class Key>
 bool MultiIndexImplForPrimitives<T, aIsUnique, Key>::generic_accepts(Deviant, Ref const & element) const {
     return RefTraits<T>::fits(element);
 }
@@ -290,14 +294,3 @@ void MultiIndexImplForPrimitives<T, aIsUnique, Key>::generic_replace(Deviant, in
 }
 
 } // namespace ZEL::Generic::MultiIndexImplInternal
-
-namespace ZEL::Generic {
-
-template <class T> std::unique_ptr<SequenceIntf> MultiIndexStorage<T>::create(bool isUnique) {
-    if (isUnique) {
-        return std::make_unique<MultiIndexImpl<T, 1>>();
-    }
-    return std::make_unique<MultiIndexImpl<T, 0>>();
-}
-
-} // namespace ZEL::Generic

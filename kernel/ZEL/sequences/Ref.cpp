@@ -1,3 +1,4 @@
+#include <ZEL/GiveBackCount.h>
 #include <ZEL/ValueObject.h>
 #include <ZEL/sequences/Ref.h>
 
@@ -10,7 +11,7 @@ void manageBody(void * payload, bool retain) {
     if (retain) {
         body->incRef();
     } else {
-        body->decRef();
+        internal::giveBackCount(*body);
     }
 }
 

@@ -90,9 +90,9 @@ public:
 
     Sequence() noexcept = default;
     Sequence(Generic::SequenceIntf * body, Deviant deviant) : ImmutableSequence<T>(body, deviant) {}
-    /// Takes the body into ownership, by its count.
-    Sequence(std::unique_ptr<Generic::SequenceIntf> body, Deviant deviant)
-        : ImmutableSequence<T>(std::move(body), deviant) {}
+    /// Takes the body into ownership: it goes with the last handle.
+    template <std::derived_from<Generic::SequenceIntf> Body>
+    Sequence(std::unique_ptr<Body> body, Deviant deviant) : ImmutableSequence<T>(std::move(body), deviant) {}
 
     // Not from `ImmutableSequence`: what was given for reading is not for writing.
     template <class U>

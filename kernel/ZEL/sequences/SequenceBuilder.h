@@ -2,17 +2,14 @@
 
 #include <ZEL/Deviant.h>
 #include <ZEL/Exception.h>
-#include <ZEL/sequences/GenericReferenceCountingSequenceProxy.h>
 #include <ZEL/sequences/ListQImpl.h>
-#include <ZEL/sequences/MultiIndexStorage.h>
+#include <ZEL/sequences/MultiIndexImpl.ipp>
 #include <ZEL/sequences/Sequence.h>
 
 namespace ZEL::Generic {
 
-/// Makes an empty sequence for results. Results of queries use the defaults with the caller's deviant.
-///
-/// Elements are `ImmutableProperty`, `ClassObject`, `ImmutableObject` or `ImmutableClassObject`; for those of any other
-/// handle class, the caller instantiates `MultiIndexStorage`.
+/// Makes an empty sequence for results, of elements of any handle class or value class. Results of queries use the
+/// defaults with the caller's deviant: `SequenceBuilder{deviant}.create<Book>()`.
 struct SequenceBuilder {
     static constexpr int kGlist = 0;
     static constexpr int kMultiIndex = 1;
@@ -37,14 +34,16 @@ template <class T> Sequence<T> SequenceBuilder::create() const {
     if (!referenceCounted) {
         return Sequence<T>(storage.release(), deviant);
     }
-    return Sequence<T>(
-        std::make_unique<GenericReferenceCountingSequenceProxy>(SequenceHandle(std::move(storage), deviant)), deviant);
+    return Sequence<T>(std::move(storage), deviant);
 }
 
 template <class T> std::unique_ptr<SequenceIntf> SequenceBuilder::createStorage() const {
     switch (implementation) {
     case kMultiIndex:
-        return MultiIndexStorage<T>::create(aIsUnique);
+        if (aIsUnique) {
+            return std::make_unique<MultiIndexImpl<T, 1>>();
+        }
+        return std::make_unique<MultiIndexImpl<T, 0>>();
     case kGlist:
         if (aIsUnique) {
             raiseInternalError("cannot use GLIST and aIsUnique together");

@@ -1,4 +1,5 @@
 #include <ZEL/Exception.h>
+#include <ZEL/sequences/GenericReferenceCountingSequenceProxy.h>
 #include <ZEL/sequences/SequenceHandle.h>
 
 namespace ZEL::Generic {
@@ -10,6 +11,15 @@ bool SequenceHandle::empty() const {
     }
     // A view may have to look at all its elements to count them, but at few to find the first.
     return sequence.generic_begin(fDeviant)->equal(sequence.generic_end(fDeviant).get());
+}
+
+SequenceIntf * SequenceHandle::counted(std::unique_ptr<SequenceIntf> body, Deviant deviant) {
+    if (body == nullptr || dynamic_cast<SequenceProxy const *>(body.get()) != nullptr) {
+        return body.release();
+    }
+    auto owner = std::make_unique<GenericReferenceCountingSequenceProxy>(SequenceHandle(body.get(), deviant));
+    static_cast<void>(body.release()); // the owner's now
+    return owner.release();
 }
 
 void SequenceHandle::failOnNull() { raiseNullReference(); }

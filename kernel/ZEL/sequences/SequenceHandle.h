@@ -1,6 +1,11 @@
 #pragma once
 
 #include <ZEL/sequences/SequenceIntf.h>
+#include <ZEL/sequences/SequenceProxy.h>
+
+#include <concepts>
+#include <memory>
+#include <utility>
 
 namespace ZEL::Generic {
 
@@ -15,8 +20,16 @@ public:
 
     SequenceHandle() noexcept = default;
     SequenceHandle(SequenceIntf * body, Deviant deviant) : fBody(body), fDeviant(deviant) {}
-    /// Takes the body into ownership, by its count.
-    SequenceHandle(std::unique_ptr<SequenceIntf> body, Deviant deviant) : fBody(body.release()), fDeviant(deviant) {}
+    /// Takes the body into ownership: it goes with the last handle. A storage, which nobody counts, gets a counted body
+    /// around it, which `getImplementation` returns.
+    template <std::derived_from<SequenceIntf> Body>
+    SequenceHandle(std::unique_ptr<Body> body, Deviant deviant) : fDeviant(deviant) {
+        if constexpr (std::derived_from<Body, SequenceProxy>) {
+            fBody = body.release();
+        } else {
+            fBody = counted(std::move(body), deviant);
+        }
+    }
 
     [[nodiscard]] bool isValid() const noexcept { return fBody.get() != nullptr; }
     [[nodiscard]] Deviant getDeviant() const noexcept { return fDeviant; }
@@ -42,6 +55,7 @@ protected:
 
 private:
     [[noreturn]] static void failOnNull();
+    [[nodiscard]] static SequenceIntf * counted(std::unique_ptr<SequenceIntf> body, Deviant deviant);
 
     SequencePtr fBody;
     mutable Deviant fDeviant;

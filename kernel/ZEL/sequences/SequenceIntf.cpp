@@ -50,6 +50,8 @@ bool SequenceIntf::generic_eraseElement(Deviant deviant, Ref element) {
     return true;
 }
 
+bool SequenceIntf::generic_isUnique() const { return true; }
+
 bool SequenceIntf::generic_accepts(Deviant, Ref const &) const { return true; }
 
 } // namespace ZEL::Generic

@@ -64,6 +64,8 @@ public:
     [[nodiscard]] virtual int generic_indexOf(Deviant deviant, Ref element) const;
     /// Erases the first place of `element`; false if there is none.
     virtual bool generic_eraseElement(Deviant deviant, Ref element);
+    /// Whether an element that is there already is not taken a second time.
+    [[nodiscard]] virtual bool generic_isUnique() const;
     /// False if the element could not be pushed because of what it is. Asked before anything else is written.
     [[nodiscard]] virtual bool generic_accepts(Deviant deviant, Ref const & element) const;
 };

@@ -1,6 +1,5 @@
 #include <ZEL/NamespaceRegistry.h>
 #include <ZEL/metamodel/StereotypeObject.h>
-#include <ZEL/sequences/MultiIndexImpl.ipp>
 #include <ZEL/sequences/SequenceBuilder.h>
 #include <ZEL/serializer/WriterTraversal.h>
 #include <ZEL/serializer/XmiConstants.h>

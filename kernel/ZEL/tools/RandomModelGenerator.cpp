@@ -7,9 +7,7 @@
 #include <ZEL/metamodel/EnumerationLiteral.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/Type.h>
-#include <ZEL/sequences/GenericReferenceCountingSequenceProxy.h>
 #include <ZEL/sequences/MultiIndexImpl.h>
-#include <ZEL/sequences/MultiIndexImpl.ipp>
 #include <ZEL/tools/RandomModelGenerator.h>
 #include <ZEL/tools/TypePredicates.h>
 
@@ -52,11 +50,8 @@ bool canTakeValue(ClassObject const & object, ImmutableProperty const & property
     return property.isMultivalued() || isAlwaysThere || !object.has(property);
 }
 
-/// Owned by the handles on it. The handle on the storage goes at once; its owner stays.
 Sequence<ImmutableClass> emptySetOfClasses() {
-    Sequence<ImmutableClass> const storage(new Generic::MultiIndexImpl<ImmutableClass, 1>, Deviant());
-    return Sequence<ImmutableClass>(std::make_unique<Generic::GenericReferenceCountingSequenceProxy>(storage),
-                                    Deviant());
+    return Sequence<ImmutableClass>(std::make_unique<Generic::MultiIndexImpl<ImmutableClass, 1>>(), Deviant());
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <ZEL/IdText.h>
 #include <ZEL/ListenerHolder.h>
 #include <ZEL/ZEL.h>
+#include <ZEL/sequences/SequenceBuilder.h>
 
 #include <gmock/gmock.h>
 
@@ -48,6 +49,33 @@ TEST_F(ModelTest, IsNewWithItsFactoryAndTheFirstNumber) {
     EXPECT_EQ(0, model.getUndoStackLength());
     EXPECT_FALSE(model.hasUri());
     EXPECT_EQ(MetaModel::MetaClass(), model.getMetaClass());
+}
+
+TEST_F(ModelTest, LivesOnWhenAListGivesBackCountsThatItNeverTook) {
+    open();
+    Class const former = factory.createClass();
+    Class object = factory.createClass();
+    for (ClassObject const & victim : {ClassObject(object), ClassObject(factory)}) {
+        Sequence<ClassObject> const list = Generic::SequenceBuilder{model.getRootDeviant()}.create<ClassObject>();
+        for (int i = 0; victim.getImplementation()->numRef() > 0 && i < 100; ++i) {
+            list.push_back(former);
+            list.replace(0, victim);
+            list.clear();
+        }
+        list.push_back(former);
+        list.replace(0, victim);
+        list.clear();
+        EXPECT_EQ(0, victim.getImplementation()->numRef());
+    }
+    EXPECT_RAISES("Decrementing the ref count of a ref with count already 0", object.getImplementation()->decRef());
+    Integer const id = object.getId();
+    object = former; // a handle without a count, as there are more at the end of the test
+    model.commitTransaction();
+    model.undo();
+    model.redo();
+    model.clearUndoStack();
+    EXPECT_TRUE(model.getObjectById(id).isValid());
+    EXPECT_EQ(factory, model.getFactory());
 }
 
 TEST_F(ModelTest, HasAUuidOfItsOwnThatNamesItsObjects) {

@@ -5,6 +5,7 @@
 #include <ZEL/sequences/GenericCombinedSequence.h>
 #include <ZEL/sequences/GenericFilteredSequence.h>
 #include <ZEL/sequences/GenericPropertyToSequenceProxy.h>
+#include <ZEL/sequences/ListQImpl.h>
 
 #include <gmock/gmock.h>
 
@@ -106,6 +107,20 @@ TEST_F(AssociationSequence, AsksWhetherAnElementIsTakenBeforeItCallsTheHook) {
     EXPECT_FALSE(onlySpecial.accepts(item(0)));
     EXPECT_TRUE(onlySpecial.accepts(special(0)));
     EXPECT_RAISES(kNullRef, view(SequenceHandle()));
+}
+
+TEST_F(AssociationSequence, ReplacesByAnElementThatIsThereAlreadyWhereItMayBeThereTwice) {
+    ListQImpl<Item> storage;
+    Sequence<Item> const list = view(SequenceHandle(&storage, d));
+    Sequence<Item> const unique = view(items);
+    for (Sequence<Item> const & sequence : {list, unique}) {
+        sequence.push_back(item(0));
+        sequence.push_back(item(1));
+    }
+    EXPECT_THAT(callsOf([&] { list.replace(0, item(1)); }), ElementsAre("-0 of 2", "+1 of 2"));
+    EXPECT_THAT(list, ElementsAre(item(1), item(1)));
+    EXPECT_THAT(callsOf([&] { unique.replace(0, item(1)); }), ElementsAre());
+    EXPECT_THAT(unique, ElementsAre(item(0), item(1)));
 }
 
 // --- filtered --------------------------------------------------------------------------------------------------------

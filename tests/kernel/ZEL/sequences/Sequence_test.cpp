@@ -4,6 +4,7 @@
 #include <ZEL/metamodel/Object.h>
 #include <ZEL/sequences/GenericFilteredSequence.h>
 #include <ZEL/sequences/GenericNullSequence.h>
+#include <ZEL/sequences/GenericReferenceCountingSequenceProxy.h>
 #include <ZEL/sequences/ListQImpl.h>
 #include <ZEL/sequences/SequenceBuilder.h>
 
@@ -188,11 +189,50 @@ TEST_F(TypedSequence, ABuilderMakesAListThatLivesWithItsHandles) {
         EXPECT_EQ(Deviant(deviant), list.front().getDeviant());
     }
     EXPECT_EQ(0, bodies[0].numRef());
+    // Of any class of elements, and by either storage.
+    {
+        auto const list = SequenceBuilder{deviant}.create<SpecialItem>();
+        auto const set = SequenceBuilder{deviant, SequenceBuilder::kMultiIndex, true}.create<SpecialItem>();
+        for (auto const & sequence : {list, set}) {
+            sequence.push_back(SpecialItem(&specials[0], d));
+            sequence.push_back(SpecialItem(&specials[0], d));
+            EXPECT_STREQ("TEST.SequenceOfSpecialItem", sequence.getOrcaName());
+        }
+        EXPECT_EQ(2, list.size());
+        EXPECT_EQ(1, set.size());
+        EXPECT_EQ(3, specials[0].numRef());
+    }
+    EXPECT_EQ(0, specials[0].numRef());
     // A bare storage is the caller's and has to outlive its handles.
     std::unique_ptr<SequenceIntf> owned;
     auto const bare = SequenceBuilder{Deviant(), 0, false, false}.create<ImmutableObject>();
     owned.reset(bare.getImplementation());
     EXPECT_EQ(0, bare.size());
+}
+
+TEST_F(TypedSequence, AStorageGivenAwayGoesWithTheLastHandle) {
+    auto storage = std::make_unique<ListQImpl<Item>>();
+    storage->generic_push_back(d, Ref::ofBody(&bodies[0], d));
+    std::unique_ptr<SequenceIntf> unknown = std::make_unique<MultiIndexImpl<Item, 1>>();
+    unknown->generic_push_back(d, Ref::ofBody(&bodies[1], d));
+    int const before = bodies[0].numRef();
+    {
+        Sequence<Item> const list(std::move(storage), d);
+        ImmutableSequence<Item> const set(std::move(unknown), d);
+        Sequence<Item> const copy(list);
+        EXPECT_EQ(1, copy.size());
+        EXPECT_EQ(1, set.size());
+        EXPECT_EQ(before, bodies[0].numRef());
+    }
+    EXPECT_EQ(before - 1, bodies[0].numRef());
+    EXPECT_EQ(before - 1, bodies[1].numRef());
+    // Wrapped once more by hand.
+    Sequence<Item> const twice(
+        std::make_unique<GenericReferenceCountingSequenceProxy>(Sequence<Item>(std::make_unique<ListQImpl<Item>>(), d)),
+        d);
+    twice.push_back(item(0));
+    EXPECT_EQ(1, twice.size());
+    EXPECT_FALSE(Sequence<Item>(std::unique_ptr<SequenceIntf>(), d).isValid());
 }
 
 TEST_F(TypedSequence, ABuilderRefusesWhatItCannotMake) {

@@ -6,6 +6,7 @@
 #include <ZEL/sequences/MultiIndexImpl.ipp>
 
 #include <boost/multi_index/mem_fun.hpp>
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 
 namespace ZEL::Generic {
@@ -92,6 +93,22 @@ TEST_F(List, IteratorsSurviveTheGrowthOfTheList) {
     EXPECT_FALSE(list.generic_begin(d)->equal(nullptr));
 }
 
+TEST_F(List, ACopyHasCountsOfItsOwn) {
+    {
+        ListQImpl<Item> copy(list);
+        EXPECT_THAT(counts(), ElementsAre(2, 2, 2, 2));
+        copy.generic_erase(d, 0);
+        EXPECT_THAT(counts(), ElementsAre(1, 2, 2, 2));
+        list.generic_clear(d);
+        EXPECT_EQ(3, copy.generic_size(d));
+        list.generic_push_back(d, ref(0));
+        copy = list;
+        copy = *&copy;
+        EXPECT_THAT(counts(), ElementsAre(2, 0, 0, 0));
+    }
+    EXPECT_THAT(counts(), ElementsAre(1, 0, 0, 0));
+}
+
 TEST_F(List, RefusesAnElementOfAnotherClass) {
     EXPECT_FALSE(list.generic_accepts(d, Ref::ofBody(&owner, d)));
     EXPECT_RAISES(kInternalError, list.generic_push_back(d, Ref::ofBody(&owner, d)));
@@ -121,6 +138,50 @@ TEST(MultiIndex, HoldsItsElementsByHandlesEachOnce) {
         EXPECT_RAISES(kInternalError, storage.generic_erase(d, other.generic_begin(d).get()));
     }
     EXPECT_EQ(0, bodies[2].numRef());
+}
+
+TEST(MultiIndex, OfTheBuiltInMetamodelAreShownByTheLibrary) {
+    std::string const prefix = "_ZTVN3ZEL7Generic22MultiIndexImplInternal27MultiIndexImplForPrimitivesINS_";
+    std::vector<std::string> symbols{
+        prefix + "8PropertyELi1EN5boost11multi_index13const_mem_funINS_17ImmutablePropertyENS_6StringE"
+                 "XadL_ZNKS7_7getNameEvEEEEEE"};
+    auto const add = [&](std::string const & type, char unique) {
+        symbols.push_back(prefix + std::to_string(type.size()) + type + "ELi" + unique +
+                          "EN5boost11multi_index8identityIS3_EEEE");
+    };
+    for (char const * const type : {"ClassObject", "ImmutableProperty", "ImmutableObject", "ImmutableClassObject"}) {
+        add(type, '0');
+    }
+    for (char const * const type : {"ImmutableObject",
+                                    "ImmutableClass",
+                                    "String",
+                                    "Class",
+                                    "ClassObject",
+                                    "ImmutableProperty",
+                                    "ImmutableClassObject",
+                                    "Classifier",
+                                    "Comment",
+                                    "ElementImport",
+                                    "PackageImport",
+                                    "Constraint",
+                                    "StereotypeObject",
+                                    "Operation",
+                                    "Property",
+                                    "EnumerationLiteral",
+                                    "ValueSpecification",
+                                    "Type",
+                                    "Parameter",
+                                    "PackageableElement",
+                                    "PackageMerge",
+                                    "Element"}) {
+        add(type, '1');
+    }
+    for (std::string const & symbol : symbols) {
+        Dl_info place{};
+        void * const table = dlsym(RTLD_DEFAULT, symbol.c_str());
+        ASSERT_TRUE(table != nullptr && dladdr(table, &place) != 0) << symbol;
+        EXPECT_THAT(place.dli_fname, testing::HasSubstr("libzel.so"));
+    }
 }
 
 /// A value with a key of its own.

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <ZEL/Exception.h>
+
+namespace ZEL::internal {
+
+/// Gives one count on `body` back on behalf of a holder that ends, and so never raises.
+///
+/// Somebody may have given back more than was taken: a list of results does after `replace`. The count that is missing
+/// then is the last holder's, who has no part in it and stands in a destructor.
+template <class Body> void giveBackCount(Body & body) noexcept {
+    try {
+        body.decRef();
+    } catch (Exception const &) {
+        // Of a body without counts there is nothing to give back.
+    }
+}
+
+} // namespace ZEL::internal

@@ -6,7 +6,8 @@ namespace ZEL {
 
 namespace {
 constexpr char const * defaultId = "fen:zel:assertion";
-}
+constexpr char const * internalErrorText = "An Internal Error has occurred";
+} // namespace
 
 Exception::Exception(std::string const & message) : fMessage(message), fId(defaultId) {}
 
@@ -47,6 +48,8 @@ void raiseUnimplemented(char const * message) { throw UnImplementedException(mes
 
 void raiseNullReference() { raiseInternalError("Cannot access NULL ref. Use isValid() before calling methods"); }
 
-void raiseAnInternalError() { raiseInternalError("An Internal Error has occurred"); }
+void raiseAnInternalError() { raiseInternalError(internalErrorText); }
+
+bool isAnInternalError(Exception const & failure) { return failure.GetMessageTxt() == internalErrorText; }
 
 } // namespace ZEL

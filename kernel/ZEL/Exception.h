@@ -54,5 +54,7 @@ public:
 [[noreturn]] ZEL_API void raiseNullReference();
 /// Raises "An Internal Error has occurred", the text of every broken precondition that has none of its own.
 [[noreturn]] ZEL_API void raiseAnInternalError();
+/// Whether the failure has no text of its own, but that of `raiseAnInternalError`.
+[[nodiscard]] ZEL_API bool isAnInternalError(Exception const & failure);
 
 } // namespace ZEL

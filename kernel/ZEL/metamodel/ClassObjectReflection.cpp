@@ -9,7 +9,10 @@
 #include <ZEL/metamodel/Object.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/PropertyStorage.h>
+#include <ZEL/metamodel/ReflectionErrors.h>
 #include <ZEL/sequences/Sequence.h>
+
+#include <exception>
 
 namespace ZEL::NSInterface {
 
@@ -34,10 +37,22 @@ ImmutableProperty propertyByName(ClassObjectIntf const & object, Deviant deviant
     return object.getMetaClass(deviant).getProperty(name);
 }
 
+/// The result of `access`; a failure says what does not fit what.
+template <class Access>
+auto checked(ClassObjectIntf const & object, Deviant deviant, ImmutableProperty const & property, Object const * value,
+             Access access) {
+    try {
+        return access();
+    } catch (std::exception const &) {
+        internal::raiseReflectionError(object, deviant, property, value);
+    }
+}
+
 } // namespace
 
 Sequence<Object> ClassObjectIntf::get(Deviant deviant, ImmutableProperty const & property) {
-    return storageToGet(property).get(ClassObject(this, deviant));
+    PropertyStorage const storage = storageToGet(property);
+    return checked(*this, deviant, property, nullptr, [&] { return storage.get(ClassObject(this, deviant)); });
 }
 
 Sequence<Object> ClassObjectIntf::get(Deviant deviant, String const & name) {
@@ -45,7 +60,8 @@ Sequence<Object> ClassObjectIntf::get(Deviant deviant, String const & name) {
 }
 
 ImmutableSequence<ImmutableObject> ClassObjectIntf::get(Deviant deviant, ImmutableProperty const & property) const {
-    return storageToGet(property).get(ImmutableClassObject(this, deviant));
+    PropertyStorage const storage = storageToGet(property);
+    return checked(*this, deviant, property, nullptr, [&] { return storage.get(ImmutableClassObject(this, deviant)); });
 }
 
 ImmutableSequence<ImmutableObject> ClassObjectIntf::get(Deviant deviant, String const & name) const {
@@ -53,7 +69,8 @@ ImmutableSequence<ImmutableObject> ClassObjectIntf::get(Deviant deviant, String 
 }
 
 Object ClassObjectIntf::getOne(Deviant deviant, ImmutableProperty const & property) {
-    return storageToGet(property).getOne(ClassObject(this, deviant));
+    PropertyStorage const storage = storageToGet(property);
+    return checked(*this, deviant, property, nullptr, [&] { return storage.getOne(ClassObject(this, deviant)); });
 }
 
 Object ClassObjectIntf::getOne(Deviant deviant, String const & name) {
@@ -61,7 +78,9 @@ Object ClassObjectIntf::getOne(Deviant deviant, String const & name) {
 }
 
 ImmutableObject ClassObjectIntf::getOne(Deviant deviant, ImmutableProperty const & property) const {
-    return storageToGet(property).getOne(ImmutableClassObject(this, deviant));
+    PropertyStorage const storage = storageToGet(property);
+    return checked(*this, deviant, property, nullptr,
+                   [&] { return storage.getOne(ImmutableClassObject(this, deviant)); });
 }
 
 ImmutableObject ClassObjectIntf::getOne(Deviant deviant, String const & name) const {
@@ -69,7 +88,9 @@ ImmutableObject ClassObjectIntf::getOne(Deviant deviant, String const & name) co
 }
 
 Boolean ClassObjectIntf::has(Deviant deviant, ImmutableProperty const & property) const {
-    return Boolean(storageToGet(property).has(ImmutableClassObject(this, deviant)));
+    PropertyStorage const storage = storageToGet(property);
+    return Boolean(
+        checked(*this, deviant, property, nullptr, [&] { return storage.has(ImmutableClassObject(this, deviant)); }));
 }
 
 Boolean ClassObjectIntf::has(Deviant deviant, String const & name) const {
@@ -77,7 +98,8 @@ Boolean ClassObjectIntf::has(Deviant deviant, String const & name) const {
 }
 
 void ClassObjectIntf::setOrAdd(Deviant deviant, ImmutableProperty const & property, Object const & value) {
-    storageToSet(property).setOrAdd(ClassObject(this, deviant), value);
+    PropertyStorage const storage = storageToSet(property);
+    checked(*this, deviant, property, &value, [&] { return storage.setOrAdd(ClassObject(this, deviant), value); });
 }
 
 void ClassObjectIntf::setOrAdd(Deviant deviant, String const & name, Object const & value) {
@@ -85,7 +107,9 @@ void ClassObjectIntf::setOrAdd(Deviant deviant, String const & name, Object cons
 }
 
 void ClassObjectIntf::setOrAddOnly(Deviant deviant, ImmutableProperty const & property, Object const & value) {
-    storageToSet(property).setOrAddEndOnly(ClassObject(this, deviant), value);
+    PropertyStorage const storage = storageToSet(property);
+    checked(*this, deviant, property, &value,
+            [&] { return storage.setOrAddEndOnly(ClassObject(this, deviant), value); });
 }
 
 void ClassObjectIntf::setOrAddOnly(Deviant deviant, String const & name, Object const & value) {
@@ -93,7 +117,8 @@ void ClassObjectIntf::setOrAddOnly(Deviant deviant, String const & name, Object 
 }
 
 void ClassObjectIntf::remove(Deviant deviant, ImmutableProperty const & property, Object const & value) {
-    storageToSet(property).remove(ClassObject(this, deviant), value);
+    PropertyStorage const storage = storageToSet(property);
+    checked(*this, deviant, property, &value, [&] { return storage.remove(ClassObject(this, deviant), value); });
 }
 
 void ClassObjectIntf::remove(Deviant deviant, String const & name, Object const & value) {
@@ -101,7 +126,8 @@ void ClassObjectIntf::remove(Deviant deviant, String const & name, Object const 
 }
 
 void ClassObjectIntf::removeOnly(Deviant deviant, ImmutableProperty const & property, Object const & value) {
-    storageToSet(property).removeEndOnly(ClassObject(this, deviant), value);
+    PropertyStorage const storage = storageToSet(property);
+    checked(*this, deviant, property, &value, [&] { return storage.removeEndOnly(ClassObject(this, deviant), value); });
 }
 
 void ClassObjectIntf::removeOnly(Deviant deviant, String const & name, Object const & value) {
@@ -109,7 +135,8 @@ void ClassObjectIntf::removeOnly(Deviant deviant, String const & name, Object co
 }
 
 void ClassObjectIntf::removeOne(Deviant deviant, ImmutableProperty const & property) {
-    storageToSet(property).removeOne(ClassObject(this, deviant));
+    PropertyStorage const storage = storageToSet(property);
+    checked(*this, deviant, property, nullptr, [&] { return storage.removeOne(ClassObject(this, deviant)); });
 }
 
 void ClassObjectIntf::removeOne(Deviant deviant, String const & name) {
@@ -117,7 +144,8 @@ void ClassObjectIntf::removeOne(Deviant deviant, String const & name) {
 }
 
 void ClassObjectIntf::removeOneOnly(Deviant deviant, ImmutableProperty const & property) {
-    storageToSet(property).removeOneEndOnly(ClassObject(this, deviant));
+    PropertyStorage const storage = storageToSet(property);
+    checked(*this, deviant, property, nullptr, [&] { return storage.removeOneEndOnly(ClassObject(this, deviant)); });
 }
 
 void ClassObjectIntf::removeOneOnly(Deviant deviant, String const & name) {

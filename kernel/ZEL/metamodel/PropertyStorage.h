@@ -1,10 +1,13 @@
 #pragma once
 
 #include <ZEL/RefBase.h>
+#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/metamodel/ObjectHandle.h>
 #include <ZEL/metamodel/PropertyStorageIntf.h>
 
 #include <compare>
 #include <functional>
+#include <type_traits>
 
 namespace ZEL {
 
@@ -20,6 +23,13 @@ public:
     [[nodiscard]] ImmutableSequence<ImmutableObject> get(ImmutableClassObject const & object) const;
     [[nodiscard]] Object getOne(ClassObject const & object) const;
     [[nodiscard]] ImmutableObject getOne(ImmutableClassObject const & object) const;
+    /// The same for handles on objects of any class: those that write get what writes.
+    template <internal::HandleOf<NSInterface::ClassObjectIntf> H> [[nodiscard]] auto get(H const & object) const {
+        return get(BaseOf<H>(object));
+    }
+    template <internal::HandleOf<NSInterface::ClassObjectIntf> H> [[nodiscard]] auto getOne(H const & object) const {
+        return getOne(BaseOf<H>(object));
+    }
     void setOrAdd(ClassObject const & object, Object const & value) const;
     void setOrAddEndOnly(ClassObject const & object, Object const & value) const;
     void remove(ClassObject const & object, Object const & value) const;
@@ -39,6 +49,10 @@ public:
                    ? std::strong_ordering::less
                    : std::strong_ordering::greater;
     }
+
+private:
+    template <class H>
+    using BaseOf = std::conditional_t<internal::MutableHandleType<H>, ClassObject, ImmutableClassObject>;
 };
 
 } // namespace ZEL

@@ -5,8 +5,6 @@
 #include <ZEL/ZEL.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 
-#include <hasp_util/any.h>
-
 #include <gmock/gmock.h>
 
 #include <functional>
@@ -15,7 +13,6 @@
 namespace ZEL {
 namespace {
 
-using Test::kInternalError;
 using Test::kNullRef;
 using testing::ElementsAre;
 
@@ -112,7 +109,9 @@ TEST_F(Reflection, ComparesTextsByValueWhenItRemovesThem) {
     expression.remove(body, boxed("a"));
     ASSERT_EQ(1, expression.getBodies().size());
     EXPECT_EQ("b", expression.getBodies().at(0).str());
-    EXPECT_RAISES(kInternalError, expression.setOrAdd(body, object));
+    EXPECT_RAISES("property 'body' of object of type 'ZEL.OpaqueExpression' [id = 4 ]: found 'ZEL.Class', expected "
+                  "'ZEL.String'",
+                  expression.setOrAdd(body, object));
 }
 
 TEST_F(Reflection, KeepsTheOppositeEndInStepUnlessToldNotTo) {
@@ -143,18 +142,37 @@ TEST_F(Reflection, RefusesAValueOfAnotherTypeAndChangesNothing) {
     struct {
         char const * property;
         Object value;
+        char const * found;
+        char const * expected;
     } const rows[] = {
-        {"name", object},     {"isAbstract", comment}, {"ownedAttribute", comment}, {"superClass", comment},
-        {"package", comment}, {"visibility", comment}, {"ownedComment", object},
+        {"name", object, "'ZEL.Class'", "String"},
+        {"isAbstract", comment, "'ZEL.Comment'", "Boolean"},
+        {"isAbstract", boxed("true"), "'ZEL.String'", "Boolean"},
+        {"visibility", boxed("public"), "'ZEL.String'", "VisibilityKind"},
+        {"visibility", comment, "'ZEL.Comment'", "VisibilityKind"},
+        {"ownedAttribute", comment, "'ZEL.Comment'", "Property"},
+        {"superClass", comment, "'ZEL.Comment'", "Class"},
+        {"superClass", boxed("x"), "'ZEL.String'", "Class"},
+        {"package", comment, "'ZEL.Comment'", "Package"},
+        {"ownedComment", object, "'ZEL.Class'", "Comment"},
+        {"ownedComment", Object(), "no value", "Comment"},
     };
     object.setName(String("kept"));
     for (auto const & row : rows) {
-        EXPECT_RAISES(kInternalError, object.setOrAdd(String(row.property), row.value)) << row.property;
-        EXPECT_RAISES(kInternalError, object.setOrAddOnly(String(row.property), row.value)) << row.property;
+        std::string const text = "property '" + std::string(row.property) +
+                                 "' of object of type 'ZEL.Class' [id = 2 ]: found " + row.found + ", expected 'ZEL." +
+                                 row.expected + "'";
+        EXPECT_RAISES(text, object.setOrAdd(String(row.property), row.value));
+        EXPECT_RAISES(text, object.setOrAddOnly(String(row.property), row.value));
     }
-    for (char const * const property : {"isAbstract", "visibility"}) {
-        EXPECT_THROW(object.setOrAdd(String(property), boxed("true")), HASP::bad_any_cast) << property;
-    }
+    ImmutableProperty const name = NamedElement::MetaClass().getProperty(String("name"));
+    ImmutableProperty const attribute = DataType::MetaClass().getProperty(String("ownedAttribute"));
+    char const noName[] = "object of type 'ZEL.Comment' [id = 3 ] has no property 'name' of 'ZEL.NamedElement'";
+    EXPECT_RAISES(noName, comment.getOne(name));
+    EXPECT_RAISES(noName, comment.setOrAdd(name, boxed("x")));
+    EXPECT_RAISES(noName, comment.removeOneOnly(name));
+    EXPECT_RAISES("object of type 'ZEL.Class' [id = 2 ] has no property 'ownedAttribute' of 'ZEL.DataType'",
+                  object.get(attribute));
     EXPECT_EQ("kept", object.getName().str());
     EXPECT_EQ(0, object.getContaineeZELs().size());
     EXPECT_FALSE(object.hasContainerZEL());
@@ -229,6 +247,17 @@ TEST(PropertyStorageHandle, RaisesTheNullTextWithoutABody) {
     EXPECT_RAISES(kNullRef, storage.removeEndOnly(object, Object()));
     EXPECT_RAISES(kNullRef, storage.removeOne(object));
     EXPECT_RAISES(kNullRef, storage.removeOneEndOnly(object));
+}
+
+TEST_F(Reflection, AStorageTakesHandlesOfAnyClass) {
+    PropertyStorage const storage = Comment::MetaClass().getProperty(String("body")).getStorage();
+    comment.setBody(String("x"));
+    Object const one = storage.getOne(comment);
+    ImmutableObject const immutableOne = storage.getOne(ImmutableElement(comment));
+    EXPECT_EQ("x", one.toString().str());
+    EXPECT_EQ("x", immutableOne.toString().str());
+    storage.get(comment).clear();
+    EXPECT_EQ(0, storage.get(ImmutableComment(comment)).size());
 }
 
 TEST_F(Reflection, BindsAPropertyToItsObjectAtCompileTime) {

@@ -1,0 +1,92 @@
+#include <ZEL/Boolean.h>
+#include <ZEL/Exception.h>
+#include <ZEL/Integer.h>
+#include <ZEL/String.h>
+#include <ZEL/ValueObject.h>
+#include <ZEL/metamodel/BodyCore.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/ClassIntf.h>
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/metamodel/Object.h>
+#include <ZEL/metamodel/Property.h>
+#include <ZEL/metamodel/PropertyStorage.h>
+#include <ZEL/metamodel/ReflectionErrors.h>
+#include <ZEL/metamodel/Type.h>
+
+#include <hasp_util/any.h>
+
+#include <algorithm>
+#include <string>
+
+namespace ZEL::internal {
+
+namespace {
+
+using NSInterface::ClassObjectIntf;
+
+/// Whether the failure at hand is one that names nothing.
+bool isWithoutText() {
+    try {
+        throw;
+    } catch (HASP::bad_any_cast const &) {
+        return true;
+    } catch (Exception const & failure) {
+        return isAnInternalError(failure);
+    } catch (...) {
+        return false;
+    }
+}
+
+std::string quoted(String const & name) { return "'" + name.str() + "'"; }
+
+std::string nameOf(ImmutableObject const & value) {
+    if (value.getImplementationWithoutAssert() == nullptr) {
+        return "no value";
+    }
+    ImmutableType const type = value.getMetaType();
+    return type.isValid() ? quoted(type.getQualifiedName()) : "a value of an unknown type";
+}
+
+bool isKindOf(ClassDescriptor const & descriptor, ImmutableType const & expected) {
+    NSInterface::TypeIntf const * const described = descriptor.runtime->metaClass();
+    return described == expected.getImplementation() ||
+           std::any_of(descriptor.superClasses.begin(), descriptor.superClasses.end(),
+                       [&expected](ClassDescriptor const * above) { return isKindOf(*above, expected); });
+}
+
+bool fits(Object const & value, ImmutableType const & expected) {
+    NSInterface::ObjectIntf const * const body = value.getImplementationWithoutAssert();
+    if (body == nullptr) {
+        return false;
+    }
+    return body->internal_body() != nullptr ? isKindOf(body->internal_body()->internal_descriptor(), expected)
+                                            : value.getMetaType() == expected;
+}
+
+} // namespace
+
+void raiseReflectionError(ClassObjectIntf const & object, Deviant deviant, ImmutableProperty const & property,
+                          Object const * value) {
+    if (!isWithoutText()) {
+        throw;
+    }
+    ImmutableClass const metaClass = object.getMetaClass(deviant);
+    std::string const what = "object of type " + quoted(metaClass.getQualifiedName()) +
+                             " [id = " + std::to_string(static_cast<int>(object.getId(deviant))) + " ]";
+    std::string const name = quoted(property.getName());
+    // A class can have narrowed what it inherits.
+    ImmutableProperty const own = metaClass.getProperty(property.getName());
+    if (own.isValid() && value != nullptr && !fits(*value, own.getType())) {
+        raiseInternalError("property " + name + " of " + what + ": found " + nameOf(*value) + ", expected " +
+                           quoted(own.getType().getQualifiedName()));
+    }
+    if (!own.isValid() || own.getStorage() != property.getStorage()) {
+        ImmutableClass const owner = property.getClass();
+        raiseInternalError(what + " has no property " + name +
+                           (owner.isValid() ? " of " + quoted(owner.getQualifiedName()) : std::string()));
+    }
+    throw;
+}
+
+} // namespace ZEL::internal

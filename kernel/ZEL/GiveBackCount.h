@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/Exception.h>
+#include <exception>
 
 namespace ZEL::internal {
 
@@ -11,8 +11,8 @@ namespace ZEL::internal {
 template <class Body> void giveBackCount(Body & body) noexcept {
     try {
         body.decRef();
-    } catch (Exception const &) {
-        // Of a body without counts there is nothing to give back.
+    } catch (std::exception const &) {
+        // Of a body without counts there is nothing to give back, not even if memory is too short to say so.
     }
 }
 

@@ -87,7 +87,7 @@ TEST_F(ForeignFile, OfCmofIsTheTopPackageOfAMetaModel) {
   <cmof:Tag xmi:id="_1" name="org.omg.xmi.nsPrefix" value="dc" element="_0 Font"/>
 </xmi:XMI>
 )"));
-    EXPECT_THAT(linesOf(reader.report()), ElementsAre("ignored Constraint.namespace 1"));
+    EXPECT_THAT(linesOf(reader.report()), ElementsAre("ignored Constraint.namespace 1", "replaced Tag.base_Element 1"));
     ASSERT_EQ(reader.referredModelCount(), 1);
 
     EXPECT_EQ(standard(model), R"(  <ZEL:MetaModel xmi:id="@1" uri="@2">
@@ -190,8 +190,11 @@ TEST_F(ForeignFile, OfOtherToolsBecomesAModel) {
   <uml:Diagram xmi:id="D1" name="d"><uml:Diagram.element><uml:DiagramElement xmi:id="D2" subject="E3"/></uml:Diagram.element></uml:Diagram>
 </xmi:XMI>
 )"));
-    EXPECT_THAT(linesOf(reader.report()), ElementsAre("skipped {http://schema.omg.org/spec/UML/2.1}Diagram 1",
-                                                      "skipped {http://schema.omg.org/spec/XMI/2.1}Extension 2"));
+    EXPECT_THAT(linesOf(reader.report()), ElementsAre("skipped {http://schema.omg.org/spec/UML/2.0}Diagram 1",
+                                                      "skipped {http://schema.omg.org/spec/XMI/2.1}Extension 2",
+                                                      "inside qualityScore 1", "inside setting 1", "inside settings 1",
+                                                      "inside {http://schema.omg.org/spec/UML/2.0}Diagram.element 1",
+                                                      "inside {http://schema.omg.org/spec/UML/2.0}DiagramElement 1"));
     EXPECT_EQ(standard(model), R"(  <uml:Model xmi:id="@1" name="m" uri="@2">
     <packagedElement xmi:id="@1_2" xmi:type="uml:Package" name="inner">
       <packagedElement xmi:id="@1_3" xmi:type="uml:Class" name="A">
@@ -214,6 +217,29 @@ TEST_F(ForeignFile, OfOtherToolsBecomesAModel) {
     EXPECT_FALSE(compare(model, XmiReader().read(folder.path("out.xmi"))));
     model.undo();
     EXPECT_TRUE(readsBack(model));
+}
+
+/// What a file names otherwise than its metamodel does is understood behind a link into one that breaks, too.
+TEST_F(ForeignFile, IsReadOnBehindALinkIntoOneThatBreaks) {
+    static_cast<void>(folder.file("broken.uml", R"(<uml:Model xmlns:uml="http://schema.omg.org/spec/UML/2.1"
+    xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmi:id="B"><packagedElement xmi:type="uml:Class" xmi:id="T">)"));
+    Model const model = readForeign(file("in.uml", R"(<uml:Model xmlns:uml="http://www.eclipse.org/uml2/3.0.0/UML"
+    xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmi:version="2.1" xmi:id="@1">
+  <packagedElement xmi:type="uml:Class" xmi:id="A" name="A">
+    <generalization xmi:id="g"><general href="broken.uml#T"/><ownedComment xmi:id="c" body="of g"/></generalization>
+    <ownedAttribute xmi:id="x" name="x"/>
+  </packagedElement>
+  <eAnnotations xmi:id="e" xmi:label="l"/>
+</uml:Model>
+)"));
+    EXPECT_THAT(linesOf(reader.report()),
+                ElementsAre("ignored StereotypeApplication.{http://schema.omg.org/spec/XMI/2.1}label 1",
+                            "unresolved Generalization.general 1",
+                            "unread file://" + folder.path("broken.uml") + " 1"));
+    EXPECT_EQ(reader.referredModelCount(), 0);
+    EXPECT_THAT(standard(model),
+                ::testing::AllOf(::testing::HasSubstr("<generalization xmi:id="), ::testing::HasSubstr("body=\"of g\""),
+                                 ::testing::HasSubstr("<ownedAttribute xmi:id=")));
 }
 
 TEST_F(ForeignFile, OfMagicDrawObeysTheDialectFirst) {

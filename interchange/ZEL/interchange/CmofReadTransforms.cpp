@@ -3,6 +3,9 @@
 #include <ZEL/interchange/CmofReadTransforms.h>
 #include <ZEL/serializer/XmiConstants.h>
 
+#include <sstream>
+#include <string>
+
 namespace ZEL::Interchange {
 
 using Serializer::Context;
@@ -39,12 +42,17 @@ ContextSequence wrap(Context const & package) {
     return sequence;
 }
 
-/// The first of several elements: an instance stands on one.
+/// An instance stands on one element: on the first of several. It is put last, since the last value of a property for one
+/// stays, and the reader tells of the others.
 ContextSequence attach(Context const & elements) {
-    std::string const & ids = elements.getFirstValue();
+    std::istringstream ids(elements.getFirstValue());
+    std::string reversed;
+    for (std::string id; ids >> id;) {
+        reversed = reversed.empty() ? id : id + ' ' + reversed;
+    }
     Context base = elements;
     base.setRole({}, "base_Element");
-    base.setAttribute(ids.substr(0, ids.find(' ')));
+    base.setAttribute(reversed);
     return base;
 }
 

@@ -88,7 +88,9 @@ ContextSequence StereotypeReadTransforms::translateElement(Context const & eleme
 
 ContextSequence StereotypeReadTransforms::translateValue(Context const & attribute) {
     if (attribute.getUri() == XmiConstants::XMI_NS_URI) {
-        return {};
+        Context kept = attribute; // for the reader to say that it has no place for it
+        kept.setParent(fTranslated);
+        return kept;
     }
     if (attribute.getRoleName().starts_with("base_")) {
         return attributeOf(fTranslated, "base_Element", attribute.getFirstValue());

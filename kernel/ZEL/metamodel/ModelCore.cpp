@@ -134,6 +134,11 @@ void ModelCore::enter(std::int32_t id, BodyCore & body) {
     }
 }
 
+std::string const * ModelCore::fileIdOf(std::int32_t id) const {
+    auto const found = fFileIds.find(id);
+    return found != fFileIds.end() ? &found->second : nullptr;
+}
+
 bool ModelCore::isValidAnywhere(BodyCore const & body) const {
     if (body.deviant_isValid(fManager.getRootDeviant())) {
         return true;

@@ -5,8 +5,10 @@
 #include <ZEL/metamodel/ModelIntf.h>
 
 #include <memory>
+#include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace ZEL::internal {
@@ -46,6 +48,14 @@ public:
     /// The next number as a plain value; put back by a read that is given up.
     [[nodiscard]] std::int32_t nextId() const noexcept { return fNextId; }
     void setNextId(std::int32_t id) noexcept { fNextId = id; }
+    /// The id that the object with this number has in the file from which the model was read, if a writer would give
+    /// another one; null if none was noted.
+    [[nodiscard]] std::string const * fileIdOf(std::int32_t id) const;
+    /// All such ids by number.
+    [[nodiscard]] std::unordered_map<std::int32_t, std::string> const & fileIds() const noexcept { return fFileIds; }
+    void noteFileId(std::int32_t id, std::string fileId) { fFileIds.insert_or_assign(id, std::move(fileId)); }
+    /// The model has been written, by the ids that a writer gives.
+    void forgetFileIds() noexcept { fFileIds.clear(); }
     /// Makes `factory` the factory of this model, held until the model goes.
     void holdFactory(BodyCore & factory);
     [[nodiscard]] bool holds(BodyCore const & factory) const noexcept { return fHeldFactory == &factory; }
@@ -89,6 +99,7 @@ private:
     std::unordered_set<BodyCore *> fForeign;
     BodyCore * fHeldFactory = nullptr;
     std::int32_t fNextId = 1;
+    std::unordered_map<std::int32_t, std::string> fFileIds;
 };
 
 } // namespace ZEL::internal

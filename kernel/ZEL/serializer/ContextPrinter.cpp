@@ -97,16 +97,35 @@ void ContextPrinter::writeReference(Context const & context) {
 
 void ContextPrinter::writeAttribute(Context const & context) {
     if (context.isMultiValued()) {
-        fXml.writeStartElement(context.getRoleName(), context.getUri());
-        for (std::size_t i = 0; i < context.getValueCount(); ++i) {
-            fXml.writeValue(context.getValue(i));
-        }
-        fXml.writeEndElement();
+        writeValues(context);
     } else if (context.getUri() == XmlConstants::XMLNS_ATTRIBUTE_NS_URI) {
         fXml.writeNamespace(context.getRoleName(), context.getFirstValue());
         fNamespaces.emplace(context.getFirstValue(), context.getRoleName());
     } else {
         fXml.writeAttribute(context.getRoleName(), context.getUri(), context.getFirstValue());
+    }
+}
+
+void ContextPrinter::writeValues(Context const & context) {
+    if (!fIsElementPerValue && context.getValueCount() > 1) {
+        ++fJoinedValues[context.getParentTypeName() + "." + context.getRoleName()];
+    }
+    fXml.writeStartElement(context.getRoleName(), context.getUri());
+    for (std::size_t i = 0; i < context.getValueCount(); ++i) {
+        if (fIsElementPerValue && i != 0) {
+            fXml.writeEndElement();
+            fXml.writeStartElement(context.getRoleName(), context.getUri());
+        }
+        fXml.writeValue(context.getValue(i));
+    }
+    fXml.writeEndElement();
+}
+
+void ContextPrinter::logJoinedValues() const {
+    for (auto const & [property, count] : fJoinedValues) {
+        Logger::instance()->warning(
+            "Objects whose values of property %s stand in one element, to be read back as one: %s", property.c_str(),
+            std::to_string(count).c_str());
     }
 }
 

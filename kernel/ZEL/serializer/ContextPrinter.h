@@ -21,8 +21,10 @@ public:
     /// By namespace URI: its prefix.
     using Namespaces = std::map<std::string, std::string>;
 
-    /// `namespaces` are those collected, and takes in those that are printed.
-    ContextPrinter(HASP::XmlWriter & xml, Namespaces & namespaces) : fXml(xml), fNamespaces(namespaces) {}
+    /// `namespaces` are those collected, and takes in those that are printed. `isElementPerValue` is about attributes
+    /// with several values.
+    ContextPrinter(HASP::XmlWriter & xml, Namespaces & namespaces, bool isElementPerValue)
+        : fXml(xml), fNamespaces(namespaces), fIsElementPerValue(isElementPerValue) {}
 
     /// Whether an element stands below the top of the file, where its role does not tell its type and `xmi:type` must.
     enum class Level : bool { Top, Nested };
@@ -34,6 +36,8 @@ public:
     void end(std::size_t elements);
     /// `write`, with all elements ended.
     void writeWhole(ContextSequence const & sequence, Level level);
+    /// Logs, by property, where several values were joined that will be read back as one.
+    void logJoinedValues() const;
 
 private:
     /// Whether the last element of the path is the parent of the one given.
@@ -42,12 +46,15 @@ private:
     void writeType(Context const & context);
     void writeReference(Context const & context);
     void writeAttribute(Context const & context);
+    void writeValues(Context const & context);
     /// The prefix of the type's namespace, a colon and the type's name; empty, with an entry in the log, if no prefix
     /// is known.
     [[nodiscard]] std::string makeTypeName(QualifiedName type);
 
     HASP::XmlWriter & fXml;
     Namespaces & fNamespaces;
+    bool const fIsElementPerValue;
+    std::map<std::string, std::size_t> fJoinedValues; ///< by class and property: in how many objects
     std::unordered_map<QualifiedName, std::string> fTypeNames;
     std::vector<Context const *> fPath; ///< of the sequence being printed: the elements around the Context at hand
 };

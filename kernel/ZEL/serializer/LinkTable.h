@@ -47,7 +47,8 @@ struct PendingLink {
     ClassObject object;
     MetaProperty const * property;
     std::size_t idBegin; ///< in the texts of its file
-    std::size_t idSize;
+    std::uint32_t idSize;
+    bool isFurther; ///< the file has another link before for this property, which takes one
 };
 
 /// What a run knows of one model: the objects by id, and the links that its file holds.

@@ -58,9 +58,9 @@ bool Merger::abortImpl() { return true; }
 
 // --- the steps of a run ----------------------------------------------------------------------------------------------
 
-void Merger::open(Model const & model) {
+void Merger::open(Model const & model, bool isMade) {
     // Noted first: what has begun must not be forgotten for want of memory.
-    fOpen.push_back({model, static_cast<std::int32_t>(model.getNextIdValue())});
+    fOpen.push_back({model, static_cast<std::int32_t>(model.getNextIdValue()), isMade});
     try {
         model.beginTransaction();
     } catch (...) {
@@ -69,9 +69,22 @@ void Merger::open(Model const & model) {
     }
 }
 
+bool Merger::giveUp(Model const & model) {
+    auto const open = std::find_if(fOpen.begin(), fOpen.end(),
+                                   [&](OpenTransaction const & transaction) { return transaction.model == model; });
+    if (open == fOpen.end() || !open->isMade) {
+        return false;
+    }
+    fOpen.erase(open);
+    std::erase(fReferredModels, model);
+    std::erase_if(fFactoryCache, [&](auto const & entry) { return entry.first.model == model.getImplementation(); });
+    model.cancelTransaction();
+    return true;
+}
+
 bool Merger::initialize() {
     for (Model const & model : fReferredModels) {
-        open(model);
+        open(model, false);
     }
     for (Model const & model : fReferredModels) {
         collectClassObjectInfo(model);
@@ -211,7 +224,7 @@ ClassObject Merger::createObject(Model const & model, std::string const & uri, s
     if (!model.isValid() && object.isValid()) {
         Model const made = object.getModelZEL();
         if (made.isValid()) {
-            open(made);
+            open(made, true);
             fReferredModels.push_back(made);
         }
     }

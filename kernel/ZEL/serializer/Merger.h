@@ -91,6 +91,7 @@ private:
     struct OpenTransaction {
         Model model;
         std::int32_t nextId; ///< before the run
+        bool isMade;         ///< by the run
     };
     struct FactoryKey {
         NSInterface::ObjectIntf const * model;
@@ -112,7 +113,12 @@ private:
     bool setProperty(ClassObject const & object, MetaProperty const & property, std::string const & value);
     bool setProperty(ClassObject const & object, MetaProperty const & property, ClassObject const & value);
 
-    void open(Model const & model);
+    /// Whether the id is that of an object that was there before and has not been met yet.
+    [[nodiscard]] bool isCollected(std::string const & id) const { return fCollectedObjects.contains(id); }
+    /// Cancels what was done to a model that the run has made, which takes no part any more. False, and nothing done, for
+    /// any other model.
+    bool giveUp(Model const & model);
+    void open(Model const & model, bool isMade);
     void collectClassObjectInfo(ClassObject const & root);
     void collect(ClassObject const & object, std::vector<ClassObject> & children);
     void clearProperty(ClassObject const & object, MetaProperty const & property);

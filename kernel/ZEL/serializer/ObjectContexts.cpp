@@ -170,14 +170,12 @@ std::optional<Context> ObjectContexts::referenceOf(std::vector<ImmutableClassObj
     bool isExternal = false;
     std::vector<std::string> texts;
     for (ImmutableClassObject const & target : targets) {
-        texts.push_back(idOf(target));
-        if (!isOfModelAtHand(target)) {
-            texts.back() = externalReference(target.getRootModel(), texts.back());
-            if (texts.back().empty()) {
-                return std::nullopt;
-            }
-            isExternal = true;
+        bool const isOutside = !isOfModelAtHand(target);
+        texts.push_back(isOutside ? externalReference(target) : idOf(target));
+        if (texts.back().empty()) {
+            return std::nullopt;
         }
+        isExternal = isExternal || isOutside;
     }
     context.setType(fPartitions.partitionOf(*targets.back().getImplementation()).type);
     if (isExternal) {
@@ -193,14 +191,28 @@ std::optional<Context> ObjectContexts::referenceOf(std::vector<ImmutableClassObj
     return context;
 }
 
-std::string ObjectContexts::externalReference(ImmutableModel const & model, std::string const & id) {
-    ModelUri const & target = uriOfModel(model);
-    if (target.text.empty() || !target.uri.isValid()) {
+std::string ObjectContexts::externalReference(ImmutableClassObject const & target) {
+    ModelUri const & model = uriOfModel(target.getRootModel());
+    HASP::Uri const & uri = model.uri;
+    if (model.text.empty() || !uri.isValid()) {
         return {};
     }
-    HASP::Uri const link(target.uri.getScheme(), target.uri.getHost(), target.uri.getPath(), id);
-    HASP::Uri const relative = link.relativize(fModelUri->uri);
-    return relative.isValid() ? relative.toString() : std::string();
+    internal::BodyCore const & body = *target.getImplementation()->internal_body();
+    internal::ModelCore const * const core = body.internal_model();
+    std::string const * const fileId = fKeepsFileIds && core != nullptr ? core->fileIdOf(body.internal_id()) : nullptr;
+    if (fileId != nullptr) {
+        // As it stands in that file: ids are compared by their characters, escapes included.
+        HASP::Uri const file = linkTo(HASP::Uri(uri.getScheme(), uri.getHost(), uri.getPath(), {}));
+        return file.isValid() ? file.toString() + "#" + *fileId : std::string();
+    }
+    return linkTo(HASP::Uri(uri.getScheme(), uri.getHost(), uri.getPath(), idOf(target))).toString();
+}
+
+/// Relative between files. What is found by its name alone, such as a metamodel, keeps it whole: a part of it would count
+/// from the place of the file that is written.
+HASP::Uri ObjectContexts::linkTo(HASP::Uri const & target) const {
+    bool const areFiles = !target.toLocalFile().empty() && !fModelUri->uri.toLocalFile().empty();
+    return areFiles ? target.relativize(fModelUri->uri) : target;
 }
 
 std::string ObjectContexts::idOf(ImmutableClassObject const & object) {

@@ -19,7 +19,9 @@ namespace ZEL::Serializer {
 /// Makes Contexts of objects: an element, its attributes and its links.
 class ObjectContexts {
 public:
-    explicit ObjectContexts(PartitionCache & partitions) : fPartitions(partitions) {}
+    /// `keepsFileIds`: objects of other models are named by the ids that they have in the files of those.
+    ObjectContexts(PartitionCache & partitions, bool keepsFileIds)
+        : fPartitions(partitions), fKeepsFileIds(keepsFileIds) {}
 
     /// Whether links that have to be left out are logged; off at first.
     void setWarnings(bool warns) noexcept { fWarns = warns; }
@@ -54,9 +56,9 @@ private:
                           ContextSequence & sequence);
     [[nodiscard]] std::optional<Context> referenceOf(std::vector<ImmutableClassObject> const & targets,
                                                      WrittenProperty const & property, Context const & parent);
-    /// The text by which a file of the model at hand names an object of another, relative where it can be; empty if it
-    /// cannot be named.
-    [[nodiscard]] std::string externalReference(ImmutableModel const & model, std::string const & id);
+    /// The text by which a file of the model at hand names an object of another; empty if it cannot be named.
+    [[nodiscard]] std::string externalReference(ImmutableClassObject const & target);
+    [[nodiscard]] HASP::Uri linkTo(HASP::Uri const & target) const;
     [[nodiscard]] std::string idOf(ImmutableClassObject const & object);
     /// Makes the object's model the one at hand.
     void selectModel(ObjectView const & object);
@@ -64,6 +66,7 @@ private:
     [[nodiscard]] ModelUri const & uriOfModel(ImmutableModel const & model);
 
     PartitionCache & fPartitions;
+    bool const fKeepsFileIds;
     bool fWarns = false;
     std::unordered_map<void const *, ModelUri> fModelUris; ///< by the model's body, which its objects keep alive
 

@@ -63,6 +63,7 @@ ParseState::ParseState(std::string const & fileName, HASP::XmlReaderSettings con
     : xml(fileName, settings),
       xmiUri(xml.intern(XmiConstants::XMI_NS_URI)),
       xmiId(xml.intern("id")),
-      xmiType(xml.intern("type")) {}
+      xmiType(xml.intern("type")),
+      xmiVersion(xml.intern("version")) {}
 
 } // namespace ZEL::Serializer

@@ -67,6 +67,7 @@ struct ParseState {
         ClassObject object; ///< null: not in an object
         MetaClass * metaClass = nullptr;
         Context context;
+        std::size_t firstGiven = 0; ///< in `given`
     };
     struct OpenElement {
         Context names; ///< of the element around it
@@ -76,22 +77,27 @@ struct ParseState {
     ParseState(std::string const & fileName, HASP::XmlReaderSettings const & settings);
 
     HASP::XmlReader xml;
-    std::string const & xmiUri; ///< this and the next two as `xml` keeps them, to be compared by address
+    std::string const & xmiUri; ///< this and the next three as `xml` keeps them, to be compared by address
     std::string const & xmiId;
     std::string const & xmiType;
+    std::string const & xmiVersion;
     RoleNames roles;
     TypeNames types;
 
     std::vector<OpenElement> elements;
-    Context currentElement; ///< names alone
+    Context currentElement;  ///< names alone
+    bool hasRoot = false;    ///< the outermost element has begun
+    bool hasVersion = false; ///< the element at hand may say of which version of XMI it is
     std::size_t objectDepth = 0;
     std::vector<Cursor> cursors;
     Cursor cursor;
+    std::vector<MetaProperty const *> given; ///< properties for one value that open objects have one for, by object
 
     bool isSkipping = false;
     std::size_t skipDepth = 0; ///< open elements inside the skipped one that have its name
     QualifiedName skipName;
-    bool isForeign = false; ///< behind a block of another tool: ids are not those of this system
+    bool countsSkipped = false; ///< whether what is inside is reported
+    bool isForeign = false;     ///< behind a block of another tool: ids are not those of this system
 
     bool isInText = false;
     std::string text;

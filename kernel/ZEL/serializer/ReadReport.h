@@ -10,21 +10,31 @@ namespace ZEL::Serializer {
 
 /// What of the files of a run did not reach a model: counts by name.
 ///
-/// A name of an element is its local name, behind its namespace in braces if it has one, and "of type" with what its
-/// `xmi:type` says; attributes, values and links are named "Class.property". Each loss is counted once. All counts are
-/// zero for files that were read without loss.
+/// A name of an element is its local name in the file, behind its namespace in braces if it has one, and "of type" with
+/// what its `xmi:type` says; attributes, values and links are named "Class.property". All counts are zero for files that
+/// were read without loss.
 class ZEL_API ReadReport {
 public:
     using Counts = std::map<std::string, std::size_t>;
 
     /// Elements left out with all they contain: of unknown name, of a class that cannot be made or that may not stand
-    /// there, or by a rule. What lies inside is not counted on its own, and `xmi:Documentation` not at all.
+    /// there, of another version of XMI, or by a rule. `xmi:Documentation` is not counted.
     [[nodiscard]] Counts const & skippedElements() const noexcept { return fSkippedElements; }
+    /// What lies inside of these, at any depth.
+    [[nodiscard]] Counts const & skippedContents() const noexcept { return fSkippedContents; }
+    /// Of the skipped elements those that are of another version of XMI, by that version.
+    [[nodiscard]] Counts const & otherVersions() const noexcept { return fOtherVersions; }
     /// Attributes that name no property of the object, or one that attributes cannot set: a composition, or what is
     /// derived.
     [[nodiscard]] Counts const & ignoredAttributes() const noexcept { return fIgnoredAttributes; }
     /// Values that the property did not take: no text of its type, or the target of a link that may not stand there.
     [[nodiscard]] Counts const & rejectedValues() const noexcept { return fRejectedValues; }
+    /// Values, links and parts that gave way to a later one, since the property takes one only.
+    [[nodiscard]] Counts const & replacedValues() const noexcept { return fReplacedValues; }
+    /// Objects that were made and that nothing contains, with all that they contain, by class: further elements at the
+    /// top, stereotypes that stand on nothing, parts that gave way to others. They are in the model, in `unparented`, but
+    /// in no file that is made of it.
+    [[nodiscard]] Counts const & uncontainedObjects() const noexcept { return fUncontainedObjects; }
     /// Links whose target was not found.
     [[nodiscard]] Counts const & unresolvedReferences() const noexcept { return fUnresolvedReferences; }
     /// Files that links lead to and that were not read, by URI.
@@ -32,15 +42,23 @@ public:
     [[nodiscard]] bool isEmpty() const noexcept;
 
     void addSkippedElement(std::string const & name) { ++fSkippedElements[name]; }
+    void addSkippedContent(std::string const & name) { ++fSkippedContents[name]; }
+    void addOtherVersion(std::string const & version) { ++fOtherVersions[version]; }
     void addIgnoredAttribute(std::string const & name) { ++fIgnoredAttributes[name]; }
     void addRejectedValue(std::string const & name) { ++fRejectedValues[name]; }
+    void addReplacedValue(std::string const & name) { ++fReplacedValues[name]; }
+    void addUncontainedObject(std::string const & name) { ++fUncontainedObjects[name]; }
     void addUnresolvedReference(std::string const & name) { ++fUnresolvedReferences[name]; }
     void addUnreadFile(std::string const & uri) { ++fUnreadFiles[uri]; }
 
 private:
     Counts fSkippedElements;
+    Counts fSkippedContents;
+    Counts fOtherVersions;
     Counts fIgnoredAttributes;
     Counts fRejectedValues;
+    Counts fReplacedValues;
+    Counts fUncontainedObjects;
     Counts fUnresolvedReferences;
     Counts fUnreadFiles;
 };

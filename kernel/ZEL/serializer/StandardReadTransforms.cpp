@@ -69,6 +69,9 @@ StandardReadTransforms::StandardReadTransforms() {
     addTransform(role(xmi, "XMI"), [this](Context const & context) { return beginFile(context); });
     addTransform(roleBelow(xmi, "XMI", xmi, "version"),
                  [this](Context const & context) { return checkVersion(context); });
+    addTransform(role(xmi, "version"), [](Context const & context) {
+        return context.getFirstValue() == XmiConstants::XMI_VERSION ? ContextSequence() : ContextSequence(context);
+    });
     addTransform(role(xmi, "Documentation"), skip);
     addTransform(roleBelow(uml, "Model", none, "nextIdValue"), takeId);
     addTransform(roleBelow(uml20, "Model", none, "nextIdValue"), takeId);
@@ -85,7 +88,7 @@ StandardReadTransforms::StandardReadTransforms() {
 
     setOnCreate([this](Context const &, ClassObject const & object) { tieNextId(object); });
     setResolveReference([](std::string const &, Reference const &) { return LinkedElement(); });
-    setPostTransform([this](Model const & model) { restoreNextId(model); });
+    setPostTransform([this](Model const & model) { endFile(model); });
 }
 
 /// The value of an outer file waits until this one has been read, and is not for this one's model.
@@ -143,14 +146,23 @@ void StandardReadTransforms::tieNextId(ClassObject const & object) {
     }
 }
 
-void StandardReadTransforms::restoreNextId(Model model) {
+void StandardReadTransforms::begin(Model const & model) {
+    tieNextId(model);
+    raiseNextId(model);
+}
+
+void StandardReadTransforms::raiseNextId(Model const & model) const {
+    auto const found = fIdsByModel.find(model.getUri());
+    if (found != fIdsByModel.end()) {
+        // Never below an id that is in use.
+        auto const present = static_cast<std::int32_t>(model.getNextIdValue());
+        model.setNextIdValue(std::max(found->second, present));
+    }
+}
+
+void StandardReadTransforms::endFile(Model const & model) {
     if (model.isValid()) {
-        auto const found = fIdsByModel.find(model.getUri());
-        if (found != fIdsByModel.end()) {
-            // Never below an id that is in use.
-            auto const present = static_cast<std::int32_t>(model.getNextIdValue());
-            model.setNextIdValue(std::max(found->second, present));
-        }
+        raiseNextId(model);
     }
     if (!fNextIds.empty()) {
         fNextIdValue = fNextIds.back();

@@ -21,6 +21,11 @@ public:
     StandardReadTransforms(StandardReadTransforms const &) = delete;
     StandardReadTransforms & operator=(StandardReadTransforms const &) = delete;
 
+    /// Sets the id counter of a model, none of whose objects has been made yet, to the value that its file has given so
+    /// far: no number that the file may give to an object goes to one without. Nothing if the file gave none, or a lower
+    /// value than the model has.
+    void begin(Model const & model);
+
 private:
     ContextSequence beginFile(Context const & context);
     ContextSequence holdBack(Context const & context);
@@ -30,7 +35,8 @@ private:
     Context releaseSkipped(std::string const & value);
 
     void tieNextId(ClassObject const & object);
-    void restoreNextId(Model model);
+    void raiseNextId(Model const & model) const;
+    void endFile(Model const & model);
 
     std::int32_t fNextIdValue = 0;
     std::deque<std::int32_t> fNextIds;               ///< read and not yet tied to a model

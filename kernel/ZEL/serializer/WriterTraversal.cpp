@@ -38,8 +38,8 @@ WriterTraversal::WriterTraversal(HASP::XmlWriter & xml, XmiWriterSettings const 
       fFunctions(functions),
       fIsPlain(isPlain),
       fHasDefaults(functions.areDefaults()),
-      fContexts(fPartitions),
-      fPrinter(xml, fNamespaces) {}
+      fContexts(fPartitions, settings.getKeepFileIds()),
+      fPrinter(xml, fNamespaces, settings.getElementPerValue()) {}
 
 void WriterTraversal::collect(ImmutableClassObject const & object) { visit(object); }
 
@@ -48,6 +48,7 @@ void WriterTraversal::write(ImmutableClassObject const & object) {
     fContexts.setWarnings(true);
     fTransformers.setSerializePhase(true);
     visit(object);
+    fPrinter.logJoinedValues();
 }
 
 void WriterTraversal::Frame::start(ImmutableClassObject const & newObject, WrittenProperty const * newProperty,

@@ -10,6 +10,7 @@
 #include <exception>
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace ZEL::Serializer {
 namespace {
@@ -59,13 +60,17 @@ void XmiReaderImpl::readInto(std::string const & localFile) {
     if (fSettings.getInputFormat().getFormat() == XmiFormat::MagicDraw) {
         fTransformers.addTransformer(std::make_shared<MagicDrawReadTransforms>());
     }
-    fTransformers.addTransformer(std::make_shared<StandardReadTransforms>());
+    fStandardRules = std::make_shared<StandardReadTransforms>();
+    fTransformers.addTransformer(fStandardRules);
     AtExit const abort([this] { abortMerger(); });
     fMerger->initialize();
+    noteUncontained();
     Model const result = run();
     popState();
     if (result.isValid()) {
+        std::vector<Model> const models = fMerger->getReferredModels();
         fMerger->teardown();
+        reportUncontained(models);
     } else {
         // Without a model there is nothing to merge: what the given models hold is not to be taken for left out.
         fReferredModels.clear();
@@ -80,6 +85,7 @@ void XmiReaderImpl::forgetLinks() noexcept {
     fTargetFiles.clear();
     fLinkRuns.clear();
     fLinkTargets.clear();
+    fFormerlyUncontained.clear();
 }
 
 void XmiReaderImpl::abortMerger() noexcept {

@@ -15,6 +15,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -25,6 +26,7 @@ class Uri;
 namespace ZEL::Serializer {
 
 struct Reference;
+class StandardReadTransforms;
 
 /// The body of `XmiReader`.
 ///
@@ -57,11 +59,14 @@ private:
     struct Made {
         ClassObject object;
         MetaClass * metaClass = nullptr;
+        bool isNew = false; ///< made, not found in a model that is merged into
     };
     /// Where links with a certain URI lead.
     struct TargetFile {
         Model registered; ///< a metamodel that is in memory; else invalid
         FileModel * file = nullptr;
+        std::unordered_map<std::string, std::int32_t>
+            numbers; ///< by the ids in the file that `registered` was read from
     };
 
     // --- a run (XmiReaderImpl.cpp) -----------------------------------------------------------------------------------
@@ -82,15 +87,19 @@ private:
     void characters(ParseState & state);
     void makeContexts(ParseState & state, ContextSequence & sequence);
     [[noreturn]] void raiseParseError(ParseState const & state);
+    [[nodiscard]] std::string parseErrorOf(ParseState const & state) const;
 
     // --- applying Contexts (XmiReaderImplProcess.cpp) ----------------------------------------------------------------
     void process(ParseState & state, ContextSequence && sequence);
     void applyContext(ParseState & state, Context & context, bool & entered);
     void enter(ParseState & state, Made && made, Context && context);
     void leave(ParseState & state);
-    void startSkipping(ParseState & state, Context const & context);
+    void startSkipping(ParseState & state);
+    [[nodiscard]] static std::string labelOfElement(ParseState const & state);
+    [[nodiscard]] bool isOfOtherVersion(ParseState & state, ContextSequence const & applied);
     void applyText(ParseState & state);
     void applyAttribute(ParseState & state, Context const & context);
+    void applyValue(ParseState & state, MetaProperty const & property, std::string const & text);
     void applyReference(ParseState & state, Context const & context);
 
     // --- objects (XmiReaderImplObjects.cpp) --------------------------------------------------------------------------
@@ -99,10 +108,19 @@ private:
     [[nodiscard]] Made createObject(ParseState & state, Context const & context);
     [[nodiscard]] bool adoptModel(ParseState & state, Model const & model, Context const & context);
     void enterId(ParseState & state, ClassObject const & object, std::string const & id);
+    static void noteFileId(ClassObject const & object, std::string_view id);
     [[nodiscard]] FileModel & fileModelOf(ParseState & state, ClassObject const & object);
     bool setValue(ClassObject const & object, MetaProperty const & property, ClassObject const & value,
                   MetaClass const & valueClass);
     void reportRejected(ClassObject const & object, MetaProperty const & property);
+    void reportReplaced(ClassObject const & object, MetaProperty const & property);
+    /// Whether the object at hand has got a value for the property from the file already, which takes one only.
+    [[nodiscard]] static bool isGiven(ParseState const & state, MetaProperty const & property);
+    static void noteGiven(ParseState & state, MetaProperty const & property);
+    static void giveUp(Made const & made);
+    // Before and after what is left over of a merge is destroyed.
+    void noteUncontained();
+    void reportUncontained(std::vector<Model> const & models);
     [[nodiscard]] MetaClassCache & metaClasses() noexcept { return fMerger->metaClasses(); }
 
     // --- links (XmiReaderImplLinks.cpp) ------------------------------------------------------------------------------
@@ -111,10 +129,10 @@ private:
     void resolveReferences();
     void resolveReference(FileModel & file, PendingLink const & link, Reference & scratch);
     [[nodiscard]] TargetFile const & targetFile(std::string_view uri);
-    [[nodiscard]] ClassObject findInMetaModel(Model const & model, std::string const & uri,
+    [[nodiscard]] ClassObject findInMetaModel(TargetFile const & target, std::string const & uri,
                                               std::string const & fragment);
     [[nodiscard]] ClassObject findTarget(FileModel & file, PendingLink const & link);
-    bool setLink(ClassObject const & object, MetaProperty const & property, ClassObject const & target);
+    bool setLink(ClassObject const & object, MetaProperty const & property, ClassObject const & target, bool isFurther);
     void reportUnresolved(PendingLink const & link);
     void noteEnd(PendingLink const & link, ClassObject const & target);
     void restoreEnds();
@@ -127,12 +145,15 @@ private:
     [[nodiscard]] std::optional<std::string> followExternal(HASP::Uri const & reference, ClassObject const & object);
     [[nodiscard]] std::string locate(HASP::Uri const & file) const;
     void readExternal(std::string const & uri, std::string const & localFile);
+    /// Reads the file of the current state, which a link has led to. False if the read goes on without it.
+    [[nodiscard]] bool runExternal(Model & model);
     [[nodiscard]] bool isInRootFolder(std::string const & localFile) const;
 
     TransformerRegistry fTransformers;
     XmiReaderSettings fSettings;
     unsigned int fNesting = 0; ///< external files that are being read
     std::shared_ptr<Merger> fMerger;
+    std::shared_ptr<StandardReadTransforms> fStandardRules; ///< of this run
     std::deque<ParseState> fStates;
     LinkTable fLinks;
     Model fResult;
@@ -143,6 +164,7 @@ private:
     std::pair<std::string const, TargetFile> const * fLastTarget = nullptr;
     std::vector<LinkRun> fLinkRuns; ///< the last one may still grow
     std::vector<ClassObject> fLinkTargets;
+    std::unordered_set<NSInterface::ObjectIntf const *> fFormerlyUncontained; ///< in the models that are merged into
     ReadReport fReport;
 };
 

@@ -70,15 +70,30 @@ void XmiReaderImpl::raiseParseError(ParseState const & state) {
     HASP::Location const place = state.xml.getLocation();
     raiseInternalError("Error encountered while parsing " + place.getSystemId() + " at line " +
                        std::to_string(place.getLineNumber()) + ", column " + std::to_string(place.getColumnNumber()) +
-                       " : " + state.xml.error());
+                       " : " + parseErrorOf(state));
+}
+
+/// What is wrong with the XML. Nobody may learn what is in a file by a link to it, so what is quoted of such a file is
+/// left out; errors without a line are those of the file itself.
+std::string XmiReaderImpl::parseErrorOf(ParseState const & state) const {
+    std::string text = state.xml.error();
+    std::size_t const first = text.find('\'');
+    if (&state != &fStates.front() && state.xml.getLocation().getLineNumber() != 0 && first != std::string::npos) {
+        text.replace(first + 1, text.rfind('\'') - first - 1, "...");
+    }
+    return text;
 }
 
 void XmiReaderImpl::startElement(ParseState & state) {
     QualifiedName const name = state.roles.of(&state.xml.getNamespaceURI(), &state.xml.getLocalName());
     state.elements.push_back({state.currentElement, state.objectDepth});
+    state.hasRoot = true;
     if (state.isSkipping) {
         if (name == state.skipName && ++state.skipDepth == 0) {
             raiseInternalError("Invalid state in XmiReaderImpl (Too many levels of skipping)");
+        }
+        if (state.countsSkipped) {
+            fReport.addSkippedContent(labelOfElement(state));
         }
         return;
     }
@@ -100,6 +115,8 @@ void XmiReaderImpl::makeContexts(ParseState & state, ContextSequence & sequence)
             id = attribute.localName == &state.xmiId ? &attribute : id;
             type = attribute.localName == &state.xmiType ? &attribute : type;
         }
+        state.hasVersion |= attribute.localName == &state.xmiVersion ||
+                            (attribute.uri != &state.xmiUri && !attribute.uri->empty() && state.elements.size() == 1);
     }
 
     Context element;

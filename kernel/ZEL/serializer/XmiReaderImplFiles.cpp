@@ -77,23 +77,47 @@ void XmiReaderImpl::readExternal(std::string const & uri, std::string const & lo
     }
     pushState(localFile);
     Logger::instance()->log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_ExternalRefPrologue, uri);
-    if (fSettings.getSkipUnreadableExternalFiles() && !state().xml.hasNext()) {
-        // Not even one element: there is no such file, or it is no XML.
-        Logger::instance()->warning("Unable to read %s : %s", localFile, state().xml.error());
+    Model model;
+    if (!runExternal(model)) {
+        Logger::instance()->warning("Unable to read %s : %s", localFile, parseErrorOf(state()));
         popState();
-        fParsedModels.emplace(uri, Model());
+        fParsedModels.insert_or_assign(uri, Model());
         fReport.addUnreadFile(uri);
         return;
     }
-    ++fNesting;
-    Model const model = run();
-    --fNesting;
     Logger::instance()->log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_ExternalRefEpilogue, uri);
     if (model.isValid()) {
         fReferredModels.push_back(model);
     }
     fParsedModels.insert_or_assign(uri, model);
     popState();
+}
+
+bool XmiReaderImpl::runExternal(Model & model) {
+    try {
+        ++fNesting;
+        model = run();
+        --fNesting;
+        return true;
+    } catch (Exception const &) {
+        --fNesting;
+        // Whatever else has gone wrong is nothing that doing without this file would mend.
+        if (!fSettings.getSkipUnreadableExternalFiles() || !state().xml.hasError()) {
+            throw;
+        }
+        if (state().model.isValid() && !fMerger->giveUp(state().model)) {
+            throw; // a given model of which half is new
+        }
+    }
+    if (state().hasRoot) {
+        fTransformers.postTransform(Model());
+    }
+    if (FileModel * const file = state().fileModel) {
+        file->objects = ObjectIds();
+        file->links.clear();
+        file->linkTexts.clear();
+    }
+    return false;
 }
 
 bool XmiReaderImpl::isInRootFolder(std::string const & localFile) const {

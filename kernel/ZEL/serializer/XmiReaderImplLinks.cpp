@@ -6,6 +6,7 @@
 #include <ZEL/Messages.h>
 #include <ZEL/MetaModelRegistry.h>
 #include <ZEL/String.h>
+#include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/serializer/LinkedElement.h>
 #include <ZEL/serializer/Reference.h>
@@ -16,6 +17,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <unordered_set>
 #include <utility>
@@ -41,11 +43,16 @@ std::string_view takeToken(std::string_view & rest) noexcept {
     return token;
 }
 
+std::unordered_map<std::int32_t, std::string> const & fileIdsOf(Model const & model) {
+    return model.getImplementation()->internal_body()->internal_model()->fileIds();
+}
+
 } // namespace
 
 void XmiReaderImpl::recordReference(ParseState & state, std::string const & text, ClassObject const & object,
                                     MetaProperty const & property) {
     std::string_view rest(text);
+    bool isFurther = isGiven(state, property);
     for (std::string_view token = takeToken(rest); !token.empty(); token = takeToken(rest)) {
         std::string external;
         // Without this sign there is no fragment, and nothing but a URI with a fragment leads out of the file.
@@ -62,8 +69,11 @@ void XmiReaderImpl::recordReference(ParseState & state, std::string const & text
         }
         std::string_view const id = external.empty() ? token : std::string_view(external);
         FileModel & file = state.fileModel != nullptr ? *state.fileModel : fileModelOf(state, object);
-        file.links.push_back({object, &property, file.linkTexts.size(), id.size()});
+        file.links.push_back(
+            {object, &property, file.linkTexts.size(), static_cast<std::uint32_t>(id.size()), isFurther});
         file.linkTexts += id;
+        noteGiven(state, property);
+        isFurther = !property.isMany;
     }
 }
 
@@ -84,22 +94,27 @@ void XmiReaderImpl::resolveReference(FileModel & file, PendingLink const & link,
     std::vector<LinkedElement> const links = fTransformers.resolveReference(file.uri, scratch);
     if (!links.empty()) {
         for (LinkedElement const & resolved : links) {
-            setLink(resolved.object, metaClasses().of(resolved.property), resolved.target);
+            setLink(resolved.object, metaClasses().of(resolved.property), resolved.target, link.isFurther);
         }
         return;
     }
     ClassObject const target = findTarget(file, link);
     if (target.getImplementationWithoutAssert() == nullptr) {
         reportUnresolved(link);
-    } else if (setLink(link.object, *link.property, target)) {
+    } else if (setLink(link.object, *link.property, target, link.isFurther)) {
         noteEnd(link, target);
     }
 }
 
-bool XmiReaderImpl::setLink(ClassObject const & object, MetaProperty const & property, ClassObject const & target) {
+bool XmiReaderImpl::setLink(ClassObject const & object, MetaProperty const & property, ClassObject const & target,
+                            bool isFurther) {
+    Object const former =
+        isFurther && property.storage.has(object) ? Object(property.storage.getOne(object)) : Object();
     bool const isSet = setValue(object, property, target, metaClasses().of(target));
     if (!isSet) {
         reportRejected(object, property);
+    } else if (former.getImplementationWithoutAssert() != nullptr && former != target) {
+        reportReplaced(object, property);
     }
     return isSet;
 }
@@ -114,7 +129,7 @@ ClassObject XmiReaderImpl::findTarget(FileModel & file, PendingLink const & link
 
     TargetFile const & target = targetFile(uri);
     if (target.registered.isValid()) {
-        ClassObject const found = findInMetaModel(target.registered, std::string(uri), std::string(fragment));
+        ClassObject const found = findInMetaModel(target, std::string(uri), std::string(fragment));
         if (found.isValid()) {
             return found;
         }
@@ -124,6 +139,9 @@ ClassObject XmiReaderImpl::findTarget(FileModel & file, PendingLink const & link
         return ClassObject();
     }
     ClassObject const * const found = target.file->objects.find(fragment);
+    if (isOutside && found != nullptr && found->isValid()) {
+        noteFileId(*found, fragment);
+    }
     if (found == nullptr || !found->isValid()) {
         Logger::instance()->log(LogLevel::error, Messages::ZEL_Serializer_XmiReader_ReferenceResolutionError,
                                 link.property->name, metaClasses().nameOf(link.object), fragment);
@@ -139,16 +157,28 @@ XmiReaderImpl::TargetFile const & XmiReaderImpl::targetFile(std::string_view uri
     }
     auto const [entry, isNew] = fTargetFiles.try_emplace(std::string(uri));
     if (isNew) {
-        entry->second = {MetaModelRegistry::instance()->getModelFromUri(entry->first), fLinks.find(entry->first)};
+        TargetFile & target = entry->second;
+        target.registered = MetaModelRegistry::instance()->getModelFromUri(entry->first);
+        target.file = fLinks.find(entry->first);
+        if (target.registered.isValid()) {
+            for (auto const & [number, id] : fileIdsOf(target.registered)) {
+                target.numbers.emplace(id, number);
+            }
+        }
     }
     fLastTarget = &*entry;
     return entry->second;
 }
 
-ClassObject XmiReaderImpl::findInMetaModel(Model const & model, std::string const & uri, std::string const & fragment) {
+ClassObject XmiReaderImpl::findInMetaModel(TargetFile const & target, std::string const & uri,
+                                           std::string const & fragment) {
+    Model const & model = target.registered;
     if (fragment.starts_with(XmiConstants::ZEL_ID_PREFIX)) {
         Integer const number = getIdValue(fragment);
         return number != Integer(0) ? model.getObjectById(number) : ClassObject();
+    }
+    if (auto const number = target.numbers.find(fragment); number != target.numbers.end()) {
+        return model.getObjectById(Integer(number->second));
     }
     auto const & objects = GlobalXMIIdToObjectMap::getMap();
     auto const found = objects.find(uri + "#" + fragment);

@@ -5,10 +5,15 @@
 #include <ZEL/Logger.h>
 #include <ZEL/Messages.h>
 #include <ZEL/String.h>
+#include <ZEL/metamodel/ModelCore.h>
+#include <ZEL/sequences/Sequence.h>
+#include <ZEL/serializer/StandardReadTransforms.h>
 #include <ZEL/serializer/XmiReaderImpl.h>
 
 #include <hasp_util/Uri.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace ZEL::Serializer {
@@ -18,7 +23,7 @@ XmiReaderImpl::Made XmiReaderImpl::makeTopLevel(ParseState & state, Context cons
     if (made.metaClass == nullptr) {
         Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_XmiReader_InvalidTopLevelElement,
                                 context.getUri(), context.getRoleName());
-        startSkipping(state, context);
+        startSkipping(state);
     }
     return made;
 }
@@ -26,7 +31,7 @@ XmiReaderImpl::Made XmiReaderImpl::makeTopLevel(ParseState & state, Context cons
 XmiReaderImpl::Made XmiReaderImpl::makeChild(ParseState & state, Context const & context) {
     MetaProperty const * const property = state.cursor.metaClass->find(context.getRole());
     if (property == nullptr) {
-        startSkipping(state, context);
+        startSkipping(state);
         return {};
     }
     if (property->isDataType) {
@@ -41,15 +46,21 @@ XmiReaderImpl::Made XmiReaderImpl::makeChild(ParseState & state, Context const &
     }
     Made made = createObject(state, context);
     if (made.metaClass != nullptr && setValue(state.cursor.object, *property, made.object, *made.metaClass)) {
+        if (isGiven(state, *property)) {
+            reportReplaced(state.cursor.object, *property);
+        }
+        noteGiven(state, *property);
         return made;
     }
-    startSkipping(state, context);
+    giveUp(made);
+    startSkipping(state);
     return {};
 }
 
 XmiReaderImpl::Made XmiReaderImpl::createObject(ParseState & state, Context const & context) {
     bool const hadModel = state.fileModel != nullptr;
     std::string const & id = context.getFirstValue();
+    bool const isNew = !fMerger->isCollected(id);
     ClassObject object = fMerger->createObject(state.model, context.getUri(), context.getRoleName(),
                                                context.getTypeUri(), context.getTypeName(), id);
     if (!object.isValid()) {
@@ -68,7 +79,7 @@ XmiReaderImpl::Made XmiReaderImpl::createObject(ParseState & state, Context cons
         }
     }
     enterId(state, object, id);
-    return {std::move(object), &metaClass};
+    return {std::move(object), &metaClass, isNew};
 }
 
 /// Makes the model that of the file.
@@ -89,12 +100,24 @@ bool XmiReaderImpl::adoptModel(ParseState & state, Model const & model, Context 
     fParsedModels.insert_or_assign(uri.toString(), model);
     state.model = model;
     state.fileModel = &fLinks.of(uri.toString());
+    fStandardRules->begin(model);
     return true;
 }
 
 void XmiReaderImpl::enterId(ParseState & state, ClassObject const & object, std::string const & id) {
     if (!id.empty() && !fileModelOf(state, object).objects.enter(id, object)) {
         Logger::instance()->warning("Id %s occurs more than once in model %s", id, fileModelOf(state, object).uri);
+    }
+    if (fNesting != 0) {
+        noteFileId(object, id); // any object of the file may become the target of a link from another one
+    }
+}
+
+/// For those who write links to the object while the file stays as it is.
+void XmiReaderImpl::noteFileId(ClassObject const & object, std::string_view id) {
+    internal::BodyCore const & body = *object.getImplementation()->internal_body();
+    if (body.internal_model() != nullptr && !id.empty() && id != getPrefixedId(object.getSiid().str())) {
+        body.internal_model()->noteFileId(body.internal_id(), std::string(id));
     }
 }
 
@@ -118,6 +141,62 @@ bool XmiReaderImpl::setValue(ClassObject const & object, MetaProperty const & pr
                                 metaClasses().nameOf(value));
     }
     return isSet;
+}
+
+/// An object without a place would be in no file, but links to it would.
+void XmiReaderImpl::giveUp(Made const & made) {
+    if (made.metaClass != nullptr && made.isNew && !made.object.getContainerZEL().isValid()) {
+        made.object.destroy();
+    }
+}
+
+bool XmiReaderImpl::isGiven(ParseState const & state, MetaProperty const & property) {
+    auto const first = state.given.begin() + static_cast<std::ptrdiff_t>(state.cursor.firstGiven);
+    return !property.isMany && std::find(first, state.given.end(), &property) != state.given.end();
+}
+
+void XmiReaderImpl::noteGiven(ParseState & state, MetaProperty const & property) {
+    if (!property.isMany) {
+        state.given.push_back(&property);
+    }
+}
+
+void XmiReaderImpl::reportReplaced(ClassObject const & object, MetaProperty const & property) {
+    Logger::instance()->warning("A further value of property %s of object %s takes the place of the one before",
+                                property.name, metaClasses().nameOf(object));
+    fReport.addReplacedValue(metaClasses().of(object).name() + "." + property.name);
+}
+
+// --- what is left without a place ----------------------------------------------------------------------------------------
+
+void XmiReaderImpl::noteUncontained() {
+    for (Model const & model : fMerger->getReferredModels()) {
+        model.getUnparented().forEach(
+            [&](Object const & object) { fFormerlyUncontained.insert(object.getImplementation()); });
+    }
+}
+
+void XmiReaderImpl::reportUncontained(std::vector<Model> const & models) {
+    std::vector<ImmutableClassObject> found;
+    for (Model const & model : models) {
+        if (model.isValid()) {
+            model.getUnparented().forEach([&](ClassObject const & object) {
+                if (fFormerlyUncontained.count(object.getImplementation()) == 0) {
+                    found.emplace_back(object);
+                }
+            });
+        }
+    }
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        ImmutableClassObject const object = found[i]; // the list grows on the way
+        std::string const name = object.getMetaClass().getName();
+        fReport.addUncontainedObject(name);
+        object.getContaineeZELs().forEach([&](ImmutableClassObject const & part) { found.push_back(part); });
+    }
+    for (auto const & [name, count] : fReport.uncontainedObjects()) {
+        Logger::instance()->warning("Objects of class %s that nothing contains, and no file will hold: %s", name,
+                                    std::to_string(count));
+    }
 }
 
 void XmiReaderImpl::reportRejected(ClassObject const & object, MetaProperty const & property) {

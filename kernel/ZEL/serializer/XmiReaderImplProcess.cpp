@@ -1,30 +1,29 @@
 // What comes out of the rules, applied to objects.
 
+#include <ZEL/Constants.h>
 #include <ZEL/Exception.h>
 #include <ZEL/Logger.h>
 #include <ZEL/Messages.h>
-#include <ZEL/NamespaceRegistry.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/XmiReaderImpl.h>
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace ZEL::Serializer {
 namespace {
 
-std::string labelOf(QualifiedName name) {
-    return name.hasUri() ? "{" + name.getUri() + "}" + name.getName() : name.getName();
+std::string labelOf(std::string const & uri, std::string const & name) {
+    return uri.empty() ? name : "{" + uri + "}" + name;
 }
+std::string labelOf(QualifiedName name) { return labelOf(name.getUri(), name.getName()); }
 
-/// An element by its name and, where the file gives one, by its type with the usual prefix.
-std::string labelOf(Context const & element) {
-    QualifiedName const type = element.getType();
-    if (type.isEmpty() || type == element.getRole()) {
-        return labelOf(element.getRole());
-    }
-    std::string const prefix = NamespaceRegistry::instance()->getPrefixFromMetaUri(type.getUri());
-    return labelOf(element.getRole()) + " of type " + (prefix.empty() ? labelOf(type) : prefix + ":" + type.getName());
+/// Whether the namespace is that of a version of XMI.
+bool isXmiNamespace(std::string_view uri) {
+    static std::string const earlier = std::string(OMG_SCHEMA_BASE) + "/spec/XMI/";
+    return uri.starts_with(earlier) || uri.starts_with("http://www.omg.org/spec/XMI/") ||
+           uri == "http://www.omg.org/XMI";
 }
 
 } // namespace
@@ -34,13 +33,17 @@ void XmiReaderImpl::process(ParseState & state, ContextSequence && sequence) {
     Context skipped;
     bool entered = false;
     bool isFirst = true;
+    if (isOfOtherVersion(state, applied)) {
+        startSkipping(state);
+        applied.clear();
+    }
     for (Context & context : applied) {
         if (context.skipContext() && (context.isExtension() || context.isElement())) {
             state.isForeign = state.isForeign || context.isExtension();
             skipped = context;
             // The first element stands for the one in the file, even if rules have given it other names.
             if (isFirst || context == state.currentElement) {
-                startSkipping(state, context);
+                startSkipping(state);
             }
         } else if ((context.isAttribute() || context.isReference()) && skipped.isParentOf(context)) {
             continue;
@@ -73,7 +76,28 @@ void XmiReaderImpl::applyContext(ParseState & state, Context & context, bool & e
     }
 }
 
-void XmiReaderImpl::startSkipping(ParseState & state, Context const & context) {
+/// Whether the element says, after all rules, that it is of another version of XMI. The root of a file does so, too, by
+/// any attribute in the namespace of another version: ids and types could not be told there.
+bool XmiReaderImpl::isOfOtherVersion(ParseState & state, ContextSequence const & applied) {
+    if (!std::exchange(state.hasVersion, false)) {
+        return false;
+    }
+    for (Context const & context : applied) {
+        bool const isOfThis = context.getUri() == XmiConstants::XMI_NS_URI;
+        if (!context.isAttribute() || !isXmiNamespace(context.getUri())) {
+            continue;
+        }
+        bool const isVersion = context.getRoleName() == "version";
+        if (isVersion ? !(isOfThis && context.getFirstValue() == XmiConstants::XMI_VERSION)
+                      : !isOfThis && state.elements.size() == 1) {
+            fReport.addOtherVersion(isVersion ? context.getFirstValue() : context.getUri());
+            return true;
+        }
+    }
+    return false;
+}
+
+void XmiReaderImpl::startSkipping(ParseState & state) {
     if (state.isSkipping) {
         raiseInternalError("Invalid skip state in XmiReaderImpl");
     }
@@ -82,9 +106,21 @@ void XmiReaderImpl::startSkipping(ParseState & state, Context const & context) {
     state.isSkipping = true;
     state.skipDepth = 0;
     // What a file says of itself is no part of a model.
-    if (context.getRole() != QualifiedName(XmiConstants::XMI_NS_URI, "Documentation")) {
-        fReport.addSkippedElement(labelOf(context));
+    state.countsSkipped = state.skipName != QualifiedName(XmiConstants::XMI_NS_URI, "Documentation");
+    if (state.countsSkipped) {
+        fReport.addSkippedElement(labelOfElement(state));
     }
+}
+
+/// The element at hand as the file names it, whatever rules have made of it.
+std::string XmiReaderImpl::labelOfElement(ParseState const & state) {
+    std::string label = labelOf(state.xml.getNamespaceURI(), state.xml.getLocalName());
+    for (HASP::XmlReader::Attribute const & attribute : state.xml.attributes()) {
+        if (attribute.uri == &state.xmiUri && attribute.localName == &state.xmiType) {
+            label.append(" of type ").append(attribute.value);
+        }
+    }
+    return label;
 }
 
 // --- objects on the way ------------------------------------------------------------------------------------------------
@@ -94,7 +130,7 @@ void XmiReaderImpl::enter(ParseState & state, Made && made, Context && context) 
     // Bindings of this element went in before, so they are in the copy too and stay when the object is left.
     state.types.pushContext();
     state.cursors.push_back(std::move(state.cursor));
-    state.cursor = {std::move(made.object), made.metaClass, std::move(context)};
+    state.cursor = {std::move(made.object), made.metaClass, std::move(context), state.given.size()};
 }
 
 void XmiReaderImpl::leave(ParseState & state) {
@@ -102,6 +138,7 @@ void XmiReaderImpl::leave(ParseState & state) {
         raiseInternalError("Invalid empty Cursor stack in XmiReaderImpl");
     }
     fTransformers.onCreate(state.cursor.context, state.cursor.object);
+    state.given.resize(state.cursor.firstGiven);
     state.cursor = std::move(state.cursors.back());
     state.cursors.pop_back();
     state.types.popContext();
@@ -136,13 +173,30 @@ void XmiReaderImpl::applyAttribute(ParseState & state, Context const & context) 
         // A number given behind the back of the model would be lost for its look-up; and the place of a model is where
         // it was read from, not where it lay when it was written.
         bool const isOfFile = property->name == "id" || (property->name == "uri" && metaClass.isModel());
-        if (!isOfFile && !fMerger->setProperty(state.cursor.object, *property, context.getFirstValue())) {
-            reportRejected(state.cursor.object, *property);
+        if (!isOfFile) {
+            applyValue(state, *property, context.getFirstValue());
         }
     } else if (!property->isComposite && !property->isDerived) {
         recordReference(state, context.getFirstValue(), state.cursor.object, *property);
     } else {
         fReport.addIgnoredAttribute(metaClass.name() + "." + property->name);
+    }
+}
+
+void XmiReaderImpl::applyValue(ParseState & state, MetaProperty const & property, std::string const & text) {
+    ClassObject const & object = state.cursor.object;
+    auto const present = [&] {
+        return property.storage.has(object) ? property.storage.getOne(object).toString().str() : std::string();
+    };
+    bool const isFurther = isGiven(state, property);
+    std::string const former = isFurther ? present() : std::string();
+    if (!fMerger->setProperty(object, property, text)) {
+        reportRejected(object, property);
+        return;
+    }
+    noteGiven(state, property);
+    if (isFurther && former != present()) {
+        reportReplaced(object, property);
     }
 }
 

@@ -2,6 +2,7 @@
 #include <ZEL/Exception.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/Object.h>
 #include <ZEL/serializer/XmiWriter.h>
 #include <ZEL/serializer/XmiWriterImpl.h>
@@ -25,6 +26,15 @@ private:
     bool fFormer;
 };
 
+/// Writes the model to where its URI says; from then on its objects have the ids in that file that a writer gives.
+bool writeModel(XmiWriterImpl & writer, std::string const & file, ImmutableModel const & model) {
+    if (!writer.write(file, model)) {
+        return false;
+    }
+    model.getImplementation()->internal_body()->internal_model()->forgetFileIds();
+    return true;
+}
+
 } // namespace
 
 XmiWriter::XmiWriter(XmiWriterSettings const & settings) : fImpl(std::make_shared<XmiWriterImpl>(settings)) {}
@@ -39,7 +49,7 @@ bool XmiWriter::write(std::string const & file, Model model) {
     }
     WithoutAssertions const withoutAssertions;
     model.setUri(uri.toString());
-    return writeObject(file, model);
+    return writeModel(*fImpl, file, model);
 }
 
 bool XmiWriter::write(ImmutableModel const & model) {
@@ -51,7 +61,7 @@ bool XmiWriter::write(ImmutableModel const & model) {
     if (file.empty()) {
         raiseInternalError("Unable to create URI from output file " + text);
     }
-    return writeObject(file, model);
+    return writeModel(*fImpl, file, model);
 }
 
 bool XmiWriter::writeObject(std::string const & file, ImmutableObject const & object) {

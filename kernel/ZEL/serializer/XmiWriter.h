@@ -31,8 +31,12 @@ class XmiWriterImpl;
 /// default.
 ///
 /// All values of a multi-valued property of a data type are written into one element without anything between them, and
-/// are read back as one value. A link to an object that no longer exists leaves out all links of the property; this is
-/// logged.
+/// are read back as one value, unless the settings ask for an element per value. A link to an object that no longer exists
+/// leaves out all links of the property. Both are logged.
+///
+/// A link into another file is made relative to the URI of the object's model; one to what has no file, such as a
+/// registered metamodel, stays whole. The ids in it are those that a writer gives to the objects of the other model; if that
+/// was read from a file with other ids and is not written itself, see `XmiWriterSettings::setKeepFileIds`.
 class ZEL_API XmiWriter {
 public:
     /// Gives what an object amounts to, and in the VisitableContext what is to be descended into.

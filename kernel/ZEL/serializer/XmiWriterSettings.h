@@ -25,11 +25,23 @@ public:
     [[nodiscard]] bool getAutoFlush() const noexcept { return fAutoFlush; }
     void setAutoFlush(bool flush) noexcept { fAutoFlush = flush; }
 
+    /// Whether each value of a multi-valued property of a data type gets an element of its own, so that as many values
+    /// are read back. Otherwise all stand in one element, without anything between them. Default false.
+    [[nodiscard]] bool getElementPerValue() const noexcept { return fElementPerValue; }
+    void setElementPerValue(bool isEach) noexcept { fElementPerValue = isEach; }
+    /// Whether a link into another model names its target by the id that it has in the file from which that model was
+    /// read, until that model is written; otherwise by the id that a writer would give. For models that are written
+    /// without those they refer to. Default false.
+    [[nodiscard]] bool getKeepFileIds() const noexcept { return fKeepFileIds; }
+    void setKeepFileIds(bool keep) noexcept { fKeepFileIds = keep; }
+
 private:
     std::string fXmiVersion;
     bool fPreferAttributes = true;
     XmiFormat fOutputFormat = XmiFormat::Standard;
     bool fAutoFlush = false;
+    bool fElementPerValue = false;
+    bool fKeepFileIds = false;
 };
 
 } // namespace ZEL::Serializer

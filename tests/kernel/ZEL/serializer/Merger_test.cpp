@@ -102,6 +102,25 @@ TEST_F(Merging, OfAFileWithoutAModelChangesNothing) {
     }
 }
 
+TEST_F(Merging, AGivenModelWhoseFileBreaksEndsTheReadEvenIfFilesMayBeLeftOut) {
+    MetaModel const model = start(element("Class", 3, "name='A'"));
+    std::string const text =
+        document(ReaderTest::model("<packagedElement xmi:type='ZEL:Class' xmi:id='@@3' name='T'/>", kOther));
+    MetaModel const other(reader.read(file("other.xmi", text)));
+    file("other.xmi", text.substr(0, text.size() - 40));
+    settings.setSkipUnreadableExternalFiles(true);
+    reader = XmiReader(settings);
+    auto * const merger = new Merger(model);
+    merger->addReferredModel(other);
+    reader.setMerger(merger);
+    std::string const link = "<superClass xmi:type='ZEL:Class' href='other.xmi#@@3'/>";
+    file("in.xmi", document(ReaderTest::model(element("Class", 3, "name='B'", link))));
+    EXPECT_THAT(raisedText([&] { reader.read(folder.path("in.xmi")); }),
+                ::testing::StartsWith("Error encountered while parsing " + folder.path("other.xmi")));
+    EXPECT_TRUE(compare(model, copy));
+    EXPECT_THAT(elementNames(other), ElementsAre("T"));
+}
+
 TEST_F(Merging, CanBringBackAnIdThatWasDestroyed) {
     std::string const a = element("Class", 3, "name='A'");
     std::string const both = a + element("Class", 5, "name='B'");

@@ -68,8 +68,12 @@ inline std::vector<std::string> linesOf(ReadReport const & report) {
         }
     };
     add("skipped", report.skippedElements());
+    add("inside", report.skippedContents());
+    add("version", report.otherVersions());
     add("ignored", report.ignoredAttributes());
     add("rejected", report.rejectedValues());
+    add("replaced", report.replacedValues());
+    add("uncontained", report.uncontainedObjects());
     add("unresolved", report.unresolvedReferences());
     add("unread", report.unreadFiles());
     return lines;

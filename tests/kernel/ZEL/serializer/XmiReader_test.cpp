@@ -13,6 +13,7 @@ namespace ZEL::Serializer::Test {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
@@ -53,6 +54,17 @@ TEST_F(Reading, RestoresTheIdCounterFromTheHead) {
     EXPECT_EQ(100, read(document(head + "100'/>" + model(""))).getNextIdValue());
     EXPECT_EQ(51, read(document(head + "3'/>" + model(element("Class", 50)))).getNextIdValue())
         << "never below an id in use";
+}
+
+TEST_F(Reading, GivesElementsWithoutAnIdOfThisSystemNumbersThatNoOtherHas) {
+    for (std::string const attributes : {"", " xmi:id='E_1'"}) {
+        std::string const ahead = "<packagedElement xmi:type='ZEL:Class' name='A'" + attributes + "/>";
+        MetaModel const model = read(document("<xmi:Extension extender='The Quillon Inc.' nextIdValue='@100'/>" +
+                                              ReaderTest::model(ahead + element("Class", 3, "name='B'"))));
+        EXPECT_EQ(100, named(model, "A").getId());
+        EXPECT_EQ(3, named(model, "B").getId());
+        EXPECT_EQ(101, model.getNextIdValue());
+    }
 }
 
 TEST_F(Reading, IgnoresAttributesThatBelongToTheFile) {
@@ -99,7 +111,7 @@ TEST_F(Reading, TellsWhatDoesNotReachTheModel) {
                a),
          {"A"},
          {},
-         {"skipped other 1"}},
+         {"skipped other 1", "inside other 1", "inside packagedElement of type ZEL:Class 2"}},
         {"elements of classes that cannot be made or may not stand there",
          model(element("Classifier", 6, "name='abstract'", "<name>inside</name>") + element("Nonsense", 7, "name='n'") +
                element("Nonsense", 8) + element("Comment", 9, "body='text'") +
@@ -108,27 +120,59 @@ TEST_F(Reading, TellsWhatDoesNotReachTheModel) {
          {"Type PackageableElement of property packagedElement on top doesn't match type Comment of value [noname]",
           "Unable to create factory for {}packagedElement with type {urn:x}Class"},
          {"skipped packagedElement of type ZEL:Classifier 1", "skipped packagedElement of type ZEL:Comment 1",
-          "skipped packagedElement of type ZEL:Nonsense 2", "skipped packagedElement of type {urn:x}Class 1"}},
+          "skipped packagedElement of type ZEL:Nonsense 2", "skipped packagedElement of type x:Class 1",
+          "inside name 1"}},
+        {"a second value of a property for one",
+         model(element("Class", 5, "name='A' isAbstract='true'",
+                       "<name>B</name><isAbstract>true</isAbstract>" + attribute(6, "name='a' type='@5 gone @7 @7'") +
+                           attribute(11, "type='@5'", "<ownedComment xmi:type='ZEL:Comment'/><type xmi:idref='@5'/>")) +
+               element("Class", 7, "name='C'") +
+               element("Constraint", 8, "name='c'",
+                       "<specification xmi:type='ZEL:OpaqueExpression' xmi:id='@9'>"
+                       "<ownedComment xmi:type='ZEL:Comment'/></specification>"
+                       "<specification xmi:type='ZEL:OpaqueExpression' xmi:id='@10'/>")),
+         {"B", "C", "c"},
+         {"A further value of property name of object B takes the place of the one before",
+          "A further value of property specification of object c takes the place of the one before",
+          "Unable to resolve property (association) type from a to object with id gone",
+          "A further value of property type of object a takes the place of the one before",
+          "Objects of class Comment that nothing contains, and no file will hold: 1",
+          "Objects of class OpaqueExpression that nothing contains, and no file will hold: 1"},
+         {"replaced Class.name 1", "replaced Constraint.specification 1", "replaced Property.type 1",
+          "uncontained Comment 1", "uncontained OpaqueExpression 1", "unresolved Property.type 1"}},
+        {"elements at the top beside the model",
+         model(a) + "<ZEL:Package xmi:id='@7'>" + element("Class", 6, "name='B'") + "</ZEL:Package><ZEL:Package/>",
+         {"A"},
+         {"Objects of class Class that nothing contains, and no file will hold: 1",
+          "Objects of class Package that nothing contains, and no file will hold: 2"},
+         {"uncontained Class 1", "uncontained Package 2"}},
+        {"an object that may not stand where it does, and a link to it",
+         model(element("Comment", 6) + "<ownedComment xmi:type='ZEL:Comment' annotatedElement='@6'/>" + a),
+         {"A"},
+         {"Type PackageableElement of property packagedElement on top doesn't match type Comment of value [noname]",
+          "Unable to resolve property (association) annotatedElement from [noname] to object with id " + filled("@6")},
+         {"skipped packagedElement of type ZEL:Comment 1", "unresolved Comment.annotatedElement 1"}},
         {"types that cannot be understood",
          model("<packagedElement xmi:type='Class'/><packagedElement xmi:type='no:Class'/>"),
          {},
          {"Invalid format for XMI type name Class", "Unable to create factory for {}packagedElement with type {}",
           "Namespace prefix no not present in namespace registry",
           "Unable to create factory for {}packagedElement with type {}"},
-         {"skipped packagedElement 2"}},
+         {"skipped packagedElement of type Class 1", "skipped packagedElement of type no:Class 1"}},
         {"top elements of unknown metamodels or classes",
          "<x:Thing xmlns:x='urn:x'><x:Thing/></x:Thing>" + model(a) + "<ZEL:Nonsense/>",
          {"A"},
          {"Unable to create element {urn:x}Thing",
           "Unable to create element {http://schema.omg.org/spec/MOF/2.0}Nonsense"},
-         {"skipped {http://schema.omg.org/spec/MOF/2.0}Nonsense 1", "skipped {urn:x}Thing 1"}},
+         {"skipped {http://schema.omg.org/spec/MOF/2.0}Nonsense 1", "skipped {urn:x}Thing 1", "inside {urn:x}Thing 1"}},
         {"blocks of other tools, but not this one's",
          model("<xmi:Extension name='X' extender='Other'>" + a + "<xmi:Extension/></xmi:Extension>" +
                "<xmi:Extension extender='The Quillon Inc.'>" + element("Class", 6, "name='own'") +
                "</xmi:Extension><xmi:Extension name='X'>" + element("Class", 7, "name='plain'") + "</xmi:Extension>"),
          {"own", "plain"},
          {},
-         {"skipped {http://schema.omg.org/spec/XMI/2.1}Extension 1"}},
+         {"skipped {http://schema.omg.org/spec/XMI/2.1}Extension 1", "inside packagedElement of type ZEL:Class 1",
+          "inside {http://schema.omg.org/spec/XMI/2.1}Extension 1"}},
     };
     for (Case const & c : cases) {
         SCOPED_TRACE(c.what);
@@ -152,7 +196,29 @@ TEST_F(Reading, OfAnotherVersionGivesNoModelAndNoError) {
     std::string text = document(model(""));
     EXPECT_FALSE(read(text.replace(text.find("2.1"), 3, "2.0")).isValid());
     EXPECT_THAT(log.texts(), IsEmpty());
-    EXPECT_THAT(reported(), ElementsAre("skipped {http://schema.omg.org/spec/XMI/2.1}XMI 1"));
+    EXPECT_THAT(reported(), ElementsAre("skipped {http://schema.omg.org/spec/XMI/2.1}XMI 1",
+                                        "inside topPackage of type ZEL:Package 1",
+                                        "inside {http://schema.omg.org/spec/MOF/2.0}MetaModel 1", "version 2.0 1"));
+
+    // Without an envelope the model itself says it.
+    auto const bare = [&](std::string const & uri, std::string const & attributes) {
+        return read("<ZEL:MetaModel xmlns:xmi='" + uri + "' xmlns:ZEL='http://schema.omg.org/spec/MOF/2.0' " +
+                    attributes + "><topPackage xmi:type='ZEL:Package'/></ZEL:MetaModel>");
+    };
+    std::string const own = "http://schema.omg.org/spec/XMI/2.1";
+    EXPECT_TRUE(bare(own, "xmi:version='2.1' version='7'").getTopPackage().isValid());
+    EXPECT_THAT(reported(), ElementsAre("ignored MetaModel.version 1"));
+    std::pair<std::string, std::string> const others[] = {
+        {own, "xmi:version='2.0'"},
+        {"http://www.omg.org/XMI", "xmi:version='2.0'"},
+        {"http://www.omg.org/spec/XMI/20131001", "xmi:version='20131001'"},
+        {"http://schema.omg.org/spec/XMI/2.0", "xmi:version='2.1'"},
+        {"http://www.omg.org/spec/XMI/20110701", "xmi:id='m'"},
+    };
+    for (auto const & [uri, attributes] : others) {
+        EXPECT_FALSE(bare(uri, attributes).isValid()) << uri << attributes;
+        EXPECT_EQ(1u, reader.report().otherVersions().size()) << uri << attributes;
+    }
 }
 
 TEST_F(Reading, OfANameWithoutUriGivesNothing) {
@@ -316,11 +382,38 @@ TEST_F(ReadingSeveralFiles, FailsAsAWholeIfOneIsMissingUnlessTold) {
     std::string const uri = "file://" + folder.path("gone.xmi");
     EXPECT_THAT(log.texts(LogLevel::error), ElementsAre("Unable to find elements corresponding to model " + uri));
     EXPECT_THAT(reported(), ElementsAre("unresolved Property.type 1", "unread " + uri + " 1"));
+}
 
-    file("broken.xmi", document(other()).substr(0, 400));
-    EXPECT_THAT(raisedText([&] { read(document(linked("broken.xmi#x"))); }),
-                StartsWith("Error encountered while parsing " + folder.path("broken.xmi")))
-        << "half a model is no model";
+TEST_F(ReadingSeveralFiles, GoesOnWithoutAFileThatBreaksInItsMiddleIfTold) {
+    // Behind the place where it breaks, links of this file and into it are open, and those of others are not.
+    std::string const link = "<superClass xmi:type='ZEL:Class' href='";
+    file("third.xmi", document(model("<packagedElement xmi:type='ZEL:Class' xmi:id='_zel_t_3' name='T3'/>", "t")));
+    file("broken.xmi", document(other(link + "third.xmi#_zel_t_3'/>" + link + "in.xmi#@5'/><secret:token/>")));
+    std::string const error = "Error encountered while parsing " + folder.path("broken.xmi") + " at line 5, column ";
+    std::string const text =
+        document(model(element("Class", 5, "name='A'", link + "broken.xmi#@@3'/>" + link + "third.xmi#_zel_t_3'/>")));
+    std::string const raised = raisedText([&] { read(text); });
+    EXPECT_THAT(raised, StartsWith(error));
+    EXPECT_THAT(raised, ::testing::EndsWith(" : prefix '...' is not declared")) << "what it holds is not told";
+
+    settings.setSkipUnreadableExternalFiles(true);
+    reader = XmiReader(settings);
+    log.clear();
+    MetaModel const model = read(text);
+    ASSERT_TRUE(model.isValid());
+    EXPECT_THAT(names(classNamed(model, "A").getSuperClasses()), ElementsAre("T3"));
+    EXPECT_EQ(0, classNamed(model, "A").getSubClasses().size());
+    ASSERT_EQ(1, reader.referredModelCount());
+    EXPECT_EQ("t", referredModel().getUuidBase().str());
+    std::string const uri = "file://" + folder.path("broken.xmi");
+    EXPECT_THAT(reported(), ElementsAre("unresolved Class.superClass 1", "unread " + uri + " 1"));
+    EXPECT_THAT(log.texts(),
+                ElementsAre("Unable to read " + folder.path("broken.xmi") + " : prefix '...' is not declared",
+                            "Unable to find elements corresponding to model " + uri));
+    EXPECT_EQ(1, model.getUndoStackLength());
+
+    file("in.xmi", document("<secret:token/>"));
+    EXPECT_THAT(raisedText([&] { reader.read(folder.path("in.xmi")); }), HasSubstr("prefix 'secret' is not declared"));
 }
 
 TEST_F(ReadingSeveralFiles, OpensNothingOutsideTheRootFolder) {
@@ -404,7 +497,8 @@ TEST_F(Reading, SkipsTheContentOfAnElementThatARuleLeavesOutByAnotherName) {
                                       element("Package", 7, "name='P'"));
     EXPECT_EQ(model.getTopPackage().getOwnedComments().size(), 0);
     EXPECT_THAT(elementNames(model), ElementsAre("P"));
-    EXPECT_THAT(reported(), ElementsAre("skipped dropped of type {urn:other}Dropped 1"));
+    EXPECT_THAT(reported(), ElementsAre("skipped packagedElement of type ZEL:Class 1",
+                                        "inside ownedComment of type ZEL:Comment 1"));
 }
 
 TEST_F(Reading, CallsTransformersForOneRunAndTellsThemOfCompletedObjects) {

@@ -12,6 +12,7 @@
 #include <ZEL/metamodel/OpaqueExpression.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/tools/Comparator.h>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -184,6 +185,59 @@ TEST_F(XmiWriterTest, LinkToAModelInANeighbouringFileIsRelative) {
     open.commit();
 }
 
+TEST_F(XmiWriterTest, LinkBetweenWhatHasNoFileIsWhole) {
+    model.setUri("http://schema.omg.org/spec/MOF/other");
+    ImmutableDataType const text = String::MetaDataType();
+    addAttribute(addClass("C"), "a").setType(DataType(text.getImplementation(), text.getDeviant()));
+    ASSERT_TRUE(writer.writeObject(path, model));
+    EXPECT_THAT(folder.content("m.xmi"), HasSubstr("<type xmi:type=\"ZEL:PrimitiveType\" "
+                                                   "href=\"http://schema.omg.org/spec/MOF/2.0#_zel_"));
+    XmiReader reader;
+    MetaModel const read(reader.read(path));
+    EXPECT_THAT(linesOf(reader.report()), testing::IsEmpty());
+    EXPECT_EQ(Class(read.getTopPackage().getPackagedElements().at(0)).getOwnedAttributes().at(0).getType(), text);
+}
+
+TEST_F(XmiWriterTest, LinkIntoAFileOfOtherIdsKeepsThoseUntilThatModelIsWritten) {
+    std::string const xmi = "<xmi:XMI xmi:version='2.1' xmlns:xmi='http://schema.omg.org/spec/XMI/2.1' "
+                            "xmlns:ZEL='http://schema.omg.org/spec/MOF/2.0'><ZEL:MetaModel xmi:id='";
+    static_cast<void>(folder.file("other.xmi", xmi + "M'><topPackage xmi:type='ZEL:Package' xmi:id='P%20\xC3\xA9'>"
+                                                     "<packagedElement xmi:type='ZEL:Class' xmi:id='E1' name='D'/>"
+                                                     "</topPackage></ZEL:MetaModel></xmi:XMI>"));
+    std::string const in = folder.file(
+        "in.xmi", xmi + "I'><topPackage xmi:type='ZEL:Package' xmi:id='Q'><ownedComment xmi:type='ZEL:Comment'>"
+                        "<annotatedElement xmi:type='ZEL:Class' href='other.xmi#E1'/>"
+                        "<annotatedElement xmi:type='ZEL:Package' href='other.xmi#P%20\xC3\xA9'/>"
+                        "</ownedComment></topPackage></ZEL:MetaModel></xmi:XMI>");
+    XmiReader reader;
+    MetaModel const read(reader.read(in));
+    ASSERT_EQ(reader.referredModelCount(), 1);
+    Model const other(reader.getReferredModel(0));
+    XmiWriterSettings settings;
+    auto const hrefs = [&] {
+        std::string const target = folder.path("out.xmi");
+        EXPECT_TRUE(XmiWriter(settings).write(target, read));
+        XmiReader again;
+        EXPECT_EQ(Comment(MetaModel(again.read(target)).getTopPackage().getOwnedComments().at(0))
+                      .getAnnotatedElements()
+                      .size(),
+                  settings.getKeepFileIds() ? 2 : 0);
+        std::string const text =
+            std::regex_replace(folder.content("out.xmi"), std::regex(other.getUuidBase().str()), "u");
+        std::vector<std::string> found;
+        std::regex const href("href=\"([^\"]*)\"");
+        for (std::sregex_iterator at(text.begin(), text.end(), href); at != std::sregex_iterator(); ++at) {
+            found.push_back((*at)[1]);
+        }
+        return found;
+    };
+    EXPECT_THAT(hrefs(), ElementsAre("other.xmi#_zel_u_3", "other.xmi#_zel_u_2"));
+    settings.setKeepFileIds(true);
+    EXPECT_THAT(hrefs(), ElementsAre("other.xmi#E1", "other.xmi#P%20\xE9"));
+    ASSERT_TRUE(XmiWriter().write(ImmutableModel(other)));
+    EXPECT_THAT(hrefs(), ElementsAre("other.xmi#_zel_u_3", "other.xmi#_zel_u_2"));
+}
+
 TEST_F(XmiWriterTest, AllValuesOfAMultiValuedPropertyStandInOneElement) {
     Constraint const rule = factory.createConstraint();
     package.getOwnedRules().push_back(rule);
@@ -191,12 +245,27 @@ TEST_F(XmiWriterTest, AllValuesOfAMultiValuedPropertyStandInOneElement) {
     rule.setSpecification(expression);
     expression.getBodies().push_back("a < b");
     expression.getBodies().push_back("& c");
+    LogCapture log;
     EXPECT_EQ(written(), file(5, R"(      <ownedRule xmi:id="@1_3" xmi:type="ZEL:Constraint">
         <specification xmi:id="@1_4" xmi:type="ZEL:OpaqueExpression">
           <body>a &lt; b&amp; c</body>
         </specification>
       </ownedRule>
 )"));
+    EXPECT_THAT(log.texts(),
+                ElementsAre("Objects whose values of property OpaqueExpression.body stand in one element, to be "
+                            "read back as one: 1"));
+    log.clear();
+
+    XmiWriterSettings settings;
+    settings.setElementPerValue(true);
+    writer = XmiWriter(settings);
+    EXPECT_THAT(written(), HasSubstr(R"(
+          <body>a &lt; b</body>
+          <body>&amp; c</body>
+        </specification>)"));
+    EXPECT_TRUE(compare(model, XmiReader().read(path)));
+    EXPECT_THAT(log.texts(), testing::IsEmpty());
 }
 
 TEST_F(XmiWriterTest, LinkToADestroyedObjectLeavesOutThePropertyAndIsLoggedOnce) {

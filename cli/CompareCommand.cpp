@@ -2,6 +2,7 @@
 
 #include "Files.h"
 #include "Models.h"
+#include "Options.h"
 #include "Progress.h"
 
 #include <ZEL/MetaModelRegistry.h>
@@ -64,12 +65,13 @@ bool isEqual(ZEL::Comparator & comparator) {
 void CompareCommand::declare(CLI::App & app) {
     app.add_option("A", fFirst, "A model file")->required();
     app.add_option("B", fSecond, "Another one")->required();
+    addRoot(app, fSettings);
 }
 
 ExitCode CompareCommand::run() {
-    OpenModel const first = readModel(fFirst);
+    OpenModel const first = readModel(fFirst, fSettings);
     SharedCompanions const companions(first.companions, fSecond);
-    ZEL::Serializer::XmiReaderSettings settings;
+    ZEL::Serializer::XmiReaderSettings settings = fSettings;
     settings.setExternalUriResolver([&companions](std::string const & uri) { return companions.fileFor(uri); });
     OpenModel const second = readModel(fSecond, settings);
 

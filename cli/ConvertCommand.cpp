@@ -28,15 +28,15 @@ void requireNoCompanion(std::string const & output, OpenModel const & opened, st
 void ConvertCommand::declare(CLI::App & app) {
     app.add_option("IN", fInput, "The file to read")->required();
     app.add_option("OUT", fOutput, "The file to write; links into other files are made relative to it")->required();
+    addRoot(app, fSettings);
     addFormat(app, "--from", fFrom, {"standard", "magicdraw"}, "The dialect of IN");
     addFormat(app, "--to", fTo, {"standard", "magicdraw", "rhapsody"}, "The dialect of OUT");
 }
 
 ExitCode ConvertCommand::run() {
-    ZEL::Serializer::XmiReaderSettings settings;
-    settings.setInputFormat(fFrom);
+    fSettings.setInputFormat(fFrom);
     requireWritable(fOutput);
-    OpenModel const opened = readModel(fInput, settings);
+    OpenModel const opened = readModel(fInput, fSettings);
     requireNoCompanion(fOutput, opened, fInput);
     writeModel(fOutput, opened.model, fTo);
     std::cout << printable(fOutput) << ": " << counted(ZEL::objectsIn(opened.model).size(), "object") << '\n';

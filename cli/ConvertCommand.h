@@ -3,6 +3,7 @@
 #include "Command.h"
 
 #include <ZEL/serializer/XmiFormat.h>
+#include <ZEL/serializer/XmiReaderSettings.h>
 
 #include <string>
 
@@ -19,6 +20,7 @@ private:
     std::string fOutput;
     ZEL::Serializer::XmiFormat fFrom = ZEL::Serializer::XmiFormat::Standard;
     ZEL::Serializer::XmiFormat fTo = ZEL::Serializer::XmiFormat::Standard;
+    ZEL::Serializer::XmiReaderSettings fSettings;
 };
 
 } // namespace cli

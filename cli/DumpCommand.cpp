@@ -1,6 +1,7 @@
 #include "DumpCommand.h"
 
 #include "Models.h"
+#include "Options.h"
 #include "Text.h"
 
 #include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>
@@ -24,10 +25,13 @@ protected:
 
 } // namespace
 
-void DumpCommand::declare(CLI::App & app) { app.add_option("FILE", fFile, "A model file")->required(); }
+void DumpCommand::declare(CLI::App & app) {
+    app.add_option("FILE", fFile, "A model file")->required();
+    addRoot(app, fSettings);
+}
 
 ExitCode DumpCommand::run() {
-    OpenModel const opened = readModel(fFile);
+    OpenModel const opened = readModel(fFile, fSettings);
     DumpWriter(std::cout).visitObject(opened.model);
     std::cout << '\n'; // each line of the writer begins with a line end
     return Done;

@@ -2,6 +2,8 @@
 
 #include "Command.h"
 
+#include <ZEL/serializer/XmiReaderSettings.h>
+
 #include <string>
 
 namespace cli {
@@ -14,6 +16,7 @@ public:
 
 private:
     std::string fFile;
+    ZEL::Serializer::XmiReaderSettings fSettings;
 };
 
 } // namespace cli

@@ -2,6 +2,7 @@
 
 #include "Losses.h"
 #include "Models.h"
+#include "Options.h"
 
 #include <ZEL/Integer.h>
 #include <ZEL/NamespaceRegistry.h>
@@ -39,10 +40,13 @@ std::size_t heightOf(std::vector<ZEL::ImmutableClassObject> const & objects) {
 
 } // namespace
 
-void InfoCommand::declare(CLI::App & app) { app.add_option("FILE", fFile, "A model file")->required(); }
+void InfoCommand::declare(CLI::App & app) {
+    app.add_option("FILE", fFile, "A model file")->required();
+    addRoot(app, fSettings);
+}
 
 ExitCode InfoCommand::run() {
-    OpenModel const opened = openModel(fFile);
+    OpenModel const opened = openModel(fFile, fSettings);
     ZEL::Model const & model = opened.model;
     std::vector<ZEL::ImmutableClassObject> const objects = ZEL::objectsIn(model);
     std::string const metaUri = model.getMetaClass().getRootModel().getUri();

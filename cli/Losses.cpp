@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <iomanip>
 #include <iostream>
+#include <iterator>
+#include <string_view>
 
 namespace cli {
 namespace {
@@ -18,10 +20,13 @@ struct Kind {
     ReadReport::Counts const & (ReadReport::*counts)() const noexcept;
 };
 
-constexpr std::array<Kind, 5> kKinds{{
+constexpr std::array<Kind, 8> kKinds{{
     {"elements skipped", "element", &ReadReport::skippedElements},
+    {"elements in them", "element", &ReadReport::skippedContents},
     {"attributes ignored", "attribute", &ReadReport::ignoredAttributes},
     {"values refused", "value", &ReadReport::rejectedValues},
+    {"values replaced by a later one", "value", &ReadReport::replacedValues},
+    {"objects that nothing contains", "object", &ReadReport::uncontainedObjects},
     {"links without target", "link", &ReadReport::unresolvedReferences},
     {"files not read", "file", &ReadReport::unreadFiles},
 }};
@@ -30,13 +35,16 @@ constexpr std::array<Kind, 5> kKinds{{
 
 std::string summaryOf(ReadReport const & report) {
     std::string text;
-    for (Kind const & kind : kKinds) {
-        std::size_t total = 0;
-        for (auto const & [name, count] : (report.*kind.counts)()) {
+    std::size_t total = 0;
+    for (auto kind = kKinds.begin(); kind != kKinds.end(); ++kind) {
+        for (auto const & [name, count] : (report.*kind->counts)()) {
             total += count;
         }
-        if (total != 0) {
-            text += (text.empty() ? "" : ", ") + counted(total, kind.noun);
+        auto const next = std::next(kind);
+        bool const isLastOfNoun = next == kKinds.end() || std::string_view(next->noun) != kind->noun;
+        if (isLastOfNoun && total != 0) {
+            text += (text.empty() ? "" : ", ") + counted(total, kind->noun);
+            total = 0;
         }
     }
     return text;

@@ -29,13 +29,15 @@ namespace {
 /// Why no model came out of a file that is well-formed.
 std::string whyNoModel(ZEL::Serializer::ReadReport const & losses) {
     std::vector<std::string> found;
+    bool isOtherXmi = !losses.otherVersions().empty();
     for (auto const & [name, count] : losses.skippedElements()) {
-        if (name.ends_with("}XMI")) {
-            return "its XMI is of another version than 2.1";
-        }
+        isOtherXmi = isOtherXmi || name.ends_with("}XMI");
         if (!name.starts_with("{http://schema.omg.org/spec/XMI/")) {
             found.push_back(name);
         }
+    }
+    if (isOtherXmi) {
+        return "its XMI is of another version than 2.1";
     }
     std::string reason = "it holds no model of a known metamodel";
     if (!found.empty()) {
@@ -112,6 +114,8 @@ void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Seriali
     NoLeftover noLeftover(file);
     ZEL::Serializer::XmiWriterSettings settings;
     settings.setOutputFormat(format);
+    settings.setElementPerValue(true);
+    settings.setKeepFileIds(true); // nobody writes the files that the model refers to
     ZEL::Serializer::XmiWriter writer(settings);
     std::string reason;
     try {

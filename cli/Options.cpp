@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
 #include <limits>
 #include <system_error>
 
@@ -52,6 +53,18 @@ void addFormat(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFor
     app.add_option_function<std::string>(name, take, description + ": " + anyOf(formats) + "; default standard")
         ->check(check)
         ->type_name("DIALECT");
+}
+
+void addRoot(CLI::App & app, ZEL::Serializer::XmiReaderSettings & settings) {
+    auto const check = [](std::string const & text) {
+        std::error_code failure;
+        return std::filesystem::is_directory(text, failure) ? std::string()
+                                                            : "found " + nameOf(text) + ", expected a folder";
+    };
+    auto const take = [&settings](std::string const & folder) { settings.setExternalRootFolder(folder); };
+    app.add_option_function<std::string>("--root", take, "Links open no file outside of this folder; default any file")
+        ->check(check)
+        ->type_name("FOLDER");
 }
 
 std::string anyOf(std::vector<std::string> const & names) {

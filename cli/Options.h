@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ZEL/serializer/XmiFormat.h>
+#include <ZEL/serializer/XmiReaderSettings.h>
 
 #include <string>
 #include <vector>
@@ -21,6 +22,9 @@ CLI::Option & addNumber(CLI::App & app, std::string const & name, unsigned int &
 /// Adds an option for the name of a format of files.
 void addFormat(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFormat & format,
                std::vector<std::string> const & formats, std::string const & description);
+
+/// Adds the option for the folder that bounds which files links may open.
+void addRoot(CLI::App & app, ZEL::Serializer::XmiReaderSettings & settings);
 
 /// "a", "a or b", "a, b or c".
 [[nodiscard]] std::string anyOf(std::vector<std::string> const & names);

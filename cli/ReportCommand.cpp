@@ -2,6 +2,7 @@
 
 #include "Files.h"
 #include "Models.h"
+#include "Options.h"
 #include "Progress.h"
 #include "Text.h"
 
@@ -64,12 +65,13 @@ void writePage(ZEL::Model const & model, std::string const & name, std::string c
 void ReportCommand::declare(CLI::App & app) {
     app.add_option("FILE", fFile, "A model file")->required();
     app.add_option("OUT", fOutput, "The page to write; .html is put behind a name that does not end so")->required();
+    addRoot(app, fSettings);
 }
 
 ExitCode ReportCommand::run() {
     std::string const name = withoutEnding(fOutput);
     std::string const page = writablePage(name);
-    OpenModel const opened = readModel(fFile);
+    OpenModel const opened = readModel(fFile, fSettings);
     writePage(opened.model, name, page);
     std::cout << printable(page) << '\n';
     return Done;

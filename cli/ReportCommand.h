@@ -2,6 +2,8 @@
 
 #include "Command.h"
 
+#include <ZEL/serializer/XmiReaderSettings.h>
+
 #include <string>
 
 namespace cli {
@@ -15,6 +17,7 @@ public:
 private:
     std::string fFile;
     std::string fOutput;
+    ZEL::Serializer::XmiReaderSettings fSettings;
 };
 
 } // namespace cli

@@ -22,12 +22,15 @@ TEST_F(Commands, InfoNamesAndCountsWhatWasLeftOut) {
     makeVariant("library.xmi", "<ownedAttribute ", "<ownedAttribute lower=\"x\" ");
     makeVariant("library.xmi", "  </ZEL:MetaModel>", "    <other><other/></other>\n  </ZEL:MetaModel>");
     std::filesystem::remove(folder.path("library-types.xmi"));
-    std::string const sum = "2 elements, 1 attribute, 1 value, 73 links, 1 file";
+    std::string const sum = "10 elements, 1 attribute, 1 value, 73 links, 1 file";
     EXPECT_THAT(shell("zel info library.xmi"),
                 isResult(AllOf(HasSubstr("\nleft out     " + sum + "\n"),
                                HasSubstr("\n\nelements skipped\n"
                                          "       1 other\n"
                                          "       1 packagedElement of type ZEL:Enumeratoin\n"
+                                         "\nelements in them\n"
+                                         "       1 other\n"
+                                         "       7 ownedLiteral of type ZEL:EnumerationLiteral\n"
                                          "\nattributes ignored\n"
                                          "       1 Package.colour\n"
                                          "\nvalues refused\n"
@@ -39,6 +42,39 @@ TEST_F(Commands, InfoNamesAndCountsWhatWasLeftOut) {
     EXPECT_THAT(shell("zel convert library.xmi copy.xmi").error,
                 "zel: library.xmi: left out: " + sum + " (see zel info)\n")
         << "other commands say it in one line";
+}
+
+TEST_F(Commands, ConvertKeepsTheIdsOfFilesThatItDoesNotWriteAndEveryValueOfMany) {
+    std::string const head = "<xmi:XMI xmi:version='2.1' xmlns:xmi='http://schema.omg.org/spec/XMI/2.1' "
+                             "xmlns:cmof='http://schema.omg.org/spec/MOF/2.0/cmof.xml'><cmof:Package xmi:id='_0'>";
+    std::string const tail = "</cmof:Package></xmi:XMI>";
+    make("DC.cmof", head + "<ownedMember xmi:type='cmof:PrimitiveType' xmi:id='Real' name='Real'/>" + tail);
+    make("DI.cmof",
+         head +
+             "<ownedMember xmi:type='cmof:Class' xmi:id='A' name='A'>"
+             "<ownedAttribute xmi:type='cmof:Property' xmi:id='x'><type href='DC.cmof#Real'/></ownedAttribute>"
+             "<ownedRule xmi:type='cmof:Constraint' xmi:id='r'><specification xmi:type='cmof:OpaqueExpression' "
+             "xmi:id='e'><body>a</body><body>b</body></specification></ownedRule></ownedMember>" +
+             tail);
+    EXPECT_EQ(shell("zel convert DI.cmof out.xmi").exitCode, 0);
+    EXPECT_THAT(folder.content("out.xmi"), AllOf(HasSubstr("href=\"DC.cmof#Real\""), HasSubstr("<body>b</body>")));
+    EXPECT_THAT(shell("zel info out.xmi"), isResult(HasSubstr("\nleft out     nothing\n")));
+    EXPECT_THAT(shell("zel compare DI.cmof out.xmi").exitCode, 0);
+}
+
+TEST_F(Commands, NothingOutsideOfTheRootIsOpened) {
+    std::filesystem::create_directory(folder.path("in"));
+    std::filesystem::rename(folder.path("library.xmi"), folder.path("in/library.xmi"));
+    EXPECT_THAT(
+        shell("sed -i 's|href=\"library-types|href=\"../library-types|' in/library.xmi; zel info in/library.xmi"),
+        isResult(HasSubstr("\nleft out     nothing\n")));
+    std::string const error = "zel: in/library.xmi: left out: 72 links, 1 file (see zel info)\n";
+    for (std::string const command : {"dump", "convert", "report", "compare"}) {
+        std::string const second = command == "dump" ? "" : command == "compare" ? " in/library.xmi" : " out.xmi";
+        EXPECT_THAT(shell("zel " + command + " --root in in/library.xmi" + second).error, StartsWith(error)) << command;
+    }
+    EXPECT_THAT(shell("zel info in/library.xmi --root nowhere"),
+                clitest::isTrouble(HasSubstr("info: --root: found nowhere, expected a folder")));
 }
 
 TEST_F(Commands, DumpPrintsEachObjectInItsContainer) {

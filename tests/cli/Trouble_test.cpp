@@ -24,6 +24,10 @@ TEST_F(Trouble, WhatCannotBeReadIsSaidWithTheReason) {
     make("half.xmi", text.substr(0, text.size() / 2));
     make("other.xmi", "<a xmlns='urn:a'/>");
     make("old.xmi", "<xmi:XMI xmlns:xmi='http://schema.omg.org/spec/XMI/2.1' xmi:version='2.0'/>");
+    make("bare.uml", "<uml:Model xmi:version='20131001' xmlns:xmi='http://www.omg.org/spec/XMI/20131001' "
+                     "xmlns:uml='http://www.eclipse.org/uml2/5.0.0/UML' xmi:id='m'><packagedElement/></uml:Model>");
+    make("own.xmi", "<xmi:XMI xmlns:xmi='http://schema.omg.org/spec/XMI/2.1' xmi:version='2.1' "
+                    "xmlns:p='http://example.org/prof'><p:Model name='m'><part/></p:Model><p:Note/></xmi:XMI>");
     std::filesystem::create_directory(folder.path("folder"));
     ASSERT_EQ(::mkfifo(folder.path("pipe").c_str(), 0600), 0);
     std::pair<std::string, std::string> const cases[] = {
@@ -39,6 +43,8 @@ TEST_F(Trouble, WhatCannotBeReadIsSaidWithTheReason) {
         {"half.xmi", "half.xmi at line "},
         {"other.xmi", "other.xmi: it holds no model of a known metamodel, found {urn:a}a"},
         {"old.xmi", "old.xmi: its XMI is of another version than 2.1"},
+        {"bare.uml", "bare.uml: its XMI is of another version than 2.1"},
+        {"own.xmi", "own.xmi: it holds no model of a known metamodel, found {http://example.org/prof}Model and others"},
     };
     for (auto const & [file, says] : cases) {
         for (std::string const & line :

@@ -75,10 +75,10 @@ bool Merger::giveUp(Model const & model) {
     if (open == fOpen.end() || !open->isMade) {
         return false;
     }
+    model.cancelTransaction();
     fOpen.erase(open);
     std::erase(fReferredModels, model);
     std::erase_if(fFactoryCache, [&](auto const & entry) { return entry.first.model == model.getImplementation(); });
-    model.cancelTransaction();
     return true;
 }
 

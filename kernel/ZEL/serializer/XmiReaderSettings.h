@@ -27,8 +27,9 @@ public:
     [[nodiscard]] XmiFormat getInputFormat() const noexcept { return fInputFormat; }
     void setInputFormat(XmiFormat format) noexcept { fInputFormat = format; }
 
-    /// Whether a file that a link leads to and that cannot be read is logged and the link left open, instead of ending
-    /// the run. Default false.
+    /// Whether a file that a link leads to and that cannot be read, or is not well-formed to its end, is logged and the
+    /// link left open, instead of ending the run; nothing of such a file stays. A file whose model was given to the Merger
+    /// ends the run all the same. Default false.
     [[nodiscard]] bool getSkipUnreadableExternalFiles() const noexcept { return fSkipUnreadableExternalFiles; }
     void setSkipUnreadableExternalFiles(bool skip) noexcept { fSkipUnreadableExternalFiles = skip; }
     /// The folder outside which no file that a link leads to is opened; empty, the default, for no such bound.

@@ -3,13 +3,23 @@
 #include <ZEL/Deviant.h>
 #include <ZEL/Exception.h>
 #include <ZEL/sequences/ListQImpl.h>
-#include <ZEL/sequences/MultiIndexImpl.ipp>
+#include <ZEL/sequences/MultiIndexImpl.h>
 #include <ZEL/sequences/Sequence.h>
+
+#include <memory>
+#include <type_traits>
+#include <utility>
 
 namespace ZEL::Generic {
 
+/// Whether the library itself has two-index storages for elements of this class.
+template <class T>
+inline constexpr bool kHasMultiIndex = std::is_same_v<T, ImmutableProperty> || std::is_same_v<T, ClassObject> ||
+                                       std::is_same_v<T, ImmutableObject> || std::is_same_v<T, ImmutableClassObject>;
+
 /// Makes an empty sequence for results, of elements of any handle class or value class. Results of queries use the
-/// defaults with the caller's deviant: `SequenceBuilder{deviant}.create<Book>()`.
+/// defaults with the caller's deviant: `SequenceBuilder{deviant}.create<Book>()`. Storages with two indices are made
+/// for elements of the general classes alone, those of `kHasMultiIndex`.
 struct SequenceBuilder {
     static constexpr int kGlist = 0;
     static constexpr int kMultiIndex = 1;
@@ -40,10 +50,14 @@ template <class T> Sequence<T> SequenceBuilder::create() const {
 template <class T> std::unique_ptr<SequenceIntf> SequenceBuilder::createStorage() const {
     switch (implementation) {
     case kMultiIndex:
-        if (aIsUnique) {
-            return std::make_unique<MultiIndexImpl<T, 1>>();
+        if constexpr (kHasMultiIndex<T>) {
+            if (aIsUnique) {
+                return std::make_unique<MultiIndexImpl<T, 1>>();
+            }
+            return std::make_unique<MultiIndexImpl<T, 0>>();
+        } else {
+            raiseInternalError("unknown sequence implementation requested");
         }
-        return std::make_unique<MultiIndexImpl<T, 0>>();
     case kGlist:
         if (aIsUnique) {
             raiseInternalError("cannot use GLIST and aIsUnique together");

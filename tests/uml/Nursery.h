@@ -145,11 +145,9 @@ public:
     }
     /// A value of the data type that differs from the default of the property.
     [[nodiscard]] Object value(ImmutableProperty const & property) const {
-        static std::map<std::string, std::string> const texts{{"Integer", "-7"},
-                                                              {"UnlimitedNatural", "7"},
-                                                              {"Double", "-0.25"},
-                                                              {"Real", "-0.25"},
-                                                              {"String", "a <text> & \"more\", \xc3\xa9"}};
+        static std::map<std::string, std::string> const texts{
+            {"Integer", "-7"}, {"UnlimitedNatural", "7"},  {"Double", "-0.25"},
+            {"Real", "-0.25"}, {"Argument", "(given,())"}, {"String", "a <text> & \"more\", \xc3\xa9"}};
         ImmutableType const type = property.getType();
         std::string text;
         if (ImmutableEnumeration const enumeration(type); enumeration.isValid()) {

@@ -10,7 +10,7 @@ void requireReadable(std::string const & file);
 /// Raises `Trouble` for what is no name of a file to write, and for a folder that is not there or takes no files.
 void requireWritable(std::string const & file);
 
-/// The page of that name, which is the file with ".html" behind it. Raises `Trouble` as `requireWritable` does.
+/// The file of the page of that name, which ends in ".html". Throws `Trouble` as `requireWritable` does.
 [[nodiscard]] std::string writablePage(std::string const & name);
 
 /// The path in a URI of a local file; empty for another URI.

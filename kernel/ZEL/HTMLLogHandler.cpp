@@ -22,7 +22,7 @@ std::string suffix(int number) {
 
 std::string backupFile(std::string const & name, int number) { return name + suffix(number) + ".html"; }
 
-/// From the oldest on: the one too many goes, each other one becomes the next older. Gives true if there was a report.
+/// From the oldest on: the one too many goes, each other one becomes the next older. Returns whether there was a report.
 bool moveEarlierReports(std::string const & name, int kept) {
     bool isThere = false;
     for (int number = kept; number >= 0; --number) {

@@ -10,7 +10,7 @@ namespace ZEL::Serializer {
 
 /// What of the files of a run did not reach a model: counts by name.
 ///
-/// A name of an element is its local name in the file, behind its namespace in braces if it has one, and "of type" with
+/// A name of an element is its local name in the file, after its namespace in braces if it has one, and "of type" with
 /// what its `xmi:type` says; attributes, values and links are named "Class.property". All counts are zero for files that
 /// were read without loss.
 class ZEL_API ReadReport {

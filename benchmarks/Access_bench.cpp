@@ -1,7 +1,7 @@
 #include "limits/VirtualObject.h"
 #include "support/SampleModel.h"
 
-#include <ZEL/Transaction.h>
+#include <ZEL/deviants/Transaction.h>
 
 #include <benchmark/benchmark.h>
 

@@ -1,8 +1,8 @@
 #include "support/SampleModel.h"
 #include "support/XmiSample.h"
 
-#include <ZEL/LogLevel.h>
-#include <ZEL/Logger.h>
+#include <ZEL/logging/LogLevel.h>
+#include <ZEL/logging/Logger.h>
 #include <ZEL/tools/HTMLPrinter.h>
 
 #include <benchmark/benchmark.h>

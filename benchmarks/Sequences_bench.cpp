@@ -1,6 +1,6 @@
 #include "support/SampleModel.h"
 
-#include <ZEL/Transaction.h>
+#include <ZEL/deviants/Transaction.h>
 
 #include <benchmark/benchmark.h>
 

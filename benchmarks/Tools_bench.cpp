@@ -1,6 +1,6 @@
 #include "support/SampleModel.h"
 
-#include <ZEL/Transaction.h>
+#include <ZEL/deviants/Transaction.h>
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/tools/Comparator.h>
 #include <ZEL/tools/RandomModelGenerator.h>

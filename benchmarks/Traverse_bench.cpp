@@ -1,7 +1,7 @@
 #include "support/SampleModel.h"
 
-#include <ZEL/metamodel/Object.h>
 #include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
+#include <ZEL/values/Object.h>
 
 #include <benchmark/benchmark.h>
 

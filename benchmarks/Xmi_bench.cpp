@@ -2,9 +2,9 @@
 #include "support/SampleModel.h"
 #include "support/XmiSample.h"
 
-#include <ZEL/metamodel/Object.h>
-#include <ZEL/serializer/XmiReader.h>
-#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
+#include <ZEL/values/Object.h>
 
 #include <benchmark/benchmark.h>
 

@@ -5,10 +5,10 @@
 #include "Options.h"
 #include "Progress.h"
 
-#include <ZEL/MetaModelRegistry.h>
 #include <ZEL/String.h>
-#include <ZEL/Transaction.h>
+#include <ZEL/deviants/Transaction.h>
 #include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/tools/Comparator.h>
 #include <ZEL/tools/ObjectsIn.h>
 

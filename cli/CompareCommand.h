@@ -2,7 +2,7 @@
 
 #include "Command.h"
 
-#include <ZEL/serializer/XmiReaderSettings.h>
+#include <ZEL/serializer/reader/XmiReaderSettings.h>
 
 #include <string>
 

@@ -4,8 +4,8 @@
 #include "Files.h"
 #include "Text.h"
 
-#include <ZEL/LogRecord.h>
-#include <ZEL/Logger.h>
+#include <ZEL/logging/LogRecord.h>
+#include <ZEL/logging/Logger.h>
 
 #include <sys/stat.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/HTMLLogHandler.h>
+#include <ZEL/logging/HTMLLogHandler.h>
 
 #include <memory>
 #include <string>

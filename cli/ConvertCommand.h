@@ -3,7 +3,7 @@
 #include "Command.h"
 
 #include <ZEL/serializer/XmiFormat.h>
-#include <ZEL/serializer/XmiReaderSettings.h>
+#include <ZEL/serializer/reader/XmiReaderSettings.h>
 
 #include <string>
 

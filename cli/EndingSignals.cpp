@@ -1,6 +1,6 @@
 #include "EndingSignals.h"
 
-#include <ZEL/SafeFile.h>
+#include <ZEL/base/SafeFile.h>
 
 #include <csignal>
 

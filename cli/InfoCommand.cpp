@@ -5,9 +5,9 @@
 #include "Options.h"
 
 #include <ZEL/Integer.h>
-#include <ZEL/NamespaceRegistry.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/tools/ObjectsIn.h>
 
 #include <CLI/CLI.hpp>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/serializer/ReadReport.h>
+#include <ZEL/serializer/reader/ReadReport.h>
 
 #include <string>
 

@@ -3,7 +3,6 @@
 #include "Models.h"
 
 #include <ZEL/Integer.h>
-#include <ZEL/NamespaceRegistry.h>
 #include <ZEL/String.h>
 #include <ZEL/UnlimitedNatural.h>
 #include <ZEL/interchange/Interchange.h>
@@ -11,6 +10,7 @@
 #include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/Enumeration.h>
 #include <ZEL/metamodel/EnumerationLiteral.h>
+#include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/tools/ObjectsIn.h>

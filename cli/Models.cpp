@@ -7,15 +7,15 @@
 #include "Progress.h"
 #include "StandardStreams.h"
 
-#include <ZEL/MetaModelRegistry.h>
-#include <ZEL/NamespaceRegistry.h>
-#include <ZEL/SafeFile.h>
 #include <ZEL/String.h>
+#include <ZEL/base/SafeFile.h>
 #include <ZEL/interchange/Interchange.h>
 #include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/NamedElement.h>
-#include <ZEL/serializer/XmiReader.h>
-#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/metamodel/NamespaceRegistry.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
 
 #include <exception>
 #include <filesystem>

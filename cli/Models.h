@@ -4,9 +4,9 @@
 
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
-#include <ZEL/serializer/ReadReport.h>
 #include <ZEL/serializer/XmiFormat.h>
-#include <ZEL/serializer/XmiReaderSettings.h>
+#include <ZEL/serializer/reader/ReadReport.h>
+#include <ZEL/serializer/reader/XmiReaderSettings.h>
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <ZEL/serializer/XmiFormat.h>
-#include <ZEL/serializer/XmiReaderSettings.h>
+#include <ZEL/serializer/reader/XmiReaderSettings.h>
 
 #include <string>
 #include <vector>

@@ -5,10 +5,10 @@
 #include "Options.h"
 #include "Progress.h"
 
-#include <ZEL/Constants.h>
-#include <ZEL/FactoryRegistry.h>
 #include <ZEL/String.h>
-#include <ZEL/Transaction.h>
+#include <ZEL/deviants/Transaction.h>
+#include <ZEL/metamodel/Constants.h>
+#include <ZEL/metamodel/FactoryRegistry.h>
 #include <ZEL/tools/ObjectsIn.h>
 #include <ZEL/tools/RandomModelGenerator.h>
 

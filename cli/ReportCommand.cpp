@@ -6,8 +6,8 @@
 #include "Progress.h"
 #include "Text.h"
 
-#include <ZEL/Exception.h>
-#include <ZEL/SafeFile.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/base/SafeFile.h>
 #include <ZEL/tools/HTMLPrinter.h>
 
 #include <CLI/CLI.hpp>

@@ -3,7 +3,7 @@
 
 #include "tour/Tour.h"
 
-#include <ZEL/Logger.h>
+#include <ZEL/logging/Logger.h>
 
 #include <exception>
 #include <iostream>

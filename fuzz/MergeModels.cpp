@@ -3,11 +3,11 @@
 
 #include "Support.h"
 
-#include <ZEL/Logger.h>
+#include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/serializer/Merger.h>
-#include <ZEL/serializer/XmiReader.h>
-#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/serializer/reader/Merger.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
 #include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>
 
 #include <exception>

@@ -3,11 +3,11 @@
 
 #include "Support.h"
 
-#include <ZEL/Cleanup.h>
-#include <ZEL/Logger.h>
+#include <ZEL/base/Cleanup.h>
+#include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/serializer/Merger.h>
-#include <ZEL/serializer/XmiReader.h>
+#include <ZEL/serializer/reader/Merger.h>
+#include <ZEL/serializer/reader/XmiReader.h>
 #include <ZEL/tools/Comparator.h>
 
 #include <exception>

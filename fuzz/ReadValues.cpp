@@ -3,8 +3,8 @@
 #include "Support.h"
 
 #include <ZEL/String.h>
-#include <ZEL/ValueObject.h>
-#include <ZEL/ValueObjectFactory.h>
+#include <ZEL/values/ValueObject.h>
+#include <ZEL/values/ValueObjectFactory.h>
 
 #include <exception>
 

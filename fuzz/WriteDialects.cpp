@@ -2,10 +2,10 @@
 
 #include "Support.h"
 
-#include <ZEL/Logger.h>
+#include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/serializer/XmiReader.h>
-#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
 
 #include <hasp_util/XmlReader.h>
 

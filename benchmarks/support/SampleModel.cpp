@@ -2,7 +2,7 @@
 
 #include "support/Names.h"
 
-#include <ZEL/Transaction.h>
+#include <ZEL/deviants/Transaction.h>
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/metamodel/PackageableElement.h>
 #include <ZEL/metamodel/Type.h>

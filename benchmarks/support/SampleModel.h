@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/Deviant.h>
+#include <ZEL/deviants/Deviant.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Factory.h>
 #include <ZEL/metamodel/MetaModel.h>

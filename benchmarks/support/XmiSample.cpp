@@ -2,7 +2,7 @@
 
 #include "support/SampleModel.h"
 
-#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
 
 #include <unistd.h>
 

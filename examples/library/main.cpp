@@ -1,12 +1,12 @@
 // A metamodel of one's own at work: `example-library FILE`. The classes in the namespace Library are generated from
 // library.metamodel.yaml, beside this file.
 
-#include <ZEL/Logger.h>
-#include <ZEL/Transaction.h>
+#include <ZEL/deviants/Transaction.h>
+#include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Property.h>
-#include <ZEL/serializer/XmiReader.h>
-#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
 #include <ZEL/tools/Comparator.h>
 
 #include <library/Book.h>

@@ -3,7 +3,7 @@
 #include "Look.h"
 #include "Tour.h"
 
-#include <ZEL/Transaction.h>
+#include <ZEL/deviants/Transaction.h>
 
 namespace tour {
 namespace {

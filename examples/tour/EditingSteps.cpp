@@ -3,14 +3,14 @@
 #include "Look.h"
 #include "Tour.h"
 
-#include <ZEL/ListenerHolder.h>
-#include <ZEL/ReportOfChanges.h>
-#include <ZEL/Transaction.h>
+#include <ZEL/deviants/Transaction.h>
 #include <ZEL/metamodel/Comment.h>
 #include <ZEL/metamodel/Factory.h>
+#include <ZEL/metamodel/ListenerHolder.h>
 #include <ZEL/metamodel/NamedElement.h>
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/metamodel/Property.h>
+#include <ZEL/metamodel/ReportOfChanges.h>
 #include <ZEL/metamodel/Type.h>
 
 namespace tour {

@@ -3,17 +3,17 @@
 #include "Look.h"
 #include "Tour.h"
 
-#include <ZEL/Constants.h>
-#include <ZEL/Exception.h>
-#include <ZEL/FactoryRegistry.h>
-#include <ZEL/MetaModelRegistry.h>
-#include <ZEL/Transaction.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/deviants/Transaction.h>
+#include <ZEL/metamodel/Constants.h>
 #include <ZEL/metamodel/Factory.h>
+#include <ZEL/metamodel/FactoryRegistry.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/Type.h>
-#include <ZEL/serializer/XmiReader.h>
-#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
 #include <ZEL/tools/Comparator.h>
 #include <ZEL/tools/ObjectsIn.h>
 

@@ -1,8 +1,8 @@
 #include "Look.h"
 
-#include <ZEL/ValueObject.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/tools/ObjectsIn.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <algorithm>
 #include <map>

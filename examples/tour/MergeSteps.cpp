@@ -3,12 +3,12 @@
 #include "Look.h"
 #include "Tour.h"
 
-#include <ZEL/Exception.h>
-#include <ZEL/Transaction.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/deviants/Transaction.h>
 #include <ZEL/metamodel/Factory.h>
 #include <ZEL/metamodel/Package.h>
-#include <ZEL/serializer/Merger.h>
-#include <ZEL/serializer/XmiReader.h>
+#include <ZEL/serializer/reader/Merger.h>
+#include <ZEL/serializer/reader/XmiReader.h>
 
 #include <algorithm>
 #include <fstream>

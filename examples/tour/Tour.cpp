@@ -1,8 +1,8 @@
 #include "Tour.h"
 
-#include <ZEL/LeakChecker.h>
-#include <ZEL/MetaModelRegistry.h>
 #include <ZEL/String.h>
+#include <ZEL/base/LeakChecker.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
 
 #include <cerrno>
 #include <cstdlib>

@@ -114,14 +114,14 @@ static ZEL::internal::PrimitiveDescriptor const primitives[] = {
 }
 
 std::set<std::string> headersOf(Emission const & emission) {
-    std::set<std::string> headers{"ZEL/Constants.h", "ZEL/metamodel/Descriptors.h", emission.path("Tables.h"),
+    std::set<std::string> headers{"ZEL/metamodel/Constants.h", "ZEL/metamodel/Descriptors.h", emission.path("Tables.h"),
                                   "ZEL/metamodel/Model.h", "ZEL/metamodel/FactoryObject.h"};
     for (auto const & type : emission.metamodel.types) {
         if (type->kind != TypeKind::Class) {
             headers.insert(Emission::valueHeader(*type));
         }
         if (type->qualifiedName() == "ZEL.PropertyStorage") {
-            headers.insert("ZEL/PropertyStorageType.h");
+            headers.insert("ZEL/metamodel/PropertyStorageType.h");
         }
     }
     for (Class const * const c : {emission.metamodel.modelClass, emission.metamodel.factoryClass}) {

@@ -1,5 +1,8 @@
 #include "write/Emit.h"
 
+#include <functional>
+#include <map>
+
 namespace zelgen {
 
 std::string Emission::banner(Mark mark, std::string_view emitter) const {
@@ -17,6 +20,22 @@ std::string Emission::filePrefix() const {
 
 Emission Emission::within(std::string_view inner) const {
     return {family, metamodel, Printer(metamodel.cppNamespace + "::" + std::string(inner)), exportMacro, units};
+}
+
+std::string Emission::header(Class const & of, std::string_view suffix) {
+    // What is written by hand stands on the floor where it is needed first.
+    static std::map<std::string, std::string, std::less<>> const byHand{
+        {"Object", "ZEL/values/Object.h"},
+        {"ObjectIntf", "ZEL/deviants/ObjectIntf.h"},
+        {"ClassObjectIntf", "ZEL/metamodel/ClassObjectOperations.h"},
+    };
+    std::string const name = of.name + std::string(suffix);
+    if (of.home->isBuiltIn()) {
+        if (auto const found = byHand.find(name); found != byHand.end()) {
+            return found->second;
+        }
+    }
+    return of.home->includeDirectory + '/' + name + ".h";
 }
 
 std::string Emission::valueHeader(Type const & type) {

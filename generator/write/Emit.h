@@ -26,9 +26,7 @@ struct Emission {
     [[nodiscard]] std::string path(std::string_view fileName) const {
         return metamodel.includeDirectory + '/' + std::string(fileName);
     }
-    [[nodiscard]] static std::string header(Class const & of, std::string_view suffix = "") {
-        return of.home->includeDirectory + '/' + of.name + std::string(suffix) + ".h";
-    }
+    [[nodiscard]] static std::string header(Class const & of, std::string_view suffix = "");
     /// The header that declares a value type or the handles of a class.
     [[nodiscard]] static std::string valueHeader(Type const & type);
     /// One include line for each header, in order.

@@ -13,7 +13,7 @@ $banner$
 #pragma once
 
 #include <$forward$>
-#include <ZEL/EnumerationValue.h>
+#include <ZEL/values/EnumerationValue.h>
 
 namespace $ns$ {
 

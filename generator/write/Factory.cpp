@@ -77,7 +77,7 @@ $T$ $X$Intf::create$Y$(ZEL::Deviant deviant, ZEL::Integer const & id) {
 }
 )",
                                    {{"T", c->type->cppName()}, {"X", of.name}, {"Y", c->name}});
-        descriptors.push_back("&" + interfaceOf(*c) + "::descriptor()");
+        descriptors.push_back("&" + operationsOf(*c) + "::descriptor()");
     }
     std::string const classes = descriptors.empty()
                                     ? "return {};"

@@ -95,15 +95,15 @@ char const * Immutable$X$::getOrcaName() noexcept { return "$P$.Immutable$X$"; }
 
 char const * $X$::getOrcaName() noexcept { return "$P$.$X$"; }
 
-std::size_t Immutable$X$::getTypeByteSize() noexcept { return NSInterface::$X$Intf::descriptor().bodySize; }
+std::size_t Immutable$X$::getTypeByteSize() noexcept { return $I$::descriptor().bodySize; }
 
 ZEL::ImmutableClass Immutable$X$::MetaClass() {
-    ZEL::internal::ClassRuntime const & runtime = *NSInterface::$X$Intf::descriptor().runtime;
+    ZEL::internal::ClassRuntime const & runtime = *$I$::descriptor().runtime;
     return ZEL::ImmutableClass(runtime.metaClass(), runtime.deviant());
 }
 
 ZEL::ImmutableClass Immutable$X$::getMetaClass() const {
-    return static_cast<ZEL::NSInterface::ObjectIntf const *>(getImplementation())->getMetaClass(getDeviant());
+    return static_cast<ZEL::NSInterface::ClassObjectIntf const *>(getImplementation())->getMetaClass(getDeviant());
 }
 
 Immutable$X$ Immutable$X$::asDeviant(ZEL::ImmutableModel const & model) const {
@@ -130,6 +130,7 @@ $tags$
                            {"ns", of.home->cppNamespace},
                            {"P", of.home->prefix},
                            {"X", of.name},
+                           {"I", operationsOf(of)},
                            {"immutableCreator", deviantCreator(emission, of, "Immutable" + of.name)},
                            {"creator", deviantCreator(emission, of, of.name)},
                            {"properties", properties(emission, of)},

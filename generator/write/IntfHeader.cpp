@@ -52,7 +52,7 @@ std::string emitIntfHeader(Emission const & emission, Class const & of) {
     std::vector<std::string> bases;
     for (Class const * const super : of.superclasses) {
         headers.insert(Emission::header(*super, "Intf"));
-        bases.push_back("public virtual " + interfaceOf(*super));
+        bases.push_back("public virtual " + operationsOf(*super));
     }
     std::vector<std::string> members;
     for (Property const & p : of.own) {

@@ -232,13 +232,13 @@ std::string accessors(Emission const & emission, Class const & of) {
     std::string text = print(R"(
 ZEL::internal::ClassDescriptor const & $I$::descriptor() noexcept { return $ns$::tables::$X$Class; }
 )",
-                             {{"I", interfaceOf(of)}, {"ns", of.home->cppNamespace}, {"X", of.name}});
+                             {{"I", operationsOf(of)}, {"ns", of.home->cppNamespace}, {"X", of.name}});
     for (Property const * const p : of.reflectiveOwn()) {
         text += print(R"(
 
 ZEL::internal::PropertyDescriptor const & $I$::$p$() noexcept { return $element$; }
 )",
-                      {{"I", interfaceOf(of)}, {"p", descriptorOperation(*p)}, {"element", propertyElement(*p)}});
+                      {{"I", operationsOf(of)}, {"p", descriptorOperation(*p)}, {"element", propertyElement(*p)}});
     }
     return print(R"(
 

@@ -102,7 +102,7 @@ private:
 } // namespace $ns$
 )",
         {{"banner", emission.banner({}, "write/Visitors.cpp")},
-         {"headers", Emission::includes({emission.path("Forward.h"), "ZEL/Deviant.h"})},
+         {"headers", Emission::includes({emission.path("Forward.h"), "ZEL/deviants/Deviant.h"})},
          {"ns", emission.metamodel.cppNamespace},
          {"comment", std::string(kind.comment)},
          {"API", emission.exportMacro},

@@ -1,6 +1,6 @@
 #include <ZEL/Argument.h>
-#include <ZEL/ArgumentTypeInfo.h>
-#include <ZEL/ValueObjectFactory.h>
+#include <ZEL/values/ArgumentTypeInfo.h>
+#include <ZEL/values/ValueObjectFactory.h>
 
 #include <utility>
 

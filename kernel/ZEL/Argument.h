@@ -1,7 +1,7 @@
 #pragma once
 
 #include <ZEL/String.h>
-#include <ZEL/ValueBase.h>
+#include <ZEL/values/ValueBase.h>
 
 #include <hasp_util/StringID.h>
 

@@ -1,6 +1,6 @@
 #include <ZEL/Boolean.h>
-#include <ZEL/BooleanTypeInfo.h>
-#include <ZEL/NumberText.h>
+#include <ZEL/values/BooleanTypeInfo.h>
+#include <ZEL/values/NumberText.h>
 
 namespace ZEL {
 

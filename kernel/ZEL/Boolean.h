@@ -1,8 +1,8 @@
 #pragma once
 
-#include <ZEL/NumberConversion.h>
 #include <ZEL/String.h>
-#include <ZEL/ValueBase.h>
+#include <ZEL/values/NumberConversion.h>
+#include <ZEL/values/ValueBase.h>
 
 #include <concepts>
 #include <type_traits>

@@ -1,9 +1,9 @@
-#include <ZEL/Cleanup.h>
 #include <ZEL/Initialize.h>
-#include <ZEL/Messages.h>
+#include <ZEL/base/Cleanup.h>
 #include <ZEL/metamodel/BuiltInMetaModel.h>
 #include <ZEL/metamodel/MetaModel.h>
 #include <ZEL/metamodel/MetaModelBuilder.h>
+#include <ZEL/serializer/Messages.h>
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #include <ZEL/Integer.h>
-#include <ZEL/IntegerTypeInfo.h>
-#include <ZEL/NumberText.h>
+#include <ZEL/values/IntegerTypeInfo.h>
+#include <ZEL/values/NumberText.h>
 
 namespace ZEL {
 

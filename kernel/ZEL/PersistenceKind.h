@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/EnumerationValue.h>
+#include <ZEL/values/EnumerationValue.h>
 
 namespace ZEL {
 

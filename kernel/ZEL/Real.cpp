@@ -1,6 +1,6 @@
-#include <ZEL/NumberText.h>
 #include <ZEL/Real.h>
-#include <ZEL/RealTypeInfo.h>
+#include <ZEL/values/NumberText.h>
+#include <ZEL/values/RealTypeInfo.h>
 
 namespace ZEL {
 

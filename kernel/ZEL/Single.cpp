@@ -1,6 +1,6 @@
-#include <ZEL/NumberText.h>
 #include <ZEL/Single.h>
-#include <ZEL/SingleTypeInfo.h>
+#include <ZEL/values/NumberText.h>
+#include <ZEL/values/SingleTypeInfo.h>
 
 namespace ZEL {
 

@@ -1,12 +1,12 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/Double.h>
 #include <ZEL/Integer.h>
-#include <ZEL/NumberText.h>
 #include <ZEL/Real.h>
 #include <ZEL/Single.h>
 #include <ZEL/String.h>
-#include <ZEL/StringTypeInfo.h>
 #include <ZEL/UnlimitedNatural.h>
+#include <ZEL/values/NumberText.h>
+#include <ZEL/values/StringTypeInfo.h>
 
 namespace ZEL {
 

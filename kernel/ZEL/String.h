@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/ValueBase.h>
+#include <ZEL/values/ValueBase.h>
 
 #include <concepts>
 #include <cstddef>

@@ -1,6 +1,6 @@
-#include <ZEL/NumberText.h>
 #include <ZEL/UnlimitedNatural.h>
-#include <ZEL/UnlimitedNaturalTypeInfo.h>
+#include <ZEL/values/NumberText.h>
+#include <ZEL/values/UnlimitedNaturalTypeInfo.h>
 
 namespace ZEL {
 

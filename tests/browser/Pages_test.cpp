@@ -3,12 +3,12 @@
 #include "browser/Browser.h"
 #include "host/TemporaryFolder.h"
 
-#include <ZEL/DefaultLogHandler.h>
-#include <ZEL/HTMLLogHandler.h>
-#include <ZEL/LogRecord.h>
-#include <ZEL/Logger.h>
 #include <ZEL/ZEL.h>
-#include <ZEL/serializer/XmiReader.h>
+#include <ZEL/logging/DefaultLogHandler.h>
+#include <ZEL/logging/HTMLLogHandler.h>
+#include <ZEL/logging/LogRecord.h>
+#include <ZEL/logging/Logger.h>
+#include <ZEL/serializer/reader/XmiReader.h>
 #include <ZEL/tools/HTMLPrinter.h>
 #include <ZEL/tools/ObjectsIn.h>
 

@@ -1,13 +1,13 @@
 // Real files of other tools, where there are any: the environment variable ZEL_CORPUS names their folder.
 
-#include <ZEL/LogLevel.h>
-#include <ZEL/Logger.h>
 #include <ZEL/interchange/Interchange.h>
+#include <ZEL/logging/LogLevel.h>
+#include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/serializer/XmiConstants.h>
-#include <ZEL/serializer/XmiReader.h>
-#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
 #include <ZEL/tools/Comparator.h>
 
 #include <hasp_util/XmlReader.h>

@@ -1,13 +1,13 @@
-#include <ZEL/FactoryRegistry.h>
 #include <ZEL/interchange/Interchange.h>
 #include <ZEL/interchange/UmlReadTransforms.h>
+#include <ZEL/metamodel/FactoryRegistry.h>
 #include <ZEL/metamodel/MetaModel.h>
 #include <ZEL/metamodel/NamedElement.h>
 #include <ZEL/tools/Comparator.h>
 
 #include <Foreign/MetaModelRegistration.h>
 #include <gmock/gmock.h>
-#include <kernel/ZEL/serializer/ReaderTest.h>
+#include <kernel/ZEL/serializer/reader/ReaderTest.h>
 #include <uml/DialectFixture.h>
 #include <uml/PackageableElement.h>
 

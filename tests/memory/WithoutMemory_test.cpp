@@ -3,8 +3,8 @@
 #include "FailingHeap.h"
 #include "World.h"
 
-#include <ZEL/LeakChecker.h>
-#include <ZEL/Transaction.h>
+#include <ZEL/base/LeakChecker.h>
+#include <ZEL/deviants/Transaction.h>
 
 #include <gtest/gtest.h>
 #include <unistd.h>

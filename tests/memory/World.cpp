@@ -1,7 +1,7 @@
 #include "World.h"
 
-#include <ZEL/ListenerHolder.h>
-#include <ZEL/Transaction.h>
+#include <ZEL/deviants/Transaction.h>
+#include <ZEL/metamodel/ListenerHolder.h>
 
 namespace ZEL::memory {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/ListenerBase.h>
 #include <ZEL/ZEL.h>
+#include <ZEL/deviants/ListenerBase.h>
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "Script.h"
 
-#include <ZEL/LeakChecker.h>
+#include <ZEL/base/LeakChecker.h>
 
 #include <gtest/gtest.h>
 

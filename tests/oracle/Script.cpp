@@ -2,7 +2,7 @@
 
 #include "Script.h"
 
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 
 #include <sstream>
 

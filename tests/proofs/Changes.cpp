@@ -2,11 +2,11 @@
 
 #include <ZEL/Integer.h>
 #include <ZEL/PersistenceKind.h>
-#include <ZEL/Transaction.h>
-#include <ZEL/ValueObject.h>
+#include <ZEL/deviants/Transaction.h>
 #include <ZEL/metamodel/Enumeration.h>
 #include <ZEL/metamodel/EnumerationLiteral.h>
 #include <ZEL/sequences/Sequence.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <algorithm>
 

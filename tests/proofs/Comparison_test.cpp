@@ -4,8 +4,8 @@
 #include "host/TemporaryFolder.h"
 
 #include <ZEL/String.h>
-#include <ZEL/serializer/XmiReader.h>
-#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
 #include <ZEL/tools/Comparator.h>
 
 #include <gtest/gtest.h>

@@ -2,9 +2,9 @@
 
 #include "Changes.h"
 
-#include <ZEL/Exception.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
 
 #include <gtest/gtest.h>
 

@@ -4,12 +4,12 @@
 #include "host/TemporaryFolder.h"
 
 #include <ZEL/Integer.h>
-#include <ZEL/LeakChecker.h>
 #include <ZEL/String.h>
+#include <ZEL/base/LeakChecker.h>
 #include <ZEL/metamodel/FactoryObject.h>
 #include <ZEL/metamodel/StereotypeObject.h>
-#include <ZEL/serializer/XmiReader.h>
-#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
 #include "Subjects.h"
 
-#include <ZEL/Constants.h>
-#include <ZEL/FactoryRegistry.h>
-#include <ZEL/MetaModelRegistry.h>
-#include <ZEL/Transaction.h>
+#include <ZEL/deviants/Transaction.h>
+#include <ZEL/metamodel/Constants.h>
 #include <ZEL/metamodel/Factory.h>
+#include <ZEL/metamodel/FactoryRegistry.h>
 #include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/StereotypeObject.h>

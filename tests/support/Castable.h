@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/CooperativeVisitor.h>
-#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/base/CooperativeVisitor.h>
+#include <ZEL/metamodel/ClassObjectOperations.h>
 
 namespace ZEL::Test {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 
 #include <gtest/gtest.h>
 

@@ -3,12 +3,12 @@
 #include "support/Castable.h"
 #include "support/ExpectRaises.h"
 
-#include <ZEL/metamodel/ObjectHandle.h>
 #include <ZEL/sequences/GenericDeviantSequence.h>
 #include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/sequences/PersistentTextSequence.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/sequences/SequenceField.h>
+#include <ZEL/values/ObjectHandle.h>
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@
 namespace ZEL::Test {
 
 /// What stands in the sequences of the tests. It lives as long as its owner; its count only counts.
-class ItemIntf : public virtual NSInterface::ClassObjectIntf {
+class ItemIntf : public virtual NSInterface::ClassObjectOperations {
 public:
     static ClassInfo const & classInfo() { return classInfoOf<ItemIntf>(); }
 };
@@ -88,7 +88,7 @@ private:
 
 /// An object with two stored properties, `items` and `texts`, whose states are kept by deviant as in a model: a deviant
 /// without a state reads that of the null deviant, and the first write copies it.
-class Owner final : public CountedBody<Owner, NSInterface::ClassObjectIntf> {
+class Owner final : public CountedBody<Owner, NSInterface::ClassObjectOperations> {
 public:
     struct State {
         internal::PersistentSequence items;

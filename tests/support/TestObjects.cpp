@@ -1,7 +1,7 @@
 #include "support/TestObjects.h"
 
-#include <ZEL/DeviantAssertions.h>
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/deviants/DeviantAssertions.h>
 
 #include <utility>
 

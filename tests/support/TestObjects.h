@@ -2,7 +2,7 @@
 
 #include "support/Castable.h"
 
-#include <ZEL/DeviantManager.h>
+#include <ZEL/deviants/DeviantManager.h>
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@
 namespace ZEL::testsupport {
 
 /// State of a `Thing`: a number and a container.
-class ThingState : public Test::Castable<ThingState, NSInterface::ClassObjectIntf, ThingState> {
+class ThingState : public Test::Castable<ThingState, NSInterface::ClassObjectOperations, ThingState> {
 public:
     ThingState() { ++numberAlive; }
     ~ThingState() override { --numberAlive; }
@@ -27,7 +27,7 @@ public:
 };
 
 /// A body that follows the state protocol step by step, with a plain count. It deletes itself at count 0.
-class Thing : public Test::Castable<Thing, NSInterface::ClassObjectIntf, Thing> {
+class Thing : public Test::Castable<Thing, NSInterface::ClassObjectOperations, Thing> {
 public:
     Thing() = default;
     ~Thing() override;

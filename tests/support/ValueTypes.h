@@ -11,6 +11,6 @@
 #include <ZEL/Real.h>
 #include <ZEL/Single.h>
 #include <ZEL/String.h>
-#include <ZEL/TypeInfoRegistry.h>
 #include <ZEL/UnlimitedNatural.h>
 #include <ZEL/VisibilityKind.h>
+#include <ZEL/values/TypeInfoRegistry.h>

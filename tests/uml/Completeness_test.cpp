@@ -5,13 +5,13 @@
 #include "support/OneTree.h"
 #include "uml/Nursery.h"
 
-#include <ZEL/LeakChecker.h>
-#include <ZEL/Logger.h>
 #include <ZEL/PersistenceKind.h>
-#include <ZEL/Transaction.h>
 #include <ZEL/ZEL.h>
-#include <ZEL/serializer/XmiReader.h>
-#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/base/LeakChecker.h>
+#include <ZEL/deviants/Transaction.h>
+#include <ZEL/logging/Logger.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
 #include <ZEL/tools/Comparator.h>
 
 #include <GenericComponent/MetaModelRegistration.h>

@@ -2,11 +2,11 @@
 
 #include "host/TemporaryFolder.h"
 
-#include <ZEL/LogLevel.h>
-#include <ZEL/Logger.h>
 #include <ZEL/String.h>
-#include <ZEL/serializer/XmiReader.h>
-#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/logging/LogLevel.h>
+#include <ZEL/logging/Logger.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
 
 #include <GenericComponent/MetaModelRegistration.h>
 #include <NumericTypes/MetaModelRegistration.h>

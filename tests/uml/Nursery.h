@@ -1,10 +1,10 @@
 #pragma once
 
-#include <ZEL/FactoryRegistry.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Enumeration.h>
 #include <ZEL/metamodel/EnumerationLiteral.h>
 #include <ZEL/metamodel/FactoryObject.h>
+#include <ZEL/metamodel/FactoryRegistry.h>
 #include <ZEL/metamodel/MetaModel.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/Package.h>

@@ -1,12 +1,12 @@
 // How UML and its profiles come and go in one process.
 
-#include <ZEL/Cleanup.h>
-#include <ZEL/FactoryRegistry.h>
-#include <ZEL/Logger.h>
-#include <ZEL/MetaModelRegistry.h>
-#include <ZEL/NamespaceRegistry.h>
-#include <ZEL/TypeInfoRegistry.h>
+#include <ZEL/base/Cleanup.h>
+#include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/FactoryRegistry.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
+#include <ZEL/metamodel/NamespaceRegistry.h>
+#include <ZEL/values/TypeInfoRegistry.h>
 
 #include <NumericTypes/MetaModelRegistration.h>
 #include <NumericTypes/NumericTypesFactory.h>

@@ -341,7 +341,7 @@ std::string viewDefinition(Printer const & print, Class const & of, View const &
     bool const partsKeepEnds = view.property->isRawOnly();
     for (Property const * const part : view.parts) {
         std::string const descriptor =
-            (part->owner == &of ? "" : interfaceOf(*part->owner) + "::") + descriptorOperation(*part) + "()";
+            (part->owner == &of ? "" : operationsOf(*part->owner) + "::") + descriptorOperation(*part) + "()";
         parts.push_back(part->many ? getterBelow(*view.property, *part)
                                    : "ZEL::internal::singleAsSequence<" + part->type->cppName() + ">(*this, deviant, " +
                                          descriptor + (partsKeepEnds ? ", false)" : ", true)"));

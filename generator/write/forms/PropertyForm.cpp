@@ -17,9 +17,13 @@ PropertyForm const & PropertyForm::of(Property const & property) {
 
 std::string interfaceOf(Class const & c) { return c.home->cppNamespace + "::NSInterface::" + c.name + "Intf"; }
 
+std::string operationsOf(Class const & c) {
+    return c.hasGeneratedInterface ? interfaceOf(c) : c.home->cppNamespace + "::NSInterface::" + c.name + "Operations";
+}
+
 std::string descriptorOperation(Property const & p) { return p.base + "Property"; }
 
-std::string descriptorOf(Property const & p) { return interfaceOf(*p.owner) + "::" + descriptorOperation(p) + "()"; }
+std::string descriptorOf(Property const & p) { return operationsOf(*p.owner) + "::" + descriptorOperation(p) + "()"; }
 
 std::string qualifierOf(Property const & p, Property const & by) {
     return p.base == by.base ? interfaceOf(*by.owner) + "::" : "";

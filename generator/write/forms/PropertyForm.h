@@ -52,6 +52,8 @@ public:
 [[nodiscard]] std::string descriptorOf(Property const & p);
 /// "ZEL::NSInterface::PropertyIntf".
 [[nodiscard]] std::string interfaceOf(Class const & c);
+/// The same of a generated class; the class over it that implements it where an interface is written by hand.
+[[nodiscard]] std::string operationsOf(Class const & c);
 /// "bodyProperty".
 [[nodiscard]] std::string descriptorOperation(Property const & p);
 /// What goes before an operation of `by` in one of `p` that forwards to it: its interface if both are called the same.

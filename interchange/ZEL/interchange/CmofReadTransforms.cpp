@@ -1,6 +1,6 @@
-#include <ZEL/Constants.h>
-#include <ZEL/NamespaceRegistry.h>
 #include <ZEL/interchange/CmofReadTransforms.h>
+#include <ZEL/metamodel/Constants.h>
+#include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/serializer/XmiConstants.h>
 
 #include <sstream>

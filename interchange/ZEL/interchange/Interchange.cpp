@@ -3,7 +3,7 @@
 #include <ZEL/interchange/Interchange.h>
 #include <ZEL/interchange/StereotypeReadTransforms.h>
 #include <ZEL/interchange/UmlReadTransforms.h>
-#include <ZEL/serializer/XmiReader.h>
+#include <ZEL/serializer/reader/XmiReader.h>
 
 #include <Foreign/MetaModelRegistration.h>
 #include <GenericComponent/MetaModelRegistration.h>

@@ -1,9 +1,9 @@
 #include <ZEL/Boolean.h>
-#include <ZEL/MetaModelRegistry.h>
 #include <ZEL/String.h>
 #include <ZEL/UnlimitedNatural.h>
 #include <ZEL/interchange/MetaClasses.h>
 #include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/metamodel/Property.h>

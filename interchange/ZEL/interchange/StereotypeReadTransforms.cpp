@@ -1,8 +1,8 @@
-#include <ZEL/Constants.h>
-#include <ZEL/MetaModelRegistry.h>
-#include <ZEL/NamespaceRegistry.h>
 #include <ZEL/interchange/StereotypeReadTransforms.h>
+#include <ZEL/metamodel/Constants.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/serializer/XmiConstants.h>
 
 namespace ZEL::Interchange {

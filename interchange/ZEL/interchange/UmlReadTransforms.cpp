@@ -1,6 +1,6 @@
-#include <ZEL/Constants.h>
-#include <ZEL/NamespaceRegistry.h>
 #include <ZEL/interchange/UmlReadTransforms.h>
+#include <ZEL/metamodel/Constants.h>
+#include <ZEL/metamodel/NamespaceRegistry.h>
 
 #include <algorithm>
 #include <string_view>

@@ -1,6 +1,6 @@
 // Copies of an object with all it contains.
 
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/CloneMap.h>

@@ -1,9 +1,8 @@
-#include <ZEL/DeviantAssertions.h>
-#include <ZEL/DeviantImpl.h>
-#include <ZEL/DeviantManager.h>
-#include <ZEL/Exception.h>
 #include <ZEL/Integer.h>
-#include <ZEL/ValueObject.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/deviants/DeviantAssertions.h>
+#include <ZEL/deviants/DeviantImpl.h>
+#include <ZEL/deviants/DeviantManager.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
@@ -11,6 +10,7 @@
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/Type.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <memory>
 #include <string>
@@ -280,6 +280,13 @@ NSInterface::ClassObjectIntf const * BodyCore::internal_container(Deviant devian
     return readState(deviant)->containerZEL;
 }
 
+void BodyCore::internal_noteElement(ObjectIntf * element) const {
+    BodyCore * const held = element == nullptr ? nullptr : element->internal_body();
+    if (held != nullptr && fModel != nullptr && held->fModel != fModel) {
+        fModel->noteForeign(*held);
+    }
+}
+
 // --- naming ----------------------------------------------------------------------------------------------------------
 
 std::size_t BodyCore::getByteSize() const { return internal_descriptor().bodySize; }
@@ -293,7 +300,10 @@ ImmutableClass BodyCore::getMetaClass(Deviant) const {
     return ImmutableClass(runtime.metaClass(), runtime.deviant());
 }
 
-ImmutableType BodyCore::getMetaType(Deviant deviant) const { return getMetaClass(deviant); }
+NSInterface::SeenObject BodyCore::internal_metaType(Deviant) const {
+    ClassRuntime const & runtime = *internal_descriptor().runtime;
+    return {runtime.metaClass(), runtime.deviant()};
+}
 
 Object BodyCore::fromString(Deviant, String const &) { return Object(ValueObject(String())); }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/ObjectPool.h>
-#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/base/ObjectPool.h>
+#include <ZEL/metamodel/ClassObjectOperations.h>
 #include <ZEL/metamodel/Descriptors.h>
 #include <ZEL/metamodel/StateCore.h>
 
@@ -17,7 +17,7 @@ class ModelCore;
 /// A body that has a model is owned by it: the count says how many handles, maps and other models hold it, but the body
 /// itself goes with its model, or, if it is still held then, with the last count. The fast road of a get is
 /// `readState`, inline: a live root deviant and a real root state are one test each.
-class ZEL_API BodyCore : public virtual NSInterface::ClassObjectIntf {
+class ZEL_API BodyCore : public virtual NSInterface::ClassObjectOperations {
 public:
     ~BodyCore() override;
     static void * operator new(std::size_t size) { return takeFromPool(size); }
@@ -35,6 +35,7 @@ public:
     [[nodiscard]] BodyCore * internal_body() const noexcept final { return const_cast<BodyCore *>(this); }
     [[nodiscard]] NSInterface::ClassObjectIntf const * internal_container(Deviant deviant) const final;
     [[nodiscard]] NSInterface::ObjectIntf * internal_exchangeRootState(NSInterface::ObjectIntf * state) noexcept final;
+    void internal_noteElement(NSInterface::ObjectIntf * element) const final;
     [[nodiscard]] bool deviant_isValid(Deviant deviant) const final;
     void deviant_destroyState(NSInterface::ObjectIntf * state) final;
     void deviant_markModelDestroyed() override;
@@ -59,7 +60,7 @@ public:
     [[nodiscard]] std::size_t getByteSize() const final;
     [[nodiscard]] char const * getOrcaName(bool immutable) const final;
     [[nodiscard]] ImmutableClass getMetaClass(Deviant deviant) const final;
-    [[nodiscard]] ImmutableType getMetaType(Deviant deviant) const final;
+    [[nodiscard]] NSInterface::SeenObject internal_metaType(Deviant deviant) const final;
     [[nodiscard]] Object fromString(Deviant deviant, String const & text) final;
 
     // --- identity --------------------------------------------------------------------------------------------------

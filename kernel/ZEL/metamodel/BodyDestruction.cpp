@@ -1,7 +1,7 @@
 // How an object ends in a deviant.
 
-#include <ZEL/DeviantAssertions.h>
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/deviants/DeviantAssertions.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Containment.h>

@@ -1,9 +1,9 @@
 // The container ends of every object.
 
 #include <ZEL/Boolean.h>
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/metamodel/ClassObjectOperations.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/PropertySupport.h>
@@ -51,15 +51,15 @@ void checkContainer(ClassObjectIntf const & object, Deviant deviant, ClassObject
 
 } // namespace
 
-Boolean ClassObjectIntf::hasContainerZEL(Deviant deviant) const {
+Boolean ClassObjectOperations::hasContainerZEL(Deviant deviant) const {
     return internal::readStateOf<ClassObjectIntf>(*this, deviant).hasContainerZEL(deviant);
 }
 
-ClassObject ClassObjectIntf::getContainerZEL(Deviant deviant) const {
+ClassObject ClassObjectOperations::getContainerZEL(Deviant deviant) const {
     return internal::readStateOf<ClassObjectIntf>(*this, deviant).getContainerZEL(deviant);
 }
 
-void ClassObjectIntf::setContainerZEL(Deviant deviant, ClassObject const & container) {
+void ClassObjectOperations::setContainerZEL(Deviant deviant, ClassObject const & container) {
     if (!container.isValid()) {
         removeContainerZEL(deviant);
         return;
@@ -76,7 +76,7 @@ void ClassObjectIntf::setContainerZEL(Deviant deviant, ClassObject const & conta
     internal::addContainee(*container.getImplementation(), deviant, *field, *this);
 }
 
-void ClassObjectIntf::removeContainerZEL(Deviant deviant) {
+void ClassObjectOperations::removeContainerZEL(Deviant deviant) {
     ClassObject const container = getContainerZEL(deviant);
     if (container.getImplementationWithoutAssert() != nullptr && container.isValid()) {
         internal::eraseContainee(*container.getImplementation(), deviant, *this);
@@ -84,7 +84,7 @@ void ClassObjectIntf::removeContainerZEL(Deviant deviant) {
     removeOnlyContainerZEL(deviant);
 }
 
-void ClassObjectIntf::setOnlyContainerZEL(Deviant deviant, ClassObject const & container) {
+void ClassObjectOperations::setOnlyContainerZEL(Deviant deviant, ClassObject const & container) {
     bool const isSet = container.isValid();
     if (isSet) {
         checkContainer(*this, deviant, container);
@@ -112,16 +112,16 @@ void ClassObjectIntf::setOnlyContainerZEL(Deviant deviant, ClassObject const & c
     internal::writeStateOf<ClassObjectIntf>(*this, deviant).setContainerZEL(deviant, container);
 }
 
-void ClassObjectIntf::removeOnlyContainerZEL(Deviant deviant) {
+void ClassObjectOperations::removeOnlyContainerZEL(Deviant deviant) {
     internal::addUnparented(*this, deviant);
     internal::writeStateOf<ClassObjectIntf>(*this, deviant).setContainerZEL(deviant, ClassObject());
 }
 
-Sequence<ClassObject> ClassObjectIntf::getContaineeZELs(Deviant deviant) const {
+Sequence<ClassObject> ClassObjectOperations::getContaineeZELs(Deviant deviant) const {
     return internal::containeeView(*this, deviant, getContaineeZELsWithoutAssociation(deviant));
 }
 
-Sequence<ClassObject> ClassObjectIntf::getContaineeZELsWithoutAssociation(Deviant deviant) const {
+Sequence<ClassObject> ClassObjectOperations::getContaineeZELsWithoutAssociation(Deviant deviant) const {
     return internal::combinedContainees<ClassObject>(*this, deviant);
 }
 

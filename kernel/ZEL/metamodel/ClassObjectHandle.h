@@ -3,10 +3,10 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
-#include <ZEL/metamodel/ClassObjectIntf.h>
-#include <ZEL/metamodel/Object.h>
-#include <ZEL/metamodel/ObjectHandle.h>
+#include <ZEL/metamodel/ClassObjectOperations.h>
 #include <ZEL/sequences/Sequence.h>
+#include <ZEL/values/Object.h>
+#include <ZEL/values/ObjectHandle.h>
 
 namespace ZEL {
 
@@ -39,7 +39,7 @@ public:
     [[nodiscard]] Integer getByteSize() const { return Integer(static_cast<std::int32_t>(constBody()->getByteSize())); }
     /// The name of the object's class if the handle is valid, else of the handle's: "ZEL.ImmutableX".
     [[nodiscard]] String getFullyQualifiedOrcaTypeName() const {
-        return String(this->isValid() ? constBody()->getOrcaName(true) : I::descriptor().immutableOrcaName);
+        return String(this->isValid() ? constBody()->getOrcaName(true) : internal::descriptorOf<I>().immutableOrcaName);
     }
 
 private:
@@ -98,7 +98,7 @@ public:
     Object fromString(String const & text) const { return body()->fromString(this->getDeviant(), text); }
     /// The name of the object's class if the handle is valid, else of the handle's: "ZEL.X".
     [[nodiscard]] String getFullyQualifiedOrcaTypeName() const {
-        return String(this->isValid() ? body()->getOrcaName(false) : BodyInterface::descriptor().orcaName);
+        return String(this->isValid() ? body()->getOrcaName(false) : internal::descriptorOf<BodyInterface>().orcaName);
     }
 
     /// Ends the object and all it contains in the handle's deviant. Nothing if it is not valid there.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/Deviant.h>
 #include <ZEL/Export.h>
+#include <ZEL/deviants/Deviant.h>
 
 #include <cstdint>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/Deviant.h>
-#include <ZEL/metamodel/ObjectIntf.h>
+#include <ZEL/deviants/Deviant.h>
+#include <ZEL/deviants/ObjectIntf.h>
 #include <ZEL/metamodel/PointerMap.h>
 
 namespace ZEL::internal {

@@ -1,5 +1,5 @@
 #include <ZEL/Boolean.h>
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/FactoryObjectIntf.h>
@@ -82,7 +82,7 @@ bool isContainment(PropertyDescriptor const & property) noexcept {
 }
 
 PersistentSequence const & readSequence(FieldDescriptor const & field, StateCore const & state) noexcept {
-    if (field.property == &ClassObjectIntf::appliedStereotypeInstanceProperty()) {
+    if (field.property == &NSInterface::ClassObjectOperations::appliedStereotypeInstanceProperty()) {
         return state.stereotypeInstances();
     }
     return field.sequence(const_cast<StateCore &>(state));

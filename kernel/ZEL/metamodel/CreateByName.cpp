@@ -1,10 +1,10 @@
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
-#include <ZEL/ValueObjectFactory.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/CreateByName.h>
 #include <ZEL/metamodel/FactorySupport.h>
+#include <ZEL/values/ValueObjectFactory.h>
 
 #include <algorithm>
 #include <string>

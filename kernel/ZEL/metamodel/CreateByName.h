@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/deviants/ClassObjectIntf.h>
 #include <ZEL/metamodel/Descriptors.h>
 
 #include <span>

@@ -1,4 +1,4 @@
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/DefaultValue.h>
 
 #include <hasp_util/ErrorHolder.h>

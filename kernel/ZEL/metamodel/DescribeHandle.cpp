@@ -1,12 +1,12 @@
-#include <ZEL/Cleanup.h>
-#include <ZEL/DeviantImpl.h>
-#include <ZEL/LiveObjectTable.h>
 #include <ZEL/String.h>
-#include <ZEL/ValueObjectIntf.h>
+#include <ZEL/base/Cleanup.h>
+#include <ZEL/base/LiveObjectTable.h>
+#include <ZEL/deviants/DeviantImpl.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/DescribeHandle.h>
 #include <ZEL/metamodel/Descriptors.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
+#include <ZEL/values/ValueObjectIntf.h>
 
 #include <optional>
 #include <string>

@@ -1,11 +1,13 @@
 // What all elements answer without a field of their own.
 
 #include <ZEL/Boolean.h>
-#include <ZEL/Exception.h>
 #include <ZEL/Integer.h>
 #include <ZEL/PersistenceKind.h>
 #include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/ClassObjectOperations.h>
 #include <ZEL/metamodel/ElementIntf.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/ModelCore.h>
@@ -14,13 +16,9 @@
 #include <ZEL/metamodel/StateCore.h>
 
 #include <string>
+#include <typeinfo>
 
 namespace ZEL::NSInterface {
-
-CooperativeVisitor::internal::ClassInfo const & ClassObjectIntf::classInfo() {
-    static auto const info = CooperativeVisitor::internal::makeClassInfo<ClassObjectIntf, ObjectDomain>();
-    return info;
-}
 
 Boolean ElementIntf::mustBeOwned(Deviant) const { return Boolean(true); }
 
@@ -46,14 +44,32 @@ void ElementIntf::removePersistence(Deviant deviant) { internal::coreToWrite(*th
 
 // --- identity ------------------------------------------------------------------------------------------------------------
 
-Boolean ClassObjectIntf::hasId(Deviant) const { return Boolean(true); }
-void ClassObjectIntf::removeId(Deviant) {}
-void ClassObjectIntf::setId(Deviant, Integer const &) {}
-Integer ClassObjectIntf::getId(Deviant) const { return Integer(-1); }
+// --- a state's answers, and those of what is neither body nor state ----------------------------------------------------
 
-Boolean ClassObjectIntf::hasSiid(Deviant deviant) const { return Boolean(!getSiid(deviant).empty()); }
+String ClassObjectOperations::toString(Deviant) const { return String(); }
+Object ClassObjectOperations::fromString(Deviant, String const &) { return Object(); }
+ImmutableClass ClassObjectOperations::getMetaClass(Deviant) const { return ImmutableClass(); }
+ClassObject ClassObjectOperations::clone(Deviant, ClassObject const &) { return ClassObject(); }
 
-String ClassObjectIntf::getSiid(Deviant deviant) const {
+// --- identity ---------------------------------------------------------------------------------------------------------
+
+std::string ClassObjectOperations::internal_describe(Deviant deviant, WithoutClass orElse) const {
+    ImmutableClass const metaClass = getMetaClass(deviant);
+    if (!metaClass.isValid() && orElse == WithoutClass::Raises) {
+        raiseInternalError(std::string("object without metaClass") + typeid(ImmutableClass).name());
+    }
+    std::string const name = metaClass.isValid() ? metaClass.getQualifiedName().str() : typeid(*this).name();
+    return "'" + name + "' [id = " + std::to_string(static_cast<int>(getId(deviant))) + " ]";
+}
+
+Boolean ClassObjectOperations::hasId(Deviant) const { return Boolean(true); }
+void ClassObjectOperations::removeId(Deviant) {}
+void ClassObjectOperations::setId(Deviant, Integer const &) {}
+Integer ClassObjectOperations::getId(Deviant) const { return Integer(-1); }
+
+Boolean ClassObjectOperations::hasSiid(Deviant deviant) const { return Boolean(!getSiid(deviant).empty()); }
+
+String ClassObjectOperations::getSiid(Deviant deviant) const {
     Model const model = getModelZEL(deviant);
     if (model.getImplementationWithoutAssert() == nullptr) {
         return String();
@@ -61,29 +77,29 @@ String ClassObjectIntf::getSiid(Deviant deviant) const {
     return String(model.getSiid().str() + "_" + std::to_string(static_cast<std::int32_t>(getId(deviant))));
 }
 
-void ClassObjectIntf::setSiid(Deviant, String const &) {
+void ClassObjectOperations::setSiid(Deviant, String const &) {
     raiseInternalError("siid is a read-only derived property so you cannot use the set property method!");
 }
 
-void ClassObjectIntf::removeSiid(Deviant) {
+void ClassObjectOperations::removeSiid(Deviant) {
     raiseUnimplemented("siid is a derived property and thus cannot have the remove method implemented");
 }
 
 // --- models --------------------------------------------------------------------------------------------------------------
 
-Boolean ClassObjectIntf::hasModelZEL(Deviant deviant) const {
+Boolean ClassObjectOperations::hasModelZEL(Deviant deviant) const {
     return Boolean(internal::coreToRead(*this, deviant).modelZEL != nullptr);
 }
 
-Model ClassObjectIntf::getModelZEL(Deviant deviant) const {
+Model ClassObjectOperations::getModelZEL(Deviant deviant) const {
     return Model(internal::coreToRead(*this, deviant).modelZEL, deviant);
 }
 
-void ClassObjectIntf::setModelZEL(Deviant deviant, Model const & model) { setOnlyModelZEL(deviant, model); }
+void ClassObjectOperations::setModelZEL(Deviant deviant, Model const & model) { setOnlyModelZEL(deviant, model); }
 
-void ClassObjectIntf::removeModelZEL(Deviant deviant) { removeOnlyModelZEL(deviant); }
+void ClassObjectOperations::removeModelZEL(Deviant deviant) { removeOnlyModelZEL(deviant); }
 
-void ClassObjectIntf::setOnlyModelZEL(Deviant deviant, Model const & model) {
+void ClassObjectOperations::setOnlyModelZEL(Deviant deviant, Model const & model) {
     ModelIntf * const value = model.getImplementationWithoutAssert();
     internal::BodyCore const * const body = internal_body();
     if (body != nullptr && value != nullptr && value->internal_body() != body->internal_model()) {
@@ -94,34 +110,37 @@ void ClassObjectIntf::setOnlyModelZEL(Deviant deviant, Model const & model) {
     }
 }
 
-void ClassObjectIntf::removeOnlyModelZEL(Deviant deviant) { internal::coreToWrite(*this, deviant).modelZEL = nullptr; }
+void ClassObjectOperations::removeOnlyModelZEL(Deviant deviant) {
+    internal::coreToWrite(*this, deviant).modelZEL = nullptr;
+}
 
-Boolean ClassObjectIntf::hasRootModel(Deviant deviant) const { return Boolean(getRootModel(deviant).isValid()); }
+Boolean ClassObjectOperations::hasRootModel(Deviant deviant) const { return Boolean(getRootModel(deviant).isValid()); }
 
-Model ClassObjectIntf::getRootModel(Deviant deviant) const { return getModelZEL(deviant); }
+Model ClassObjectOperations::getRootModel(Deviant deviant) const { return getModelZEL(deviant); }
 
-void ClassObjectIntf::setRootModel(Deviant, Model const &) {
+void ClassObjectOperations::setRootModel(Deviant, Model const &) {
     raiseInternalError("rootModel is a read-only derived property so you cannot use the set property method!");
 }
 
-void ClassObjectIntf::setOnlyRootModel(Deviant, Model const &) {
+void ClassObjectOperations::setOnlyRootModel(Deviant, Model const &) {
     raiseInternalError("rootModel is a read-only derived property so you cannot use the set_end property method!");
 }
 
-void ClassObjectIntf::removeRootModel(Deviant) {
+void ClassObjectOperations::removeRootModel(Deviant) {
     raiseUnimplemented("rootModel is a derived property and thus cannot have the remove method implemented");
 }
 
-void ClassObjectIntf::removeOnlyRootModel(Deviant deviant) { removeRootModel(deviant); }
+void ClassObjectOperations::removeOnlyRootModel(Deviant deviant) { removeRootModel(deviant); }
 
 // --- stereotype instances ------------------------------------------------------------------------------------------------
 
-Sequence<StereotypeObject> ClassObjectIntf::getAppliedStereotypeInstances(Deviant deviant) const {
+Sequence<StereotypeObject> ClassObjectOperations::getAppliedStereotypeInstances(Deviant deviant) const {
     return internal::associationView<StereotypeObject>(*this, deviant, appliedStereotypeInstanceProperty(),
                                                        getAppliedStereotypeInstancesWithoutAssociation(deviant));
 }
 
-Sequence<StereotypeObject> ClassObjectIntf::getAppliedStereotypeInstancesWithoutAssociation(Deviant deviant) const {
+Sequence<StereotypeObject>
+ClassObjectOperations::getAppliedStereotypeInstancesWithoutAssociation(Deviant deviant) const {
     return internal::storedSequence<StereotypeObject>(*this, deviant, internal::stereotypeInstanceField());
 }
 

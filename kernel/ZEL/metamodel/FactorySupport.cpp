@@ -1,9 +1,9 @@
-#include <ZEL/DeviantAssertions.h>
-#include <ZEL/DeviantManagerHelper.h>
-#include <ZEL/Exception.h>
 #include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/deviants/DeviantAssertions.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Containment.h>
+#include <ZEL/metamodel/DeviantManagerHelper.h>
 #include <ZEL/metamodel/FactoryObject.h>
 #include <ZEL/metamodel/FactorySupport.h>
 #include <ZEL/metamodel/Model.h>

@@ -22,13 +22,13 @@ ZEL_API ModelCore & modelOfFactory(NSInterface::ClassObjectIntf & factory, Devia
 /// What `createX` of a factory does, for handle class `H`.
 template <class H> H createObject(NSInterface::ClassObjectIntf & factory, Deviant deviant) {
     return H(static_cast<typename H::BodyInterface *>(
-                 createObject(modelOfFactory(factory, deviant), deviant, H::BodyInterface::descriptor())
+                 createObject(modelOfFactory(factory, deviant), deviant, descriptorOf<typename H::BodyInterface>())
                      .cast(H::BodyInterface::classInfo())),
              deviant);
 }
 template <class H> H createObject(NSInterface::ClassObjectIntf & factory, Deviant deviant, Integer const & id) {
     return H(static_cast<typename H::BodyInterface *>(createObject(modelOfFactory(factory, deviant), deviant,
-                                                                   H::BodyInterface::descriptor(),
+                                                                   descriptorOf<typename H::BodyInterface>(),
                                                                    static_cast<std::int32_t>(id))
                                                           .cast(H::BodyInterface::classInfo())),
              deviant);

@@ -1,4 +1,4 @@
-#include <ZEL/ObjectPool.h>
+#include <ZEL/base/ObjectPool.h>
 #include <ZEL/metamodel/Fields.h>
 
 #include <cstring>

@@ -1,10 +1,10 @@
-#include <ZEL/Cleanup.h>
-#include <ZEL/Constants.h>
-#include <ZEL/DeviantAssertions.h>
-#include <ZEL/Exception.h>
-#include <ZEL/GlobalXMIIdToObjectMap.h>
+#include <ZEL/base/Cleanup.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/deviants/DeviantAssertions.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/metamodel/Constants.h>
+#include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
 #include <ZEL/metamodel/MetaModelBuilder.h>
 #include <ZEL/metamodel/MetaModelDeclaration.h>
 #include <ZEL/metamodel/MetaModelDefinition.h>

@@ -1,9 +1,9 @@
-#include <ZEL/Exception.h>
-#include <ZEL/GlobalXMIIdToObjectMap.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/ClassRuntime.h>
 #include <ZEL/metamodel/Comment.h>
 #include <ZEL/metamodel/Enumeration.h>
 #include <ZEL/metamodel/EnumerationLiteral.h>
+#include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
 #include <ZEL/metamodel/MetaModelDeclaration.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/PrimitiveType.h>

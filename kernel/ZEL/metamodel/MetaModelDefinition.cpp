@@ -1,7 +1,7 @@
-#include <ZEL/Exception.h>
-#include <ZEL/GlobalXMIIdToObjectMap.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/ClassRuntime.h>
 #include <ZEL/metamodel/GeneratorUtil.h>
+#include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
 #include <ZEL/metamodel/MetaModelDefinition.h>
 #include <ZEL/metamodel/MultiValuedPropertyManager.h>
 #include <ZEL/metamodel/PropertyStorage.h>

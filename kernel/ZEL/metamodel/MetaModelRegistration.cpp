@@ -1,20 +1,20 @@
 // How a built metamodel becomes known by names and URIs.
 
-#include <ZEL/FactoryRegistry.h>
-#include <ZEL/GlobalXMIIdToObjectMap.h>
-#include <ZEL/IteratorType.h>
-#include <ZEL/MetaModelRegistry.h>
-#include <ZEL/NamespaceRegistry.h>
-#include <ZEL/SequenceType.h>
-#include <ZEL/TypeInfoRegistry.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassRuntime.h>
 #include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/FactoryIntf.h>
 #include <ZEL/metamodel/FactoryObject.h>
+#include <ZEL/metamodel/FactoryRegistry.h>
+#include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
 #include <ZEL/metamodel/MetaModelBuilder.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/metamodel/Type.h>
+#include <ZEL/sequences/IteratorType.h>
+#include <ZEL/sequences/SequenceType.h>
+#include <ZEL/values/TypeInfoRegistry.h>
 
 #include <string>
 #include <vector>

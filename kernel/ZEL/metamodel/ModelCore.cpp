@@ -1,11 +1,11 @@
-#include <ZEL/DeviantManagerHelper.h>
-#include <ZEL/Exception.h>
-#include <ZEL/GiveBackCount.h>
 #include <ZEL/Integer.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/base/GiveBackCount.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/ClassRuntime.h>
 #include <ZEL/metamodel/Containment.h>
+#include <ZEL/metamodel/DeviantManagerHelper.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/ModelCore.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/DeviantManager.h>
+#include <ZEL/deviants/DeviantManager.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/ModelIntf.h>
 

@@ -1,11 +1,11 @@
 // Operations of models: one to one on the deviant, or on the numbers of the objects.
 
 #include <ZEL/Boolean.h>
-#include <ZEL/Deviant.h>
-#include <ZEL/Exception.h>
 #include <ZEL/Integer.h>
-#include <ZEL/StateMap.h>
 #include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/deviants/Deviant.h>
+#include <ZEL/deviants/StateMap.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/ModelIntf.h>

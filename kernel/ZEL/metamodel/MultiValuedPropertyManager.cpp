@@ -1,8 +1,8 @@
-#include <ZEL/ValueObject.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/MultiValuedPropertyManager.h>
-#include <ZEL/metamodel/Object.h>
 #include <ZEL/sequences/Sequence.h>
+#include <ZEL/values/Object.h>
+#include <ZEL/values/ValueObject.h>
 
 namespace ZEL {
 

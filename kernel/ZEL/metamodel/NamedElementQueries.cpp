@@ -1,8 +1,8 @@
 // Names of elements, qualified and not.
 
 #include <ZEL/Boolean.h>
-#include <ZEL/Exception.h>
 #include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/NamedElementIntf.h>
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/metamodel/PackageIntf.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/deviants/ClassObjectIntf.h>
 #include <ZEL/metamodel/Descriptors.h>
 
 /// One end of a two-ended association changed without a call back, by the property's tables.

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/Object.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 #include <ZEL/sequences/Sequence.h>
+#include <ZEL/values/Object.h>
 
 /// From the generated operations of a property to the entries of its table.
 namespace ZEL::internal {

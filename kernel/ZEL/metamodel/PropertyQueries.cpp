@@ -1,7 +1,7 @@
 // The opposite of a property, derived from its association.
 
 #include <ZEL/Boolean.h>
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/Association.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/PropertyIntf.h>

@@ -1,7 +1,7 @@
 #include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/Object.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/sequences/Sequence.h>
+#include <ZEL/values/Object.h>
 
 namespace ZEL {
 

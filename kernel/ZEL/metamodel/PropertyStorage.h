@@ -1,9 +1,9 @@
 #pragma once
 
-#include <ZEL/RefBase.h>
-#include <ZEL/metamodel/ClassObjectIntf.h>
-#include <ZEL/metamodel/ObjectHandle.h>
+#include <ZEL/deviants/ClassObjectIntf.h>
 #include <ZEL/metamodel/PropertyStorageIntf.h>
+#include <ZEL/values/ObjectHandle.h>
+#include <ZEL/values/RefBase.h>
 
 #include <compare>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/ReferenceCountingIntf.h>
+#include <ZEL/base/ReferenceCountingIntf.h>
 
 namespace ZEL {
 

@@ -144,15 +144,6 @@ StateCore & coreToWrite(ClassObjectIntf & object, Deviant deviant) {
     return body != nullptr ? *body->writeState(deviant) : *stateItself(object).internal_state();
 }
 
-void noteForeignElement(ClassObjectIntf const * owner, ObjectIntf * element) {
-    BodyCore const * const holder = owner->internal_body();
-    BodyCore * const held = element != nullptr ? element->internal_body() : nullptr;
-    if (holder != nullptr && held != nullptr && holder->internal_model() != nullptr &&
-        held->internal_model() != holder->internal_model()) {
-        holder->internal_model()->noteForeign(*held);
-    }
-}
-
 // --- single-valued ends --------------------------------------------------------------------------------------------------
 
 void removeEnd(ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const & property) {
@@ -246,9 +237,10 @@ SequenceHandle associationViewHandle(ClassObjectIntf const & object, Deviant dev
 }
 
 SequenceHandle containeeViewHandle(ClassObjectIntf const & object, Deviant deviant, SequenceHandle const & raw) {
-    return SequenceHandle(std::make_unique<GenericAssociationSequence>(raw, &ClassObjectIntf::containeeZELProperty(),
-                                                                       ownerOf(object, deviant), &linkContainer),
-                          deviant);
+    return SequenceHandle(
+        std::make_unique<GenericAssociationSequence>(raw, &NSInterface::ClassObjectOperations::containeeZELProperty(),
+                                                     ownerOf(object, deviant), &linkContainer),
+        deviant);
 }
 
 SequenceHandle filteredViewHandle(Deviant deviant, SequenceHandle const & underlying,

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/deviants/ClassObjectIntf.h>
 #include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/ClassObjectIntf.h>
 #include <ZEL/metamodel/Descriptors.h>
-#include <ZEL/metamodel/Object.h>
 #include <ZEL/metamodel/StateCore.h>
-#include <ZEL/sequences/ForeignElements.h>
 #include <ZEL/sequences/Sequence.h>
+#include <ZEL/values/Object.h>
 
 #include <initializer_list>
 
@@ -48,7 +47,7 @@ ZEL_API void removeEnd(NSInterface::ClassObjectIntf & object, Deviant deviant, P
 
 /// Keeps `value` alive for `object` if it belongs to another model.
 template <class H> void noteForeignElement(NSInterface::ClassObjectIntf const & object, H const & value) {
-    noteForeignElement(&object, value.getImplementationWithoutAssert());
+    object.internal_noteElement(value.getImplementationWithoutAssert());
 }
 
 /// A handle of a narrower class, for operations that a subclass has redefined. A valid value of another class raises
@@ -117,7 +116,7 @@ template <class T, class U> Sequence<T> filteredView(Deviant deviant, Sequence<U
 }
 /// The objects in all composite properties that can hold a `T`.
 template <class T> Sequence<T> combinedContainees(NSInterface::ClassObjectIntf const & object, Deviant deviant) {
-    return asSequence<T>(combinedContaineesHandle(object, deviant, T::BodyInterface::descriptor()), deviant);
+    return asSequence<T>(combinedContaineesHandle(object, deviant, descriptorOf<typename T::BodyInterface>()), deviant);
 }
 /// One sequence after the other, without storage of its own.
 template <class T> Sequence<T> unionOf(Deviant deviant, std::initializer_list<Generic::SequenceHandle> parts) {

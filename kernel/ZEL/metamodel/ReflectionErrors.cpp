@@ -1,18 +1,18 @@
 #include <ZEL/Boolean.h>
-#include <ZEL/Exception.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
-#include <ZEL/ValueObject.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassIntf.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/ClassRuntime.h>
-#include <ZEL/metamodel/Object.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/metamodel/ReflectionErrors.h>
 #include <ZEL/metamodel/Type.h>
+#include <ZEL/values/Object.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <hasp_util/any.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/Deviant.h>
-#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/deviants/ClassObjectIntf.h>
+#include <ZEL/deviants/Deviant.h>
 
 namespace ZEL::internal {
 

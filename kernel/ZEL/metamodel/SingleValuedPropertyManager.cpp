@@ -1,9 +1,9 @@
 #include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/Object.h>
 #include <ZEL/metamodel/SingleValuedPropertyManager.h>
 #include <ZEL/sequences/GenericPropertyToSequenceProxy.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 #include <ZEL/sequences/Sequence.h>
+#include <ZEL/values/Object.h>
 
 #include <memory>
 

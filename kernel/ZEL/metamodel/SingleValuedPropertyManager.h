@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/ReferenceCountingImpl.h>
+#include <ZEL/base/ReferenceCountingImpl.h>
 #include <ZEL/metamodel/PropertyStorageIntf.h>
 
 namespace ZEL {

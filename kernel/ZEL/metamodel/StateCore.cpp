@@ -64,10 +64,6 @@ void StateCore::internal_deviationAssign(Deviant, NSInterface::ObjectIntf * sour
     internal_stateDescriptor().assignState(*this, *other);
 }
 
-Object StateCore::fromString(Deviant, String const &) { return Object(); }
-
-ImmutableClass StateCore::getMetaClass(Deviant) const { return ImmutableClass(); }
-
 Boolean StateCore::hasModelZEL(Deviant) const { return Boolean(modelZEL != nullptr); }
 void StateCore::removeModelZEL(Deviant) { modelZEL = nullptr; }
 void StateCore::setModelZEL(Deviant, Model const & model) { modelZEL = model.getImplementationWithoutAssert(); }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/ObjectPool.h>
-#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/base/ObjectPool.h>
+#include <ZEL/metamodel/ClassObjectOperations.h>
 
 #include <cstdint>
 
@@ -21,7 +21,7 @@ struct ClassDescriptor;
 ///
 /// A state answers its own attribute operations only; of the protocol it keeps the defaults, which do nothing. It is
 /// owned by the one place that stores it: a body's root slot, a deviant or a change set.
-class ZEL_API StateCore : public virtual NSInterface::ClassObjectIntf {
+class ZEL_API StateCore : public virtual NSInterface::ClassObjectOperations {
 public:
     ~StateCore() override;
     static void * operator new(std::size_t size) { return takeFromPool(size); }
@@ -31,8 +31,6 @@ public:
     [[nodiscard]] virtual ClassDescriptor const & internal_stateDescriptor() const noexcept = 0;
     [[nodiscard]] StateCore * internal_state() const noexcept final { return const_cast<StateCore *>(this); }
     void internal_deviationAssign(Deviant target, NSInterface::ObjectIntf * source, Deviant sourceDeviant) final;
-    Object fromString(Deviant deviant, String const & text) final;
-    [[nodiscard]] ImmutableClass getMetaClass(Deviant deviant) const final;
 
     [[nodiscard]] Boolean hasModelZEL(Deviant deviant) const final;
     void removeModelZEL(Deviant deviant) final;

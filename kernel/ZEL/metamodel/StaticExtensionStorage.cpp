@@ -1,11 +1,11 @@
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/Object.h>
 #include <ZEL/metamodel/StaticExtensionStorage.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/sequences/GenericFilteredSequence.h>
 #include <ZEL/sequences/Sequence.h>
+#include <ZEL/values/Object.h>
 
 #include <memory>
 

@@ -10,7 +10,6 @@
 #include <ZEL/metamodel/Element.h>
 #include <ZEL/metamodel/ElementImport.h>
 #include <ZEL/metamodel/EnumerationLiteral.h>
-#include <ZEL/metamodel/Object.h>
 #include <ZEL/metamodel/Operation.h>
 #include <ZEL/metamodel/PackageImport.h>
 #include <ZEL/metamodel/PackageMerge.h>
@@ -22,6 +21,7 @@
 #include <ZEL/metamodel/ValueSpecification.h>
 #include <ZEL/sequences/ListQImpl.h>
 #include <ZEL/sequences/MultiIndexImpl.ipp>
+#include <ZEL/values/Object.h>
 
 #include <boost/multi_index/mem_fun.hpp>
 

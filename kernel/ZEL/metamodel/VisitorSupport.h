@@ -1,8 +1,8 @@
 #pragma once
 
-#include <ZEL/CooperativeVisitor.h>
-#include <ZEL/Deviant.h>
-#include <ZEL/metamodel/ObjectIntf.h>
+#include <ZEL/base/CooperativeVisitor.h>
+#include <ZEL/deviants/Deviant.h>
+#include <ZEL/deviants/ObjectIntf.h>
 
 #include <initializer_list>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <ZEL/RefBase.h>
-#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/deviants/ClassObjectIntf.h>
 #include <ZEL/sequences/SequenceHandle.h>
 #include <ZEL/sequences/SequenceProxy.h>
+#include <ZEL/values/RefBase.h>
 
 namespace ZEL::internal {
 struct PropertyDescriptor;

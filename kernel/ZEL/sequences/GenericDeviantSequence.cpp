@@ -1,6 +1,6 @@
-#include <ZEL/Exception.h>
 #include <ZEL/String.h>
-#include <ZEL/sequences/ForeignElements.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/deviants/ClassObjectIntf.h>
 #include <ZEL/sequences/GenericDeviantSequence.h>
 #include <ZEL/sequences/IndexChecks.h>
 #include <ZEL/sequences/PersistentSequence.h>
@@ -54,7 +54,7 @@ struct GenericDeviantSequence::Bodies {
         return !storage.contains(element);
     }
     static void stored(GenericDeviantSequence const & sequence, Element element) {
-        internal::noteForeignElement(sequence.fObject, element);
+        sequence.fObject->internal_noteElement(element);
     }
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/CooperativeVisitor.h>
 #include <ZEL/Export.h>
+#include <ZEL/base/CooperativeVisitor.h>
 #include <ZEL/sequences/Ref.h>
 
 #include <memory>

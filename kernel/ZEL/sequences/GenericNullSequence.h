@@ -36,7 +36,7 @@ public:
                                                    char const * fallback) const override;
 
 private:
-    GenericNullSequence() = default;
+    GenericNullSequence();
 };
 
 /// All of them are equal, so that a loop over the null sequence runs zero times.

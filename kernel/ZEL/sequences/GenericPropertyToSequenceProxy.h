@@ -1,10 +1,10 @@
 #pragma once
 
-#include <ZEL/RefBase.h>
-#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/deviants/ClassObjectIntf.h>
 #include <ZEL/sequences/IteratorProxy.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 #include <ZEL/sequences/SequenceProxy.h>
+#include <ZEL/values/RefBase.h>
 
 namespace ZEL::Generic {
 

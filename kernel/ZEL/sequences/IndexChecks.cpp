@@ -1,4 +1,4 @@
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/sequences/IndexChecks.h>
 
 namespace ZEL::internal {

@@ -1,8 +1,8 @@
-#include <ZEL/Exception.h>
-#include <ZEL/GiveBackCount.h>
-#include <ZEL/ValueObjectIntf.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/base/GiveBackCount.h>
 #include <ZEL/sequences/IndexChecks.h>
 #include <ZEL/sequences/ListQImplForRefs.h>
+#include <ZEL/values/ValueObjectIntf.h>
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/sequences/IndexChecks.h>
 #include <ZEL/sequences/MultiIndexImpl.h>
 #include <ZEL/sequences/RefTraits.h>

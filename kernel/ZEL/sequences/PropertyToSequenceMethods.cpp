@@ -1,4 +1,4 @@
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 
 namespace ZEL::Generic {

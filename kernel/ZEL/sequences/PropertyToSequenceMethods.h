@@ -1,8 +1,8 @@
 #pragma once
 
-#include <ZEL/CooperativeVisitor.h>
-#include <ZEL/Deviant.h>
 #include <ZEL/Export.h>
+#include <ZEL/base/CooperativeVisitor.h>
+#include <ZEL/deviants/Deviant.h>
 #include <ZEL/sequences/RefTraits.h>
 
 #include <cstddef>

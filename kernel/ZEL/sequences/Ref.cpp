@@ -1,6 +1,6 @@
-#include <ZEL/GiveBackCount.h>
-#include <ZEL/ValueObject.h>
+#include <ZEL/base/GiveBackCount.h>
 #include <ZEL/sequences/Ref.h>
+#include <ZEL/values/ValueObject.h>
 
 namespace ZEL::Generic {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <ZEL/Deviant.h>
 #include <ZEL/Export.h>
-#include <ZEL/metamodel/ObjectIntf.h>
+#include <ZEL/deviants/Deviant.h>
+#include <ZEL/deviants/ObjectIntf.h>
 #include <ZEL/sequences/ShortLived.h>
 
 #include <cstdint>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <ZEL/Exception.h>
-#include <ZEL/ValueObject.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/sequences/Ref.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <concepts>
 

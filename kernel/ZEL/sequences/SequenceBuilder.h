@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/Deviant.h>
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/deviants/Deviant.h>
 #include <ZEL/sequences/ListQImpl.h>
 #include <ZEL/sequences/MultiIndexImpl.h>
 #include <ZEL/sequences/Sequence.h>

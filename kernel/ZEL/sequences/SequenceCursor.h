@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/sequences/SequenceIntf.h>
 
 namespace ZEL::Generic {

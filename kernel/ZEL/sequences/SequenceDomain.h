@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/CooperativeVisitor.h>
+#include <ZEL/base/CooperativeVisitor.h>
 
 namespace ZEL::Generic {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/Deviant.h>
-#include <ZEL/ReferenceCountingIntf.h>
+#include <ZEL/base/ReferenceCountingIntf.h>
+#include <ZEL/deviants/Deviant.h>
 #include <ZEL/sequences/IteratorIntf.h>
 #include <ZEL/sequences/Ref.h>
 #include <ZEL/sequences/SmartPtr.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/ObjectPool.h>
+#include <ZEL/base/ObjectPool.h>
 
 #include <cstddef>
 

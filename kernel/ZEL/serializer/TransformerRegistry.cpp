@@ -1,4 +1,4 @@
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/serializer/Transformer.h>
 #include <ZEL/serializer/TransformerRegistry.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/Constants.h>
+#include <ZEL/metamodel/Constants.h>
 
 #include <string_view>
 

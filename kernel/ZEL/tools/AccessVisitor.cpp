@@ -1,10 +1,10 @@
-#include <ZEL/Exception.h>
-#include <ZEL/ValueObject.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/tools/AccessVisitor.h>
+#include <ZEL/values/ValueObject.h>
 
 namespace ZEL {
 

@@ -1,9 +1,9 @@
-#include <ZEL/Exception.h>
-#include <ZEL/ValueObject.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/tools/Comparator.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/Object.h>
+#include <ZEL/values/Object.h>
 
 #include <memory>
 #include <unordered_map>

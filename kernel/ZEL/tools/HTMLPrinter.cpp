@@ -1,8 +1,8 @@
 #include <ZEL/Boolean.h>
-#include <ZEL/Exception.h>
-#include <ZEL/HtmlPage.h>
-#include <ZEL/Logger.h>
 #include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/logging/HtmlPage.h>
+#include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/tools/HTMLPrinter.h>

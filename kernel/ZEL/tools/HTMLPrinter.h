@@ -1,8 +1,8 @@
 #pragma once
 
 #include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/Object.h>
 #include <ZEL/sequences/Sequence.h>
+#include <ZEL/values/Object.h>
 
 #include <fstream>
 #include <map>

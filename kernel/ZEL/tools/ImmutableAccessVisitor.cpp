@@ -1,9 +1,9 @@
-#include <ZEL/Exception.h>
-#include <ZEL/ValueObject.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/tools/ImmutableAccessVisitor.h>
+#include <ZEL/values/ValueObject.h>
 
 namespace ZEL {
 

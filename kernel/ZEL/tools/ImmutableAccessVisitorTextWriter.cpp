@@ -1,10 +1,10 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/String.h>
-#include <ZEL/ValueObject.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <algorithm>
 #include <ostream>

@@ -1,10 +1,9 @@
 #include <ZEL/Boolean.h>
-#include <ZEL/DeepCalls.h>
-#include <ZEL/Exception.h>
 #include <ZEL/PersistenceKind.h>
 #include <ZEL/String.h>
 #include <ZEL/UnlimitedNatural.h>
-#include <ZEL/ValueObject.h>
+#include <ZEL/base/DeepCalls.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/StereotypeObject.h>
@@ -12,6 +11,7 @@
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
 #include <ZEL/tools/TypePredicates.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <algorithm>
 #include <array>

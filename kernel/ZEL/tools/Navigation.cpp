@@ -1,14 +1,14 @@
-#include <ZEL/Constants.h>
-#include <ZEL/Exception.h>
-#include <ZEL/MetaModelRegistry.h>
 #include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/Constants.h>
 #include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/Model.h>
-#include <ZEL/metamodel/Object.h>
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/tools/Navigation.h>
+#include <ZEL/values/Object.h>
 
 namespace ZEL {
 

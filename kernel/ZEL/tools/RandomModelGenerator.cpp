@@ -1,10 +1,10 @@
-#include <ZEL/Exception.h>
-#include <ZEL/FactoryRegistry.h>
 #include <ZEL/Integer.h>
 #include <ZEL/PersistenceKind.h>
 #include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/Enumeration.h>
 #include <ZEL/metamodel/EnumerationLiteral.h>
+#include <ZEL/metamodel/FactoryRegistry.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/sequences/MultiIndexImpl.h>

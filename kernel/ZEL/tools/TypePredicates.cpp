@@ -1,10 +1,10 @@
 #include <ZEL/String.h>
-#include <ZEL/ValueObject.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/tools/TypePredicates.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <unordered_set>
 #include <utility>

@@ -1,12 +1,12 @@
 #include "kernel/ZEL/metamodel/ExpectedMetaModel.h"
 #include "kernel/ZEL/metamodel/ModelFixture.h"
 
-#include <ZEL/ValueObject.h>
-#include <ZEL/ValueObjectFactory.h>
 #include <ZEL/ZEL.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/ClassRuntime.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
+#include <ZEL/values/ValueObject.h>
+#include <ZEL/values/ValueObjectFactory.h>
 
 #include <functional>
 #include <map>

@@ -1,14 +1,14 @@
 #include "support/RunAgain.h"
 
-#include <ZEL/Cleanup.h>
-#include <ZEL/DeviantAssertions.h>
-#include <ZEL/FactoryRegistry.h>
-#include <ZEL/GlobalXMIIdToObjectMap.h>
 #include <ZEL/Initialize.h>
-#include <ZEL/LeakChecker.h>
-#include <ZEL/MetaModelRegistry.h>
-#include <ZEL/NamespaceRegistry.h>
 #include <ZEL/ZEL.h>
+#include <ZEL/base/Cleanup.h>
+#include <ZEL/base/LeakChecker.h>
+#include <ZEL/deviants/DeviantAssertions.h>
+#include <ZEL/metamodel/FactoryRegistry.h>
+#include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
+#include <ZEL/metamodel/NamespaceRegistry.h>
 
 #include <gmock/gmock.h>
 

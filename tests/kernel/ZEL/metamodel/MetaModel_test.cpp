@@ -1,21 +1,21 @@
 #include "kernel/ZEL/metamodel/ExpectedMetaModel.h"
 #include "support/RunAgain.h"
 
-#include <ZEL/GlobalXMIIdToObjectMap.h>
 #include <ZEL/PersistenceKind.h>
-#include <ZEL/TypeInfoRegistry.h>
 #include <ZEL/metamodel/Association.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Comment.h>
 #include <ZEL/metamodel/Enumeration.h>
 #include <ZEL/metamodel/EnumerationLiteral.h>
 #include <ZEL/metamodel/Factory.h>
+#include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
 #include <ZEL/metamodel/MetaModel.h>
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/metamodel/PrimitiveType.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/metamodel/Stereotype.h>
+#include <ZEL/values/TypeInfoRegistry.h>
 
 #include <gmock/gmock.h>
 

@@ -1,10 +1,10 @@
 #include "kernel/ZEL/metamodel/ModelFixture.h"
 #include "support/ExpectRaises.h"
 
-#include <ZEL/IdText.h>
-#include <ZEL/ListenerHolder.h>
 #include <ZEL/ZEL.h>
+#include <ZEL/metamodel/ListenerHolder.h>
 #include <ZEL/sequences/SequenceBuilder.h>
+#include <ZEL/serializer/IdText.h>
 
 #include <gmock/gmock.h>
 

@@ -1,9 +1,9 @@
 #include "kernel/ZEL/metamodel/ModelFixture.h"
 #include "support/ExpectRaises.h"
 
-#include <ZEL/ValueObject.h>
 #include <ZEL/ZEL.h>
 #include <ZEL/metamodel/PropertyStorage.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <gmock/gmock.h>
 

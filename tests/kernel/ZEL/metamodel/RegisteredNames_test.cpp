@@ -2,9 +2,9 @@
 
 #include "kernel/ZEL/metamodel/ExpectedMetaModel.h"
 
-#include <ZEL/TypeInfoRegistry.h>
 #include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/values/TypeInfoRegistry.h>
 
 #include <gtest/gtest.h>
 

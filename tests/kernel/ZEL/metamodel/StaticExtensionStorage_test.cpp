@@ -2,10 +2,10 @@
 #include "kernel/ZEL/metamodel/StereotypeInstances.h"
 #include "support/ExpectRaises.h"
 
-#include <ZEL/ValueObject.h>
 #include <ZEL/ZEL.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/metamodel/StaticExtensionStorage.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <gmock/gmock.h>
 

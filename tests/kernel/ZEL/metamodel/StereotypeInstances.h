@@ -44,7 +44,7 @@ public:
 
 template <int N> internal::ClassDescriptor const & MarkIntf<N>::descriptor() noexcept {
     static internal::ClassDescriptor const * const superClasses[] = {&StereotypeObjectIntf::descriptor()};
-    static internal::FieldDescriptor const fields[] = {{&ClassObjectIntf::appliedStereotypeInstanceProperty(),
+    static internal::FieldDescriptor const fields[] = {{&ClassObjectOperations::appliedStereotypeInstanceProperty(),
                                                         &StereotypeObjectIntf::classInfo,
                                                         &internal::stereotypeInstances, nullptr, nullptr}};
     static internal::ClassDescriptor const descriptor{

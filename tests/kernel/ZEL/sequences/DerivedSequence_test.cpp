@@ -368,7 +368,7 @@ TEST_F(CombinedSequence, PopBackAndClearReachAllSubSequences) {
 
 // --- a single value as a sequence ------------------------------------------------------------------------------------
 
-class HolderIntf : public virtual NSInterface::ClassObjectIntf {
+class HolderIntf : public virtual NSInterface::ClassObjectOperations {
 public:
     static Test::ClassInfo const & classInfo() { return Test::classInfoOf<HolderIntf>(); }
     [[nodiscard]] bool hasItem(Deviant) const { return value.isValid(); }

@@ -1,8 +1,8 @@
 #include "support/SequenceItems.h"
 
 #include <ZEL/String.h>
-#include <ZEL/metamodel/Object.h>
 #include <ZEL/sequences/RefTraits.h>
+#include <ZEL/values/Object.h>
 
 namespace ZEL::Generic {
 namespace {

@@ -1,13 +1,13 @@
 #include "support/SequenceItems.h"
 
 #include <ZEL/String.h>
-#include <ZEL/metamodel/Object.h>
 #include <ZEL/sequences/GenericFilteredSequence.h>
 #include <ZEL/sequences/GenericNullSequence.h>
 #include <ZEL/sequences/GenericReferenceCountingSequenceProxy.h>
 #include <ZEL/sequences/ListQImpl.h>
 #include <ZEL/sequences/MultiIndexImpl.ipp>
 #include <ZEL/sequences/SequenceBuilder.h>
+#include <ZEL/values/Object.h>
 
 #include <gmock/gmock.h>
 

@@ -1,16 +1,16 @@
 // What is written is read back equal, by all roads together. Random models do so in tests/proofs.
 
-#include <ZEL/Constants.h>
-#include <ZEL/FactoryRegistry.h>
 #include <ZEL/Integer.h>
-#include <ZEL/MetaModelRegistry.h>
-#include <ZEL/Transaction.h>
+#include <ZEL/deviants/Transaction.h>
+#include <ZEL/metamodel/Constants.h>
 #include <ZEL/metamodel/Factory.h>
+#include <ZEL/metamodel/FactoryRegistry.h>
 #include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/Package.h>
-#include <ZEL/serializer/Merger.h>
-#include <ZEL/serializer/XmiReader.h>
-#include <ZEL/serializer/XmiWriter.h>
+#include <ZEL/serializer/reader/Merger.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
 #include <ZEL/tools/Comparator.h>
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include <ZEL/Exception.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/serializer/TransformerRegistry.h>
 
 #include <boost/function.hpp>

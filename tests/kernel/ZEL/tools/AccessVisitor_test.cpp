@@ -1,12 +1,12 @@
 #include "kernel/ZEL/tools/TestModel.h"
 
 #include <ZEL/String.h>
-#include <ZEL/ValueObject.h>
 #include <ZEL/metamodel/Comment.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/tools/AccessVisitor.h>
 #include <ZEL/tools/ImmutableAccessVisitor.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <gtest/gtest.h>
 

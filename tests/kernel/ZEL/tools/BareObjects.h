@@ -1,9 +1,9 @@
 #pragma once
 
-#include <ZEL/ReferenceCountingImpl.h>
 #include <ZEL/String.h>
+#include <ZEL/base/ReferenceCountingImpl.h>
 #include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/ClassObjectIntf.h>
+#include <ZEL/metamodel/ClassObjectOperations.h>
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/metamodel/TypeIntf.h>
 
@@ -12,7 +12,7 @@
 namespace ZEL::testsupport {
 
 /// An object of which nothing is known but what a test says: its type, and no class. It goes with its handles.
-class BareObject final : public virtual NSInterface::ClassObjectIntf, public ReferenceCountingImpl {
+class BareObject final : public virtual NSInterface::ClassObjectOperations, public ReferenceCountingImpl {
 public:
     explicit BareObject(ImmutableType const & type) : fType(type) {}
     [[nodiscard]] static ClassObject make(ImmutableType const & type = ImmutableType()) {
@@ -20,7 +20,9 @@ public:
     }
 
     [[nodiscard]] bool deviant_isValid(Deviant) const override { return true; }
-    [[nodiscard]] ImmutableType getMetaType(Deviant) const override { return fType; }
+    [[nodiscard]] NSInterface::SeenObject internal_metaType(Deviant) const override {
+        return {fType.getImplementationWithoutAssert(), fType.getDeviant()};
+    }
     [[nodiscard]] void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override {
         return CooperativeVisitor::internal::castTable<BareObject, NSInterface::ClassObjectIntf,
                                                        NSInterface::ObjectIntf>()

@@ -1,9 +1,9 @@
 #include "kernel/ZEL/tools/TestModel.h"
 
 #include <ZEL/Integer.h>
-#include <ZEL/MetaModelRegistry.h>
 #include <ZEL/String.h>
 #include <ZEL/metamodel/Comment.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/tools/Comparator.h>
 

@@ -5,13 +5,13 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
-#include <ZEL/ValueObject.h>
 #include <ZEL/metamodel/Comment.h>
 #include <ZEL/metamodel/PackageableElement.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>
 #include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
 #include <ZEL/tools/ObjectsIn.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -5,17 +5,17 @@
 #include "kernel/ZEL/tools/PageText.h"
 #include "support/ExpectRaises.h"
 
-#include <ZEL/DefaultLogHandler.h>
-#include <ZEL/HTMLLogFormatter.h>
-#include <ZEL/LogRecord.h>
-#include <ZEL/Logger.h>
-#include <ZEL/ReferenceCountingImpl.h>
-#include <ZEL/ValueObjectImpl.h>
 #include <ZEL/ZEL.h>
+#include <ZEL/base/ReferenceCountingImpl.h>
+#include <ZEL/logging/DefaultLogHandler.h>
+#include <ZEL/logging/HTMLLogFormatter.h>
+#include <ZEL/logging/LogRecord.h>
+#include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/metamodel/PropertyStorageIntf.h>
 #include <ZEL/sequences/SequenceBuilder.h>
 #include <ZEL/tools/HTMLPrinter.h>
+#include <ZEL/values/ValueObjectImpl.h>
 
 #include <gmock/gmock.h>
 

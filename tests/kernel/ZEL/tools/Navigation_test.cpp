@@ -4,11 +4,11 @@
 
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
-#include <ZEL/ValueObject.h>
 #include <ZEL/VisibilityKind.h>
 #include <ZEL/metamodel/Comment.h>
 #include <ZEL/tools/Navigation.h>
 #include <ZEL/tools/TypePredicates.h>
+#include <ZEL/values/ValueObject.h>
 
 #include <gtest/gtest.h>
 

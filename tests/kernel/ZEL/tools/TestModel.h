@@ -1,10 +1,10 @@
 #pragma once
 
-#include <ZEL/Constants.h>
-#include <ZEL/FactoryRegistry.h>
-#include <ZEL/Transaction.h>
+#include <ZEL/deviants/Transaction.h>
 #include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/Constants.h>
 #include <ZEL/metamodel/Factory.h>
+#include <ZEL/metamodel/FactoryRegistry.h>
 #include <ZEL/metamodel/MetaModel.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/Package.h>

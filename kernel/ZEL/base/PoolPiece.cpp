@@ -1,0 +1,93 @@
+#include <ZEL/base/PoolPiece.h>
+
+#include <array>
+#include <cassert>
+#include <new>
+
+namespace ZEL::internal {
+
+namespace {
+
+std::uintptr_t keyOf(void const * address) noexcept {
+    return reinterpret_cast<std::uintptr_t>(address) / PoolPiece::kSize;
+}
+
+/// The pieces by their place. Objects that die after every static of this library still ask, so it is never destroyed.
+class Pieces {
+public:
+    void add(PoolPiece * piece) {
+        if (2 * (fAll.size() + 1) > fSlots.size()) {
+            grow();
+        }
+        fAll.push_back(piece);
+        fSlots[slotFor(keyOf(piece))] = piece;
+        fRecent[keyOf(piece) % fRecent.size()] = {};
+    }
+    [[nodiscard]] PoolPiece * find(void const * address) noexcept {
+        std::uintptr_t const key = keyOf(address);
+        Recent & recent = fRecent[key % fRecent.size()];
+        if (recent.key != key) {
+            recent = {key, fSlots.empty() ? nullptr : fSlots[slotFor(key)]};
+        }
+        return recent.piece;
+    }
+    [[nodiscard]] std::span<PoolPiece * const> all() const noexcept { return fAll; }
+
+private:
+    struct Recent {
+        std::uintptr_t key = 0;
+        PoolPiece * piece = nullptr;
+    };
+
+    /// The slot of the key, or the free one where it belongs.
+    [[nodiscard]] std::size_t slotFor(std::uintptr_t key) const noexcept {
+        std::size_t const mask = fSlots.size() - 1;
+        std::size_t slot = ((static_cast<std::uint64_t>(key) * 0x9E3779B97F4A7C15u) >> 24) & mask;
+        while (fSlots[slot] != nullptr && keyOf(fSlots[slot]) != key) {
+            slot = (slot + 1) & mask;
+        }
+        return slot;
+    }
+    void grow() {
+        fSlots.assign(fSlots.empty() ? 64 : 2 * fSlots.size(), nullptr);
+        for (PoolPiece * const piece : fAll) {
+            fSlots[slotFor(keyOf(piece))] = piece;
+        }
+    }
+
+    std::vector<PoolPiece *> fAll;
+    std::vector<PoolPiece *> fSlots; ///< open addressing, a power of two, at most half full
+    std::array<Recent, 256> fRecent{};
+};
+
+Pieces & pieces() noexcept {
+    static auto * const all = new Pieces;
+    return *all;
+}
+
+} // namespace
+
+PoolPiece::PoolPiece(std::uint32_t blockSize) noexcept
+    : fBlockSize(blockSize), fReciprocal(((std::uint64_t{1} << 32) + blockSize - 1) / blockSize) {
+    constexpr std::size_t kAlignment = 16;
+    std::size_t const room = kSize - sizeof(PoolPiece) - kAlignment;
+    fBlockCount = static_cast<std::uint32_t>(room / (blockSize + sizeof(std::uint32_t)));
+    std::size_t const begin = sizeof(PoolPiece) + fBlockCount * sizeof(std::uint32_t);
+    fBlocks = reinterpret_cast<char *>(this) + (begin + kAlignment - 1) / kAlignment * kAlignment;
+}
+
+PoolPiece * PoolPiece::make(void * memory, std::uint32_t blockSize) {
+    assert(reinterpret_cast<std::uintptr_t>(memory) % kSize == 0);
+    auto * const piece = ::new (memory) PoolPiece(blockSize);
+    for (std::uint32_t i = 0; i < piece->fBlockCount; ++i) {
+        piece->number(i) = 0;
+    }
+    pieces().add(piece);
+    return piece;
+}
+
+PoolPiece * PoolPiece::of(void const * address) noexcept { return pieces().find(address); }
+
+std::span<PoolPiece * const> PoolPiece::all() noexcept { return pieces().all(); }
+
+} // namespace ZEL::internal

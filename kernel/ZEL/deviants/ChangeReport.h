@@ -1,0 +1,35 @@
+#pragma once
+
+#include <ZEL/Export.h>
+#include <ZEL/deviants/Deviant.h>
+#include <ZEL/deviants/StateMap.h>
+
+#include <vector>
+
+namespace ZEL::internal {
+
+/// How an object must change in one deviant to become what it is in another.
+enum class Change { None, Created, Deleted, Modified };
+
+/// From `present` to `wanted`. An object exists unless its state is null or `InvalidObject`; `FallbackToRoot` exists.
+[[nodiscard]] ZEL_API Change classifyChange(NSInterface::ObjectIntf const * present,
+                                            NSInterface::ObjectIntf const * wanted) noexcept;
+/// From the root's state to that of a deviant, whose silence on an object leaves the root as it is.
+[[nodiscard]] ZEL_API Change classifyAssignment(NSInterface::ObjectIntf const * inRoot,
+                                                NSInterface::ObjectIntf const * wanted) noexcept;
+
+/// The content of a report of changes, before handles are made of it; in the order of the map that was walked.
+struct ZEL_API ChangedBodies {
+    std::vector<NSInterface::ClassObjectIntf *> created;
+    std::vector<NSInterface::ClassObjectIntf *> deleted;
+    std::vector<NSInterface::ClassObjectIntf *> modified;
+
+    void add(Change change, NSInterface::ClassObjectIntf * body);
+};
+
+/// How `target` must change to become `source`, for the objects of `map`.
+[[nodiscard]] ChangedBodies collectChanges(StateMap const & map, Deviant target, Deviant source);
+/// How `root` must change to become `view`, for the objects of `map`.
+[[nodiscard]] ChangedBodies collectAssignment(StateMap const & map, Deviant root, Deviant view);
+
+} // namespace ZEL::internal

@@ -1,0 +1,7 @@
+#include <ZEL/deviants/ListenerHolderBase.h>
+
+namespace ZEL::internal {
+
+ListenerHolderBase::~ListenerHolderBase() = default;
+
+} // namespace ZEL::internal

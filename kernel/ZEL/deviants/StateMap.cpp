@@ -1,0 +1,264 @@
+#include <ZEL/base/Exception.h>
+#include <ZEL/base/GiveBackCount.h>
+#include <ZEL/deviants/ClassObjectIntf.h>
+#include <ZEL/deviants/StateMap.h>
+
+#include <algorithm>
+#include <functional>
+#include <new>
+#include <utility>
+
+namespace ZEL {
+
+namespace {
+
+NSInterface::ClassObjectIntf & bodyOf(StateMap::Key key) noexcept {
+    return *const_cast<NSInterface::ClassObjectIntf *>(key);
+}
+
+bool comesBefore(StateMap::Entry const & left, StateMap::Entry const & right) noexcept {
+    return std::less<>()(left.key, right.key);
+}
+
+} // namespace
+
+void StateMap::swap(StateMap & other) noexcept {
+    std::swap(fSize, other.fSize);
+    std::swap(fCapacity, other.fCapacity);
+    std::swap(fIsSorted, other.fIsSorted);
+    std::swap(fGreatest, other.fGreatest);
+    std::swap(fIsIndexed, other.fIsIndexed);
+    std::swap(fIndexSize, other.fIndexSize);
+    std::swap(fInline, other.fInline);
+    fHeap.swap(other.fHeap);
+    fIndex.swap(other.fIndex);
+}
+
+// --- search ----------------------------------------------------------------------------------------------------------
+
+StateMap::const_iterator StateMap::find(Key key) const noexcept {
+    std::uint32_t const found = position(key);
+    return found == kNone ? end() : data() + found;
+}
+
+std::uint32_t StateMap::position(Key key) const noexcept {
+    if (fSize <= kLinear) {
+        return positionWithoutIndex(key);
+    }
+    Entry const * const entries = data();
+    // The body of a new object mostly lies above all others, and walks ask for one entry after the other.
+    if (std::less<>()(fGreatest, key)) {
+        return kNone;
+    }
+    for (std::uint32_t i = fLast; i < fSize && i < fLast + 2; ++i) {
+        if (entries[i].key == key) {
+            return fLast = i;
+        }
+    }
+    if (!fIsIndexed && !makeIndex()) {
+        return positionWithoutIndex(key);
+    }
+    std::uint32_t const slot = slotOf(key);
+    return fIndex[slot] == 0 ? kNone : (fLast = fIndex[slot] - 1);
+}
+
+std::uint32_t StateMap::positionWithoutIndex(Key key) const noexcept {
+    Entry const * const entries = data();
+    for (std::uint32_t i = 0; i < fSize; ++i) {
+        if (entries[i].key == key) {
+            return i;
+        }
+    }
+    return kNone;
+}
+
+std::vector<StateMap::Key> StateMap::keys() const {
+    std::vector<Key> result;
+    result.reserve(fSize);
+    for (Entry const & entry : *this) {
+        result.push_back(entry.key);
+    }
+    return result;
+}
+
+void StateMap::sort() const noexcept {
+    std::sort(data(), data() + fSize, comesBefore);
+    fIsSorted = true;
+    fIsIndexed = false;
+}
+
+// --- change ----------------------------------------------------------------------------------------------------------
+
+StateMap::State StateMap::set(Key key, State state) {
+    if (key == nullptr) {
+        raiseNullReference();
+    }
+    std::uint32_t const found = position(key);
+    if (found != kNone) {
+        return std::exchange(data()[found].state, state);
+    }
+    append(key, state);
+    if (key != fUncounted) {
+        bodyOf(key).incRef();
+    }
+    return nullptr;
+}
+
+void StateMap::makeRoom(std::size_t more) {
+    if (more > fCapacity - fSize) {
+        grow(std::max({static_cast<std::uint32_t>(fSize + more), kLinear, 2 * fCapacity}));
+    }
+}
+
+void StateMap::grow(std::uint32_t capacity) {
+    std::unique_ptr<Entry[]> larger(new Entry[capacity]);
+    std::copy(data(), data() + fSize, larger.get());
+    fHeap = std::move(larger);
+    fCapacity = capacity;
+}
+
+void StateMap::append(Key key, State state) {
+    makeRoom(1);
+    Entry * const entries = data();
+    if (fIsSorted && fSize != 0 && std::less<>()(key, entries[fSize - 1].key)) {
+        fIsSorted = false;
+    }
+    entries[fSize] = {key, state};
+    fLast = fSize;
+    fGreatest = std::max(fGreatest, key, std::less<>());
+    ++fSize;
+    if (fIsIndexed) {
+        if (2 * fSize > fIndexSize) {
+            makeIndex();
+        } else {
+            enterInIndex(key, fSize - 1);
+        }
+    }
+}
+
+StateMap::State StateMap::erase(Key key) {
+    std::uint32_t const found = position(key);
+    if (found == kNone) {
+        return nullptr;
+    }
+    Entry * const entries = data();
+    std::uint32_t const last = fSize - 1;
+    if (fIsIndexed) {
+        eraseFromIndex(slotOf(key));
+        if (found != last) {
+            fIndex[slotOf(entries[last].key)] = found + 1;
+        }
+    }
+    State const state = entries[found].state;
+    if (found != last) {
+        entries[found] = entries[last];
+        fIsSorted = false;
+    }
+    fSize = last;
+    // Last of all: the body may go with this count.
+    if (key != fUncounted) {
+        internal::giveBackCount(bodyOf(key));
+    }
+    return state;
+}
+
+void StateMap::clear() { clear(false); }
+
+void StateMap::destroyAndClear() { clear(true); }
+
+void StateMap::clear(bool destroyStates) {
+    if (fSize == 0) {
+        return;
+    }
+    std::uint32_t const count = std::exchange(fSize, 0);
+    fGreatest = nullptr;
+    fIsSorted = true;
+    fIsIndexed = false;
+    // The map is empty before any code of a body runs, which may come back to it.
+    if (fHeap == nullptr) {
+        Entry const entries[kInline] = {fInline[0], fInline[1]};
+        release(entries, count, destroyStates);
+        return;
+    }
+    std::unique_ptr<Entry[]> entries = std::move(fHeap);
+    std::uint32_t const capacity = std::exchange(fCapacity, kInline);
+    release(entries.get(), count, destroyStates);
+    if (capacity <= kPooled && fHeap == nullptr && fSize == 0) {
+        fHeap = std::move(entries);
+        fCapacity = capacity;
+    } else if (capacity > kPooled && !fIsIndexed) {
+        fIndex.reset();
+        fIndexSize = 0;
+    }
+}
+
+void StateMap::release(Entry const * entries, std::uint32_t count, bool destroyStates) const {
+    for (Entry const * entry = entries; entry != entries + count; ++entry) {
+        if (destroyStates) {
+            bodyOf(entry->key).deviant_destroyState(entry->state);
+        }
+        if (entry->key != fUncounted) {
+            internal::giveBackCount(bodyOf(entry->key));
+        }
+    }
+}
+
+// --- index -----------------------------------------------------------------------------------------------------------
+
+std::uint32_t StateMap::homeOf(Key key) const noexcept {
+    std::uint64_t const mixed = reinterpret_cast<std::uintptr_t>(key) * std::uint64_t{0x9E3779B97F4A7C15};
+    return static_cast<std::uint32_t>(mixed >> 32) & (fIndexSize - 1);
+}
+
+std::uint32_t StateMap::slotOf(Key key) const noexcept {
+    std::uint32_t slot = homeOf(key);
+    while (fIndex[slot] != 0 && data()[fIndex[slot] - 1].key != key) {
+        slot = (slot + 1) & (fIndexSize - 1);
+    }
+    return slot;
+}
+
+bool StateMap::makeIndex() const noexcept {
+    std::uint32_t size = 4 * kLinear;
+    while (size < 4 * fSize) {
+        size *= 2;
+    }
+    if (size != fIndexSize) {
+        fIsIndexed = false;
+        fIndex.reset(new (std::nothrow) std::uint32_t[size]);
+        fIndexSize = fIndex == nullptr ? 0 : size;
+        if (fIndex == nullptr) {
+            return false;
+        }
+    }
+    std::fill_n(fIndex.get(), size, 0);
+    fIsIndexed = true;
+    for (std::uint32_t i = 0; i < fSize; ++i) {
+        enterInIndex(data()[i].key, i);
+    }
+    return true;
+}
+
+void StateMap::enterInIndex(Key key, std::uint32_t position) const noexcept {
+    std::uint32_t slot = homeOf(key);
+    while (fIndex[slot] != 0) {
+        slot = (slot + 1) & (fIndexSize - 1);
+    }
+    fIndex[slot] = position + 1;
+}
+
+void StateMap::eraseFromIndex(std::uint32_t slot) noexcept {
+    // Entries behind the gap that could have stood in it move up, so that no search stops short of them.
+    std::uint32_t const mask = fIndexSize - 1;
+    std::uint32_t gap = slot;
+    for (std::uint32_t next = (gap + 1) & mask; fIndex[next] != 0; next = (next + 1) & mask) {
+        std::uint32_t const home = homeOf(data()[fIndex[next] - 1].key);
+        if (((next - home) & mask) >= ((next - gap) & mask)) {
+            fIndex[gap] = fIndex[next];
+            gap = next;
+        }
+    }
+    fIndex[gap] = 0;
+}
+
+} // namespace ZEL

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <ZEL/logging/LogLevel.h>
+
+#include <libvx/Handler.h>
+
+namespace ZEL {
+
+/// Base of the log handlers; as it is, it prints each record as a line of time, level and message.
+///
+/// Owned by whoever makes it. A handler that is destroyed takes itself off the loggers it was added to.
+class ZEL_API DefaultLogHandler : public Quillon::System::Handler {
+public:
+    /// Takes ownership of `formatter`; null stands for a new `SimpleFormatter`. `filter` may be null and stays the
+    /// caller's.
+    DefaultLogHandler(Quillon::System::Formatter * formatter, Quillon::System::Filter * filter, LogLevel const & level);
+    ~DefaultLogHandler() override;
+
+    void setZelLevel(LogLevel const & level);
+    [[nodiscard]] LogLevel getZelLevel() const { return fLevel; }
+    /// As the host counts it.
+    [[nodiscard]] Quillon::System::Level getLevel() const { return fLevel; }
+
+    void _publish(Quillon::System::Level const & level, Quillon::System::Externalizable const & record) override;
+
+protected:
+    /// Whether the record is grave enough for this handler, and passes its filter. Raises `std::bad_cast` for a record
+    /// that is no `LogRecord`; so does `getLevelName`.
+    [[nodiscard]] bool isLoggable(Quillon::System::Level const & level,
+                                  Quillon::System::Externalizable const & record) const;
+    [[nodiscard]] char const * getLevelName(Quillon::System::Level const & level,
+                                            Quillon::System::Externalizable const & record) const;
+
+private:
+    LogLevel fLevel;
+};
+
+} // namespace ZEL

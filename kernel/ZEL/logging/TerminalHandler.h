@@ -1,0 +1,16 @@
+#pragma once
+
+#include <ZEL/logging/DefaultLogHandler.h>
+
+namespace ZEL {
+
+/// Prints each record as "[Level] message". Lets records through from info on, until told otherwise.
+class ZEL_API TerminalHandler : public DefaultLogHandler {
+public:
+    TerminalHandler();
+    ~TerminalHandler() override;
+
+    void _publish(Quillon::System::Level const & level, Quillon::System::Externalizable const & record) override;
+};
+
+} // namespace ZEL

@@ -1,0 +1,172 @@
+#include <ZEL/Integer.h>
+#include <ZEL/String.h>
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/NamespaceRegistry.h>
+#include <ZEL/serializer/IdText.h>
+#include <ZEL/serializer/LinkedElement.h>
+#include <ZEL/serializer/Reference.h>
+#include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/dialects/StandardReadTransforms.h>
+
+#include <hasp_util/XmlConstants.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace ZEL::Serializer {
+namespace {
+
+using HASP::XmlConstants;
+
+Context role(std::string const & uri, std::string const & name) {
+    Context pattern;
+    pattern.setRole(uri, name);
+    return pattern;
+}
+
+Context roleBelow(std::string const & parentUri, std::string const & parentName, std::string const & uri,
+                  std::string const & name) {
+    Context pattern = role(uri, name);
+    pattern.setParentRole(parentUri, parentName);
+    return pattern;
+}
+
+Context type(std::string const & uri, std::string const & name) {
+    Context pattern;
+    pattern.setType(uri, name);
+    return pattern;
+}
+
+ContextSequence skip(Context const & context) {
+    Context skipped = context;
+    skipped.setSkipState(true);
+    return skipped;
+}
+
+ContextSequence drop(Context const &) { return {}; }
+
+/// `href` and `xmi:idref` make a link of the element that they stand on: the link has that element's names.
+ContextSequence link(Context const & context) {
+    Context reference;
+    reference.setRole(context.getParentRole());
+    reference.setType(context.getParentType());
+    reference.setReference(context.getFirstValue());
+    return reference;
+}
+
+} // namespace
+
+StandardReadTransforms::StandardReadTransforms() {
+    std::string const xmi = XmiConstants::XMI_NS_URI;
+    std::string const none = XmlConstants::NULL_NS_URI;
+    std::string const uml20 = XmiConstants::UML_2_0_NS_URI;
+    std::string const uml = NamespaceRegistry::instance()->getMetaUri("uml");
+
+    auto const takeId = [this](Context const & context) { return takeNextId(context); };
+    auto const hold = [this](Context const & context) { return holdBack(context); };
+
+    addTransform(role(xmi, "XMI"), [this](Context const & context) { return beginFile(context); });
+    addTransform(roleBelow(xmi, "XMI", xmi, "version"),
+                 [this](Context const & context) { return checkVersion(context); });
+    addTransform(role(xmi, "version"), [](Context const & context) {
+        return context.getFirstValue() == XmiConstants::XMI_VERSION ? ContextSequence() : ContextSequence(context);
+    });
+    addTransform(role(xmi, "Documentation"), skip);
+    addTransform(roleBelow(uml, "Model", none, "nextIdValue"), takeId);
+    addTransform(roleBelow(uml20, "Model", none, "nextIdValue"), takeId);
+    addTransform(roleBelow(xmi, "Extension", none, "nextIdValue"), takeId);
+    addTransform(roleBelow(xmi, "Extension", none, "extender"),
+                 [this](Context const & context) { return checkExtender(context); });
+    addTransform(role(xmi, "Extension"), hold);
+    addTransform(type(uml, "Profile"), skip);
+    addTransform(type(uml20, "Profile"), skip);
+    addTransform(roleBelow(uml, "Model", none, "uri"), drop);
+    addTransform(roleBelow(uml20, "Model", none, "uri"), drop);
+    addTransform(role(xmi, "idref"), link);
+    addTransform(role(none, "href"), link);
+
+    setOnCreate([this](Context const &, ClassObject const & object) { tieNextId(object); });
+    setResolveReference([](std::string const &, Reference const &) { return LinkedElement(); });
+    setPostTransform([this](Model const & model) { endFile(model); });
+}
+
+/// The value of an outer file waits until this one has been read, and is not for this one's model.
+ContextSequence StandardReadTransforms::beginFile(Context const & context) {
+    fNextIdValue = 0;
+    return holdBack(context);
+}
+
+ContextSequence StandardReadTransforms::holdBack(Context const & context) {
+    fDeferred = context;
+    return {};
+}
+
+/// The element held back, marked so that the reader skips it; nothing is held back any more.
+Context StandardReadTransforms::releaseSkipped(std::string const & value) {
+    Context released = std::exchange(fDeferred, Context());
+    released.setElement(value);
+    released.setExtension(true);
+    released.setSkipState(true);
+    return released;
+}
+
+ContextSequence StandardReadTransforms::checkVersion(Context const & context) {
+    if (context.getFirstValue() == XmiConstants::XMI_VERSION) {
+        return {};
+    }
+    ContextSequence sequence(releaseSkipped(context.getFirstValue()));
+    sequence.addContext(context);
+    return sequence;
+}
+
+ContextSequence StandardReadTransforms::checkExtender(Context const & context) {
+    if (context.getFirstValue() == XmiConstants::ZEL_EXTENDER) {
+        return {};
+    }
+    fNextIdValue = 0;
+    return releaseSkipped(context.getFirstValue());
+}
+
+ContextSequence StandardReadTransforms::takeNextId(Context const & context) {
+    fNextIdValue = static_cast<std::int32_t>(getIdValue(context.getFirstValue()));
+    fNextIds.push_back(fNextIdValue);
+    return {};
+}
+
+void StandardReadTransforms::tieNextId(ClassObject const & object) {
+    if (fNextIdValue == 0 || fNextIds.empty()) {
+        return;
+    }
+    Model const model = object.getModelZEL();
+    // A file reached by a link is read while the outer one's value still waits: once the inner model has its own, the
+    // next in line belongs to the outer one.
+    if (model.isValid() && fIdsByModel.try_emplace(model.getUri(), fNextIds.back()).second) {
+        fNextIds.pop_back();
+    }
+}
+
+void StandardReadTransforms::begin(Model const & model) {
+    tieNextId(model);
+    raiseNextId(model);
+}
+
+void StandardReadTransforms::raiseNextId(Model const & model) const {
+    auto const found = fIdsByModel.find(model.getUri());
+    if (found != fIdsByModel.end()) {
+        // Never below an id that is in use.
+        auto const present = static_cast<std::int32_t>(model.getNextIdValue());
+        model.setNextIdValue(std::max(found->second, present));
+    }
+}
+
+void StandardReadTransforms::endFile(Model const & model) {
+    if (model.isValid()) {
+        raiseNextId(model);
+    }
+    if (!fNextIds.empty()) {
+        fNextIdValue = fNextIds.back();
+    }
+}
+
+} // namespace ZEL::Serializer

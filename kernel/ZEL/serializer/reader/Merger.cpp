@@ -1,0 +1,310 @@
+#include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/logging/Logger.h>
+#include <ZEL/metamodel/FactoryRegistry.h>
+#include <ZEL/sequences/Sequence.h>
+#include <ZEL/serializer/IdText.h>
+#include <ZEL/serializer/Messages.h>
+#include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/reader/Merger.h>
+#include <ZEL/serializer/reader/MetaClassCache.h>
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace ZEL::Serializer {
+namespace {
+
+/// Whether a file gives the values of the property: not what identifies an object, what follows from something else, the
+/// other side of a containment, nor the objects without a container and the factory, of which files know nothing.
+bool isInFiles(MetaProperty const & property) {
+    return !property.isDerived && !property.isOfContainment && !property.isOfModel && property.name != "id" &&
+           property.name != "modelZEL" && property.name != "unparented";
+}
+
+} // namespace
+
+Merger::Merger() : fMetaClasses(std::make_shared<MetaClassCache>()) {}
+
+Merger::Merger(Model const & model) : Merger() { addReferredModel(model); }
+
+// Each has a cache of its own: the end of one's run empties it.
+Merger::Merger(Merger const & other) : Merger() { *this = other; }
+
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): each member stands being assigned to itself
+Merger & Merger::operator=(Merger const & other) {
+    fReferredModels = other.fReferredModels;
+    fCollectedObjects = other.fCollectedObjects;
+    fFactoryCache = other.fFactoryCache;
+    fOpen = other.fOpen;
+    return *this;
+}
+
+Merger::~Merger() = default;
+
+std::string Merger::getExternalId(ClassObject object) { return XmiConstants::ZEL_ID_PREFIX + object.getSiid().str(); }
+
+void Merger::addReferredModel(Model const & model) {
+    if (!model.isValid()) {
+        raiseInternalError("Input model is invalid!");
+    }
+    fReferredModels.push_back(model);
+}
+
+bool Merger::initializeImpl() { return true; }
+bool Merger::teardownImpl() { return true; }
+bool Merger::abortImpl() { return true; }
+
+// --- the steps of a run ----------------------------------------------------------------------------------------------
+
+void Merger::open(Model const & model, bool isMade) {
+    // Noted first: what has begun must not be forgotten for want of memory.
+    fOpen.push_back({model, static_cast<std::int32_t>(model.getNextIdValue()), isMade});
+    try {
+        model.beginTransaction();
+    } catch (...) {
+        fOpen.pop_back();
+        throw;
+    }
+}
+
+bool Merger::giveUp(Model const & model) {
+    auto const open = std::find_if(fOpen.begin(), fOpen.end(),
+                                   [&](OpenTransaction const & transaction) { return transaction.model == model; });
+    if (open == fOpen.end() || !open->isMade) {
+        return false;
+    }
+    model.cancelTransaction();
+    fOpen.erase(open);
+    std::erase(fReferredModels, model);
+    std::erase_if(fFactoryCache, [&](auto const & entry) { return entry.first.model == model.getImplementation(); });
+    return true;
+}
+
+bool Merger::initialize() {
+    for (Model const & model : fReferredModels) {
+        open(model, false);
+    }
+    for (Model const & model : fReferredModels) {
+        collectClassObjectInfo(model);
+    }
+    return initializeImpl();
+}
+
+bool Merger::teardown() {
+    bool const result = teardownImpl();
+    destroyCollected();
+    while (!fOpen.empty()) {
+        Model const model = fOpen.front().model;
+        try {
+            model.commitTransaction();
+        } catch (...) {
+            // A commit that is done must not be taken back by `abort`; one that leaves the transaction open must.
+            if (!model.getDeviant().isWithinTransaction()) {
+                fOpen.erase(fOpen.begin());
+            }
+            throw;
+        }
+        fOpen.erase(fOpen.begin());
+    }
+    cleanup();
+    return result;
+}
+
+bool Merger::abort() {
+    std::exception_ptr failure;
+    bool result = false;
+    auto const attempt = [&failure](auto const & step) {
+        try {
+            step();
+        } catch (...) {
+            failure = failure == nullptr ? std::current_exception() : failure;
+        }
+    };
+    attempt([&] { result = abortImpl(); });
+    for (OpenTransaction const & transaction : fOpen) {
+        attempt([&] { transaction.model.cancelTransaction(); });
+        attempt([&] { transaction.model.setNextIdValue(Integer(transaction.nextId)); });
+    }
+    cleanup();
+    if (failure != nullptr) {
+        std::rethrow_exception(failure);
+    }
+    return result;
+}
+
+void Merger::cleanup() {
+    fOpen.clear();
+    fReferredModels.clear();
+    fCollectedObjects.clear();
+    fFactoryCache.clear();
+    fMetaClasses->clear();
+}
+
+// --- what was there before --------------------------------------------------------------------------------------------
+
+void Merger::collectClassObjectInfo(ClassObject const & root) {
+    std::vector<ClassObject> waiting{root};
+    while (!waiting.empty()) {
+        ClassObject const object = std::move(waiting.back());
+        waiting.pop_back();
+        std::size_t const first = waiting.size();
+        collect(object, waiting);
+        std::reverse(waiting.begin() + static_cast<std::ptrdiff_t>(first), waiting.end());
+    }
+}
+
+void Merger::collect(ClassObject const & object, std::vector<ClassObject> & children) {
+    fCollectedObjects[getExternalId(object)] = {object, fCollectedObjects.size()};
+    for (MetaProperty const * const property : fMetaClasses->of(object).properties()) {
+        if (!isInFiles(*property)) {
+            continue;
+        }
+        if (property->isComposite && !property->isDataType) {
+            property->storage.get(object).forEach([&](Object const & child) {
+                if (ClassObject const element(child); element.isValid()) {
+                    children.push_back(element);
+                }
+            });
+        } else {
+            clearProperty(object, *property);
+        }
+    }
+}
+
+void Merger::clearProperty(ClassObject const & object, MetaProperty const & property) {
+    if (property.isDataType && !property.isMany && !property.defaultText.empty()) {
+        // Files leave out what equals the default; and a required value could not be removed.
+        property.storage.setOrAdd(object, property.values->make(property.defaultText));
+    } else if (property.storage.has(object)) {
+        property.storage.get(object).clear();
+    }
+}
+
+bool Merger::isReferredModel(ClassObject const & object) const {
+    return std::any_of(fReferredModels.begin(), fReferredModels.end(),
+                       [&](Model const & model) { return model == object; });
+}
+
+void Merger::destroyCollected() {
+    std::vector<Collected> left;
+    left.reserve(fCollectedObjects.size());
+    for (auto & entry : fCollectedObjects) {
+        left.push_back(std::move(entry.second));
+    }
+    fCollectedObjects.clear();
+    // Containers first: what they contain goes with them, and is passed over then.
+    std::sort(left.begin(), left.end(), [](Collected const & a, Collected const & b) { return a.number < b.number; });
+    for (Collected const & entry : left) {
+        if (entry.object.isValid() && !isReferredModel(entry.object)) {
+            entry.object.destroy();
+        }
+    }
+}
+
+// --- objects -----------------------------------------------------------------------------------------------------------
+
+ClassObject Merger::createObject(Model const & model, std::string const & uri, std::string const & roleName,
+                                 std::string const & typeUri, std::string const & typeName, std::string const & id) {
+    if (!fCollectedObjects.empty()) {
+        auto const found = fCollectedObjects.find(id);
+        if (found != fCollectedObjects.end()) {
+            ClassObject const known = found->second.object;
+            if (known.isValid()) {
+                if (known.getModelZEL().isValid()) {
+                    fCollectedObjects.erase(found);
+                }
+                return known;
+            }
+            fCollectedObjects.erase(found); // gone in the meantime: its id is free
+        }
+    }
+    ClassObject const object = createObjectImpl(model, uri, roleName, typeUri, typeName, id);
+    if (!model.isValid() && object.isValid()) {
+        Model const made = object.getModelZEL();
+        if (made.isValid()) {
+            open(made, true);
+            fReferredModels.push_back(made);
+        }
+    }
+    return object;
+}
+
+ClassObject Merger::createObjectImpl(Model model, std::string const & uri, std::string const & roleName,
+                                     std::string const & typeUri, std::string const & typeName,
+                                     std::string const & id) {
+    if (!model.isValid()) {
+        return FactoryRegistry::instance()->createModel(uri);
+    }
+    std::string const * name = &typeName;
+    FactoryObject factory = findFactory(model, typeUri);
+    if (!factory.isValid()) {
+        name = &roleName;
+        factory = findFactory(model, uri);
+    }
+    if (!factory.isValid()) {
+        Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_Merger_FactoryCreationError, uri, roleName,
+                                typeUri, typeName);
+        return ClassObject();
+    }
+    Integer const number = getIdValue(id);
+    // The model's own number cannot be given to what it contains.
+    if (number != Integer(0) && number != model.getId()) {
+        return ClassObject(factory.createFromString(String(*name), number));
+    }
+    return ClassObject(factory.createFromString(String(*name)));
+}
+
+FactoryObject Merger::findFactory(Model const & model, std::string const & uri) {
+    NSInterface::ObjectIntf const * const body = model.getImplementation();
+    auto const found = fFactoryCache.find(FactoryKeyView{body, uri});
+    if (found != fFactoryCache.end()) {
+        return found->second;
+    }
+    FactoryObject const factory = FactoryRegistry::instance()->createFactory(uri, model);
+    if (factory.isValid()) {
+        fFactoryCache.emplace(FactoryKey{body, uri}, factory);
+    }
+    return factory;
+}
+
+// --- values --------------------------------------------------------------------------------------------------------------
+
+bool Merger::setProperty(ClassObject const & object, ImmutableProperty const & property, std::string const & value) {
+    return setProperty(object, fMetaClasses->of(property), value);
+}
+
+bool Merger::setProperty(ClassObject const & object, ImmutableProperty const & property, ClassObject const & value) {
+    return setProperty(object, fMetaClasses->of(property), value);
+}
+
+bool Merger::setProperty(ClassObject const & object, MetaProperty const & property, std::string const & value) {
+    try {
+        if (property.values == nullptr) {
+            raiseNullReference();
+        }
+        property.storage.setOrAdd(object, property.values->make(value));
+        return true;
+    } catch (Exception const & failure) {
+        Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_Merger_ValueObjectCreationError,
+                                property.name, fMetaClasses->nameOf(object), value, failure.GetMessageTxt());
+        return false;
+    }
+}
+
+bool Merger::setProperty(ClassObject const & object, MetaProperty const & property, ClassObject const & value) {
+    try {
+        if (!fCollectedObjects.empty()) {
+            fCollectedObjects.erase(getExternalId(value));
+        }
+        property.storage.setOrAdd(object, value);
+        return true;
+    } catch (Exception const & failure) {
+        Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_Merger_SetOrAddPropertyError, property.name,
+                                fMetaClasses->nameOf(object), fMetaClasses->nameOf(value), failure.GetMessageTxt());
+        return false;
+    }
+}
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <ZEL/Export.h>
+#include <ZEL/serializer/reader/ReadReport.h>
+#include <ZEL/serializer/reader/XmiReaderSettings.h>
+#include <ZEL/values/Object.h>
+
+#include <memory>
+#include <string>
+
+namespace ZEL::Serializer {
+
+class Merger;
+class Transformer;
+class XmiReaderImpl;
+
+/// Builds a model of an XMI 2.1 file, in one pass over it; files that its links lead to are read on the way.
+///
+/// Every read is one transaction on each model that takes part; when it fails, all of them are as they were before. A
+/// reader can be used again and again: Transformers that were added serve one read, the Merger stays, but gives up its
+/// models with each read. A handle: copies share one reader. One read at a time, on the caller's thread.
+class ZEL_API XmiReader {
+public:
+    explicit XmiReader(XmiReaderSettings const & settings = XmiReaderSettings());
+
+    /// The model that the file holds. Invalid if the name gives no URI, and if the file holds no model: the models of the
+    /// Merger are then as they were before. Raises a text with file, line and column if the file cannot be read or is not
+    /// well-formed; of a file that a link leads to nothing is quoted. Passes on what rules, hooks and the Merger raise.
+    Object read(std::string const & file);
+
+    /// Ahead of the Transformers of the dialect, for the next read. Takes ownership.
+    void addTransformer(Transformer * transformer);
+    void addTransformer(std::shared_ptr<Transformer> transformer);
+    void removeTransformer(Transformer const * transformer);
+
+    /// Takes ownership; null stands for a new default one.
+    void setMerger(Merger * merger);
+    void setMerger(std::shared_ptr<Merger> merger);
+
+    /// The models that the last read found through links into other files, in order; good until the next read.
+    [[nodiscard]] int referredModelCount() const;
+    /// `index` must be below the count.
+    [[nodiscard]] Object getReferredModel(int index) const;
+    /// What the last read could not bring into a model.
+    [[nodiscard]] ReadReport const & report() const;
+
+private:
+    std::shared_ptr<XmiReaderImpl> fImpl;
+};
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,260 @@
+#include <ZEL/Integer.h>
+#include <ZEL/String.h>
+#include <ZEL/logging/Logger.h>
+#include <ZEL/metamodel/ModelCore.h>
+#include <ZEL/serializer/IdText.h>
+#include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/writer/ObjectContexts.h>
+#include <ZEL/values/Object.h>
+
+#include <hasp_util/XmlConstants.h>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace ZEL::Serializer {
+
+using HASP::XmlConstants;
+
+namespace {
+
+std::string plainIdOf(ImmutableClassObject const & object) { return getPrefixedId(object.getSiid().str()); }
+
+Context attributeOf(Context const & parent, std::string_view name, std::string value) {
+    Context context;
+    context.setRole(XmlConstants::NULL_NS_URI, name);
+    context.setParent(parent);
+    context.setAttribute(std::move(value));
+    context.setExtension(parent.isExtension());
+    return context;
+}
+
+Context extensionElement() {
+    Context extension;
+    extension.setRole(XmiConstants::XMI_NS_URI, "Extension");
+    extension.setElement({});
+    extension.setExtension(true);
+    return extension;
+}
+
+void warnAboutDeadLink(ImmutableClassObject const & object, WrittenProperty const & property) {
+    Logger::instance()->warning(
+        "The links of property %s of object %s are left out: one of them leads to an object that "
+        "no longer exists",
+        property.getName().c_str(), plainIdOf(object).c_str());
+}
+
+} // namespace
+
+bool ObjectContexts::append(ObjectView const & object, PropertyPartition const & partition, Place const & place,
+                            ContextSequence & sequence) {
+    Context element;
+    element.setType(partition.type);
+    if (place.property != nullptr) {
+        element.setRole(place.property->role);
+        element.setParent(*place.parent);
+    } else {
+        element.setRole(partition.type);
+    }
+    if (place.property != nullptr && place.property->isExtension) {
+        appendExtension(element, sequence);
+    }
+    // Of a parent only the names count, so what serves as parent goes without the id.
+    Context const parent = element;
+    element.setElement(idOf(object.handle()));
+    sequence.addContext(std::move(element));
+
+    for (WrittenProperty const * const property : partition.singleValues) {
+        appendValue(object, *property, parent, sequence);
+    }
+    bool hasChildElements = appendReferences(object, partition, parent, sequence);
+    for (WrittenProperty const * const property : partition.multiValues) {
+        hasChildElements |= appendValues(object, *property, parent, sequence);
+    }
+    return hasChildElements;
+}
+
+void ObjectContexts::appendHead(ImmutableClassObject const & object, ContextSequence & sequence) {
+    ImmutableModel const model = object.getModelZEL();
+    if (!model.isValid()) {
+        return;
+    }
+    Context const extension = extensionElement();
+    sequence.addContext(extension);
+    sequence.addContext(attributeOf(extension, "extender", XmiConstants::ZEL_EXTENDER));
+    sequence.addContext(attributeOf(extension, "persistentIds", "true"));
+    sequence.addContext(
+        attributeOf(extension, "nextIdValue", plainIdOf(model) + "_" + model.getNextIdValue().toString().str()));
+}
+
+void ObjectContexts::appendExtension(Context & element, ContextSequence & sequence) {
+    Context const extension = extensionElement();
+    sequence.addContext(extension);
+    sequence.addContext(attributeOf(extension, "extender", XmiConstants::ZEL_EXTENDER));
+    element.setParent(extension);
+    element.setExtension(true);
+}
+
+void ObjectContexts::appendValue(ObjectView const & object, WrittenProperty const & property, Context const & parent,
+                                 ContextSequence & sequence) {
+    if (property.getName() == "id") {
+        return;
+    }
+    std::optional<std::string> text = object.textOf(property);
+    if (!text || (property.hasDefault && *text == property.defaultText)) {
+        return;
+    }
+    Context context;
+    context.setRole(property.role);
+    context.setType(property.valueTypeName);
+    context.setAttribute(std::move(*text));
+    context.setParent(parent);
+    sequence.addContext(std::move(context));
+}
+
+bool ObjectContexts::appendValues(ObjectView const & object, WrittenProperty const & property, Context const & parent,
+                                  ContextSequence & sequence) {
+    if (!property.storage.has(object.handle())) {
+        return false;
+    }
+    Context context;
+    context.setRole(property.role);
+    context.setParent(parent);
+    for (ImmutableObject const value : property.storage.get(object.handle())) {
+        context.addAttribute(value.toString().str());
+        ObjectView::noteType(value, property);
+    }
+    context.setType(property.valueTypeName);
+    bool const isMultiValued = context.isMultiValued();
+    sequence.addContext(std::move(context));
+    return isMultiValued;
+}
+
+bool ObjectContexts::appendReferences(ObjectView const & object, PropertyPartition const & partition,
+                                      Context const & parent, ContextSequence & sequence) {
+    selectModel(object);
+    if (fModelUri->text.empty()) {
+        return false;
+    }
+    // Links in the form of an attribute go first, the last property before the others; child elements keep the order.
+    std::vector<Context> attributes;
+    std::vector<Context> elements;
+    for (WrittenProperty const * const property : partition.references) {
+        std::vector<ImmutableClassObject> const targets = object.objectsOf(*property);
+        if (targets.empty()) {
+            continue;
+        }
+        if (std::any_of(targets.begin(), targets.end(), [](auto const & target) { return !target.isValid(); })) {
+            if (fWarns) {
+                warnAboutDeadLink(object.handle(), *property);
+            }
+            continue;
+        }
+        if (std::optional<Context> context = referenceOf(targets, *property, parent)) {
+            (context->isMultiValued() ? elements : attributes).push_back(std::move(*context));
+        }
+    }
+    std::for_each(attributes.rbegin(), attributes.rend(),
+                  [&](Context & context) { sequence.addContext(std::move(context)); });
+    std::for_each(elements.begin(), elements.end(),
+                  [&](Context & context) { sequence.addContext(std::move(context)); });
+    return !elements.empty();
+}
+
+std::optional<Context> ObjectContexts::referenceOf(std::vector<ImmutableClassObject> const & targets,
+                                                   WrittenProperty const & property, Context const & parent) {
+    Context context;
+    context.setRole(property.role);
+    context.setParent(parent);
+    bool isExternal = false;
+    std::vector<std::string> texts;
+    for (ImmutableClassObject const & target : targets) {
+        bool const isOutside = !isOfModelAtHand(target);
+        texts.push_back(isOutside ? externalReference(target) : idOf(target));
+        if (texts.back().empty()) {
+            return std::nullopt;
+        }
+        isExternal = isExternal || isOutside;
+    }
+    context.setType(fPartitions.partitionOf(*targets.back().getImplementation()).type);
+    if (isExternal) {
+        for (std::string & text : texts) {
+            context.addReference(std::move(text));
+        }
+        return context;
+    }
+    std::string joined = std::move(texts.front());
+    std::for_each(std::next(texts.begin()), texts.end(),
+                  [&](std::string const & text) { joined.append(1, ' ').append(text); });
+    context.setReference(std::move(joined));
+    return context;
+}
+
+std::string ObjectContexts::externalReference(ImmutableClassObject const & target) {
+    ModelUri const & model = uriOfModel(target.getRootModel());
+    HASP::Uri const & uri = model.uri;
+    if (model.text.empty() || !uri.isValid()) {
+        return {};
+    }
+    internal::BodyCore const & body = *target.getImplementation()->internal_body();
+    internal::ModelCore const * const core = body.internal_model();
+    std::string const * const fileId = fKeepsFileIds && core != nullptr ? core->fileIdOf(body.internal_id()) : nullptr;
+    if (fileId != nullptr) {
+        // As it stands in that file: ids are compared by their characters, escapes included.
+        HASP::Uri const file = linkTo(HASP::Uri(uri.getScheme(), uri.getHost(), uri.getPath(), {}));
+        return file.isValid() ? file.toString() + "#" + *fileId : std::string();
+    }
+    return linkTo(HASP::Uri(uri.getScheme(), uri.getHost(), uri.getPath(), idOf(target))).toString();
+}
+
+/// Relative between files. What is found by its name alone, such as a metamodel, keeps it whole: a part of it would count
+/// from the place of the file that is written.
+HASP::Uri ObjectContexts::linkTo(HASP::Uri const & target) const {
+    bool const areFiles = !target.toLocalFile().empty() && !fModelUri->uri.toLocalFile().empty();
+    return areFiles ? target.relativize(fModelUri->uri) : target;
+}
+
+std::string ObjectContexts::idOf(ImmutableClassObject const & object) {
+    internal::BodyCore const & body = *object.getImplementation()->internal_body();
+    internal::ModelCore const * const model = body.internal_model();
+    // A model's own id has no number behind it, though its last part may look like one.
+    if (model == nullptr || static_cast<internal::BodyCore const *>(model) == &body) {
+        return plainIdOf(object);
+    }
+    std::string const number = std::to_string(body.internal_id());
+    if (model != fIdModel) {
+        std::string text = plainIdOf(object);
+        if (text.ends_with("_" + number)) {
+            fIdModel = model;
+            fIdPrefix = text.substr(0, text.size() - number.size());
+        }
+        return text;
+    }
+    return fIdPrefix + number;
+}
+
+void ObjectContexts::selectModel(ObjectView const & object) {
+    internal::ModelCore const * const core = object.body().internal_model();
+    if (fModelUri == nullptr || core == nullptr || core != fModelCore) {
+        fModel = object.handle().getRootModel();
+        fModelUri = &uriOfModel(fModel);
+        fModelCore = core;
+    }
+}
+
+bool ObjectContexts::isOfModelAtHand(ImmutableClassObject const & object) const {
+    internal::ModelCore const * const core = object.getImplementation()->internal_body()->internal_model();
+    return (core != nullptr && core == fModelCore) || object.getRootModel() == fModel;
+}
+
+ObjectContexts::ModelUri const & ObjectContexts::uriOfModel(ImmutableModel const & model) {
+    auto const [entry, isNew] = fModelUris.try_emplace(model.getImplementationWithoutAssert());
+    if (isNew) {
+        entry->second.text = uriOf(model);
+        entry->second.uri = HASP::Uri(entry->second.text);
+    }
+    return entry->second;
+}
+
+} // namespace ZEL::Serializer

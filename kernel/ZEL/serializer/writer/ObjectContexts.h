@@ -1,0 +1,83 @@
+#pragma once
+
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/serializer/Context.h>
+#include <ZEL/serializer/ContextSequence.h>
+#include <ZEL/serializer/writer/ObjectView.h>
+#include <ZEL/serializer/writer/PropertyPartition.h>
+
+#include <hasp_util/Uri.h>
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace ZEL::Serializer {
+
+/// Makes Contexts of objects: an element, its attributes and its links.
+class ObjectContexts {
+public:
+    /// `keepsFileIds`: objects of other models are named by the ids that they have in the files of those.
+    ObjectContexts(PartitionCache & partitions, bool keepsFileIds)
+        : fPartitions(partitions), fKeepsFileIds(keepsFileIds) {}
+
+    /// Whether links that have to be left out are logged; off at first.
+    void setWarnings(bool warns) noexcept { fWarns = warns; }
+
+    /// Where an object stands: reached by `property` from the object that `parent` tells of; both null at the top of
+    /// the file.
+    struct Place {
+        WrittenProperty const * property = nullptr;
+        Context const * parent = nullptr;
+    };
+
+    /// Appends the element, attributes and links of the object. Gives whether any of them will be a child element.
+    bool append(ObjectView const & object, PropertyPartition const & partition, Place const & place,
+                ContextSequence & sequence);
+
+    /// The block with which the standard dialect begins a file: the next id of the object's model. Nothing for an
+    /// object without a model.
+    static void appendHead(ImmutableClassObject const & object, ContextSequence & sequence);
+
+private:
+    struct ModelUri {
+        std::string text;
+        HASP::Uri uri;
+    };
+
+    static void appendExtension(Context & element, ContextSequence & sequence);
+    static void appendValue(ObjectView const & object, WrittenProperty const & property, Context const & parent,
+                            ContextSequence & sequence);
+    static bool appendValues(ObjectView const & object, WrittenProperty const & property, Context const & parent,
+                             ContextSequence & sequence);
+    bool appendReferences(ObjectView const & object, PropertyPartition const & partition, Context const & parent,
+                          ContextSequence & sequence);
+    [[nodiscard]] std::optional<Context> referenceOf(std::vector<ImmutableClassObject> const & targets,
+                                                     WrittenProperty const & property, Context const & parent);
+    /// The text by which a file of the model at hand names an object of another; empty if it cannot be named.
+    [[nodiscard]] std::string externalReference(ImmutableClassObject const & target);
+    [[nodiscard]] HASP::Uri linkTo(HASP::Uri const & target) const;
+    [[nodiscard]] std::string idOf(ImmutableClassObject const & object);
+    /// Makes the object's model the one at hand.
+    void selectModel(ObjectView const & object);
+    [[nodiscard]] bool isOfModelAtHand(ImmutableClassObject const & object) const;
+    [[nodiscard]] ModelUri const & uriOfModel(ImmutableModel const & model);
+
+    PartitionCache & fPartitions;
+    bool const fKeepsFileIds;
+    bool fWarns = false;
+    std::unordered_map<void const *, ModelUri> fModelUris; ///< by the model's body, which its objects keep alive
+
+    // The model of the object at hand, against which links are written.
+    internal::ModelCore const * fModelCore = nullptr;
+    ImmutableModel fModel;
+    ModelUri const * fModelUri = nullptr;
+
+    // The model whose object got an id last, and what stands before the number in its ids.
+    internal::ModelCore const * fIdModel = nullptr;
+    std::string fIdPrefix;
+};
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,310 @@
+#include <ZEL/metamodel/NamespaceRegistry.h>
+#include <ZEL/metamodel/StereotypeObject.h>
+#include <ZEL/sequences/SequenceBuilder.h>
+#include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/writer/WriterTraversal.h>
+
+#include <hasp_util/XmlConstants.h>
+#include <hasp_util/XmlWriter.h>
+
+namespace ZEL::Serializer {
+
+using HASP::XmlConstants;
+
+namespace {
+
+/// The properties to descend into, with the one behind them that leads to the stereotype instances.
+ImmutableSequence<ImmutableProperty> withStereotypes(PropertyPartition const & partition) {
+    if (!partition.appliedStereotypeInstance.isValid()) {
+        return partition.visitableProperties;
+    }
+    Generic::SequenceBuilder builder;
+    Sequence<ImmutableProperty> const properties = builder.create<ImmutableProperty>();
+    for (WrittenProperty const * const written : partition.visitable) {
+        properties.push_back(written->property);
+    }
+    properties.push_back(partition.appliedStereotypeInstance);
+    return properties;
+}
+
+} // namespace
+
+WriterTraversal::WriterTraversal(HASP::XmlWriter & xml, XmiWriterSettings const & settings,
+                                 TransformerRegistry const & transformers, WriterFunctions const & functions,
+                                 bool isPlain)
+    : fXml(xml),
+      fSettings(settings),
+      fTransformers(transformers),
+      fFunctions(functions),
+      fIsPlain(isPlain),
+      fHasDefaults(functions.areDefaults()),
+      fContexts(fPartitions, settings.getKeepFileIds()),
+      fPrinter(xml, fNamespaces, settings.getElementPerValue()) {}
+
+void WriterTraversal::collect(ImmutableClassObject const & object) { visit(object); }
+
+void WriterTraversal::write(ImmutableClassObject const & object) {
+    fIsWriting = true;
+    fContexts.setWarnings(true);
+    fTransformers.setSerializePhase(true);
+    visit(object);
+    fPrinter.logJoinedValues();
+}
+
+void WriterTraversal::Frame::start(ImmutableClassObject const & newObject, WrittenProperty const * newProperty,
+                                   Context const * newParent) {
+    object = newObject;
+    object.setDeviant(newObject.getDeviant());
+    property = newProperty;
+    parent = newParent;
+    partition = nullptr;
+    visitable = VisitableContext();
+    sequence.clear();
+    openElements = 0;
+    children.start({});
+    childProperty = nullptr;
+    nextProperty = 0;
+    stage = Stage::Create;
+}
+
+void WriterTraversal::visit(ImmutableClassObject const & object) {
+    push(object, nullptr, nullptr);
+    while (fDepth != 0) {
+        Frame & frame = *fFrames[fDepth - 1];
+        if (ImmutableClassObject const * const child = frame.children.next()) {
+            push(*child, frame.childProperty, &frame.visitable.context);
+        } else if (frame.stage == Stage::Done) {
+            --fDepth;
+        } else {
+            advance(frame);
+        }
+    }
+}
+
+void WriterTraversal::push(ImmutableClassObject const & object, WrittenProperty const * property,
+                           Context const * parent) {
+    if (fDepth == fFrames.size()) {
+        fFrames.push_back(std::make_unique<Frame>());
+    }
+    fFrames[fDepth++]->start(object, property, parent);
+}
+
+void WriterTraversal::advance(Frame & frame) {
+    switch (frame.stage) {
+    case Stage::Create:
+        create(frame);
+        break;
+    case Stage::Element:
+        runElement(frame);
+        break;
+    case Stage::Properties:
+        runNextProperty(frame);
+        break;
+    case Stage::Behind:
+        runBehind(frame);
+        break;
+    case Stage::Done:
+        break;
+    }
+}
+
+void WriterTraversal::create(Frame & frame) {
+    VisitableContext & visitable = frame.visitable;
+    if (fFunctions.createContexts) {
+        frame.sequence = fFunctions.createContexts(frame.object, visitable);
+    } else {
+        createContextSequence(frame);
+    }
+    if (visitable.skipObject) {
+        frame.stage = Stage::Done;
+        return;
+    }
+    if (!fIsPlain || fIsWriting) {
+        ContextSequence const ahead = fTransformers.preApply(frame.sequence);
+        if (fIsWriting) {
+            fPrinter.writeWhole(ahead, levelOf(frame));
+        }
+    }
+    frame.stage = Stage::Element;
+    if (fFunctions.before) {
+        showOwnPlace(frame);
+        generate(frame, fFunctions.before);
+    }
+}
+
+void WriterTraversal::runElement(Frame & frame) {
+    frame.stage = Stage::Properties;
+    if (fIsPlain && !fIsWriting) {
+        return;
+    }
+    // The rules that generate what comes behind the object look at what it was before any rule.
+    ContextSequence applied =
+        fTransformers.apply(fIsPlain ? std::move(frame.sequence) : ContextSequence(frame.sequence));
+    Context * const element = elementOf(applied);
+    if (fIsWriting) {
+        if (element != nullptr && element->skipContext()) {
+            frame.stage = Stage::Done;
+            return;
+        }
+        auto const elements =
+            frame.visitable.hasContent ? ContextPrinter::Elements::Open : ContextPrinter::Elements::Empty;
+        frame.openElements = fPrinter.write(applied, elements, levelOf(frame));
+    }
+    if (element != nullptr) {
+        frame.visitable.context = std::move(*element);
+    } else if (frame.parent != nullptr) {
+        frame.visitable.context = *frame.parent;
+    }
+    if (fIsPlain) {
+        // Only for its storage, which the next object at this depth takes over.
+        frame.sequence = std::move(applied);
+        frame.sequence.clear();
+    }
+}
+
+void WriterTraversal::runNextProperty(Frame & frame) {
+    ObjectView const view(frame.object);
+    while (selectNextProperty(frame, view)) {
+        if (fFunctions.children) {
+            generate(frame, fFunctions.children);
+            return;
+        }
+        if (frame.childProperty == nullptr) {
+            // For what reading an invalid property raises: it must not be passed over.
+            static_cast<void>(frame.object.get(ImmutableProperty()));
+        }
+        std::vector<ImmutableClassObject> objects = view.objectsOf(*frame.childProperty);
+        if (!objects.empty()) {
+            frame.children.start(std::move(objects));
+            return;
+        }
+    }
+    fPrinter.end(std::exchange(frame.openElements, 0));
+    frame.stage = Stage::Behind;
+}
+
+bool WriterTraversal::selectNextProperty(Frame & frame, ObjectView const & view) {
+    std::size_t const index = frame.nextProperty++;
+    if (!fHasDefaults) {
+        ImmutableSequence<ImmutableProperty> const & properties = frame.visitable.visitableProperties;
+        if (!properties.isValid() || index >= static_cast<std::size_t>(properties.size())) {
+            return false;
+        }
+        ImmutableProperty const property = properties.at(static_cast<int>(index));
+        frame.visitable.property = property;
+        frame.childProperty = fPartitions.find(property);
+        return true;
+    }
+    std::vector<WrittenProperty const *> const & properties = frame.partition->visitable;
+    if (index < properties.size()) {
+        frame.childProperty = properties[index];
+        return true;
+    }
+    if (index == properties.size() && !fIsWriting && view.hasStereotypes()) {
+        frame.childProperty = fPartitions.find(frame.partition->appliedStereotypeInstance);
+        return frame.childProperty != nullptr;
+    }
+    return false;
+}
+
+void WriterTraversal::runBehind(Frame & frame) {
+    frame.stage = Stage::Done;
+    if (!fIsPlain) {
+        ContextSequence const behind = fTransformers.postApply(frame.sequence);
+        if (fIsWriting) {
+            fPrinter.writeWhole(behind, levelOf(frame));
+        }
+    }
+    if (fFunctions.behind) {
+        showOwnPlace(frame);
+        generate(frame, fFunctions.behind);
+    } else if (fIsWriting && !fStereotypesDone && frame.property == nullptr) {
+        fStereotypesDone = true;
+        frame.childProperty = nullptr;
+        frame.children.start(fStereotypeInstances);
+    }
+}
+
+void WriterTraversal::showOwnPlace(Frame & frame) const {
+    frame.visitable.context = frame.parent != nullptr ? *frame.parent : Context();
+    frame.visitable.property = frame.property != nullptr ? frame.property->property : ImmutableProperty();
+}
+
+void WriterTraversal::generate(Frame & frame, XmiWriter::VisitableGenerator const & generator) {
+    ImmutableSequence<ImmutableClassObject> const objects = generator(frame.object, frame.visitable);
+    frame.childProperty = fPartitions.find(frame.visitable.property);
+    frame.children.start(objects.isValid() ? objects.toVector() : std::vector<ImmutableClassObject>());
+}
+
+void WriterTraversal::createContextSequence(Frame & frame) {
+    if (frame.property != nullptr && !frame.property->isNested) {
+        frame.visitable.skipObject = true;
+        return;
+    }
+    ObjectView const view(frame.object);
+    frame.partition = &fPartitions.partitionOf(*frame.object.getImplementation());
+    if (!fIsWriting) {
+        collectObject(frame, view);
+    } else if (!fStereotypesDone && frame.property == nullptr) {
+        writePrologue(frame.object);
+    }
+    if (!fHasDefaults) {
+        frame.visitable.visitableProperties =
+            fIsWriting ? frame.partition->visitableProperties : withStereotypes(*frame.partition);
+    }
+    if (fIsWriting || !fIsPlain) {
+        bool const hasChildElements =
+            fContexts.append(view, *frame.partition, {frame.property, frame.parent}, frame.sequence);
+        frame.visitable.hasContent = hasChildElements || view.hasContainees(*frame.partition);
+    }
+}
+
+void WriterTraversal::collectObject(Frame const & frame, ObjectView const & view) {
+    if (fCollected.insert(frame.partition).second) {
+        std::string const & uri = frame.partition->type.getUri();
+        fNamespaces.emplace(uri, NamespaceRegistry::instance()->getPrefixFromMetaUri(uri));
+    }
+    if (view.hasStereotypes()) {
+        frame.object.getAppliedStereotypeInstances().forEach(
+            [this](ImmutableClassObject const & instance) { fStereotypeInstances.push_back(instance); });
+    }
+}
+
+void WriterTraversal::writePrologue(ImmutableClassObject const & object) {
+    fXml.writeStartDocument("1.0");
+    fXml.writeStartElement(XmiConstants::XMI_NS_PREFIX, "XMI", XmiConstants::XMI_NS_URI);
+    fXml.writeAttribute("version", XmiConstants::XMI_NS_URI, fSettings.getXmiVersion());
+    fXml.writeNamespace(XmiConstants::XMI_NS_PREFIX, XmiConstants::XMI_NS_URI);
+    ContextSequence sequence;
+    for (auto const & [uri, prefix] : fNamespaces) {
+        Context declaration;
+        declaration.setRole(XmlConstants::XMLNS_ATTRIBUTE_NS_URI, prefix);
+        declaration.setAttribute(uri);
+        sequence.addContext(std::move(declaration));
+    }
+    if (fSettings.getOutputFormat().getFormat() == XmiFormat::Standard) {
+        ObjectContexts::appendHead(object, sequence);
+    }
+    static_cast<void>(fPrinter.write(fTransformers.apply(std::move(sequence)), ContextPrinter::Elements::Empty,
+                                     ContextPrinter::Level::Top));
+}
+
+/// The last element; while writing, the first one to skip before it. Null if there is none.
+Context * WriterTraversal::elementOf(ContextSequence & sequence) const {
+    Context * element = nullptr;
+    for (Context & context : sequence) {
+        if (context.isElement()) {
+            element = &context;
+            if (fIsWriting && context.skipContext()) {
+                break;
+            }
+        }
+    }
+    return element;
+}
+
+ContextPrinter::Level WriterTraversal::levelOf(Frame const & frame) noexcept {
+    return frame.property != nullptr ? ContextPrinter::Level::Nested : ContextPrinter::Level::Top;
+}
+
+} // namespace ZEL::Serializer

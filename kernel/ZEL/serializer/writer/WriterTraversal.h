@@ -1,0 +1,130 @@
+#pragma once
+
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/sequences/Sequence.h>
+#include <ZEL/serializer/Context.h>
+#include <ZEL/serializer/ContextSequence.h>
+#include <ZEL/serializer/TransformerRegistry.h>
+#include <ZEL/serializer/writer/ContextPrinter.h>
+#include <ZEL/serializer/writer/ObjectContexts.h>
+#include <ZEL/serializer/writer/ObjectView.h>
+#include <ZEL/serializer/writer/PropertyPartition.h>
+#include <ZEL/serializer/writer/VisitableContext.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
+
+#include <cstddef>
+#include <memory>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+namespace HASP {
+class XmlWriter;
+} // namespace HASP
+
+namespace ZEL::Serializer {
+
+/// The functions of a writer that a caller can replace; an empty one stands for the default.
+struct WriterFunctions {
+    XmiWriter::ContextSequenceCreator createContexts;
+    XmiWriter::VisitableGenerator before;
+    XmiWriter::VisitableGenerator children;
+    XmiWriter::VisitableGenerator behind;
+
+    [[nodiscard]] bool areDefaults() const { return !createContexts && !before && !children && !behind; }
+};
+
+/// One run of a writer over a containment tree: a traversal that collects, and one that writes.
+///
+/// The objects under way are kept on a stack of its own, so that the depth of a model is bounded by memory alone.
+class WriterTraversal {
+public:
+    /// All arguments must outlive the run. `isPlain` says that nobody but the standard dialect listens to the
+    /// traversals.
+    WriterTraversal(HASP::XmlWriter & xml, XmiWriterSettings const & settings, TransformerRegistry const & transformers,
+                    WriterFunctions const & functions, bool isPlain);
+
+    /// Finds the namespaces in use and the stereotype instances, and lets the Transformers see every object.
+    void collect(ImmutableClassObject const & object);
+    /// Writes the document but for its end.
+    void write(ImmutableClassObject const & object);
+
+private:
+    /// Objects to visit one after the other.
+    class Children {
+    public:
+        void start(std::vector<ImmutableClassObject> objects) noexcept {
+            fObjects = std::move(objects);
+            fNext = 0;
+        }
+        /// Null when all have been given.
+        [[nodiscard]] ImmutableClassObject const * next() noexcept {
+            return fNext == fObjects.size() ? nullptr : &fObjects[fNext++];
+        }
+
+    private:
+        std::vector<ImmutableClassObject> fObjects;
+        std::size_t fNext = 0;
+    };
+
+    /// What an object is to do next, once the children at hand have been visited.
+    enum class Stage { Create, Element, Properties, Behind, Done };
+
+    /// An object under way. Used again and again for objects of one depth, so that storage is made but once.
+    struct Frame {
+        void start(ImmutableClassObject const & newObject, WrittenProperty const * newProperty,
+                   Context const * newParent);
+
+        ImmutableClassObject object;
+        WrittenProperty const * property = nullptr;    ///< through which it is reached; null at the top
+        Context const * parent = nullptr;              ///< of the object that holds it; null at the top
+        PropertyPartition const * partition = nullptr; ///< null if the contexts come from a caller's function
+        VisitableContext visitable;
+        ContextSequence sequence; ///< as it came from the creator
+        std::size_t openElements = 0;
+        Children children;                               ///< those at hand
+        WrittenProperty const * childProperty = nullptr; ///< through which they are reached
+        std::size_t nextProperty = 0;
+        Stage stage = Stage::Create;
+    };
+
+    void visit(ImmutableClassObject const & object);
+    void push(ImmutableClassObject const & object, WrittenProperty const * property, Context const * parent);
+    void advance(Frame & frame);
+    void create(Frame & frame);
+    void runElement(Frame & frame);
+    void runNextProperty(Frame & frame);
+    void runBehind(Frame & frame);
+
+    /// Makes what a caller's generator gives the children at hand.
+    void generate(Frame & frame, XmiWriter::VisitableGenerator const & generator);
+    /// Tells a caller's generator of the place of the object itself.
+    void showOwnPlace(Frame & frame) const;
+    [[nodiscard]] bool selectNextProperty(Frame & frame, ObjectView const & view);
+
+    void createContextSequence(Frame & frame);
+    void collectObject(Frame const & frame, ObjectView const & view);
+    void writePrologue(ImmutableClassObject const & object);
+    [[nodiscard]] Context * elementOf(ContextSequence & sequence) const;
+    [[nodiscard]] static ContextPrinter::Level levelOf(Frame const & frame) noexcept;
+
+    HASP::XmlWriter & fXml;
+    XmiWriterSettings const & fSettings;
+    TransformerRegistry const & fTransformers;
+    WriterFunctions const & fFunctions;
+    bool const fIsPlain;
+    bool const fHasDefaults;
+    bool fIsWriting = false;
+    bool fStereotypesDone = false; ///< from then on, top-level elements are stereotype instances
+    ContextPrinter::Namespaces fNamespaces;
+    std::unordered_set<PropertyPartition const *> fCollected; ///< whose namespaces are known
+    std::vector<ImmutableClassObject> fStereotypeInstances;
+    PartitionCache fPartitions;
+    ObjectContexts fContexts;
+    ContextPrinter fPrinter;
+    std::vector<std::unique_ptr<Frame>>
+        fFrames;            ///< by depth; children point at the Context of the object that holds them
+    std::size_t fDepth = 0; ///< number of objects under way
+};
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <ZEL/Export.h>
+#include <ZEL/values/Object.h>
+
+#include <hasp_util/TypeInfo.h>
+
+#include <map>
+#include <string>
+
+namespace ZEL {
+
+class ImmutableDataType;
+
+/// The process's types by name: of "ZEL.Integer" how its values are read and printed, and the metamodel's object for
+/// it.
+///
+/// Filled when a metamodel is built and emptied when it goes; the maps are made on first use. Holds a count on each
+/// metamodel object that is registered. "An Internal Error has occurred" is the text of all its errors.
+class ZEL_API TypeInfoRegistry {
+public:
+    TypeInfoRegistry() = delete;
+
+    /// Raises if the name is taken.
+    static void registerTypeInfo(std::string const & name, HASP::TypeInfo const & info);
+    /// `type` is a `DataType`. Raises if the name is taken, or if `type` is not valid; in the latter case the type info stays registered.
+    static void registerMetaType(std::string const & name, HASP::TypeInfo const & info, ImmutableObject const & type);
+    /// Both do nothing for an unknown name; the first leaves the metamodel's object in place.
+    static void unregisterTypeInfo(std::string const & name);
+    static void unregisterMetaType(std::string const & name);
+
+    /// Raises if the name is unknown.
+    [[nodiscard]] static HASP::TypeInfo getTypeInfo(std::string const & name);
+    /// Null if there is none.
+    template <class DataType = ImmutableDataType> [[nodiscard]] static DataType getMetaType(std::string const & name) {
+        return DataType(getMetaTypeObject(name));
+    }
+    [[nodiscard]] static bool hasType(std::string const & name);
+
+    // --- for the kernel's own use ----------------------------------------------------------------------------------
+    /// Null if the name is unknown; good until it is unregistered.
+    [[nodiscard]] static HASP::TypeInfo const * findTypeInfo(std::string const & name);
+    /// `getMetaType` as the most general handle.
+    [[nodiscard]] static ImmutableObject getMetaTypeObject(std::string const & name);
+
+private:
+    static std::map<std::string, HASP::TypeInfo> & getTypeInfoMap();
+    static std::map<std::string, ImmutableObject> & getMetaTypeMap();
+};
+
+} // namespace ZEL

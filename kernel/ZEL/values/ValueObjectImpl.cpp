@@ -1,0 +1,90 @@
+#include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
+#include <ZEL/values/ValueObject.h>
+#include <ZEL/values/ValueObjectImpl.h>
+
+#include <hasp_util/ErrorHolder.h>
+
+#include <utility>
+
+namespace ZEL {
+
+namespace NSInterface {
+
+CooperativeVisitor::internal::ClassInfo const & ValueObjectIntf::classInfo() {
+    static auto const info = CooperativeVisitor::internal::makeClassInfo<ValueObjectIntf, ObjectDomain>();
+    return info;
+}
+
+} // namespace NSInterface
+
+namespace NSImplementation {
+
+namespace {
+
+CooperativeVisitor::internal::CastTable const & casts() {
+    return CooperativeVisitor::internal::castTable<ValueObjectImpl, NSInterface::ValueObjectIntf,
+                                                   NSInterface::ObjectIntf>();
+}
+
+} // namespace
+
+ValueObjectImpl::ValueObjectImpl(HASP::TypeInfo type, ImmutableObject metaType, HASP::any value)
+    : fType(std::move(type)), fMetaType(std::move(metaType)), fValue(std::move(value)) {}
+
+ValueObjectImpl::~ValueObjectImpl() = default;
+
+HASP::any const & ValueObjectImpl::getAny() const { return fValue; }
+
+HASP::TypeInfo ValueObjectImpl::getTypeInfo() const { return fType; }
+
+CooperativeVisitor::internal::MethodInfo
+ValueObjectImpl::getVisitMethod(CooperativeVisitor::internal::VisitTable const & table) const {
+    return casts().visitMethod(table, const_cast<ValueObjectImpl *>(this));
+}
+
+void * ValueObjectImpl::cast(CooperativeVisitor::internal::ClassInfo const & info) const {
+    return casts().cast(info, const_cast<ValueObjectImpl *>(this));
+}
+
+char const * ValueObjectImpl::getOrcaName(bool immutable) const {
+    return immutable ? "ZEL.ImmutableValueObject" : "ZEL.ValueObject";
+}
+
+String ValueObjectImpl::toString(Deviant) const { return String(fType.convertToString(fValue)); }
+
+Object ValueObjectImpl::fromString(Deviant, String const & text) {
+    HASP::ErrorHolder errors;
+    HASP::any value = fType.convertFromString(text.str(), errors);
+    if (errors.hasError()) {
+        raiseInternalError(errors.getMessage());
+    }
+    return ValueObject(new ValueObjectImpl(fType, fMetaType, std::move(value)), Deviant());
+}
+
+NSInterface::SeenObject ValueObjectImpl::internal_metaType(Deviant) const {
+    return {fMetaType.getImplementationWithoutAssert(), fMetaType.getDeviant()};
+}
+
+std::size_t ValueObjectImpl::getByteSize() const { return sizeof(*this); }
+
+bool ValueObjectImpl::deviant_isValid(Deviant) const { return true; }
+
+void ValueObjectImpl::deviant_commitTransientState(Deviant) {}
+
+NSInterface::ObjectIntf * ValueObjectImpl::deviant_getCopyOfDeviation(Deviant) const {
+    return const_cast<ValueObjectImpl *>(this);
+}
+
+NSInterface::ObjectIntf * ValueObjectImpl::internal_getDeviation(Deviant) const {
+    return const_cast<ValueObjectImpl *>(this);
+}
+
+NSInterface::ObjectIntf * ValueObjectImpl::getReadDeviant(Deviant) const { return const_cast<ValueObjectImpl *>(this); }
+
+NSInterface::ObjectIntf * ValueObjectImpl::getWriteDeviant(Deviant) const {
+    return const_cast<ValueObjectImpl *>(this);
+}
+
+} // namespace NSImplementation
+} // namespace ZEL

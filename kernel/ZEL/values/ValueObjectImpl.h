@@ -1,0 +1,45 @@
+#pragma once
+
+#include <ZEL/base/ReferenceCountingImpl.h>
+#include <ZEL/values/Object.h>
+#include <ZEL/values/ValueObjectIntf.h>
+
+namespace ZEL::NSImplementation {
+
+/// Body of a boxed value: immutable, counted, without states. What the state protocol asks for is the body itself.
+///
+/// Made by `ValueObjectFactory` alone, and owned by its handles.
+class ZEL_API ValueObjectImpl final : public virtual NSInterface::ValueObjectIntf, public ReferenceCountingImpl {
+public:
+    /// `metaType` may be null.
+    ValueObjectImpl(HASP::TypeInfo type, ImmutableObject metaType, HASP::any value);
+    ~ValueObjectImpl() override;
+
+    [[nodiscard]] HASP::any const & getAny() const override;
+    [[nodiscard]] HASP::TypeInfo getTypeInfo() const override;
+
+    CooperativeVisitor::internal::MethodInfo
+    getVisitMethod(CooperativeVisitor::internal::VisitTable const & table) const override;
+    void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override;
+
+    [[nodiscard]] char const * getOrcaName(bool immutable) const override;
+    [[nodiscard]] String toString(Deviant deviant) const override;
+    /// A new value object of the same type. Raises the error's text if the text is no value of it.
+    Object fromString(Deviant deviant, String const & text) override;
+    [[nodiscard]] NSInterface::SeenObject internal_metaType(Deviant deviant) const override;
+    [[nodiscard]] std::size_t getByteSize() const override;
+
+    [[nodiscard]] bool deviant_isValid(Deviant deviant) const override;
+    void deviant_commitTransientState(Deviant deviant) override;
+    [[nodiscard]] NSInterface::ObjectIntf * deviant_getCopyOfDeviation(Deviant deviant) const override;
+    [[nodiscard]] NSInterface::ObjectIntf * internal_getDeviation(Deviant deviant) const override;
+    [[nodiscard]] NSInterface::ObjectIntf * getReadDeviant(Deviant deviant) const override;
+    [[nodiscard]] NSInterface::ObjectIntf * getWriteDeviant(Deviant deviant) const override;
+
+private:
+    HASP::TypeInfo const fType;
+    ImmutableObject const fMetaType; ///< a `DataType`
+    HASP::any const fValue;
+};
+
+} // namespace ZEL::NSImplementation

@@ -1,0 +1,56 @@
+#include "support/TestObjects.h"
+
+#include <ZEL/base/Exception.h>
+
+#include <libvx/StringObjectOutput.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+namespace ZEL {
+namespace {
+
+TEST(Exception, HasATextAndTheCommonIdentifierUnlessGivenAnother) {
+    EXPECT_EQ("fen:zel:assertion", Exception("x").GetID());
+    EXPECT_EQ("fen:zel:assertion", Exception(std::string("x")).GetID());
+    EXPECT_EQ("y", Exception("x", "y").GetID());
+    Exception const original(std::string("text"), std::string("id"));
+    Exception const copy(original);
+    EXPECT_EQ("text", copy.GetMessageTxt());
+    EXPECT_EQ("id", copy.GetID());
+    Quillon::System::StringObjectOutput out;
+    copy.writeExternal(out);
+    EXPECT_EQ("text\n", out.text());
+}
+
+TEST(Exception, RaisingFunctionsThrowTheirTextByValueUnderAllFaces) {
+    struct Case {
+        std::string text;
+        std::function<void()> raise;
+    };
+    Case const cases[] = {
+        {"own text", [] { raiseInternalError(std::string("own text")); }},
+        {"literal", [] { raiseInternalError("literal"); }},
+        {"An Internal Error has occurred", [] { raiseAnInternalError(); }},
+        {"Cannot access NULL ref. Use isValid() before calling methods", [] { raiseNullReference(); }},
+        {"The x operation is not yet implemented!",
+         [] { raiseUnimplemented("The x operation is not yet implemented!"); }},
+    };
+    for (Case const & each : cases) {
+        EXPECT_THROW(each.raise(), Quillon::System::UserException);
+        EXPECT_THROW(each.raise(), Quillon::System::IUserException);
+        EXPECT_EQ(each.text, testsupport::raisedBy(each.raise)) << "as a standard exception";
+        try {
+            each.raise();
+        } catch (Exception const & failure) {
+            EXPECT_EQ(each.text, failure.GetMessageTxt());
+            EXPECT_EQ("fen:zel:assertion", failure.GetID());
+            EXPECT_EQ(&each == std::end(cases) - 1, dynamic_cast<UnImplementedException const *>(&failure) != nullptr);
+        }
+    }
+}
+
+} // namespace
+} // namespace ZEL

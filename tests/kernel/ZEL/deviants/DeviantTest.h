@@ -1,0 +1,49 @@
+#pragma once
+
+#include "support/ExpectRaises.h"
+#include "support/TestObjects.h"
+
+#include <ZEL/deviants/Deviant.h>
+#include <ZEL/deviants/DeviantAssertions.h>
+#include <ZEL/deviants/StateMap.h>
+#include <ZEL/metamodel/DeviantManagerHelper.h>
+
+#include <string>
+
+namespace ZEL {
+
+using testsupport::asState;
+using testsupport::raisedBy;
+using testsupport::Thing;
+
+/// A thing that is 1 in the root, which forgets how it came about, and a deviant beside the root.
+class TwoDeviants : public testsupport::DeviantFixture {
+protected:
+    TwoDeviants() { root.clearUndoStack(); }
+    ~TwoDeviants() override { DeviantAssertions::enableAssertions(true); }
+
+    /// What the root and `a` make of the thing: "1 2"; "-" where it is absent.
+    [[nodiscard]] std::string seen(Thing const & object) const {
+        auto const valueIn = [&](Deviant deviant) {
+            return object.deviant_isValid(deviant) ? std::to_string(object.valueIn(deviant)) : "-";
+        };
+        return valueIn(root) + ' ' + valueIn(a);
+    }
+    /// The entries of the root's history with their levels, around the current level: "A2 B3 |4| C5".
+    [[nodiscard]] std::string history() const {
+        std::string text;
+        for (int i = root.getUndoStackLength() - 1; i >= 0; --i) {
+            text += root.getUndoNameAt(i) + std::to_string(root.getUndoChangeLevelAt(i)) + ' ';
+        }
+        text += '|' + std::to_string(root.getCurrentChangeLevel()) + '|';
+        for (int i = 0; i < root.getRedoStackLength(); ++i) {
+            text += ' ' + root.getRedoNameAt(i) + std::to_string(root.getRedoChangeLevelAt(i));
+        }
+        return text;
+    }
+
+    Thing & thing = make(root, 1);
+    Deviant a = createDeviant("a");
+};
+
+} // namespace ZEL

@@ -1,0 +1,132 @@
+#include "support/ValueTypes.h"
+
+#include <ZEL/metamodel/DataType.h>
+#include <ZEL/metamodel/Factory.h>
+#include <ZEL/metamodel/FactoryObject.h>
+#include <ZEL/metamodel/FactoryRegistry.h>
+#include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/NamespaceRegistry.h>
+#include <ZEL/values/IntegerTypeInfo.h>
+#include <ZEL/values/TypeInfoRegistry.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+namespace ZEL {
+namespace {
+
+constexpr char uri[] = "test://metamodel";
+
+TEST(MetaModelRegistry, HoldsABoundModelUntilAnotherTakesItsPlace) {
+    MetaModelRegistry & registry = *MetaModelRegistry::instance();
+    Model const first = Factory::createNewModel();
+    int const counts = first.getImplementation()->numRef();
+    registry.bindUriToModel(uri, first);
+    registry.bindUriToModel(uri, first);
+    EXPECT_EQ(counts + 1, first.getImplementation()->numRef());
+    EXPECT_TRUE(registry.getModelFromUri(uri) == first);
+
+    Model const second = Factory::createNewModel();
+    registry.bindUriToModel(uri, second);
+    EXPECT_EQ(counts, first.getImplementation()->numRef());
+    EXPECT_TRUE(registry.getModelFromUri(uri) == second);
+
+    registry.unbindModelUri(uri);
+    EXPECT_EQ(counts, second.getImplementation()->numRef());
+    EXPECT_FALSE(registry.getModelFromUri(uri).isValid()) << "entered as an invalid handle";
+    registry.unbindModelUri(uri);
+}
+
+TEST(FactoryRegistry, CallsTheCreatorOfTheUri) {
+    FactoryRegistry & registry = *FactoryRegistry::instance();
+    EXPECT_FALSE(registry.createModel(uri).isValid());
+    EXPECT_FALSE(registry.createFactory(uri, Model()).isValid());
+
+    int calls = 0;
+    registry.registerModelCreator(uri, [] { return Model(); });
+    registry.registerModelCreator(uri, [&calls] {
+        ++calls;
+        return Model(Factory::createNewModel());
+    });
+    Model const model = registry.createModel(uri);
+    EXPECT_TRUE(model.isValid());
+    EXPECT_EQ(1, calls) << "the later creator";
+
+    Model seen;
+    registry.registerFactoryCreator(uri, [&seen](Model const & given) {
+        seen = given;
+        return FactoryObject();
+    });
+    EXPECT_FALSE(registry.createFactory(uri, model).isValid());
+    EXPECT_TRUE(seen == model);
+
+    registry.unregisterModelCreator(uri);
+    registry.unregisterFactoryCreator(uri);
+    registry.unregisterFactoryCreator(uri);
+    EXPECT_FALSE(registry.createModel(uri).isValid());
+}
+
+TEST(NamespaceRegistry, PairsUrisWithPrefixes) {
+    NamespaceRegistry & registry = *NamespaceRegistry::instance();
+    EXPECT_EQ(&registry, NamespaceRegistry::instance());
+    EXPECT_EQ("", registry.getPrefixFromMetaUri("test:b"));
+    EXPECT_EQ("", registry.getMetaUri("tst"));
+
+    registry.bindMetaUriToPrefix("test:b", "old");
+    registry.bindMetaUriToPrefix("test:b", "tst");
+    registry.bindMetaUriToPrefix("test:a", "tst");
+    EXPECT_EQ("tst", registry.getPrefixFromMetaUri("test:b"));
+    EXPECT_EQ("", registry.getMetaUri("old"));
+    EXPECT_EQ("test:a", registry.getMetaUri("tst")) << "the smaller of two";
+    auto const mappings = registry.getMetaUriMappings();
+    EXPECT_TRUE(std::is_sorted(mappings.begin(), mappings.end()));
+    EXPECT_EQ(1, std::count(mappings.begin(), mappings.end(), std::pair<std::string, std::string>("test:b", "tst")));
+
+    registry.unbindPrefixMetaUri("test:a");
+    registry.unbindPrefixMetaUri("test:a");
+    EXPECT_EQ("test:b", registry.getMetaUri("tst"));
+    registry.unbindPrefixMetaUri("test:b");
+    EXPECT_EQ("", registry.getPrefixFromMetaUri("test:b"));
+}
+
+TEST(TypeInfoRegistry, KnowsWhatIsRegisteredOnceUntilItIsUnregistered) {
+    constexpr char name[] = "Test.Number";
+    HASP::TypeInfo const info = IntegerTypeInfo::Create();
+    EXPECT_FALSE(TypeInfoRegistry::hasType(name));
+    EXPECT_RAISES("An Internal Error has occurred", TypeInfoRegistry::getTypeInfo(name));
+    EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
+
+    TypeInfoRegistry::registerTypeInfo(name, info);
+    EXPECT_TRUE(TypeInfoRegistry::hasType(name));
+    EXPECT_RAISES("An Internal Error has occurred",
+                  TypeInfoRegistry::registerTypeInfo(name, IntegerTypeInfo::Create()));
+    EXPECT_TRUE(TypeInfoRegistry::getTypeInfo(name) == info) << "the first stays";
+    EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
+    TypeInfoRegistry::unregisterTypeInfo(name);
+    TypeInfoRegistry::unregisterTypeInfo(name);
+    EXPECT_FALSE(TypeInfoRegistry::hasType(name));
+
+    EXPECT_RAISES("An Internal Error has occurred",
+                  TypeInfoRegistry::registerMetaType(name, info, ImmutableDataType()));
+    EXPECT_TRUE(TypeInfoRegistry::hasType(name)) << "an invalid metatype is refused after the name is taken";
+    EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
+    TypeInfoRegistry::unregisterMetaType(name);
+    EXPECT_FALSE(TypeInfoRegistry::hasType(name));
+}
+
+TEST(Registries, KnowTheDataTypeOfEachValueClass) {
+    EXPECT_EQ("Boolean", Boolean::MetaDataType().getName());
+    EXPECT_EQ("UnlimitedNatural", UnlimitedNatural().getMetaDataType().getName());
+    EXPECT_EQ("VisibilityKind", VisibilityKind::MetaDataType().getName());
+    ValueObject const boxed = Integer(1);
+    EXPECT_TRUE(boxed.getMetaDataType() == TypeInfoRegistry::getMetaType("ZEL.Integer"));
+    EXPECT_TRUE(Object(boxed).getMetaType() == Integer::MetaDataType());
+}
+
+} // namespace
+} // namespace ZEL

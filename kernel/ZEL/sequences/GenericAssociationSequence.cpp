@@ -6,59 +6,7 @@ namespace ZEL::Generic {
 
 GenericAssociationSequence::GenericAssociationSequence(SequenceHandle const & wrapped,
                                                        internal::PropertyDescriptor const * end, Owner owner, Hook hook)
-    : fWrapped(wrapped.getImplementation()), fEnd(end), fOwner(std::move(owner)), fHook(hook) {}
-
-// --- reads -----------------------------------------------------------------------------------------------------------
-
-Ref GenericAssociationSequence::generic_at(Deviant deviant, int index) const {
-    return fWrapped->generic_at(deviant, index);
-}
-
-Ref GenericAssociationSequence::generic_front(Deviant deviant) const { return fWrapped->generic_front(deviant); }
-
-Ref GenericAssociationSequence::generic_back(Deviant deviant) const { return fWrapped->generic_back(deviant); }
-
-std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_begin(Deviant deviant) const {
-    return fWrapped->generic_begin(deviant);
-}
-
-std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_end(Deviant deviant) const {
-    return fWrapped->generic_end(deviant);
-}
-
-int GenericAssociationSequence::generic_size(Deviant deviant) const { return fWrapped->generic_size(deviant); }
-
-bool GenericAssociationSequence::generic_contains(Deviant deviant, Ref element) const {
-    return fWrapped->generic_contains(deviant, std::move(element));
-}
-
-char const * GenericAssociationSequence::generic_getOrcaName(bool immutableSequence, bool immutableElement,
-                                                             char const * fallback) const {
-    return fWrapped->generic_getOrcaName(immutableSequence, immutableElement, fallback);
-}
-
-bool GenericAssociationSequence::generic_isRandomAccess() const { return fWrapped->generic_isRandomAccess(); }
-
-std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_iteratorAt(Deviant deviant, int index) const {
-    return fWrapped->generic_iteratorAt(deviant, index);
-}
-
-int GenericAssociationSequence::generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
-                                              int count) const {
-    return fWrapped->generic_fetch(deviant, index, bodies, count);
-}
-
-int GenericAssociationSequence::generic_indexOf(Deviant deviant, Ref element) const {
-    return fWrapped->generic_indexOf(deviant, std::move(element));
-}
-
-bool GenericAssociationSequence::generic_isUnique() const { return fWrapped->generic_isUnique(); }
-
-bool GenericAssociationSequence::generic_accepts(Deviant deviant, Ref const & element) const {
-    return fWrapped->generic_accepts(deviant, element);
-}
-
-// --- writes; where the wrapped sequence refuses an element, it is left to raise its own text ---------------------------
+    : ForwardingSequence(wrapped), fEnd(end), fOwner(std::move(owner)), fHook(hook) {}
 
 void GenericAssociationSequence::generic_clear(Deviant deviant) {
     for (int i = 0, size = fWrapped->generic_size(deviant); i < size; ++i) {
@@ -69,16 +17,12 @@ void GenericAssociationSequence::generic_clear(Deviant deviant) {
 
 std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_insert(Deviant deviant, IteratorIntf const * where,
                                                                          Ref element) {
-    if (fWrapped->generic_accepts(deviant, element)) {
-        enters(element);
-    }
+    entersIfAccepted(deviant, element);
     return fWrapped->generic_insert(deviant, where, std::move(element));
 }
 
 void GenericAssociationSequence::generic_insert(Deviant deviant, int index, Ref element) {
-    if (fWrapped->generic_accepts(deviant, element)) {
-        enters(element);
-    }
+    entersIfAccepted(deviant, element);
     fWrapped->generic_insert(deviant, index, std::move(element));
 }
 
@@ -113,16 +57,12 @@ void GenericAssociationSequence::generic_pop_front(Deviant deviant) {
 }
 
 void GenericAssociationSequence::generic_push_back(Deviant deviant, Ref element) {
-    if (fWrapped->generic_accepts(deviant, element)) {
-        enters(element);
-    }
+    entersIfAccepted(deviant, element);
     fWrapped->generic_push_back(deviant, std::move(element));
 }
 
 void GenericAssociationSequence::generic_push_front(Deviant deviant, Ref element) {
-    if (fWrapped->generic_accepts(deviant, element)) {
-        enters(element);
-    }
+    entersIfAccepted(deviant, element);
     fWrapped->generic_push_front(deviant, std::move(element));
 }
 

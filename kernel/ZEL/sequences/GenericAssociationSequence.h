@@ -1,8 +1,7 @@
 #pragma once
 
 #include <ZEL/deviants/ClassObjectIntf.h>
-#include <ZEL/sequences/SequenceHandle.h>
-#include <ZEL/sequences/SequenceProxy.h>
+#include <ZEL/sequences/ForwardingSequence.h>
 #include <ZEL/values/RefBase.h>
 
 namespace ZEL::internal {
@@ -17,23 +16,17 @@ namespace ZEL::Generic {
 /// leaves, and sets or clears the element's own end. If the change itself then fails, for instance for a bad index, the
 /// other end has been changed already: the caller's transaction is the recovery. An element that the sequence cannot
 /// hold is refused before the hook is called.
-class ZEL_API GenericAssociationSequence final : public SequenceProxy {
+class ZEL_API GenericAssociationSequence final : public ForwardingSequence {
 public:
     using Owner = RefBase<NSInterface::ClassObjectIntf *>;
     /// `add` is true for an element that enters. `end` is the opposite end, the property of the element.
     using Hook = void (*)(Ref element, Owner const & owner, internal::PropertyDescriptor const * end, bool add);
 
-    /// Raises the NULL text on a null handle. `end` must outlive the sequence.
+    /// Throws the NULL text on a null handle. `end` must outlive the sequence.
     GenericAssociationSequence(SequenceHandle const & wrapped, internal::PropertyDescriptor const * end, Owner owner,
                                Hook hook);
 
-    [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override;
-    [[nodiscard]] Ref generic_front(Deviant deviant) const override;
-    [[nodiscard]] Ref generic_back(Deviant deviant) const override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_begin(Deviant deviant) const override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_end(Deviant deviant) const override;
     void generic_clear(Deviant deviant) override;
-    [[nodiscard]] int generic_size(Deviant deviant) const override;
     std::unique_ptr<IteratorIntf> generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
     void generic_insert(Deviant deviant, int index, Ref element) override;
     void generic_erase(Deviant deviant, int index) override;
@@ -45,23 +38,18 @@ public:
     void generic_push_back(Deviant deviant, Ref element) override;
     void generic_push_front(Deviant deviant, Ref element) override;
     void generic_replace(Deviant deviant, int index, Ref element) override;
-    [[nodiscard]] bool generic_contains(Deviant deviant, Ref element) const override;
-    [[nodiscard]] char const * generic_getOrcaName(bool immutableSequence, bool immutableElement,
-                                                   char const * fallback) const override;
-    [[nodiscard]] bool generic_isRandomAccess() const override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_iteratorAt(Deviant deviant, int index) const override;
-    [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
-                                    int count) const override;
-    [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
     bool generic_eraseElement(Deviant deviant, Ref element) override;
-    [[nodiscard]] bool generic_isUnique() const override;
-    [[nodiscard]] bool generic_accepts(Deviant deviant, Ref const & element) const override;
 
 private:
     void enters(Ref const & element) const { fHook(element, fOwner, fEnd, true); }
+    /// An element that the sequence refuses is left to it: it throws its own text.
+    void entersIfAccepted(Deviant deviant, Ref const & element) const {
+        if (fWrapped->generic_accepts(deviant, element)) {
+            enters(element);
+        }
+    }
     void leaves(Ref element) const { fHook(std::move(element), fOwner, fEnd, false); }
 
-    SequencePtr fWrapped;
     internal::PropertyDescriptor const * fEnd;
     Owner fOwner;
     Hook fHook;

@@ -2,7 +2,6 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/deviants/ClassObjectIntf.h>
 #include <ZEL/sequences/GenericDeviantSequence.h>
-#include <ZEL/sequences/IndexChecks.h>
 #include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/sequences/PersistentTextSequence.h>
 #include <ZEL/sequences/RefTraits.h>
@@ -14,18 +13,6 @@
 namespace ZEL::Generic {
 
 using NSInterface::ObjectIntf;
-
-namespace {
-
-int positionOf(IteratorIntf const * iterator) {
-    auto const * const own = dynamic_cast<GenericDeviantSequence::Iterator const *>(iterator);
-    if (own == nullptr) {
-        raiseAnInternalError();
-    }
-    return own->index();
-}
-
-} // namespace
 
 // --- the two kinds of storage, one shape ------------------------------------------------------------------------------
 
@@ -115,55 +102,17 @@ void GenericDeviantSequence::orphanIterators(int from) const {
 
 // --- reads -----------------------------------------------------------------------------------------------------------
 
-Ref GenericDeviantSequence::generic_at(Deviant deviant, int index) const {
-    return visit([&](auto kind, auto const & storage) {
-        return kind.refAt(storage, internal::checkedIndex(index, storage.size()), deviant);
-    });
-}
-
-Ref GenericDeviantSequence::generic_front(Deviant deviant) const {
-    return visit([&](auto kind, auto const & storage) {
-        if (storage.empty()) {
-            internal::raiseSequenceIsEmpty();
-        }
-        return kind.refAt(storage, 0, deviant);
-    });
-}
-
-Ref GenericDeviantSequence::generic_back(Deviant deviant) const {
-    return visit([&](auto kind, auto const & storage) {
-        if (storage.empty()) {
-            internal::raiseSequenceIsEmpty();
-        }
-        return kind.refAt(storage, storage.size() - 1, deviant);
-    });
-}
-
-std::unique_ptr<IteratorIntf> GenericDeviantSequence::generic_begin(Deviant) const {
-    return std::make_unique<Iterator>(this, 0);
-}
-
-std::unique_ptr<IteratorIntf> GenericDeviantSequence::generic_end(Deviant deviant) const {
-    return std::make_unique<Iterator>(this, generic_size(deviant));
+template <class Place> Ref GenericDeviantSequence::refAt(Deviant deviant, Place place) const {
+    return visit([&](auto kind, auto const & storage) { return kind.refAt(storage, place(storage.size()), deviant); });
 }
 
 int GenericDeviantSequence::generic_size(Deviant) const {
     return visit([](auto, auto const & storage) { return static_cast<int>(storage.size()); });
 }
 
-bool GenericDeviantSequence::generic_contains(Deviant deviant, Ref element) const {
-    return generic_indexOf(deviant, std::move(element)) >= 0;
-}
-
 char const * GenericDeviantSequence::generic_getOrcaName(bool immutableSequence, bool immutableElement,
                                                          char const *) const {
     return SequenceNames::of(fField->elementTypeName, fField->hasTexts()).get(immutableSequence, immutableElement);
-}
-
-bool GenericDeviantSequence::generic_isRandomAccess() const { return true; }
-
-std::unique_ptr<IteratorIntf> GenericDeviantSequence::generic_iteratorAt(Deviant, int index) const {
-    return std::make_unique<Iterator>(this, index);
 }
 
 int GenericDeviantSequence::generic_fetch(Deviant, int index, ObjectIntf ** bodies, int count) const {
@@ -224,63 +173,6 @@ void GenericDeviantSequence::generic_clear(Deviant) {
     });
 }
 
-std::unique_ptr<IteratorIntf> GenericDeviantSequence::generic_insert(Deviant, IteratorIntf const * where, Ref element) {
-    int const position = positionOf(where);
-    insertAt(position, element);
-    return std::make_unique<Iterator>(this, position);
-}
-
-void GenericDeviantSequence::generic_insert(Deviant, int index, Ref element) { insertAt(index, element); }
-
-void GenericDeviantSequence::generic_erase(Deviant, int index) { eraseAt(index); }
-
-std::unique_ptr<IteratorIntf> GenericDeviantSequence::generic_erase(Deviant, IteratorIntf const * first,
-                                                                    IteratorIntf const * last) {
-    int const position = positionOf(first);
-    int const end = positionOf(last);
-    checkWritable();
-    if (position < end) {
-        visit([&](auto, auto const & storage) {
-            static_cast<void>(internal::checkedIndex(position, storage.size()));
-            static_cast<void>(internal::checkedIndex(end - 1, storage.size()));
-        });
-    }
-    for (int i = position; i < end; ++i) {
-        eraseAt(position);
-    }
-    return std::make_unique<Iterator>(this, position);
-}
-
-std::unique_ptr<IteratorIntf> GenericDeviantSequence::generic_erase(Deviant, IteratorIntf const * where) {
-    int const position = positionOf(where);
-    eraseAt(position);
-    return std::make_unique<Iterator>(this, position);
-}
-
-void GenericDeviantSequence::generic_pop_back(Deviant deviant) {
-    checkWritable();
-    int const size = generic_size(deviant);
-    if (size == 0) {
-        internal::raiseSequenceIsEmpty();
-    }
-    eraseAt(size - 1);
-}
-
-void GenericDeviantSequence::generic_pop_front(Deviant deviant) {
-    checkWritable();
-    if (generic_size(deviant) == 0) {
-        internal::raiseSequenceIsEmpty();
-    }
-    eraseAt(0);
-}
-
-void GenericDeviantSequence::generic_push_back(Deviant deviant, Ref element) {
-    checkWritable();
-    insertAt(generic_size(deviant), element);
-}
-
-void GenericDeviantSequence::generic_push_front(Deviant, Ref element) { insertAt(0, element); }
-
 void GenericDeviantSequence::generic_replace(Deviant, int index, Ref element) {
     checkWritable();
     visit([&](auto kind, auto const & storage) {
@@ -294,15 +186,6 @@ void GenericDeviantSequence::generic_replace(Deviant, int index, Ref element) {
             kind.stored(*this, value);
         }
     });
-}
-
-bool GenericDeviantSequence::generic_eraseElement(Deviant deviant, Ref element) {
-    int const index = generic_indexOf(deviant, std::move(element));
-    if (index < 0) {
-        return false;
-    }
-    eraseAt(index);
-    return true;
 }
 
 // --- iterator --------------------------------------------------------------------------------------------------------
@@ -367,5 +250,7 @@ bool GenericDeviantSequence::Iterator::equal(IteratorIntf const * other) const {
 }
 
 int GenericDeviantSequence::Iterator::position() const { return fPosition; }
+
+template class IndexedSequence<GenericDeviantSequence, SequenceProxy>;
 
 } // namespace ZEL::Generic

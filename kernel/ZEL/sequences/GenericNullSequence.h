@@ -3,50 +3,54 @@
 #include <ZEL/sequences/IteratorProxy.h>
 #include <ZEL/sequences/SequenceIntf.h>
 
+#include <memory>
+
 namespace ZEL::Generic {
 
-/// The value of a property that has no source of values: always empty, takes nothing, and never raises. One object,
+/// The value of a property that has no source of values: always empty, takes nothing, and never throws. One object,
 /// not counted.
 class ZEL_API GenericNullSequence final : public SequenceIntf {
 public:
-    class Iterator;
+    /// All of them are equal, so that a loop over the null sequence runs zero times.
+    class Iterator final : public IteratorProxy {
+    public:
+        [[nodiscard]] Ref current(Deviant) const override { return Ref(); }
+        void next(Deviant) override {}
+        void previous(Deviant) override {}
+        [[nodiscard]] std::unique_ptr<IteratorIntf> clone() const override { return iterator(); }
+        [[nodiscard]] bool equal(IteratorIntf const *) const override { return true; }
+    };
 
     [[nodiscard]] static GenericNullSequence * getSingleton();
 
-    [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override;
-    [[nodiscard]] Ref generic_front(Deviant deviant) const override;
-    [[nodiscard]] Ref generic_back(Deviant deviant) const override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_begin(Deviant deviant) const override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_end(Deviant deviant) const override;
-    void generic_clear(Deviant deviant) override;
-    [[nodiscard]] int generic_size(Deviant deviant) const override;
-    std::unique_ptr<IteratorIntf> generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
-    void generic_insert(Deviant deviant, int index, Ref element) override;
-    void generic_erase(Deviant deviant, int index) override;
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * first,
-                                                IteratorIntf const * last) override;
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * where) override;
-    void generic_pop_back(Deviant deviant) override;
-    void generic_pop_front(Deviant deviant) override;
-    void generic_push_back(Deviant deviant, Ref element) override;
-    void generic_push_front(Deviant deviant, Ref element) override;
-    void generic_replace(Deviant deviant, int index, Ref element) override;
-    [[nodiscard]] bool generic_contains(Deviant deviant, Ref element) const override;
-    [[nodiscard]] char const * generic_getOrcaName(bool immutableSequence, bool immutableElement,
-                                                   char const * fallback) const override;
+    [[nodiscard]] Ref generic_at(Deviant, int) const override { return Ref(); }
+    [[nodiscard]] Ref generic_front(Deviant) const override { return Ref(); }
+    [[nodiscard]] Ref generic_back(Deviant) const override { return Ref(); }
+    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_begin(Deviant) const override { return iterator(); }
+    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_end(Deviant) const override { return iterator(); }
+    void generic_clear(Deviant) override {}
+    [[nodiscard]] int generic_size(Deviant) const override { return 0; }
+    std::unique_ptr<IteratorIntf> generic_insert(Deviant, IteratorIntf const *, Ref) override { return iterator(); }
+    void generic_insert(Deviant, int, Ref) override {}
+    void generic_erase(Deviant, int) override {}
+    std::unique_ptr<IteratorIntf> generic_erase(Deviant, IteratorIntf const *, IteratorIntf const *) override {
+        return iterator();
+    }
+    std::unique_ptr<IteratorIntf> generic_erase(Deviant, IteratorIntf const *) override { return iterator(); }
+    void generic_pop_back(Deviant) override {}
+    void generic_pop_front(Deviant) override {}
+    void generic_push_back(Deviant, Ref) override {}
+    void generic_push_front(Deviant, Ref) override {}
+    void generic_replace(Deviant, int, Ref) override {}
+    [[nodiscard]] bool generic_contains(Deviant, Ref) const override { return false; }
+    [[nodiscard]] char const * generic_getOrcaName(bool, bool, char const * fallback) const override {
+        return fallback;
+    }
 
 private:
     GenericNullSequence();
-};
 
-/// All of them are equal, so that a loop over the null sequence runs zero times.
-class ZEL_API GenericNullSequence::Iterator final : public IteratorProxy {
-public:
-    [[nodiscard]] Ref current(Deviant deviant) const override;
-    void next(Deviant deviant) override;
-    void previous(Deviant deviant) override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> clone() const override;
-    [[nodiscard]] bool equal(IteratorIntf const * other) const override;
+    [[nodiscard]] static std::unique_ptr<IteratorIntf> iterator() { return std::make_unique<Iterator>(); }
 };
 
 } // namespace ZEL::Generic

@@ -1,6 +1,5 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/base/GiveBackCount.h>
-#include <ZEL/sequences/IndexChecks.h>
 #include <ZEL/sequences/ListQImplForRefs.h>
 #include <ZEL/values/ValueObjectIntf.h>
 
@@ -18,7 +17,7 @@ ListQImplForRefs::~ListQImplForRefs() {
 }
 
 ListQImplForRefs::ListQImplForRefs(ListQImplForRefs const & other)
-    : SequenceIntf(other),
+    : IndexedSequence(other),
       fList(other.fList),
       fFlag(other.fFlag),
       fToInterface(other.fToInterface),
@@ -43,25 +42,20 @@ ListQImplForRefs & ListQImplForRefs::operator=(ListQImplForRefs const & other) {
 
 // --- steps -----------------------------------------------------------------------------------------------------------
 
-ObjectIntf * ListQImplForRefs::checkedBody(Ref const & element, Ref & boxed) const {
-    boxed = element.boxed();
-    ObjectIntf * const body = boxed.body();
-    if (body == nullptr || !fAccepts(body)) {
+Ref ListQImplForRefs::checkedBody(Ref const & element) const {
+    Ref boxed = element.boxed();
+    if (boxed.body() == nullptr || !fAccepts(boxed.body())) {
         raiseAnInternalError();
     }
-    return body;
+    return boxed;
 }
 
-ObjectIntf * ListQImplForRefs::bodyAt(int index) const {
-    return static_cast<ObjectIntf *>(const_cast<void *>(fList[static_cast<std::size_t>(index)]));
+ObjectIntf * ListQImplForRefs::bodyAt(std::size_t index) const {
+    return static_cast<ObjectIntf *>(const_cast<void *>(fList[index]));
 }
 
-std::size_t ListQImplForRefs::checkedIndex(int index) const { return internal::checkedIndex(index, fList.size()); }
-
-void ListQImplForRefs::checkNotEmpty() const {
-    if (fList.empty()) {
-        internal::raiseSequenceIsEmpty();
-    }
+bool ListQImplForRefs::isAt(std::size_t index, Ref const & element) const {
+    return Ref::ofStoredBody(bodyAt(index), Deviant()).isSameElement(element);
 }
 
 void ListQImplForRefs::giveBack(void const * element) const noexcept {
@@ -70,73 +64,53 @@ void ListQImplForRefs::giveBack(void const * element) const noexcept {
 
 void ListQImplForRefs::insertAt(int index, Ref const & element) {
     std::size_t const place = internal::checkedInsertIndex(index, fList.size());
-    Ref boxed;
-    ObjectIntf * const body = checkedBody(element, boxed);
-    fList.insert(place, body);
-    fToInterface(body)->incRef();
+    Ref const boxed = checkedBody(element);
+    fList.insert(place, boxed.body());
+    fToInterface(boxed.body())->incRef();
 }
 
-void ListQImplForRefs::eraseAt(std::size_t index) {
-    void const * const element = fList[index];
-    fList.erase(index);
+void ListQImplForRefs::eraseAt(int index) {
+    std::size_t const place = internal::checkedIndex(index, fList.size());
+    void const * const element = fList[place];
+    fList.erase(place);
     giveBack(element);
 }
 
+void ListQImplForRefs::eraseRange(int begin, int end) {
+    auto const place = static_cast<std::size_t>(begin);
+    for (int i = begin; i < end; ++i) {
+        // A count is taken here, not given back: this is meant, see the class.
+        fToInterface(bodyAt(place))->incRef();
+        fList.erase(place);
+    }
+}
+
 // --- reads -----------------------------------------------------------------------------------------------------------
-
-Ref ListQImplForRefs::generic_at(Deviant deviant, int index) const {
-    static_cast<void>(checkedIndex(index));
-    return Ref::ofStoredBody(bodyAt(index), deviant);
-}
-
-Ref ListQImplForRefs::generic_front(Deviant deviant) const {
-    checkNotEmpty();
-    return generic_at(deviant, 0);
-}
-
-Ref ListQImplForRefs::generic_back(Deviant deviant) const {
-    checkNotEmpty();
-    return generic_at(deviant, generic_size(deviant) - 1);
-}
-
-std::unique_ptr<IteratorIntf> ListQImplForRefs::generic_begin(Deviant) const {
-    return std::make_unique<Iterator>(this, 0);
-}
-
-std::unique_ptr<IteratorIntf> ListQImplForRefs::generic_end(Deviant deviant) const {
-    return std::make_unique<Iterator>(this, generic_size(deviant));
-}
 
 int ListQImplForRefs::generic_size(Deviant) const { return static_cast<int>(fList.size()); }
 
 bool ListQImplForRefs::generic_contains(Deviant, Ref element) const {
     // From the back: what was put in last is asked for most.
-    for (int i = static_cast<int>(fList.size()); i-- > 0;) {
-        if (Ref::ofStoredBody(bodyAt(i), Deviant()).isSameElement(element)) {
+    for (std::size_t i = fList.size(); i-- > 0;) {
+        if (isAt(i, element)) {
             return true;
         }
     }
     return false;
 }
 
-bool ListQImplForRefs::generic_isRandomAccess() const { return true; }
-
-std::unique_ptr<IteratorIntf> ListQImplForRefs::generic_iteratorAt(Deviant, int index) const {
-    return std::make_unique<Iterator>(this, index);
-}
-
 int ListQImplForRefs::generic_fetch(Deviant, int index, ObjectIntf ** bodies, int count) const {
     int const fetched = std::clamp(static_cast<int>(fList.size()) - index, 0, count);
     for (int i = 0; i < fetched; ++i) {
-        bodies[i] = bodyAt(index + i);
+        bodies[i] = bodyAt(static_cast<std::size_t>(index + i));
     }
     return fetched;
 }
 
 int ListQImplForRefs::generic_indexOf(Deviant, Ref element) const {
-    for (int i = 0; i < static_cast<int>(fList.size()); ++i) {
-        if (Ref::ofStoredBody(bodyAt(i), Deviant()).isSameElement(element)) {
-            return i;
+    for (std::size_t i = 0; i < fList.size(); ++i) {
+        if (isAt(i, element)) {
+            return static_cast<int>(i);
         }
     }
     return -1;
@@ -159,54 +133,10 @@ void ListQImplForRefs::generic_clear(Deviant) {
     }
 }
 
-std::unique_ptr<IteratorIntf> ListQImplForRefs::generic_insert(Deviant, IteratorIntf const * where, Ref element) {
-    insertAt(where->position(), element);
-    return std::make_unique<Iterator>(this, where->position());
-}
-
-void ListQImplForRefs::generic_insert(Deviant, int index, Ref element) { insertAt(index, element); }
-
-void ListQImplForRefs::generic_erase(Deviant, int index) { eraseAt(checkedIndex(index)); }
-
-std::unique_ptr<IteratorIntf> ListQImplForRefs::generic_erase(Deviant, IteratorIntf const * first,
-                                                              IteratorIntf const * last) {
-    int const begin = first->position();
-    int const end = last->position();
-    if (begin < end) {
-        static_cast<void>(checkedIndex(begin));
-        static_cast<void>(checkedIndex(end - 1));
-    }
-    for (int i = begin; i < end; ++i) {
-        // A count is taken here, not given back: this is meant, see the class.
-        fToInterface(bodyAt(begin))->incRef();
-        fList.erase(static_cast<std::size_t>(begin));
-    }
-    return std::make_unique<Iterator>(this, begin);
-}
-
-std::unique_ptr<IteratorIntf> ListQImplForRefs::generic_erase(Deviant, IteratorIntf const * where) {
-    eraseAt(checkedIndex(where->position()));
-    return std::make_unique<Iterator>(this, where->position());
-}
-
-void ListQImplForRefs::generic_pop_back(Deviant) {
-    checkNotEmpty();
-    eraseAt(fList.size() - 1);
-}
-
-void ListQImplForRefs::generic_pop_front(Deviant) {
-    checkNotEmpty();
-    eraseAt(0);
-}
-
-void ListQImplForRefs::generic_push_back(Deviant deviant, Ref element) { insertAt(generic_size(deviant), element); }
-
-void ListQImplForRefs::generic_push_front(Deviant, Ref element) { insertAt(0, element); }
-
 void ListQImplForRefs::generic_replace(Deviant, int index, Ref element) {
-    std::size_t const place = checkedIndex(index);
-    Ref boxed;
-    ObjectIntf * const body = checkedBody(element, boxed);
+    std::size_t const place = internal::checkedIndex(index, fList.size());
+    Ref const boxed = checkedBody(element);
+    ObjectIntf * const body = boxed.body();
     if (body->cast(NSInterface::ValueObjectIntf::classInfo()) != nullptr) {
         // No model keeps a value alive.
         body->incRef();
@@ -234,3 +164,6 @@ bool ListQImplForRefs::Iterator::equal(IteratorIntf const * other) const {
 int ListQImplForRefs::Iterator::position() const { return fIndex; }
 
 } // namespace ZEL::Generic::ListQImplInternal
+
+template class ZEL::Generic::IndexedSequence<ZEL::Generic::ListQImplInternal::ListQImplForRefs,
+                                             ZEL::Generic::SequenceIntf>;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <ZEL/sequences/IndexedSequence.h>
 #include <ZEL/sequences/IteratorProxy.h>
-#include <ZEL/sequences/SequenceIntf.h>
 
 #include <hasp_util/GList.h>
 
@@ -13,35 +13,18 @@ namespace ZEL::Generic::ListQImplInternal {
 ///
 /// Two operations count against expectation, on purpose: `generic_replace` takes no count on the new element, unless
 /// it is a value, and the erasing of a range takes counts instead of giving them back. A count that an element has lost
-/// that way is not missed when the element leaves the list. Contains searches linearly. No uniqueness is checked. A copy
+/// that way is not missed when the element leaves the list. `generic_contains` searches linearly. No uniqueness is checked. A copy
 /// has the same elements and counts of its own on them.
-class ZEL_API ListQImplForRefs : public SequenceIntf {
+class ZEL_API ListQImplForRefs : public IndexedSequence<ListQImplForRefs, SequenceIntf> {
 public:
     class Iterator;
 
     ~ListQImplForRefs() override;
 
-    [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override;
-    [[nodiscard]] Ref generic_front(Deviant deviant) const override;
-    [[nodiscard]] Ref generic_back(Deviant deviant) const override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_begin(Deviant deviant) const override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_end(Deviant deviant) const override;
     void generic_clear(Deviant deviant) override;
     [[nodiscard]] int generic_size(Deviant deviant) const override;
-    std::unique_ptr<IteratorIntf> generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
-    void generic_insert(Deviant deviant, int index, Ref element) override;
-    void generic_erase(Deviant deviant, int index) override;
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * first,
-                                                IteratorIntf const * last) override;
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * where) override;
-    void generic_pop_back(Deviant deviant) override;
-    void generic_pop_front(Deviant deviant) override;
-    void generic_push_back(Deviant deviant, Ref element) override;
-    void generic_push_front(Deviant deviant, Ref element) override;
     void generic_replace(Deviant deviant, int index, Ref element) override;
     [[nodiscard]] bool generic_contains(Deviant deviant, Ref element) const override;
-    [[nodiscard]] bool generic_isRandomAccess() const override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_iteratorAt(Deviant deviant, int index) const override;
     [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
                                     int count) const override;
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
@@ -59,17 +42,23 @@ protected:
     ListQImplForRefs & operator=(ListQImplForRefs const & other);
 
 private:
-    /// Raises "An Internal Error has occurred" for an element that the list cannot hold. A boxed value goes into `boxed`.
-    [[nodiscard]] NSInterface::ObjectIntf * checkedBody(Ref const & element, Ref & boxed) const;
-    [[nodiscard]] NSInterface::ObjectIntf * bodyAt(int index) const;
-    [[nodiscard]] std::size_t checkedIndex(int index) const;
-    void checkNotEmpty() const;
-    void giveBack(void const * element) const noexcept;
+    friend IndexedSequence;
+
+    template <class Place> [[nodiscard]] Ref refAt(Deviant deviant, Place place) const {
+        return Ref::ofStoredBody(bodyAt(place(fList.size())), deviant);
+    }
     void insertAt(int index, Ref const & element);
-    void eraseAt(std::size_t index);
+    void eraseAt(int index);
+    void eraseRange(int begin, int end);
+
+    /// The element as a body. Throws "An Internal Error has occurred" for one that the list cannot hold.
+    [[nodiscard]] Ref checkedBody(Ref const & element) const;
+    [[nodiscard]] NSInterface::ObjectIntf * bodyAt(std::size_t index) const;
+    [[nodiscard]] bool isAt(std::size_t index, Ref const & element) const;
+    void giveBack(void const * element) const noexcept;
 
     HASP::GList<void const *> fList;
-    [[maybe_unused]] bool fFlag; ///< no caller gives true
+    [[maybe_unused]] bool fFlag; ///< no caller sets it
     ToInterface fToInterface;
     Accepts fAccepts;
 };
@@ -92,3 +81,6 @@ private:
 };
 
 } // namespace ZEL::Generic::ListQImplInternal
+
+extern template class ZEL::Generic::IndexedSequence<ZEL::Generic::ListQImplInternal::ListQImplForRefs,
+                                                    ZEL::Generic::SequenceIntf>;

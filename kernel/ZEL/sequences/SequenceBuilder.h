@@ -10,9 +10,16 @@
 #include <type_traits>
 #include <utility>
 
+namespace ZEL {
+class ClassObject;
+class ImmutableClassObject;
+class ImmutableObject;
+class ImmutableProperty;
+} // namespace ZEL
+
 namespace ZEL::Generic {
 
-/// Whether the library itself has two-index storages for elements of this class.
+/// Whether a builder makes two-index storages for elements of this class, which is one of the general ones.
 template <class T>
 inline constexpr bool kHasMultiIndex = std::is_same_v<T, ImmutableProperty> || std::is_same_v<T, ClassObject> ||
                                        std::is_same_v<T, ImmutableObject> || std::is_same_v<T, ImmutableClassObject>;

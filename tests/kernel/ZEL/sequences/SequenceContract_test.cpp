@@ -7,7 +7,7 @@
 #include <ZEL/sequences/GenericFilteredSequence.h>
 #include <ZEL/sequences/GenericReferenceCountingSequenceProxy.h>
 #include <ZEL/sequences/ListQImpl.h>
-#include <ZEL/sequences/MultiIndexImpl.ipp>
+#include <ZEL/sequences/MultiIndexImpl.h>
 #include <ZEL/sequences/RefTraits.h>
 
 #include <algorithm>

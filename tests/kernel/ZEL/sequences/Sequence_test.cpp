@@ -5,7 +5,7 @@
 #include <ZEL/sequences/GenericNullSequence.h>
 #include <ZEL/sequences/GenericReferenceCountingSequenceProxy.h>
 #include <ZEL/sequences/ListQImpl.h>
-#include <ZEL/sequences/MultiIndexImpl.ipp>
+#include <ZEL/sequences/MultiIndexImpl.h>
 #include <ZEL/sequences/SequenceBuilder.h>
 #include <ZEL/values/Object.h>
 

@@ -68,21 +68,22 @@ void ImplicitTypeReadTransforms::complete(Context & element, Element const & par
     if (element.getRole().hasUri()) {
         return; // named after a class, not after a property
     }
-    MetaClasses::MetaClass const * const owner = fClasses->find(parent.newType);
-    MetaClasses::Property const * const property = owner != nullptr ? owner->find(element.getRoleName()) : nullptr;
+    internal::MetaClassView const * const owner = fClasses->find(parent.newType);
+    internal::PropertyView const * const property =
+        owner != nullptr ? owner->find(std::string_view(element.getRoleName())) : nullptr;
     if (property == nullptr) {
         return;
     }
     // A link without a type needs none.
     if (property->isComposite && element.getType() == element.getRole() && property->type.isValid()) {
         QualifiedName const type(parent.newType.getUri(), property->type.getName().str());
-        if (MetaClasses::MetaClass const * const known = fClasses->find(type);
-            known != nullptr && !known->handle.isAbstract()) {
+        if (internal::MetaClassView const * const known = fClasses->find(type);
+            known != nullptr && !known->metaClass().isAbstract()) {
             element.setType(type);
         }
     }
     if (property->isComposite && property->isDerived) {
-        MetaClasses::Property const * const place = fClasses->placeFor(parent.newType, element.getType());
+        internal::PropertyView const * const place = fClasses->placeFor(parent.newType, element.getType());
         if (place != nullptr) {
             element.setRole({}, place->name);
         }

@@ -1,33 +1,28 @@
-#include <ZEL/Boolean.h>
 #include <ZEL/String.h>
-#include <ZEL/UnlimitedNatural.h>
 #include <ZEL/interchange/MetaClasses.h>
 #include <ZEL/metamodel/MetaModel.h>
 #include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/Package.h>
-#include <ZEL/metamodel/Property.h>
-#include <ZEL/sequences/Sequence.h>
-#include <ZEL/tools/TypePredicates.h>
-
-#include <algorithm>
-#include <cstdint>
 
 namespace ZEL::Interchange {
 namespace {
 
-ImmutableClass classOf(Serializer::QualifiedName name) {
+using internal::MetaClassView;
+using internal::PropertyView;
+
+std::shared_ptr<MetaClassView const> viewOf(Serializer::QualifiedName name) {
     ImmutableMetaModel const metaModel(MetaModelRegistry::instance()->getModelFromUri(name.getUri()));
-    if (!metaModel.isValid()) {
-        return {};
-    }
-    return ImmutableClass(metaModel.getTopPackage().getOwnedTypeByName(String(name.getName())));
+    ImmutableClass const metaClass =
+        metaModel.isValid() ? ImmutableClass(metaModel.getTopPackage().getOwnedTypeByName(String(name.getName())))
+                            : ImmutableClass();
+    return metaClass.isValid() ? MetaClassView::of(metaClass) : nullptr;
 }
 
-MetaClasses::Property const * searchPlace(MetaClasses::MetaClass const & owner, ImmutableClass const & part) {
-    MetaClasses::Property const * single = nullptr;
-    for (MetaClasses::Property const & property : owner.properties) {
-        if (property.isComposite && !property.isDerived && inherits(part, ImmutableClass(property.type))) {
+PropertyView const * searchPlace(MetaClassView const & owner, MetaClassView const & part) {
+    PropertyView const * single = nullptr;
+    for (PropertyView const & property : owner.properties()) {
+        if (property.isPart() && part.inheritsFrom(property.typeBody)) {
             if (property.isMany) {
                 return &property;
             }
@@ -39,36 +34,21 @@ MetaClasses::Property const * searchPlace(MetaClasses::MetaClass const & owner, 
 
 } // namespace
 
-MetaClasses::Property const * MetaClasses::MetaClass::find(std::string const & name) const {
-    auto const found = std::find_if(properties.begin(), properties.end(),
-                                    [&](Property const & property) { return property.name == name; });
-    return found == properties.end() ? nullptr : &*found;
-}
-
-MetaClasses::MetaClass const * MetaClasses::find(Serializer::QualifiedName name) {
+MetaClassView const * MetaClasses::find(Serializer::QualifiedName name) {
     auto const [entry, isNew] = fClasses.try_emplace(name);
-    MetaClass & metaClass = entry->second;
     if (isNew) {
-        metaClass.handle = classOf(name);
-        if (metaClass.handle.isValid()) {
-            for (ImmutableProperty const property : metaClass.handle.getOwnedAttributes()) {
-                metaClass.properties.push_back({property.getName().str(), property.getType(),
-                                                static_cast<std::uint32_t>(property.upperBound()) > 1,
-                                                static_cast<bool>(property.isComposite()),
-                                                static_cast<bool>(property.isDerived())});
-            }
-        }
+        entry->second = viewOf(name);
     }
-    return metaClass.handle.isValid() ? &metaClass : nullptr;
+    return entry->second.get();
 }
 
-MetaClasses::Property const * MetaClasses::placeFor(Serializer::QualifiedName owner, Serializer::QualifiedName part) {
+PropertyView const * MetaClasses::placeFor(Serializer::QualifiedName owner, Serializer::QualifiedName part) {
     auto const [entry, isNew] = fPlaces.try_emplace({owner, part}, nullptr);
     if (isNew) {
-        MetaClass const * const ownerClass = find(owner);
-        MetaClass const * const partClass = find(part);
+        MetaClassView const * const ownerClass = find(owner);
+        MetaClassView const * const partClass = find(part);
         if (ownerClass != nullptr && partClass != nullptr) {
-            entry->second = searchPlace(*ownerClass, partClass->handle);
+            entry->second = searchPlace(*ownerClass, *partClass);
         }
     }
     return entry->second;

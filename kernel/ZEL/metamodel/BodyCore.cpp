@@ -7,6 +7,7 @@
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/Type.h>
@@ -76,7 +77,14 @@ ObjectIntf * BodyCore::stateIn(Deviant deviant) const {
     return sentinel(static_cast<void *>(fRootState));
 }
 
+void BodyCore::forgetViews() const noexcept {
+    if (fModel != nullptr && fModel->isViewed()) [[unlikely]] {
+        MetaClassView::forget();
+    }
+}
+
 void BodyCore::setRootState(ObjectIntf * state) const noexcept {
+    forgetViews();
     if (Deviant::isRealState(state)) {
         fRootState = state->internal_state();
         fBits |= kRealRootState;
@@ -147,6 +155,7 @@ StateCore * BodyCore::writeStateSlowly(Deviant deviant) const {
     }
     if (isStated(present)) {
         saveOldState(deviant, present);
+        forgetViews();
         return present->internal_state();
     }
     ObjectIntf * const seen = readStateFromRoot(deviant);

@@ -131,6 +131,8 @@ private:
     void checkWritable(Deviant deviant) const;
     void setRootState(NSInterface::ObjectIntf * state) const noexcept;
     void checkAccess(Deviant deviant) const;
+    /// The state of the object is about to change, or has.
+    void forgetViews() const noexcept;
 
     mutable StateCore * fRootState = nullptr;
     ModelCore * fModel = nullptr;

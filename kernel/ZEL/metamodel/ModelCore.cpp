@@ -43,6 +43,7 @@ void ModelCore::internal_released() {
 
 void ModelCore::release() noexcept {
     fRefCount = kDyingCount;
+    forgetViews();
     fManager.destroy();
     // Nothing here asks for memory: a model often goes because there is none. A state may hold the last handle on another
     // body of this model: none goes before all are marked.

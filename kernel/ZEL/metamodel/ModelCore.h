@@ -56,6 +56,9 @@ public:
     void noteFileId(std::int32_t id, std::string fileId) { fFileIds.insert_or_assign(id, std::move(fileId)); }
     /// The model has been written, by the ids that a writer gives.
     void forgetFileIds() noexcept { fFileIds.clear(); }
+    /// What is kept of metaclasses has been read from this model: it is forgotten at the next change.
+    void noteViewed() noexcept { fIsViewed = true; }
+    [[nodiscard]] bool isViewed() const noexcept { return fIsViewed; }
     /// Makes `factory` the factory of this model, held until the model goes.
     void holdFactory(BodyCore & factory);
     [[nodiscard]] bool holds(BodyCore const & factory) const noexcept { return fHeldFactory == &factory; }
@@ -99,6 +102,7 @@ private:
     std::unordered_set<BodyCore *> fForeign;
     BodyCore * fHeldFactory = nullptr;
     std::int32_t fNextId = 1;
+    bool fIsViewed = false;
     std::unordered_map<std::int32_t, std::string> fFileIds;
 };
 

@@ -1,6 +1,5 @@
 #include <ZEL/base/Exception.h>
-#include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/Property.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/tools/Comparator.h>
 #include <ZEL/values/ValueObject.h>
@@ -20,9 +19,11 @@ public:
     std::vector<ComparedProperty> const & of(ImmutableClass const & metaClass) {
         auto const [entry, isNew] = fByClass.try_emplace(metaClass.getImplementation());
         if (isNew) {
-            for (ImmutableProperty const & property : metaClass.getOwnedAttributes()) {
-                if (isCompared(property)) {
-                    entry->second.push_back({property, static_cast<bool>(property.isComposite())});
+            for (internal::PropertyView const & property : internal::MetaClassView::of(metaClass)->properties()) {
+                // The link to the container is that of the other side's container by the place in the tree; where the
+                // trees themselves stand does not matter.
+                if (!property.isDerived && !property.isIdentity() && !property.isContainer) {
+                    entry->second.push_back({property.property, property.isComposite});
                 }
             }
         }
@@ -30,17 +31,6 @@ public:
     }
 
 private:
-    /// The link to the container is that of the other side's container by the place in the tree; where the trees themselves
-    /// stand does not matter.
-    static bool isCompared(ImmutableProperty const & property) {
-        String const name = property.getName();
-        if (property.isDerived() || name == "id" || name == "modelZEL") {
-            return false;
-        }
-        ImmutableProperty const opposite = property.getOpposite();
-        return !opposite.isValid() || !opposite.isComposite();
-    }
-
     std::unordered_map<NSInterface::ClassIntf const *, std::vector<ComparedProperty>> fByClass;
 };
 

@@ -3,7 +3,7 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/logging/HtmlPage.h>
 #include <ZEL/logging/Logger.h>
-#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/tools/HTMLPrinter.h>
 #include <ZEL/tools/Navigation.h>
@@ -280,7 +280,7 @@ std::string HTMLPrinter::helperGetID(ImmutableClassObject object) {
 }
 
 std::string HTMLPrinter::helperGetName(ImmutableClassObject object) {
-    ImmutableProperty const property = checkedMetaClass(object).getProperty("name");
+    ImmutableProperty const property = internal::MetaClassView::of(checkedMetaClass(object))->nameProperty();
     if (!property.isValid() || !object.has(property)) {
         return "unnamed";
     }

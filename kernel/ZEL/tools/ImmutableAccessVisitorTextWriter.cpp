@@ -1,6 +1,6 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/String.h>
-#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>
@@ -15,6 +15,10 @@ namespace {
 
 constexpr std::uint32_t kMostLevels = 1000;
 
+bool isUnparented(ImmutableProperty const & property) {
+    return internal::PropertyView::roleOf(property.getName().str()) == internal::PropertyView::Role::Unparented;
+}
+
 } // namespace
 
 ImmutableAccessVisitorTextWriter::ImmutableAccessVisitorTextWriter(std::ostream & stream)
@@ -27,7 +31,7 @@ ImmutableAccessVisitorTextWriter::~ImmutableAccessVisitorTextWriter() = default;
 
 bool ImmutableAccessVisitorTextWriter::visitProperty(ImmutableClassObject const & object,
                                                      ImmutableProperty const & property) {
-    return property.isDerived() || property.getName() == "unparented" ||
+    return property.isDerived() || isUnparented(property) ||
            ImmutableAccessVisitorTraversalContainment::visitProperty(object, property);
 }
 

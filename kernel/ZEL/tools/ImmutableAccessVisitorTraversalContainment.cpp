@@ -1,16 +1,11 @@
 #include <ZEL/Boolean.h>
-#include <ZEL/PersistenceKind.h>
-#include <ZEL/String.h>
-#include <ZEL/UnlimitedNatural.h>
 #include <ZEL/base/DeepCalls.h>
 #include <ZEL/base/Exception.h>
-#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/StereotypeObject.h>
-#include <ZEL/metamodel/Type.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
-#include <ZEL/tools/TypePredicates.h>
 #include <ZEL/values/ValueObject.h>
 
 #include <algorithm>
@@ -32,30 +27,30 @@ struct VisitedProperties {
 enum Group : std::size_t { SingleValues, ManyValues, Contained, References, Extensions, GroupCount };
 
 /// None for a property that is not visited.
-std::optional<Group> groupOf(ImmutableProperty const & property) {
-    if (property.getPersistence() == PersistenceKind::Extension) {
+std::optional<Group> groupOf(internal::PropertyView const & property) {
+    if (property.persistence == PersistenceKind::Extension) {
         return Extensions;
     }
-    if (isDataType(property.getType())) {
-        return property.getUpper() < 2U ? SingleValues : ManyValues;
+    if (property.isDataType) {
+        return property.isMany ? ManyValues : SingleValues;
     }
-    if (property.isDerived()) {
+    if (property.isDerived) {
         return std::nullopt;
     }
-    return property.isComposite() ? Contained : References;
+    return property.isComposite ? Contained : References;
 }
 
 VisitedProperties visitedPropertiesOf(ImmutableClass const & metaClass) {
     VisitedProperties result;
     std::array<std::vector<ImmutableProperty>, GroupCount> groups;
-    for (ImmutableProperty const & property : metaClass.getOwnedAttributes()) {
-        if (property.getName() == "name") {
+    for (internal::PropertyView const & property : internal::MetaClassView::of(metaClass)->properties()) {
+        if (property.role == internal::PropertyView::Role::Name) {
             if (!result.name.isValid()) {
-                result.name = property;
-                result.all.push_back(property);
+                result.name = property.property;
+                result.all.push_back(property.property);
             }
         } else if (std::optional<Group> const group = groupOf(property)) {
-            groups[*group].push_back(property);
+            groups[*group].push_back(property.property);
         }
     }
     for (std::vector<ImmutableProperty> const & group : groups) {

@@ -1,15 +1,13 @@
 #include <ZEL/Integer.h>
-#include <ZEL/PersistenceKind.h>
 #include <ZEL/String.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/Enumeration.h>
 #include <ZEL/metamodel/EnumerationLiteral.h>
 #include <ZEL/metamodel/FactoryRegistry.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Model.h>
-#include <ZEL/metamodel/Type.h>
 #include <ZEL/sequences/MultiIndexImpl.h>
 #include <ZEL/tools/RandomModelGenerator.h>
-#include <ZEL/tools/TypePredicates.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -23,24 +21,6 @@ namespace {
 
 /// One of `count` positions; `count` is not 0.
 std::size_t draw(std::size_t count) { return static_cast<std::size_t>(std::rand()) % count; }
-
-/// The class and all above it, each once.
-std::vector<ImmutableClass> withSuperClasses(ImmutableClass const & metaClass) {
-    std::vector<ImmutableClass> found{metaClass};
-    for (std::size_t i = 0; i < found.size(); ++i) {
-        for (ImmutableClass const & superClass : found[i].getSuperClasses().toVector()) {
-            if (std::find(found.begin(), found.end(), superClass) == found.end()) {
-                found.push_back(superClass);
-            }
-        }
-    }
-    return found;
-}
-
-/// Models and factories are made by registries, not by factories.
-bool isModelOrFactory(ImmutableClass const & metaClass) {
-    return inherits(metaClass, Model::MetaClass()) || inherits(metaClass, FactoryObject::MetaClass());
-}
 
 bool isDataTyped(ImmutableProperty const & property) { return !ImmutableClass(property.getType()).isValid(); }
 
@@ -131,7 +111,8 @@ ClassObject RandomModelGenerator::makeValue(ClassObject const & parent, Immutabl
         parent.setOrAdd(property, object);
         return object;
     }
-    if (property.getName() == "name" && type.getName() == "String") {
+    if (internal::PropertyView::roleOf(property.getName().str()) == internal::PropertyView::Role::Name &&
+        type.getName() == "String") {
         createNameStringAndSet(parent, property);
     } else if (Object const value = makeData(type); value.isValid()) {
         parent.setOrAdd(property, value);
@@ -176,7 +157,7 @@ ClassObject RandomModelGenerator::makeObject(ImmutableClass const & type) {
         raiseInternalError("class object created is not valid");
     }
     rememberObject(object);
-    ImmutableProperty const name = metaClass.getProperty("name");
+    ImmutableProperty const name = internal::MetaClassView::of(metaClass)->nameProperty();
     if (name.isValid()) {
         createNameStringAndSet(object, name);
     }
@@ -233,7 +214,7 @@ void RandomModelGenerator::addObjectToMap(ImmutableClass const & metaClass, Clas
 
 void RandomModelGenerator::rememberObject(ClassObject const & object) {
     fObjects.push_back(object);
-    for (ImmutableClass const & metaClass : withSuperClasses(object.getMetaClass())) {
+    for (ImmutableClass const & metaClass : internal::withSuperClasses(object.getMetaClass())) {
         addObjectToMap(metaClass, object);
     }
 }
@@ -245,22 +226,19 @@ void RandomModelGenerator::createCompositionAssociationMetaPropertyVectors(
     HASP::GList<int> compositions;
     HASP::GList<int> associations;
     int position = -1;
-    for (ImmutableProperty const & property : properties.toVector()) {
+    for (ImmutableProperty const & handle : properties.toVector()) {
+        internal::PropertyView const property(handle);
         ++position;
-        if (!property.getType().isValid()) {
-            raiseInternalError("Property " + property.getName().str() + " has no type");
+        if (!property.type.isValid()) {
+            raiseInternalError("Property " + property.name + " has no type");
         }
-        if (property.isDerived() || property.getPersistence() == PersistenceKind::Transient) {
+        if (property.isDerived || property.persistence == PersistenceKind::Transient) {
             continue;
         }
-        if (property.isComposite()) {
+        if (property.isComposite) {
             compositions.append(position);
-            continue;
-        }
-        // Setting the other end of a composition would move objects about, out of the model or into a cycle.
-        ImmutableProperty const opposite = property.getOpposite();
-        bool const isContainer = opposite.isValid() && opposite.isComposite();
-        if (!property.isReadOnly() && !isContainer) {
+        } else if (!property.isReadOnly && !property.isContainer) {
+            // Setting the other end of a composition would move objects about, out of the model or into a cycle.
             associations.append(position);
         }
     }
@@ -316,7 +294,7 @@ std::vector<ImmutableClass> const & RandomModelGenerator::instantiableClasses(Im
     Sequence<ImmutableClass> const all = getNonAbstractSubClasses(type, emptySetOfClasses());
     for (ImmutableModel const & metaModel : {fFactory.getMetaClass().getRootModel(), type.getRootModel()}) {
         for (ImmutableClass const & metaClass : all.toVector()) {
-            if (metaClass.getRootModel() == metaModel && !isModelOrFactory(metaClass)) {
+            if (metaClass.getRootModel() == metaModel && !internal::isModelOrFactory(metaClass)) {
                 entry->second.push_back(metaClass);
             }
         }

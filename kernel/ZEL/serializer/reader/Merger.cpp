@@ -19,8 +19,8 @@ namespace {
 /// Whether a file gives the values of the property: not what identifies an object, what follows from something else, the
 /// other side of a containment, nor the objects without a container and the factory, of which files know nothing.
 bool isInFiles(MetaProperty const & property) {
-    return !property.isDerived && !property.isOfContainment && !property.isOfModel && property.name != "id" &&
-           property.name != "modelZEL" && property.name != "unparented";
+    return !property.isDerived && !property.isOfContainer && !property.isOfModel && !property.isIdentity() &&
+           property.role != internal::PropertyView::Role::Unparented;
 }
 
 } // namespace
@@ -157,18 +157,18 @@ void Merger::collectClassObjectInfo(ClassObject const & root) {
 
 void Merger::collect(ClassObject const & object, std::vector<ClassObject> & children) {
     fCollectedObjects[getExternalId(object)] = {object, fCollectedObjects.size()};
-    for (MetaProperty const * const property : fMetaClasses->of(object).properties()) {
-        if (!isInFiles(*property)) {
+    for (MetaProperty const & property : fMetaClasses->of(object).properties()) {
+        if (!isInFiles(property)) {
             continue;
         }
-        if (property->isComposite && !property->isDataType) {
-            property->storage.get(object).forEach([&](Object const & child) {
+        if (property.isComposite && !property.isDataType) {
+            property.storage.get(object).forEach([&](Object const & child) {
                 if (ClassObject const element(child); element.isValid()) {
                     children.push_back(element);
                 }
             });
         } else {
-            clearProperty(object, *property);
+            clearProperty(object, property);
         }
     }
 }

@@ -1,10 +1,6 @@
 #pragma once
 
-#include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/Property.h>
-#include <ZEL/metamodel/PropertyStorage.h>
-#include <ZEL/metamodel/Type.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/serializer/QualifiedName.h>
 
 #include <hasp_util/TypeInfo.h>
@@ -37,38 +33,29 @@ private:
     std::unordered_map<std::string, Object> fKept;
 };
 
-/// What reading needs to know of one property, found once.
-struct MetaProperty {
-    ImmutableProperty property;
-    PropertyStorage storage;
-    ImmutableType type;
-    NSInterface::ObjectIntf const * typeBody = nullptr; ///< of `type`
-    std::string name;
-    std::string defaultText;
-    ValueMaker * values = nullptr; ///< null without a type
-    bool isDataType = false;
-    bool isComposite = false;
-    bool isDerived = false;
-    bool isMany = false;
-    bool hasOpposite = false;
-    bool isOfContainment = false; ///< its value is the object's container, and follows from the other end
-    bool isOfModel = false;       ///< its values are models or factories
+/// A property of a metaclass, and how its values are made.
+struct MetaProperty : internal::PropertyView {
+    ValueMaker * values; ///< null without a type
 };
 
-/// What reading needs to know of one metamodel class, found once.
+/// A metaclass as a reader meets it: properties by the names in files.
 class MetaClass {
 public:
-    [[nodiscard]] std::string const & name() const noexcept { return fName; }
-    [[nodiscard]] std::vector<MetaProperty const *> const & properties() const noexcept { return fProperties; }
+    [[nodiscard]] std::string const & name() const noexcept { return fView->name(); }
+    [[nodiscard]] std::vector<MetaProperty> const & properties() const noexcept { return fProperties; }
 
-    /// The first property with this name, null if there is none.
-    [[nodiscard]] MetaProperty const * find(std::string_view name) const noexcept;
+    /// The first property with this name or role, null if there is none.
+    template <class Key> [[nodiscard]] MetaProperty const * find(Key key) const noexcept {
+        internal::PropertyView const * const found = fView->find(key);
+        return found == nullptr ? nullptr : &fProperties[static_cast<std::size_t>(found - fView->properties().data())];
+    }
     /// The same by the name of a role, whatever its namespace; remembers the answer.
     [[nodiscard]] MetaProperty const * find(QualifiedName role);
 
-    /// Whether the class is `type` or has it among its superclasses at any distance. False for null.
-    [[nodiscard]] bool inheritsFrom(NSInterface::ObjectIntf const * type) const noexcept;
-    [[nodiscard]] bool isModel() const noexcept { return fIsModel; }
+    [[nodiscard]] bool inheritsFrom(NSInterface::ObjectIntf const * type) const noexcept {
+        return fView->inheritsFrom(type);
+    }
+    [[nodiscard]] bool isModel() const noexcept { return fView->isModel(); }
 
 private:
     friend class MetaClassCache;
@@ -77,12 +64,9 @@ private:
         MetaProperty const * property = nullptr;
     };
 
-    std::string fName;
-    bool fIsModel = false;
-    std::vector<MetaProperty const *> fProperties;
-    std::unordered_map<std::string_view, MetaProperty const *> fByName;
-    std::vector<Answer> fAnswers;                               ///< indexed by a hash of the role
-    std::vector<NSInterface::ObjectIntf const *> fSuperClasses; ///< with the class itself; sorted
+    std::shared_ptr<internal::MetaClassView const> fView;
+    std::vector<MetaProperty> fProperties; ///< as in the view
+    std::vector<Answer> fAnswers;          ///< indexed by a hash of the role
 };
 
 /// The metamodel classes and properties that a run has met. Valid as long as nobody changes their metamodels.
@@ -102,7 +86,7 @@ public:
 
 private:
     [[nodiscard]] MetaClass & enter(ImmutableClass const & metaClass);
-    [[nodiscard]] ValueMaker & valuesOf(std::string const & typeName);
+    [[nodiscard]] MetaProperty withValues(internal::PropertyView const & property);
 
     std::unordered_map<NSInterface::ObjectIntf const *, std::unique_ptr<MetaClass>> fClasses;
     std::unordered_map<NSInterface::ObjectIntf const *, std::unique_ptr<MetaProperty>> fProperties;

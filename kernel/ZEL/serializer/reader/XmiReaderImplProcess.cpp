@@ -172,7 +172,8 @@ void XmiReaderImpl::applyAttribute(ParseState & state, Context const & context) 
     } else if (property->isDataType) {
         // A number given behind the back of the model would be lost for its look-up; and the place of a model is where
         // it was read from, not where it lay when it was written.
-        bool const isOfFile = property->name == "id" || (property->name == "uri" && metaClass.isModel());
+        using Role = internal::PropertyView::Role;
+        bool const isOfFile = property->role == Role::Id || (property->role == Role::Uri && metaClass.isModel());
         if (!isOfFile) {
             applyValue(state, *property, context.getFirstValue());
         }

@@ -42,7 +42,7 @@ void warnAboutDeadLink(ImmutableClassObject const & object, WrittenProperty cons
     Logger::instance()->warning(
         "The links of property %s of object %s are left out: one of them leads to an object that "
         "no longer exists",
-        property.getName().c_str(), plainIdOf(object).c_str());
+        property.name.c_str(), plainIdOf(object).c_str());
 }
 
 } // namespace
@@ -52,12 +52,12 @@ bool ObjectContexts::append(ObjectView const & object, PropertyPartition const &
     Context element;
     element.setType(partition.type);
     if (place.property != nullptr) {
-        element.setRole(place.property->role);
+        element.setRole(place.property->attribute);
         element.setParent(*place.parent);
     } else {
         element.setRole(partition.type);
     }
-    if (place.property != nullptr && place.property->isExtension) {
+    if (place.property != nullptr && place.property->isExtension()) {
         appendExtension(element, sequence);
     }
     // Of a parent only the names count, so what serves as parent goes without the id.
@@ -98,7 +98,7 @@ void ObjectContexts::appendExtension(Context & element, ContextSequence & sequen
 
 void ObjectContexts::appendValue(ObjectView const & object, WrittenProperty const & property, Context const & parent,
                                  ContextSequence & sequence) {
-    if (property.getName() == "id") {
+    if (property.role == internal::PropertyView::Role::Id) {
         return;
     }
     std::optional<std::string> text = object.textOf(property);
@@ -106,7 +106,7 @@ void ObjectContexts::appendValue(ObjectView const & object, WrittenProperty cons
         return;
     }
     Context context;
-    context.setRole(property.role);
+    context.setRole(property.attribute);
     context.setType(property.valueTypeName);
     context.setAttribute(std::move(*text));
     context.setParent(parent);
@@ -119,7 +119,7 @@ bool ObjectContexts::appendValues(ObjectView const & object, WrittenProperty con
         return false;
     }
     Context context;
-    context.setRole(property.role);
+    context.setRole(property.attribute);
     context.setParent(parent);
     for (ImmutableObject const value : property.storage.get(object.handle())) {
         context.addAttribute(value.toString().str());
@@ -165,7 +165,7 @@ bool ObjectContexts::appendReferences(ObjectView const & object, PropertyPartiti
 std::optional<Context> ObjectContexts::referenceOf(std::vector<ImmutableClassObject> const & targets,
                                                    WrittenProperty const & property, Context const & parent) {
     Context context;
-    context.setRole(property.role);
+    context.setRole(property.attribute);
     context.setParent(parent);
     bool isExternal = false;
     std::vector<std::string> texts;

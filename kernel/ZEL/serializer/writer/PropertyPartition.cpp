@@ -1,16 +1,11 @@
-#include <ZEL/Boolean.h>
-#include <ZEL/PersistenceKind.h>
 #include <ZEL/String.h>
-#include <ZEL/UnlimitedNatural.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/Containment.h>
-#include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/Descriptors.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/MultiValuedPropertyManager.h>
 #include <ZEL/metamodel/SingleValuedPropertyManager.h>
-#include <ZEL/metamodel/Type.h>
 #include <ZEL/sequences/SequenceBuilder.h>
 #include <ZEL/serializer/writer/PropertyPartition.h>
 
@@ -20,13 +15,9 @@ namespace ZEL::Serializer {
 namespace {
 
 /// Whether the values of the property never stand in a file at its place.
-bool isLeftOut(ImmutableProperty const & property) {
-    if (property.isDerived() || property.getPersistence() == PersistenceKind::Transient ||
-        property.getName().str() == "unparented") {
-        return true;
-    }
-    ImmutableProperty const opposite = property.getOpposite();
-    return opposite.isValid() && opposite.isComposite();
+bool isLeftOut(internal::PropertyView const & property) {
+    return property.isDerived || property.persistence == PersistenceKind::Transient ||
+           property.role == internal::PropertyView::Role::Unparented || property.isContainer;
 }
 
 /// The property of that name of the class; null if its tables have none.
@@ -46,20 +37,11 @@ internal::PropertyDescriptor const * descriptorOf(internal::ClassDescriptor cons
 
 } // namespace
 
-WrittenProperty::WrittenProperty(ImmutableProperty const & handle)
-    : property(handle),
-      storage(handle.getStorage()),
-      role(HASP::XmlConstants::NULL_NS_URI, handle.getName().str()),
-      defaultText(handle.getDefault().str()),
-      hasDefault(handle.hasDefault()),
-      isMany(static_cast<std::uint32_t>(handle.upperBound()) > 1),
-      isDataTyped(ImmutableDataType(handle.getType()).isValid()),
-      isComposite(handle.isComposite()),
-      isExtension(handle.getPersistence() == PersistenceKind::Extension),
-      isNested(isComposite && !handle.isDerived()) {}
+WrittenProperty::WrittenProperty(internal::PropertyView const & view)
+    : PropertyView(view), attribute(HASP::XmlConstants::NULL_NS_URI, name) {}
 
 void WrittenProperty::findRoads(internal::ClassDescriptor const & ownerClass) {
-    internal::PropertyDescriptor const * const descriptor = descriptorOf(ownerClass, role.getName());
+    internal::PropertyDescriptor const * const descriptor = descriptorOf(ownerClass, name);
     PropertyStorageIntf const * const body = storage.getImplementationWithoutAssert();
     if (descriptor == nullptr || body == nullptr) {
         return;
@@ -71,15 +53,16 @@ void WrittenProperty::findRoads(internal::ClassDescriptor const & ownerClass) {
         return;
     }
     owner = &ownerClass;
-    if (isDataTyped) {
+    if (isDataType) {
         methods = descriptor->single;
     } else {
         field = internal::fieldOf(ownerClass, *descriptor);
     }
 }
 
-PropertyPartition::PropertyPartition(ImmutableClass const & handle, internal::ClassDescriptor const & descriptor)
-    : metaClass(handle), type(uriOf(handle.getRootModel()), handle.getName().str()) {
+PropertyPartition::PropertyPartition(std::shared_ptr<internal::MetaClassView const> classView,
+                                     internal::ClassDescriptor const & descriptor)
+    : view(std::move(classView)), type(uriOf(view->metaClass().getRootModel()), view->name()) {
     for (internal::FieldDescriptor const & field : descriptor.fields) {
         if (internal::isContainment(*field.property)) {
             containments.push_back(&field);
@@ -101,11 +84,15 @@ PropertyPartition const & PartitionCache::partitionOf(NSInterface::ClassObjectIn
 }
 
 WrittenProperty const * PartitionCache::find(ImmutableProperty const & property) {
-    return property.isValid() ? enter(property) : nullptr;
+    if (!property.isValid()) {
+        return nullptr;
+    }
+    auto const found = fProperties.find(property.getImplementation());
+    return found != fProperties.end() ? found->second.get() : enter(internal::PropertyView(property));
 }
 
-WrittenProperty * PartitionCache::enter(ImmutableProperty const & property) {
-    std::unique_ptr<WrittenProperty> & entry = fProperties[property.getImplementation()];
+WrittenProperty * PartitionCache::enter(internal::PropertyView const & property) {
+    std::unique_ptr<WrittenProperty> & entry = fProperties[property.property.getImplementation()];
     if (entry == nullptr) {
         entry = std::make_unique<WrittenProperty>(property);
     }
@@ -114,25 +101,26 @@ WrittenProperty * PartitionCache::enter(ImmutableProperty const & property) {
 
 std::unique_ptr<PropertyPartition> PartitionCache::makePartition(internal::ClassDescriptor const & descriptor,
                                                                  ImmutableClass const & metaClass) {
-    auto made = std::make_unique<PropertyPartition>(metaClass, descriptor);
+    using Role = internal::PropertyView::Role;
+    auto made = std::make_unique<PropertyPartition>(internal::MetaClassView::of(metaClass), descriptor);
     PropertyPartition & partition = *made;
     std::vector<WrittenProperty const *> extensions;
     std::vector<WrittenProperty const *> composites;
-    for (ImmutableProperty const property : partition.metaClass.getOwnedAttributes()) {
-        if (property.getName().str() == "appliedStereotypeInstance") {
-            partition.appliedStereotypeInstance = property;
+    for (internal::PropertyView const & property : partition.view->properties()) {
+        if (property.role == Role::StereotypeInstances) {
+            partition.appliedStereotypeInstance = property.property;
         }
         if (isLeftOut(property)) {
             continue;
         }
         WrittenProperty * const written = enter(property);
         written->findRoads(descriptor);
-        if (written->isExtension) {
+        if (written->isExtension()) {
             extensions.push_back(written);
-        } else if (written->isDataTyped && written->isMany) {
+        } else if (written->isDataType && written->isMany) {
             partition.multiValues.push_back(written);
-        } else if (written->isDataTyped) {
-            bool const isName = written->getName() == "name";
+        } else if (written->isDataType) {
+            bool const isName = written->role == Role::Name;
             partition.singleValues.insert(isName ? partition.singleValues.begin() : partition.singleValues.end(),
                                           written);
         } else {

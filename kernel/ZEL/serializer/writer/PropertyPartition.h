@@ -1,9 +1,6 @@
 #pragma once
 
-#include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/Property.h>
-#include <ZEL/metamodel/PropertyStorage.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/serializer/QualifiedName.h>
 
@@ -26,23 +23,14 @@ struct PropertyDescriptor;
 namespace ZEL::Serializer {
 
 /// What the writer asks of a property for each object, found once.
-struct WrittenProperty {
-    explicit WrittenProperty(ImmutableProperty const & handle);
+struct WrittenProperty : internal::PropertyView {
+    explicit WrittenProperty(internal::PropertyView const & view);
 
     /// Finds shorter roads to the values in objects of `owner` than that of the storage, if the property is kept in the
     /// way of generated classes.
     void findRoads(internal::ClassDescriptor const & owner);
 
-    ImmutableProperty property;
-    PropertyStorage storage;
-    QualifiedName role; ///< its name, in no namespace
-    std::string defaultText;
-    bool hasDefault;
-    bool isMany; ///< upper bound above 1
-    bool isDataTyped;
-    bool isComposite;
-    bool isExtension; ///< its values stand in `xmi:Extension`
-    bool isNested;    ///< its values become nested elements: composite and not derived
+    QualifiedName attribute; ///< its name, in no namespace
 
     internal::ClassDescriptor const * owner = nullptr;            ///< of whose objects `field` is
     internal::FieldDescriptor const * field = nullptr;            ///< where links are stored
@@ -52,14 +40,16 @@ struct WrittenProperty {
     mutable void const * valueType = nullptr;
     mutable QualifiedName valueTypeName;
 
-    [[nodiscard]] std::string const & getName() const noexcept { return role.getName(); }
+    /// Whether its values stand in `xmi:Extension`.
+    [[nodiscard]] bool isExtension() const noexcept { return persistence == PersistenceKind::Extension; }
 };
 
 /// The properties of a metaclass that are written, by the form in which they are.
 struct PropertyPartition {
-    PropertyPartition(ImmutableClass const & handle, internal::ClassDescriptor const & descriptor);
+    PropertyPartition(std::shared_ptr<internal::MetaClassView const> view,
+                      internal::ClassDescriptor const & descriptor);
 
-    ImmutableClass metaClass;
+    std::shared_ptr<internal::MetaClassView const> view;
     QualifiedName type;                                ///< the metaclass in its metamodel
     std::vector<WrittenProperty const *> singleValues; ///< attributes; "name" goes first
     std::vector<WrittenProperty const *> multiValues;
@@ -80,7 +70,7 @@ public:
 private:
     [[nodiscard]] std::unique_ptr<PropertyPartition> makePartition(internal::ClassDescriptor const & descriptor,
                                                                    ImmutableClass const & metaClass);
-    [[nodiscard]] WrittenProperty * enter(ImmutableProperty const & property);
+    [[nodiscard]] WrittenProperty * enter(internal::PropertyView const & property);
 
     std::unordered_map<internal::ClassDescriptor const *, std::unique_ptr<PropertyPartition>> fPartitions;
     internal::ClassDescriptor const * fLast = nullptr; ///< the class asked for last, and its partition

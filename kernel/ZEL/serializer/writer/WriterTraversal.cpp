@@ -237,7 +237,7 @@ void WriterTraversal::generate(Frame & frame, XmiWriter::VisitableGenerator cons
 }
 
 void WriterTraversal::createContextSequence(Frame & frame) {
-    if (frame.property != nullptr && !frame.property->isNested) {
+    if (frame.property != nullptr && !frame.property->isPart()) {
         frame.visitable.skipObject = true;
         return;
     }

@@ -1,0 +1,80 @@
+#include "kernel/ZEL/metamodel/ModelFixture.h"
+
+#include <ZEL/metamodel/Comment.h>
+#include <ZEL/metamodel/MetaClassView.h>
+#include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/Package.h>
+
+namespace ZEL::Test {
+namespace {
+
+using internal::MetaClassView;
+using internal::MetaClassViews;
+using internal::PropertyView;
+using Role = PropertyView::Role;
+
+class MetaClassViewTest : public ModelFixture {};
+
+TEST_F(MetaClassViewTest, KnowsWhatAPropertyIsAndWhereAClassComesFrom) {
+    std::shared_ptr<MetaClassView const> const package = MetaClassView::of(Package::MetaClass());
+    EXPECT_EQ("Package", package->name());
+    EXPECT_EQ(package->properties().size(), static_cast<std::size_t>(Package::MetaClass().getOwnedAttributes().size()));
+    EXPECT_TRUE(package->inheritsFrom(Element::MetaClass().getImplementation()));
+    EXPECT_FALSE(package->inheritsFrom(Comment::MetaClass().getImplementation()));
+    EXPECT_FALSE(package->inheritsFrom(nullptr));
+    EXPECT_FALSE(package->isModel());
+    EXPECT_TRUE(MetaClassView::of(model.getMetaClass())->isModel());
+
+    EXPECT_EQ(nullptr, package->find("nothing"));
+    EXPECT_EQ(package->find("name"), package->find(Role::Name));
+    EXPECT_EQ(Package::MetaClass().getProperty("name"), package->nameProperty());
+    EXPECT_FALSE(MetaClassView::of(Comment::MetaClass())->nameProperty().isValid());
+    EXPECT_TRUE(package->find("id")->isIdentity());
+    EXPECT_TRUE(package->find("modelZEL")->isIdentity() && package->find("modelZEL")->isOfModel);
+    EXPECT_TRUE(package->find("packagedElement")->isPart());
+    EXPECT_TRUE(package->find("ownedElement")->isComposite && !package->find("ownedElement")->isPart());
+    EXPECT_TRUE(package->find("nestingPackage")->isContainer);
+    EXPECT_TRUE(package->find("owner")->isOfContainer);
+    EXPECT_TRUE(package->find("name")->isDataType && !package->find("name")->isMany);
+    EXPECT_RAISES("An Internal Error has occurred", MetaClassView::of(ImmutableClass()));
+}
+
+TEST_F(MetaClassViewTest, IsKeptUntilAMetamodelThatItWasReadFromChangesOrEnds) {
+    Class const metaClass = make<Class>();
+    Property const property = make<Property>();
+    change([&] {
+        property.setName("before");
+        metaClass.getOwnedAttributes().push_back(property);
+    });
+    MetaClassViews run;
+    MetaClassView const & first = run.of(metaClass);
+    EXPECT_EQ(MetaClassView::of(metaClass).get(), &first);
+    change([&] { make<Comment>().setBody("a metamodel may say more of itself"); });
+
+    std::shared_ptr<MetaClassView const> const second = MetaClassView::of(metaClass);
+    EXPECT_NE(nullptr, second->find("before"));
+    open();
+    property.setName("within");
+    EXPECT_NE(nullptr, MetaClassView::of(metaClass)->find("within"));
+    property.setName("after");
+    EXPECT_NE(nullptr, MetaClassView::of(metaClass)->find("after"));
+    model.commitTransaction();
+    EXPECT_EQ(nullptr, MetaClassView::of(metaClass)->find("within"));
+    model.undo();
+    EXPECT_NE(nullptr, MetaClassView::of(metaClass)->find("before"));
+    EXPECT_EQ("before", first.properties().at(0).name) << "who holds a view may go on reading it";
+
+    int const before = Cleanup::numberOfActiveObjects();
+    {
+        MetaModel const other = Factory::createNewModel();
+        other.beginTransaction();
+        Class const otherClass = Factory(other.getFactory()).createClass();
+        other.commitTransaction();
+        static_cast<void>(MetaClassView::of(otherClass));
+    }
+    static_cast<void>(Cleanup::printLeakedObjects(0x7FFFFFFF));
+    EXPECT_EQ(before, Cleanup::numberOfActiveObjects()) << "a view keeps nothing alive";
+}
+
+} // namespace
+} // namespace ZEL::Test

@@ -20,7 +20,7 @@ namespace {
 
 std::string const kEnding = ".html";
 
-/// The printer puts the ending behind the name that it is given.
+/// The printer puts the ending after the name that it is given.
 std::string withoutEnding(std::string const & page) {
     return page.ends_with(kEnding) ? page.substr(0, page.size() - kEnding.size()) : page;
 }
@@ -64,7 +64,7 @@ void writePage(ZEL::Model const & model, std::string const & name, std::string c
 
 void ReportCommand::declare(CLI::App & app) {
     app.add_option("FILE", fFile, "A model file")->required();
-    app.add_option("OUT", fOutput, "The page to write; .html is put behind a name that does not end so")->required();
+    app.add_option("OUT", fOutput, "The page to write; .html is added to a name that does not end so")->required();
     addRoot(app, fSettings);
 }
 

@@ -53,9 +53,13 @@ TEST_F(Terminal, LongWorkIsTold) {
 }
 
 TEST_F(Terminal, ShortWorkIsNot) {
+    auto const start = std::chrono::steady_clock::now();
     Outcome const run = LiveRun("zel info library.xmi", folder.path("")).finish();
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(run.error, "");
+    // On a machine with much to do it may not be short.
+    if (std::chrono::steady_clock::now() - start < std::chrono::seconds(1)) {
+        EXPECT_EQ(run.error, "");
+    }
 }
 
 TEST_F(Terminal, OfTwoWritersOfOneFileTheSecondIsRefused) {

@@ -30,7 +30,7 @@ ContextSequence ImplicitTypeReadTransforms::complete(Context const & context) {
     if (context.isElement()) {
         completeElement(result);
     } else if (!fPaths.empty() && !fPaths.back().empty()) {
-        // An attribute stands behind its element.
+        // An attribute stands after its element.
         Element const & element = fPaths.back().back();
         if (context.getParentRole() == element.role && context.getParentType() == element.type) {
             result.setParentRole(element.newRole);

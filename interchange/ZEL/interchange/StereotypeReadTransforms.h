@@ -10,7 +10,7 @@ namespace ZEL::Interchange {
 /// Reading of stereotypes that no registered metamodel has: each becomes an instance of `Foreign::StereotypeApplication`,
 /// with its names and values as texts.
 ///
-/// Such elements stand behind the model or at its end. The annotations that Eclipse puts on elements are read alike. Values
+/// Such elements stand after the model or at its end. The annotations that Eclipse puts on elements are read alike. Values
 /// in the form of elements are left out, and so is what MagicDraw says of its diagrams and libraries. The metamodel of the
 /// instances must be registered, or nothing happens. Serves one run.
 class ZEL_API StereotypeReadTransforms : public Serializer::Transformer {

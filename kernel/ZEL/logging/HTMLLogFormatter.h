@@ -8,7 +8,7 @@
 
 namespace ZEL {
 
-/// Makes each record a row of the table in an XHTML report, and gives what stands before and behind the rows.
+/// Makes each record a row of the table in an XHTML report, and returns what stands before and after the rows.
 ///
 /// A message goes into the row as it is: markup in it is markup of the report.
 class ZEL_API HTMLLogFormatter : public Quillon::System::SimpleFormatter {

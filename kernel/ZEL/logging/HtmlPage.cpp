@@ -11,7 +11,7 @@ constexpr char beforeNamespace[] = R"html(<?xml version="1.0" encoding="utf-8"?>
 PUBLIC "-//W3C//DTD XHTML 1.0 Transitional//EN" "http://www.w3.org/TR/xhtml1/DTD/xhtml1-transitional.dtd">
 <html xmlns=")html";
 
-// The tab behind the third closing brace belongs to the pages.
+// The tab after the third closing brace belongs to the pages.
 constexpr char scriptText[] = R"html(<script type="text/javascript" language="JavaScript">
 <!--
 function initialize() {

@@ -17,7 +17,7 @@ namespace ZEL::internal {
 
 namespace {
 
-/// The part of a property's key behind "ZEL.X::".
+/// The part of a property's key after "ZEL.X::".
 std::string_view keyTail(PropertyDescriptor const & property) {
     std::string_view const key(property.key);
     return key.substr(key.find("::") + 2);

@@ -16,7 +16,7 @@ namespace ZEL::NSInterface {
 
 namespace {
 
-/// The name behind those of the package and of all packages around it. Packages may be nested deeply. Containments of a
+/// The name after those of the package and of all packages around it. Packages may be nested deeply. Containments of a
 /// deviant and of the root can have combined to a ring; `mark` follows in jumps of doubling length and ends the walk.
 String joinedName(Package owner, String const & separator, String const & name) {
     std::vector<std::string> names{name.str()};

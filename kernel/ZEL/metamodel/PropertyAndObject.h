@@ -4,7 +4,7 @@
 
 namespace ZEL {
 
-/// One property of one object, named at compile time: what the generated `P_()` operations give.
+/// One property of one object, named at compile time: what the generated `P_()` operations return.
 ///
 /// `Tag` names the property and the types of its values; `H` is the handle class of the object. A plain pair for
 /// application code that treats properties alike without giving up their types. Every operation raises the NULL text on

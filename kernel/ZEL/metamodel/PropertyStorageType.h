@@ -4,7 +4,7 @@
 
 namespace ZEL {
 
-/// The type of `PropertyStorage` handles. They have no text form: every text gives a null handle, and every handle the
+/// The type of `PropertyStorage` handles. They have no text form: every text makes a null handle, and every handle the
 /// empty text.
 class ZEL_API PropertyStorageType final : public internal::TypeInfoBase<PropertyStorageType> {
 public:

@@ -88,7 +88,7 @@ public:
     [[nodiscard]] bool isParentOf(Context const & other) const noexcept {
         return (!fRole.isEmpty() || !fType.isEmpty()) && fRole == other.fParentRole && fType == other.fParentType;
     }
-    /// How deep an element that a rule gives lies among those of its sequence, from 1 on, where the names of recurring
+    /// How deep an element that a rule returns lies among those of its sequence, from 1 on, where the names of recurring
     /// elements would not tell; 0 where they do. A parent's depth is one less.
     [[nodiscard]] std::size_t getDepth() const noexcept { return fDepth; }
     void setDepth(std::size_t depth) noexcept { fDepth = static_cast<std::uint32_t>(depth); }

@@ -31,7 +31,7 @@ public:
         put(std::move(context));
     }
 
-    /// A Context that a rule gave.
+    /// A Context that a rule returned.
     void emit(Context && context) {
         Context const * const seen = seenLike(context);
         if (seen == nullptr) {

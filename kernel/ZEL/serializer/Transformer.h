@@ -22,8 +22,8 @@ struct Reference;
 /// A set of rules over Contexts: each dialect of XMI is a subclass, and a caller can add his own to a reader or writer.
 ///
 /// A rule is a pattern and a function; for each Context the function of the rule that fits best, of equals the one
-/// added last, gives what takes its place. A rule with an empty pattern beats all others. To leave a Context alone a
-/// rule gives it back; to leave it out with all that lies below it, a copy with the skip state set. A rule may add and
+/// added last, returns what takes its place. A rule with an empty pattern beats all others. To leave a Context alone a
+/// rule returns it; to leave it out with all that lies below it, a copy with the skip state set. A rule may add and
 /// remove rules: they count from the next Context on. Besides rules there are three hooks, which only the reader calls.
 /// A Transformer registers its rules in its constructor and serves one run. Rules that call members of the Transformer
 /// itself forbid copying it, since the copies' rules would still call the first one.
@@ -38,10 +38,10 @@ public:
     Transformer & operator=(Transformer const & other);
     virtual ~Transformer();
 
-    /// Rewrites: what no rule fits passes through. A Context that a rule gives overwrites an equal earlier one, in its
+    /// Rewrites: what no rule fits passes through. A Context that a rule returns overwrites an equal earlier one, in its
     /// place, unless that one has the skip state, which drops the new one.
     [[nodiscard]] ContextSequence apply(ContextSequence sequence);
-    /// Generates what comes before an object: only what rules give comes out.
+    /// Generates what comes before an object: only what rules return comes out.
     [[nodiscard]] ContextSequence preApply(ContextSequence const & sequence);
     /// Generates what comes behind an object.
     [[nodiscard]] ContextSequence postApply(ContextSequence const & sequence);

@@ -18,7 +18,7 @@ namespace ZEL::Serializer {
 class Transformer;
 struct Reference;
 
-/// The Transformers of a run, in order; each takes what the one before it gave.
+/// The Transformers of a run, in order; each takes what the one before it returned.
 ///
 /// Owns what it holds: a Transformer given by raw pointer is deleted when it is removed or the registry is cleared.
 /// Give a shared pointer to keep it. One Transformer must not be given by raw pointer to two registries. Rules and hooks

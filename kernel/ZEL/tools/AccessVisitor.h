@@ -8,7 +8,7 @@ namespace ZEL {
 class ValueObject;
 
 /// What is done with the parts of a model as reflection sees them, through handles for writing; see
-/// `ImmutableAccessVisitor`. Each operation gives true to go on.
+/// `ImmutableAccessVisitor`. Each operation returns true to go on.
 class ZEL_API AccessVisitor {
 public:
     AccessVisitor() = default;

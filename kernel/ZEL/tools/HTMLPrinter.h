@@ -36,7 +36,7 @@ public:
     HTMLPrinter(HTMLPrinter const &) = delete;
     HTMLPrinter & operator=(HTMLPrinter const &) = delete;
 
-    /// Writes the page `fileName`.html, in place of an earlier one, and gives its path. Raises if the element is invalid,
+    /// Writes the page `fileName`.html, in place of an earlier one, and returns its path. Raises if the element is invalid,
     /// if an object was printed before or is contained twice, and if the file cannot be made or written; the file is then
     /// left as far as it was written.
     virtual std::string print(ImmutableClassObject element, std::string fileName);

@@ -8,7 +8,7 @@ namespace ZEL {
 class ImmutableValueObject;
 
 /// What is done with the parts of a model as reflection sees them: objects and values, whatever their metaclass, and the
-/// properties of an object. Each operation gives true to go on.
+/// properties of an object. Each operation returns true to go on.
 class ZEL_API ImmutableAccessVisitor {
 public:
     ImmutableAccessVisitor() = default;

@@ -52,7 +52,7 @@ public:
     void createNameStringAndSet(ClassObject const & object, ImmutableProperty const & property) const;
 
 protected:
-    /// Fills the tree below `parent`; gives the last object made directly below it, or `parent` if `depth` is below 1.
+    /// Fills the tree below `parent`; returns the last object made directly below it, or `parent` if `depth` is below 1.
     ClassObject createRandomModelComposition(ClassObject const & parent, int depth, int breadth);
     void createRandomModelAssociation(int count);
     /// Sets or adds a value of the property's type; an object is filled further. Gives the object, an invalid handle for a

@@ -218,7 +218,7 @@ HASP::Uri ObjectContexts::linkTo(HASP::Uri const & target) const {
 std::string ObjectContexts::idOf(ImmutableClassObject const & object) {
     internal::BodyCore const & body = *object.getImplementation()->internal_body();
     internal::ModelCore const * const model = body.internal_model();
-    // A model's own id has no number behind it, though its last part may look like one.
+    // A model's own id has no number after it, though its last part may look like one.
     if (model == nullptr || static_cast<internal::BodyCore const *>(model) == &body) {
         return plainIdOf(object);
     }

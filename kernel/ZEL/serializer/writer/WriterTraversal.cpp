@@ -13,7 +13,7 @@ using HASP::XmlConstants;
 
 namespace {
 
-/// The properties to descend into, with the one behind them that leads to the stereotype instances.
+/// The properties to descend into, with the one after them that leads to the stereotype instances.
 ImmutableSequence<ImmutableProperty> withStereotypes(PropertyPartition const & partition) {
     if (!partition.appliedStereotypeInstance.isValid()) {
         return partition.visitableProperties;
@@ -137,7 +137,7 @@ void WriterTraversal::runElement(Frame & frame) {
     if (fIsPlain && !fIsWriting) {
         return;
     }
-    // The rules that generate what comes behind the object look at what it was before any rule.
+    // The rules that generate what comes after the object look at what it was before any rule.
     ContextSequence applied =
         fTransformers.apply(fIsPlain ? std::move(frame.sequence) : ContextSequence(frame.sequence));
     Context * const element = elementOf(applied);

@@ -96,7 +96,7 @@ private:
     void runNextProperty(Frame & frame);
     void runBehind(Frame & frame);
 
-    /// Makes what a caller's generator gives the children at hand.
+    /// Makes what a caller's generator returns the children at hand.
     void generate(Frame & frame, XmiWriter::VisitableGenerator const & generator);
     /// Tells a caller's generator of the place of the object itself.
     void showOwnPlace(Frame & frame) const;

@@ -25,7 +25,7 @@ class XmiWriterImpl;
 /// Writes a model, or one object with all that it contains, as an XMI 2.1 file.
 ///
 /// A handle: copies share one writer. It may run many times, one run at a time; settings and generators stay,
-/// Transformers given by the caller last for one run. The file is written under the name with "~" behind it first and
+/// Transformers given by the caller last for one run. The file is written under the name with "~" after it first and
 /// takes the place of an earlier file only when it is whole, as a `SafeFile`, so that a run that fails leaves the
 /// earlier file as it was. Objects without a container (`unparented`) and derived properties are not written, nor values equal to their
 /// default.
@@ -55,14 +55,14 @@ public:
     bool write(ImmutableModel const & model);
     /// Writes the object and what it contains. Only a file made of a model can be read back as such.
     bool writeObject(std::string const & file, ImmutableObject const & object);
-    /// Why the last of these operations gave false, in the system's words: "No space left on device". Empty otherwise.
+    /// Why the last of these operations returned false, in the system's words: "No space left on device". Empty otherwise.
     [[nodiscard]] std::string const & failureReason() const;
-    /// The file that has the whole document after one of these operations gave false because it could be copied to its
+    /// The file that has the whole document after one of these operations returned false because it could be copied to its
     /// place in part only, so that there is no other one. Empty otherwise.
     [[nodiscard]] std::string const & keptFile() const;
 
     /// The Transformer stands ahead of the dialect's own and goes after the next run; given by raw pointer, it is deleted
-    /// then. What it generates before or behind an object is input to the dialect's rules, which drop what they do not
+    /// then. What it generates before or after an object is input to the dialect's rules, which drop what they do not
     /// match; if it has no rules for that, the dialect generates as without it.
     void addTransformer(Transformer * transformer);
     void addTransformer(std::shared_ptr<Transformer> transformer);
@@ -73,7 +73,7 @@ public:
     void setPreVisitableGenerator(VisitableGenerator generator);
     /// Called for each property to descend into; the property's values by default.
     void setVisitableGenerator(VisitableGenerator generator);
-    /// Visited behind an object's element; by default the collected stereotype instances, behind the top element.
+    /// Visited after an object's element; by default the collected stereotype instances, after the top element.
     void setPostVisitableGenerator(VisitableGenerator generator);
 
 private:

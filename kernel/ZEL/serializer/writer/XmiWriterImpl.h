@@ -24,7 +24,7 @@ public:
 
     TransformerRegistry transformers;
     WriterFunctions functions;
-    std::string failureReason; ///< why the last run gave false
+    std::string failureReason; ///< why the last run returned false
     std::string keptFile;      ///< where the last run left the whole document because its file could not take all of it
 
 private:

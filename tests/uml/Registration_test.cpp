@@ -1,11 +1,16 @@
 // How UML and its profiles come and go in one process.
 
+#include "host/TemporaryFolder.h"
+
 #include <ZEL/base/Cleanup.h>
 #include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/FactoryRegistry.h>
+#include <ZEL/metamodel/MetaModel.h>
 #include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/NamespaceRegistry.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
 #include <ZEL/values/TypeInfoRegistry.h>
 
 #include <NumericTypes/MetaModelRegistration.h>
@@ -69,6 +74,21 @@ TEST_F(UmlRegistration, AProfileComesWithWhatItBuildsOnAndHasNoModels) {
     }
     EXPECT_EQ(ZEL::NamespaceRegistry::instance()->getMetaUri("NumericTypes"),
               "http://www.quillon.example/schemas/NumericTypes.xmi");
+}
+
+// Their models have no file, so the links between them and to the built-in metamodel stay whole and are found again. What
+// an end in those would have to take up is refused: a read writes to no model but its own.
+TEST_F(UmlRegistration, LinksOfWhatDescribesThemAreFoundAgain) {
+    NumericTypes::registerMetaModel();
+    TemporaryFolder const folder;
+    std::string const path = folder.path("m.xmi");
+    for (ZEL::ImmutableMetaModel const & metaModel : {getMetaModel(), NumericTypes::getMetaModel()}) {
+        ASSERT_TRUE(ZEL::Serializer::XmiWriter().writeObject(path, metaModel));
+        ZEL::Serializer::XmiReader reader;
+        ASSERT_TRUE(reader.read(path).isValid());
+        EXPECT_TRUE(reader.report().unresolvedReferences().empty()) << metaModel.getUri().str();
+        EXPECT_TRUE(reader.report().unreadFiles().empty()) << metaModel.getUri().str();
+    }
 }
 
 TEST_F(UmlRegistration, LeavesTheBuiltInMetamodelAndTheRegistriesAsTheyWere) {

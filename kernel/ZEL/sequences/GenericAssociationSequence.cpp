@@ -67,7 +67,7 @@ void GenericAssociationSequence::generic_push_front(Deviant deviant, Ref element
 }
 
 void GenericAssociationSequence::generic_replace(Deviant deviant, int index, Ref element) {
-    // A unique sequence does not take what it holds already, be it there or at another place: all links stay too.
+    // A unique sequence refuses what it holds already, at this index or at another: then all links stay as well.
     bool const isTaken = !fWrapped->generic_isUnique() || fWrapped->generic_indexOf(deviant, element) < 0;
     if (isTaken && fWrapped->generic_accepts(deviant, element)) {
         leaves(fWrapped->generic_at(deviant, index));

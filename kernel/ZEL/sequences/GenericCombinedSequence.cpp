@@ -122,7 +122,7 @@ char const * GenericCombinedSequence::generic_getOrcaName(bool, bool, char const
 
 int GenericCombinedSequence::generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
                                            int number) const {
-    // A caller must not be told only halfway through that this is no way.
+    // The caller must learn before the first element, not halfway through, that this cannot be done.
     for (auto const & subSequence : fSubSequences) {
         if (subSequence->generic_fetch(deviant, 0, bodies, 0) < 0) {
             return -1;
@@ -218,7 +218,7 @@ void GenericCombinedSequence::generic_pop_front(Deviant deviant) {
     }
     int index = 0;
     if (isEmptyAt(deviant, 0)) {
-        // A sub-sequence is passed over unless it has more elements than its own number. Clients know it so.
+        // A sub-sequence is passed over unless it has more elements than its own number. Clients rely on it.
         index = 1;
         while (index < count() && index >= sub(index).generic_size(deviant)) {
             ++index;

@@ -8,10 +8,10 @@
 
 namespace ZEL::Generic::combined_sequence_internal {
 
-/// The elements of several filtered sequences one behind the other: a derived union.
+/// The elements of several filtered sequences one after the other: a derived union.
 ///
-/// A pushed element goes to the first of them that takes it. There is no inserting and replacing, since a place between
-/// two sequences belongs to neither. An index beyond the end raises "An Internal Error has occurred".
+/// A pushed element goes to the first of them that takes it. Elements cannot be inserted or replaced, since a place between
+/// two sequences belongs to neither. An index beyond the end throws "An Internal Error has occurred".
 class ZEL_API GenericCombinedSequence final : public SequenceProxy {
 public:
     using SubSequence = filtered_sequence_internal::GenericFilteredSequence;
@@ -57,7 +57,7 @@ private:
     [[nodiscard]] int count() const noexcept { return static_cast<int>(fSubSequences.size()); }
     [[nodiscard]] SubSequence & sub(int index) const { return *fSubSequences[static_cast<std::size_t>(index)]; }
     [[nodiscard]] bool isEmptyAt(Deviant deviant, int index) const;
-    /// Finds positions without a walk; the others are stepped through by iterators of their own.
+    /// Finds positions without a walk; the others are stepped through with their own iterators.
     [[nodiscard]] bool isCounted(int index) const { return sub(index).generic_isRandomAccess(); }
     /// The first sub-sequence that takes the element, or -1.
     [[nodiscard]] int get_sub_sequence(Ref const & element) const;
@@ -90,7 +90,7 @@ private:
     Iterator(Iterator const & other);
 
     [[nodiscard]] bool isEndOfSub(Deviant deviant) const;
-    /// To the first element of the sub-sequence `sub` or, if it has none, of those behind it.
+    /// To the first element of the sub-sequence `sub` or, if it has none, of those after it.
     void enter(Deviant deviant, int sub);
     /// The iterator of the present sub-sequence, at the present position.
     SubIterator & inner(Deviant deviant) const;

@@ -84,7 +84,7 @@ void GenericDeviantSequence::checkModel() const {
 void GenericDeviantSequence::checkWritable() const {
     checkModel();
     if (fDeviant.isNotNull() && !fDeviant.isWithinTransaction()) {
-        // Raises, with the text for this object; passes where such writes are allowed.
+        // Throws, with the text for this object; passes where such writes are allowed.
         fField->hasTexts() ? static_cast<void>(Texts::write(*this)) : static_cast<void>(Bodies::write(*this));
     }
 }

@@ -1,5 +1,6 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/sequences/GenericFilteredSequence.h>
+#include <ZEL/sequences/OwnIterator.h>
 
 #include <utility>
 
@@ -8,11 +9,7 @@ namespace ZEL::Generic::filtered_sequence_internal {
 namespace {
 
 IteratorIntf const * innerOf(IteratorIntf const * iterator) {
-    auto const * const own = dynamic_cast<GenericFilteredSequence::Iterator const *>(iterator);
-    if (own == nullptr) {
-        raiseAnInternalError();
-    }
-    return own->inner();
+    return ownIterator<GenericFilteredSequence::Iterator>(iterator).inner();
 }
 
 } // namespace

@@ -10,13 +10,13 @@ namespace ZEL::Generic::filtered_sequence_internal {
 /// Shows the elements of another sequence that a filter accepts, perhaps as other elements, and writes through it.
 ///
 /// Elements pass the filter with the deviant of the handle under it. With a pure transform sizes and positions are those
-/// of the sequence under it; else they are found by a walk, so loops use iterators. An index, and a new element, that the
-/// view does not have or take raises "An Internal Error has occurred".
+/// of the sequence under it; else they are found by a walk, so loops use iterators. An index that the view does not have,
+/// and an element that it does not take, throw "An Internal Error has occurred".
 class ZEL_API GenericFilteredSequence final : public SequenceProxy {
 public:
     class Iterator;
 
-    /// Owns the filter's data from here on. Raises the NULL text on a null handle.
+    /// Owns the filter's data from here on. Throws the NULL text on a null handle.
     GenericFilteredSequence(SequenceHandle const & underlying, GenericFilter filter);
     ~GenericFilteredSequence() override;
 
@@ -61,7 +61,7 @@ private:
     [[nodiscard]] Ref checkedFilterSet(Ref shown) const;
     [[nodiscard]] std::unique_ptr<IteratorIntf> wrap(Deviant deviant, std::unique_ptr<IteratorIntf> inner) const;
 
-    // The ends of the sequence under this one move with its writes, also those by other roads. A place that is a plain
+    // The ends of the sequence under this one move with its writes, also those that do not pass through here. A place that is a plain
     // number is compared with the size; for others the ends are made anew with each iterator and each write here.
     [[nodiscard]] bool isAtBegin(Deviant deviant, IteratorIntf const & inner) const;
     [[nodiscard]] bool isAtEnd(Deviant deviant, IteratorIntf const & inner) const;
@@ -77,7 +77,7 @@ private:
 /// Passes over hidden elements in both directions. Holds its sequence.
 class ZEL_API GenericFilteredSequence::Iterator final : public IteratorProxy {
 public:
-    /// Moves `inner` on to the first shown element at or behind it.
+    /// Moves `inner` on to the first shown element at or after it.
     Iterator(Deviant deviant, GenericFilteredSequence const * sequence, std::unique_ptr<IteratorIntf> inner);
 
     [[nodiscard]] Ref current(Deviant deviant) const override;

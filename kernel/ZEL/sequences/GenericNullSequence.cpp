@@ -2,7 +2,7 @@
 
 namespace ZEL::Generic {
 
-// The one object would stand in every list of what is alive.
+// It lives as long as the process and would be in every list of leaked objects.
 GenericNullSequence::GenericNullSequence() { ZEL::internal::leaveOutOfLiveObjects(typeid(GenericNullSequence)); }
 
 GenericNullSequence * GenericNullSequence::getSingleton() {

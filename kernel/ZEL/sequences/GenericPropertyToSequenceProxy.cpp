@@ -1,19 +1,8 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/sequences/GenericPropertyToSequenceProxy.h>
+#include <ZEL/sequences/OwnIterator.h>
 
 namespace ZEL::Generic {
-
-namespace {
-
-GenericPropertyToSequenceIterator const & ownIterator(IteratorIntf const * iterator) {
-    auto const * const own = dynamic_cast<GenericPropertyToSequenceIterator const *>(iterator);
-    if (own == nullptr) {
-        raiseAnInternalError();
-    }
-    return *own;
-}
-
-} // namespace
 
 std::unique_ptr<IteratorIntf> GenericPropertyToSequenceProxy::iterator(bool isEnd) const {
     return std::make_unique<GenericPropertyToSequenceIterator>(fObject, fMethods, isEnd);
@@ -48,7 +37,7 @@ int GenericPropertyToSequenceProxy::generic_size(Deviant deviant) const {
 }
 
 bool GenericPropertyToSequenceProxy::generic_contains(Deviant deviant, Ref element) const {
-    // Presence alone decides; this is meant, see the class.
+    // Presence alone decides: on purpose, see the class.
     return generic_at(deviant, 0).isNull() == element.isNull();
 }
 
@@ -97,7 +86,7 @@ std::unique_ptr<IteratorIntf> GenericPropertyToSequenceProxy::generic_erase(Devi
 
 std::unique_ptr<IteratorIntf> GenericPropertyToSequenceProxy::generic_erase(Deviant deviant,
                                                                             IteratorIntf const * where) {
-    if (ownIterator(where).isEnd()) {
+    if (ownIterator<GenericPropertyToSequenceIterator>(where).isEnd()) {
         raiseAnInternalError();
     }
     fMethods->remove(object(), deviant);

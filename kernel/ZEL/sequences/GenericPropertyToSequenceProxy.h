@@ -10,14 +10,14 @@ namespace ZEL::Generic {
 
 /// Shows a single-valued property of an object as a sequence of its one value, or of none.
 ///
-/// Adding sets the value, so an existing one is replaced, and every form of erasing removes it. Two answers are wider
+/// Adding sets the value, so an existing one is replaced, and every form of erasing removes it. Two operations are laxer
 /// than one expects, on purpose: `generic_contains` compares presence only, not the elements, and `generic_replace`
-/// takes any index. An index that does not fit raises "for at i cannot be anything but 0" or "Cannot add elements.".
+/// takes any index. An index that does not fit throws "for at i cannot be anything but 0" or "Cannot add elements.".
 class ZEL_API GenericPropertyToSequenceProxy : public SequenceProxy {
 public:
     using ObjectHandle = RefBase<NSInterface::ClassObjectIntf *>;
 
-    /// `methods` must outlive the sequence. With a `fixed` that is not 0 clearing does nothing.
+    /// `methods` must outlive the sequence. With a `fixed` other than 0, clearing does nothing.
     GenericPropertyToSequenceProxy(ObjectHandle object, PropertyToSequenceMethods const * methods, int fixed)
         : fObject(std::move(object)), fMethods(methods), fFixed(fixed) {}
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/base/Exception.h>
 #include <ZEL/sequences/IndexChecks.h>
+#include <ZEL/sequences/OwnIterator.h>
 #include <ZEL/sequences/SequenceIntf.h>
 
 #include <cstddef>
@@ -81,11 +81,7 @@ protected:
     void checkWritable() const noexcept {}
     /// Of an iterator of this kind; throws "An Internal Error has occurred" for another.
     [[nodiscard]] int positionOf(IteratorIntf const * iterator) const {
-        auto const * const own = dynamic_cast<typename Kind::Iterator const *>(iterator);
-        if (own == nullptr) {
-            raiseAnInternalError();
-        }
-        return own->position();
+        return ownIterator<typename Kind::Iterator>(iterator).position();
     }
     /// Erases a range that is there, and not empty.
     void eraseRange(int begin, int end) {

@@ -79,7 +79,7 @@ void ListQImplForRefs::eraseAt(int index) {
 void ListQImplForRefs::eraseRange(int begin, int end) {
     auto const place = static_cast<std::size_t>(begin);
     for (int i = begin; i < end; ++i) {
-        // A count is taken here, not given back: this is meant, see the class.
+        // A count is taken here, not given back: on purpose, see the class.
         fToInterface(bodyAt(place))->incRef();
         fList.erase(place);
     }
@@ -142,7 +142,7 @@ void ListQImplForRefs::generic_replace(Deviant, int index, Ref element) {
         body->incRef();
     }
     void const * const old = fList[place];
-    fList.set(place, body); // without a count: this is meant, see the class
+    fList.set(place, body); // without a count: on purpose, see the class
     giveBack(old);
 }
 

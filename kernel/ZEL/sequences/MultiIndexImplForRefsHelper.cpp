@@ -20,11 +20,11 @@ void MultiIndexImplForRefsHelper::renumberFrom(std::size_t index) const {
 }
 
 int MultiIndexImplForRefsHelper::positionOf(IteratorIntf const * iterator) const {
-    auto const * const own = dynamic_cast<Iterator const *>(iterator);
-    if (own == nullptr || own->fStorage != this) {
+    auto const & own = ownIterator<Iterator>(iterator);
+    if (own.fStorage != this) {
         raiseAnInternalError();
     }
-    return own->position();
+    return own.position();
 }
 
 MultiIndexImplForRefsHelper::Node const & MultiIndexImplForRefsHelper::insertNode(int index, Ref const & element) {

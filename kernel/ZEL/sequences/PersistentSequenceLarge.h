@@ -11,7 +11,7 @@ namespace ZEL::internal {
 /// The storage of a `PersistentSequence` of many elements. Two trees: one from a label, a number that grows along the
 /// sequence, to the element, and one from the element back to its label. So the position of an element is found without
 /// a walk over the others. A new element gets a label between those of its neighbours; where no number is left between
-/// them, the elements around are given new labels, as few as will do.
+/// them, the elements around it get new labels, as few as will do.
 ///
 /// Elements are addresses as numbers. Copying costs two counters. Every operation that may fail leaves the sequence as
 /// it was if it does.

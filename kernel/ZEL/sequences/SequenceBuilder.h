@@ -36,7 +36,7 @@ struct SequenceBuilder {
     bool aIsUnique = false;
     bool referenceCounted = true; ///< else nobody owns the new storage: it is the caller's
 
-    /// Raises "cannot use GLIST and aIsUnique together" and "unknown sequence implementation requested".
+    /// Throws "cannot use GLIST and aIsUnique together" and "unknown sequence implementation requested".
     template <class T> [[nodiscard]] Sequence<T> create() const;
 
 private:

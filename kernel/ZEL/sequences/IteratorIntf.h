@@ -11,8 +11,8 @@ namespace ZEL::Generic {
 
 /// A place in a sequence without the type of its elements. Made by the sequence, owned by whoever asked for it.
 ///
-/// It need not be told of writes to the sequence, and its end is not guarded: reading there raises what the sequence
-/// raises for such an index.
+/// It need not be told of writes to the sequence, and its end is not guarded: reading there throws what the sequence
+/// throws for such an index.
 class ZEL_API IteratorIntf : public ReferenceCountingIntf {
 public:
     /// Answer of `position` when the place is no plain number.
@@ -30,7 +30,7 @@ public:
     [[nodiscard]] virtual std::unique_ptr<IteratorIntf> clone() const = 0;
     [[nodiscard]] virtual bool equal(IteratorIntf const * other) const = 0;
 
-    /// The index at which `generic_at` of the sequence gives the current element, or `kNoPosition`.
+    /// The index at which `generic_at` of the sequence returns the current element, or `kNoPosition`.
     [[nodiscard]] virtual int position() const;
 };
 

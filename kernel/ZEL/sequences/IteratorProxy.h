@@ -11,9 +11,9 @@ namespace ZEL::Generic {
 /// `std::unique_ptr`; the count serves those who share one.
 class ZEL_API IteratorProxy : public IteratorIntf, public internal::ShortLived {
 public:
-    /// Raises "An Internal Error has occurred" on a negative count.
+    /// Throws "An Internal Error has occurred" on a negative count.
     void incRef() override;
-    /// Deletes the iterator at 0; raises "An Internal Error has occurred" below it.
+    /// Deletes the iterator at 0; throws "An Internal Error has occurred" below it.
     void decRef() override;
 
 protected:

@@ -12,7 +12,7 @@ namespace ZEL::Generic {
 
 /// Access to one single-valued property through the operations of the class that declares it: a constant per property.
 ///
-/// A member may be null. Calling one that is null, a null object, and an object that is not of the declaring class raise
+/// A member may be null. Calling one that is null, a null object, and an object that is not of the declaring class throw
 /// "An Internal Error has occurred". Values are converted between `Ref` and the property's type.
 struct ZEL_API PropertyToSequenceMethods {
     // Each is called with the address of the object's part of the declaring class.
@@ -37,7 +37,7 @@ struct ZEL_API PropertyToSequenceMethods {
     void removeEndOnly(NSInterface::ObjectIntf * object, Deviant deviant) const;
     [[nodiscard]] Ref get(NSInterface::ObjectIntf * object, Deviant deviant) const;
 
-    /// The table of a property of type `V` that interface `I` declares; `nullptr` for an operation that there is not.
+    /// The table of a property of type `V` that interface `I` declares; `nullptr` for an operation that does not exist.
     template <class I, class V, auto Has, auto Get, auto Set, auto SetOnly, auto Remove, auto RemoveOnly>
     [[nodiscard]] static constexpr PropertyToSequenceMethods of() noexcept {
         return {setter<I, V, Set>(),      setter<I, V, SetOnly>(), asker<I, Has>(), remover<I, Remove>(),

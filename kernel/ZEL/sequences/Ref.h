@@ -54,7 +54,7 @@ public:
         return *this;
     }
 
-    /// Holds a count on `body`. A null body gives a null `Ref`.
+    /// Holds a count on `body`. For a null body it returns a null `Ref`.
     [[nodiscard]] static Ref ofBody(NSInterface::ObjectIntf * body, Deviant deviant);
     /// Holds no count: the body must be kept alive by something else.
     [[nodiscard]] static Ref ofStoredBody(NSInterface::ObjectIntf * body, Deviant deviant) noexcept {

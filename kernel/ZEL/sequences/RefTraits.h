@@ -67,7 +67,7 @@ template <BodyElement T> struct RefTraits<T> {
     [[nodiscard]] static Ref toRef(T const & handle) {
         return Ref::ofBody(handle.getImplementationWithoutAssert(), handle.getDeviant());
     }
-    /// A null handle for a null `Ref`. Raises "An Internal Error has occurred" for an element of another class.
+    /// A null handle for a null `Ref`. Throws "An Internal Error has occurred" for an element of another class.
     [[nodiscard]] static T fromRef(Ref const & ref) {
         if (ref.isValue()) [[unlikely]] {
             return fromRef(ref.boxed());
@@ -101,7 +101,7 @@ private:
 template <class V>
 requires(!BodyElement<V>) struct RefTraits<V> {
     [[nodiscard]] static Ref toRef(V const & value) { return Ref::ofValue(value, Deviant()); }
-    /// A default value for a null `Ref`. Raises "An Internal Error has occurred" for an element that is not a value, and
+    /// A default value for a null `Ref`. Throws "An Internal Error has occurred" for an element that is not a value, and
     /// as `V` does when it is made of a value object of another type.
     [[nodiscard]] static V fromRef(Ref const & ref) {
         if (ref.isNull()) {

@@ -14,10 +14,10 @@ namespace ZEL {
 
 /// Handle on the values of a multi-valued property, a derived list or a query result, for reading.
 ///
-/// `T` is a handle or value class. The body behind it holds elements without their type, so one body may be seen as a
+/// `T` is a handle or value class. The body under it holds elements without their type, so one body may be seen as a
 /// sequence of any class that its elements have: handles on sequences of derived and writing handles convert implicitly,
-/// others by an explicit constructor, and an element that is not of the asked class raises "An Internal Error has
-/// occurred" when it is read. Elements come with the deviant of this handle.
+/// others by an explicit constructor, and reading an element of another class throws "An Internal Error has
+/// occurred". Elements come with the deviant of this handle.
 template <class T> class ImmutableSequence : public Generic::SequenceHandle {
 public:
     using value_type = T;
@@ -35,12 +35,12 @@ public:
         ImmutableSequence(ImmutableSequence<U> const & other)
         : SequenceHandle(other) {}
 
-    /// Raises "sequence index must be positive" or "sequence index out of bounds".
+    /// Throws "sequence index must be positive" or "sequence index out of bounds".
     [[nodiscard]] T at(int index) const { return fromRef(body().generic_at(getDeviant(), index)); }
     [[nodiscard]] T operator[](int index) const { return at(index); }
-    /// Raises "sequence is empty".
+    /// Throws "sequence is empty".
     [[nodiscard]] T front() const { return fromRef(body().generic_front(getDeviant())); }
-    /// Raises "sequence is empty".
+    /// Throws "sequence is empty".
     [[nodiscard]] T back() const { return fromRef(body().generic_back(getDeviant())); }
 
     [[nodiscard]] const_iterator begin() const {
@@ -81,8 +81,8 @@ protected:
 
 /// Handle on a sequence that also writes. Its constness says nothing of the sequence, as with all handles.
 ///
-/// Every write to the property of a model object needs an open transaction, raises if there is none, and is seen by all
-/// handles on the same object and deviant. An element that the sequence cannot hold raises "An Internal Error has
+/// Every write to the property of a model object needs an open transaction, throws if there is none, and is seen by all
+/// handles on the same object and deviant. An element that the sequence cannot hold throws "An Internal Error has
 /// occurred" before anything is written.
 template <class T> class Sequence : public ImmutableSequence<T> {
 public:
@@ -94,7 +94,7 @@ public:
     template <std::derived_from<Generic::SequenceIntf> Body>
     Sequence(std::unique_ptr<Body> body, Deviant deviant) : ImmutableSequence<T>(std::move(body), deviant) {}
 
-    // Not from `ImmutableSequence`: what was given for reading is not for writing.
+    // Not from `ImmutableSequence`: what was handed out for reading is not for writing.
     template <class U>
     requires(!std::same_as<T, U>) explicit(!std::is_convertible_v<U, T>) Sequence(Sequence<U> const & other)
         : ImmutableSequence<T>(static_cast<ImmutableSequence<U> const &>(other)) {}
@@ -118,9 +118,9 @@ public:
     bool remove(T const & element) const { return body().generic_eraseElement(deviant(), toRef(element)); }
     /// Nothing, if the sequence is unique and holds `element` at another place.
     void replace(int index, T const & element) const { body().generic_replace(deviant(), index, toRef(element)); }
-    /// Raises "sequence is empty".
+    /// Throws "sequence is empty".
     void pop_back() const { body().generic_pop_back(deviant()); }
-    /// Raises "sequence is empty".
+    /// Throws "sequence is empty".
     void pop_front() const { body().generic_pop_front(deviant()); }
     void clear() const { body().generic_clear(deviant()); }
 

@@ -7,7 +7,7 @@ namespace ZEL::Generic {
 
 /// A place in a sequence, as the typed iterators hold it: a plain index where the sequence is quick at that, else an
 /// iterator of the sequence's own. Holds the sequence, so it may outlive the handle that it came from. A default
-/// one has none: reading it, or writing at it, raises the NULL text.
+/// one has none: reading it, or writing at it, throws the NULL text.
 class ZEL_API SequenceCursor {
 public:
     SequenceCursor() noexcept = default;

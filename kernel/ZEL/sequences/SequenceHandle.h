@@ -12,7 +12,7 @@ namespace ZEL::Generic {
 /// What the handles on sequences are without the type of their elements: a counted body and the deviant that is passed
 /// to each of its operations.
 ///
-/// Copies are handles on the same body. All but `isValid` and the plain accessors raise "Cannot access NULL ref. Use
+/// Copies are handles on the same body. All but `isValid` and the plain accessors throw "Cannot access NULL ref. Use
 /// isValid() before calling methods" on a null handle.
 class ZEL_API SequenceHandle {
 public:

@@ -16,7 +16,7 @@ namespace ZEL::Generic {
 /// operation takes the deviant in which the content is asked for; each element goes out with that deviant. The counting
 /// operations of this class are empty: a storage is owned by what contains it. Views count (`SequenceProxy`).
 ///
-/// Raised by storages, and through them by views: "sequence index must be positive" for a negative index, "sequence index
+/// Thrown by storages, and through them by views: "sequence index must be positive" for a negative index, "sequence index
 /// out of bounds" for one at or, on insertion, beyond the size, "sequence is empty". A failed operation leaves the
 /// sequence unchanged. A unique sequence ignores an element that it already holds, without a failure.
 class ZEL_API SequenceIntf : public ReferenceCountingIntf {
@@ -51,12 +51,12 @@ public:
     [[nodiscard]] virtual char const * generic_getOrcaName(bool immutableSequence, bool immutableElement,
                                                            char const * fallback) const = 0;
 
-    // --- short cuts; the defaults do the same by way of the operations above --------------------------------------
-    /// Whether `generic_at` costs no walk, so that loops count instead of holding an iterator.
+    // --- short cuts; the defaults do the same through the operations above ----------------------------------------
+    /// Whether `generic_at` needs no walk over the elements, so that loops use an index instead of an iterator.
     [[nodiscard]] virtual bool generic_isRandomAccess() const;
     /// The iterator at `index`.
     [[nodiscard]] virtual std::unique_ptr<IteratorIntf> generic_iteratorAt(Deviant deviant, int index) const;
-    /// Writes up to `count` bodies from `index` on into `bodies` and gives their number, 0 at the end; -1 if the
+    /// Writes up to `count` bodies from `index` on into `bodies` and returns their number, 0 at the end; -1 if the
     /// sequence cannot, for instance because its elements are values.
     [[nodiscard]] virtual int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
                                             int count) const;

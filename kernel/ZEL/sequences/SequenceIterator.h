@@ -8,10 +8,10 @@
 
 namespace ZEL::Generic {
 
-/// Iterator of `ImmutableSequence<T>` and `Sequence<T>`: bidirectional, and gives its elements by value.
+/// Iterator of `ImmutableSequence<T>` and `Sequence<T>`: bidirectional, and returns its elements by value.
 ///
-/// It survives writes to its sequence, but does not move with them: after an erase before it, it stands at the element
-/// behind. Comparing iterators of two sequences says nothing.
+/// It survives writes to its sequence, but does not move with them: after an erase before it, it stands at the next
+/// element. Comparing iterators of two sequences says nothing.
 template <class T> class SequenceIterator {
     class Arrow {
     public:

@@ -7,12 +7,12 @@
 
 namespace ZEL::Generic {
 
-/// A sequence that lives by the count of its handles. `numRef` stays 0: the count is nobody else's business.
+/// A sequence that lives by the count of its handles. `numRef` stays 0: the count is private.
 class ZEL_API SequenceProxy : public SequenceIntf, public internal::ShortLived {
 public:
-    /// Raises "An Internal Error has occurred" on a negative count.
+    /// Throws "An Internal Error has occurred" on a negative count.
     void incRef() override;
-    /// Deletes the sequence at 0; raises "An Internal Error has occurred" below it.
+    /// Deletes the sequence at 0; throws "An Internal Error has occurred" below it.
     void decRef() override;
 
 protected:

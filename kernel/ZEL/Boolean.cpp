@@ -1,6 +1,6 @@
 #include <ZEL/Boolean.h>
-#include <ZEL/values/BooleanTypeInfo.h>
 #include <ZEL/values/NumberText.h>
+#include <ZEL/values/ValueTypeInfo.h>
 
 namespace ZEL {
 

@@ -1,6 +1,6 @@
 #include <ZEL/Double.h>
-#include <ZEL/values/DoubleTypeInfo.h>
 #include <ZEL/values/NumberText.h>
+#include <ZEL/values/ValueTypeInfo.h>
 
 namespace ZEL {
 

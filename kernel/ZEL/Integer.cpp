@@ -1,6 +1,6 @@
 #include <ZEL/Integer.h>
-#include <ZEL/values/IntegerTypeInfo.h>
 #include <ZEL/values/NumberText.h>
+#include <ZEL/values/ValueTypeInfo.h>
 
 namespace ZEL {
 

@@ -1,6 +1,6 @@
 #include <ZEL/Real.h>
 #include <ZEL/values/NumberText.h>
-#include <ZEL/values/RealTypeInfo.h>
+#include <ZEL/values/ValueTypeInfo.h>
 
 namespace ZEL {
 

@@ -1,6 +1,6 @@
 #include <ZEL/Single.h>
 #include <ZEL/values/NumberText.h>
-#include <ZEL/values/SingleTypeInfo.h>
+#include <ZEL/values/ValueTypeInfo.h>
 
 namespace ZEL {
 

@@ -6,7 +6,7 @@
 #include <ZEL/String.h>
 #include <ZEL/UnlimitedNatural.h>
 #include <ZEL/values/NumberText.h>
-#include <ZEL/values/StringTypeInfo.h>
+#include <ZEL/values/ValueTypeInfo.h>
 
 namespace ZEL {
 

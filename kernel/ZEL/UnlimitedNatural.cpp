@@ -1,6 +1,6 @@
 #include <ZEL/UnlimitedNatural.h>
 #include <ZEL/values/NumberText.h>
-#include <ZEL/values/UnlimitedNaturalTypeInfo.h>
+#include <ZEL/values/ValueTypeInfo.h>
 
 namespace ZEL {
 

@@ -8,7 +8,7 @@
 #include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/NamespaceRegistry.h>
-#include <ZEL/values/IntegerTypeInfo.h>
+#include <ZEL/values/ValueTypeInfo.h>
 #include <ZEL/values/TypeInfoRegistry.h>
 
 #include <gtest/gtest.h>

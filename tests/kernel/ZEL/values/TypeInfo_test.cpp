@@ -5,13 +5,7 @@
 #include <ZEL/sequences/IteratorType.h>
 #include <ZEL/sequences/SequenceType.h>
 #include <ZEL/values/ArgumentTypeInfo.h>
-#include <ZEL/values/BooleanTypeInfo.h>
-#include <ZEL/values/DoubleTypeInfo.h>
-#include <ZEL/values/IntegerTypeInfo.h>
-#include <ZEL/values/RealTypeInfo.h>
-#include <ZEL/values/SingleTypeInfo.h>
-#include <ZEL/values/StringTypeInfo.h>
-#include <ZEL/values/UnlimitedNaturalTypeInfo.h>
+#include <ZEL/values/ValueTypeInfo.h>
 
 #include <hasp_util/ErrorHolder.h>
 

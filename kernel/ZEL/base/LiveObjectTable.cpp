@@ -4,20 +4,21 @@
 
 namespace ZEL::internal {
 
-LiveObjectTable::LiveObjectTable() : fSlots(64) {}
+LiveObjectTable::LiveObjectTable() { makeRoom(); }
 
-std::size_t LiveObjectTable::slotFor(std::uintptr_t key) const noexcept {
-    std::size_t const mask = fSlots.size() - 1;
-    std::size_t slot = ((static_cast<std::uint64_t>(key) * 0x9E3779B97F4A7C15u) >> 24) & mask;
-    while (fSlots[slot].key != key && fSlots[slot].key != 0) {
-        slot = (slot + 1) & mask;
-    }
-    return slot;
+std::uint64_t LiveObjectTable::homeOf(std::uintptr_t key) noexcept { return mixed(key) >> 24; }
+
+void LiveObjectTable::makeRoom() {
+    fSlots.makeRoom(fPages + 1, [](PageSlot const & slot) { return homeOf(slot.key); });
+}
+
+LiveObjectTable::PageSlot & LiveObjectTable::slotFor(std::uintptr_t key) const noexcept {
+    return fSlots.find(homeOf(key), [key](PageSlot const & slot) { return slot.key == key; });
 }
 
 LiveObjectTable::Page * LiveObjectTable::find(std::uintptr_t key) noexcept {
     if (key != fLastKey) {
-        Page * const page = fSlots[slotFor(key)].page.get();
+        Page * const page = slotFor(key).page.get();
         if (page == nullptr) {
             return nullptr;
         }
@@ -31,26 +32,14 @@ LiveObjectTable::Page & LiveObjectTable::findOrMake(std::uintptr_t key) {
     if (Page * const page = find(key)) {
         return *page;
     }
-    if (2 * (fPages + 1) > fSlots.size()) {
-        grow();
-    }
-    PageSlot & slot = fSlots[slotFor(key)];
+    makeRoom();
+    PageSlot & slot = slotFor(key);
     slot.page = std::make_unique<Page>();
     slot.key = key;
     ++fPages;
     fLastKey = key;
     fLastPage = slot.page.get();
     return *fLastPage;
-}
-
-void LiveObjectTable::grow() {
-    std::vector<PageSlot> old(2 * fSlots.size());
-    old.swap(fSlots);
-    for (PageSlot & slot : old) {
-        if (slot.key != 0) {
-            fSlots[slotFor(slot.key)] = std::move(slot);
-        }
-    }
 }
 
 void LiveObjectTable::insert(Cleanup * object, std::uint32_t number, bool inSection) {
@@ -85,7 +74,7 @@ Cleanup * LiveObjectTable::findBefore(void const * address) const noexcept {
     std::uintptr_t const last = reinterpret_cast<std::uintptr_t>(address) & ~std::uintptr_t{7};
     for (std::uintptr_t at = last; at != 0 && last - at < kReach; at -= 8) {
         auto * const object = reinterpret_cast<Cleanup *>(at);
-        Page const * const page = fSlots[slotFor(keyOf(object))].page.get();
+        Page const * const page = slotFor(keyOf(object)).page.get();
         if (page != nullptr && page->numbers[indexOf(object)] != kFree) {
             return object;
         }

@@ -2,6 +2,7 @@
 
 #include <ZEL/Export.h>
 #include <ZEL/base/Cleanup.h>
+#include <ZEL/base/OpenTable.h>
 #include <ZEL/base/PoolPiece.h>
 
 #include <array>
@@ -9,7 +10,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 namespace ZEL::internal {
 
@@ -66,6 +66,7 @@ private:
     struct PageSlot {
         std::uintptr_t key = 0; ///< page number and the odd bit; 0 for a free slot
         std::unique_ptr<Page> page;
+        explicit operator bool() const noexcept { return key != 0; }
     };
 
     static std::uintptr_t keyOf(void const * object) noexcept {
@@ -80,12 +81,14 @@ private:
     }
 
     /// The slot of the key, or the free one where it belongs.
-    [[nodiscard]] std::size_t slotFor(std::uintptr_t key) const noexcept;
+    [[nodiscard]] PageSlot & slotFor(std::uintptr_t key) const noexcept;
     [[nodiscard]] Page * find(std::uintptr_t key) noexcept;
     [[nodiscard]] Page & findOrMake(std::uintptr_t key);
-    void grow();
+    static std::uint64_t homeOf(std::uintptr_t key) noexcept;
+    /// For one page more.
+    void makeRoom();
 
-    std::vector<PageSlot> fSlots; ///< open addressing, a power of two, at most half full
+    OpenTable<PageSlot> fSlots;
     std::size_t fPages = 0;
     std::size_t fSize = 0;
     std::uintptr_t fLastKey = 0;

@@ -1,3 +1,4 @@
+#include <ZEL/base/OpenTable.h>
 #include <ZEL/base/PoolPiece.h>
 
 #include <array>
@@ -16,18 +17,16 @@ std::uintptr_t keyOf(void const * address) noexcept {
 class Pieces {
 public:
     void add(PoolPiece * piece) {
-        if (2 * (fAll.size() + 1) > fSlots.size()) {
-            grow();
-        }
+        fTable.makeRoom(fAll.size() + 1, [](PoolPiece * other) { return homeOf(keyOf(other)); });
         fAll.push_back(piece);
-        fSlots[slotFor(keyOf(piece))] = piece;
+        slotFor(keyOf(piece)) = piece;
         fRecent[keyOf(piece) % fRecent.size()] = {};
     }
     [[nodiscard]] PoolPiece * find(void const * address) noexcept {
         std::uintptr_t const key = keyOf(address);
         Recent & recent = fRecent[key % fRecent.size()];
         if (recent.key != key) {
-            recent = {key, fSlots.empty() ? nullptr : fSlots[slotFor(key)]};
+            recent = {key, fTable.size() == 0 ? nullptr : slotFor(key)};
         }
         return recent.piece;
     }
@@ -39,24 +38,14 @@ private:
         PoolPiece * piece = nullptr;
     };
 
+    static std::uint64_t homeOf(std::uintptr_t key) noexcept { return mixed(key) >> 24; }
     /// The slot of the key, or the free one where it belongs.
-    [[nodiscard]] std::size_t slotFor(std::uintptr_t key) const noexcept {
-        std::size_t const mask = fSlots.size() - 1;
-        std::size_t slot = ((static_cast<std::uint64_t>(key) * 0x9E3779B97F4A7C15u) >> 24) & mask;
-        while (fSlots[slot] != nullptr && keyOf(fSlots[slot]) != key) {
-            slot = (slot + 1) & mask;
-        }
-        return slot;
-    }
-    void grow() {
-        fSlots.assign(fSlots.empty() ? 64 : 2 * fSlots.size(), nullptr);
-        for (PoolPiece * const piece : fAll) {
-            fSlots[slotFor(keyOf(piece))] = piece;
-        }
+    [[nodiscard]] PoolPiece *& slotFor(std::uintptr_t key) const noexcept {
+        return fTable.find(homeOf(key), [key](PoolPiece * piece) { return keyOf(piece) == key; });
     }
 
     std::vector<PoolPiece *> fAll;
-    std::vector<PoolPiece *> fSlots; ///< open addressing, a power of two, at most half full
+    OpenTable<PoolPiece *> fTable;
     std::array<Recent, 256> fRecent{};
 };
 

@@ -20,6 +20,10 @@ bool comesBefore(StateMap::Entry const & left, StateMap::Entry const & right) no
     return std::less<>()(left.key, right.key);
 }
 
+std::uint64_t homeOf(StateMap::Key key) noexcept {
+    return internal::mixed(reinterpret_cast<std::uintptr_t>(key)) >> 32;
+}
+
 } // namespace
 
 void StateMap::swap(StateMap & other) noexcept {
@@ -28,7 +32,6 @@ void StateMap::swap(StateMap & other) noexcept {
     std::swap(fIsSorted, other.fIsSorted);
     std::swap(fGreatest, other.fGreatest);
     std::swap(fIsIndexed, other.fIsIndexed);
-    std::swap(fIndexSize, other.fIndexSize);
     std::swap(fInline, other.fInline);
     fHeap.swap(other.fHeap);
     fIndex.swap(other.fIndex);
@@ -58,8 +61,8 @@ std::uint32_t StateMap::position(Key key) const noexcept {
     if (!fIsIndexed && !makeIndex()) {
         return positionWithoutIndex(key);
     }
-    std::uint32_t const slot = slotOf(key);
-    return fIndex[slot] == 0 ? kNone : (fLast = fIndex[slot] - 1);
+    std::uint32_t const place = slotOf(key);
+    return place == 0 ? kNone : (fLast = place - 1);
 }
 
 std::uint32_t StateMap::positionWithoutIndex(Key key) const noexcept {
@@ -128,10 +131,10 @@ void StateMap::append(Key key, State state) {
     fGreatest = std::max(fGreatest, key, std::less<>());
     ++fSize;
     if (fIsIndexed) {
-        if (2 * fSize > fIndexSize) {
+        if (2 * fSize > fIndex.size()) {
             makeIndex();
         } else {
-            enterInIndex(key, fSize - 1);
+            fIndex.findFree(homeOf(key)) = fSize;
         }
     }
 }
@@ -144,9 +147,9 @@ StateMap::State StateMap::erase(Key key) {
     Entry * const entries = data();
     std::uint32_t const last = fSize - 1;
     if (fIsIndexed) {
-        eraseFromIndex(slotOf(key));
+        fIndex.erase(slotOf(key), [entries](std::uint32_t place) { return homeOf(entries[place - 1].key); });
         if (found != last) {
-            fIndex[slotOf(entries[last].key)] = found + 1;
+            slotOf(entries[last].key) = found + 1;
         }
     }
     State const state = entries[found].state;
@@ -187,8 +190,7 @@ void StateMap::clear(bool destroyStates) {
         fHeap = std::move(entries);
         fCapacity = capacity;
     } else if (capacity > kPooled && !fIsIndexed) {
-        fIndex.reset();
-        fIndexSize = 0;
+        internal::OpenTable<std::uint32_t>().swap(fIndex);
     }
 }
 
@@ -205,17 +207,9 @@ void StateMap::release(Entry const * entries, std::uint32_t count, bool destroyS
 
 // --- index -----------------------------------------------------------------------------------------------------------
 
-std::uint32_t StateMap::homeOf(Key key) const noexcept {
-    std::uint64_t const mixed = reinterpret_cast<std::uintptr_t>(key) * std::uint64_t{0x9E3779B97F4A7C15};
-    return static_cast<std::uint32_t>(mixed >> 32) & (fIndexSize - 1);
-}
-
-std::uint32_t StateMap::slotOf(Key key) const noexcept {
-    std::uint32_t slot = homeOf(key);
-    while (fIndex[slot] != 0 && data()[fIndex[slot] - 1].key != key) {
-        slot = (slot + 1) & (fIndexSize - 1);
-    }
-    return slot;
+std::uint32_t & StateMap::slotOf(Key key) const noexcept {
+    Entry const * const entries = data();
+    return fIndex.find(homeOf(key), [=](std::uint32_t place) { return entries[place - 1].key == key; });
 }
 
 bool StateMap::makeIndex() const noexcept {
@@ -223,42 +217,11 @@ bool StateMap::makeIndex() const noexcept {
     while (size < 4 * fSize) {
         size *= 2;
     }
-    if (size != fIndexSize) {
-        fIsIndexed = false;
-        fIndex.reset(new (std::nothrow) std::uint32_t[size]);
-        fIndexSize = fIndex == nullptr ? 0 : size;
-        if (fIndex == nullptr) {
-            return false;
-        }
+    fIsIndexed = fIndex.reset(size);
+    for (std::uint32_t i = 0; fIsIndexed && i < fSize; ++i) {
+        fIndex.findFree(homeOf(data()[i].key)) = i + 1;
     }
-    std::fill_n(fIndex.get(), size, 0);
-    fIsIndexed = true;
-    for (std::uint32_t i = 0; i < fSize; ++i) {
-        enterInIndex(data()[i].key, i);
-    }
-    return true;
-}
-
-void StateMap::enterInIndex(Key key, std::uint32_t position) const noexcept {
-    std::uint32_t slot = homeOf(key);
-    while (fIndex[slot] != 0) {
-        slot = (slot + 1) & (fIndexSize - 1);
-    }
-    fIndex[slot] = position + 1;
-}
-
-void StateMap::eraseFromIndex(std::uint32_t slot) noexcept {
-    // Entries behind the gap that could have stood in it move up, so that no search stops short of them.
-    std::uint32_t const mask = fIndexSize - 1;
-    std::uint32_t gap = slot;
-    for (std::uint32_t next = (gap + 1) & mask; fIndex[next] != 0; next = (next + 1) & mask) {
-        std::uint32_t const home = homeOf(data()[fIndex[next] - 1].key);
-        if (((next - home) & mask) >= ((next - gap) & mask)) {
-            fIndex[gap] = fIndex[next];
-            gap = next;
-        }
-    }
-    fIndex[gap] = 0;
+    return fIsIndexed;
 }
 
 } // namespace ZEL

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ZEL/Export.h>
+#include <ZEL/base/OpenTable.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -102,13 +103,9 @@ private:
     void release(Entry const * entries, std::uint32_t count, bool destroyStates) const;
     void clear(bool destroyStates);
 
-    // The index: open addressing, position plus 1, 0 for a free slot.
-    [[nodiscard]] std::uint32_t slotOf(Key key) const noexcept;
-    [[nodiscard]] std::uint32_t homeOf(Key key) const noexcept;
+    [[nodiscard]] std::uint32_t & slotOf(Key key) const noexcept;
     /// False, and no index, if there is no memory for it.
     bool makeIndex() const noexcept;
-    void enterInIndex(Key key, std::uint32_t position) const noexcept;
-    void eraseFromIndex(std::uint32_t slot) noexcept;
 
     Key fUncounted;
     std::uint32_t fSize = 0;
@@ -117,10 +114,9 @@ private:
     mutable bool fIsIndexed = false;
     mutable std::uint32_t fLast = 0; ///< where a search in a large map found something last; those in order go on there
     Key fGreatest = nullptr;         ///< no key of the map is greater
-    mutable std::uint32_t fIndexSize = 0; ///< a power of two
     Entry fInline[kInline] = {};
     std::unique_ptr<Entry[]> fHeap;
-    mutable std::unique_ptr<std::uint32_t[]> fIndex;
+    mutable internal::OpenTable<std::uint32_t> fIndex; ///< position plus 1
 };
 
 } // namespace ZEL

@@ -1,4 +1,5 @@
 #include <ZEL/String.h>
+#include <ZEL/base/AtScopeEnd.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/deviants/DeviantAssertions.h>
 #include <ZEL/metamodel/ClassObject.h>
@@ -14,22 +15,6 @@
 #include <memory>
 
 namespace ZEL::internal {
-
-namespace {
-
-/// Lets writes pass outside of transactions for the length of a scope.
-class AssertionsOff {
-public:
-    AssertionsOff() : fBefore(DeviantAssertions::enableAssertions(false)) {}
-    ~AssertionsOff() { DeviantAssertions::enableAssertions(fBefore); }
-    AssertionsOff(AssertionsOff const &) = delete;
-    AssertionsOff & operator=(AssertionsOff const &) = delete;
-
-private:
-    bool fBefore;
-};
-
-} // namespace
 
 ModelCore & modelOfFactory(NSInterface::ClassObjectIntf & factory, Deviant deviant) {
     DeviantAssertions const assertions(deviant.getImpl());
@@ -65,7 +50,9 @@ BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor cons
 }
 
 Model createModel(ClassDescriptor const & modelClass, FactoryObject (*createFactory)(Model)) {
-    AssertionsOff const off;
+    // There is no transaction before there is a model.
+    AtScopeEnd const restore(
+        [former = DeviantAssertions::enableAssertions(false)] { DeviantAssertions::enableAssertions(former); });
     auto & body = static_cast<ModelCore &>(*modelClass.createBody());
     Deviant const root = body.internal_deviantManager().getRootDeviant();
     Model model(&body, root);

@@ -1,3 +1,4 @@
+#include <ZEL/base/AtScopeEnd.h>
 #include <ZEL/base/Cleanup.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/deviants/DeviantAssertions.h>
@@ -17,20 +18,15 @@ namespace ZEL::internal {
 
 namespace {
 
-/// Writes pass without a transaction, and what is made counts as part of the process-wide metamodels.
-class BuildSection {
-public:
-    BuildSection() : fAssertions(DeviantAssertions::enableAssertions(false)) { Cleanup::beginMetaRegistrySection(); }
-    ~BuildSection() {
+/// Until the end of the scope writes pass without a transaction, and what is made counts as part of the process-wide
+/// metamodels.
+auto buildSection() {
+    Cleanup::beginMetaRegistrySection();
+    return AtScopeEnd([former = DeviantAssertions::enableAssertions(false)] {
         Cleanup::endMetaRegistrySection();
-        DeviantAssertions::enableAssertions(fAssertions);
-    }
-    BuildSection(BuildSection const &) = delete;
-    BuildSection & operator=(BuildSection const &) = delete;
-
-private:
-    bool fAssertions;
-};
+        DeviantAssertions::enableAssertions(former);
+    });
+}
 
 /// For the end of the process, where nobody is left to hear of what fails.
 template <class Step> void attempt(Step step) noexcept {
@@ -43,7 +39,7 @@ template <class Step> void attempt(Step step) noexcept {
 } // namespace
 
 MetaModel MetaModelBuilder::build() const {
-    BuildSection const section;
+    auto const section = buildSection();
     MetaModel model(NSInterface::FactoryIntf::createNewModel());
     Deviant const root = model.getDeviant();
     root.setMaximumUndoStackLength(0);
@@ -67,7 +63,7 @@ MetaModel MetaModelBuilder::build() const {
 }
 
 void MetaModelBuilder::registerAll(MetaModel const & model) const {
-    BuildSection const section;
+    auto const section = buildSection();
     registerTypes();
     registerCreators();
     bindUris(model);
@@ -78,7 +74,7 @@ void MetaModelBuilder::unregisterAll() const noexcept {
 }
 
 void MetaModelBuilder::tearDown(MetaModel const & model) const noexcept {
-    BuildSection const section;
+    auto const section = buildSection();
     attempt([this] { leaveSuperClasses(); });
     MetaModelDeclaration::forget(fDescriptor, model);
     attempt([&model] {

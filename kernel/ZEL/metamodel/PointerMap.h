@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstddef>
+#include <ZEL/base/OpenTable.h>
+
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -20,10 +21,9 @@ public:
 
     /// False if the pointer is there already.
     bool add(void const * pointer, Value value) {
-        if (2 * (fEntries.size() + 1) > fSlots.size()) {
-            grow();
-        }
-        std::uint32_t & slot = fSlots[slotOf(pointer)];
+        fPlaces.makeRoom(fEntries.size() + 1,
+                         [this](std::uint32_t place) { return homeOf(fEntries[place - 1].pointer); });
+        std::uint32_t & slot = slotOf(pointer);
         if (slot != 0) {
             return false;
         }
@@ -33,32 +33,24 @@ public:
     }
     /// Null if the pointer is not there; good until the next `add`.
     [[nodiscard]] Value const * find(void const * pointer) const {
-        std::uint32_t const slot = fSlots.empty() ? 0 : fSlots[slotOf(pointer)];
+        std::uint32_t const slot = fPlaces.size() == 0 ? 0 : slotOf(pointer);
         return slot == 0 ? nullptr : &fEntries[slot - 1].value;
     }
     [[nodiscard]] std::vector<Entry> const & entries() const noexcept { return fEntries; }
 
 private:
     /// Pages are scattered; what lies together in a page stays together, because it is mostly asked for together.
-    [[nodiscard]] std::size_t slotOf(void const * pointer) const {
-        auto const address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(pointer));
-        std::uint64_t const page = (address >> 12) * std::uint64_t{0x9E3779B97F4A7C15};
-        std::size_t const mask = fSlots.size() - 1;
-        std::size_t slot = static_cast<std::size_t>((page >> 32) + (address >> 5 & 127)) & mask;
-        while (fSlots[slot] != 0 && fEntries[fSlots[slot] - 1].pointer != pointer) {
-            slot = (slot + 1) & mask;
-        }
-        return slot;
+    static std::uint64_t homeOf(void const * pointer) noexcept {
+        auto const address = reinterpret_cast<std::uintptr_t>(pointer);
+        return (mixed(address >> 12) >> 32) + (address >> 5 & 127);
     }
-    void grow() {
-        std::vector<std::uint32_t>(fSlots.empty() ? 16 : 2 * fSlots.size()).swap(fSlots);
-        for (std::size_t i = 0; i < fEntries.size(); ++i) {
-            fSlots[slotOf(fEntries[i].pointer)] = static_cast<std::uint32_t>(i + 1);
-        }
+    [[nodiscard]] std::uint32_t & slotOf(void const * pointer) const noexcept {
+        return fPlaces.find(homeOf(pointer),
+                            [&](std::uint32_t place) { return fEntries[place - 1].pointer == pointer; });
     }
 
     std::vector<Entry> fEntries;
-    std::vector<std::uint32_t> fSlots; ///< place plus 1, 0 for a free slot; a power of two, at most half full
+    OpenTable<std::uint32_t> fPlaces; ///< place in `fEntries` plus 1
 };
 
 } // namespace ZEL::internal

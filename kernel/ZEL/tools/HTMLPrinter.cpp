@@ -1,5 +1,6 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/String.h>
+#include <ZEL/base/AtScopeEnd.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/logging/HtmlPage.h>
 #include <ZEL/logging/Logger.h>
@@ -135,14 +136,11 @@ void HTMLPrinter::printElement(ImmutableClassObject object) {
         return;
     }
     // Each child is printed by a call from here, with what it contains put before its siblings.
-    struct Printing {
-        HTMLPrinter & printer;
-        explicit Printing(HTMLPrinter & owner) : printer(owner) { printer.fIsPrinting = true; }
-        ~Printing() {
-            printer.fIsPrinting = false;
-            printer.fToPrint.clear();
-        }
-    } const printing(*this);
+    fIsPrinting = true;
+    internal::AtScopeEnd const stop([this] {
+        fIsPrinting = false;
+        fToPrint.clear();
+    });
     printOneElement(object);
     while (!fToPrint.empty()) {
         ImmutableClassObject const next = std::move(fToPrint.back());

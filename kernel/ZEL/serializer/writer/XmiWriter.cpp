@@ -1,4 +1,5 @@
 #include <ZEL/String.h>
+#include <ZEL/base/AtScopeEnd.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/deviants/DeviantAssertions.h>
 #include <ZEL/metamodel/Model.h>
@@ -13,18 +14,6 @@
 
 namespace ZEL::Serializer {
 namespace {
-
-/// Lets writes pass outside of transactions for the length of a block.
-class WithoutAssertions {
-public:
-    WithoutAssertions() noexcept : fFormer(DeviantAssertions::enableAssertions(false)) {}
-    ~WithoutAssertions() { DeviantAssertions::enableAssertions(fFormer); }
-    WithoutAssertions(WithoutAssertions const &) = delete;
-    WithoutAssertions & operator=(WithoutAssertions const &) = delete;
-
-private:
-    bool fFormer;
-};
 
 /// Writes the model to where its URI says; from then on its objects have the ids in that file that a writer gives.
 bool writeModel(XmiWriterImpl & writer, std::string const & file, ImmutableModel const & model) {
@@ -47,7 +36,9 @@ bool XmiWriter::write(std::string const & file, Model model) {
     if (!uri.isValid()) {
         raiseInternalError("Unable to create URI from output file " + file);
     }
-    WithoutAssertions const withoutAssertions;
+    // The URI may be set outside of a transaction.
+    internal::AtScopeEnd const restore(
+        [former = DeviantAssertions::enableAssertions(false)] { DeviantAssertions::enableAssertions(former); });
     model.setUri(uri.toString());
     return writeModel(*fImpl, file, model);
 }

@@ -1,3 +1,4 @@
+#include <ZEL/base/AtScopeEnd.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/base/SafeFile.h>
 #include <ZEL/logging/LogLevel.h>
@@ -23,29 +24,22 @@ void logAbout(LogLevel::Setting level, unsigned long message, std::string const 
     Logger::instance()->log(LogLevel(level), message, file.c_str());
 }
 
-/// Calls a function at the end of its block. What the function throws is dropped: the block may be ending by an
-/// exception that says more.
-template <class Function> class AtEnd {
-public:
-    explicit AtEnd(Function function) : fFunction(std::move(function)) {}
-    ~AtEnd() {
+/// Calls the function at the end of the scope. What it throws is dropped: the scope may be ending by an exception that
+/// says more.
+template <class Function> auto attemptAtScopeEnd(Function function) {
+    return internal::AtScopeEnd([function] {
         try {
-            fFunction();
+            function();
         } catch (std::exception const & exception) {
             Logger::instance()->error("%s", exception.what());
         }
-    }
-    AtEnd(AtEnd const &) = delete;
-    AtEnd & operator=(AtEnd const &) = delete;
-
-private:
-    Function fFunction;
-};
+    });
+}
 
 } // namespace
 
 bool XmiWriterImpl::write(std::string const & file, ImmutableObject const & object) {
-    AtEnd const cleanUp([this] { transformers.clear(); });
+    auto const cleanUp = attemptAtScopeEnd([this] { transformers.clear(); });
     failureReason.clear();
     keptFile.clear();
     logAbout(LogLevel::info, Messages::ZEL_Serializer_XmiWriter_Prologue, file);
@@ -105,7 +99,7 @@ bool XmiWriterImpl::writeDocument(SafeFile const & file, ImmutableObject const &
     {
         WriterTraversal traversal(xml, fSettings, transformers, functions, isPlain);
         traversal.collect(top);
-        AtEnd const endDocument([&xml] { xml.writeEndDocument(); });
+        auto const endDocument = attemptAtScopeEnd([&xml] { xml.writeEndDocument(); });
         traversal.write(top);
         xml.writeEndDocument();
     }

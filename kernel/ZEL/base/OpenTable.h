@@ -1,0 +1,100 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <utility>
+
+namespace ZEL::internal {
+
+/// A hash table with open addressing, and nothing but its slots: what a slot says of its key, and where a key belongs, is
+/// the user's knowledge.
+///
+/// A `Slot` is small, free when it is made, and converts to bool: whether it is taken. The number of slots is a power of
+/// two; the user sees to it that some stay free, or else a search does not end. A `home` is the hash of a key, of which the
+/// table takes the low bits.
+template <class Slot> class OpenTable {
+public:
+    [[nodiscard]] std::uint32_t size() const noexcept { return fSize; }
+    [[nodiscard]] Slot * begin() const noexcept { return fSlots.get(); }
+    [[nodiscard]] Slot * end() const noexcept { return fSlots.get() + fSize; }
+
+    /// The slot for which `isIt(slot)` holds, or the free one where it belongs. Not for a table without slots.
+    template <class IsIt> [[nodiscard]] Slot & find(std::uint64_t home, IsIt isIt) const noexcept {
+        std::uint32_t const mask = fSize - 1;
+        std::uint32_t slot = static_cast<std::uint32_t>(home) & mask;
+        while (fSlots[slot] && !isIt(fSlots[slot])) {
+            slot = (slot + 1) & mask;
+        }
+        return fSlots[slot];
+    }
+
+    /// The slot for a key that is not there.
+    [[nodiscard]] Slot & findFree(std::uint64_t home) const noexcept {
+        return find(home, [](Slot const &) { return false; });
+    }
+
+    /// Makes the table large enough to be at most half full with `taken` slots; `homeOf(slot)` places what is there.
+    /// Nothing changes if there is no memory for it, which is thrown.
+    template <class HomeOf> void makeRoom(std::size_t taken, HomeOf homeOf) {
+        if (2 * taken <= fSize) {
+            return;
+        }
+        OpenTable larger;
+        larger.fSize = std::max(fSize, kFirstSize);
+        while (larger.fSize < 2 * taken) {
+            larger.fSize *= 2;
+        }
+        larger.fSlots = std::make_unique<Slot[]>(larger.fSize);
+        for (Slot & slot : *this) {
+            if (slot) {
+                larger.findFree(homeOf(slot)) = std::move(slot);
+            }
+        }
+        swap(larger);
+    }
+
+    /// Makes all slots free and their number `size`. False, and no slots, if there is no memory for them.
+    [[nodiscard]] bool reset(std::uint32_t size) noexcept {
+        if (size != fSize) {
+            fSlots.reset(new (std::nothrow) Slot[size]);
+            fSize = fSlots == nullptr ? 0 : size;
+        }
+        for (Slot & slot : *this) {
+            slot = Slot();
+        }
+        return fSize == size;
+    }
+
+    /// Frees a slot of this table. Those after it that could have stood in it move up, so that no search stops short.
+    template <class HomeOf> void erase(Slot & slot, HomeOf homeOf) noexcept {
+        std::uint32_t const mask = fSize - 1;
+        auto gap = static_cast<std::uint32_t>(&slot - fSlots.get());
+        for (std::uint32_t next = (gap + 1) & mask; fSlots[next]; next = (next + 1) & mask) {
+            auto const home = static_cast<std::uint32_t>(homeOf(fSlots[next])) & mask;
+            if (((next - home) & mask) >= ((next - gap) & mask)) {
+                fSlots[gap] = std::move(fSlots[next]);
+                gap = next;
+            }
+        }
+        fSlots[gap] = Slot();
+    }
+
+    void swap(OpenTable & other) noexcept {
+        fSlots.swap(other.fSlots);
+        std::swap(fSize, other.fSize);
+    }
+
+private:
+    static constexpr std::uint32_t kFirstSize = 16;
+
+    std::unique_ptr<Slot[]> fSlots;
+    std::uint32_t fSize = 0;
+};
+
+/// Spreads keys that lie close together, such as addresses, over the upper bits.
+[[nodiscard]] constexpr std::uint64_t mixed(std::uint64_t key) noexcept { return key * 0x9E3779B97F4A7C15u; }
+
+} // namespace ZEL::internal

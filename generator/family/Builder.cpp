@@ -118,7 +118,6 @@ void FamilyBuilder::addMetamodel(Definition const & definition) {
         type->name = source.name.text;
         type->home = metamodel.get();
         type->mark = source.name.mark;
-        type->handWritten = source.kind == TypeKind::Primitive || hasWord(source.handWritten, "true");
         for (Word const & literal : source.literals) {
             type->literals.push_back(literal.text);
         }

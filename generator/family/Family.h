@@ -25,7 +25,6 @@ struct Type {
     Metamodel const * home = nullptr;
     Class const * asClass = nullptr;   ///< null for data types
     std::vector<std::string> literals; ///< of an enumeration
-    bool handWritten = false;          ///< a data type that is not generated
     Mark mark;
 
     /// "ZEL.Comment".

@@ -1,13 +1,12 @@
 #include "load/Definition.h"
+#include "load/ReadText.h"
 #include "load/Suggestion.h"
 
 #include <yaml-cpp/yaml.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <sstream>
 #include <utility>
 
 namespace zelgen {
@@ -24,16 +23,6 @@ std::string kindOf(YAML::Node const & node) {
     default:
         return "nothing";
     }
-}
-
-std::optional<std::string> readText(std::string const & path) {
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream) {
-        return std::nullopt;
-    }
-    std::ostringstream text;
-    text << stream.rdbuf();
-    return text.str();
 }
 
 /// Turns nodes into structs; every reader names what it expects when the node is of another form.
@@ -208,11 +197,7 @@ TypeDefinition Loader::type(Word const & name, YAML::Node const & node) {
          {"superclasses", intoWords(t.superclasses, "names of classes")},
          {"abstract", intoWord(t.abstract, "true or false")},
          {"built_as", intoWord(t.builtAs, "class or stereotype")},
-         {"hand_written",
-          [&](YAML::Node const & value) {
-              t.handWritten =
-                  value.IsScalar() ? std::vector<Word>{word(value, "true")} : words(value, "interface, handles");
-          }},
+         {"hand_written", intoWords(t.handWritten, "interface, handles")},
          {"properties", properties},
          {"views", views},
          {"operations", [&](YAML::Node const & value) { operations(value, t.operations); }}});

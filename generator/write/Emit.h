@@ -2,6 +2,7 @@
 
 #include "family/Family.h"
 #include "write/Printer.h"
+#include "write/forms/PropertyForm.h"
 
 #include <map>
 #include <set>
@@ -29,9 +30,15 @@ struct Emission {
     [[nodiscard]] static std::string header(Class const & of, std::string_view suffix = "");
     /// The header that declares a value type or the handles of a class.
     [[nodiscard]] static std::string valueHeader(Type const & type);
-    /// One include line for each header, in order.
-    [[nodiscard]] static std::string includes(std::set<std::string> const & headers);
+    /// The headers of what operations are made of, as far as `text` names it.
+    [[nodiscard]] static std::set<std::string> supportFor(std::string_view text);
+    /// One include line in order for each header that is not among `known`: those of a source's own header.
+    [[nodiscard]] static std::string includes(std::set<std::string> const & headers,
+                                              std::set<std::string> const & known = {});
 };
+
+/// Whether the word stands in the text by itself.
+[[nodiscard]] bool mentions(std::string_view text, std::string_view word);
 
 /// Files to write: path below the output directory, and text.
 using Files = std::map<std::string, std::string>;
@@ -43,8 +50,9 @@ using Files = std::map<std::string, std::string>;
 [[nodiscard]] std::string factoryHandleDefinitions(Emission const & emission, Class const & of);
 [[nodiscard]] std::set<std::string> factoryHeaders(Emission const & emission, Class const & of);
 
-/// The interfaces of a class in base order, as arguments of its cast table.
-[[nodiscard]] std::string castArguments(Emission const & emission, Class const & of);
+// The headers that the headers of a class include.
+[[nodiscard]] std::set<std::string> headersOfIntf(Emission const & emission, Class const & of);
+[[nodiscard]] std::set<std::string> headersOfHandle(Class const & of);
 
 // One emitter for each kind of file.
 [[nodiscard]] std::string emitForward(Emission const & emission);
@@ -52,10 +60,8 @@ using Files = std::map<std::string, std::string>;
 [[nodiscard]] std::string emitIntfSource(Emission const & emission, Class const & of);
 [[nodiscard]] std::string emitHandleHeader(Emission const & emission, Class const & of);
 [[nodiscard]] std::string emitHandleSource(Emission const & emission, Class const & of);
-[[nodiscard]] std::string emitStateHeader(Emission const & emission, Class const & of);
-[[nodiscard]] std::string emitStateSource(Emission const & emission, Class const & of);
-[[nodiscard]] std::string emitBodyHeader(Emission const & emission, Class const & of);
-[[nodiscard]] std::string emitBodySource(Emission const & emission, Class const & of);
+[[nodiscard]] std::string emitHolderHeader(Emission const & emission, Class const & of, Holder holder);
+[[nodiscard]] std::string emitHolderSource(Emission const & emission, Class const & of, Holder holder);
 [[nodiscard]] std::string emitEnumerationHeader(Emission const & emission, Type const & of);
 [[nodiscard]] std::string emitEnumerationSource(Emission const & emission, Type const & of);
 [[nodiscard]] std::string emitMetamodelHeader(Emission const & emission);

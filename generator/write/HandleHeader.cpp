@@ -4,10 +4,9 @@
 #include "write/forms/PropertyForm.h"
 
 namespace zelgen {
-namespace {
 
 /// Values stand in inline operations, so their classes must be known; all others are only passed on.
-std::set<std::string> headersOf(Class const & of) {
+std::set<std::string> headersOfHandle(Class const & of) {
     std::set<std::string> headers{"ZEL/metamodel/ClassObjectHandle.h", "ZEL/metamodel/PropertyAndObject.h",
                                   Emission::header(of, "Intf")};
     if (!of.hasGeneratedInterface) {
@@ -23,6 +22,8 @@ std::set<std::string> headersOf(Class const & of) {
     }
     return headers;
 }
+
+namespace {
 
 std::string readers(Emission const & emission, Class const & of) {
     std::string text;
@@ -143,7 +144,7 @@ public:
 } // namespace $ns$
 )",
                           {{"banner", emission.banner(of.mark, "write/HandleHeader.cpp")},
-                           {"headers", Emission::includes(headersOf(of))},
+                           {"headers", Emission::includes(headersOfHandle(of))},
                            {"ns", of.home->cppNamespace},
                            {"API", emission.exportMacro},
                            {"X", of.name},

@@ -6,7 +6,7 @@
 namespace zelgen {
 namespace {
 
-std::set<std::string> headersOf(Emission const & emission, Class const & of) {
+std::set<std::string> headersOf(Emission const & emission, Class const & of, std::string const & members) {
     std::set<Type const *> types;
     for (Property const * const p : handleProperties(of)) {
         types.insert(p->type);
@@ -15,11 +15,12 @@ std::set<std::string> headersOf(Emission const & emission, Class const & of) {
         operationText::collectTypes(*operation, types);
     }
     std::set<std::string> headers{"ZEL/metamodel/Class.h", "ZEL/metamodel/ClassRuntime.h",
-                                  "ZEL/metamodel/Descriptors.h", "ZEL/metamodel/Model.h", "ZEL/sequences/Sequence.h"};
+                                  "ZEL/metamodel/Descriptors.h", "ZEL/metamodel/Model.h"};
     for (Type const * const type : types) {
         headers.insert(Emission::valueHeader(*type));
     }
     headers.merge(factoryHeaders(emission, of));
+    headers.merge(Emission::supportFor(members));
     return headers;
 }
 
@@ -68,7 +69,6 @@ ZEL::PropertyAndObject<$O$::$P$T, $X$> $X$::$P$_() const { return ZEL::PropertyA
 std::string deviantCreator(Emission const & emission, Class const & of, std::string const & handle) {
     return !of.isModel ? ""
                        : emission.print(R"(
-
 $H$ $H$::createDeviantWithName(ZEL::String const & name) const {
     NSInterface::$X$Intf * const body = getImplementation();
     if (!getDeviant().isRootDeviant()) {
@@ -83,6 +83,12 @@ $H$ $H$::createDeviantWithName(ZEL::String const & name) const {
 } // namespace
 
 std::string emitHandleSource(Emission const & emission, Class const & of) {
+    std::string const header = Emission::header(of);
+    std::string const members =
+        Printer::blocks({deviantCreator(emission, of, "Immutable" + of.name), deviantCreator(emission, of, of.name),
+                         properties(emission, of), operations(emission, of)});
+    std::set<std::string> known = headersOfHandle(of);
+    known.insert(header);
     return emission.print(R"(
 $banner$
 #include <$header$>
@@ -111,12 +117,8 @@ Immutable$X$ Immutable$X$::asDeviant(ZEL::ImmutableModel const & model) const {
 }
 
 $X$ $X$::asDeviant(ZEL::ImmutableModel const & model) const { return $X$(getImplementation(), model.getDeviant()); }
-$immutableCreator$
-$creator$
 
-$properties$
-
-$operations$
+$members$
 
 $factory$
 
@@ -125,16 +127,13 @@ $tags$
 } // namespace $ns$
 )",
                           {{"banner", emission.banner(of.mark, "write/HandleSource.cpp")},
-                           {"header", Emission::header(of)},
-                           {"headers", Emission::includes(headersOf(emission, of))},
+                           {"header", header},
+                           {"headers", Emission::includes(headersOf(emission, of, members), known)},
                            {"ns", of.home->cppNamespace},
                            {"P", of.home->prefix},
                            {"X", of.name},
                            {"I", operationsOf(of)},
-                           {"immutableCreator", deviantCreator(emission, of, "Immutable" + of.name)},
-                           {"creator", deviantCreator(emission, of, of.name)},
-                           {"properties", properties(emission, of)},
-                           {"operations", operations(emission, of)},
+                           {"members", members},
                            {"factory", factoryHandleDefinitions(emission, of)},
                            {"tags", tags(emission, of)}});
 }

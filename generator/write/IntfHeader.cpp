@@ -29,7 +29,7 @@ std::string redefinitions(Emission const & emission, Class const & of) {
             "// $p$, redefined by $by$\n$operations$",
             {{"p", redefined->qualifiedName()},
              {"by", by->qualifiedName()},
-             {"operations", PropertyForm::of(*redefined).forwardDeclarations(emission.print, *redefined)}}));
+             {"operations", PropertyForm::of(*redefined).forwardDeclarations(emission.print, *redefined, *by)}}));
     }
     return Printer::blocks(blocks);
 }
@@ -47,11 +47,17 @@ std::string operations(Emission const & emission, Class const & of) {
 
 } // namespace
 
-std::string emitIntfHeader(Emission const & emission, Class const & of) {
+std::set<std::string> headersOfIntf(Emission const & emission, Class const & of) {
     std::set<std::string> headers{emission.path("Forward.h")};
-    std::vector<std::string> bases;
     for (Class const * const super : of.superclasses) {
         headers.insert(Emission::header(*super, "Intf"));
+    }
+    return headers;
+}
+
+std::string emitIntfHeader(Emission const & emission, Class const & of) {
+    std::vector<std::string> bases;
+    for (Class const * const super : of.superclasses) {
         bases.push_back("public virtual " + operationsOf(*super));
     }
     std::vector<std::string> members;
@@ -84,7 +90,7 @@ public:
 } // namespace $ns$::NSInterface
 )",
                           {{"banner", emission.banner(of.mark, "write/IntfHeader.cpp")},
-                           {"headers", Emission::includes(headers)},
+                           {"headers", Emission::includes(headersOfIntf(emission, of))},
                            {"ns", of.home->cppNamespace},
                            {"API", emission.exportMacro},
                            {"X", of.name},

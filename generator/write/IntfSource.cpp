@@ -5,14 +5,11 @@
 namespace zelgen {
 namespace {
 
-std::set<std::string> headersOf(Class const & of) {
-    std::set<std::string> headers{"ZEL/metamodel/PropertySupport.h", "ZEL/sequences/SequenceField.h"};
+/// The headers of what the definitions name, and of classes whose handles they convert without naming them.
+std::set<std::string> headersOf(Class const & of, std::string const & members) {
     std::set<Type const *> types;
     for (Property const & p : of.own) {
         types.insert(p.type);
-        if (p.making == Making::Extension) {
-            headers.insert("ZEL/metamodel/StereotypeObject.h");
-        }
     }
     for (auto const & [redefined, by] : of.redefinitions) {
         types.insert({redefined->type, by->type});
@@ -24,10 +21,18 @@ std::set<std::string> headersOf(Class const & of) {
         }
     }
     for (Operation const & operation : of.operations) {
-        operationText::collectTypes(operation, types);
+        if (operation.body == OperationBody::Unimplemented) {
+            operationText::collectTypes(operation, types);
+        }
     }
+    std::set<std::string> headers = Emission::supportFor(members);
     for (Type const * const type : types) {
-        headers.insert(Emission::valueHeader(*type));
+        if (type->kind == TypeKind::Class || mentions(members, type->name)) {
+            headers.insert(Emission::valueHeader(*type));
+        }
+    }
+    if (mentions(members, "getAppliedStereotypeInstances")) {
+        headers.insert("ZEL/metamodel/StereotypeObject.h");
     }
     return headers;
 }
@@ -36,21 +41,22 @@ std::set<std::string> headersOf(Class const & of) {
 
 std::string emitIntfSource(Emission const & emission, Class const & of) {
     Printer const & print = emission.print;
-    std::vector<std::string> members;
+    std::vector<std::string> blocks;
     for (Property const & p : of.own) {
-        members.push_back(PropertyForm::of(p).definitions(print, p));
+        blocks.push_back(PropertyForm::of(p).definitions(print, p));
     }
     for (auto const & [redefined, by] : of.redefinitions) {
-        members.push_back(PropertyForm::of(*redefined).forwardDefinitions(print, of, *redefined, *by));
+        blocks.push_back(PropertyForm::of(*redefined).forwardDefinitions(print, of, *redefined, *by));
     }
     for (View const & view : of.views) {
-        members.push_back(viewDefinition(print, of, view));
+        blocks.push_back(viewDefinition(print, of, view));
     }
     for (Operation const & operation : of.operations) {
-        members.push_back(operationText::definition(print, of, operation));
+        blocks.push_back(operationText::definition(print, of, operation));
     }
-    members.push_back(factoryDefinitions(emission, of));
-    std::set<std::string> headers = headersOf(of);
+    blocks.push_back(factoryDefinitions(emission, of));
+    std::string const members = Printer::blocks(blocks);
+    std::set<std::string> headers = headersOf(of, members);
     headers.merge(factoryHeaders(emission, of));
     return print(R"(
 $banner$
@@ -71,10 +77,10 @@ $members$
 )",
                  {{"banner", emission.banner(of.mark, "write/IntfSource.cpp")},
                   {"header", Emission::header(of, "Intf")},
-                  {"headers", Emission::includes(headers)},
+                  {"headers", Emission::includes(headers, headersOfIntf(emission, of))},
                   {"ns", of.home->cppNamespace},
                   {"X", of.name},
-                  {"members", Printer::blocks(members)}});
+                  {"members", members}});
 }
 
 } // namespace zelgen

@@ -201,7 +201,7 @@ std::string propertyTableHeader(Property const & p) { return Emission::header(*p
 
 std::set<std::string> headersOf(Emission const & emission, Class const & of) {
     std::set<std::string> headers{"ZEL/metamodel/ClassRuntime.h", "ZEL/metamodel/ClassTables.h",
-                                  emission.path("Tables.h"), Emission::header(of, "Intf")};
+                                  Emission::header(of, "Intf")};
     for (Metamodel const * const other : emission.metamodel.dependencies) {
         headers.insert(other->includeDirectory + "/Tables.h");
     }
@@ -375,7 +375,7 @@ constinit ZEL::internal::ClassDescriptor const $X$Class{
 )",
                           {{"banner", emission.banner(of.mark, "write/Tables.cpp")},
                            {"tables", emission.path("Tables.h")},
-                           {"headers", Emission::includes(headersOf(emission, of))},
+                           {"headers", Emission::includes(headersOf(emission, of), {emission.path("Tables.h")})},
                            {"ns", of.home->cppNamespace},
                            {"X", of.name},
                            {"P", of.home->prefix},

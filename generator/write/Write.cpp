@@ -1,12 +1,12 @@
 #include "write/Write.h"
 
+#include "load/ReadText.h"
 #include "write/Fit.h"
 #include "write/Visitors.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 
 namespace zelgen {
@@ -64,10 +64,10 @@ void addClass(Collector & collector, Emission const & emission, Class const & of
     }
     if (!of.isAbstract) {
         Emission const implementation = emission.within("NSImplementation");
-        collector.addHeader(of.name + "Impl.h", emitBodyHeader(implementation, of));
-        collector.addSource(of.name + "Impl.cpp", emitBodySource(implementation, of));
-        collector.addHeader(of.name + "DeviantImpl.h", emitStateHeader(implementation, of));
-        collector.addSource(of.name + "DeviantImpl.cpp", emitStateSource(implementation, of));
+        for (Holder const holder : {Holder::Body, Holder::State}) {
+            collector.addHeader(holderName(of, holder) + ".h", emitHolderHeader(implementation, of, holder));
+            collector.addSource(holderName(of, holder) + ".cpp", emitHolderSource(implementation, of, holder));
+        }
     }
     Emission const tables = emission.within("tables");
     if (!of.reflectiveOwn().empty()) {
@@ -76,15 +76,8 @@ void addClass(Collector & collector, Emission const & emission, Class const & of
     collector.addSource(of.name + "Tables.cpp", emitTables(tables, of));
 }
 
-std::string readFile(fs::path const & path) {
-    std::ifstream stream(path, std::ios::binary);
-    std::ostringstream text;
-    text << stream.rdbuf();
-    return text.str();
-}
-
 void writeIfChanged(fs::path const & path, std::string const & text) {
-    if (fs::exists(path) && readFile(path) == text) {
+    if (readText(path.string()) == text) {
         return;
     }
     fs::create_directories(path.parent_path());
@@ -108,7 +101,7 @@ void removeStale(fs::path const & directory, Metamodel const & metamodel, Files 
     std::vector<fs::path> stale;
     for (fs::directory_entry const & entry : fs::directory_iterator(directory)) {
         if (entry.is_regular_file() && files.count(fs::relative(entry.path(), root).generic_string()) == 0 &&
-            isOurs(readFile(entry.path()))) {
+            isOurs(readText(entry.path().string()).value_or(""))) {
             stale.push_back(entry.path());
         }
     }
@@ -134,7 +127,7 @@ Files emitFiles(Family const & family, WriteOptions const & options) {
     for (auto const & type : emission.metamodel.types) {
         if (type->asClass != nullptr) {
             addClass(collector, emission, *type->asClass);
-        } else if (!type->handWritten) {
+        } else if (type->kind == TypeKind::Enumeration) {
             collector.startGroup();
             collector.addHeader(type->name + ".h", emitEnumerationHeader(emission, *type));
             collector.addSource(type->name + ".cpp", emitEnumerationSource(emission, *type));

@@ -10,14 +10,10 @@
 #include <ZEL/Double.h>
 #include <ZEL/Initialize.h>
 #include <ZEL/Integer.h>
-#include <ZEL/PackageMergeKind.h>
-#include <ZEL/ParameterDirectionKind.h>
-#include <ZEL/PersistenceKind.h>
 #include <ZEL/Real.h>
 #include <ZEL/Single.h>
 #include <ZEL/String.h>
 #include <ZEL/UnlimitedNatural.h>
-#include <ZEL/VisibilityKind.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/base/LeakChecker.h>
 #include <ZEL/deviants/Deviant.h>
@@ -64,8 +60,11 @@
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/metamodel/PackageImport.h>
 #include <ZEL/metamodel/PackageMerge.h>
+#include <ZEL/metamodel/PackageMergeKind.h>
 #include <ZEL/metamodel/PackageableElement.h>
 #include <ZEL/metamodel/Parameter.h>
+#include <ZEL/metamodel/ParameterDirectionKind.h>
+#include <ZEL/metamodel/PersistenceKind.h>
 #include <ZEL/metamodel/PrimitiveType.h>
 #include <ZEL/metamodel/Profile.h>
 #include <ZEL/metamodel/Property.h>
@@ -78,6 +77,7 @@
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/metamodel/TypedElement.h>
 #include <ZEL/metamodel/ValueSpecification.h>
+#include <ZEL/metamodel/VisibilityKind.h>
 #include <ZEL/metamodel/Visitor.h>
 #include <ZEL/metamodel/VisitorEmpty.h>
 #include <ZEL/sequences/Sequence.h>

@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
+#include <sstream>
 
 namespace zelgen::test {
 namespace {
@@ -47,6 +49,31 @@ TEST(Golden, FilesAreWhatTheGeneratorMakes) {
             << "\n  golden:    " << std::string(was, std::find(was, golden.end(), '\n'))
             << "\n  generated: " << std::string(is, std::find(is, text.end(), '\n'))
             << "\nIf the change is meant: ZEL_UPDATE_GOLDENS=1 ctest -L generator, and commit tests/golden.";
+    }
+}
+
+std::vector<std::string> includesOf(std::string const & text) {
+    std::vector<std::string> includes;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind("#include", 0) == 0) {
+            includes.push_back(line.substr(10, line.size() - 11));
+        }
+    }
+    return includes;
+}
+
+TEST(Golden, NoFileIncludesAnotherTwiceOrWhatItsOwnHeaderIncludes) {
+    for (auto const & [path, text] : generated()) {
+        std::vector<std::string> const includes = includesOf(text);
+        auto const own = generated().find(includes.empty() ? "" : includes.front());
+        bool const isSource = path.find("_family_") == std::string::npos && path.back() == 'p';
+        std::vector<std::string> const ofHeader =
+            isSource && own != generated().end() ? includesOf(own->second) : std::vector<std::string>();
+        std::set<std::string> known(ofHeader.begin(), ofHeader.end());
+        for (std::string const & include : includes) {
+            EXPECT_TRUE(known.insert(include).second) << path << " includes " << include;
+        }
     }
 }
 

@@ -4,9 +4,10 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/PropertySupport.h>
 #include <ZEL/metamodel/StereotypeObject.h>
-#include <ZEL/sequences/SequenceField.h>
+#include <ZEL/sequences/Sequence.h>
 #include <machine/Bench.h>
 #include <machine/Part.h>
 #include <machine/Tested.h>
@@ -125,13 +126,13 @@ ZEL::Integer BenchIntf::getSize(ZEL::Deviant deviant) const { return getWeight(d
 
 ZEL::Boolean BenchIntf::hasNext(ZEL::Deviant deviant) const { return hasBenchNext(deviant); }
 
+Part BenchIntf::getNext(ZEL::Deviant deviant) const { return getBenchNext(deviant); }
+
 void BenchIntf::removeNext(ZEL::Deviant deviant) { removeBenchNext(deviant); }
 
 void BenchIntf::setNext(ZEL::Deviant deviant, Part const & value) {
     setBenchNext(deviant, ZEL::internal::narrowed<Bench>(value));
 }
-
-Part BenchIntf::getNext(ZEL::Deviant deviant) const { return getBenchNext(deviant); }
 
 void BenchIntf::removeOnlyNext(ZEL::Deviant deviant) { removeOnlyBenchNext(deviant); }
 

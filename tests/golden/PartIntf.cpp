@@ -4,9 +4,10 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/PropertySupport.h>
+#include <ZEL/sequences/Sequence.h>
 #include <ZEL/sequences/SequenceField.h>
-#include <machine/Colour.h>
 #include <machine/Part.h>
 
 namespace machine::NSInterface {
@@ -21,50 +22,9 @@ ZEL::Boolean PartIntf::hasIsRound(ZEL::Deviant) const { return ZEL::Boolean(true
 
 void PartIntf::removeIsRound(ZEL::Deviant) {}
 
-void PartIntf::setIsRound(ZEL::Deviant deviant, ZEL::Boolean const & value) {
-    if (isRound(deviant) == value) {
-        return;
-    }
-    ZEL::internal::writeStateOf<PartIntf>(*this, deviant).setIsRound(deviant, value);
-}
-
-ZEL::Boolean PartIntf::isRound(ZEL::Deviant deviant) const {
-    return ZEL::internal::readStateOf<PartIntf>(*this, deviant).isRound(deviant);
-}
-
-ZEL::Boolean PartIntf::hasSize(ZEL::Deviant deviant) const {
-    return ZEL::internal::readStateOf<PartIntf>(*this, deviant).hasSize(deviant);
-}
-
-void PartIntf::removeSize(ZEL::Deviant deviant) {
-    ZEL::internal::writeStateOf<PartIntf>(*this, deviant).removeSize(deviant);
-}
-
-void PartIntf::setSize(ZEL::Deviant deviant, ZEL::Integer const & value) {
-    if (hasSize(deviant) && getSize(deviant) == value) {
-        return;
-    }
-    ZEL::internal::writeStateOf<PartIntf>(*this, deviant).setSize(deviant, value);
-}
-
-ZEL::Integer PartIntf::getSize(ZEL::Deviant deviant) const {
-    return ZEL::internal::readStateOf<PartIntf>(*this, deviant).getSize(deviant);
-}
-
 ZEL::Boolean PartIntf::hasColour(ZEL::Deviant) const { return ZEL::Boolean(true); }
 
 void PartIntf::removeColour(ZEL::Deviant) {}
-
-void PartIntf::setColour(ZEL::Deviant deviant, Colour const & value) {
-    if (getColour(deviant) == value) {
-        return;
-    }
-    ZEL::internal::writeStateOf<PartIntf>(*this, deviant).setColour(deviant, value);
-}
-
-Colour PartIntf::getColour(ZEL::Deviant deviant) const {
-    return ZEL::internal::readStateOf<PartIntf>(*this, deviant).getColour(deviant);
-}
 
 void PartIntf::removeWhole(ZEL::Deviant deviant) { ZEL::internal::removeEnd(*this, deviant, wholeProperty()); }
 
@@ -108,14 +68,6 @@ void PartIntf::removeNext(ZEL::Deviant deviant) { ZEL::internal::removeEnd(*this
 
 void PartIntf::setNext(ZEL::Deviant deviant, Part const & value) {
     ZEL::internal::setEnd(*this, deviant, nextProperty(), value);
-}
-
-ZEL::Boolean PartIntf::hasNext(ZEL::Deviant deviant) const {
-    return ZEL::internal::readStateOf<PartIntf>(*this, deviant).hasNext(deviant);
-}
-
-Part PartIntf::getNext(ZEL::Deviant deviant) const {
-    return ZEL::internal::readStateOf<PartIntf>(*this, deviant).getNext(deviant);
 }
 
 void PartIntf::removeOnlyNext(ZEL::Deviant deviant) {

@@ -10,7 +10,6 @@
 #include <ZEL/metamodel/StereotypeObjectPropertyTable.h>
 #include <ZEL/metamodel/Tables.h>
 #include <machine/Part.h>
-#include <machine/Tables.h>
 #include <machine/TestedDeviantImpl.h>
 #include <machine/TestedImpl.h>
 #include <machine/TestedIntf.h>

@@ -5,12 +5,12 @@
 #include <ZEL/Argument.h>
 #include <ZEL/Double.h>
 #include <ZEL/Integer.h>
-#include <ZEL/PackageMergeKind.h>
-#include <ZEL/ParameterDirectionKind.h>
-#include <ZEL/PersistenceKind.h>
 #include <ZEL/Real.h>
 #include <ZEL/Single.h>
 #include <ZEL/String.h>
 #include <ZEL/UnlimitedNatural.h>
-#include <ZEL/VisibilityKind.h>
+#include <ZEL/metamodel/PackageMergeKind.h>
+#include <ZEL/metamodel/ParameterDirectionKind.h>
+#include <ZEL/metamodel/PersistenceKind.h>
+#include <ZEL/metamodel/VisibilityKind.h>
 #include <ZEL/values/TypeInfoRegistry.h>

@@ -5,11 +5,11 @@
 #include "support/OneTree.h"
 #include "uml/Nursery.h"
 
-#include <ZEL/PersistenceKind.h>
 #include <ZEL/ZEL.h>
 #include <ZEL/base/LeakChecker.h>
 #include <ZEL/deviants/Transaction.h>
 #include <ZEL/logging/Logger.h>
+#include <ZEL/metamodel/PersistenceKind.h>
 #include <ZEL/serializer/reader/XmiReader.h>
 #include <ZEL/serializer/writer/XmiWriter.h>
 #include <ZEL/tools/Comparator.h>

@@ -12,19 +12,6 @@ std::string getterBelow(Property const & view, Property const & part) {
 /// Any number of values: a sequence that keeps the other ends in step, and the raw one.
 class ManyForm : public PropertyForm {
 public:
-    std::string declarations(Printer const & print, Property const & p) const override {
-        return print(R"(
-[[nodiscard]] virtual ZEL::Sequence<$T$> get$Ps$(ZEL::Deviant deviant) const;
-[[nodiscard]] virtual ZEL::Sequence<$T$> get$Ps$WithoutAssociation(ZEL::Deviant deviant) const;
-$byName$
-$field$
-)",
-                     {{"Ps", p.plural},
-                      {"T", p.type->cppName()},
-                      {"byName", byNameDeclarations(print, p, "virtual ", "")},
-                      {"field", p.isField() ? fieldDeclarations(print, p) : ""}});
-    }
-
     std::string definitions(Printer const & print, Property const & p) const override {
         std::string const byName = p.making == Making::Hand ? "" : byNameDefinitions(print, p);
         switch (p.making) {
@@ -50,16 +37,6 @@ $field$
         default:
             return "";
         }
-    }
-
-    std::string forwardDeclarations(Printer const & print, Property const & p) const override {
-        return print(
-            R"(
-[[nodiscard]] ZEL::Sequence<$T$> get$Ps$(ZEL::Deviant deviant) const override;
-[[nodiscard]] ZEL::Sequence<$T$> get$Ps$WithoutAssociation(ZEL::Deviant deviant) const override;
-$byName$
-)",
-            {{"Ps", p.plural}, {"T", p.type->cppName()}, {"byName", byNameDeclarations(print, p, "", " override")}});
     }
 
     std::string forwardDefinitions(Printer const & print, Class const & of, Property const & p,
@@ -94,33 +71,21 @@ ZEL::Sequence<$T$> $X$Intf::get$Ps$WithoutAssociation(ZEL::Deviant deviant) cons
                byName;
     }
 
-    std::string stateDeclarations(Printer const & print, Property const & p) const override {
-        return print(R"(
-[[nodiscard]] ZEL::Sequence<$T$> get$Ps$WithoutAssociation(ZEL::Deviant deviant) const override;
-[[nodiscard]] $S$ & internal_$p$Field() override;
-)",
-                     {{"Ps", p.plural}, {"p", p.base}, {"T", p.type->cppName()}, {"S", storage(p)}});
+    std::string overrides(Printer const & print, Property const & p, Holder in) const override {
+        return in == Holder::Body
+                   ? ""
+                   : print("[[nodiscard]] $S$ & internal_$p$Field() override;\n", {{"p", p.base}, {"S", storage(p)}});
     }
 
-    std::string stateDefinitions(Printer const & print, Class const & of, Property const & p) const override {
-        return print(R"(
-ZEL::Sequence<$T$> $X$DeviantImpl::get$Ps$WithoutAssociation(ZEL::Deviant deviant) const {
-    return ZEL::internal::stateSequence<$T$>(*this, deviant, $I$::$p$Field());
-}
-
-$S$ & $X$DeviantImpl::internal_$p$Field() { return $f$; }
-)",
-                     {{"X", of.name},
-                      {"Ps", p.plural},
-                      {"p", p.base},
-                      {"T", p.type->cppName()},
-                      {"S", storage(p)},
-                      {"I", interfaceOf(*p.owner)},
-                      {"f", fieldText::member("fields.", p)}});
+    std::string overrideDefinitions(Printer const & print, Class const & of, Property const & p,
+                                    Holder in) const override {
+        return in == Holder::Body ? ""
+                                  : print("$S$ & $X$::internal_$p$Field() { return $f$; }\n",
+                                          {{"X", holderName(of, in)},
+                                           {"p", p.base},
+                                           {"S", storage(p)},
+                                           {"f", fieldText::member("fields.", p)}});
     }
-
-    std::string bodyDeclarations(Printer const &, Property const &) const override { return ""; }
-    std::string bodyDefinitions(Printer const &, Class const &, Property const &) const override { return ""; }
 
     std::string readers(Printer const & print, Property const & p) const override {
         return print(R"(
@@ -160,37 +125,45 @@ struct $P$T {
                      {{"P", p.capital}, {"Ps", p.plural}, {"T", p.type->cppName()}});
     }
 
+protected:
+    std::string operations(Printer const & print, Property const & p, Property const & by) const override {
+        std::string const byName = !hasByName(p) ? ""
+                                                 : print(R"(
+[[nodiscard]] $before$$T$ get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name)$after$;
+[[nodiscard]] $before$$IT$ get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name) const$after$;
+)",
+                                                         {{"before", before(p, by)},
+                                                          {"after", after(p, by)},
+                                                          {"P", p.capital},
+                                                          {"T", p.type->cppName()},
+                                                          {"IT", p.type->cppName(true)}});
+        std::string const field = !p.isField() || &p != &by ? ""
+                                                            : print(R"(
+/// The field; of states alone.
+[[nodiscard]] virtual $S$ & internal_$p$Field();
+[[nodiscard]] static ZEL::Generic::SequenceField const & $p$Field() noexcept;
+)",
+                                                                    {{"S", storage(p)}, {"p", p.base}});
+        return print(R"(
+[[nodiscard]] $before$ZEL::Sequence<$T$> get$Ps$(ZEL::Deviant deviant) const$after$;
+[[nodiscard]] $before$ZEL::Sequence<$T$> get$Ps$WithoutAssociation(ZEL::Deviant deviant) const$after$;
+$byName$
+$field$
+)",
+                     {{"before", before(p, by)},
+                      {"after", after(p, by)},
+                      {"Ps", p.plural},
+                      {"T", p.type->cppName()},
+                      {"byName", byName},
+                      {"field", field}});
+    }
+
 private:
     static bool isText(Property const & p) { return p.field == FieldKind::Texts; }
     static std::string storage(Property const & p) {
         return isText(p) ? "ZEL::internal::PersistentTextSequence" : "ZEL::internal::PersistentSequence";
     }
     static bool hasByName(Property const & p) { return p.type->asClass != nullptr && p.type->asClass->isNamedElement; }
-
-    static std::string fieldDeclarations(Printer const & print, Property const & p) {
-        return print(R"(
-/// The field; of states alone.
-[[nodiscard]] virtual $S$ & internal_$p$Field();
-[[nodiscard]] static ZEL::Generic::SequenceField const & $p$Field() noexcept;
-)",
-                     {{"S", storage(p)}, {"p", p.base}});
-    }
-
-    static std::string byNameDeclarations(Printer const & print, Property const & p, std::string const & before,
-                                          std::string const & behind) {
-        if (!hasByName(p)) {
-            return "";
-        }
-        return print(R"(
-[[nodiscard]] $virtual$$T$ get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name)$override$;
-[[nodiscard]] $virtual$$IT$ get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name) const$override$;
-)",
-                     {{"P", p.capital},
-                      {"T", p.type->cppName()},
-                      {"IT", p.type->cppName(true)},
-                      {"virtual", before},
-                      {"override", behind}});
-    }
 
     static std::string byNameDefinitions(Printer const & print, Property const & p) {
         if (!hasByName(p)) {

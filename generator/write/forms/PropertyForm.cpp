@@ -4,8 +4,6 @@ namespace zelgen {
 
 PropertyForm const & PropertyForm::of(Property const & property) {
     switch (property.form) {
-    case Form::Flag:
-        return flagForm();
     case Form::Reference:
         return referenceForm();
     case Form::Many:
@@ -24,6 +22,10 @@ std::string operationsOf(Class const & c) {
 std::string descriptorOperation(Property const & p) { return p.base + "Property"; }
 
 std::string descriptorOf(Property const & p) { return operationsOf(*p.owner) + "::" + descriptorOperation(p) + "()"; }
+
+std::string holderName(Class const & of, Holder holder) {
+    return of.name + (holder == Holder::Body ? "Impl" : "DeviantImpl");
+}
 
 std::string qualifierOf(Property const & p, Property const & by) {
     return p.base == by.base ? interfaceOf(*by.owner) + "::" : "";

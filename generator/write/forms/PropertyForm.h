@@ -7,6 +7,9 @@
 
 namespace zelgen {
 
+/// The two classes that implement the operations of an interface for an object.
+enum class Holder { State, Body };
+
 /// The texts of one form of property: what stands for a property of this form in each kind of file.
 ///
 /// Each text is a block of lines without indentation; an empty one stands for nothing. One object per form.
@@ -16,21 +19,23 @@ public:
 
     [[nodiscard]] static PropertyForm const & of(Property const & property);
 
-    /// Operations of the interface.
-    [[nodiscard]] virtual std::string declarations(Printer const & print, Property const & p) const = 0;
+    /// Operations of the interface. Those that state and body both override are pure and have no definition.
+    [[nodiscard]] std::string declarations(Printer const & print, Property const & p) const {
+        return operations(print, p, p);
+    }
     [[nodiscard]] virtual std::string definitions(Printer const & print, Property const & p) const = 0;
-    /// The same operations of the interface `of`, which redefines `p` by `by`.
-    [[nodiscard]] virtual std::string forwardDeclarations(Printer const & print, Property const & p) const = 0;
+    /// The same operations of an interface that redefines `p` by `by`.
+    [[nodiscard]] std::string forwardDeclarations(Printer const & print, Property const & p,
+                                                  Property const & by) const {
+        return operations(print, p, by);
+    }
     [[nodiscard]] virtual std::string forwardDefinitions(Printer const & print, Class const & of, Property const & p,
                                                          Property const & by) const = 0;
-    /// Overrides in the states of a class, over the field; for stored properties only.
-    [[nodiscard]] virtual std::string stateDeclarations(Printer const & print, Property const & p) const = 0;
-    [[nodiscard]] virtual std::string stateDefinitions(Printer const & print, Class const & of,
-                                                       Property const & p) const = 0;
-    /// Overrides in the body of a class, by the fast road to the field; empty where there is none.
-    [[nodiscard]] virtual std::string bodyDeclarations(Printer const & print, Property const & p) const = 0;
-    [[nodiscard]] virtual std::string bodyDefinitions(Printer const & print, Class const & of,
-                                                      Property const & p) const = 0;
+    /// Overrides in the states or the body of a class, over the field; for stored properties only. Empty where there are
+    /// none.
+    [[nodiscard]] virtual std::string overrides(Printer const & print, Property const & p, Holder in) const = 0;
+    [[nodiscard]] virtual std::string overrideDefinitions(Printer const & print, Class const & of, Property const & p,
+                                                          Holder in) const = 0;
     /// Operations of `ImmutableX` and those that `X` adds; the definitions are those that are not inline.
     [[nodiscard]] virtual std::string readers(Printer const & print, Property const & p) const = 0;
     [[nodiscard]] virtual std::string readerDefinitions(Printer const & print, Class const & of,
@@ -40,10 +45,22 @@ public:
                                                         Property const & p) const = 0;
     /// The tag by which applications name the property at compile time.
     [[nodiscard]] virtual std::string tag(Printer const & print, Property const & p) const = 0;
+
+protected:
+    /// Declarations of the operations of `p`, which do what those of `by` do: virtual ones if that is `p` itself, else
+    /// overrides.
+    [[nodiscard]] virtual std::string operations(Printer const & print, Property const & p,
+                                                 Property const & by) const = 0;
+
+    [[nodiscard]] static std::string before(Property const & p, Property const & by) {
+        return &p == &by ? "virtual " : "";
+    }
+    [[nodiscard]] static std::string after(Property const & p, Property const & by, bool isPure = false) {
+        return std::string(&p == &by ? "" : " override") + (isPure ? " = 0" : "");
+    }
 };
 
 // The forms.
-[[nodiscard]] PropertyForm const & flagForm();
 [[nodiscard]] PropertyForm const & valueForm();
 [[nodiscard]] PropertyForm const & referenceForm();
 [[nodiscard]] PropertyForm const & manyForm();
@@ -56,6 +73,8 @@ public:
 [[nodiscard]] std::string operationsOf(Class const & c);
 /// "bodyProperty".
 [[nodiscard]] std::string descriptorOperation(Property const & p);
+/// "CommentImpl", "CommentDeviantImpl".
+[[nodiscard]] std::string holderName(Class const & of, Holder holder);
 /// What goes before an operation of `by` in one of `p` that forwards to it: its interface if both are called the same.
 [[nodiscard]] std::string qualifierOf(Property const & p, Property const & by);
 /// The text that an operation of an unimplemented derived property raises, as a literal.

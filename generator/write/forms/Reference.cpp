@@ -8,18 +8,6 @@ namespace {
 /// alone; they stay off the handles.
 class ReferenceForm : public PropertyForm {
 public:
-    std::string declarations(Printer const & print, Property const & p) const override {
-        return print(R"(
-[[nodiscard]] virtual ZEL::Boolean has$P$(ZEL::Deviant deviant) const;
-virtual void remove$P$(ZEL::Deviant deviant);
-virtual void set$P$(ZEL::Deviant deviant, $T$ const & value);
-[[nodiscard]] virtual $T$ get$P$(ZEL::Deviant deviant) const;
-virtual void removeOnly$P$(ZEL::Deviant deviant);
-virtual void setOnly$P$(ZEL::Deviant deviant, $T$ const & value);
-)",
-                     {{"P", p.capital}, {"T", p.type->cppName()}});
-    }
-
     std::string definitions(Printer const & print, Property const & p) const override {
         switch (p.making) {
         case Making::Field:
@@ -33,32 +21,28 @@ virtual void setOnly$P$(ZEL::Deviant deviant, $T$ const & value);
         }
     }
 
-    std::string forwardDeclarations(Printer const & print, Property const & p) const override {
-        return print(R"(
-[[nodiscard]] ZEL::Boolean has$P$(ZEL::Deviant deviant) const override;
-void remove$P$(ZEL::Deviant deviant) override;
-void set$P$(ZEL::Deviant deviant, $T$ const & value) override;
-[[nodiscard]] $T$ get$P$(ZEL::Deviant deviant) const override;
-void removeOnly$P$(ZEL::Deviant deviant) override;
-void setOnly$P$(ZEL::Deviant deviant, $T$ const & value) override;
-)",
-                     {{"P", p.capital}, {"T", p.type->cppName()}});
-    }
-
     std::string forwardDefinitions(Printer const & print, Class const & of, Property const & p,
                                    Property const & by) const override {
         std::string const value =
             p.type == by.type ? "value" : "ZEL::internal::narrowed<" + by.type->cppName() + ">(value)";
-        return print(R"(
+        std::string const reading = isPure(p, by) ? ""
+                                                  : print(R"(
 ZEL::Boolean $X$Intf::has$P$(ZEL::Deviant deviant) const { return $I$has$Q$(deviant); }
 
+$T$ $X$Intf::get$P$(ZEL::Deviant deviant) const { return $I$get$Q$(deviant); }
+
+)",
+                                                          {{"X", of.name},
+                                                           {"P", p.capital},
+                                                           {"Q", by.capital},
+                                                           {"T", p.type->cppName()},
+                                                           {"I", qualifierOf(p, by)}});
+        return reading + print(R"(
 void $X$Intf::remove$P$(ZEL::Deviant deviant) { $I$remove$Q$(deviant); }
 
 void $X$Intf::set$P$(ZEL::Deviant deviant, $T$ const & value) {
     $I$set$Q$(deviant, $value$);
 }
-
-$T$ $X$Intf::get$P$(ZEL::Deviant deviant) const { return $I$get$Q$(deviant); }
 
 void $X$Intf::removeOnly$P$(ZEL::Deviant deviant) { $I$removeOnly$Q$(deviant); }
 
@@ -66,56 +50,54 @@ void $X$Intf::setOnly$P$(ZEL::Deviant deviant, $T$ const & value) {
     $I$setOnly$Q$(deviant, $value$);
 }
 )",
-                     {{"X", of.name},
-                      {"P", p.capital},
-                      {"Q", by.capital},
-                      {"T", p.type->cppName()},
-                      {"value", value},
-                      {"I", qualifierOf(p, by)}});
+                               {{"X", of.name},
+                                {"P", p.capital},
+                                {"Q", by.capital},
+                                {"T", p.type->cppName()},
+                                {"value", value},
+                                {"I", qualifierOf(p, by)}});
     }
 
-    std::string stateDeclarations(Printer const & print, Property const & p) const override {
-        return print(R"(
-[[nodiscard]] ZEL::Boolean has$P$(ZEL::Deviant deviant) const override;
+    std::string overrides(Printer const & print, Property const & p, Holder in) const override {
+        std::string const writing = in == Holder::Body ? ""
+                                                       : print(R"(
 void remove$P$(ZEL::Deviant deviant) override;
 void set$P$(ZEL::Deviant deviant, $T$ const & value) override;
-[[nodiscard]] $T$ get$P$(ZEL::Deviant deviant) const override;
 )",
-                     {{"P", p.capital}, {"T", p.type->cppName()}});
-    }
-
-    std::string stateDefinitions(Printer const & print, Class const & of, Property const & p) const override {
-        return print(
-            R"(
-ZEL::Boolean $X$DeviantImpl::has$P$(ZEL::Deviant) const { return ZEL::Boolean($f$ != nullptr); }
-
-void $X$DeviantImpl::remove$P$(ZEL::Deviant) { $f$ = nullptr; }
-
-void $X$DeviantImpl::set$P$(ZEL::Deviant, $T$ const & value) { $f$ = value.getImplementationWithoutAssert(); }
-
-$T$ $X$DeviantImpl::get$P$(ZEL::Deviant deviant) const { return $T$($f$, deviant); }
-)",
-            {{"X", of.name}, {"P", p.capital}, {"T", p.type->cppName()}, {"f", fieldText::member("fields.", p)}});
-    }
-
-    std::string bodyDeclarations(Printer const & print, Property const & p) const override {
+                                                               {{"P", p.capital}, {"T", p.type->cppName()}});
         return print(R"(
 [[nodiscard]] ZEL::Boolean has$P$(ZEL::Deviant deviant) const override;
+$writing$
 [[nodiscard]] $T$ get$P$(ZEL::Deviant deviant) const override;
 )",
-                     {{"P", p.capital}, {"T", p.type->cppName()}});
+                     {{"P", p.capital}, {"T", p.type->cppName()}, {"writing", writing}});
     }
 
-    std::string bodyDefinitions(Printer const & print, Class const & of, Property const & p) const override {
-        return print(R"(
-ZEL::Boolean $X$Impl::has$P$(ZEL::Deviant deviant) const { return ZEL::Boolean($f$ != nullptr); }
+    std::string overrideDefinitions(Printer const & print, Class const & of, Property const & p,
+                                    Holder in) const override {
+        bool const isBody = in == Holder::Body;
+        std::string const writing = isBody ? ""
+                                           : print(R"(
 
-$T$ $X$Impl::get$P$(ZEL::Deviant deviant) const { return $T$($f$, deviant); }
+void $X$::remove$P$(ZEL::Deviant) { $f$ = nullptr; }
+
+void $X$::set$P$(ZEL::Deviant, $T$ const & value) { $f$ = value.getImplementationWithoutAssert(); }
 )",
-                     {{"X", of.name},
+                                                   {{"X", holderName(of, in)},
+                                                    {"P", p.capital},
+                                                    {"T", p.type->cppName()},
+                                                    {"f", fieldText::member("fields.", p)}});
+        return print(R"(
+ZEL::Boolean $X$::has$P$(ZEL::Deviant$deviant$) const { return ZEL::Boolean($f$ != nullptr); }
+
+$T$ $X$::get$P$(ZEL::Deviant deviant) const { return $T$($f$, deviant); }
+)",
+                     {{"X", holderName(of, in)},
                       {"P", p.capital},
                       {"T", p.type->cppName()},
-                      {"f", fieldText::member("read(deviant).", p)}});
+                      {"deviant", isBody ? " deviant" : ""},
+                      {"f", fieldText::member(isBody ? "read(deviant)." : "fields.", p)}}) +
+               writing;
     }
 
     std::string readers(Printer const & print, Property const & p) const override {
@@ -154,7 +136,27 @@ struct $P$T {
                      {{"P", p.capital}, {"T", p.type->cppName()}});
     }
 
+protected:
+    std::string operations(Printer const & print, Property const & p, Property const & by) const override {
+        return print(R"(
+[[nodiscard]] $before$ZEL::Boolean has$P$(ZEL::Deviant deviant) const$reading$;
+$before$void remove$P$(ZEL::Deviant deviant)$after$;
+$before$void set$P$(ZEL::Deviant deviant, $T$ const & value)$after$;
+[[nodiscard]] $before$$T$ get$P$(ZEL::Deviant deviant) const$reading$;
+$before$void removeOnly$P$(ZEL::Deviant deviant)$after$;
+$before$void setOnly$P$(ZEL::Deviant deviant, $T$ const & value)$after$;
+)",
+                     {{"before", before(p, by)},
+                      {"after", after(p, by)},
+                      {"reading", after(p, by, isPure(p, by))},
+                      {"P", p.capital},
+                      {"T", p.type->cppName()}});
+    }
+
 private:
+    /// State and body both override `has` and `get`, of `p` as of `by`, whose operations are called the same.
+    static bool isPure(Property const & p, Property const & by) { return by.isField() && p.base == by.base; }
+
     static std::string bothEnds(Printer const & print, Property const & p) {
         return print(R"(
 void $X$Intf::remove$P$(ZEL::Deviant deviant) { ZEL::internal::removeEnd(*this, deviant, $p$()); }
@@ -168,14 +170,6 @@ void $X$Intf::set$P$(ZEL::Deviant deviant, $T$ const & value) {
 
     static std::string storedEnd(Printer const & print, Property const & p) {
         return print(R"(
-ZEL::Boolean $X$Intf::has$P$(ZEL::Deviant deviant) const {
-    return ZEL::internal::readStateOf<$X$Intf>(*this, deviant).has$P$(deviant);
-}
-
-$T$ $X$Intf::get$P$(ZEL::Deviant deviant) const {
-    return ZEL::internal::readStateOf<$X$Intf>(*this, deviant).get$P$(deviant);
-}
-
 void $X$Intf::removeOnly$P$(ZEL::Deviant deviant) {
     ZEL::internal::writeStateOf<$X$Intf>(*this, deviant).remove$P$(deviant);
 }

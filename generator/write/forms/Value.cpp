@@ -4,156 +4,129 @@
 namespace zelgen {
 namespace {
 
-/// A single value of a data type. A required one always has a value; of others the field or a has-flag tells.
+/// Operations that state and body both override, and which are therefore pure in the interface.
+struct Pure {
+    bool presence; ///< `has` and `remove`
+    bool setter;
+    bool getter;
+};
+
+/// Of the operations of `p`, which do what those of `by` do. An operation of another name is not pure: it forwards.
+Pure pureOf(Property const & p, Property const & by) {
+    bool const isStored = by.isField() && p.base == by.base;
+    return {isStored && by.form == Form::Value, isStored, isStored && p.getter() == by.getter()};
+}
+
+/// A single value of a data type. A required one always has a value; of others the field or a has-flag tells. A required
+/// Boolean `isFoo` is a flag: its reader is called as the property.
 class ValueForm : public PropertyForm {
 public:
-    std::string declarations(Printer const & print, Property const & p) const override {
-        return print(R"(
-[[nodiscard]] virtual ZEL::Boolean has$P$(ZEL::Deviant deviant) const;
-virtual void remove$P$(ZEL::Deviant deviant);
-virtual void set$P$(ZEL::Deviant deviant, $T$ const & value);
-[[nodiscard]] virtual $T$ get$P$(ZEL::Deviant deviant) const;
-)",
-                     {{"P", p.capital}, {"T", p.type->cppName()}});
-    }
-
     std::string definitions(Printer const & print, Property const & p) const override {
         if (p.making == Making::Unimplemented) {
             return unimplemented(print, p);
         }
-        if (!p.isField()) {
+        if (!p.isField() || p.form == Form::Value) {
             return "";
         }
-        return print(
-            R"(
-$presence$
-
-void $X$Intf::set$P$(ZEL::Deviant deviant, $T$ const & value) {
-    if ($unchanged$) {
-        return;
-    }
-    ZEL::internal::writeStateOf<$X$Intf>(*this, deviant).set$P$(deviant, value);
-}
-
-$T$ $X$Intf::get$P$(ZEL::Deviant deviant) const {
-    return ZEL::internal::readStateOf<$X$Intf>(*this, deviant).get$P$(deviant);
-}
-)",
-            {{"presence", presence(print, p)},
-             {"X", p.owner->name},
-             {"P", p.capital},
-             {"T", p.type->cppName()},
-             {"unchanged", (fieldText::mayHoldAbsentValue(p) ? "has" + p.capital + "(deviant) && get" : "get") +
-                               p.capital + "(deviant) == value"}});
-    }
-
-    std::string forwardDeclarations(Printer const & print, Property const & p) const override {
         return print(R"(
-[[nodiscard]] ZEL::Boolean has$P$(ZEL::Deviant deviant) const override;
-void remove$P$(ZEL::Deviant deviant) override;
-void set$P$(ZEL::Deviant deviant, $T$ const & value) override;
-[[nodiscard]] $T$ get$P$(ZEL::Deviant deviant) const override;
+ZEL::Boolean $X$Intf::has$P$(ZEL::Deviant) const { return ZEL::Boolean(true); }
+
+void $X$Intf::remove$P$(ZEL::Deviant) {}
 )",
-                     {{"P", p.capital}, {"T", p.type->cppName()}});
+                     {{"X", p.owner->name}, {"P", p.capital}});
     }
 
     std::string forwardDefinitions(Printer const & print, Class const & of, Property const & p,
                                    Property const & by) const override {
-        return print(
-            R"(
+        Pure const pure = pureOf(p, by);
+        std::string const presence =
+            print(R"(
 ZEL::Boolean $X$Intf::has$P$(ZEL::Deviant deviant) const { return $I$has$Q$(deviant); }
 
 void $X$Intf::remove$P$(ZEL::Deviant deviant) { $I$remove$Q$(deviant); }
-
+)",
+                  {{"X", of.name}, {"P", p.capital}, {"Q", by.capital}, {"I", qualifierOf(p, by)}});
+        std::string const setter = print(
+            R"(
 void $X$Intf::set$P$(ZEL::Deviant deviant, $T$ const & value) { $I$set$Q$(deviant, value); }
-
-$T$ $X$Intf::get$P$(ZEL::Deviant deviant) const { return $I$get$Q$(deviant); }
 )",
             {{"X", of.name}, {"P", p.capital}, {"Q", by.capital}, {"T", p.type->cppName()}, {"I", qualifierOf(p, by)}});
+        std::string const getter = print(R"(
+$T$ $X$Intf::$get$(ZEL::Deviant deviant) const { return $I$$getBy$(deviant); }
+)",
+                                         {{"X", of.name},
+                                          {"get", p.getter()},
+                                          {"getBy", by.getter()},
+                                          {"T", p.type->cppName()},
+                                          {"I", p.getter() == by.getter() ? qualifierOf(p, by) : ""}});
+        return Printer::blocks({pure.presence ? "" : presence, pure.setter ? "" : setter, pure.getter ? "" : getter});
     }
 
-    std::string stateDeclarations(Printer const & print, Property const & p) const override {
-        if (p.form == Form::RequiredValue) {
-            return print(R"(
+    std::string overrides(Printer const & print, Property const & p, Holder) const override {
+        std::string const access = print(R"(
 void set$P$(ZEL::Deviant deviant, $T$ const & value) override;
-[[nodiscard]] $T$ get$P$(ZEL::Deviant deviant) const override;
+[[nodiscard]] $T$ $get$(ZEL::Deviant deviant) const override;
 )",
-                         {{"P", p.capital}, {"T", p.type->cppName()}});
-        }
-        return forwardDeclarations(print, p);
+                                         {{"P", p.capital}, {"get", p.getter()}, {"T", p.type->cppName()}});
+        return p.form != Form::Value ? access
+                                     : print(R"(
+[[nodiscard]] ZEL::Boolean has$P$(ZEL::Deviant deviant) const override;
+void remove$P$(ZEL::Deviant deviant) override;
+$access$
+)",
+                                             {{"P", p.capital}, {"access", access}});
     }
 
-    std::string stateDefinitions(Printer const & print, Class const & of, Property const & p) const override {
-        std::string access = print(R"(
-void $X$DeviantImpl::set$P$(ZEL::Deviant, $T$ const & value) {
+    std::string overrideDefinitions(Printer const & print, Class const & of, Property const & p,
+                                    Holder in) const override {
+        bool const isBody = in == Holder::Body;
+        std::string const deviant = isBody ? " deviant" : "";
+        std::string const reading = isBody ? "read(deviant)." : "fields.";
+        std::string const writing = isBody ? "auto & fields = write(deviant);" : "";
+        std::string const comparing = !isBody ? ""
+                                              : print(R"(
+auto const & present = read(deviant);
+if ($holds$) {
+    return;
+}
+)",
+                                                      {{"holds", fieldText::holds("present.", p, "value")}});
+        std::string const access = print(R"(
+void $X$::set$P$(ZEL::Deviant$deviant$, $T$ const & value) {
+    $comparing$
+    $writing$
     $store$
 }
 
-$T$ $X$DeviantImpl::get$P$(ZEL::Deviant) const { return $load$; }
+$T$ $X$::$get$(ZEL::Deviant$deviant$) const { return $load$; }
 )",
-                                   {{"X", of.name},
-                                    {"P", p.capital},
-                                    {"T", p.type->cppName()},
-                                    {"store", fieldText::store("fields.", p, "value")},
-                                    {"load", fieldText::load("fields.", p)}});
-        if (p.form == Form::RequiredValue) {
+                                         {{"X", holderName(of, in)},
+                                          {"P", p.capital},
+                                          {"get", p.getter()},
+                                          {"T", p.type->cppName()},
+                                          {"deviant", deviant},
+                                          {"comparing", comparing},
+                                          {"writing", writing},
+                                          {"store", fieldText::store("fields.", p, "value")},
+                                          {"load", fieldText::load(reading, p)}});
+        if (p.form != Form::Value) {
             return access;
         }
         return print(R"(
-ZEL::Boolean $X$DeviantImpl::has$P$(ZEL::Deviant) const { return ZEL::Boolean($isSet$); }
+ZEL::Boolean $X$::has$P$(ZEL::Deviant$deviant$) const { return ZEL::Boolean($isSet$); }
 
-void $X$DeviantImpl::remove$P$(ZEL::Deviant) {
+void $X$::remove$P$(ZEL::Deviant$deviant$) {
+    $writing$
     $clear$
 }
 
 $access$
 )",
-                     {{"X", of.name},
+                     {{"X", holderName(of, in)},
                       {"P", p.capital},
-                      {"isSet", boolOf(fieldText::isSet("fields.", p), p)},
-                      {"clear", fieldText::clear("fields.", p)},
-                      {"access", access}});
-    }
-
-    std::string bodyDeclarations(Printer const & print, Property const & p) const override {
-        return stateDeclarations(print, p);
-    }
-
-    std::string bodyDefinitions(Printer const & print, Class const & of, Property const & p) const override {
-        std::string access = print(R"(
-void $X$Impl::set$P$(ZEL::Deviant deviant, $T$ const & value) {
-    auto const & present = read(deviant);
-    if ($holds$) {
-        return;
-    }
-    auto & fields = write(deviant);
-    $store$
-}
-
-$T$ $X$Impl::get$P$(ZEL::Deviant deviant) const { return $load$; }
-)",
-                                   {{"X", of.name},
-                                    {"P", p.capital},
-                                    {"T", p.type->cppName()},
-                                    {"holds", fieldText::holds("present.", p, "value")},
-                                    {"store", fieldText::store("fields.", p, "value")},
-                                    {"load", fieldText::load("read(deviant).", p)}});
-        if (p.form == Form::RequiredValue) {
-            return access;
-        }
-        return print(R"(
-ZEL::Boolean $X$Impl::has$P$(ZEL::Deviant deviant) const { return ZEL::Boolean($isSet$); }
-
-void $X$Impl::remove$P$(ZEL::Deviant deviant) {
-    auto & fields = write(deviant);
-    $clear$
-}
-
-$access$
-)",
-                     {{"X", of.name},
-                      {"P", p.capital},
-                      {"isSet", boolOf(fieldText::isSet("read(deviant).", p), p)},
+                      {"deviant", deviant},
+                      {"writing", writing},
+                      {"isSet", boolOf(fieldText::isSet(reading, p), p)},
                       {"clear", fieldText::clear("fields.", p)},
                       {"access", access}});
     }
@@ -161,9 +134,9 @@ $access$
     std::string readers(Printer const & print, Property const & p) const override {
         return print(R"(
 [[nodiscard]] ZEL::Boolean has$P$() const { return getImplementation()->has$P$(getDeviant()); }
-[[nodiscard]] $T$ get$P$() const { return getImplementation()->get$P$(getDeviant()); }
+[[nodiscard]] $T$ $get$() const { return getImplementation()->$get$(getDeviant()); }
 )",
-                     {{"P", p.capital}, {"T", p.type->cppName()}});
+                     {{"P", p.capital}, {"get", p.getter()}, {"T", p.type->cppName()}});
     }
     std::string readerDefinitions(Printer const &, Class const &, Property const &) const override { return ""; }
 
@@ -180,13 +153,31 @@ void set$P$($T$ const & value) const { getImplementation()->set$P$(getDeviant(),
         return print(R"(
 struct $P$T {
     static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
-    template <class H> static auto get(H const & object) { return object.get$P$(); }
+    template <class H> static auto get(H const & object) { return object.$get$(); }
     template <class H> static bool has(H const & object) { return bool(object.has$P$()); }
     template <class H> static void setOrAdd(H const & object, $T$ const & value) { object.set$P$(value); }
     template <class H> static void remove(H const & object) { object.remove$P$(); }
 };
 )",
-                     {{"P", p.capital}, {"T", p.type->cppName()}});
+                     {{"P", p.capital}, {"get", p.getter()}, {"T", p.type->cppName()}});
+    }
+
+protected:
+    std::string operations(Printer const & print, Property const & p, Property const & by) const override {
+        Pure const pure = pureOf(p, by);
+        return print(R"(
+[[nodiscard]] $before$ZEL::Boolean has$P$(ZEL::Deviant deviant) const$presence$;
+$before$void remove$P$(ZEL::Deviant deviant)$presence$;
+$before$void set$P$(ZEL::Deviant deviant, $T$ const & value)$setter$;
+[[nodiscard]] $before$$T$ $get$(ZEL::Deviant deviant) const$getter$;
+)",
+                     {{"before", before(p, by)},
+                      {"presence", after(p, by, pure.presence)},
+                      {"setter", after(p, by, pure.setter)},
+                      {"getter", after(p, by, pure.getter)},
+                      {"P", p.capital},
+                      {"get", p.getter()},
+                      {"T", p.type->cppName()}});
     }
 
 private:
@@ -195,29 +186,9 @@ private:
         return p.keepsHas || p.field == FieldKind::Flag ? "bool(" + expression + ')' : expression;
     }
 
-    static std::string presence(Printer const & print, Property const & p) {
-        if (p.form == Form::RequiredValue) {
-            return print(R"(
-ZEL::Boolean $X$Intf::has$P$(ZEL::Deviant) const { return ZEL::Boolean(true); }
-
-void $X$Intf::remove$P$(ZEL::Deviant) {}
-)",
-                         {{"X", p.owner->name}, {"P", p.capital}});
-        }
-        return print(R"(
-ZEL::Boolean $X$Intf::has$P$(ZEL::Deviant deviant) const {
-    return ZEL::internal::readStateOf<$X$Intf>(*this, deviant).has$P$(deviant);
-}
-
-void $X$Intf::remove$P$(ZEL::Deviant deviant) {
-    ZEL::internal::writeStateOf<$X$Intf>(*this, deviant).remove$P$(deviant);
-}
-)",
-                     {{"X", p.owner->name}, {"P", p.capital}});
-    }
-
     static std::string unimplemented(Printer const & print, Property const & p) {
         std::string const raise = "ZEL::raiseUnimplemented(" + unimplementedText(p) + ");";
+        bool const hasValue = p.form == Form::Flag || !p.fixed.empty();
         return print(R"(
 ZEL::Boolean $X$Intf::has$P$(ZEL::Deviant) const { $has$ }
 
@@ -225,14 +196,15 @@ void $X$Intf::remove$P$(ZEL::Deviant) { $raise$ }
 
 void $X$Intf::set$P$(ZEL::Deviant, $T$ const &) { $raise$ }
 
-$T$ $X$Intf::get$P$(ZEL::Deviant) const { $get$ }
+$T$ $X$Intf::$get$(ZEL::Deviant) const { $value$ }
 )",
                      {{"X", p.owner->name},
                       {"P", p.capital},
+                      {"get", p.getter()},
                       {"T", p.type->cppName()},
                       {"raise", raise},
-                      {"has", p.fixed.empty() ? raise : "return ZEL::Boolean(true);"},
-                      {"get", p.fixed.empty() ? raise : "return " + fieldText::constant(p, p.fixed) + ';'}});
+                      {"has", hasValue ? "return ZEL::Boolean(true);" : raise},
+                      {"value", p.fixed.empty() ? raise : "return " + fieldText::constant(p, p.fixed) + ';'}});
     }
 };
 

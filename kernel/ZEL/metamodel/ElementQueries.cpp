@@ -2,7 +2,6 @@
 
 #include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
-#include <ZEL/PersistenceKind.h>
 #include <ZEL/String.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/Class.h>
@@ -12,6 +11,7 @@
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/PackageIntf.h>
+#include <ZEL/metamodel/PersistenceKind.h>
 #include <ZEL/metamodel/PropertySupport.h>
 #include <ZEL/metamodel/StateCore.h>
 

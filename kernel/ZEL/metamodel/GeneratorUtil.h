@@ -1,9 +1,9 @@
 #pragma once
 
 #include <ZEL/Export.h>
-#include <ZEL/PersistenceKind.h>
 #include <ZEL/UnlimitedNatural.h>
-#include <ZEL/VisibilityKind.h>
+#include <ZEL/metamodel/PersistenceKind.h>
+#include <ZEL/metamodel/VisibilityKind.h>
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <ZEL/PersistenceKind.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/PersistenceKind.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/metamodel/Type.h>

@@ -88,16 +88,11 @@ template <class T> [[nodiscard]] Sequence<T> asSequence(Generic::SequenceHandle 
     return Sequence<T>(handle.getImplementationWithoutAssert(), deviant);
 }
 
-/// The stored values of a multi-valued property: found anew, in the right state, at each use.
+/// The stored values of a multi-valued property: found anew, in the right state, at each use. Of a state, its own.
 template <class T>
 Sequence<T> storedSequence(NSInterface::ClassObjectIntf const & object, Deviant deviant,
                            Generic::SequenceField const & field) {
     return asSequence<T>(storedSequenceHandle(object, deviant, field), deviant);
-}
-/// The values in one state.
-template <class T>
-Sequence<T> stateSequence(StateCore const & state, Deviant deviant, Generic::SequenceField const & field) {
-    return asSequence<T>(storedSequenceHandle(state, deviant, field), deviant);
 }
 /// The raw sequence with its other end kept in step; the raw sequence itself where there is no other end to keep.
 template <class T>

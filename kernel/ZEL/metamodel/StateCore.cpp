@@ -77,7 +77,7 @@ void StateCore::setContainerZEL(Deviant, ClassObject const & container) {
 ClassObject StateCore::getContainerZEL(Deviant deviant) const { return ClassObject(containerZEL, deviant); }
 
 Sequence<StereotypeObject> StateCore::getAppliedStereotypeInstancesWithoutAssociation(Deviant deviant) const {
-    return stateSequence<StereotypeObject>(*this, deviant, stereotypeInstanceField());
+    return storedSequence<StereotypeObject>(*this, deviant, stereotypeInstanceField());
 }
 
 } // namespace ZEL::internal

@@ -1,7 +1,6 @@
 #include "kernel/ZEL/metamodel/ExpectedMetaModel.h"
 #include "support/RunAgain.h"
 
-#include <ZEL/PersistenceKind.h>
 #include <ZEL/metamodel/Association.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Comment.h>
@@ -11,6 +10,7 @@
 #include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
 #include <ZEL/metamodel/MetaModel.h>
 #include <ZEL/metamodel/Package.h>
+#include <ZEL/metamodel/PersistenceKind.h>
 #include <ZEL/metamodel/PrimitiveType.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/PropertyStorage.h>

@@ -8,8 +8,8 @@
 #include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/NamespaceRegistry.h>
-#include <ZEL/values/ValueTypeInfo.h>
 #include <ZEL/values/TypeInfoRegistry.h>
+#include <ZEL/values/ValueTypeInfo.h>
 
 #include <gtest/gtest.h>
 

@@ -39,7 +39,14 @@ public:
     [[nodiscard]] static Type make() { return Type(std::make_unique<BareType>().release(), Deviant()); }
 
     [[nodiscard]] bool deviant_isValid(Deviant) const override { return true; }
+    [[nodiscard]] Boolean hasName(Deviant) const override { return Boolean(true); }
+    void removeName(Deviant) override {}
+    void setName(Deviant, String const &) override {}
     [[nodiscard]] String getName(Deviant) const override { return String("Bare"); }
+    [[nodiscard]] Boolean hasVisibility(Deviant) const override { return Boolean(false); }
+    void removeVisibility(Deviant) override {}
+    void setVisibility(Deviant, VisibilityKind const &) override {}
+    [[nodiscard]] VisibilityKind getVisibility(Deviant) const override { return VisibilityKind(); }
     [[nodiscard]] void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override {
         return CooperativeVisitor::internal::castTable<BareType, NSInterface::TypeIntf, NSInterface::ClassObjectIntf,
                                                        NSInterface::ObjectIntf>()

@@ -4,8 +4,8 @@
 
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
-#include <ZEL/VisibilityKind.h>
 #include <ZEL/metamodel/Comment.h>
+#include <ZEL/metamodel/VisibilityKind.h>
 #include <ZEL/tools/Navigation.h>
 #include <ZEL/tools/TypePredicates.h>
 #include <ZEL/values/ValueObject.h>

@@ -5,6 +5,7 @@
 #include <sys/ioctl.h>
 #include <sys/time.h>
 #include <unistd.h>
+#include <utf8.h>
 
 #include <algorithm>
 #include <array>
@@ -82,10 +83,8 @@ std::size_t fitting(std::string const & text) {
     if (length >= text.size()) {
         return text.size();
     }
-    while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) {
-        --length; // not into a character
-    }
-    return length;
+    char const * const end = text.data() + length;
+    return static_cast<std::size_t>(utf8::find_invalid(text.data(), end) - text.data()); // not into a character
 }
 
 } // namespace

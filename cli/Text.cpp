@@ -1,36 +1,11 @@
 #include "Text.h"
 
-#include <array>
+#include <utf8.h>
+
 #include <cstdint>
 
 namespace cli {
 namespace {
-
-struct Character {
-    std::uint32_t code = 0;
-    std::size_t length = 0; ///< in bytes; 0 if there is no whole and shortest UTF-8 sequence
-};
-
-Character characterAt(std::string_view text, std::size_t place) {
-    auto const byte = [text](std::size_t index) {
-        return index < text.size() ? static_cast<std::uint32_t>(static_cast<unsigned char>(text[index])) : 0U;
-    };
-    std::uint32_t const first = byte(place);
-    if (first < 0x80U) {
-        return {first, 1};
-    }
-    std::size_t const length = first >= 0xF0U ? 4 : first >= 0xE0U ? 3 : 2;
-    std::uint32_t code = first & (0xFFU >> (length + 1));
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(place + i) & 0xC0U) != 0x80U) {
-            return {};
-        }
-        code = code << 6U | (byte(place + i) & 0x3FU);
-    }
-    constexpr std::array<std::uint32_t, 5> kLeast{0, 0, 0x80U, 0x800U, 0x10000U};
-    bool const isSurrogate = code >= 0xD800U && code <= 0xDFFFU;
-    return code < kLeast.at(length) || code > 0x10FFFFU || isSurrogate ? Character() : Character{code, length};
-}
 
 /// Of a line end, an escape sequence or a change of the writing direction.
 bool steersTerminal(std::uint32_t code) {
@@ -67,15 +42,16 @@ std::string printable(std::string_view text) {
 
 std::string withoutControls(std::string_view text) {
     std::string result;
-    for (std::size_t i = 0; i < text.size();) {
-        Character const character = characterAt(text, i);
-        if (character.length == 0) {
-            result += "\\x" + hexadecimal(static_cast<unsigned char>(text[i]), 2);
-            ++i;
-            continue;
+    for (auto at = text.begin(); at != text.end();) {
+        auto const valid = utf8::find_invalid(at, text.end());
+        while (at != valid) {
+            auto const start = at;
+            std::uint32_t const code = utf8::unchecked::next(at);
+            result += steersTerminal(code) ? escaped(code) : std::string(start, at);
         }
-        result += steersTerminal(character.code) ? escaped(character.code) : text.substr(i, character.length);
-        i += character.length;
+        if (at != text.end()) {
+            result += "\\x" + hexadecimal(static_cast<unsigned char>(*at++), 2);
+        }
     }
     return result;
 }

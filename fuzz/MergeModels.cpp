@@ -48,7 +48,7 @@ std::string textOf(ZEL::MetaModel const & model) {
     return std::move(text).str();
 }
 
-void saveAndRead(fuzz::Folder const & folder, ZEL::MetaModel const & model) {
+void saveAndRead(TemporaryFolder const & folder, ZEL::MetaModel const & model) {
     std::string const file = folder.path("saved.xmi");
     if (!ZEL::Serializer::XmiWriter().write(file, model)) {
         return; // a character that the encoding has not, which the log tells
@@ -63,11 +63,11 @@ void saveAndRead(fuzz::Folder const & folder, ZEL::MetaModel const & model) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size) {
-    static fuzz::Folder const folder;
+    static TemporaryFolder const folder;
     ZEL::Logger::instance()->setDefaultHandlerLevel(ZEL::LogLevel::off);
     std::span<std::uint8_t const> const bytes(data, size);
-    std::string const first = folder.write("first.xmi", fuzz::mutated(fuzz::kModel, bytes.first(size / 2)));
-    std::string const second = folder.write("second.xmi", fuzz::mutated(fuzz::kModel, bytes.subspan(size / 2)));
+    std::string const first = folder.file("first.xmi", fuzz::mutated(fuzz::kModel, bytes.first(size / 2)));
+    std::string const second = folder.file("second.xmi", fuzz::mutated(fuzz::kModel, bytes.subspan(size / 2)));
 
     ZEL::MetaModel const model = readIfItCanBe(first);
     if (!model.isValid()) {

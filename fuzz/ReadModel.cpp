@@ -44,10 +44,10 @@ void readAndMerge(std::string const & present, std::string const & file) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size) {
-    static fuzz::Folder const folder;
+    static TemporaryFolder const folder;
     ZEL::Logger::instance()->setDefaultHandlerLevel(ZEL::LogLevel::off);
-    static std::string const present = folder.write("present.xmi", fuzz::kModel);
-    std::string const file = folder.write("input.xmi", {reinterpret_cast<char const *>(data), size});
+    static std::string const present = folder.file("present.xmi", fuzz::kModel);
+    std::string const file = folder.file("input.xmi", {reinterpret_cast<char const *>(data), size});
     static bool const isWarm = (readAndMerge(present, file), true); // makes what stays for the process
     static_cast<void>(isWarm);
     int const alive = ZEL::Cleanup::numberOfActiveObjects();

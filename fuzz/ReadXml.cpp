@@ -27,9 +27,9 @@ void lookAt(HASP::Uri const & base, std::string_view text) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size) {
-    static fuzz::Folder const folder;
+    static TemporaryFolder const folder;
     HASP::Uri base("file:///a/b/c.xmi");
-    std::string const file = folder.write("input.xml", {reinterpret_cast<char const *>(data), size});
+    std::string const file = folder.file("input.xml", {reinterpret_cast<char const *>(data), size});
     HASP::XmlReader reader(file);
     std::size_t depth = 0;
     while (reader.hasNext()) {

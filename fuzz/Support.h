@@ -1,11 +1,11 @@
 #pragma once
 
+#include "host/TemporaryFolder.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <span>
 #include <string>
 #include <string_view>
@@ -45,35 +45,6 @@ inline void require(bool holds, std::string const & claim) {
         std::abort();
     }
 }
-
-/// The files of this process, gone at its end.
-class Folder {
-public:
-    Folder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "zel-fuzz-XXXXXX").string();
-        if (::mkdtemp(pattern.data()) == nullptr) {
-            std::perror(pattern.c_str());
-            std::exit(1);
-        }
-        fPath = pattern;
-    }
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(fPath, ignored);
-    }
-    Folder(Folder const &) = delete;
-    Folder & operator=(Folder const &) = delete;
-
-    [[nodiscard]] std::string path(char const * name) const { return (fPath / name).string(); }
-    std::string write(char const * name, std::string_view content) const {
-        std::string const file = path(name);
-        std::ofstream(file, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
-        return file;
-    }
-
-private:
-    std::filesystem::path fPath;
-};
 
 /// A document that `bytes` make of one that can be read, four bytes for each change: a value, a line or a character of one
 /// place goes to another. Most changes keep it well-formed, so that they reach what lies beyond the parser.

@@ -13,11 +13,11 @@
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size) {
     using ZEL::Serializer::XmiFormat;
-    static fuzz::Folder const folder;
+    static TemporaryFolder const folder;
     ZEL::Logger::instance()->setDefaultHandlerLevel(ZEL::LogLevel::off);
     ZEL::MetaModel model;
     try {
-        std::string const file = folder.write("input.xmi", fuzz::mutated(fuzz::kModel, {data, size}));
+        std::string const file = folder.file("input.xmi", fuzz::mutated(fuzz::kModel, {data, size}));
         model = ZEL::MetaModel(ZEL::Serializer::XmiReader().read(file));
     } catch (std::exception const &) {
         return 0;

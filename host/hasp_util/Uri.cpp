@@ -1,3 +1,4 @@
+#include <hasp_util/LowerCase.h>
 #include <hasp_util/Uri.h>
 
 #include <uriparser/Uri.h>
@@ -65,14 +66,6 @@ std::string unescape(std::string_view text) {
         } else {
             result += text[i];
         }
-    }
-    return result;
-}
-
-std::string lowerCase(std::string_view text) {
-    std::string result(text);
-    for (char & c : result) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     }
     return result;
 }

@@ -1,8 +1,8 @@
+#include <hasp_util/LowerCase.h>
 #include <hasp_util/XmlEncoding.h>
 
 #include <iconv.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <memory>
@@ -10,13 +10,6 @@
 namespace HASP {
 
 namespace {
-
-std::string lowerCase(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return result;
-}
 
 std::string_view declaredLabel(std::string_view head) {
     if (!head.starts_with("<?xml")) {

@@ -1,5 +1,7 @@
 #include <hasp_util/XmlEscaper.h>
 
+#include <utf8.h>
+
 #include <array>
 #include <cstdint>
 #include <cstdio>
@@ -15,28 +17,16 @@ struct Character {
 };
 
 Character decode(char const * at, char const * end) noexcept {
-    auto const byte = [at](int i) { return static_cast<std::uint32_t>(static_cast<unsigned char>(at[i])); };
-    std::uint32_t const lead = byte(0);
-    if (lead < 0x80) {
-        return {lead, 1};
+    if (static_cast<unsigned char>(*at) < 0x80) {
+        return {static_cast<std::uint32_t>(*at), 1};
     }
-    int const length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (lead < 0xC2 || lead > 0xF4 || end - at < length) {
+    try {
+        char const * next = at;
+        std::uint32_t const code = utf8::next(next, end);
+        return {code, static_cast<int>(next - at)};
+    } catch (utf8::exception const &) {
         return {0, 0};
     }
-    std::uint32_t code = lead & (0x7Fu >> length);
-    for (int i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0u) != 0x80u) {
-            return {0, 0};
-        }
-        code = code << 6 | (byte(i) & 0x3Fu);
-    }
-    static constexpr std::array<std::uint32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};
-    bool const isSurrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (code < least[static_cast<std::size_t>(length)] || code > 0x10FFFF || isSurrogate) {
-        return {0, 0};
-    }
-    return {code, length};
 }
 
 // What a byte asks for: nothing, a replacement, or a closer look.
@@ -163,7 +153,7 @@ char const * XmlEscaper::put(XmlOutputFile & out, std::string_view text, Place p
     return nullptr;
 }
 
-// Gives the place behind the character, or `at` itself if it cannot be written.
+// Returns the place after the character, or `at` itself if it cannot be written.
 char const * XmlEscaper::putCharacter(XmlOutputFile & out, char const * at, char const * end) const {
     Character const character = decode(at, end);
     if (!isWritable(character)) {

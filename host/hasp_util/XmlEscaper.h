@@ -14,9 +14,9 @@ public:
 
     explicit XmlEscaper(bool isLatin1) noexcept : fIsLatin1(isLatin1) {}
 
-    /// Gives null, or where the first character stands that no document can hold; what is before it is written then.
+    /// Returns null, or where the first character stands that no document can hold; what is before it is written then.
     [[nodiscard]] char const * put(XmlOutputFile & out, std::string_view text, Place place) const;
-    /// A name without colon. Gives null, or where the first character stands that a name of this encoding cannot hold.
+    /// A name without colon. Returns null, or where the first character stands that a name of this encoding cannot hold.
     /// An empty name fails at its end.
     [[nodiscard]] char const * putName(XmlOutputFile & out, std::string_view name) const;
 

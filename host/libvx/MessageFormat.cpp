@@ -1,5 +1,7 @@
 #include <libvx/MessageFormat.h>
 
+#include <algorithm>
+
 namespace vx {
 
 std::string formatMessage(std::string_view format, std::span<std::string const> args) {
@@ -35,17 +37,20 @@ std::string formatMessage(std::string_view format, std::initializer_list<std::st
     return formatMessage(format, std::span(args.begin(), args.size()));
 }
 
+std::size_t wholeUtf8(std::string_view text) noexcept {
+    // A character is at most four bytes long: its first byte, which tells the length, and those that continue it.
+    for (std::size_t back = 1; back <= std::min<std::size_t>(text.size(), 3); ++back) {
+        auto const byte = static_cast<unsigned char>(text[text.size() - back]);
+        if (byte >= 0xC0) {
+            std::size_t const length = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : 2;
+            return text.size() - (length > back ? back : 0);
+        }
+    }
+    return text.size();
+}
+
 std::string_view cutUtf8(std::string_view text, std::size_t maxBytes) noexcept {
-    if (text.size() <= maxBytes) {
-        return text;
-    }
-    // The byte behind the cut must not continue a character; no character is longer than four bytes.
-    std::size_t end = maxBytes;
-    while (end > 0 && maxBytes - end < 4 && (static_cast<unsigned char>(text[end]) & 0xC0u) == 0x80u) {
-        --end;
-    }
-    bool const broken = (static_cast<unsigned char>(text[end]) & 0xC0u) == 0x80u;
-    return text.substr(0, broken ? maxBytes : end);
+    return text.size() <= maxBytes ? text : text.substr(0, wholeUtf8(text.substr(0, maxBytes)));
 }
 
 } // namespace vx

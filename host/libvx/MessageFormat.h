@@ -16,6 +16,8 @@ namespace vx {
 [[nodiscard]] HOST_API std::string formatMessage(std::string_view format, std::span<std::string const> args);
 [[nodiscard]] HOST_API std::string formatMessage(std::string_view format, std::initializer_list<std::string> args);
 
+/// The length of a text without a UTF-8 character at its end of which bytes are missing.
+[[nodiscard]] std::size_t wholeUtf8(std::string_view text) noexcept;
 /// The longest beginning of a text of at most so many bytes that ends with a whole UTF-8 character.
 [[nodiscard]] HOST_API std::string_view cutUtf8(std::string_view text, std::size_t maxBytes) noexcept;
 

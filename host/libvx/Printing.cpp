@@ -70,19 +70,8 @@ int vxVSNprintf(char * buffer, std::size_t size, char const * format, std::va_li
     if (length < 0 || static_cast<std::size_t>(length) < size) {
         return length < 0 ? -1 : length;
     }
-    // What vsnprintf left is cut already, but possibly inside a character. The byte behind it is not known, so the last
-    // character is judged by its own lead byte.
-    std::size_t const kept = size - 1;
-    std::size_t lead = kept;
-    while (lead > 0 && kept - lead < 4 && (static_cast<unsigned char>(buffer[lead - 1]) & 0xC0u) == 0x80u) {
-        --lead;
-    }
-    std::size_t end = kept;
-    if (lead > 0) {
-        auto const byte = static_cast<unsigned char>(buffer[lead - 1]);
-        std::size_t const whole = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : byte >= 0xC0 ? 2 : 1;
-        end = lead - 1 + whole > kept ? lead - 1 : kept;
-    }
+    // What vsnprintf left is cut already, but possibly inside a character.
+    std::size_t const end = vx::wholeUtf8({buffer, size - 1});
     buffer[end] = '\0';
     return static_cast<int>(end);
 }

@@ -136,7 +136,7 @@ std::string classPointer(Class const * c) {
     return c == nullptr ? "nullptr" : '&' + c->home->cppNamespace + "::tables::" + c->name + "Class";
 }
 
-/// The function that gives the table of the whole metamodel. The statics within it are made at its first call, which
+/// The function that returns the table of the whole metamodel. The statics within it are made at its first call, which
 /// may come from a static initialiser.
 std::string descriptorFunction(Emission const & emission, std::string const & name) {
     Metamodel const & metamodel = emission.metamodel;

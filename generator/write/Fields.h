@@ -13,7 +13,7 @@ namespace fieldText {
 /// Declaration of the member with its initial value; empty for one of less than a byte.
 [[nodiscard]] std::string declaration(Property const & p);
 /// Declarations of what takes less than a byte: the member, and its has-flag if it keeps one. They stand together,
-/// behind all others.
+/// after all others.
 [[nodiscard]] std::string bitDeclarations(Property const & p);
 
 [[nodiscard]] std::string member(std::string const & fields, Property const & p);

@@ -12,7 +12,7 @@ std::string_view trimmed(std::string_view text) {
     return start == std::string_view::npos ? std::string_view() : text.substr(start);
 }
 
-/// The last place at which a line may go on in the next one: behind a comma, or else behind an opening bracket, outside
+/// The last place at which a line may go on in the next one: after a comma, or else after an opening bracket, outside
 /// of texts.
 std::size_t breakPlace(std::string_view line) {
     std::size_t comma = std::string_view::npos;

@@ -80,7 +80,7 @@ std::string pairs(Emission const & emission, Class const & of) {
 std::string deviantCreator(Emission const & emission, Class const & of, std::string const & handle) {
     return !of.isModel ? ""
                        : emission.print(R"(
-/// This model in the deviant of the name, which is made unless it exists. Raises
+/// This model in the deviant of the name, which is made unless it exists. Throws
 /// "createDeviantWithName called on non-root deviant".
 [[nodiscard]] $H$ createDeviantWithName(ZEL::String const & name) const;
 )",

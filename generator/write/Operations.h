@@ -15,7 +15,7 @@ namespace operationText {
 /// The body of an unimplemented operation; empty for those that are written by hand.
 [[nodiscard]] std::string definition(Printer const & print, Class const & of, Operation const & operation);
 
-/// Whether the handles have it, on `X` alone if it is not const or gives handles for writing.
+/// Whether the handles have it, on `X` alone if it is not const or returns handles for writing.
 [[nodiscard]] bool isOnHandles(Operation const & operation);
 [[nodiscard]] bool hasMutableResult(Operation const & operation);
 

@@ -12,7 +12,7 @@ namespace zelgen {
 ///
 /// `$name$` in a text stands for a value. A value of several lines takes the indentation of its place. A line that
 /// holds nothing but a name whose value is empty goes away. A name without a value and a value without a place are
-/// mistakes of an emitter and raise `std::logic_error`.
+/// mistakes of an emitter and throw `std::logic_error`.
 ///
 /// Texts name everything from outside, as `ZEL::String`; the printer drops the namespaces in which the file declares.
 class Printer {

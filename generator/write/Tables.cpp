@@ -223,7 +223,7 @@ std::set<std::string> headersOf(Emission const & emission, Class const & of) {
     return headers;
 }
 
-/// The interface's operations that give the tables; the interface of `Object` has none.
+/// The interface's operations that return the tables; the interface of `Object` has none.
 std::string accessors(Emission const & emission, Class const & of) {
     if (!of.hasGeneratedHandles) {
         return "";

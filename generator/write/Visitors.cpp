@@ -28,13 +28,13 @@ struct VisitorKind {
 constexpr std::array<VisitorKind, 2> kKinds{
     {{"Visitor", true,
       R"(/// What is done with an object of each concrete class of this metamodel, through a handle for writing and through one
-/// for reading. Each operation gives true to go on.
+/// for reading. Each operation returns true to go on.
 ///
 /// A class that overrides one of the two operations of a name hides the other: `using` brings it back.)",
       R"(/// Does nothing and goes on, for visitors of some classes only.)"},
      {"ImmutableVisitor", false,
       R"(/// What is done with an object of each concrete class of this metamodel, through a handle for reading. Each operation
-/// gives true to go on.)",
+/// returns true to go on.)",
       R"(/// Does nothing and goes on, for visitors of some classes only.)"}}};
 
 /// One text for each operation of a visitor: those for writing, then those for reading.

@@ -15,10 +15,10 @@ class HOST_API EnumType : public Type {
 public:
     ~EnumType() override;
 
-    /// Accepts exactly the literals' texts. Raises `std::logic_error` "An Internal Error has occurred" if the holder
+    /// Accepts exactly the literals' texts. Throws `std::logic_error` "An Internal Error has occurred" if the holder
     /// has an error already.
     [[nodiscard]] any convertFromString(std::string const & text, ErrorHolder & errors) const override;
-    /// A value that has no literal raises `std::logic_error`.
+    /// A value that has no literal throws `std::logic_error`.
     [[nodiscard]] std::string convertToString(any const & value) const override;
     [[nodiscard]] bool isLessThan(any const & left, any const & right) const override;
 

@@ -8,11 +8,11 @@
 
 namespace HASP {
 
-/// Takes the error of an operation that reports instead of raising. Made by the caller, good for one error.
+/// Takes the error of an operation that reports instead of throwing. Made by the caller, good for one error.
 class HOST_API ErrorHolder {
 public:
     [[nodiscard]] bool hasError() const noexcept { return fError.has_value(); }
-    /// Raises `std::logic_error` if there is an error already.
+    /// Throws `std::logic_error` if there is an error already.
     void setError(SimpleErrorDescription error);
     /// Null if there is none.
     [[nodiscard]] SimpleErrorDescription const * getError() const noexcept { return fError ? &*fError : nullptr; }

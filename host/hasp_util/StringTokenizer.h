@@ -23,7 +23,7 @@ public:
     StringTokenizer(Temporary && text, std::string_view delimiters) = delete;
 
     [[nodiscard]] bool hasMoreTokens() const noexcept { return fNext < fText.size(); }
-    /// Raises `std::out_of_range` if there is none.
+    /// Throws `std::out_of_range` if there is none.
     [[nodiscard]] std::string_view nextToken();
 
 private:

@@ -17,9 +17,9 @@ class TypeInfo;
 /// form: bytes are those of the text, and values compare as texts do.
 class HOST_API Type {
 public:
-    /// A text that is no value leaves an error in the holder and gives an empty `any`.
+    /// A text that is no value leaves an error in the holder and returns an empty `any`.
     [[nodiscard]] virtual any convertFromString(std::string const & text, ErrorHolder & errors) const = 0;
-    /// Raises `bad_any_cast` if the value is of another type.
+    /// Throws `bad_any_cast` if the value is of another type.
     [[nodiscard]] virtual std::string convertToString(any const & value) const = 0;
     [[nodiscard]] virtual any convertFromByteArray(std::vector<unsigned char> const & bytes,
                                                    ErrorHolder & errors) const;

@@ -14,7 +14,7 @@ class Type;
 
 /// Shared handle on a type object. Copies share it, and it dies with the last of them.
 ///
-/// A default one is null: it may be copied, compared and tested; any other operation on it raises `std::logic_error`.
+/// A default one is null: it may be copied, compared and tested; any other operation on it throws `std::logic_error`.
 class HOST_API TypeInfo {
 public:
     TypeInfo() noexcept = default;

@@ -106,7 +106,7 @@ private:
     std::size_t fErrorPosition = 0;
 };
 
-// ".." behind a symbolic link leads to the parent of the link's target, so what is before it must be asked from the
+// ".." after a symbolic link leads to the parent of the link's target, so what is before it must be asked from the
 // disk.
 std::filesystem::path withoutDots(std::filesystem::path const & path) {
     std::filesystem::path head;

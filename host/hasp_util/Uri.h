@@ -10,7 +10,7 @@ namespace HASP {
 
 /// A URI reference: absolute or relative, with or without a fragment. A plain value, which never changes.
 ///
-/// A text that is none gives an invalid one, whose parts are empty and whose `error` says why; it raises nothing.
+/// A text that is none makes an invalid one, whose parts are empty and whose `error` says why; it throws nothing.
 /// Characters beyond ASCII are taken in as their percent escapes. All parts are given as they stand, escapes included.
 class HOST_API Uri {
 public:
@@ -21,7 +21,7 @@ public:
     /// begins no escape.
     Uri(std::string_view scheme, std::string_view host, std::string_view path, std::string_view fragment);
 
-    /// The file URI of a local file. A relative name counts from the current folder; "." and ".." are taken out, behind
+    /// The file URI of a local file. A relative name counts from the current folder; "." and ".." are taken out, after
     /// a symbolic link as the system would. Invalid for an empty name.
     [[nodiscard]] static Uri fromLocalFile(std::string const & fileName);
     /// The local file of a file URI without host or with the host "localhost", whatever its fragment; empty for all
@@ -42,7 +42,7 @@ public:
     [[nodiscard]] std::string getFragment() const { return std::string(part(fFragment)); }
     [[nodiscard]] Uri withoutFragment() const;
 
-    /// The shortest reference that, resolved against `base`, gives this URI again; this URI itself where there is no
+    /// The shortest reference that, resolved against `base`, is this URI again; this URI itself where there is no
     /// shorter one. Invalid unless both are absolute.
     [[nodiscard]] Uri relativize(Uri const & base) const;
     /// What a reference that stands in the document of this URI means. Invalid unless this URI is absolute.

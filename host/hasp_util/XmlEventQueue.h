@@ -45,7 +45,7 @@ public:
     /// Takes back an event that turned out to be none.
     void dropLast() noexcept { fEvents.pop_back(); }
     void endElement(std::string const & uri, std::string const & localName, std::uint64_t line, std::uint64_t column);
-    /// Gives true if this made a new event, whose place is then to be set.
+    /// Returns true if this made a new event, whose place is then to be set.
     bool characters(std::string_view text);
     void setPlace(std::uint64_t line, std::uint64_t column) noexcept;
 

@@ -25,7 +25,7 @@ public:
         std::string raw;           ///< as written
         Kind kind;                 ///< `Declaration`: "xmlns" or "xmlns:p"; `Broken`: more than one colon, or at an end
         Prefix * prefix;           ///< the one before the colon, or the declared one; the default one if there is none
-        std::string const * local; ///< behind the colon
+        std::string const * local; ///< after the colon
     };
 
     XmlNames();

@@ -9,7 +9,7 @@ namespace HASP {
 
 /// The file that an `XmlWriter` writes, behind a buffer that grows while a tag is being made.
 ///
-/// Nothing raises for the file's sake: a failure is remembered, and from then on output is thrown away.
+/// Nothing throws for the file's sake: a failure is remembered, and from then on output is thrown away.
 class XmlOutputFile {
 public:
     /// Makes or empties the file. A symbolic link is refused.
@@ -18,7 +18,7 @@ public:
     XmlOutputFile(XmlOutputFile const &) = delete;
     XmlOutputFile & operator=(XmlOutputFile const &) = delete;
 
-    /// Room for so many bytes behind what is there. What was put there counts once `setEnd` is called.
+    /// Room for so many bytes after what is there. What was put there counts once `setEnd` is called.
     [[nodiscard]] char * room(std::size_t size) {
         if (static_cast<std::size_t>(fLimit - fEnd) < size) {
             grow(size);

@@ -15,7 +15,7 @@ namespace HASP {
 
 /// Pulls the events of an XML file: starts and ends of elements, and character data.
 ///
-/// Nothing raises for what is in the file, or for a file that cannot be read: the events stop, and `hasError` is true.
+/// Nothing throws for what is in the file, or for a file that cannot be read: the events stop, and `hasError` is true.
 /// Only plain files are opened. Nothing outside of the file is ever opened: a reference to an external entity, or to an
 /// external document type definition, is an error that names it. Memory grows with the depth and with the number of
 /// different names, not with the size of the file.
@@ -44,7 +44,7 @@ public:
     /// False at the end of the document and after the last event before an error. Parses on if need be, and leaves the
     /// current event alone.
     [[nodiscard]] bool hasNext();
-    /// Raises `std::logic_error` if there is no further event.
+    /// Throws `std::logic_error` if there is no further event.
     EventType next();
 
     /// Of an element; empty for character data. A name without prefix is in the default namespace.

@@ -36,8 +36,8 @@ public:
     [[nodiscard]] std::string const & prefixFor(std::string_view uri, bool isAttribute);
     /// As `prefixFor`, with a wish. It is not granted where it would give another name in the tag another meaning.
     [[nodiscard]] std::string const & prefixFor(std::string_view prefix, std::string_view uri, bool isAttribute);
-    /// Notes a declaration that the caller writes now. Gives false if it stands in this tag already, word for word.
-    /// Raises if the tag declares or uses the prefix for another namespace, if it declares a default one twice, if XML
+    /// Notes a declaration that the caller writes now. Returns false if it stands in this tag already, word for word.
+    /// Throws if the tag declares or uses the prefix for another namespace, if it declares a default one twice, if XML
     /// reserves one of the two, or if no document can hold the URI.
     [[nodiscard]] bool declare(std::string_view prefix, std::string_view uri);
 

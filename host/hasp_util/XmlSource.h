@@ -6,7 +6,7 @@
 namespace HASP {
 
 /// The file that an `XmlReader` reads. Only a plain file is opened: never a folder, a device, or a pipe, which could
-/// keep the reader waiting for ever. Failures are kept as a text, nothing raises.
+/// keep the reader waiting for ever. Failures are kept as a text, nothing throws.
 class XmlSource {
 public:
     explicit XmlSource(std::string fileName);
@@ -15,7 +15,7 @@ public:
     XmlSource & operator=(XmlSource const &) = delete;
 
     [[nodiscard]] std::string const & fileName() const noexcept { return fFileName; }
-    /// Gives the number of bytes read, less than asked for only at the end and after a failure.
+    /// Returns the number of bytes read, less than asked for only at the end and after a failure.
     [[nodiscard]] std::size_t read(char * buffer, std::size_t size);
     /// What failed, with the file's name; empty while nothing did.
     [[nodiscard]] std::string const & error() const noexcept { return fError; }

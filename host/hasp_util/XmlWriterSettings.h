@@ -10,7 +10,7 @@ namespace HASP {
 class HOST_API XmlWriterSettings {
 public:
     /// `indent` puts each element on a line of its own, two blanks per level. `encoding` is "iso8859-1" or "utf-8", or
-    /// another usual spelling of these, and stands in the document as given; any other raises `std::invalid_argument`.
+    /// another usual spelling of these, and stands in the document as given; any other throws `std::invalid_argument`.
     /// `autoFlush` hands every finished element over to the system at once, which is slow.
     XmlWriterSettings(bool indent, std::string encoding, bool autoFlush);
 

@@ -10,7 +10,7 @@
 
 namespace HASP {
 
-/// Raised by a cast of an `any` to a type other than that of its value.
+/// Thrown by a cast of an `any` to a type other than that of its value.
 class HOST_API bad_any_cast : public std::bad_cast {
 public:
     ~bad_any_cast() override;
@@ -58,7 +58,7 @@ private:
     bool (*fEqual)(std::any const &, std::any const &) = nullptr;
 };
 
-/// A copy of the value, or with a reference type the value itself. Raises `bad_any_cast` if it is of another type.
+/// A copy of the value, or with a reference type the value itself. Throws `bad_any_cast` if it is of another type.
 template <class T> [[nodiscard]] T any_cast(any const & value) {
     auto const * const held = value.get<std::remove_cvref_t<T>>();
     if (held == nullptr) {

@@ -30,7 +30,7 @@ public:
     [[nodiscard]] Level getLevel() const noexcept { return fLevel; }
 
     /// A handler may add and remove handlers while it publishes: an added one is called from the next record on, a
-    /// removed one no more. What a handler throws reaches the caller, and handlers behind it are not called.
+    /// removed one no more. What a handler throws reaches the caller, and handlers after it are not called.
     void report(Externalizable const & record, Level const & level);
 
 private:

@@ -28,11 +28,11 @@ extern "C" {
 /// The catalogue as one looks messages up in it.
 [[nodiscard]] HOST_API VxContext * vxGetMessageContext();
 
-/// Adds a table, which stays the caller's. A table that is there already is not added twice. Gives 0.
+/// Adds a table, which stays the caller's. A table that is there already is not added twice. Returns 0.
 HOST_API int vx_mem_add_primary_message_table(VxContext * context, VxMessageTable const * table);
-/// Adds a table's `languageFormats` as its texts in a language. Gives 0.
+/// Adds a table's `languageFormats` as its texts in a language. Returns 0.
 HOST_API int vx_mem_add_language(VxContext * context, char const * language, VxMessageTable const * table);
-/// Removes a table and its texts in all languages; an unknown one is ignored. Gives 0.
+/// Removes a table and its texts in all languages; an unknown one is ignored. Returns 0.
 HOST_API int vx_mem_remove_primary_message_table(VxContext * context, VxMessageTable const * table);
 }
 

@@ -4,7 +4,7 @@
 
 namespace Quillon::System {
 
-/// Gives a record's text as the record itself writes it.
+/// Returns a record's text as the record itself writes it.
 class HOST_API SimpleFormatter : public Formatter {
 public:
     ~SimpleFormatter() override;

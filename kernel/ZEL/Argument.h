@@ -11,7 +11,7 @@ namespace ZEL {
 
 /// A named value: a text, and an object of any class or none.
 ///
-/// Holds one count on the object's body and forgets the deviant through which it was seen, so that `getValue` gives a
+/// Holds one count on the object's body and forgets the deviant through which it was seen, so that `getValue` returns a
 /// handle with the null deviant. Compared by name and body.
 class ZEL_API Argument : public ValueBase<Argument> {
 public:
@@ -20,7 +20,7 @@ public:
     static HASP::StringID fValue_ID;
 
     Argument() noexcept = default;
-    /// Raises "Cannot access NULL ref. Use isValid() before calling methods" on a null handle.
+    /// Throws "Cannot access NULL ref. Use isValid() before calling methods" on a null handle.
     Argument(String name, Object const & value);
     explicit Argument(ImmutableValueObject const & object) : Argument(internal::unboxed<Argument>(object)) {}
     explicit Argument(ImmutableObject const & object) : Argument(internal::unboxed<Argument>(object)) {}
@@ -41,7 +41,7 @@ public:
     void setValue(Object const & value);
     void removeValue() { fValue = Object(); }
 
-    // --- the same as objects; a name that is no text raises as `String` does when made of an object ------------------
+    // --- the same as objects; a name that is no text throws as `String` does when made of an object ------------------
     [[nodiscard]] bool hasObjectName() const noexcept { return hasName(); }
     [[nodiscard]] bool hasObjectValue() const noexcept { return hasValue(); }
     [[nodiscard]] ImmutableObject getNameAsImmutableObject() const;

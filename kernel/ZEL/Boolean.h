@@ -18,13 +18,13 @@ public:
     using Native = bool;
 
     constexpr Boolean() noexcept = default;
-    /// A number counts as true unless it is 0; so does not a number. Pointers do not convert.
+    /// A number counts as true unless it is 0; NaN counts as true. Pointers do not convert.
     template <class N>
     requires std::is_arithmetic_v<N>
     constexpr explicit(!std::same_as<N, bool>) Boolean(N value) noexcept : fValue(value != N(0)) {}
     inline Boolean(Integer const & value) noexcept;
     inline Boolean(Double const & value) noexcept;
-    /// Reads "0" or "1"; anything else raises "Unable to convert from string to bool!".
+    /// Reads "0" or "1"; anything else throws "Unable to convert from string to bool!".
     explicit Boolean(String const & text);
     explicit Boolean(ImmutableValueObject const & object) : Boolean(internal::unboxed<Boolean>(object)) {}
     explicit Boolean(ImmutableObject const & object) : Boolean(internal::unboxed<Boolean>(object)) {}

@@ -20,11 +20,11 @@ public:
     constexpr Double(N value) noexcept : fValue(static_cast<double>(value)) {}
     constexpr Double(Boolean const & value) noexcept : fValue(value.getValue() ? 1.0 : 0.0) {}
     constexpr Double(Integer const & value) noexcept : fValue(value.getValue()) {}
-    /// The unlimited value gives 4294967295.0.
+    /// The unlimited value becomes 4294967295.0.
     constexpr Double(UnlimitedNatural const & value) noexcept : fValue(value.getValue()) {}
     inline constexpr Double(Single const & value) noexcept;
     inline constexpr Double(Real const & value) noexcept;
-    /// Reads the number at the beginning of the text; none raises "Unable to convert from string to double!".
+    /// Reads the number at the beginning of the text; none throws "Unable to convert from string to double!".
     explicit Double(String const & text);
     explicit Double(ImmutableValueObject const & object) : Double(internal::unboxed<Double>(object)) {}
     explicit Double(ImmutableObject const & object) : Double(internal::unboxed<Double>(object)) {}

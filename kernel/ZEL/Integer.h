@@ -19,15 +19,15 @@ public:
 
     constexpr Integer() noexcept = default;
     constexpr Integer(std::int32_t value) noexcept : fValue(value) {}
-    /// Truncates toward zero; out of range gives the nearest value, and not a number gives 0.
+    /// Truncates toward zero; out of range becomes the nearest value, and NaN becomes 0.
     template <std::floating_point F>
     constexpr explicit Integer(F value) noexcept : fValue(internal::truncated<std::int32_t>(value)) {}
     constexpr Integer(Boolean const & value) noexcept : fValue(value.getValue() ? 1 : 0) {}
-    /// Keeps the bit pattern: the unlimited value gives -1.
+    /// Keeps the bit pattern: the unlimited value becomes -1.
     inline constexpr Integer(UnlimitedNatural const & value) noexcept;
     /// As from a native floating number.
     inline constexpr Integer(Double const & value) noexcept;
-    /// Reads the number at the beginning of the text; none, or one out of range, raises "Unable to convert from string
+    /// Reads the number at the beginning of the text; none, or one out of range, throws "Unable to convert from string
     /// to INT32_T!".
     explicit Integer(String const & text);
     explicit Integer(ImmutableValueObject const & object) : Integer(internal::unboxed<Integer>(object)) {}

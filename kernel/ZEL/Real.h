@@ -12,7 +12,7 @@ public:
     constexpr Real() noexcept = default;
     constexpr Real(double value) noexcept : fValue(value) {}
     constexpr Real(Double const & value) noexcept : fValue(value.getValue()) {}
-    /// Reads the number at the beginning of the text; none raises "Unable to convert from string to double!".
+    /// Reads the number at the beginning of the text; none throws "Unable to convert from string to double!".
     explicit Real(String const & text);
     explicit Real(ImmutableValueObject const & object) : Real(internal::unboxed<Real>(object)) {}
     explicit Real(ImmutableObject const & object) : Real(internal::unboxed<Real>(object)) {}

@@ -13,7 +13,7 @@ public:
     constexpr Single(float value) noexcept : fValue(value) {}
     /// Narrows.
     constexpr Single(Double const & value) noexcept : fValue(static_cast<float>(value.getValue())) {}
-    /// Reads the number at the beginning of the text; none raises "Unable to convert from string to float!".
+    /// Reads the number at the beginning of the text; none throws "Unable to convert from string to float!".
     explicit Single(String const & text);
     explicit Single(ImmutableValueObject const & object) : Single(internal::unboxed<Single>(object)) {}
     explicit Single(ImmutableObject const & object) : Single(internal::unboxed<Single>(object)) {}

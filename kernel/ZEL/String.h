@@ -47,7 +47,7 @@ public:
     explicit String(Real const & value);
     explicit String(Single const & value);
 
-    /// Raise "An Internal Error has occurred" on a null handle and on an object that is no value, `HASP::bad_any_cast`
+    /// Throw "An Internal Error has occurred" on a null handle and on an object that is no value, `HASP::bad_any_cast`
     /// on a value of another class.
     explicit String(ImmutableValueObject const & object) : String(internal::unboxed<String>(object)) {}
     explicit String(ImmutableObject const & object) : String(internal::unboxed<String>(object)) {}

@@ -14,7 +14,7 @@ public:
     constexpr UnlimitedNatural() noexcept = default;
     /// A negative number keeps its bit pattern: -1 is the unlimited value.
     constexpr UnlimitedNatural(std::uint32_t value) noexcept : fValue(value) {}
-    /// Truncates by way of 64 unsigned bits, of which the lower half stays. A negative number, and not a number, give
+    /// Truncates by way of 64 unsigned bits, of which the lower half stays. A negative number, and NaN, become
     /// 0.
     template <std::floating_point F>
     constexpr explicit UnlimitedNatural(F value) noexcept
@@ -23,7 +23,7 @@ public:
     constexpr UnlimitedNatural(Integer const & value) noexcept : fValue(static_cast<std::uint32_t>(value.getValue())) {}
     /// As from a native floating number.
     inline constexpr UnlimitedNatural(Double const & value) noexcept;
-    /// Reads the number at the beginning of the text; none, or one out of range, raises "Unable to convert from string
+    /// Reads the number at the beginning of the text; none, or one out of range, throws "Unable to convert from string
     /// to UINT32_T!". Knows nothing of "*".
     explicit UnlimitedNatural(String const & text);
     explicit UnlimitedNatural(ImmutableValueObject const & object)

@@ -22,7 +22,7 @@ public:
     /// Objects in the table; the one constructed last is not yet among them.
     static int numberOfActiveObjects() noexcept;
     /// Writes a line to `std::cout` for each live object outside meta-registry sections whose number is above
-    /// `minimumCreationNumber`, and gives their count. Linear in the number of live objects.
+    /// `minimumCreationNumber`, and returns their count. Linear in the number of live objects.
     static int printLeakedObjects(int minimumCreationNumber);
     static void startTrackingObjects() noexcept;
     static void stopTrackingObjects() noexcept;

@@ -111,7 +111,7 @@ template <class Concrete, class... Interfaces> CastTable const & castTable() {
 
 } // namespace internal
 
-/// Collects what a visitor or listener handles; the table it gives is the argument of `getVisitMethod`.
+/// Collects what a visitor or listener handles; the table it returns is the argument of `getVisitMethod`.
 class ZEL_API DispatchTable {
 public:
     DispatchTable() = default;

@@ -22,8 +22,8 @@ public:
     DeepCalls(DeepCalls const &) = delete;
     DeepCalls & operator=(DeepCalls const &) = delete;
 
-    /// What `function()` gives. Raises what it raises, and `std::bad_alloc` if there is no memory for a stack. A test of
-    /// two addresses as long as there is room.
+    /// What `function()` returns. Throws what it throws, and `std::bad_alloc` if there is no memory for a stack. A test
+    /// of two addresses as long as there is room.
     template <class F> std::invoke_result_t<F &> call(F function) {
         if (hasRoom()) [[likely]] {
             return function();

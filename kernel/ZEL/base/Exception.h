@@ -37,7 +37,7 @@ private:
     std::string fId;
 };
 
-/// An operation that is declared and not provided; raised by `raiseUnimplemented` alone.
+/// An operation that is declared and not provided; thrown by `raiseUnimplemented` alone.
 class ZEL_API UnImplementedException : public Exception {
 public:
     explicit UnImplementedException(std::string const & message);
@@ -50,9 +50,9 @@ public:
 [[noreturn]] ZEL_API void raiseInternalError(char const * message);
 [[noreturn]] ZEL_API void raiseUnimplemented(char const * message);
 
-/// Raises "Cannot access NULL ref. Use isValid() before calling methods".
+/// Throws "Cannot access NULL ref. Use isValid() before calling methods".
 [[noreturn]] ZEL_API void raiseNullReference();
-/// Raises "An Internal Error has occurred", the text of every broken precondition that has none of its own.
+/// Throws "An Internal Error has occurred", the text of every broken precondition that has none of its own.
 [[noreturn]] ZEL_API void raiseAnInternalError();
 /// Whether the failure has no text of its own, but that of `raiseAnInternalError`.
 [[nodiscard]] ZEL_API bool isAnInternalError(Exception const & failure);

@@ -17,7 +17,7 @@ namespace {
 
 constexpr char kAccessList[] = "system.posix_acl_access";
 
-/// What a call gives that tells the size first. Nothing if it fails.
+/// What a call returns that tells the size first. Nothing if it fails.
 template <class Call> std::optional<std::vector<char>> bytesOf(Call call) {
     for (;;) {
         ssize_t const size = call(nullptr, 0);

@@ -4,7 +4,7 @@
 
 namespace ZEL::internal {
 
-/// Gives one count on `body` back on behalf of a holder that ends, and so never raises.
+/// Gives one count on `body` back on behalf of a holder that ends, and so never throws.
 ///
 /// Somebody may have given back more than was taken: a list of results does after `replace`. The count that is missing
 /// then is the last holder's, who has no part in it and stands in a destructor.

@@ -16,7 +16,7 @@ class ZEL_API LeakChecker {
 public:
     void beginTrackLifetime();
     /// Lists what was made since the matching `beginTrackLifetime` and is still alive on `std::cout`; if there is
-    /// anything, forgets all lifetimes and raises "detected object leaks". Nothing without a lifetime. With tracking
+    /// anything, forgets all lifetimes and throws "detected object leaks". Nothing without a lifetime. With tracking
     /// off all lifetimes are forgotten.
     void endTrackLifetime();
 

@@ -7,9 +7,9 @@ namespace ZEL {
 /// Plain count for bodies that no model owns. The count is not copied and not assigned: a copy is a new body.
 class ZEL_API ReferenceCountingImpl : public virtual ReferenceCountingIntf {
 public:
-    /// Raises "An Internal Error has occurred" on a negative count.
+    /// Throws "An Internal Error has occurred" on a negative count.
     void incRef() override;
-    /// Deletes the body at 0; raises "An Internal Error has occurred" below it.
+    /// Deletes the body at 0; throws "An Internal Error has occurred" below it.
     void decRef() override;
     int numRef() override;
 

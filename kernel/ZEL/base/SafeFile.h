@@ -21,8 +21,8 @@ class ZEL_API SafeFile {
 public:
     /// What the file is called until it is put in its place.
     enum class Beside {
-        Tilde,   ///< the name with "~" behind it; what was left there by an earlier writer goes
-        FreeName ///< the first of these that nobody has: the name with "~", "~2", "~3"... behind it
+        Tilde,   ///< the name with "~" after it; what was left there by an earlier writer goes
+        FreeName ///< the first of these that nobody has: the name with "~", "~2", "~3"... after it
     };
 
     explicit SafeFile(std::string name, Beside beside = Beside::Tilde);

@@ -10,7 +10,7 @@ namespace ZEL {
 
 namespace {
 
-/// The texts of the parameters in a list of at most two; a place behind the last one stays empty.
+/// The texts of the parameters in a list of at most two; a place after the last one stays empty.
 using Slots = std::array<std::optional<std::string>, 2>;
 
 class SlotFiller {

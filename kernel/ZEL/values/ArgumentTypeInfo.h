@@ -8,7 +8,7 @@ namespace ZEL {
 ///
 /// The value is printed as it prints itself, and as "()" if there is none. Reading accepts an empty text, and one whose
 /// closing parenthesis is missing; of the value it checks the shape only, since the text does not tell its type: the
-/// result has no value. A text of another shape raises.
+/// result has no value. A text of another shape throws.
 class ZEL_API ArgumentTypeInfo final : public internal::TypeInfoBase<ArgumentTypeInfo> {
 public:
     [[nodiscard]] HASP::any convertFromString(std::string const & text, HASP::ErrorHolder & errors) const override;

@@ -16,7 +16,7 @@ namespace ZEL {
 
 /// Mechanics of the kinds: value classes that hold one enumerator, of the built-in metamodel and of applications.
 ///
-/// A kind derives from this base with itself as the argument and gives three things: the nested `enum Value`, numbered
+/// A kind derives from this base with itself as the argument and has three things: the nested `enum Value`, numbered
 /// from 0 in the order of the literals; `getTypeName()`, the prefix of its metamodel, a dot and the kind's name; and
 /// `getLiterals()`, the texts. The whole of a kind is
 ///
@@ -46,7 +46,7 @@ public:
         return info;
     }
 
-    /// The literal. Raises `std::logic_error` for a number that no literal has.
+    /// The literal. Throws `std::logic_error` for a number that no literal has.
     [[nodiscard]] String toString() const { return getTypeInfo().convertToString(static_cast<Derived const &>(*this)); }
 
     /// Parameterised, because the enumeration is nested in the derived class.

@@ -11,7 +11,7 @@ class Double;
 
 namespace ZEL::internal {
 
-/// Truncates toward zero. Out of range gives the nearest value, and not a number gives 0.
+/// Truncates toward zero. Out of range becomes the nearest value, and NaN becomes 0.
 template <class T> [[nodiscard]] constexpr T truncated(double value) noexcept {
     // The limits as doubles: the upper one is the first value that does not fit.
     constexpr double low = static_cast<double>(std::numeric_limits<T>::min());

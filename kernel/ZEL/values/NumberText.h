@@ -11,7 +11,7 @@
 /// Numbers to and from text in the manner of a C++ stream with default settings, whatever the process's locale.
 ///
 /// Reading skips leading blanks, accepts a sign, and ignores what follows the number; a text without a number at its
-/// beginning, or with one out of range, gives nothing. A minus sign before an unsigned number wraps.
+/// beginning, or with one out of range, yields nothing. A minus sign before an unsigned number wraps.
 namespace ZEL::internal {
 
 template <class T> [[nodiscard]] std::optional<T> numberFromText(std::string_view text) = delete;
@@ -21,7 +21,7 @@ template <> [[nodiscard]] ZEL_API std::optional<std::uint32_t> numberFromText<st
 template <> [[nodiscard]] ZEL_API std::optional<float> numberFromText<float>(std::string_view text);
 template <> [[nodiscard]] ZEL_API std::optional<double> numberFromText<double>(std::string_view text);
 
-/// Raises "Unable to convert from string to ", `typeName` and an exclamation mark if there is no number.
+/// Throws "Unable to convert from string to ", `typeName` and an exclamation mark if there is no number.
 template <class T> [[nodiscard]] T requiredNumber(std::string_view text, char const * typeName) {
     std::optional<T> const number = numberFromText<T>(text);
     if (!number) {

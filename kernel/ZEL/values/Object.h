@@ -9,7 +9,7 @@ class String;
 
 /// The most general handle for reading: on an instance of a metaclass, or on a boxed value.
 ///
-/// Every other handle converts to it implicitly, and is made of it explicitly: a body of another class then gives a
+/// Every other handle converts to it implicitly, and is made of it explicitly: a body of another class then makes a
 /// null handle.
 class ZEL_API ImmutableObject : public ObjectHandle<NSInterface::ObjectIntf> {
 public:
@@ -23,7 +23,7 @@ public:
     [[nodiscard]] String toString() const;
     /// The name of the object's class if the handle is valid, else of the handle's: "ZEL.ImmutableObject".
     [[nodiscard]] String getFullyQualifiedOrcaTypeName() const;
-    /// The class of an object, the data type of a value. Raises "The Object.getMetaType operation is not yet
+    /// The class of an object, the data type of a value. Throws "The Object.getMetaType operation is not yet
     /// implemented!" for what has neither.
     template <class Type = ImmutableType> [[nodiscard]] Type getMetaType() const {
         return getImplementation()->template getMetaType<Type>(getDeviant());

@@ -42,7 +42,7 @@ concept HandleLike = std::convertible_to<T const &, H const &>;
 /// Shape of every `ImmutableX` handle on an object with interface `I`.
 ///
 /// Handles on derived interfaces convert implicitly. A handle on any other interface is narrowed by the explicit
-/// constructor: the body goes through `cast`, and a body of another class gives a null handle with a null deviant.
+/// constructor: the body goes through `cast`, and a body of another class makes a null handle with a null deviant.
 template <class I> class ObjectHandle : public RefBase<I *> {
 public:
     ObjectHandle() noexcept = default;
@@ -56,7 +56,7 @@ public:
     requires(internal::ObjectHandleType<H> && !internal::HandleOf<H, I>) explicit ObjectHandle(H const & other)
         : ObjectHandle(narrow(other.getImplementationWithoutAssert()), other.getDeviant()) {}
 
-    /// Whether the body exists in the handle's deviant. Never raises.
+    /// Whether the body exists in the handle's deviant. Never throws.
     [[nodiscard]] bool isValid() const {
         return this->getImpl() != nullptr && this->getImpl()->deviant_isValid(this->getDeviant());
     }

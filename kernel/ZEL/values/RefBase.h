@@ -55,7 +55,7 @@ public:
     [[nodiscard]] bool isValid() const { return fBody != nullptr; }
     /// As `isValid`, for conditions: `if (handle)`.
     explicit operator bool() const { return fBody != nullptr; }
-    /// Raises "Cannot access NULL ref. Use isValid() before calling methods" on a null handle.
+    /// Throws "Cannot access NULL ref. Use isValid() before calling methods" on a null handle.
     [[nodiscard]] BodyInterface * getImplementation() const {
         if (fBody == nullptr) [[unlikely]] {
             raiseNullReference();

@@ -10,7 +10,7 @@
 
 namespace ZEL::internal {
 
-/// Raises "An Internal Error has occurred" if the holder has an error already.
+/// Throws "An Internal Error has occurred" if the holder has an error already.
 ZEL_API void requireNoError(HASP::ErrorHolder const & errors);
 
 /// Leaves "Can't convert string '", the text, "' to " and the type's name in the holder, as found at the given place.

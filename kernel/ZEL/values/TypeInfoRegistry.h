@@ -21,15 +21,16 @@ class ZEL_API TypeInfoRegistry {
 public:
     TypeInfoRegistry() = delete;
 
-    /// Raises if the name is taken.
+    /// Throws if the name is taken.
     static void registerTypeInfo(std::string const & name, HASP::TypeInfo const & info);
-    /// `type` is a `DataType`. Raises if the name is taken, or if `type` is not valid; in the latter case the type info stays registered.
+    /// `type` is a `DataType`. Throws if the name is taken, or if `type` is not valid; in the latter case the type info
+    /// stays registered.
     static void registerMetaType(std::string const & name, HASP::TypeInfo const & info, ImmutableObject const & type);
     /// Both do nothing for an unknown name; the first leaves the metamodel's object in place.
     static void unregisterTypeInfo(std::string const & name);
     static void unregisterMetaType(std::string const & name);
 
-    /// Raises if the name is unknown.
+    /// Throws if the name is unknown.
     [[nodiscard]] static HASP::TypeInfo getTypeInfo(std::string const & name);
     /// Null if there is none.
     template <class DataType = ImmutableDataType> [[nodiscard]] static DataType getMetaType(std::string const & name) {

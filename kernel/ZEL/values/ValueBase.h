@@ -14,7 +14,7 @@ class ImmutableDataType;
 
 namespace internal {
 
-/// The boxed value; both raise "An Internal Error has occurred" on a null handle, the second also on an object that is
+/// The boxed value; both throw "An Internal Error has occurred" on a null handle, the second also on an object that is
 /// no value.
 [[nodiscard]] ZEL_API HASP::any const & boxedAny(ImmutableValueObject const & object);
 [[nodiscard]] ZEL_API HASP::any const & boxedAny(ImmutableObject const & object);
@@ -25,7 +25,7 @@ namespace internal {
 /// The data type object registered under the name, null if there is none.
 [[nodiscard]] ZEL_API ImmutableObject metaDataType(std::string const & typeName);
 
-/// The value of class `V` in the object. Raises `HASP::bad_any_cast` if it holds a value of another class.
+/// The value of class `V` in the object. Throws `HASP::bad_any_cast` if it holds a value of another class.
 template <class V, class Handle> V unboxed(Handle const & object) { return HASP::any_cast<V>(boxedAny(object)); }
 
 } // namespace internal

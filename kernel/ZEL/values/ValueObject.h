@@ -9,7 +9,7 @@ namespace ZEL {
 ///
 /// A boxed value never changes and is the same in every deviant, so the deviant of such a handle is of no account. `==`
 /// and `!=` compare the values; the order is that of the bodies, so that handles can be keys. Converts implicitly to
-/// `ImmutableObject` and is made of one explicitly: an object that is no value gives a null handle.
+/// `ImmutableObject` and is made of one explicitly: an object that is no value makes a null handle.
 class ZEL_API ImmutableValueObject : public ObjectHandle<NSInterface::ValueObjectIntf> {
 public:
     using ObjectHandle::ObjectHandle;

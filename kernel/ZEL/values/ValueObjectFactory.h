@@ -17,7 +17,7 @@ public:
     [[nodiscard]] static ValueObject create(std::string const & typeName);
     /// With a copy of `value`, which is not checked: a value of another class is found when it is read.
     [[nodiscard]] static ValueObject create(std::string const & typeName, HASP::any const & value);
-    /// Raises the conversion error's text if the text is no value of the type.
+    /// Throws the conversion error's text if the text is no value of the type.
     [[nodiscard]] static ValueObject createFromString(std::string const & typeName, std::string const & text);
     [[nodiscard]] static bool isValueObjectType(std::string const & typeName);
 };

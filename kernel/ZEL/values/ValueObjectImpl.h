@@ -24,7 +24,7 @@ public:
 
     [[nodiscard]] char const * getOrcaName(bool immutable) const override;
     [[nodiscard]] String toString(Deviant deviant) const override;
-    /// A new value object of the same type. Raises the error's text if the text is no value of it.
+    /// A new value object of the same type. Throws the error's text if the text is no value of it.
     Object fromString(Deviant deviant, String const & text) override;
     [[nodiscard]] NSInterface::SeenObject internal_metaType(Deviant deviant) const override;
     [[nodiscard]] std::size_t getByteSize() const override;

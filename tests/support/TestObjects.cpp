@@ -1,14 +1,18 @@
 #include "support/TestObjects.h"
 
+#include <ZEL/String.h>
+#include <ZEL/base/Cleanup.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/deviants/DeviantAssertions.h>
+#include <ZEL/metamodel/Factory.h>
+#include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/ModelCore.h>
+#include <ZEL/metamodel/PackageIntf.h>
+#include <ZEL/metamodel/ProfileIntf.h>
 
 #include <utility>
 
 namespace ZEL::testsupport {
-
-using NSInterface::ClassObjectIntf;
-using NSInterface::ObjectIntf;
 
 // --- state -----------------------------------------------------------------------------------------------------------
 
@@ -38,19 +42,16 @@ void ThingState::internal_deviationAssign(Deviant, ObjectIntf * source, Deviant)
     container = asThingState(source).container;
 }
 
+int numberAlive() {
+    ThingState const last; // the one constructed last is not counted
+    return Cleanup::numberOfActiveObjects();
+}
+
 // --- body ------------------------------------------------------------------------------------------------------------
 
 Thing::~Thing() { Thing::deviant_destroyState(fRootState); }
 
-int Thing::valueIn(Deviant deviant) const { return asThingState(getReadDeviant(deviant)).value; }
-
-void Thing::set(Deviant deviant, int value) { asThingState(getWriteDeviant(deviant)).value = value; }
-
-void Thing::setContainer(Deviant deviant, Thing const * container) {
-    asThingState(getWriteDeviant(deviant)).container = container;
-}
-
-void Thing::end(Deviant deviant) {
+void Thing::internal_destroyContents(Deviant deviant) {
     saveOldState(deviant, internal_getDeviation(deviant));
     internal_destroyDeviation(deviant);
 }
@@ -178,34 +179,88 @@ void Thing::saveOldState(Deviant deviant, ObjectIntf * state) const {
     }
 }
 
-// --- fixture ---------------------------------------------------------------------------------------------------------
+// --- what a test works on --------------------------------------------------------------------------------------------
 
-DeviantFixture::DeviantFixture() : fStatesBefore(ThingState::numberAlive), fThingsBefore(Thing::numberAlive) {}
+NSInterface::PackageIntf * Subject::package() const {
+    return static_cast<NSInterface::PackageIntf *>(fBody->cast(NSInterface::PackageIntf::classInfo()));
+}
+
+int Subject::valueIn(Deviant deviant) const {
+    return package() != nullptr ? std::stoi(package()->getName(deviant).str())
+                                : asThingState(fBody->getReadDeviant(deviant)).value;
+}
+
+void Subject::set(Deviant deviant, int value) const {
+    if (package() != nullptr) {
+        package()->setName(deviant, String(std::to_string(value)));
+    } else {
+        asThingState(fBody->getWriteDeviant(deviant)).value = value;
+    }
+}
+
+void Subject::setContainer(Deviant deviant, Subject container) const {
+    ObjectIntf * const state = fBody->getWriteDeviant(deviant);
+    if (package() != nullptr) {
+        state->internal_state()->containerZEL = container;
+    } else {
+        asThingState(state).container = container;
+    }
+}
+
+namespace {
+
+internal::ModelCore & coreOf(MetaModel const & model) {
+    return *model.getImplementation()->internal_body()->internal_model();
+}
+
+} // namespace
+
+DeviantFixture::DeviantFixture(Kind kind)
+    : fAliveBefore(numberAlive()),
+      fModel(kind == Kind::Packages ? Factory::createNewModel() : MetaModel()),
+      fManager(kind == Kind::Things ? std::make_unique<DeviantManager>() : nullptr),
+      manager(fManager != nullptr ? fManager.get() : &coreOf(fModel).internal_deviantManager()) {}
 
 DeviantFixture::~DeviantFixture() {
     endAll();
-    EXPECT_EQ(fStatesBefore, ThingState::numberAlive) << "states that nobody has given back";
-    EXPECT_EQ(fThingsBefore, Thing::numberAlive) << "counts that nobody has given back";
+    EXPECT_EQ(fAliveBefore, numberAlive()) << "states or counts that nobody has given back";
 }
 
-void DeviantFixture::enter(Thing & thing, Deviant deviant, int value) {
+Subject DeviantFixture::makeBody(bool isSpecial) {
+    if (fModel.isValid()) {
+        auto const & descriptor = isSpecial ? internal::descriptorOf<NSInterface::ProfileIntf>()
+                                            : internal::descriptorOf<NSInterface::PackageIntf>();
+        internal::BodyCore & body = *descriptor.createBody();
+        coreOf(fModel).adopt(body);
+        fBodies.push_back(&body);
+    } else {
+        fBodies.push_back(isSpecial ? new SpecialThing : new Thing);
+    }
+    fBodies.back()->incRef();
+    return Subject(*fBodies.back());
+}
+
+Subject DeviantFixture::make(Deviant deviant, int value, bool isSpecial) {
+    Subject const object = makeBody(isSpecial);
     deviant.beginTransaction("make");
-    deviant.markObjectCreated(&thing);
-    thing.internal_createDeviation(deviant);
-    thing.set(deviant, value);
+    deviant.markObjectCreated(object);
+    object->internal_createDeviation(deviant);
+    object.set(deviant, value);
     deviant.commitTransaction();
+    return object;
 }
 
-void DeviantFixture::commitValue(Deviant deviant, Thing & thing, int value, std::string const & name) {
+void DeviantFixture::commitValue(Deviant deviant, Subject object, int value, std::string const & name) {
     deviant.beginTransaction(name);
-    thing.set(deviant, value);
+    object.set(deviant, value);
     deviant.commitTransaction();
 }
 
 void DeviantFixture::endAll() {
-    manager.reset();
-    for (Thing * const thing : std::exchange(fThings, {})) {
-        thing->decRef();
+    fManager.reset();
+    fModel = MetaModel();
+    for (ClassObjectIntf * const body : std::exchange(fBodies, {})) {
+        body->decRef();
     }
 }
 

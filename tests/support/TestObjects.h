@@ -3,42 +3,37 @@
 #include "support/Castable.h"
 
 #include <ZEL/deviants/DeviantManager.h>
+#include <ZEL/metamodel/MetaModel.h>
 
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
 namespace ZEL::testsupport {
 
+using NSInterface::ClassObjectIntf;
+using NSInterface::ObjectIntf;
+
 /// State of a `Thing`: a number and a container.
 class ThingState : public Test::Castable<ThingState, NSInterface::ClassObjectOperations, ThingState> {
 public:
-    ThingState() { ++numberAlive; }
-    ~ThingState() override { --numberAlive; }
-    void internal_deviationAssign(Deviant target, NSInterface::ObjectIntf * source, Deviant sourceDeviant) override;
+    void internal_deviationAssign(Deviant target, ObjectIntf * source, Deviant sourceDeviant) override;
     static Test::ClassInfo const & classInfo() { return Test::classInfoOf<ThingState>(); }
 
-    static inline int numberAlive = 0;
-
     int value = 0;
-    NSInterface::ClassObjectIntf const * container = nullptr;
+    ClassObjectIntf const * container = nullptr;
 };
 
-/// A body that follows the state protocol step by step, with a plain count. It deletes itself at count 0.
+/// A client's object outside the generated classes: a body that follows the state protocol step by step, with a plain
+/// count. It deletes itself at count 0.
 class Thing : public Test::Castable<Thing, NSInterface::ClassObjectOperations, Thing> {
 public:
     Thing() = default;
     ~Thing() override;
     static Test::ClassInfo const & classInfo() { return Test::classInfoOf<Thing>(); }
-
-    // --- what a client does ----------------------------------------------------------------------------------------
-    [[nodiscard]] int valueIn(Deviant deviant) const;
-    void set(Deviant deviant, int value);
-    void setContainer(Deviant deviant, Thing const * container);
-    /// Ends the object in the deviant, saving what was.
-    void end(Deviant deviant);
 
     // --- counting ----------------------------------------------------------------------------------------------------
     void incRef() override { ++fCount; }
@@ -46,32 +41,27 @@ public:
     int numRef() override { return fCount; }
 
     // --- state protocol ----------------------------------------------------------------------------------------------
+    void internal_destroyContents(Deviant deviant) override;
     [[nodiscard]] bool deviant_isValid(Deviant deviant) const override;
-    void deviant_destroyState(NSInterface::ObjectIntf * state) override;
+    void deviant_destroyState(ObjectIntf * state) override;
     void deviant_commitTransientState(Deviant deviant) override;
-    [[nodiscard]] NSInterface::ObjectIntf * deviant_getCopyOfDeviation(Deviant deviant) const override;
-    [[nodiscard]] NSInterface::ObjectIntf * internal_getDeviation(Deviant deviant) const override;
-    void internal_setDeviation(Deviant deviant, NSInterface::ObjectIntf * state) override;
-    NSInterface::ObjectIntf * internal_createDeviation(Deviant deviant) override;
+    [[nodiscard]] ObjectIntf * deviant_getCopyOfDeviation(Deviant deviant) const override;
+    [[nodiscard]] ObjectIntf * internal_getDeviation(Deviant deviant) const override;
+    void internal_setDeviation(Deviant deviant, ObjectIntf * state) override;
+    ObjectIntf * internal_createDeviation(Deviant deviant) override;
     void internal_destroyDeviation(Deviant deviant) override;
-    [[nodiscard]] NSInterface::ObjectIntf * getReadDeviant(Deviant deviant) const override;
-    [[nodiscard]] NSInterface::ObjectIntf * getWriteDeviant(Deviant deviant) const override;
-    [[nodiscard]] NSInterface::ClassObjectIntf const * internal_container(Deviant deviant) const override;
-
-    static inline int numberAlive = 0;
+    [[nodiscard]] ObjectIntf * getReadDeviant(Deviant deviant) const override;
+    [[nodiscard]] ObjectIntf * getWriteDeviant(Deviant deviant) const override;
+    [[nodiscard]] ClassObjectIntf const * internal_container(Deviant deviant) const override;
 
 private:
-    [[nodiscard]] NSInterface::ObjectIntf * observedState(Deviant deviant) const;
-    [[nodiscard]] NSInterface::ObjectIntf * readStateFromRoot(Deviant deviant) const;
-    void store(Deviant deviant, NSInterface::ObjectIntf * state) const;
-    void saveOldState(Deviant deviant, NSInterface::ObjectIntf * state) const;
+    [[nodiscard]] ObjectIntf * observedState(Deviant deviant) const;
+    [[nodiscard]] ObjectIntf * readStateFromRoot(Deviant deviant) const;
+    void store(Deviant deviant, ObjectIntf * state) const;
+    void saveOldState(Deviant deviant, ObjectIntf * state) const;
 
-    struct Counted {
-        Counted() { ++numberAlive; }
-        ~Counted() { --numberAlive; }
-    } fAlive;
     int fCount = 0;
-    mutable NSInterface::ObjectIntf * fRootState = nullptr;
+    mutable ObjectIntf * fRootState = nullptr;
 };
 
 /// A class of things that a listener can tell from the others.
@@ -80,8 +70,11 @@ public:
     static Test::ClassInfo const & classInfo() { return Test::classInfoOf<SpecialThing>(); }
 };
 
+/// The number of bodies, states and boxed values in the process.
+[[nodiscard]] int numberAlive();
+
 /// Puts a sentinel where a state stands.
-inline NSInterface::ObjectIntf * asState(void * sentinel) { return static_cast<NSInterface::ObjectIntf *>(sentinel); }
+inline ObjectIntf * asState(void * sentinel) { return static_cast<ObjectIntf *>(sentinel); }
 
 /// The text of the exception that `action` raises; "(nothing)" if it raises none.
 template <class Action> std::string raisedBy(Action action) {
@@ -93,41 +86,61 @@ template <class Action> std::string raisedBy(Action action) {
     return "(nothing)";
 }
 
-/// A manager with some things, all counted once by the fixture. Each test ends with a look for states and bodies that
-/// nobody has given back.
-class DeviantFixture : public testing::Test {
-protected:
-    DeviantFixture();
-    ~DeviantFixture() override;
+// --- what a test works on --------------------------------------------------------------------------------------------
 
-    /// A thing that exists in `deviant`, made in a transaction of its own unless one is open.
-    template <class T = Thing> T & make(Deviant deviant, int value) {
-        T & thing = makeBody<T>();
-        enter(thing, deviant, value);
-        return thing;
-    }
-    /// A body that no deviant knows.
-    template <class T = Thing> T & makeBody() {
-        auto * const thing = new T;
-        thing->incRef();
-        fThings.push_back(thing);
-        return *thing;
-    }
-    /// A root commit that sets one number.
-    void commitValue(Deviant deviant, Thing & thing, int value, std::string const & name = std::string());
-    Deviant createDeviant(std::string const & name) { return manager->createDeviantWithName(name); }
-    /// Ends the manager and all things.
-    void endAll();
+/// What the objects of a test are: things, or packages of a model.
+enum class Kind { Things, Packages };
 
-    std::unique_ptr<DeviantManager> manager = std::make_unique<DeviantManager>();
-    Deviant root = manager->getRootDeviant();
+inline std::ostream & operator<<(std::ostream & out, Kind kind) {
+    return out << (kind == Kind::Things ? "Things" : "Packages");
+}
+
+/// An object of either kind, as a client knows it: with a value, which is a package's name, and a container.
+class Subject {
+public:
+    explicit Subject(ClassObjectIntf & body) : fBody(&body) {}
+    operator ClassObjectIntf *() const { return fBody; } // for where bodies are passed
+    ClassObjectIntf * operator->() const { return fBody; }
+
+    [[nodiscard]] int valueIn(Deviant deviant) const;
+    void set(Deviant deviant, int value) const;
+    void setContainer(Deviant deviant, Subject container) const;
+    /// Ends the object in the deviant, saving what was.
+    void end(Deviant deviant) const { fBody->internal_destroyContents(deviant); }
 
 private:
-    static void enter(Thing & thing, Deviant deviant, int value);
+    [[nodiscard]] NSInterface::PackageIntf * package() const;
 
-    std::vector<Thing *> fThings;
-    int fStatesBefore;
-    int fThingsBefore;
+    ClassObjectIntf * fBody;
+};
+
+/// A manager, alone or in a model, and some objects, all counted once by the fixture. Each test ends with a look for
+/// states and bodies that nobody has given back.
+class DeviantFixture : public testing::Test {
+protected:
+    explicit DeviantFixture(Kind kind);
+    ~DeviantFixture() override;
+
+    /// An object that exists in `deviant`, made in a transaction of its own unless one is open. A special one is of a
+    /// class of its own: `SpecialThing` or `Profile`.
+    Subject make(Deviant deviant, int value, bool isSpecial = false);
+    /// One that no deviant knows.
+    [[nodiscard]] Subject makeBody(bool isSpecial = false);
+    /// A commit that sets one number.
+    static void commitValue(Deviant deviant, Subject object, int value, std::string const & name = std::string());
+    Deviant createDeviant(std::string const & name) const { return manager->createDeviantWithName(name); }
+    /// Ends the manager and all objects.
+    void endAll();
+
+private:
+    int fAliveBefore;
+    MetaModel fModel; ///< of packages
+    std::unique_ptr<DeviantManager> fManager;
+    std::vector<ClassObjectIntf *> fBodies;
+
+protected:
+    DeviantManager * const manager; ///< until `endAll`
+    Deviant const root = manager->getRootDeviant();
 };
 
 } // namespace ZEL::testsupport

@@ -41,7 +41,7 @@ public:
     // --- reflective access -----------------------------------------------------------------------------------------
     // An invalid property, and a name that the object's class does not have, raise "Trying to get invalid property!" in
     // the reading forms and "Trying to set invalid property!" in all others.
-    /// All values; a single-valued property gives a view of zero or one element.
+    /// All values; a single-valued property returns a view of zero or one element.
     [[nodiscard]] virtual Sequence<Object> get(Deviant deviant, ImmutableProperty const & property) = 0;
     [[nodiscard]] virtual Sequence<Object> get(Deviant deviant, String const & name) = 0;
     [[nodiscard]] virtual ImmutableSequence<ImmutableObject> get(Deviant deviant,

@@ -1,16 +1,18 @@
+#include <ZEL/base/Exception.h>
 #include <ZEL/deviants/ClassObjectIntf.h>
 #include <ZEL/deviants/Deviant.h>
 #include <ZEL/deviants/DeviantAssertions.h>
-#include <ZEL/deviants/DeviantChecks.h>
+#include <ZEL/deviants/DeviantImpl.h>
 #include <ZEL/deviants/DeviantManager.h>
 
-#include <exception>
+#include <string>
 
 namespace ZEL {
 
 using internal::DeviantImpl;
-using internal::requireDeviant;
-using internal::sentinel;
+using internal::ListenerHolderBase;
+using Direction = internal::History::Direction;
+using Role = internal::Listeners::Role;
 using NSInterface::ClassObjectIntf;
 using NSInterface::ObjectIntf;
 
@@ -19,57 +21,62 @@ constinit void * const Deviant::InvalidObject = const_cast<void **>(&Deviant::In
 constinit void * const Deviant::FallbackToRoot = const_cast<void **>(&Deviant::FallbackToRoot);
 constinit void * const Deviant::ModelDestroyed = const_cast<void **>(&Deviant::ModelDestroyed);
 
+namespace {
+
+ObjectIntf * sentinel(void * value) noexcept { return static_cast<ObjectIntf *>(value); }
+
+/// The body of the deviant. Raises "`operation` on null deviant", and the text of a dead model once the manager has gone.
+DeviantImpl & require(Deviant deviant, char const * operation) {
+    if (!deviant.isNotNull()) {
+        raiseInternalError(std::string(operation) + " on null deviant");
+    }
+    if (deviant.getImpl() == nullptr) {
+        raiseInternalError("object accessed after its model has been destroyed");
+    }
+    return *deviant.getImpl();
+}
+
+} // namespace
+
 // --- identity --------------------------------------------------------------------------------------------------------
 
 std::string Deviant::getName() const { return fIdentity == nullptr ? "default unnamed root deviant" : fIdentity->name; }
 
 DeviantManager * Deviant::getDeviantManager() const noexcept {
-    return getImpl() == nullptr ? nullptr : getImpl()->manager;
+    return getImpl() == nullptr ? nullptr : &getImpl()->manager();
 }
 
 Deviant Deviant::getRootDeviant() const noexcept {
-    return getImpl() == nullptr ? Deviant() : getImpl()->manager->getRootDeviant();
+    return getImpl() == nullptr ? Deviant() : getImpl()->manager().getRootDeviant();
 }
 
 std::vector<Deviant> Deviant::getAllDeviants() const {
-    return getImpl() == nullptr ? std::vector<Deviant>() : getImpl()->manager->getDeviants();
+    return getImpl() == nullptr ? std::vector<Deviant>() : getImpl()->manager().getDeviants();
 }
 
 StateMap const * Deviant::getObjectsDeviatingFromRoot() const noexcept {
-    return getImpl() == nullptr ? nullptr : &getImpl()->objects;
+    return getImpl() == nullptr ? nullptr : &getImpl()->states();
 }
 
-NSInterface::ModelIntf * Deviant::internal_model() const {
-    return requireDeviant(*this, "getModel on null deviant").manager->getModelIntf();
-}
+NSInterface::ModelIntf * Deviant::internal_model() const { return require(*this, "getModel").manager().getModelIntf(); }
 
 // --- states ----------------------------------------------------------------------------------------------------------
 
 ObjectIntf * Deviant::getStateOfObject(ClassObjectIntf const * object) const {
-    DeviantImpl const * const impl = getImpl();
-    if (impl == nullptr) {
-        return nullptr;
-    }
-    ObjectIntf * const state = impl->readMap->get(object);
-    if (state != nullptr || impl->fallbackReadMap == nullptr) {
-        return state;
-    }
-    return impl->fallbackReadMap->get(object);
+    return getImpl() == nullptr ? nullptr : getImpl()->stateOf(object);
 }
 
 ObjectIntf * Deviant::setStateOfObject(ClassObjectIntf const * object, ObjectIntf * state) const {
-    return getImpl() == nullptr ? nullptr : getImpl()->objects.set(object, state);
+    return getImpl() == nullptr ? nullptr : getImpl()->states().set(object, state);
 }
 
 ObjectIntf * Deviant::getSavedOldStateOfObject(ClassObjectIntf const * object) const {
-    if (fIdentity == nullptr || !fIdentity->savedStatesVisible) {
-        return nullptr;
-    }
-    return fIdentity->impl->currentChangeSet.states.get(object);
+    bool const isVisible = fIdentity != nullptr && fIdentity->savedStatesVisible;
+    return isVisible ? fIdentity->impl->transaction().savedStates().get(object) : nullptr;
 }
 
 ObjectIntf * Deviant::saveOldStateOfObject(ClassObjectIntf const * object, ObjectIntf * state) const {
-    return isWithinTransaction() ? getImpl()->saveOldState(object, state) : nullptr;
+    return isWithinTransaction() ? getImpl()->transaction().save(object, state) : nullptr;
 }
 
 namespace {
@@ -80,20 +87,14 @@ void requireObject(ClassObjectIntf const * object) {
     }
 }
 
-/// Whether the deviant has ever said anything of the object.
-bool knows(DeviantImpl const & deviant, ClassObjectIntf const * object) {
-    return deviant.readMap->get(object) != nullptr ||
-           (deviant.fallbackReadMap != nullptr && deviant.fallbackReadMap->get(object) != nullptr);
-}
-
 } // namespace
 
 void Deviant::markObjectCreated(ClassObjectIntf * object) const {
-    DeviantImpl & self = requireDeviant(*this, "markObjectCreated on null deviant");
+    DeviantImpl & self = require(*this, "markObjectCreated");
     requireObject(object);
-    DeviantManager & manager = *self.manager;
+    DeviantManager & manager = self.manager();
     auto const check = [&](DeviantImpl const & other) {
-        if (&other != &self && knows(other, object)) {
+        if (&other != &self && other.stateOf(object) != nullptr) {
             DeviantAssertions(&self).assertObjectAlreadyCreated(object);
         }
     };
@@ -101,8 +102,8 @@ void Deviant::markObjectCreated(ClassObjectIntf * object) const {
     for (Deviant const other : manager.internal_namedDeviants()) {
         check(*other.getImpl());
     }
-    if (self.transactionDepth > 0) {
-        self.replaceOldState(object, sentinel(InvalidObject));
+    if (self.transaction().isOpen()) {
+        self.transaction().saveOver(object, sentinel(InvalidObject));
     }
     if (!self.isRoot() || manager.internal_hasNullEntries()) {
         // A name without a deviant counts as the root here.
@@ -140,7 +141,7 @@ namespace {
 
 /// The checks of the notify operations; `operation` is the name of the one.
 DeviantImpl & requireRootForNotify(Deviant deviant, char const * operation, ClassObjectIntf const * object) {
-    DeviantImpl & self = requireDeviant(deviant, (std::string(operation) + " on null deviant").c_str());
+    DeviantImpl & self = require(deviant, operation);
     DeviantAssertions(&self).assertWritable(object);
     if (!self.isRoot()) {
         raiseInternalError(std::string(operation) + " on non root deviant");
@@ -150,9 +151,9 @@ DeviantImpl & requireRootForNotify(Deviant deviant, char const * operation, Clas
 }
 
 void saveByHand(DeviantImpl & self, ClassObjectIntf const * object) {
-    if (self.transactionDepth > 0) {
-        self.currentChangeSet.states.makeRoom(1); // before the copy, which nobody else owns
-        self.replaceOldState(object, object->deviant_getCopyOfDeviation(self.deviant()));
+    if (self.transaction().isOpen()) {
+        self.transaction().savedStates().makeRoom(1); // before the copy, which nobody else owns
+        self.transaction().saveOver(object, object->deviant_getCopyOfDeviation(self.deviant()));
     }
 }
 
@@ -171,9 +172,166 @@ void Deviant::notifyObjectHasBeenAdded(ClassObjectIntf const * object) const {
     markObjectCreated(const_cast<ClassObjectIntf *>(object));
 }
 
+// --- transactions ----------------------------------------------------------------------------------------------------
+
+void Deviant::beginTransaction(std::string const & name) const {
+    DeviantImpl & self = require(*this, "beginTransaction");
+    if (self.isView()) {
+        // A view has no place to write to; it is refused in the words of a write.
+        DeviantAssertions(&self).internal_assertWritable(nullptr);
+    }
+    self.begin(name);
+}
+
+void Deviant::commitTransaction() const {
+    DeviantImpl & self = require(*this, "commitTransaction");
+    if (!self.transaction().isOpen()) {
+        raiseInternalError("transaction not started");
+    }
+    self.commit();
+}
+
+void Deviant::cancelTransaction() const {
+    DeviantImpl & self = require(*this, "cancelTransaction");
+    if (self.transaction().isOpen()) {
+        self.cancel();
+    }
+}
+
+ListenerBase * Deviant::getRefusingListener() const noexcept {
+    return getImpl() == nullptr ? nullptr : getImpl()->transaction().refusedBy();
+}
+
+bool Deviant::isWithinTransactionUndoOrRedo() const noexcept {
+    return getImpl() != nullptr && getImpl()->transaction().isWithin();
+}
+
+// --- undo and redo ---------------------------------------------------------------------------------------------------
+
+namespace {
+
+/// The checks of all operations that work on the history of the root.
+DeviantImpl & requireIdleRoot(Deviant deviant, char const * operation) {
+    DeviantImpl & self = require(deviant, operation);
+    if (self.transaction().isOpen()) {
+        raiseInternalError(std::string("cannot ") + operation + " within a transaction");
+    }
+    if (!self.isRoot()) {
+        raiseInternalError(std::string(operation) + " on non-root deviant");
+    }
+    return self;
+}
+
+std::string nameOf(ChangeSet const * entry) { return entry == nullptr ? std::string() : entry->name; }
+
+int levelOf(ChangeSet const * entry) { return entry == nullptr ? -1 : entry->changeLevel; }
+
+/// Steps until `level` is current. Observers may change the history between two steps: a step is made only while the
+/// level is still ahead, and must bring it nearer.
+void stepToLevel(Deviant deviant, int level, Direction direction, char const * operation) {
+    DeviantImpl & self = requireIdleRoot(deviant, operation);
+    internal::PhaseScope const phase(self.phases()); // an observer of a step may let the last handle of the model go
+    internal::History const & history = self.settledHistory();
+    int remaining = -1;
+    while (history.level() != level) {
+        // Mostly the last step has brought it nearer by one; otherwise it is searched for anew.
+        int distance = remaining > 0 && levelOf(history.entry(direction, remaining - 1)) == level ? remaining - 1 : 0;
+        ChangeSet const * entry = history.entry(direction, distance);
+        while (entry != nullptr && entry->changeLevel != level) {
+            entry = history.entry(direction, ++distance);
+        }
+        if (entry == nullptr || (remaining >= 0 && distance >= remaining)) {
+            raiseInternalError(std::string("invalid change level for ") + operation);
+        }
+        remaining = distance;
+        direction == Direction::Undo ? deviant.undo() : deviant.redo();
+    }
+}
+
+} // namespace
+
+void Deviant::undo() const { requireIdleRoot(*this, "undo").step(Direction::Undo); }
+
+void Deviant::redo() const { requireIdleRoot(*this, "redo").step(Direction::Redo); }
+
+void Deviant::undoToChangeLevel(int level) const { stepToLevel(*this, level, Direction::Undo, "undoToChangeLevel"); }
+
+void Deviant::redoToChangeLevel(int level) const { stepToLevel(*this, level, Direction::Redo, "redoToChangeLevel"); }
+
+int Deviant::getCurrentChangeLevel() const { return require(*this, "getCurrentChangeLevel").history().level(); }
+
+int Deviant::getMaximumUndoStackLength() const noexcept {
+    return getImpl() == nullptr ? 0 : getImpl()->history().maximum();
+}
+
+bool Deviant::hasUndoStack() const noexcept { return getMaximumUndoStackLength() > 0; }
+
+int Deviant::getUndoStackLength() const { return require(*this, "getUndoStackLength").history().undoLength(); }
+
+int Deviant::getRedoStackLength() const { return require(*this, "getRedoStackLength").history().redoLength(); }
+
+std::string Deviant::getUndoNameAt(int index) const {
+    return nameOf(require(*this, "getUndoNameAt").history().entry(Direction::Undo, index));
+}
+
+int Deviant::getUndoChangeLevelAt(int index) const {
+    return levelOf(require(*this, "getUndoChangeLevelAt").history().entry(Direction::Undo, index));
+}
+
+std::string Deviant::getRedoNameAt(int index) const {
+    return nameOf(require(*this, "getNameOfRedo").history().entry(Direction::Redo, index));
+}
+
+int Deviant::getRedoChangeLevelAt(int index) const {
+    return levelOf(require(*this, "getRedoChangeLevelAt").history().entry(Direction::Redo, index));
+}
+
+void Deviant::setMaximumUndoStackLength(int length) const {
+    requireIdleRoot(*this, "setMaximumUndoStackLength").settledHistory().setMaximum(length);
+}
+
+void Deviant::clearUndoStack() const { require(*this, "clearUndoStack").settledHistory().clear(); }
+
+void Deviant::clearRedoStack() const { require(*this, "clearRedoStack").settledHistory().clearRedo(); }
+
+void Deviant::disableUndo() const { require(*this, "disableUndo").settledHistory().disable(); }
+
+// --- root and named deviants -----------------------------------------------------------------------------------------
+
+namespace {
+
+/// The checks of the operations between a named deviant and the root.
+DeviantImpl & requireNamed(Deviant deviant, char const * operation) {
+    DeviantImpl & self = require(deviant, operation);
+    if (self.isRoot()) {
+        raiseInternalError(std::string(operation) + " on root deviant");
+    }
+    return self;
+}
+
+} // namespace
+
+void Deviant::syncFromRoot() const {
+    DeviantImpl & self = requireNamed(*this, "syncFromRoot");
+    if (!self.transaction().isOpen()) {
+        raiseInternalError("syncFromRoot outside a transaction");
+    }
+    self.syncFromRoot();
+}
+
+void Deviant::assignToRoot() const {
+    DeviantImpl & self = requireNamed(*this, "assignToRoot");
+    DeviantImpl & root = self.manager().internal_root();
+    if (!root.transaction().isOpen()) {
+        raiseInternalError("assignToRoot outside a transaction");
+    }
+    DeviantAssertions(&root).assertWritable(nullptr);
+    self.assignToRoot();
+}
+
 void Deviant::remove() const {
-    DeviantImpl & self = requireDeviant(*this, "Deviant::remove on null deviant");
-    if (self.transactionDepth != 0) {
+    DeviantImpl & self = require(*this, "Deviant::remove");
+    if (self.transaction().isOpen()) {
         raiseInternalError("cannot remove deviant when it is within a transaction");
     }
     if (self.isRoot() || self.isView()) {
@@ -182,63 +340,34 @@ void Deviant::remove() const {
     self.remove();
 }
 
-namespace internal {
+// --- listeners -------------------------------------------------------------------------------------------------------
 
-ObjectIntf * DeviantImpl::saveOldState(ClassObjectIntf const * object, ObjectIntf * state) {
-    return currentChangeSet.states.set(object, state != nullptr ? state : sentinel(Deviant::FallbackToRoot));
+namespace {
+
+void enlist(Deviant deviant, Role role, ListenerHolderBase * holder) {
+    require(deviant, "registerListener").listeners().enlist(role, holder);
 }
 
-void DeviantImpl::replaceOldState(ClassObjectIntf const * object, ObjectIntf * state) {
-    ObjectIntf * const former = saveOldState(object, state);
-    if (former != state) {
-        const_cast<ClassObjectIntf *>(object)->deviant_destroyState(former);
+void dismiss(Deviant deviant, Role role, ListenerBase const * listener) {
+    DeviantImpl & self = require(deviant, "unregisterListener");
+    if (listener == nullptr) {
+        raiseInternalError("cannot unregister null listener with deviant");
     }
+    self.listeners().dismiss(role, listener);
 }
 
-bool DeviantImpl::saveCopyOnce(ClassObjectIntf const * object) {
-    if (currentChangeSet.states.get(object) != nullptr) {
-        return false;
-    }
-    currentChangeSet.states.makeRoom(1); // before the copy, which nobody else owns
-    static_cast<void>(saveOldState(object, object->deviant_getCopyOfDeviation(deviant())));
-    return true;
-}
+} // namespace
 
-void DeviantImpl::forgetOldState(ClassObjectIntf const * object) noexcept {
-    auto * const body = const_cast<ClassObjectIntf *>(object);
-    body->deviant_destroyState(currentChangeSet.states.get(object));
-    static_cast<void>(currentChangeSet.states.erase(object));
-}
+void Deviant::registerModifierOnCommit(ListenerHolderBase * holder) const { enlist(*this, Role::Modifier, holder); }
 
-void DeviantImpl::dropFallbackEntries(StateMap const & touched) noexcept {
-    if (objects.empty()) {
-        return;
-    }
-    for (StateMap::Entry const & entry : touched) {
-        if (objects.get(entry.key) == Deviant::FallbackToRoot) {
-            static_cast<void>(objects.erase(entry.key));
-        }
-    }
-}
+void Deviant::registerValidatorOnCommit(ListenerHolderBase * holder) const { enlist(*this, Role::Validator, holder); }
 
-void DeviantImpl::remove() {
-    PhaseScope const phase(*this);
-    std::exception_ptr failure;
-    for (HolderList * const list : {&modifiers, &validators, &observers}) {
-        try {
-            dropHolders(*list);
-        } catch (...) {
-            failure = std::current_exception();
-        }
-    }
-    clearRedo();
-    clearUndo();
-    objects.destroyAndClear();
-    identity->kind = DeviantIdentity::Kind::Removed;
-    if (failure != nullptr) {
-        std::rethrow_exception(failure);
-    }
-}
+void Deviant::registerObservingListener(ListenerHolderBase * holder) const { enlist(*this, Role::Observer, holder); }
 
-} // namespace internal
+void Deviant::unregisterModifierOnCommit(ListenerBase * listener) const { dismiss(*this, Role::Modifier, listener); }
+
+void Deviant::unregisterValidatorOnCommit(ListenerBase * listener) const { dismiss(*this, Role::Validator, listener); }
+
+void Deviant::unregisterObservingListener(ListenerBase * listener) const { dismiss(*this, Role::Observer, listener); }
+
 } // namespace ZEL

@@ -28,7 +28,7 @@ class DeviantImpl;
 class ListenerHolderBase;
 
 /// What a `Deviant` value points at. It is never freed, so that a value kept beyond its deviant, or beyond its model, can
-/// still say that it is no longer valid. The body behind it goes with the manager.
+/// still say that it is no longer valid. The body goes with the manager.
 struct DeviantIdentity {
     enum class Kind : std::uint8_t { LiveRoot, LiveNamed, LiveView, Removed };
 
@@ -96,12 +96,12 @@ public:
     // --- states ---------------------------------------------------------------------------------------------------
     /// The state stored for `object` here, a sentinel, or null. Does not read through to the root.
     [[nodiscard]] NSInterface::ObjectIntf * getStateOfObject(NSInterface::ClassObjectIntf const * object) const;
-    /// Stores `state` and gives what stood there, which now belongs to the caller. Nothing on the null deviant.
+    /// Stores `state` and returns what stood there, which now belongs to the caller. Nothing on the null deviant.
     [[nodiscard]] NSInterface::ObjectIntf * setStateOfObject(NSInterface::ClassObjectIntf const * object,
                                                              NSInterface::ObjectIntf * state) const;
     /// The saved old state of `object` in the running transaction, undo or redo; null if there is none.
     [[nodiscard]] NSInterface::ObjectIntf * getSavedOldStateOfObject(NSInterface::ClassObjectIntf const * object) const;
-    /// Stores `state` (null as `FallbackToRoot`) as the old state of `object`, whatever stood there, and gives the
+    /// Stores `state` (null as `FallbackToRoot`) as the old state of `object`, whatever stood there, and returns the
     /// former value, which belongs to the caller. Null and no effect outside a transaction and on the null deviant.
     [[nodiscard]] NSInterface::ObjectIntf * saveOldStateOfObject(NSInterface::ClassObjectIntf const * object,
                                                                  NSInterface::ObjectIntf * state) const;
@@ -130,7 +130,9 @@ public:
     /// called. Null if it went through, and again from the next outermost `beginTransaction` on; null for the null
     /// deviant. The listener is the client's: it may have ended since.
     [[nodiscard]] ListenerBase * getRefusingListener() const noexcept;
-    [[nodiscard]] bool isWithinTransaction() const noexcept;
+    [[nodiscard]] bool isWithinTransaction() const noexcept {
+        return fIdentity != nullptr && fIdentity->openTransaction != 0;
+    }
     /// Also stays true after an empty or cancelled transaction, until the next commit, undo or redo.
     [[nodiscard]] bool isWithinTransactionUndoOrRedo() const noexcept;
 

@@ -25,7 +25,7 @@ bool DeviantAssertions::internal_assertWritable(ClassObjectIntf const * object) 
     if (fDeviant == nullptr) {
         raiseInternalError("cannot operate on null deviant");
     }
-    if (fDeviant->transactionDepth != 0) {
+    if (fDeviant->transaction().isOpen()) {
         return true;
     }
     std::string text = " Deviant '" + deviant().getName() + "' not opened for transactions.\n";

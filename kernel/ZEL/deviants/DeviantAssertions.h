@@ -18,15 +18,15 @@ class DeviantImpl;
 /// Tells a caller that an object was touched in a way that its deviant forbids.
 ///
 /// The switch only turns off the check that a write stands in a transaction. Turn it off around work that builds a
-/// model outside of transactions, and put back what `enableAssertions` gave.
+/// model outside of transactions, and put back what `enableAssertions` returned.
 class ZEL_API DeviantAssertions {
 public:
     /// `deviant` may be null, for the null deviant.
     explicit DeviantAssertions(internal::DeviantImpl * deviant) noexcept : fDeviant(deviant) {}
 
-    /// Gives the former setting.
+    /// Returns the former setting.
     static bool enableAssertions(bool enable) noexcept;
-    /// True, or raises that the deviant has no open transaction. Always true while assertions are off.
+    /// Returns true, or raises that the deviant has no open transaction. Always true while assertions are off.
     bool assertWritable(NSInterface::ClassObjectIntf const * object) const {
         return !sAssertionsEnabled || internal_assertWritable(object);
     }

@@ -63,8 +63,8 @@ void DeviantManager::removeDeviantWithName(std::string const & name) {
     if (entry->second.get() == fRoot) {
         raiseAnInternalError();
     }
-    internal::PhaseScope const phase(
-        *fRoot); // a listener that hears of the end may let the last handle of the model go
+    // A listener that hears of the end may let the last handle of the model go.
+    internal::PhaseScope const phase(fRoot->phases());
     Deviant const deviant = entry->second == nullptr ? Deviant() : entry->second->deviant();
     try {
         deviant.remove();
@@ -126,40 +126,23 @@ void DeviantManager::destroy() noexcept {
     while (!fNamed.empty()) {
         destroyNamed(*fNamed.front().getImpl());
     }
-    commitAll(*fRoot);
-    fRoot->clearUndo();
-    fRoot->maximumUndoStackLength = 0;
+    fRoot->commitAll();
+    fRoot->settledHistory().disable();
     fRemoved.clear();
     fByName.clear();
     fRoot = nullptr;
 }
 
 void DeviantManager::destroyNamed(DeviantImpl & deviant) noexcept {
-    commitAll(deviant);
-    deviant.clearUndo();
-    deviant.maximumUndoStackLength = 0;
+    deviant.commitAll();
+    deviant.settledHistory().disable();
     try {
         deviant.remove();
     } catch (...) {
         // Nobody is left to hear of a listener's trouble; all listeners have been told and dropped.
     }
-    fByName.erase(deviant.identity->name);
+    fByName.erase(deviant.name());
     collectNamed();
-}
-
-void DeviantManager::commitAll(DeviantImpl & deviant) noexcept {
-    while (deviant.transactionDepth > 0) {
-        std::int32_t const depth = deviant.transactionDepth;
-        try {
-            deviant.commit();
-        } catch (...) {
-            deviant.closeByForce();
-        }
-        if (deviant.transactionDepth >= depth) {
-            // A listener leaves transactions open time and again.
-            deviant.closeByForce();
-        }
-    }
 }
 
 } // namespace ZEL

@@ -43,10 +43,10 @@ public:
         internal_setReplayer(helper);
     }
 
-    /// A name in use gives the deviant of that name. The id is the number of deviants that there have been, with the
+    /// A name in use returns the deviant of that name. The id is the number of deviants that there have been, with the
     /// new one; the first is 2.
     Deviant createDeviantWithName(std::string const & name);
-    /// An unknown name gives the null deviant and stays entered with it.
+    /// An unknown name returns the null deviant and stays entered with it.
     Deviant getDeviantWithName(std::string const & name);
     /// Raises "removeDeviantWithName: deviant does not exist" for an unknown name, and "An Internal Error has occurred"
     /// for the root deviant.
@@ -66,6 +66,8 @@ public:
     [[nodiscard]] internal::DeviantImpl & internal_root() const noexcept { return *fRoot; }
     /// Whether some name has the null deviant.
     [[nodiscard]] bool internal_hasNullEntries() const noexcept { return fByName.size() != fNamed.size() + 1; }
+    /// Whether the client has no part in replays, so that the deviants may do without the helper.
+    [[nodiscard]] bool internal_replaysPlainly() const noexcept { return fReplayer == nullptr || fReplayer->isPlain(); }
     /// The helper as the deviants know it, or null.
     [[nodiscard]] internal::Replayer * internal_replayer() const noexcept { return fReplayer.get(); }
     void internal_setReplayer(internal::Replayer * replayer);
@@ -77,7 +79,6 @@ private:
     /// Puts the removed deviant with the others that are kept until the end.
     void shelve(std::string const & name, Deviant deviant) noexcept;
     void destroyNamed(internal::DeviantImpl & deviant) noexcept;
-    static void commitAll(internal::DeviantImpl & deviant) noexcept;
 
     NSInterface::ModelIntf * fModel = nullptr;
     NSInterface::ClassObjectIntf * fBody = nullptr;

@@ -16,7 +16,7 @@ class ZEL_API DeviantRegistry {
 public:
     /// The same address for the same pair until `retract`; null for a null body.
     [[nodiscard]] static void * getId(ReferenceCountingIntf * body, Deviant deviant);
-    /// The pair behind an id that `getId` gave; (null, null deviant) for null.
+    /// The pair of an id that `getId` returned; (null, null deviant) for null.
     [[nodiscard]] static std::pair<void *, Deviant> getVariantInfo(void const * id);
     [[nodiscard]] static ReferenceCountingIntf * getReferenceCountingIntf(void const * id);
     /// Forgets all ids of the body. Every body's destructor calls it, from the first id on.

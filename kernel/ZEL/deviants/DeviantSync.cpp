@@ -1,90 +1,64 @@
 #include <ZEL/deviants/ChangeReport.h>
-#include <ZEL/deviants/ClassObjectIntf.h>
-#include <ZEL/deviants/Deviant.h>
-#include <ZEL/deviants/DeviantAssertions.h>
-#include <ZEL/deviants/DeviantChecks.h>
-#include <ZEL/deviants/Replay.h>
+#include <ZEL/deviants/DeviantImpl.h>
+#include <ZEL/deviants/DeviantManager.h>
 
 #include <vector>
 
-namespace ZEL {
+namespace ZEL::internal {
 
-using internal::ChangedBodies;
-using internal::DeviantImpl;
-using internal::requireDeviant;
 using NSInterface::ClassObjectIntf;
 
 namespace {
 
-/// Old states that are saved for a change which may still fail; given up again unless the change is made.
-class SavedForChange {
-public:
-    SavedForChange(DeviantImpl & deviant, std::size_t atMost) : fDeviant(deviant) { fObjects.reserve(atMost); }
-    ~SavedForChange() {
-        for (StateMap::Key const object : fObjects) {
-            fDeviant.forgetOldState(object);
-        }
+/// A copy of the present state of `object`, unless its transaction has saved one already.
+void addCopy(ChangeSet & copies, DeviantImpl const & of, StateMap::Key object) {
+    if (of.transaction().savedStates().get(object) == nullptr) {
+        copies.states.makeRoom(1); // before the copy, which nobody else owns
+        static_cast<void>(copies.states.set(object, object->deviant_getCopyOfDeviation(of.deviant())));
     }
-    SavedForChange(SavedForChange const &) = delete;
-    SavedForChange & operator=(SavedForChange const &) = delete;
+}
 
-    void save(StateMap::Key object) {
-        if (fDeviant.saveCopyOnce(object)) {
-            fObjects.push_back(object);
-        }
+/// Saves the copies, for which there must be room.
+void save(OpenTransaction & transaction, ChangeSet & copies) {
+    for (StateMap::Entry const & copy : copies.states) {
+        static_cast<void>(transaction.save(copy.key, copy.state));
     }
-    void keep() noexcept { fObjects.clear(); }
-
-private:
-    DeviantImpl & fDeviant;
-    std::vector<StateMap::Key> fObjects;
-};
+    copies.states.clear();
+}
 
 } // namespace
 
-void Deviant::syncFromRoot() const {
-    DeviantImpl & self = requireDeviant(*this, "syncFromRoot on null deviant");
-    if (self.isRoot()) {
-        raiseInternalError("syncFromRoot on root deviant");
-    }
-    if (self.transactionDepth < 1) {
-        raiseInternalError("syncFromRoot outside a transaction");
-    }
-    std::vector<StateMap::Key> const objects = self.objects.keys();
-    SavedForChange saved(self, objects.size());
+void DeviantImpl::syncFromRoot() {
+    std::vector<StateMap::Key> const objects = fStates.keys();
+    ChangeSet copies(fManager.internal_body());
     for (StateMap::Key const object : objects) {
-        saved.save(object);
+        addCopy(copies, *this, object);
     }
-    saved.keep();
+    fTransaction.savedStates().makeRoom(objects.size());
+    save(fTransaction, copies);
     for (StateMap::Key const object : objects) {
-        const_cast<ClassObjectIntf *>(object)->internal_setDeviation(*this, internal::sentinel(FallbackToRoot));
+        const_cast<ClassObjectIntf *>(object)->internal_setDeviation(
+            deviant(), static_cast<StateMap::State>(Deviant::FallbackToRoot));
     }
 }
 
-void Deviant::assignToRoot() const {
-    DeviantImpl & self = requireDeviant(*this, "assignToRoot on null deviant");
-    if (self.isRoot()) {
-        raiseInternalError("assignToRoot on root deviant");
-    }
-    DeviantImpl & root = self.root();
-    if (root.transactionDepth < 1) {
-        raiseInternalError("assignToRoot outside a transaction");
-    }
-    DeviantAssertions(&root).assertWritable(nullptr);
-    internal::PhaseScope const phase(self);
-    internal::ViewScope const view(self, "<internal: assignToRoot>", self.currentChangeSet.states);
-    ChangedBodies const bodies = internal::collectAssignment(self.objects, root.deviant(), view.deviant());
-    SavedForChange saved(root, bodies.created.size() + bodies.deleted.size() + bodies.modified.size());
+void DeviantImpl::assignToRoot() {
+    DeviantImpl & root = fManager.internal_root();
+    PhaseScope const phase(fPhases);
+    ViewScope const view(*this, "<internal: assignToRoot>", fTransaction.savedStates());
+    ChangedBodies const bodies = collectAssignment(fStates, root.deviant(), view.deviant());
+    ChangeSet copies(fManager.internal_body());
     for (auto const * const objects : {&bodies.created, &bodies.deleted, &bodies.modified}) {
         for (ClassObjectIntf const * const object : *objects) {
-            saved.save(object);
+            addCopy(copies, root, object);
         }
     }
-    if (!root.hasPlainHelper()) {
-        saved.keep(); // a client's helper may fail when some objects have changed
+    root.fTransaction.savedStates().makeRoom(copies.states.size());
+    if (!fManager.internal_replaysPlainly()) {
+        save(root.fTransaction, copies); // a client's helper may fail when some objects have changed
     }
-    internal::replay(internal::ReplayKind::AssignToRoot, bodies, root.deviant(), view.deviant());
-    saved.keep();
+    replay(ReplayKind::AssignToRoot, bodies, root.deviant(), view.deviant());
+    save(root.fTransaction, copies);
 }
 
-} // namespace ZEL
+} // namespace ZEL::internal

@@ -35,7 +35,7 @@ struct SeenObject {
 /// Interface of everything a model consists of: bodies of class objects, their states, boxed values.
 ///
 /// Every operation takes the deviant first. The operations below are the protocol between bodies, states and deviants;
-/// the defaults of this class do nothing and give null, which is what a state object answers. Bases are shared
+/// the defaults of this class do nothing and return null, which is what a state object answers. Bases are shared
 /// (virtual) throughout the interface layer, so each object has one address per interface and one count. The deviants
 /// know objects by this interface and `ClassObjectIntf` alone. Operations that answer in handles of the metamodel are
 /// templates: they are made where they are called, and there the handle's class is known.

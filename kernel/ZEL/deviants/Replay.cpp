@@ -55,7 +55,7 @@ void carryOut(ChangedBodies const & bodies, Deviant target, Deviant source) {
         }
     }
     if (DeviantImpl * const named = target.isRootDeviant() ? nullptr : target.getImpl()) {
-        named->objects.makeRoom(states.size() + bodies.deleted.size());
+        named->states().makeRoom(states.size() + bodies.deleted.size());
     }
     // An object refers to others and not to their states, so the order among them does not matter.
     for (NewState & state : states) {

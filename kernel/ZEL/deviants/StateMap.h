@@ -18,7 +18,7 @@ class ClassObjectIntf;
 /// From a body to one state of it: what a deviant stores, and what a change set saves.
 ///
 /// An entry holds one count on its key; the body given to the constructor, the map's own model, is not counted, for it
-/// owns the map. States are pointers without an owner here, sentinels included: who stores them gives them back by
+/// owns the map. States are pointers without an owner here, sentinels included: who stores them destroys them with
 /// `destroyAndClear`. A map cannot be copied, since no state may stand in two places.
 ///
 /// Entries are kept as they come and are brought into the order of the keys, that of their addresses, by the first
@@ -69,10 +69,10 @@ public:
 
     /// Makes room, so that `more` new keys can be set without memory. Nothing else changes if there is none.
     void makeRoom(std::size_t more);
-    /// Stores `state` and gives the former one, which now belongs to the caller. A new key for which there is no memory
+    /// Stores `state` and returns the former one, which now belongs to the caller. A new key for which there is no memory
     /// leaves the map as it was.
     [[nodiscard]] State set(Key key, State state);
-    /// Gives the state that stood there, which now belongs to the caller, or null.
+    /// Returns the state that stood there, which now belongs to the caller, or null.
     [[nodiscard]] State erase(Key key);
     /// Drops all entries; leaves the states alone.
     void clear();

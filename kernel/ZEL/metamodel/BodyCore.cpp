@@ -174,20 +174,12 @@ StateCore * BodyCore::writeStateSlowly(Deviant deviant) const {
 }
 
 void BodyCore::saveOldState(Deviant deviant, ObjectIntf * present) const {
-    if (!deviant.hasUndoStack() || !deviant.isWithinTransaction()) {
+    DeviantImpl * const impl = deviant.getImpl();
+    if (impl == nullptr || !impl->savesOldStates()) {
         return;
     }
-    if (deviant.getSavedOldStateOfObject(this) == nullptr) {
-        std::unique_ptr<ObjectIntf> copy;
-        ObjectIntf * saved = present;
-        if (Deviant::isRealState(present)) {
-            copy.reset(copyState(present));
-            saved = copy.get();
-        }
-        static_cast<void>(deviant.saveOldStateOfObject(this, saved));
-        static_cast<void>(copy.release());
-    }
-    if (deviant.getDeviantId() == 0) {
+    impl->transaction().saveOnce(this, [&] { return copyState(present); });
+    if (impl->isRoot()) {
         fSavedIn = deviant.getIdentity()->openTransaction;
     }
 }
@@ -233,7 +225,7 @@ void BodyCore::deviant_commitTransientState(Deviant deviant) {
         }
         if (!isStated(other.getStateOfObject(this))) {
             fBits |= kHasDeviantEntries;
-            other.getImpl()->objects.makeRoom(1);
+            other.getImpl()->states().makeRoom(1); // before the copy, which nobody else owns
             static_cast<void>(other.setStateOfObject(this, copyState(old)));
         }
     }

@@ -2,6 +2,7 @@
 
 #include <ZEL/base/Exception.h>
 #include <ZEL/deviants/DeviantAssertions.h>
+#include <ZEL/deviants/DeviantImpl.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Containment.h>
@@ -102,14 +103,12 @@ void BodyCore::internal_destroyContents(Deviant deviant) {
 
 void BodyCore::destroyState(Deviant deviant) {
     ObjectIntf * const present = stateIn(deviant);
-    bool const isSaved =
-        !deviant.hasUndoStack() || !deviant.isWithinTransaction() || deviant.getSavedOldStateOfObject(this) != nullptr;
-    if (isSaved) {
+    DeviantImpl * const impl = deviant.getImpl();
+    // The present state moves into the change set as it is, unless an older one is there.
+    if (impl == nullptr || !impl->savesOldStates() || !impl->transaction().saveOnce(this, [&] { return present; })) {
         internal_destroyDeviation(deviant);
         return;
     }
-    // The present state is the old state of the transaction: it moves into the change set as it is.
-    static_cast<void>(deviant.saveOldStateOfObject(this, present));
     auto * const invalid = static_cast<ObjectIntf *>(Deviant::InvalidObject);
     if (deviant.getDeviantId() == 0) {
         setRootState(invalid);

@@ -13,19 +13,21 @@
 namespace ZEL {
 
 using testsupport::asState;
+using testsupport::Kind;
 using testsupport::raisedBy;
+using testsupport::Subject;
 using testsupport::Thing;
 
-/// A thing that is 1 in the root, which forgets how it came about, and a deviant beside the root.
+/// An object that is 1 in the root, which forgets how it came about, and a deviant beside the root.
 class TwoDeviants : public testsupport::DeviantFixture {
 protected:
-    TwoDeviants() { root.clearUndoStack(); }
+    explicit TwoDeviants(Kind kind) : DeviantFixture(kind) { root.clearUndoStack(); }
     ~TwoDeviants() override { DeviantAssertions::enableAssertions(true); }
 
-    /// What the root and `a` make of the thing: "1 2"; "-" where it is absent.
-    [[nodiscard]] std::string seen(Thing const & object) const {
+    /// What the root and `a` make of the object: "1 2"; "-" where it is absent.
+    [[nodiscard]] std::string seen(Subject object) const {
         auto const valueIn = [&](Deviant deviant) {
-            return object.deviant_isValid(deviant) ? std::to_string(object.valueIn(deviant)) : "-";
+            return object->deviant_isValid(deviant) ? std::to_string(object.valueIn(deviant)) : "-";
         };
         return valueIn(root) + ' ' + valueIn(a);
     }
@@ -42,8 +44,16 @@ protected:
         return text;
     }
 
-    Thing & thing = make(root, 1);
+    Subject const thing = make(root, 1);
     Deviant a = createDeviant("a");
 };
+
+/// For tests that hold for a client's objects and for those of a model.
+class OnBothKinds : public TwoDeviants, public testing::WithParamInterface<Kind> {
+protected:
+    OnBothKinds() : TwoDeviants(GetParam()) {}
+};
+
+inline auto const bothKinds = testing::Values(Kind::Things, Kind::Packages);
 
 } // namespace ZEL

@@ -4,14 +4,17 @@
 #include <ZEL/deviants/DeviantRegistry.h>
 
 #include <functional>
+#include <memory>
 #include <set>
 
 namespace ZEL {
 namespace {
 
-using testsupport::ThingState;
-
-class DeviantTest : public TwoDeviants {};
+class DeviantTest : public OnBothKinds {};
+class ThingTest : public TwoDeviants {
+protected:
+    ThingTest() : TwoDeviants(Kind::Things) {}
+};
 
 // --- identity --------------------------------------------------------------------------------------------------------
 
@@ -45,16 +48,16 @@ void expectNeutralAnswers(Deviant deviant) {
 }
 
 /// All operations that need a deviant, by the name that their refusal begins with.
-std::vector<std::pair<std::string, std::function<void(Deviant)>>> operations(Thing & thing) {
+std::vector<std::pair<std::string, std::function<void(Deviant)>>> operations(NSInterface::ClassObjectIntf * thing) {
     return {
         {"Deviant::remove", [](Deviant d) { d.remove(); }},
-        {"markObjectCreated", [&](Deviant d) { d.markObjectCreated(&thing); }},
+        {"markObjectCreated", [=](Deviant d) { d.markObjectCreated(thing); }},
         {"beginTransaction", [](Deviant d) { d.beginTransaction(); }},
         {"commitTransaction", [](Deviant d) { d.commitTransaction(); }},
         {"cancelTransaction", [](Deviant d) { d.cancelTransaction(); }},
-        {"notifyObjectIsAboutToChange", [&](Deviant d) { d.notifyObjectIsAboutToChange(&thing); }},
-        {"notifyObjectIsAboutToBeDeleted", [&](Deviant d) { d.notifyObjectIsAboutToBeDeleted(&thing); }},
-        {"notifyObjectHasBeenAdded", [&](Deviant d) { d.notifyObjectHasBeenAdded(&thing); }},
+        {"notifyObjectIsAboutToChange", [=](Deviant d) { d.notifyObjectIsAboutToChange(thing); }},
+        {"notifyObjectIsAboutToBeDeleted", [=](Deviant d) { d.notifyObjectIsAboutToBeDeleted(thing); }},
+        {"notifyObjectHasBeenAdded", [=](Deviant d) { d.notifyObjectHasBeenAdded(thing); }},
         {"undo", [](Deviant d) { d.undo(); }},
         {"redo", [](Deviant d) { d.redo(); }},
         {"undoToChangeLevel", [](Deviant d) { d.undoToChangeLevel(1); }},
@@ -90,12 +93,12 @@ TEST(Deviant, TheNullDeviantStandsForTheRootAndRefusesOperationsByName) {
     EXPECT_EQ("default unnamed root deviant", null.getName());
     expectNeutralAnswers(null);
     Thing thing;
-    for (auto const & [name, operation] : operations(thing)) {
+    for (auto const & [name, operation] : operations(&thing)) {
         EXPECT_EQ(name + " on null deviant", raisedBy([&call = operation] { call(Deviant()); }));
     }
 }
 
-TEST_F(DeviantTest, AValueOutlivesItsManagerAndSaysSo) {
+TEST_P(DeviantTest, AValueOutlivesItsManagerAndSaysSo) {
     Deviant const removed = createDeviant("b");
     manager->removeDeviantWithName("b");
     EXPECT_FALSE(removed.isValid());
@@ -108,7 +111,7 @@ TEST_F(DeviantTest, AValueOutlivesItsManagerAndSaysSo) {
         EXPECT_FALSE(gone.isValid());
         EXPECT_TRUE(gone.hasModelBeenDestroyed());
         expectNeutralAnswers(gone);
-        for (auto const & [name, operation] : operations(owner)) {
+        for (auto const & [name, operation] : operations(&owner)) {
             EXPECT_EQ("object accessed after its model has been destroyed",
                       raisedBy([&call = operation, gone] { call(gone); }))
                 << name;
@@ -121,7 +124,7 @@ TEST_F(DeviantTest, AValueOutlivesItsManagerAndSaysSo) {
 
 // --- names and ids ---------------------------------------------------------------------------------------------------
 
-TEST_F(DeviantTest, IdsCountAllDeviantsThatThereHaveBeen) {
+TEST_P(DeviantTest, IdsCountAllDeviantsThatThereHaveBeen) {
     EXPECT_EQ(0, root.getDeviantId());
     EXPECT_EQ("root deviant", root.getName());
     EXPECT_EQ(2, a.getDeviantId());
@@ -135,22 +138,22 @@ TEST_F(DeviantTest, IdsCountAllDeviantsThatThereHaveBeen) {
     EXPECT_EQ("a", a.getName());
 }
 
-TEST_F(DeviantTest, LookingForAnUnknownNameLeavesANullEntryBehind) {
+TEST_P(DeviantTest, LookingForAnUnknownNameLeavesANullEntryBehind) {
     EXPECT_EQ(Deviant(), manager->getDeviantWithName("m"));
     EXPECT_EQ((std::vector{a, Deviant(), root}), manager->getDeviants());
     Deviant const z = createDeviant("z");
     EXPECT_EQ(4, z.getDeviantId()) << "a null entry counts";
     EXPECT_RAISES("Deviant::remove on null deviant", manager->removeDeviantWithName("m"));
     EXPECT_EQ((std::vector{a, Deviant(), root, z}), root.getAllDeviants());
-    Thing & hidden = makeBody();
-    root.markObjectCreated(&hidden);
-    EXPECT_EQ(Deviant::InvalidObject, hidden.internal_getDeviation(root)) << "it hides what is created, in the root";
+    Subject const hidden = makeBody();
+    root.markObjectCreated(hidden);
+    EXPECT_EQ(Deviant::InvalidObject, hidden->internal_getDeviation(root)) << "it hides what is created, in the root";
     Deviant const filled = createDeviant("m");
     EXPECT_EQ(filled, manager->getDeviantWithName("m"));
     EXPECT_EQ((std::vector{a, filled, root, z}), manager->getDeviants());
 }
 
-TEST_F(DeviantTest, RemovalHasItsPreconditions) {
+TEST_P(DeviantTest, RemovalHasItsPreconditions) {
     EXPECT_RAISES("removeDeviantWithName: deviant does not exist", manager->removeDeviantWithName("x"));
     EXPECT_RAISES("An Internal Error has occurred", manager->removeDeviantWithName("root deviant"));
     EXPECT_RAISES("An Internal Error has occurred", root.remove());
@@ -162,23 +165,24 @@ TEST_F(DeviantTest, RemovalHasItsPreconditions) {
     EXPECT_EQ(2u, manager->getDeviants().size());
 }
 
-TEST_F(DeviantTest, ARemovedDeviantHasGivenItsStatesBackAndFailsOnAccess) {
+TEST_P(DeviantTest, ARemovedDeviantHasGivenItsStatesBackAndFailsOnAccess) {
     commitValue(a, thing, 2);
-    int const before = ThingState::numberAlive;
+    int const before = testsupport::numberAlive();
     manager->removeDeviantWithName("a");
-    EXPECT_EQ(before - 1, ThingState::numberAlive);
+    EXPECT_EQ(before - 1, testsupport::numberAlive());
     EXPECT_EQ("1 -", seen(thing));
     EXPECT_RAISES("object accessed after its deviant has been removed", thing.valueIn(a));
     EXPECT_RAISES("object accessed after its deviant has been removed", thing.set(a, 3));
 }
 
-TEST_F(DeviantTest, SetHelperOwnsTheHelper) {
+TEST(DeviantManager, SetHelperOwnsTheHelper) {
     struct Helper : DeviantManagerHelper {
         explicit Helper(int & alive) : fAlive(alive) { ++fAlive; }
         ~Helper() override { --fAlive; }
         int & fAlive;
     };
     int alive = 0;
+    auto manager = std::make_unique<DeviantManager>();
     EXPECT_EQ(nullptr, manager->getHelper());
     auto * const first = new Helper(alive);
     manager->setHelper(first);
@@ -186,42 +190,42 @@ TEST_F(DeviantTest, SetHelperOwnsTheHelper) {
     EXPECT_EQ(first, manager->getHelper());
     manager->setHelper(new Helper(alive));
     EXPECT_EQ(1, alive);
-    endAll();
+    manager.reset();
     EXPECT_EQ(0, alive);
 }
 
 // --- states ----------------------------------------------------------------------------------------------------------
 
-TEST_F(DeviantTest, SetStateGivesTheFormerOne) {
-    EXPECT_EQ(nullptr, a.setStateOfObject(&thing, asState(Deviant::InvalidObject)));
-    EXPECT_EQ(Deviant::InvalidObject, a.getStateOfObject(&thing));
-    EXPECT_EQ(Deviant::InvalidObject, a.setStateOfObject(&thing, asState(Deviant::FallbackToRoot)));
+TEST_P(DeviantTest, SetStateGivesTheFormerOne) {
+    EXPECT_EQ(nullptr, a.setStateOfObject(thing, asState(Deviant::InvalidObject)));
+    EXPECT_EQ(Deviant::InvalidObject, a.getStateOfObject(thing));
+    EXPECT_EQ(Deviant::InvalidObject, a.setStateOfObject(thing, asState(Deviant::FallbackToRoot)));
     EXPECT_EQ("1 1", seen(thing));
 }
 
-TEST_F(DeviantTest, CompositionCyclesAreFoundUpwardsFromTheFirstObject) {
-    Thing & top = make(root, 0);
-    Thing & middle = make(root, 0);
-    Thing & bottom = make(root, 0);
+TEST_P(DeviantTest, CompositionCyclesAreFoundUpwardsFromTheFirstObject) {
+    Subject const top = make(root, 0);
+    Subject const middle = make(root, 0);
+    Subject const bottom = make(root, 0);
     root.beginTransaction();
-    middle.setContainer(root, &top);
-    bottom.setContainer(root, &middle);
+    middle.setContainer(root, top);
+    bottom.setContainer(root, middle);
     root.commitTransaction();
-    EXPECT_TRUE(root.willCauseCompositionCycles(&bottom, &bottom));
-    EXPECT_TRUE(root.willCauseCompositionCycles(&bottom, &top));
-    EXPECT_TRUE(Deviant().willCauseCompositionCycles(&bottom, &top));
-    EXPECT_FALSE(root.willCauseCompositionCycles(&top, &bottom));
-    EXPECT_FALSE(root.willCauseCompositionCycles(&bottom, &thing));
+    EXPECT_TRUE(root.willCauseCompositionCycles(bottom, bottom));
+    EXPECT_TRUE(root.willCauseCompositionCycles(bottom, top));
+    EXPECT_TRUE(Deviant().willCauseCompositionCycles(bottom, top));
+    EXPECT_FALSE(root.willCauseCompositionCycles(top, bottom));
+    EXPECT_FALSE(root.willCauseCompositionCycles(bottom, thing));
     constexpr char text[] = "null objects passed to Deviant::willCauseCompositionCycles";
-    EXPECT_RAISES(text, root.willCauseCompositionCycles(&top, nullptr));
-    EXPECT_RAISES(text, root.willCauseCompositionCycles(nullptr, &top));
+    EXPECT_RAISES(text, root.willCauseCompositionCycles(top, nullptr));
+    EXPECT_RAISES(text, root.willCauseCompositionCycles(nullptr, top));
     root.beginTransaction();
-    top.setContainer(root, &bottom);
-    EXPECT_TRUE(root.willCauseCompositionCycles(&bottom, &thing)) << "a ring that is there already";
+    top.setContainer(root, bottom);
+    EXPECT_TRUE(root.willCauseCompositionCycles(bottom, thing)) << "a ring that is there already";
     root.commitTransaction();
 }
 
-TEST_F(DeviantTest, AssertionsHaveTextsWithoutAnObjectAndTheSwitchCoversWritabilityOnly) {
+TEST_F(ThingTest, AssertionsHaveTextsWithoutAnObjectAndTheSwitchCoversWritabilityOnly) {
     DeviantAssertions const onRoot(root.getImpl());
     DeviantAssertions const onNull(nullptr);
     EXPECT_RAISES(" Deviant 'root deviant' not opened for transactions.\n", onRoot.assertWritable(nullptr));
@@ -236,13 +240,13 @@ TEST_F(DeviantTest, AssertionsHaveTextsWithoutAnObjectAndTheSwitchCoversWritabil
     EXPECT_TRUE(onNull.assertWritable(nullptr));
     EXPECT_TRUE(onRoot.assertWritable(nullptr));
     EXPECT_RAISES(" Deviant 'root deviant' : \n", onRoot.assertObjectAlreadyCreated(nullptr));
-    EXPECT_EQ("object without metaClass", raisedBy([&] { onRoot.assertObjectAlreadyCreated(&thing); }).substr(0, 24));
+    EXPECT_EQ("object without metaClass", raisedBy([&] { onRoot.assertObjectAlreadyCreated(thing); }).substr(0, 24));
     EXPECT_FALSE(DeviantAssertions::enableAssertions(true));
 }
 
 // --- registry --------------------------------------------------------------------------------------------------------
 
-TEST_F(DeviantTest, TheRegistryGivesOneIdPerBodyAndDeviant) {
+TEST_F(ThingTest, TheRegistryGivesOneIdPerBodyAndDeviant) {
     auto * const body = new Thing;
     body->incRef();
     void * const inRoot = DeviantRegistry::getId(body, root);
@@ -259,12 +263,14 @@ TEST_F(DeviantTest, TheRegistryGivesOneIdPerBodyAndDeviant) {
     body->decRef(); // the body's end takes the ids back; the memory checker would tell of a second look
 }
 
-TEST_F(DeviantTest, StatesThatNoOperationHasGivenBackGoWithTheManager) {
-    static_cast<void>(a.setStateOfObject(&thing, new ThingState));
+TEST_P(DeviantTest, StatesThatNoOperationHasGivenBackGoWithTheManager) {
+    static_cast<void>(a.setStateOfObject(thing, thing->deviant_getCopyOfDeviation(root)));
     a.beginTransaction();
     a.disableUndo();
-    static_cast<void>(a.saveOldStateOfObject(&thing, new ThingState));
+    static_cast<void>(a.saveOldStateOfObject(thing, thing->deviant_getCopyOfDeviation(root)));
 }
+
+INSTANTIATE_TEST_SUITE_P(On, DeviantTest, bothKinds, testing::PrintToStringParamName());
 
 } // namespace
 } // namespace ZEL

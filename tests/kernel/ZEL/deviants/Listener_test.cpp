@@ -2,10 +2,12 @@
 
 #include <ZEL/deviants/Transaction.h>
 #include <ZEL/metamodel/ListenerHolder.h>
+#include <ZEL/metamodel/ProfileIntf.h>
 
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <memory>
 #include <stdexcept>
 
 namespace ZEL {
@@ -69,7 +71,7 @@ private:
     Calls & fCalls;
 };
 
-class ListenerTest : public TwoDeviants {
+class ListenerTest : public OnBothKinds {
 protected:
     ~ListenerTest() override { endAll(); } // before the listeners go
 
@@ -98,227 +100,7 @@ protected:
 
 // --- registration ----------------------------------------------------------------------------------------------------
 
-/// A holder that tells of its end.
-class CountedHolder : public internal::ListenerHolderBase {
-public:
-    CountedHolder(ListenerBase & listener, int & alive) : fListener(listener), fAlive(alive) { ++fAlive; }
-    ~CountedHolder() override { --fAlive; }
-    ListenerBase * getListener() override { return &fListener; }
-    void reset(Deviant, Deviant) override {}
-    void callModifier() override {}
-    bool callValidator() override { return true; }
-    void callObserver() override {}
-
-private:
-    ListenerBase & fListener;
-    int & fAlive;
-};
-
-TEST_F(ListenerTest, EachListTakesAListenerOnce) {
-    int alive = 0;
-    root.registerModifierOnCommit(new CountedHolder(one, alive));
-    root.registerObservingListener(new CountedHolder(one, alive));
-    EXPECT_RAISES("listener already registered with deviant",
-                  root.registerObservingListener(new CountedHolder(one, alive)));
-    EXPECT_EQ(2, alive) << "the refused holder is gone";
-    EXPECT_RAISES("listener not registered with deviant", root.unregisterValidatorOnCommit(&one));
-    EXPECT_RAISES("cannot unregister null listener with deviant", root.unregisterModifierOnCommit(nullptr));
-    EXPECT_RAISES("An Internal Error has occurred", root.registerModifierOnCommit(nullptr));
-    root.unregisterModifierOnCommit(&one);
-    EXPECT_RAISES("listener not registered with deviant", root.unregisterModifierOnCommit(&one));
-    EXPECT_EQ(1, alive);
-    endAll();
-    EXPECT_EQ(0, alive) << "the root's holders go with the manager";
-    EXPECT_TRUE(calls.empty()) << "and nobody is told";
-}
-
-// --- the order of a commit -------------------------------------------------------------------------------------------
-
-TEST_F(ListenerTest, AllModifiersThenAllValidatorsThenAllObserversInOrderOfRegistration) {
-    listenInAllRoles(root, two);
-    listenInAllRoles(root, one);
-    registerModifierOnCommit(root, three);
-    set(2);
-    EXPECT_EQ((Calls{"two modify 0 0 1", "one modify 0 0 1", "three modify 0 0 1", "two validate 0 0 1",
-                     "one validate 0 0 1", "two observe 0 0 1", "one observe 0 0 1"}),
-              takeCalls());
-    root.undo();
-    EXPECT_EQ((Calls{"two observe 0 0 1", "one observe 0 0 1"}), takeCalls());
-    root.redo();
-    EXPECT_EQ((Calls{"two observe 0 0 1", "one observe 0 0 1"}), takeCalls());
-
-    two.agrees = false;
-    set(3);
-    EXPECT_EQ((Calls{"two modify 0 0 1", "one modify 0 0 1", "three modify 0 0 1", "two validate 0 0 1"}), takeCalls());
-    EXPECT_EQ("2 1", seen(thing)) << "a refusal cancels, and the commit returns";
-    EXPECT_EQ("set2 |3|", history());
-    EXPECT_FALSE(root.isWithinTransaction());
-}
-
-TEST_F(ListenerTest, TheReportTellsCreatedDeletedAndModifiedObjectsInTheOrderOfTheirAddresses) {
-    Bodies modified;
-    for (int i = 0; i < 4; ++i) {
-        modified.push_back(&make(root, 1));
-    }
-    std::sort(modified.begin(), modified.end());
-    Thing & ended = make(root, 2);
-    Deviant view;
-    one.onObserve = [&](Deviant, Deviant source) { view = source; };
-    registerObservingListener(root, one);
-    root.beginTransaction();
-    Thing const & created = make(root, 3);
-    make(root, 4).end(root);
-    ended.set(root, 5);
-    ended.end(root);
-    for (auto each = modified.rbegin(); each != modified.rend(); ++each) {
-        static_cast<void>((*each)->getWriteDeviant(root));
-    }
-    root.commitTransaction();
-    EXPECT_EQ((std::vector<Bodies>{{&created}, {&ended}, modified}), one.bodies);
-    EXPECT_FALSE(view.isValid()) << "a view ends with the commit";
-    EXPECT_RAISES("object accessed after its deviant has been removed", thing.valueIn(view));
-}
-
-TEST_F(ListenerTest, TheViewShowsTheStateBeforeAndCannotBeWrittenTo) {
-    Calls views;
-    auto const check = [&](Deviant target, Deviant view, bool isWithin) {
-        views.push_back(view.getName());
-        EXPECT_EQ(1, thing.valueIn(view));
-        EXPECT_EQ(2, thing.valueIn(target));
-        EXPECT_EQ(-1 - target.getDeviantId(), view.getDeviantId());
-        EXPECT_FALSE(view.isRootDeviant());
-        EXPECT_EQ(isWithin, target.isWithinTransaction());
-        EXPECT_EQ(isWithin, target.isWithinTransactionUndoOrRedo());
-        EXPECT_EQ("|2|", history()) << "the entry comes last";
-        std::string const refusal = " Deviant '" + view.getName() + "' not opened for transactions.\n";
-        EXPECT_RAISES(refusal, view.beginTransaction());
-        EXPECT_RAISES(refusal, thing.set(view, 3));
-    };
-    one.onModify = one.onValidate = [&](Deviant target, Deviant view) { check(target, view, true); };
-    one.onObserve = [&](Deviant target, Deviant view) { check(target, view, false); };
-    listenInAllRoles(root, one);
-    listenInAllRoles(a, one);
-    commitValue(a, thing, 2);
-    set(2);
-    EXPECT_EQ(Calls(6, "<internal: transaction>"), views);
-    one.onObserve = [&](Deviant target, Deviant view) {
-        EXPECT_EQ("<internal: undo/redo>", view.getName());
-        EXPECT_EQ(1, thing.valueIn(target));
-        EXPECT_EQ(2, thing.valueIn(view));
-    };
-    root.undo();
-    manager->removeDeviantWithName("a");
-}
-
-TEST_F(ListenerTest, AHolderCanBeRestrictedToClasses) {
-    SpecialThing & special = make<SpecialThing>(root, 1);
-    auto * const holder = new ListenerHolder<Recorder>(one);
-    holder->handleOnly<SpecialThing>();
-    root.registerObservingListener(holder);
-    registerObservingListener(root, two);
-    root.beginTransaction();
-    thing.set(root, 2);
-    special.set(root, 2);
-    root.commitTransaction();
-    set(3);
-    EXPECT_EQ((Calls{"one observe 0 0 1", "two observe 0 0 2", "one observe 0 0 0", "two observe 0 0 1"}), takeCalls());
-}
-
-// --- the end of a deviant --------------------------------------------------------------------------------------------
-
-TEST_F(ListenerTest, ARemovedDeviantTellsEachListenerOncePerList) {
-    registerObservingListener(a, one);
-    registerValidatorOnCommit(a, two);
-    registerValidatorOnCommit(a, three);
-    registerModifierOnCommit(a, one);
-    registerModifierOnCommit(a, three);
-    registerModifierOnCommit(a, two);
-    one.onDestroyed = [this, done = false]() mutable {
-        if (!std::exchange(done, true)) {
-            a.unregisterModifierOnCommit(&one);
-            a.unregisterModifierOnCommit(&three);
-        }
-    };
-    two.onDestroyed = fail;
-    EXPECT_EQ("failed", raisedBy([&] { manager->removeDeviantWithName("a"); }));
-    EXPECT_EQ((Calls{"one destroyed", "two destroyed", "two destroyed", "three destroyed", "one destroyed"}),
-              takeCalls());
-    EXPECT_FALSE(a.isValid());
-    EXPECT_EQ(1u, manager->getDeviants().size());
-    registerObservingListener(createDeviant("b"), one);
-    endAll();
-    EXPECT_EQ((Calls{"one destroyed"}), takeCalls());
-}
-
-TEST_F(ListenerTest, AnObserverMayRemoveItsDeviant) {
-    one.onObserve = [&](Deviant, Deviant) { manager->removeDeviantWithName("a"); };
-    registerObservingListener(a, one);
-    registerObservingListener(a, two);
-    commitValue(a, thing, 2);
-    EXPECT_EQ((Calls{"one observe 0 0 1", "one destroyed", "two destroyed"}), takeCalls());
-    EXPECT_FALSE(a.isValid());
-}
-
-TEST_F(ListenerTest, TheManagerEndsWithOpenTransactionsWhateverListenersDo) {
-    static_cast<void>(manager->getDeviantWithName("0 sorts before all"));
-    for (Deviant const each : {root, a}) {
-        registerModifierOnCommit(each, one);
-        registerValidatorOnCommit(each, two);
-        registerObservingListener(each, three);
-        each.beginTransaction();
-        each.beginTransaction();
-        thing.set(each, 2);
-    }
-    one.onModify = [](Deviant target, Deviant) { target.beginTransaction(); };
-    three.onDestroyed = fail;
-    manager->destroy();
-    manager->destroy();
-    EXPECT_EQ((Calls{"one modify 0 0 1", "one destroyed", "two destroyed", "three destroyed", "one modify 0 0 1"}),
-              takeCalls());
-    EXPECT_FALSE(a.isValid());
-    EXPECT_EQ(2, thing.valueIn(Deviant()));
-}
-
-// --- listeners that end transactions, work in the deviant or throw ---------------------------------------------------
-
-TEST_F(ListenerTest, AModifierOrValidatorMayCancelAndWhatItThrowsLeavesTheTransactionToItsGuard) {
-    listenInAllRoles(root, one);
-    for (auto * const action : {&one.onModify, &one.onValidate}) {
-        *action = once([](Deviant target) { target.cancelTransaction(); });
-        set(2);
-        EXPECT_EQ("1 1", seen(thing));
-        EXPECT_FALSE(root.isWithinTransaction());
-        *action = once([](Deviant) { fail(); });
-        {
-            Transaction transaction(root);
-            thing.set(root, 2);
-            EXPECT_EQ("failed", raisedBy([&] { transaction.commit(); }));
-            EXPECT_TRUE(root.isWithinTransaction());
-            EXPECT_EQ(2, thing.valueIn(root));
-        }
-        EXPECT_EQ("1 1", seen(thing));
-        EXPECT_FALSE(root.isWithinTransaction());
-        EXPECT_EQ("|2|", history());
-        *action = nullptr;
-    }
-    EXPECT_EQ((Calls{"one modify 0 0 1", "one modify 0 0 1", "one modify 0 0 1", "one validate 0 0 1",
-                     "one modify 0 0 1", "one validate 0 0 1"}),
-              takeCalls());
-}
-
-TEST_F(ListenerTest, AListenerThatCommitsOnceTooOftenLeavesAUsableDeviant) {
-    one.onModify = once([](Deviant target) { target.commitTransaction(); });
-    registerModifierOnCommit(root, one);
-    set(2);
-    EXPECT_FALSE(root.isWithinTransaction());
-    EXPECT_EQ("set2 |3|", history());
-    root.undo();
-    EXPECT_EQ(1, thing.valueIn(root));
-    set(3);
-    EXPECT_EQ(3, thing.valueIn(root));
-}
-
-/// Acts once, while it is made ready or shown an object.
+/// Acts once, while it is made ready or shown an object. It keeps its action until then.
 class EagerHolder : public internal::ListenerHolderBase {
 public:
     EagerHolder(ListenerBase & listener, bool whenShown, std::function<void(Deviant)> action)
@@ -346,7 +128,211 @@ private:
     std::function<void(Deviant)> fAction;
 };
 
-TEST_F(ListenerTest, AHolderThatEndsTheTransactionBeforeTheObserversAreCalledEndsTheCommit) {
+TEST_P(ListenerTest, EachListTakesAListenerOnce) {
+    auto const held = std::make_shared<int>();
+    auto const makeHolder = [&] { return new EagerHolder(one, true, [held](Deviant) {}); };
+    root.registerModifierOnCommit(makeHolder());
+    root.registerObservingListener(makeHolder());
+    EXPECT_RAISES("listener already registered with deviant", root.registerObservingListener(makeHolder()));
+    EXPECT_EQ(1 + 2, held.use_count()) << "the refused holder is gone";
+    EXPECT_RAISES("listener not registered with deviant", root.unregisterValidatorOnCommit(&one));
+    EXPECT_RAISES("cannot unregister null listener with deviant", root.unregisterModifierOnCommit(nullptr));
+    EXPECT_RAISES("An Internal Error has occurred", root.registerModifierOnCommit(nullptr));
+    root.unregisterModifierOnCommit(&one);
+    EXPECT_RAISES("listener not registered with deviant", root.unregisterModifierOnCommit(&one));
+    EXPECT_EQ(1 + 1, held.use_count());
+    endAll();
+    EXPECT_EQ(1, held.use_count()) << "the root's holders go with the manager";
+    EXPECT_TRUE(calls.empty()) << "and nobody is told";
+}
+
+// --- the order of a commit -------------------------------------------------------------------------------------------
+
+TEST_P(ListenerTest, AllModifiersThenAllValidatorsThenAllObserversInOrderOfRegistration) {
+    listenInAllRoles(root, two);
+    listenInAllRoles(root, one);
+    registerModifierOnCommit(root, three);
+    set(2);
+    EXPECT_EQ((Calls{"two modify 0 0 1", "one modify 0 0 1", "three modify 0 0 1", "two validate 0 0 1",
+                     "one validate 0 0 1", "two observe 0 0 1", "one observe 0 0 1"}),
+              takeCalls());
+    root.undo();
+    EXPECT_EQ((Calls{"two observe 0 0 1", "one observe 0 0 1"}), takeCalls());
+    root.redo();
+    EXPECT_EQ((Calls{"two observe 0 0 1", "one observe 0 0 1"}), takeCalls());
+
+    two.agrees = false;
+    set(3);
+    EXPECT_EQ((Calls{"two modify 0 0 1", "one modify 0 0 1", "three modify 0 0 1", "two validate 0 0 1"}), takeCalls());
+    EXPECT_EQ("2 1", seen(thing)) << "a refusal cancels, and the commit returns";
+    EXPECT_EQ("set2 |3|", history());
+    EXPECT_FALSE(root.isWithinTransaction());
+}
+
+TEST_P(ListenerTest, TheReportTellsCreatedDeletedAndModifiedObjectsInTheOrderOfTheirAddresses) {
+    Bodies modified;
+    for (int i = 0; i < 4; ++i) {
+        modified.push_back(make(root, 1));
+    }
+    std::sort(modified.begin(), modified.end());
+    Subject const ended = make(root, 2);
+    Deviant view;
+    one.onObserve = [&](Deviant, Deviant source) { view = source; };
+    registerObservingListener(root, one);
+    root.beginTransaction();
+    Subject const created = make(root, 3);
+    make(root, 4).end(root);
+    ended.set(root, 5);
+    ended.end(root);
+    for (auto each = modified.rbegin(); each != modified.rend(); ++each) {
+        static_cast<void>((*each)->getWriteDeviant(root));
+    }
+    root.commitTransaction();
+    EXPECT_EQ((std::vector<Bodies>{{created}, {ended}, modified}), one.bodies);
+    EXPECT_FALSE(view.isValid()) << "a view ends with the commit";
+    EXPECT_RAISES("object accessed after its deviant has been removed", thing.valueIn(view));
+}
+
+TEST_P(ListenerTest, TheViewShowsTheStateBeforeAndCannotBeWrittenTo) {
+    Calls views;
+    auto const check = [&](Deviant target, Deviant view, bool isWithin) {
+        views.push_back(view.getName());
+        EXPECT_EQ(1, thing.valueIn(view));
+        EXPECT_EQ(2, thing.valueIn(target));
+        EXPECT_EQ(-1 - target.getDeviantId(), view.getDeviantId());
+        EXPECT_FALSE(view.isRootDeviant());
+        EXPECT_EQ(isWithin, target.isWithinTransaction());
+        EXPECT_EQ(isWithin, target.isWithinTransactionUndoOrRedo());
+        EXPECT_EQ("|2|", history()) << "the entry comes last";
+        std::string const refusal = " Deviant '" + view.getName() + "' not opened for transactions.\n";
+        EXPECT_RAISES(refusal, view.beginTransaction());
+        EXPECT_EQ(refusal, raisedBy([&] { thing.set(view, 3); }).substr(0, refusal.size()));
+    };
+    one.onModify = one.onValidate = [&](Deviant target, Deviant view) { check(target, view, true); };
+    one.onObserve = [&](Deviant target, Deviant view) { check(target, view, false); };
+    listenInAllRoles(root, one);
+    listenInAllRoles(a, one);
+    commitValue(a, thing, 2);
+    set(2);
+    EXPECT_EQ(Calls(6, "<internal: transaction>"), views);
+    one.onObserve = [&](Deviant target, Deviant view) {
+        EXPECT_EQ("<internal: undo/redo>", view.getName());
+        EXPECT_EQ(1, thing.valueIn(target));
+        EXPECT_EQ(2, thing.valueIn(view));
+    };
+    root.undo();
+    manager->removeDeviantWithName("a");
+}
+
+TEST_P(ListenerTest, AHolderCanBeRestrictedToClasses) {
+    Subject const special = make(root, 1, true);
+    auto * const holder = new ListenerHolder<Recorder>(one);
+    holder->handleOnly<SpecialThing>().handleOnly<NSInterface::ProfileIntf>();
+    root.registerObservingListener(holder);
+    registerObservingListener(root, two);
+    root.beginTransaction();
+    thing.set(root, 2);
+    special.set(root, 2);
+    root.commitTransaction();
+    set(3);
+    EXPECT_EQ((Calls{"one observe 0 0 1", "two observe 0 0 2", "one observe 0 0 0", "two observe 0 0 1"}), takeCalls());
+}
+
+// --- the end of a deviant --------------------------------------------------------------------------------------------
+
+TEST_P(ListenerTest, ARemovedDeviantTellsEachListenerOncePerList) {
+    registerObservingListener(a, one);
+    registerValidatorOnCommit(a, two);
+    registerValidatorOnCommit(a, three);
+    registerModifierOnCommit(a, one);
+    registerModifierOnCommit(a, three);
+    registerModifierOnCommit(a, two);
+    one.onDestroyed = [this, done = false]() mutable {
+        if (!std::exchange(done, true)) {
+            a.unregisterModifierOnCommit(&one);
+            a.unregisterModifierOnCommit(&three);
+        }
+    };
+    two.onDestroyed = fail;
+    EXPECT_EQ("failed", raisedBy([&] { manager->removeDeviantWithName("a"); }));
+    EXPECT_EQ((Calls{"one destroyed", "two destroyed", "two destroyed", "three destroyed", "one destroyed"}),
+              takeCalls());
+    EXPECT_FALSE(a.isValid());
+    EXPECT_EQ(1u, manager->getDeviants().size());
+    registerObservingListener(createDeviant("b"), one);
+    endAll();
+    EXPECT_EQ((Calls{"one destroyed"}), takeCalls());
+}
+
+TEST_P(ListenerTest, AnObserverMayRemoveItsDeviant) {
+    one.onObserve = [&](Deviant, Deviant) { manager->removeDeviantWithName("a"); };
+    registerObservingListener(a, one);
+    registerObservingListener(a, two);
+    commitValue(a, thing, 2);
+    EXPECT_EQ((Calls{"one observe 0 0 1", "one destroyed", "two destroyed"}), takeCalls());
+    EXPECT_FALSE(a.isValid());
+}
+
+TEST_P(ListenerTest, TheManagerEndsWithOpenTransactionsWhateverListenersDo) {
+    static_cast<void>(manager->getDeviantWithName("0 sorts before all"));
+    for (Deviant const each : {root, a}) {
+        registerModifierOnCommit(each, one);
+        registerValidatorOnCommit(each, two);
+        registerObservingListener(each, three);
+        each.beginTransaction();
+        each.beginTransaction();
+        thing.set(each, 2);
+    }
+    one.onModify = [](Deviant target, Deviant) { target.beginTransaction(); };
+    three.onDestroyed = fail;
+    manager->destroy();
+    manager->destroy();
+    EXPECT_EQ((Calls{"one modify 0 0 1", "one destroyed", "two destroyed", "three destroyed", "one modify 0 0 1"}),
+              takeCalls());
+    EXPECT_FALSE(a.isValid());
+    EXPECT_EQ(2, thing.valueIn(Deviant()));
+}
+
+// --- listeners that end transactions, work in the deviant or throw ---------------------------------------------------
+
+TEST_P(ListenerTest, AModifierOrValidatorMayCancelAndWhatItThrowsLeavesTheTransactionToItsGuard) {
+    listenInAllRoles(root, one);
+    for (auto * const action : {&one.onModify, &one.onValidate}) {
+        *action = once([](Deviant target) { target.cancelTransaction(); });
+        set(2);
+        EXPECT_EQ("1 1", seen(thing));
+        EXPECT_FALSE(root.isWithinTransaction());
+        *action = once([](Deviant) { fail(); });
+        {
+            Transaction transaction(root);
+            thing.set(root, 2);
+            EXPECT_EQ("failed", raisedBy([&] { transaction.commit(); }));
+            EXPECT_TRUE(root.isWithinTransaction());
+            EXPECT_EQ(2, thing.valueIn(root));
+        }
+        EXPECT_EQ("1 1", seen(thing));
+        EXPECT_FALSE(root.isWithinTransaction());
+        EXPECT_EQ("|2|", history());
+        *action = nullptr;
+    }
+    EXPECT_EQ((Calls{"one modify 0 0 1", "one modify 0 0 1", "one modify 0 0 1", "one validate 0 0 1",
+                     "one modify 0 0 1", "one validate 0 0 1"}),
+              takeCalls());
+}
+
+TEST_P(ListenerTest, AListenerThatCommitsOnceTooOftenLeavesAUsableDeviant) {
+    one.onModify = once([](Deviant target) { target.commitTransaction(); });
+    registerModifierOnCommit(root, one);
+    set(2);
+    EXPECT_FALSE(root.isWithinTransaction());
+    EXPECT_EQ("set2 |3|", history());
+    root.undo();
+    EXPECT_EQ(1, thing.valueIn(root));
+    set(3);
+    EXPECT_EQ(3, thing.valueIn(root));
+}
+
+TEST_P(ListenerTest, AHolderThatEndsTheTransactionBeforeTheObserversAreCalledEndsTheCommit) {
     registerObservingListener(root, two);
     for (bool const whenShown : {false, true}) {
         root.registerObservingListener(new EagerHolder(one, whenShown, [](Deviant d) { d.cancelTransaction(); }));
@@ -376,7 +362,7 @@ TEST_F(ListenerTest, AHolderThatEndsTheTransactionBeforeTheObserversAreCalledEnd
     EXPECT_EQ(1, thing.valueIn(root));
 }
 
-TEST_F(ListenerTest, TellsWhoHasRefusedACommit) {
+TEST_P(ListenerTest, TellsWhoHasRefusedACommit) {
     auto const commit = [this](int value) {
         Transaction outer(root);
         {
@@ -404,7 +390,7 @@ TEST_F(ListenerTest, TellsWhoHasRefusedACommit) {
     root.commitTransaction();
 }
 
-TEST_F(ListenerTest, AnObserverOfAReplayMayTakeTheHistoryAway) {
+TEST_P(ListenerTest, AnObserverOfAReplayMayTakeTheHistoryAway) {
     set(2);
     set(3);
     one.onObserve = once([](Deviant target) { target.setMaximumUndoStackLength(0); });
@@ -414,8 +400,8 @@ TEST_F(ListenerTest, AnObserverOfAReplayMayTakeTheHistoryAway) {
     EXPECT_EQ(2, thing.valueIn(root));
 }
 
-TEST_F(ListenerTest, AJumpThatObserversHinderEnds) {
-    Thing & other = make(root, 0);
+TEST_P(ListenerTest, AJumpThatObserversHinderEnds) {
+    Subject const other = make(root, 0);
     set(2);
     int answers = 0;
     bool busy = false;
@@ -431,7 +417,7 @@ TEST_F(ListenerTest, AJumpThatObserversHinderEnds) {
 
 // --- replay ----------------------------------------------------------------------------------------------------------
 
-TEST_F(ListenerTest, AClientsHelperIsCalledByTheKindOfTheReplay) {
+TEST_P(ListenerTest, AClientsHelperIsCalledByTheKindOfTheReplay) {
     struct Helper : DeviantManagerHelper {
         using Report = ReportOfChanges<ClassObject, FALSE_TYPE>;
         Helper(Calls & calls, std::function<std::string()> seen) : fCalls(calls), fSeen(std::move(seen)) {}
@@ -458,7 +444,7 @@ TEST_F(ListenerTest, AClientsHelperIsCalledByTheKindOfTheReplay) {
     root.cancelTransaction();
     root.beginTransaction();
     root.cancelTransaction();
-    Thing & other = make(root, 1);
+    Subject const other = make(root, 1);
     root.beginTransaction();
     other.end(root);
     thing.set(root, 2);
@@ -501,6 +487,8 @@ TEST(ChangeReport, TheRulesOfReports) {
     EXPECT_EQ("mmcc mmcc dd-- dm-- ", table(internal::classifyChange));
     EXPECT_EQ("mmcm ---- dd-- ---- ", table(internal::classifyAssignment));
 }
+
+INSTANTIATE_TEST_SUITE_P(On, ListenerTest, bothKinds, testing::PrintToStringParamName());
 
 } // namespace
 } // namespace ZEL

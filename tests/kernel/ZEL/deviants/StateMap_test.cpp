@@ -10,25 +10,26 @@ namespace ZEL {
 namespace {
 
 using testsupport::asState;
+using testsupport::ClassObjectIntf;
 using testsupport::Thing;
 using testsupport::ThingState;
 
 class StateMapTest : public testsupport::DeviantFixture {
 protected:
-    StateMapTest() {
-        std::generate(things.begin(), things.end(), [this] { return &makeBody(); });
+    StateMapTest() : DeviantFixture(testsupport::Kind::Things) {
+        std::generate(things.begin(), things.end(), [this] { return makeBody(); });
         std::shuffle(things.begin(), things.end(), std::mt19937(2));
     }
     ~StateMapTest() override {
         map.destroyAndClear();
-        for (Thing * const thing : things) {
+        for (ClassObjectIntf * const thing : things) {
             EXPECT_EQ(1, thing->numRef());
         }
     }
     static StateMap::State absent() { return asState(Deviant::InvalidObject); }
     static StateMap::State following() { return asState(Deviant::FallbackToRoot); }
 
-    std::vector<Thing *> things = std::vector<Thing *>(200);
+    std::vector<ClassObjectIntf *> things = std::vector<ClassObjectIntf *>(200);
     StateMap map;
 };
 
@@ -40,7 +41,7 @@ TEST_F(StateMapTest, AgreesWithAnOrderedMapUnderRandomWork) {
     };
     std::mt19937 random(1);
     for (int round = 0; round < 20'000; ++round) {
-        Thing * const key = things[random() % things.size()];
+        ClassObjectIntf * const key = things[random() % things.size()];
         auto const present = expected.find(key);
         StateMap::State const former = present == expected.end() ? nullptr : present->second;
         auto const choice = random() % 1000;
@@ -67,7 +68,7 @@ TEST_F(StateMapTest, AgreesWithAnOrderedMapUnderRandomWork) {
     std::vector<StateMap::Key> keys;
     for (auto const & [key, state] : expected) {
         keys.push_back(key);
-        EXPECT_EQ(2, const_cast<NSInterface::ClassObjectIntf *>(key)->numRef());
+        EXPECT_EQ(2, const_cast<ClassObjectIntf *>(key)->numRef());
     }
     EXPECT_EQ(keys, map.keys());
     map.clear();
@@ -76,8 +77,8 @@ TEST_F(StateMapTest, AgreesWithAnOrderedMapUnderRandomWork) {
 }
 
 TEST_F(StateMapTest, CountsEachKeyOnceButNotTheModelOfTheMap) {
-    Thing & model = *things[0];
-    Thing & object = *things[1];
+    ClassObjectIntf & model = *things[0];
+    ClassObjectIntf & object = *things[1];
     StateMap ofModel(&model);
     static_cast<void>(ofModel.set(&model, absent()));
     static_cast<void>(ofModel.set(&object, absent()));
@@ -90,27 +91,28 @@ TEST_F(StateMapTest, CountsEachKeyOnceButNotTheModelOfTheMap) {
 }
 
 TEST_F(StateMapTest, DestroyAndClearGivesStatesBackAndKeepsSentinelsOut) {
+    int const before = testsupport::numberAlive();
     for (std::size_t i = 0; i < things.size(); ++i) {
         static_cast<void>(map.set(things[i], i % 3 == 0 ? new ThingState : i % 3 == 1 ? absent() : nullptr));
     }
     static_cast<void>(map.set(new Thing, new ThingState)); // the last count of its key
-    EXPECT_EQ(68, ThingState::numberAlive);
+    EXPECT_EQ(before + 69, testsupport::numberAlive());
     map.destroyAndClear();
-    EXPECT_EQ(0, ThingState::numberAlive);
+    EXPECT_EQ(before, testsupport::numberAlive());
     EXPECT_TRUE(map.empty());
 }
 
 TEST_F(StateMapTest, SwapExchangesSmallAndLargeContents) {
     StateMap small;
     static_cast<void>(small.set(things[0], absent()));
-    for (Thing * const thing : things) {
+    for (ClassObjectIntf * const thing : things) {
         static_cast<void>(map.set(thing, following()));
     }
     small.swap(map);
     EXPECT_EQ(things.size(), small.size());
     EXPECT_EQ(1u, map.size());
     EXPECT_EQ(Deviant::InvalidObject, map.get(things[0]));
-    for (Thing * const thing : things) {
+    for (ClassObjectIntf * const thing : things) {
         EXPECT_EQ(Deviant::FallbackToRoot, small.get(thing));
     }
 }

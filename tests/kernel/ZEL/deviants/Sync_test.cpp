@@ -3,16 +3,16 @@
 namespace ZEL {
 namespace {
 
-class SyncTest : public TwoDeviants {
+class SyncTest : public OnBothKinds {
 protected:
     void SetUp() override {
-        Thing & alsoThere = make(root, 2);
+        Subject const alsoThere = make(root, 2);
         sync();
         commitValue(a, thing, 5);
         a.beginTransaction();
         alsoThere.end(a);
         a.commitTransaction();
-        things = {&thing, &alsoThere, &make(a, 6), &make(root, 7)};
+        things = {thing, alsoThere, make(a, 6), make(root, 7)};
     }
     void sync() const {
         a.beginTransaction();
@@ -22,16 +22,16 @@ protected:
     /// What is seen of the things: one changed in `a`, one ended, one made, and one made in the root.
     [[nodiscard]] std::string allSeen() const {
         std::string text;
-        for (Thing const * const each : things) {
-            text += (text.empty() ? "" : ", ") + seen(*each);
+        for (Subject const each : things) {
+            text += (text.empty() ? "" : ", ") + seen(each);
         }
         return text;
     }
 
-    std::vector<Thing const *> things;
+    std::vector<Subject> things;
 };
 
-TEST_F(SyncTest, BothOperationsHaveTheirPreconditions) {
+TEST_P(SyncTest, BothOperationsHaveTheirPreconditions) {
     EXPECT_RAISES("syncFromRoot on root deviant", root.syncFromRoot());
     EXPECT_RAISES("syncFromRoot outside a transaction", a.syncFromRoot());
     EXPECT_RAISES("assignToRoot on root deviant", root.assignToRoot());
@@ -40,7 +40,7 @@ TEST_F(SyncTest, BothOperationsHaveTheirPreconditions) {
     a.commitTransaction();
 }
 
-TEST_F(SyncTest, AfterSyncTheDeviantFollowsTheRootUnlessItCancels) {
+TEST_P(SyncTest, AfterSyncTheDeviantFollowsTheRootUnlessItCancels) {
     EXPECT_EQ("1 5, 2 -, - 6, 7 -", allSeen());
     a.beginTransaction();
     a.syncFromRoot();
@@ -53,7 +53,7 @@ TEST_F(SyncTest, AfterSyncTheDeviantFollowsTheRootUnlessItCancels) {
     EXPECT_TRUE(a.getObjectsDeviatingFromRoot()->empty());
 }
 
-TEST_F(SyncTest, AssignmentMakesTheRootEqualToWhatTheDeviantHasCommitted) {
+TEST_P(SyncTest, AssignmentMakesTheRootEqualToWhatTheDeviantHasCommitted) {
     commitValue(root, thing, 3, "before");
     a.beginTransaction();
     thing.set(a, 8);
@@ -68,6 +68,8 @@ TEST_F(SyncTest, AssignmentMakesTheRootEqualToWhatTheDeviantHasCommitted) {
     root.redo();
     EXPECT_EQ("5 5, - -, 6 6, - -", allSeen());
 }
+
+INSTANTIATE_TEST_SUITE_P(On, SyncTest, bothKinds, testing::PrintToStringParamName());
 
 } // namespace
 } // namespace ZEL

@@ -5,9 +5,9 @@
 namespace ZEL {
 namespace {
 
-class TransactionTest : public TwoDeviants {};
+class TransactionTest : public OnBothKinds {};
 
-TEST_F(TransactionTest, TheOutermostCommitMakesOneEntryAndLeavesOthersWithTheFormerState) {
+TEST_P(TransactionTest, TheOutermostCommitMakesOneEntryAndLeavesOthersWithTheFormerState) {
     root.beginTransaction("outer");
     root.beginTransaction("inner");
     thing.set(root, 2);
@@ -30,7 +30,7 @@ TEST_F(TransactionTest, TheOutermostCommitMakesOneEntryAndLeavesOthersWithTheFor
     EXPECT_TRUE(a.hasUndoStack() && a.getMaximumUndoStackLength() == 1);
 }
 
-TEST_F(TransactionTest, CancelEndsAllLevelsAndBringsObjectsToWhatTheyWere) {
+TEST_P(TransactionTest, CancelEndsAllLevelsAndBringsObjectsToWhatTheyWere) {
     a.beginTransaction();
     thing.set(a, 2);
     thing.end(a);
@@ -44,8 +44,8 @@ TEST_F(TransactionTest, CancelEndsAllLevelsAndBringsObjectsToWhatTheyWere) {
         commitValue(deviant, thing, 7);
         deviant.beginTransaction();
         deviant.beginTransaction();
-        Thing & created = make(deviant, 5);
-        Thing & brief = make(deviant, 6);
+        Subject const created = make(deviant, 5);
+        Subject const brief = make(deviant, 6);
         brief.end(deviant);
         thing.set(deviant, 8);
         thing.end(deviant);
@@ -59,7 +59,7 @@ TEST_F(TransactionTest, CancelEndsAllLevelsAndBringsObjectsToWhatTheyWere) {
     }
 }
 
-TEST_F(TransactionTest, WithoutUndoStackWritesAreSeenByAllAndCannotBeCancelled) {
+TEST_P(TransactionTest, WithoutUndoStackWritesAreSeenByAllAndCannotBeCancelled) {
     root.disableUndo();
     root.cancelTransaction();
     root.beginTransaction();
@@ -75,7 +75,7 @@ TEST_F(TransactionTest, WithoutUndoStackWritesAreSeenByAllAndCannotBeCancelled) 
     EXPECT_EQ("|3|", history()) << "a creation is no empty transaction";
 }
 
-TEST_F(TransactionTest, EachOutermostBeginHasANumberOfItsOwn) {
+TEST_P(TransactionTest, EachOutermostBeginHasANumberOfItsOwn) {
     auto const & inRoot = *root.getIdentity();
     EXPECT_EQ(0u, inRoot.openTransaction);
     EXPECT_FALSE(inRoot.savedStatesVisible);
@@ -98,47 +98,47 @@ TEST_F(TransactionTest, EachOutermostBeginHasANumberOfItsOwn) {
 
 // --- old states by hand ----------------------------------------------------------------------------------------------
 
-TEST_F(TransactionTest, SavingByHandAnswersOnlyWithinATransaction) {
-    EXPECT_EQ(nullptr, root.saveOldStateOfObject(&thing, asState(Deviant::InvalidObject)));
+TEST_P(TransactionTest, SavingByHandAnswersOnlyWithinATransaction) {
+    EXPECT_EQ(nullptr, root.saveOldStateOfObject(thing, asState(Deviant::InvalidObject)));
     root.beginTransaction();
-    EXPECT_EQ(nullptr, root.saveOldStateOfObject(&thing, nullptr));
-    EXPECT_EQ(Deviant::FallbackToRoot, root.getSavedOldStateOfObject(&thing));
-    EXPECT_EQ(Deviant::FallbackToRoot, root.saveOldStateOfObject(&thing, asState(Deviant::InvalidObject)));
-    EXPECT_EQ(Deviant::InvalidObject, root.getSavedOldStateOfObject(&thing));
+    EXPECT_EQ(nullptr, root.saveOldStateOfObject(thing, nullptr));
+    EXPECT_EQ(Deviant::FallbackToRoot, root.getSavedOldStateOfObject(thing));
+    EXPECT_EQ(Deviant::FallbackToRoot, root.saveOldStateOfObject(thing, asState(Deviant::InvalidObject)));
+    EXPECT_EQ(Deviant::InvalidObject, root.getSavedOldStateOfObject(thing));
     root.commitTransaction();
 }
 
-TEST_F(TransactionTest, NotificationsAreForTheRootAndSaveTheStateWhateverWasSavedBefore) {
+TEST_P(TransactionTest, NotificationsAreForTheRootAndSaveTheStateWhateverWasSavedBefore) {
     a.beginTransaction();
-    EXPECT_RAISES("notifyObjectIsAboutToChange on non root deviant", a.notifyObjectIsAboutToChange(&thing));
-    EXPECT_RAISES("notifyObjectIsAboutToBeDeleted on non root deviant", a.notifyObjectIsAboutToBeDeleted(&thing));
-    EXPECT_RAISES("notifyObjectHasBeenAdded on non root deviant", a.notifyObjectHasBeenAdded(&thing));
+    EXPECT_RAISES("notifyObjectIsAboutToChange on non root deviant", a.notifyObjectIsAboutToChange(thing));
+    EXPECT_RAISES("notifyObjectIsAboutToBeDeleted on non root deviant", a.notifyObjectIsAboutToBeDeleted(thing));
+    EXPECT_RAISES("notifyObjectHasBeenAdded on non root deviant", a.notifyObjectHasBeenAdded(thing));
     a.commitTransaction();
     DeviantAssertions::enableAssertions(false);
-    root.notifyObjectIsAboutToChange(&thing); // saves nothing, and makes no copy that nobody would own
-    root.notifyObjectIsAboutToBeDeleted(&thing);
+    root.notifyObjectIsAboutToChange(thing); // saves nothing, and makes no copy that nobody would own
+    root.notifyObjectIsAboutToBeDeleted(thing);
     DeviantAssertions::enableAssertions(true);
 
     root.beginTransaction();
     thing.set(root, 2);
-    root.notifyObjectIsAboutToChange(&thing);
+    root.notifyObjectIsAboutToChange(thing);
     thing.set(root, 3);
     root.cancelTransaction();
     EXPECT_EQ(2, thing.valueIn(root));
 
-    Thing & foreign = makeBody();
+    Subject const foreign = makeBody();
     root.beginTransaction();
-    root.notifyObjectHasBeenAdded(&foreign);
-    foreign.internal_createDeviation(root);
-    EXPECT_EQ(Deviant::InvalidObject, root.getSavedOldStateOfObject(&foreign));
-    EXPECT_EQ(Deviant::InvalidObject, foreign.internal_getDeviation(a));
+    root.notifyObjectHasBeenAdded(foreign);
+    foreign->internal_createDeviation(root);
+    EXPECT_EQ(Deviant::InvalidObject, root.getSavedOldStateOfObject(foreign));
+    EXPECT_EQ(Deviant::InvalidObject, foreign->internal_getDeviation(a));
     root.cancelTransaction();
     EXPECT_EQ("- -", seen(foreign));
 }
 
 // --- the guard -------------------------------------------------------------------------------------------------------
 
-TEST_F(TransactionTest, TheGuardCancelsUnlessCommitted) {
+TEST_P(TransactionTest, TheGuardCancelsUnlessCommitted) {
     {
         Transaction const transaction(root, "lost");
         thing.set(root, 2);
@@ -151,10 +151,14 @@ TEST_F(TransactionTest, TheGuardCancelsUnlessCommitted) {
     EXPECT_EQ("kept2 |3|", history());
 }
 
-TEST_F(TransactionTest, AnInnerGuardThatIsNotCommittedEndsAllLevels) {
+TEST_P(TransactionTest, AnInnerGuardEndsItsOwnLevelOnceAndAllLevelsUnlessCommitted) {
     Transaction outer(root);
+    Transaction inner(root);
+    inner.commit();
+    EXPECT_RAISES("transaction not started", inner.commit());
+    EXPECT_TRUE(root.isWithinTransaction());
     thing.set(root, 2);
-    { Transaction const inner(root); }
+    { Transaction const lost(root); }
     EXPECT_FALSE(root.isWithinTransaction());
     EXPECT_RAISES("transaction not started", outer.commit());
     root.beginTransaction();
@@ -162,15 +166,7 @@ TEST_F(TransactionTest, AnInnerGuardThatIsNotCommittedEndsAllLevels) {
     root.commitTransaction();
 }
 
-TEST_F(TransactionTest, AnInnerGuardEndsItsOwnLevelOnce) {
-    Transaction const outer(root);
-    Transaction inner(root);
-    inner.commit();
-    EXPECT_RAISES("transaction not started", inner.commit());
-    EXPECT_TRUE(root.isWithinTransaction());
-}
-
-TEST_F(TransactionTest, TheGuardLeavesNothingOpenWithoutUndoStackOrManager) {
+TEST_P(TransactionTest, TheGuardLeavesNothingOpenWithoutUndoStackOrManager) {
     root.disableUndo();
     {
         Transaction const transaction(root);
@@ -180,6 +176,8 @@ TEST_F(TransactionTest, TheGuardLeavesNothingOpenWithoutUndoStackOrManager) {
     Transaction const openToTheEnd(root);
     endAll();
 }
+
+INSTANTIATE_TEST_SUITE_P(On, TransactionTest, bothKinds, testing::PrintToStringParamName());
 
 } // namespace
 } // namespace ZEL

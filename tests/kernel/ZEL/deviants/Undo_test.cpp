@@ -7,7 +7,7 @@
 namespace ZEL {
 namespace {
 
-class UndoTest : public TwoDeviants {
+class UndoTest : public OnBothKinds {
 protected:
     /// Makes an entry of each letter and sets the thing to 2, 3 and so on.
     void commit(std::string const & names) {
@@ -20,7 +20,7 @@ private:
     int fLast = 1;
 };
 
-TEST_F(UndoTest, LevelsAreSwappedWithTheEntriesAndNeverGivenOutTwice) {
+TEST_P(UndoTest, LevelsAreSwappedWithTheEntriesAndNeverGivenOutTwice) {
     root.undo();
     root.redo();
     EXPECT_EQ("|2|", history()) << "nothing to undo or redo is silent";
@@ -47,7 +47,7 @@ TEST_F(UndoTest, LevelsAreSwappedWithTheEntriesAndNeverGivenOutTwice) {
     EXPECT_EQ("A2 |3| C5", history());
 }
 
-TEST_F(UndoTest, OperationsAreRefusedWithinATransactionAndBelowTheRoot) {
+TEST_P(UndoTest, OperationsAreRefusedWithinATransactionAndBelowTheRoot) {
     std::pair<std::string, std::function<void(Deviant)>> const operations[] = {
         {"undo", [](Deviant d) { d.undo(); }},
         {"redo", [](Deviant d) { d.redo(); }},
@@ -65,7 +65,7 @@ TEST_F(UndoTest, OperationsAreRefusedWithinATransactionAndBelowTheRoot) {
     }
 }
 
-TEST_F(UndoTest, JumpsGoToALevelOfTheirSideOrFailWithoutAStep) {
+TEST_P(UndoTest, JumpsGoToALevelOfTheirSideOrFailWithoutAStep) {
     commit("ABCD");
     root.undoToChangeLevel(3);
     EXPECT_EQ("A2 |3| B4 C5 D6", history());
@@ -82,7 +82,7 @@ TEST_F(UndoTest, JumpsGoToALevelOfTheirSideOrFailWithoutAStep) {
     EXPECT_EQ(1, thing.valueIn(root));
 }
 
-TEST_F(UndoTest, TheOldestEntriesGoWithoutAShiftOfTheDivider) {
+TEST_P(UndoTest, TheOldestEntriesGoWithoutAShiftOfTheDivider) {
     EXPECT_EQ(50, root.getMaximumUndoStackLength());
     root.setMaximumUndoStackLength(3);
     commit("ABCD");
@@ -98,7 +98,7 @@ TEST_F(UndoTest, TheOldestEntriesGoWithoutAShiftOfTheDivider) {
     EXPECT_FALSE(root.hasUndoStack());
 }
 
-TEST_F(UndoTest, ClearingWorksOnBothSidesAndAlsoWithinATransaction) {
+TEST_P(UndoTest, ClearingWorksOnBothSidesAndAlsoWithinATransaction) {
     commit("AB");
     root.undo();
     root.clearRedoStack();
@@ -122,7 +122,7 @@ TEST_F(UndoTest, ClearingWorksOnBothSidesAndAlsoWithinATransaction) {
     EXPECT_FALSE(a.hasUndoStack());
 }
 
-TEST_F(UndoTest, AFailingHelperLeavesTheStackAndTheObjectsAsTheyWere) {
+TEST_P(UndoTest, AFailingHelperLeavesTheStackAndTheObjectsAsTheyWere) {
     struct Failing : DeviantManagerHelper {
         void undo(ReportOfChanges<ClassObject, FALSE_TYPE> const & report) override {
             doTheJob(report);
@@ -144,6 +144,8 @@ TEST_F(UndoTest, AFailingHelperLeavesTheStackAndTheObjectsAsTheyWere) {
     root.redo();
     EXPECT_EQ(2, thing.valueIn(root));
 }
+
+INSTANTIATE_TEST_SUITE_P(On, UndoTest, bothKinds, testing::PrintToStringParamName());
 
 } // namespace
 } // namespace ZEL

@@ -4,10 +4,7 @@
 
 namespace ZEL {
 
-/// What the identifiers of objects in files begin with.
-inline constexpr char ID_PREFIX[] = "_zel_";
-
-/// Where the names of metamodels, formats and tools begin; a path is put behind them.
+/// Where the names of metamodels, formats and tools begin; a path follows.
 inline constexpr char OMG_SCHEMA_BASE[] = "http://schema.omg.org";
 inline constexpr char QUILLON_SCHEMA_BASE[] = "http://www.quillon.example";
 inline constexpr char MAGICDRAW_SCHEMA_BASE[] = "http://www.magicdraw.com";

@@ -243,6 +243,19 @@ void ModelCore::setObjectId(Deviant deviant, ClassObject const & object, Integer
     }
 }
 
+void ModelCore::renumber(BodyCore & body) {
+    std::int32_t const former = body.fId;
+    checkId(fManager.getRootDeviant(), fNextId, body.internal_descriptor());
+    enter(fNextId, body); // which may fail
+    fPages[static_cast<std::size_t>(former / kPageSize)][static_cast<std::size_t>(former % kPageSize)] = nullptr;
+    body.fId = fNextId;
+    fNextId = static_cast<std::int32_t>(static_cast<std::uint32_t>(fNextId) + 1U);
+    if (auto noted = fFileIds.extract(former)) {
+        noted.key() = body.fId;
+        fFileIds.insert(std::move(noted));
+    }
+}
+
 Integer ModelCore::getNextIdValue(Deviant) const { return Integer(fNextId); }
 
 void ModelCore::setNextIdValue(Deviant, Integer const & value) { fNextId = static_cast<std::int32_t>(value); }

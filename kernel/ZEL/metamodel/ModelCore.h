@@ -43,6 +43,9 @@ public:
     void forgetForeign(BodyCore & body);
     /// Raises, before anything is written, unless `id` can be given to an object of the class.
     void checkId(Deviant deviant, std::int32_t id, ClassDescriptor const & descriptor) const;
+    /// Gives an object of this model the next number: its present one is free then. Raises "Internal id value overflow!"
+    /// if there is no next one.
+    void renumber(BodyCore & body);
     /// The object with this number that exists in `deviant`, or else one that does not; null if there is none.
     [[nodiscard]] BodyCore * bodyById(Deviant deviant, std::int32_t id) const;
     /// The next number as a plain value; put back by a read that is given up.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ZEL/metamodel/Constants.h>
+#include <ZEL/serializer/ObjectId.h>
 
 #include <string_view>
 

@@ -1,9 +1,7 @@
-#include <ZEL/serializer/IdText.h>
+#include <ZEL/serializer/ObjectId.h>
 #include <ZEL/serializer/dialects/DialectContexts.h>
 #include <ZEL/serializer/dialects/RhpConstants.h>
 #include <ZEL/serializer/dialects/RhpStereotypes.h>
-
-#include <hasp_util/UUID.h>
 
 #include <initializer_list>
 #include <string_view>
@@ -93,9 +91,7 @@ Instances instancesOf(Kind kind) {
     return {};
 }
 
-Context makeInstance(QualifiedName name) {
-    return makeElement(name, name, getPrefixedId(HASP::UUID::createUuidAsString()));
-}
+Context makeInstance(QualifiedName name) { return makeElement(name, name, ObjectId::makeNew()); }
 
 void append(Instance const & instance, std::string const & id, std::string const & fileName, ContextSequence & result) {
     Context const element = makeInstance({instance.uri, instance.name});

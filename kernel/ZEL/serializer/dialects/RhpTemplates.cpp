@@ -1,10 +1,8 @@
-#include <ZEL/serializer/IdText.h>
+#include <ZEL/serializer/ObjectId.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/dialects/DialectContexts.h>
 #include <ZEL/serializer/dialects/RhpConstants.h>
 #include <ZEL/serializer/dialects/RhpTemplates.h>
-
-#include <hasp_util/UUID.h>
 
 #include <utility>
 
@@ -73,8 +71,6 @@ constexpr AppliedProfile kAppliedProfiles[] = {
 
 QualifiedName local(std::string_view name) { return {XmlConstants::NULL_NS_URI, name}; }
 
-std::string newId() { return getPrefixedId(HASP::UUID::createUuidAsString()); }
-
 /// A child element with a link into another file.
 Context makeExternalLink(Context const & parent, std::string_view name, QualifiedName type, std::string value) {
     Context link;
@@ -91,14 +87,16 @@ public:
     explicit Template(std::string const & uml) : fUml(uml) {}
 
     /// `parent` is one that this gave before.
-    Context element(Context const & parent, std::string_view name, char const * type, std::string id = newId()) {
+    Context element(Context const & parent, std::string_view name, char const * type,
+                    std::string id = ObjectId::makeNew()) {
         Context made = makeElement(local(name), umlType(type), std::move(id));
         made.setParent(parent);
         fContexts.addContext(made);
         return made;
     }
     /// Beside `sibling`, which is no part of the template.
-    Context elementBeside(Context const & sibling, std::string_view name, char const * type, std::string id = newId()) {
+    Context elementBeside(Context const & sibling, std::string_view name, char const * type,
+                          std::string id = ObjectId::makeNew()) {
         Context made = makeElement(local(name), umlType(type), std::move(id));
         made.setParentType(sibling.getParentType());
         made.setParentRole(sibling.getParentRole());
@@ -163,11 +161,11 @@ ContextSequence RhpTemplates::profileApplications(std::string const & uml, std::
 }
 
 ContextSequence RhpTemplates::stateMachine(std::string const & uml, Context const & element) {
-    std::string const stateId = newId();
-    std::string const startId = newId();
-    std::string const enteringId = newId();
-    std::string const runningId = newId();
-    std::string const eventId = newId();
+    std::string const stateId = ObjectId::makeNew();
+    std::string const startId = ObjectId::makeNew();
+    std::string const enteringId = ObjectId::makeNew();
+    std::string const runningId = ObjectId::makeNew();
+    std::string const eventId = ObjectId::makeNew();
 
     Template result(uml);
     Context const machine = result.elementBeside(element, "ownedBehavior", "StateMachine");

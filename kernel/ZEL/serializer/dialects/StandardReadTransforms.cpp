@@ -3,8 +3,8 @@
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/NamespaceRegistry.h>
-#include <ZEL/serializer/IdText.h>
 #include <ZEL/serializer/LinkedElement.h>
+#include <ZEL/serializer/ObjectId.h>
 #include <ZEL/serializer/Reference.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
@@ -129,7 +129,7 @@ ContextSequence StandardReadTransforms::checkExtender(Context const & context) {
 }
 
 ContextSequence StandardReadTransforms::takeNextId(Context const & context) {
-    fNextIdValue = static_cast<std::int32_t>(getIdValue(context.getFirstValue()));
+    fNextIdValue = ObjectId(context.getFirstValue()).number();
     fNextIds.push_back(fNextIdValue);
     return {};
 }

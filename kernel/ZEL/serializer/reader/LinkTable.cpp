@@ -6,38 +6,16 @@ namespace ZEL::Serializer {
 namespace {
 
 constexpr std::size_t npos = std::string_view::npos;
-constexpr std::size_t kMaximumDigits = 9;
-
-/// The size of the part up to the last underscore, with it; `npos` unless only a number without leading zeros follows.
-std::size_t headSize(std::string_view id) noexcept {
-    std::size_t const underscore = id.rfind('_');
-    if (underscore == npos) {
-        return npos;
-    }
-    std::string_view const digits = id.substr(underscore + 1);
-    bool const isNumber = !digits.empty() && digits.size() <= kMaximumDigits && digits.front() != '0' &&
-                          std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; });
-    return isNumber ? underscore + 1 : npos;
-}
 
 } // namespace
 
-std::size_t ObjectIds::slotOf(std::string_view id) const noexcept {
-    std::size_t const head = headSize(id);
-    if (head == npos || id.substr(0, head) != fHead) {
-        return npos;
-    }
-    std::size_t slot = 0;
-    for (char const digit : id.substr(head)) {
-        slot = slot * 10 + static_cast<std::size_t>(digit - '0');
-    }
-    return slot;
+std::size_t ObjectIds::slotOf(ObjectId const & id) const noexcept {
+    return id.isRegular() && id.head() == fHead ? id.serial() : npos;
 }
 
-bool ObjectIds::enter(std::string_view id, ClassObject const & object) {
+bool ObjectIds::enter(ObjectId const & id, ClassObject const & object) {
     if (fHead.empty()) {
-        std::size_t const head = headSize(id);
-        fHead = head != npos ? id.substr(0, head) : std::string_view();
+        fHead = id.head();
     }
     std::size_t const slot = slotOf(id);
     // A number far beyond the count of objects would blow up the array. The bound only rises, so an id that has a slot
@@ -47,23 +25,23 @@ bool ObjectIds::enter(std::string_view id, ClassObject const & object) {
             fSlots.resize(std::max(slot + 1, fSlots.size() * 3 / 2));
         }
         bool const isNew = fSlots[slot].getImplementationWithoutAssert() == nullptr &&
-                           (fOthers.empty() || fOthers.find(id) == fOthers.end());
+                           (fOthers.empty() || fOthers.find(id.text()) == fOthers.end());
         fSlots[slot] = object;
         fCount += isNew ? 1 : 0;
         return isNew;
     }
-    auto const [entry, isNew] = fOthers.try_emplace(std::string(id), object);
+    auto const [entry, isNew] = fOthers.try_emplace(std::string(id.text()), object);
     entry->second = object;
     fCount += isNew ? 1 : 0;
     return isNew;
 }
 
-ClassObject const * ObjectIds::find(std::string_view id) const {
+ClassObject const * ObjectIds::find(ObjectId const & id) const {
     std::size_t const slot = slotOf(id);
     if (slot < fSlots.size() && fSlots[slot].getImplementationWithoutAssert() != nullptr) {
         return &fSlots[slot];
     }
-    auto const found = fOthers.find(id);
+    auto const found = fOthers.find(id.text());
     return found != fOthers.end() ? &found->second : nullptr;
 }
 

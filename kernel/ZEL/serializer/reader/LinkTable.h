@@ -2,6 +2,7 @@
 
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
+#include <ZEL/serializer/ObjectId.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -22,9 +23,9 @@ struct MetaProperty;
 class ObjectIds {
 public:
     /// False if another object had the id; the new one takes its place.
-    bool enter(std::string_view id, ClassObject const & object);
+    bool enter(ObjectId const & id, ClassObject const & object);
     /// Null if no object has the id. Good until the next `enter`.
-    [[nodiscard]] ClassObject const * find(std::string_view id) const;
+    [[nodiscard]] ClassObject const * find(ObjectId const & id) const;
     [[nodiscard]] bool empty() const noexcept { return fCount == 0; }
 
 private:
@@ -34,7 +35,7 @@ private:
     };
 
     /// The slot of a regular id, or `npos`.
-    [[nodiscard]] std::size_t slotOf(std::string_view id) const noexcept;
+    [[nodiscard]] std::size_t slotOf(ObjectId const & id) const noexcept;
 
     std::string fHead; ///< what regular ids have in common, with the underscore
     std::vector<ClassObject> fSlots;

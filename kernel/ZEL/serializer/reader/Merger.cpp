@@ -2,10 +2,9 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/FactoryRegistry.h>
+#include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/sequences/Sequence.h>
-#include <ZEL/serializer/IdText.h>
 #include <ZEL/serializer/Messages.h>
-#include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/reader/Merger.h>
 #include <ZEL/serializer/reader/MetaClassCache.h>
 
@@ -38,12 +37,13 @@ Merger & Merger::operator=(Merger const & other) {
     fCollectedObjects = other.fCollectedObjects;
     fFactoryCache = other.fFactoryCache;
     fOpen = other.fOpen;
+    fNumbered = other.fNumbered;
     return *this;
 }
 
 Merger::~Merger() = default;
 
-std::string Merger::getExternalId(ClassObject object) { return XmiConstants::ZEL_ID_PREFIX + object.getSiid().str(); }
+std::string Merger::getExternalId(ClassObject object) { return ObjectId::of(object); }
 
 void Merger::addReferredModel(Model const & model) {
     if (!model.isValid()) {
@@ -78,6 +78,7 @@ bool Merger::giveUp(Model const & model) {
     model.cancelTransaction();
     fOpen.erase(open);
     std::erase(fReferredModels, model);
+    fNumbered.erase(model.getImplementation());
     std::erase_if(fFactoryCache, [&](auto const & entry) { return entry.first.model == model.getImplementation(); });
     return true;
 }
@@ -139,6 +140,8 @@ void Merger::cleanup() {
     fReferredModels.clear();
     fCollectedObjects.clear();
     fFactoryCache.clear();
+    fNumbered.clear();
+    fIdAtHand = ObjectId();
     fMetaClasses->clear();
 }
 
@@ -207,20 +210,28 @@ void Merger::destroyCollected() {
 
 ClassObject Merger::createObject(Model const & model, std::string const & uri, std::string const & roleName,
                                  std::string const & typeUri, std::string const & typeName, std::string const & id) {
+    return findOrCreate(model, uri, roleName, typeUri, typeName, id, ObjectId(id)).object;
+}
+
+Merger::Found Merger::findOrCreate(Model const & model, std::string const & uri, std::string const & roleName,
+                                   std::string const & typeUri, std::string const & typeName, std::string const & text,
+                                   ObjectId const & id) {
     if (!fCollectedObjects.empty()) {
-        auto const found = fCollectedObjects.find(id);
+        auto const found = fCollectedObjects.find(text);
         if (found != fCollectedObjects.end()) {
             ClassObject const known = found->second.object;
             if (known.isValid()) {
                 if (known.getModelZEL().isValid()) {
                     fCollectedObjects.erase(found);
                 }
-                return known;
+                return {known, false};
             }
             fCollectedObjects.erase(found); // gone in the meantime: its id is free
         }
     }
-    ClassObject const object = createObjectImpl(model, uri, roleName, typeUri, typeName, id);
+    fIdAtHand = id;
+    ClassObject const object = createObjectImpl(model, uri, roleName, typeUri, typeName, text);
+    fIdAtHand = ObjectId();
     if (!model.isValid() && object.isValid()) {
         Model const made = object.getModelZEL();
         if (made.isValid()) {
@@ -228,7 +239,7 @@ ClassObject Merger::createObject(Model const & model, std::string const & uri, s
             fReferredModels.push_back(made);
         }
     }
-    return object;
+    return {object, true};
 }
 
 ClassObject Merger::createObjectImpl(Model model, std::string const & uri, std::string const & roleName,
@@ -248,12 +259,38 @@ ClassObject Merger::createObjectImpl(Model model, std::string const & uri, std::
                                 typeUri, typeName);
         return ClassObject();
     }
-    Integer const number = getIdValue(id);
+    // A subclass may have put another text in place of the one at hand.
+    bool const isAtHand = fIdAtHand.text().data() == id.data();
+    Integer const number(isAtHand ? fIdAtHand.number() : ObjectId(id).number());
     // The model's own number cannot be given to what it contains.
     if (number != Integer(0) && number != model.getId()) {
+        freeNumber(model, number.getValue());
         return ClassObject(factory.createFromString(String(*name), number));
     }
-    return ClassObject(factory.createFromString(String(*name)));
+    ClassObject const object(factory.createFromString(String(*name)));
+    if (object.isValid()) {
+        fNumbered[model.getImplementation()].push_back({object, object.getId().getValue()});
+    }
+    return object;
+}
+
+/// The file knows numbers of its own ids alone, so nothing in it refers to an object that the model has numbered.
+void Merger::freeNumber(Model const & model, std::int32_t number) {
+    auto const entry = fNumbered.find(model.getImplementation());
+    if (entry == fNumbered.end()) {
+        return;
+    }
+    std::vector<Numbered> & numbered = entry->second;
+    auto const found = std::lower_bound(numbered.begin(), numbered.end(), number,
+                                        [](Numbered const & left, std::int32_t right) { return left.number < right; });
+    if (found == numbered.end() || found->number != number || !found->object.isValid() ||
+        found->object.getId() != Integer(number)) {
+        return;
+    }
+    ClassObject const object = found->object;
+    internal::BodyCore & body = *object.getImplementation()->internal_body();
+    body.internal_model()->renumber(body);
+    numbered.push_back({object, body.internal_id()});
 }
 
 FactoryObject Merger::findFactory(Model const & model, std::string const & uri) {

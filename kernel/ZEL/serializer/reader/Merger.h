@@ -5,6 +5,7 @@
 #include <ZEL/metamodel/FactoryObject.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/Property.h>
+#include <ZEL/serializer/ObjectId.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -76,7 +77,8 @@ protected:
     virtual bool teardownImpl();
     virtual bool abortImpl();
     /// Makes an object by the factory for `typeUri`, or else by that for `uri` under the name of the role; a model by
-    /// `uri` if `model` is invalid. A number in the id becomes the object's.
+    /// `uri` if `model` is invalid. A number in the id becomes the object's; an object of the run that has this number
+    /// because its own id had none moves to a free one.
     [[nodiscard]] virtual ClassObject createObjectImpl(Model model, std::string const & uri,
                                                        std::string const & roleName, std::string const & typeUri,
                                                        std::string const & typeName, std::string const & id);
@@ -84,6 +86,10 @@ protected:
 private:
     friend class XmiReaderImpl;
 
+    struct Found {
+        ClassObject object;
+        bool isNew;
+    };
     struct Collected {
         ClassObject object;
         std::size_t number; ///< in order of collection
@@ -92,6 +98,11 @@ private:
         Model model;
         std::int32_t nextId; ///< before the run
         bool isMade;         ///< by the run
+    };
+    /// An object that was numbered by its model.
+    struct Numbered {
+        ClassObject object;
+        std::int32_t number;
     };
     struct FactoryKey {
         NSInterface::ObjectIntf const * model;
@@ -113,8 +124,11 @@ private:
     bool setProperty(ClassObject const & object, MetaProperty const & property, std::string const & value);
     bool setProperty(ClassObject const & object, MetaProperty const & property, ClassObject const & value);
 
-    /// Whether the id is that of an object that was there before and has not been met yet.
-    [[nodiscard]] bool isCollected(std::string const & id) const { return fCollectedObjects.contains(id); }
+    /// `createObject`, where `id` is that of the object, taken apart.
+    [[nodiscard]] Found findOrCreate(Model const & model, std::string const & uri, std::string const & roleName,
+                                     std::string const & typeUri, std::string const & typeName,
+                                     std::string const & text, ObjectId const & id);
+    void freeNumber(Model const & model, std::int32_t number);
     /// Cancels what was done to a model that the run has made, which takes no part any more. False, and nothing done, for
     /// any other model.
     bool giveUp(Model const & model);
@@ -131,6 +145,9 @@ private:
     std::unordered_map<std::string, Collected> fCollectedObjects; ///< by external id: not met yet
     std::map<FactoryKey, FactoryObject, FactoryOrder> fFactoryCache;
     std::vector<OpenTransaction> fOpen;
+    /// By model, in the order of the numbers; an object that has moved on leaves its entry behind.
+    std::unordered_map<NSInterface::ObjectIntf const *, std::vector<Numbered>> fNumbered;
+    ObjectId fIdAtHand; ///< of the object that is being made
     std::shared_ptr<MetaClassCache> fMetaClasses;
 };
 

@@ -107,8 +107,8 @@ private:
     [[nodiscard]] Made makeChild(ParseState & state, Context const & context);
     [[nodiscard]] Made createObject(ParseState & state, Context const & context);
     [[nodiscard]] bool adoptModel(ParseState & state, Model const & model, Context const & context);
-    void enterId(ParseState & state, ClassObject const & object, std::string const & id);
-    static void noteFileId(ClassObject const & object, std::string_view id);
+    void enterId(ParseState & state, ClassObject const & object, ObjectId const & id);
+    static void noteFileId(ClassObject const & object, ObjectId const & id);
     [[nodiscard]] FileModel & fileModelOf(ParseState & state, ClassObject const & object);
     bool setValue(ClassObject const & object, MetaProperty const & property, ClassObject const & value,
                   MetaClass const & valueClass);
@@ -129,8 +129,8 @@ private:
     void resolveReferences();
     void resolveReference(FileModel & file, PendingLink const & link, Reference & scratch);
     [[nodiscard]] TargetFile const & targetFile(std::string_view uri);
-    [[nodiscard]] ClassObject findInMetaModel(TargetFile const & target, std::string const & uri,
-                                              std::string const & fragment);
+    [[nodiscard]] static ClassObject findInMetaModel(TargetFile const & target, std::string_view uri,
+                                                     ObjectId const & id);
     [[nodiscard]] ClassObject findTarget(FileModel & file, PendingLink const & link);
     bool setLink(ClassObject const & object, MetaProperty const & property, ClassObject const & target, bool isFurther);
     void reportUnresolved(PendingLink const & link);

@@ -6,11 +6,9 @@
 #include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/sequences/Sequence.h>
-#include <ZEL/serializer/IdText.h>
 #include <ZEL/serializer/LinkedElement.h>
 #include <ZEL/serializer/Messages.h>
 #include <ZEL/serializer/Reference.h>
-#include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/reader/XmiReaderImpl.h>
 
 #include <hasp_util/Uri.h>
@@ -125,11 +123,11 @@ ClassObject XmiReaderImpl::findTarget(FileModel & file, PendingLink const & link
     std::size_t const sign = id.find('#') == std::string_view::npos ? std::string_view::npos : id.rfind('#');
     bool const isOutside = sign != std::string_view::npos;
     std::string_view const uri = isOutside ? id.substr(0, sign) : std::string_view(file.uri);
-    std::string_view const fragment = isOutside ? id.substr(sign + 1) : id;
+    ObjectId const fragment(isOutside ? id.substr(sign + 1) : id);
 
     TargetFile const & target = targetFile(uri);
     if (target.registered.isValid()) {
-        ClassObject const found = findInMetaModel(target, std::string(uri), std::string(fragment));
+        ClassObject const found = findInMetaModel(target, uri, fragment);
         if (found.isValid()) {
             return found;
         }
@@ -144,7 +142,7 @@ ClassObject XmiReaderImpl::findTarget(FileModel & file, PendingLink const & link
     }
     if (found == nullptr || !found->isValid()) {
         Logger::instance()->log(LogLevel::error, Messages::ZEL_Serializer_XmiReader_ReferenceResolutionError,
-                                link.property->name, metaClasses().nameOf(link.object), fragment);
+                                link.property->name, metaClasses().nameOf(link.object), fragment.text());
         return ClassObject();
     }
     return *found;
@@ -170,18 +168,17 @@ XmiReaderImpl::TargetFile const & XmiReaderImpl::targetFile(std::string_view uri
     return entry->second;
 }
 
-ClassObject XmiReaderImpl::findInMetaModel(TargetFile const & target, std::string const & uri,
-                                           std::string const & fragment) {
+ClassObject XmiReaderImpl::findInMetaModel(TargetFile const & target, std::string_view uri, ObjectId const & id) {
     Model const & model = target.registered;
-    if (fragment.starts_with(XmiConstants::ZEL_ID_PREFIX)) {
-        Integer const number = getIdValue(fragment);
-        return number != Integer(0) ? model.getObjectById(number) : ClassObject();
+    if (id.hasPrefix()) {
+        return id.number() != 0 ? model.getObjectById(Integer(id.number())) : ClassObject();
     }
+    std::string const fragment(id.text());
     if (auto const number = target.numbers.find(fragment); number != target.numbers.end()) {
         return model.getObjectById(Integer(number->second));
     }
     auto const & objects = GlobalXMIIdToObjectMap::getMap();
-    auto const found = objects.find(uri + "#" + fragment);
+    auto const found = objects.find(std::string(uri) + "#" + fragment);
     if (found == objects.end()) {
         return ClassObject();
     }

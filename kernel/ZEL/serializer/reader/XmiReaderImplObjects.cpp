@@ -5,7 +5,6 @@
 #include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/sequences/Sequence.h>
-#include <ZEL/serializer/IdText.h>
 #include <ZEL/serializer/Messages.h>
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
 #include <ZEL/serializer/reader/XmiReaderImpl.h>
@@ -59,10 +58,10 @@ XmiReaderImpl::Made XmiReaderImpl::makeChild(ParseState & state, Context const &
 
 XmiReaderImpl::Made XmiReaderImpl::createObject(ParseState & state, Context const & context) {
     bool const hadModel = state.fileModel != nullptr;
-    std::string const & id = context.getFirstValue();
-    bool const isNew = !fMerger->isCollected(id);
-    ClassObject object = fMerger->createObject(state.model, context.getUri(), context.getRoleName(),
-                                               context.getTypeUri(), context.getTypeName(), id);
+    ObjectId const id(context.getFirstValue());
+    auto [object, isNew] =
+        fMerger->findOrCreate(state.model, context.getUri(), context.getRoleName(), context.getTypeUri(),
+                              context.getTypeName(), context.getFirstValue(), id);
     if (!object.isValid()) {
         return {};
     }
@@ -73,7 +72,7 @@ XmiReaderImpl::Made XmiReaderImpl::createObject(ParseState & state, Context cons
             return {};
         }
         if (!state.isForeign) {
-            if (std::string const uuid = getUuidValue(id); !uuid.empty()) {
+            if (std::string_view const uuid = id.uuid(); !uuid.empty()) {
                 model.setUuidBase(String(uuid));
             }
         }
@@ -104,9 +103,10 @@ bool XmiReaderImpl::adoptModel(ParseState & state, Model const & model, Context 
     return true;
 }
 
-void XmiReaderImpl::enterId(ParseState & state, ClassObject const & object, std::string const & id) {
-    if (!id.empty() && !fileModelOf(state, object).objects.enter(id, object)) {
-        Logger::instance()->warning("Id %s occurs more than once in model %s", id, fileModelOf(state, object).uri);
+void XmiReaderImpl::enterId(ParseState & state, ClassObject const & object, ObjectId const & id) {
+    if (!id.text().empty() && !fileModelOf(state, object).objects.enter(id, object)) {
+        Logger::instance()->warning("Id %s occurs more than once in model %s", id.text(),
+                                    fileModelOf(state, object).uri);
     }
     if (fNesting != 0) {
         noteFileId(object, id); // any object of the file may become the target of a link from another one
@@ -114,10 +114,10 @@ void XmiReaderImpl::enterId(ParseState & state, ClassObject const & object, std:
 }
 
 /// For those who write links to the object while the file stays as it is.
-void XmiReaderImpl::noteFileId(ClassObject const & object, std::string_view id) {
+void XmiReaderImpl::noteFileId(ClassObject const & object, ObjectId const & id) {
     internal::BodyCore const & body = *object.getImplementation()->internal_body();
-    if (body.internal_model() != nullptr && !id.empty() && id != getPrefixedId(object.getSiid().str())) {
-        body.internal_model()->noteFileId(body.internal_id(), std::string(id));
+    if (body.internal_model() != nullptr && !id.text().empty() && id.text() != ObjectId::of(object)) {
+        body.internal_model()->noteFileId(body.internal_id(), std::string(id.text()));
     }
 }
 

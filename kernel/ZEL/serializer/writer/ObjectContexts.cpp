@@ -2,7 +2,7 @@
 #include <ZEL/String.h>
 #include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/ModelCore.h>
-#include <ZEL/serializer/IdText.h>
+#include <ZEL/serializer/ObjectId.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/writer/ObjectContexts.h>
 #include <ZEL/values/Object.h>
@@ -18,8 +18,6 @@ namespace ZEL::Serializer {
 using HASP::XmlConstants;
 
 namespace {
-
-std::string plainIdOf(ImmutableClassObject const & object) { return getPrefixedId(object.getSiid().str()); }
 
 Context attributeOf(Context const & parent, std::string_view name, std::string value) {
     Context context;
@@ -42,7 +40,7 @@ void warnAboutDeadLink(ImmutableClassObject const & object, WrittenProperty cons
     Logger::instance()->warning(
         "The links of property %s of object %s are left out: one of them leads to an object that "
         "no longer exists",
-        property.name.c_str(), plainIdOf(object).c_str());
+        property.name.c_str(), ObjectId::of(object).c_str());
 }
 
 } // namespace
@@ -85,7 +83,7 @@ void ObjectContexts::appendHead(ImmutableClassObject const & object, ContextSequ
     sequence.addContext(attributeOf(extension, "extender", XmiConstants::ZEL_EXTENDER));
     sequence.addContext(attributeOf(extension, "persistentIds", "true"));
     sequence.addContext(
-        attributeOf(extension, "nextIdValue", plainIdOf(model) + "_" + model.getNextIdValue().toString().str()));
+        attributeOf(extension, "nextIdValue", ObjectId::of(model) + "_" + model.getNextIdValue().toString().str()));
 }
 
 void ObjectContexts::appendExtension(Context & element, ContextSequence & sequence) {
@@ -220,18 +218,17 @@ std::string ObjectContexts::idOf(ImmutableClassObject const & object) {
     internal::ModelCore const * const model = body.internal_model();
     // A model's own id has no number after it, though its last part may look like one.
     if (model == nullptr || static_cast<internal::BodyCore const *>(model) == &body) {
-        return plainIdOf(object);
+        return ObjectId::of(object);
     }
-    std::string const number = std::to_string(body.internal_id());
     if (model != fIdModel) {
-        std::string text = plainIdOf(object);
-        if (text.ends_with("_" + number)) {
+        std::string text = ObjectId::of(object);
+        if (ObjectId const id(text); id.serial() == static_cast<std::size_t>(body.internal_id())) {
             fIdModel = model;
-            fIdPrefix = text.substr(0, text.size() - number.size());
+            fIdPrefix = id.head();
         }
         return text;
     }
-    return fIdPrefix + number;
+    return fIdPrefix + std::to_string(body.internal_id());
 }
 
 void ObjectContexts::selectModel(ObjectView const & object) {

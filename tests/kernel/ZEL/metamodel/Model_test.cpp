@@ -4,7 +4,7 @@
 #include <ZEL/ZEL.h>
 #include <ZEL/metamodel/ListenerHolder.h>
 #include <ZEL/sequences/SequenceBuilder.h>
-#include <ZEL/serializer/IdText.h>
+#include <ZEL/serializer/ObjectId.h>
 
 #include <gmock/gmock.h>
 

@@ -61,6 +61,18 @@ TEST_F(Merging, KeepsRefillsMakesAndDestroysInOneStepThatCanBeUndone) {
     EXPECT_FALSE(b.isValid());
 }
 
+TEST_F(Merging, ANumberOfTheFileIsTakenFromAnObjectThatTheModelNumbered) {
+    MetaModel const model = start(element("Class", 3, "name='A'"));
+    merge(model, "<packagedElement xmi:type='ZEL:Class' name='N'/>" + element("Class", 3, "name='A'") +
+                     element("Class", 4, "name='B'"));
+    model.undo();
+    EXPECT_TRUE(compare(model, copy));
+    model.redo();
+    EXPECT_EQ(named(model, "N"), model.getObjectById(Integer(5)));
+    EXPECT_EQ(named(model, "A"), model.getObjectById(Integer(3)));
+    EXPECT_EQ(named(model, "B"), model.getObjectById(Integer(4)));
+}
+
 TEST_F(Merging, LeavesFactoryAndModelInWorkingOrder) {
     MetaModel const model = start(element("Class", 3, "name='A'"));
     Factory const factory = model.getFactoryFactory();

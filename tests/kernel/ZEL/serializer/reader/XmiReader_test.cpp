@@ -57,13 +57,23 @@ TEST_F(Reading, RestoresTheIdCounterFromTheHead) {
 }
 
 TEST_F(Reading, GivesElementsWithoutAnIdOfThisSystemNumbersThatNoOtherHas) {
+    // Where no head tells which numbers the file has, the number that the file gives to another object is taken back.
+    std::string const own = element("Class", 3, "name='B'") + element("Class", 4, "name='C' superClass='@3'");
     for (std::string const attributes : {"", " xmi:id='E_1'"}) {
         std::string const ahead = "<packagedElement xmi:type='ZEL:Class' name='A'" + attributes + "/>";
-        MetaModel const model = read(document("<xmi:Extension extender='The Quillon Inc.' nextIdValue='@100'/>" +
-                                              ReaderTest::model(ahead + element("Class", 3, "name='B'"))));
-        EXPECT_EQ(100, named(model, "A").getId());
-        EXPECT_EQ(3, named(model, "B").getId());
-        EXPECT_EQ(101, model.getNextIdValue());
+        for (int const number : {100, 5}) {
+            SCOPED_TRACE(attributes + std::to_string(number));
+            std::string const head = "<xmi:Extension extender='The Quillon Inc.' nextIdValue='@100'/>";
+            MetaModel const model = read(document((number == 100 ? head : "") + ReaderTest::model(ahead + own)));
+            EXPECT_EQ(named(model, "A"), model.getObjectById(Integer(number)));
+            EXPECT_EQ(number, named(model, "A").getId());
+            EXPECT_EQ(named(model, "B"), model.getObjectById(Integer(3)));
+            EXPECT_EQ(4, named(model, "C").getId());
+            EXPECT_THAT(names(classNamed(model, "C").getSuperClasses()), ElementsAre("B"));
+            EXPECT_EQ(number + 1, model.getNextIdValue());
+        }
+        EXPECT_THAT(raisedText([&] { readModel(ahead + own + element("Class", 3)); }),
+                    StartsWith("Attempt to overwrite object (id = '3'"));
     }
 }
 

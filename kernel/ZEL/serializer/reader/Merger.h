@@ -84,6 +84,7 @@ protected:
                                                        std::string const & typeName, std::string const & id);
 
 private:
+    friend class ValueSetter;
     friend class XmiReaderImpl;
 
     struct Found {

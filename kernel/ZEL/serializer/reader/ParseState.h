@@ -18,8 +18,8 @@
 
 namespace ZEL::Serializer {
 
+class FileLinks;
 class MetaClass;
-struct FileModel;
 struct MetaProperty;
 
 /// The names of an XML reader as pairs: a table look-up by address in place of one by text.
@@ -97,16 +97,16 @@ struct ParseState {
     std::size_t skipDepth = 0; ///< open elements inside the skipped one that have its name
     QualifiedName skipName;
     bool countsSkipped = false; ///< whether what is inside is reported
-    bool isForeign = false;     ///< behind a block of another tool: ids are not those of this system
+    bool isForeign = false;     ///< after a block of another tool: ids are not those of this system
 
     bool isInText = false;
     std::string text;
     QualifiedName textRole;
     MetaProperty const * textProperty = nullptr;
 
-    Model model; ///< that of this file; invalid until its top element has been read
-    FileModel * fileModel = nullptr;
-    ContextSequence sequence; ///< kept for its storage
+    Model model;                 ///< that of this file; invalid until its top element has been read
+    FileLinks * links = nullptr; ///< of this file; null as long as `model` is invalid
+    ContextSequence sequence;    ///< kept for its storage
 };
 
 } // namespace ZEL::Serializer

@@ -1,5 +1,6 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/logging/Logger.h>
+#include <ZEL/sequences/Sequence.h>
 #include <ZEL/serializer/Messages.h>
 #include <ZEL/serializer/dialects/MagicDrawReadTransforms.h>
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
@@ -7,6 +8,7 @@
 
 #include <hasp_util/Uri.h>
 
+#include <cstddef>
 #include <exception>
 #include <memory>
 #include <utility>
@@ -30,7 +32,11 @@ private:
 } // namespace
 
 XmiReaderImpl::XmiReaderImpl(XmiReaderSettings const & settings)
-    : fSettings(settings), fMerger(std::make_shared<Merger>()) {}
+    : fSettings(settings),
+      fMerger(std::make_shared<Merger>()),
+      fValues(fReport),
+      fLinks(fTransformers, fValues),
+      fFiles(fSettings, fReport, [this](std::string const & localFile) { return readLinked(localFile); }) {}
 
 XmiReaderImpl::~XmiReaderImpl() = default;
 
@@ -63,6 +69,7 @@ void XmiReaderImpl::readInto(std::string const & localFile) {
     fStandardRules = std::make_shared<StandardReadTransforms>();
     fTransformers.addTransformer(fStandardRules);
     AtExit const abort([this] { abortMerger(); });
+    fValues.begin(*fMerger);
     fMerger->initialize();
     noteUncontained();
     Model const result = run();
@@ -73,19 +80,71 @@ void XmiReaderImpl::readInto(std::string const & localFile) {
         reportUncontained(models);
     } else {
         // Without a model there is nothing to merge: what the given models hold is not to be taken for left out.
-        fReferredModels.clear();
+        fFiles.forgetModels();
     }
-    forgetLinks();
+    forgetObjects();
+}
+
+std::optional<Model> XmiReaderImpl::readLinked(std::string const & localFile) {
+    pushState(localFile);
+    try {
+        Model model = run();
+        popState();
+        return model;
+    } catch (Exception const &) {
+        // Whatever else has gone wrong is nothing that doing without this file would mend.
+        if (!fSettings.getSkipUnreadableExternalFiles() || !state().xml.hasError()) {
+            throw;
+        }
+        if (state().model.isValid() && !fMerger->giveUp(state().model)) {
+            throw; // a given model of which half is new
+        }
+    }
+    if (state().hasRoot) {
+        fTransformers.postTransform(Model());
+    }
+    if (state().links != nullptr) {
+        state().links->forget();
+    }
+    Logger::instance()->warning("Unable to read %s : %s", localFile, parseErrorOf(state()));
+    popState();
+    return std::nullopt;
 }
 
 /// Gives up the handles on all objects that the run has met.
-void XmiReaderImpl::forgetLinks() noexcept {
+void XmiReaderImpl::forgetObjects() noexcept {
     fLinks.clear();
-    fLastTarget = nullptr;
-    fTargetFiles.clear();
-    fLinkRuns.clear();
-    fLinkTargets.clear();
     fFormerlyUncontained.clear();
+}
+
+void XmiReaderImpl::noteUncontained() {
+    for (Model const & model : fMerger->getReferredModels()) {
+        model.getUnparented().forEach(
+            [&](Object const & object) { fFormerlyUncontained.insert(object.getImplementation()); });
+    }
+}
+
+void XmiReaderImpl::reportUncontained(std::vector<Model> const & models) {
+    std::vector<ImmutableClassObject> found;
+    for (Model const & model : models) {
+        if (model.isValid()) {
+            model.getUnparented().forEach([&](ClassObject const & object) {
+                if (fFormerlyUncontained.count(object.getImplementation()) == 0) {
+                    found.emplace_back(object);
+                }
+            });
+        }
+    }
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        ImmutableClassObject const object = found[i]; // the list grows on the way
+        std::string const name = object.getMetaClass().getName();
+        fReport.addUncontainedObject(name);
+        object.getContaineeZELs().forEach([&](ImmutableClassObject const & part) { found.push_back(part); });
+    }
+    for (auto const & [name, count] : fReport.uncontainedObjects()) {
+        Logger::instance()->warning("Objects of class %s that nothing contains, and no file will hold: %s", name,
+                                    std::to_string(count));
+    }
 }
 
 void XmiReaderImpl::abortMerger() noexcept {
@@ -108,13 +167,10 @@ void XmiReaderImpl::reset() {
 }
 
 void XmiReaderImpl::discard() noexcept {
-    fNesting = 0;
     fStates.clear();
-    forgetLinks();
+    forgetObjects();
     fResult = Model();
-    fReferredModels.clear();
-    fParsedModels.clear();
-    fExternalFiles.clear();
+    fFiles.clear();
 }
 
 } // namespace ZEL::Serializer

@@ -58,8 +58,8 @@ Model XmiReaderImpl::run() {
     if (current.xml.hasError()) {
         raiseParseError(current);
     }
-    if (fNesting == 0) {
-        resolveReferences();
+    if (!isInLinkedFile()) {
+        fLinks.resolve();
     }
     fResult = current.model;
     fTransformers.postTransform(fResult);

@@ -7,6 +7,11 @@
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/reader/XmiReaderImpl.h>
 
+#include <hasp_util/Uri.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -24,6 +29,24 @@ bool isXmiNamespace(std::string_view uri) {
     static std::string const earlier = std::string(OMG_SCHEMA_BASE) + "/spec/XMI/";
     return uri.starts_with(earlier) || uri.starts_with("http://www.omg.org/spec/XMI/") ||
            uri == "http://www.omg.org/XMI";
+}
+
+bool isBlank(char c) noexcept { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+/// The text up to the next blank, taken off `rest`; empty if nothing but blanks is left. Links are so many that a
+/// general tokenizer shows in the time of a read.
+std::string_view takeToken(std::string_view & rest) noexcept {
+    std::size_t begin = 0;
+    while (begin < rest.size() && isBlank(rest[begin])) {
+        ++begin;
+    }
+    std::size_t end = begin;
+    while (end < rest.size() && !isBlank(rest[end])) {
+        ++end;
+    }
+    std::string_view const token = rest.substr(begin, end - begin);
+    rest.remove_prefix(end);
+    return token;
 }
 
 } // namespace
@@ -174,38 +197,63 @@ void XmiReaderImpl::applyAttribute(ParseState & state, Context const & context) 
         // it was read from, not where it lay when it was written.
         using Role = internal::PropertyView::Role;
         bool const isOfFile = property->role == Role::Id || (property->role == Role::Uri && metaClass.isModel());
-        if (!isOfFile) {
-            applyValue(state, *property, context.getFirstValue());
+        if (!isOfFile &&
+            fValues.setText(state.cursor.object, *property, context.getFirstValue(), isGiven(state, *property))) {
+            noteGiven(state, *property);
         }
     } else if (!property->isComposite && !property->isDerived) {
-        recordReference(state, context.getFirstValue(), state.cursor.object, *property);
+        noteLinks(state, context.getFirstValue(), *property);
     } else {
         fReport.addIgnoredAttribute(metaClass.name() + "." + property->name);
     }
 }
 
-void XmiReaderImpl::applyValue(ParseState & state, MetaProperty const & property, std::string const & text) {
-    ClassObject const & object = state.cursor.object;
-    auto const present = [&] {
-        return property.storage.has(object) ? property.storage.getOne(object).toString().str() : std::string();
-    };
-    bool const isFurther = isGiven(state, property);
-    std::string const former = isFurther ? present() : std::string();
-    if (!fMerger->setProperty(object, property, text)) {
-        reportRejected(object, property);
-        return;
-    }
-    noteGiven(state, property);
-    if (isFurther && former != present()) {
-        reportReplaced(object, property);
+void XmiReaderImpl::applyReference(ParseState & state, Context const & context) {
+    if (MetaProperty const * const property = state.cursor.metaClass->find(context.getRole())) {
+        noteLinks(state, context.getFirstValue(), *property);
+    } else {
+        fReport.addIgnoredAttribute(state.cursor.metaClass->name() + "." + labelOf(context.getRole()));
     }
 }
 
-void XmiReaderImpl::applyReference(ParseState & state, Context const & context) {
-    if (MetaProperty const * const property = state.cursor.metaClass->find(context.getRole())) {
-        recordReference(state, context.getFirstValue(), state.cursor.object, *property);
-    } else {
-        fReport.addIgnoredAttribute(state.cursor.metaClass->name() + "." + labelOf(context.getRole()));
+bool XmiReaderImpl::isGiven(ParseState const & state, MetaProperty const & property) {
+    auto const first = state.given.begin() + static_cast<std::ptrdiff_t>(state.cursor.firstGiven);
+    return !property.isMany && std::find(first, state.given.end(), &property) != state.given.end();
+}
+
+void XmiReaderImpl::noteGiven(ParseState & state, MetaProperty const & property) {
+    if (!property.isMany) {
+        state.given.push_back(&property);
+    }
+}
+
+// --- links -------------------------------------------------------------------------------------------------------------
+
+void XmiReaderImpl::noteLinks(ParseState & state, std::string const & text, MetaProperty const & property) {
+    ClassObject const & object = state.cursor.object;
+    std::string_view rest(text);
+    bool isFurther = isGiven(state, property);
+    for (std::string_view token = takeToken(rest); !token.empty(); token = takeToken(rest)) {
+        std::string external;
+        std::size_t const sign = token.find('#');
+        // Without this sign there is no fragment, and nothing but a URI with a fragment leads out of the file.
+        if (sign != std::string_view::npos) {
+            if (HASP::Uri const reference(token); reference.isValid()) {
+                Model const root = object.getRootModel();
+                std::optional<std::string> const uri =
+                    fFiles.follow(reference, root.isValid() ? root.getUri().str() : std::string());
+                if (!uri.has_value()) {
+                    fValues.reportUnresolved(object, property);
+                    continue;
+                }
+                external = *uri;
+                external += token.substr(sign); // as it stands in the file, as ids do
+            }
+        }
+        FileLinks & links = state.links != nullptr ? *state.links : linksOf(state, object);
+        links.add(object, property, external.empty() ? token : std::string_view(external), isFurther);
+        noteGiven(state, property);
+        isFurther = !property.isMany;
     }
 }
 

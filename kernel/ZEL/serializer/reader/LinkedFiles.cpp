@@ -1,11 +1,9 @@
-// Links into other files: which file it is, whether it may be read, and the reading of it.
-
-#include <ZEL/String.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/serializer/Messages.h>
-#include <ZEL/serializer/reader/XmiReaderImpl.h>
+#include <ZEL/serializer/reader/LinkedFiles.h>
+#include <ZEL/serializer/reader/ReadReport.h>
 
 #include <hasp_util/Uri.h>
 
@@ -15,17 +13,14 @@
 
 namespace ZEL::Serializer {
 
-std::optional<std::string> XmiReaderImpl::followExternal(HASP::Uri const & reference, ClassObject const & object) {
-    Model const root = object.getRootModel();
-    std::string const base = root.isValid() ? root.getUri().str() : std::string();
+std::optional<std::string> LinkedFiles::follow(HASP::Uri const & reference, std::string const & base) {
     if (base.empty()) {
         Logger::instance()->log(LogLevel::error, Messages::ZEL_Serializer_XmiReader_InvalidBaseUri,
                                 reference.toString());
         return std::nullopt;
     }
     std::string const key = base + ' ' + reference.withoutFragment().toString();
-    auto const known = fExternalFiles.find(key);
-    if (known != fExternalFiles.end()) {
+    if (auto const known = fKnown.find(key); known != fKnown.end()) {
         return known->second;
     }
     HASP::Uri const resolved = HASP::Uri(base).resolve(reference);
@@ -44,15 +39,15 @@ std::optional<std::string> XmiReaderImpl::followExternal(HASP::Uri const & refer
         } else {
             // The one spelling under which the file's model is entered, too.
             uri = HASP::Uri::fromLocalFile(localFile).toString();
-            readExternal(uri, localFile);
+            readOnce(uri, localFile);
         }
     }
-    fExternalFiles.emplace(key, uri);
+    fKnown.emplace(key, uri);
     return uri;
 }
 
 /// The local file that stands for the URI; empty if there is none.
-std::string XmiReaderImpl::locate(HASP::Uri const & file) const {
+std::string LinkedFiles::locate(HASP::Uri const & file) const {
     std::string path;
     if (!fSettings.getExternalUriResolver().empty()) {
         path = fSettings.getExternalUriResolver()(file.toString());
@@ -63,69 +58,43 @@ std::string XmiReaderImpl::locate(HASP::Uri const & file) const {
     return path.empty() ? path : HASP::Uri::fromLocalFile(path).toLocalFile();
 }
 
-void XmiReaderImpl::readExternal(std::string const & uri, std::string const & localFile) {
-    if (MetaModelRegistry::instance()->getModelFromUri(uri).isValid() || fParsedModels.count(uri) != 0) {
+void LinkedFiles::readOnce(std::string const & uri, std::string const & localFile) {
+    if (MetaModelRegistry::instance()->getModelFromUri(uri).isValid() || fModels.contains(uri)) {
         return;
     }
     if (!isInRootFolder(localFile)) {
-        fParsedModels.emplace(uri, Model());
-        fReport.addUnreadFile(uri);
+        leaveOut(uri);
         return;
     }
-    if (fStates.size() >= fSettings.getMaximumFileNesting()) {
+    if (fOpen >= fSettings.getMaximumFileNesting()) {
         raiseInternalError("Too many files are open, each by a link in the one before: cannot read " + localFile);
     }
-    pushState(localFile);
     Logger::instance()->log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_ExternalRefPrologue, uri);
-    Model model;
-    if (!runExternal(model)) {
-        Logger::instance()->warning("Unable to read %s : %s", localFile, parseErrorOf(state()));
-        popState();
-        fParsedModels.insert_or_assign(uri, Model());
-        fReport.addUnreadFile(uri);
+    ++fOpen;
+    std::optional<Model> const model = fRead(localFile);
+    --fOpen;
+    if (!model.has_value()) {
+        leaveOut(uri);
         return;
     }
     Logger::instance()->log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_ExternalRefEpilogue, uri);
-    if (model.isValid()) {
-        fReferredModels.push_back(model);
+    if (model->isValid()) {
+        fReferred.push_back(*model);
     }
-    fParsedModels.insert_or_assign(uri, model);
-    popState();
+    note(uri, *model);
 }
 
-bool XmiReaderImpl::runExternal(Model & model) {
-    try {
-        ++fNesting;
-        model = run();
-        --fNesting;
-        return true;
-    } catch (Exception const &) {
-        --fNesting;
-        // Whatever else has gone wrong is nothing that doing without this file would mend.
-        if (!fSettings.getSkipUnreadableExternalFiles() || !state().xml.hasError()) {
-            throw;
-        }
-        if (state().model.isValid() && !fMerger->giveUp(state().model)) {
-            throw; // a given model of which half is new
-        }
-    }
-    if (state().hasRoot) {
-        fTransformers.postTransform(Model());
-    }
-    if (FileModel * const file = state().fileModel) {
-        file->objects = ObjectIds();
-        file->links.clear();
-        file->linkTexts.clear();
-    }
-    return false;
+void LinkedFiles::leaveOut(std::string const & uri) {
+    note(uri, Model());
+    fReport.addUnreadFile(uri);
 }
 
-bool XmiReaderImpl::isInRootFolder(std::string const & localFile) const {
+bool LinkedFiles::isInRootFolder(std::string const & localFile) const {
     std::string const & folder = fSettings.getExternalRootFolder();
     if (folder.empty()) {
         return true;
     }
-    // With symbolic links followed: what counts is where the file lies, not how it is called.
+    // With symbolic links followed: what counts is where the file lies, not what it is called.
     std::error_code failure;
     std::filesystem::path const root = std::filesystem::canonical(folder, failure);
     if (failure) {
@@ -136,6 +105,13 @@ bool XmiReaderImpl::isInRootFolder(std::string const & localFile) const {
         return false;
     }
     return std::mismatch(root.begin(), root.end(), file.begin(), file.end()).first == root.end();
+}
+
+void LinkedFiles::clear() noexcept {
+    fOpen = 1;
+    fModels.clear();
+    fKnown.clear();
+    fReferred.clear();
 }
 
 } // namespace ZEL::Serializer

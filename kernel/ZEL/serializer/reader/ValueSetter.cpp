@@ -1,0 +1,76 @@
+#include <ZEL/String.h>
+#include <ZEL/logging/Logger.h>
+#include <ZEL/sequences/Sequence.h>
+#include <ZEL/serializer/Messages.h>
+#include <ZEL/serializer/reader/ValueSetter.h>
+
+namespace ZEL::Serializer {
+
+bool ValueSetter::setText(ClassObject const & object, MetaProperty const & property, std::string const & text,
+                          bool isFurther) {
+    auto const present = [&] {
+        return property.storage.has(object) ? property.storage.getOne(object).toString().str() : std::string();
+    };
+    std::string const former = isFurther ? present() : std::string();
+    if (!fMerger->setProperty(object, property, text)) {
+        reportRejected(object, property);
+        return false;
+    }
+    if (isFurther && former != present()) {
+        reportReplaced(object, property);
+    }
+    return true;
+}
+
+bool ValueSetter::setPart(ClassObject const & object, MetaProperty const & property, ClassObject const & part,
+                          MetaClass const & partClass, bool isFurther) {
+    bool const isSet = set(object, property, part, partClass);
+    if (isSet && isFurther) {
+        reportReplaced(object, property);
+    }
+    return isSet;
+}
+
+bool ValueSetter::setLink(ClassObject const & object, MetaProperty const & property, ClassObject const & target,
+                          bool isFurther) {
+    Object const former =
+        isFurther && property.storage.has(object) ? Object(property.storage.getOne(object)) : Object();
+    bool const isSet = set(object, property, target, metaClasses().of(target));
+    if (!isSet) {
+        reportRejected(object, property);
+    } else if (former.getImplementationWithoutAssert() != nullptr && former != target) {
+        reportReplaced(object, property);
+    }
+    return isSet;
+}
+
+bool ValueSetter::set(ClassObject const & object, MetaProperty const & property, ClassObject const & value,
+                      MetaClass const & valueClass) {
+    if (valueClass.inheritsFrom(property.typeBody)) {
+        return fMerger->setProperty(object, property, value);
+    }
+    std::string const typeName = property.type.isValid() ? property.type.getName().str() : "[noname]";
+    Logger::instance()->log(LogLevel::error, Messages::ZEL_Serializer_XmiReader_TypeMismatch, typeName, property.name,
+                            metaClasses().nameOf(object), valueClass.name(), metaClasses().nameOf(value));
+    return false;
+}
+
+std::string ValueSetter::labelOf(ClassObject const & object, MetaProperty const & property) const {
+    return metaClasses().of(object).name() + "." + property.name;
+}
+
+void ValueSetter::reportUnresolved(ClassObject const & object, MetaProperty const & property) {
+    fReport.addUnresolvedReference(labelOf(object, property));
+}
+
+void ValueSetter::reportReplaced(ClassObject const & object, MetaProperty const & property) {
+    Logger::instance()->warning("A further value of property %s of object %s takes the place of the one before",
+                                property.name, metaClasses().nameOf(object));
+    fReport.addReplacedValue(labelOf(object, property));
+}
+
+void ValueSetter::reportRejected(ClassObject const & object, MetaProperty const & property) {
+    fReport.addRejectedValue(labelOf(object, property));
+}
+
+} // namespace ZEL::Serializer

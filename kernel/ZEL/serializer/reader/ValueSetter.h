@@ -1,0 +1,42 @@
+#pragma once
+
+#include <ZEL/serializer/reader/Merger.h>
+#include <ZEL/serializer/reader/MetaClassCache.h>
+#include <ZEL/serializer/reader/ReadReport.h>
+
+#include <string>
+
+namespace ZEL::Serializer {
+
+/// Sets what files say of objects through the Merger of a run, and reports what is not taken and what gives way.
+///
+/// `isFurther` says in all operations that the file has had something for this property before, which takes one only.
+class ZEL_API ValueSetter {
+public:
+    /// The report must outlive it.
+    explicit ValueSetter(ReadReport & report) : fReport(report) {}
+
+    /// Begins a run with this Merger, which must live as long as the run.
+    void begin(Merger & merger) noexcept { fMerger = &merger; }
+    [[nodiscard]] MetaClassCache & metaClasses() const noexcept { return fMerger->metaClasses(); }
+
+    // False if the property does not take it. `setPart` leaves it to the caller to report that.
+    bool setText(ClassObject const & object, MetaProperty const & property, std::string const & text, bool isFurther);
+    bool setPart(ClassObject const & object, MetaProperty const & property, ClassObject const & part,
+                 MetaClass const & partClass, bool isFurther);
+    bool setLink(ClassObject const & object, MetaProperty const & property, ClassObject const & target, bool isFurther);
+
+    void reportUnresolved(ClassObject const & object, MetaProperty const & property);
+
+private:
+    bool set(ClassObject const & object, MetaProperty const & property, ClassObject const & value,
+             MetaClass const & valueClass);
+    void reportReplaced(ClassObject const & object, MetaProperty const & property);
+    void reportRejected(ClassObject const & object, MetaProperty const & property);
+    [[nodiscard]] std::string labelOf(ClassObject const & object, MetaProperty const & property) const;
+
+    ReadReport & fReport;
+    Merger * fMerger = nullptr;
+};
+
+} // namespace ZEL::Serializer

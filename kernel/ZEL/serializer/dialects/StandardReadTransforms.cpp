@@ -7,9 +7,8 @@
 #include <ZEL/serializer/ObjectId.h>
 #include <ZEL/serializer/Reference.h>
 #include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/dialects/DialectContexts.h>
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
-
-#include <hasp_util/XmlConstants.h>
 
 #include <algorithm>
 #include <utility>
@@ -17,32 +16,7 @@
 namespace ZEL::Serializer {
 namespace {
 
-using HASP::XmlConstants;
-
-Context role(std::string const & uri, std::string const & name) {
-    Context pattern;
-    pattern.setRole(uri, name);
-    return pattern;
-}
-
-Context roleBelow(std::string const & parentUri, std::string const & parentName, std::string const & uri,
-                  std::string const & name) {
-    Context pattern = role(uri, name);
-    pattern.setParentRole(parentUri, parentName);
-    return pattern;
-}
-
-Context type(std::string const & uri, std::string const & name) {
-    Context pattern;
-    pattern.setType(uri, name);
-    return pattern;
-}
-
-ContextSequence skip(Context const & context) {
-    Context skipped = context;
-    skipped.setSkipState(true);
-    return skipped;
-}
+ContextSequence skip(Context const & context) { return skipped(context); }
 
 ContextSequence drop(Context const &) { return {}; }
 
@@ -59,32 +33,31 @@ ContextSequence link(Context const & context) {
 
 StandardReadTransforms::StandardReadTransforms() {
     std::string const xmi = XmiConstants::XMI_NS_URI;
-    std::string const none = XmlConstants::NULL_NS_URI;
-    std::string const uml20 = XmiConstants::UML_2_0_NS_URI;
     std::string const uml = NamespaceRegistry::instance()->getMetaUri("uml");
+    std::string const uml20 = XmiConstants::UML_2_0_NS_URI;
 
     auto const takeId = [this](Context const & context) { return takeNextId(context); };
     auto const hold = [this](Context const & context) { return holdBack(context); };
 
-    addTransform(role(xmi, "XMI"), [this](Context const & context) { return beginFile(context); });
-    addTransform(roleBelow(xmi, "XMI", xmi, "version"),
+    addTransform(Pattern().role(xmi, "XMI"), [this](Context const & context) { return beginFile(context); });
+    addTransform(Pattern().parentRole(xmi, "XMI").role(xmi, "version"),
                  [this](Context const & context) { return checkVersion(context); });
-    addTransform(role(xmi, "version"), [](Context const & context) {
+    addTransform(Pattern().role(xmi, "version"), [](Context const & context) {
         return context.getFirstValue() == XmiConstants::XMI_VERSION ? ContextSequence() : ContextSequence(context);
     });
-    addTransform(role(xmi, "Documentation"), skip);
-    addTransform(roleBelow(uml, "Model", none, "nextIdValue"), takeId);
-    addTransform(roleBelow(uml20, "Model", none, "nextIdValue"), takeId);
-    addTransform(roleBelow(xmi, "Extension", none, "nextIdValue"), takeId);
-    addTransform(roleBelow(xmi, "Extension", none, "extender"),
+    addTransform(Pattern().role(xmi, "Documentation"), skip);
+    addTransform(Pattern().parentRole(uml, "Model").role("nextIdValue"), takeId);
+    addTransform(Pattern().parentRole(uml20, "Model").role("nextIdValue"), takeId);
+    addTransform(Pattern().parentRole(xmi, "Extension").role("nextIdValue"), takeId);
+    addTransform(Pattern().parentRole(xmi, "Extension").role("extender"),
                  [this](Context const & context) { return checkExtender(context); });
-    addTransform(role(xmi, "Extension"), hold);
-    addTransform(type(uml, "Profile"), skip);
-    addTransform(type(uml20, "Profile"), skip);
-    addTransform(roleBelow(uml, "Model", none, "uri"), drop);
-    addTransform(roleBelow(uml20, "Model", none, "uri"), drop);
-    addTransform(role(xmi, "idref"), link);
-    addTransform(role(none, "href"), link);
+    addTransform(Pattern().role(xmi, "Extension"), hold);
+    addTransform(Pattern().type(uml, "Profile"), skip);
+    addTransform(Pattern().type(uml20, "Profile"), skip);
+    addTransform(Pattern().parentRole(uml, "Model").role("uri"), drop);
+    addTransform(Pattern().parentRole(uml20, "Model").role("uri"), drop);
+    addTransform(Pattern().role(xmi, "idref"), link);
+    addTransform(Pattern().role("href"), link);
 
     setOnCreate([this](Context const &, ClassObject const & object) { tieNextId(object); });
     setResolveReference([](std::string const &, Reference const &) { return LinkedElement(); });

@@ -1,41 +1,23 @@
 #include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/dialects/DialectContexts.h>
 #include <ZEL/serializer/dialects/StandardWriteTransforms.h>
-
-#include <hasp_util/XmlConstants.h>
 
 namespace ZEL::Serializer {
 namespace {
 
-using HASP::XmlConstants;
-
 ContextSequence documentation(Context const &) {
-    Context element;
-    element.setRole(XmiConstants::XMI_NS_URI, "Documentation");
-    element.setElement({});
-
-    Context exporter;
-    exporter.setRole(XmlConstants::NULL_NS_URI, "exporter");
-    exporter.setParent(element);
-    exporter.setAttribute(XmiConstants::ZEL_EXPORTER);
-
-    Context version;
-    version.setRole(XmlConstants::NULL_NS_URI, "exporterVersion");
-    version.setParent(element);
-    version.setAttribute(XmiConstants::ZEL_EXPORTER_VERSION);
-
+    Context const element = makeElement({XmiConstants::XMI_NS_URI, "Documentation"}, {}, {});
     ContextSequence sequence(element);
-    sequence.addContext(exporter);
-    sequence.addContext(version);
+    sequence.addContext(makeAttribute(element, "exporter", XmiConstants::ZEL_EXPORTER));
+    sequence.addContext(makeAttribute(element, "exporterVersion", XmiConstants::ZEL_EXPORTER_VERSION));
     return sequence;
 }
 
 } // namespace
 
 StandardWriteTransforms::StandardWriteTransforms() {
-    Context model;
-    model.setRole(NamespaceRegistry::instance()->getMetaUri("uml"), "Model");
-    addPreTransform(model, documentation);
+    addPreTransform(Pattern().role(NamespaceRegistry::instance()->getMetaUri("uml"), "Model"), documentation);
 }
 
 } // namespace ZEL::Serializer

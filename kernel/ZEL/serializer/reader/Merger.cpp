@@ -35,9 +35,8 @@ Merger::Merger(Merger const & other) : Merger() { *this = other; }
 Merger & Merger::operator=(Merger const & other) {
     fReferredModels = other.fReferredModels;
     fCollectedObjects = other.fCollectedObjects;
-    fFactoryCache = other.fFactoryCache;
+    fByModel = other.fByModel;
     fOpen = other.fOpen;
-    fNumbered = other.fNumbered;
     return *this;
 }
 
@@ -78,8 +77,7 @@ bool Merger::giveUp(Model const & model) {
     model.cancelTransaction();
     fOpen.erase(open);
     std::erase(fReferredModels, model);
-    fNumbered.erase(model.getImplementation());
-    std::erase_if(fFactoryCache, [&](auto const & entry) { return entry.first.model == model.getImplementation(); });
+    fByModel.erase(model.getImplementation());
     return true;
 }
 
@@ -139,8 +137,7 @@ void Merger::cleanup() {
     fOpen.clear();
     fReferredModels.clear();
     fCollectedObjects.clear();
-    fFactoryCache.clear();
-    fNumbered.clear();
+    fByModel.clear();
     fIdAtHand = ObjectId();
     fMetaClasses->clear();
 }
@@ -249,10 +246,11 @@ ClassObject Merger::createObjectImpl(Model model, std::string const & uri, std::
         return FactoryRegistry::instance()->createModel(uri);
     }
     std::string const * name = &typeName;
-    FactoryObject factory = findFactory(model, typeUri);
+    OfModel & known = fByModel[model.getImplementation()];
+    FactoryObject factory = findFactory(known, model, typeUri);
     if (!factory.isValid()) {
         name = &roleName;
-        factory = findFactory(model, uri);
+        factory = findFactory(known, model, uri);
     }
     if (!factory.isValid()) {
         Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_Merger_FactoryCreationError, uri, roleName,
@@ -264,23 +262,18 @@ ClassObject Merger::createObjectImpl(Model model, std::string const & uri, std::
     Integer const number(isAtHand ? fIdAtHand.number() : ObjectId(id).number());
     // The model's own number cannot be given to what it contains.
     if (number != Integer(0) && number != model.getId()) {
-        freeNumber(model, number.getValue());
+        freeNumber(known.numbered, number.getValue());
         return ClassObject(factory.createFromString(String(*name), number));
     }
     ClassObject const object(factory.createFromString(String(*name)));
     if (object.isValid()) {
-        fNumbered[model.getImplementation()].push_back({object, object.getId().getValue()});
+        known.numbered.push_back({object, object.getId().getValue()});
     }
     return object;
 }
 
-/// The file knows numbers of its own ids alone, so nothing in it refers to an object that the model has numbered.
-void Merger::freeNumber(Model const & model, std::int32_t number) {
-    auto const entry = fNumbered.find(model.getImplementation());
-    if (entry == fNumbered.end()) {
-        return;
-    }
-    std::vector<Numbered> & numbered = entry->second;
+/// Nothing in a file refers by number to an object whose id there has none.
+void Merger::freeNumber(std::vector<Numbered> & numbered, std::int32_t number) {
     auto const found = std::lower_bound(numbered.begin(), numbered.end(), number,
                                         [](Numbered const & left, std::int32_t right) { return left.number < right; });
     if (found == numbered.end() || found->number != number || !found->object.isValid() ||
@@ -293,15 +286,13 @@ void Merger::freeNumber(Model const & model, std::int32_t number) {
     numbered.push_back({object, body.internal_id()});
 }
 
-FactoryObject Merger::findFactory(Model const & model, std::string const & uri) {
-    NSInterface::ObjectIntf const * const body = model.getImplementation();
-    auto const found = fFactoryCache.find(FactoryKeyView{body, uri});
-    if (found != fFactoryCache.end()) {
+FactoryObject Merger::findFactory(OfModel & known, Model const & model, std::string const & uri) {
+    if (auto const found = known.factories.find(uri); found != known.factories.end()) {
         return found->second;
     }
     FactoryObject const factory = FactoryRegistry::instance()->createFactory(uri, model);
     if (factory.isValid()) {
-        fFactoryCache.emplace(FactoryKey{body, uri}, factory);
+        known.factories.emplace(uri, factory);
     }
     return factory;
 }

@@ -9,10 +9,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -105,20 +105,10 @@ private:
         ClassObject object;
         std::int32_t number;
     };
-    struct FactoryKey {
-        NSInterface::ObjectIntf const * model;
-        std::string uri;
-    };
-    struct FactoryKeyView {
-        NSInterface::ObjectIntf const * model;
-        std::string_view uri;
-    };
-    struct FactoryOrder {
-        using is_transparent = void;
-        template <class A, class B> bool operator()(A const & a, B const & b) const noexcept {
-            return a.model != b.model ? std::less<>()(a.model, b.model)
-                                      : std::string_view(a.uri) < std::string_view(b.uri);
-        }
+    struct OfModel {
+        std::map<std::string, FactoryObject, std::less<>> factories; ///< by URI
+        /// In the order of the numbers; an object that has moved on leaves its entry behind.
+        std::vector<Numbered> numbered;
     };
 
     [[nodiscard]] MetaClassCache & metaClasses() noexcept { return *fMetaClasses; }
@@ -129,7 +119,8 @@ private:
     [[nodiscard]] Found findOrCreate(Model const & model, std::string const & uri, std::string const & roleName,
                                      std::string const & typeUri, std::string const & typeName,
                                      std::string const & text, ObjectId const & id);
-    void freeNumber(Model const & model, std::int32_t number);
+    /// The object that has the number moves on, if the model gave it.
+    static void freeNumber(std::vector<Numbered> & numbered, std::int32_t number);
     /// Cancels what was done to a model that the run has made, which takes no part any more. False, and nothing done, for
     /// any other model.
     bool giveUp(Model const & model);
@@ -139,15 +130,13 @@ private:
     void clearProperty(ClassObject const & object, MetaProperty const & property);
     [[nodiscard]] bool isReferredModel(ClassObject const & object) const;
     void destroyCollected();
-    [[nodiscard]] FactoryObject findFactory(Model const & model, std::string const & uri);
+    [[nodiscard]] static FactoryObject findFactory(OfModel & known, Model const & model, std::string const & uri);
     void cleanup();
 
     std::vector<Model> fReferredModels;
     std::unordered_map<std::string, Collected> fCollectedObjects; ///< by external id: not met yet
-    std::map<FactoryKey, FactoryObject, FactoryOrder> fFactoryCache;
+    std::unordered_map<NSInterface::ObjectIntf const *, OfModel> fByModel;
     std::vector<OpenTransaction> fOpen;
-    /// By model, in the order of the numbers; an object that has moved on leaves its entry behind.
-    std::unordered_map<NSInterface::ObjectIntf const *, std::vector<Numbered>> fNumbered;
     ObjectId fIdAtHand; ///< of the object that is being made
     std::shared_ptr<MetaClassCache> fMetaClasses;
 };

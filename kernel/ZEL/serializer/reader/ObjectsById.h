@@ -2,11 +2,11 @@
 
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/serializer/ObjectId.h>
+#include <ZEL/serializer/reader/TextHash.h>
 
 #include <cstddef>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -25,10 +25,6 @@ public:
     [[nodiscard]] bool empty() const noexcept { return fCount == 0; }
 
 private:
-    struct Hash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>()(text); }
-    };
     static constexpr std::size_t kNoSlot = static_cast<std::size_t>(-1);
 
     [[nodiscard]] std::size_t slotOf(ObjectId const & id) const noexcept {
@@ -37,7 +33,7 @@ private:
 
     std::string fHead; ///< that of the first regular id
     std::vector<ClassObject> fSlots;
-    std::unordered_map<std::string, ClassObject, Hash, std::equal_to<>> fOthers;
+    std::unordered_map<std::string, ClassObject, TextHash, std::equal_to<>> fOthers;
     std::size_t fCount = 0;
 };
 

@@ -6,6 +6,7 @@
 #include <ZEL/serializer/ContextSequence.h>
 #include <ZEL/serializer/NamespaceManager.h>
 #include <ZEL/serializer/QualifiedName.h>
+#include <ZEL/serializer/reader/TextHash.h>
 
 #include <hasp_util/XmlReader.h>
 
@@ -48,16 +49,11 @@ public:
     [[nodiscard]] QualifiedName of(std::string_view text);
 
 private:
-    struct Hash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>()(text); }
-    };
-
     NamespaceManager fNamespaces;
     std::size_t fVersion = 0; ///< of the bindings
     std::size_t fLastVersion = 0;
     std::vector<std::size_t> fSavedVersions;
-    std::unordered_map<std::string, QualifiedName, Hash, std::equal_to<>> fKnown; ///< under the present bindings
+    std::unordered_map<std::string, QualifiedName, TextHash, std::equal_to<>> fKnown; ///< under the present bindings
 };
 
 /// Where the reading of one file stands. Put aside as a whole while a file that it links to is read.

@@ -11,7 +11,7 @@ namespace ZEL::Serializer {
 /// Sets what files say of objects through the Merger of a run, and reports what is not taken and what gives way.
 ///
 /// `isFurther` says in all operations that the file has had something for this property before, which takes one only.
-class ZEL_API ValueSetter {
+class ValueSetter {
 public:
     /// The report must outlive it.
     explicit ValueSetter(ReadReport & report) : fReport(report) {}

@@ -15,21 +15,6 @@
 #include <vector>
 
 namespace ZEL::Serializer {
-namespace {
-
-/// Calls a function at the end of its scope, however that is left.
-template <class Function> class AtExit {
-public:
-    explicit AtExit(Function function) : fFunction(std::move(function)) {}
-    ~AtExit() { fFunction(); }
-    AtExit(AtExit const &) = delete;
-    AtExit & operator=(AtExit const &) = delete;
-
-private:
-    Function fFunction;
-};
-
-} // namespace
 
 XmiReaderImpl::XmiReaderImpl(XmiReaderSettings const & settings)
     : fSettings(settings),
@@ -47,20 +32,22 @@ Object XmiReaderImpl::read(std::string const & file) {
         return Object();
     }
     Logger::instance()->log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_Prologue, file);
-    reset();
+    discard();
+    fReport = ReadReport();
     try {
         readInto(uri.toLocalFile());
     } catch (...) {
         // Nothing of a failed read stays, nor can it be asked for.
+        end();
         discard();
         throw;
     }
+    end();
     Logger::instance()->log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_Epilogue, file);
     return fResult;
 }
 
 void XmiReaderImpl::readInto(std::string const & localFile) {
-    AtExit const clearTransformers([this] { fTransformers.clear(); });
     pushState(localFile);
     // The dialect of Rhapsody is one of writing only: its files are read as plain ones.
     if (fSettings.getInputFormat().getFormat() == XmiFormat::MagicDraw) {
@@ -68,7 +55,6 @@ void XmiReaderImpl::readInto(std::string const & localFile) {
     }
     fStandardRules = std::make_shared<StandardReadTransforms>();
     fTransformers.addTransformer(fStandardRules);
-    AtExit const abort([this] { abortMerger(); });
     fValues.begin(*fMerger);
     fMerger->initialize();
     noteUncontained();
@@ -147,23 +133,18 @@ void XmiReaderImpl::reportUncontained(std::vector<Model> const & models) {
     }
 }
 
-void XmiReaderImpl::abortMerger() noexcept {
+/// However a read ends: the rules have served, and what the Merger still has open is cancelled.
+void XmiReaderImpl::end() noexcept {
+    fTransformers.clear();
     try {
-        fMerger->abort();
-    } catch (std::exception const & failure) {
         try {
+            fMerger->abort();
+        } catch (std::exception const & failure) {
             Logger::instance()->error("Unable to cancel the read: %s", failure.what());
-        } catch (...) {
-            return; // nothing left to tell it to
         }
     } catch (...) {
-        return;
+        return; // nobody is left to tell it to
     }
-}
-
-void XmiReaderImpl::reset() {
-    discard();
-    fReport = ReadReport();
 }
 
 void XmiReaderImpl::discard() noexcept {

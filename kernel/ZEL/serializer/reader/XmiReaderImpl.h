@@ -51,11 +51,10 @@ private:
     };
 
     // --- a run (XmiReaderImpl.cpp) -----------------------------------------------------------------------------------
-    void reset();
+    void readInto(std::string const & localFile);
+    void end() noexcept;
     void discard() noexcept;
     void forgetObjects() noexcept;
-    void abortMerger() noexcept;
-    void readInto(std::string const & localFile);
     /// Reads a file that a link has led to; nothing if the run goes on without it.
     [[nodiscard]] std::optional<Model> readLinked(std::string const & localFile);
     void noteUncontained();

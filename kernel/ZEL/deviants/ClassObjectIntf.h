@@ -3,6 +3,7 @@
 #include <ZEL/deviants/ObjectIntf.h>
 
 #include <string>
+#include <type_traits>
 
 namespace ZEL {
 
@@ -136,7 +137,9 @@ template <class Copy> Copy ObjectIntf::clone(Deviant deviant, Copy const & targe
 }
 
 template <class Class> Class ObjectIntf::getMetaClass(Deviant deviant) const {
-    auto const * const object = static_cast<ClassObjectIntf const *>(cast(ClassObjectIntf::classInfo()));
+    // Dependent, so that the handle's class need be known only where this is made.
+    using Interface = std::enable_if_t<!std::is_void_v<Class>, ClassObjectIntf>;
+    auto const * const object = static_cast<Interface const *>(cast(Interface::classInfo()));
     return object == nullptr ? Class() : object->getMetaClass(deviant);
 }
 

@@ -12,7 +12,7 @@ struct ZEL_API LinkedElement {
     ImmutableProperty property;
     ClassObject target;
 
-    /// Whether all three are valid. Never raises.
+    /// Whether all three are valid. Never throws.
     [[nodiscard]] bool isValid() const;
 };
 

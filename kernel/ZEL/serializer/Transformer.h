@@ -43,7 +43,7 @@ public:
     [[nodiscard]] ContextSequence apply(ContextSequence sequence);
     /// Generates what comes before an object: only what rules return comes out.
     [[nodiscard]] ContextSequence preApply(ContextSequence const & sequence);
-    /// Generates what comes behind an object.
+    /// Generates what comes after an object.
     [[nodiscard]] ContextSequence postApply(ContextSequence const & sequence);
 
     // Whether there are rules that generate at all.
@@ -59,7 +59,7 @@ public:
     void onCreate(Context const & context, ClassObject const & object);
     /// `uri` is that of the model from which the link was read. Invalid if there is no hook.
     [[nodiscard]] LinkedElement resolveReference(std::string const & uri, Reference const & reference);
-    /// Called when a file has been read; the model is invalid if the file gave none.
+    /// Called when a file has been read; the model is invalid if the file has none.
     void postTransform(Model const & model);
 
     /// Whether the writer is in its second traversal, the one that writes.

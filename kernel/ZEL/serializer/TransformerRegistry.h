@@ -25,7 +25,7 @@ struct Reference;
 /// may add and remove Transformers: that counts from the next call on.
 class ZEL_API TransformerRegistry {
 public:
-    /// Appends. A Transformer that is held already is not added again; a null pointer raises "An Internal Error has
+    /// Appends. A Transformer that is held already is not added again; a null pointer throws "An Internal Error has
     /// occurred".
     void addTransformer(Transformer * transformer);
     void addTransformer(std::shared_ptr<Transformer> transformer);

@@ -57,7 +57,7 @@ private:
     std::vector<std::string> fPath;      ///< ids of the elements around what comes next
     std::optional<std::size_t> fLeftOut; ///< the length of the path at the element that is left out
     std::map<Key, ContextSequence> fTypes;
-    std::vector<Part> fParts{{std::string(), 0, false}}; ///< each behind the one in which it lies
+    std::vector<Part> fParts{{std::string(), 0, false}}; ///< each after the one in which it lies
     std::size_t fCurrent = 0;                            ///< the index of the part at hand
 };
 

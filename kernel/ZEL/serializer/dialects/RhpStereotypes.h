@@ -12,7 +12,7 @@
 
 namespace ZEL::Serializer {
 
-/// The stereotype instances that Rhapsody expects of nearly every element, behind the model.
+/// The stereotype instances that Rhapsody expects of nearly every element, after the model.
 ///
 /// Elements are known by their ids. What is said of an element that is not written comes to nothing.
 class RhpStereotypes {

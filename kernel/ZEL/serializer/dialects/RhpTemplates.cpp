@@ -86,7 +86,7 @@ class Template {
 public:
     explicit Template(std::string const & uml) : fUml(uml) {}
 
-    /// `parent` is one that this gave before.
+    /// `parent` is one that this returned before.
     Context element(Context const & parent, std::string_view name, char const * type,
                     std::string id = ObjectId::makeNew()) {
         Context made = makeElement(local(name), umlType(type), std::move(id));

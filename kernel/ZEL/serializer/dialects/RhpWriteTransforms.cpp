@@ -18,7 +18,7 @@ using Kind = RhpStereotypes::Kind;
 
 std::string metaUri(char const * prefix) { return NamespaceRegistry::instance()->getMetaUri(prefix); }
 
-/// The text behind "#"; empty if the value is no URI that has any.
+/// The text after "#"; empty if the value is no URI that has any.
 std::string fragmentOf(std::string const & value) {
     HASP::Uri const uri(value);
     return uri.isValid() && uri.hasFragment() ? uri.getFragment() : std::string();

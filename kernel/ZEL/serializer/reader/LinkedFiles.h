@@ -30,8 +30,8 @@ public:
 
     /// The URI, without fragment, of the file that a reference leads to from the file with the URI `base`; none, and a log
     /// entry, if it cannot be made absolute. The file is read then, unless it has been, is a metamodel in memory, or is
-    /// none that may be read, which is reported. Raises "Too many files are open ..." beyond the number that the settings
-    /// allow, and passes on what reading raises: the run is at its end then.
+    /// none that may be read, which is reported. Throws "Too many files are open ..." beyond the number that the settings
+    /// allow, and passes on what reading throws: the run is at its end then.
     [[nodiscard]] std::optional<std::string> follow(HASP::Uri const & reference, std::string const & base);
     /// The file with this URI is not to be read again; its model is invalid if it is not to be read at all.
     void note(std::string const & uri, Model const & model) { fModels.insert_or_assign(uri, model); }

@@ -34,16 +34,16 @@ struct MetaProperty;
 class ZEL_API Merger {
 public:
     Merger();
-    /// Raises "Input model is invalid!".
+    /// Throws "Input model is invalid!".
     explicit Merger(Model const & model);
     Merger(Merger const & other);
     Merger & operator=(Merger const & other);
     virtual ~Merger();
 
-    /// The text by which a file names the object: that which a writer gives it.
+    /// The text by which a file names the object: the one that a writer uses.
     [[nodiscard]] virtual std::string getExternalId(ClassObject object);
 
-    /// Raises "Input model is invalid!".
+    /// Throws "Input model is invalid!".
     void addReferredModel(Model const & model);
     /// The models of this run: those that were given, and those that were made.
     [[nodiscard]] std::vector<Model> const & getReferredModels() const noexcept { return fReferredModels; }
@@ -53,8 +53,8 @@ public:
     bool initialize();
     /// Destroys what was not met, and commits. A given model itself is never destroyed.
     bool teardown();
-    /// Cancels, and puts the id counters of the models back. Goes on to the last model whatever one of them raises, and
-    /// raises the first failure then. Without models it only calls `abortImpl`.
+    /// Cancels, and puts the id counters of the models back. Goes on to the last model whatever one of them throws, and
+    /// throws the first failure then. Without models it only calls `abortImpl`.
     bool abort();
 
     /// The known object with this id, or else a new one. With an invalid `model` a new model is made, and takes part in
@@ -72,7 +72,7 @@ public:
     bool setProperty(ClassObject const & object, ImmutableProperty const & property, ClassObject const & value);
 
 protected:
-    // All three do nothing and give true. `abortImpl` is also called after a teardown.
+    // All three do nothing and return true. `abortImpl` is also called after a teardown.
     virtual bool initializeImpl();
     virtual bool teardownImpl();
     virtual bool abortImpl();

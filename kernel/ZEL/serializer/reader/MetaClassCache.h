@@ -21,7 +21,7 @@ class ValueMaker {
 public:
     explicit ValueMaker(std::string const & typeName);
 
-    /// Raises the conversion error's text if the text is no value of the type; a null handle if the type is unknown.
+    /// Throws the conversion error's text if the text is no value of the type; a null handle if the type is unknown.
     [[nodiscard]] Object make(std::string const & text);
 
 private:

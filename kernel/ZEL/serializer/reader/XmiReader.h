@@ -24,7 +24,7 @@ public:
     explicit XmiReader(XmiReaderSettings const & settings = XmiReaderSettings());
 
     /// The model that the file holds. Invalid if the name gives no URI, and if the file holds no model: the models of the
-    /// Merger are then as they were before. Raises a text with file, line and column if the file cannot be read or is not
+    /// Merger are then as they were before. Throws a text with file, line and column if the file cannot be read or is not
     /// well-formed; of a file that a link leads to nothing is quoted. Passes on what rules, hooks and the Merger raise.
     Object read(std::string const & file);
 

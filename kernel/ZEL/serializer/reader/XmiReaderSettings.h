@@ -17,7 +17,7 @@ namespace ZEL::Serializer {
 /// origin set a folder outside which nothing is opened.
 class ZEL_API XmiReaderSettings {
 public:
-    /// Takes the URI of a file that a link leads to, without fragment; gives the path of the local file that stands for
+    /// Takes the URI of a file that a link leads to, without fragment; returns the path of the local file that stands for
     /// it, or the empty text to leave the URI to the reader.
     using ExternalUriResolver = boost::function<std::string(std::string const & uri)>;
 

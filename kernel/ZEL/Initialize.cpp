@@ -58,16 +58,22 @@ constexpr int kCannotStart = 2; ///< the exit status, as of other programs that 
     std::_Exit(kCannotStart);
 }
 
+/// There may not even be memory for an exception, so while the library is loaded none is thrown for the want of it.
+struct HandlerAtLoad {
+    std::new_handler const before = std::set_new_handler([] { endAtLoad("out of memory"); });
+};
+
+/// Comes before all other objects of the library that need memory.
+[[gnu::init_priority(101)]] HandlerAtLoad const handlerAtLoad;
+
 /// Nobody can catch what is thrown before `main`, and without the metamodel no part of the library works.
 bool initializeAtLoad() noexcept {
-    // There may not even be memory for an exception, so none is thrown for the want of it.
-    std::new_handler const before = std::set_new_handler([] { endAtLoad("out of memory"); });
     try {
         initialize();
     } catch (std::exception const & exception) {
         endAtLoad(exception.what());
     }
-    std::set_new_handler(before);
+    std::set_new_handler(handlerAtLoad.before);
     return true;
 }
 

@@ -16,26 +16,21 @@ public:
     }
     [[nodiscard]] Ref generic_front(Deviant deviant) const override { return fWrapped->generic_front(deviant); }
     [[nodiscard]] Ref generic_back(Deviant deviant) const override { return fWrapped->generic_back(deviant); }
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_begin(Deviant deviant) const override {
-        return fWrapped->generic_begin(deviant);
-    }
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_end(Deviant deviant) const override {
-        return fWrapped->generic_end(deviant);
-    }
+    [[nodiscard]] IteratorPtr generic_begin(Deviant deviant) const override { return fWrapped->generic_begin(deviant); }
+    [[nodiscard]] IteratorPtr generic_end(Deviant deviant) const override { return fWrapped->generic_end(deviant); }
     void generic_clear(Deviant deviant) override { fWrapped->generic_clear(deviant); }
     [[nodiscard]] int generic_size(Deviant deviant) const override { return fWrapped->generic_size(deviant); }
-    std::unique_ptr<IteratorIntf> generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override {
+    IteratorPtr generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override {
         return fWrapped->generic_insert(deviant, where, std::move(element));
     }
     void generic_insert(Deviant deviant, int index, Ref element) override {
         fWrapped->generic_insert(deviant, index, std::move(element));
     }
     void generic_erase(Deviant deviant, int index) override { fWrapped->generic_erase(deviant, index); }
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * first,
-                                                IteratorIntf const * last) override {
+    IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * first, IteratorIntf const * last) override {
         return fWrapped->generic_erase(deviant, first, last);
     }
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * where) override {
+    IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * where) override {
         return fWrapped->generic_erase(deviant, where);
     }
     void generic_pop_back(Deviant deviant) override { fWrapped->generic_pop_back(deviant); }
@@ -57,7 +52,7 @@ public:
         return fWrapped->generic_getOrcaName(immutableSequence, immutableElement, fallback);
     }
     [[nodiscard]] bool generic_isRandomAccess() const override { return fWrapped->generic_isRandomAccess(); }
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_iteratorAt(Deviant deviant, int index) const override {
+    [[nodiscard]] IteratorPtr generic_iteratorAt(Deviant deviant, int index) const override {
         return fWrapped->generic_iteratorAt(deviant, index);
     }
     [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,

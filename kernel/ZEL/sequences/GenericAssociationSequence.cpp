@@ -15,8 +15,7 @@ void GenericAssociationSequence::generic_clear(Deviant deviant) {
     fWrapped->generic_clear(deviant);
 }
 
-std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_insert(Deviant deviant, IteratorIntf const * where,
-                                                                         Ref element) {
+IteratorPtr GenericAssociationSequence::generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) {
     entersIfAccepted(deviant, element);
     return fWrapped->generic_insert(deviant, where, std::move(element));
 }
@@ -31,8 +30,8 @@ void GenericAssociationSequence::generic_erase(Deviant deviant, int index) {
     fWrapped->generic_erase(deviant, index);
 }
 
-std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_erase(Deviant deviant, IteratorIntf const * first,
-                                                                        IteratorIntf const * last) {
+IteratorPtr GenericAssociationSequence::generic_erase(Deviant deviant, IteratorIntf const * first,
+                                                      IteratorIntf const * last) {
     if (first->position() <= last->position()) {
         for (auto iterator = first->clone(); !iterator->equal(last); iterator->next(deviant)) {
             leaves(iterator->current(deviant));
@@ -41,7 +40,7 @@ std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_erase(Deviant 
     return fWrapped->generic_erase(deviant, first, last);
 }
 
-std::unique_ptr<IteratorIntf> GenericAssociationSequence::generic_erase(Deviant deviant, IteratorIntf const * where) {
+IteratorPtr GenericAssociationSequence::generic_erase(Deviant deviant, IteratorIntf const * where) {
     leaves(where->current(deviant));
     return fWrapped->generic_erase(deviant, where);
 }

@@ -27,12 +27,11 @@ public:
                                Hook hook);
 
     void generic_clear(Deviant deviant) override;
-    std::unique_ptr<IteratorIntf> generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
+    IteratorPtr generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
     void generic_insert(Deviant deviant, int index, Ref element) override;
     void generic_erase(Deviant deviant, int index) override;
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * first,
-                                                IteratorIntf const * last) override;
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * where) override;
+    IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * first, IteratorIntf const * last) override;
+    IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * where) override;
     void generic_pop_back(Deviant deviant) override;
     void generic_pop_front(Deviant deviant) override;
     void generic_push_back(Deviant deviant, Ref element) override;

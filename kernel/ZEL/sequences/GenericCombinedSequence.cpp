@@ -9,7 +9,7 @@ namespace {
 
 [[noreturn]] void raiseInvalidIterator() { raiseInternalError("invalid iterator passed to erase"); }
 
-std::unique_ptr<GenericCombinedSequence::Iterator::SubIterator> own(std::unique_ptr<IteratorIntf> iterator) {
+std::unique_ptr<GenericCombinedSequence::Iterator::SubIterator> own(IteratorPtr iterator) {
     using SubIterator = GenericCombinedSequence::Iterator::SubIterator;
     return std::unique_ptr<SubIterator>(static_cast<SubIterator *>(iterator.release()));
 }
@@ -91,15 +91,13 @@ Ref GenericCombinedSequence::generic_back(Deviant deviant) const {
     return generic_at(deviant, generic_size(deviant) - 1);
 }
 
-std::unique_ptr<IteratorIntf> GenericCombinedSequence::generic_begin(Deviant deviant) const {
+IteratorPtr GenericCombinedSequence::generic_begin(Deviant deviant) const {
     auto iterator = std::make_unique<Iterator>(this, 0, 0);
     iterator->enter(deviant, 0);
     return iterator;
 }
 
-std::unique_ptr<IteratorIntf> GenericCombinedSequence::generic_end(Deviant) const {
-    return std::make_unique<Iterator>(this, count(), 0);
-}
+IteratorPtr GenericCombinedSequence::generic_end(Deviant) const { return std::make_unique<Iterator>(this, count(), 0); }
 
 int GenericCombinedSequence::generic_size(Deviant deviant) const {
     int size = 0;
@@ -157,7 +155,7 @@ void GenericCombinedSequence::generic_clear(Deviant deviant) {
     }
 }
 
-std::unique_ptr<IteratorIntf> GenericCombinedSequence::generic_insert(Deviant, IteratorIntf const *, Ref) {
+IteratorPtr GenericCombinedSequence::generic_insert(Deviant, IteratorIntf const *, Ref) {
     raiseInternalError("cannot insert into this data structure");
 }
 
@@ -174,12 +172,11 @@ void GenericCombinedSequence::generic_erase(Deviant deviant, int index) {
     generic_erase(deviant, &where);
 }
 
-std::unique_ptr<IteratorIntf> GenericCombinedSequence::generic_erase(Deviant, IteratorIntf const *,
-                                                                     IteratorIntf const *) {
+IteratorPtr GenericCombinedSequence::generic_erase(Deviant, IteratorIntf const *, IteratorIntf const *) {
     raiseInternalError("cannot modify this data structure");
 }
 
-std::unique_ptr<IteratorIntf> GenericCombinedSequence::generic_erase(Deviant deviant, IteratorIntf const * where) {
+IteratorPtr GenericCombinedSequence::generic_erase(Deviant deviant, IteratorIntf const * where) {
     Iterator const & place = ownIterator(where);
     if (place.fSub >= count() || place.isEndOfSub(deviant)) {
         raiseInvalidIterator();
@@ -256,7 +253,7 @@ bool GenericCombinedSequence::generic_eraseElement(Deviant deviant, Ref element)
 // --- iterator --------------------------------------------------------------------------------------------------------
 
 GenericCombinedSequence::Iterator::Iterator(Iterator const & other)
-    : IteratorProxy(other),
+    : IteratorOf(other),
       fSequence(other.fSequence),
       fSub(other.fSub),
       fPosition(other.fPosition),
@@ -330,15 +327,6 @@ void GenericCombinedSequence::Iterator::previous(Deviant deviant) {
         fInner = own(fSequence->sub(sub).generic_end(deviant));
         fInner->previous(deviant);
     }
-}
-
-std::unique_ptr<IteratorIntf> GenericCombinedSequence::Iterator::clone() const {
-    return std::unique_ptr<IteratorIntf>(new Iterator(*this));
-}
-
-bool GenericCombinedSequence::Iterator::equal(IteratorIntf const * other) const {
-    auto const * const that = dynamic_cast<Iterator const *>(other);
-    return that != nullptr && that->fSequence == fSequence && that->fSub == fSub && that->fPosition == fPosition;
 }
 
 } // namespace ZEL::Generic::combined_sequence_internal

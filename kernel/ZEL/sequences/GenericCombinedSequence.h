@@ -24,16 +24,15 @@ public:
     [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override;
     [[nodiscard]] Ref generic_front(Deviant deviant) const override;
     [[nodiscard]] Ref generic_back(Deviant deviant) const override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_begin(Deviant deviant) const override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_end(Deviant deviant) const override;
+    [[nodiscard]] IteratorPtr generic_begin(Deviant deviant) const override;
+    [[nodiscard]] IteratorPtr generic_end(Deviant deviant) const override;
     void generic_clear(Deviant deviant) override;
     [[nodiscard]] int generic_size(Deviant deviant) const override;
-    std::unique_ptr<IteratorIntf> generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
+    IteratorPtr generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
     void generic_insert(Deviant deviant, int index, Ref element) override;
     void generic_erase(Deviant deviant, int index) override;
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * first,
-                                                IteratorIntf const * last) override;
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * where) override;
+    IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * first, IteratorIntf const * last) override;
+    IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * where) override;
     void generic_pop_back(Deviant deviant) override;
     void generic_pop_front(Deviant deviant) override;
     void generic_push_back(Deviant deviant, Ref element) override;
@@ -71,7 +70,7 @@ private:
 
 /// Number of a sub-sequence, and a position inside it. Keeps an iterator of a sub-sequence that hides elements, so that a
 /// loop is linear.
-class ZEL_API GenericCombinedSequence::Iterator final : public IteratorProxy {
+class ZEL_API GenericCombinedSequence::Iterator final : public IteratorOf<GenericCombinedSequence::Iterator> {
 public:
     using SubIterator = SubSequence::Iterator;
 
@@ -81,14 +80,16 @@ public:
     [[nodiscard]] Ref current(Deviant deviant) const override;
     void next(Deviant deviant) override;
     void previous(Deviant deviant) override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> clone() const override;
-    [[nodiscard]] bool equal(IteratorIntf const * other) const override;
 
 private:
     friend class GenericCombinedSequence;
+    friend IteratorOf;
 
     Iterator(Iterator const & other);
 
+    [[nodiscard]] bool isAt(Iterator const & other) const noexcept {
+        return other.fSequence == fSequence && other.fSub == fSub && other.fPosition == fPosition;
+    }
     [[nodiscard]] bool isEndOfSub(Deviant deviant) const;
     /// To the first element of the sub-sequence `sub` or, if it has none, of those after it.
     void enter(Deviant deviant, int sub);

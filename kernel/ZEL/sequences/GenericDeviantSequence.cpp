@@ -234,11 +234,11 @@ void GenericDeviantSequence::Iterator::previous(Deviant) {
     --fPosition;
 }
 
-std::unique_ptr<IteratorIntf> GenericDeviantSequence::Iterator::clone() const {
+IteratorPtr GenericDeviantSequence::Iterator::clone() const {
     if (fSequence == nullptr) {
         raiseInternalError("cloning an invalid iterator");
     }
-    return std::unique_ptr<IteratorIntf>(new Iterator(*this));
+    return IteratorPtr(new Iterator(*this));
 }
 
 bool GenericDeviantSequence::Iterator::equal(IteratorIntf const * other) const {

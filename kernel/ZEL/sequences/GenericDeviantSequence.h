@@ -71,7 +71,7 @@ public:
     [[nodiscard]] Ref current(Deviant deviant) const override;
     void next(Deviant deviant) override;
     void previous(Deviant deviant) override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> clone() const override;
+    [[nodiscard]] IteratorPtr clone() const override;
     [[nodiscard]] bool equal(IteratorIntf const * other) const override;
     [[nodiscard]] int position() const override;
 

@@ -54,12 +54,26 @@ int GenericFilteredSequence::underlyingIndex(Deviant deviant, int index) const {
     if (index < 0 || index >= size) {
         raiseAnInternalError();
     }
+    if (isPure()) {
+        return index;
+    }
     for (int i = 0; i < size; ++i) {
         if (!shownAt(deviant, i).isNull() && index-- == 0) {
             return i;
         }
     }
     raiseAnInternalError();
+}
+
+int GenericFilteredSequence::shownBefore(Deviant deviant, int underlyingIndex) const {
+    if (isPure()) {
+        return underlyingIndex;
+    }
+    int shown = 0;
+    for (int i = 0; i < underlyingIndex; ++i) {
+        shown += shownAt(deviant, i).isNull() ? 0 : 1;
+    }
+    return shown;
 }
 
 bool GenericFilteredSequence::isAtBegin(Deviant deviant, IteratorIntf const & inner) const {
@@ -89,8 +103,7 @@ void GenericFilteredSequence::dropEnds() const noexcept {
     fEnd.reset();
 }
 
-std::unique_ptr<IteratorIntf> GenericFilteredSequence::wrap(Deviant deviant,
-                                                            std::unique_ptr<IteratorIntf> inner) const {
+IteratorPtr GenericFilteredSequence::wrap(Deviant deviant, IteratorPtr inner) const {
     dropEnds();
     return std::make_unique<Iterator>(deviant, this, std::move(inner));
 }
@@ -98,13 +111,7 @@ std::unique_ptr<IteratorIntf> GenericFilteredSequence::wrap(Deviant deviant,
 // --- reads -----------------------------------------------------------------------------------------------------------
 
 Ref GenericFilteredSequence::generic_at(Deviant deviant, int index) const {
-    if (!isPure()) {
-        return shownAt(deviant, underlyingIndex(deviant, index));
-    }
-    if (index < 0 || index >= fUnderlying->generic_size(deviant)) {
-        raiseAnInternalError();
-    }
-    return shownAt(deviant, index);
+    return shownAt(deviant, underlyingIndex(deviant, index));
 }
 
 Ref GenericFilteredSequence::generic_front(Deviant deviant) const { return generic_at(deviant, 0); }
@@ -122,24 +129,16 @@ Ref GenericFilteredSequence::generic_back(Deviant deviant) const {
     raiseAnInternalError();
 }
 
-std::unique_ptr<IteratorIntf> GenericFilteredSequence::generic_begin(Deviant deviant) const {
+IteratorPtr GenericFilteredSequence::generic_begin(Deviant deviant) const {
     return wrap(deviant, fUnderlying->generic_begin(deviant));
 }
 
-std::unique_ptr<IteratorIntf> GenericFilteredSequence::generic_end(Deviant deviant) const {
+IteratorPtr GenericFilteredSequence::generic_end(Deviant deviant) const {
     return wrap(deviant, fUnderlying->generic_end(deviant));
 }
 
 int GenericFilteredSequence::generic_size(Deviant deviant) const {
-    int const size = fUnderlying->generic_size(deviant);
-    if (isPure()) {
-        return size;
-    }
-    int shown = 0;
-    for (int i = 0; i < size; ++i) {
-        shown += shownAt(deviant, i).isNull() ? 0 : 1;
-    }
-    return shown;
+    return shownBefore(deviant, fUnderlying->generic_size(deviant));
 }
 
 bool GenericFilteredSequence::generic_contains(Deviant deviant, Ref element) const {
@@ -164,17 +163,7 @@ int GenericFilteredSequence::generic_fetch(Deviant deviant, int index, NSInterfa
 int GenericFilteredSequence::generic_indexOf(Deviant deviant, Ref element) const {
     Ref const stored = filterSet(std::move(element));
     int const index = stored.isNull() ? -1 : fUnderlying->generic_indexOf(deviant, stored);
-    if (isPure() || index < 0) {
-        return index;
-    }
-    if (shownAt(deviant, index).isNull()) {
-        return -1;
-    }
-    int shown = 0;
-    for (int i = 0; i < index; ++i) {
-        shown += shownAt(deviant, i).isNull() ? 0 : 1;
-    }
-    return shown;
+    return index < 0 || (!isPure() && shownAt(deviant, index).isNull()) ? -1 : shownBefore(deviant, index);
 }
 
 bool GenericFilteredSequence::generic_isUnique() const { return fUnderlying->generic_isUnique(); }
@@ -202,8 +191,7 @@ void GenericFilteredSequence::generic_clear(Deviant deviant) {
     dropEnds();
 }
 
-std::unique_ptr<IteratorIntf> GenericFilteredSequence::generic_insert(Deviant deviant, IteratorIntf const * where,
-                                                                      Ref element) {
+IteratorPtr GenericFilteredSequence::generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) {
     return wrap(deviant, fUnderlying->generic_insert(deviant, innerOf(where), checkedFilterSet(std::move(element))));
 }
 
@@ -218,12 +206,11 @@ void GenericFilteredSequence::generic_erase(Deviant deviant, int index) {
     dropEnds();
 }
 
-std::unique_ptr<IteratorIntf> GenericFilteredSequence::generic_erase(Deviant, IteratorIntf const *,
-                                                                     IteratorIntf const *) {
+IteratorPtr GenericFilteredSequence::generic_erase(Deviant, IteratorIntf const *, IteratorIntf const *) {
     raiseInternalError("range erase not supported");
 }
 
-std::unique_ptr<IteratorIntf> GenericFilteredSequence::generic_erase(Deviant deviant, IteratorIntf const * where) {
+IteratorPtr GenericFilteredSequence::generic_erase(Deviant deviant, IteratorIntf const * where) {
     return wrap(deviant, fUnderlying->generic_erase(deviant, innerOf(where)));
 }
 
@@ -271,18 +258,11 @@ bool GenericFilteredSequence::generic_eraseElement(Deviant deviant, Ref element)
 // --- iterator --------------------------------------------------------------------------------------------------------
 
 GenericFilteredSequence::Iterator::Iterator(Deviant deviant, GenericFilteredSequence const * sequence,
-                                            std::unique_ptr<IteratorIntf> inner)
+                                            IteratorPtr inner)
     : fSequence(const_cast<GenericFilteredSequence *>(sequence)), fInner(std::move(inner)) {
     while (!fSequence->isAtEnd(deviant, *fInner) && current(deviant).isNull()) {
         fInner->next(deviant);
     }
-}
-
-GenericFilteredSequence::Iterator::Iterator(Iterator const & other)
-    : IteratorProxy(other), fSequence(other.fSequence), fInner(other.fInner->clone()) {}
-
-Ref GenericFilteredSequence::Iterator::current(Deviant deviant) const {
-    return fSequence->filterGet(fInner->current(deviant));
 }
 
 void GenericFilteredSequence::Iterator::next(Deviant deviant) {
@@ -295,19 +275,6 @@ void GenericFilteredSequence::Iterator::previous(Deviant deviant) {
     do {
         fInner->previous(deviant);
     } while (!fSequence->isAtBegin(deviant, *fInner) && current(deviant).isNull());
-}
-
-std::unique_ptr<IteratorIntf> GenericFilteredSequence::Iterator::clone() const {
-    return std::unique_ptr<IteratorIntf>(new Iterator(*this));
-}
-
-bool GenericFilteredSequence::Iterator::equal(IteratorIntf const * other) const {
-    auto const * const that = dynamic_cast<Iterator const *>(other);
-    return that != nullptr && fInner->equal(that->fInner.get());
-}
-
-int GenericFilteredSequence::Iterator::position() const {
-    return fSequence->isPure() ? fInner->position() : kNoPosition;
 }
 
 } // namespace ZEL::Generic::filtered_sequence_internal

@@ -27,16 +27,15 @@ public:
     [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override;
     [[nodiscard]] Ref generic_front(Deviant deviant) const override;
     [[nodiscard]] Ref generic_back(Deviant deviant) const override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_begin(Deviant deviant) const override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_end(Deviant deviant) const override;
+    [[nodiscard]] IteratorPtr generic_begin(Deviant deviant) const override;
+    [[nodiscard]] IteratorPtr generic_end(Deviant deviant) const override;
     void generic_clear(Deviant deviant) override;
     [[nodiscard]] int generic_size(Deviant deviant) const override;
-    std::unique_ptr<IteratorIntf> generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
+    IteratorPtr generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
     void generic_insert(Deviant deviant, int index, Ref element) override;
     void generic_erase(Deviant deviant, int index) override;
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * first,
-                                                IteratorIntf const * last) override;
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * where) override;
+    IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * first, IteratorIntf const * last) override;
+    IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * where) override;
     void generic_pop_back(Deviant deviant) override;
     void generic_pop_front(Deviant deviant) override;
     void generic_push_back(Deviant deviant, Ref element) override;
@@ -58,11 +57,14 @@ private:
     [[nodiscard]] Ref shownAt(Deviant deviant, int underlyingIndex) const;
     /// Where the `index`-th shown element is in the sequence under this one.
     [[nodiscard]] int underlyingIndex(Deviant deviant, int index) const;
+    /// How many elements before that place are shown.
+    [[nodiscard]] int shownBefore(Deviant deviant, int underlyingIndex) const;
     [[nodiscard]] Ref checkedFilterSet(Ref shown) const;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> wrap(Deviant deviant, std::unique_ptr<IteratorIntf> inner) const;
+    [[nodiscard]] IteratorPtr wrap(Deviant deviant, IteratorPtr inner) const;
 
-    // The ends of the sequence under this one move with its writes, also those that do not pass through here. A place that is a plain
-    // number is compared with the size; for others the ends are made anew with each iterator and each write here.
+    // The ends of the sequence under this one move with its writes, those that do not pass through here included. A place
+    // that is a plain number is compared with the size; for others the ends are made anew with each iterator and each
+    // write here.
     [[nodiscard]] bool isAtBegin(Deviant deviant, IteratorIntf const & inner) const;
     [[nodiscard]] bool isAtEnd(Deviant deviant, IteratorIntf const & inner) const;
     void dropEnds() const noexcept;
@@ -70,31 +72,33 @@ private:
     SequencePtr fUnderlying;
     GenericFilter fFilter;
     Deviant fDeviant; ///< of the underlying handle
-    mutable std::unique_ptr<IteratorIntf> fBegin;
-    mutable std::unique_ptr<IteratorIntf> fEnd;
+    mutable IteratorPtr fBegin;
+    mutable IteratorPtr fEnd;
 };
 
 /// Passes over hidden elements in both directions. Holds its sequence.
-class ZEL_API GenericFilteredSequence::Iterator final : public IteratorProxy {
+class ZEL_API GenericFilteredSequence::Iterator final : public IteratorOf<GenericFilteredSequence::Iterator> {
 public:
     /// Moves `inner` on to the first shown element at or after it.
-    Iterator(Deviant deviant, GenericFilteredSequence const * sequence, std::unique_ptr<IteratorIntf> inner);
+    Iterator(Deviant deviant, GenericFilteredSequence const * sequence, IteratorPtr inner);
 
-    [[nodiscard]] Ref current(Deviant deviant) const override;
+    [[nodiscard]] Ref current(Deviant deviant) const override { return fSequence->filterGet(fInner->current(deviant)); }
     void next(Deviant deviant) override;
     void previous(Deviant deviant) override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> clone() const override;
-    [[nodiscard]] bool equal(IteratorIntf const * other) const override;
-    [[nodiscard]] int position() const override;
+    [[nodiscard]] int position() const override { return fSequence->isPure() ? fInner->position() : kNoPosition; }
 
     [[nodiscard]] bool isEnd(Deviant deviant) const { return fSequence->isAtEnd(deviant, *fInner); }
     [[nodiscard]] IteratorIntf const * inner() const noexcept { return fInner.get(); }
 
 private:
-    Iterator(Iterator const & other);
+    friend IteratorOf;
+
+    Iterator(Iterator const & other) : IteratorOf(other), fSequence(other.fSequence), fInner(other.fInner->clone()) {}
+
+    [[nodiscard]] bool isAt(Iterator const & other) const { return fInner->equal(other.fInner.get()); }
 
     SmartPtr<GenericFilteredSequence, ReferenceCounted> fSequence;
-    std::unique_ptr<IteratorIntf> fInner;
+    IteratorPtr fInner;
 };
 
 } // namespace ZEL::Generic::filtered_sequence_internal

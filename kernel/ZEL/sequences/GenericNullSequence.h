@@ -17,7 +17,7 @@ public:
         [[nodiscard]] Ref current(Deviant) const override { return Ref(); }
         void next(Deviant) override {}
         void previous(Deviant) override {}
-        [[nodiscard]] std::unique_ptr<IteratorIntf> clone() const override { return iterator(); }
+        [[nodiscard]] IteratorPtr clone() const override { return iterator(); }
         [[nodiscard]] bool equal(IteratorIntf const *) const override { return true; }
     };
 
@@ -26,17 +26,15 @@ public:
     [[nodiscard]] Ref generic_at(Deviant, int) const override { return Ref(); }
     [[nodiscard]] Ref generic_front(Deviant) const override { return Ref(); }
     [[nodiscard]] Ref generic_back(Deviant) const override { return Ref(); }
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_begin(Deviant) const override { return iterator(); }
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_end(Deviant) const override { return iterator(); }
+    [[nodiscard]] IteratorPtr generic_begin(Deviant) const override { return iterator(); }
+    [[nodiscard]] IteratorPtr generic_end(Deviant) const override { return iterator(); }
     void generic_clear(Deviant) override {}
     [[nodiscard]] int generic_size(Deviant) const override { return 0; }
-    std::unique_ptr<IteratorIntf> generic_insert(Deviant, IteratorIntf const *, Ref) override { return iterator(); }
+    IteratorPtr generic_insert(Deviant, IteratorIntf const *, Ref) override { return iterator(); }
     void generic_insert(Deviant, int, Ref) override {}
     void generic_erase(Deviant, int) override {}
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant, IteratorIntf const *, IteratorIntf const *) override {
-        return iterator();
-    }
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant, IteratorIntf const *) override { return iterator(); }
+    IteratorPtr generic_erase(Deviant, IteratorIntf const *, IteratorIntf const *) override { return iterator(); }
+    IteratorPtr generic_erase(Deviant, IteratorIntf const *) override { return iterator(); }
     void generic_pop_back(Deviant) override {}
     void generic_pop_front(Deviant) override {}
     void generic_push_back(Deviant, Ref) override {}
@@ -50,7 +48,7 @@ public:
 private:
     GenericNullSequence();
 
-    [[nodiscard]] static std::unique_ptr<IteratorIntf> iterator() { return std::make_unique<Iterator>(); }
+    [[nodiscard]] static IteratorPtr iterator() { return std::make_unique<Iterator>(); }
 };
 
 } // namespace ZEL::Generic

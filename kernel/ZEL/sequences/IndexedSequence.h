@@ -24,19 +24,15 @@ public:
     [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override;
     [[nodiscard]] Ref generic_front(Deviant deviant) const override;
     [[nodiscard]] Ref generic_back(Deviant deviant) const override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_begin(Deviant) const override { return iterator(0); }
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_end(Deviant deviant) const override {
-        return iterator(size(deviant));
-    }
+    [[nodiscard]] IteratorPtr generic_begin(Deviant) const override { return iterator(0); }
+    [[nodiscard]] IteratorPtr generic_end(Deviant deviant) const override { return iterator(size(deviant)); }
     [[nodiscard]] bool generic_contains(Deviant deviant, Ref element) const override {
         return self().Kind::generic_indexOf(deviant, std::move(element)) >= 0;
     }
     [[nodiscard]] bool generic_isRandomAccess() const override { return true; }
-    [[nodiscard]] std::unique_ptr<IteratorIntf> generic_iteratorAt(Deviant, int index) const override {
-        return iterator(index);
-    }
+    [[nodiscard]] IteratorPtr generic_iteratorAt(Deviant, int index) const override { return iterator(index); }
 
-    std::unique_ptr<IteratorIntf> generic_insert(Deviant, IteratorIntf const * where, Ref element) override {
+    IteratorPtr generic_insert(Deviant, IteratorIntf const * where, Ref element) override {
         int const index = self().positionOf(where);
         self().insertAt(index, element);
         return iterator(index);
@@ -49,13 +45,12 @@ public:
     void generic_push_front(Deviant, Ref element) override { self().insertAt(0, element); }
 
     void generic_erase(Deviant, int index) override { self().eraseAt(index); }
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant, IteratorIntf const * where) override {
+    IteratorPtr generic_erase(Deviant, IteratorIntf const * where) override {
         int const index = self().positionOf(where);
         self().eraseAt(index);
         return iterator(index);
     }
-    std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * first,
-                                                IteratorIntf const * last) override {
+    IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * first, IteratorIntf const * last) override {
         int const begin = self().positionOf(first);
         int const end = self().positionOf(last);
         self().checkWritable();
@@ -94,7 +89,7 @@ private:
     [[nodiscard]] Kind & self() noexcept { return static_cast<Kind &>(*this); }
     [[nodiscard]] Kind const & self() const noexcept { return static_cast<Kind const &>(*this); }
     [[nodiscard]] int size(Deviant deviant) const { return self().Kind::generic_size(deviant); }
-    [[nodiscard]] std::unique_ptr<IteratorIntf> iterator(int index) const {
+    [[nodiscard]] IteratorPtr iterator(int index) const {
         return std::make_unique<typename Kind::Iterator>(&self(), index);
     }
 };

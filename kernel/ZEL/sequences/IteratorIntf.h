@@ -9,6 +9,9 @@
 
 namespace ZEL::Generic {
 
+class IteratorIntf;
+using IteratorPtr = std::unique_ptr<IteratorIntf>;
+
 /// A place in a sequence without the type of its elements. Made by the sequence, owned by whoever asked for it.
 ///
 /// It need not be told of writes to the sequence, and its end is not guarded: reading there throws what the sequence
@@ -27,7 +30,7 @@ public:
     [[nodiscard]] virtual Ref current(Deviant deviant) const = 0;
     virtual void next(Deviant deviant) = 0;
     virtual void previous(Deviant deviant) = 0;
-    [[nodiscard]] virtual std::unique_ptr<IteratorIntf> clone() const = 0;
+    [[nodiscard]] virtual IteratorPtr clone() const = 0;
     [[nodiscard]] virtual bool equal(IteratorIntf const * other) const = 0;
 
     /// The index at which `generic_at` of the sequence returns the current element, or `kNoPosition`.

@@ -1,28 +1,27 @@
 #pragma once
 
+#include <ZEL/sequences/CountedByHandles.h>
 #include <ZEL/sequences/IteratorIntf.h>
-#include <ZEL/sequences/ShortLived.h>
-
-#include <cstdint>
 
 namespace ZEL::Generic {
 
-/// An iterator with a count of its own, by the rules of `SequenceProxy`. The owner of an iterator holds it by
-/// `std::unique_ptr`; the count serves those who share one.
-class ZEL_API IteratorProxy : public IteratorIntf, public internal::ShortLived {
-public:
-    /// Throws "An Internal Error has occurred" on a negative count.
-    void incRef() override;
-    /// Deletes the iterator at 0; throws "An Internal Error has occurred" below it.
-    void decRef() override;
+/// An iterator with a count of its own. The owner of an iterator holds it by `IteratorPtr`; the count serves those who
+/// share one.
+class ZEL_API IteratorProxy : public CountedByHandles<IteratorIntf> {};
 
-protected:
-    IteratorProxy() = default;
-    IteratorProxy(IteratorProxy const & other) : IteratorIntf(other) {} ///< a copy is a new object: its count is 0
-    IteratorProxy & operator=(IteratorProxy const &) = delete;
+/// What iterators do alike. `Kind` is the class that derives from this one and makes it a friend; its
+/// `bool isAt(Kind const & other) const` says whether both stand at one place.
+template <class Kind> class ZEL_API IteratorOf : public IteratorProxy {
+public:
+    [[nodiscard]] IteratorPtr clone() const override { return IteratorPtr(new Kind(self())); }
+    /// False for an iterator of another class.
+    [[nodiscard]] bool equal(IteratorIntf const * other) const override {
+        auto const * const that = dynamic_cast<Kind const *>(other);
+        return that != nullptr && self().isAt(*that);
+    }
 
 private:
-    std::int32_t fCount = 0;
+    [[nodiscard]] Kind const & self() const noexcept { return static_cast<Kind const &>(*this); }
 };
 
 } // namespace ZEL::Generic

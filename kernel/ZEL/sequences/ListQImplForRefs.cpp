@@ -146,23 +146,6 @@ void ListQImplForRefs::generic_replace(Deviant, int index, Ref element) {
     giveBack(old);
 }
 
-// --- iterator --------------------------------------------------------------------------------------------------------
-
-Ref ListQImplForRefs::Iterator::current(Deviant deviant) const { return fList->generic_at(deviant, fIndex); }
-
-void ListQImplForRefs::Iterator::next(Deviant) { ++fIndex; }
-
-void ListQImplForRefs::Iterator::previous(Deviant) { --fIndex; }
-
-std::unique_ptr<IteratorIntf> ListQImplForRefs::Iterator::clone() const { return std::make_unique<Iterator>(*this); }
-
-bool ListQImplForRefs::Iterator::equal(IteratorIntf const * other) const {
-    auto const * const that = dynamic_cast<Iterator const *>(other);
-    return that != nullptr && that->fList == fList && that->fIndex == fIndex;
-}
-
-int ListQImplForRefs::Iterator::position() const { return fIndex; }
-
 } // namespace ZEL::Generic::ListQImplInternal
 
 template class ZEL::Generic::IndexedSequence<ZEL::Generic::ListQImplInternal::ListQImplForRefs,

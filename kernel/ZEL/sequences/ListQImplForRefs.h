@@ -64,18 +64,22 @@ private:
 };
 
 /// A list and an index; steps are not checked.
-class ZEL_API ListQImplForRefs::Iterator final : public IteratorProxy {
+class ZEL_API ListQImplForRefs::Iterator final : public IteratorOf<ListQImplForRefs::Iterator> {
 public:
     Iterator(ListQImplForRefs const * list, int index) : fList(list), fIndex(index) {}
 
-    [[nodiscard]] Ref current(Deviant deviant) const override;
-    void next(Deviant deviant) override;
-    void previous(Deviant deviant) override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> clone() const override;
-    [[nodiscard]] bool equal(IteratorIntf const * other) const override;
-    [[nodiscard]] int position() const override;
+    [[nodiscard]] Ref current(Deviant deviant) const override { return fList->generic_at(deviant, fIndex); }
+    void next(Deviant) override { ++fIndex; }
+    void previous(Deviant) override { --fIndex; }
+    [[nodiscard]] int position() const override { return fIndex; }
 
 private:
+    friend IteratorOf;
+
+    [[nodiscard]] bool isAt(Iterator const & other) const noexcept {
+        return other.fList == fList && other.fIndex == fIndex;
+    }
+
     ListQImplForRefs const * fList;
     int fIndex;
 };

@@ -88,8 +88,7 @@ void MultiIndexImplForRefsHelper::generic_clear(Deviant) {
     fByKey.clear();
 }
 
-std::unique_ptr<IteratorIntf> MultiIndexImplForRefsHelper::generic_insert(Deviant, IteratorIntf const * where,
-                                                                          Ref element) {
+IteratorPtr MultiIndexImplForRefsHelper::generic_insert(Deviant, IteratorIntf const * where, Ref element) {
     return std::make_unique<Iterator>(this, insertNode(positionOf(where), element));
 }
 
@@ -127,15 +126,6 @@ void MultiIndexImplForRefsHelper::Iterator::previous(Deviant) {
     if (int const index = position(); index > 0) {
         fNode = fStorage->nodeAt(static_cast<std::size_t>(index - 1));
     }
-}
-
-std::unique_ptr<IteratorIntf> MultiIndexImplForRefsHelper::Iterator::clone() const {
-    return std::make_unique<Iterator>(*this);
-}
-
-bool MultiIndexImplForRefsHelper::Iterator::equal(IteratorIntf const * other) const {
-    auto const * const that = dynamic_cast<Iterator const *>(other);
-    return that != nullptr && that->fStorage == fStorage && that->fNode == fNode;
 }
 
 int MultiIndexImplForRefsHelper::Iterator::position() const {

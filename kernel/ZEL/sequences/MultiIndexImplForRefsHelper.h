@@ -23,7 +23,7 @@ public:
     [[nodiscard]] int generic_size(Deviant deviant) const override;
     using IndexedSequence::generic_insert;
     /// The result is at the element or, if it was refused, at the one with an equal key.
-    std::unique_ptr<IteratorIntf> generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
+    IteratorPtr generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
     /// Nothing, if the sequence is unique and has the key at another place.
     void generic_replace(Deviant deviant, int index, Ref element) override;
     /// Whether there is an element with an equal key.
@@ -79,7 +79,7 @@ private:
 };
 
 /// Stays at its element when others come and go. The end is a place of its own, which cannot be read.
-class ZEL_API MultiIndexImplForRefsHelper::Iterator final : public IteratorProxy {
+class ZEL_API MultiIndexImplForRefsHelper::Iterator final : public IteratorOf<MultiIndexImplForRefsHelper::Iterator> {
 public:
     /// Throws the texts for a bad index; the size is that of the end.
     Iterator(MultiIndexImplForRefsHelper const * storage, int index);
@@ -88,12 +88,15 @@ public:
     [[nodiscard]] Ref current(Deviant deviant) const override;
     void next(Deviant deviant) override;
     void previous(Deviant deviant) override;
-    [[nodiscard]] std::unique_ptr<IteratorIntf> clone() const override;
-    [[nodiscard]] bool equal(IteratorIntf const * other) const override;
     [[nodiscard]] int position() const override;
 
 private:
     friend class MultiIndexImplForRefsHelper;
+    friend IteratorOf;
+
+    [[nodiscard]] bool isAt(Iterator const & other) const noexcept {
+        return other.fStorage == fStorage && other.fNode == fNode;
+    }
 
     MultiIndexImplForRefsHelper const * fStorage;
     Node const * fNode;

@@ -42,18 +42,6 @@ bool PersistentTextSequence::operator==(PersistentTextSequence const & other) co
            (fBlock != nullptr && other.fBlock != nullptr && fBlock->texts == other.fBlock->texts);
 }
 
-std::size_t PersistentTextSequence::heapBytes() const noexcept {
-    if (fBlock == nullptr) {
-        return 0;
-    }
-    std::size_t bytes = sizeof(Block) + fBlock->texts.capacity() * sizeof(std::string);
-    for (std::string const & text : fBlock->texts) {
-        bool const isInPlace = text.capacity() <= std::string().capacity();
-        bytes += isInPlace ? 0 : text.capacity() + 1;
-    }
-    return bytes;
-}
-
 void PersistentTextSequence::release() noexcept {
     if (fBlock != nullptr && --fBlock->count == 0) {
         delete fBlock;

@@ -49,8 +49,6 @@ public:
         return fBlock == other.fBlock;
     }
     [[nodiscard]] bool operator==(PersistentTextSequence const & other) const noexcept;
-    /// Bytes of the storage, whether shared or not.
-    [[nodiscard]] std::size_t heapBytes() const noexcept;
 
 private:
     struct Block {

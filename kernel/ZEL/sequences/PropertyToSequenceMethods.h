@@ -29,13 +29,23 @@ struct ZEL_API PropertyToSequenceMethods {
     Getter getMember;
     CooperativeVisitor::internal::ClassInfo const & (*declaringClass)();
 
-    void set(NSInterface::ObjectIntf * object, Deviant deviant, Ref const & value) const;
+    void set(NSInterface::ObjectIntf * object, Deviant deviant, Ref const & value) const {
+        call(setMember, object, deviant, value);
+    }
     /// Leaves the other end of the property's association alone, as does `removeEndOnly`.
-    void setEndOnly(NSInterface::ObjectIntf * object, Deviant deviant, Ref const & value) const;
-    [[nodiscard]] bool has(NSInterface::ObjectIntf * object, Deviant deviant) const;
-    void remove(NSInterface::ObjectIntf * object, Deviant deviant) const;
-    void removeEndOnly(NSInterface::ObjectIntf * object, Deviant deviant) const;
-    [[nodiscard]] Ref get(NSInterface::ObjectIntf * object, Deviant deviant) const;
+    void setEndOnly(NSInterface::ObjectIntf * object, Deviant deviant, Ref const & value) const {
+        call(setEndOnlyMember, object, deviant, value);
+    }
+    [[nodiscard]] bool has(NSInterface::ObjectIntf * object, Deviant deviant) const {
+        return call(hasMember, object, deviant);
+    }
+    void remove(NSInterface::ObjectIntf * object, Deviant deviant) const { call(removeMember, object, deviant); }
+    void removeEndOnly(NSInterface::ObjectIntf * object, Deviant deviant) const {
+        call(removeEndOnlyMember, object, deviant);
+    }
+    [[nodiscard]] Ref get(NSInterface::ObjectIntf * object, Deviant deviant) const {
+        return call(getMember, object, deviant);
+    }
 
     /// The table of a property of type `V` that interface `I` declares; `nullptr` for an operation that does not exist.
     template <class I, class V, auto Has, auto Get, auto Set, auto SetOnly, auto Remove, auto RemoveOnly>
@@ -78,6 +88,12 @@ private:
         } else {
             return nullptr;
         }
+    }
+    template <class Member, class... Arguments>
+    std::invoke_result_t<Member, void *, Arguments const &...> call(Member member, NSInterface::ObjectIntf * object,
+                                                                    Arguments const &... arguments) const {
+        void * const declaring = part(object, member != nullptr);
+        return member(declaring, arguments...);
     }
     /// The object's part of the declaring class, after all checks.
     [[nodiscard]] void * part(NSInterface::ObjectIntf * object, bool hasMethod) const;

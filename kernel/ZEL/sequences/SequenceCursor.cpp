@@ -4,8 +4,7 @@
 
 namespace ZEL::Generic {
 
-SequenceCursor::SequenceCursor(SequencePtr const & sequence, Deviant deviant, int index,
-                               std::unique_ptr<IteratorIntf> inner)
+SequenceCursor::SequenceCursor(SequencePtr const & sequence, Deviant deviant, int index, IteratorPtr inner)
     : fSequence(sequence), fDeviant(deviant), fIndex(index), fInner(std::move(inner)) {}
 
 SequenceCursor::SequenceCursor(SequenceCursor const & other)
@@ -35,7 +34,7 @@ SequenceCursor SequenceCursor::atEnd(SequencePtr const & sequence, Deviant devia
     return SequenceCursor(sequence, deviant, 0, sequence->generic_end(deviant));
 }
 
-SequenceCursor SequenceCursor::at(SequencePtr const & sequence, Deviant deviant, std::unique_ptr<IteratorIntf> inner) {
+SequenceCursor SequenceCursor::at(SequencePtr const & sequence, Deviant deviant, IteratorPtr inner) {
     if (sequence->generic_isRandomAccess()) {
         int const index = inner->position();
         if (index != IteratorIntf::kNoPosition) {
@@ -45,7 +44,7 @@ SequenceCursor SequenceCursor::at(SequencePtr const & sequence, Deviant deviant,
     return SequenceCursor(sequence, deviant, 0, std::move(inner));
 }
 
-std::unique_ptr<IteratorIntf> SequenceCursor::toIterator() const {
+IteratorPtr SequenceCursor::toIterator() const {
     return fInner != nullptr ? fInner->clone() : sequence().generic_iteratorAt(fDeviant, fIndex);
 }
 

@@ -19,8 +19,7 @@ public:
     [[nodiscard]] static SequenceCursor atBegin(SequencePtr const & sequence, Deviant deviant);
     [[nodiscard]] static SequenceCursor atEnd(SequencePtr const & sequence, Deviant deviant);
     /// At the place of `inner`, which is an iterator of `sequence`.
-    [[nodiscard]] static SequenceCursor at(SequencePtr const & sequence, Deviant deviant,
-                                           std::unique_ptr<IteratorIntf> inner);
+    [[nodiscard]] static SequenceCursor at(SequencePtr const & sequence, Deviant deviant, IteratorPtr inner);
 
     [[nodiscard]] Ref current() const {
         return fInner == nullptr ? sequence().generic_at(fDeviant, fIndex) : fInner->current(fDeviant);
@@ -40,7 +39,7 @@ public:
         }
     }
     /// For the iterator forms of the sequence's operations.
-    [[nodiscard]] std::unique_ptr<IteratorIntf> toIterator() const;
+    [[nodiscard]] IteratorPtr toIterator() const;
 
     /// Positions are compared, not sequences.
     friend bool operator==(SequenceCursor const & a, SequenceCursor const & b) {
@@ -49,7 +48,7 @@ public:
     }
 
 private:
-    SequenceCursor(SequencePtr const & sequence, Deviant deviant, int index, std::unique_ptr<IteratorIntf> inner);
+    SequenceCursor(SequencePtr const & sequence, Deviant deviant, int index, IteratorPtr inner);
 
     [[nodiscard]] SequenceIntf & sequence() const {
         if (!fSequence) [[unlikely]] {
@@ -61,7 +60,7 @@ private:
     SequencePtr fSequence;
     Deviant fDeviant;
     int fIndex = 0;
-    std::unique_ptr<IteratorIntf> fInner;
+    IteratorPtr fInner;
 };
 
 } // namespace ZEL::Generic

@@ -20,7 +20,7 @@ void * SequenceIntf::cast(ClassInfo const & info) const {
 
 bool SequenceIntf::generic_isRandomAccess() const { return false; }
 
-std::unique_ptr<IteratorIntf> SequenceIntf::generic_iteratorAt(Deviant deviant, int index) const {
+IteratorPtr SequenceIntf::generic_iteratorAt(Deviant deviant, int index) const {
     auto iterator = generic_begin(deviant);
     for (int i = 0; i < index; ++i) {
         iterator->next(deviant);

@@ -30,17 +30,16 @@ public:
     [[nodiscard]] virtual Ref generic_at(Deviant deviant, int index) const = 0;
     [[nodiscard]] virtual Ref generic_front(Deviant deviant) const = 0;
     [[nodiscard]] virtual Ref generic_back(Deviant deviant) const = 0;
-    [[nodiscard]] virtual std::unique_ptr<IteratorIntf> generic_begin(Deviant deviant) const = 0;
-    [[nodiscard]] virtual std::unique_ptr<IteratorIntf> generic_end(Deviant deviant) const = 0;
+    [[nodiscard]] virtual IteratorPtr generic_begin(Deviant deviant) const = 0;
+    [[nodiscard]] virtual IteratorPtr generic_end(Deviant deviant) const = 0;
     virtual void generic_clear(Deviant deviant) = 0;
     [[nodiscard]] virtual int generic_size(Deviant deviant) const = 0;
-    virtual std::unique_ptr<IteratorIntf> generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) = 0;
+    virtual IteratorPtr generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) = 0;
     /// `index` may equal the size.
     virtual void generic_insert(Deviant deviant, int index, Ref element) = 0;
     virtual void generic_erase(Deviant deviant, int index) = 0;
-    virtual std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * first,
-                                                        IteratorIntf const * last) = 0;
-    virtual std::unique_ptr<IteratorIntf> generic_erase(Deviant deviant, IteratorIntf const * where) = 0;
+    virtual IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * first, IteratorIntf const * last) = 0;
+    virtual IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * where) = 0;
     virtual void generic_pop_back(Deviant deviant) = 0;
     virtual void generic_pop_front(Deviant deviant) = 0;
     virtual void generic_push_back(Deviant deviant, Ref element) = 0;
@@ -55,7 +54,7 @@ public:
     /// Whether `generic_at` needs no walk over the elements, so that loops use an index instead of an iterator.
     [[nodiscard]] virtual bool generic_isRandomAccess() const;
     /// The iterator at `index`.
-    [[nodiscard]] virtual std::unique_ptr<IteratorIntf> generic_iteratorAt(Deviant deviant, int index) const;
+    [[nodiscard]] virtual IteratorPtr generic_iteratorAt(Deviant deviant, int index) const;
     /// Writes up to `count` bodies from `index` on into `bodies` and returns their number, 0 at the end; -1 if the
     /// sequence cannot, for instance because its elements are values.
     [[nodiscard]] virtual int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,

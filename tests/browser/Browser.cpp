@@ -7,10 +7,7 @@
 #include <iomanip>
 #include <sstream>
 
-namespace browsertest {
-
-using ZEL::testsupport::between;
-using ZEL::testsupport::replaced;
+namespace ZEL::tests::browser {
 
 bool isInstalled() { return std::system("command -v chromium >/dev/null") == 0; }
 
@@ -39,4 +36,4 @@ std::string quoted(std::string const & text) {
     return result.str();
 }
 
-} // namespace browsertest
+} // namespace ZEL::tests::browser

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace browsertest {
+namespace ZEL::tests::browser {
 
 /// Whether there is a browser to test with.
 [[nodiscard]] bool isInstalled();
@@ -15,4 +15,4 @@ namespace browsertest {
 /// The text as a string of JavaScript.
 [[nodiscard]] std::string quoted(std::string const & text);
 
-} // namespace browsertest
+} // namespace ZEL::tests::browser

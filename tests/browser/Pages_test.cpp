@@ -20,18 +20,16 @@
 #include <utility>
 #include <vector>
 
-namespace ZEL {
+namespace ZEL::tests::browser {
 namespace {
 
-using browsertest::complaintsOf;
-using browsertest::quoted;
 using testing::HasSubstr;
 
 class Pages : public testing::Test {
 protected:
     Pages() { Logger::instance()->setDefaultHandlerLevel(LogLevel::off); }
     void SetUp() override {
-        if (!browsertest::isInstalled()) {
+        if (!isInstalled()) {
             GTEST_SKIP() << "there is no browser: chromium is not installed";
         }
     }
@@ -146,4 +144,4 @@ TEST_F(Pages, ALogHasTheColoursOfItsLevels) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests::browser

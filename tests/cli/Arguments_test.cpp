@@ -4,16 +4,13 @@
 
 #include <utility>
 
+namespace ZEL::tests::cli {
 namespace {
 
-using clitest::ends;
-using clitest::isResult;
-using clitest::isTrouble;
-using clitest::Outcome;
 using testing::AllOf;
 using testing::HasSubstr;
 
-using Arguments = clitest::CliTest;
+using Arguments = CliTest;
 
 TEST_F(Arguments, HelpAndVersionAreResults) {
     EXPECT_THAT(shell("zel --version"), isResult(testing::MatchesRegex("zel [0-9]+\\.[0-9]+\\.[0-9]+\n")));
@@ -131,9 +128,10 @@ TEST_F(Arguments, TheLogGoesIntoAFileOnDemand) {
     EXPECT_THAT(shell("zel info library.xmi --html-log no/log"),
                 isTrouble(HasSubstr("cannot write no/log.html: No such file or directory")));
     EXPECT_THAT(shell("ulimit -f 1; zel compare library.xmi library.xmi --html-log log"),
-                clitest::ends(2, "equal: 492 objects\n", "zel: cannot write log.html: File too large\n"));
+                ends(2, "equal: 492 objects\n", "zel: cannot write log.html: File too large\n"));
     std::filesystem::create_directory(folder.path("folder.html"));
     EXPECT_THAT(shell("zel info library.xmi --html-log folder"), isTrouble(HasSubstr("folder.html: it is a folder")));
 }
 
 } // namespace
+} // namespace ZEL::tests::cli

@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <string>
 
-namespace clitest {
+namespace ZEL::tests::cli {
 
 constexpr char kLibrary[] = ZEL_SOURCE_DIR "/examples/tour/library.xmi";
 constexpr char kTypes[] = ZEL_SOURCE_DIR "/examples/tour/library-types.xmi";
@@ -59,4 +59,4 @@ inline void PrintTo(Outcome const & outcome, std::ostream * out) {
     *out << "exit code " << outcome.exitCode << "\nout: " << outcome.out << "\nerror: " << outcome.error;
 }
 
-} // namespace clitest
+} // namespace ZEL::tests::cli

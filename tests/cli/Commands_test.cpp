@@ -2,19 +2,15 @@
 
 #include "cli/CliTest.h"
 
+namespace ZEL::tests::cli {
 namespace {
 
-using clitest::ends;
-using clitest::isResult;
-using clitest::kLibrary;
-using clitest::kTypes;
-using clitest::Outcome;
 using testing::AllOf;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-using Commands = clitest::CliTest;
+using Commands = CliTest;
 
 TEST_F(Commands, InfoNamesAndCountsWhatWasLeftOut) {
     makeVariant("library.xmi", "ZEL:Enumeration\"", "ZEL:Enumeratoin\"");
@@ -74,7 +70,7 @@ TEST_F(Commands, NothingOutsideOfTheRootIsOpened) {
         EXPECT_THAT(shell("zel " + command + " --root in in/library.xmi" + second).error, StartsWith(error)) << command;
     }
     EXPECT_THAT(shell("zel info in/library.xmi --root nowhere"),
-                clitest::isTrouble(HasSubstr("info: --root: found nowhere, expected a folder")));
+                isTrouble(HasSubstr("info: --root: found nowhere, expected a folder")));
 }
 
 TEST_F(Commands, DumpPrintsEachObjectInItsContainer) {
@@ -150,3 +146,4 @@ TEST_F(Commands, AStepOfTheTourThatFailsIsNamed) {
 }
 
 } // namespace
+} // namespace ZEL::tests::cli

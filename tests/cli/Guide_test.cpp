@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <fstream>
 
+namespace ZEL::tests::cli {
 namespace {
 
 /// Whether the text is as expected, where a line of "..." stands for any lines.
@@ -20,7 +21,7 @@ bool matches(std::string const & text, std::string const & expected) {
     return text.size() >= head.size() + tail.size() && text.starts_with(head) && text.ends_with(tail);
 }
 
-class Guide : public clitest::CliTest, public testing::WithParamInterface<char const *> {};
+class Guide : public CliTest, public testing::WithParamInterface<char const *> {};
 
 TEST_P(Guide, ShowsWhatTheCommandsPrint) {
     bool const isUpdate = std::getenv("ZEL_UPDATE_GOLDENS") != nullptr;
@@ -31,7 +32,7 @@ TEST_P(Guide, ShowsWhatTheCommandsPrint) {
     int examples = 0;
     auto const endExample = [&] {
         std::string const printed = shell("exec 2>&1\n" + command).out;
-        std::string const text = ZEL::testsupport::replaced(printed, folder.path(""), "/home/ada/models/");
+        std::string const text = replaced(printed, folder.path(""), "/home/ada/models/");
         bool const isAsSaid = matches(text, expected);
         EXPECT_TRUE(isAsSaid || isUpdate) << page << ": " << command << "\nprints\n"
                                           << text << "in place of\n"
@@ -66,3 +67,4 @@ INSTANTIATE_TEST_SUITE_P(Pages, Guide, testing::Values("README.md", "docs/guide/
                          [](auto const & page) { return page.index == 0 ? "Readme" : "CommandLine"; });
 
 } // namespace
+} // namespace ZEL::tests::cli

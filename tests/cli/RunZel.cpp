@@ -12,7 +12,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
-namespace clitest {
+namespace ZEL::tests::cli {
 namespace {
 
 constexpr int kPatience = 20'000; // milliseconds
@@ -76,4 +76,4 @@ Outcome LiveRun::finish() {
     return {codeOf(status), std::string(), fSent};
 }
 
-} // namespace clitest
+} // namespace ZEL::tests::cli

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace clitest {
+namespace ZEL::tests::cli {
 
 /// What a run of the program leaves behind.
 struct Outcome {
@@ -36,4 +36,4 @@ private:
     std::string fSent;
 };
 
-} // namespace clitest
+} // namespace ZEL::tests::cli

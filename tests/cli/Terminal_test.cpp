@@ -11,13 +11,11 @@
 #include <chrono>
 #include <csignal>
 
+namespace ZEL::tests::cli {
 namespace {
 
-using clitest::LiveRun;
-using clitest::Outcome;
-
 /// A target that takes the beginning of a file only, until it is emptied.
-class Terminal : public clitest::CliTest {
+class Terminal : public CliTest {
 protected:
     Terminal() {
         EXPECT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
@@ -66,7 +64,7 @@ TEST_F(Terminal, OfTwoWritersOfOneFileTheSecondIsRefused) {
     LiveRun run("zel convert library.xmi " + pipe, folder.path(""));
     static_cast<void>(run.waitFor("writing"));
     EXPECT_THAT(shell("zel convert library-types.xmi pipe"),
-                clitest::isTrouble("zel: cannot write pipe: another program is writing it\n"));
+                isTrouble("zel: cannot write pipe: another program is writing it\n"));
     EXPECT_TRUE(hasLeftovers()) << "those of the first";
     empty();
     EXPECT_EQ(run.finish().exitCode, 0);
@@ -83,3 +81,4 @@ TEST_F(Terminal, AnInterruptedWriteLeavesNothingBehind) {
 }
 
 } // namespace
+} // namespace ZEL::tests::cli

@@ -7,14 +7,13 @@
 #include <csignal>
 #include <utility>
 
+namespace ZEL::tests::cli {
 namespace {
 
-using clitest::ends;
-using clitest::isTrouble;
 using testing::AllOf;
 using testing::HasSubstr;
 
-using Trouble = clitest::CliTest;
+using Trouble = CliTest;
 
 TEST_F(Trouble, WhatCannotBeReadIsSaidWithTheReason) {
     std::string const text = folder.content("library.xmi");
@@ -87,7 +86,7 @@ TEST_F(Trouble, WhatCannotBeWrittenStaysAsItWas) {
     EXPECT_EQ(folder.content("kept.xmi"), "as it was");
     EXPECT_EQ(folder.content("page.html"), "as it was");
     EXPECT_FALSE(exists("new.xmi.html"));
-    EXPECT_EQ(folder.content("library-types.xmi"), folder.content(clitest::kTypes));
+    EXPECT_EQ(folder.content("library-types.xmi"), folder.content(kTypes));
 }
 
 TEST_F(Trouble, NothingOfTheUsersIsRemoved) {
@@ -140,3 +139,4 @@ TEST_F(Trouble, WhoeverStopsReadingEndsTheProgramQuietly) {
 }
 
 } // namespace
+} // namespace ZEL::tests::cli

@@ -7,7 +7,7 @@
 #include <fstream>
 #include <iterator>
 
-namespace zelgen::test {
+namespace zelgen::tests {
 namespace {
 
 using testing::ElementsAre;
@@ -345,4 +345,4 @@ TEST(Check, PropertiesLeaveTheOperationsOfHandlesAlone) {
 }
 
 } // namespace
-} // namespace zelgen::test
+} // namespace zelgen::tests

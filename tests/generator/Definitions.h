@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace zelgen::test {
+namespace zelgen::tests {
 
 inline std::string builtInFile() { return ZEL_SOURCE_DIR "/metamodel/zel.metamodel.yaml"; }
 
@@ -65,4 +65,4 @@ private:
     Family fFamily;
 };
 
-} // namespace zelgen::test
+} // namespace zelgen::tests

@@ -6,7 +6,7 @@
 
 #include <map>
 
-namespace zelgen::test {
+namespace zelgen::tests {
 namespace {
 
 using testing::ElementsAre;
@@ -221,4 +221,4 @@ TEST(Fields, AreDeclaredAndTestedByTheKindOfValue) {
 }
 
 } // namespace
-} // namespace zelgen::test
+} // namespace zelgen::tests

@@ -11,7 +11,7 @@
 #include <set>
 #include <sstream>
 
-namespace zelgen::test {
+namespace zelgen::tests {
 namespace {
 
 namespace fs = std::filesystem;
@@ -78,4 +78,4 @@ TEST(Golden, NoFileIncludesAnotherTwiceOrWhatItsOwnHeaderIncludes) {
 }
 
 } // namespace
-} // namespace zelgen::test
+} // namespace zelgen::tests

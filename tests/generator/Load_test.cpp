@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-namespace zelgen {
+namespace zelgen::tests {
 namespace {
 
 using testing::ElementsAre;
@@ -125,4 +125,4 @@ TEST(Signature, OtherTextsAreRefused) {
 }
 
 } // namespace
-} // namespace zelgen
+} // namespace zelgen::tests

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zelgen {
+namespace zelgen::tests {
 namespace {
 
 TEST(Names, PluralsFollowTheEndOfTheWord) {
@@ -43,4 +43,4 @@ TEST(Names, FieldsAndEnumeratorsAreNeverWordsOfTheLanguage) {
 }
 
 } // namespace
-} // namespace zelgen
+} // namespace zelgen::tests

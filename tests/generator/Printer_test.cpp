@@ -5,7 +5,7 @@
 
 #include <stdexcept>
 
-namespace zelgen {
+namespace zelgen::tests {
 namespace {
 
 TEST(Printer, AnUnknownNameAndAnUnusedValueAreMistakes) {
@@ -51,4 +51,4 @@ TEST(Fit, CommentsAndTextsStayWhole) {
 }
 
 } // namespace
-} // namespace zelgen
+} // namespace zelgen::tests

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <fstream>
 
-namespace zelgen::test {
+namespace zelgen::tests {
 namespace {
 
 namespace fs = std::filesystem;
@@ -143,4 +143,4 @@ TEST_F(Write, TheRuleForTheBuildNamesAllInputs) {
 }
 
 } // namespace
-} // namespace zelgen::test
+} // namespace zelgen::tests

@@ -19,11 +19,11 @@ namespace {
 using Serializer::XmiFormat;
 using Serializer::XmiReader;
 using Serializer::XmiReaderSettings;
-using Serializer::Test::linesOf;
+using Serializer::tests::linesOf;
 using ::testing::ElementsAre;
 
 /// Reads files of other tools, and shows what came of them in this system's own form.
-class ForeignFile : public testsupport::DialectFixture {
+class ForeignFile : public tests::DialectFixture {
 protected:
     ForeignFile() { Foreign::registerMetaModel(); }
 

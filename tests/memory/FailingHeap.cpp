@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <new>
 
-namespace ZEL::memory {
+namespace ZEL::tests::memory {
 
 namespace {
 
@@ -57,11 +57,11 @@ bool FailingHeap::hasFailed() noexcept { return isFailing; }
 
 long FailingHeap::allocations() noexcept { return count; }
 
-} // namespace ZEL::memory
+} // namespace ZEL::tests::memory
 
 // Each form, since a sanitizer that finds one of its own beside one of these takes the pair for a mistake.
-using ZEL::memory::orThrow;
-using ZEL::memory::takeOrNull;
+using ZEL::tests::memory::orThrow;
+using ZEL::tests::memory::takeOrNull;
 
 void * operator new(std::size_t size) { return orThrow(takeOrNull(size)); }
 void * operator new[](std::size_t size) { return orThrow(takeOrNull(size)); }

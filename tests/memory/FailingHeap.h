@@ -1,6 +1,6 @@
 #pragma once
 
-namespace ZEL::memory {
+namespace ZEL::tests::memory {
 
 /// The heap of a program without memory: which of the allocations of this process fail, in each library that it uses.
 ///
@@ -22,4 +22,4 @@ public:
     [[nodiscard]] static long allocations() noexcept; ///< since the constructor
 };
 
-} // namespace ZEL::memory
+} // namespace ZEL::tests::memory

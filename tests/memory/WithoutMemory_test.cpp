@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-namespace ZEL::memory {
+namespace ZEL::tests::memory {
 namespace {
 
 using How = FailingHeap::How;
@@ -186,4 +186,4 @@ INSTANTIATE_TEST_SUITE_P(Of, WithoutMemory, testing::ValuesIn(operations()), nam
 INSTANTIATE_TEST_SUITE_P(Of, WithoutMemoryLong, testing::ValuesIn(operations()), nameOf);
 
 } // namespace
-} // namespace ZEL::memory
+} // namespace ZEL::tests::memory

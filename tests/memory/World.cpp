@@ -3,7 +3,7 @@
 #include <ZEL/deviants/Transaction.h>
 #include <ZEL/metamodel/ListenerHolder.h>
 
-namespace ZEL::memory {
+namespace ZEL::tests::memory {
 
 namespace {
 
@@ -159,4 +159,4 @@ std::string World::useOn() {
     return problems;
 }
 
-} // namespace ZEL::memory
+} // namespace ZEL::tests::memory

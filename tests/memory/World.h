@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace ZEL::memory {
+namespace ZEL::tests::memory {
 
 /// A small model with a bit of everything: parts, links, texts, values, two deviants beside the root of which one is
 /// within a transaction, a history to undo and to redo, and a listener in all roles.
@@ -50,4 +50,4 @@ private:
     Counter fCounter;
 };
 
-} // namespace ZEL::memory
+} // namespace ZEL::tests::memory

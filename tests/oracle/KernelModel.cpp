@@ -16,7 +16,7 @@
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/ReportOfChanges.h>
 
-namespace ZEL::oracle {
+namespace ZEL::tests::oracle {
 
 // --- the operations of handles -----------------------------------------------------------------------------------------
 
@@ -371,4 +371,4 @@ void KernelModel::removeDeviant(Step const & s) {
     fListeners.erase(s.deviant);
 }
 
-} // namespace ZEL::oracle
+} // namespace ZEL::tests::oracle

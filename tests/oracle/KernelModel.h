@@ -7,7 +7,7 @@
 
 #include <unordered_map>
 
-namespace ZEL::oracle {
+namespace ZEL::tests::oracle {
 
 /// What listeners do; they see what was before through `view`.
 using KernelListeners = std::function<bool(Hearing const & hearing, Deviant view)>;
@@ -55,4 +55,4 @@ private:
     std::unordered_map<NSInterface::ClassObjectIntf const *, int> fNumbers;
 };
 
-} // namespace ZEL::oracle
+} // namespace ZEL::tests::oracle

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace ZEL::oracle {
+namespace ZEL::tests::oracle {
 
 // --- deviants --------------------------------------------------------------------------------------------------------
 
@@ -341,4 +341,4 @@ void NaiveModel::assign(Step const & s) {
     }
 }
 
-} // namespace ZEL::oracle
+} // namespace ZEL::tests::oracle

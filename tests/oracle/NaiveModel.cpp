@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace ZEL::oracle {
+namespace ZEL::tests::oracle {
 
 namespace {
 
@@ -431,4 +431,4 @@ void NaiveModel::eraseBody(Step const & s) {
     body.erase(body.begin() + s.index);
 }
 
-} // namespace ZEL::oracle
+} // namespace ZEL::tests::oracle

@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-namespace ZEL::oracle {
+namespace ZEL::tests::oracle {
 
 /// Everything that can be read from one object in one deviant.
 struct State {
@@ -233,4 +233,4 @@ private:
     int fRegistrations = 0;
 };
 
-} // namespace ZEL::oracle
+} // namespace ZEL::tests::oracle

@@ -2,7 +2,7 @@
 
 #include "NaiveModel.h"
 
-namespace ZEL::oracle {
+namespace ZEL::tests::oracle {
 
 namespace {
 
@@ -92,4 +92,4 @@ EndRule const & endOf(Kind kind, std::string const & property) {
     throw std::logic_error("no end " + property);
 }
 
-} // namespace ZEL::oracle
+} // namespace ZEL::tests::oracle

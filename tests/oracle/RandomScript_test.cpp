@@ -8,16 +8,14 @@
 #include <iostream>
 #include <string>
 
+namespace ZEL::tests::oracle {
 namespace {
-
-using ZEL::oracle::PhaseCounts;
-using ZEL::oracle::Script;
 
 constexpr int kStepsOfAModel = 1000; ///< then a new model begins
 
 /// Runs one script with its model and says what went wrong, leaks included.
 std::string problemsOf(std::uint32_t seed, int steps, PhaseCounts & counts) {
-    ZEL::LeakChecker leaks;
+    LeakChecker leaks;
     leaks.beginTrackLifetime();
     std::string problems;
     {
@@ -67,7 +65,7 @@ void expectEachOperationInItsPhases(PhaseCounts counts) {
             EXPECT_NE(0, counts[what][phase]) << what << ' ' << phase;
         }
     };
-    for (auto const & [what, operation] : ZEL::oracle::NaiveModel::operations()) {
+    for (auto const & [what, operation] : NaiveModel::operations()) {
         if (operation.isOnObject) {
             expectMet(what, {"transaction", "nested"});
         } else {
@@ -99,3 +97,4 @@ constexpr int kLongRun = 400000;
 TEST_F(RandomScriptLong, KernelShowsWhatTheNaiveModelShowsAfterEachStep) { runScripts(1000, kLongRun); }
 
 } // namespace
+} // namespace ZEL::tests::oracle

@@ -6,7 +6,7 @@
 
 #include <sstream>
 
-namespace ZEL::oracle {
+namespace ZEL::tests::oracle {
 
 namespace {
 
@@ -260,4 +260,4 @@ void Script::compareObjects(std::string const & name) {
     }
 }
 
-} // namespace ZEL::oracle
+} // namespace ZEL::tests::oracle

@@ -6,7 +6,7 @@
 #include <deque>
 #include <random>
 
-namespace ZEL::oracle {
+namespace ZEL::tests::oracle {
 
 /// How often each operation met each phase of a transaction.
 using PhaseCounts = std::map<std::string, std::map<std::string, int>>;
@@ -87,4 +87,4 @@ private:
     std::string fProblems;
 };
 
-} // namespace ZEL::oracle
+} // namespace ZEL::tests::oracle

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <numeric>
 
-namespace ZEL::oracle {
+namespace ZEL::tests::oracle {
 
 namespace {
 
@@ -285,4 +285,4 @@ bool Script::isSound(std::string const & name, int object) const {
     return object != kNothing && fNaive.isValid(name, object) && isAnchored(name, object);
 }
 
-} // namespace ZEL::oracle
+} // namespace ZEL::tests::oracle

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace ZEL::oracle {
+namespace ZEL::tests::oracle {
 
 enum class Kind { Model, Package, Class, Property, Association, Constraint, Expression, Operation, Comment };
 
@@ -27,4 +27,4 @@ struct Step {
     Kind kind = Kind::Package;
 };
 
-} // namespace ZEL::oracle
+} // namespace ZEL::tests::oracle

@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-namespace ZEL::proofs {
+namespace ZEL::tests::proofs {
 
 Changes::Changes(Subject const & subject, Model const & model, unsigned int seed)
     : fModel(model), fFactory(model.getFactory()), fClasses(concreteClasses(subject)), fRandom(seed) {
@@ -215,4 +215,4 @@ Model fullModel(Subject const & subject, unsigned int seed) {
     return model;
 }
 
-} // namespace ZEL::proofs
+} // namespace ZEL::tests::proofs

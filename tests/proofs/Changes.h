@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace ZEL::proofs {
+namespace ZEL::tests::proofs {
 
 /// One change of one property of one object, by reflection.
 struct Change {
@@ -62,4 +62,4 @@ private:
     std::mt19937 fRandom;
 };
 
-} // namespace ZEL::proofs
+} // namespace ZEL::tests::proofs

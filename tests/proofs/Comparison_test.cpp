@@ -14,7 +14,7 @@
 #include <map>
 #include <set>
 
-namespace ZEL::proofs {
+namespace ZEL::tests::proofs {
 namespace {
 
 std::string nameOf(ImmutableClass const & metaClass, ImmutableProperty const & property) {
@@ -131,4 +131,4 @@ INSTANTIATE_TEST_SUITE_P(Of, Comparison, testing::ValuesIn(subjects()), testing:
 INSTANTIATE_TEST_SUITE_P(Of, ComparisonLong, testing::ValuesIn(subjects()), testing::PrintToStringParamName());
 
 } // namespace
-} // namespace ZEL::proofs
+} // namespace ZEL::tests::proofs

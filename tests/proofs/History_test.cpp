@@ -11,7 +11,7 @@
 #include <deque>
 #include <set>
 
-namespace ZEL::proofs {
+namespace ZEL::tests::proofs {
 namespace {
 
 constexpr int kTransactions = 4;
@@ -138,4 +138,4 @@ INSTANTIATE_TEST_SUITE_P(Of, History, testing::ValuesIn(subjects()), testing::Pr
 INSTANTIATE_TEST_SUITE_P(Of, HistoryLong, testing::ValuesIn(subjects()), testing::PrintToStringParamName());
 
 } // namespace
-} // namespace ZEL::proofs
+} // namespace ZEL::tests::proofs

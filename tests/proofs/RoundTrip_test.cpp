@@ -15,7 +15,7 @@
 
 #include <set>
 
-namespace ZEL::proofs {
+namespace ZEL::tests::proofs {
 namespace {
 
 void expectEachIdOnce(std::string const & text) {
@@ -93,4 +93,4 @@ INSTANTIATE_TEST_SUITE_P(Of, RoundTrip, testing::ValuesIn(subjects()), testing::
 INSTANTIATE_TEST_SUITE_P(Of, RoundTripLong, testing::ValuesIn(subjects()), testing::PrintToStringParamName());
 
 } // namespace
-} // namespace ZEL::proofs
+} // namespace ZEL::tests::proofs

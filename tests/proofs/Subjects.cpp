@@ -17,7 +17,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace ZEL::proofs {
+namespace ZEL::tests::proofs {
 
 std::vector<Subject> const & subjects() {
     static std::vector<Subject> const all = [] {
@@ -138,4 +138,4 @@ std::string difference(ImmutableObject const & a, ImmutableObject const & b) {
     return first.isValid() ? first.getFullyQualifiedOrcaTypeName().str() + " " + first.getSiid().str() : "the roots";
 }
 
-} // namespace ZEL::proofs
+} // namespace ZEL::tests::proofs

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace ZEL::proofs {
+namespace ZEL::tests::proofs {
 
 /// A metamodel on whose models something is shown.
 struct Subject {
@@ -40,4 +40,4 @@ ClassObject makeObject(ImmutableClass const & metaClass, Model const & model);
 /// Where two trees differ, for the message of a failed expectation; empty if they do not.
 std::string difference(ImmutableObject const & a, ImmutableObject const & b);
 
-} // namespace ZEL::proofs
+} // namespace ZEL::tests::proofs

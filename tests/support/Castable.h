@@ -3,7 +3,7 @@
 #include <ZEL/base/CooperativeVisitor.h>
 #include <ZEL/metamodel/ClassObjectOperations.h>
 
-namespace ZEL::Test {
+namespace ZEL::tests {
 
 using CooperativeVisitor::internal::CastTable;
 using CooperativeVisitor::internal::ClassInfo;
@@ -31,4 +31,4 @@ private:
     }
 };
 
-} // namespace ZEL::Test
+} // namespace ZEL::tests

@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace ZEL::Test {
+namespace ZEL::tests {
 
 inline constexpr char const * kNullRef = "Cannot access NULL ref. Use isValid() before calling methods";
 inline constexpr char const * kInternalError = "An Internal Error has occurred";
@@ -21,7 +21,8 @@ template <class Operation> std::string raisedText(Operation operation) {
     return "(nothing)";
 }
 
-} // namespace ZEL::Test
+} // namespace ZEL::tests
 
 /// Holds if the expression raises an error of the kernel with just this text.
-#define EXPECT_RAISES(text, expression) EXPECT_EQ(text, ::ZEL::Test::raisedText([&] { static_cast<void>(expression); }))
+#define EXPECT_RAISES(text, expression)                                                                                \
+    EXPECT_EQ(text, ::ZEL::tests::raisedText([&] { static_cast<void>(expression); }))

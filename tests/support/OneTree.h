@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <set>
 
-namespace ZEL::Test {
+namespace ZEL::tests {
 
 /// Every numbered object is either contained, and then among the containees of its container, or unparented.
 inline void expectOneTree(Model const & in) {
@@ -34,4 +34,4 @@ inline void expectOneTree(Model const & in) {
     }
 }
 
-} // namespace ZEL::Test
+} // namespace ZEL::tests

@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <string>
 
-namespace ZEL::Test {
+namespace ZEL::tests {
 
 struct Run {
     int status = -1;
@@ -29,4 +29,4 @@ inline Run runAgain(std::string const & filter, std::string const & prefix = std
     return run;
 }
 
-} // namespace ZEL::Test
+} // namespace ZEL::tests

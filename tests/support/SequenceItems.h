@@ -16,7 +16,7 @@
 #include <memory>
 #include <vector>
 
-namespace ZEL::Test {
+namespace ZEL::tests {
 
 /// What stands in the sequences of the tests. It lives as long as its owner; its count only counts.
 class ItemIntf : public virtual NSInterface::ClassObjectOperations {
@@ -150,4 +150,4 @@ protected:
     Sequence<Item> items{stored(owner)};
 };
 
-} // namespace ZEL::Test
+} // namespace ZEL::tests

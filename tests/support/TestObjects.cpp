@@ -12,7 +12,7 @@
 
 #include <utility>
 
-namespace ZEL::testsupport {
+namespace ZEL::tests {
 
 // --- state -----------------------------------------------------------------------------------------------------------
 
@@ -264,4 +264,4 @@ void DeviantFixture::endAll() {
     }
 }
 
-} // namespace ZEL::testsupport
+} // namespace ZEL::tests

@@ -12,16 +12,16 @@
 #include <string>
 #include <vector>
 
-namespace ZEL::testsupport {
+namespace ZEL::tests {
 
 using NSInterface::ClassObjectIntf;
 using NSInterface::ObjectIntf;
 
 /// State of a `Thing`: a number and a container.
-class ThingState : public Test::Castable<ThingState, NSInterface::ClassObjectOperations, ThingState> {
+class ThingState : public Castable<ThingState, NSInterface::ClassObjectOperations, ThingState> {
 public:
     void internal_deviationAssign(Deviant target, ObjectIntf * source, Deviant sourceDeviant) override;
-    static Test::ClassInfo const & classInfo() { return Test::classInfoOf<ThingState>(); }
+    static ClassInfo const & classInfo() { return classInfoOf<ThingState>(); }
 
     int value = 0;
     ClassObjectIntf const * container = nullptr;
@@ -29,11 +29,11 @@ public:
 
 /// A client's object outside the generated classes: a body that follows the state protocol step by step, with a plain
 /// count. It deletes itself at count 0.
-class Thing : public Test::Castable<Thing, NSInterface::ClassObjectOperations, Thing> {
+class Thing : public Castable<Thing, NSInterface::ClassObjectOperations, Thing> {
 public:
     Thing() = default;
     ~Thing() override;
-    static Test::ClassInfo const & classInfo() { return Test::classInfoOf<Thing>(); }
+    static ClassInfo const & classInfo() { return classInfoOf<Thing>(); }
 
     // --- counting ----------------------------------------------------------------------------------------------------
     void incRef() override { ++fCount; }
@@ -65,9 +65,9 @@ private:
 };
 
 /// A class of things that a listener can tell from the others.
-class SpecialThing : public Test::Castable<SpecialThing, Thing, SpecialThing, Thing> {
+class SpecialThing : public Castable<SpecialThing, Thing, SpecialThing, Thing> {
 public:
-    static Test::ClassInfo const & classInfo() { return Test::classInfoOf<SpecialThing>(); }
+    static ClassInfo const & classInfo() { return classInfoOf<SpecialThing>(); }
 };
 
 /// The number of bodies, states and boxed values in the process.
@@ -143,4 +143,4 @@ protected:
     Deviant const root = manager->getRootDeviant();
 };
 
-} // namespace ZEL::testsupport
+} // namespace ZEL::tests

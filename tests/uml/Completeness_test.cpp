@@ -31,7 +31,7 @@
 #include <string>
 #include <vector>
 
-namespace ZEL::Test {
+namespace ZEL::tests {
 
 void PrintTo(Subject const & subject, std::ostream * out) { *out << subject.name; }
 
@@ -295,4 +295,4 @@ INSTANTIATE_TEST_SUITE_P(MetaModels, Completeness, testing::ValuesIn(kSubjects),
                          [](auto const & info) { return std::string(info.param.name); });
 
 } // namespace
-} // namespace ZEL::Test
+} // namespace ZEL::tests

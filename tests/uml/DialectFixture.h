@@ -20,7 +20,7 @@
 #include <regex>
 #include <string>
 
-namespace ZEL::testsupport {
+namespace ZEL::tests {
 
 /// While it lives, UML and all its profiles are registered. No model of them may outlive it.
 class UmlWithProfiles {
@@ -100,4 +100,4 @@ protected:
     Serializer::XmiReader reader;
 };
 
-} // namespace ZEL::testsupport
+} // namespace ZEL::tests

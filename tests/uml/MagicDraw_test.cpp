@@ -5,7 +5,7 @@
 namespace ZEL::Serializer {
 namespace {
 
-class MagicDrawFile : public testsupport::DialectFixture {};
+class MagicDrawFile : public tests::DialectFixture {};
 
 TEST_F(MagicDrawFile, IsReadWithUnitsInPlaceOfLiteralsAndWrittenTheOtherWayRound) {
     auto const toolFile = [this](std::string const & name, std::string const & content) {

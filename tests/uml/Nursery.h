@@ -18,7 +18,7 @@
 #include <string>
 #include <vector>
 
-namespace ZEL::Test {
+namespace ZEL::tests {
 
 /// A metamodel whose objects are to be made in models of `modelUri`, which is its own or, for a profile, another's.
 struct Subject {
@@ -194,4 +194,4 @@ private:
     Places const & fPlaces;
 };
 
-} // namespace ZEL::Test
+} // namespace ZEL::tests

@@ -11,7 +11,7 @@
 namespace ZEL::Serializer {
 namespace {
 
-class RhapsodyFile : public testsupport::DialectFixture {
+class RhapsodyFile : public tests::DialectFixture {
 protected:
     static constexpr char kDescription[] =
         R"(descriptionRTF="&lt;![CDATA[{\rtf1\ansi\ansicpg1252\deff0\deflang1033)"

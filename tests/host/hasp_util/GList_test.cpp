@@ -2,12 +2,13 @@
 
 #include <gmock/gmock.h>
 
+namespace HASP::tests {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-using List = HASP::GList<int>;
+using List = GList<int>;
 
 TEST(GList, ChangesInEveryPlace) {
     List list;
@@ -45,3 +46,4 @@ TEST(GList, EqualityIsThatOfElements) {
 }
 
 } // namespace
+} // namespace HASP::tests

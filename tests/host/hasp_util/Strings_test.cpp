@@ -8,9 +8,10 @@
 #include <string>
 #include <vector>
 
+namespace HASP::tests {
 namespace {
 
-std::vector<std::string_view> tokens(HASP::StringTokenizer tokenizer) {
+std::vector<std::string_view> tokens(StringTokenizer tokenizer) {
     std::vector<std::string_view> result;
     while (tokenizer.hasMoreTokens()) {
         result.push_back(tokenizer.nextToken());
@@ -21,25 +22,26 @@ std::vector<std::string_view> tokens(HASP::StringTokenizer tokenizer) {
 
 TEST(StringTokenizer, GivesNoEmptyTokens) {
     using testing::ElementsAre;
-    EXPECT_THAT(tokens(HASP::StringTokenizer("  _a1 \t_a2\n_a3 ")), ElementsAre("_a1", "_a2", "_a3"));
-    EXPECT_THAT(tokens(HASP::StringTokenizer("one")), ElementsAre("one"));
-    EXPECT_THAT(tokens(HASP::StringTokenizer(" ")), ElementsAre());
-    EXPECT_THAT(tokens(HASP::StringTokenizer("")), ElementsAre());
-    EXPECT_THAT(tokens(HASP::StringTokenizer(",a b,;c", ",;")), ElementsAre("a b", "c"));
+    EXPECT_THAT(tokens(StringTokenizer("  _a1 \t_a2\n_a3 ")), ElementsAre("_a1", "_a2", "_a3"));
+    EXPECT_THAT(tokens(StringTokenizer("one")), ElementsAre("one"));
+    EXPECT_THAT(tokens(StringTokenizer(" ")), ElementsAre());
+    EXPECT_THAT(tokens(StringTokenizer("")), ElementsAre());
+    EXPECT_THAT(tokens(StringTokenizer(",a b,;c", ",;")), ElementsAre("a b", "c"));
 }
 
 TEST(StringID, EqualTextsAreOneId) {
-    EXPECT_EQ(HASP::StringID("fName"), HASP::StringID(std::string("fName")));
-    EXPECT_NE(HASP::StringID("fName"), HASP::StringID("fValue"));
-    EXPECT_EQ(HASP::StringID(), HASP::StringID(""));
-    EXPECT_EQ(HASP::StringID("fName").toString(), "fName");
+    EXPECT_EQ(StringID("fName"), StringID(std::string("fName")));
+    EXPECT_NE(StringID("fName"), StringID("fValue"));
+    EXPECT_EQ(StringID(), StringID(""));
+    EXPECT_EQ(StringID("fName").toString(), "fName");
 }
 
 TEST(UUID, IsFreshAndOfVersionFour) {
-    std::string const id = HASP::UUID::createUuidAsString();
+    std::string const id = UUID::createUuidAsString();
     EXPECT_EQ(id.size(), 36u);
     EXPECT_THAT(id, testing::MatchesRegex("[0-9a-f]+-[0-9a-f]+-4[0-9a-f]+-[89ab][0-9a-f]+-[0-9a-f]+"));
-    EXPECT_NE(id, HASP::UUID::createUuidAsString());
+    EXPECT_NE(id, UUID::createUuidAsString());
 }
 
 } // namespace
+} // namespace HASP::tests

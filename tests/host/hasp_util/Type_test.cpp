@@ -10,19 +10,15 @@
 #include <string>
 #include <vector>
 
+namespace HASP::tests {
 namespace {
 
-using HASP::any;
-using HASP::any_cast;
-using HASP::ErrorHolder;
-using HASP::TypeInfo;
-
-class TextType final : public HASP::Type {
+class TextType final : public Type {
 public:
     static TypeInfo Create() { return CreateTypeInfo(new TextType); }
     any convertFromString(std::string const & text, ErrorHolder & errors) const override {
         if (text.empty()) {
-            errors.setError({"no text", HASP::CodeLocation("Text", 7)});
+            errors.setError({"no text", CodeLocation("Text", 7)});
             return {};
         }
         return text;
@@ -37,11 +33,11 @@ TEST(TypeInfo, CopiesShareOneTypeObjectAndNullRaisesWhenUsed) {
     TypeInfo const second = first;
     EXPECT_EQ(first, second);
     first = TypeInfo();
-    EXPECT_NE(dynamic_cast<TextType *>(HASP::Type::GetBaseType(second)), nullptr);
+    EXPECT_NE(dynamic_cast<TextType *>(Type::GetBaseType(second)), nullptr);
     EXPECT_EQ(any_cast<std::string>(second.defaultConstruct()), "none");
 
     EXPECT_TRUE(first.isNull());
-    EXPECT_EQ(HASP::Type::GetBaseType(first), nullptr);
+    EXPECT_EQ(Type::GetBaseType(first), nullptr);
     EXPECT_THROW((void)first.defaultConstruct(), std::logic_error);
 }
 
@@ -52,7 +48,7 @@ TEST(Type, ReportsAFailedConversionInTheHolder) {
     EXPECT_EQ(errors.getError()->getMessage(), "no text");
     EXPECT_EQ(errors.getError()->getLocation().getFile(), "Text");
     EXPECT_EQ(errors.getError()->getLocation().getLine(), 7);
-    EXPECT_THROW(errors.setError({"another", HASP::CodeLocation("Text", 8)}), std::logic_error);
+    EXPECT_THROW(errors.setError({"another", CodeLocation("Text", 8)}), std::logic_error);
 }
 
 TEST(Type, OperationsThatAreNotOverriddenRestOnTheText) {
@@ -80,7 +76,7 @@ private:
     Value fValue;
 };
 
-using ColourType = HASP::SpecificEnumType<Colour>;
+using ColourType = SpecificEnumType<Colour>;
 
 TEST(EnumType, ConvertsInBothDirectionsByATableOfEither) {
     std::map<std::string, Colour::Value> const byText{
@@ -98,8 +94,9 @@ TEST(EnumType, ConvertsInBothDirectionsByATableOfEither) {
         EXPECT_TRUE(type.convertFromString("Blue", errors).empty());
         EXPECT_TRUE(errors.hasError());
         EXPECT_THROW((void)type.convertFromString("blue", errors), std::logic_error);
-        EXPECT_THROW((void)type.convertToString(any(1)), HASP::bad_any_cast);
+        EXPECT_THROW((void)type.convertToString(any(1)), bad_any_cast);
     }
 }
 
 } // namespace
+} // namespace HASP::tests

@@ -9,9 +9,8 @@
 #include <utility>
 #include <vector>
 
+namespace HASP::tests {
 namespace {
-
-using HASP::Uri;
 
 /// Rows of two texts.
 using Pairs = std::vector<std::pair<std::string, std::string>>;
@@ -158,3 +157,4 @@ TEST(Uri, NormalizedSpellingsOfOneFileAreEqual) {
 }
 
 } // namespace
+} // namespace HASP::tests

@@ -16,10 +16,9 @@
 #include <utility>
 #include <vector>
 
+namespace HASP::tests {
 namespace {
 
-using HASP::XmlReader;
-using HASP::XmlReaderSettings;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -29,7 +28,7 @@ using Pairs = std::vector<std::pair<std::string, std::string>>;
 struct Outcome {
     std::vector<std::string> events;
     std::string error;
-    HASP::Location place{"", 0, 0};
+    Location place{"", 0, 0};
 };
 
 std::string qualified(std::string const & uri, std::string const & name) {
@@ -167,7 +166,7 @@ TEST(XmlReader, TellsPlaces) {
     std::vector<std::string> places;
     while (reader.hasNext()) {
         reader.next();
-        HASP::Location const place = reader.getLocation();
+        Location const place = reader.getLocation();
         EXPECT_EQ(place.getSystemId(), file);
         places.push_back(std::to_string(place.getLineNumber()) + ":" + std::to_string(place.getColumnNumber()));
     }
@@ -369,3 +368,4 @@ TEST(XmlReaderHostile, CostOfHugePiecesIsLinear) {
 }
 
 } // namespace
+} // namespace HASP::tests

@@ -13,10 +13,8 @@
 #include <string>
 #include <vector>
 
+namespace HASP::tests {
 namespace {
-
-using HASP::XmlWriter;
-using HASP::XmlWriterSettings;
 
 /// The text that an operation raises.
 std::string raised(std::function<void()> const & operation) {
@@ -270,3 +268,4 @@ TEST_F(XmlWriterTest, FlushesEachElementIfAsked) {
 }
 
 } // namespace
+} // namespace HASP::tests

@@ -4,16 +4,14 @@
 
 #include <string>
 
+namespace HASP::tests {
 namespace {
-
-using HASP::any;
-using HASP::any_cast;
 
 TEST(Any, CastGivesTheValueOfItsExactTypeOnly) {
     any const value = std::string("x");
     EXPECT_EQ(any_cast<std::string>(value), "x");
     EXPECT_EQ(&any_cast<std::string const &>(value), value.get<std::string>());
-    EXPECT_THROW((void)any_cast<char const *>(value), HASP::bad_any_cast);
+    EXPECT_THROW((void)any_cast<char const *>(value), bad_any_cast);
     EXPECT_THROW((void)any_cast<int>(any()), std::bad_cast);
 }
 
@@ -30,3 +28,4 @@ TEST(Any, EqualityIsThatOfTypeAndValue) {
 }
 
 } // namespace
+} // namespace HASP::tests

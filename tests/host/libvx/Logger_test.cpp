@@ -10,9 +10,8 @@
 #include <string>
 #include <utility>
 
+namespace Quillon::System::tests {
 namespace {
-
-using namespace Quillon::System;
 
 class Record : public Externalizable {
 public:
@@ -93,3 +92,4 @@ TEST_F(LoggerTest, HandlersMayChangeTheListWhileTheyPublish) {
 }
 
 } // namespace
+} // namespace Quillon::System::tests

@@ -8,6 +8,7 @@
 #include <cstdarg>
 #include <string>
 
+namespace vx::tests {
 namespace {
 
 constexpr std::uint32_t identifiers[] = {0x5A0001, 0x5A0002, 0x5A0003, 0xFFFFFFFF};
@@ -23,7 +24,7 @@ protected:
         EXPECT_EQ(vx_mem_add_language(vxGetMemoryContext(), "ja", &table), 0);
     }
     ~MessageCatalogue() override {
-        vx::setCurrentLanguage("en");
+        setCurrentLanguage("en");
         EXPECT_EQ(vx_mem_remove_primary_message_table(vxGetMemoryContext(), &table), 0);
     }
 
@@ -42,18 +43,18 @@ protected:
 TEST_F(MessageCatalogue, FillsInTheCurrentLanguageOrEnglish) {
     EXPECT_EQ(message(64, 0x5A0002, "a", "b"), "Moving a to b");
     EXPECT_EQ(message(64, 0x5A0003, "a", -1, 2u), "a has -1 of 2");
-    vx::setCurrentLanguage("ja");
+    setCurrentLanguage("ja");
     EXPECT_EQ(message(64, 0x5A0002, "a", "b"), "b へ a を移動");
     EXPECT_EQ(message(64, 0x5A0003, "a", 1, 2u), "a has 1 of 2") << "no text in that language";
-    vx::setCurrentLanguage("fr");
+    setCurrentLanguage("fr");
     EXPECT_EQ(message(64, 0x5A0001, "a"), "Opening a");
 }
 
 TEST_F(MessageCatalogue, KnowsOnlyWhatIsAddedNow) {
     EXPECT_EQ(message(64, 0x5A0004), "(-1)");
-    EXPECT_EQ(vx::findMessage(0xFFFFFFFF), nullptr);
+    EXPECT_EQ(findMessage(0xFFFFFFFF), nullptr);
     vx_mem_remove_primary_message_table(vxGetMemoryContext(), &table);
-    EXPECT_EQ(vx::findMessage(0x5A0001), nullptr);
+    EXPECT_EQ(findMessage(0x5A0001), nullptr);
 }
 
 TEST_F(MessageCatalogue, CutsToTheBuffer) {
@@ -92,3 +93,4 @@ TEST(Hash, TellsTextsApart) {
 }
 
 } // namespace
+} // namespace vx::tests

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+namespace vx::tests {
 namespace {
 
 TEST(MessageFormat, FillsArgumentsIn) {
@@ -19,7 +20,7 @@ TEST(MessageFormat, FillsArgumentsIn) {
              {"%3 %x %0 %", {"a"}, "%3 %x %0 %"},
              {"none", {"spare"}, "none"},
          }) {
-        EXPECT_EQ(vx::formatMessage(row.format, row.args), row.expected) << row.format;
+        EXPECT_EQ(formatMessage(row.format, row.args), row.expected) << row.format;
     }
 }
 
@@ -38,8 +39,9 @@ TEST(MessageFormat, CutsBetweenCharacters) {
              {"\xF0\x9F\x98\x80", 3, ""},
              {"\x80\x80\x80\x80\x80\x80\x80", 6, "\x80\x80\x80\x80\x80\x80"}, // not UTF-8: cut anywhere
          }) {
-        EXPECT_EQ(vx::cutUtf8(row.text, row.bytes), row.expected);
+        EXPECT_EQ(cutUtf8(row.text, row.bytes), row.expected);
     }
 }
 
 } // namespace
+} // namespace vx::tests

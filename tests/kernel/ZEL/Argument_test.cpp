@@ -11,7 +11,7 @@
 namespace ZEL {
 namespace {
 
-using Test::raisedText;
+using tests::raisedText;
 
 TEST(ArgumentTest, HoldsOneCountOnItsValue) {
     Object const five = Integer(5);

@@ -10,7 +10,7 @@
 namespace ZEL {
 namespace {
 
-using testsupport::raisedBy;
+using tests::raisedBy;
 
 class DeviantAssertionsTest : public testing::Test {
 protected:

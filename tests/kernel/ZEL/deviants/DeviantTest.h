@@ -12,14 +12,14 @@
 
 namespace ZEL {
 
-using testsupport::asState;
-using testsupport::Kind;
-using testsupport::raisedBy;
-using testsupport::Subject;
-using testsupport::Thing;
+using tests::asState;
+using tests::Kind;
+using tests::raisedBy;
+using tests::Subject;
+using tests::Thing;
 
 /// An object that is 1 in the root, which forgets how it came about, and a deviant beside the root.
-class TwoDeviants : public testsupport::DeviantFixture {
+class TwoDeviants : public tests::DeviantFixture {
 protected:
     explicit TwoDeviants(Kind kind) : DeviantFixture(kind) { root.clearUndoStack(); }
     ~TwoDeviants() override { DeviantAssertions::enableAssertions(true); }

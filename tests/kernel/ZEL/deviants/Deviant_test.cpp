@@ -167,9 +167,9 @@ TEST_P(DeviantTest, RemovalHasItsPreconditions) {
 
 TEST_P(DeviantTest, ARemovedDeviantHasGivenItsStatesBackAndFailsOnAccess) {
     commitValue(a, thing, 2);
-    int const before = testsupport::numberAlive();
+    int const before = tests::numberAlive();
     manager->removeDeviantWithName("a");
-    EXPECT_EQ(before - 1, testsupport::numberAlive());
+    EXPECT_EQ(before - 1, tests::numberAlive());
     EXPECT_EQ("1 -", seen(thing));
     EXPECT_RAISES("object accessed after its deviant has been removed", thing.valueIn(a));
     EXPECT_RAISES("object accessed after its deviant has been removed", thing.set(a, 3));

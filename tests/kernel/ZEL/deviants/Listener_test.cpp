@@ -13,7 +13,7 @@
 namespace ZEL {
 namespace {
 
-using testsupport::SpecialThing;
+using tests::SpecialThing;
 
 using Calls = std::vector<std::string>;
 using Bodies = std::vector<NSInterface::ClassObjectIntf const *>;
@@ -469,7 +469,7 @@ TEST(ChangeReport, TheRulesOfReports) {
     using internal::Change;
     std::map<Change, char> const letters{
         {Change::None, '-'}, {Change::Created, 'c'}, {Change::Deleted, 'd'}, {Change::Modified, 'm'}};
-    testsupport::ThingState real;
+    tests::ThingState real;
     NSInterface::ObjectIntf * const states[] = {&real, asState(Deviant::FallbackToRoot),
                                                 asState(Deviant::InvalidObject), nullptr};
     // A row of letters for each wanted state and in it one for each present state, both in the order from above.

@@ -9,14 +9,14 @@
 namespace ZEL {
 namespace {
 
-using testsupport::asState;
-using testsupport::ClassObjectIntf;
-using testsupport::Thing;
-using testsupport::ThingState;
+using tests::asState;
+using tests::ClassObjectIntf;
+using tests::Thing;
+using tests::ThingState;
 
-class StateMapTest : public testsupport::DeviantFixture {
+class StateMapTest : public tests::DeviantFixture {
 protected:
-    StateMapTest() : DeviantFixture(testsupport::Kind::Things) {
+    StateMapTest() : DeviantFixture(tests::Kind::Things) {
         std::generate(things.begin(), things.end(), [this] { return makeBody(); });
         std::shuffle(things.begin(), things.end(), std::mt19937(2));
     }
@@ -91,14 +91,14 @@ TEST_F(StateMapTest, CountsEachKeyOnceButNotTheModelOfTheMap) {
 }
 
 TEST_F(StateMapTest, DestroyAndClearGivesStatesBackAndKeepsSentinelsOut) {
-    int const before = testsupport::numberAlive();
+    int const before = tests::numberAlive();
     for (std::size_t i = 0; i < things.size(); ++i) {
         static_cast<void>(map.set(things[i], i % 3 == 0 ? new ThingState : i % 3 == 1 ? absent() : nullptr));
     }
     static_cast<void>(map.set(new Thing, new ThingState)); // the last count of its key
-    EXPECT_EQ(before + 69, testsupport::numberAlive());
+    EXPECT_EQ(before + 69, tests::numberAlive());
     map.destroyAndClear();
-    EXPECT_EQ(before, testsupport::numberAlive());
+    EXPECT_EQ(before, tests::numberAlive());
     EXPECT_TRUE(map.empty());
 }
 

@@ -15,13 +15,13 @@
 namespace ZEL {
 namespace {
 
-using Test::expectOneTree;
-using Test::kInternalError;
 using testing::ElementsAre;
+using tests::expectOneTree;
+using tests::kInternalError;
 
 char const kNoPlace[] = "cannot insert value into the combined sequence";
 
-class Containment : public Test::ModelFixture {
+class Containment : public tests::ModelFixture {
 protected:
     void TearDown() override { expectOneTree(model); }
     int unparented() const { return model.getUnparented().size(); }

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace ZEL::Test {
+namespace ZEL::tests {
 
 /// One class of the built-in metamodel.
 struct ExpectedClass {
@@ -228,4 +228,4 @@ inline std::vector<ExpectedProperty> const & expectedProperties() {
     return properties;
 }
 
-} // namespace ZEL::Test
+} // namespace ZEL::tests

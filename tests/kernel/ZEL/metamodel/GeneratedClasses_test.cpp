@@ -22,8 +22,8 @@ namespace {
 
 using internal::ClassDescriptor;
 using internal::PropertyDescriptor;
-using Test::kInternalError;
-using Test::kNullRef;
+using tests::kInternalError;
+using tests::kNullRef;
 
 /// Derived properties that answer no reader.
 bool isSilent(PropertyDescriptor const & property) {
@@ -67,11 +67,11 @@ void expectReadable(ImmutableClassObject const & object, ClassDescriptor const &
     }
 }
 
-class GeneratedClasses : public Test::ModelFixture {
+class GeneratedClasses : public tests::ModelFixture {
 protected:
     GeneratedClasses() {
         change([&] {
-            for (ZEL::Test::ExpectedClass const & row : ZEL::Test::expectedClasses()) {
+            for (ZEL::tests::ExpectedClass const & row : ZEL::tests::expectedClasses()) {
                 ClassObject const example = factory.createFromString(String("ZEL." + std::string(row.name)));
                 if (example.isValid()) {
                     examples.push_back(example);
@@ -372,8 +372,8 @@ TYPED_TEST_SUITE(NullHandle, Handles);
 TYPED_TEST(NullHandle, RaisesItsTextOnEachOperation) {
     TypeParam const null;
     EXPECT_FALSE(null.isValid());
-    ZEL::Test::expectRefused(null, String("x"), kNullRef, kNullRef);
-    ZEL::Test::expectRefused(null, ImmutableProperty(), kNullRef, kNullRef);
+    ZEL::tests::expectRefused(null, String("x"), kNullRef, kNullRef);
+    ZEL::tests::expectRefused(null, ImmutableProperty(), kNullRef, kNullRef);
     EXPECT_RAISES(kNullRef, null.getId());
     EXPECT_RAISES(kNullRef, null.getSiid());
     EXPECT_RAISES(kNullRef, null.toString());

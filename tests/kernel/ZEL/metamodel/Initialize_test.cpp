@@ -75,14 +75,15 @@ TEST(Initialize, RunsWithAHandleThatOutlivesTheLibrary) {
 }
 
 TEST(Initialize, IsUndoneAtProcessEndWithoutALeak) {
-    auto const run = ZEL::Test::runAgain("Initialize.BindsTheMetamodelToItsUrisAndPrefix");
+    auto const run = ZEL::tests::runAgain("Initialize.BindsTheMetamodelToItsUrisAndPrefix");
     EXPECT_EQ(0, run.status) << run.output;
     EXPECT_THAT(run.output, testing::HasSubstr("[  PASSED  ] 1 test"));
     EXPECT_THAT(run.output, testing::Not(testing::HasSubstr("leaked object")));
 }
 
 TEST(Initialize, LetsHandlesOutliveIt) {
-    auto const run = ZEL::Test::runAgain("Initialize.RunsWithAHandleThatOutlivesTheLibrary", "ZEL_TEST_KEEP_HANDLES=1");
+    auto const run =
+        ZEL::tests::runAgain("Initialize.RunsWithAHandleThatOutlivesTheLibrary", "ZEL_TEST_KEEP_HANDLES=1");
     EXPECT_EQ(0, run.status) << run.output;
     EXPECT_THAT(run.output, testing::HasSubstr("[  PASSED  ] 1 test"));
 }

@@ -5,7 +5,7 @@
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/Package.h>
 
-namespace ZEL::Test {
+namespace ZEL::tests {
 namespace {
 
 using internal::MetaClassView;
@@ -77,4 +77,4 @@ TEST_F(MetaClassViewTest, IsKeptUntilAMetamodelThatItWasReadFromChangesOrEnds) {
 }
 
 } // namespace
-} // namespace ZEL::Test
+} // namespace ZEL::tests

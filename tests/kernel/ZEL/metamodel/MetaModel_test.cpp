@@ -28,11 +28,11 @@
 namespace ZEL {
 namespace {
 
-using Test::ExpectedClass;
-using Test::expectedClasses;
-using Test::expectedProperties;
-using Test::ExpectedProperty;
 using testing::ElementsAre;
+using tests::ExpectedClass;
+using tests::expectedClasses;
+using tests::expectedProperties;
+using tests::ExpectedProperty;
 
 char const kUri[] = "http://schema.omg.org/spec/MOF/2.0";
 char const kCmofUri[] = "http://schema.omg.org/spec/MOF/2.0/cmof.xml";
@@ -383,7 +383,7 @@ std::string fingerprint() {
 TEST(MetaModelObject, PrintsItsFingerprint) { std::printf("fingerprint=%s\n", fingerprint().c_str()); }
 
 TEST(MetaModelObject, IsTheSameInEachProcess) {
-    auto const run = ZEL::Test::runAgain("MetaModelObject.PrintsItsFingerprint");
+    auto const run = ZEL::tests::runAgain("MetaModelObject.PrintsItsFingerprint");
     EXPECT_THAT(run.output, testing::HasSubstr("fingerprint=" + fingerprint() + "\n"));
 }
 

@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-namespace ZEL::Test {
+namespace ZEL::tests {
 
 /// An empty model of the built-in metamodel.
 class ModelFixture : public testing::Test {
@@ -58,4 +58,4 @@ void expectRefused(H const & object, P const & property, char const * readText, 
     EXPECT_RAISES(writeText, object.removeOneOnly(property));
 }
 
-} // namespace ZEL::Test
+} // namespace ZEL::tests

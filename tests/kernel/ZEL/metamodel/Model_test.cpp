@@ -16,13 +16,13 @@
 namespace ZEL {
 namespace {
 
-using Test::kInternalError;
-using Test::kNullRef;
 using testing::ElementsAre;
+using tests::kInternalError;
+using tests::kNullRef;
 
 char const kDead[] = "object accessed after its model has been destroyed";
 
-class ModelTest : public Test::ModelFixture {
+class ModelTest : public tests::ModelFixture {
 protected:
     static MetaModel openModel() {
         MetaModel const made = Factory::createNewModel();

@@ -24,7 +24,7 @@ bool isUnimplemented(std::function<void()> const & call) {
     return false;
 }
 
-class Queries : public Test::ModelFixture {
+class Queries : public tests::ModelFixture {
 protected:
     Queries() { open(); }
 

@@ -13,15 +13,15 @@
 namespace ZEL {
 namespace {
 
-using Test::kNullRef;
 using testing::ElementsAre;
+using tests::kNullRef;
 
 char const kGet[] = "Trying to get invalid property!";
 char const kSet[] = "Trying to set invalid property!";
 
 Object boxed(char const * text) { return ValueObject(String(text)); }
 
-class Reflection : public Test::ModelFixture {
+class Reflection : public tests::ModelFixture {
 protected:
     Reflection() {
         open();
@@ -37,10 +37,10 @@ TEST_F(Reflection, NamesTheRoadOnWhichAPropertyIsMissing) {
     gone.beginTransaction();
     ImmutableProperty const ended = gone.getFactoryFactory().createProperty();
     gone = MetaModel();
-    ZEL::Test::expectRefused(comment, ImmutableProperty(), kGet, kSet);
-    ZEL::Test::expectRefused(comment, ended, kGet, kSet);
+    ZEL::tests::expectRefused(comment, ImmutableProperty(), kGet, kSet);
+    ZEL::tests::expectRefused(comment, ended, kGet, kSet);
     for (char const * const name : {"name", "", "Body", "body ", "ZEL.Comment.body"}) {
-        ZEL::Test::expectRefused(comment, String(name), kGet, kSet);
+        ZEL::tests::expectRefused(comment, String(name), kGet, kSet);
     }
     // A property without storage.
     EXPECT_RAISES(kNullRef, comment.get(factory.createProperty()));

@@ -15,8 +15,8 @@
 namespace ZEL {
 namespace {
 
-using Test::ExpectedClass;
-using Test::expectedClasses;
+using tests::ExpectedClass;
+using tests::expectedClasses;
 
 using TypeInfoMap = std::map<std::string, HASP::TypeInfo> & (*)();
 

@@ -18,16 +18,16 @@ using testing::ElementsAre;
 
 char const kOnlyStereotypes[] = "Only Stereotypes can be added to this property!";
 
-class StereotypeInstances : public Test::ModelFixture {
+class StereotypeInstances : public tests::ModelFixture {
 protected:
     StereotypeInstances() {
         open();
         stereotype = factory.createStereotype();
         other = factory.createStereotype();
         object = factory.createClass();
-        first = ZEL::Test::createMark<1>(stereotype);
-        second = ZEL::Test::createMark<1>(stereotype);
-        foreign = ZEL::Test::createMark<2>(other);
+        first = ZEL::tests::createMark<1>(stereotype);
+        second = ZEL::tests::createMark<1>(stereotype);
+        foreign = ZEL::tests::createMark<2>(other);
         storage = PropertyStorage(std::make_unique<StaticExtensionStorage>(stereotype).release());
     }
     void apply() {
@@ -141,7 +141,7 @@ TEST_F(StereotypeInstances, AreTheOnlyValuesTaken) {
         EXPECT_RAISES(kOnlyStereotypes, storage.remove(object, value));
         EXPECT_RAISES(kOnlyStereotypes, storage.removeEndOnly(object, value));
     }
-    EXPECT_RAISES(ZEL::Test::kInternalError, storage.get(ClassObject(object)).push_back(foreign));
+    EXPECT_RAISES(ZEL::tests::kInternalError, storage.get(ClassObject(object)).push_back(foreign));
     storage.get(ClassObject(object)).push_back(first);
     EXPECT_EQ(object, first.getBaseElement());
 }

@@ -9,7 +9,7 @@
 #include <ZEL/metamodel/Stereotype.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 
-namespace ZEL::Test {
+namespace ZEL::tests {
 
 /// What a profile's generator makes of a stereotype without properties, by hand; `N` tells several apart.
 template <int N> class MarkIntf : public virtual NSInterface::StereotypeObjectIntf {
@@ -79,4 +79,4 @@ template <int N> StereotypeObject createMark(Stereotype const & stereotype) {
         deviant);
 }
 
-} // namespace ZEL::Test
+} // namespace ZEL::tests

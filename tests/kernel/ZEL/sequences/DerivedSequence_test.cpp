@@ -18,17 +18,17 @@ using filtered_sequence_internal::GenericFilteredSequence;
 using filtered_sequence_internal::makeFilter;
 using filtered_sequence_internal::showsOnly;
 using filtered_sequence_internal::takesOnly;
-using Test::FakeDeviant;
-using Test::Item;
-using Test::ItemBody;
-using Test::ItemIntf;
-using Test::kInternalError;
-using Test::kNullRef;
-using Test::Owner;
-using Test::SpecialItemIntf;
 using testing::ElementsAre;
+using tests::FakeDeviant;
+using tests::Item;
+using tests::ItemBody;
+using tests::ItemIntf;
+using tests::kInternalError;
+using tests::kNullRef;
+using tests::Owner;
+using tests::SpecialItemIntf;
 
-using Derived = Test::SequenceFixture;
+using Derived = tests::SequenceFixture;
 
 // --- association -----------------------------------------------------------------------------------------------------
 
@@ -370,7 +370,7 @@ TEST_F(CombinedSequence, PopBackAndClearReachAllSubSequences) {
 
 class HolderIntf : public virtual NSInterface::ClassObjectOperations {
 public:
-    static Test::ClassInfo const & classInfo() { return Test::classInfoOf<HolderIntf>(); }
+    static tests::ClassInfo const & classInfo() { return tests::classInfoOf<HolderIntf>(); }
     [[nodiscard]] bool hasItem(Deviant) const { return value.isValid(); }
     [[nodiscard]] Item getItem(Deviant) const { return value; }
     void setItem(Deviant, Item const & item) { value = item; }
@@ -382,7 +382,7 @@ public:
     Item onlyValue; ///< set and removed without the other end
 };
 
-class Holder final : public Test::CountedBody<Holder, HolderIntf, HolderIntf> {};
+class Holder final : public tests::CountedBody<Holder, HolderIntf, HolderIntf> {};
 
 constexpr auto itemAccess =
     PropertyToSequenceMethods::of<HolderIntf, Item, &HolderIntf::hasItem, &HolderIntf::getItem, &HolderIntf::setItem,

@@ -7,12 +7,12 @@
 namespace ZEL::Generic {
 namespace {
 
-using Test::FakeDeviant;
-using Test::Item;
-using Test::ItemBody;
-using Test::kInternalError;
-using Test::SpecialItem;
-using Test::SpecialItemBody;
+using tests::FakeDeviant;
+using tests::Item;
+using tests::ItemBody;
+using tests::kInternalError;
+using tests::SpecialItem;
+using tests::SpecialItemBody;
 
 /// A value that knows how many of its kind are alive.
 struct Tracked {

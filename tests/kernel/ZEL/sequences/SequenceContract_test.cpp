@@ -17,10 +17,10 @@
 namespace ZEL::Generic {
 namespace {
 
-using Test::FakeDeviant;
-using Test::Item;
-using Test::ItemIntf;
-using Test::Owner;
+using tests::FakeDeviant;
+using tests::Item;
+using tests::ItemIntf;
+using tests::Owner;
 
 using combined_sequence_internal::GenericCombinedSequence;
 using filtered_sequence_internal::GenericFilteredSequence;
@@ -31,7 +31,7 @@ constexpr int kElements = 90; ///< more than a storage of bodies keeps in one bl
 /// A sequence of some kind, and elements for it.
 struct Subject {
     Owner owner;
-    std::vector<Test::ItemBody> bodies{kElements};
+    std::vector<tests::ItemBody> bodies{kElements};
     std::vector<std::unique_ptr<SequenceIntf>> storages;
     bool hasTexts = false;
     SequenceHandle sequence; ///< last: views go before what they stand on

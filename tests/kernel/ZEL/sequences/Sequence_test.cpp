@@ -17,17 +17,17 @@
 namespace ZEL::Generic {
 namespace {
 
-using Test::FakeDeviant;
-using Test::ImmutableItem;
-using Test::Item;
-using Test::kInternalError;
-using Test::kNullRef;
-using Test::Owner;
-using Test::SpecialItem;
 using testing::ElementsAre;
+using tests::FakeDeviant;
+using tests::ImmutableItem;
+using tests::Item;
+using tests::kInternalError;
+using tests::kNullRef;
+using tests::Owner;
+using tests::SpecialItem;
 
 /// With four items in it.
-class TypedSequence : public Test::SequenceFixture {
+class TypedSequence : public tests::SequenceFixture {
 protected:
     TypedSequence() {
         for (std::size_t i = 0; i < 4; ++i) {

@@ -11,12 +11,12 @@
 namespace ZEL::Generic {
 namespace {
 
-using Test::Item;
-using Test::ItemBody;
-using Test::kInternalError;
 using testing::ElementsAre;
+using tests::Item;
+using tests::ItemBody;
+using tests::kInternalError;
 
-class List : public Test::SequenceFixture {
+class List : public tests::SequenceFixture {
 protected:
     List() {
         for (std::size_t i = 0; i < 4; ++i) {

@@ -5,15 +5,15 @@
 namespace ZEL::Generic {
 namespace {
 
-using Test::FakeDeviant;
-using Test::Item;
-using Test::kInternalError;
-using Test::kNullRef;
-using Test::Owner;
+using tests::FakeDeviant;
+using tests::Item;
+using tests::kInternalError;
+using tests::kNullRef;
+using tests::Owner;
 
 using StoredIterator = GenericDeviantSequence::Iterator;
 
-class StoredSequence : public Test::SequenceFixture {
+class StoredSequence : public tests::SequenceFixture {
 protected:
     SequencePtr body() { return SequencePtr(stored(owner).getImplementation()); }
 };

@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace ZEL::Serializer::Test {
+namespace ZEL::Serializer::tests {
 
 /// A Transformer whose rules and hooks a test adds.
 class Rules : public Transformer {
@@ -89,4 +89,4 @@ inline std::string textOf(ContextSequence const & sequence) {
     return text;
 }
 
-} // namespace ZEL::Serializer::Test
+} // namespace ZEL::Serializer::tests

@@ -15,9 +15,9 @@
 namespace ZEL::Serializer {
 namespace {
 
-using Test::role;
-using Test::Rules;
-using Test::skipped;
+using tests::role;
+using tests::Rules;
+using tests::skipped;
 
 Context attribute(std::string const & name, std::string const & value = {}) {
     Context context = role(name);

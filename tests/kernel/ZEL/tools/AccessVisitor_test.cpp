@@ -16,7 +16,7 @@
 namespace ZEL {
 namespace {
 
-using testsupport::TestModel;
+using tests::TestModel;
 
 struct KindOf : AccessVisitor {
     bool visitClassObject(ClassObject) override { return is("class object"); }

@@ -9,7 +9,7 @@
 
 #include <memory>
 
-namespace ZEL::testsupport {
+namespace ZEL::tests {
 
 /// An object of which nothing is known but what a test says: its type, and no class. It goes with its handles.
 class BareObject final : public virtual NSInterface::ClassObjectOperations, public ReferenceCountingImpl {
@@ -54,4 +54,4 @@ public:
     }
 };
 
-} // namespace ZEL::testsupport
+} // namespace ZEL::tests

@@ -12,7 +12,7 @@
 namespace ZEL {
 namespace {
 
-using testsupport::TestModel;
+using tests::TestModel;
 
 /// Two models of the same structure: p(A(x : A, y : String), B < A, comment on x), q().
 class ComparatorTest : public testing::Test {

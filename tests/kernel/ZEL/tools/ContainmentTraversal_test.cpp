@@ -27,7 +27,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
-using testsupport::TestModel;
+using tests::TestModel;
 using Traversal = ImmutableAccessVisitorTraversalContainment;
 
 struct Stopped : std::runtime_error {
@@ -81,8 +81,8 @@ protected:
             post ZEL.ImmutablePackage, post ZEL.ImmutablePackage, post annotatedElement,
             pre modelZEL, pre model, pre model, post model, post model, post modelZEL,
             post ZEL.ImmutableComment, post ZEL.ImmutableComment)";
-        text = testsupport::replaced(text, "@id", comment.getId().toString().str());
-        std::istringstream calls(testsupport::replaced(text, "@siid", comment.getSiid().str()));
+        text = tests::replaced(text, "@id", comment.getId().toString().str());
+        std::istringstream calls(tests::replaced(text, "@siid", comment.getSiid().str()));
         for (std::string call; std::getline(calls >> std::ws, call, ',');) {
             expected.push_back(call);
         }

@@ -33,7 +33,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
-using testsupport::between;
+using tests::between;
 
 using Values = ImmutableSequence<ImmutableObject>;
 
@@ -90,7 +90,7 @@ std::string withoutTaste(std::string text) {
         std::size_t const from = text.find('>', at) + 1;
         text.replace(from, text.find('<', from) - from, "*");
     }
-    return testsupport::replaced(testsupport::replaced(text, "<span ", "<* "), "</span>", "</*>");
+    return tests::replaced(tests::replaced(text, "<span ", "<* "), "</span>", "</*>");
 }
 
 std::string cells(std::string const & type, std::string const & value) {
@@ -113,7 +113,7 @@ std::string errorRow(std::string const & rowClass, std::string const & name, std
            R"(</td><td class="value error">)" + text + "</td></tr>";
 }
 
-class HTMLPrinterTest : public Test::ModelFixture {
+class HTMLPrinterTest : public tests::ModelFixture {
 protected:
     HTMLPrinterTest() {
         open();
@@ -142,7 +142,7 @@ protected:
     StereotypeObject mark(std::string const & name = "Mark") {
         stereotype = factory.createStereotype();
         stereotype.setName(name);
-        return ZEL::Test::createMark<1>(stereotype);
+        return ZEL::tests::createMark<1>(stereotype);
     }
     void say(std::string const & name, std::function<Values()> values, bool isComposite = false,
              bool isDerived = false) {
@@ -215,7 +215,7 @@ TEST_F(HTMLPrinterTest, WritesAnObjectAndWhatItContainsAsOnePage) {
     std::string const script = between(logPage, "<script", "</head>");
     ASSERT_FALSE(script.empty());
     std::string const head =
-        kBeforeTitle + name + "</title>\n" + kStyleSheet + script + testsupport::replaced(kBodyStart, "@", " ");
+        kBeforeTitle + name + "</title>\n" + kStyleSheet + script + tests::replaced(kBodyStart, "@", " ");
 
     std::string const model = link("MetaModel", "IDu", "unnamed");
     auto const comment = [&model](std::string const & id, std::string const & body, std::string const & annotated,
@@ -287,7 +287,7 @@ TEST_F(HTMLPrinterTest, MakesRowsOfWhatCannotBeRead) {
                                            String::getTypeInfo(), ImmutableObject(), HASP::any(String("text")))
                                            .release(),
                                        Deviant());
-    ClassObject const classless = testsupport::BareObject::make(Comment::MetaClass());
+    ClassObject const classless = tests::BareObject::make(Comment::MetaClass());
     say("none", [] { return Values(); });
     say(
         "broken", []() -> Values { raiseInternalError("no luck"); }, true);
@@ -409,7 +409,7 @@ TEST_F(HTMLPrinterTest, CanBeDerivedFrom) {
     printer.print(factory.createComment(), folder.path("page"));
     EXPECT_THAT(folder.content("page.html"), HasSubstr(R"(</title>
 <a id="i" class="c"><a id="i"><b class="c"><b></b><e id="i" class="c"><t></e><e class="c"><t></e><a href="#t">text</a><script )"));
-    ClassObject const classless = testsupport::BareObject::make();
+    ClassObject const classless = tests::BareObject::make();
     for (auto const & helper : {&TagPrinter::helperGetID, &TagPrinter::helperGetName}) {
         EXPECT_RAISES("Expects a valid element", (printer.*helper)(ImmutableClassObject()));
         EXPECT_RAISES("Expects element to have a valid meta-class", (printer.*helper)(classless));

@@ -19,9 +19,9 @@
 namespace ZEL {
 namespace {
 
-using testsupport::BareObject;
-using testsupport::BareType;
-using testsupport::TestModel;
+using tests::BareObject;
+using tests::BareType;
+using tests::TestModel;
 
 TEST(Navigation, TellsTheTypeOfAnObjectAndTheClassOfThatType) {
     TestModel const m;

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace ZEL::testsupport {
+namespace ZEL::tests {
 
 /// The part of a page from the first `begin` up to the `end` behind it; empty if there is none.
 inline std::string between(std::string const & page, std::string_view begin, std::string_view end) {
@@ -19,4 +19,4 @@ inline std::string replaced(std::string text, std::string_view from, std::string
     return text;
 }
 
-} // namespace ZEL::testsupport
+} // namespace ZEL::tests

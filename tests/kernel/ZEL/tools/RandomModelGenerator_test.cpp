@@ -22,7 +22,7 @@
 namespace ZEL {
 namespace {
 
-using testsupport::TestModel;
+using tests::TestModel;
 
 /// All below the root.
 std::vector<ImmutableClassObject> contentOf(ImmutableClassObject const & root) {

@@ -12,7 +12,7 @@
 
 #include <string>
 
-namespace ZEL::testsupport {
+namespace ZEL::tests {
 
 /// A model of the built-in metamodel, open for writing, with a package at its top.
 struct TestModel {
@@ -48,4 +48,4 @@ struct TestModel {
     Package top;
 };
 
-} // namespace ZEL::testsupport
+} // namespace ZEL::tests

@@ -16,7 +16,7 @@
 namespace ZEL {
 namespace {
 
-using testsupport::TestModel;
+using tests::TestModel;
 
 std::string textOf(ImmutableObject const & object) {
     std::ostringstream stream;

@@ -14,7 +14,7 @@
 namespace ZEL {
 namespace {
 
-using Test::raisedText;
+using tests::raisedText;
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();

@@ -85,7 +85,7 @@ TEST(ValueObjectTest, CannotBeReadAsAnotherClassOrFromNothing) {
 }
 
 TEST(ValueObjectTest, IsNotMadeOfAnObjectThatIsNoValue) {
-    Object const thing(new testsupport::Thing, Deviant());
+    Object const thing(new tests::Thing, Deviant());
     EXPECT_FALSE(ValueObject(thing).isValid());
     EXPECT_RAISES(internalError, Integer(thing));
 }

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-namespace ZEL::Serializer::Test {
+namespace ZEL::Serializer::tests {
 namespace {
 
 std::string const kUml = "http://example.org/uml";
@@ -84,4 +84,4 @@ TEST_F(MagicDraw, WritingPutsTheLiteralInPlaceOfTheUnit) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer::Test
+} // namespace ZEL::Serializer::tests

@@ -12,11 +12,11 @@
 namespace ZEL::Serializer {
 namespace {
 
-using Test::attributeOf;
-using Test::both;
-using Test::element;
-using Test::nested;
-using Test::textOf;
+using tests::attributeOf;
+using tests::both;
+using tests::element;
+using tests::nested;
+using tests::textOf;
 
 std::string const kUml = "http://example.org/uml";
 std::string const kXmi = "http://schema.omg.org/spec/XMI/2.1";

@@ -6,7 +6,7 @@
 
 #include <filesystem>
 
-namespace ZEL::Serializer::Test {
+namespace ZEL::Serializer::tests {
 namespace {
 
 using ::testing::ElementsAre;
@@ -103,4 +103,4 @@ TEST_F(FollowingLinks, LogsWhatCannotBeMadeAbsolute) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer::Test
+} // namespace ZEL::Serializer::tests

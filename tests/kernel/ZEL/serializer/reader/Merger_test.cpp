@@ -7,7 +7,7 @@
 #include <ZEL/metamodel/Comment.h>
 #include <ZEL/tools/Comparator.h>
 
-namespace ZEL::Serializer::Test {
+namespace ZEL::Serializer::tests {
 namespace {
 
 using ::testing::ElementsAre;
@@ -317,4 +317,4 @@ TEST_F(MergerAlone, RefusesAnInvalidModel) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer::Test
+} // namespace ZEL::Serializer::tests

@@ -23,9 +23,9 @@
 #include <string>
 #include <vector>
 
-namespace ZEL::Serializer::Test {
+namespace ZEL::Serializer::tests {
 
-using ::ZEL::Test::raisedText;
+using ::ZEL::tests::raisedText;
 
 /// Keeps what is logged while it lives.
 class LogCapture : public DefaultLogHandler {
@@ -142,4 +142,4 @@ protected:
     XmiReader reader;
 };
 
-} // namespace ZEL::Serializer::Test
+} // namespace ZEL::Serializer::tests

@@ -8,7 +8,7 @@
 
 #include <filesystem>
 
-namespace ZEL::Serializer::Test {
+namespace ZEL::Serializer::tests {
 namespace {
 
 using ::testing::ElementsAre;
@@ -119,4 +119,4 @@ TEST_F(Hostile, NestingIsBoundedByTheSettings) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer::Test
+} // namespace ZEL::Serializer::tests

@@ -9,7 +9,7 @@
 
 #include <filesystem>
 
-namespace ZEL::Serializer::Test {
+namespace ZEL::Serializer::tests {
 namespace {
 
 using ::testing::ElementsAre;
@@ -480,4 +480,4 @@ TEST_F(Reading, KnowsADialectThatIsWrittenOnly) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer::Test
+} // namespace ZEL::Serializer::tests

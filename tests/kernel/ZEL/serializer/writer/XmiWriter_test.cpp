@@ -22,7 +22,7 @@
 #include <memory>
 #include <regex>
 
-namespace ZEL::Serializer::Test {
+namespace ZEL::Serializer::tests {
 namespace {
 
 using testing::ElementsAre;
@@ -503,4 +503,4 @@ TEST_F(XmiWriterTest, OtherDialectsHaveNoHeadAndLeaveAModelOfAnotherMetamodelAsI
 }
 
 } // namespace
-} // namespace ZEL::Serializer::Test
+} // namespace ZEL::Serializer::tests

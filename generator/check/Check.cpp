@@ -213,14 +213,24 @@ void Checker::checkLiterals(TypeDefinition const & type) {
     if (type.kind == TypeKind::Enumeration && type.literals.empty()) {
         report(type.name.mark, "found enumeration '" + type.name.text + "' without literals, expected at least one");
     }
+    std::vector<std::string> literals;
     std::set<std::string> enumerators;
     for (Word const & literal : type.literals) {
+        std::string const enumerator = Names::enumerator(type, literal.text);
+        literals.push_back(literal.text);
         if (literal.empty()) {
             report(literal.mark, "found an empty literal of '" + type.name.text + "', expected a text");
-        } else if (!enumerators.insert(Names::enumerator(literal.text)).second) {
+        } else if (!enumerators.insert(enumerator).second) {
             report(literal.mark, "found literal '" + literal.text + "' of '" + type.name.text +
-                                     "' with the C++ name '" + Names::enumerator(literal.text) +
+                                     "' with the C++ name '" + enumerator +
                                      "' of another one, expected a different one");
+        }
+    }
+    for (auto const & [literal, name] : type.enumerators) {
+        expectOneOf(literal, "literal", literals);
+        expectIdentifier(name, "enumerator");
+        if (Names::isKeyword(name.text)) {
+            report(name.mark, "found enumerator '" + name.text + "', expected a name that is no word of C++");
         }
     }
     if (!type.properties.empty() || !type.superclasses.empty() || !type.operations.empty() || !type.views.empty()) {

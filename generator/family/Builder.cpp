@@ -120,6 +120,7 @@ void FamilyBuilder::addMetamodel(Definition const & definition) {
         type->mark = source.name.mark;
         for (Word const & literal : source.literals) {
             type->literals.push_back(literal.text);
+            type->enumerators.push_back(Names::enumerator(source, literal.text));
         }
         if (source.kind == TypeKind::Class) {
             auto made = std::make_unique<Class>();

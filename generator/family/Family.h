@@ -23,8 +23,9 @@ struct Type {
     TypeKind kind = TypeKind::Class;
     std::string name; ///< "Comment"
     Metamodel const * home = nullptr;
-    Class const * asClass = nullptr;   ///< null for data types
-    std::vector<std::string> literals; ///< of an enumeration
+    Class const * asClass = nullptr;      ///< null for data types
+    std::vector<std::string> literals;    ///< of an enumeration
+    std::vector<std::string> enumerators; ///< what C++ calls these
     Mark mark;
 
     /// "ZEL.Comment".

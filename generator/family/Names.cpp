@@ -60,6 +60,15 @@ std::string Names::enumerator(std::string_view literal) {
     return std::isdigit(static_cast<unsigned char>(result[0])) != 0 ? '_' + result : result;
 }
 
+std::string Names::enumerator(TypeDefinition const & enumeration, std::string_view literal) {
+    for (auto const & [of, name] : enumeration.enumerators) {
+        if (of.text == literal) {
+            return name.text;
+        }
+    }
+    return enumerator(literal);
+}
+
 bool Names::isKeyword(std::string_view name) {
     static constexpr auto kWords = std::to_array<std::string_view>(
         {"alignas",     "alignof",  "and",        "and_eq",    "asm",       "auto",         "bitand",

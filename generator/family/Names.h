@@ -1,5 +1,7 @@
 #pragma once
 
+#include "load/Definition.h"
+
 #include <string>
 #include <string_view>
 
@@ -27,6 +29,8 @@ public:
     [[nodiscard]] static std::string field(std::string_view property);
     /// "in" -> "In"; never a word of C++.
     [[nodiscard]] static std::string enumerator(std::string_view literal);
+    /// The same, or what the definition of the enumeration says.
+    [[nodiscard]] static std::string enumerator(TypeDefinition const & enumeration, std::string_view literal);
 
     [[nodiscard]] static bool isKeyword(std::string_view name);
     [[nodiscard]] static bool isIdentifier(std::string_view name);

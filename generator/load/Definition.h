@@ -52,6 +52,8 @@ struct TypeDefinition {
     Word name;
     TypeKind kind = TypeKind::Class;
     std::vector<Word> literals;
+    /// By literal, what C++ calls it where that is not made of the literal.
+    std::vector<std::pair<Word, Word>> enumerators;
     std::vector<Word> superclasses;
     Word abstract;
     Word builtAs;

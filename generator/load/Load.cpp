@@ -184,12 +184,18 @@ TypeDefinition Loader::type(Word const & name, YAML::Node const & node) {
             t.views.emplace_back(key, words(entry, "names of properties"));
         });
     };
+    auto const enumerators = [&](YAML::Node const & value) {
+        namedEntries(value, "enumerators", [&](Word const & literal, YAML::Node const & entry) {
+            t.enumerators.emplace_back(literal, word(entry, "a name of C++"));
+        });
+    };
     map(node, "a type",
         {{"enumeration",
           [&](YAML::Node const & value) {
               t.kind = TypeKind::Enumeration;
               t.literals = words(value, "literals");
           }},
+         {"enumerators", enumerators},
          {"primitive",
           [&](YAML::Node const & value) {
               t.kind = word(value, "true").text == "true" ? TypeKind::Primitive : t.kind;

@@ -1,13 +1,8 @@
-#include "family/Names.h"
 #include "write/Emit.h"
 
 namespace zelgen {
 
 std::string emitEnumerationHeader(Emission const & emission, Type const & of) {
-    std::vector<std::string> values;
-    for (std::string const & literal : of.literals) {
-        values.push_back(Names::enumerator(literal));
-    }
     return emission.print(R"(
 $banner$
 #pragma once
@@ -39,13 +34,13 @@ public:
                            {"API", emission.exportMacro},
                            {"X", of.name},
                            {"P", emission.metamodel.prefix},
-                           {"values", Printer::join(values, ", ")}});
+                           {"values", Printer::join(of.enumerators, ", ")}});
 }
 
 std::string emitEnumerationSource(Emission const & emission, Type const & of) {
     std::string rows;
-    for (std::string const & literal : of.literals) {
-        rows += '{' + Printer::quoted(literal) + ", " + Names::enumerator(literal) + "},\n";
+    for (std::size_t i = 0; i < of.literals.size(); ++i) {
+        rows += '{' + Printer::quoted(of.literals[i]) + ", " + of.enumerators[i] + "},\n";
     }
     return emission.print(R"(
 $banner$

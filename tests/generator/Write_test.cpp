@@ -77,13 +77,13 @@ TEST_F(Write, FilesOfAClassThatIsNoMoreGoAndOthersStay) {
 
 TEST_F(Write, EveryUnitIsThereAndHoldsWholeClasses) {
     options.units = 4;
-    run("  A: {superclasses: [ZEL.Element]}\n  K: {enumeration: [x, return]}\n");
+    run("  A: {superclasses: [ZEL.Element]}\n  K: {enumeration: [x, return, \"+\"], enumerators: {\"+\": Plus}}\n");
     EXPECT_TRUE(holds("app_family_2.cpp", "#include <app/A.cpp>"));
     EXPECT_TRUE(holds("app_family_2.cpp", "#include <app/ATables.cpp>"));
     EXPECT_TRUE(holds("app_family_3.cpp", "#include <app/K.cpp>"));
     EXPECT_TRUE(exists("app_family_4.cpp")) << "also one without a class";
-    EXPECT_TRUE(holds("app/K.h", "enum Value { X, Return };"));
-    EXPECT_TRUE(holds("app/K.cpp", "{\"return\", Return},"));
+    EXPECT_TRUE(holds("app/K.h", "enum Value { X, Return, Plus };"));
+    EXPECT_TRUE(holds("app/K.cpp", "{\"+\", Plus},"));
 }
 
 TEST_F(Write, VisitorsHaveTheClassesWithInstances) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ZEL/String.h>
+#include <ZEL/values/TypeInfoBase.h>
 #include <ZEL/values/ValueBase.h>
 
 #include <hasp_util/StringID.h>
@@ -72,6 +73,19 @@ public:
 private:
     String fName;
     Object fValue; ///< always with the null deviant
+};
+
+/// The type of `Argument`: "(" name "," value ")".
+///
+/// The value is printed as it prints itself, and as "()" if there is none. Reading accepts an empty text, and one whose
+/// closing parenthesis is missing; of the value it checks the shape only, since the text does not tell its type: the
+/// result has no value. A text of another shape throws.
+class ZEL_API ArgumentTypeInfo final : public internal::TypeInfoBase<ArgumentTypeInfo> {
+public:
+    [[nodiscard]] HASP::any convertFromString(std::string const & text, HASP::ErrorHolder & errors) const override;
+    [[nodiscard]] std::string convertToString(HASP::any const & value) const override;
+    [[nodiscard]] HASP::any defaultConstruct() const override;
+    [[nodiscard]] ArgumentTypeInfo * clone() const override;
 };
 
 } // namespace ZEL

@@ -1,8 +1,16 @@
 #include <ZEL/Boolean.h>
-#include <ZEL/values/NumberText.h>
-#include <ZEL/values/ValueTypeInfo.h>
+#include <ZEL/values/ValueTypeInfoMembers.h>
 
 namespace ZEL {
+
+template <> struct internal::ValueText<Boolean> {
+    static std::optional<Boolean> from(std::string const & text) {
+        return text == "true" || text == "false" ? std::optional(Boolean(text == "true")) : std::nullopt;
+    }
+    static std::string to(Boolean const & value) { return value.getValue() ? "true" : "false"; }
+    static constexpr ErrorPlace place{"bool", "kernel/ZEL/Boolean", 32};
+};
+template class internal::ValueTypeInfo<Boolean>;
 
 Boolean::Boolean(String const & text) : fValue(internal::requiredNumber<bool>(text.str(), "bool")) {}
 

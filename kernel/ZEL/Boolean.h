@@ -22,8 +22,8 @@ public:
     template <class N>
     requires std::is_arithmetic_v<N>
     constexpr explicit(!std::same_as<N, bool>) Boolean(N value) noexcept : fValue(value != N(0)) {}
-    inline Boolean(Integer const & value) noexcept;
-    inline Boolean(Double const & value) noexcept;
+    template <internal::OneOf<Integer, Double> Number>
+    constexpr Boolean(Number const & value) noexcept : fValue(value.getValue() != 0) {}
     /// Reads "0" or "1"; anything else throws "Unable to convert from string to bool!".
     explicit Boolean(String const & text);
     explicit Boolean(ImmutableValueObject const & object) : Boolean(internal::unboxed<Boolean>(object)) {}

@@ -1,8 +1,12 @@
 #include <ZEL/Double.h>
-#include <ZEL/values/NumberText.h>
-#include <ZEL/values/ValueTypeInfo.h>
+#include <ZEL/values/ValueTypeInfoMembers.h>
 
 namespace ZEL {
+
+template <> struct internal::ValueText<Double> : NumberValueText<Double> {
+    static constexpr ErrorPlace place{"double", "kernel/ZEL/Double", 33};
+};
+template class internal::ValueTypeInfo<Double>;
 
 Double::Double(String const & text) : fValue(internal::requiredNumber<double>(text.str(), "double")) {}
 

@@ -1,11 +1,18 @@
 #pragma once
 
-#include <ZEL/UnlimitedNatural.h>
+#include <ZEL/String.h>
+#include <ZEL/values/NumberConversion.h>
+#include <ZEL/values/ValueBase.h>
+
+#include <type_traits>
 
 namespace ZEL {
 
+class Boolean;
+class Integer;
 class Real;
 class Single;
+class UnlimitedNatural;
 
 /// The 64-bit floating number that converts from and to all other numbers.
 ///
@@ -18,12 +25,9 @@ public:
     template <class N>
     requires std::is_arithmetic_v<N>
     constexpr Double(N value) noexcept : fValue(static_cast<double>(value)) {}
-    constexpr Double(Boolean const & value) noexcept : fValue(value.getValue() ? 1.0 : 0.0) {}
-    constexpr Double(Integer const & value) noexcept : fValue(value.getValue()) {}
     /// The unlimited value becomes 4294967295.0.
-    constexpr Double(UnlimitedNatural const & value) noexcept : fValue(value.getValue()) {}
-    inline constexpr Double(Single const & value) noexcept;
-    inline constexpr Double(Real const & value) noexcept;
+    template <internal::OneOf<Boolean, Integer, UnlimitedNatural, Single, Real> Number>
+    constexpr Double(Number const & value) noexcept : fValue(static_cast<double>(value.getValue())) {}
     /// Reads the number at the beginning of the text; none throws "Unable to convert from string to double!".
     explicit Double(String const & text);
     explicit Double(ImmutableValueObject const & object) : Double(internal::unboxed<Double>(object)) {}
@@ -41,10 +45,5 @@ public:
 private:
     double fValue = 0.0;
 };
-
-inline Boolean::Boolean(Double const & value) noexcept : Boolean(value.getValue()) {}
-inline constexpr Integer::Integer(Double const & value) noexcept : Integer(value.getValue()) {}
-inline constexpr UnlimitedNatural::UnlimitedNatural(Double const & value) noexcept
-    : UnlimitedNatural(value.getValue()) {}
 
 } // namespace ZEL

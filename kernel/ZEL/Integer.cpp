@@ -1,8 +1,12 @@
 #include <ZEL/Integer.h>
-#include <ZEL/values/NumberText.h>
-#include <ZEL/values/ValueTypeInfo.h>
+#include <ZEL/values/ValueTypeInfoMembers.h>
 
 namespace ZEL {
+
+template <> struct internal::ValueText<Integer> : NumberValueText<Integer> {
+    static constexpr ErrorPlace place{"INT32_T", "kernel/ZEL/Integer", 33};
+};
+template class internal::ValueTypeInfo<Integer>;
 
 Integer::Integer(String const & text) : fValue(internal::requiredNumber<std::int32_t>(text.str(), "INT32_T")) {}
 

@@ -1,11 +1,15 @@
 #pragma once
 
-#include <ZEL/Boolean.h>
+#include <ZEL/String.h>
+#include <ZEL/values/NumberConversion.h>
+#include <ZEL/values/ValueBase.h>
 
+#include <concepts>
 #include <cstdint>
 
 namespace ZEL {
 
+class Boolean;
 class Double;
 class UnlimitedNatural;
 
@@ -22,11 +26,12 @@ public:
     /// Truncates toward zero; out of range becomes the nearest value, and NaN becomes 0.
     template <std::floating_point F>
     constexpr explicit Integer(F value) noexcept : fValue(internal::truncated<std::int32_t>(value)) {}
-    constexpr Integer(Boolean const & value) noexcept : fValue(value.getValue() ? 1 : 0) {}
     /// Keeps the bit pattern: the unlimited value becomes -1.
-    inline constexpr Integer(UnlimitedNatural const & value) noexcept;
+    template <internal::OneOf<Boolean, UnlimitedNatural> Number>
+    constexpr Integer(Number const & value) noexcept : fValue(static_cast<std::int32_t>(value.getValue())) {}
     /// As from a native floating number.
-    inline constexpr Integer(Double const & value) noexcept;
+    template <internal::OneOf<Double> Number>
+    constexpr Integer(Number const & value) noexcept : Integer(value.getValue()) {}
     /// Reads the number at the beginning of the text; none, or one out of range, throws "Unable to convert from string
     /// to INT32_T!".
     explicit Integer(String const & text);
@@ -44,7 +49,5 @@ public:
 private:
     std::int32_t fValue = 0;
 };
-
-inline Boolean::Boolean(Integer const & value) noexcept : fValue(value.getValue() != 0) {}
 
 } // namespace ZEL

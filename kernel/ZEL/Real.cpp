@@ -1,8 +1,12 @@
 #include <ZEL/Real.h>
-#include <ZEL/values/NumberText.h>
-#include <ZEL/values/ValueTypeInfo.h>
+#include <ZEL/values/ValueTypeInfoMembers.h>
 
 namespace ZEL {
+
+template <> struct internal::ValueText<Real> : NumberValueText<Real> {
+    static constexpr ErrorPlace place{"double", "kernel/ZEL/Real", 31};
+};
+template class internal::ValueTypeInfo<Real>;
 
 Real::Real(String const & text) : fValue(internal::requiredNumber<double>(text.str(), "double")) {}
 

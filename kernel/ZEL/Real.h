@@ -1,8 +1,12 @@
 #pragma once
 
-#include <ZEL/Double.h>
+#include <ZEL/String.h>
+#include <ZEL/values/NumberConversion.h>
+#include <ZEL/values/ValueBase.h>
 
 namespace ZEL {
+
+class Double;
 
 /// The 64-bit floating number of the metamodel; compared as one with every operand.
 class ZEL_API Real : public ValueBase<Real> {
@@ -11,7 +15,8 @@ public:
 
     constexpr Real() noexcept = default;
     constexpr Real(double value) noexcept : fValue(value) {}
-    constexpr Real(Double const & value) noexcept : fValue(value.getValue()) {}
+    template <internal::OneOf<Double> Number>
+    constexpr Real(Number const & value) noexcept : fValue(value.getValue()) {}
     /// Reads the number at the beginning of the text; none throws "Unable to convert from string to double!".
     explicit Real(String const & text);
     explicit Real(ImmutableValueObject const & object) : Real(internal::unboxed<Real>(object)) {}
@@ -29,7 +34,5 @@ public:
 private:
     double fValue = 0.0;
 };
-
-inline constexpr Double::Double(Real const & value) noexcept : fValue(value.getValue()) {}
 
 } // namespace ZEL

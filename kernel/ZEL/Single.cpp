@@ -1,8 +1,12 @@
 #include <ZEL/Single.h>
-#include <ZEL/values/NumberText.h>
-#include <ZEL/values/ValueTypeInfo.h>
+#include <ZEL/values/ValueTypeInfoMembers.h>
 
 namespace ZEL {
+
+template <> struct internal::ValueText<Single> : NumberValueText<Single> {
+    static constexpr ErrorPlace place{"float", "kernel/ZEL/Single", 31};
+};
+template class internal::ValueTypeInfo<Single>;
 
 Single::Single(String const & text) : fValue(internal::requiredNumber<float>(text.str(), "float")) {}
 

@@ -1,8 +1,12 @@
 #pragma once
 
-#include <ZEL/Double.h>
+#include <ZEL/String.h>
+#include <ZEL/values/NumberConversion.h>
+#include <ZEL/values/ValueBase.h>
 
 namespace ZEL {
+
+class Double;
 
 /// The 32-bit floating number. An operand of a comparison is narrowed to it first.
 class ZEL_API Single : public ValueBase<Single> {
@@ -12,7 +16,8 @@ public:
     constexpr Single() noexcept = default;
     constexpr Single(float value) noexcept : fValue(value) {}
     /// Narrows.
-    constexpr Single(Double const & value) noexcept : fValue(static_cast<float>(value.getValue())) {}
+    template <internal::OneOf<Double> Number>
+    constexpr Single(Number const & value) noexcept : fValue(static_cast<float>(value.getValue())) {}
     /// Reads the number at the beginning of the text; none throws "Unable to convert from string to float!".
     explicit Single(String const & text);
     explicit Single(ImmutableValueObject const & object) : Single(internal::unboxed<Single>(object)) {}
@@ -30,7 +35,5 @@ public:
 private:
     float fValue = 0.0f;
 };
-
-inline constexpr Double::Double(Single const & value) noexcept : fValue(static_cast<double>(value.getValue())) {}
 
 } // namespace ZEL

@@ -1,10 +1,16 @@
 #pragma once
 
-#include <ZEL/Integer.h>
+#include <ZEL/String.h>
+#include <ZEL/values/NumberConversion.h>
+#include <ZEL/values/ValueBase.h>
 
+#include <concepts>
 #include <cstdint>
 
 namespace ZEL {
+
+class Double;
+class Integer;
 
 /// The unsigned 32-bit number whose greatest value means "unlimited". Compared with integers as an unsigned one.
 class ZEL_API UnlimitedNatural : public ValueBase<UnlimitedNatural> {
@@ -20,9 +26,11 @@ public:
     constexpr explicit UnlimitedNatural(F value) noexcept
         : fValue(static_cast<std::uint32_t>(internal::truncated<std::uint64_t>(value))) {}
     /// Keeps the bit pattern.
-    constexpr UnlimitedNatural(Integer const & value) noexcept : fValue(static_cast<std::uint32_t>(value.getValue())) {}
+    template <internal::OneOf<Integer> Number>
+    constexpr UnlimitedNatural(Number const & value) noexcept : fValue(static_cast<std::uint32_t>(value.getValue())) {}
     /// As from a native floating number.
-    inline constexpr UnlimitedNatural(Double const & value) noexcept;
+    template <internal::OneOf<Double> Number>
+    constexpr UnlimitedNatural(Number const & value) noexcept : UnlimitedNatural(value.getValue()) {}
     /// Reads the number at the beginning of the text; none, or one out of range, throws "Unable to convert from string
     /// to UINT32_T!". Knows nothing of "*".
     explicit UnlimitedNatural(String const & text);
@@ -46,8 +54,5 @@ public:
 private:
     std::uint32_t fValue = 0;
 };
-
-inline constexpr Integer::Integer(UnlimitedNatural const & value) noexcept
-    : fValue(static_cast<std::int32_t>(value.getValue())) {}
 
 } // namespace ZEL

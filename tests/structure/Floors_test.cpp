@@ -27,7 +27,7 @@ std::vector<std::set<std::string>> const floors{
     {"base"},
     {"deviants"},
     {"values"},
-    {"logging", "sequences"},
+    {"primitives", "logging", "sequences"},
     {"metamodel"},
     {"serializer", "tools"},
     {"serializer/dialects"},
@@ -65,7 +65,7 @@ std::string folderOf(std::string const & path) {
         return levelOf(folder) ? folder : "";
     }
     // What is left directly in ZEL are the primitive values.
-    return path.starts_with("ZEL/") ? "values" : "";
+    return path.starts_with("ZEL/") ? "primitives" : "";
 }
 
 bool mayKnow(std::string const & folder, std::string const & other) {
@@ -128,7 +128,7 @@ TEST(Floors, WhatIsBuiltOnTheLibraryTakesNothingOfTheHostsPrivateParts) {
 
 TEST(Floors, AnIncludeUpwardsOrAsideIsReportedWithItsPlace) {
     std::istringstream text{"#include <ZEL/base/Exception.h>\n"
-                            "#include <ZEL/String.h>\n"
+                            "#include <ZEL/values/String.h>\n"
                             "#include <ZEL/logging/Logger.h>\n"
                             "#include <vector>\n"
                             "#include <ZEL/ZEL.h>\n"};

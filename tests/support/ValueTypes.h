@@ -3,6 +3,7 @@
 #include "support/ExpectRaises.h"
 
 #include <ZEL/Argument.h>
+#include <ZEL/Boolean.h>
 #include <ZEL/Double.h>
 #include <ZEL/Integer.h>
 #include <ZEL/Real.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/String.h>
 #include <ZEL/logging/LogLevel.h>
+#include <ZEL/values/String.h>
 
 #include <libvx/Logger.h>
 

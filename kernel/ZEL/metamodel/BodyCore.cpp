@@ -1,3 +1,4 @@
+#include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/deviants/DeviantAssertions.h>

@@ -1,6 +1,7 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
+#include <ZEL/UnlimitedNatural.h>
 #include <ZEL/metamodel/GeneratorUtil.h>
 #include <ZEL/metamodel/PropertyIntf.h>
 

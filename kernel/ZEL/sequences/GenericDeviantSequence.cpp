@@ -1,4 +1,4 @@
-#include <ZEL/String.h>
+#include <ZEL/values/String.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/deviants/ClassObjectIntf.h>
 #include <ZEL/sequences/GenericDeviantSequence.h>

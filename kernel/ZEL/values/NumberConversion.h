@@ -1,6 +1,7 @@
 #pragma once
 
 #include <compare>
+#include <concepts>
 #include <cstdint>
 #include <limits>
 #include <type_traits>
@@ -24,6 +25,11 @@ template <class T> [[nodiscard]] constexpr T truncated(double value) noexcept {
     }
     return value <= low ? std::numeric_limits<T>::min() : static_cast<T>(value);
 }
+
+/// One of the named classes. Value classes are made of each other by constructors over this, so that none needs the
+/// header of another.
+template <class T, class... Classes>
+concept OneOf = (std::same_as<T, Classes> || ...);
 
 /// A value class that holds a number.
 template <class T>

@@ -1,5 +1,5 @@
-#include <ZEL/String.h>
 #include <ZEL/values/Object.h>
+#include <ZEL/values/String.h>
 
 namespace ZEL {
 

@@ -1,4 +1,4 @@
-#include <ZEL/String.h>
+#include <ZEL/values/String.h>
 #include <ZEL/values/ValueObject.h>
 
 namespace ZEL {

@@ -1,5 +1,5 @@
-#include <ZEL/String.h>
 #include <ZEL/base/Exception.h>
+#include <ZEL/values/String.h>
 #include <ZEL/values/ValueObject.h>
 #include <ZEL/values/ValueObjectImpl.h>
 

@@ -4,7 +4,6 @@
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/sequences/IteratorType.h>
 #include <ZEL/sequences/SequenceType.h>
-#include <ZEL/values/ArgumentTypeInfo.h>
 #include <ZEL/values/ValueTypeInfo.h>
 
 #include <hasp_util/ErrorHolder.h>

@@ -22,7 +22,7 @@ struct MetaProperty;
 struct Reference;
 
 /// What a run knows of one file: the objects by the ids that it gives them, and its links that wait for their targets.
-class FileLinks {
+class ZEL_API FileLinks {
 public:
     explicit FileLinks(std::string uri) : fUri(std::move(uri)) {}
 
@@ -59,7 +59,7 @@ private:
 };
 
 /// The links of a run: noted while files are read, resolved when the outermost one has been read.
-class Links {
+class ZEL_API Links {
 public:
     /// Both must outlive it.
     Links(TransformerRegistry const & rules, ValueSetter & values) : fRules(rules), fValues(values) {}

@@ -70,7 +70,7 @@ private:
 };
 
 /// The metamodel classes and properties that a run has met. Valid as long as nobody changes their metamodels.
-class MetaClassCache {
+class ZEL_API MetaClassCache {
 public:
     MetaClassCache();
     ~MetaClassCache();

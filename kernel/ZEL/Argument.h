@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZEL/String.h>
+#include <ZEL/values/String.h>
 #include <ZEL/values/TypeInfoBase.h>
 #include <ZEL/values/ValueBase.h>
 

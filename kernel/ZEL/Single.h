@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ZEL/String.h>
 #include <ZEL/values/NumberConversion.h>
+#include <ZEL/values/String.h>
 #include <ZEL/values/ValueBase.h>
 
 namespace ZEL {

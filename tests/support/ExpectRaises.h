@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <exception>
 #include <string>
 
 namespace ZEL::tests {
@@ -11,18 +12,18 @@ namespace ZEL::tests {
 inline constexpr char const * kNullRef = "Cannot access NULL ref. Use isValid() before calling methods";
 inline constexpr char const * kInternalError = "An Internal Error has occurred";
 
-/// The text that `operation` raises; "(nothing)" if it returns.
+/// The text of the exception that `operation` throws; "(nothing)" if it returns.
 template <class Operation> std::string raisedText(Operation operation) {
     try {
         operation();
-    } catch (Exception const & exception) {
-        return exception.GetMessageTxt();
+    } catch (std::exception const & exception) {
+        return exception.what();
     }
     return "(nothing)";
 }
 
 } // namespace ZEL::tests
 
-/// Holds if the expression raises an error of the kernel with just this text.
+/// Holds if the expression throws an exception with just this text.
 #define EXPECT_RAISES(text, expression)                                                                                \
     EXPECT_EQ(text, ::ZEL::tests::raisedText([&] { static_cast<void>(expression); }))

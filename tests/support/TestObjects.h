@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/Castable.h"
+#include "support/ExpectRaises.h"
 
 #include <ZEL/deviants/DeviantManager.h>
 #include <ZEL/metamodel/MetaModel.h>
@@ -75,16 +76,6 @@ public:
 
 /// Puts a sentinel where a state stands.
 inline ObjectIntf * asState(void * sentinel) { return static_cast<ObjectIntf *>(sentinel); }
-
-/// The text of the exception that `action` raises; "(nothing)" if it raises none.
-template <class Action> std::string raisedBy(Action action) {
-    try {
-        action();
-    } catch (std::exception const & failure) {
-        return failure.what();
-    }
-    return "(nothing)";
-}
 
 // --- what a test works on --------------------------------------------------------------------------------------------
 

@@ -41,7 +41,7 @@ TEST(Exception, RaisingFunctionsThrowTheirTextByValueUnderAllFaces) {
     for (Case const & each : cases) {
         EXPECT_THROW(each.raise(), Quillon::System::UserException);
         EXPECT_THROW(each.raise(), Quillon::System::IUserException);
-        EXPECT_EQ(each.text, tests::raisedBy(each.raise)) << "as a standard exception";
+        EXPECT_EQ(each.text, tests::raisedText(each.raise)) << "as a standard exception";
         try {
             each.raise();
         } catch (Exception const & failure) {

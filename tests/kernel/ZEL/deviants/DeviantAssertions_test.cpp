@@ -10,7 +10,7 @@
 namespace ZEL {
 namespace {
 
-using tests::raisedBy;
+using tests::raisedText;
 
 class DeviantAssertionsTest : public testing::Test {
 protected:
@@ -28,11 +28,11 @@ protected:
 TEST_F(DeviantAssertionsTest, AWriteOutsideOfATransactionNamesTheObject) {
     std::string const text = " Deviant 'root deviant' not opened for transactions.\nAttempt to modify object of type "
                              "'ZEL.Comment' [id = 2 ] ";
-    EXPECT_EQ(text, raisedBy([&] { comment.removeBody(); }));
+    EXPECT_EQ(text, raisedText([&] { comment.removeBody(); }));
     // Whether the write would change anything, or could, is not asked first.
-    EXPECT_EQ(text, raisedBy([&] { comment.getAnnotatedElements().clear(); }));
-    EXPECT_EQ(text, raisedBy([&] { comment.getAnnotatedElements().pop_back(); }));
-    EXPECT_EQ(text, raisedBy([&] { comment.getAnnotatedElements().insert(5, comment); }));
+    EXPECT_EQ(text, raisedText([&] { comment.getAnnotatedElements().clear(); }));
+    EXPECT_EQ(text, raisedText([&] { comment.getAnnotatedElements().pop_back(); }));
+    EXPECT_EQ(text, raisedText([&] { comment.getAnnotatedElements().insert(5, comment); }));
 }
 
 TEST_F(DeviantAssertionsTest, AnAbsentObjectIsNamedAndReadsComeBeforeTheLookAtTheTransaction) {
@@ -40,12 +40,12 @@ TEST_F(DeviantAssertionsTest, AnAbsentObjectIsNamedAndReadsComeBeforeTheLookAtTh
     Comment const late = makeComment();
     late.setDeviant(deviant);
     std::string const absent = " Deviant 'a' : \n object of type 'ZEL.Comment' [id = 3 ] is not present";
-    EXPECT_EQ(absent, raisedBy([&] { static_cast<void>(late.getBody()); }));
-    EXPECT_EQ(absent, raisedBy([&] { late.setBody("x"); }));
+    EXPECT_EQ(absent, raisedText([&] { static_cast<void>(late.getBody()); }));
+    EXPECT_EQ(absent, raisedText([&] { late.setBody("x"); }));
     EXPECT_EQ(" Deviant 'a' not opened for transactions.\nAttempt to modify object of type 'ZEL.Comment' [id = 3 ] ",
-              raisedBy([&] { late.removeBody(); }));
+              raisedText([&] { late.removeBody(); }));
     deviant.beginTransaction();
-    EXPECT_EQ(absent, raisedBy([&] { late.removeBody(); }));
+    EXPECT_EQ(absent, raisedText([&] { late.removeBody(); }));
     deviant.commitTransaction();
 }
 
@@ -53,11 +53,11 @@ TEST_F(DeviantAssertionsTest, AnObjectCreatedTwiceAndADeadModelHaveTextsOfTheirO
     static_cast<void>(model.createDeviantWithName("a"));
     Comment const late = makeComment();
     EXPECT_EQ(" Deviant 'root deviant' : \n object of type 'ZEL.Comment' [id = 3 ] has already been created",
-              raisedBy([&] { model.getDeviant().markObjectCreated(late.getImplementation()); }));
+              raisedText([&] { model.getDeviant().markObjectCreated(late.getImplementation()); }));
     EXPECT_EQ("Attempt to access object of type 'ZEL.Comment' [id = 2 ] after its model has been destroyed",
-              raisedBy([&] { DeviantAssertions::assertThatModelHasBeenDestroyed(comment.getImplementation()); }));
+              raisedText([&] { DeviantAssertions::assertThatModelHasBeenDestroyed(comment.getImplementation()); }));
     EXPECT_EQ("An Internal Error has occurred",
-              raisedBy([&] { DeviantAssertions::assertThatModelHasBeenDestroyed(nullptr); }));
+              raisedText([&] { DeviantAssertions::assertThatModelHasBeenDestroyed(nullptr); }));
 }
 
 } // namespace

@@ -14,7 +14,7 @@ namespace ZEL {
 
 using tests::asState;
 using tests::Kind;
-using tests::raisedBy;
+using tests::raisedText;
 using tests::Subject;
 using tests::Thing;
 

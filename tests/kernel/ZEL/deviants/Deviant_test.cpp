@@ -94,7 +94,7 @@ TEST(Deviant, TheNullDeviantStandsForTheRootAndRefusesOperationsByName) {
     expectNeutralAnswers(null);
     Thing thing;
     for (auto const & [name, operation] : operations(&thing)) {
-        EXPECT_EQ(name + " on null deviant", raisedBy([&call = operation] { call(Deviant()); }));
+        EXPECT_EQ(name + " on null deviant", raisedText([&call = operation] { call(Deviant()); }));
     }
 }
 
@@ -113,7 +113,7 @@ TEST_P(DeviantTest, AValueOutlivesItsManagerAndSaysSo) {
         expectNeutralAnswers(gone);
         for (auto const & [name, operation] : operations(&owner)) {
             EXPECT_EQ("object accessed after its model has been destroyed",
-                      raisedBy([&call = operation, gone] { call(gone); }))
+                      raisedText([&call = operation, gone] { call(gone); }))
                 << name;
         }
     }
@@ -240,7 +240,7 @@ TEST_F(ThingTest, AssertionsHaveTextsWithoutAnObjectAndTheSwitchCoversWritabilit
     EXPECT_TRUE(onNull.assertWritable(nullptr));
     EXPECT_TRUE(onRoot.assertWritable(nullptr));
     EXPECT_RAISES(" Deviant 'root deviant' : \n", onRoot.assertObjectAlreadyCreated(nullptr));
-    EXPECT_EQ("object without metaClass", raisedBy([&] { onRoot.assertObjectAlreadyCreated(thing); }).substr(0, 24));
+    EXPECT_EQ("object without metaClass", raisedText([&] { onRoot.assertObjectAlreadyCreated(thing); }).substr(0, 24));
     EXPECT_FALSE(DeviantAssertions::enableAssertions(true));
 }
 

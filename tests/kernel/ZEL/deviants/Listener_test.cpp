@@ -206,7 +206,7 @@ TEST_P(ListenerTest, TheViewShowsTheStateBeforeAndCannotBeWrittenTo) {
         EXPECT_EQ("|2|", history()) << "the entry comes last";
         std::string const refusal = " Deviant '" + view.getName() + "' not opened for transactions.\n";
         EXPECT_RAISES(refusal, view.beginTransaction());
-        EXPECT_EQ(refusal, raisedBy([&] { thing.set(view, 3); }).substr(0, refusal.size()));
+        EXPECT_EQ(refusal, raisedText([&] { thing.set(view, 3); }).substr(0, refusal.size()));
     };
     one.onModify = one.onValidate = [&](Deviant target, Deviant view) { check(target, view, true); };
     one.onObserve = [&](Deviant target, Deviant view) { check(target, view, false); };
@@ -254,7 +254,7 @@ TEST_P(ListenerTest, ARemovedDeviantTellsEachListenerOncePerList) {
         }
     };
     two.onDestroyed = fail;
-    EXPECT_EQ("failed", raisedBy([&] { manager->removeDeviantWithName("a"); }));
+    EXPECT_EQ("failed", raisedText([&] { manager->removeDeviantWithName("a"); }));
     EXPECT_EQ((Calls{"one destroyed", "two destroyed", "two destroyed", "three destroyed", "one destroyed"}),
               takeCalls());
     EXPECT_FALSE(a.isValid());
@@ -306,7 +306,7 @@ TEST_P(ListenerTest, AModifierOrValidatorMayCancelAndWhatItThrowsLeavesTheTransa
         {
             Transaction transaction(root);
             thing.set(root, 2);
-            EXPECT_EQ("failed", raisedBy([&] { transaction.commit(); }));
+            EXPECT_EQ("failed", raisedText([&] { transaction.commit(); }));
             EXPECT_TRUE(root.isWithinTransaction());
             EXPECT_EQ(2, thing.valueIn(root));
         }

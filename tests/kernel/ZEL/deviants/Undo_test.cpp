@@ -133,8 +133,8 @@ TEST_P(UndoTest, AFailingHelperLeavesTheStackAndTheObjectsAsTheyWere) {
     commit("AB");
     root.undo();
     manager->setHelper(new Failing);
-    EXPECT_EQ("undo", raisedBy([&] { root.undo(); }));
-    EXPECT_EQ("redo", raisedBy([&] { root.redo(); }));
+    EXPECT_EQ("undo", raisedText([&] { root.undo(); }));
+    EXPECT_EQ("redo", raisedText([&] { root.redo(); }));
     EXPECT_EQ("A2 |3| B4", history());
     EXPECT_FALSE(root.isWithinTransactionUndoOrRedo());
     EXPECT_EQ(2, thing.valueIn(root));

@@ -159,7 +159,7 @@ TEST_F(HTMLLogHandlerTest, TakesTheFileOfAnOpenReportOfTheSameName) {
 
 TEST_F(HTMLLogHandlerTest, TellsWhyAReportCannotBeMade) {
     auto const failureOf = [](std::string const & name) {
-        return tests::raisedBy([&] { HTMLLogHandler const handler(name); });
+        return tests::raisedText([&] { HTMLLogHandler const handler(name); });
     };
     EXPECT_EQ("Cannot create output log file: " + path("no/x") + ".html", failureOf(path("no/x")));
     // A folder that is not empty stands where the backup has to go.
@@ -202,7 +202,7 @@ TEST(Stringify, PrintsAsAStreamDoesAndTellsWhenTheStreamFails) {
         }
     };
     std::locale const before = std::locale::global(std::locale(std::locale(), new Failing));
-    std::string const text = tests::raisedBy([] { static_cast<void>(stringify(1)); });
+    std::string const text = tests::raisedText([] { static_cast<void>(stringify(1)); });
     std::locale::global(before);
     EXPECT_EQ("bad conversion stringify(double)", text);
 }

@@ -59,7 +59,7 @@ std::string declareOrder(Metamodel const & metamodel) {
 std::string classes(Metamodel const & metamodel) {
     std::string rows;
     for (auto const & c : metamodel.classes) {
-        rows += '&' + metamodel.cppNamespace + "::tables::" + c->name + "Class,\n";
+        rows += classPointer(c.get()) + ",\n";
     }
     return rows;
 }
@@ -130,10 +130,6 @@ std::set<std::string> headersOf(Emission const & emission) {
         }
     }
     return headers;
-}
-
-std::string classPointer(Class const * c) {
-    return c == nullptr ? "nullptr" : '&' + c->home->cppNamespace + "::tables::" + c->name + "Class";
 }
 
 /// The function that returns the table of the whole metamodel. The statics within it are made at its first call, which
@@ -244,9 +240,7 @@ $API$ void unregisterMetaModel();
 )",
                           {{"banner", emission.banner({}, "write/Bootstrap.cpp")},
                            {"forward", emission.path("Forward.h")},
-                           {"ns", emission.metamodel.cppNamespace},
-                           {"P", emission.metamodel.prefix},
-                           {"API", emission.exportMacro}});
+                           {"P", emission.metamodel.prefix}});
 }
 
 std::string emitBootstrap(Emission const & emission) {
@@ -312,7 +306,6 @@ ZEL::ImmutableMetaModel getMetaModel() { return registration().model(); }
                           {{"banner", emission.banner({}, "write/Bootstrap.cpp")},
                            {"header", emission.path("MetaModelRegistration.h")},
                            {"headers", Emission::includes(headers)},
-                           {"ns", emission.metamodel.cppNamespace},
                            {"descriptor", descriptorFunction(emission, "metaModelTable")},
                            {"others", others}});
 }

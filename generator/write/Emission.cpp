@@ -7,6 +7,10 @@
 
 namespace zelgen {
 
+std::string classPointer(Class const * c) {
+    return c == nullptr ? "nullptr" : '&' + c->home->cppNamespace + "::tables::" + c->name + "Class";
+}
+
 bool mentions(std::string_view text, std::string_view word) {
     auto const isPart = [text](std::size_t at) {
         return at < text.size() && (std::isalnum(static_cast<unsigned char>(text[at])) != 0 || text[at] == '_');
@@ -32,7 +36,20 @@ std::string Emission::filePrefix() const {
 }
 
 Emission Emission::within(std::string_view inner) const {
-    return {family, metamodel, Printer(metamodel.cppNamespace + "::" + std::string(inner)), exportMacro, units};
+    return {metamodel, print.within(metamodel.cppNamespace + "::" + std::string(inner)), exportMacro, units};
+}
+
+Emission Emission::knowing(Printer::Values const & values) const {
+    return {metamodel, print.knowing(values), exportMacro, units};
+}
+
+Printer Emission::printerFor(Property const & p) const {
+    return print.knowing({{"P", p.capital},
+                          {"Ps", p.plural},
+                          {"p", p.base},
+                          {"get", p.getter()},
+                          {"T", p.type->cppName()},
+                          {"IT", p.type->cppName(true)}});
 }
 
 std::string Emission::header(Class const & of, std::string_view suffix) {

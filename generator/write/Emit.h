@@ -10,9 +10,9 @@
 
 namespace zelgen {
 
-/// What all emitters share: the family, the printer and how the command line wants things called.
+/// What all emitters share: the metamodel, the printer and how the command line wants things called. The printer knows the
+/// namespace `$ns$` and the macro `$API$`.
 struct Emission {
-    Family const & family;
     Metamodel const & metamodel;
     Printer print;
     std::string exportMacro;
@@ -24,6 +24,11 @@ struct Emission {
     [[nodiscard]] std::string filePrefix() const;
     /// The same for files that declare within a namespace of the metamodel's.
     [[nodiscard]] Emission within(std::string_view inner) const;
+    /// The same with a printer that knows further values.
+    [[nodiscard]] Emission knowing(Printer::Values const & values) const;
+    /// A printer that also knows what texts about a property name: `$P$`, `$Ps$` and `$p$`, the names of its operations
+    /// and of their base, `$get$`, its getter, `$T$` and `$IT$`, its type for writing and for reading.
+    [[nodiscard]] Printer printerFor(Property const & p) const;
     [[nodiscard]] std::string path(std::string_view fileName) const {
         return metamodel.includeDirectory + '/' + std::string(fileName);
     }
@@ -36,6 +41,9 @@ struct Emission {
     [[nodiscard]] static std::string includes(std::set<std::string> const & headers,
                                               std::set<std::string> const & known = {});
 };
+
+/// "&ZEL::tables::CommentClass", null for no class.
+[[nodiscard]] std::string classPointer(Class const * c);
 
 /// Whether the word stands in the text by itself.
 [[nodiscard]] bool mentions(std::string_view text, std::string_view word);

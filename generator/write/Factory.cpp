@@ -17,27 +17,36 @@ std::vector<Class const *> creatable(Emission const & emission) {
     return result;
 }
 
+/// One text for each of them, which knows its name as `$Y$`.
+std::string forEachCreatable(Emission const & emission, std::string_view text) {
+    std::string result;
+    for (Class const * const c : creatable(emission)) {
+        result += emission.print.knowing({{"Y", c->name}})(text);
+    }
+    return result;
+}
+
+/// A text that knows the class of models as `$M$`; empty if there is none.
+std::string ofModels(Emission const & emission, std::string_view text) {
+    Class const * const model = emission.metamodel.modelClass;
+    return model == nullptr ? "" : emission.print.knowing({{"M", model->name}})(text);
+}
+
+constexpr char kNewModel[] = R"(
+/// A new model with a factory of this class.
+[[nodiscard]] static $M$ createNewModel();
+)";
+
 } // namespace
 
 std::string factoryDeclarations(Emission const & emission, Class const & of) {
     if (!isFactoryOf(emission, of)) {
         return "";
     }
-    std::string creators;
-    for (Class const * const c : creatable(emission)) {
-        creators += emission.print(R"(
-[[nodiscard]] virtual $T$ create$X$(ZEL::Deviant deviant);
-[[nodiscard]] virtual $T$ create$X$(ZEL::Deviant deviant, ZEL::Integer const & id);
-)",
-                                   {{"T", c->type->cppName()}, {"X", c->name}});
-    }
-    std::string const model = emission.metamodel.modelClass == nullptr
-                                  ? ""
-                                  : emission.print(R"(
-/// A new model with a factory of this class.
-[[nodiscard]] static $M$ createNewModel();
-)",
-                                                   {{"M", emission.metamodel.modelClass->type->cppName()}});
+    std::string const creators = forEachCreatable(emission, R"(
+[[nodiscard]] virtual $Y$ create$Y$(ZEL::Deviant deviant);
+[[nodiscard]] virtual $Y$ create$Y$(ZEL::Deviant deviant, ZEL::Integer const & id);
+)");
     return emission.print(R"(
 $model$
 /// A new factory that makes objects in `model`; it belongs to no model by itself.
@@ -54,8 +63,7 @@ $model$
 
 $creators$
 )",
-                          {{"model", model},
-                           {"X", of.type->cppName()},
+                          {{"model", ofModels(emission, kNewModel)},
                            {"P", emission.metamodel.prefix},
                            {"Y", creatable(emission).empty() ? "Class" : creatable(emission).front()->name},
                            {"creators", creators}});
@@ -65,18 +73,8 @@ std::string factoryDefinitions(Emission const & emission, Class const & of) {
     if (!isFactoryOf(emission, of)) {
         return "";
     }
-    std::string creators;
     std::vector<std::string> descriptors;
     for (Class const * const c : creatable(emission)) {
-        creators += emission.print(R"(
-
-$T$ $X$Intf::create$Y$(ZEL::Deviant deviant) { return ZEL::internal::createObject<$T$>(*this, deviant); }
-
-$T$ $X$Intf::create$Y$(ZEL::Deviant deviant, ZEL::Integer const & id) {
-    return ZEL::internal::createObject<$T$>(*this, deviant, id);
-}
-)",
-                                   {{"T", c->type->cppName()}, {"X", of.name}, {"Y", c->name}});
         descriptors.push_back("&" + operationsOf(*c) + "::descriptor()");
     }
     std::string const classes = descriptors.empty()
@@ -87,24 +85,18 @@ static ZEL::internal::ClassDescriptor const * const classes[] = {
 return classes;
 )",
                                                      {{"descriptors", Printer::join(descriptors, ",\n")}});
-    std::string const model = emission.metamodel.modelClass == nullptr
-                                  ? ""
-                                  : emission.print(R"(
+    return ofModels(emission, R"(
 $M$ $X$Intf::createNewModel() {
-    return $M$(ZEL::internal::createModel($I$::descriptor(), [](ZEL::Model model) -> ZEL::FactoryObject {
+    return $M$(ZEL::internal::createModel($M$Intf::descriptor(), [](ZEL::Model model) -> ZEL::FactoryObject {
         return createNewFactory(model);
     }));
 }
 
-)",
-                                                   {{"M", emission.metamodel.modelClass->type->cppName()},
-                                                    {"I", interfaceOf(*emission.metamodel.modelClass)},
-                                                    {"X", of.name}});
-    return model +
+)") +
            emission.print(
                R"(
-$T$ $X$Intf::createNewFactory(ZEL::Model const & model) {
-    return $T$(ZEL::internal::createFactory(model, $X$Intf::descriptor()));
+$X$ $X$Intf::createNewFactory(ZEL::Model const & model) {
+    return $X$(ZEL::internal::createFactory(model, $X$Intf::descriptor()));
 }
 
 namespace {
@@ -128,8 +120,15 @@ ZEL::ClassObject $X$Intf::createFromString(ZEL::Deviant deviant, ZEL::String con
     return ZEL::internal::createByName(*this, deviant, creatableClasses(), name, id);
 }
 )",
-               {{"T", of.type->cppName()}, {"X", of.name}, {"classes", classes}}) +
-           creators;
+               {{"classes", classes}}) +
+           forEachCreatable(emission, R"(
+
+$Y$ $X$Intf::create$Y$(ZEL::Deviant deviant) { return ZEL::internal::createObject<$Y$>(*this, deviant); }
+
+$Y$ $X$Intf::create$Y$(ZEL::Deviant deviant, ZEL::Integer const & id) {
+    return ZEL::internal::createObject<$Y$>(*this, deviant, id);
+}
+)");
 }
 
 std::set<std::string> factoryHeaders(Emission const & emission, Class const & of) {
@@ -150,18 +149,6 @@ std::string factoryHandleDeclarations(Emission const & emission, Class const & o
     if (!isFactoryOf(emission, of)) {
         return "";
     }
-    std::string creators;
-    for (Class const * const c : creatable(emission)) {
-        creators +=
-            emission.print("[[nodiscard]] $T$ create$X$() const;\n", {{"T", c->type->cppName()}, {"X", c->name}});
-    }
-    std::string const model = emission.metamodel.modelClass == nullptr
-                                  ? ""
-                                  : emission.print(R"(
-/// A new model with a factory of this class.
-[[nodiscard]] static $M$ createNewModel();
-)",
-                                                   {{"M", emission.metamodel.modelClass->type->cppName()}});
     return emission.print(R"(
 $model$
 /// A new factory that makes objects in `model`; it belongs to no model by itself.
@@ -170,38 +157,25 @@ $model$
 template <class T> [[nodiscard]] T create() const;
 $creators$
 )",
-                          {{"model", model}, {"X", of.type->cppName()}, {"creators", creators}});
+                          {{"model", ofModels(emission, kNewModel)},
+                           {"creators", forEachCreatable(emission, "[[nodiscard]] $Y$ create$Y$() const;\n")}});
 }
 
 std::string factoryHandleDefinitions(Emission const & emission, Class const & of) {
     if (!isFactoryOf(emission, of)) {
         return "";
     }
-    std::string creators;
-    for (Class const * const c : creatable(emission)) {
-        creators +=
-            emission.print(R"(
-
-$T$ $X$::create$Y$() const { return getImplementation()->create$Y$(getDeviant()); }
-
-template <> $API$ $T$ $X$::create<$T$>() const { return create$Y$(); }
-)",
-                           {{"T", c->type->cppName()}, {"X", of.name}, {"Y", c->name}, {"API", emission.exportMacro}});
-    }
-    std::string const model =
-        emission.metamodel.modelClass == nullptr
-            ? ""
-            : emission.print(R"(
+    return ofModels(emission, R"(
 $M$ $X$::createNewModel() { return NSInterface::$X$Intf::createNewModel(); }
 
-)",
-                             {{"M", emission.metamodel.modelClass->type->cppName()}, {"X", of.name}});
-    return model +
-           emission.print(R"(
-$T$ $X$::createNewFactory(ZEL::Model const & model) { return NSInterface::$X$Intf::createNewFactory(model); }
-)",
-                          {{"T", of.type->cppName()}, {"X", of.name}}) +
-           creators;
+)") + emission.print(R"(
+$X$ $X$::createNewFactory(ZEL::Model const & model) { return NSInterface::$X$Intf::createNewFactory(model); }
+)") + forEachCreatable(emission, R"(
+
+$Y$ $X$::create$Y$() const { return getImplementation()->create$Y$(getDeviant()); }
+
+template <> $API$ $Y$ $X$::create<$Y$>() const { return create$Y$(); }
+)");
 }
 
 } // namespace zelgen

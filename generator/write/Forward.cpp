@@ -4,16 +4,12 @@ namespace zelgen {
 namespace {
 
 std::string exportMacro(Emission const & emission) {
-    if (emission.metamodel.isBuiltIn()) {
-        return "";
-    }
-    return emission.print(R"(
+    return emission.metamodel.isBuiltIn() ? "" : emission.print(R"(
 
 #ifndef $API$
 #define $API$ __attribute__((visibility("default")))
 #endif
-)",
-                          {{"API", emission.exportMacro}});
+)");
 }
 
 } // namespace
@@ -70,7 +66,6 @@ $interfaces$
                           {{"banner", emission.banner({}, "write/Forward.cpp")},
                            {"headers", headers},
                            {"macro", exportMacro(emission)},
-                           {"ns", emission.metamodel.cppNamespace},
                            {"handles", handles},
                            {"support", support},
                            {"interfaces", interfaces}});

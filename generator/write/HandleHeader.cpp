@@ -28,7 +28,7 @@ namespace {
 std::string readers(Emission const & emission, Class const & of) {
     std::string text;
     for (Property const * const p : handleProperties(of)) {
-        text += PropertyForm::of(*p).readers(emission.print, *p);
+        text += PropertyForm::of(*p).readers(emission.printerFor(*p), *p);
     }
     for (Operation const * const operation : handleOperations(of)) {
         if (operation->isConst) {
@@ -41,7 +41,7 @@ std::string readers(Emission const & emission, Class const & of) {
 std::string writers(Emission const & emission, Class const & of) {
     std::string text;
     for (Property const * const p : handleProperties(of)) {
-        text += PropertyForm::of(*p).writers(emission.print, *p);
+        text += PropertyForm::of(*p).writers(emission.printerFor(*p), *p);
     }
     for (Operation const * const operation : handleOperations(of)) {
         if (!operation->isConst || operationText::hasMutableResult(*operation)) {
@@ -54,7 +54,7 @@ std::string writers(Emission const & emission, Class const & of) {
 std::string tags(Emission const & emission, Class const & of) {
     std::string text;
     for (Property const * const p : of.reflectiveOwn()) {
-        text += PropertyForm::of(*p).tag(emission.print, *p);
+        text += PropertyForm::of(*p).tag(emission.printerFor(*p));
     }
     return text;
 }
@@ -69,7 +69,6 @@ std::string pairs(Emission const & emission, Class const & of) {
 [[nodiscard]] ZEL::PropertyAndObject<$tag$, $X$> $P$_() const;
 )",
                                {{"tag", (p->owner == &of ? "" : p->owner->type->cppName() + "::") + p->capital + 'T'},
-                                {"X", of.name},
                                 {"P", p->capital}});
         }
     }
@@ -145,9 +144,6 @@ public:
 )",
                           {{"banner", emission.banner(of.mark, "write/HandleHeader.cpp")},
                            {"headers", Emission::includes(headersOfHandle(of))},
-                           {"ns", of.home->cppNamespace},
-                           {"API", emission.exportMacro},
-                           {"X", of.name},
                            {"immutableDeviantCreator", deviantCreator(emission, of, "Immutable" + of.name)},
                            {"readers", readers(emission, of)},
                            {"deviantCreator", deviantCreator(emission, of, of.name)},

@@ -27,9 +27,7 @@ std::set<std::string> headersOf(Emission const & emission, Class const & of, std
 std::string properties(Emission const & emission, Class const & of) {
     std::vector<std::string> blocks;
     for (Property const * const p : handleProperties(of)) {
-        PropertyForm const & form = PropertyForm::of(*p);
-        blocks.push_back(form.readerDefinitions(emission.print, of, *p) +
-                         form.writerDefinitions(emission.print, of, *p));
+        blocks.push_back(PropertyForm::of(*p).handleDefinitions(emission.printerFor(*p), *p));
     }
     return Printer::blocks(blocks);
 }
@@ -38,10 +36,10 @@ std::string operations(Emission const & emission, Class const & of) {
     std::vector<std::string> blocks;
     for (Operation const * const operation : handleOperations(of)) {
         if (operation->isConst) {
-            blocks.push_back(operationText::handleDefinition(emission.print, of, *operation, true));
+            blocks.push_back(operationText::handleDefinition(emission.print, *operation, true));
         }
         if (!operation->isConst || operationText::hasMutableResult(*operation)) {
-            blocks.push_back(operationText::handleDefinition(emission.print, of, *operation, false));
+            blocks.push_back(operationText::handleDefinition(emission.print, *operation, false));
         }
     }
     return Printer::blocks(blocks);
@@ -53,14 +51,14 @@ std::string tags(Emission const & emission, Class const & of) {
         blocks.push_back(emission.print(R"(
 ZEL::internal::PropertyDescriptor const & $X$::$P$T::descriptor() noexcept { return $p$; }
 )",
-                                        {{"X", of.name}, {"P", p->capital}, {"p", descriptorOf(*p)}}));
+                                        {{"P", p->capital}, {"p", descriptorOf(*p)}}));
     }
     for (Property const * const p : handleProperties(of)) {
         if (!p->isHidden) {
             blocks.push_back(emission.print(R"(
 ZEL::PropertyAndObject<$O$::$P$T, $X$> $X$::$P$_() const { return ZEL::PropertyAndObject<$O$::$P$T, $X$>(*this); }
 )",
-                                            {{"O", p->owner->type->cppName()}, {"P", p->capital}, {"X", of.name}}));
+                                            {{"O", p->owner->type->cppName()}, {"P", p->capital}}));
         }
     }
     return Printer::blocks(blocks);
@@ -77,7 +75,7 @@ $H$ $H$::createDeviantWithName(ZEL::String const & name) const {
     return $H$(body, body->createDeviantWithName(getDeviant(), name));
 }
 )",
-                                        {{"H", handle}, {"X", of.name}});
+                                        {{"H", handle}});
 }
 
 } // namespace
@@ -129,9 +127,7 @@ $tags$
                           {{"banner", emission.banner(of.mark, "write/HandleSource.cpp")},
                            {"header", header},
                            {"headers", Emission::includes(headersOf(emission, of, members), known)},
-                           {"ns", of.home->cppNamespace},
                            {"P", of.home->prefix},
-                           {"X", of.name},
                            {"I", operationsOf(of)},
                            {"members", members},
                            {"factory", factoryHandleDefinitions(emission, of)},

@@ -19,7 +19,7 @@ struct $X$Fields {
     $members$
 };
 )",
-                          {{"X", of.name}, {"members", members}});
+                          {{"members", members}});
 }
 
 std::set<std::string> headersOf(Class const & of, Holder holder, std::string const & fields) {
@@ -50,12 +50,11 @@ std::set<std::string> headersOf(Class const & of, Holder holder, std::string con
 }
 
 /// What the class has beside the operations of properties.
-std::string ownDeclarations(Emission const & emission, Class const & of, Holder holder) {
+std::string ownDeclarations(Emission const & emission, Holder holder) {
     if (holder == Holder::Body) {
         return emission.print(R"(
 [[nodiscard]] ZEL::internal::ClassDescriptor const & internal_descriptor() const noexcept override;
-)",
-                              {});
+)");
     }
     return emission.print(R"(
 [[nodiscard]] std::size_t getByteSize() const override;
@@ -63,16 +62,14 @@ std::string ownDeclarations(Emission const & emission, Class const & of, Holder 
 
 /// Makes this state a copy of another one.
 void assign($X$DeviantImpl const & other);
-)",
-                          {{"X", of.name}});
+)");
 }
 
-std::string ownDefinitions(Emission const & emission, Class const & of, Holder holder) {
+std::string ownDefinitions(Emission const & emission, Holder holder) {
     if (holder == Holder::Body) {
         return emission.print(R"(
 ZEL::internal::ClassDescriptor const & $X$Impl::internal_descriptor() const noexcept { return descriptor(); }
-)",
-                              {{"X", of.name}});
+)");
     }
     return emission.print(R"(
 std::size_t $X$DeviantImpl::getByteSize() const { return sizeof($X$DeviantImpl); }
@@ -85,14 +82,13 @@ void $X$DeviantImpl::assign($X$DeviantImpl const & other) {
     assignCore(other);
     fields = other.fields;
 }
-)",
-                          {{"X", of.name}});
+)");
 }
 
 /// The end of the class: the values of a state; the road of a body to those of its states.
-std::string values(Emission const & emission, Class const & of, Holder holder) {
+std::string values(Emission const & emission, Holder holder) {
     if (holder == Holder::State) {
-        return emission.print("    $X$Fields fields;\n", {{"X", of.name}});
+        return emission.print("    $X$Fields fields;\n");
     }
     return emission.print(R"(
 private:
@@ -102,8 +98,7 @@ private:
     [[nodiscard]] $X$Fields & write(ZEL::Deviant deviant) const {
         return static_cast<$X$DeviantImpl &>(*writeState(deviant)).fields;
     }
-)",
-                          {{"X", of.name}});
+)");
 }
 
 /// "public ZEL::internal::BodyCore, public virtual ZEL::NSInterface::CommentIntf".
@@ -125,9 +120,9 @@ std::string interfaces(Class const & of) {
 
 std::string emitHolderHeader(Emission const & emission, Class const & of, Holder holder) {
     std::string const structure = holder == Holder::State ? fields(emission, of) : "";
-    std::vector<std::string> members{ownDeclarations(emission, of, holder)};
+    std::vector<std::string> members{ownDeclarations(emission, holder)};
     for (Property const * const p : of.fields) {
-        members.push_back(PropertyForm::of(*p).overrides(emission.print, *p, holder));
+        members.push_back(PropertyForm::of(*p).overrides(emission.printerFor(*p), *p, holder));
     }
     std::string const definition = emission.print(
         R"(
@@ -144,11 +139,10 @@ $values$
 )",
         {{"about", holder == Holder::State ? "The state of a " + of.name + " in one deviant."
                                            : "The body of a " + of.name + '.'},
-         {"API", emission.exportMacro},
          {"C", holderName(of, holder)},
          {"bases", bases(of, holder)},
          {"members", Printer::blocks(members)},
-         {"values", values(emission, of, holder)}});
+         {"values", values(emission, holder)}});
     return emission.print(R"(
 $banner$
 #pragma once
@@ -163,15 +157,15 @@ $classes$
 )",
                           {{"banner", emission.banner(of.mark, "write/Holder.cpp")},
                            {"headers", Emission::includes(headersOf(of, holder, structure))},
-                           {"ns", of.home->cppNamespace},
                            {"classes", Printer::blocks({structure, definition})}});
 }
 
 std::string emitHolderSource(Emission const & emission, Class const & of, Holder holder) {
-    std::vector<std::string> blocks{ownDefinitions(emission, of, holder)};
+    std::vector<std::string> blocks{ownDefinitions(emission, holder)};
     std::set<std::string> headers;
     for (Property const * const p : of.fields) {
-        blocks.push_back(PropertyForm::of(*p).overrideDefinitions(emission.print, of, *p, holder));
+        Printer const print = emission.printerFor(*p).knowing({{"C", holderName(of, holder)}});
+        blocks.push_back(PropertyForm::of(*p).overrideDefinitions(print, *p, holder));
         if (!p->many) {
             headers.insert(Emission::valueHeader(*p->type));
         }
@@ -213,7 +207,6 @@ $members$
                           {{"banner", emission.banner(of.mark, "write/Holder.cpp")},
                            {"header", Emission::header(of, holder == Holder::State ? "DeviantImpl" : "Impl")},
                            {"headers", Emission::includes(headers, known)},
-                           {"ns", of.home->cppNamespace},
                            {"C", holderName(of, holder)},
                            {"interfaces", interfaces(of)},
                            {"members", members}});

@@ -13,12 +13,12 @@ std::string propertyComment(Property const & p) {
 }
 
 std::string property(Emission const & emission, Property const & p) {
-    std::string text = propertyComment(p) + PropertyForm::of(p).declarations(emission.print, p);
+    std::string text = propertyComment(p) + PropertyForm::of(p).declarations(emission.printerFor(p), p);
     if (!p.isHidden) {
         text += "[[nodiscard]] static ZEL::internal::PropertyDescriptor const & " + descriptorOperation(p) +
                 "() noexcept;\n";
     }
-    return emission.print("$text$\n", {{"text", text}});
+    return text;
 }
 
 /// The operations of inherited properties for which another one stands.
@@ -29,7 +29,8 @@ std::string redefinitions(Emission const & emission, Class const & of) {
             "// $p$, redefined by $by$\n$operations$",
             {{"p", redefined->qualifiedName()},
              {"by", by->qualifiedName()},
-             {"operations", PropertyForm::of(*redefined).forwardDeclarations(emission.print, *redefined, *by)}}));
+             {"operations",
+              PropertyForm::of(*redefined).forwardDeclarations(emission.printerFor(*redefined), *redefined, *by)}}));
     }
     return Printer::blocks(blocks);
 }
@@ -40,7 +41,7 @@ std::string operations(Emission const & emission, Class const & of) {
         text += operationText::declaration(emission.print, operation);
     }
     for (View const & view : of.views) {
-        text += view.property->owner == &of ? "" : viewDeclaration(emission.print, view);
+        text += view.property->owner == &of ? "" : viewDeclaration(emission.printerFor(*view.property));
     }
     return text;
 }
@@ -91,9 +92,6 @@ public:
 )",
                           {{"banner", emission.banner(of.mark, "write/IntfHeader.cpp")},
                            {"headers", Emission::includes(headersOfIntf(emission, of))},
-                           {"ns", of.home->cppNamespace},
-                           {"API", emission.exportMacro},
-                           {"X", of.name},
                            {"bases", Printer::join(bases, ", ")},
                            {"members", Printer::blocks(members)}});
 }

@@ -43,16 +43,17 @@ std::string emitIntfSource(Emission const & emission, Class const & of) {
     Printer const & print = emission.print;
     std::vector<std::string> blocks;
     for (Property const & p : of.own) {
-        blocks.push_back(PropertyForm::of(p).definitions(print, p));
+        blocks.push_back(PropertyForm::of(p).definitions(emission.printerFor(p), p));
     }
     for (auto const & [redefined, by] : of.redefinitions) {
-        blocks.push_back(PropertyForm::of(*redefined).forwardDefinitions(print, of, *redefined, *by));
+        blocks.push_back(
+            PropertyForm::of(*redefined).forwardDefinitions(emission.printerFor(*redefined), *redefined, *by));
     }
     for (View const & view : of.views) {
-        blocks.push_back(viewDefinition(print, of, view));
+        blocks.push_back(viewDefinition(emission.printerFor(*view.property), of, view));
     }
     for (Operation const & operation : of.operations) {
-        blocks.push_back(operationText::definition(print, of, operation));
+        blocks.push_back(operationText::definition(print, operation));
     }
     blocks.push_back(factoryDefinitions(emission, of));
     std::string const members = Printer::blocks(blocks);
@@ -78,8 +79,6 @@ $members$
                  {{"banner", emission.banner(of.mark, "write/IntfSource.cpp")},
                   {"header", Emission::header(of, "Intf")},
                   {"headers", Emission::includes(headers, headersOfIntf(emission, of))},
-                  {"ns", of.home->cppNamespace},
-                  {"X", of.name},
                   {"members", members}});
 }
 

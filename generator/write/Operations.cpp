@@ -59,7 +59,7 @@ $nodiscard$$virtual$$R$ $name$($parameters$)$const$$override$;
                   {"override", o.overrides ? " override" : ""}});
 }
 
-std::string definition(Printer const & print, Class const & of, Operation const & o) {
+std::string definition(Printer const & print, Operation const & o) {
     if (o.body != OperationBody::Unimplemented) {
         return "";
     }
@@ -69,7 +69,6 @@ $R$ $X$Intf::$name$($parameters$)$const$ {
 }
 )",
                  {{"R", result(o, false)},
-                  {"X", of.name},
                   {"name", o.name},
                   {"parameters", withDeviant("ZEL::Deviant", o, false)},
                   {"const", o.isConst ? " const" : ""}});
@@ -91,14 +90,14 @@ $nodiscard$$R$ $name$($parameters$) const;
                   {"parameters", parameters(o, true)}});
 }
 
-std::string handleDefinition(Printer const & print, Class const & of, Operation const & o, bool immutable) {
+std::string handleDefinition(Printer const & print, Operation const & o, bool immutable) {
     return print(R"(
-$R$ $H$::$name$($parameters$) const {
+$R$ $Immutable$$X$::$name$($parameters$) const {
     return getImplementation()->$name$(getDeviant()$arguments$);
 }
 )",
                  {{"R", result(o, immutable)},
-                  {"H", (immutable ? "Immutable" : "") + of.name},
+                  {"Immutable", immutable ? "Immutable" : ""},
                   {"name", o.name},
                   {"parameters", parameters(o, true)},
                   {"arguments", arguments(o)}});

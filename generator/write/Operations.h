@@ -13,15 +13,14 @@ namespace operationText {
 
 [[nodiscard]] std::string declaration(Printer const & print, Operation const & operation);
 /// The body of an unimplemented operation; empty for those that are written by hand.
-[[nodiscard]] std::string definition(Printer const & print, Class const & of, Operation const & operation);
+[[nodiscard]] std::string definition(Printer const & print, Operation const & operation);
 
 /// Whether the handles have it, on `X` alone if it is not const or returns handles for writing.
 [[nodiscard]] bool isOnHandles(Operation const & operation);
 [[nodiscard]] bool hasMutableResult(Operation const & operation);
 
 [[nodiscard]] std::string handleDeclaration(Printer const & print, Operation const & operation, bool immutable);
-[[nodiscard]] std::string handleDefinition(Printer const & print, Class const & of, Operation const & operation,
-                                           bool immutable);
+[[nodiscard]] std::string handleDefinition(Printer const & print, Operation const & operation, bool immutable);
 
 /// Types that a caller must know in full to call the operation.
 void collectTypes(Operation const & operation, std::set<Type const *> & types);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -24,7 +25,9 @@ template <class Function> void forEachLine(std::string_view text, Function line)
 /// One text on its way into the result.
 class Filler {
 public:
-    explicit Filler(Printer::Values const & values) : fValues(values), fUsed(values.size(), false) {}
+    using Known = std::map<std::string, std::string, std::less<>>;
+
+    Filler(Printer::Values const & values, Known const & known) : fValues(values), fKnown(known) {}
 
     void addLine(std::string_view line) {
         std::string filled;
@@ -48,9 +51,8 @@ public:
     }
 
     [[nodiscard]] std::string finish() const {
-        std::size_t index = 0;
         for (auto const & [name, value] : fValues) {
-            if (!fUsed[index++]) {
+            if (fUsed.count(name) == 0) {
                 throw std::logic_error("found a value for '" + std::string(name) +
                                        "', expected a place for it in the text");
             }
@@ -60,13 +62,14 @@ public:
 
 private:
     std::string const & take(std::string_view name) {
-        std::size_t index = 0;
-        for (auto const & [known, value] : fValues) {
-            if (known == name) {
-                fUsed[index] = true;
+        for (auto const & [given, value] : fValues) {
+            if (given == name) {
+                fUsed.insert(given);
                 return value;
             }
-            ++index;
+        }
+        if (auto const known = fKnown.find(name); known != fKnown.end()) {
+            return known->second;
         }
         throw std::logic_error("found '$" + std::string(name) + "$' in a text, expected a value for it");
     }
@@ -85,7 +88,8 @@ private:
     }
 
     Printer::Values const & fValues;
-    std::vector<bool> fUsed;
+    Known const & fKnown;
+    std::set<std::string_view> fUsed; ///< of the values
     std::string fResult;
 };
 
@@ -99,11 +103,25 @@ Printer::Printer(std::string const & cppNamespace) {
     }
 }
 
+Printer Printer::within(std::string const & cppNamespace) const {
+    Printer result(cppNamespace);
+    result.fKnown = fKnown;
+    return result;
+}
+
+Printer Printer::knowing(Values const & values) const {
+    Printer result = *this;
+    for (auto const & [name, value] : values) {
+        result.fKnown.insert_or_assign(std::string(name), value);
+    }
+    return result;
+}
+
 std::string Printer::operator()(std::string_view text, Values const & values) const {
     if (!text.empty() && text.front() == '\n') {
         text.remove_prefix(1);
     }
-    Filler filler(values);
+    Filler filler(values, fKnown);
     forEachLine(text, [&](std::string_view line) { filler.addLine(line); });
     return shortened(filler.finish());
 }

@@ -9,11 +9,6 @@ namespace {
 
 std::string flag(bool value) { return value ? "true" : "false"; }
 
-/// "&ZEL::tables::CommentClass", null for data types.
-std::string classPointer(Class const * c) {
-    return c == nullptr ? "nullptr" : "&" + c->home->cppNamespace + "::tables::" + c->name + "Class";
-}
-
 std::string propertyElement(Property const & p) {
     std::vector<Property const *> const own = p.owner->reflectiveOwn();
     auto const index = std::find(own.begin(), own.end(), &p) - own.begin();
@@ -51,18 +46,15 @@ int persistence(Property const & p) { return p.persistence == "transient" ? 1 : 
 
 /// The last three entries of a property's row: how reflective access reaches it.
 std::string access(Emission const & emission, Property const & p) {
-    std::string const intf = interfaceOf(*p.owner);
+    Printer const print = emission.printerFor(p).knowing({{"I", interfaceOf(*p.owner)}});
     if (p.many) {
-        return emission.print(R"(
+        return print(R"(
 .single = nullptr,
 .many = &ZEL::internal::manyAccess<$I$, $T$, &$I$::get$Ps$>,
 .manyWithoutAssociation = &ZEL::internal::manyAccess<$I$, $T$, &$I$::get$Ps$WithoutAssociation>,
-)",
-                              {{"I", intf}, {"T", p.type->cppName()}, {"Ps", p.plural}});
+)");
     }
-    std::string const only = p.form == Form::Reference ? "Only" : "";
-    return emission.print(
-        R"(
+    return print(R"(
 .single = &ZEL::internal::singleAccess<$I$, $T$,
                                        &$I$::has$P$, &$I$::$get$,
                                        &$I$::set$P$, &$I$::set$only$$P$,
@@ -70,7 +62,7 @@ std::string access(Emission const & emission, Property const & p) {
 .many = nullptr,
 .manyWithoutAssociation = nullptr,
 )",
-        {{"I", intf}, {"T", p.type->cppName()}, {"P", p.capital}, {"get", p.getter()}, {"only", only}});
+                 {{"only", p.form == Form::Reference ? "Only" : ""}});
 }
 
 std::string propertyRow(Emission const & emission, Property const & p) {
@@ -135,7 +127,7 @@ Table table(Emission const & emission, std::string const & type, std::string con
         return {"", "{}"};
     }
     return {emission.print(R"(
-constexpr $type$ $name$[] = {
+$type$ $name$[] = {
     $rows$
 };
 )",
@@ -192,8 +184,7 @@ std::string concretePart(Emission const & emission, Class const & of) {
 .assignState = &ZEL::internal::assignState<$ns$::NSImplementation::$X$DeviantImpl>,
 .bodySize = sizeof($ns$::NSImplementation::$X$Impl),
 .stateSize = sizeof($ns$::NSImplementation::$X$DeviantImpl),
-)",
-                          {{"ns", of.home->cppNamespace}, {"X", of.name}});
+)");
 }
 
 /// The header that declares the property among those of its class.
@@ -232,7 +223,7 @@ std::string accessors(Emission const & emission, Class const & of) {
     std::string text = print(R"(
 ZEL::internal::ClassDescriptor const & $I$::descriptor() noexcept { return $ns$::tables::$X$Class; }
 )",
-                             {{"I", operationsOf(of)}, {"ns", of.home->cppNamespace}, {"X", of.name}});
+                             {{"I", operationsOf(of)}});
     for (Property const * const p : of.reflectiveOwn()) {
         text += print(R"(
 
@@ -248,7 +239,7 @@ $text$
 
 } // namespace $ns$::NSInterface
 )",
-                 {{"ns", of.home->cppNamespace}, {"text", text}});
+                 {{"text", text}});
 }
 
 } // namespace
@@ -257,8 +248,7 @@ $text$
 std::string emitTablesHeader(Emission const & emission) {
     std::string tables;
     for (auto const & c : emission.metamodel.classes) {
-        tables += emission.print("extern $API$ ZEL::internal::ClassDescriptor const $X$Class;\n",
-                                 {{"API", emission.exportMacro}, {"X", c->name}});
+        tables += emission.print("extern $API$ ZEL::internal::ClassDescriptor const $X$Class;\n", {{"X", c->name}});
     }
     return emission.print(R"(
 $banner$
@@ -277,7 +267,6 @@ $tables$
 )",
                           {{"banner", emission.banner({}, "write/Tables.cpp")},
                            {"forward", emission.path("Forward.h")},
-                           {"ns", emission.metamodel.cppNamespace},
                            {"tables", tables}});
 }
 
@@ -299,9 +288,6 @@ extern $API$ ZEL::internal::PropertyDescriptor const $X$Properties[$count$];
 )",
                           {{"banner", emission.banner(of.mark, "write/Tables.cpp")},
                            {"forward", emission.path("Forward.h")},
-                           {"ns", of.home->cppNamespace},
-                           {"API", emission.exportMacro},
-                           {"X", of.name},
                            {"count", std::to_string(of.reflectiveOwn().size())}});
 }
 
@@ -310,15 +296,6 @@ std::string emitTables(Emission const & emission, Class const & of) {
     for (Property const * const p : of.reflectiveOwn()) {
         properties.push_back(propertyRow(emission, *p));
     }
-    std::string const propertyTable = properties.empty()
-                                          ? ""
-                                          : emission.print(R"(
-constinit ZEL::internal::PropertyDescriptor const $X$Properties[] = {
-    $rows$
-};
-)",
-                                                           {{"X", of.name}, {"rows", Printer::join(properties, "")}});
-
     std::vector<std::string> superClasses;
     for (Class const * const super : of.superclasses) {
         superClasses.push_back(classPointer(super) + ",\n");
@@ -333,10 +310,14 @@ constinit ZEL::internal::PropertyDescriptor const $X$Properties[] = {
             fields.push_back(fieldRow(emission, of, *p));
         }
     }
+    Table const propertyTable =
+        table(emission, "constinit ZEL::internal::PropertyDescriptor const", of.name + "Properties", properties);
     Table const superTable =
-        table(emission, "ZEL::internal::ClassDescriptor const *", of.name + "SuperClasses", superClasses);
-    Table const cloneTable = table(emission, "ZEL::internal::PropertyDescriptor const *", of.name + "Clones", clones);
-    Table const fieldTable = table(emission, "ZEL::internal::FieldDescriptor", of.name + "FieldTable", fields);
+        table(emission, "constexpr ZEL::internal::ClassDescriptor const *", of.name + "SuperClasses", superClasses);
+    Table const cloneTable =
+        table(emission, "constexpr ZEL::internal::PropertyDescriptor const *", of.name + "Clones", clones);
+    Table const fieldTable =
+        table(emission, "constexpr ZEL::internal::FieldDescriptor", of.name + "FieldTable", fields);
 
     return emission.print(R"(
 $banner$
@@ -376,16 +357,14 @@ constinit ZEL::internal::ClassDescriptor const $X$Class{
                           {{"banner", emission.banner(of.mark, "write/Tables.cpp")},
                            {"tables", emission.path("Tables.h")},
                            {"headers", Emission::includes(headersOf(emission, of), {emission.path("Tables.h")})},
-                           {"ns", of.home->cppNamespace},
-                           {"X", of.name},
                            {"P", of.home->prefix},
                            {"I", interfaceOf(of)},
-                           {"propertyTable", propertyTable},
+                           {"propertyTable", propertyTable.text},
                            {"locals", Printer::blocks({superTable.text, cloneTable.text, fieldTable.text})},
                            {"abstract", flag(of.isAbstract)},
                            {"builtAs", builtAs(of)},
                            {"superSpan", superTable.span},
-                           {"propertySpan", properties.empty() ? "{}" : of.name + "Properties"},
+                           {"propertySpan", propertyTable.span},
                            {"cloneSpan", cloneTable.span},
                            {"fieldSpan", fieldTable.span},
                            {"concrete", concretePart(emission, of)}}) +

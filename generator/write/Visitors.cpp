@@ -22,7 +22,6 @@ struct VisitorKind {
     std::string_view name; ///< and of its files
     bool visitsMutable;    ///< beside the handles for reading
     std::string_view comment;
-    std::string_view commentOfEmpty;
 };
 
 constexpr std::array<VisitorKind, 2> kKinds{
@@ -30,12 +29,10 @@ constexpr std::array<VisitorKind, 2> kKinds{
       R"(/// What is done with an object of each concrete class of this metamodel, through a handle for writing and through one
 /// for reading. Each operation returns true to go on.
 ///
-/// A class that overrides one of the two operations of a name hides the other: `using` brings it back.)",
-      R"(/// Does nothing and goes on, for visitors of some classes only.)"},
+/// A class that overrides one of the two operations of a name hides the other: `using` brings it back.)"},
      {"ImmutableVisitor", false,
       R"(/// What is done with an object of each concrete class of this metamodel, through a handle for reading. Each operation
-/// returns true to go on.)",
-      R"(/// Does nothing and goes on, for visitors of some classes only.)"}}};
+/// returns true to go on.)"}}};
 
 /// One text for each operation of a visitor: those for writing, then those for reading.
 std::string forEachOperation(Emission const & emission, VisitorKind const & kind, std::string_view text) {
@@ -101,25 +98,20 @@ private:
 
 } // namespace $ns$
 )",
-        {{"banner", emission.banner({}, "write/Visitors.cpp")},
-         {"headers", Emission::includes({emission.path("Forward.h"), "ZEL/deviants/Deviant.h"})},
-         {"ns", emission.metamodel.cppNamespace},
+        {{"headers", Emission::includes({emission.path("Forward.h"), "ZEL/deviants/Deviant.h"})},
          {"comment", std::string(kind.comment)},
-         {"API", emission.exportMacro},
-         {"V", std::string(kind.name)},
          {"commentOfVisit", commentOfVisit(kind)},
          {"form", kind.visitsMutable ? ", requires { typename Handle::ImmutableForm; }" : ""},
-         {"parameter", kind.visitsMutable ? ", bool forWriting" : ""},
          {"operations", forEachOperation(emission, kind, "virtual bool visit$X$($H$ object) = 0;\n")}});
 }
 
 /// The operations of one form as a table, in which `dispatch` looks the object's class up.
-std::string table(Emission const & emission, VisitorKind const & kind, bool immutable) {
+std::string table(Emission const & emission, bool immutable) {
     std::string entries;
     for (Class const * const c : visited(emission)) {
         entries +=
             emission.print("{&$H$::BodyInterface::classInfo, &ZEL::internal::visitAs<$V$, $H$, &$V$::visit$X$>},\n",
-                           {{"V", std::string(kind.name)}, {"H", c->type->cppName(immutable)}, {"X", c->name}});
+                           {{"H", c->type->cppName(immutable)}, {"X", c->name}});
     }
     return emission.print(R"(
 static auto const $name$ = ZEL::internal::visitTable({
@@ -149,14 +141,10 @@ bool $V$::dispatch(ZEL::NSInterface::ObjectIntf const & object, ZEL::Deviant dev
 
 } // namespace $ns$
 )",
-                          {{"banner", emission.banner({}, "write/Visitors.cpp")},
-                           {"header", emission.path(std::string(kind.name) + ".h")},
+                          {{"header", emission.path(std::string(kind.name) + ".h")},
                            {"headers", handleHeaders(emission)},
-                           {"ns", emission.metamodel.cppNamespace},
-                           {"V", std::string(kind.name)},
-                           {"parameter", kind.visitsMutable ? ", bool forWriting" : ""},
-                           {"reading", table(emission, kind, true)},
-                           {"writing", kind.visitsMutable ? table(emission, kind, false) : ""},
+                           {"reading", table(emission, true)},
+                           {"writing", kind.visitsMutable ? table(emission, false) : ""},
                            {"table", kind.visitsMutable ? "forWriting ? writing : reading" : "reading"}});
 }
 
@@ -169,7 +157,7 @@ $banner$
 
 namespace $ns$ {
 
-$comment$
+/// Does nothing and goes on, for visitors of some classes only.
 class $API$ $V$Empty : public $V$ {
 public:
     $operations$
@@ -177,18 +165,12 @@ public:
 
 } // namespace $ns$
 )",
-                          {{"banner", emission.banner({}, "write/Visitors.cpp")},
-                           {"visitor", emission.path(std::string(kind.name) + ".h")},
-                           {"ns", emission.metamodel.cppNamespace},
-                           {"comment", std::string(kind.commentOfEmpty)},
-                           {"API", emission.exportMacro},
-                           {"V", std::string(kind.name)},
+                          {{"visitor", emission.path(std::string(kind.name) + ".h")},
                            {"operations", forEachOperation(emission, kind, "bool visit$X$($H$ object) override;\n")}});
 }
 
 std::string emptySource(Emission const & emission, VisitorKind const & kind) {
-    std::string const operation =
-        "bool " + std::string(kind.name) + "Empty::visit$X$([[maybe_unused]] $H$ object) { return true; }\n";
+    constexpr char operation[] = "bool $V$Empty::visit$X$([[maybe_unused]] $H$ object) { return true; }\n";
     return emission.print(R"(
 $banner$
 #include <$header$>
@@ -201,10 +183,8 @@ $operations$
 
 } // namespace $ns$
 )",
-                          {{"banner", emission.banner({}, "write/Visitors.cpp")},
-                           {"header", emission.path(std::string(kind.name) + "Empty.h")},
+                          {{"header", emission.path(std::string(kind.name) + "Empty.h")},
                            {"headers", handleHeaders(emission)},
-                           {"ns", emission.metamodel.cppNamespace},
                            {"operations", forEachOperation(emission, kind, operation)}});
 }
 
@@ -224,8 +204,11 @@ std::vector<VisitorFiles> emitVisitors(Emission const & emission) {
     std::vector<VisitorFiles> result;
     for (VisitorKind const & kind : kKinds) {
         std::string const name(kind.name);
-        result.push_back({name, header(emission, kind), source(emission, kind)});
-        result.push_back({name + "Empty", emptyHeader(emission, kind), emptySource(emission, kind)});
+        Emission const known = emission.knowing({{"V", name},
+                                                 {"banner", emission.banner({}, "write/Visitors.cpp")},
+                                                 {"parameter", kind.visitsMutable ? ", bool forWriting" : ""}});
+        result.push_back({name, header(known, kind), source(known, kind)});
+        result.push_back({name + "Empty", emptyHeader(known, kind), emptySource(known, kind)});
     }
     return result;
 }

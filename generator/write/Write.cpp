@@ -51,7 +51,8 @@ private:
     std::vector<std::vector<std::string>> fSources;
 };
 
-void addClass(Collector & collector, Emission const & emission, Class const & of) {
+void addClass(Collector & collector, Emission const & whole, Class const & of) {
+    Emission const emission = whole.knowing({{"X", of.name}});
     collector.startGroup();
     if (of.hasGeneratedHandles) {
         collector.addHeader(of.name + ".h", emitHandleHeader(emission, of));
@@ -112,7 +113,8 @@ Emission emissionOf(Family const & family, WriteOptions const & options) {
     std::string const macro = !options.exportMacro.empty() ? options.exportMacro
                               : family.main().isBuiltIn()  ? "ZEL_API"
                                                            : family.main().prefix + "_API";
-    return {family, family.main(), Printer(family.main().cppNamespace), macro, options.units};
+    std::string const & space = family.main().cppNamespace;
+    return {family.main(), Printer(space).knowing({{"ns", space}, {"API", macro}}), macro, options.units};
 }
 
 } // namespace

@@ -19,19 +19,17 @@ public:
             return Printer::blocks({stored(print, p), byName});
         case Making::Filter:
             return Printer::blocks({withAssociation(print, p),
-                                    raw(print, *p.owner, p,
-                                        "ZEL::internal::filteredView<" + p.type->cppName() + ">(deviant, " +
-                                            getterBelow(p, *p.filtered) + ")"),
+                                    raw(print, "ZEL::internal::filteredView<" + p.type->cppName() + ">(deviant, " +
+                                                   getterBelow(p, *p.filtered) + ")"),
                                     byName});
         case Making::Containees:
-            return Printer::blocks({withAssociation(print, p),
-                                    raw(print, *p.owner, p,
-                                        "ZEL::internal::combinedContainees<" + p.type->cppName() + ">(*this, deviant)"),
-                                    byName});
+            return Printer::blocks(
+                {withAssociation(print, p),
+                 raw(print, "ZEL::internal::combinedContainees<" + p.type->cppName() + ">(*this, deviant)"), byName});
         case Making::Union: // the raw form stands with the views of the class
             return Printer::blocks({withAssociation(print, p), byName});
         case Making::Extension:
-            return Printer::blocks({extension(print, p, ""), extension(print, p, "WithoutAssociation"), byName});
+            return Printer::blocks({extension(print, ""), extension(print, "WithoutAssociation"), byName});
         case Making::Unimplemented:
             return Printer::blocks({unimplemented(print, p), byName});
         default:
@@ -39,81 +37,40 @@ public:
         }
     }
 
-    std::string forwardDefinitions(Printer const & print, Class const & of, Property const & p,
-                                   Property const & by) const override {
-        std::string const byName = !hasByName(p) ? ""
-                                                 : print(R"(
+    std::string forwardDefinitions(Printer const & print, Property const & p, Property const & by) const override {
+        Printer const forward = forwarding(print, p, by);
+        std::string const byName = !hasByName(p) ? "" : forward(R"(
 
 $T$ $X$Intf::get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name) { return $I$get$Q$ByName(deviant, name); }
 
 $IT$ $X$Intf::get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name) const {
     return $I$get$Q$ByName(deviant, name);
 }
-)",
-                                                         {{"X", of.name},
-                                                          {"P", p.capital},
-                                                          {"Q", by.capital},
-                                                          {"T", p.type->cppName()},
-                                                          {"IT", p.type->cppName(true)},
-                                                          {"I", qualifierOf(p, by)}});
-        return print(R"(
+)");
+        return forward(R"(
 ZEL::Sequence<$T$> $X$Intf::get$Ps$(ZEL::Deviant deviant) const { return $I$get$Qs$(deviant); }
 
 ZEL::Sequence<$T$> $X$Intf::get$Ps$WithoutAssociation(ZEL::Deviant deviant) const {
     return $I$get$Qs$WithoutAssociation(deviant);
 }
-)",
-                     {{"X", of.name},
-                      {"Ps", p.plural},
-                      {"Qs", by.plural},
-                      {"T", p.type->cppName()},
-                      {"I", qualifierOf(p, by)}}) +
-               byName;
+)") + byName;
     }
 
     std::string overrides(Printer const & print, Property const & p, Holder in) const override {
-        return in == Holder::Body
-                   ? ""
-                   : print("[[nodiscard]] $S$ & internal_$p$Field() override;\n", {{"p", p.base}, {"S", storage(p)}});
-    }
-
-    std::string overrideDefinitions(Printer const & print, Class const & of, Property const & p,
-                                    Holder in) const override {
         return in == Holder::Body ? ""
-                                  : print("$S$ & $X$::internal_$p$Field() { return $f$; }\n",
-                                          {{"X", holderName(of, in)},
-                                           {"p", p.base},
-                                           {"S", storage(p)},
-                                           {"f", fieldText::member("fields.", p)}});
+                                  : print("[[nodiscard]] $S$ & internal_$p$Field() override;\n", {{"S", storage(p)}});
     }
 
-    std::string readers(Printer const & print, Property const & p) const override {
-        return print(R"(
-[[nodiscard]] ZEL::ImmutableSequence<$T$> get$Ps$() const;
-$byName$
-)",
-                     {{"Ps", p.plural},
-                      {"T", p.type->cppName(true)},
-                      {"byName", handleByName(print, p, p.type->cppName(true))}});
-    }
-    std::string readerDefinitions(Printer const & print, Class const & of, Property const & p) const override {
-        return getters(print, p, "Immutable" + of.name, "ZEL::ImmutableSequence<" + p.type->cppName(true) + '>',
-                       p.type->cppName(true));
+    std::string overrideDefinitions(Printer const & print, Property const & p, Holder in) const override {
+        return in == Holder::Body ? ""
+                                  : print("$S$ & $C$::internal_$p$Field() { return $f$; }\n",
+                                          {{"S", storage(p)}, {"f", fieldText::member("fields.", p)}});
     }
 
-    std::string writers(Printer const & print, Property const & p) const override {
-        return print(
-            R"(
-[[nodiscard]] ZEL::Sequence<$T$> get$Ps$() const;
-$byName$
-)",
-            {{"Ps", p.plural}, {"T", p.type->cppName()}, {"byName", handleByName(print, p, p.type->cppName())}});
-    }
-    std::string writerDefinitions(Printer const & print, Class const & of, Property const & p) const override {
-        return getters(print, p, of.name, "ZEL::Sequence<" + p.type->cppName() + '>', p.type->cppName());
-    }
+    std::string readers(Printer const & print, Property const & p) const override { return getters(print, p, true); }
+    std::string writers(Printer const & print, Property const & p) const override { return getters(print, p, false); }
 
-    std::string tag(Printer const & print, Property const & p) const override {
+    std::string tag(Printer const & print) const override {
         return print(R"(
 struct $P$T {
     static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
@@ -121,41 +78,41 @@ struct $P$T {
     template <class H> static bool has(H const & object) { return !object.get$Ps$().empty(); }
     template <class H> static void setOrAdd(H const & object, $T$ const & value) { object.get$Ps$().push_back(value); }
 };
-)",
-                     {{"P", p.capital}, {"Ps", p.plural}, {"T", p.type->cppName()}});
+)");
     }
 
 protected:
     std::string operations(Printer const & print, Property const & p, Property const & by) const override {
-        std::string const byName = !hasByName(p) ? ""
-                                                 : print(R"(
+        Printer const declare = print.knowing({{"before", before(p, by)}, {"after", after(p, by)}});
+        std::string const byName = !hasByName(p) ? "" : declare(R"(
 [[nodiscard]] $before$$T$ get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name)$after$;
 [[nodiscard]] $before$$IT$ get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name) const$after$;
-)",
-                                                         {{"before", before(p, by)},
-                                                          {"after", after(p, by)},
-                                                          {"P", p.capital},
-                                                          {"T", p.type->cppName()},
-                                                          {"IT", p.type->cppName(true)}});
+)");
         std::string const field = !p.isField() || &p != &by ? ""
                                                             : print(R"(
 /// The field; of states alone.
 [[nodiscard]] virtual $S$ & internal_$p$Field();
 [[nodiscard]] static ZEL::Generic::SequenceField const & $p$Field() noexcept;
 )",
-                                                                    {{"S", storage(p)}, {"p", p.base}});
-        return print(R"(
+                                                                    {{"S", storage(p)}});
+        return declare(R"(
 [[nodiscard]] $before$ZEL::Sequence<$T$> get$Ps$(ZEL::Deviant deviant) const$after$;
 [[nodiscard]] $before$ZEL::Sequence<$T$> get$Ps$WithoutAssociation(ZEL::Deviant deviant) const$after$;
 $byName$
 $field$
 )",
-                     {{"before", before(p, by)},
-                      {"after", after(p, by)},
-                      {"Ps", p.plural},
-                      {"T", p.type->cppName()},
-                      {"byName", byName},
-                      {"field", field}});
+                       {{"byName", byName}, {"field", field}});
+    }
+
+    std::string getterDefinition(Printer const & handle, Property const & p) const override {
+        return handle(R"(
+ZEL::$Immutable$Sequence<$H$> $Immutable$$X$::get$Ps$() const { return getImplementation()->get$Ps$(getDeviant()); }
+)") + (!hasByName(p) ? "" : handle(R"(
+
+$H$ $Immutable$$X$::get$P$ByName(ZEL::String const & name) const {
+    return getImplementation()->get$P$ByName(getDeviant(), name);
+}
+)"));
     }
 
 private:
@@ -177,12 +134,7 @@ $T$ $X$Intf::get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name) {
 $IT$ $X$Intf::get$P$ByName(ZEL::Deviant deviant, ZEL::String const & name) const {
     return ZEL::internal::firstNamed<$IT$>(get$Ps$WithoutAssociation(deviant), name);
 }
-)",
-                     {{"X", p.owner->name},
-                      {"P", p.capital},
-                      {"Ps", p.plural},
-                      {"T", p.type->cppName()},
-                      {"IT", p.type->cppName(true)}});
+)");
     }
 
     static std::string withAssociation(Printer const & print, Property const & p) {
@@ -193,10 +145,7 @@ ZEL::Sequence<$T$> $X$Intf::get$Ps$(ZEL::Deviant deviant) const {
     return $view$;
 }
 )",
-            {{"X", p.owner->name},
-             {"Ps", p.plural},
-             {"T", p.type->cppName()},
-             {"view", p.isRawOnly() ? raw
+            {{"view", p.isRawOnly() ? raw
                                     : "ZEL::internal::associationView<" + p.type->cppName() + ">(*this, deviant, " +
                                           descriptorOperation(p) + "(), " + raw + ')'}});
     }
@@ -223,10 +172,6 @@ ZEL::Generic::SequenceField const & $X$Intf::$p$Field() noexcept {
 }
 )",
                      {{"withAssociation", withAssociation(print, p)},
-                      {"X", p.owner->name},
-                      {"Ps", p.plural},
-                      {"p", p.base},
-                      {"T", p.type->cppName()},
                       {"S", storage(p)},
                       {"of", isText(p) ? "ofTexts" : "ofBodies"},
                       {"type", isText(p) ? ""
@@ -237,13 +182,13 @@ ZEL::Generic::SequenceField const & $X$Intf::$p$Field() noexcept {
                                               : ",\n        false"}});
     }
 
-    static std::string extension(Printer const & print, Property const & p, std::string const & suffix) {
+    static std::string extension(Printer const & print, std::string const & suffix) {
         return print(R"(
 ZEL::Sequence<$T$> $X$Intf::get$Ps$$suffix$(ZEL::Deviant deviant) const {
     return ZEL::internal::filteredView<$T$>(deviant, getAppliedStereotypeInstances$suffix$(deviant));
 }
 )",
-                     {{"X", p.owner->name}, {"Ps", p.plural}, {"T", p.type->cppName()}, {"suffix", suffix}});
+                     {{"suffix", suffix}});
     }
 
     static std::string unimplemented(Printer const & print, Property const & p) {
@@ -252,46 +197,24 @@ ZEL::Sequence<$T$> $X$Intf::get$Ps$(ZEL::Deviant) const { $raise$ }
 
 ZEL::Sequence<$T$> $X$Intf::get$Ps$WithoutAssociation(ZEL::Deviant) const { $raise$ }
 )",
-                     {{"X", p.owner->name},
-                      {"Ps", p.plural},
-                      {"T", p.type->cppName()},
-                      {"raise", "ZEL::raiseUnimplemented(" + unimplementedText(p) + ");"}});
+                     {{"raise", "ZEL::raiseUnimplemented(" + unimplementedText(p) + ");"}});
     }
 
-    static std::string handleByName(Printer const & print, Property const & p, std::string const & type) {
-        return !hasByName(p) ? ""
-                             : print(R"(
-[[nodiscard]] $T$ get$P$ByName(ZEL::String const & name) const;
-)",
-                                     {{"P", p.capital}, {"T", type}});
-    }
-
-    static std::string getters(Printer const & print, Property const & p, std::string const & handle,
-                               std::string const & sequence, std::string const & type) {
-        std::string const byName = !hasByName(p) ? ""
-                                                 : print(R"(
-
-$T$ $H$::get$P$ByName(ZEL::String const & name) const {
-    return getImplementation()->get$P$ByName(getDeviant(), name);
-}
-)",
-                                                         {{"H", handle}, {"P", p.capital}, {"T", type}});
-        return print(R"(
-$S$ $H$::get$Ps$() const { return getImplementation()->get$Ps$(getDeviant()); }
-)",
-                     {{"H", handle}, {"Ps", p.plural}, {"S", sequence}}) +
-               byName;
+    static std::string getters(Printer const & print, Property const & p, bool immutable) {
+        Printer const handle = forHandle(print, p, immutable);
+        return handle("[[nodiscard]] ZEL::$Immutable$Sequence<$H$> get$Ps$() const;\n") +
+               (!hasByName(p) ? "" : handle("[[nodiscard]] $H$ get$P$ByName(ZEL::String const & name) const;\n"));
     }
 
 public:
-    /// The raw sequence of a derived property as the class `of` shows it.
-    static std::string raw(Printer const & print, Class const & of, Property const & p, std::string const & view) {
+    /// The raw sequence of a derived property as the class shows it.
+    static std::string raw(Printer const & print, std::string const & view) {
         return print(R"(
 ZEL::Sequence<$T$> $X$Intf::get$Ps$WithoutAssociation(ZEL::Deviant deviant) const {
     return $view$;
 }
 )",
-                     {{"X", of.name}, {"Ps", p.plural}, {"T", p.type->cppName()}, {"view", view}});
+                     {{"view", view}});
     }
 };
 
@@ -302,11 +225,10 @@ PropertyForm const & manyForm() {
     return form;
 }
 
-std::string viewDeclaration(Printer const & print, View const & view) {
+std::string viewDeclaration(Printer const & print) {
     return print(R"(
 [[nodiscard]] ZEL::Sequence<$T$> get$Ps$WithoutAssociation(ZEL::Deviant deviant) const override;
-)",
-                 {{"Ps", view.property->plural}, {"T", view.property->type->cppName()}});
+)");
 }
 
 std::string viewDefinition(Printer const & print, Class const & of, View const & view) {
@@ -320,9 +242,8 @@ std::string viewDefinition(Printer const & print, Class const & of, View const &
                                          descriptor + (partsKeepEnds ? ", false)" : ", true)"));
     }
     std::string const separator = view.parts.size() > 1 ? ",\n     " : "";
-    return ManyForm::raw(print, of, *view.property,
-                         "ZEL::internal::unionOf<" + view.property->type->cppName() + ">(deviant, {" +
-                             Printer::join(parts, separator) + "})");
+    return ManyForm::raw(print, "ZEL::internal::unionOf<" + view.property->type->cppName() + ">(deviant, {" +
+                                    Printer::join(parts, separator) + "})");
 }
 
 } // namespace zelgen

@@ -13,6 +13,14 @@ PropertyForm const & PropertyForm::of(Property const & property) {
     }
 }
 
+Printer PropertyForm::forHandle(Printer const & print, Property const & p, bool immutable) {
+    return print.knowing({{"Immutable", immutable ? "Immutable" : ""}, {"H", p.type->cppName(immutable)}});
+}
+
+Printer PropertyForm::forwarding(Printer const & print, Property const & p, Property const & by) {
+    return print.knowing({{"Q", by.capital}, {"Qs", by.plural}, {"I", qualifierOf(p, by)}});
+}
+
 std::string interfaceOf(Class const & c) { return c.home->cppNamespace + "::NSInterface::" + c.name + "Intf"; }
 
 std::string operationsOf(Class const & c) {

@@ -12,7 +12,8 @@ enum class Holder { State, Body };
 
 /// The texts of one form of property: what stands for a property of this form in each kind of file.
 ///
-/// Each text is a block of lines without indentation; an empty one stands for nothing. One object per form.
+/// Each text is a block of lines without indentation; an empty one stands for nothing. Each `print` is one for the property
+/// `p` in a file of the class. One object per form.
 class PropertyForm {
 public:
     virtual ~PropertyForm() = default;
@@ -29,28 +30,35 @@ public:
                                                   Property const & by) const {
         return operations(print, p, by);
     }
-    [[nodiscard]] virtual std::string forwardDefinitions(Printer const & print, Class const & of, Property const & p,
+    [[nodiscard]] virtual std::string forwardDefinitions(Printer const & print, Property const & p,
                                                          Property const & by) const = 0;
     /// Overrides in the states or the body of a class, over the field; for stored properties only. Empty where there are
-    /// none.
+    /// none. The printer of the definitions knows the name of the state's or body's class as `$C$`.
     [[nodiscard]] virtual std::string overrides(Printer const & print, Property const & p, Holder in) const = 0;
-    [[nodiscard]] virtual std::string overrideDefinitions(Printer const & print, Class const & of, Property const & p,
+    [[nodiscard]] virtual std::string overrideDefinitions(Printer const & print, Property const & p,
                                                           Holder in) const = 0;
     /// Operations of `ImmutableX` and those that `X` adds; the definitions are those that are not inline.
     [[nodiscard]] virtual std::string readers(Printer const & print, Property const & p) const = 0;
-    [[nodiscard]] virtual std::string readerDefinitions(Printer const & print, Class const & of,
-                                                        Property const & p) const = 0;
     [[nodiscard]] virtual std::string writers(Printer const & print, Property const & p) const = 0;
-    [[nodiscard]] virtual std::string writerDefinitions(Printer const & print, Class const & of,
-                                                        Property const & p) const = 0;
+    [[nodiscard]] std::string handleDefinitions(Printer const & print, Property const & p) const {
+        return getterDefinition(forHandle(print, p, true), p) + getterDefinition(forHandle(print, p, false), p);
+    }
     /// The tag by which applications name the property at compile time.
-    [[nodiscard]] virtual std::string tag(Printer const & print, Property const & p) const = 0;
+    [[nodiscard]] virtual std::string tag(Printer const & print) const = 0;
 
 protected:
     /// Declarations of the operations of `p`, which do what those of `by` do: virtual ones if that is `p` itself, else
     /// overrides.
     [[nodiscard]] virtual std::string operations(Printer const & print, Property const & p,
                                                  Property const & by) const = 0;
+    /// The getter of a handle, by a printer from `forHandle`; empty where it is inline.
+    [[nodiscard]] virtual std::string getterDefinition(Printer const & handle, Property const & p) const = 0;
+
+    /// `print`, which also knows the handle: `$Immutable$`, which goes before its name, and `$H$`, the type of its values.
+    [[nodiscard]] static Printer forHandle(Printer const & print, Property const & p, bool immutable);
+    /// `print`, which also knows the names of `by` as `$Q$` and `$Qs$`, and as `$I$` what goes before an operation of `by`
+    /// in one of `p` that forwards to it.
+    [[nodiscard]] static Printer forwarding(Printer const & print, Property const & p, Property const & by);
 
     [[nodiscard]] static std::string before(Property const & p, Property const & by) {
         return &p == &by ? "virtual " : "";
@@ -80,8 +88,8 @@ protected:
 /// The text that an operation of an unimplemented derived property raises, as a literal.
 [[nodiscard]] std::string unimplementedText(Property const & p);
 
-/// Override by which the class `of` says what a derived property shows on its instances.
-[[nodiscard]] std::string viewDeclaration(Printer const & print, View const & view);
+/// Override by which the class `of` says what a derived property shows on its instances, by a printer for that property.
+[[nodiscard]] std::string viewDeclaration(Printer const & print);
 [[nodiscard]] std::string viewDefinition(Printer const & print, Class const & of, View const & view);
 
 } // namespace zelgen

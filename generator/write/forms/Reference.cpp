@@ -11,9 +11,9 @@ public:
     std::string definitions(Printer const & print, Property const & p) const override {
         switch (p.making) {
         case Making::Field:
-            return bothEnds(print, p) + '\n' + storedEnd(print, p);
+            return bothEnds(print, p) + '\n' + storedEnd(print);
         case Making::Container:
-            return bothEnds(print, p) + '\n' + containerEnd(print, p);
+            return bothEnds(print, p) + '\n' + containerEnd(print);
         case Making::Unimplemented:
             return unimplemented(print, p);
         default:
@@ -21,23 +21,17 @@ public:
         }
     }
 
-    std::string forwardDefinitions(Printer const & print, Class const & of, Property const & p,
-                                   Property const & by) const override {
+    std::string forwardDefinitions(Printer const & print, Property const & p, Property const & by) const override {
+        Printer const forward = forwarding(print, p, by);
         std::string const value =
             p.type == by.type ? "value" : "ZEL::internal::narrowed<" + by.type->cppName() + ">(value)";
-        std::string const reading = isPure(p, by) ? ""
-                                                  : print(R"(
+        std::string const reading = isPure(p, by) ? "" : forward(R"(
 ZEL::Boolean $X$Intf::has$P$(ZEL::Deviant deviant) const { return $I$has$Q$(deviant); }
 
 $T$ $X$Intf::get$P$(ZEL::Deviant deviant) const { return $I$get$Q$(deviant); }
 
-)",
-                                                          {{"X", of.name},
-                                                           {"P", p.capital},
-                                                           {"Q", by.capital},
-                                                           {"T", p.type->cppName()},
-                                                           {"I", qualifierOf(p, by)}});
-        return reading + print(R"(
+)");
+        return reading + forward(R"(
 void $X$Intf::remove$P$(ZEL::Deviant deviant) { $I$remove$Q$(deviant); }
 
 void $X$Intf::set$P$(ZEL::Deviant deviant, $T$ const & value) {
@@ -50,80 +44,54 @@ void $X$Intf::setOnly$P$(ZEL::Deviant deviant, $T$ const & value) {
     $I$setOnly$Q$(deviant, $value$);
 }
 )",
-                               {{"X", of.name},
-                                {"P", p.capital},
-                                {"Q", by.capital},
-                                {"T", p.type->cppName()},
-                                {"value", value},
-                                {"I", qualifierOf(p, by)}});
+                                 {{"value", value}});
     }
 
-    std::string overrides(Printer const & print, Property const & p, Holder in) const override {
-        std::string const writing = in == Holder::Body ? ""
-                                                       : print(R"(
+    std::string overrides(Printer const & print, Property const &, Holder in) const override {
+        std::string const writing = in == Holder::Body ? "" : print(R"(
 void remove$P$(ZEL::Deviant deviant) override;
 void set$P$(ZEL::Deviant deviant, $T$ const & value) override;
-)",
-                                                               {{"P", p.capital}, {"T", p.type->cppName()}});
+)");
         return print(R"(
 [[nodiscard]] ZEL::Boolean has$P$(ZEL::Deviant deviant) const override;
 $writing$
 [[nodiscard]] $T$ get$P$(ZEL::Deviant deviant) const override;
 )",
-                     {{"P", p.capital}, {"T", p.type->cppName()}, {"writing", writing}});
+                     {{"writing", writing}});
     }
 
-    std::string overrideDefinitions(Printer const & print, Class const & of, Property const & p,
-                                    Holder in) const override {
+    std::string overrideDefinitions(Printer const & print, Property const & p, Holder in) const override {
         bool const isBody = in == Holder::Body;
-        std::string const writing = isBody ? ""
-                                           : print(R"(
+        Printer const over = print.knowing({{"f", fieldText::member(isBody ? "read(deviant)." : "fields.", p)},
+                                            {"deviant", isBody ? " deviant" : ""}});
+        return over(R"(
+ZEL::Boolean $C$::has$P$(ZEL::Deviant$deviant$) const { return ZEL::Boolean($f$ != nullptr); }
 
-void $X$::remove$P$(ZEL::Deviant) { $f$ = nullptr; }
+$T$ $C$::get$P$(ZEL::Deviant deviant) const { return $T$($f$, deviant); }
+)") + (isBody ? "" : over(R"(
 
-void $X$::set$P$(ZEL::Deviant, $T$ const & value) { $f$ = value.getImplementationWithoutAssert(); }
-)",
-                                                   {{"X", holderName(of, in)},
-                                                    {"P", p.capital},
-                                                    {"T", p.type->cppName()},
-                                                    {"f", fieldText::member("fields.", p)}});
-        return print(R"(
-ZEL::Boolean $X$::has$P$(ZEL::Deviant$deviant$) const { return ZEL::Boolean($f$ != nullptr); }
+void $C$::remove$P$(ZEL::Deviant) { $f$ = nullptr; }
 
-$T$ $X$::get$P$(ZEL::Deviant deviant) const { return $T$($f$, deviant); }
-)",
-                     {{"X", holderName(of, in)},
-                      {"P", p.capital},
-                      {"T", p.type->cppName()},
-                      {"deviant", isBody ? " deviant" : ""},
-                      {"f", fieldText::member(isBody ? "read(deviant)." : "fields.", p)}}) +
-               writing;
+void $C$::set$P$(ZEL::Deviant, $T$ const & value) { $f$ = value.getImplementationWithoutAssert(); }
+)"));
     }
 
-    std::string readers(Printer const & print, Property const & p) const override {
+    std::string readers(Printer const & print, Property const &) const override {
         return print(R"(
 [[nodiscard]] ZEL::Boolean has$P$() const { return getImplementation()->has$P$(getDeviant()); }
-[[nodiscard]] $T$ get$P$() const;
-)",
-                     {{"P", p.capital}, {"T", p.type->cppName(true)}});
-    }
-    std::string readerDefinitions(Printer const & print, Class const & of, Property const & p) const override {
-        return getter(print, p, "Immutable" + of.name, p.type->cppName(true));
+[[nodiscard]] $IT$ get$P$() const;
+)");
     }
 
-    std::string writers(Printer const & print, Property const & p) const override {
+    std::string writers(Printer const & print, Property const &) const override {
         return print(R"(
 void remove$P$() const { getImplementation()->remove$P$(getDeviant()); }
 void set$P$($T$ const & value) const { getImplementation()->set$P$(getDeviant(), value); }
 [[nodiscard]] $T$ get$P$() const;
-)",
-                     {{"P", p.capital}, {"T", p.type->cppName()}});
-    }
-    std::string writerDefinitions(Printer const & print, Class const & of, Property const & p) const override {
-        return getter(print, p, of.name, p.type->cppName());
+)");
     }
 
-    std::string tag(Printer const & print, Property const & p) const override {
+    std::string tag(Printer const & print) const override {
         return print(R"(
 struct $P$T {
     static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
@@ -132,8 +100,7 @@ struct $P$T {
     template <class H> static void setOrAdd(H const & object, $T$ const & value) { object.set$P$(value); }
     template <class H> static void remove(H const & object) { object.remove$P$(); }
 };
-)",
-                     {{"P", p.capital}, {"T", p.type->cppName()}});
+)");
     }
 
 protected:
@@ -146,11 +113,11 @@ $before$void set$P$(ZEL::Deviant deviant, $T$ const & value)$after$;
 $before$void removeOnly$P$(ZEL::Deviant deviant)$after$;
 $before$void setOnly$P$(ZEL::Deviant deviant, $T$ const & value)$after$;
 )",
-                     {{"before", before(p, by)},
-                      {"after", after(p, by)},
-                      {"reading", after(p, by, isPure(p, by))},
-                      {"P", p.capital},
-                      {"T", p.type->cppName()}});
+                     {{"before", before(p, by)}, {"after", after(p, by)}, {"reading", after(p, by, isPure(p, by))}});
+    }
+
+    std::string getterDefinition(Printer const & handle, Property const &) const override {
+        return handle("$H$ $Immutable$$X$::get$P$() const { return getImplementation()->get$P$(getDeviant()); }\n");
     }
 
 private:
@@ -165,10 +132,10 @@ void $X$Intf::set$P$(ZEL::Deviant deviant, $T$ const & value) {
     ZEL::internal::setEnd(*this, deviant, $p$(), value);
 }
 )",
-                     {{"X", p.owner->name}, {"P", p.capital}, {"T", p.type->cppName()}, {"p", descriptorOperation(p)}});
+                     {{"p", descriptorOperation(p)}});
     }
 
-    static std::string storedEnd(Printer const & print, Property const & p) {
+    static std::string storedEnd(Printer const & print) {
         return print(R"(
 void $X$Intf::removeOnly$P$(ZEL::Deviant deviant) {
     ZEL::internal::writeStateOf<$X$Intf>(*this, deviant).remove$P$(deviant);
@@ -178,11 +145,10 @@ void $X$Intf::setOnly$P$(ZEL::Deviant deviant, $T$ const & value) {
     ZEL::internal::noteForeignElement(*this, value);
     ZEL::internal::writeStateOf<$X$Intf>(*this, deviant).set$P$(deviant, value);
 }
-)",
-                     {{"X", p.owner->name}, {"P", p.capital}, {"T", p.type->cppName()}});
+)");
     }
 
-    static std::string containerEnd(Printer const & print, Property const & p) {
+    static std::string containerEnd(Printer const & print) {
         return print(R"(
 ZEL::Boolean $X$Intf::has$P$(ZEL::Deviant deviant) const { return ZEL::Boolean(get$P$(deviant).isValid()); }
 
@@ -191,8 +157,7 @@ $T$ $X$Intf::get$P$(ZEL::Deviant deviant) const { return $T$(getContainerZEL(dev
 void $X$Intf::removeOnly$P$(ZEL::Deviant deviant) { removeOnlyContainerZEL(deviant); }
 
 void $X$Intf::setOnly$P$(ZEL::Deviant deviant, $T$ const & value) { setOnlyContainerZEL(deviant, value); }
-)",
-                     {{"X", p.owner->name}, {"P", p.capital}, {"T", p.type->cppName()}});
+)");
     }
 
     static std::string unimplemented(Printer const & print, Property const & p) {
@@ -209,18 +174,7 @@ void $X$Intf::removeOnly$P$(ZEL::Deviant) { $raise$ }
 
 void $X$Intf::setOnly$P$(ZEL::Deviant, $T$ const &) { $raise$ }
 )",
-                     {{"X", p.owner->name},
-                      {"P", p.capital},
-                      {"T", p.type->cppName()},
-                      {"raise", "ZEL::raiseUnimplemented(" + unimplementedText(p) + ");"}});
-    }
-
-    static std::string getter(Printer const & print, Property const & p, std::string const & handle,
-                              std::string const & type) {
-        return print(R"(
-$T$ $H$::get$P$() const { return getImplementation()->get$P$(getDeviant()); }
-)",
-                     {{"H", handle}, {"P", p.capital}, {"T", type}});
+                     {{"raise", "ZEL::raiseUnimplemented(" + unimplementedText(p) + ");"}});
     }
 };
 

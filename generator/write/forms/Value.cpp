@@ -32,33 +32,25 @@ public:
 ZEL::Boolean $X$Intf::has$P$(ZEL::Deviant) const { return ZEL::Boolean(true); }
 
 void $X$Intf::remove$P$(ZEL::Deviant) {}
-)",
-                     {{"X", p.owner->name}, {"P", p.capital}});
+)");
     }
 
-    std::string forwardDefinitions(Printer const & print, Class const & of, Property const & p,
-                                   Property const & by) const override {
+    std::string forwardDefinitions(Printer const & print, Property const & p, Property const & by) const override {
         Pure const pure = pureOf(p, by);
-        std::string const presence =
-            print(R"(
+        Printer const forward = forwarding(print, p, by);
+        std::string const presence = forward(R"(
 ZEL::Boolean $X$Intf::has$P$(ZEL::Deviant deviant) const { return $I$has$Q$(deviant); }
 
 void $X$Intf::remove$P$(ZEL::Deviant deviant) { $I$remove$Q$(deviant); }
-)",
-                  {{"X", of.name}, {"P", p.capital}, {"Q", by.capital}, {"I", qualifierOf(p, by)}});
-        std::string const setter = print(
-            R"(
+)");
+        std::string const setter = forward(R"(
 void $X$Intf::set$P$(ZEL::Deviant deviant, $T$ const & value) { $I$set$Q$(deviant, value); }
-)",
-            {{"X", of.name}, {"P", p.capital}, {"Q", by.capital}, {"T", p.type->cppName()}, {"I", qualifierOf(p, by)}});
-        std::string const getter = print(R"(
+)");
+        std::string const getter =
+            print(R"(
 $T$ $X$Intf::$get$(ZEL::Deviant deviant) const { return $I$$getBy$(deviant); }
 )",
-                                         {{"X", of.name},
-                                          {"get", p.getter()},
-                                          {"getBy", by.getter()},
-                                          {"T", p.type->cppName()},
-                                          {"I", p.getter() == by.getter() ? qualifierOf(p, by) : ""}});
+                  {{"getBy", by.getter()}, {"I", p.getter() == by.getter() ? qualifierOf(p, by) : ""}});
         return Printer::blocks({pure.presence ? "" : presence, pure.setter ? "" : setter, pure.getter ? "" : getter});
     }
 
@@ -66,23 +58,21 @@ $T$ $X$Intf::$get$(ZEL::Deviant deviant) const { return $I$$getBy$(deviant); }
         std::string const access = print(R"(
 void set$P$(ZEL::Deviant deviant, $T$ const & value) override;
 [[nodiscard]] $T$ $get$(ZEL::Deviant deviant) const override;
-)",
-                                         {{"P", p.capital}, {"get", p.getter()}, {"T", p.type->cppName()}});
+)");
         return p.form != Form::Value ? access
                                      : print(R"(
 [[nodiscard]] ZEL::Boolean has$P$(ZEL::Deviant deviant) const override;
 void remove$P$(ZEL::Deviant deviant) override;
 $access$
 )",
-                                             {{"P", p.capital}, {"access", access}});
+                                             {{"access", access}});
     }
 
-    std::string overrideDefinitions(Printer const & print, Class const & of, Property const & p,
-                                    Holder in) const override {
+    std::string overrideDefinitions(Printer const & print, Property const & p, Holder in) const override {
         bool const isBody = in == Holder::Body;
-        std::string const deviant = isBody ? " deviant" : "";
         std::string const reading = isBody ? "read(deviant)." : "fields.";
-        std::string const writing = isBody ? "auto & fields = write(deviant);" : "";
+        Printer const over = print.knowing(
+            {{"deviant", isBody ? " deviant" : ""}, {"writing", isBody ? "auto & fields = write(deviant);" : ""}});
         std::string const comparing = !isBody ? ""
                                               : print(R"(
 auto const & present = read(deviant);
@@ -91,65 +81,51 @@ if ($holds$) {
 }
 )",
                                                       {{"holds", fieldText::holds("present.", p, "value")}});
-        std::string const access = print(R"(
-void $X$::set$P$(ZEL::Deviant$deviant$, $T$ const & value) {
+        std::string const access = over(R"(
+void $C$::set$P$(ZEL::Deviant$deviant$, $T$ const & value) {
     $comparing$
     $writing$
     $store$
 }
 
-$T$ $X$::$get$(ZEL::Deviant$deviant$) const { return $load$; }
+$T$ $C$::$get$(ZEL::Deviant$deviant$) const { return $load$; }
 )",
-                                         {{"X", holderName(of, in)},
-                                          {"P", p.capital},
-                                          {"get", p.getter()},
-                                          {"T", p.type->cppName()},
-                                          {"deviant", deviant},
-                                          {"comparing", comparing},
-                                          {"writing", writing},
-                                          {"store", fieldText::store("fields.", p, "value")},
-                                          {"load", fieldText::load(reading, p)}});
+                                        {{"comparing", comparing},
+                                         {"store", fieldText::store("fields.", p, "value")},
+                                         {"load", fieldText::load(reading, p)}});
         if (p.form != Form::Value) {
             return access;
         }
-        return print(R"(
-ZEL::Boolean $X$::has$P$(ZEL::Deviant$deviant$) const { return ZEL::Boolean($isSet$); }
+        return over(R"(
+ZEL::Boolean $C$::has$P$(ZEL::Deviant$deviant$) const { return ZEL::Boolean($isSet$); }
 
-void $X$::remove$P$(ZEL::Deviant$deviant$) {
+void $C$::remove$P$(ZEL::Deviant$deviant$) {
     $writing$
     $clear$
 }
 
 $access$
 )",
-                     {{"X", holderName(of, in)},
-                      {"P", p.capital},
-                      {"deviant", deviant},
-                      {"writing", writing},
-                      {"isSet", boolOf(fieldText::isSet(reading, p), p)},
-                      {"clear", fieldText::clear("fields.", p)},
-                      {"access", access}});
+                    {{"isSet", boolOf(fieldText::isSet(reading, p), p)},
+                     {"clear", fieldText::clear("fields.", p)},
+                     {"access", access}});
     }
 
-    std::string readers(Printer const & print, Property const & p) const override {
+    std::string readers(Printer const & print, Property const &) const override {
         return print(R"(
 [[nodiscard]] ZEL::Boolean has$P$() const { return getImplementation()->has$P$(getDeviant()); }
 [[nodiscard]] $T$ $get$() const { return getImplementation()->$get$(getDeviant()); }
-)",
-                     {{"P", p.capital}, {"get", p.getter()}, {"T", p.type->cppName()}});
+)");
     }
-    std::string readerDefinitions(Printer const &, Class const &, Property const &) const override { return ""; }
 
-    std::string writers(Printer const & print, Property const & p) const override {
+    std::string writers(Printer const & print, Property const &) const override {
         return print(R"(
 void remove$P$() const { getImplementation()->remove$P$(getDeviant()); }
 void set$P$($T$ const & value) const { getImplementation()->set$P$(getDeviant(), value); }
-)",
-                     {{"P", p.capital}, {"T", p.type->cppName()}});
+)");
     }
-    std::string writerDefinitions(Printer const &, Class const &, Property const &) const override { return ""; }
 
-    std::string tag(Printer const & print, Property const & p) const override {
+    std::string tag(Printer const & print) const override {
         return print(R"(
 struct $P$T {
     static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
@@ -158,8 +134,7 @@ struct $P$T {
     template <class H> static void setOrAdd(H const & object, $T$ const & value) { object.set$P$(value); }
     template <class H> static void remove(H const & object) { object.remove$P$(); }
 };
-)",
-                     {{"P", p.capital}, {"get", p.getter()}, {"T", p.type->cppName()}});
+)");
     }
 
 protected:
@@ -174,11 +149,10 @@ $before$void set$P$(ZEL::Deviant deviant, $T$ const & value)$setter$;
                      {{"before", before(p, by)},
                       {"presence", after(p, by, pure.presence)},
                       {"setter", after(p, by, pure.setter)},
-                      {"getter", after(p, by, pure.getter)},
-                      {"P", p.capital},
-                      {"get", p.getter()},
-                      {"T", p.type->cppName()}});
+                      {"getter", after(p, by, pure.getter)}});
     }
+
+    std::string getterDefinition(Printer const &, Property const &) const override { return ""; }
 
 private:
     /// A one-bit field converts by itself, but not within the braces of `Boolean`'s other constructors.
@@ -198,11 +172,7 @@ void $X$Intf::set$P$(ZEL::Deviant, $T$ const &) { $raise$ }
 
 $T$ $X$Intf::$get$(ZEL::Deviant) const { $value$ }
 )",
-                     {{"X", p.owner->name},
-                      {"P", p.capital},
-                      {"get", p.getter()},
-                      {"T", p.type->cppName()},
-                      {"raise", raise},
+                     {{"raise", raise},
                       {"has", hasValue ? "return ZEL::Boolean(true);" : raise},
                       {"value", p.fixed.empty() ? raise : "return " + fieldText::constant(p, p.fixed) + ';'}});
     }

@@ -8,8 +8,6 @@ namespace HASP {
 
 EnumType::EnumType(std::map<int, std::string> literals) : fLiterals(std::move(literals)) {}
 
-EnumType::~EnumType() = default;
-
 any EnumType::convertFromString(std::string const & text, ErrorHolder & errors) const {
     if (errors.hasError()) {
         throw std::logic_error("An Internal Error has occurred");

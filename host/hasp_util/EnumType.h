@@ -13,8 +13,6 @@ namespace HASP {
 /// It knows numbers only; the derived class knows how a value of the enumeration lies in an `any`.
 class HOST_API EnumType : public Type {
 public:
-    ~EnumType() override;
-
     /// Accepts exactly the literals' texts. Throws `std::logic_error` "An Internal Error has occurred" if the holder
     /// has an error already.
     [[nodiscard]] any convertFromString(std::string const & text, ErrorHolder & errors) const override;

@@ -13,7 +13,6 @@ namespace HASP {
 /// Thrown by a cast of an `any` to a type other than that of its value.
 class HOST_API bad_any_cast : public std::bad_cast {
 public:
-    ~bad_any_cast() override;
     [[nodiscard]] char const * what() const noexcept override;
 };
 

@@ -10,7 +10,7 @@ class ObjectOutput;
 class HOST_API Externalizable {
 public:
     Externalizable() = default;
-    virtual ~Externalizable();
+    virtual ~Externalizable() = default;
 
     virtual void writeExternal(ObjectOutput & out) const = 0;
 

@@ -10,7 +10,7 @@ class Level;
 /// Decides whether a handler publishes a record. Given to a handler, which asks it; the caller keeps it.
 class HOST_API Filter {
 public:
-    virtual ~Filter();
+    virtual ~Filter() = default;
 
     [[nodiscard]] virtual bool isLoggable(Level const & level, Externalizable const & record) const = 0;
 

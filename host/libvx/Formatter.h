@@ -11,7 +11,7 @@ class Externalizable;
 /// Turns a record into the text that a handler publishes. Owned by its handler.
 class HOST_API Formatter {
 public:
-    virtual ~Formatter();
+    virtual ~Formatter() = default;
 
     [[nodiscard]] virtual std::string format(Externalizable const & record) = 0;
 

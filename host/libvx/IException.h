@@ -9,7 +9,7 @@ namespace Quillon::System {
 /// What the host asks of any exception: an identifier to sort it by, and a text.
 class HOST_API IException {
 public:
-    virtual ~IException();
+    virtual ~IException() = default;
 
     [[nodiscard]] virtual std::string const & GetID() const = 0;
     [[nodiscard]] virtual std::string const & GetMessageTxt() const = 0;

@@ -5,14 +5,6 @@
 namespace Quillon::System {
 
 /// Marks an exception whose text may be shown to an application's user.
-class HOST_API IUserException : public IException {
-public:
-    ~IUserException() override;
-
-protected:
-    IUserException() = default;
-    IUserException(IUserException const &) = default;
-    IUserException & operator=(IUserException const &) = default;
-};
+class HOST_API IUserException : public IException {};
 
 } // namespace Quillon::System

@@ -10,7 +10,7 @@ namespace Quillon::System {
 class HOST_API ObjectOutput {
 public:
     ObjectOutput() = default;
-    virtual ~ObjectOutput();
+    virtual ~ObjectOutput() = default;
     ObjectOutput(ObjectOutput const &) = delete;
     ObjectOutput & operator=(ObjectOutput const &) = delete;
 

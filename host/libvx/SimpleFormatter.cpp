@@ -4,8 +4,6 @@
 
 namespace Quillon::System {
 
-SimpleFormatter::~SimpleFormatter() = default;
-
 std::string SimpleFormatter::format(Externalizable const & record) {
     StringObjectOutput out;
     record.writeExternal(out);

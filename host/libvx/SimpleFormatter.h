@@ -7,8 +7,6 @@ namespace Quillon::System {
 /// Returns a record's text as the record itself writes it.
 class HOST_API SimpleFormatter : public Formatter {
 public:
-    ~SimpleFormatter() override;
-
     [[nodiscard]] std::string format(Externalizable const & record) override;
 };
 

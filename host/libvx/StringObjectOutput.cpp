@@ -2,8 +2,6 @@
 
 namespace Quillon::System {
 
-StringObjectOutput::~StringObjectOutput() = default;
-
 void StringObjectOutput::writeString(std::string const & text) { fText += text; }
 
 } // namespace Quillon::System

@@ -9,8 +9,6 @@ namespace Quillon::System {
 /// An object stream that joins all that is written into one string.
 class HOST_API StringObjectOutput final : public ObjectOutput {
 public:
-    ~StringObjectOutput() override;
-
     void writeString(std::string const & text) override;
     [[nodiscard]] std::string const & text() const noexcept { return fText; }
 

@@ -5,14 +5,6 @@
 namespace Quillon::System {
 
 /// Root of what the host throws, on the side that is written to a stream.
-class HOST_API Throwable : public Externalizable {
-public:
-    ~Throwable() override;
-
-protected:
-    Throwable() = default;
-    Throwable(Throwable const &) = default;
-    Throwable & operator=(Throwable const &) = default;
-};
+class HOST_API Throwable : public Externalizable {};
 
 } // namespace Quillon::System

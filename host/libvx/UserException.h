@@ -5,14 +5,6 @@
 namespace Quillon::System {
 
 /// Base of exceptions that an application's user may see.
-class HOST_API UserException : public Throwable {
-public:
-    ~UserException() override;
-
-protected:
-    UserException() = default;
-    UserException(UserException const &) = default;
-    UserException & operator=(UserException const &) = default;
-};
+class HOST_API UserException : public Throwable {};
 
 } // namespace Quillon::System

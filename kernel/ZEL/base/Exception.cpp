@@ -17,8 +17,6 @@ Exception::Exception(std::string const & message, std::string const & id) : fMes
 
 Exception::Exception(char const * message, char const * id) : fMessage(message), fId(id) {}
 
-Exception::Exception(Exception const & other) = default;
-
 Exception::~Exception() = default;
 
 void Exception::writeExternal(Quillon::System::ObjectOutput & out) const {
@@ -35,8 +33,6 @@ char const * Exception::what() const noexcept { return fMessage.c_str(); }
 UnImplementedException::UnImplementedException(std::string const & message) : Exception(message) {}
 
 UnImplementedException::UnImplementedException(char const * message) : Exception(message) {}
-
-UnImplementedException::UnImplementedException(UnImplementedException const & other) = default;
 
 UnImplementedException::~UnImplementedException() = default;
 

@@ -23,7 +23,6 @@ public:
     explicit Exception(char const * message);
     Exception(std::string const & message, std::string const & id);
     Exception(char const * message, char const * id);
-    Exception(Exception const & other);
     ~Exception() override;
 
     /// Writes the text and a line end; the identifier is not written.
@@ -42,7 +41,6 @@ class ZEL_API UnImplementedException : public Exception {
 public:
     explicit UnImplementedException(std::string const & message);
     explicit UnImplementedException(char const * message);
-    UnImplementedException(UnImplementedException const & other);
     ~UnImplementedException() override;
 };
 

@@ -25,7 +25,6 @@ public:
     PoolPiece(PoolPiece const &) = delete;
     PoolPiece & operator=(PoolPiece const &) = delete;
 
-    [[nodiscard]] std::uint32_t blockSize() const noexcept { return fBlockSize; }
     [[nodiscard]] std::uint32_t blockCount() const noexcept { return fBlockCount; }
     [[nodiscard]] char * block(std::uint32_t index) noexcept { return fBlocks + std::size_t{index} * fBlockSize; }
     /// The block that `address` lies in.

@@ -14,13 +14,9 @@ DefaultLogHandler::DefaultLogHandler(Quillon::System::Formatter * formatter, Qui
                                      LogLevel const & level)
     : fLevel(level) {
     setFormatter(formatter != nullptr ? formatter : new Quillon::System::SimpleFormatter);
-    if (filter != nullptr) {
-        setFilter(filter);
-    }
+    setFilter(filter);
     setZelLevel(level);
 }
-
-DefaultLogHandler::~DefaultLogHandler() = default;
 
 void DefaultLogHandler::setZelLevel(LogLevel const & level) {
     fLevel = level;

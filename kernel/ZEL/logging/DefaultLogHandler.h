@@ -14,7 +14,6 @@ public:
     /// Takes ownership of `formatter`; null stands for a new `SimpleFormatter`. `filter` may be null and stays the
     /// caller's.
     DefaultLogHandler(Quillon::System::Formatter * formatter, Quillon::System::Filter * filter, LogLevel const & level);
-    ~DefaultLogHandler() override;
 
     void setZelLevel(LogLevel const & level);
     [[nodiscard]] LogLevel getZelLevel() const { return fLevel; }
@@ -24,7 +23,7 @@ public:
     void _publish(Quillon::System::Level const & level, Quillon::System::Externalizable const & record) override;
 
 protected:
-    /// Whether the record is grave enough for this handler, and passes its filter. Raises `std::bad_cast` for a record
+    /// Whether the record is grave enough for this handler, and passes its filter. Throws `std::bad_cast` for a record
     /// that is no `LogRecord`; so does `getLevelName`.
     [[nodiscard]] bool isLoggable(Quillon::System::Level const & level,
                                   Quillon::System::Externalizable const & record) const;

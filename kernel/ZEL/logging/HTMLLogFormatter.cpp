@@ -46,8 +46,6 @@ std::string rowClass(LogRecord const & record) {
 
 } // namespace
 
-HTMLLogFormatter::~HTMLLogFormatter() = default;
-
 std::string HTMLLogFormatter::format(Quillon::System::Externalizable const & record) {
     try {
         auto const & logRecord = dynamic_cast<LogRecord const &>(record);

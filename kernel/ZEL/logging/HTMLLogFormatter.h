@@ -13,8 +13,6 @@ namespace ZEL {
 /// A message goes into the row as it is: markup in it is markup of the report.
 class ZEL_API HTMLLogFormatter : public Quillon::System::SimpleFormatter {
 public:
-    ~HTMLLogFormatter() override;
-
     /// Anything that is no `LogRecord` becomes a row of one cell with the text that it writes of itself.
     [[nodiscard]] std::string format(Quillon::System::Externalizable const & record) override;
 

@@ -54,32 +54,27 @@ void HTMLLogHandler::_publish(Quillon::System::Level const & level, Quillon::Sys
 }
 
 void HTMLLogHandler::_output(std::string const & text) {
-    if (std::ofstream * const stream = getLogStream()) {
-        bool const isOpen = stream->is_open();
-        *stream << text << '\n' << std::flush;
-        noteFailure(isOpen);
-    }
+    bool const isOpen = fStream.is_open();
+    fStream << text << '\n' << std::flush;
+    noteFailure(isOpen);
 }
 
 void HTMLLogHandler::flush() {
-    if (std::ofstream * const stream = getLogStream()) {
-        stream->flush();
-        noteFailure(stream->is_open());
-    }
+    fStream.flush();
+    noteFailure(fStream.is_open());
 }
 
 void HTMLLogHandler::close() {
-    std::ofstream * const stream = getLogStream();
-    if (stream != nullptr && stream->is_open()) {
-        *stream << HTMLLogFormatter::getTail();
-        stream->close();
+    if (fStream.is_open()) {
+        fStream << HTMLLogFormatter::getTail();
+        fStream.close();
         noteFailure(true);
     }
 }
 
 /// The first failure of a report that was open tells why; the stream refuses all that follows.
 void HTMLLogHandler::noteFailure(bool wasOpen) {
-    if (wasOpen && !*fStream && fFailureReason.empty()) {
+    if (wasOpen && !fStream && fFailureReason.empty()) {
         fFailureReason = std::generic_category().message(errno);
     }
 }
@@ -93,8 +88,8 @@ void HTMLLogHandler::setLogStream(std::string name) {
     } catch (std::filesystem::filesystem_error const & error) {
         raiseInternalError("Cannot create output log file: " + file + "; error thrown on " + error.what());
     }
-    fStream = std::make_unique<std::ofstream>(file);
-    if (!*fStream) {
+    fStream = std::ofstream(file);
+    if (!fStream) {
         throw std::runtime_error("Cannot create output log file: " + file);
     }
 }

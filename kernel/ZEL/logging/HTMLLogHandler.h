@@ -3,7 +3,6 @@
 #include <ZEL/logging/DefaultLogHandler.h>
 
 #include <fstream>
-#include <memory>
 #include <string>
 
 namespace ZEL {
@@ -17,7 +16,7 @@ public:
     /// How many earlier reports are kept.
     static constexpr int fMaxBackupFile = 1;
 
-    /// Writes `name`.html, after an earlier one has become `name`.bak.html. Raises `std::runtime_error` if the file
+    /// Writes `name`.html, after an earlier one has become `name`.bak.html. Throws `std::runtime_error` if the file
     /// cannot be made, "Cannot create output log file: ..." if an earlier one cannot be moved away.
     explicit HTMLLogHandler(std::string const & name);
     ~HTMLLogHandler() override;
@@ -36,10 +35,9 @@ protected:
     void setLogStream(std::string name);
 
 private:
-    [[nodiscard]] std::ofstream * getLogStream() const noexcept { return fStream.get(); }
     void noteFailure(bool wasOpen);
 
-    std::unique_ptr<std::ofstream> fStream;
+    std::ofstream fStream;
     std::string fFailureReason;
 };
 

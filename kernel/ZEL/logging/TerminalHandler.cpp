@@ -8,8 +8,6 @@ namespace ZEL {
 
 TerminalHandler::TerminalHandler() : DefaultLogHandler(nullptr, nullptr, LogLevel::info) {}
 
-TerminalHandler::~TerminalHandler() = default;
-
 void TerminalHandler::_publish(Quillon::System::Level const & level, Quillon::System::Externalizable const & record) {
     if (isLoggable(level, record)) {
         vxPrintf("[%s] %s", getLevelName(level, record), getFormatter()->format(record).c_str());

@@ -8,7 +8,6 @@ namespace ZEL {
 class ZEL_API TerminalHandler : public DefaultLogHandler {
 public:
     TerminalHandler();
-    ~TerminalHandler() override;
 
     void _publish(Quillon::System::Level const & level, Quillon::System::Externalizable const & record) override;
 };

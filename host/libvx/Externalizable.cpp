@@ -1,7 +1,0 @@
-#include <libvx/Externalizable.h>
-
-namespace Quillon::System {
-
-Externalizable::~Externalizable() = default;
-
-} // namespace Quillon::System

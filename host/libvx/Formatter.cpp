@@ -1,7 +1,0 @@
-#include <libvx/Formatter.h>
-
-namespace Quillon::System {
-
-Formatter::~Formatter() = default;
-
-} // namespace Quillon::System

@@ -1,7 +1,0 @@
-#include <libvx/IException.h>
-
-namespace Quillon::System {
-
-IException::~IException() = default;
-
-} // namespace Quillon::System

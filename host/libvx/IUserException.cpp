@@ -1,7 +1,0 @@
-#include <libvx/IUserException.h>
-
-namespace Quillon::System {
-
-IUserException::~IUserException() = default;
-
-} // namespace Quillon::System

@@ -1,7 +1,0 @@
-#include <libvx/Throwable.h>
-
-namespace Quillon::System {
-
-Throwable::~Throwable() = default;
-
-} // namespace Quillon::System

@@ -14,7 +14,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
 #include <string_view>
 
 namespace cli {
@@ -27,7 +26,8 @@ struct Line {
     bool isInUse = false;
     std::array<char, 512> text{}; ///< "\r" and the work
     std::size_t length = 0;
-    std::time_t start = 0;
+    Progress::Clock clock = nullptr;
+    std::chrono::steady_clock::time_point start;
     volatile sig_atomic_t isShown = 0;
 };
 
@@ -36,20 +36,18 @@ Line & theLine() {
     return line;
 }
 
-std::time_t now() {
-    timespec time{};
-    ::clock_gettime(CLOCK_MONOTONIC, &time);
-    return time.tv_sec;
-}
-
 /// The handler: nothing here allocates or locks.
 void show(int /*signal*/) {
-    int const formerError = errno;
     Line & line = theLine();
+    auto const seconds = std::chrono::duration_cast<std::chrono::seconds>(line.clock() - line.start).count();
+    if (seconds < 1) {
+        return; // a signal that somebody else has sent
+    }
+    int const formerError = errno;
     std::array<char, 600> text{};
     char * end = std::copy_n(line.text.data(), line.length, text.data());
     end = std::copy_n(" ... ", 5, end);
-    end = std::to_chars(end, text.data() + text.size(), std::max<std::time_t>(now() - line.start, 1)).ptr;
+    end = std::to_chars(end, text.data() + text.size(), seconds).ptr;
     end = std::copy_n(" s\033[K", 5, end);
     line.isShown = 1;
     static_cast<void>(!::write(STDERR_FILENO, text.data(), static_cast<std::size_t>(end - text.data())));
@@ -89,7 +87,7 @@ std::size_t fitting(std::string const & text) {
 
 } // namespace
 
-Progress::Progress(std::string const & work) : fIsOn(isTerminal() && !theLine().isInUse) {
+Progress::Progress(std::string const & work, Clock clock) : fIsOn(isTerminal() && !theLine().isInUse) {
     if (!fIsOn) {
         return;
     }
@@ -97,7 +95,8 @@ Progress::Progress(std::string const & work) : fIsOn(isTerminal() && !theLine().
     std::string const text = printable(work);
     line.isInUse = true;
     line.isShown = 0;
-    line.start = now();
+    line.clock = clock;
+    line.start = clock();
     line.text.front() = '\r';
     line.length = 1 + text.copy(line.text.data() + 1, fitting(text));
     handleTimer(show);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace cli {
@@ -10,7 +11,10 @@ namespace cli {
 /// A timer's signal writes the line, so the work neither knows of it nor pays for it.
 class Progress {
 public:
-    explicit Progress(std::string const & work);
+    using Clock = std::chrono::steady_clock::time_point (*)();
+
+    /// The clock is asked within the signal's handler.
+    explicit Progress(std::string const & work, Clock clock = &std::chrono::steady_clock::now);
     ~Progress();
     Progress(Progress const &) = delete;
     Progress & operator=(Progress const &) = delete;

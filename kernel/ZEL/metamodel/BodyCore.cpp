@@ -68,7 +68,7 @@ void BodyCore::internal_released() {
 
 // --- state protocol --------------------------------------------------------------------------------------------------
 
-ObjectIntf * BodyCore::stateIn(Deviant deviant) const {
+ObjectIntf * BodyCore::internal_getDeviation(Deviant deviant) const {
     if (deviant.getDeviantId() != 0) {
         return deviant.getStateOfObject(this);
     }
@@ -97,7 +97,7 @@ void BodyCore::setRootState(ObjectIntf * state) const noexcept {
 }
 
 ObjectIntf * BodyCore::internal_exchangeRootState(ObjectIntf * state) noexcept {
-    ObjectIntf * const former = stateIn(Deviant());
+    ObjectIntf * const former = internal_getDeviation(Deviant());
     setRootState(state);
     return former;
 }
@@ -105,7 +105,7 @@ ObjectIntf * BodyCore::internal_exchangeRootState(ObjectIntf * state) noexcept {
 ObjectIntf * BodyCore::readStateFromRoot(Deviant deviant) const {
     Deviant const root = deviant.getRootDeviant();
     ObjectIntf * const saved = root.getSavedOldStateOfObject(this);
-    return saved != nullptr ? saved : stateIn(Deviant());
+    return saved != nullptr ? saved : internal_getDeviation(Deviant());
 }
 
 void BodyCore::checkAccess(Deviant deviant) const {
@@ -121,7 +121,7 @@ bool BodyCore::deviant_isValid(Deviant deviant) const {
     if (static_cast<void *>(fRootState) == Deviant::ModelDestroyed || !deviant.isValid()) {
         return false;
     }
-    ObjectIntf * state = stateIn(deviant);
+    ObjectIntf * state = internal_getDeviation(deviant);
     if (!isStated(state)) {
         state = readStateFromRoot(deviant);
     }
@@ -132,7 +132,7 @@ StateCore * BodyCore::readStateSlowly(Deviant deviant) const {
     checkAccess(deviant);
     ObjectIntf * state = nullptr;
     if (deviant.getDeviantId() <= 0 || (fBits & kHasDeviantEntries) != 0) {
-        state = stateIn(deviant);
+        state = internal_getDeviation(deviant);
     }
     if (!isStated(state)) {
         state = readStateFromRoot(deviant);
@@ -150,7 +150,7 @@ StateCore * BodyCore::writeStateSlowly(Deviant deviant) const {
         assertionsOf(deviant).internal_assertWritable(this);
     }
     assertionsOf(deviant).assertWritable(this);
-    ObjectIntf * const present = stateIn(deviant);
+    ObjectIntf * const present = internal_getDeviation(deviant);
     if (present == Deviant::InvalidObject) {
         assertionsOf(deviant).assertObjectNotPresentInDeviant(this);
     }
@@ -232,12 +232,12 @@ void BodyCore::deviant_commitTransientState(Deviant deviant) {
     }
 }
 
-ObjectIntf * BodyCore::deviant_getCopyOfDeviation(Deviant deviant) const { return copyState(stateIn(deviant)); }
-
-ObjectIntf * BodyCore::internal_getDeviation(Deviant deviant) const { return stateIn(deviant); }
+ObjectIntf * BodyCore::deviant_getCopyOfDeviation(Deviant deviant) const {
+    return copyState(internal_getDeviation(deviant));
+}
 
 void BodyCore::internal_setDeviation(Deviant deviant, ObjectIntf * state) {
-    ObjectIntf * const present = stateIn(deviant);
+    ObjectIntf * const present = internal_getDeviation(deviant);
     if (present == state) {
         return;
     }
@@ -251,7 +251,7 @@ void BodyCore::internal_setDeviation(Deviant deviant, ObjectIntf * state) {
 }
 
 ObjectIntf * BodyCore::internal_createDeviation(Deviant deviant) {
-    if (Deviant::isRealState(stateIn(deviant))) {
+    if (Deviant::isRealState(internal_getDeviation(deviant))) {
         return nullptr;
     }
     std::unique_ptr<StateCore> state(deviant.getDeviantId() == 0 ? createRootDeviation(deviant)

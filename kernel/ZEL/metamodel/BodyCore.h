@@ -121,8 +121,6 @@ private:
 
     [[nodiscard]] StateCore * readStateSlowly(Deviant deviant) const;
     [[nodiscard]] StateCore * writeStateSlowly(Deviant deviant) const;
-    /// State of this object in `deviant` itself, as stored.
-    [[nodiscard]] NSInterface::ObjectIntf * stateIn(Deviant deviant) const;
     /// The root's state as other deviants see it: the one before a running root transaction.
     [[nodiscard]] NSInterface::ObjectIntf * readStateFromRoot(Deviant deviant) const;
     [[nodiscard]] NSInterface::ObjectIntf * copyState(NSInterface::ObjectIntf * state) const;

@@ -102,7 +102,7 @@ void BodyCore::internal_destroyContents(Deviant deviant) {
 }
 
 void BodyCore::destroyState(Deviant deviant) {
-    ObjectIntf * const present = stateIn(deviant);
+    ObjectIntf * const present = internal_getDeviation(deviant);
     DeviantImpl * const impl = deviant.getImpl();
     // The present state moves into the change set as it is, unless an older one is there.
     if (impl == nullptr || !impl->savesOldStates() || !impl->transaction().saveOnce(this, [&] { return present; })) {

@@ -2,6 +2,8 @@
 
 #include <ZEL/deviants/ClassObjectIntf.h>
 
+#include <cstdint>
+#include <string>
 #include <type_traits>
 
 namespace ZEL {
@@ -92,6 +94,11 @@ public:
 } // namespace NSInterface
 
 namespace internal {
+
+/// Between the two parts of an object's siid.
+inline constexpr char kSiidSeparator = '_';
+/// The siid of the object with this number in a model: the model's own, the separator and the number.
+[[nodiscard]] ZEL_API std::string siidOf(std::string const & siidOfModel, std::int32_t number);
 
 /// What is known of the class of the interface `I`.
 template <class I> [[nodiscard]] ClassDescriptor const & descriptorOf() noexcept {

@@ -18,41 +18,51 @@ namespace ZEL::NSInterface {
 
 namespace {
 
-PropertyStorage storageOf(ImmutableProperty const & property, char const * failure) {
-    if (!property.isValid()) {
-        raiseInternalError(failure);
-    }
-    return property.getStorage();
-}
-
-PropertyStorage storageToGet(ImmutableProperty const & property) {
-    return storageOf(property, "Trying to get invalid property!");
-}
-
-PropertyStorage storageToSet(ImmutableProperty const & property) {
-    return storageOf(property, "Trying to set invalid property!");
-}
+constexpr char const * kToGet = "Trying to get invalid property!";
+constexpr char const * kToSet = "Trying to set invalid property!";
 
 ImmutableProperty propertyByName(ClassObjectIntf const & object, Deviant deviant, String const & name) {
     return object.getMetaClass(deviant).getProperty(name);
 }
 
-/// The result of `access`; a failure says what does not fit what.
+/// What `access` makes of the property's storage. An invalid property fails with the text; a failure of the access says
+/// what does not fit what.
 template <class Access>
-auto checked(ClassObjectIntf const & object, Deviant deviant, ImmutableProperty const & property, Object const * value,
-             Access access) {
-    try {
-        return access();
-    } catch (std::exception const &) {
-        internal::raiseReflectionError(object, deviant, property, value);
+auto withStorage(ImmutableClassObject const & object, ImmutableProperty const & property, char const * text,
+                 Object const * value, Access access) {
+    if (!property.isValid()) {
+        raiseInternalError(text);
     }
+    PropertyStorage const storage = property.getStorage();
+    try {
+        return access(storage);
+    } catch (std::exception const &) {
+        internal::raiseReflectionError(*object.getImplementation(), object.getDeviant(), property, value);
+    }
+}
+
+template <class Handle> auto getAll(Handle const & object, ImmutableProperty const & property) {
+    return withStorage(object, property, kToGet, nullptr, [&](auto & storage) { return storage.get(object); });
+}
+
+template <class Handle> auto getFirst(Handle const & object, ImmutableProperty const & property) {
+    return withStorage(object, property, kToGet, nullptr, [&](auto & storage) { return storage.getOne(object); });
+}
+
+void write(ClassObject const & object, ImmutableProperty const & property,
+           void (PropertyStorage::*operation)(ClassObject const &, Object const &) const, Object const & value) {
+    withStorage(object, property, kToSet, &value, [&](auto & storage) { (storage.*operation)(object, value); });
+}
+
+void write(ClassObject const & object, ImmutableProperty const & property,
+           void (PropertyStorage::*operation)(ClassObject const &) const) {
+    withStorage(object, property, kToSet, nullptr, [&](auto & storage) { (storage.*operation)(object); });
 }
 
 } // namespace
 
 Sequence<Object> ClassObjectOperations::get(Deviant deviant, ImmutableProperty const & property) {
-    PropertyStorage const storage = storageToGet(property);
-    return checked(*this, deviant, property, nullptr, [&] { return storage.get(ClassObject(this, deviant)); });
+    return getAll(ClassObject(this, deviant), property);
 }
 
 Sequence<Object> ClassObjectOperations::get(Deviant deviant, String const & name) {
@@ -61,8 +71,7 @@ Sequence<Object> ClassObjectOperations::get(Deviant deviant, String const & name
 
 ImmutableSequence<ImmutableObject> ClassObjectOperations::get(Deviant deviant,
                                                               ImmutableProperty const & property) const {
-    PropertyStorage const storage = storageToGet(property);
-    return checked(*this, deviant, property, nullptr, [&] { return storage.get(ImmutableClassObject(this, deviant)); });
+    return getAll(ImmutableClassObject(this, deviant), property);
 }
 
 ImmutableSequence<ImmutableObject> ClassObjectOperations::get(Deviant deviant, String const & name) const {
@@ -70,8 +79,7 @@ ImmutableSequence<ImmutableObject> ClassObjectOperations::get(Deviant deviant, S
 }
 
 Object ClassObjectOperations::getOne(Deviant deviant, ImmutableProperty const & property) {
-    PropertyStorage const storage = storageToGet(property);
-    return checked(*this, deviant, property, nullptr, [&] { return storage.getOne(ClassObject(this, deviant)); });
+    return getFirst(ClassObject(this, deviant), property);
 }
 
 Object ClassObjectOperations::getOne(Deviant deviant, String const & name) {
@@ -79,9 +87,7 @@ Object ClassObjectOperations::getOne(Deviant deviant, String const & name) {
 }
 
 ImmutableObject ClassObjectOperations::getOne(Deviant deviant, ImmutableProperty const & property) const {
-    PropertyStorage const storage = storageToGet(property);
-    return checked(*this, deviant, property, nullptr,
-                   [&] { return storage.getOne(ImmutableClassObject(this, deviant)); });
+    return getFirst(ImmutableClassObject(this, deviant), property);
 }
 
 ImmutableObject ClassObjectOperations::getOne(Deviant deviant, String const & name) const {
@@ -89,9 +95,8 @@ ImmutableObject ClassObjectOperations::getOne(Deviant deviant, String const & na
 }
 
 Boolean ClassObjectOperations::has(Deviant deviant, ImmutableProperty const & property) const {
-    PropertyStorage const storage = storageToGet(property);
-    return Boolean(
-        checked(*this, deviant, property, nullptr, [&] { return storage.has(ImmutableClassObject(this, deviant)); }));
+    ImmutableClassObject const self(this, deviant);
+    return Boolean(withStorage(self, property, kToGet, nullptr, [&](auto & storage) { return storage.has(self); }));
 }
 
 Boolean ClassObjectOperations::has(Deviant deviant, String const & name) const {
@@ -99,8 +104,7 @@ Boolean ClassObjectOperations::has(Deviant deviant, String const & name) const {
 }
 
 void ClassObjectOperations::setOrAdd(Deviant deviant, ImmutableProperty const & property, Object const & value) {
-    PropertyStorage const storage = storageToSet(property);
-    checked(*this, deviant, property, &value, [&] { return storage.setOrAdd(ClassObject(this, deviant), value); });
+    write(ClassObject(this, deviant), property, &PropertyStorage::setOrAdd, value);
 }
 
 void ClassObjectOperations::setOrAdd(Deviant deviant, String const & name, Object const & value) {
@@ -108,9 +112,7 @@ void ClassObjectOperations::setOrAdd(Deviant deviant, String const & name, Objec
 }
 
 void ClassObjectOperations::setOrAddOnly(Deviant deviant, ImmutableProperty const & property, Object const & value) {
-    PropertyStorage const storage = storageToSet(property);
-    checked(*this, deviant, property, &value,
-            [&] { return storage.setOrAddEndOnly(ClassObject(this, deviant), value); });
+    write(ClassObject(this, deviant), property, &PropertyStorage::setOrAddEndOnly, value);
 }
 
 void ClassObjectOperations::setOrAddOnly(Deviant deviant, String const & name, Object const & value) {
@@ -118,8 +120,7 @@ void ClassObjectOperations::setOrAddOnly(Deviant deviant, String const & name, O
 }
 
 void ClassObjectOperations::remove(Deviant deviant, ImmutableProperty const & property, Object const & value) {
-    PropertyStorage const storage = storageToSet(property);
-    checked(*this, deviant, property, &value, [&] { return storage.remove(ClassObject(this, deviant), value); });
+    write(ClassObject(this, deviant), property, &PropertyStorage::remove, value);
 }
 
 void ClassObjectOperations::remove(Deviant deviant, String const & name, Object const & value) {
@@ -127,8 +128,7 @@ void ClassObjectOperations::remove(Deviant deviant, String const & name, Object 
 }
 
 void ClassObjectOperations::removeOnly(Deviant deviant, ImmutableProperty const & property, Object const & value) {
-    PropertyStorage const storage = storageToSet(property);
-    checked(*this, deviant, property, &value, [&] { return storage.removeEndOnly(ClassObject(this, deviant), value); });
+    write(ClassObject(this, deviant), property, &PropertyStorage::removeEndOnly, value);
 }
 
 void ClassObjectOperations::removeOnly(Deviant deviant, String const & name, Object const & value) {
@@ -136,8 +136,7 @@ void ClassObjectOperations::removeOnly(Deviant deviant, String const & name, Obj
 }
 
 void ClassObjectOperations::removeOne(Deviant deviant, ImmutableProperty const & property) {
-    PropertyStorage const storage = storageToSet(property);
-    checked(*this, deviant, property, nullptr, [&] { return storage.removeOne(ClassObject(this, deviant)); });
+    write(ClassObject(this, deviant), property, &PropertyStorage::removeOne);
 }
 
 void ClassObjectOperations::removeOne(Deviant deviant, String const & name) {
@@ -145,8 +144,7 @@ void ClassObjectOperations::removeOne(Deviant deviant, String const & name) {
 }
 
 void ClassObjectOperations::removeOneOnly(Deviant deviant, ImmutableProperty const & property) {
-    PropertyStorage const storage = storageToSet(property);
-    checked(*this, deviant, property, nullptr, [&] { return storage.removeOneEndOnly(ClassObject(this, deviant)); });
+    write(ClassObject(this, deviant), property, &PropertyStorage::removeOneEndOnly);
 }
 
 void ClassObjectOperations::removeOneOnly(Deviant deviant, String const & name) {

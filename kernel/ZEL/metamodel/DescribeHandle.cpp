@@ -5,6 +5,7 @@
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/DescribeHandle.h>
 #include <ZEL/metamodel/Descriptors.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 #include <ZEL/values/ValueObjectIntf.h>
 
@@ -27,8 +28,9 @@ NSInterface::ObjectIntf const * objectAt(void const * address) {
 
 PropertyDescriptor const * nameProperty(ClassDescriptor const & descriptor) {
     auto const isName = [](PropertyDescriptor const & property) {
-        return property.name == std::string_view("name") && property.typeName == std::string_view("ZEL.String") &&
-               property.storage == Storage::Field && !property.isMany();
+        return PropertyView::roleOf(property.name) == PropertyView::Role::Name &&
+               property.typeName == std::string_view("ZEL.String") && property.storage == Storage::Field &&
+               !property.isMany();
     };
     for (PropertyDescriptor const & property : descriptor.ownProperties) {
         if (isName(property)) {

@@ -18,7 +18,13 @@
 #include <string>
 #include <typeinfo>
 
-namespace ZEL::NSInterface {
+namespace ZEL {
+
+std::string internal::siidOf(std::string const & siidOfModel, std::int32_t number) {
+    return siidOfModel + kSiidSeparator + std::to_string(number);
+}
+
+namespace NSInterface {
 
 Boolean ElementIntf::mustBeOwned(Deviant) const { return Boolean(true); }
 
@@ -41,8 +47,6 @@ void ElementIntf::setPersistence(Deviant deviant, PersistenceKind const & persis
 }
 
 void ElementIntf::removePersistence(Deviant deviant) { internal::coreToWrite(*this, deviant).setPersistence(0); }
-
-// --- identity ------------------------------------------------------------------------------------------------------------
 
 // --- a state's answers, and those of what is neither body nor state ----------------------------------------------------
 
@@ -74,7 +78,7 @@ String ClassObjectOperations::getSiid(Deviant deviant) const {
     if (model.getImplementationWithoutAssert() == nullptr) {
         return String();
     }
-    return String(model.getSiid().str() + "_" + std::to_string(static_cast<std::int32_t>(getId(deviant))));
+    return String(internal::siidOf(model.getSiid().str(), static_cast<std::int32_t>(getId(deviant))));
 }
 
 void ClassObjectOperations::setSiid(Deviant, String const &) {
@@ -144,4 +148,5 @@ ClassObjectOperations::getAppliedStereotypeInstancesWithoutAssociation(Deviant d
     return internal::storedSequence<StereotypeObject>(*this, deviant, internal::stereotypeInstanceField());
 }
 
-} // namespace ZEL::NSInterface
+} // namespace NSInterface
+} // namespace ZEL

@@ -152,23 +152,6 @@ void MetaClassView::forget() noexcept {
     Views const forgotten = std::exchange(keptViews(), Views());
 }
 
-// --- those of a run ------------------------------------------------------------------------------------------------------
-
-void MetaClassViews::find(ImmutableClass const & metaClass) {
-    std::shared_ptr<MetaClassView const> & view = fViews[bodyOf(metaClass)];
-    if (view == nullptr) {
-        view = MetaClassView::of(metaClass);
-    }
-    fLast = view.get();
-    fLastBody = bodyOf(metaClass);
-}
-
-void MetaClassViews::clear() noexcept {
-    fViews.clear();
-    fLastBody = nullptr;
-    fLast = nullptr;
-}
-
 // --- upwards ---------------------------------------------------------------------------------------------------------------
 
 std::vector<ImmutableClass> withSuperClasses(ImmutableClass const & metaClass) {

@@ -15,8 +15,6 @@
 
 namespace ZEL::internal {
 
-class BodyCore;
-
 /// What a metamodel says of one property, read from it once. Here alone properties are known by their names.
 struct ZEL_API PropertyView {
     /// What the kernel itself takes the property for.
@@ -94,27 +92,6 @@ private:
     std::unordered_map<std::string_view, PropertyView const *> fByName;
     std::vector<NSInterface::ObjectIntf const *> fSuperClasses; ///< with the class itself; sorted
     bool fIsModel;
-};
-
-/// The views that a run has met: finding one again costs a comparison, or a look-up.
-class ZEL_API MetaClassViews {
-public:
-    /// Good until `clear`.
-    [[nodiscard]] MetaClassView const & of(ImmutableClass const & metaClass) {
-        NSInterface::ObjectIntf const * const body = metaClass.getImplementationWithoutAssert();
-        if (fLast == nullptr || fLastBody != body) {
-            find(metaClass);
-        }
-        return *fLast;
-    }
-    void clear() noexcept;
-
-private:
-    void find(ImmutableClass const & metaClass);
-
-    std::unordered_map<NSInterface::ObjectIntf const *, std::shared_ptr<MetaClassView const>> fViews;
-    NSInterface::ObjectIntf const * fLastBody = nullptr;
-    MetaClassView const * fLast = nullptr;
 };
 
 /// The class and all above it, each once: a walk upwards, by levels.

@@ -23,53 +23,33 @@ namespace ZEL::internal {
 
 namespace {
 
-/// Registered names are "PREFIX.Name"; those of iterators and sequences are made of both parts.
-struct TypeNames {
-    explicit TypeNames(std::string const & registeredName)
-        : prefix(registeredName.substr(0, registeredName.find('.') + 1)), name(registeredName.substr(prefix.size())) {}
-
-    std::string prefix;
-    std::string name;
-};
-
-std::vector<std::string> iteratorNames(TypeNames const & type, bool isClass) {
-    std::string const & p = type.prefix;
-    std::string const & n = type.name;
-    if (isClass) {
-        return {p + "Immutable" + n + "ImmutableIterator", p + n + "ImmutableIterator",
-                p + "Immutable" + n + "Iterator", p + n + "Iterator"};
+/// Calls `visit` for each name of an iterator or sequence over the type with the registered name "PREFIX.Name".
+template <class Visit> void visitCollections(std::string const & registeredName, bool isClass, Visit visit) {
+    std::string const prefix = registeredName.substr(0, registeredName.find('.') + 1);
+    std::string const name = registeredName.substr(prefix.size());
+    for (std::string const kind : {"ImmutableIterator", "Iterator"}) {
+        visit(prefix + name + kind, &IteratorType::Create);
+        if (isClass) {
+            visit(prefix + "Immutable" + name + kind, &IteratorType::Create);
+        }
     }
-    return {p + n + "Iterator", p + n + "ImmutableIterator"};
-}
-
-std::vector<std::string> sequenceNames(TypeNames const & type, bool isClass) {
-    std::string const & p = type.prefix;
-    std::string const & n = type.name;
-    if (isClass) {
-        return {p + "ImmutableSequenceOfImmutable" + n, p + "ImmutableSequenceOf" + n, p + "SequenceOfImmutable" + n,
-                p + "SequenceOf" + n};
+    for (std::string const kind : {"ImmutableSequenceOf", "SequenceOf"}) {
+        visit(prefix + kind + name, &SequenceType::Create);
+        if (isClass) {
+            visit(prefix + kind + "Immutable" + name, &SequenceType::Create);
+        }
     }
-    return {p + "SequenceOf" + n, p + "ImmutableSequenceOf" + n};
 }
 
 void registerCollections(std::string const & registeredName, Type const & element, bool isClass) {
-    TypeNames const names(registeredName);
-    for (std::string const & name : iteratorNames(names, isClass)) {
-        TypeInfoRegistry::registerTypeInfo(name, IteratorType::Create(element));
-    }
-    for (std::string const & name : sequenceNames(names, isClass)) {
-        TypeInfoRegistry::registerTypeInfo(name, SequenceType::Create(element));
-    }
+    visitCollections(registeredName, isClass, [&](std::string const & name, auto create) {
+        TypeInfoRegistry::registerTypeInfo(name, create(element));
+    });
 }
 
 void unregisterCollections(std::string const & registeredName, bool isClass) {
-    TypeNames const names(registeredName);
-    for (std::string const & name : iteratorNames(names, isClass)) {
-        TypeInfoRegistry::unregisterTypeInfo(name);
-    }
-    for (std::string const & name : sequenceNames(names, isClass)) {
-        TypeInfoRegistry::unregisterTypeInfo(name);
-    }
+    visitCollections(registeredName, isClass,
+                     [](std::string const & name, auto) { TypeInfoRegistry::unregisterTypeInfo(name); });
 }
 
 void registerValueType(std::string const & registeredName, HASP::TypeInfo const & info) {

@@ -48,9 +48,8 @@ public:
     void renumber(BodyCore & body);
     /// The object with this number that exists in `deviant`, or else one that does not; null if there is none.
     [[nodiscard]] BodyCore * bodyById(Deviant deviant, std::int32_t id) const;
-    /// The next number as a plain value; put back by a read that is given up.
+    /// The next number as a plain value.
     [[nodiscard]] std::int32_t nextId() const noexcept { return fNextId; }
-    void setNextId(std::int32_t id) noexcept { fNextId = id; }
     /// The id that the object with this number has in the file from which the model was read, if a writer would give
     /// another one; null if none was noted.
     [[nodiscard]] std::string const * fileIdOf(std::int32_t id) const;

@@ -2,11 +2,9 @@
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
 #include <ZEL/base/Exception.h>
-#include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/ClassIntf.h>
 #include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/metamodel/ReflectionErrors.h>
@@ -18,6 +16,7 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 namespace ZEL::internal {
 
@@ -48,20 +47,13 @@ std::string nameOf(ImmutableObject const & value) {
     return type.isValid() ? quoted(type.getQualifiedName()) : "a value of an unknown type";
 }
 
-bool isKindOf(ClassDescriptor const & descriptor, ImmutableType const & expected) {
-    NSInterface::TypeIntf const * const described = descriptor.runtime->metaClass();
-    return described == expected.getImplementation() ||
-           std::any_of(descriptor.superClasses.begin(), descriptor.superClasses.end(),
-                       [&expected](ClassDescriptor const * above) { return isKindOf(*above, expected); });
-}
-
 bool fits(Object const & value, ImmutableType const & expected) {
-    NSInterface::ObjectIntf const * const body = value.getImplementationWithoutAssert();
-    if (body == nullptr) {
+    if (value.getImplementationWithoutAssert() == nullptr) {
         return false;
     }
-    return body->internal_body() != nullptr ? isKindOf(body->internal_body()->internal_descriptor(), expected)
-                                            : value.getMetaType() == expected;
+    std::vector<ImmutableClass> const classes = withSuperClasses(ImmutableClass(value.getMetaType()));
+    return classes.empty() ? value.getMetaType() == expected
+                           : std::find(classes.begin(), classes.end(), expected) != classes.end();
 }
 
 } // namespace

@@ -11,7 +11,7 @@
 namespace ZEL {
 
 ObjectId::ObjectId(std::string_view text) noexcept : fText(text) {
-    std::size_t const underscore = text.rfind('_');
+    std::size_t const underscore = text.rfind(internal::kSiidSeparator);
     if (underscore == std::string_view::npos) {
         return;
     }
@@ -26,7 +26,7 @@ ObjectId::ObjectId(std::string_view text) noexcept : fText(text) {
         fSerial = static_cast<std::size_t>(number);
     }
     // The uuid has no underscore.
-    if (hasPrefix() && text.find('_', std::string_view(ID_PREFIX).size()) == underscore) {
+    if (hasPrefix() && text.find(internal::kSiidSeparator, std::string_view(ID_PREFIX).size()) == underscore) {
         fNumber = number;
     }
 }

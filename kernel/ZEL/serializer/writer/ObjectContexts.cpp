@@ -83,7 +83,8 @@ void ObjectContexts::appendHead(ImmutableClassObject const & object, ContextSequ
     sequence.addContext(attributeOf(extension, "extender", XmiConstants::ZEL_EXTENDER));
     sequence.addContext(attributeOf(extension, "persistentIds", "true"));
     sequence.addContext(
-        attributeOf(extension, "nextIdValue", ObjectId::of(model) + "_" + model.getNextIdValue().toString().str()));
+        attributeOf(extension, "nextIdValue",
+                    internal::siidOf(ObjectId::of(model), static_cast<std::int32_t>(model.getNextIdValue()))));
 }
 
 void ObjectContexts::appendExtension(Context & element, ContextSequence & sequence) {

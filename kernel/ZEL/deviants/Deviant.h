@@ -8,14 +8,10 @@
 
 namespace ZEL {
 
-class ChangeSet;
 class DeviantManager;
 class ListenerBase;
 class Model;
 class StateMap;
-template <class T, class C> class ReportOfChanges;
-struct TRUE_TYPE;
-struct FALSE_TYPE;
 
 namespace NSInterface {
 class ObjectIntf;

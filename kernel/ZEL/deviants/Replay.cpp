@@ -3,7 +3,6 @@
 #include <ZEL/deviants/DeviantManager.h>
 #include <ZEL/deviants/Replay.h>
 
-#include <cstddef>
 #include <utility>
 #include <vector>
 

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <new>
 #include <utility>
 
 namespace ZEL {

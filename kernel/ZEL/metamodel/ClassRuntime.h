@@ -3,24 +3,13 @@
 #include <ZEL/Export.h>
 #include <ZEL/deviants/Deviant.h>
 
-#include <cstdint>
-#include <string>
-#include <string_view>
-#include <unordered_map>
-
 namespace ZEL {
-
-class Class;
-class ImmutableProperty;
 
 namespace NSInterface {
 class ClassIntf;
-class PropertyIntf;
 } // namespace NSInterface
 
 namespace internal {
-
-struct PropertyDescriptor;
 
 /// What is known of a metamodel class once its metamodel has been built: the `Class` object that describes it.
 ///

@@ -15,8 +15,6 @@ inline constexpr char EMF_SCHEMA_BASE[] = "http://www.eclipse.org";
 inline constexpr char METAMODEL_URI[] = "http://schema.omg.org/spec/MOF/2.0";
 inline constexpr char METAMODEL_CMOF_URI[] = "http://schema.omg.org/spec/MOF/2.0/cmof.xml";
 inline constexpr char METAMODEL_EMOF_URI[] = "http://schema.omg.org/spec/MOF/2.0/emof.xml";
-/// Its prefix in files, and in the registered names of its types.
-inline constexpr char METAMODEL_PREFIX[] = "ZEL";
 
 static_assert(std::string_view(METAMODEL_URI).starts_with(OMG_SCHEMA_BASE));
 static_assert(std::string_view(METAMODEL_CMOF_URI).starts_with(METAMODEL_URI));

@@ -8,7 +8,6 @@
 #include <ZEL/sequences/PersistentSequence.h>
 
 #include <algorithm>
-#include <iterator>
 
 namespace ZEL::internal {
 

@@ -1,5 +1,4 @@
 #include <ZEL/String.h>
-#include <ZEL/base/Cleanup.h>
 #include <ZEL/base/LiveObjectTable.h>
 #include <ZEL/deviants/DeviantImpl.h>
 #include <ZEL/metamodel/BodyCore.h>
@@ -7,7 +6,6 @@
 #include <ZEL/metamodel/Descriptors.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
-#include <ZEL/values/ValueObjectIntf.h>
 
 #include <optional>
 #include <string>

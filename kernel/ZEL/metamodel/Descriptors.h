@@ -15,7 +15,6 @@ class TypeInfo;
 
 namespace ZEL {
 
-class ClassObject;
 class FactoryObject;
 class ImmutableClassObject;
 class Model;
@@ -23,8 +22,6 @@ class Object;
 template <class T> class Sequence;
 
 namespace NSInterface {
-class ClassIntf;
-class ClassObjectIntf;
 class ObjectIntf;
 } // namespace NSInterface
 

@@ -13,7 +13,6 @@
 #include <ZEL/metamodel/PackageIntf.h>
 #include <ZEL/metamodel/PersistenceKind.h>
 #include <ZEL/metamodel/PropertySupport.h>
-#include <ZEL/metamodel/StateCore.h>
 
 #include <string>
 #include <typeinfo>

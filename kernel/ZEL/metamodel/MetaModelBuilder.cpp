@@ -1,18 +1,14 @@
 #include <ZEL/base/AtScopeEnd.h>
 #include <ZEL/base/Cleanup.h>
-#include <ZEL/base/Exception.h>
 #include <ZEL/deviants/DeviantAssertions.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassRuntime.h>
-#include <ZEL/metamodel/Constants.h>
 #include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
 #include <ZEL/metamodel/MetaModelBuilder.h>
 #include <ZEL/metamodel/MetaModelDeclaration.h>
 #include <ZEL/metamodel/MetaModelDefinition.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/Package.h>
-
-#include <string>
 
 namespace ZEL::internal {
 

@@ -7,7 +7,6 @@
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/metamodel/Property.h>
 
-#include <string>
 #include <unordered_map>
 #include <vector>
 

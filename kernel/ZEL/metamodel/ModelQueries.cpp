@@ -4,12 +4,9 @@
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
 #include <ZEL/base/Exception.h>
-#include <ZEL/deviants/Deviant.h>
 #include <ZEL/deviants/StateMap.h>
 #include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/ModelIntf.h>
-#include <ZEL/metamodel/PropertySupport.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/sequences/SequenceBuilder.h>
 

@@ -1,4 +1,3 @@
-#include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
 #include <ZEL/base/Exception.h>
@@ -10,7 +9,6 @@
 #include <ZEL/metamodel/ReflectionErrors.h>
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/values/Object.h>
-#include <ZEL/values/ValueObject.h>
 
 #include <hasp_util/any.h>
 

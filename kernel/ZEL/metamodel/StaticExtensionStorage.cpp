@@ -1,5 +1,4 @@
 #include <ZEL/base/Exception.h>
-#include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/StaticExtensionStorage.h>
 #include <ZEL/metamodel/StereotypeObject.h>

@@ -5,7 +5,6 @@
 #include <ZEL/sequences/SequenceNames.h>
 
 namespace ZEL {
-struct TRUE_TYPE;
 struct FALSE_TYPE;
 } // namespace ZEL
 

@@ -11,7 +11,6 @@
 #include <functional>
 
 namespace ZEL {
-struct TRUE_TYPE;
 struct FALSE_TYPE;
 } // namespace ZEL
 

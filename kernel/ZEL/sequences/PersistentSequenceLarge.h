@@ -3,7 +3,6 @@
 #include <ZEL/sequences/PersistentSequenceTree.h>
 
 #include <cstddef>
-#include <cstdint>
 #include <vector>
 
 namespace ZEL::internal {

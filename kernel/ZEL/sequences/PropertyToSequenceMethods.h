@@ -5,7 +5,6 @@
 #include <ZEL/deviants/Deviant.h>
 #include <ZEL/sequences/RefTraits.h>
 
-#include <cstddef>
 #include <type_traits>
 
 namespace ZEL::Generic {

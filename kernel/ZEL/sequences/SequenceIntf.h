@@ -6,8 +6,6 @@
 #include <ZEL/sequences/Ref.h>
 #include <ZEL/sequences/SmartPtr.h>
 
-#include <memory>
-
 namespace ZEL::Generic {
 
 /// The one contract of every multi-valued property, derived list and query result, without the type of its elements.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ZEL/serializer/Context.h>
+#include <ZEL/serializer/XmiConstants.h>
 
 #include <hasp_util/XmlConstants.h>
 
@@ -38,7 +39,7 @@ private:
     Context fContext;
 };
 
-/// Leaves the Context out, with all that lies below it.
+/// A rule, and its result: the Context is left out, with all that lies below it.
 inline Context skipped(Context const & context) {
     Context copy = context;
     copy.setSkipState(true);
@@ -54,12 +55,25 @@ inline Context makeElement(QualifiedName role, QualifiedName type, std::string i
     return element;
 }
 
+/// The element around this one, by its names alone.
+inline Context parentOf(Context const & context) {
+    return makeElement(context.getParentRole(), context.getParentType(), {});
+}
+
+/// A block for what only one tool understands.
+inline Context makeExtension() {
+    Context extension = makeElement({XmiConstants::XMI_NS_URI, "Extension"}, {}, {});
+    extension.setExtension(true);
+    return extension;
+}
+
 /// An attribute, in no namespace, of an element that a rule makes.
 inline Context makeAttribute(Context const & parent, std::string_view name, std::string value) {
     Context attribute;
     attribute.setRole(HASP::XmlConstants::NULL_NS_URI, name);
     attribute.setParent(parent);
     attribute.setAttribute(std::move(value));
+    attribute.setExtension(parent.isExtension());
     return attribute;
 }
 

@@ -15,14 +15,8 @@ namespace {
 
 using Names = MagicDrawConstants;
 
-ContextSequence skip(Context const & context) { return skipped(context); }
-
-/// Leaves out the element on which the attribute stands: what is given is equal to that element and takes its place.
-ContextSequence dropParent(Context const & context) {
-    Context parent = makeElement(context.getParentRole(), context.getParentType(), {});
-    parent.setSkipState(true);
-    return parent;
-}
+/// Leaves out the element on which the attribute stands: what it returns is equal to that element and takes its place.
+Context dropParent(Context const & attribute) { return skipped(parentOf(attribute)); }
 
 /// Whether the property is one of those by which a profile's element names a unit.
 bool namesUnit(Reference const & reference) {
@@ -45,9 +39,9 @@ MagicDrawReadTransforms::MagicDrawReadTransforms() {
     });
     addTransform(Pattern().parentRole(Names::MD_NUMERIC_TYPES, "unit").role("base_EnumerationLiteral"),
                  [this](Context const & context) { return noteLiteral(context); });
-    addTransform(Pattern().role(Names::MD_PROFILE, "DiagramInfo"), skip);
-    addTransform(Pattern().role(Names::MD_PROFILE, "HyperlinkOwner"), skip);
-    addTransform(Pattern().role(Names::MD_STANDARD_PROFILE, "modelLibrary"), skip);
+    addTransform(Pattern().role(Names::MD_PROFILE, "DiagramInfo"), skipped);
+    addTransform(Pattern().role(Names::MD_PROFILE, "HyperlinkOwner"), skipped);
+    addTransform(Pattern().role(Names::MD_STANDARD_PROFILE, "modelLibrary"), skipped);
     addTransform(Pattern().parentRole("packagedElement").parentType(uml, "Package").role("href"), dropParent);
     addTransform(Pattern().parentRole("ownedMember").parentType(XmiConstants::UML_2_0_NS_URI, "Package").role("href"),
                  dropParent);

@@ -3,9 +3,7 @@
 #include <ZEL/serializer/dialects/RhpConstants.h>
 #include <ZEL/serializer/dialects/RhpStereotypes.h>
 
-#include <initializer_list>
 #include <string_view>
-#include <utility>
 
 namespace ZEL::Serializer {
 namespace {
@@ -17,96 +15,79 @@ using Kind = RhpStereotypes::Kind;
 struct Feature {
     enum class Value { Element, Text, FileName };
 
-    char const * name;
+    char const * name = nullptr; ///< null: there is none
     Value value = Value::Element;
     char const * text = "";
-};
-
-struct Instance {
-    char const * uri;
-    char const * name;
-    std::vector<Feature> features;
 };
 
 constexpr Feature text(char const * name, char const * value) { return {name, Feature::Value::Text, value}; }
 
 constexpr Feature kDescription = text("descriptionRTF", Names::EMPTY_DESCRIPTION);
 
-using Instances = std::vector<Instance>;
+/// An instance that each element of a kind gets.
+struct Instance {
+    Kind kind;
+    char const * uri;
+    char const * name;
+    Feature features[3];
+};
 
-/// What packages, components, data types and operations have in common.
-Instances described(char const * base, std::initializer_list<Instance> more = {}) {
-    Instances instances{{Names::RHP_NS_URI, "RHPStereotype", {{base}}},
-                        {Names::RHAPSODY_PROFILE_NS_URI, "RhpModelElement", {{base}, kDescription}}};
-    instances.insert(instances.end(), more);
-    return instances;
-}
+constexpr char const * kRhp = Names::RHP_NS_URI;
+constexpr char const * kProfile = Names::RHAPSODY_PROFILE_NS_URI;
+constexpr char const * kPredefined = Names::PREDEFINED_TYPES_NS_URI;
+constexpr char const * kGeneration = Names::CG_NS_URI;
+constexpr Feature kFileName = {"FileName", Feature::Value::FileName};
+constexpr Feature kExternal = text("UseAsExternal", "True");
+constexpr Feature kInternal = text("UseAsExternal", "False");
+constexpr Feature kWithConstructors = text("GenerateImplicitConstructors", "True");
 
-Instances instancesOf(Kind kind) {
-    char const * const profile = Names::RHAPSODY_PROFILE_NS_URI;
-    char const * const predefined = Names::PREDEFINED_TYPES_NS_URI;
-    char const * const generation = Names::CG_NS_URI;
-    switch (kind) {
-    case Kind::Model:
-        return {{profile, "RhpProject", {{"base_Model"}}},
-                {generation,
-                 "Class",
-                 {{"base_Model"}, text("GenerateImplicitConstructors", "True"), text("UseAsExternal", "False")}},
-                {Names::CPP_CG_NS_URI, "Class", {{"base_Model"}, text("GenerateDestructor", "True")}},
-                {Names::RHP_NS_URI, "RHPStereotype", {text("IsBeingGenerated", "TRUE")}},
-                {profile, "RhpModelElement", {kDescription, {"base_Package"}}}};
-    case Kind::Port:
-        return {{profile, "RhpPort", {{"base_Port"}}},
-                {profile, "RhpModelElement", {{"base_Port"}, {"base_Property"}, kDescription}}};
-    case Kind::Package:
-        return described("base_Package");
-    case Kind::Component:
-        return described("base_Class");
-    case Kind::DataType:
-        return described("base_DataType", {{profile, "RhpStruct", {{"base_DataType"}}}});
-    case Kind::Operation:
-        return described("base_Operation", {{profile, "RhpOperation", {{"base_Operation"}}}});
-    case Kind::Constructor:
-        return {{profile, "RhpConstructor", {{"base_Operation"}}}};
-    case Kind::Destructor:
-        return {{profile, "RhpDestructor", {{"base_Operation"}}}};
-    case Kind::Attribute:
-        return {{profile, "RhpModelElement", {{"base_Property"}, kDescription}},
-                {profile, "RhpAttribute", {{"base_Property"}}}};
-    case Kind::Interface:
-        return described("base_Interface",
-                         {{predefined, "Interface", {{"base_Interface"}}},
-                          {generation, "Class", {{"base_Interface"}, text("UseAsExternal", "True")}}});
-    case Kind::Class:
-        return described("base_Class",
-                         {{generation,
-                           "Class",
-                           {{"base_Class"}, {"FileName", Feature::Value::FileName}, text("UseAsExternal", "True")}}});
-    case Kind::Dependency:
-        return {{profile, "RhpModelElement", {{"base_Dependency"}, kDescription}},
-                {predefined, "Usage", {{"base_Dependency"}}}};
-    case Kind::Realization:
-        return {{profile, "RhpModelElement", {{"base_Dependency"}, kDescription}}};
-    }
-    return {};
-}
+constexpr Instance kInstances[] = {
+    {Kind::Model, kProfile, "RhpProject", {{"base_Model"}}},
+    {Kind::Model, kGeneration, "Class", {{"base_Model"}, kWithConstructors, kInternal}},
+    {Kind::Model, Names::CPP_CG_NS_URI, "Class", {{"base_Model"}, text("GenerateDestructor", "True")}},
+    {Kind::Model, kRhp, "RHPStereotype", {text("IsBeingGenerated", "TRUE")}},
+    {Kind::Model, kProfile, "RhpModelElement", {kDescription, {"base_Package"}}},
+    {Kind::Port, kProfile, "RhpPort", {{"base_Port"}}},
+    {Kind::Port, kProfile, "RhpModelElement", {{"base_Port"}, {"base_Property"}, kDescription}},
+    {Kind::Package, kRhp, "RHPStereotype", {{"base_Package"}}},
+    {Kind::Package, kProfile, "RhpModelElement", {{"base_Package"}, kDescription}},
+    {Kind::Component, kRhp, "RHPStereotype", {{"base_Class"}}},
+    {Kind::Component, kProfile, "RhpModelElement", {{"base_Class"}, kDescription}},
+    {Kind::DataType, kRhp, "RHPStereotype", {{"base_DataType"}}},
+    {Kind::DataType, kProfile, "RhpModelElement", {{"base_DataType"}, kDescription}},
+    {Kind::DataType, kProfile, "RhpStruct", {{"base_DataType"}}},
+    {Kind::Operation, kRhp, "RHPStereotype", {{"base_Operation"}}},
+    {Kind::Operation, kProfile, "RhpModelElement", {{"base_Operation"}, kDescription}},
+    {Kind::Operation, kProfile, "RhpOperation", {{"base_Operation"}}},
+    {Kind::Constructor, kProfile, "RhpConstructor", {{"base_Operation"}}},
+    {Kind::Destructor, kProfile, "RhpDestructor", {{"base_Operation"}}},
+    {Kind::Attribute, kProfile, "RhpModelElement", {{"base_Property"}, kDescription}},
+    {Kind::Attribute, kProfile, "RhpAttribute", {{"base_Property"}}},
+    {Kind::Interface, kRhp, "RHPStereotype", {{"base_Interface"}}},
+    {Kind::Interface, kProfile, "RhpModelElement", {{"base_Interface"}, kDescription}},
+    {Kind::Interface, kPredefined, "Interface", {{"base_Interface"}}},
+    {Kind::Interface, kGeneration, "Class", {{"base_Interface"}, kExternal}},
+    {Kind::Class, kRhp, "RHPStereotype", {{"base_Class"}}},
+    {Kind::Class, kProfile, "RhpModelElement", {{"base_Class"}, kDescription}},
+    {Kind::Class, kGeneration, "Class", {{"base_Class"}, kFileName, kExternal}},
+    {Kind::Dependency, kProfile, "RhpModelElement", {{"base_Dependency"}, kDescription}},
+    {Kind::Dependency, kPredefined, "Usage", {{"base_Dependency"}}},
+    {Kind::Realization, kProfile, "RhpModelElement", {{"base_Dependency"}, kDescription}},
+};
 
-Context makeInstance(QualifiedName name) { return makeElement(name, name, ObjectId::makeNew()); }
+constexpr Instance kFlowPort = {Kind::Port, kPredefined, "flowPort", {{"base_Port"}}};
 
-void append(Instance const & instance, std::string const & id, std::string const & fileName, ContextSequence & result) {
-    Context const element = makeInstance({instance.uri, instance.name});
+void appendInstance(Instance const & instance, std::string const & id, std::string const & fileName,
+                    ContextSequence & result) {
+    QualifiedName const name(instance.uri, instance.name);
+    Context const element = makeElement(name, name, ObjectId::makeNew());
     result.addContext(element);
     for (Feature const & feature : instance.features) {
-        switch (feature.value) {
-        case Feature::Value::Element:
-            result.addContext(makeReference(element, feature.name, {}, id));
-            break;
-        case Feature::Value::Text:
-            result.addContext(makeAttribute(element, feature.name, feature.text));
-            break;
-        case Feature::Value::FileName:
-            result.addContext(makeAttribute(element, feature.name, fileName));
-            break;
+        if (feature.name != nullptr) {
+            result.addContext(feature.value == Feature::Value::Element
+                                  ? makeReference(element, feature.name, {}, id)
+                                  : makeAttribute(element, feature.name,
+                                                  feature.value == Feature::Value::Text ? feature.text : fileName));
         }
     }
 }
@@ -128,30 +109,25 @@ ContextSequence RhpStereotypes::build() const {
     ContextSequence result;
     for (std::size_t i = 0; i < kKinds; ++i) {
         auto const kind = static_cast<Kind>(i);
-        if (kind == Kind::Constructor || kind == Kind::Destructor) {
-            appendOperations(kind, kind == Kind::Constructor ? fConstructors : fDestructors, result);
-        }
+        // Several components may name one operation, before it is known whether that is written.
+        bool const isNamed = kind == Kind::Constructor || kind == Kind::Destructor;
+        std::set<std::string> done;
         for (std::string const & id : fIds[i]) {
-            appendElement(kind, id, result);
+            if (!isNamed || (fWrittenOperations.count(id) != 0 && done.insert(id).second)) {
+                append(kind, id, result);
+            }
         }
     }
     return result;
 }
 
-void RhpStereotypes::appendElement(Kind kind, std::string const & id, ContextSequence & result) const {
-    static std::array<Instances, kKinds> const instances = [] {
-        std::array<Instances, kKinds> all;
-        for (std::size_t i = 0; i < kKinds; ++i) {
-            all[i] = instancesOf(static_cast<Kind>(i));
+void RhpStereotypes::append(Kind kind, std::string const & id, ContextSequence & result) const {
+    auto const named = fClassNames.find(id);
+    std::string const fileName = named != fClassNames.end() ? named->second : std::string();
+    for (Instance const & instance : kInstances) {
+        if (instance.kind == kind) {
+            appendInstance(instance, id, fileName, result);
         }
-        return all;
-    }();
-    std::string fileName;
-    if (auto const named = fClassNames.find(id); named != fClassNames.end()) {
-        fileName = named->second;
-    }
-    for (Instance const & instance : instances[indexOf(kind)]) {
-        append(instance, id, fileName, result);
     }
     // What follows belongs to the last instance.
     if (kind == Kind::Port) {
@@ -165,22 +141,13 @@ void RhpStereotypes::appendElement(Kind kind, std::string const & id, ContextSeq
     }
 }
 
-void RhpStereotypes::appendOperations(Kind kind, std::vector<std::string> const & ids, ContextSequence & result) const {
-    std::set<std::string> done;
-    for (std::string const & id : ids) {
-        if (fWrittenOperations.count(id) != 0 && done.insert(id).second) {
-            appendElement(kind, id, result);
-        }
-    }
-}
-
 void RhpStereotypes::appendFlowPorts(std::string const & portId, ContextSequence & result) const {
     auto const found = fFlowPorts.find(portId);
     if (found == fFlowPorts.end()) {
         return;
     }
     for (std::optional<std::string> const & direction : found->second) {
-        append({Names::PREDEFINED_TYPES_NS_URI, "flowPort", {{"base_Port"}}}, portId, {}, result);
+        appendInstance(kFlowPort, portId, {}, result);
         if (direction.has_value()) {
             result.addContext(makeAttribute(Context(), "direction", directionName(*direction)));
         }

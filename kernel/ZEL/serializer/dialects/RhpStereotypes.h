@@ -33,14 +33,12 @@ public:
         Realization
     };
 
-    /// The element is in the file. In the file's order, of elements of one kind.
-    void addWritten(Kind kind, std::string const & id) { fIds[indexOf(kind)].push_back(id); }
+    /// The element is in the file; an operation that creates or destroys the objects of its component may also turn out
+    /// not to be in it. Elements of one kind come in the file's order.
+    void add(Kind kind, std::string const & id) { fIds[static_cast<std::size_t>(kind)].push_back(id); }
     /// An operation is in the file, whatever it belongs to.
     void addWrittenOperation(std::string const & id) { fWrittenOperations.insert(id); }
 
-    /// The operation creates, or destroys, the objects of its component.
-    void markConstructor(std::string const & operationId) { fConstructors.push_back(operationId); }
-    void markDestructor(std::string const & operationId) { fDestructors.push_back(operationId); }
     /// The attribute holds a reference to its value.
     void markReference(std::string const & attributeId) { fReferences.insert(attributeId); }
     void addFlowPort(std::string const & portId) { fFlowPorts[portId].emplace_back(); }
@@ -55,16 +53,12 @@ public:
 
 private:
     static constexpr std::size_t kKinds = static_cast<std::size_t>(Kind::Realization) + 1;
-    static constexpr std::size_t indexOf(Kind kind) noexcept { return static_cast<std::size_t>(kind); }
 
-    void appendElement(Kind kind, std::string const & id, ContextSequence & result) const;
-    void appendOperations(Kind kind, std::vector<std::string> const & ids, ContextSequence & result) const;
+    void append(Kind kind, std::string const & id, ContextSequence & result) const;
     void appendFlowPorts(std::string const & portId, ContextSequence & result) const;
 
     std::array<std::vector<std::string>, kKinds> fIds;
     std::set<std::string> fWrittenOperations;
-    std::vector<std::string> fConstructors;
-    std::vector<std::string> fDestructors;
     std::set<std::string> fReferences;
     std::map<std::string, std::vector<std::optional<std::string>>> fFlowPorts; ///< their directions, by port
     std::map<std::string, std::string> fBodies;                                ///< by operation

@@ -12,12 +12,8 @@ namespace {
 using HASP::XmlConstants;
 using Names = RhpConstants;
 
-struct Namespace {
-    char const * prefix;
-    char const * uri;
-};
-
-constexpr Namespace kNamespaces[] = {
+/// By prefix.
+constexpr std::pair<char const *, char const *> kNamespaces[] = {
     {"xsi", XmlConstants::W3C_XML_SCHEMA_INSTANCE_NS_URI},
     {"PredefinedTypes_profile", Names::PREDEFINED_TYPES_NS_URI},
     {"PredefinedTypesCpp_profile", Names::PREDEFINED_TYPES_CPP_NS_URI},
@@ -30,11 +26,8 @@ constexpr Namespace kNamespaces[] = {
     {"CPP_CG", Names::CPP_CG_NS_URI},
 };
 
-/// Where the tool finds what a namespace stands for.
-constexpr struct {
-    char const * uri;
-    char const * location;
-} kSchemaLocations[] = {
+/// By namespace: where the tool finds what it stands for.
+constexpr std::pair<char const *, char const *> kSchemaLocations[] = {
     {Names::PREDEFINED_TYPES_CPP_NS_URI, "RhapsodyProfiles.xml#_HRcKwWftEd250cs88OLFhA"},
     {Names::PREDEFINED_TYPES_NS_URI, "RhapsodyProfiles.xml#_HRcJvGftEd250cs88OLFhA"},
     {Names::RHP_NS_URI, "RhapsodyProfiles.xml#_HRcCumftEd250cs88OLFhA"},
@@ -47,19 +40,14 @@ constexpr struct {
 
 std::string schemaLocation() {
     std::string text;
-    for (auto const & row : kSchemaLocations) {
-        text.append(text.empty() ? "" : " ").append(row.uri).append(" ").append(row.location);
+    for (auto const & [uri, location] : kSchemaLocations) {
+        text.append(text.empty() ? "" : " ").append(uri).append(" ").append(location);
     }
     return text;
 }
 
-/// A profile, and the package that stands for it in the tool's own terms.
-struct AppliedProfile {
-    char const * profile;
-    char const * package;
-};
-
-constexpr AppliedProfile kAppliedProfiles[] = {
+/// Profiles, and the packages that stand for them in the tool's own terms.
+constexpr std::pair<char const *, char const *> kAppliedProfiles[] = {
     {"http://schema.omg.org/spec/UML/2.1.1/StandardProfileL2.xmi#_0",
      "http://schema.omg.org/spec/UML/2.1.1/StandardProfileL2.xmi#_HM-YYWftEd250cs88OLFhA"},
     {"RhapsodyProfiles.xml#_HRcCuGftEd250cs88OLFhA", "RhapsodyProfiles.xml#_HRcCumftEd250cs88OLFhA"},
@@ -71,45 +59,37 @@ constexpr AppliedProfile kAppliedProfiles[] = {
 
 QualifiedName local(std::string_view name) { return {XmlConstants::NULL_NS_URI, name}; }
 
-/// A child element with a link into another file.
-Context makeExternalLink(Context const & parent, std::string_view name, QualifiedName type, std::string value) {
-    Context link;
-    link.setRole(local(name));
-    link.setType(type);
-    link.setParent(parent);
-    link.addReference(std::move(value));
-    return link;
-}
-
 /// Elements with new ids, one within the other.
 class Template {
 public:
     explicit Template(std::string const & uml) : fUml(uml) {}
 
-    /// `parent` is one that this returned before.
-    Context element(Context const & parent, std::string_view name, char const * type,
+    /// `parent` is one that this returned before, or the parent of what stands beside the template.
+    Context element(Context const & parent, std::string_view name, QualifiedName type,
                     std::string id = ObjectId::makeNew()) {
-        Context made = makeElement(local(name), umlType(type), std::move(id));
+        return add(parent, makeElement(local(name), type, std::move(id)));
+    }
+    Context add(Context const & parent, Context made) {
         made.setParent(parent);
         fContexts.addContext(made);
         return made;
     }
-    /// Beside `sibling`, which is no part of the template.
-    Context elementBeside(Context const & sibling, std::string_view name, char const * type,
-                          std::string id = ObjectId::makeNew()) {
-        Context made = makeElement(local(name), umlType(type), std::move(id));
-        made.setParentType(sibling.getParentType());
-        made.setParentRole(sibling.getParentRole());
-        fContexts.addContext(made);
-        return made;
-    }
-    void attribute(Context const & parent, std::string_view name, std::string value) {
-        fContexts.addContext(makeAttribute(parent, name, std::move(value)));
+    void attribute(Context const & parent, std::string_view name, std::string value, QualifiedName type = {}) {
+        Context attribute = makeAttribute(parent, name, std::move(value));
+        attribute.setType(type);
+        fContexts.addContext(std::move(attribute));
     }
     void reference(Context const & parent, std::string_view name, char const * type, std::string value) {
         fContexts.addContext(makeReference(parent, name, umlType(type), std::move(value)));
     }
-    void add(Context context) { fContexts.addContext(std::move(context)); }
+    /// A child element with a link into another file.
+    void externalLink(Context const & parent, std::string_view name, QualifiedName type, std::string value) {
+        Context link;
+        link.setRole(local(name));
+        link.setType(type);
+        link.addReference(std::move(value));
+        add(parent, std::move(link));
+    }
 
     [[nodiscard]] QualifiedName umlType(char const * name) const { return {fUml, name}; }
     [[nodiscard]] ContextSequence take() { return std::move(fContexts); }
@@ -125,9 +105,9 @@ ContextSequence RhpTemplates::namespaces(Context const & umlDeclaration) {
     Context declaration = umlDeclaration;
     declaration.setFirstValue(Names::UML_2_1_1_NS_URI);
     ContextSequence sequence(declaration);
-    for (Namespace const & row : kNamespaces) {
-        declaration.setRole(XmlConstants::XMLNS_ATTRIBUTE_NS_URI, row.prefix);
-        declaration.setAttribute(row.uri);
+    for (auto const & [prefix, uri] : kNamespaces) {
+        declaration.setRole(XmlConstants::XMLNS_ATTRIBUTE_NS_URI, prefix);
+        declaration.setAttribute(uri);
         sequence.addContext(declaration);
     }
     declaration.setRole(XmlConstants::W3C_XML_SCHEMA_INSTANCE_NS_URI, "schemaLocation");
@@ -138,24 +118,18 @@ ContextSequence RhpTemplates::namespaces(Context const & umlDeclaration) {
 
 ContextSequence RhpTemplates::profileApplications(std::string const & uml, std::string const & modelId,
                                                   Context const & element) {
-    QualifiedName const extensionRole(XmiConstants::XMI_NS_URI, "Extension");
     Template result(uml);
-    for (AppliedProfile const & applied : kAppliedProfiles) {
-        Context const application = result.elementBeside(element, "profileApplication", "ProfileApplication", {});
+    Context const parent = parentOf(element);
+    for (auto const & [profile, package] : kAppliedProfiles) {
+        Context const application =
+            result.element(parent, "profileApplication", result.umlType("ProfileApplication"), {});
         result.reference(application, "applyingPackage", "Package", modelId);
-        result.add(makeExternalLink(application, "appliedProfile", result.umlType("Profile"), applied.profile));
-
-        Context extension = makeElement(extensionRole, {}, {});
-        extension.setParent(application);
-        extension.setExtension(true);
-        result.add(extension);
+        result.externalLink(application, "appliedProfile", result.umlType("Profile"), profile);
+        Context const extension = result.add(application, makeExtension());
         result.attribute(extension, "extender", Names::ECORE_NS_URI);
-
-        Context annotations = makeElement(local("eAnnotations"), {Names::ECORE_NS_URI, "EAnnotation"}, {});
-        annotations.setParent(extension);
-        result.add(annotations);
+        Context const annotations = result.element(extension, "eAnnotations", {Names::ECORE_NS_URI, "EAnnotation"}, {});
         result.attribute(annotations, "source", Names::EMF_UML_SOURCE);
-        result.add(makeExternalLink(annotations, "references", {Names::ECORE_NS_URI, "EPackage"}, applied.package));
+        result.externalLink(annotations, "references", {Names::ECORE_NS_URI, "EPackage"}, package);
     }
     return result.take();
 }
@@ -168,38 +142,38 @@ ContextSequence RhpTemplates::stateMachine(std::string const & uml, Context cons
     std::string const eventId = ObjectId::makeNew();
 
     Template result(uml);
-    Context const machine = result.elementBeside(element, "ownedBehavior", "StateMachine");
+    auto const type = [&](char const * name) { return result.umlType(name); };
+    Context const parent = parentOf(element);
+    Context const machine = result.element(parent, "ownedBehavior", type("StateMachine"));
     result.attribute(machine, "name", "StateChartOfActiveObject");
-    Context const region = result.element(machine, "region", "Region");
+    Context const region = result.element(machine, "region", type("Region"));
     result.attribute(region, "name", "ROOT");
 
-    Context const state = result.element(region, "subvertex", "State", stateId);
+    Context const state = result.element(region, "subvertex", type("State"), stateId);
     result.attribute(state, "name", "runState");
     result.reference(state, "outgoing", "Transition", runningId);
     result.reference(state, "incoming", "Transition", enteringId + " " + runningId);
-    Context const start = result.element(region, "subvertex", "Pseudostate", startId);
+    Context const start = result.element(region, "subvertex", type("Pseudostate"), startId);
     result.attribute(start, "name", "ROOT");
     result.reference(start, "outgoing", "Transition", enteringId);
 
     auto const addTransition = [&](std::string const & id, char const * name, std::string const & source) {
-        Context const transition = result.element(region, "transition", "Transition", id);
+        Context const transition = result.element(region, "transition", type("Transition"), id);
         result.attribute(transition, "name", name);
         result.reference(transition, "target", "State", stateId);
         result.reference(transition, "source", "State", source);
-        Context const effect = result.element(transition, "effect", "OpaqueBehavior");
-        Context body = makeAttribute(effect, "body", "runAlgo();");
-        body.setType(result.umlType("String"));
-        result.add(std::move(body));
+        Context const effect = result.element(transition, "effect", type("OpaqueBehavior"));
+        result.attribute(effect, "body", "runAlgo();", type("String"));
         return transition;
     };
     addTransition(enteringId, "0", startId);
     Context const running = addTransition(runningId, "1", stateId);
-    Context const trigger = result.element(running, "trigger", "Trigger");
+    Context const trigger = result.element(running, "trigger", type("Trigger"));
     result.reference(trigger, "event", "TimeEvent", eventId);
 
-    Context const event = result.elementBeside(element, "packagedElement", "TimeEvent", eventId);
+    Context const event = result.element(parent, "packagedElement", type("TimeEvent"), eventId);
     result.attribute(event, "isRelative", "true");
-    Context const when = result.element(event, "when", "LiteralString");
+    Context const when = result.element(event, "when", type("LiteralString"));
     result.attribute(when, "value", "10");
     return result.take();
 }

@@ -2,8 +2,6 @@
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/dialects/DialectContexts.h>
 #include <ZEL/serializer/dialects/RhpConstants.h>
-#include <ZEL/serializer/dialects/RhpMovedDataTypes.h>
-#include <ZEL/serializer/dialects/RhpStereotypes.h>
 #include <ZEL/serializer/dialects/RhpTemplates.h>
 #include <ZEL/serializer/dialects/RhpWriteTransforms.h>
 
@@ -24,7 +22,7 @@ std::string fragmentOf(std::string const & value) {
     return uri.isValid() && uri.hasFragment() ? uri.getFragment() : std::string();
 }
 
-/// Leaves out the import of the library of primitive types: what is given is equal to the element of the import and
+/// Leaves out the import of the library of primitive types: what it returns is equal to the element of the import and
 /// takes its place.
 ContextSequence dropLibraryImport(Context const & link) {
     if (fragmentOf(link.getFirstValue()) != Names::LIBRARY_ID) {
@@ -53,38 +51,9 @@ ContextSequence leadToProfile(Context const & link) {
     return lead;
 }
 
-/// A rule that changes nothing, but calls `note` with the value of the Context: in the first traversal.
-template <class Note> RuleFunction whileCollecting(Transformer const & transformer, Note note) {
-    return [&transformer, note](Context const & context) -> ContextSequence {
-        if (!transformer.isSerializePhase()) {
-            note(context.getFirstValue());
-        }
-        return context;
-    };
-}
-
-/// The same in the second traversal.
-template <class Note> RuleFunction whileWriting(Transformer const & transformer, Note note) {
-    return [&transformer, note](Context const & context) -> ContextSequence {
-        if (transformer.isSerializePhase()) {
-            note(context.getFirstValue());
-        }
-        return context;
-    };
-}
-
-/// For elements that get stereotype instances of one kind and need nothing else.
-RuleFunction stereotype(Transformer const & transformer, RhpStereotypes & stereotypes, Kind kind) {
-    return whileWriting(transformer,
-                        [&stereotypes, kind](std::string const & id) { stereotypes.addWritten(kind, id); });
-}
-
 } // namespace
 
-RhpWriteTransforms::RhpWriteTransforms()
-    : fUml(metaUri("uml")),
-      fDataTypes(std::make_unique<RhpMovedDataTypes>()),
-      fStereotypes(std::make_unique<RhpStereotypes>()) {
+RhpWriteTransforms::RhpWriteTransforms() : fUml(metaUri("uml")) {
     addHeadRules();
     addOmissionRules();
     addDroppedComponentRules();
@@ -95,9 +64,35 @@ RhpWriteTransforms::RhpWriteTransforms()
     addGeneratingRules();
 }
 
-RhpWriteTransforms::~RhpWriteTransforms() = default;
-
 // --- the rules ---------------------------------------------------------------------------------------------------------
+
+Context RhpWriteTransforms::element(char const * parentType, char const * type, char const * role) const {
+    Pattern pattern;
+    if (parentType != nullptr) {
+        pattern.parentType(fUml, parentType);
+    }
+    return pattern.type(fUml, type).role(role);
+}
+
+template <RhpWriteTransforms::Traversal traversal, class Note>
+void RhpWriteTransforms::note(Context const & pattern, Note function) {
+    addTransform(pattern, [this, function](Context const & context) -> ContextSequence {
+        if (isSerializePhase() == (traversal == Traversal::Writing)) {
+            function(context.getFirstValue());
+        }
+        return context;
+    });
+}
+
+void RhpWriteTransforms::addStereotyped(Context const & pattern, Kind kind, std::string & current) {
+    addTransform(pattern, [this, kind, &current](Context const & context) -> ContextSequence {
+        current = context.getFirstValue();
+        if (isSerializePhase()) {
+            fStereotypes.add(kind, current);
+        }
+        return context;
+    });
+}
 
 void RhpWriteTransforms::addHeadRules() {
     addTransform(Pattern().role(fUml, "Model"), [this](Context const & model) { return rewriteModel(model); });
@@ -108,7 +103,7 @@ void RhpWriteTransforms::addOmissionRules() {
     std::string const & xmlns = XmlConstants::XMLNS_ATTRIBUTE_NS_URI;
     Context const patterns[] = {
         Pattern().role(XmiConstants::XMI_NS_URI, "Extension"),
-        Pattern().parentType(fUml, "Component").type(fUml, "Connector").role("ownedConnector"),
+        element("Component", "Connector", "ownedConnector"),
         Pattern().parentType(fUml, "Port").role("end"),
         Pattern().role(xmlns, "GenericComponent"),
         Pattern().role(xmlns, "Tessel"),
@@ -119,8 +114,7 @@ void RhpWriteTransforms::addOmissionRules() {
     for (Context const & pattern : patterns) {
         addTransform(pattern, [this](Context const & context) { return skipWhenWriting(context); });
     }
-    addTransform(Pattern().parentType(fUml, "PackageImport").type(fUml, "Model").role("importedPackage"),
-                 dropLibraryImport);
+    addTransform(element("PackageImport", "Model", "importedPackage"), dropLibraryImport);
 }
 
 /// Components that stand for the source platform carry a stereotype that says so, and are left out.
@@ -134,22 +128,18 @@ void RhpWriteTransforms::addDroppedComponentRules() {
         Pattern().parentType(platform, "softwareComponent").role("base_Component"),
     };
     for (Context const & pattern : patterns) {
-        addTransform(pattern, whileCollecting(*this, [this](std::string const & id) { fDroppedIds.insert(id); }));
+        note<Traversal::Collecting>(pattern, [this](std::string const & id) { fDroppedIds.insert(id); });
     }
-    Context const nested = Pattern().parentType(fUml, "Component").type(fUml, "Component").role("nestedClassifier");
-    Context const packaged = Pattern().parentType(fUml, "Package").type(fUml, "Component").role("packagedElement");
+    Context const nested = element("Component", "Component", "nestedClassifier");
+    Context const packaged = element("Package", "Component", "packagedElement");
     addTransform(nested, [this](Context const & component) { return nestedComponent(component); });
     addTransform(packaged, [this](Context const & component) { return packagedComponent(component); });
-    for (Context const & pattern : {nested, packaged}) {
-        addPostTransform(pattern, [this](Context const &) -> ContextSequence {
-            fDataTypes->endPart();
-            return {};
-        });
-    }
+    addPostTransform(nested, [this](Context const &) { return endPart(); });
+    addPostTransform(packaged, [this](Context const &) { return endPart(); });
 }
 
 void RhpWriteTransforms::addTypeRules() {
-    addTransform(Pattern().parentType(fUml, "Component").type(fUml, "DataType").role("packagedElement"),
+    addTransform(element("Component", "DataType", "packagedElement"),
                  [this](Context const & dataType) { return moveDataType(dataType); });
     for (char const * const typed : {"Property", "Parameter", "Port"}) {
         addTransform(Pattern().parentType(fUml, typed).role("type"), leadToProfile);
@@ -161,103 +151,80 @@ void RhpWriteTransforms::addTypeRules() {
 void RhpWriteTransforms::addPortRules() {
     std::string const platform = metaUri("RhapsodyPlatform");
     // Ports of other classes get no stereotypes: what is applied to them must not go to the port before.
-    addTransform(Pattern().type(fUml, "Port").role("ownedAttribute"),
-                 whileCollecting(*this, [this](std::string const &) { fCurrentPortId.clear(); }));
-    addTransform(Pattern().parentType(fUml, "Component").type(fUml, "Port").role("ownedAttribute"),
-                 [this](Context const & port) -> ContextSequence {
-                     fCurrentPortId = port.getFirstValue();
-                     if (isSerializePhase()) {
-                         fStereotypes->addWritten(Kind::Port, fCurrentPortId);
-                     }
-                     return port;
-                 });
-    addTransform(Pattern().type(platform, "rhapsodyFlowPort").role("appliedStereotypeInstance"),
-                 whileCollecting(*this, [this](std::string const &) { fStereotypes->addFlowPort(fCurrentPortId); }));
-    addTransform(Pattern().parentType(platform, "rhapsodyFlowPort").role("direction"),
-                 whileCollecting(*this, [this](std::string const & direction) {
-                     fStereotypes->setDirection(fCurrentPortId, direction);
-                 }));
+    note<Traversal::Collecting>(element(nullptr, "Port", "ownedAttribute"),
+                                [this](std::string const &) { fCurrentPortId.clear(); });
+    addStereotyped(element("Component", "Port", "ownedAttribute"), Kind::Port, fCurrentPortId);
+    note<Traversal::Collecting>(Pattern().type(platform, "rhapsodyFlowPort").role("appliedStereotypeInstance"),
+                                [this](std::string const &) { fStereotypes.addFlowPort(fCurrentPortId); });
+    note<Traversal::Collecting>(
+        Pattern().parentType(platform, "rhapsodyFlowPort").role("direction"),
+        [this](std::string const & direction) { fStereotypes.setDirection(fCurrentPortId, direction); });
 }
 
 void RhpWriteTransforms::addOperationRules() {
     std::string const platform = metaUri("RhapsodyPlatform");
-    addTransform(Pattern().type(fUml, "Operation").role("ownedOperation"),
-                 whileWriting(*this, [this](std::string const & id) { fStereotypes->addWrittenOperation(id); }));
-    addTransform(Pattern().parentType(fUml, "Component").type(fUml, "Operation").role("ownedOperation"),
-                 whileWriting(*this, [this](std::string const & id) {
-                     fStereotypes->addWrittenOperation(id);
-                     fStereotypes->addWritten(Kind::Operation, id);
-                 }));
+    note<Traversal::Writing>(element(nullptr, "Operation", "ownedOperation"),
+                             [this](std::string const & id) { fStereotypes.addWrittenOperation(id); });
+    note<Traversal::Writing>(element("Component", "Operation", "ownedOperation"), [this](std::string const & id) {
+        fStereotypes.addWrittenOperation(id);
+        fStereotypes.add(Kind::Operation, id);
+    });
     // A behavior without a specification must not pass for one of the operation before.
     for (char const * const role : {"ownedBehavior", "nestedClassifier", "packagedElement"}) {
-        addTransform(Pattern().type(fUml, "OpaqueBehavior").role(role),
-                     whileCollecting(*this, [this](std::string const &) { fCurrentBehaviorId.clear(); }));
+        note<Traversal::Collecting>(element(nullptr, "OpaqueBehavior", role),
+                                    [this](std::string const &) { fCurrentBehaviorId.clear(); });
     }
-    Context const ofComponent =
-        Pattern().parentType(fUml, "Component").type(fUml, "OpaqueBehavior").role("ownedBehavior");
+    Context const ofComponent = element("Component", "OpaqueBehavior", "ownedBehavior");
     addTransform(ofComponent, [this](Context const & behavior) {
         fCurrentBehaviorId.clear();
         if (!isSerializePhase()) {
-            fDataTypes->beginOmission();
+            fDataTypes.beginOmission();
         }
         return skipWhenWriting(behavior);
     });
-    addPostTransform(ofComponent, [this](Context const &) -> ContextSequence {
-        fDataTypes->endPart();
-        return {};
-    });
-    addTransform(Pattern().parentType(fUml, "OpaqueBehavior").role("specification"),
-                 whileCollecting(*this, [this](std::string const & id) { fCurrentBehaviorId = id; }));
-    addTransform(
-        Pattern().parentType(fUml, "OpaqueBehavior").role("body"),
-        whileCollecting(*this, [this](std::string const & body) { fStereotypes->setBody(fCurrentBehaviorId, body); }));
-    addTransform(Pattern().parentType(platform, "rhapsodyComponent").role("constructor"),
-                 whileCollecting(*this, [this](std::string const & id) { fStereotypes->markConstructor(id); }));
-    addTransform(Pattern().parentType(platform, "rhapsodyComponent").role("destructor"),
-                 whileCollecting(*this, [this](std::string const & id) { fStereotypes->markDestructor(id); }));
+    addPostTransform(ofComponent, [this](Context const &) { return endPart(); });
+    note<Traversal::Collecting>(Pattern().parentType(fUml, "OpaqueBehavior").role("specification"),
+                                [this](std::string const & id) { fCurrentBehaviorId = id; });
+    note<Traversal::Collecting>(Pattern().parentType(fUml, "OpaqueBehavior").role("body"),
+                                [this](std::string const & body) { fStereotypes.setBody(fCurrentBehaviorId, body); });
+    note<Traversal::Collecting>(Pattern().parentType(platform, "rhapsodyComponent").role("constructor"),
+                                [this](std::string const & id) { fStereotypes.add(Kind::Constructor, id); });
+    note<Traversal::Collecting>(Pattern().parentType(platform, "rhapsodyComponent").role("destructor"),
+                                [this](std::string const & id) { fStereotypes.add(Kind::Destructor, id); });
 }
 
 void RhpWriteTransforms::addElementRules() {
-    auto const of = [this](Kind kind) { return stereotype(*this, *fStereotypes, kind); };
-    addTransform(Pattern().type(fUml, "Package").role("packagedElement"), of(Kind::Package));
-    addTransform(Pattern().type(fUml, "Component").role("packagedElement"), of(Kind::Component));
-    addTransform(Pattern().type(fUml, "DataType").role("packagedElement"), of(Kind::DataType));
-    addTransform(Pattern().parentType(fUml, "Component").type(fUml, "Property").role("ownedAttribute"),
-                 of(Kind::Attribute));
-    addTransform(Pattern().parentType(fUml, "Package").type(fUml, "Interface").role("packagedElement"),
-                 of(Kind::Interface));
-    addTransform(Pattern().parentType(fUml, "Package").type(fUml, "Dependency").role("packagedElement"),
-                 of(Kind::Dependency));
-    addTransform(
-        Pattern().parentType(fUml, "Component").type(fUml, "InterfaceRealization").role("interfaceRealization"),
-        of(Kind::Realization));
+    std::pair<Context, Kind> const rows[] = {
+        {element(nullptr, "Package", "packagedElement"), Kind::Package},
+        {element(nullptr, "Component", "packagedElement"), Kind::Component},
+        {element(nullptr, "DataType", "packagedElement"), Kind::DataType},
+        {element("Component", "Property", "ownedAttribute"), Kind::Attribute},
+        {element("Package", "Interface", "packagedElement"), Kind::Interface},
+        {element("Package", "Dependency", "packagedElement"), Kind::Dependency},
+        {element("Component", "InterfaceRealization", "interfaceRealization"), Kind::Realization},
+    };
+    for (auto const & [pattern, kind] : rows) {
+        note<Traversal::Writing>(pattern, [this, kind = kind](std::string const & id) { fStereotypes.add(kind, id); });
+    }
 
     // A class of a package, whose name directly follows; other classes get no stereotypes.
-    addTransform(Pattern().type(fUml, "Class").role("packagedElement"),
-                 whileCollecting(*this, [this](std::string const &) { fCurrentClassId.clear(); }));
-    addTransform(Pattern().parentType(fUml, "Package").type(fUml, "Class").role("packagedElement"),
-                 [this](Context const & element) -> ContextSequence {
-                     fCurrentClassId = element.getFirstValue();
-                     if (isSerializePhase()) {
-                         fStereotypes->addWritten(Kind::Class, fCurrentClassId);
-                     }
-                     return element;
-                 });
-    addTransform(Pattern().parentType(fUml, "Class").parentRole("packagedElement").role("name"),
-                 whileCollecting(
-                     *this, [this](std::string const & name) { fStereotypes->setClassName(fCurrentClassId, name); }));
+    note<Traversal::Collecting>(element(nullptr, "Class", "packagedElement"),
+                                [this](std::string const &) { fCurrentClassId.clear(); });
+    addStereotyped(element("Package", "Class", "packagedElement"), Kind::Class, fCurrentClassId);
+    note<Traversal::Collecting>(Pattern().parentType(fUml, "Class").parentRole("packagedElement").role("name"),
+                                [this](std::string const & name) { fStereotypes.setClassName(fCurrentClassId, name); });
 
-    addTransform(Pattern().parentType(metaUri("RhapsodyPlatform"), "rhapsodyComponent").role("implementationProperty"),
-                 whileCollecting(*this, [this](std::string const & id) { fStereotypes->markReference(id); }));
-    addTransform(Pattern().parentType(metaUri("Tessel"), "algorithmicComponent").role("model"),
-                 whileCollecting(*this, [this](std::string const & id) { fModelElementId = id; }));
+    note<Traversal::Collecting>(
+        Pattern().parentType(metaUri("RhapsodyPlatform"), "rhapsodyComponent").role("implementationProperty"),
+        [this](std::string const & id) { fStereotypes.markReference(id); });
+    note<Traversal::Collecting>(Pattern().parentType(metaUri("Tessel"), "algorithmicComponent").role("model"),
+                                [this](std::string const & id) { fModelElementId = id; });
 }
 
 void RhpWriteTransforms::addGeneratingRules() {
-    addPreTransform(Pattern().parentType(fUml, "Component").type(fUml, "TimeEvent").role("packagedElement"),
-                    [this](Context const & timeEvent) {
-                        return isSerializePhase() ? RhpTemplates::stateMachine(fUml, timeEvent) : ContextSequence();
-                    });
+    addPreTransform(element("Component", "TimeEvent", "packagedElement"), [this](Context const & timeEvent) {
+        return isSerializePhase() ? RhpTemplates::stateMachine(fUml, timeEvent) : ContextSequence();
+    });
     addPreTransform(Pattern().parentType(fUml, "Model"),
                     [this](Context const & child) { return emitProfileApplications(child); });
     addPostTransform(Pattern().role(fUml, "Model"), [this](Context const &) { return emitStereotypes(); });
@@ -267,9 +234,9 @@ void RhpWriteTransforms::addGeneratingRules() {
 
 ContextSequence RhpWriteTransforms::rewriteModel(Context const & model) {
     fModelId = model.getFirstValue();
-    Context element = model;
-    element.setRole(Names::UML_2_1_1_NS_URI, model.getRoleName());
-    return element;
+    Context rewritten = model;
+    rewritten.setRole(Names::UML_2_1_1_NS_URI, model.getRoleName());
+    return rewritten;
 }
 
 ContextSequence RhpWriteTransforms::skipWhenWriting(Context const & context) const {
@@ -278,7 +245,7 @@ ContextSequence RhpWriteTransforms::skipWhenWriting(Context const & context) con
 
 ContextSequence RhpWriteTransforms::nestedComponent(Context const & component) {
     if (!isSerializePhase()) {
-        fDataTypes->beginComponent(component.getFirstValue());
+        fDataTypes.beginComponent(component.getFirstValue());
         return component;
     }
     return fDroppedIds.count(component.getFirstValue()) != 0 ? skipped(component) : component;
@@ -287,16 +254,21 @@ ContextSequence RhpWriteTransforms::nestedComponent(Context const & component) {
 ContextSequence RhpWriteTransforms::packagedComponent(Context const & component) {
     Context const kept = nestedComponent(component).front();
     if (isSerializePhase() && !kept.skipContext()) {
-        fStereotypes->addWritten(Kind::Component, component.getFirstValue());
+        fStereotypes.add(Kind::Component, component.getFirstValue());
     }
     return kept;
+}
+
+ContextSequence RhpWriteTransforms::endPart() {
+    fDataTypes.endPart();
+    return {};
 }
 
 ContextSequence RhpWriteTransforms::moveDataType(Context const & dataType) {
     if (isSerializePhase()) {
         return movesDataTypes() ? skipped(dataType) : dataType;
     }
-    fDataTypes->beginType(dataType);
+    fDataTypes.beginType(dataType);
     // These beat all other rules, so that everything goes with the type until that has been left.
     addTransform(Context(), [this](Context const & context) { return moveContent(context); });
     addPostTransform(Context(), [this](Context const & context) { return endMovedElement(context); });
@@ -306,15 +278,15 @@ ContextSequence RhpWriteTransforms::moveDataType(Context const & dataType) {
 ContextSequence RhpWriteTransforms::moveContent(Context const & context) {
     bool const isTypeOfProperty = context.getRoleName() == "type" && context.getParentTypeUri() == fUml &&
                                   context.getParentTypeName() == "Property";
-    fDataTypes->add(isTypeOfProperty ? leadToProfile(context).front() : context);
+    fDataTypes.add(isTypeOfProperty ? leadToProfile(context).front() : context);
     return context; // nothing is written now, and what lies in an element must find it as its parent
 }
 
 ContextSequence RhpWriteTransforms::endMovedElement(Context const & context) {
     if (context.isElement()) {
-        fDataTypes->endElement(context.getFirstValue());
+        fDataTypes.endElement(context.getFirstValue());
     }
-    if (!fDataTypes->isInType()) {
+    if (!fDataTypes.isInType()) {
         removeTransform(Context());
         removePostTransform(Context());
     }
@@ -323,19 +295,19 @@ ContextSequence RhpWriteTransforms::endMovedElement(Context const & context) {
 
 ContextSequence RhpWriteTransforms::emitMovedTypes(Context const & portType) {
     if (!isSerializePhase()) {
-        fDataTypes->notePort();
+        fDataTypes.notePort();
         return {};
     }
     Context pattern;
     pattern.setParentType(portType.getParentType());
     pattern.setRole(portType.getRole());
     removePreTransform(pattern);
-    return movesDataTypes() ? fDataTypes->all() : ContextSequence();
+    return movesDataTypes() ? fDataTypes.all() : ContextSequence();
 }
 
 bool RhpWriteTransforms::movesDataTypes() {
     if (!fMovesDataTypes.has_value()) {
-        fMovesDataTypes = fDataTypes->havePlace(fDroppedIds);
+        fMovesDataTypes = fDataTypes.havePlace(fDroppedIds);
     }
     return *fMovesDataTypes;
 }
@@ -354,8 +326,8 @@ ContextSequence RhpWriteTransforms::emitStereotypes() {
     }
     // What the generated instances replace comes next.
     addTransform(Context(), [this](Context const & context) { return skipWhenWriting(context); });
-    fStereotypes->addWritten(Kind::Model, fModelId);
-    return fStereotypes->build();
+    fStereotypes.add(Kind::Model, fModelId);
+    return fStereotypes.build();
 }
 
 } // namespace ZEL::Serializer

@@ -2,16 +2,14 @@
 
 #include <ZEL/Export.h>
 #include <ZEL/serializer/Transformer.h>
+#include <ZEL/serializer/dialects/RhpMovedDataTypes.h>
+#include <ZEL/serializer/dialects/RhpStereotypes.h>
 
-#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 
 namespace ZEL::Serializer {
-
-class RhpMovedDataTypes;
-class RhpStereotypes;
 
 /// Writing of XMI that Rhapsody imports. There is no counterpart for reading.
 ///
@@ -23,7 +21,6 @@ class RhpStereotypes;
 class ZEL_API RhpWriteTransforms : public Transformer {
 public:
     RhpWriteTransforms();
-    ~RhpWriteTransforms() override;
     RhpWriteTransforms(RhpWriteTransforms const &) = delete;
     RhpWriteTransforms & operator=(RhpWriteTransforms const &) = delete;
 
@@ -31,6 +28,15 @@ public:
     [[nodiscard]] std::string const & getModelElementId() const noexcept { return fModelElementId; }
 
 private:
+    enum class Traversal : bool { Collecting, Writing };
+
+    /// The pattern of an element of a UML type that one of `parentType` has in `role`; of any parent if that is null.
+    [[nodiscard]] Context element(char const * parentType, char const * type, char const * role) const;
+    /// Adds a rule that changes nothing, but calls a function with the value of the Context, in one of the traversals.
+    template <Traversal traversal, class Note> void note(Context const & pattern, Note function);
+    /// Adds a rule for elements that get stereotype instances of this kind, and whose id is kept as `current`.
+    void addStereotyped(Context const & pattern, RhpStereotypes::Kind kind, std::string & current);
+
     void addHeadRules();
     void addOmissionRules();
     void addDroppedComponentRules();
@@ -44,6 +50,7 @@ private:
     [[nodiscard]] ContextSequence skipWhenWriting(Context const & context) const;
     [[nodiscard]] ContextSequence nestedComponent(Context const & component);
     [[nodiscard]] ContextSequence packagedComponent(Context const & component);
+    [[nodiscard]] ContextSequence endPart();
     [[nodiscard]] ContextSequence moveDataType(Context const & dataType);
     [[nodiscard]] ContextSequence moveContent(Context const & context);
     [[nodiscard]] ContextSequence endMovedElement(Context const & context);
@@ -60,8 +67,8 @@ private:
     std::string fCurrentBehaviorId; ///< of the operation whose behavior is at hand
     std::string fCurrentClassId;    ///< whose name comes next
     std::optional<bool> fMovesDataTypes;
-    std::unique_ptr<RhpMovedDataTypes> fDataTypes;
-    std::unique_ptr<RhpStereotypes> fStereotypes;
+    RhpMovedDataTypes fDataTypes;
+    RhpStereotypes fStereotypes;
 };
 
 } // namespace ZEL::Serializer

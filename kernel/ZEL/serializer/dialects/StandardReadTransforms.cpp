@@ -16,8 +16,6 @@
 namespace ZEL::Serializer {
 namespace {
 
-ContextSequence skip(Context const & context) { return skipped(context); }
-
 ContextSequence drop(Context const &) { return {}; }
 
 /// `href` and `xmi:idref` make a link of the element that they stand on: the link has that element's names.
@@ -45,15 +43,15 @@ StandardReadTransforms::StandardReadTransforms() {
     addTransform(Pattern().role(xmi, "version"), [](Context const & context) {
         return context.getFirstValue() == XmiConstants::XMI_VERSION ? ContextSequence() : ContextSequence(context);
     });
-    addTransform(Pattern().role(xmi, "Documentation"), skip);
+    addTransform(Pattern().role(xmi, "Documentation"), skipped);
     addTransform(Pattern().parentRole(uml, "Model").role("nextIdValue"), takeId);
     addTransform(Pattern().parentRole(uml20, "Model").role("nextIdValue"), takeId);
     addTransform(Pattern().parentRole(xmi, "Extension").role("nextIdValue"), takeId);
     addTransform(Pattern().parentRole(xmi, "Extension").role("extender"),
                  [this](Context const & context) { return checkExtender(context); });
     addTransform(Pattern().role(xmi, "Extension"), hold);
-    addTransform(Pattern().type(uml, "Profile"), skip);
-    addTransform(Pattern().type(uml20, "Profile"), skip);
+    addTransform(Pattern().type(uml, "Profile"), skipped);
+    addTransform(Pattern().type(uml20, "Profile"), skipped);
     addTransform(Pattern().parentRole(uml, "Model").role("uri"), drop);
     addTransform(Pattern().parentRole(uml20, "Model").role("uri"), drop);
     addTransform(Pattern().role(xmi, "idref"), link);

@@ -3,11 +3,9 @@
 #include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/serializer/ObjectId.h>
-#include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/dialects/DialectContexts.h>
 #include <ZEL/serializer/writer/ObjectContexts.h>
 #include <ZEL/values/Object.h>
-
-#include <hasp_util/XmlConstants.h>
 
 #include <algorithm>
 #include <iterator>
@@ -15,24 +13,13 @@
 
 namespace ZEL::Serializer {
 
-using HASP::XmlConstants;
-
 namespace {
 
-Context attributeOf(Context const & parent, std::string_view name, std::string value) {
-    Context context;
-    context.setRole(XmlConstants::NULL_NS_URI, name);
-    context.setParent(parent);
-    context.setAttribute(std::move(value));
-    context.setExtension(parent.isExtension());
-    return context;
-}
-
-Context extensionElement() {
-    Context extension;
-    extension.setRole(XmiConstants::XMI_NS_URI, "Extension");
-    extension.setElement({});
-    extension.setExtension(true);
+/// Begins a block of this system's own.
+Context appendExtension(ContextSequence & sequence) {
+    Context extension = makeExtension();
+    sequence.addContext(extension);
+    sequence.addContext(makeAttribute(extension, "extender", XmiConstants::ZEL_EXTENDER));
     return extension;
 }
 
@@ -56,7 +43,8 @@ bool ObjectContexts::append(ObjectView const & object, PropertyPartition const &
         element.setRole(partition.type);
     }
     if (place.property != nullptr && place.property->isExtension()) {
-        appendExtension(element, sequence);
+        element.setParent(appendExtension(sequence));
+        element.setExtension(true);
     }
     // Of a parent only the names count, so what serves as parent goes without the id.
     Context const parent = element;
@@ -78,21 +66,11 @@ void ObjectContexts::appendHead(ImmutableClassObject const & object, ContextSequ
     if (!model.isValid()) {
         return;
     }
-    Context const extension = extensionElement();
-    sequence.addContext(extension);
-    sequence.addContext(attributeOf(extension, "extender", XmiConstants::ZEL_EXTENDER));
-    sequence.addContext(attributeOf(extension, "persistentIds", "true"));
+    Context const extension = appendExtension(sequence);
+    sequence.addContext(makeAttribute(extension, "persistentIds", "true"));
     sequence.addContext(
-        attributeOf(extension, "nextIdValue",
-                    internal::siidOf(ObjectId::of(model), static_cast<std::int32_t>(model.getNextIdValue()))));
-}
-
-void ObjectContexts::appendExtension(Context & element, ContextSequence & sequence) {
-    Context const extension = extensionElement();
-    sequence.addContext(extension);
-    sequence.addContext(attributeOf(extension, "extender", XmiConstants::ZEL_EXTENDER));
-    element.setParent(extension);
-    element.setExtension(true);
+        makeAttribute(extension, "nextIdValue",
+                      internal::siidOf(ObjectId::of(model), static_cast<std::int32_t>(model.getNextIdValue()))));
 }
 
 void ObjectContexts::appendValue(ObjectView const & object, WrittenProperty const & property, Context const & parent,

@@ -33,7 +33,7 @@ public:
         Context const * parent = nullptr;
     };
 
-    /// Appends the element, attributes and links of the object. Gives whether any of them will be a child element.
+    /// Appends the element, attributes and links of the object. Returns whether any of them will be a child element.
     bool append(ObjectView const & object, PropertyPartition const & partition, Place const & place,
                 ContextSequence & sequence);
 
@@ -47,7 +47,6 @@ private:
         HASP::Uri uri;
     };
 
-    static void appendExtension(Context & element, ContextSequence & sequence);
     static void appendValue(ObjectView const & object, WrittenProperty const & property, Context const & parent,
                             ContextSequence & sequence);
     static bool appendValues(ObjectView const & object, WrittenProperty const & property, Context const & parent,

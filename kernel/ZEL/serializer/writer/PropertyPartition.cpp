@@ -131,11 +131,17 @@ std::unique_ptr<PropertyPartition> PartitionCache::makePartition(internal::Class
     partition.visitable.insert(partition.visitable.end(), composites.begin(), composites.end());
 
     Generic::SequenceBuilder builder;
-    Sequence<ImmutableProperty> const properties = builder.create<ImmutableProperty>();
+    Sequence<ImmutableProperty> const visitable = builder.create<ImmutableProperty>();
+    Sequence<ImmutableProperty> const collected = builder.create<ImmutableProperty>();
     for (WrittenProperty const * const written : partition.visitable) {
-        properties.push_back(written->property);
+        visitable.push_back(written->property);
+        collected.push_back(written->property);
     }
-    partition.visitableProperties = properties;
+    if (partition.appliedStereotypeInstance.isValid()) {
+        collected.push_back(partition.appliedStereotypeInstance);
+    }
+    partition.visitableProperties = visitable;
+    partition.collectedProperties = collected;
     return made;
 }
 

@@ -56,6 +56,7 @@ struct PropertyPartition {
     std::vector<WrittenProperty const *> references;
     std::vector<WrittenProperty const *> visitable;              ///< extension properties, then composite ones
     ImmutableSequence<ImmutableProperty> visitableProperties;    ///< the same
+    ImmutableSequence<ImmutableProperty> collectedProperties;    ///< and then `appliedStereotypeInstance`, if valid
     ImmutableProperty appliedStereotypeInstance;                 ///< invalid if the class has none
     std::vector<internal::FieldDescriptor const *> containments; ///< where the contained objects are stored
 };

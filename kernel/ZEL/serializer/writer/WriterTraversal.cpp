@@ -1,6 +1,5 @@
 #include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/metamodel/StereotypeObject.h>
-#include <ZEL/sequences/SequenceBuilder.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/writer/WriterTraversal.h>
 
@@ -10,24 +9,6 @@
 namespace ZEL::Serializer {
 
 using HASP::XmlConstants;
-
-namespace {
-
-/// The properties to descend into, with the one after them that leads to the stereotype instances.
-ImmutableSequence<ImmutableProperty> withStereotypes(PropertyPartition const & partition) {
-    if (!partition.appliedStereotypeInstance.isValid()) {
-        return partition.visitableProperties;
-    }
-    Generic::SequenceBuilder builder;
-    Sequence<ImmutableProperty> const properties = builder.create<ImmutableProperty>();
-    for (WrittenProperty const * const written : partition.visitable) {
-        properties.push_back(written->property);
-    }
-    properties.push_back(partition.appliedStereotypeInstance);
-    return properties;
-}
-
-} // namespace
 
 WriterTraversal::WriterTraversal(HASP::XmlWriter & xml, XmiWriterSettings const & settings,
                                  TransformerRegistry const & transformers, WriterFunctions const & functions,
@@ -51,32 +32,16 @@ void WriterTraversal::write(ImmutableClassObject const & object) {
     fPrinter.logJoinedValues();
 }
 
-void WriterTraversal::Frame::start(ImmutableClassObject const & newObject, WrittenProperty const * newProperty,
-                                   Context const * newParent) {
-    object = newObject;
-    object.setDeviant(newObject.getDeviant());
-    property = newProperty;
-    parent = newParent;
-    partition = nullptr;
-    visitable = VisitableContext();
-    sequence.clear();
-    openElements = 0;
-    children.start({});
-    childProperty = nullptr;
-    nextProperty = 0;
-    stage = Stage::Create;
-}
-
 void WriterTraversal::visit(ImmutableClassObject const & object) {
     push(object, nullptr, nullptr);
     while (fDepth != 0) {
         Frame & frame = *fFrames[fDepth - 1];
-        if (ImmutableClassObject const * const child = frame.children.next()) {
-            push(*child, frame.childProperty, &frame.visitable.context);
-        } else if (frame.stage == Stage::Done) {
-            --fDepth;
+        if (frame.nextChild != frame.children.size()) {
+            push(frame.children[frame.nextChild++], frame.childProperty, &frame.visitable.context);
+        } else if (frame.step != nullptr) {
+            (this->*frame.step)(frame);
         } else {
-            advance(frame);
+            --fDepth;
         }
     }
 }
@@ -86,26 +51,19 @@ void WriterTraversal::push(ImmutableClassObject const & object, WrittenProperty 
     if (fDepth == fFrames.size()) {
         fFrames.push_back(std::make_unique<Frame>());
     }
-    fFrames[fDepth++]->start(object, property, parent);
-}
-
-void WriterTraversal::advance(Frame & frame) {
-    switch (frame.stage) {
-    case Stage::Create:
-        create(frame);
-        break;
-    case Stage::Element:
-        runElement(frame);
-        break;
-    case Stage::Properties:
-        runNextProperty(frame);
-        break;
-    case Stage::Behind:
-        runBehind(frame);
-        break;
-    case Stage::Done:
-        break;
-    }
+    Frame & frame = *fFrames[fDepth++];
+    frame.object = object;
+    frame.object.setDeviant(object.getDeviant());
+    frame.property = property;
+    frame.parent = parent;
+    frame.partition = nullptr;
+    frame.visitable = VisitableContext();
+    frame.sequence.clear();
+    frame.openElements = 0;
+    frame.startChildren({});
+    frame.childProperty = nullptr;
+    frame.nextProperty = 0;
+    frame.step = &WriterTraversal::create;
 }
 
 void WriterTraversal::create(Frame & frame) {
@@ -116,7 +74,7 @@ void WriterTraversal::create(Frame & frame) {
         createContextSequence(frame);
     }
     if (visitable.skipObject) {
-        frame.stage = Stage::Done;
+        frame.step = nullptr;
         return;
     }
     if (!fIsPlain || fIsWriting) {
@@ -125,7 +83,7 @@ void WriterTraversal::create(Frame & frame) {
             fPrinter.writeWhole(ahead, levelOf(frame));
         }
     }
-    frame.stage = Stage::Element;
+    frame.step = &WriterTraversal::runElement;
     if (fFunctions.before) {
         showOwnPlace(frame);
         generate(frame, fFunctions.before);
@@ -133,7 +91,7 @@ void WriterTraversal::create(Frame & frame) {
 }
 
 void WriterTraversal::runElement(Frame & frame) {
-    frame.stage = Stage::Properties;
+    frame.step = &WriterTraversal::runNextProperty;
     if (fIsPlain && !fIsWriting) {
         return;
     }
@@ -143,7 +101,7 @@ void WriterTraversal::runElement(Frame & frame) {
     Context * const element = elementOf(applied);
     if (fIsWriting) {
         if (element != nullptr && element->skipContext()) {
-            frame.stage = Stage::Done;
+            frame.step = nullptr;
             return;
         }
         auto const elements =
@@ -175,12 +133,12 @@ void WriterTraversal::runNextProperty(Frame & frame) {
         }
         std::vector<ImmutableClassObject> objects = view.objectsOf(*frame.childProperty);
         if (!objects.empty()) {
-            frame.children.start(std::move(objects));
+            frame.startChildren(std::move(objects));
             return;
         }
     }
     fPrinter.end(std::exchange(frame.openElements, 0));
-    frame.stage = Stage::Behind;
+    frame.step = &WriterTraversal::runAfter;
 }
 
 bool WriterTraversal::selectNextProperty(Frame & frame, ObjectView const & view) {
@@ -207,21 +165,21 @@ bool WriterTraversal::selectNextProperty(Frame & frame, ObjectView const & view)
     return false;
 }
 
-void WriterTraversal::runBehind(Frame & frame) {
-    frame.stage = Stage::Done;
+void WriterTraversal::runAfter(Frame & frame) {
+    frame.step = nullptr;
     if (!fIsPlain) {
-        ContextSequence const behind = fTransformers.postApply(frame.sequence);
+        ContextSequence const following = fTransformers.postApply(frame.sequence);
         if (fIsWriting) {
-            fPrinter.writeWhole(behind, levelOf(frame));
+            fPrinter.writeWhole(following, levelOf(frame));
         }
     }
-    if (fFunctions.behind) {
+    if (fFunctions.after) {
         showOwnPlace(frame);
-        generate(frame, fFunctions.behind);
+        generate(frame, fFunctions.after);
     } else if (fIsWriting && !fStereotypesDone && frame.property == nullptr) {
         fStereotypesDone = true;
         frame.childProperty = nullptr;
-        frame.children.start(fStereotypeInstances);
+        frame.startChildren(fStereotypeInstances);
     }
 }
 
@@ -233,7 +191,7 @@ void WriterTraversal::showOwnPlace(Frame & frame) const {
 void WriterTraversal::generate(Frame & frame, XmiWriter::VisitableGenerator const & generator) {
     ImmutableSequence<ImmutableClassObject> const objects = generator(frame.object, frame.visitable);
     frame.childProperty = fPartitions.find(frame.visitable.property);
-    frame.children.start(objects.isValid() ? objects.toVector() : std::vector<ImmutableClassObject>());
+    frame.startChildren(objects.isValid() ? objects.toVector() : std::vector<ImmutableClassObject>());
 }
 
 void WriterTraversal::createContextSequence(Frame & frame) {
@@ -250,7 +208,7 @@ void WriterTraversal::createContextSequence(Frame & frame) {
     }
     if (!fHasDefaults) {
         frame.visitable.visitableProperties =
-            fIsWriting ? frame.partition->visitableProperties : withStereotypes(*frame.partition);
+            fIsWriting ? frame.partition->visitableProperties : frame.partition->collectedProperties;
     }
     if (fIsWriting || !fIsPlain) {
         bool const hasChildElements =

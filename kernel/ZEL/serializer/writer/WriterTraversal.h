@@ -29,9 +29,9 @@ struct WriterFunctions {
     XmiWriter::ContextSequenceCreator createContexts;
     XmiWriter::VisitableGenerator before;
     XmiWriter::VisitableGenerator children;
-    XmiWriter::VisitableGenerator behind;
+    XmiWriter::VisitableGenerator after;
 
-    [[nodiscard]] bool areDefaults() const { return !createContexts && !before && !children && !behind; }
+    [[nodiscard]] bool areDefaults() const { return !createContexts && !before && !children && !after; }
 };
 
 /// One run of a writer over a containment tree: a traversal that collects, and one that writes.
@@ -50,30 +50,15 @@ public:
     void write(ImmutableClassObject const & object);
 
 private:
-    /// Objects to visit one after the other.
-    class Children {
-    public:
-        void start(std::vector<ImmutableClassObject> objects) noexcept {
-            fObjects = std::move(objects);
-            fNext = 0;
-        }
-        /// Null when all have been given.
-        [[nodiscard]] ImmutableClassObject const * next() noexcept {
-            return fNext == fObjects.size() ? nullptr : &fObjects[fNext++];
-        }
-
-    private:
-        std::vector<ImmutableClassObject> fObjects;
-        std::size_t fNext = 0;
-    };
-
-    /// What an object is to do next, once the children at hand have been visited.
-    enum class Stage { Create, Element, Properties, Behind, Done };
+    struct Frame;
+    using Step = void (WriterTraversal::*)(Frame &);
 
     /// An object under way. Used again and again for objects of one depth, so that storage is made but once.
     struct Frame {
-        void start(ImmutableClassObject const & newObject, WrittenProperty const * newProperty,
-                   Context const * newParent);
+        void startChildren(std::vector<ImmutableClassObject> objects) noexcept {
+            children = std::move(objects);
+            nextChild = 0;
+        }
 
         ImmutableClassObject object;
         WrittenProperty const * property = nullptr;    ///< through which it is reached; null at the top
@@ -82,19 +67,20 @@ private:
         VisitableContext visitable;
         ContextSequence sequence; ///< as it came from the creator
         std::size_t openElements = 0;
-        Children children;                               ///< those at hand
+        std::vector<ImmutableClassObject> children; ///< those at hand, visited one after the other
+        std::size_t nextChild = 0;
         WrittenProperty const * childProperty = nullptr; ///< through which they are reached
         std::size_t nextProperty = 0;
-        Stage stage = Stage::Create;
+        Step step = nullptr; ///< what comes once the children at hand have been visited; null at the end
     };
 
     void visit(ImmutableClassObject const & object);
     void push(ImmutableClassObject const & object, WrittenProperty const * property, Context const * parent);
-    void advance(Frame & frame);
+    // The steps of an object, in order; each names the next one.
     void create(Frame & frame);
     void runElement(Frame & frame);
     void runNextProperty(Frame & frame);
-    void runBehind(Frame & frame);
+    void runAfter(Frame & frame);
 
     /// Makes what a caller's generator returns the children at hand.
     void generate(Frame & frame, XmiWriter::VisitableGenerator const & generator);

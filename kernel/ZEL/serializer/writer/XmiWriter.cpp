@@ -87,7 +87,7 @@ void XmiWriter::setVisitableGenerator(VisitableGenerator generator) {
 }
 
 void XmiWriter::setPostVisitableGenerator(VisitableGenerator generator) {
-    fImpl->functions.behind = std::move(generator);
+    fImpl->functions.after = std::move(generator);
 }
 
 } // namespace ZEL::Serializer

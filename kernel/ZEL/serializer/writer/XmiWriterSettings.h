@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ZEL/Export.h>
+#include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/XmiFormat.h>
 
 #include <string>
@@ -11,8 +12,6 @@ namespace ZEL::Serializer {
 /// How an `XmiWriter` writes. A writer takes a copy when it is made.
 class ZEL_API XmiWriterSettings {
 public:
-    XmiWriterSettings();
-
     /// What is written as `xmi:version`; `XmiConstants::XMI_VERSION` by default. It changes nothing else in the file.
     [[nodiscard]] std::string const & getXmiVersion() const noexcept { return fXmiVersion; }
     void setXmiVersion(std::string version) { fXmiVersion = std::move(version); }
@@ -36,7 +35,7 @@ public:
     void setKeepFileIds(bool keep) noexcept { fKeepFileIds = keep; }
 
 private:
-    std::string fXmiVersion;
+    std::string fXmiVersion = XmiConstants::XMI_VERSION;
     bool fPreferAttributes = true;
     XmiFormat fOutputFormat = XmiFormat::Standard;
     bool fAutoFlush = false;

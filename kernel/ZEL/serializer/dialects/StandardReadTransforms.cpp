@@ -3,9 +3,7 @@
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/NamespaceRegistry.h>
-#include <ZEL/serializer/LinkedElement.h>
 #include <ZEL/serializer/ObjectId.h>
-#include <ZEL/serializer/Reference.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/dialects/DialectContexts.h>
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
@@ -58,7 +56,6 @@ StandardReadTransforms::StandardReadTransforms() {
     addTransform(Pattern().role("href"), link);
 
     setOnCreate([this](Context const &, ClassObject const & object) { tieNextId(object); });
-    setResolveReference([](std::string const &, Reference const &) { return LinkedElement(); });
     setPostTransform([this](Model const & model) { endFile(model); });
 }
 

@@ -71,9 +71,6 @@ MetaProperty const * MetaClass::find(QualifiedName role) {
 
 // --- all -----------------------------------------------------------------------------------------------------------------
 
-MetaClassCache::MetaClassCache() = default;
-MetaClassCache::~MetaClassCache() = default;
-
 void MetaClassCache::clear() noexcept {
     fClasses.clear();
     fProperties.clear();

@@ -7,7 +7,6 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -15,7 +14,7 @@ namespace ZEL::Serializer {
 
 /// Makes boxed values of one data type from texts, without a search for the type each time.
 ///
-/// Values of other types than text repeat themselves in a file, so the ones made last are kept and given again: boxed
+/// Values of other types than text repeat themselves in a file, so the ones made last are kept and returned again: boxed
 /// values never change.
 class ValueMaker {
 public:
@@ -72,11 +71,6 @@ private:
 /// The metamodel classes and properties that a run has met. Valid as long as nobody changes their metamodels.
 class ZEL_API MetaClassCache {
 public:
-    MetaClassCache();
-    ~MetaClassCache();
-    MetaClassCache(MetaClassCache const &) = delete;
-    MetaClassCache & operator=(MetaClassCache const &) = delete;
-
     /// That of the object's class. References stay valid until `clear`.
     [[nodiscard]] MetaClass & of(ClassObject const & object);
     [[nodiscard]] MetaProperty const & of(ImmutableProperty const & property);

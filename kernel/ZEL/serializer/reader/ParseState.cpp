@@ -4,7 +4,6 @@
 #include <ZEL/serializer/reader/ParseState.h>
 
 #include <cstdint>
-#include <functional>
 
 namespace ZEL::Serializer {
 

@@ -72,6 +72,9 @@ struct ParseState {
 
     ParseState(std::string const & fileName, HASP::XmlReaderSettings const & settings);
 
+    /// That of the element whose start or end is at hand, as in the file.
+    [[nodiscard]] QualifiedName elementName() { return roles.of(&xml.getNamespaceURI(), &xml.getLocalName()); }
+
     HASP::XmlReader xml;
     std::string const & xmiUri; ///< this and the next three as `xml` keeps them, to be compared by address
     std::string const & xmiId;

@@ -50,7 +50,7 @@ private:
         bool isNew = false; ///< made, not found in a model that is merged into
     };
 
-    // --- a run (XmiReaderImpl.cpp) -----------------------------------------------------------------------------------
+    // --- a run (this and the events: XmiReaderImpl.cpp) --------------------------------------------------------------
     void readInto(std::string const & localFile);
     void end() noexcept;
     void discard() noexcept;
@@ -60,7 +60,7 @@ private:
     void noteUncontained();
     void reportUncontained(std::vector<Model> const & models);
 
-    // --- events (XmiReaderImplEvents.cpp) ----------------------------------------------------------------------------
+    // --- events ------------------------------------------------------------------------------------------------------
     [[nodiscard]] ParseState & state() noexcept { return fStates.back(); }
     [[nodiscard]] bool isInLinkedFile() const noexcept { return fStates.size() > 1; }
     void pushState(std::string const & localFile);
@@ -74,13 +74,13 @@ private:
     [[noreturn]] void raiseParseError(ParseState const & state);
     [[nodiscard]] std::string parseErrorOf(ParseState const & state) const;
 
-    // --- applying Contexts (XmiReaderImplProcess.cpp) ----------------------------------------------------------------
+    // --- applying Contexts (this and the objects: XmiReaderImplContexts.cpp) -----------------------------------------
     void process(ParseState & state, ContextSequence && sequence);
     void applyContext(ParseState & state, Context & context, bool & entered);
     void enter(ParseState & state, Made && made, Context && context);
     void leave(ParseState & state);
     void startSkipping(ParseState & state);
-    [[nodiscard]] static std::string labelOfElement(ParseState const & state);
+    [[nodiscard]] static std::string labelOfElement(ParseState & state);
     [[nodiscard]] bool isOfOtherVersion(ParseState & state, ContextSequence const & applied);
     void applyText(ParseState & state);
     void applyAttribute(ParseState & state, Context const & context);
@@ -92,7 +92,7 @@ private:
     static void noteGiven(ParseState & state, MetaProperty const & property);
     [[nodiscard]] MetaClassCache & metaClasses() const noexcept { return fValues.metaClasses(); }
 
-    // --- objects (XmiReaderImplObjects.cpp) --------------------------------------------------------------------------
+    // --- objects -----------------------------------------------------------------------------------------------------
     [[nodiscard]] Made makeTopLevel(ParseState & state, Context const & context);
     [[nodiscard]] Made makeChild(ParseState & state, Context const & context);
     [[nodiscard]] Made createObject(ParseState & state, Context const & context);

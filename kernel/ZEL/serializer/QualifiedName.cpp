@@ -1,7 +1,6 @@
 #include <ZEL/serializer/QualifiedName.h>
 
 #include <array>
-#include <memory>
 #include <mutex>
 #include <unordered_set>
 
@@ -22,34 +21,24 @@ struct QualifiedName::Table {
     };
     struct Hash {
         using is_transparent = void;
-        std::size_t operator()(Pair const & pair) const noexcept { return hashOf(pair.uri, pair.name); }
-        std::size_t operator()(std::unique_ptr<Entry> const & entry) const noexcept {
-            return hashOf(entry->uri, entry->name);
+        template <class Names> std::size_t operator()(Names const & names) const noexcept {
+            return hashOf(names.uri, names.name);
         }
     };
     struct Equal {
         using is_transparent = void;
-        bool operator()(Pair const & left, std::unique_ptr<Entry> const & right) const noexcept {
-            return left.name == right->name && left.uri == right->uri;
-        }
-        bool operator()(std::unique_ptr<Entry> const & left, Pair const & right) const noexcept {
-            return (*this)(right, left);
-        }
-        bool operator()(std::unique_ptr<Entry> const & left, std::unique_ptr<Entry> const & right) const noexcept {
-            return left->name == right->name && left->uri == right->uri;
+        template <class Left, class Right> bool operator()(Left const & left, Right const & right) const noexcept {
+            return left.name == right.name && left.uri == right.uri;
         }
     };
 
     std::mutex mutex;
-    std::unordered_set<std::unique_ptr<Entry>, Hash, Equal> entries;
+    std::unordered_set<Entry, Hash, Equal> entries; ///< each stays at its address
 
     Entry const * enter(std::string_view uri, std::string_view name) {
         std::lock_guard<std::mutex> const lock(mutex);
         auto const found = entries.find(Pair{uri, name});
-        if (found != entries.end()) {
-            return found->get();
-        }
-        return entries.insert(std::make_unique<Entry>(Entry{std::string(uri), std::string(name)})).first->get();
+        return found != entries.end() ? &*found : &*entries.insert({std::string(uri), std::string(name)}).first;
     }
 };
 

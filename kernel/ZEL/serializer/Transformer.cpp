@@ -46,6 +46,14 @@ public:
         }
     }
 
+    /// What the rule returns for the Context. It may change the table it stands in: what runs is a copy.
+    void run(RuleFunction const rule, Context const & context) {
+        ContextSequence returned = rule(context);
+        for (Context & one : returned) {
+            emit(std::move(one));
+        }
+    }
+
     ContextSequence take() {
         ContextSequence sequence;
         sequence.reserve(fResult.size());
@@ -165,15 +173,10 @@ ContextSequence Transformer::applyHelper(ContextSequence && sequence, RuleTable 
     pass.reserve(sequence.size() + 1);
     std::for_each(sequence.begin(), matched, [&](Context & context) { pass.keep(std::move(context)); });
     for (auto context = matched; context != sequence.end(); ++context) {
-        RuleFunction const * const found = rules.find(*context);
-        if (found == nullptr) {
+        if (RuleFunction const * const rule = rules.find(*context)) {
+            pass.run(*rule, *context);
+        } else {
             pass.keep(std::move(*context));
-            continue;
-        }
-        // A rule may change the table it stands in: what runs is a copy.
-        RuleFunction const function = *found;
-        for (Context & given : ContextSequence(function(*context))) {
-            pass.emit(std::move(given));
         }
     }
     return pass.take();
@@ -181,14 +184,9 @@ ContextSequence Transformer::applyHelper(ContextSequence && sequence, RuleTable 
 
 ContextSequence Transformer::generate(ContextSequence const & sequence, RuleTable const & rules) {
     Pass pass(Unmatched::Drop);
-    if (!rules.empty()) {
-        for (Context const & context : sequence) {
-            if (RuleFunction const * const found = rules.find(context); found != nullptr) {
-                RuleFunction const function = *found;
-                for (Context & given : ContextSequence(function(context))) {
-                    pass.emit(std::move(given));
-                }
-            }
+    for (Context const & context : sequence) {
+        if (RuleFunction const * const rule = rules.find(context)) {
+            pass.run(*rule, context);
         }
     }
     return pass.take();
@@ -209,23 +207,5 @@ void Transformer::postTransform(Model const & model) {
         fPostTransform(model);
     }
 }
-
-void Transformer::addTransform(Context const & pattern, RuleFunction function) {
-    fTransforms.add(pattern, std::move(function));
-}
-
-void Transformer::addPreTransform(Context const & pattern, RuleFunction function) {
-    fPreTransforms.add(pattern, std::move(function));
-}
-
-void Transformer::addPostTransform(Context const & pattern, RuleFunction function) {
-    fPostTransforms.add(pattern, std::move(function));
-}
-
-void Transformer::setOnCreate(OnCreateFunction hook) { fOnCreate = std::move(hook); }
-
-void Transformer::setResolveReference(ResolveReferenceFunction hook) { fResolveReference = std::move(hook); }
-
-void Transformer::setPostTransform(PostTransformFunction hook) { fPostTransform = std::move(hook); }
 
 } // namespace ZEL::Serializer

@@ -8,6 +8,7 @@
 #include <boost/function.hpp>
 
 #include <string>
+#include <utility>
 
 namespace ZEL {
 class ClassObject;
@@ -67,13 +68,13 @@ public:
     void setSerializePhase(bool serialize) noexcept { fSerializePhase = serialize; }
 
 protected:
-    void addTransform(Context const & pattern, RuleFunction function);
-    void addPreTransform(Context const & pattern, RuleFunction function);
-    void addPostTransform(Context const & pattern, RuleFunction function);
+    void addTransform(Context const & pattern, RuleFunction rule) { fTransforms.add(pattern, std::move(rule)); }
+    void addPreTransform(Context const & pattern, RuleFunction rule) { fPreTransforms.add(pattern, std::move(rule)); }
+    void addPostTransform(Context const & pattern, RuleFunction rule) { fPostTransforms.add(pattern, std::move(rule)); }
 
-    void setOnCreate(OnCreateFunction hook);
-    void setResolveReference(ResolveReferenceFunction hook);
-    void setPostTransform(PostTransformFunction hook);
+    void setOnCreate(OnCreateFunction hook) { fOnCreate = std::move(hook); }
+    void setResolveReference(ResolveReferenceFunction hook) { fResolveReference = std::move(hook); }
+    void setPostTransform(PostTransformFunction hook) { fPostTransform = std::move(hook); }
 
 private:
     enum class Unmatched : bool { Keep, Drop };

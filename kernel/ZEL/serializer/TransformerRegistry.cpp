@@ -21,6 +21,13 @@ std::shared_ptr<TransformerRegistry::Transformers const> TransformerRegistry::pr
                                     : std::shared_ptr<Transformers const>(std::shared_ptr<void>(), &none);
 }
 
+template <class Function> void TransformerRegistry::forEach(Function function) const {
+    auto const transformers = present();
+    for (auto const & transformer : *transformers) {
+        function(*transformer);
+    }
+}
+
 void TransformerRegistry::addTransformer(Transformer * transformer) {
     // Asked before the pointer gets an owner: a second owner would delete it a second time.
     auto const transformers = present();
@@ -48,10 +55,7 @@ void TransformerRegistry::removeTransformer(Transformer const * transformer) {
 }
 
 ContextSequence TransformerRegistry::apply(ContextSequence sequence) const {
-    auto const transformers = present();
-    for (auto const & transformer : *transformers) {
-        sequence = transformer->apply(std::move(sequence));
-    }
+    forEach([&](Transformer & transformer) { sequence = transformer.apply(std::move(sequence)); });
     return sequence;
 }
 
@@ -81,37 +85,27 @@ ContextSequence TransformerRegistry::generate(ContextSequence const & sequence, 
 }
 
 void TransformerRegistry::onCreate(Context const & context, ClassObject const & object) const {
-    auto const transformers = present();
-    for (auto const & transformer : *transformers) {
-        transformer->onCreate(context, object);
-    }
+    forEach([&](Transformer & transformer) { transformer.onCreate(context, object); });
 }
 
 std::vector<LinkedElement> TransformerRegistry::resolveReference(std::string const & uri,
                                                                  Reference const & reference) const {
     std::vector<LinkedElement> links;
-    auto const transformers = present();
-    for (auto const & transformer : *transformers) {
-        LinkedElement link = transformer->resolveReference(uri, reference);
+    forEach([&](Transformer & transformer) {
+        LinkedElement link = transformer.resolveReference(uri, reference);
         if (link.isValid()) {
             links.push_back(std::move(link));
         }
-    }
+    });
     return links;
 }
 
 void TransformerRegistry::postTransform(Model const & model) const {
-    auto const transformers = present();
-    for (auto const & transformer : *transformers) {
-        transformer->postTransform(model);
-    }
+    forEach([&](Transformer & transformer) { transformer.postTransform(model); });
 }
 
 void TransformerRegistry::setSerializePhase(bool serialize) const {
-    auto const transformers = present();
-    for (auto const & transformer : *transformers) {
-        transformer->setSerializePhase(serialize);
-    }
+    forEach([=](Transformer & transformer) { transformer.setSerializePhase(serialize); });
 }
 
 } // namespace ZEL::Serializer

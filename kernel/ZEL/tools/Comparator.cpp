@@ -4,35 +4,24 @@
 #include <ZEL/tools/Comparator.h>
 #include <ZEL/values/ValueObject.h>
 
+#include <optional>
 #include <utility>
 
 namespace ZEL {
 
-struct Comparator::ComparedProperty {
-    ImmutableProperty property;
-    bool isComposite;
-};
+namespace {
 
-/// What is compared of the instances of each metaclass, found once.
-class Comparator::Properties {
-public:
-    std::vector<ComparedProperty> const & of(ImmutableClass const & metaClass) {
-        auto const [entry, isNew] = fByClass.try_emplace(metaClass.getImplementation());
-        if (isNew) {
-            for (internal::PropertyView const & property : internal::MetaClassView::of(metaClass)->properties()) {
-                // The link to the container is that of the other side's container by the place in the tree; where the
-                // trees themselves stand does not matter.
-                if (!property.isDerived && !property.isIdentity() && !property.isContainer) {
-                    entry->second.push_back({property.property, property.isComposite});
-                }
-            }
-        }
-        return entry->second;
+/// Whether the two are equal values; nothing if neither is a value.
+std::optional<bool> compareValues(ImmutableObject const & a, ImmutableObject const & b) {
+    ImmutableValueObject const valueOfA(a);
+    ImmutableValueObject const valueOfB(b);
+    if (!valueOfA.isValid() && !valueOfB.isValid()) {
+        return std::nullopt;
     }
+    return valueOfA.isValid() && valueOfB.isValid() && valueOfA == valueOfB;
+}
 
-private:
-    std::unordered_map<NSInterface::ClassIntf const *, std::vector<ComparedProperty>> fByClass;
-};
+} // namespace
 
 /// A pair of class objects whose properties are being compared.
 struct Comparator::Frame {
@@ -50,12 +39,7 @@ Comparator::Comparator(ImmutableObject first, ImmutableObject second)
 
 Comparator::~Comparator() = default;
 
-Comparator::Comparator(Comparator const & other)
-    : fFirst(other.fFirst),
-      fSecond(other.fSecond),
-      fFailedFirst(other.fFailedFirst),
-      fFailedSecond(other.fFailedSecond),
-      fCounterparts(other.fCounterparts) {}
+Comparator::Comparator(Comparator const & other) = default;
 
 Comparator & Comparator::operator=(Comparator const & other) {
     if (this != &other) {
@@ -73,9 +57,9 @@ Comparator & Comparator::operator=(Comparator const & other) {
 bool Comparator::compare() {
     fCounterparts.clear();
     fail(ImmutableClassObject(), ImmutableClassObject());
-    fProperties = std::make_unique<Properties>();
+    fProperties.clear();
     bool const isEqual = compareCompositionR(fFirst, fSecond) && compareAssociationR(fFirst, fSecond);
-    fProperties.reset();
+    fProperties.clear();
     return isEqual;
 }
 
@@ -110,11 +94,8 @@ Comparator::Verdict Comparator::compareOne(Pass pass, ImmutableObject const & a,
     if (!a.isValid() || !b.isValid()) {
         return Verdict::Different;
     }
-    ImmutableValueObject const valueOfA(a);
-    ImmutableValueObject const valueOfB(b);
-    if (valueOfA.isValid() || valueOfB.isValid()) {
-        bool const isEqual = valueOfA.isValid() && valueOfB.isValid() && valueOfA == valueOfB;
-        return isEqual ? Verdict::Equal : Verdict::Different;
+    if (std::optional<bool> const areEqual = compareValues(a, b)) {
+        return *areEqual ? Verdict::Equal : Verdict::Different;
     }
     ImmutableClassObject const first(a);
     ImmutableClassObject const second(b);
@@ -132,10 +113,8 @@ bool Comparator::compareLink(ImmutableObject const & a, ImmutableObject const & 
     if (!a.isValid() || !b.isValid()) {
         return a.isValid() == b.isValid();
     }
-    ImmutableValueObject const valueOfA(a);
-    ImmutableValueObject const valueOfB(b);
-    if (valueOfA.isValid() || valueOfB.isValid()) {
-        return valueOfA.isValid() && valueOfB.isValid() && valueOfA == valueOfB;
+    if (std::optional<bool> const areEqual = compareValues(a, b)) {
+        return *areEqual;
     }
     ImmutableObject const counterpart = get(a);
     // An object outside of the trees corresponds to itself.
@@ -172,16 +151,27 @@ bool Comparator::nextProperty(Pass pass, Frame & frame) {
     return isEqual;
 }
 
-bool Comparator::walk(Pass pass, ImmutableObject const & first, ImmutableObject const & second) {
-    if (fProperties == nullptr) {
-        fProperties = std::make_unique<Properties>();
+std::vector<Comparator::ComparedProperty> const & Comparator::propertiesOf(ImmutableClass const & metaClass) {
+    auto const [entry, isNew] = fProperties.try_emplace(metaClass.getImplementation());
+    if (isNew) {
+        for (internal::PropertyView const & property : internal::MetaClassView::of(metaClass)->properties()) {
+            // The link to the container is that of the other side's container by the place in the tree; where the
+            // trees themselves stand does not matter.
+            if (!property.isDerived && !property.isIdentity() && !property.isContainer) {
+                entry->second.push_back({property.property, property.isComposite});
+            }
+        }
     }
+    return entry->second;
+}
+
+bool Comparator::walk(Pass pass, ImmutableObject const & first, ImmutableObject const & second) {
     std::vector<Frame> frames;
     auto const enter = [&](ImmutableObject const & a, ImmutableObject const & b) {
         Verdict const verdict = compareOne(pass, a, b);
         if (verdict == Verdict::Descend) {
             ImmutableClassObject const object(a);
-            frames.push_back({object, ImmutableClassObject(b), &fProperties->of(object.getMetaClass()), 0, {}, {}, 0});
+            frames.push_back({object, ImmutableClassObject(b), &propertiesOf(object.getMetaClass()), 0, {}, {}, 0});
         }
         return verdict != Verdict::Different;
     };

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/Property.h>
 #include <ZEL/values/Object.h>
 
-#include <memory>
 #include <unordered_map>
 #include <vector>
 
@@ -39,15 +39,18 @@ protected:
     [[nodiscard]] bool compareAssociationR(ImmutableObject const & first, ImmutableObject const & second);
 
 private:
-    struct ComparedProperty;
     struct Frame;
-    class Properties;
+    struct ComparedProperty {
+        ImmutableProperty property;
+        bool isComposite;
+    };
     enum class Pass { Composition, Association };
     enum class Verdict { Equal, Different, Descend };
 
     void add(ImmutableObject const & a, ImmutableObject const & b);
     [[nodiscard]] ImmutableObject get(ImmutableObject const & a) const;
 
+    [[nodiscard]] std::vector<ComparedProperty> const & propertiesOf(ImmutableClass const & metaClass);
     [[nodiscard]] bool walk(Pass pass, ImmutableObject const & first, ImmutableObject const & second);
     [[nodiscard]] Verdict compareOne(Pass pass, ImmutableObject const & a, ImmutableObject const & b);
     [[nodiscard]] bool compareLink(ImmutableObject const & a, ImmutableObject const & b) const;
@@ -59,7 +62,8 @@ private:
     ImmutableClassObject fFailedFirst;
     ImmutableClassObject fFailedSecond;
     std::unordered_map<NSInterface::ObjectIntf *, NSInterface::ObjectIntf *> fCounterparts;
-    std::unique_ptr<Properties> fProperties; ///< by metaclass, for the length of a call
+    /// What is compared of the instances of each metaclass, found once in a call.
+    std::unordered_map<NSInterface::ClassIntf const *, std::vector<ComparedProperty>> fProperties;
 };
 
 /// Whether two trees are equal; see `Comparator`.

@@ -65,36 +65,6 @@ ImmutableClass checkedMetaClass(ImmutableClassObject const & object) {
 
 } // namespace
 
-/// The file of a page, from its opening to the end of the block.
-class HTMLPrinter::Page {
-public:
-    Page(HTMLPrinter & printer, std::string const & path) : fPrinter(printer) {
-        printer.output.open(path);
-        if (!printer.output) {
-            printer.output.clear();
-            raiseInternalError("Cannot create output file: " + path);
-        }
-        printer.fPath = path;
-    }
-    ~Page() {
-        if (fPrinter.output.is_open()) {
-            fPrinter.output.close();
-        }
-        fPrinter.output.clear();
-    }
-    Page(Page const &) = delete;
-    Page & operator=(Page const &) = delete;
-
-    void close() {
-        fPrinter.output.flush();
-        fPrinter.output.close();
-        fPrinter.checkOutput();
-    }
-
-private:
-    HTMLPrinter & fPrinter;
-};
-
 HTMLPrinter::HTMLPrinter() : fLogger(Logger::instance()) {}
 
 HTMLPrinter::~HTMLPrinter() = default;
@@ -111,14 +81,27 @@ void HTMLPrinter::printPage(ImmutableClassObject const & element, std::string co
     if (!element.isValid()) {
         raiseInternalError("Expects a valid Element");
     }
-    Page page(*this, path);
+    output.open(path);
+    if (!output) {
+        output.clear();
+        raiseInternalError("Cannot create output file: " + path);
+    }
+    fPath = path;
+    internal::AtScopeEnd const leave([this] {
+        if (output.is_open()) {
+            output.close();
+        }
+        output.clear();
+    });
     output << html::prologue("RV2FEN UML Generation Report " + markupOf(fileName));
     writeCss();
     writeJss();
     output << html::bodyStart() << controls;
     printElement(element);
     output << tail;
-    page.close();
+    output.flush();
+    output.close();
+    checkOutput();
     fLogger->info("End of HTML pretty-print");
 }
 

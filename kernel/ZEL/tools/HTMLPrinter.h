@@ -82,8 +82,6 @@ protected:
     std::ofstream output; ///< the page, open during a print
 
 private:
-    class Page;
-
     void checkOutput() const;
     void printOneElement(ImmutableClassObject const & object);
     void printProperty(ImmutableClassObject const & object, ImmutableProperty const & property,

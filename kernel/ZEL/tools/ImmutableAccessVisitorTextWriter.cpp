@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <ostream>
-#include <string>
 
 namespace ZEL {
 namespace {
@@ -99,6 +98,14 @@ void ImmutableAccessVisitorTextWriter::printPropertyDecorations() {
     fStream << items << (items.empty() ? "" : "}");
 }
 
+bool ImmutableAccessVisitorTextWriter::ObjectWriter::visitStereotypeObject(ImmutableStereotypeObject const & instance) {
+    return visitClassObject(instance);
+}
+
+bool ImmutableAccessVisitorTextWriter::ObjectWriter::visitModel(ImmutableModel const & model) {
+    return visitClassObject(model);
+}
+
 bool ImmutableAccessVisitorTextWriter::PreWriter::visitClassObject(ImmutableClassObject const & object) {
     if (fWriter.isContained()) {
         fWriter.beginContained(object);
@@ -113,27 +120,11 @@ bool ImmutableAccessVisitorTextWriter::PreWriter::visitValueObject(ImmutableValu
     return true;
 }
 
-bool ImmutableAccessVisitorTextWriter::PreWriter::visitStereotypeObject(ImmutableStereotypeObject const & instance) {
-    return visitClassObject(instance);
-}
-
-bool ImmutableAccessVisitorTextWriter::PreWriter::visitModel(ImmutableModel const & model) {
-    return visitClassObject(model);
-}
-
 bool ImmutableAccessVisitorTextWriter::PostWriter::visitClassObject(ImmutableClassObject const &) {
     if (fWriter.isContained()) {
         fWriter.endContained();
     }
     return true;
-}
-
-bool ImmutableAccessVisitorTextWriter::PostWriter::visitStereotypeObject(ImmutableStereotypeObject const & instance) {
-    return visitClassObject(instance);
-}
-
-bool ImmutableAccessVisitorTextWriter::PostWriter::visitModel(ImmutableModel const & model) {
-    return visitClassObject(model);
 }
 
 } // namespace ZEL

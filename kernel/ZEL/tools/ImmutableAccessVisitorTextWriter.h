@@ -39,29 +39,30 @@ protected:
     [[nodiscard]] virtual std::string shown(std::string text) const;
 
 private:
-    /// Writes values, references, and the beginning of contained objects.
-    class PreWriter : public ImmutableAccessVisitorEmpty {
+    /// For which stereotype instances and models are objects like others.
+    class ObjectWriter : public ImmutableAccessVisitorEmpty {
     public:
-        explicit PreWriter(ImmutableAccessVisitorTextWriter & writer) : fWriter(writer) {}
-        bool visitClassObject(ImmutableClassObject const & object) override;
-        bool visitValueObject(ImmutableValueObject const & value) override;
+        explicit ObjectWriter(ImmutableAccessVisitorTextWriter & writer) : fWriter(writer) {}
         bool visitStereotypeObject(ImmutableStereotypeObject const & instance) override;
         bool visitModel(ImmutableModel const & model) override;
 
-    private:
+    protected:
         ImmutableAccessVisitorTextWriter & fWriter;
     };
 
-    /// Writes the end of contained objects.
-    class PostWriter : public ImmutableAccessVisitorEmpty {
+    /// Writes values, references, and the beginning of contained objects.
+    class PreWriter : public ObjectWriter {
     public:
-        explicit PostWriter(ImmutableAccessVisitorTextWriter & writer) : fWriter(writer) {}
+        using ObjectWriter::ObjectWriter;
         bool visitClassObject(ImmutableClassObject const & object) override;
-        bool visitStereotypeObject(ImmutableStereotypeObject const & instance) override;
-        bool visitModel(ImmutableModel const & model) override;
+        bool visitValueObject(ImmutableValueObject const & value) override;
+    };
 
-    private:
-        ImmutableAccessVisitorTextWriter & fWriter;
+    /// Writes the end of contained objects.
+    class PostWriter : public ObjectWriter {
+    public:
+        using ObjectWriter::ObjectWriter;
+        bool visitClassObject(ImmutableClassObject const & object) override;
     };
 
     [[nodiscard]] bool isContained() const;

@@ -1,4 +1,5 @@
 #include <ZEL/Boolean.h>
+#include <ZEL/base/AtScopeEnd.h>
 #include <ZEL/base/DeepCalls.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/MetaClassView.h>
@@ -12,7 +13,6 @@
 #include <array>
 #include <optional>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 namespace ZEL {
@@ -66,18 +66,13 @@ public:
     /// The result is valid until the end of the walk.
     [[nodiscard]] VisitedProperties const & propertiesOf(ImmutableClass const & metaClass) {
         NSInterface::ObjectIntf const * const key = metaClass.getImplementation();
-        if (fLast == nullptr || fLastClass != key) {
-            auto const [entry, isNew] = fByClass.try_emplace(key);
-            if (isNew) {
-                try {
-                    entry->second = visitedPropertiesOf(metaClass);
-                } catch (...) {
-                    fByClass.erase(entry);
-                    throw;
-                }
+        if (fLastClass != key) {
+            auto found = fByClass.find(key);
+            if (found == fByClass.end()) {
+                found = fByClass.emplace(key, visitedPropertiesOf(metaClass)).first;
             }
             fLastClass = key;
-            fLast = &entry->second;
+            fLast = &found->second;
         }
         return *fLast;
     }
@@ -92,26 +87,17 @@ private:
     internal::DeepCalls fCalls;
 };
 
-/// From the outermost operation to its end there is a walk.
-class ImmutableAccessVisitorTraversalContainment::WalkScope {
-public:
-    explicit WalkScope(ImmutableAccessVisitorTraversalContainment & traversal) : fWalk(traversal.fWalk) {
-        if (fWalk == nullptr) {
-            fWalk = std::make_unique<Walk>();
-        }
-        ++fWalk->nesting;
+auto ImmutableAccessVisitorTraversalContainment::beginWalk() {
+    if (fWalk == nullptr) {
+        fWalk = std::make_unique<Walk>();
     }
-    ~WalkScope() {
+    ++fWalk->nesting;
+    return internal::AtScopeEnd([this] {
         if (--fWalk->nesting == 0) {
             fWalk.reset();
         }
-    }
-    WalkScope(WalkScope const &) = delete;
-    WalkScope & operator=(WalkScope const &) = delete;
-
-private:
-    std::unique_ptr<Walk> & fWalk;
-};
+    });
+}
 
 ImmutableAccessVisitorTraversalContainment::ImmutableAccessVisitorTraversalContainment(ImmutableAccessVisitor * pre,
                                                                                        ImmutableAccessVisitor * post)
@@ -154,7 +140,7 @@ bool ImmutableAccessVisitorTraversalContainment::visitProperty(ImmutableClassObj
     if (!fPreVisitor->visitProperty(object, property)) {
         return false;
     }
-    WalkScope const scope(*this);
+    auto const walk = beginWalk();
     for (ImmutableObject const & value : values) {
         ImmutableProperty const outerProperty = fCurrentMetaProperty;
         ImmutableClassObject const outerObject = fCurrentClassObject;
@@ -176,7 +162,7 @@ bool ImmutableAccessVisitorTraversalContainment::traverseClassObject(ImmutableCl
     if (!metaClass.isValid()) {
         raiseAnInternalError();
     }
-    WalkScope const scope(*this);
+    auto const walk = beginWalk();
     for (ImmutableProperty const & property : fWalk->propertiesOf(metaClass).all) {
         if (!visitProperty(object, property)) {
             return false;

@@ -11,7 +11,7 @@ namespace ZEL {
 /// Walks the containment tree below an object and calls one visitor before and one after each part.
 ///
 /// The properties of an object come in a fixed order: its name, single values, lists of values, contained objects,
-/// references, extensions. Derived values are visited, derived links are not. Behind the properties come the stereotype
+/// references, extensions. Derived values are visited, derived links are not. After the properties come the stereotype
 /// instances on the object, which `appliedStereotypeInstance` has shown already. An object reached by a reference is
 /// visited, not entered, and neither is a stereotype instance.
 ///
@@ -54,8 +54,9 @@ protected:
 
 private:
     class Walk;
-    class WalkScope;
 
+    /// From the outermost operation to its end there is a walk: as long as what this returns lives.
+    auto beginWalk();
     void setCurrent(ImmutableProperty const & property, ImmutableClassObject const & object);
 
     ImmutableProperty fCurrentMetaProperty;

@@ -223,8 +223,7 @@ void RandomModelGenerator::rememberObject(ClassObject const & object) {
 
 void RandomModelGenerator::createCompositionAssociationMetaPropertyVectors(
     ImmutableClass const & metaClass, ImmutableSequence<ImmutableProperty> const & properties) {
-    HASP::GList<int> compositions;
-    HASP::GList<int> associations;
+    Vectors vectors;
     int position = -1;
     for (ImmutableProperty const & handle : properties.toVector()) {
         internal::PropertyView const property(handle);
@@ -236,32 +235,34 @@ void RandomModelGenerator::createCompositionAssociationMetaPropertyVectors(
             continue;
         }
         if (property.isComposite) {
-            compositions.append(position);
+            vectors.compositions.append(position);
         } else if (!property.isReadOnly && !property.isContainer) {
             // Setting the other end of a composition would move objects about, out of the model or into a cycle.
-            associations.append(position);
+            vectors.associations.append(position);
         }
     }
-    fCompositionVectors[metaClass] = compositions;
-    fAssociationVectors[metaClass] = associations;
+    fVectors[metaClass] = vectors;
+}
+
+RandomModelGenerator::Vectors const &
+RandomModelGenerator::vectorsOf(ImmutableClass const & metaClass,
+                                ImmutableSequence<ImmutableProperty> const & properties) {
+    if (fVectors.find(metaClass) == fVectors.end()) {
+        createCompositionAssociationMetaPropertyVectors(metaClass, properties);
+    }
+    return fVectors[metaClass];
 }
 
 HASP::GList<int> const &
 RandomModelGenerator::getCompositionMetaPropertyVector(ImmutableClass const & metaClass,
                                                        ImmutableSequence<ImmutableProperty> const & properties) {
-    if (fCompositionVectors.find(metaClass) == fCompositionVectors.end()) {
-        createCompositionAssociationMetaPropertyVectors(metaClass, properties);
-    }
-    return fCompositionVectors[metaClass];
+    return vectorsOf(metaClass, properties).compositions;
 }
 
 HASP::GList<int> const &
 RandomModelGenerator::getAssociationMetaPropertyVector(ImmutableClass const & metaClass,
                                                        ImmutableSequence<ImmutableProperty> const & properties) {
-    if (fAssociationVectors.find(metaClass) == fAssociationVectors.end()) {
-        createCompositionAssociationMetaPropertyVectors(metaClass, properties);
-    }
-    return fAssociationVectors[metaClass];
+    return vectorsOf(metaClass, properties).associations;
 }
 
 Sequence<ImmutableClass> RandomModelGenerator::getNonAbstractSubClasses(ImmutableClass const & metaClass,

@@ -27,8 +27,8 @@ public:
     explicit RandomModelGenerator(FactoryObject factory);
 
     /// Below `root`, `depth` levels of up to `breadth` children for each object; then `associations` attempts to set a
-    /// value or a link. Gives the root. A seed of 0 keeps the stored one. Cost is exponential in `depth`, unless `breadth`
-    /// is 1. Raises if the metamodel has a property without a type, a type without an instantiable class, or an enumeration
+    /// value or a link. Returns the root. A seed of 0 keeps the stored one. Cost is exponential in `depth`, unless `breadth`
+    /// is 1. Throws if the metamodel has a property without a type, a type without an instantiable class, or an enumeration
     /// without literals.
     ClassObject createRandomModel(ClassObject const & root, int depth, int breadth, int associations,
                                   unsigned int seed);
@@ -48,15 +48,15 @@ public:
     /// Adds the class, if it is not abstract, and those of its subclasses that are not, each once.
     Sequence<ImmutableClass> getNonAbstractSubClasses(ImmutableClass const & metaClass,
                                                       Sequence<ImmutableClass> const & found) const;
-    /// Sets a name made of the object's place, class and id: "0-2-Class-[17]". Raises the NULL text on an invalid object.
+    /// Sets a name made of the object's place, class and id: "0-2-Class-[17]". Throws the NULL text on an invalid object.
     void createNameStringAndSet(ClassObject const & object, ImmutableProperty const & property) const;
 
 protected:
     /// Fills the tree below `parent`; returns the last object made directly below it, or `parent` if `depth` is below 1.
     ClassObject createRandomModelComposition(ClassObject const & parent, int depth, int breadth);
     void createRandomModelAssociation(int count);
-    /// Sets or adds a value of the property's type; an object is filled further. Gives the object, an invalid handle for a
-    /// value that is none.
+    /// Sets or adds a value of the property's type; an object is filled further. Returns the object; an invalid handle
+    /// for a value that is none.
     ClassObject createValueForProperty(ClassObject const & parent, int depth, int breadth,
                                        ImmutableProperty const & property);
     void createCompositionAssociationMetaPropertyVectors(ImmutableClass const & metaClass,
@@ -64,7 +64,14 @@ protected:
 
 private:
     struct Frame;
+    /// Positions of properties of a class.
+    struct Vectors {
+        HASP::GList<int> compositions;
+        HASP::GList<int> associations;
+    };
 
+    Vectors const & vectorsOf(ImmutableClass const & metaClass,
+                              ImmutableSequence<ImmutableProperty> const & properties);
     ClassObject makeValue(ClassObject const & parent, ImmutableProperty const & property);
     [[nodiscard]] Object makeData(ImmutableType const & type) const;
     ClassObject makeObject(ImmutableClass const & type);
@@ -77,8 +84,7 @@ private:
     std::vector<int> fPositions; ///< of the object being made, among the children of each of its containers
     std::map<ImmutableClass, std::vector<ClassObject>>
         fObjectsByClass; ///< under superclasses too, in order of creation
-    std::map<ImmutableClass, HASP::GList<int>> fCompositionVectors;
-    std::map<ImmutableClass, HASP::GList<int>> fAssociationVectors;
+    std::map<ImmutableClass, Vectors> fVectors;
     std::vector<ClassObject> fObjects;                                          ///< all, in order of creation
     std::map<ImmutableClass, std::vector<ImmutableClass>> fInstantiableClasses; ///< by type of a property
     std::map<ImmutableModel, FactoryObject> fFactories;                         ///< by metamodel

@@ -1,32 +1,18 @@
 #include <ZEL/interchange/CmofReadTransforms.h>
 #include <ZEL/metamodel/Constants.h>
 #include <ZEL/metamodel/NamespaceRegistry.h>
-#include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/dialects/DialectContexts.h>
 
 #include <sstream>
-#include <string>
 
 namespace ZEL::Interchange {
 
 using Serializer::Context;
 using Serializer::ContextSequence;
+using Serializer::Pattern;
 using Serializer::XmiConstants;
 
 namespace {
-
-Context atTop(std::string const & uri, std::string const & name) {
-    Context pattern;
-    pattern.setParentRole(XmiConstants::XMI_NS_URI, "XMI");
-    pattern.setRole(uri, name);
-    return pattern;
-}
-
-Context on(Context const & element, std::string const & attribute) {
-    Context pattern;
-    pattern.setParentRole(element.getRole());
-    pattern.setRole({}, attribute);
-    return pattern;
-}
 
 /// The model, and within it the package.
 ContextSequence wrap(Context const & package) {
@@ -65,19 +51,19 @@ CmofReadTransforms::CmofReadTransforms() {
 }
 
 void CmofReadTransforms::addRules(std::string const & cmof) {
-    addTransform(atTop(cmof, "Package"), wrap);
+    addTransform(Pattern().parentRole(XmiConstants::XMI_NS_URI, "XMI").role(cmof, "Package"), wrap);
     std::string const foreign = NamespaceRegistry::instance()->getMetaUri("Foreign");
     if (foreign.empty()) {
         return;
     }
-    Context const tag = atTop(cmof, "Tag");
-    addTransform(tag, [foreign](Context const & element) -> ContextSequence {
-        Context application = element;
-        application.setRole(foreign, "Tag");
-        application.setType(foreign, "Tag");
-        return application;
-    });
-    addTransform(on(tag, "element"), attach);
+    addTransform(Pattern().parentRole(XmiConstants::XMI_NS_URI, "XMI").role(cmof, "Tag"),
+                 [foreign](Context const & element) -> ContextSequence {
+                     Context application = element;
+                     application.setRole(foreign, "Tag");
+                     application.setType(foreign, "Tag");
+                     return application;
+                 });
+    addTransform(Pattern().parentRole(cmof, "Tag").role("element"), attach);
 }
 
 } // namespace ZEL::Interchange

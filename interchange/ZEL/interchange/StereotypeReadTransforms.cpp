@@ -1,25 +1,21 @@
 #include <ZEL/interchange/StereotypeReadTransforms.h>
 #include <ZEL/metamodel/Constants.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/NamespaceRegistry.h>
-#include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/dialects/DialectContexts.h>
+#include <ZEL/serializer/dialects/MagicDrawConstants.h>
 
 namespace ZEL::Interchange {
 
 using Serializer::Context;
 using Serializer::ContextSequence;
+using Serializer::MagicDrawConstants;
+using Serializer::makeAttribute;
 using Serializer::XmiConstants;
 
 namespace {
-
-Context attributeOf(Context const & element, std::string const & name, std::string const & value) {
-    Context attribute;
-    attribute.setRole({}, name);
-    attribute.setParent(element);
-    attribute.setAttribute(value);
-    return attribute;
-}
 
 /// Whether the element stands where stereotypes do: at the top of the file, or in the model.
 bool isInPlace(Context const & element) {
@@ -29,11 +25,10 @@ bool isInPlace(Context const & element) {
 
 /// Whether the element's dialect has a rule for it.
 bool isOfDialect(Context const & element) {
-    std::string const schemas = std::string(MAGICDRAW_SCHEMA_BASE) + "/schemas/";
     std::string const & name = element.getRoleName();
-    return (element.getUri() == schemas + "MagicDraw_Profile.xmi" &&
+    return (element.getUri() == MagicDrawConstants::MD_PROFILE &&
             (name == "DiagramInfo" || name == "HyperlinkOwner")) ||
-           (element.getUri() == schemas + "UML_Standard_Profile.xmi" && name == "modelLibrary");
+           (element.getUri() == MagicDrawConstants::MD_STANDARD_PROFILE && name == "modelLibrary");
 }
 
 bool isForeign(Context const & element) {
@@ -51,6 +46,8 @@ bool isAnnotation(Context const & element) {
 
 StereotypeReadTransforms::StereotypeReadTransforms() : fUri(NamespaceRegistry::instance()->getMetaUri("Foreign")) {
     if (!fUri.empty()) {
+        using Role = internal::PropertyView::Role;
+        fInstances = internal::MetaClassView::of(ClassObject::MetaClass())->find(Role::StereotypeInstances)->name;
         addTransform(Context(), [this](Context const & context) { return translate(context); });
     }
 }
@@ -77,12 +74,12 @@ ContextSequence StereotypeReadTransforms::translateElement(Context const & eleme
     if (element.getParentUri() == XmiConstants::XMI_NS_URI) {
         fTranslated.setRole(fTranslated.getType());
     } else {
-        fTranslated.setRole({}, "appliedStereotypeInstance");
+        fTranslated.setRole({}, fInstances);
     }
     ContextSequence sequence(fTranslated);
-    sequence.addContext(attributeOf(fTranslated, "profile",
-                                    annotates ? EMF_SCHEMA_BASE + std::string("/emf/2002/Ecore") : element.getUri()));
-    sequence.addContext(attributeOf(fTranslated, "stereotype", annotates ? "EAnnotation" : element.getRoleName()));
+    sequence.addContext(makeAttribute(fTranslated, "profile",
+                                      annotates ? EMF_SCHEMA_BASE + std::string("/emf/2002/Ecore") : element.getUri()));
+    sequence.addContext(makeAttribute(fTranslated, "stereotype", annotates ? "EAnnotation" : element.getRoleName()));
     return sequence;
 }
 
@@ -93,10 +90,10 @@ ContextSequence StereotypeReadTransforms::translateValue(Context const & attribu
         return kept;
     }
     if (attribute.getRoleName().starts_with("base_")) {
-        return attributeOf(fTranslated, "base_Element", attribute.getFirstValue());
+        return makeAttribute(fTranslated, "base_Element", attribute.getFirstValue());
     }
     fValues += (fValues.empty() ? "" : "\n") + attribute.getRoleName() + "=" + attribute.getFirstValue();
-    return attributeOf(fTranslated, "values", fValues); // takes the place of the one before
+    return makeAttribute(fTranslated, "values", fValues); // takes the place of the one before
 }
 
 } // namespace ZEL::Interchange

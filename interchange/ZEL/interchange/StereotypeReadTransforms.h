@@ -25,6 +25,7 @@ private:
     Serializer::ContextSequence translateValue(Serializer::Context const & attribute);
 
     std::string const fUri;        ///< of the metamodel of what is not understood
+    std::string fInstances;        ///< the property of an object that holds its stereotype instances
     Serializer::Context fFromFile; ///< the element at hand
     Serializer::Context fTranslated;
     std::string fValues;

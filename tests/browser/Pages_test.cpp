@@ -5,12 +5,7 @@
 
 #include <ZEL/ZEL.h>
 #include <ZEL/logging/DefaultLogHandler.h>
-#include <ZEL/logging/HTMLLogHandler.h>
 #include <ZEL/logging/LogRecord.h>
-#include <ZEL/logging/Logger.h>
-#include <ZEL/serializer/reader/XmiReader.h>
-#include <ZEL/tools/HTMLPrinter.h>
-#include <ZEL/tools/ObjectsIn.h>
 
 #include <gmock/gmock.h>
 

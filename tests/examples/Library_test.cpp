@@ -3,20 +3,7 @@
 #include "host/TemporaryFolder.h"
 #include "support/ExpectRaises.h"
 
-#include <ZEL/logging/Logger.h>
-#include <ZEL/metamodel/Association.h>
-#include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/Enumeration.h>
-#include <ZEL/metamodel/EnumerationLiteral.h>
-#include <ZEL/metamodel/ImmutableVisitorEmpty.h>
-#include <ZEL/metamodel/Property.h>
-#include <ZEL/metamodel/Stereotype.h>
-#include <ZEL/serializer/reader/Merger.h>
-#include <ZEL/serializer/reader/XmiReader.h>
-#include <ZEL/serializer/writer/XmiWriter.h>
-#include <ZEL/tools/Comparator.h>
-#include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>
-#include <ZEL/values/TypeInfoRegistry.h>
+#include <ZEL/ZEL.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

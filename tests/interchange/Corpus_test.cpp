@@ -1,14 +1,9 @@
 // Real files of other tools, where there are any: the environment variable ZEL_CORPUS names their folder.
 
+#include <ZEL/ZEL.h>
 #include <ZEL/interchange/Interchange.h>
 #include <ZEL/logging/LogLevel.h>
-#include <ZEL/logging/Logger.h>
-#include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/Model.h>
 #include <ZEL/serializer/XmiConstants.h>
-#include <ZEL/serializer/reader/XmiReader.h>
-#include <ZEL/serializer/writer/XmiWriter.h>
-#include <ZEL/tools/Comparator.h>
 
 #include <hasp_util/XmlReader.h>
 

@@ -1,9 +1,5 @@
 #include <ZEL/interchange/Interchange.h>
 #include <ZEL/interchange/UmlReadTransforms.h>
-#include <ZEL/metamodel/FactoryRegistry.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/NamedElement.h>
-#include <ZEL/tools/Comparator.h>
 
 #include <Foreign/MetaModelRegistration.h>
 #include <gmock/gmock.h>

@@ -3,9 +3,6 @@
 #include "FailingHeap.h"
 #include "World.h"
 
-#include <ZEL/base/LeakChecker.h>
-#include <ZEL/deviants/Transaction.h>
-
 #include <gtest/gtest.h>
 #include <unistd.h>
 

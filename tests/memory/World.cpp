@@ -1,8 +1,5 @@
 #include "World.h"
 
-#include <ZEL/deviants/Transaction.h>
-#include <ZEL/metamodel/ListenerHolder.h>
-
 namespace ZEL::tests::memory {
 
 namespace {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <ZEL/ZEL.h>
-#include <ZEL/deviants/ListenerBase.h>
 
 #include <string>
 

@@ -1,20 +1,6 @@
 #include "KernelModel.h"
 
-#include <ZEL/base/Exception.h>
-#include <ZEL/deviants/ListenerBase.h>
-#include <ZEL/deviants/Transaction.h>
-#include <ZEL/metamodel/Association.h>
-#include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/Comment.h>
 #include <ZEL/metamodel/Constants.h>
-#include <ZEL/metamodel/Constraint.h>
-#include <ZEL/metamodel/FactoryRegistry.h>
-#include <ZEL/metamodel/ListenerHolder.h>
-#include <ZEL/metamodel/OpaqueExpression.h>
-#include <ZEL/metamodel/Operation.h>
-#include <ZEL/metamodel/Package.h>
-#include <ZEL/metamodel/Property.h>
-#include <ZEL/metamodel/ReportOfChanges.h>
 
 namespace ZEL::tests::oracle {
 

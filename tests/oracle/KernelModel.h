@@ -2,8 +2,7 @@
 
 #include "NaiveModel.h"
 
-#include <ZEL/metamodel/Factory.h>
-#include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/ZEL.h>
 
 #include <unordered_map>
 

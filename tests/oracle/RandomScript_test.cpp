@@ -1,7 +1,5 @@
 #include "Script.h"
 
-#include <ZEL/base/LeakChecker.h>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>

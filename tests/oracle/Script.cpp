@@ -2,8 +2,6 @@
 
 #include "Script.h"
 
-#include <ZEL/base/Exception.h>
-
 #include <sstream>
 
 namespace ZEL::tests::oracle {

@@ -1,13 +1,5 @@
 #include "Changes.h"
 
-#include <ZEL/Integer.h>
-#include <ZEL/deviants/Transaction.h>
-#include <ZEL/metamodel/Enumeration.h>
-#include <ZEL/metamodel/EnumerationLiteral.h>
-#include <ZEL/metamodel/PersistenceKind.h>
-#include <ZEL/sequences/Sequence.h>
-#include <ZEL/values/ValueObject.h>
-
 #include <algorithm>
 
 namespace ZEL::tests::proofs {

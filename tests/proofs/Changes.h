@@ -2,9 +2,6 @@
 
 #include "Subjects.h"
 
-#include <ZEL/metamodel/FactoryObject.h>
-#include <ZEL/metamodel/Property.h>
-
 #include <functional>
 #include <random>
 #include <string>

@@ -3,11 +3,6 @@
 #include "Changes.h"
 #include "host/TemporaryFolder.h"
 
-#include <ZEL/String.h>
-#include <ZEL/serializer/reader/XmiReader.h>
-#include <ZEL/serializer/writer/XmiWriter.h>
-#include <ZEL/tools/Comparator.h>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>

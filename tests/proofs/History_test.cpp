@@ -2,10 +2,6 @@
 
 #include "Changes.h"
 
-#include <ZEL/Integer.h>
-#include <ZEL/String.h>
-#include <ZEL/base/Exception.h>
-
 #include <gtest/gtest.h>
 
 #include <deque>

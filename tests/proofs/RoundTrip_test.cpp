@@ -3,14 +3,6 @@
 #include "Changes.h"
 #include "host/TemporaryFolder.h"
 
-#include <ZEL/Integer.h>
-#include <ZEL/String.h>
-#include <ZEL/base/LeakChecker.h>
-#include <ZEL/metamodel/FactoryObject.h>
-#include <ZEL/metamodel/StereotypeObject.h>
-#include <ZEL/serializer/reader/XmiReader.h>
-#include <ZEL/serializer/writer/XmiWriter.h>
-
 #include <gtest/gtest.h>
 
 #include <set>

@@ -1,16 +1,6 @@
 #include "Subjects.h"
 
-#include <ZEL/deviants/Transaction.h>
 #include <ZEL/metamodel/Constants.h>
-#include <ZEL/metamodel/Factory.h>
-#include <ZEL/metamodel/FactoryRegistry.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/MetaModelRegistry.h>
-#include <ZEL/metamodel/Package.h>
-#include <ZEL/metamodel/Property.h>
-#include <ZEL/metamodel/StereotypeObject.h>
-#include <ZEL/tools/Comparator.h>
-#include <ZEL/tools/RandomModelGenerator.h>
 
 #include <library/MetaModelRegistration.h>
 

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/Model.h>
+#include <ZEL/ZEL.h>
 
 #include <ostream>
 #include <string>

@@ -5,15 +5,6 @@
 #include "support/OneTree.h"
 #include "uml/Nursery.h"
 
-#include <ZEL/ZEL.h>
-#include <ZEL/base/LeakChecker.h>
-#include <ZEL/deviants/Transaction.h>
-#include <ZEL/logging/Logger.h>
-#include <ZEL/metamodel/PersistenceKind.h>
-#include <ZEL/serializer/reader/XmiReader.h>
-#include <ZEL/serializer/writer/XmiWriter.h>
-#include <ZEL/tools/Comparator.h>
-
 #include <GenericComponent/MetaModelRegistration.h>
 #include <NumericTypes/MetaModelRegistration.h>
 #include <RhapsodyPlatform/MetaModelRegistration.h>

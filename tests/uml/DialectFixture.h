@@ -2,11 +2,7 @@
 
 #include "host/TemporaryFolder.h"
 
-#include <ZEL/String.h>
-#include <ZEL/logging/LogLevel.h>
-#include <ZEL/logging/Logger.h>
-#include <ZEL/serializer/reader/XmiReader.h>
-#include <ZEL/serializer/writer/XmiWriter.h>
+#include <ZEL/ZEL.h>
 
 #include <GenericComponent/MetaModelRegistration.h>
 #include <NumericTypes/MetaModelRegistration.h>

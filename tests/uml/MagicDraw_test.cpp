@@ -1,7 +1,5 @@
 #include "DialectFixture.h"
 
-#include <ZEL/tools/Comparator.h>
-
 namespace ZEL::Serializer {
 namespace {
 

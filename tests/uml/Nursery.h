@@ -1,16 +1,6 @@
 #pragma once
 
-#include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/Enumeration.h>
-#include <ZEL/metamodel/EnumerationLiteral.h>
-#include <ZEL/metamodel/FactoryObject.h>
-#include <ZEL/metamodel/FactoryRegistry.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/Model.h>
-#include <ZEL/metamodel/Package.h>
-#include <ZEL/metamodel/Property.h>
-#include <ZEL/metamodel/StereotypeObject.h>
-#include <ZEL/tools/TypePredicates.h>
+#include <ZEL/ZEL.h>
 
 #include <deque>
 #include <map>

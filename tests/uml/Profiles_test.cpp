@@ -2,13 +2,7 @@
 
 #include "host/TemporaryFolder.h"
 
-#include <ZEL/Argument.h>
-#include <ZEL/logging/Logger.h>
-#include <ZEL/metamodel/Element.h>
-#include <ZEL/metamodel/Factory.h>
-#include <ZEL/metamodel/FactoryRegistry.h>
-#include <ZEL/metamodel/Package.h>
-#include <ZEL/serializer/writer/XmiWriter.h>
+#include <ZEL/ZEL.h>
 
 #include <RhapsodyPlatform/FlowDirection.h>
 #include <RhapsodyPlatform/MetaModelRegistration.h>

@@ -2,16 +2,8 @@
 
 #include "host/TemporaryFolder.h"
 
+#include <ZEL/ZEL.h>
 #include <ZEL/base/Cleanup.h>
-#include <ZEL/logging/Logger.h>
-#include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/FactoryRegistry.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/MetaModelRegistry.h>
-#include <ZEL/metamodel/NamespaceRegistry.h>
-#include <ZEL/serializer/reader/XmiReader.h>
-#include <ZEL/serializer/writer/XmiWriter.h>
-#include <ZEL/values/TypeInfoRegistry.h>
 
 #include <NumericTypes/MetaModelRegistration.h>
 #include <NumericTypes/NumericTypesFactory.h>

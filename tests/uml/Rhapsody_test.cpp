@@ -1,7 +1,5 @@
 #include "DialectFixture.h"
 
-#include <ZEL/serializer/Transformer.h>
-
 #include <gmock/gmock.h>
 
 #include <memory>

@@ -21,8 +21,6 @@ class ZEL_API ImplicitTypeReadTransforms : public Serializer::Transformer {
 public:
     ImplicitTypeReadTransforms();
     ~ImplicitTypeReadTransforms() override;
-    ImplicitTypeReadTransforms(ImplicitTypeReadTransforms const &) = delete;
-    ImplicitTypeReadTransforms & operator=(ImplicitTypeReadTransforms const &) = delete;
 
 private:
     /// An element that is open, or may be.

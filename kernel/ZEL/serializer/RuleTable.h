@@ -30,7 +30,6 @@ public:
     /// changes.
     [[nodiscard]] RuleFunction const * find(Context const & context) const;
 
-    [[nodiscard]] std::size_t size() const noexcept { return fRules.size(); }
     [[nodiscard]] bool empty() const noexcept { return fRules.empty(); }
 
 private:

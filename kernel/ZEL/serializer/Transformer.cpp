@@ -6,14 +6,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 namespace ZEL::Serializer {
 
-Transformer::Transformer() = default;
-Transformer::Transformer(Transformer const & other) = default;
-Transformer & Transformer::operator=(Transformer const & other) = default;
 Transformer::~Transformer() = default;
 
 /// The result of a pass as it grows, and what has been seen on the way.

@@ -34,9 +34,6 @@ public:
     using ResolveReferenceFunction = boost::function<LinkedElement(std::string const &, Reference const &)>;
     using PostTransformFunction = boost::function<void(Model)>;
 
-    Transformer();
-    Transformer(Transformer const & other);
-    Transformer & operator=(Transformer const & other);
     virtual ~Transformer();
 
     /// Rewrites: what no rule fits passes through. A Context that a rule returns overwrites an equal earlier one, in its

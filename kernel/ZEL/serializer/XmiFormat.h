@@ -2,6 +2,8 @@
 
 #include <ZEL/Export.h>
 
+#include <cassert>
+#include <iterator>
 #include <string>
 
 namespace ZEL::Serializer {
@@ -11,13 +13,16 @@ class ZEL_API XmiFormat {
 public:
     enum Format { Standard = 0, MagicDraw = 1, Rhapsody = 2 };
 
-    static std::string const FormatStrings[3];
+    inline static std::string const FormatStrings[3] = {"Standard", "MagicDraw", "Rhapsody"};
 
     explicit(false) XmiFormat(Format format) noexcept : fFormat(format) {}
 
     [[nodiscard]] Format getFormat() const noexcept { return fFormat; }
     /// Not checked: the format must be one of the enumerators.
-    [[nodiscard]] std::string const & toString() const noexcept;
+    [[nodiscard]] std::string const & toString() const noexcept {
+        assert(static_cast<std::size_t>(fFormat) < std::size(FormatStrings));
+        return FormatStrings[fFormat];
+    }
 
 private:
     Format fFormat;

@@ -11,9 +11,6 @@ class ValueObject;
 /// `ImmutableAccessVisitor`. Each operation returns true to go on.
 class ZEL_API AccessVisitor {
 public:
-    AccessVisitor() = default;
-    AccessVisitor(AccessVisitor const &) = default;
-    AccessVisitor & operator=(AccessVisitor const &) = default;
     virtual ~AccessVisitor();
 
     /// Passes the object on to the first that fits of `visitModel`, `visitStereotypeObject`, `visitClassObject` and

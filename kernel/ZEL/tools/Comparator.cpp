@@ -39,8 +39,6 @@ Comparator::Comparator(ImmutableObject first, ImmutableObject second)
 
 Comparator::~Comparator() = default;
 
-Comparator::Comparator(Comparator const & other) = default;
-
 Comparator & Comparator::operator=(Comparator const & other) {
     if (this != &other) {
         // Handles on one body keep their own deviant when they are assigned to: start from null ones.

@@ -20,7 +20,7 @@ class ZEL_API Comparator {
 public:
     Comparator(ImmutableObject first, ImmutableObject second);
     virtual ~Comparator();
-    Comparator(Comparator const &);
+    Comparator(Comparator const &) = default;
     Comparator & operator=(Comparator const &);
 
     /// Begins anew at each call.

@@ -33,8 +33,6 @@ class ZEL_API HTMLPrinter {
 public:
     HTMLPrinter();
     virtual ~HTMLPrinter();
-    HTMLPrinter(HTMLPrinter const &) = delete;
-    HTMLPrinter & operator=(HTMLPrinter const &) = delete;
 
     /// Writes the page `fileName`.html, in place of an earlier one, and returns its path. Raises if the element is invalid,
     /// if an object was printed before or is contained twice, and if the file cannot be made or written; the file is then

@@ -11,9 +11,6 @@ class ImmutableValueObject;
 /// properties of an object. Each operation returns true to go on.
 class ZEL_API ImmutableAccessVisitor {
 public:
-    ImmutableAccessVisitor() = default;
-    ImmutableAccessVisitor(ImmutableAccessVisitor const &) = default;
-    ImmutableAccessVisitor & operator=(ImmutableAccessVisitor const &) = default;
     virtual ~ImmutableAccessVisitor();
 
     /// Passes the object on to the first that fits of `visitModel`, `visitStereotypeObject`, `visitClassObject` and
@@ -30,12 +27,12 @@ public:
 /// Does nothing and goes on, for visitors of some kinds only. An object is not passed on by its kind either.
 class ZEL_API ImmutableAccessVisitorEmpty : public ImmutableAccessVisitor {
 public:
-    bool visitObject(ImmutableObject const & object) override;
-    bool visitClassObject(ImmutableClassObject const & object) override;
-    bool visitValueObject(ImmutableValueObject const & value) override;
-    bool visitStereotypeObject(ImmutableStereotypeObject const & instance) override;
-    bool visitModel(ImmutableModel const & model) override;
-    bool visitProperty(ImmutableClassObject const & object, ImmutableProperty const & property) override;
+    bool visitObject(ImmutableObject const &) override { return true; }
+    bool visitClassObject(ImmutableClassObject const &) override { return true; }
+    bool visitValueObject(ImmutableValueObject const &) override { return true; }
+    bool visitStereotypeObject(ImmutableStereotypeObject const &) override { return true; }
+    bool visitModel(ImmutableModel const &) override { return true; }
+    bool visitProperty(ImmutableClassObject const &, ImmutableProperty const &) override { return true; }
 };
 
 /// A visitor that goes on from an object to others, and says by which way it has come.

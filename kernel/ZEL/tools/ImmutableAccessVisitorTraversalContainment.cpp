@@ -9,7 +9,6 @@
 #include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
 #include <ZEL/values/ValueObject.h>
 
-#include <algorithm>
 #include <array>
 #include <optional>
 #include <unordered_map>

@@ -29,8 +29,6 @@ public:
     /// occurred" if one is null.
     ImmutableAccessVisitorTraversalContainment(ImmutableAccessVisitor * pre, ImmutableAccessVisitor * post);
     ~ImmutableAccessVisitorTraversalContainment() override;
-    ImmutableAccessVisitorTraversalContainment(ImmutableAccessVisitorTraversalContainment const &) = delete;
-    ImmutableAccessVisitorTraversalContainment & operator=(ImmutableAccessVisitorTraversalContainment const &) = delete;
 
     /// Raises "Attempt to traverse invalid object!" for a null handle and for an object that is not valid.
     bool visitObject(ImmutableObject const & object) override;

@@ -30,10 +30,8 @@ ContextSequence link(Context const & context) {
 StandardReadTransforms::StandardReadTransforms() {
     std::string const xmi = XmiConstants::XMI_NS_URI;
     std::string const uml = NamespaceRegistry::instance()->getMetaUri("uml");
-    std::string const uml20 = XmiConstants::UML_2_0_NS_URI;
 
     auto const takeId = [this](Context const & context) { return takeNextId(context); };
-    auto const hold = [this](Context const & context) { return holdBack(context); };
 
     addTransform(Pattern().role(xmi, "XMI"), [this](Context const & context) { return beginFile(context); });
     addTransform(Pattern().parentRole(xmi, "XMI").role(xmi, "version"),
@@ -42,16 +40,15 @@ StandardReadTransforms::StandardReadTransforms() {
         return context.getFirstValue() == XmiConstants::XMI_VERSION ? ContextSequence() : ContextSequence(context);
     });
     addTransform(Pattern().role(xmi, "Documentation"), skipped);
-    addTransform(Pattern().parentRole(uml, "Model").role("nextIdValue"), takeId);
-    addTransform(Pattern().parentRole(uml20, "Model").role("nextIdValue"), takeId);
     addTransform(Pattern().parentRole(xmi, "Extension").role("nextIdValue"), takeId);
     addTransform(Pattern().parentRole(xmi, "Extension").role("extender"),
                  [this](Context const & context) { return checkExtender(context); });
-    addTransform(Pattern().role(xmi, "Extension"), hold);
-    addTransform(Pattern().type(uml, "Profile"), skipped);
-    addTransform(Pattern().type(uml20, "Profile"), skipped);
-    addTransform(Pattern().parentRole(uml, "Model").role("uri"), drop);
-    addTransform(Pattern().parentRole(uml20, "Model").role("uri"), drop);
+    addTransform(Pattern().role(xmi, "Extension"), [this](Context const & context) { return holdBack(context); });
+    for (std::string const & uri : {uml, std::string(XmiConstants::UML_2_0_NS_URI)}) {
+        addTransform(Pattern().parentRole(uri, "Model").role("nextIdValue"), takeId);
+        addTransform(Pattern().type(uri, "Profile"), skipped);
+        addTransform(Pattern().parentRole(uri, "Model").role("uri"), drop);
+    }
     addTransform(Pattern().role(xmi, "idref"), link);
     addTransform(Pattern().role("href"), link);
 

@@ -35,7 +35,7 @@ std::optional<std::string> LinkedFiles::follow(HASP::Uri const & reference, std:
         std::string const localFile = locate(file);
         if (localFile.empty()) {
             // Nothing but local files is ever opened.
-            fReport.addUnreadFile(uri);
+            ++fReport.fUnreadFiles[uri];
         } else {
             // The one spelling under which the file's model is entered, too.
             uri = HASP::Uri::fromLocalFile(localFile).toString();
@@ -86,7 +86,7 @@ void LinkedFiles::readOnce(std::string const & uri, std::string const & localFil
 
 void LinkedFiles::leaveOut(std::string const & uri) {
     note(uri, Model());
-    fReport.addUnreadFile(uri);
+    ++fReport.fUnreadFiles[uri];
 }
 
 bool LinkedFiles::isInRootFolder(std::string const & localFile) const {

@@ -51,10 +51,6 @@ void Merger::addReferredModel(Model const & model) {
     fReferredModels.push_back(model);
 }
 
-bool Merger::initializeImpl() { return true; }
-bool Merger::teardownImpl() { return true; }
-bool Merger::abortImpl() { return true; }
-
 // --- the steps of a run ----------------------------------------------------------------------------------------------
 
 void Merger::open(Model const & model, bool isMade) {
@@ -183,8 +179,7 @@ void Merger::clearProperty(ClassObject const & object, MetaProperty const & prop
 }
 
 bool Merger::isReferredModel(ClassObject const & object) const {
-    return std::any_of(fReferredModels.begin(), fReferredModels.end(),
-                       [&](Model const & model) { return model == object; });
+    return std::find(fReferredModels.begin(), fReferredModels.end(), object) != fReferredModels.end();
 }
 
 void Merger::destroyCollected() {

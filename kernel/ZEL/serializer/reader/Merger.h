@@ -73,9 +73,9 @@ public:
 
 protected:
     // All three do nothing and return true. `abortImpl` is also called after a teardown.
-    virtual bool initializeImpl();
-    virtual bool teardownImpl();
-    virtual bool abortImpl();
+    virtual bool initializeImpl() { return true; }
+    virtual bool teardownImpl() { return true; }
+    virtual bool abortImpl() { return true; }
     /// Makes an object by the factory for `typeUri`, or else by that for `uri` under the name of the role; a model by
     /// `uri` if `model` is invalid. A number in the id becomes the object's; an object of the run that has this number
     /// because its own id had none moves to a free one.

@@ -39,19 +39,18 @@ public:
     [[nodiscard]] Counts const & unresolvedReferences() const noexcept { return fUnresolvedReferences; }
     /// Files that links lead to and that were not read, by URI.
     [[nodiscard]] Counts const & unreadFiles() const noexcept { return fUnreadFiles; }
-    [[nodiscard]] bool isEmpty() const noexcept;
-
-    void addSkippedElement(std::string const & name) { ++fSkippedElements[name]; }
-    void addSkippedContent(std::string const & name) { ++fSkippedContents[name]; }
-    void addOtherVersion(std::string const & version) { ++fOtherVersions[version]; }
-    void addIgnoredAttribute(std::string const & name) { ++fIgnoredAttributes[name]; }
-    void addRejectedValue(std::string const & name) { ++fRejectedValues[name]; }
-    void addReplacedValue(std::string const & name) { ++fReplacedValues[name]; }
-    void addUncontainedObject(std::string const & name) { ++fUncontainedObjects[name]; }
-    void addUnresolvedReference(std::string const & name) { ++fUnresolvedReferences[name]; }
-    void addUnreadFile(std::string const & uri) { ++fUnreadFiles[uri]; }
+    [[nodiscard]] bool isEmpty() const noexcept {
+        // What lies in skipped elements, and their versions, come with those alone.
+        return fSkippedElements.empty() && fIgnoredAttributes.empty() && fRejectedValues.empty() &&
+               fReplacedValues.empty() && fUncontainedObjects.empty() && fUnresolvedReferences.empty() &&
+               fUnreadFiles.empty();
+    }
 
 private:
+    friend class LinkedFiles;
+    friend class ValueSetter;
+    friend class XmiReaderImpl;
+
     Counts fSkippedElements;
     Counts fSkippedContents;
     Counts fOtherVersions;

@@ -60,17 +60,17 @@ std::string ValueSetter::labelOf(ClassObject const & object, MetaProperty const 
 }
 
 void ValueSetter::reportUnresolved(ClassObject const & object, MetaProperty const & property) {
-    fReport.addUnresolvedReference(labelOf(object, property));
+    ++fReport.fUnresolvedReferences[labelOf(object, property)];
 }
 
 void ValueSetter::reportReplaced(ClassObject const & object, MetaProperty const & property) {
     Logger::instance()->warning("A further value of property %s of object %s takes the place of the one before",
                                 property.name, metaClasses().nameOf(object));
-    fReport.addReplacedValue(labelOf(object, property));
+    ++fReport.fReplacedValues[labelOf(object, property)];
 }
 
 void ValueSetter::reportRejected(ClassObject const & object, MetaProperty const & property) {
-    fReport.addRejectedValue(labelOf(object, property));
+    ++fReport.fRejectedValues[labelOf(object, property)];
 }
 
 } // namespace ZEL::Serializer

@@ -137,7 +137,7 @@ void XmiReaderImpl::reportUncontained(std::vector<Model> const & models) {
     for (std::size_t i = 0; i < found.size(); ++i) {
         ImmutableClassObject const object = found[i]; // the list grows on the way
         std::string const name = object.getMetaClass().getName();
-        fReport.addUncontainedObject(name);
+        ++fReport.fUncontainedObjects[name];
         object.getContaineeZELs().forEach([&](ImmutableClassObject const & part) { found.push_back(part); });
     }
     for (auto const & [name, count] : fReport.uncontainedObjects()) {
@@ -239,7 +239,7 @@ void XmiReaderImpl::startElement(ParseState & state) {
             raiseInternalError("Invalid state in XmiReaderImpl (Too many levels of skipping)");
         }
         if (state.countsSkipped) {
-            fReport.addSkippedContent(labelOfElement(state));
+            ++fReport.fSkippedContents[labelOfElement(state)];
         }
         return;
     }

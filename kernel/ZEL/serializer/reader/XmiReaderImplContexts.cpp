@@ -111,7 +111,7 @@ bool XmiReaderImpl::isOfOtherVersion(ParseState & state, ContextSequence const &
         bool const isVersion = context.getRoleName() == "version";
         if (isVersion ? !(isOfThis && context.getFirstValue() == XmiConstants::XMI_VERSION)
                       : !isOfThis && state.elements.size() == 1) {
-            fReport.addOtherVersion(isVersion ? context.getFirstValue() : context.getUri());
+            ++fReport.fOtherVersions[isVersion ? context.getFirstValue() : context.getUri()];
             return true;
         }
     }
@@ -129,7 +129,7 @@ void XmiReaderImpl::startSkipping(ParseState & state) {
     // What a file says of itself is no part of a model.
     state.countsSkipped = state.skipName != QualifiedName(XmiConstants::XMI_NS_URI, "Documentation");
     if (state.countsSkipped) {
-        fReport.addSkippedElement(labelOfElement(state));
+        ++fReport.fSkippedElements[labelOfElement(state)];
     }
 }
 
@@ -302,7 +302,7 @@ void XmiReaderImpl::applyAttribute(ParseState & state, Context const & context) 
     MetaClass & metaClass = *state.cursor.metaClass;
     MetaProperty const * const property = metaClass.find(context.getRole());
     if (property == nullptr) {
-        fReport.addIgnoredAttribute(metaClass.name() + "." + labelOf(context.getRole()));
+        ++fReport.fIgnoredAttributes[metaClass.name() + "." + labelOf(context.getRole())];
     } else if (property->isDataType) {
         // A number given behind the back of the model would be lost for its look-up; and the place of a model is where
         // it was read from, not where it lay when it was written.
@@ -315,7 +315,7 @@ void XmiReaderImpl::applyAttribute(ParseState & state, Context const & context) 
     } else if (!property->isComposite && !property->isDerived) {
         noteLinks(state, context.getFirstValue(), *property);
     } else {
-        fReport.addIgnoredAttribute(metaClass.name() + "." + property->name);
+        ++fReport.fIgnoredAttributes[metaClass.name() + "." + property->name];
     }
 }
 
@@ -323,7 +323,7 @@ void XmiReaderImpl::applyReference(ParseState & state, Context const & context) 
     if (MetaProperty const * const property = state.cursor.metaClass->find(context.getRole())) {
         noteLinks(state, context.getFirstValue(), *property);
     } else {
-        fReport.addIgnoredAttribute(state.cursor.metaClass->name() + "." + labelOf(context.getRole()));
+        ++fReport.fIgnoredAttributes[state.cursor.metaClass->name() + "." + labelOf(context.getRole())];
     }
 }
 

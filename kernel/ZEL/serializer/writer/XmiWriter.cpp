@@ -1,18 +1,155 @@
 #include <ZEL/String.h>
 #include <ZEL/base/AtScopeEnd.h>
 #include <ZEL/base/Exception.h>
+#include <ZEL/base/SafeFile.h>
 #include <ZEL/deviants/DeviantAssertions.h>
+#include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/ModelCore.h>
+#include <ZEL/serializer/Messages.h>
+#include <ZEL/serializer/TransformerRegistry.h>
+#include <ZEL/serializer/dialects/MagicDrawWriteTransforms.h>
+#include <ZEL/serializer/dialects/RhpWriteTransforms.h>
+#include <ZEL/serializer/dialects/StandardWriteTransforms.h>
+#include <ZEL/serializer/writer/WriterTraversal.h>
 #include <ZEL/serializer/writer/XmiWriter.h>
-#include <ZEL/serializer/writer/XmiWriterImpl.h>
-#include <ZEL/values/Object.h>
 
 #include <hasp_util/Uri.h>
+#include <hasp_util/XmlWriter.h>
 
-#include <utility>
+#include <exception>
 
 namespace ZEL::Serializer {
+
+// --- one run -----------------------------------------------------------------------------------------------------------
+
+/// What the handles of one writer share. What belongs to one run lives in the run alone.
+class XmiWriterImpl {
+public:
+    explicit XmiWriterImpl(XmiWriterSettings const & settings) : fSettings(settings) {}
+
+    /// One run. Clears the Transformers at its end, however it ends. False when the file could not be produced.
+    bool write(std::string const & file, ImmutableObject const & object);
+
+    TransformerRegistry transformers;
+    WriterFunctions functions;
+    std::string failureReason; ///< why the last run returned false
+    std::string keptFile;      ///< where the last run left the whole document because its file could not take all of it
+
+private:
+    bool run(SafeFile & file, ImmutableObject const & object);
+    bool writeDocument(SafeFile const & file, ImmutableObject const & object);
+    void addDialect();
+
+    XmiWriterSettings const fSettings;
+};
+
+namespace {
+
+void logAbout(LogLevel::Setting level, unsigned long message, std::string const & file) {
+    Logger::instance()->log(LogLevel(level), message, file.c_str());
+}
+
+/// Calls the function at the end of the scope. What it throws is dropped: the scope may be ending by an exception that
+/// says more.
+template <class Function> auto attemptAtScopeEnd(Function function) {
+    return internal::AtScopeEnd([function] {
+        try {
+            function();
+        } catch (std::exception const & exception) {
+            Logger::instance()->error("%s", exception.what());
+        }
+    });
+}
+
+} // namespace
+
+bool XmiWriterImpl::write(std::string const & file, ImmutableObject const & object) {
+    auto const cleanUp = attemptAtScopeEnd([this] { transformers.clear(); });
+    failureReason.clear();
+    keptFile.clear();
+    logAbout(LogLevel::info, Messages::ZEL_Serializer_XmiWriter_Prologue, file);
+    try {
+        SafeFile goal(file);
+        if (!run(goal, object)) {
+            return false;
+        }
+    } catch (Exception const &) {
+        throw;
+    } catch (std::exception const & exception) {
+        throw Exception(exception.what());
+    }
+    logAbout(LogLevel::info, Messages::ZEL_Serializer_XmiWriter_Epilogue, file);
+    return true;
+}
+
+bool XmiWriterImpl::run(SafeFile & file, ImmutableObject const & object) {
+    SafeFile::Result result = SafeFile::Result::NotOpened;
+    if (!file.open()) {
+        failureReason = file.getReason();
+    } else if (!writeDocument(file, object)) {
+        result = SafeFile::Result::Failed;
+    } else {
+        result = file.put();
+        failureReason = file.getReason();
+    }
+    if (result == SafeFile::Result::Done) {
+        return true;
+    }
+    if (result == SafeFile::Result::NotOpened) {
+        logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_FileOpen, file.getTemporaryName());
+        return false;
+    }
+    if (result == SafeFile::Result::Damaged) {
+        keptFile = file.getTemporaryName();
+    }
+    logAbout(LogLevel::error, Messages::ZEL_Serializer_XmiWriter_GenericError, file.getName());
+    return false;
+}
+
+/// Writes the temporary file. False if it is not whole.
+bool XmiWriterImpl::writeDocument(SafeFile const & file, ImmutableObject const & object) {
+    HASP::XmlWriter xml(file.getTemporaryName(), HASP::XmlWriterSettings(true, "iso8859-1", fSettings.getAutoFlush()));
+    if (!object.isValid()) {
+        return false;
+    }
+    ImmutableClassObject const top(object);
+    if (!top.isValid()) {
+        raiseInternalError("Internal Error: Invalid dispatch to base during XMI serialization!");
+    }
+    bool const isPlain = transformers.empty() && functions.areDefaults() &&
+                         fSettings.getOutputFormat().getFormat() == XmiFormat::Standard;
+    addDialect();
+    {
+        WriterTraversal traversal(xml, fSettings, transformers, functions, isPlain);
+        traversal.collect(top);
+        auto const endDocument = attemptAtScopeEnd([&xml] { xml.writeEndDocument(); });
+        traversal.write(top);
+        xml.writeEndDocument();
+    }
+    if (xml.close()) {
+        return true;
+    }
+    failureReason = xml.errorText();
+    return false;
+}
+
+void XmiWriterImpl::addDialect() {
+    switch (fSettings.getOutputFormat().getFormat()) {
+    case XmiFormat::MagicDraw:
+        transformers.addTransformer(std::make_shared<MagicDrawWriteTransforms>());
+        return;
+    case XmiFormat::Rhapsody:
+        transformers.addTransformer(std::make_shared<RhpWriteTransforms>());
+        return;
+    case XmiFormat::Standard:
+        break;
+    }
+    transformers.addTransformer(std::make_shared<StandardWriteTransforms>());
+}
+
+// --- what a caller uses ------------------------------------------------------------------------------------------------
+
 namespace {
 
 /// Writes the model to where its URI says; from then on its objects have the ids in that file that a writer gives.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <stdexcept>
 
 namespace CLI {
@@ -20,15 +21,26 @@ enum ExitCode : int {
     InTrouble = 2, ///< wrong arguments, a file that cannot be read or written
 };
 
-/// One command of the program. Owned by the program; run at most once.
-class Command {
-public:
-    virtual ~Command() = default;
+/// What a command does once its arguments are filled in. It writes its results on standard output; called at most once.
+using Command = std::function<ExitCode()>;
 
-    /// Adds the command's arguments and options; they are filled before `run` is called.
-    virtual void declare(CLI::App & app) = 0;
-    /// Writes its results on standard output.
-    [[nodiscard]] virtual ExitCode run() = 0;
-};
+// Each adds the arguments and options of a command, whose values the result keeps.
+
+/// Compares the models of two files, whatever the ids and the places of the files.
+[[nodiscard]] Command compareCommand(CLI::App & app);
+/// Reads a file and writes what it holds into another one.
+[[nodiscard]] Command convertCommand(CLI::App & app);
+/// Prints all that is in a file, object by object, as indented text.
+[[nodiscard]] Command dumpCommand(CLI::App & app);
+/// Says what is in a model file.
+[[nodiscard]] Command infoCommand(CLI::App & app);
+/// Lists the registered metamodels, or the types of one.
+[[nodiscard]] Command metamodelCommand(CLI::App & app);
+/// Writes a random model of a metamodel.
+[[nodiscard]] Command randomCommand(CLI::App & app);
+/// Writes what a file holds as a page for a browser.
+[[nodiscard]] Command reportCommand(CLI::App & app);
+/// Tells the main job step by step on a model file.
+[[nodiscard]] Command tourCommand(CLI::App & app);
 
 } // namespace cli

@@ -1,5 +1,4 @@
-#include "CompareCommand.h"
-
+#include "Command.h"
 #include "Files.h"
 #include "Models.h"
 #include "Options.h"
@@ -15,6 +14,7 @@
 #include <CLI/CLI.hpp>
 
 #include <iostream>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -60,20 +60,18 @@ bool isEqual(ZEL::Comparator & comparator) {
     return comparator.compare();
 }
 
-} // namespace
+struct Arguments {
+    std::string first;
+    std::string second;
+    ZEL::Serializer::XmiReaderSettings settings;
+};
 
-void CompareCommand::declare(CLI::App & app) {
-    app.add_option("A", fFirst, "A model file")->required();
-    app.add_option("B", fSecond, "Another one")->required();
-    addRoot(app, fSettings);
-}
-
-ExitCode CompareCommand::run() {
-    OpenModel const first = readModel(fFirst, fSettings);
-    SharedCompanions const companions(first.companions, fSecond);
-    ZEL::Serializer::XmiReaderSettings settings = fSettings;
+ExitCode compare(Arguments const & given) {
+    OpenModel const first = readModel(given.first, given.settings);
+    SharedCompanions const companions(first.companions, given.second);
+    ZEL::Serializer::XmiReaderSettings settings = given.settings;
     settings.setExternalUriResolver([&companions](std::string const & uri) { return companions.fileFor(uri); });
-    OpenModel const second = readModel(fSecond, settings);
+    OpenModel const second = readModel(given.second, settings);
 
     // Where a model lies is one of its values; here it is not to matter.
     ZEL::Transaction transaction(second.model.getRootDeviant(), "same place");
@@ -88,6 +86,16 @@ ExitCode CompareCommand::run() {
     std::cout << "different: " << describe(comparator.getFailedFirst()) << "\n           "
               << describe(comparator.getFailedSecond()) << '\n';
     return No;
+}
+
+} // namespace
+
+Command compareCommand(CLI::App & app) {
+    auto const given = std::make_shared<Arguments>();
+    app.add_option("A", given->first, "A model file")->required();
+    app.add_option("B", given->second, "Another one")->required();
+    addRoot(app, given->settings);
+    return [given] { return compare(*given); };
 }
 
 } // namespace cli

@@ -1,5 +1,4 @@
-#include "ConvertCommand.h"
-
+#include "Command.h"
 #include "Files.h"
 #include "Models.h"
 #include "Options.h"
@@ -10,6 +9,8 @@
 #include <CLI/CLI.hpp>
 
 #include <iostream>
+#include <memory>
+#include <string>
 
 namespace cli {
 namespace {
@@ -23,24 +24,35 @@ void requireNoCompanion(std::string const & output, OpenModel const & opened, st
     }
 }
 
-} // namespace
+struct Arguments {
+    std::string input;
+    std::string output;
+    ZEL::Serializer::XmiFormat from = ZEL::Serializer::XmiFormat::Standard;
+    ZEL::Serializer::XmiFormat to = ZEL::Serializer::XmiFormat::Standard;
+    ZEL::Serializer::XmiReaderSettings settings;
+};
 
-void ConvertCommand::declare(CLI::App & app) {
-    app.add_option("IN", fInput, "The file to read")->required();
-    app.add_option("OUT", fOutput, "The file to write; links into other files are made relative to it")->required();
-    addRoot(app, fSettings);
-    addFormat(app, "--from", fFrom, {"standard", "magicdraw"}, "The dialect of IN");
-    addFormat(app, "--to", fTo, {"standard", "magicdraw", "rhapsody"}, "The dialect of OUT");
+ExitCode convert(Arguments & given) {
+    given.settings.setInputFormat(given.from);
+    requireWritable(given.output);
+    OpenModel const opened = readModel(given.input, given.settings);
+    requireNoCompanion(given.output, opened, given.input);
+    writeModel(given.output, opened.model, given.to);
+    std::cout << printable(given.output) << ": " << counted(ZEL::objectsIn(opened.model).size(), "object") << '\n';
+    return Done;
 }
 
-ExitCode ConvertCommand::run() {
-    fSettings.setInputFormat(fFrom);
-    requireWritable(fOutput);
-    OpenModel const opened = readModel(fInput, fSettings);
-    requireNoCompanion(fOutput, opened, fInput);
-    writeModel(fOutput, opened.model, fTo);
-    std::cout << printable(fOutput) << ": " << counted(ZEL::objectsIn(opened.model).size(), "object") << '\n';
-    return Done;
+} // namespace
+
+Command convertCommand(CLI::App & app) {
+    auto const given = std::make_shared<Arguments>();
+    app.add_option("IN", given->input, "The file to read")->required();
+    app.add_option("OUT", given->output, "The file to write; links into other files are made relative to it")
+        ->required();
+    addRoot(app, given->settings);
+    addFormat(app, "--from", given->from, {"standard", "magicdraw"}, "The dialect of IN");
+    addFormat(app, "--to", given->to, {"standard", "magicdraw", "rhapsody"}, "The dialect of OUT");
+    return [given] { return convert(*given); };
 }
 
 } // namespace cli

@@ -1,5 +1,4 @@
-#include "DumpCommand.h"
-
+#include "Command.h"
 #include "Models.h"
 #include "Options.h"
 #include "Text.h"
@@ -9,6 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include <iostream>
+#include <memory>
 #include <string>
 
 namespace cli {
@@ -23,18 +23,19 @@ protected:
     [[nodiscard]] std::string shown(std::string text) const override { return withoutControls(text); }
 };
 
-} // namespace
-
-void DumpCommand::declare(CLI::App & app) {
-    app.add_option("FILE", fFile, "A model file")->required();
-    addRoot(app, fSettings);
-}
-
-ExitCode DumpCommand::run() {
-    OpenModel const opened = readModel(fFile, fSettings);
+ExitCode dump(Input const & input) {
+    OpenModel const opened = readModel(input.file, input.settings);
     DumpWriter(std::cout).visitObject(opened.model);
     std::cout << '\n'; // each line of the writer begins with a line end
     return Done;
+}
+
+} // namespace
+
+Command dumpCommand(CLI::App & app) {
+    auto const input = std::make_shared<Input>();
+    addInput(app, *input);
+    return [input] { return dump(*input); };
 }
 
 } // namespace cli

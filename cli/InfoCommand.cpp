@@ -1,5 +1,4 @@
-#include "InfoCommand.h"
-
+#include "Command.h"
 #include "Losses.h"
 #include "Models.h"
 #include "Options.h"
@@ -16,6 +15,7 @@
 #include <iomanip>
 #include <iostream>
 #include <map>
+#include <memory>
 #include <unordered_map>
 
 namespace cli {
@@ -38,15 +38,8 @@ std::size_t heightOf(std::vector<ZEL::ImmutableClassObject> const & objects) {
     return height;
 }
 
-} // namespace
-
-void InfoCommand::declare(CLI::App & app) {
-    app.add_option("FILE", fFile, "A model file")->required();
-    addRoot(app, fSettings);
-}
-
-ExitCode InfoCommand::run() {
-    OpenModel const opened = openModel(fFile, fSettings);
+ExitCode info(Input const & input) {
+    OpenModel const opened = openModel(input.file, input.settings);
     ZEL::Model const & model = opened.model;
     std::vector<ZEL::ImmutableClassObject> const objects = ZEL::objectsIn(model);
     std::string const metaUri = model.getMetaClass().getRootModel().getUri();
@@ -72,6 +65,14 @@ ExitCode InfoCommand::run() {
     }
     print(opened.losses);
     return Done;
+}
+
+} // namespace
+
+Command infoCommand(CLI::App & app) {
+    auto const input = std::make_shared<Input>();
+    addInput(app, *input);
+    return [input] { return info(*input); };
 }
 
 } // namespace cli

@@ -1,5 +1,4 @@
-#include "MetamodelCommand.h"
-
+#include "Command.h"
 #include "Models.h"
 
 #include <ZEL/Integer.h>
@@ -21,6 +20,9 @@
 #include <cstddef>
 #include <iomanip>
 #include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace cli {
@@ -96,18 +98,8 @@ void list() {
     }
 }
 
-} // namespace
-
-void MetamodelCommand::declare(CLI::App & app) {
-    app.add_option("URI", fName, "The URI or the prefix of the metamodel to show; without it, all are listed");
-}
-
-ExitCode MetamodelCommand::run() {
-    if (!fName.has_value()) {
-        list();
-        return Done;
-    }
-    for (ZEL::ImmutableClassObject const & object : ZEL::objectsIn(metamodelOf(*fName))) {
+void show(std::string const & name) {
+    for (ZEL::ImmutableClassObject const & object : ZEL::objectsIn(metamodelOf(name))) {
         ZEL::ImmutableClass const metaClass(object);
         ZEL::ImmutableEnumeration const enumeration(object);
         ZEL::ImmutableDataType const dataType(object);
@@ -119,7 +111,21 @@ ExitCode MetamodelCommand::run() {
             std::cout << "primitive " << dataType.getName() << '\n';
         }
     }
-    return Done;
+}
+
+} // namespace
+
+Command metamodelCommand(CLI::App & app) {
+    auto const name = std::make_shared<std::optional<std::string>>();
+    app.add_option("URI", *name, "The URI or the prefix of the metamodel to show; without it, all are listed");
+    return [name] {
+        if (name->has_value()) {
+            show(**name);
+        } else {
+            list();
+        }
+        return Done;
+    };
 }
 
 } // namespace cli

@@ -67,6 +67,11 @@ void addRoot(CLI::App & app, ZEL::Serializer::XmiReaderSettings & settings) {
         ->type_name("FOLDER");
 }
 
+void addInput(CLI::App & app, Input & input) {
+    app.add_option("FILE", input.file, "A model file")->required();
+    addRoot(app, input.settings);
+}
+
 std::string anyOf(std::vector<std::string> const & names) {
     std::string text;
     for (std::size_t i = 0; i < names.size(); ++i) {

@@ -26,6 +26,14 @@ void addFormat(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFor
 /// Adds the option for the folder that bounds which files links may open.
 void addRoot(CLI::App & app, ZEL::Serializer::XmiReaderSettings & settings);
 
+/// The file that a command reads, and how.
+struct Input {
+    std::string file;
+    ZEL::Serializer::XmiReaderSettings settings;
+};
+/// Adds the argument for the file and the option for the root.
+void addInput(CLI::App & app, Input & input);
+
 /// "a", "a or b", "a, b or c".
 [[nodiscard]] std::string anyOf(std::vector<std::string> const & names);
 

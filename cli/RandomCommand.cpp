@@ -1,5 +1,4 @@
-#include "RandomCommand.h"
-
+#include "Command.h"
 #include "Files.h"
 #include "Models.h"
 #include "Options.h"
@@ -15,42 +14,59 @@
 #include <CLI/CLI.hpp>
 
 #include <iostream>
+#include <memory>
+#include <string>
 
 namespace cli {
+namespace {
 
-void RandomCommand::declare(CLI::App & app) {
-    fMetamodel = ZEL::METAMODEL_URI;
-    app.add_option("OUT", fOutput, "The file to write")->required();
-    addNumber(app, "--seed", fSeed, "The same one gives the same model; 0 takes the present time").required();
-    addNumber(app, "--depth", fDepth, "How many levels of objects").capture_default_str();
-    addNumber(app, "--breadth", fBreadth, "How many children of each object at most").capture_default_str();
-    addNumber(app, "--associations", fAssociations, "How often to try to set a value or a link").capture_default_str();
-    app.add_option("--metamodel", fMetamodel, "The URI or the prefix of a registered metamodel")
-        ->capture_default_str()
-        ->type_name("URI");
-}
+struct Arguments {
+    std::string output;
+    std::string metamodel = ZEL::METAMODEL_URI;
+    unsigned int seed = 0;
+    int depth = 4;
+    int breadth = 4;
+    int associations = 100;
+};
 
-ZEL::Model RandomCommand::makeModel() {
-    ZEL::Model model = ZEL::FactoryRegistry::instance()->createModel(metamodelOf(fMetamodel).getUri());
+/// Sets the seed that was taken.
+ZEL::Model makeModel(Arguments & given) {
+    ZEL::Model model = ZEL::FactoryRegistry::instance()->createModel(metamodelOf(given.metamodel).getUri());
     if (!model.isValid()) {
-        throw Trouble("metamodel " + fMetamodel + ": no models can be made of it");
+        throw Trouble("metamodel " + given.metamodel + ": no models can be made of it");
     }
     Progress const progress("making a model");
     ZEL::RandomModelGenerator generator(model.getFactory());
     ZEL::Transaction transaction(model.getRootDeviant(), "random");
-    generator.createRandomModel(model, fDepth, fBreadth, fAssociations, fSeed);
+    generator.createRandomModel(model, given.depth, given.breadth, given.associations, given.seed);
     transaction.commit();
-    fSeed = generator.getSeed();
+    given.seed = generator.getSeed();
     return model;
 }
 
-ExitCode RandomCommand::run() {
-    requireWritable(fOutput);
-    ZEL::Model const model = makeModel();
-    writeModel(fOutput, model);
-    std::cout << printable(fOutput) << ": " << counted(ZEL::objectsIn(model).size(), "object") << ", seed " << fSeed
-              << '\n';
+ExitCode writeModelOf(Arguments & given) {
+    requireWritable(given.output);
+    ZEL::Model const model = makeModel(given);
+    writeModel(given.output, model);
+    std::cout << printable(given.output) << ": " << counted(ZEL::objectsIn(model).size(), "object") << ", seed "
+              << given.seed << '\n';
     return Done;
+}
+
+} // namespace
+
+Command randomCommand(CLI::App & app) {
+    auto const given = std::make_shared<Arguments>();
+    app.add_option("OUT", given->output, "The file to write")->required();
+    addNumber(app, "--seed", given->seed, "The same one gives the same model; 0 takes the present time").required();
+    addNumber(app, "--depth", given->depth, "How many levels of objects").capture_default_str();
+    addNumber(app, "--breadth", given->breadth, "How many children of each object at most").capture_default_str();
+    addNumber(app, "--associations", given->associations, "How often to try to set a value or a link")
+        .capture_default_str();
+    app.add_option("--metamodel", given->metamodel, "The URI or the prefix of a registered metamodel")
+        ->capture_default_str()
+        ->type_name("URI");
+    return [given] { return writeModelOf(*given); };
 }
 
 } // namespace cli

@@ -1,5 +1,4 @@
-#include "ReportCommand.h"
-
+#include "Command.h"
 #include "Files.h"
 #include "Models.h"
 #include "Options.h"
@@ -13,6 +12,7 @@
 #include <CLI/CLI.hpp>
 
 #include <iostream>
+#include <memory>
 #include <string>
 
 namespace cli {
@@ -60,21 +60,28 @@ void writePage(ZEL::Model const & model, std::string const & name, std::string c
     }
 }
 
-} // namespace
+struct Arguments {
+    Input input;
+    std::string output;
+};
 
-void ReportCommand::declare(CLI::App & app) {
-    app.add_option("FILE", fFile, "A model file")->required();
-    app.add_option("OUT", fOutput, "The page to write; .html is added to a name that does not end so")->required();
-    addRoot(app, fSettings);
-}
-
-ExitCode ReportCommand::run() {
-    std::string const name = withoutEnding(fOutput);
+ExitCode report(Arguments const & given) {
+    std::string const name = withoutEnding(given.output);
     std::string const page = writablePage(name);
-    OpenModel const opened = readModel(fFile, fSettings);
+    OpenModel const opened = readModel(given.input.file, given.input.settings);
     writePage(opened.model, name, page);
     std::cout << printable(page) << '\n';
     return Done;
+}
+
+} // namespace
+
+Command reportCommand(CLI::App & app) {
+    auto const given = std::make_shared<Arguments>();
+    addInput(app, given->input);
+    app.add_option("OUT", given->output, "The page to write; .html is added to a name that does not end so")
+        ->required();
+    return [given] { return report(*given); };
 }
 
 } // namespace cli

@@ -1,5 +1,4 @@
-#include "TourCommand.h"
-
+#include "Command.h"
 #include "Files.h"
 #include "StandardStreams.h"
 #include "Tour.h"
@@ -7,25 +6,31 @@
 #include <CLI/CLI.hpp>
 
 #include <iostream>
+#include <memory>
 #include <string>
 
 namespace cli {
+namespace {
 
-void TourCommand::declare(CLI::App & app) {
-    app.add_option("FILE", fFile, "A model of the built-in metamodel, of which nothing is changed")
-        ->capture_default_str();
-}
-
-ExitCode TourCommand::run() {
-    requireReadable(fFile);
+ExitCode tell(std::string const & file) {
+    requireReadable(file);
     try {
-        tour::run(fFile, std::cout);
+        tour::run(file, std::cout);
         return Done;
     } catch (tour::Failure const & failure) {
         std::cout << std::flush;
         complain(std::string("tour failed in ") + failure.what());
         return No;
     }
+}
+
+} // namespace
+
+Command tourCommand(CLI::App & app) {
+    auto const file = std::make_shared<std::string>("examples/tour/library.xmi");
+    app.add_option("FILE", *file, "A model of the built-in metamodel, of which nothing is changed")
+        ->capture_default_str();
+    return [file] { return tell(*file); };
 }
 
 } // namespace cli

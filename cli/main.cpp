@@ -1,19 +1,11 @@
 // zel: the command line. Results go to standard output, all else to standard error; what goes wrong is one line.
 
 #include "Command.h"
-#include "CompareCommand.h"
 #include "Console.h"
-#include "ConvertCommand.h"
-#include "DumpCommand.h"
 #include "EndingSignals.h"
-#include "InfoCommand.h"
-#include "MetamodelCommand.h"
 #include "Options.h"
-#include "RandomCommand.h"
-#include "ReportCommand.h"
 #include "StandardStreams.h"
 #include "Text.h"
-#include "TourCommand.h"
 #include "load/Suggestion.h"
 
 #include <CLI/CLI.hpp>
@@ -22,7 +14,6 @@
 #include <cctype>
 #include <exception>
 #include <iostream>
-#include <memory>
 #include <new>
 #include <string>
 #include <utility>
@@ -41,14 +32,14 @@ public:
         fApp.footer(
             "Exit codes: 0 done (compare: equal); 1 different (compare), a step failed (tour); 2 trouble: wrong\n"
             "arguments, or a file that cannot be read or written.");
-        add<TourCommand>("tour", "Tells the main job step by step on a model file");
-        add<InfoCommand>("info", "Says what is in a model file");
-        add<DumpCommand>("dump", "Prints a model file object by object, with all values and links");
-        add<ConvertCommand>("convert", "Reads a file and writes it again, in another dialect or at another place");
-        add<CompareCommand>("compare", "Compares the models of two files, apart from their ids");
-        add<ReportCommand>("report", "Writes what is in a model file as a page for a browser");
-        add<RandomCommand>("random", "Writes a random model");
-        add<MetamodelCommand>("metamodel", "Lists the metamodels, or shows the types of one");
+        add(tourCommand, "tour", "Tells the main job step by step on a model file");
+        add(infoCommand, "info", "Says what is in a model file");
+        add(dumpCommand, "dump", "Prints a model file object by object, with all values and links");
+        add(convertCommand, "convert", "Reads a file and writes it again, in another dialect or at another place");
+        add(compareCommand, "compare", "Compares the models of two files, apart from their ids");
+        add(reportCommand, "report", "Writes what is in a model file as a page for a browser");
+        add(randomCommand, "random", "Writes a random model");
+        add(metamodelCommand, "metamodel", "Lists the metamodels, or shows the types of one");
     }
 
     /// Of the arguments, the program's name is left out.
@@ -71,18 +62,16 @@ public:
         if (!fHtmlLog.empty()) {
             console.logInto(fHtmlLog);
         }
-        ExitCode const code = fSelected->run();
+        ExitCode const code = fSelected();
         console.endLog();
         return code;
     }
 
 private:
-    template <class C> void add(std::string const & name, std::string const & description) {
-        fCommands.push_back(std::make_unique<C>());
+    void add(Command (*declare)(CLI::App &), std::string const & name, std::string const & description) {
         fNames.push_back(name);
-        Command * const command = fCommands.back().get();
         CLI::App * const app = fApp.add_subcommand(name, description);
-        command->declare(*app);
+        Command const command = declare(*app);
         for (CLI::Option * const option : app->get_options([](CLI::Option const * o) { return o->get_positional(); })) {
             option->type_name(""); // all are texts
         }
@@ -97,7 +86,7 @@ private:
     /// What is wrong with the arguments.
     [[nodiscard]] std::string explain(CLI::ParseError const & error, std::vector<std::string> const & arguments) const {
         std::string const first = arguments.empty() ? std::string() : arguments.front();
-        // Behind a double hyphen a name may look like an option.
+        // After a double hyphen a name may look like an option.
         bool const hasNoNames = std::find(arguments.begin(), arguments.end(), "--") == arguments.end();
         if (auto const commands = commandsNamed(first); !commands.empty()) {
             std::string reason = hasNoNames ? unknownOption(*commands.front()) : std::string();
@@ -148,13 +137,12 @@ private:
     }
 
     CLI::App fApp{"zel keeps models in memory, and reads and writes them as XMI.", "zel"};
-    std::vector<std::unique_ptr<Command>> fCommands;
     std::vector<std::string> fNames;
-    Command * fSelected = nullptr;
+    Command fSelected;
     std::string fHtmlLog;
 };
 
-/// Gives the exit code after the program's one line on what went wrong.
+/// Prints the program's one line on what went wrong and returns the exit code.
 int trouble(StandardStreams & streams, std::string const & text) {
     streams.flush(); // results come first
     complain(text);

@@ -6,6 +6,7 @@
 #include "Options.h"
 #include "Progress.h"
 #include "StandardStreams.h"
+#include "load/Suggestion.h"
 
 #include <ZEL/String.h>
 #include <ZEL/base/SafeFile.h>
@@ -145,7 +146,7 @@ ZEL::Model metamodelOf(std::string const & uriOrPrefix) {
         for (auto const & entry : namespaces.getMetaUriMappings()) {
             known.push_back(entry.first + " (" + entry.second + ')');
         }
-        throw Trouble("metamodel: found " + nameOf(uriOrPrefix) + ", expected " + anyOf(known));
+        throw Trouble("metamodel: found " + nameOf(uriOrPrefix) + ", expected " + zelgen::anyOf(known));
     }
     return model;
 }

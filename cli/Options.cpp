@@ -1,6 +1,7 @@
 #include "Options.h"
 
 #include "Text.h"
+#include "load/Suggestion.h"
 
 #include <CLI/CLI.hpp>
 
@@ -48,9 +49,9 @@ void addFormat(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFor
     };
     auto const check = [formats](std::string const & text) {
         bool const isKnown = std::find(formats.begin(), formats.end(), text) != formats.end();
-        return isKnown ? std::string() : "found " + nameOf(text) + ", expected " + anyOf(formats);
+        return isKnown ? std::string() : "found " + nameOf(text) + ", expected " + zelgen::anyOf(formats);
     };
-    app.add_option_function<std::string>(name, take, description + ": " + anyOf(formats) + "; default standard")
+    app.add_option_function<std::string>(name, take, description + ": " + zelgen::anyOf(formats) + "; default standard")
         ->check(check)
         ->type_name("DIALECT");
 }
@@ -70,15 +71,6 @@ void addRoot(CLI::App & app, ZEL::Serializer::XmiReaderSettings & settings) {
 void addInput(CLI::App & app, Input & input) {
     app.add_option("FILE", input.file, "A model file")->required();
     addRoot(app, input.settings);
-}
-
-std::string anyOf(std::vector<std::string> const & names) {
-    std::string text;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        text += i == 0 ? "" : i + 1 == names.size() ? " or " : ", ";
-        text += names[i];
-    }
-    return text;
 }
 
 } // namespace cli

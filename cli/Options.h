@@ -34,7 +34,4 @@ struct Input {
 /// Adds the argument for the file and the option for the root.
 void addInput(CLI::App & app, Input & input);
 
-/// "a", "a or b", "a, b or c".
-[[nodiscard]] std::string anyOf(std::vector<std::string> const & names);
-
 } // namespace cli

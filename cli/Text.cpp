@@ -2,6 +2,7 @@
 
 #include <utf8.h>
 
+#include <array>
 #include <cstdint>
 
 namespace cli {
@@ -57,24 +58,12 @@ std::string withoutControls(std::string_view text) {
 }
 
 std::string escapedForHtml(std::string_view text) {
+    static constexpr std::string_view kSigns = "&<>\"";
+    static constexpr std::array<char const *, kSigns.size()> kEntities{"&amp;", "&lt;", "&gt;", "&quot;"};
     std::string result;
     for (char const c : text) {
-        switch (c) {
-        case '&':
-            result += "&amp;";
-            break;
-        case '<':
-            result += "&lt;";
-            break;
-        case '>':
-            result += "&gt;";
-            break;
-        case '"':
-            result += "&quot;";
-            break;
-        default:
-            result += c;
-        }
+        std::size_t const sign = kSigns.find(c);
+        result += sign == std::string_view::npos ? std::string(1, c) : kEntities[sign];
     }
     return result;
 }

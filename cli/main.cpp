@@ -114,7 +114,7 @@ private:
 
     [[nodiscard]] std::string noCommand(std::string const & name) const {
         std::string const found = name.empty() || name.front() == '-' ? "no command" : "command " + name;
-        return "found " + found + ", expected " + anyOf(fNames) + " (see zel --help)";
+        return "found " + found + ", expected " + zelgen::anyOf(fNames) + " (see zel --help)";
     }
 
     /// The first of the arguments left over that looks like an option, and what was meant; empty if there is none.
@@ -131,7 +131,7 @@ private:
                 }
             }
             std::string const meant = zelgen::suggestion(name, known);
-            return "found unknown option " + name + (meant.empty() ? ", expected " + anyOf(known) : meant);
+            return "found unknown option " + name + (meant.empty() ? ", expected " + zelgen::anyOf(known) : meant);
         }
         return {};
     }

@@ -48,11 +48,8 @@ void Checker::expectOneOf(Word const & word, std::string const & what, std::vect
     if (word.empty() || std::find(allowed.begin(), allowed.end(), word.text) != allowed.end()) {
         return;
     }
-    std::string list;
-    for (std::size_t i = 0; i < allowed.size(); ++i) {
-        list += (i == 0 ? "" : i + 1 == allowed.size() ? " or " : ", ") + allowed[i];
-    }
-    report(word.mark, "found " + what + " '" + word.text + "', expected " + list + suggestion(word.text, allowed));
+    report(word.mark,
+           "found " + what + " '" + word.text + "', expected " + anyOf(allowed) + suggestion(word.text, allowed));
 }
 
 void Checker::expectFlag(Word const & word, std::string const & what) { expectOneOf(word, what, {"true", "false"}); }
@@ -305,7 +302,7 @@ void Checker::checkRole(Word const & name, std::string const & what, std::string
                "'" + what + "': found '" + name.text + "' of another metamodel, expected a class of this one");
     } else if (!fCatalogue.isKindOf(entry, base)) {
         report(name.mark, "'" + what + "': found class '" + name.text + "', expected a subclass of '" + base + "'");
-    } else if (entry.type->abstract.text == "true") {
+    } else if (entry.type->abstract.isTrue()) {
         report(name.mark, "'" + what + "': found the abstract class '" + name.text + "', expected one with instances");
     }
 }

@@ -45,17 +45,10 @@ std::vector<Class const *> lowest(std::vector<Class const *> const & classes) {
     return result;
 }
 
-bool takesTheSame(Operation const & a, Operation const & b) {
-    return a.isConst == b.isConst &&
-           std::equal(a.parameters.begin(), a.parameters.end(), b.parameters.begin(), b.parameters.end(),
-                      [](auto const & x, auto const & y) { return x.type == y.type && x.form == y.form; });
-}
-
 class CodeChecker {
 public:
     CodeChecker(Class const & of, Definition const & definition, Diagnostics & diagnostics)
-        : fClass(of), fDefinition(definition), fDiagnostics(diagnostics), fLine{&of} {
-        fLine.insert(fLine.end(), of.ancestors.begin(), of.ancestors.end());
+        : fClass(of), fDefinition(definition), fDiagnostics(diagnostics), fLine(of.line()) {
         for (Property const & p : of.own) {
             fProperties.push_back(&p);
         }
@@ -130,12 +123,12 @@ private:
                         std::vector<std::pair<Class const *, Operation const *>> const & all) {
         std::vector<Class const *> same;
         for (auto const & [other, candidate] : all) {
-            if (takesTheSame(operation, *candidate)) {
+            if (operation.takesTheSame(*candidate)) {
                 same.push_back(other);
             } else if (&owner == &fClass && other != &fClass &&
                        std::none_of(fClass.operations.begin(), fClass.operations.end(),
                                     [&operation, &inherited = *candidate](Operation const & own) {
-                                        return own.name == operation.name && takesTheSame(own, inherited);
+                                        return own.name == operation.name && own.takesTheSame(inherited);
                                     })) {
                 reportOnClass("found the operation '" + operation.name + "' with other parameters than in '" +
                               other->name + "', expected the same ones or another name");

@@ -29,10 +29,6 @@ bool isFloating(std::string const & text, bool single) {
            std::abs(value) <= limit;
 }
 
-bool hasFlag(PropertyDefinition const & p, std::string_view name) {
-    return std::any_of(p.flags.begin(), p.flags.end(), [name](Word const & flag) { return flag.text == name; });
-}
-
 bool isMany(PropertyDefinition const & p) {
     long lower = 0;
     long upper = 1;
@@ -160,7 +156,7 @@ void Checker::checkValue(Word const & value, std::string const & what, Entry con
 
 /// In a file that is written in the usual way the values of such a property stand as one text.
 void Checker::warnOfManyTexts(PropertyDefinition const & p, Entry const & type, std::string const & what) {
-    bool const isInFiles = p.stored.empty() && !hasFlag(p, "derived") && p.persistence.text != "transient";
+    bool const isInFiles = p.stored.empty() && !hasWord(p.flags, "derived") && p.persistence.text != "transient";
     bool const isOurs = &fDefinition == fCatalogue.definitions().front() && fDefinition.prefix.text != "ZEL";
     if (isOurs && isInFiles && isMany(p) && type.type->name.text == "String") {
         fDiagnostics.warn(fDefinition.fileOf(p.name.mark), p.name.mark,
@@ -213,7 +209,7 @@ void Checker::checkOpposite(TypeDefinition const & owner, PropertyDefinition con
                type && !isKindOf(type, other.owner) && !isKindOf(other.owner, type)) {
         report(p.type.mark, what + ": found type '" + p.type.text + "', expected '" + nameOf(other.owner) +
                                 "', which has the opposite");
-    } else if (hasFlag(*other.property, "composite") && (hasFlag(p, "composite") || isMany(p))) {
+    } else if (hasWord(other.property->flags, "composite") && (hasWord(p.flags, "composite") || isMany(p))) {
         report(p.name.mark, what + ": found " + (isMany(p) ? "many values" : "the flag 'composite'") +
                                 ", expected a single value that is not composite: it is the container");
     } else if (other.property->association.text != p.association.text) {
@@ -275,7 +271,7 @@ void Checker::checkMaking(TypeDefinition const & owner, PropertyDefinition const
     std::string const what = "property '" + owner.name.text + '.' + p.name.text + "'";
     bool const isClass = type.type->kind == TypeKind::Class;
     auto const derivedOnly = [&](Word const & entry, std::string const & name) {
-        if (!entry.empty() && !hasFlag(p, "derived")) {
+        if (!entry.empty() && !hasWord(p.flags, "derived")) {
             report(entry.mark,
                    what + ": found '" + name + "' on a stored property, expected the flag 'derived' with it");
         }
@@ -306,13 +302,13 @@ void Checker::checkMaking(TypeDefinition const & owner, PropertyDefinition const
                                           "', expected a subclass of 'ZEL.StereotypeObject'");
         }
     }
-    if (p.baseElement.text == "true" &&
+    if (p.baseElement.isTrue() &&
         (!isClass || isMany(p) || !fCatalogue.isKindOf(entryOf(owner), "ZEL.StereotypeObject"))) {
         report(p.baseElement.mark,
                what +
                    ": found 'base_element', expected it on a single reference of a subclass of 'ZEL.StereotypeObject'");
     }
-    if (type.type->name.text == "PropertyStorage" && p.hidden.text != "true") {
+    if (type.type->name.text == "PropertyStorage" && !p.hidden.isTrue()) {
         report(p.type.mark,
                what + ": found type '" + p.type.text + "', which the metamodel keeps for itself, expected another one");
     }
@@ -335,8 +331,8 @@ void Checker::checkDerivation(TypeDefinition const & owner, PropertyDefinition c
         report(p.stereotype.mark, what + ": found 'stereotype' on a single value, expected it on many");
     }
     Catalogue::PropertyEntry const opposite = fCatalogue.findProperty(p.opposite.text, fDefinition);
-    bool const isContainer = opposite && hasFlag(*opposite.property, "composite");
-    if (hasFlag(p, "derived") && p.body.empty() && p.stored.empty() && p.baseElement.empty() && !isContainer) {
+    bool const isContainer = opposite && hasWord(opposite.property->flags, "composite");
+    if (hasWord(p.flags, "derived") && p.body.empty() && p.stored.empty() && p.baseElement.empty() && !isContainer) {
         report(p.name.mark, what + ": found a derived single value without 'body', expected hand or unimplemented");
     }
 }

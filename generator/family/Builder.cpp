@@ -17,23 +17,13 @@ Uri uriOf(std::string const & text) {
     return {"", text};
 }
 
-bool isTrue(Word const & word) { return word.text == "true"; }
-
-bool hasWord(std::vector<Word> const & words, std::string_view text) {
-    return std::any_of(words.begin(), words.end(), [text](Word const & word) { return word.text == text; });
-}
-
 /// Redefined properties of the class and its ancestors: instances do not have them.
 std::set<Property const *> redefinedIn(Class const & target) {
     std::set<Property const *> result;
-    auto const add = [&result](Class const & c) {
-        for (Property const & property : c.own) {
+    for (Class const * const c : target.line()) {
+        for (Property const & property : c->own) {
             result.insert(property.redefined.begin(), property.redefined.end());
         }
-    };
-    add(target);
-    for (Class const * const ancestor : target.ancestors) {
-        add(*ancestor);
     }
     return result;
 }
@@ -128,7 +118,7 @@ void FamilyBuilder::addMetamodel(Definition const & definition) {
             made->home = metamodel.get();
             made->mark = source.name.mark;
             made->name = source.name.text;
-            made->isAbstract = isTrue(source.abstract);
+            made->isAbstract = source.abstract.isTrue();
             made->builtAsStereotype = source.builtAs.text == "stereotype";
             made->hasGeneratedInterface = !hasWord(source.handWritten, "interface");
             made->hasGeneratedHandles = !hasWord(source.handWritten, "handles");
@@ -253,10 +243,6 @@ void FamilyBuilder::addOperations(Class & target) {
     auto const resolved = [&](SignatureType const & type) -> Type const * {
         return type.name == "void" || type.name == "Deviant" ? nullptr : &typeOf(type.name, *source.home);
     };
-    auto const sameParameters = [](Operation const & a, Operation const & b) {
-        return std::equal(a.parameters.begin(), a.parameters.end(), b.parameters.begin(), b.parameters.end(),
-                          [](auto const & x, auto const & y) { return x.type == y.type && x.form == y.form; });
-    };
     for (OperationDefinition const & definition : source.type->operations) {
         Signature const signature = *parseSignature(definition.signature.text);
         Operation operation;
@@ -270,9 +256,7 @@ void FamilyBuilder::addOperations(Class & target) {
         }
         for (Class const * const ancestor : target.ancestors) {
             for (Operation const & inherited : ancestor->operations) {
-                operation.overrides = operation.overrides ||
-                                      (inherited.name == operation.name && inherited.isConst == operation.isConst &&
-                                       sameParameters(inherited, operation));
+                operation.overrides = operation.overrides || inherited.isCalledAs(operation);
             }
         }
         target.operations.push_back(std::move(operation));

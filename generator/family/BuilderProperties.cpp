@@ -8,12 +8,6 @@
 namespace zelgen {
 namespace {
 
-bool isTrue(Word const & word) { return word.text == "true"; }
-
-bool hasWord(std::vector<Word> const & words, std::string_view text) {
-    return std::any_of(words.begin(), words.end(), [text](Word const & word) { return word.text == text; });
-}
-
 /// Where the values are, or how they are derived.
 Making makingOf(Property const & property, PropertyDefinition const & source) {
     if (!source.stored.empty()) {
@@ -142,7 +136,7 @@ void FamilyBuilder::fillProperty(Property & property, PropertyDefinition const &
     std::string const keyEnd = source.key.empty() ? owner.qualifiedName() + '.' + property.name : source.key.text;
     property.key = owner.qualifiedName() + "::" + keyEnd;
     property.description = source.description;
-    property.isHidden = isTrue(source.hidden);
+    property.isHidden = source.hidden.isTrue();
     property.fixed = source.fixed.text;
 }
 
@@ -154,7 +148,7 @@ void FamilyBuilder::connectProperty(Property & property, PropertyDefinition cons
     if (!source.opposite.empty()) {
         property.opposite = &propertyOf(fCatalogue.findProperty(source.opposite.text, from));
     }
-    if (isTrue(source.baseElement)) {
+    if (source.baseElement.isTrue()) {
         property.opposite = &propertyOf(fCatalogue.findProperty("ZEL.ClassObject.appliedStereotypeInstance", from));
     }
     if (source.viewOf && source.viewOf->text != "containees") {

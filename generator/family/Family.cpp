@@ -29,6 +29,12 @@ unsigned int Property::bits() const {
     return bits;
 }
 
+bool Operation::takesTheSame(Operation const & other) const {
+    return isConst == other.isConst &&
+           std::equal(parameters.begin(), parameters.end(), other.parameters.begin(), other.parameters.end(),
+                      [](auto const & a, auto const & b) { return a.type == b.type && a.form == b.form; });
+}
+
 std::string Class::qualifiedName() const { return type->qualifiedName(); }
 
 bool Class::isKindOf(Class const & other) const {
@@ -38,6 +44,12 @@ bool Class::isKindOf(Class const & other) const {
 bool Class::isFactory() const {
     return std::any_of(ancestors.begin(), ancestors.end(),
                        [](Class const * c) { return c->qualifiedName() == "ZEL.FactoryObject"; });
+}
+
+std::vector<Class const *> Class::line() const {
+    std::vector<Class const *> result{this};
+    result.insert(result.end(), ancestors.begin(), ancestors.end());
+    return result;
 }
 
 std::vector<Property const *> Class::reflectiveOwn() const {

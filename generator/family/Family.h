@@ -126,6 +126,11 @@ struct Operation {
     bool isConst = false;
     bool overrides = false;
     OperationBody body = OperationBody::Hand;
+
+    /// Whether both have the same parameters, and both or neither are const.
+    [[nodiscard]] bool takesTheSame(Operation const & other) const;
+    /// Whether one of the two, in a subclass, overrides the other.
+    [[nodiscard]] bool isCalledAs(Operation const & other) const { return name == other.name && takesTheSame(other); }
 };
 
 struct Class {
@@ -154,6 +159,8 @@ struct Class {
     [[nodiscard]] std::string qualifiedName() const;
     [[nodiscard]] bool isKindOf(Class const & other) const;
     [[nodiscard]] bool isFactory() const;
+    /// The class itself, then its ancestors.
+    [[nodiscard]] std::vector<Class const *> line() const;
     [[nodiscard]] std::vector<Property const *> reflectiveOwn() const;
 };
 
@@ -188,7 +195,6 @@ public:
     explicit Family(std::vector<Definition const *> const & definitions);
 
     [[nodiscard]] Metamodel const & main() const { return *fMetamodels.front(); }
-    [[nodiscard]] std::vector<std::unique_ptr<Metamodel>> const & metamodels() const { return fMetamodels; }
     /// By the name "ZEL.Comment"; null if there is none.
     [[nodiscard]] Class const * findClass(std::string_view qualifiedName) const;
 

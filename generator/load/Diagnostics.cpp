@@ -5,6 +5,10 @@
 
 namespace zelgen {
 
+bool hasWord(std::vector<Word> const & words, std::string_view text) {
+    return std::any_of(words.begin(), words.end(), [text](Word const & word) { return word.text == text; });
+}
+
 void Diagnostics::add(std::string const & file, Mark mark, std::string const & text) {
     fMessages.push_back({file, mark, text});
 }

@@ -19,7 +19,11 @@ struct Word {
     Mark mark;
 
     [[nodiscard]] bool empty() const { return text.empty(); }
+    [[nodiscard]] bool isTrue() const { return text == "true"; }
 };
+
+/// Whether one of the words is `text`.
+[[nodiscard]] bool hasWord(std::vector<Word> const & words, std::string_view text);
 
 /// Collects what is wrong with a definition, so that one run tells all of it.
 ///

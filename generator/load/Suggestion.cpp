@@ -46,4 +46,13 @@ std::string suggestion(std::string_view name, std::vector<std::string> const & c
     return nearest == nullptr ? std::string() : ", did you mean '" + *nearest + "'?";
 }
 
+std::string anyOf(std::vector<std::string> const & names) {
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        text += i == 0 ? "" : i + 1 == names.size() ? " or " : ", ";
+        text += names[i];
+    }
+    return text;
+}
+
 } // namespace zelgen

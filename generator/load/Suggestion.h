@@ -9,4 +9,7 @@ namespace zelgen {
 /// ", did you mean 'subClass'?" for the candidate nearest to `name`, empty if none is near.
 [[nodiscard]] std::string suggestion(std::string_view name, std::vector<std::string> const & candidates);
 
+/// "a", "a or b", "a, b or c".
+[[nodiscard]] std::string anyOf(std::vector<std::string> const & names);
+
 } // namespace zelgen

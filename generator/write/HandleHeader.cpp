@@ -25,27 +25,17 @@ std::set<std::string> headersOfHandle(Class const & of) {
 
 namespace {
 
-std::string readers(Emission const & emission, Class const & of) {
+/// The operations of `ImmutableX`, or those that `X` adds.
+std::string operations(Emission const & emission, Class const & of, bool immutable) {
     std::string text;
     for (Property const * const p : handleProperties(of)) {
-        text += PropertyForm::of(*p).readers(emission.printerFor(*p), *p);
+        PropertyForm const & form = PropertyForm::of(*p);
+        Printer const print = emission.printerFor(*p);
+        text += immutable ? form.readers(print, *p) : form.writers(print, *p);
     }
     for (Operation const * const operation : handleOperations(of)) {
-        if (operation->isConst) {
-            text += operationText::handleDeclaration(emission.print, *operation, true);
-        }
-    }
-    return text;
-}
-
-std::string writers(Emission const & emission, Class const & of) {
-    std::string text;
-    for (Property const * const p : handleProperties(of)) {
-        text += PropertyForm::of(*p).writers(emission.printerFor(*p), *p);
-    }
-    for (Operation const * const operation : handleOperations(of)) {
-        if (!operation->isConst || operationText::hasMutableResult(*operation)) {
-            text += operationText::handleDeclaration(emission.print, *operation, false);
+        if (operationText::isOnHandle(*operation, immutable)) {
+            text += operationText::handleDeclaration(emission.print, *operation, immutable);
         }
     }
     return text;
@@ -145,9 +135,9 @@ public:
                           {{"banner", emission.banner(of.mark, "write/HandleHeader.cpp")},
                            {"headers", Emission::includes(headersOfHandle(of))},
                            {"immutableDeviantCreator", deviantCreator(emission, of, "Immutable" + of.name)},
-                           {"readers", readers(emission, of)},
+                           {"readers", operations(emission, of, true)},
                            {"deviantCreator", deviantCreator(emission, of, of.name)},
-                           {"writers", writers(emission, of)},
+                           {"writers", operations(emission, of, false)},
                            {"factory", factoryHandleDeclarations(emission, of)},
                            {"tags", tags(emission, of)},
                            {"pairs", pairs(emission, of)}});

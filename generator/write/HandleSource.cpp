@@ -35,11 +35,10 @@ std::string properties(Emission const & emission, Class const & of) {
 std::string operations(Emission const & emission, Class const & of) {
     std::vector<std::string> blocks;
     for (Operation const * const operation : handleOperations(of)) {
-        if (operation->isConst) {
-            blocks.push_back(operationText::handleDefinition(emission.print, *operation, true));
-        }
-        if (!operation->isConst || operationText::hasMutableResult(*operation)) {
-            blocks.push_back(operationText::handleDefinition(emission.print, *operation, false));
+        for (bool const immutable : {true, false}) {
+            if (operationText::isOnHandle(*operation, immutable)) {
+                blocks.push_back(operationText::handleDefinition(emission.print, *operation, immutable));
+            }
         }
     }
     return Printer::blocks(blocks);

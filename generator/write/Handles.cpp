@@ -1,7 +1,5 @@
 #include "write/Handles.h"
 
-#include "write/Operations.h"
-
 #include <algorithm>
 #include <set>
 #include <string>
@@ -25,17 +23,11 @@ std::vector<Property const *> handleProperties(Class const & of) {
 
 std::vector<Operation const *> handleOperations(Class const & of) {
     std::vector<Operation const *> result;
-    std::vector<Class const *> classes{&of};
-    classes.insert(classes.end(), of.ancestors.begin(), of.ancestors.end());
-    for (Class const * const c : classes) {
+    for (Class const * const c : of.line()) {
         for (Operation const & operation : c->operations) {
-            bool const isPresent = std::any_of(result.begin(), result.end(), [&](Operation const * other) {
-                return other->name == operation.name && other->isConst == operation.isConst &&
-                       std::equal(other->parameters.begin(), other->parameters.end(), operation.parameters.begin(),
-                                  operation.parameters.end(),
-                                  [](auto const & a, auto const & b) { return a.type == b.type && a.form == b.form; });
-            });
-            if (!isPresent && operationText::isOnHandles(operation)) {
+            bool const isPresent = std::any_of(result.begin(), result.end(),
+                                               [&](Operation const * other) { return other->isCalledAs(operation); });
+            if (!isPresent && operation.body != OperationBody::BodyOnly) {
                 result.push_back(&operation);
             }
         }

@@ -109,9 +109,9 @@ std::string bases(Class const & of, Holder holder) {
 
 /// The interfaces of the class in base order.
 std::string interfaces(Class const & of) {
-    std::vector<std::string> names{interfaceOf(of)};
-    for (Class const * const ancestor : of.ancestors) {
-        names.push_back(interfaceOf(*ancestor));
+    std::vector<std::string> names;
+    for (Class const * const c : of.line()) {
+        names.push_back(interfaceOf(*c));
     }
     return Printer::join(names, ",\n");
 }

@@ -74,10 +74,9 @@ $R$ $X$Intf::$name$($parameters$)$const$ {
                   {"const", o.isConst ? " const" : ""}});
 }
 
-bool isOnHandles(Operation const & operation) { return operation.body != OperationBody::BodyOnly; }
-
-bool hasMutableResult(Operation const & operation) {
-    return operation.result != nullptr && operation.result->kind == TypeKind::Class && !operation.resultForm.immutable;
+bool isOnHandle(Operation const & o, bool immutable) {
+    bool const hasMutableResult = o.result != nullptr && o.result->kind == TypeKind::Class && !o.resultForm.immutable;
+    return immutable ? o.isConst : !o.isConst || hasMutableResult;
 }
 
 std::string handleDeclaration(Printer const & print, Operation const & o, bool immutable) {

@@ -15,9 +15,8 @@ namespace operationText {
 /// The body of an unimplemented operation; empty for those that are written by hand.
 [[nodiscard]] std::string definition(Printer const & print, Operation const & operation);
 
-/// Whether the handles have it, on `X` alone if it is not const or returns handles for writing.
-[[nodiscard]] bool isOnHandles(Operation const & operation);
-[[nodiscard]] bool hasMutableResult(Operation const & operation);
+/// Whether the class of a handle declares it: `ImmutableX` if it is const, `X` if it is not or returns handles for writing.
+[[nodiscard]] bool isOnHandle(Operation const & operation, bool immutable);
 
 [[nodiscard]] std::string handleDeclaration(Printer const & print, Operation const & operation, bool immutable);
 [[nodiscard]] std::string handleDefinition(Printer const & print, Operation const & operation, bool immutable);

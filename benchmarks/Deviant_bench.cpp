@@ -17,7 +17,7 @@ using ZEL::bench::SampleModel;
 /// Ten new deviants of a model of the given size that has none; they are removed outside of the measured time.
 void createDeviant(State & state) {
     constexpr int kRound = 10;
-    SampleModel & sample = SampleModel::shared(SampleModel::packagesFor(static_cast<std::size_t>(state.range(0))));
+    SampleModel & sample = SampleModel::sharedOf(state.range(0));
     String names[kRound];
     for (int i = 0; i < kRound; ++i) {
         names[i] = "deviant" + std::to_string(i);

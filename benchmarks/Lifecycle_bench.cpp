@@ -110,7 +110,7 @@ BENCHMARK(createInTransactions)
 
 /// The end of a model of `range(0)` objects with `range(1)` deviants that have not written.
 void endModel(State & state) {
-    int const packages = SampleModel::packagesFor(static_cast<std::size_t>(state.range(0)));
+    int const packages = SampleModel::packagesFor(state.range(0));
     std::int64_t objects = 0;
     for (auto _ : state) {
         state.PauseTiming();

@@ -18,7 +18,7 @@ using ZEL::bench::SampleModel;
 /// The page of a sample model of the given number of objects. It goes nowhere: a model of 1M objects makes one of
 /// several gigabytes, and the disk is not what is measured.
 void printReport(benchmark::State & state) {
-    SampleModel & sample = SampleModel::shared(SampleModel::packagesFor(static_cast<std::size_t>(state.range(0))));
+    SampleModel & sample = SampleModel::sharedOf(state.range(0));
     ZEL::Logger::instance()->setDefaultHandlerLevel(ZEL::LogLevel::off);
     std::string const name = ZEL::bench::temporaryPath("report");
     std::string const path = name + ".html";

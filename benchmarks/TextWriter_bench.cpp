@@ -17,7 +17,7 @@ using ZEL::bench::XmiSample;
 
 /// The same bytes as `save` writes.
 void saveLimit(benchmark::State & state) {
-    XmiSample const & file = XmiSample::shared(SampleModel::packagesFor(static_cast<std::size_t>(state.range(0))));
+    XmiSample const & file = XmiSample::shared(SampleModel::packagesFor(state.range(0)));
     ZEL::bench::TextWriterPass const pass(file.text());
     std::string const path = ZEL::bench::temporaryPath("limit.xmi");
     for (auto _ : state) {

@@ -20,10 +20,6 @@ using ZEL::MetaModel;
 using ZEL::Package;
 using ZEL::bench::SampleModel;
 
-SampleModel & sampleOf(State const & state) {
-    return SampleModel::shared(SampleModel::packagesFor(static_cast<std::size_t>(state.range(0))));
-}
-
 void reportObjects(State & state, std::size_t objects) {
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(objects));
 }
@@ -34,7 +30,7 @@ void forSizes(benchmark::internal::Benchmark * benchmark) {
 
 /// A copy of the whole tree in a model of its own.
 void cloneModel(State & state) {
-    SampleModel const & sample = sampleOf(state);
+    SampleModel const & sample = SampleModel::sharedOf(state.range(0));
     for (auto _ : state) {
         state.PauseTiming();
         {
@@ -52,7 +48,7 @@ BENCHMARK(cloneModel)->Apply(forSizes);
 
 /// Two equal trees in two models, so that both passes go to their ends.
 void compareModels(State & state) {
-    SampleModel const & sample = sampleOf(state);
+    SampleModel const & sample = SampleModel::sharedOf(state.range(0));
     MetaModel const target = Factory::createNewModel();
     ZEL::Transaction transaction(target.getRootDeviant());
     Package const copy(sample.model.getTopPackage().clone(target));

@@ -18,7 +18,7 @@ using ZEL::bench::SampleModel;
 /// Begin, one typed set, commit; on 900 objects in turn, spread over a model of the given size.
 void oneProperty(State & state) {
     constexpr std::size_t kObjects = 900;
-    SampleModel & sample = SampleModel::shared(SampleModel::packagesFor(static_cast<std::size_t>(state.range(0))));
+    SampleModel & sample = SampleModel::sharedOf(state.range(0));
     std::vector<Property> properties;
     for (std::size_t i = 0; i < kObjects; ++i) {
         properties.push_back(sample.properties[i * (sample.properties.size() / kObjects)]);

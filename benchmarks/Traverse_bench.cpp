@@ -15,8 +15,7 @@ using benchmark::State;
 using ZEL::bench::SampleModel;
 
 void traverse(State & state) {
-    SampleModel const & sample =
-        SampleModel::shared(SampleModel::packagesFor(static_cast<std::size_t>(state.range(0))));
+    SampleModel const & sample = SampleModel::sharedOf(state.range(0));
     ZEL::ImmutableAccessVisitorEmpty nothing;
     for (auto _ : state) {
         ZEL::ImmutableAccessVisitorTraversalContainment walk(&nothing, &nothing);

@@ -14,7 +14,7 @@ using ZEL::bench::SampleModel;
 /// Renames of `range(0)` objects that were made one after the other, in a model of `range(1)` objects.
 void undoRenames(State & state) {
     auto const changes = static_cast<std::size_t>(state.range(0));
-    SampleModel & sample = SampleModel::shared(SampleModel::packagesFor(static_cast<std::size_t>(state.range(1))));
+    SampleModel & sample = SampleModel::sharedOf(state.range(1));
     sample.root.beginTransaction("renames");
     for (std::size_t i = 0; i < changes; ++i) {
         sample.properties[i].setName("renamed");

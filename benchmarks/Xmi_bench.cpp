@@ -20,7 +20,7 @@ using benchmark::State;
 using ZEL::bench::SampleModel;
 using ZEL::bench::XmiSample;
 
-int packagesOf(State const & state) { return SampleModel::packagesFor(static_cast<std::size_t>(state.range(0))); }
+int packagesOf(State const & state) { return SampleModel::packagesFor(state.range(0)); }
 
 void report(State & state, XmiSample const & file) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(file.text().size()));

@@ -10,31 +10,21 @@
 #include <ZEL/serializer/reader/XmiReader.h>
 #include <ZEL/tools/Comparator.h>
 
-#include <exception>
 #include <memory>
 
 namespace {
 
-/// False if the read failed.
-bool isRead(ZEL::Serializer::XmiReader & reader, std::string const & file) {
-    try {
-        static_cast<void>(reader.read(file));
-        return true;
-    } catch (std::exception const &) {
-        return false;
-    }
-}
-
 void readAndMerge(std::string const & present, std::string const & file) {
     ZEL::Serializer::XmiReader reader;
-    static_cast<void>(isRead(reader, file));
+    auto const read = [&] { static_cast<void>(reader.read(file)); };
+    static_cast<void>(fuzz::succeeds(read));
 
     ZEL::MetaModel const model(ZEL::Serializer::XmiReader().read(present));
     ZEL::MetaModel const before(ZEL::Serializer::XmiReader().read(present));
     ZEL::Deviant const root = model.getRootDeviant();
     root.clearUndoStack();
     reader.setMerger(std::make_shared<ZEL::Serializer::Merger>(model));
-    if (isRead(reader, file) && root.getUndoStackLength() != 0) {
+    if (fuzz::succeeds(read) && root.getUndoStackLength() != 0) {
         fuzz::require(root.getUndoStackLength() == 1, "a merge is one step of undo");
         root.undo();
     }

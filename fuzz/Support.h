@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <span>
 #include <string>
 #include <string_view>
@@ -43,6 +44,16 @@ inline void require(bool holds, std::string const & claim) {
     if (!holds) {
         std::fprintf(stderr, "does not hold: %s\n", claim.c_str());
         std::abort();
+    }
+}
+
+/// False if the function has thrown.
+template <class Function> bool succeeds(Function function) {
+    try {
+        function();
+        return true;
+    } catch (std::exception const &) {
+        return false;
     }
 }
 

@@ -9,20 +9,14 @@
 
 #include <hasp_util/XmlReader.h>
 
-#include <exception>
-
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size) {
     using ZEL::Serializer::XmiFormat;
     static TemporaryFolder const folder;
     ZEL::Logger::instance()->setDefaultHandlerLevel(ZEL::LogLevel::off);
     ZEL::MetaModel model;
-    try {
-        std::string const file = folder.file("input.xmi", fuzz::mutated(fuzz::kModel, {data, size}));
-        model = ZEL::MetaModel(ZEL::Serializer::XmiReader().read(file));
-    } catch (std::exception const &) {
-        return 0;
-    }
-    if (!model.isValid()) {
+    std::string const input = folder.file("input.xmi", fuzz::mutated(fuzz::kModel, {data, size}));
+    auto const read = [&] { model = ZEL::MetaModel(ZEL::Serializer::XmiReader().read(input)); };
+    if (!fuzz::succeeds(read) || !model.isValid()) {
         return 0;
     }
     for (XmiFormat const format : {XmiFormat::Standard, XmiFormat::MagicDraw, XmiFormat::Rhapsody}) {

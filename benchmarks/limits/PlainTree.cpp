@@ -18,15 +18,8 @@ PlainTree::PlainTree(int packages) {
     }
 }
 
-PlainTree::~PlainTree() {
-    for (PlainNode * const node : fNodes) {
-        delete node;
-    }
-}
-
 PlainNode * PlainTree::add(PlainNode * parent, char const * kind, int number) {
-    auto * const node = new PlainNode;
-    fNodes.push_back(node);
+    PlainNode * const node = fNodes.emplace_back(std::make_unique_for_overwrite<PlainNode>()).get();
     node->name = numberedName(kind, number);
     node->parent = parent;
     if (parent != nullptr) {

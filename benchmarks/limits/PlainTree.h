@@ -3,6 +3,7 @@
 #include "support/SampleModel.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -22,18 +23,15 @@ struct PlainNode {
 class PlainTree {
 public:
     explicit PlainTree(int packages);
-    ~PlainTree();
-    PlainTree(PlainTree const &) = delete;
-    PlainTree & operator=(PlainTree const &) = delete;
 
     [[nodiscard]] std::size_t size() const noexcept { return fNodes.size(); }
     /// Bytes that this object takes to know its nodes, and that the nodes themselves do without.
-    [[nodiscard]] std::size_t overhead() const noexcept { return fNodes.capacity() * sizeof(PlainNode *); }
+    [[nodiscard]] std::size_t overhead() const noexcept { return fNodes.capacity() * sizeof(fNodes[0]); }
 
 private:
     PlainNode * add(PlainNode * parent, char const * kind, int number);
 
-    std::vector<PlainNode *> fNodes;
+    std::vector<std::unique_ptr<PlainNode>> fNodes;
 };
 
 } // namespace ZEL::bench

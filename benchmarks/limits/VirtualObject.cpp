@@ -23,7 +23,6 @@ public:
     [[nodiscard]] bool const & flag() const override { return fValues->flag; }
     [[nodiscard]] int const & number() const override { return fValues->number; }
     [[nodiscard]] VirtualObject * const & type() const override { return fValues->type; }
-    [[nodiscard]] std::string const & name() const override { return fValues->name; }
     [[nodiscard]] std::string nameByValue() const override { return fValues->name; }
     void setFlag(bool value) override {
         if (fValues->flag != value) {

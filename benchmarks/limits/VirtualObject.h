@@ -16,7 +16,6 @@ public:
     [[nodiscard]] virtual bool const & flag() const = 0;
     [[nodiscard]] virtual int const & number() const = 0;
     [[nodiscard]] virtual VirtualObject * const & type() const = 0;
-    [[nodiscard]] virtual std::string const & name() const = 0;
     [[nodiscard]] virtual std::string nameByValue() const = 0;
     /// These compare and assign.
     virtual void setFlag(bool value) = 0;

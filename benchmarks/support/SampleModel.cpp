@@ -7,6 +7,7 @@
 #include <ZEL/metamodel/PackageableElement.h>
 #include <ZEL/metamodel/Type.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -86,9 +87,8 @@ SampleModel & SampleModel::shared(int packages) {
 
 void SampleModel::dropShared() { sharedModel().reset(); }
 
-int SampleModel::packagesFor(std::size_t objects) {
-    std::size_t const packages = objects / (objectCountOf(1) - 1);
-    return packages > 0 ? static_cast<int>(packages) : 1;
+int SampleModel::packagesFor(std::int64_t objects) {
+    return std::max(1, static_cast<int>(objects / static_cast<std::int64_t>(objectCountOf(1) - 1)));
 }
 
 } // namespace ZEL::bench

@@ -7,6 +7,7 @@
 #include <ZEL/metamodel/Property.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace ZEL::bench {
@@ -25,13 +26,15 @@ public:
     /// The model made last is kept, so that benchmarks on models of one size share it; it goes when another size is
     /// asked for. Who uses it leaves it as it was, save names.
     static SampleModel & shared(int packages);
+    /// The one of about so many objects.
+    static SampleModel & sharedOf(std::int64_t objects) { return shared(packagesFor(objects)); }
     static void dropShared();
     /// Packages, classes and properties, the top package included.
     [[nodiscard]] static std::size_t objectCountOf(int packages) noexcept {
         return 1 + static_cast<std::size_t>(packages) * (1 + kClasses * (1 + kProperties));
     }
     /// How many packages make about so many objects.
-    [[nodiscard]] static int packagesFor(std::size_t objects);
+    [[nodiscard]] static int packagesFor(std::int64_t objects);
 
     [[nodiscard]] std::size_t objectCount() const noexcept { return objectCountOf(fPackages); }
 

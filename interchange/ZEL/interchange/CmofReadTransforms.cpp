@@ -28,8 +28,8 @@ ContextSequence wrap(Context const & package) {
     return sequence;
 }
 
-/// An instance stands on one element: on the first of several. It is put last, since the last value of a property for one
-/// stays, and the reader tells of the others.
+/// A tag is applied to one element: to the first of several. That one is put last, since a property that takes one
+/// value keeps the last one; the reader reports the others.
 ContextSequence attach(Context const & elements) {
     std::istringstream ids(elements.getFirstValue());
     std::string reversed;

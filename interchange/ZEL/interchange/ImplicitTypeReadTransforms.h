@@ -11,12 +11,12 @@ namespace ZEL::Interchange {
 
 class MetaClasses;
 
-/// Reading of files that leave to the metamodel what this system's own files say.
+/// Reading of files that leave to the metamodel what this system's own files state.
 ///
-/// A part without `xmi:type` gets the class of that name to which the property belongs that it is named after, if that
-/// class is a concrete one of the metamodel of the element around it. An element named after a composition that is derived, such as
-/// `ownedMember`, goes to the first property of the class around it that stores such parts. Works for every registered
-/// metamodel; what it does not know it leaves alone. Serves one run, the files that are read on the way included.
+/// A part without `xmi:type` gets the type of the property that it is named after, as the metamodel of the element
+/// around it has it, if it is a concrete class. An element named after a derived composition, such as `ownedMember`,
+/// goes to the first property of the class around it that stores such parts. Works for every registered metamodel, and
+/// leaves alone what it does not know. Serves one run, with the files that are read on the way.
 class ZEL_API ImplicitTypeReadTransforms : public Serializer::Transformer {
 public:
     ImplicitTypeReadTransforms();

@@ -15,8 +15,8 @@ class MetaClasses {
 public:
     /// Null if no metamodel of that namespace is registered, or it has no such class.
     [[nodiscard]] internal::MetaClassView const * find(Serializer::QualifiedName name);
-    /// Of the properties of `owner` that store parts, the first one that takes objects of the class `part`; of those for
-    /// many if there are any. Null if there is none.
+    /// Of the properties of `owner` that store parts, the first one that takes objects of the class `part`; of those
+    /// for many if there are any. Null if there is none.
     [[nodiscard]] internal::PropertyView const * placeFor(Serializer::QualifiedName owner,
                                                           Serializer::QualifiedName part);
 

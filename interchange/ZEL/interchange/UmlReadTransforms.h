@@ -10,9 +10,9 @@ namespace ZEL::Interchange {
 
 /// Reading of UML models that other tools wrote: from version 2.0 on, also in the namespaces of Eclipse.
 ///
-/// Whatever version a file names, its elements are read as those of the registered metamodel of the prefix "uml". A model
-/// within a model becomes a package, an upper bound of -1 an unlimited one; diagrams in the namespace of UML are left out.
-/// Serves one run.
+/// Whatever version a file names, its elements are read as those of the metamodel registered with the prefix "uml". A
+/// model within a model becomes a package, an upper bound of -1 an unlimited one; diagrams in the namespace of UML are
+/// left out. Serves one run.
 class ZEL_API UmlReadTransforms : public Serializer::Transformer {
 public:
     UmlReadTransforms();

@@ -12,12 +12,12 @@
 
 namespace ZEL::Serializer {
 
-/// What an XML element, attribute or link is in the neutral form between objects and files.
+/// An XML element, attribute or link in the neutral form between objects and files.
 ///
-/// The writer makes Contexts of objects, the reader makes them of XML events, and rules rewrite them in between. A
-/// Context says which role and type there is, under which parent, and with which values: for an element the object's
-/// id, else the text. The same record serves as the pattern of a rule; a pattern sets only the pairs on which it is to
-/// match, always both halves of them, and its flags and values are ignored. A plain value: names are interned, so a
+/// The writer makes Contexts from objects, the reader makes them from XML events, and rules rewrite them in between. A
+/// Context has a role and a type, those of its parent, and values: for an element the object's id, otherwise the text.
+/// The same record serves as the pattern of a rule; a pattern sets only the pairs on which it is to match, always both
+/// halves of each, and its flags and values are ignored. A plain value: names are interned, so a
 /// copy costs little more than its first value, and a move nearly nothing.
 class ZEL_API Context {
 public:
@@ -40,7 +40,8 @@ public:
     void setElement(std::string text) noexcept { setKind(Element, std::move(text)); }
     void setAttribute(std::string text) noexcept { setKind(Attribute, std::move(text)); }
     void setReference(std::string text) noexcept { setKind(Link, std::move(text)); }
-    /// Like `setAttribute` on a Context that is no attribute yet, else appends the value; multi-valued in either case.
+    /// Like `setAttribute` on a Context that is not an attribute yet; otherwise appends the value. Multi-valued in
+    /// either case.
     void addAttribute(std::string text) { addKind(Attribute, std::move(text)); }
     /// The same for a link.
     void addReference(std::string text) { addKind(Link, std::move(text)); }
@@ -88,16 +89,16 @@ public:
     [[nodiscard]] bool isParentOf(Context const & other) const noexcept {
         return (!fRole.isEmpty() || !fType.isEmpty()) && fRole == other.fParentRole && fType == other.fParentType;
     }
-    /// How deep an element that a rule returns lies among those of its sequence, from 1 on, where the names of recurring
-    /// elements would not tell; 0 where they do. A parent's depth is one less.
+    /// How deeply an element that a rule returns is nested in those of its sequence, from 1 on, where elements recur
+    /// and their names do not show it; 0 where they do. A parent's depth is one less.
     [[nodiscard]] std::size_t getDepth() const noexcept { return fDepth; }
     void setDepth(std::size_t depth) noexcept { fDepth = static_cast<std::uint32_t>(depth); }
     /// How well the pattern, this, fits `other`: 0 if they conflict or have nothing in common, 8 if either is empty,
-    /// else the number of pairs that agree; 4 also if all they agree on is that nothing is given.
+    /// otherwise the number of pairs that agree; 4 also if all pairs are empty in both.
     [[nodiscard]] int weightedMatch(Context const & other) const noexcept;
 
-    /// An order by parent type, parent role, type and role, in which a pair that only one side gives is passed over in
-    /// the first three. It is not transitive where Contexts differ in which pairs they give.
+    /// An order by parent type, parent role, type and role, in which a pair that is set on one side only is passed over
+    /// in the first three. Not transitive between Contexts that set different pairs.
     friend ZEL_API bool operator<(Context const & left, Context const & right) noexcept;
     /// Neither less than the other.
     friend bool operator==(Context const & left, Context const & right) noexcept {

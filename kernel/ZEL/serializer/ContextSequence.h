@@ -8,7 +8,7 @@
 
 namespace ZEL::Serializer {
 
-/// Contexts in order: what one object or one XML element amounts to, and what a rule returns for one Context.
+/// Contexts in order: those of one object or one XML element, or what a rule returns for one Context.
 class ZEL_API ContextSequence {
 public:
     using iterator = std::vector<Context>::iterator;

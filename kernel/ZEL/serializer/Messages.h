@@ -6,9 +6,9 @@
 
 namespace ZEL {
 
-/// The messages of the reader, the writer and the merger of files, by number: what `Logger::log` takes beside a level.
+/// The messages of the reader, the writer and the merger of files, by the numbers that `Logger::log` takes.
 ///
-/// Their texts stand in the process's message catalogue, in English and Japanese, from `addToCatalogue` on.
+/// `addToCatalogue` enters their texts, in English and Japanese, into the message catalogue of the process.
 class ZEL_API Messages {
 public:
     enum Id : std::uint32_t {

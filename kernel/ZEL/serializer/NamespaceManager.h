@@ -22,7 +22,7 @@ public:
 
     /// Saves the current scope, which keeps its bindings. Constant time.
     void pushContext() { fSaved.push_back(fCurrent); }
-    /// Goes back to the scope saved last. Throws "popContext() invalid on empty Namespace stack" if there is none.
+    /// Returns to the scope saved last. Throws "popContext() invalid on empty Namespace stack" if there is none.
     void popContext();
     /// Empties the stack and starts a new scope.
     void clear();

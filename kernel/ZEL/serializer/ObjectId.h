@@ -12,10 +12,10 @@ namespace ZEL {
 
 class ImmutableClassObject;
 
-/// What the ids of this system begin with.
+/// The prefix of the ids of this system.
 inline constexpr char ID_PREFIX[] = "_zel_";
 
-/// An object's id in a file, taken apart.
+/// An object's id in a file, parsed once.
 ///
 /// An id of this system is a prefix, the uuid of the model, an underscore and the object's number in the model, as in
 /// "_zel_5376c05e-df72-49a6-85e0-5388c3fca417_14"; that of a model has no number. Ids of other tools are texts of any

@@ -28,7 +28,7 @@ public:
     /// Whether both halves are empty.
     [[nodiscard]] bool isEmpty() const noexcept { return fEntry == nullptr; }
 
-    /// Whether the pairs differ in a half that both of them give.
+    /// Whether the pairs differ, and have a half that is set in both.
     [[nodiscard]] bool conflictsWith(QualifiedName other) const noexcept {
         return fEntry != other.fEntry && ((hasUri() && other.hasUri()) || (hasName() && other.hasName()));
     }

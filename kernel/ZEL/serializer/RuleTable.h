@@ -13,7 +13,7 @@
 
 namespace ZEL::Serializer {
 
-/// What a rule does: what takes the place of a Context.
+/// What a rule does: it returns what takes the place of a Context.
 using RuleFunction = boost::function<ContextSequence(Context const &)>;
 
 /// The rules of one pass of a `Transformer`, in order of addition.

@@ -20,14 +20,14 @@ namespace ZEL::Serializer {
 struct LinkedElement;
 struct Reference;
 
-/// A set of rules over Contexts: each dialect of XMI is a subclass, and a caller can add his own to a reader or writer.
+/// A set of rules over Contexts: each dialect of XMI is a subclass, and a caller can add more to a reader or writer.
 ///
-/// A rule is a pattern and a function; for each Context the function of the rule that fits best, of equals the one
-/// added last, returns what takes its place. A rule with an empty pattern beats all others. To leave a Context alone a
-/// rule returns it; to leave it out with all that lies below it, a copy with the skip state set. A rule may add and
-/// remove rules: they count from the next Context on. Besides rules there are three hooks, which only the reader calls.
-/// A Transformer registers its rules in its constructor and serves one run. Rules that call members of the Transformer
-/// itself forbid copying it, since the copies' rules would still call the first one.
+/// A rule is a pattern and a function. For each Context the rule that fits best is chosen, of several the one added
+/// last; its function returns what takes the place of the Context. A rule with an empty pattern beats all others. To
+/// leave a Context alone a rule returns it; to leave it out with all that lies below it, a copy with the skip state
+/// set. A rule may add and remove rules: they count from the next Context on. Besides rules there are three hooks,
+/// which only the reader calls. A Transformer registers its rules in its constructor and serves one run. Rules that
+/// call members of the Transformer itself forbid copying it, since the copies' rules would still call the first one.
 class ZEL_API Transformer {
 public:
     using OnCreateFunction = boost::function<void(Context const &, ClassObject)>;
@@ -36,8 +36,8 @@ public:
 
     virtual ~Transformer();
 
-    /// Rewrites: what no rule fits passes through. A Context that a rule returns overwrites an equal earlier one, in its
-    /// place, unless that one has the skip state, which drops the new one.
+    /// Rewrites: what no rule fits passes through. A Context that a rule returns overwrites an equal earlier one, in
+    /// its place, unless that one has the skip state, which drops the new one.
     [[nodiscard]] ContextSequence apply(ContextSequence sequence);
     /// Generates what comes before an object: only what rules return comes out.
     [[nodiscard]] ContextSequence preApply(ContextSequence const & sequence);

@@ -20,9 +20,9 @@ struct Reference;
 
 /// The Transformers of a run, in order; each takes what the one before it returned.
 ///
-/// Owns what it holds: a Transformer given by raw pointer is deleted when it is removed or the registry is cleared.
-/// Give a shared pointer to keep it. One Transformer must not be given by raw pointer to two registries. Rules and hooks
-/// may add and remove Transformers: that counts from the next call on.
+/// Owns what it holds: a Transformer passed by raw pointer is deleted when it is removed or the registry is cleared.
+/// Pass a shared pointer to keep it. One Transformer must not be passed by raw pointer to two registries. Rules and
+/// hooks may add and remove Transformers: that counts from the next call on.
 class ZEL_API TransformerRegistry {
 public:
     /// Appends. A Transformer that is held already is not added again; a null pointer throws "An Internal Error has

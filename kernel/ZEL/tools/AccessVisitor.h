@@ -14,8 +14,8 @@ public:
     virtual ~AccessVisitor();
 
     /// Passes the object on to the first that fits of `visitModel`, `visitStereotypeObject`, `visitClassObject` and
-    /// `visitValueObject`. False for a null handle and for an object that is not valid: who writes may have destroyed what
-    /// it is about to visit.
+    /// `visitValueObject`. False for a null handle and for an object that is not valid: a visitor that writes may have
+    /// destroyed what comes next.
     virtual bool visitObject(Object object);
     virtual bool visitClassObject(ClassObject object) = 0;
     virtual bool visitValueObject(ValueObject value) = 0;
@@ -35,8 +35,8 @@ public:
     bool visitProperty(ClassObject object, Property property) override;
 };
 
-/// A visitor that goes on from an object to others, and says by which way it has come. A base for applications: which way
-/// to go while the model changes is theirs to say.
+/// A visitor that goes on from an object to others, and knows the way by which it has come. A base for applications,
+/// which decide how to go on while the model changes.
 class ZEL_API AccessVisitorTraversal : public AccessVisitor {
 public:
     /// The property through which the present object has been reached; a null handle at the beginning.

@@ -23,7 +23,7 @@ public:
     Comparator(Comparator const &) = default;
     Comparator & operator=(Comparator const &);
 
-    /// Begins anew at each call.
+    /// Starts anew at each call.
     [[nodiscard]] bool compare();
 
     [[nodiscard]] ImmutableObject getFirst() const { return fFirst; }

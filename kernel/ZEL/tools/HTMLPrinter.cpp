@@ -111,7 +111,7 @@ void HTMLPrinter::checkOutput() const {
     }
 }
 
-// --- elements ------------------------------------------------------------------------------------------------------------
+// --- elements --------------------------------------------------------------------------------------------------------
 
 void HTMLPrinter::printElement(ImmutableClassObject object) {
     if (fIsPrinting) {
@@ -194,7 +194,7 @@ void HTMLPrinter::printProperty(ImmutableClassObject const & object, ImmutablePr
     writeEndTag("tr");
 }
 
-// --- values --------------------------------------------------------------------------------------------------------------
+// --- values ----------------------------------------------------------------------------------------------------------
 
 void HTMLPrinter::printSequenceValue(ImmutableSequence<ImmutableObject> values, bool isComposite, bool isDerived,
                                      std::vector<ImmutableClassObject> & children) {
@@ -253,7 +253,7 @@ void HTMLPrinter::printValue(ImmutableObject const & value, bool isContained,
     }
 }
 
-// --- what is said of an object -------------------------------------------------------------------------------------------
+// --- what is said of an object ---------------------------------------------------------------------------------------
 
 std::string HTMLPrinter::helperGetID(ImmutableClassObject object) {
     static_cast<void>(checkedMetaClass(object));
@@ -276,7 +276,7 @@ std::string HTMLPrinter::helperGetTypeName(ImmutableObject object) {
 
 std::string HTMLPrinter::markupOf(std::string text) { return text; }
 
-// --- tags ----------------------------------------------------------------------------------------------------------------
+// --- tags ------------------------------------------------------------------------------------------------------------
 
 void HTMLPrinter::writeStartTagWithID(std::string tag, std::string id, std::string cssClass) {
     output << '<' << tag << " id=\"" << id << '"';

@@ -18,25 +18,25 @@ namespace util {
 /// Writes an object and all it contains as one XHTML page, to be read in a browser.
 ///
 /// Each object has a heading and a table of its properties, with links to the objects that are its values. Objects
-/// follow one another, an owner before what it contains, at one level of the page; links to objects that are not printed
-/// have no target. Rows of empty and derived properties, and of those that cannot be read, are hidden until the reader
-/// ticks a box. What a property that is composite and not derived holds counts as contained.
+/// follow one another, an owner before what it contains, at one level of the page; links to objects that are not
+/// printed have no target. Rows of empty and derived properties, and of those that cannot be read, are hidden until the
+/// reader ticks a box. What a property that is composite and not derived holds counts as contained.
 ///
-/// Works by reflection alone, for any metamodel. Names and values go into the page as they are: markup in them is markup
-/// of the page, scripts included, so a model from a stranger may only be printed by a class derived from this one that
-/// escapes them in `markupOf`.
+/// Works by reflection alone, for any metamodel. Names and values go into the page as they are: markup in them is
+/// markup of the page, scripts included, so a model from a stranger may only be printed by a class derived from this
+/// one that escapes them in `markupOf`.
 ///
-/// The model must not change during a print. A printer remembers what it has printed, for one page after another without
-/// an object in two; it holds those objects. Linear in the size of the page, which has each value of each property, and
-/// without recursion.
+/// The model must not change during a print. A printer remembers what it has printed, for one page after another
+/// without an object in two; it holds those objects. Linear in the size of the page, which has each value of each
+/// property, and without recursion.
 class ZEL_API HTMLPrinter {
 public:
     HTMLPrinter();
     virtual ~HTMLPrinter();
 
-    /// Writes the page `fileName`.html, in place of an earlier one, and returns its path. Raises if the element is invalid,
-    /// if an object was printed before or is contained twice, and if the file cannot be made or written; the file is then
-    /// left as far as it was written.
+    /// Writes the page `fileName`.html, in place of an earlier one, and returns its path. Throws if the element is
+    /// invalid, if an object was printed before or is contained twice, and if the file cannot be made or written; the
+    /// file is then left as far as it was written.
     virtual std::string print(ImmutableClassObject element, std::string fileName);
 
 protected:
@@ -74,7 +74,7 @@ protected:
     /// What is written into the page for a name, an identity, a value or an error of the model: the text as it is.
     virtual std::string markupOf(std::string text);
 
-    /// As `print`, into the file `path`. The page and the log speak of `fileName` all the same.
+    /// As `print`, into the file `path`. The page and the log name `fileName` all the same.
     void printPage(ImmutableClassObject const & element, std::string const & fileName, std::string const & path);
 
     std::ofstream output; ///< the page, open during a print

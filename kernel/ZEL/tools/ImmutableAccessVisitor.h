@@ -7,14 +7,14 @@ namespace ZEL {
 
 class ImmutableValueObject;
 
-/// What is done with the parts of a model as reflection sees them: objects and values, whatever their metaclass, and the
-/// properties of an object. Each operation returns true to go on.
+/// What is done with the parts of a model as reflection sees them: objects and values, whatever their metaclass, and
+/// the properties of an object. Each operation returns true to go on.
 class ZEL_API ImmutableAccessVisitor {
 public:
     virtual ~ImmutableAccessVisitor();
 
     /// Passes the object on to the first that fits of `visitModel`, `visitStereotypeObject`, `visitClassObject` and
-    /// `visitValueObject`. Raises "Attempt to traverse invalid object!" for a null handle and for an object that is not
+    /// `visitValueObject`. Throws "Attempt to traverse invalid object!" for a null handle and for an object that is not
     /// valid.
     virtual bool visitObject(ImmutableObject const & object);
     virtual bool visitClassObject(ImmutableClassObject const & object) = 0;
@@ -35,7 +35,7 @@ public:
     bool visitProperty(ImmutableClassObject const &, ImmutableProperty const &) override { return true; }
 };
 
-/// A visitor that goes on from an object to others, and says by which way it has come.
+/// A visitor that goes on from an object to others, and knows the way by which it has come.
 class ZEL_API ImmutableAccessVisitorTraversal : public ImmutableAccessVisitor {
 public:
     /// The property through which the present object has been reached; a null handle at the beginning.

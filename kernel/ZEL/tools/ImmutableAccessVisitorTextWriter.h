@@ -15,15 +15,15 @@ namespace ZEL {
 ///         ] modelZEL="library:MetaModel"
 ///       ]
 ///
-/// A contained object stands between brackets in lines of its own, under the property that holds it. Values and references
-/// are attributes of it, with "readonly", "derived" and "composite" in braces where they apply; a reference shows name and
-/// metaclass of its target. Derived properties and the objects without a container of a model are left out, and what a
-/// stereotype instance holds.
+/// A contained object stands between brackets in lines of its own, under the property that holds it. Values and
+/// references are attributes of it, with "readonly", "derived" and "composite" in braces where they apply; a reference
+/// shows name and metaclass of its target. Derived properties and the objects without a container of a model are left
+/// out, and what a stereotype instance holds.
 ///
-/// A line begins with its line end, so the last one has none. Each level indents by two blanks, up to 1,000 levels: from
-/// there on all lines begin at one column, since the text would otherwise grow with the square of the depth. Names and
-/// values are printed as they are, with their line ends and whatever steers a terminal, unless a derived writer says
-/// otherwise in `shown`. The state of the stream is the caller's to look at. To write another text, start with another writer.
+/// A line begins with its line end, so the last one has none. Each level indents by two blanks, up to 1,000 levels:
+/// from there on all lines begin at one column, since the text would otherwise grow with the square of the depth. Names
+/// and values are printed as they are, with their line ends and whatever steers a terminal, unless a derived writer
+/// overrides `shown`. The caller checks the state of the stream. Each text needs a writer of its own.
 class ZEL_API ImmutableAccessVisitorTextWriter : public ImmutableAccessVisitorTraversalContainment {
 public:
     /// The stream stays the caller's, and must live as long as the writer.

@@ -19,18 +19,18 @@ namespace ZEL {
 /// visitor that passes objects on by their kind sees each object twice: override its `visitObject`, or begin with
 /// `ImmutableAccessVisitorEmpty`.
 ///
-/// The first false from any operation ends the walk. An exception leaves the traversal where it is: it is of no more use
-/// then. Operations nest as the objects do and overrides may act around them, whatever the depth: models of a million
-/// levels need memory, no large stack. The order of the properties of a metaclass is found once in a walk. Linear, save
-/// what the values cost: a qualified name is as long as the way up. For one walk at a time.
+/// The first false from any operation ends the walk. After an exception the traversal must not be used any more.
+/// Operations nest as the objects do and overrides may act around them, whatever the depth: models of a million levels
+/// need memory, no large stack. The order of the properties of a metaclass is found once in a walk. Linear, save what
+/// the values cost: a qualified name is as long as the way up. For one walk at a time.
 class ZEL_API ImmutableAccessVisitorTraversalContainment : public ImmutableAccessVisitorTraversal {
 public:
-    /// The visitors stay those of the caller, and must live as long as walks go on. Raises "An Internal Error has
+    /// The visitors stay those of the caller, and must live as long as walks go on. Throws "An Internal Error has
     /// occurred" if one is null.
     ImmutableAccessVisitorTraversalContainment(ImmutableAccessVisitor * pre, ImmutableAccessVisitor * post);
     ~ImmutableAccessVisitorTraversalContainment() override;
 
-    /// Raises "Attempt to traverse invalid object!" for a null handle and for an object that is not valid.
+    /// Throws "Attempt to traverse invalid object!" for a null handle and for an object that is not valid.
     bool visitObject(ImmutableObject const & object) override;
     bool visitClassObject(ImmutableClassObject const & object) override;
     bool visitValueObject(ImmutableValueObject const & value) override;

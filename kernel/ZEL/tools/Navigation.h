@@ -8,13 +8,13 @@ class ImmutableObject;
 class Package;
 class String;
 
-/// From an object to what its metamodel says of it.
+/// What the metamodel of an object says about it.
 namespace navigation {
 
-/// The name of the object's type, as in "Package" or "Integer". Raises if the object is invalid or has no valid type.
+/// The name of the object's type, as in "Package" or "Integer". Throws if the object is invalid or has no valid type.
 [[nodiscard]] ZEL_API String getMetaTypeName(ImmutableObject const & object);
 
-/// The name of the class of the object's type, as in "Class", "PrimitiveType" or "Stereotype". Raises if the object is
+/// The name of the class of the object's type, as in "Class", "PrimitiveType" or "Stereotype". Throws if the object is
 /// invalid, or its type or the type's class is.
 [[nodiscard]] ZEL_API String getMetaTypeClassName(ImmutableObject const & object);
 

@@ -59,7 +59,7 @@ ClassObject RandomModelGenerator::createRandomModel(ClassObject const & root, in
     return root;
 }
 
-// --- what contains what -------------------------------------------------------------------------------------------------
+// --- what contains what ----------------------------------------------------------------------------------------------
 
 ClassObject RandomModelGenerator::createRandomModelComposition(ClassObject const & parent, int depth, int breadth) {
     if (depth < 1) {
@@ -101,7 +101,7 @@ ClassObject RandomModelGenerator::createValueForProperty(ClassObject const & par
 }
 
 ClassObject RandomModelGenerator::makeValue(ClassObject const & parent, ImmutableProperty const & property) {
-    // A single object that is replaced would stay behind without a container.
+    // A single object that is replaced would remain without a container.
     if (!canTakeValue(parent, property)) {
         return ClassObject();
     }
@@ -177,7 +177,7 @@ void RandomModelGenerator::createNameStringAndSet(ClassObject const & object,
     object.setOrAdd(property, String(text));
 }
 
-// --- values and links ---------------------------------------------------------------------------------------------------
+// --- values and links ------------------------------------------------------------------------------------------------
 
 void RandomModelGenerator::createRandomModelAssociation(int count) {
     for (int i = 0; i < count && !fObjects.empty(); ++i) {
@@ -219,7 +219,7 @@ void RandomModelGenerator::rememberObject(ClassObject const & object) {
     }
 }
 
-// --- what the metamodel says --------------------------------------------------------------------------------------------
+// --- what the metamodel says -----------------------------------------------------------------------------------------
 
 void RandomModelGenerator::createCompositionAssociationMetaPropertyVectors(
     ImmutableClass const & metaClass, ImmutableSequence<ImmutableProperty> const & properties) {

@@ -14,22 +14,23 @@
 
 namespace ZEL {
 
-/// Fills a model with random objects of a metamodel, to exercise readers, writers and comparisons on models of any shape.
+/// Fills a model with random objects of a metamodel, to exercise readers, writers and comparisons on models of any
+/// shape.
 ///
-/// Works by reflection and a factory alone, so any registered metamodel will do. The caller must have a transaction open.
-/// The same seed, arguments and state of the model give the same objects, values and links, on one platform: the numbers
-/// come from the process's `rand`, so two generators must not take turns. What has a value already is left as it is, and
-/// what no file holds (derived and transient properties) is left out. What was made is known until the generator goes, so
-/// links of a later run may lead to objects of an earlier one.
+/// Works by reflection and a factory alone, so any registered metamodel will do. The caller must have a transaction
+/// open. The same seed, arguments and state of the model lead to the same objects, values and links, on one platform:
+/// the numbers come from the process's `rand`, so two generators must not take turns. What has a value already is left
+/// as it is, and what no file holds (derived and transient properties) is left out. What was made is known as long as
+/// the generator lives, so links of a later run may lead to objects of an earlier one.
 class ZEL_API RandomModelGenerator {
 public:
     /// The seed is made of the present time.
     explicit RandomModelGenerator(FactoryObject factory);
 
     /// Below `root`, `depth` levels of up to `breadth` children for each object; then `associations` attempts to set a
-    /// value or a link. Returns the root. A seed of 0 keeps the stored one. Cost is exponential in `depth`, unless `breadth`
-    /// is 1. Throws if the metamodel has a property without a type, a type without an instantiable class, or an enumeration
-    /// without literals.
+    /// value or a link. Returns the root. A seed of 0 keeps the stored one. Cost is exponential in `depth`, unless
+    /// `breadth` is 1. Throws if the metamodel has a property without a type, a type without an instantiable class, or
+    /// an enumeration without literals.
     ClassObject createRandomModel(ClassObject const & root, int depth, int breadth, int associations,
                                   unsigned int seed);
     /// What reproduces the last run.
@@ -48,11 +49,13 @@ public:
     /// Adds the class, if it is not abstract, and those of its subclasses that are not, each once.
     Sequence<ImmutableClass> getNonAbstractSubClasses(ImmutableClass const & metaClass,
                                                       Sequence<ImmutableClass> const & found) const;
-    /// Sets a name made of the object's place, class and id: "0-2-Class-[17]". Throws the NULL text on an invalid object.
+    /// Sets a name made of the object's place, class and id: "0-2-Class-[17]". Throws the NULL text on an invalid
+    /// object.
     void createNameStringAndSet(ClassObject const & object, ImmutableProperty const & property) const;
 
 protected:
-    /// Fills the tree below `parent`; returns the last object made directly below it, or `parent` if `depth` is below 1.
+    /// Fills the tree below `parent`; returns the last object made directly below it, or `parent` if `depth` is below
+    /// 1.
     ClassObject createRandomModelComposition(ClassObject const & parent, int depth, int breadth);
     void createRandomModelAssociation(int count);
     /// Sets or adds a value of the property's type; an object is filled further. Returns the object; an invalid handle

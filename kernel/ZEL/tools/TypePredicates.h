@@ -10,8 +10,8 @@ class ImmutableClass;
 class ImmutableObject;
 class ImmutableType;
 
-/// Whether the classes are the same, or `metaClass` has `superClass` among its superclasses at any distance. False if one
-/// is null. Linear in the number of superclasses.
+/// Whether the classes are the same, or `metaClass` has `superClass` among its superclasses at any distance. False if
+/// one is null. Linear in the number of superclasses.
 [[nodiscard]] ZEL_API bool inherits(ImmutableClass const & metaClass, ImmutableClass const & superClass);
 
 /// Whether the class, or one of its superclasses at any distance, has this name, which is not a qualified one. False if

@@ -6,7 +6,8 @@
 
 namespace ZEL::internal {
 
-/// Passes a valid object on to the operation of the visitor for the first of the kinds, which are handles, that it is of.
+/// Passes a valid object on to the operation of the visitor for the first of the kinds, which are handles, that it is
+/// of.
 template <class ModelKind, class StereotypeKind, class ClassKind, class ValueKind, class Visitor, class AnyObject>
 bool visitByKind(Visitor & visitor, AnyObject const & object, char const * visitorName) {
     if (ModelKind const model(object); model.isValid()) {

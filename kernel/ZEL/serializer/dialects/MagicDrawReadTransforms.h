@@ -13,8 +13,8 @@ namespace ZEL::Serializer {
 /// Reading of MagicDraw's XMI, ahead of the rules of plain XMI.
 ///
 /// That tool keeps a unit as a stereotype on an enumeration literal, and what refers to a unit refers to the literal in
-/// its files: such links are led to the unit. What belongs to the tool alone is left out, and so are packages that stand
-/// in another file. Serves one run.
+/// its files: such links become links to the unit. What belongs to the tool alone is left out, and so are packages that
+/// are kept in another file. Serves one run.
 class ZEL_API MagicDrawReadTransforms : public Transformer {
 public:
     MagicDrawReadTransforms();
@@ -27,7 +27,8 @@ private:
     [[nodiscard]] LinkedElement leadToUnit(Reference const & reference) const;
 
     Context fUnit; ///< the unit element being read
-    /// Both by id. More than one unit may be under way: a link in one leads to another file, which has units of its own.
+    /// Both by id. More than one unit may be under way: a link in one leads to another file, which has units of its
+    /// own.
     std::map<std::string, std::string> fLiteralByUnitId;
     std::map<std::string, ClassObject> fUnitByLiteral;
 };

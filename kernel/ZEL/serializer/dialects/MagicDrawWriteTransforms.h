@@ -10,7 +10,8 @@ namespace ZEL::Serializer {
 
 /// Writing of MagicDraw's XMI: links to a unit become links to the enumeration literal on which the unit stands.
 ///
-/// The first traversal learns which literal that is. A unit without a literal keeps its own id in links. Serves one run.
+/// The first traversal finds out which literal that is. A unit without a literal keeps its own id in links. Serves one
+/// run.
 class ZEL_API MagicDrawWriteTransforms : public Transformer {
 public:
     MagicDrawWriteTransforms();

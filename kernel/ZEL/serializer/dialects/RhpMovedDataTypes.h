@@ -15,8 +15,8 @@ namespace ZEL::Serializer {
 
 /// The data types that leave their components in files of Rhapsody, and the places to which they can go.
 ///
-/// They are taken up in the first traversal, and written before the first port that has a type. A part of the model that
-/// is left out takes its ports along, and so does a type, so such a port is no place.
+/// They are collected in the first traversal, and written before the first port that has a type. A part of the model
+/// that is left out takes its ports with it, and so does a data type; such ports do not count.
 class RhpMovedDataTypes {
 public:
     /// Begins with a data type; what comes then, up to the end of the type, belongs to it.
@@ -37,7 +37,7 @@ public:
 
     /// Whether a place is left if the components with these ids are left out.
     [[nodiscard]] bool havePlace(std::set<std::string> const & droppedIds) const;
-    /// In the order of their names and ids. Elements know their depth, since in what recurs names do not tell it.
+    /// In the order of their names and ids. Elements know their depth, since names that recur do not show it.
     [[nodiscard]] ContextSequence all() const;
 
 private:

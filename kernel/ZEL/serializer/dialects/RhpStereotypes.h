@@ -14,7 +14,7 @@ namespace ZEL::Serializer {
 
 /// The stereotype instances that Rhapsody expects of nearly every element, after the model.
 ///
-/// Elements are known by their ids. What is said of an element that is not written comes to nothing.
+/// Elements are known by their ids. Facts about an element that is not written have no effect.
 class RhpStereotypes {
 public:
     enum class Kind {

@@ -64,7 +64,7 @@ RhpWriteTransforms::RhpWriteTransforms() : fUml(metaUri("uml")) {
     addGeneratingRules();
 }
 
-// --- the rules ---------------------------------------------------------------------------------------------------------
+// --- the rules -------------------------------------------------------------------------------------------------------
 
 Context RhpWriteTransforms::element(char const * parentType, char const * type, char const * role) const {
     Pattern pattern;
@@ -230,7 +230,7 @@ void RhpWriteTransforms::addGeneratingRules() {
     addPostTransform(Pattern().role(fUml, "Model"), [this](Context const &) { return emitStereotypes(); });
 }
 
-// --- what they do ------------------------------------------------------------------------------------------------------
+// --- what they do ----------------------------------------------------------------------------------------------------
 
 ContextSequence RhpWriteTransforms::rewriteModel(Context const & model) {
     fModelId = model.getFirstValue();

@@ -13,11 +13,11 @@ namespace ZEL::Serializer {
 
 /// Writing of XMI that Rhapsody imports. There is no counterpart for reading.
 ///
-/// Rewrites the head of the file, leaves out what the tool does not know, moves data types out of components, leads links
-/// to primitive types to the tool's own, and generates what the tool expects and no model holds: applications of its
-/// profiles, a state machine for each time event of a component, and stereotype instances for nearly every element. The
-/// stereotype instances of the model itself are not written. All this needs a metamodel of the prefix "uml"; a model of
-/// another one is written as it is. Serves one run.
+/// Rewrites the head of the file, leaves out what the tool does not know, moves data types out of components, replaces
+/// links to primitive types by links to the tool's own, and generates what the tool expects and no model holds:
+/// applications of its profiles, a state machine for each time event of a component, and stereotype instances for
+/// nearly every element. The stereotype instances of the model itself are not written. All this needs a metamodel of
+/// the prefix "uml"; a model of another one is written as it is. Serves one run.
 class ZEL_API RhpWriteTransforms : public Transformer {
 public:
     RhpWriteTransforms();

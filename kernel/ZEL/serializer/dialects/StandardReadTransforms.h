@@ -21,9 +21,8 @@ public:
     StandardReadTransforms(StandardReadTransforms const &) = delete;
     StandardReadTransforms & operator=(StandardReadTransforms const &) = delete;
 
-    /// Sets the id counter of a model, none of whose objects has been made yet, to the value that its file has given so
-    /// far: no number that the file may give to an object goes to one without. Nothing if the file gave none, or a lower
-    /// value than the model has.
+    /// Sets the id counter of a new model to the value that its file has stated so far, so that no number in the file
+    /// is taken by an object that has none there. Does nothing if the file has stated none, or one below the counter.
     void begin(Model const & model);
 
 private:

@@ -31,8 +31,8 @@ void LinkEnds::restore() const {
     for (Run const & run : fRuns) {
         runs.push_back(&run);
     }
-    // What a file lists of one end may stand apart, with links of contained objects in between. Which end goes first does
-    // not matter: none touches another.
+    // What a file lists of one end may stand apart, with links of contained objects in between. Which end goes first
+    // does not matter: none touches another.
     auto const endOf = [](Run const * run) {
         return std::pair(run->property, run->object.getImplementationWithoutAssert());
     };

@@ -9,10 +9,10 @@ namespace ZEL::Serializer {
 
 struct MetaProperty;
 
-/// What the files of a run list at ends of links whose other end may stand in a file too.
+/// What the files of a run list at the ends of links that have two, both of which may be in the files.
 ///
-/// Setting one end changes the other: whichever is met first puts the objects in order at both, and a single-valued end
-/// leaves what it belonged to. So what each end lists is put right when all links are set.
+/// Setting one end changes the other: the end that is read first decides the order at both, and a single-valued end
+/// leaves the object it belonged to. So the order at each end is restored once all links are set.
 class LinkEnds {
 public:
     /// The file lists `target` in `property` of `object`. Calls come in the order of the files.

@@ -18,7 +18,8 @@ namespace ZEL::Serializer {
 
 class ReadReport;
 
-/// The files that the links of a run lead to: which one it is, whether it may be opened, and which are read already.
+/// The files that the links of a run lead to: which file a link means, whether it may be opened, and which have been
+/// read.
 class ZEL_API LinkedFiles {
 public:
     /// Reads a local file: its model, invalid if it holds none; nothing if the run goes on without the file.
@@ -28,10 +29,10 @@ public:
     LinkedFiles(XmiReaderSettings const & settings, ReadReport & report, Read read)
         : fSettings(settings), fReport(report), fRead(std::move(read)) {}
 
-    /// The URI, without fragment, of the file that a reference leads to from the file with the URI `base`; none, and a log
-    /// entry, if it cannot be made absolute. The file is read then, unless it has been, is a metamodel in memory, or is
-    /// none that may be read, which is reported. Throws "Too many files are open ..." beyond the number that the settings
-    /// allow, and passes on what reading throws: the run is at its end then.
+    /// The URI, without fragment, of the file that a reference leads to from the file with the URI `base`; none, and a
+    /// log entry, if it cannot be made absolute. The file is read then, unless it has been, is a metamodel in memory,
+    /// or is none that may be read, which is reported. Throws "Too many files are open ..." beyond the number that the
+    /// settings allow, and passes on what reading throws; the run is over then.
     [[nodiscard]] std::optional<std::string> follow(HASP::Uri const & reference, std::string const & base);
     /// The file with this URI is not to be read again; its model is invalid if it is not to be read at all.
     void note(std::string const & uri, Model const & model) { fModels.insert_or_assign(uri, model); }

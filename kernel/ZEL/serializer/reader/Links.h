@@ -21,7 +21,7 @@ class ValueSetter;
 struct MetaProperty;
 struct Reference;
 
-/// What a run knows of one file: the objects by the ids that it gives them, and its links that wait for their targets.
+/// What a run knows about one file: its objects by their ids there, and its links that wait for their targets.
 class ZEL_API FileLinks {
 public:
     explicit FileLinks(std::string uri) : fUri(std::move(uri)) {}
@@ -66,8 +66,9 @@ public:
 
     /// Those of the file with this URI, made on first use. References stay valid until `clear`.
     [[nodiscard]] FileLinks & of(std::string const & uri);
-    /// Sets all links, file by file in the order in which these were met, each as a rule resolves it or else to the object
-    /// with its id: in a registered metamodel, then in the file that it leads to. Logs and reports what cannot be set.
+    /// Sets all links, file by file in the order in which these were met, each as a rule resolves it or else to the
+    /// object with its id: in a registered metamodel, then in the file that it leads to. Logs and reports what cannot
+    /// be set.
     void resolve();
     /// Gives up the handles on all objects.
     void clear() noexcept;

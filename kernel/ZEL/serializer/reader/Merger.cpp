@@ -15,8 +15,8 @@
 namespace ZEL::Serializer {
 namespace {
 
-/// Whether a file gives the values of the property: not what identifies an object, what follows from something else, the
-/// other side of a containment, nor the objects without a container and the factory, of which files know nothing.
+/// Whether files have values of the property. They do not have what identifies an object, what is derived, the other
+/// end of a containment, the objects without a container, and factories.
 bool isInFiles(MetaProperty const & property) {
     return !property.isDerived && !property.isOfContainer && !property.isOfModel && !property.isIdentity() &&
            property.role != internal::PropertyView::Role::Unparented;
@@ -138,7 +138,7 @@ void Merger::cleanup() {
     fMetaClasses->clear();
 }
 
-// --- what was there before --------------------------------------------------------------------------------------------
+// --- what was there before -------------------------------------------------------------------------------------------
 
 void Merger::collectClassObjectInfo(ClassObject const & root) {
     std::vector<ClassObject> waiting{root};
@@ -198,7 +198,7 @@ void Merger::destroyCollected() {
     }
 }
 
-// --- objects -----------------------------------------------------------------------------------------------------------
+// --- objects ---------------------------------------------------------------------------------------------------------
 
 ClassObject Merger::createObject(Model const & model, std::string const & uri, std::string const & roleName,
                                  std::string const & typeUri, std::string const & typeName, std::string const & id) {
@@ -255,7 +255,7 @@ ClassObject Merger::createObjectImpl(Model model, std::string const & uri, std::
     // A subclass may have put another text in place of the one at hand.
     bool const isAtHand = fIdAtHand.text().data() == id.data();
     Integer const number(isAtHand ? fIdAtHand.number() : ObjectId(id).number());
-    // The model's own number cannot be given to what it contains.
+    // What a model contains cannot have the number of the model itself.
     if (number != Integer(0) && number != model.getId()) {
         freeNumber(known.numbered, number.getValue());
         return ClassObject(factory.createFromString(String(*name), number));
@@ -292,7 +292,7 @@ FactoryObject Merger::findFactory(OfModel & known, Model const & model, std::str
     return factory;
 }
 
-// --- values --------------------------------------------------------------------------------------------------------------
+// --- values ----------------------------------------------------------------------------------------------------------
 
 bool Merger::setProperty(ClassObject const & object, ImmutableProperty const & property, std::string const & value) {
     return setProperty(object, fMetaClasses->of(property), value);

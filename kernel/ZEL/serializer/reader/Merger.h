@@ -23,11 +23,11 @@ struct MetaProperty;
 
 /// Makes the objects and sets the values that a reader finds in files.
 ///
-/// Without models it makes new ones. Given existing models, it turns a read into a merge: an object whose external id is
-/// met is kept and filled anew, one that is not met is destroyed at the end. Either way the read is one transaction per
-/// model, which `teardown` commits and `abort` cancels; if a model is in a transaction of its caller, the commit ends only
-/// the inner one, while a cancel ends all of them. Kept children keep their place in their container, whatever the order
-/// in the file.
+/// Without models it makes new ones. Given existing models, it turns a read into a merge: an object whose external id
+/// is met is kept and filled anew, one that is not met is destroyed at the end. Either way the read is one transaction
+/// per model, which `teardown` commits and `abort` cancels; if a model is in a transaction of its caller, the commit
+/// ends only the inner one, while a cancel ends all of them. Kept children keep their place in their container,
+/// whatever the order in the file.
 ///
 /// Meant to be derived from. A run is `initialize`, any number of creations and settings, then `teardown` or `abort`,
 /// after which the Merger has no model: add the models again for the next run.
@@ -45,16 +45,16 @@ public:
 
     /// Throws "Input model is invalid!".
     void addReferredModel(Model const & model);
-    /// The models of this run: those that were given, and those that were made.
+    /// The models of this run: those that were added, and those that were made.
     [[nodiscard]] std::vector<Model> const & getReferredModels() const noexcept { return fReferredModels; }
 
-    /// Opens the transactions and takes note of all that the models contain; plain values and links that do not contain
-    /// are cleared. Cost linear in the models.
+    /// Opens the transactions and notes all that the models contain; plain values and links that are not compositions
+    /// are cleared. Linear in the size of the models.
     bool initialize();
     /// Destroys what was not met, and commits. A given model itself is never destroyed.
     bool teardown();
-    /// Cancels, and puts the id counters of the models back. Goes on to the last model whatever one of them throws, and
-    /// throws the first failure then. Without models it only calls `abortImpl`.
+    /// Cancels, and restores the id counters of the models. If one of them throws, continues with the others and throws
+    /// the first failure at the end. Without models it only calls `abortImpl`.
     bool abort();
 
     /// The known object with this id, or else a new one. With an invalid `model` a new model is made, and takes part in
@@ -107,7 +107,7 @@ private:
     };
     struct OfModel {
         std::map<std::string, FactoryObject, std::less<>> factories; ///< by URI
-        /// In the order of the numbers; an object that has moved on leaves its entry behind.
+        /// In the order of the numbers; an object that has got another one keeps its old entry as well.
         std::vector<Numbered> numbered;
     };
 
@@ -115,14 +115,14 @@ private:
     bool setProperty(ClassObject const & object, MetaProperty const & property, std::string const & value);
     bool setProperty(ClassObject const & object, MetaProperty const & property, ClassObject const & value);
 
-    /// `createObject`, where `id` is that of the object, taken apart.
+    /// `createObject`, where `id` is `text`, parsed.
     [[nodiscard]] Found findOrCreate(Model const & model, std::string const & uri, std::string const & roleName,
                                      std::string const & typeUri, std::string const & typeName,
                                      std::string const & text, ObjectId const & id);
-    /// The object that has the number moves on, if the model gave it.
+    /// An object that has the number from the model, not from a file, gets another one.
     static void freeNumber(std::vector<Numbered> & numbered, std::int32_t number);
-    /// Cancels what was done to a model that the run has made, which takes no part any more. False, and nothing done, for
-    /// any other model.
+    /// Cancels what was done to a model that the run has made; the model takes part no longer. False, and nothing done,
+    /// for any other model.
     bool giveUp(Model const & model);
     void open(Model const & model, bool isMade);
     void collectClassObjectInfo(ClassObject const & root);

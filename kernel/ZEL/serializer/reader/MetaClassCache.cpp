@@ -21,7 +21,7 @@ NSInterface::ObjectIntf const * bodyOf(ImmutableObject const & object) {
 
 } // namespace
 
-// --- values ------------------------------------------------------------------------------------------------------------
+// --- values ----------------------------------------------------------------------------------------------------------
 
 ValueMaker::ValueMaker(std::string const & typeName) : fKeepsValues(typeName != String::getTypeName()) {
     if (HASP::TypeInfo const * const type = TypeInfoRegistry::findTypeInfo(typeName)) {
@@ -58,7 +58,7 @@ Object ValueMaker::make(std::string const & text) {
     return value;
 }
 
-// --- one class -----------------------------------------------------------------------------------------------------------
+// --- one class -------------------------------------------------------------------------------------------------------
 
 MetaProperty const * MetaClass::find(QualifiedName role) {
     std::size_t const hash = role.hash();
@@ -69,7 +69,7 @@ MetaProperty const * MetaClass::find(QualifiedName role) {
     return answer.property;
 }
 
-// --- all -----------------------------------------------------------------------------------------------------------------
+// --- all -------------------------------------------------------------------------------------------------------------
 
 void MetaClassCache::clear() noexcept {
     fClasses.clear();

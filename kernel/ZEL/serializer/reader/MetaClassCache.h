@@ -14,13 +14,13 @@ namespace ZEL::Serializer {
 
 /// Makes boxed values of one data type from texts, without a search for the type each time.
 ///
-/// Values of other types than text repeat themselves in a file, so the ones made last are kept and returned again: boxed
-/// values never change.
+/// Values of other types than text repeat themselves in a file, so the ones made last are kept and returned again:
+/// boxed values never change.
 class ValueMaker {
 public:
     explicit ValueMaker(std::string const & typeName);
 
-    /// Throws the conversion error's text if the text is no value of the type; a null handle if the type is unknown.
+    /// Throws the text of the conversion error if `text` is no value of the type. A null handle if the type is unknown.
     [[nodiscard]] Object make(std::string const & text);
 
 private:
@@ -68,7 +68,7 @@ private:
     std::vector<Answer> fAnswers;          ///< indexed by a hash of the role
 };
 
-/// The metamodel classes and properties that a run has met. Valid as long as nobody changes their metamodels.
+/// The metaclasses and properties that a run has met. Valid as long as nobody changes their metamodels.
 class ZEL_API MetaClassCache {
 public:
     /// That of the object's class. References stay valid until `clear`.

@@ -20,7 +20,7 @@ class ZEL_API ObjectsById {
 public:
     /// False if another object had the id; the new one takes its place.
     bool enter(ObjectId const & id, ClassObject const & object);
-    /// Null if no object has the id. Good until the next `enter`.
+    /// Null if no object has the id. Valid until the next `enter`.
     [[nodiscard]] ClassObject const * find(ObjectId const & id) const;
     [[nodiscard]] bool empty() const noexcept { return fCount == 0; }
 

@@ -23,7 +23,7 @@ class FileLinks;
 class MetaClass;
 struct MetaProperty;
 
-/// The names of an XML reader as pairs: a table look-up by address in place of one by text.
+/// The names of an XML reader as pairs, found by their addresses instead of their texts.
 class RoleNames {
 public:
     [[nodiscard]] QualifiedName of(std::string const * uri, std::string const * localName);
@@ -56,7 +56,7 @@ private:
     std::unordered_map<std::string, QualifiedName, TextHash, std::equal_to<>> fKnown; ///< under the present bindings
 };
 
-/// Where the reading of one file stands. Put aside as a whole while a file that it links to is read.
+/// The state of the reading of one file. Put aside as a whole while a file that it links to is read.
 struct ParseState {
     /// The object that is being filled.
     struct Cursor {

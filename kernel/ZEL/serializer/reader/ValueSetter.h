@@ -8,9 +8,9 @@
 
 namespace ZEL::Serializer {
 
-/// Sets what files say of objects through the Merger of a run, and reports what is not taken and what gives way.
+/// Sets values, parts and links through the Merger of a run, and reports what is rejected and what is replaced.
 ///
-/// `isFurther` says in all operations that the file has had something for this property before, which takes one only.
+/// `isFurther` means in all operations that the property takes one value only, and that the file has had one before.
 class ValueSetter {
 public:
     /// The report must outlive it.
@@ -20,7 +20,7 @@ public:
     void begin(Merger & merger) noexcept { fMerger = &merger; }
     [[nodiscard]] MetaClassCache & metaClasses() const noexcept { return fMerger->metaClasses(); }
 
-    // False if the property does not take it. `setPart` leaves it to the caller to report that.
+    // False if the property does not take it; `setPart` leaves the report of that to the caller.
     bool setText(ClassObject const & object, MetaProperty const & property, std::string const & text, bool isFurther);
     bool setPart(ClassObject const & object, MetaProperty const & property, ClassObject const & part,
                  MetaClass const & partClass, bool isFurther);

@@ -14,18 +14,19 @@ class Merger;
 class Transformer;
 class XmiReaderImpl;
 
-/// Builds a model of an XMI 2.1 file, in one pass over it; files that its links lead to are read on the way.
+/// Builds a model from an XMI 2.1 file, in one pass over it; files that its links lead to are read on the way.
 ///
 /// Every read is one transaction on each model that takes part; when it fails, all of them are as they were before. A
-/// reader can be used again and again: Transformers that were added serve one read, the Merger stays, but gives up its
-/// models with each read. A handle: copies share one reader. One read at a time, on the caller's thread.
+/// reader can be used again and again: Transformers that were added serve one read, the Merger stays, but lets go of
+/// its models after each read. A handle: copies share one reader. One read at a time, on the caller's thread.
 class ZEL_API XmiReader {
 public:
     explicit XmiReader(XmiReaderSettings const & settings = XmiReaderSettings());
 
-    /// The model that the file holds. Invalid if the name gives no URI, and if the file holds no model: the models of the
-    /// Merger are then as they were before. Throws a text with file, line and column if the file cannot be read or is not
-    /// well-formed; of a file that a link leads to nothing is quoted. Passes on what rules, hooks and the Merger raise.
+    /// The model that the file holds. Invalid if the name makes no valid URI, and if the file holds no model: the
+    /// models of the Merger are then as they were before. Throws a text with file, line and column if the file cannot
+    /// be read or is not well-formed; of a file that a link leads to nothing is quoted. Passes on what rules, hooks and
+    /// the Merger throw.
     Object read(std::string const & file);
 
     /// Ahead of the Transformers of the dialect, for the next read. Takes ownership.
@@ -37,7 +38,7 @@ public:
     void setMerger(Merger * merger);
     void setMerger(std::shared_ptr<Merger> merger);
 
-    /// The models that the last read found through links into other files, in order; good until the next read.
+    /// The models that the last read found through links into other files, in order; valid until the next read.
     [[nodiscard]] int referredModelCount() const;
     /// `index` must be below the count.
     [[nodiscard]] Object getReferredModel(int index) const;

@@ -78,7 +78,7 @@ void XmiReaderImpl::readInto(std::string const & localFile) {
         fMerger->teardown();
         reportUncontained(models);
     } else {
-        // Without a model there is nothing to merge: what the given models hold is not to be taken for left out.
+        // Without a model there is nothing to merge: what the present models hold must not count as missing.
         fFiles.forgetModels();
     }
     forgetObjects();
@@ -96,7 +96,7 @@ std::optional<Model> XmiReaderImpl::readLinked(std::string const & localFile) {
             throw;
         }
         if (state().model.isValid() && !fMerger->giveUp(state().model)) {
-            throw; // a given model of which half is new
+            throw; // a model that was there before, and is half changed
         }
     }
     if (state().hasRoot) {
@@ -110,7 +110,7 @@ std::optional<Model> XmiReaderImpl::readLinked(std::string const & localFile) {
     return std::nullopt;
 }
 
-/// Gives up the handles on all objects that the run has met.
+/// Releases the handles on all objects that the run has met.
 void XmiReaderImpl::forgetObjects() noexcept {
     fLinks.clear();
     fFormerlyUncontained.clear();
@@ -156,7 +156,7 @@ void XmiReaderImpl::end() noexcept {
             Logger::instance()->error("Unable to cancel the read: %s", failure.what());
         }
     } catch (...) {
-        return; // nobody is left to tell it to
+        return; // there is nowhere left to report it
     }
 }
 
@@ -167,7 +167,7 @@ void XmiReaderImpl::discard() noexcept {
     fFiles.clear();
 }
 
-// --- the events of a file ----------------------------------------------------------------------------------------------
+// --- the events of a file --------------------------------------------------------------------------------------------
 
 void XmiReaderImpl::pushState(std::string const & localFile) {
     HASP::XmlReaderSettings settings;

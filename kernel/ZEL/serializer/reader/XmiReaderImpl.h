@@ -28,7 +28,7 @@ class StandardReadTransforms;
 /// Each start of an element becomes Contexts, rules rewrite them, and what comes out is applied: elements make objects
 /// or enter text, attributes set values, and links wait until the outermost file has been read. Objects are made and
 /// changed by the Merger alone. A link into another file reads that file on the spot; each open file has a `ParseState`
-/// on a stack, whose depth the settings bound.
+/// on a stack, whose depth the settings limit.
 class XmiReaderImpl {
 public:
     explicit XmiReaderImpl(XmiReaderSettings const & settings);
@@ -87,7 +87,7 @@ private:
     void applyReference(ParseState & state, Context const & context);
     /// Of the object at hand.
     void noteLinks(ParseState & state, std::string const & text, MetaProperty const & property);
-    /// Whether the object at hand has got a value for the property from the file already, which takes one only.
+    /// Whether the property takes one value only and the file has had one for the object at hand already.
     [[nodiscard]] static bool isGiven(ParseState const & state, MetaProperty const & property);
     static void noteGiven(ParseState & state, MetaProperty const & property);
     [[nodiscard]] MetaClassCache & metaClasses() const noexcept { return fValues.metaClasses(); }

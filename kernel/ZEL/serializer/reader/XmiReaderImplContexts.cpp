@@ -98,7 +98,7 @@ void XmiReaderImpl::applyContext(ParseState & state, Context & context, bool & e
 }
 
 /// Whether the element says, after all rules, that it is of another version of XMI. The root of a file does so, too, by
-/// any attribute in the namespace of another version: ids and types could not be told there.
+/// any attribute in the namespace of another version: ids and types could not be recognised there.
 bool XmiReaderImpl::isOfOtherVersion(ParseState & state, ContextSequence const & applied) {
     if (!std::exchange(state.hasVersion, false)) {
         return false;
@@ -144,7 +144,7 @@ std::string XmiReaderImpl::labelOfElement(ParseState & state) {
     return label;
 }
 
-// --- making objects ----------------------------------------------------------------------------------------------------
+// --- making objects --------------------------------------------------------------------------------------------------
 
 XmiReaderImpl::Made XmiReaderImpl::makeTopLevel(ParseState & state, Context const & context) {
     Made made = createObject(state, context);
@@ -257,7 +257,7 @@ void XmiReaderImpl::giveUp(Made const & made) {
     }
 }
 
-// --- objects on the way ------------------------------------------------------------------------------------------------
+// --- objects on the way ----------------------------------------------------------------------------------------------
 
 void XmiReaderImpl::enter(ParseState & state, Made && made, Context && context) {
     ++state.objectDepth;
@@ -279,7 +279,7 @@ void XmiReaderImpl::leave(ParseState & state) {
     --state.objectDepth;
 }
 
-// --- values ------------------------------------------------------------------------------------------------------------
+// --- values ----------------------------------------------------------------------------------------------------------
 
 void XmiReaderImpl::applyText(ParseState & state) {
     if (state.text.empty()) {
@@ -304,8 +304,8 @@ void XmiReaderImpl::applyAttribute(ParseState & state, Context const & context) 
     if (property == nullptr) {
         ++fReport.fIgnoredAttributes[metaClass.name() + "." + labelOf(context.getRole())];
     } else if (property->isDataType) {
-        // A number given behind the back of the model would be lost for its look-up; and the place of a model is where
-        // it was read from, not where it lay when it was written.
+        // The model would not find an object by a number that it has not assigned; and a model belongs to the file that
+        // it was read from, not to the one in which it was written.
         using Role = internal::PropertyView::Role;
         bool const isOfFile = property->role == Role::Id || (property->role == Role::Uri && metaClass.isModel());
         if (!isOfFile &&
@@ -338,7 +338,7 @@ void XmiReaderImpl::noteGiven(ParseState & state, MetaProperty const & property)
     }
 }
 
-// --- links -------------------------------------------------------------------------------------------------------------
+// --- links -----------------------------------------------------------------------------------------------------------
 
 void XmiReaderImpl::noteLinks(ParseState & state, std::string const & text, MetaProperty const & property) {
     ClassObject const & object = state.cursor.object;

@@ -13,12 +13,12 @@ namespace ZEL::Serializer {
 
 /// How an `XmiReader` reads. A reader takes a copy when it is made.
 ///
-/// The defaults treat files as trusted to the extent that a link to another local file opens it: for files of unknown
-/// origin set a folder outside which nothing is opened.
+/// By default a link to another local file opens it, as files are trusted so far. For files of unknown origin set a
+/// folder outside which nothing is opened.
 class ZEL_API XmiReaderSettings {
 public:
-    /// Takes the URI of a file that a link leads to, without fragment; returns the path of the local file that stands for
-    /// it, or the empty text to leave the URI to the reader.
+    /// Takes the URI of a file that a link leads to, without fragment; returns the path of the local file that stands
+    /// for it, or the empty text to leave the URI to the reader.
     using ExternalUriResolver = boost::function<std::string(std::string const & uri)>;
 
     /// Without effect: models are cached within a run and never between runs.
@@ -28,11 +28,11 @@ public:
     void setInputFormat(XmiFormat format) noexcept { fInputFormat = format; }
 
     /// Whether a file that a link leads to and that cannot be read, or is not well-formed to its end, is logged and the
-    /// link left open, instead of ending the run; nothing of such a file stays. A file whose model was given to the Merger
-    /// ends the run all the same. Default false.
+    /// link left open, instead of ending the run; nothing of such a file stays. A file whose model was given to the
+    /// Merger ends the run all the same. Default false.
     [[nodiscard]] bool getSkipUnreadableExternalFiles() const noexcept { return fSkipUnreadableExternalFiles; }
     void setSkipUnreadableExternalFiles(bool skip) noexcept { fSkipUnreadableExternalFiles = skip; }
-    /// The folder outside which no file that a link leads to is opened; empty, the default, for no such bound.
+    /// The folder outside which no file that a link leads to is opened; empty, the default, for no such limit.
     [[nodiscard]] std::string const & getExternalRootFolder() const noexcept { return fExternalRootFolder; }
     void setExternalRootFolder(std::string folder) { fExternalRootFolder = std::move(folder); }
     /// Empty by default.

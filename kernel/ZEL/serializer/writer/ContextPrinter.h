@@ -26,12 +26,13 @@ public:
     ContextPrinter(HASP::XmlWriter & xml, Namespaces & namespaces, bool isElementPerValue)
         : fXml(xml), fNamespaces(namespaces), fIsElementPerValue(isElementPerValue) {}
 
-    /// Whether an element stands below the top of the file, where its role does not tell its type and `xmi:type` must.
+    /// Whether an element is below the top of the file, where its role does not imply its type and `xmi:type` states
+    /// it.
     enum class Level : bool { Top, Nested };
-    /// Elements with room for children get a start tag, which somebody must end; others are written as empty ones.
+    /// Open elements get a start tag, to be ended by the caller; others are written as empty ones.
     enum class Elements : bool { Empty, Open };
 
-    /// Gives the number of elements that are still open.
+    /// Returns the number of elements that are still open.
     [[nodiscard]] std::size_t write(ContextSequence const & sequence, Elements elements, Level level);
     void end(std::size_t elements);
     /// `write`, with all elements ended.
@@ -40,7 +41,7 @@ public:
     void logJoinedValues() const;
 
 private:
-    /// Whether the last element of the path is the parent of the one given.
+    /// Whether the last element of the path is the parent of this one.
     [[nodiscard]] bool pathLeadsTo(Context const & element) const;
     void startElement(Context const & context, Elements elements, Level level);
     void writeType(Context const & context);

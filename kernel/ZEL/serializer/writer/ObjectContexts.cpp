@@ -185,8 +185,8 @@ std::string ObjectContexts::externalReference(ImmutableClassObject const & targe
     return linkTo(HASP::Uri(uri.getScheme(), uri.getHost(), uri.getPath(), idOf(target))).toString();
 }
 
-/// Relative between files. What is found by its name alone, such as a metamodel, keeps it whole: a part of it would count
-/// from the place of the file that is written.
+/// Relative between files. What is found by its name alone, such as a metamodel, keeps it whole: a part of it would
+/// count from the place of the file that is written.
 HASP::Uri ObjectContexts::linkTo(HASP::Uri const & target) const {
     bool const areFiles = !target.toLocalFile().empty() && !fModelUri->uri.toLocalFile().empty();
     return areFiles ? target.relativize(fModelUri->uri) : target;

@@ -26,8 +26,8 @@ public:
     /// Whether links that have to be left out are logged; off at first.
     void setWarnings(bool warns) noexcept { fWarns = warns; }
 
-    /// Where an object stands: reached by `property` from the object that `parent` tells of; both null at the top of
-    /// the file.
+    /// Where an object is: reached by `property` from the object whose Context is `parent`; both null at the top of the
+    /// file.
     struct Place {
         WrittenProperty const * property = nullptr;
         Context const * parent = nullptr;

@@ -13,7 +13,7 @@ namespace ZEL::Serializer {
 
 /// An object as the writer reads it, with its state looked up once. Valid as long as the object does not change.
 ///
-/// Values are read on the shortest road there is; what is not kept in the way of generated classes goes by the storage
+/// Values are read in the shortest way there is; what is not stored as in generated classes is read through the storage
 /// of the property, with the same result.
 class ObjectView {
 public:

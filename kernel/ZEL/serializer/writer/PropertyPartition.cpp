@@ -40,13 +40,13 @@ internal::PropertyDescriptor const * descriptorOf(internal::ClassDescriptor cons
 WrittenProperty::WrittenProperty(internal::PropertyView const & view)
     : PropertyView(view), attribute(HASP::XmlConstants::NULL_NS_URI, name) {}
 
-void WrittenProperty::findRoads(internal::ClassDescriptor const & ownerClass) {
+void WrittenProperty::findShortcuts(internal::ClassDescriptor const & ownerClass) {
     internal::PropertyDescriptor const * const descriptor = descriptorOf(ownerClass, name);
     PropertyStorageIntf const * const body = storage.getImplementationWithoutAssert();
     if (descriptor == nullptr || body == nullptr) {
         return;
     }
-    // An application may have given the property a storage of its own, which then says where the values are.
+    // An application may have set a storage of its own, which then knows where the values are.
     bool const isGenerated = descriptor->isMany() ? dynamic_cast<MultiValuedPropertyManager const *>(body) != nullptr
                                                   : dynamic_cast<SingleValuedPropertyManager const *>(body) != nullptr;
     if (!isGenerated) {
@@ -114,7 +114,7 @@ std::unique_ptr<PropertyPartition> PartitionCache::makePartition(internal::Class
             continue;
         }
         WrittenProperty * const written = enter(property);
-        written->findRoads(descriptor);
+        written->findShortcuts(descriptor);
         if (written->isExtension()) {
             extensions.push_back(written);
         } else if (written->isDataType && written->isMany) {

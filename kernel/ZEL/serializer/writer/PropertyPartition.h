@@ -26,9 +26,9 @@ namespace ZEL::Serializer {
 struct WrittenProperty : internal::PropertyView {
     explicit WrittenProperty(internal::PropertyView const & view);
 
-    /// Finds shorter roads to the values in objects of `owner` than that of the storage, if the property is kept in the
-    /// way of generated classes.
-    void findRoads(internal::ClassDescriptor const & owner);
+    /// Finds shorter ways to the values in objects of `owner` than the storage, if the property is stored as in
+    /// generated classes.
+    void findShortcuts(internal::ClassDescriptor const & owner);
 
     QualifiedName attribute; ///< its name, in no namespace
 
@@ -80,7 +80,7 @@ private:
     std::unordered_map<void const *, std::unique_ptr<WrittenProperty>> fProperties;
 };
 
-/// The URI of the metamodel, or model, that a model handle stands for. Raises "Attempt to obtain an invalid model's
+/// The URI of the metamodel, or model, that a model handle stands for. Throws "Attempt to obtain an invalid model's
 /// URI".
 [[nodiscard]] std::string uriOf(ImmutableModel const & model);
 

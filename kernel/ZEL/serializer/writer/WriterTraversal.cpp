@@ -128,7 +128,7 @@ void WriterTraversal::runNextProperty(Frame & frame) {
             return;
         }
         if (frame.childProperty == nullptr) {
-            // For what reading an invalid property raises: it must not be passed over.
+            // Reading an invalid property throws, and that must not be passed over.
             static_cast<void>(frame.object.get(ImmutableProperty()));
         }
         std::vector<ImmutableClassObject> objects = view.objectsOf(*frame.childProperty);

@@ -36,11 +36,10 @@ struct WriterFunctions {
 
 /// One run of a writer over a containment tree: a traversal that collects, and one that writes.
 ///
-/// The objects under way are kept on a stack of its own, so that the depth of a model is bounded by memory alone.
+/// The objects being visited are kept on a stack of its own, so that the depth of a model is limited by memory alone.
 class WriterTraversal {
 public:
-    /// All arguments must outlive the run. `isPlain` says that nobody but the standard dialect listens to the
-    /// traversals.
+    /// All arguments must outlive the run. `isPlain`: nobody but the standard dialect takes part in the traversals.
     WriterTraversal(HASP::XmlWriter & xml, XmiWriterSettings const & settings, TransformerRegistry const & transformers,
                     WriterFunctions const & functions, bool isPlain);
 
@@ -82,9 +81,9 @@ private:
     void runNextProperty(Frame & frame);
     void runAfter(Frame & frame);
 
-    /// Makes what a caller's generator returns the children at hand.
+    /// The objects that a caller's generator returns become the children at hand.
     void generate(Frame & frame, XmiWriter::VisitableGenerator const & generator);
-    /// Tells a caller's generator of the place of the object itself.
+    /// Shows a caller's generator the place of the object itself.
     void showOwnPlace(Frame & frame) const;
     [[nodiscard]] bool selectNextProperty(Frame & frame, ObjectView const & view);
 

@@ -21,7 +21,7 @@
 
 namespace ZEL::Serializer {
 
-// --- one run -----------------------------------------------------------------------------------------------------------
+// --- one run ---------------------------------------------------------------------------------------------------------
 
 /// What the handles of one writer share. What belongs to one run lives in the run alone.
 class XmiWriterImpl {
@@ -148,11 +148,12 @@ void XmiWriterImpl::addDialect() {
     transformers.addTransformer(std::make_shared<StandardWriteTransforms>());
 }
 
-// --- what a caller uses ------------------------------------------------------------------------------------------------
+// --- what a caller uses ----------------------------------------------------------------------------------------------
 
 namespace {
 
-/// Writes the model to where its URI says; from then on its objects have the ids in that file that a writer gives.
+/// Writes the model to the place of its URI. The ids in that file are those of this system: ids noted before are
+/// obsolete.
 bool writeModel(XmiWriterImpl & writer, std::string const & file, ImmutableModel const & model) {
     if (!writer.write(file, model)) {
         return false;

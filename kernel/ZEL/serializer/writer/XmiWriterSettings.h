@@ -29,8 +29,8 @@ public:
     [[nodiscard]] bool getElementPerValue() const noexcept { return fElementPerValue; }
     void setElementPerValue(bool isEach) noexcept { fElementPerValue = isEach; }
     /// Whether a link into another model names its target by the id that it has in the file from which that model was
-    /// read, until that model is written; otherwise by the id that a writer would give. For models that are written
-    /// without those they refer to. Default false.
+    /// read, until that model is written; otherwise by the id with which a writer would write it. For models that are
+    /// written without those they refer to. Default false.
     [[nodiscard]] bool getKeepFileIds() const noexcept { return fKeepFileIds; }
     void setKeepFileIds(bool keep) noexcept { fKeepFileIds = keep; }
 

@@ -15,21 +15,6 @@ void GenericAssociationSequence::generic_clear(Deviant deviant) {
     fWrapped->generic_clear(deviant);
 }
 
-IteratorPtr GenericAssociationSequence::generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) {
-    entersIfAccepted(deviant, element);
-    return fWrapped->generic_insert(deviant, where, std::move(element));
-}
-
-void GenericAssociationSequence::generic_insert(Deviant deviant, int index, Ref element) {
-    entersIfAccepted(deviant, element);
-    fWrapped->generic_insert(deviant, index, std::move(element));
-}
-
-void GenericAssociationSequence::generic_erase(Deviant deviant, int index) {
-    leaves(fWrapped->generic_at(deviant, index));
-    fWrapped->generic_erase(deviant, index);
-}
-
 IteratorPtr GenericAssociationSequence::generic_erase(Deviant deviant, IteratorIntf const * first,
                                                       IteratorIntf const * last) {
     if (first->position() <= last->position()) {
@@ -38,31 +23,6 @@ IteratorPtr GenericAssociationSequence::generic_erase(Deviant deviant, IteratorI
         }
     }
     return fWrapped->generic_erase(deviant, first, last);
-}
-
-IteratorPtr GenericAssociationSequence::generic_erase(Deviant deviant, IteratorIntf const * where) {
-    leaves(where->current(deviant));
-    return fWrapped->generic_erase(deviant, where);
-}
-
-void GenericAssociationSequence::generic_pop_back(Deviant deviant) {
-    leaves(fWrapped->generic_back(deviant));
-    fWrapped->generic_pop_back(deviant);
-}
-
-void GenericAssociationSequence::generic_pop_front(Deviant deviant) {
-    leaves(fWrapped->generic_front(deviant));
-    fWrapped->generic_pop_front(deviant);
-}
-
-void GenericAssociationSequence::generic_push_back(Deviant deviant, Ref element) {
-    entersIfAccepted(deviant, element);
-    fWrapped->generic_push_back(deviant, std::move(element));
-}
-
-void GenericAssociationSequence::generic_push_front(Deviant deviant, Ref element) {
-    entersIfAccepted(deviant, element);
-    fWrapped->generic_push_front(deviant, std::move(element));
 }
 
 void GenericAssociationSequence::generic_replace(Deviant deviant, int index, Ref element) {

@@ -27,15 +27,39 @@ public:
                                Hook hook);
 
     void generic_clear(Deviant deviant) override;
-    IteratorPtr generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
-    void generic_insert(Deviant deviant, int index, Ref element) override;
-    void generic_erase(Deviant deviant, int index) override;
+    IteratorPtr generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override {
+        entersIfAccepted(deviant, element);
+        return fWrapped->generic_insert(deviant, where, std::move(element));
+    }
+    void generic_insert(Deviant deviant, int index, Ref element) override {
+        entersIfAccepted(deviant, element);
+        fWrapped->generic_insert(deviant, index, std::move(element));
+    }
+    void generic_erase(Deviant deviant, int index) override {
+        leaves(fWrapped->generic_at(deviant, index));
+        fWrapped->generic_erase(deviant, index);
+    }
     IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * first, IteratorIntf const * last) override;
-    IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * where) override;
-    void generic_pop_back(Deviant deviant) override;
-    void generic_pop_front(Deviant deviant) override;
-    void generic_push_back(Deviant deviant, Ref element) override;
-    void generic_push_front(Deviant deviant, Ref element) override;
+    IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * where) override {
+        leaves(where->current(deviant));
+        return fWrapped->generic_erase(deviant, where);
+    }
+    void generic_pop_back(Deviant deviant) override {
+        leaves(fWrapped->generic_back(deviant));
+        fWrapped->generic_pop_back(deviant);
+    }
+    void generic_pop_front(Deviant deviant) override {
+        leaves(fWrapped->generic_front(deviant));
+        fWrapped->generic_pop_front(deviant);
+    }
+    void generic_push_back(Deviant deviant, Ref element) override {
+        entersIfAccepted(deviant, element);
+        fWrapped->generic_push_back(deviant, std::move(element));
+    }
+    void generic_push_front(Deviant deviant, Ref element) override {
+        entersIfAccepted(deviant, element);
+        fWrapped->generic_push_front(deviant, std::move(element));
+    }
     void generic_replace(Deviant deviant, int index, Ref element) override;
     bool generic_eraseElement(Deviant deviant, Ref element) override;
 

@@ -1,4 +1,3 @@
-#include <ZEL/base/Exception.h>
 #include <ZEL/sequences/GenericCombinedSequence.h>
 
 #include <utility>
@@ -85,12 +84,6 @@ Ref GenericCombinedSequence::generic_at(Deviant deviant, int index) const {
     raiseAnInternalError();
 }
 
-Ref GenericCombinedSequence::generic_front(Deviant deviant) const { return generic_at(deviant, 0); }
-
-Ref GenericCombinedSequence::generic_back(Deviant deviant) const {
-    return generic_at(deviant, generic_size(deviant) - 1);
-}
-
 IteratorPtr GenericCombinedSequence::generic_begin(Deviant deviant) const {
     auto iterator = std::make_unique<Iterator>(this, 0, 0);
     iterator->enter(deviant, 0);
@@ -115,8 +108,6 @@ bool GenericCombinedSequence::generic_contains(Deviant deviant, Ref element) con
     }
     return false;
 }
-
-char const * GenericCombinedSequence::generic_getOrcaName(bool, bool, char const * fallback) const { return fallback; }
 
 int GenericCombinedSequence::generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
                                            int number) const {
@@ -155,14 +146,6 @@ void GenericCombinedSequence::generic_clear(Deviant deviant) {
     }
 }
 
-IteratorPtr GenericCombinedSequence::generic_insert(Deviant, IteratorIntf const *, Ref) {
-    raiseInternalError("cannot insert into this data structure");
-}
-
-void GenericCombinedSequence::generic_insert(Deviant, int, Ref) {
-    raiseInternalError("cannot insert into this data structure");
-}
-
 void GenericCombinedSequence::generic_erase(Deviant deviant, int index) {
     Place const place = placeOf(deviant, index);
     if (index < 0 || (place.sub == count() && place.position > 0)) {
@@ -170,10 +153,6 @@ void GenericCombinedSequence::generic_erase(Deviant deviant, int index) {
     }
     Iterator const where(this, place.sub, place.position);
     generic_erase(deviant, &where);
-}
-
-IteratorPtr GenericCombinedSequence::generic_erase(Deviant, IteratorIntf const *, IteratorIntf const *) {
-    raiseInternalError("cannot modify this data structure");
 }
 
 IteratorPtr GenericCombinedSequence::generic_erase(Deviant deviant, IteratorIntf const * where) {
@@ -225,20 +204,6 @@ void GenericCombinedSequence::generic_pop_front(Deviant deviant) {
         raiseInternalError("pop_front on empty CombinedSequence");
     }
     sub(index).generic_pop_front(deviant);
-}
-
-void GenericCombinedSequence::generic_push_back(Deviant deviant, Ref element) {
-    auto & sub = subSequenceFor(element);
-    sub.generic_push_back(deviant, std::move(element));
-}
-
-void GenericCombinedSequence::generic_push_front(Deviant deviant, Ref element) {
-    auto & sub = subSequenceFor(element);
-    sub.generic_push_front(deviant, std::move(element));
-}
-
-void GenericCombinedSequence::generic_replace(Deviant, int, Ref) {
-    raiseInternalError("cannot modify this data structure");
 }
 
 bool GenericCombinedSequence::generic_eraseElement(Deviant deviant, Ref element) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <ZEL/base/Exception.h>
 #include <ZEL/sequences/GenericFilteredSequence.h>
 #include <ZEL/sequences/IteratorProxy.h>
 #include <ZEL/sequences/SequenceProxy.h>
 
+#include <utility>
 #include <vector>
 
 namespace ZEL::Generic::combined_sequence_internal {
@@ -22,25 +24,32 @@ public:
     void append(std::unique_ptr<SubSequence> subSequence) { fSubSequences.emplace_back(subSequence.release()); }
 
     [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override;
-    [[nodiscard]] Ref generic_front(Deviant deviant) const override;
-    [[nodiscard]] Ref generic_back(Deviant deviant) const override;
+    [[nodiscard]] Ref generic_front(Deviant deviant) const override { return generic_at(deviant, 0); }
+    [[nodiscard]] Ref generic_back(Deviant deviant) const override {
+        return generic_at(deviant, generic_size(deviant) - 1);
+    }
     [[nodiscard]] IteratorPtr generic_begin(Deviant deviant) const override;
     [[nodiscard]] IteratorPtr generic_end(Deviant deviant) const override;
     void generic_clear(Deviant deviant) override;
     [[nodiscard]] int generic_size(Deviant deviant) const override;
-    IteratorPtr generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
-    void generic_insert(Deviant deviant, int index, Ref element) override;
+    IteratorPtr generic_insert(Deviant, IteratorIntf const *, Ref) override { raiseCannotInsert(); }
+    void generic_insert(Deviant, int, Ref) override { raiseCannotInsert(); }
     void generic_erase(Deviant deviant, int index) override;
-    IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * first, IteratorIntf const * last) override;
+    IteratorPtr generic_erase(Deviant, IteratorIntf const *, IteratorIntf const *) override { raiseCannotModify(); }
     IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * where) override;
     void generic_pop_back(Deviant deviant) override;
     void generic_pop_front(Deviant deviant) override;
-    void generic_push_back(Deviant deviant, Ref element) override;
-    void generic_push_front(Deviant deviant, Ref element) override;
-    void generic_replace(Deviant deviant, int index, Ref element) override;
+    void generic_push_back(Deviant deviant, Ref element) override {
+        subSequenceFor(element).generic_push_back(deviant, std::move(element));
+    }
+    void generic_push_front(Deviant deviant, Ref element) override {
+        subSequenceFor(element).generic_push_front(deviant, std::move(element));
+    }
+    void generic_replace(Deviant, int, Ref) override { raiseCannotModify(); }
     [[nodiscard]] bool generic_contains(Deviant deviant, Ref element) const override;
-    [[nodiscard]] char const * generic_getOrcaName(bool immutableSequence, bool immutableElement,
-                                                   char const * fallback) const override;
+    [[nodiscard]] char const * generic_getOrcaName(bool, bool, char const * fallback) const override {
+        return fallback;
+    }
     [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
                                     int count) const override;
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
@@ -52,6 +61,9 @@ private:
         int sub;
         int position;
     };
+
+    [[noreturn]] static void raiseCannotInsert() { raiseInternalError("cannot insert into this data structure"); }
+    [[noreturn]] static void raiseCannotModify() { raiseInternalError("cannot modify this data structure"); }
 
     [[nodiscard]] int count() const noexcept { return static_cast<int>(fSubSequences.size()); }
     [[nodiscard]] SubSequence & sub(int index) const { return *fSubSequences[static_cast<std::size_t>(index)]; }

@@ -1,4 +1,3 @@
-#include <ZEL/values/String.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/deviants/ClassObjectIntf.h>
 #include <ZEL/sequences/GenericDeviantSequence.h>
@@ -6,6 +5,7 @@
 #include <ZEL/sequences/PersistentTextSequence.h>
 #include <ZEL/sequences/RefTraits.h>
 #include <ZEL/sequences/SequenceNames.h>
+#include <ZEL/values/String.h>
 
 #include <algorithm>
 #include <string>

@@ -1,4 +1,3 @@
-#include <ZEL/base/Exception.h>
 #include <ZEL/sequences/GenericFilteredSequence.h>
 #include <ZEL/sequences/OwnIterator.h>
 
@@ -29,24 +28,12 @@ GenericFilteredSequence::~GenericFilteredSequence() {
 
 // --- steps -----------------------------------------------------------------------------------------------------------
 
-Ref GenericFilteredSequence::filterGet(Ref stored) const {
-    return fFilter.filterGet(std::move(stored).withDeviant(fDeviant));
-}
-
-Ref GenericFilteredSequence::filterSet(Ref shown) const {
-    return fFilter.filterSet(std::move(shown).withDeviant(fDeviant));
-}
-
 Ref GenericFilteredSequence::checkedFilterSet(Ref shown) const {
     Ref stored = filterSet(std::move(shown));
     if (stored.isNull()) {
         raiseAnInternalError();
     }
     return stored;
-}
-
-Ref GenericFilteredSequence::shownAt(Deviant deviant, int underlyingIndex) const {
-    return filterGet(fUnderlying->generic_at(deviant, underlyingIndex));
 }
 
 int GenericFilteredSequence::underlyingIndex(Deviant deviant, int index) const {
@@ -110,12 +97,6 @@ IteratorPtr GenericFilteredSequence::wrap(Deviant deviant, IteratorPtr inner) co
 
 // --- reads -----------------------------------------------------------------------------------------------------------
 
-Ref GenericFilteredSequence::generic_at(Deviant deviant, int index) const {
-    return shownAt(deviant, underlyingIndex(deviant, index));
-}
-
-Ref GenericFilteredSequence::generic_front(Deviant deviant) const { return generic_at(deviant, 0); }
-
 Ref GenericFilteredSequence::generic_back(Deviant deviant) const {
     if (isPure()) {
         return filterGet(fUnderlying->generic_back(deviant));
@@ -129,30 +110,9 @@ Ref GenericFilteredSequence::generic_back(Deviant deviant) const {
     raiseAnInternalError();
 }
 
-IteratorPtr GenericFilteredSequence::generic_begin(Deviant deviant) const {
-    return wrap(deviant, fUnderlying->generic_begin(deviant));
-}
-
-IteratorPtr GenericFilteredSequence::generic_end(Deviant deviant) const {
-    return wrap(deviant, fUnderlying->generic_end(deviant));
-}
-
-int GenericFilteredSequence::generic_size(Deviant deviant) const {
-    return shownBefore(deviant, fUnderlying->generic_size(deviant));
-}
-
 bool GenericFilteredSequence::generic_contains(Deviant deviant, Ref element) const {
     Ref stored = filterSet(std::move(element));
     return !stored.isNull() && fUnderlying->generic_contains(deviant, std::move(stored));
-}
-
-char const * GenericFilteredSequence::generic_getOrcaName(bool immutableSequence, bool immutableElement,
-                                                          char const * fallback) const {
-    return fUnderlying->generic_getOrcaName(immutableSequence, immutableElement, fallback);
-}
-
-bool GenericFilteredSequence::generic_isRandomAccess() const {
-    return isPure() && fUnderlying->generic_isRandomAccess();
 }
 
 int GenericFilteredSequence::generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
@@ -165,8 +125,6 @@ int GenericFilteredSequence::generic_indexOf(Deviant deviant, Ref element) const
     int const index = stored.isNull() ? -1 : fUnderlying->generic_indexOf(deviant, stored);
     return index < 0 || (!isPure() && shownAt(deviant, index).isNull()) ? -1 : shownBefore(deviant, index);
 }
-
-bool GenericFilteredSequence::generic_isUnique() const { return fUnderlying->generic_isUnique(); }
 
 bool GenericFilteredSequence::generic_accepts(Deviant deviant, Ref const & element) const {
     Ref const stored = filterSet(element);
@@ -206,10 +164,6 @@ void GenericFilteredSequence::generic_erase(Deviant deviant, int index) {
     dropEnds();
 }
 
-IteratorPtr GenericFilteredSequence::generic_erase(Deviant, IteratorIntf const *, IteratorIntf const *) {
-    raiseInternalError("range erase not supported");
-}
-
 IteratorPtr GenericFilteredSequence::generic_erase(Deviant deviant, IteratorIntf const * where) {
     return wrap(deviant, fUnderlying->generic_erase(deviant, innerOf(where)));
 }
@@ -229,8 +183,6 @@ void GenericFilteredSequence::generic_pop_back(Deviant deviant) {
     }
     raiseAnInternalError();
 }
-
-void GenericFilteredSequence::generic_pop_front(Deviant deviant) { generic_erase(deviant, 0); }
 
 void GenericFilteredSequence::generic_push_back(Deviant deviant, Ref element) {
     fUnderlying->generic_push_back(deviant, checkedFilterSet(std::move(element)));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ZEL/base/Exception.h>
 #include <ZEL/sequences/GenericFilter.h>
 #include <ZEL/sequences/IteratorProxy.h>
 #include <ZEL/sequences/SequenceHandle.h>
@@ -21,40 +22,56 @@ public:
     ~GenericFilteredSequence() override;
 
     /// With the deviant of the sequence under this one in the element.
-    [[nodiscard]] Ref filterGet(Ref stored) const;
-    [[nodiscard]] Ref filterSet(Ref shown) const;
+    [[nodiscard]] Ref filterGet(Ref stored) const { return fFilter.filterGet(std::move(stored).withDeviant(fDeviant)); }
+    [[nodiscard]] Ref filterSet(Ref shown) const { return fFilter.filterSet(std::move(shown).withDeviant(fDeviant)); }
 
-    [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override;
-    [[nodiscard]] Ref generic_front(Deviant deviant) const override;
+    [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override {
+        return shownAt(deviant, underlyingIndex(deviant, index));
+    }
+    [[nodiscard]] Ref generic_front(Deviant deviant) const override { return generic_at(deviant, 0); }
     [[nodiscard]] Ref generic_back(Deviant deviant) const override;
-    [[nodiscard]] IteratorPtr generic_begin(Deviant deviant) const override;
-    [[nodiscard]] IteratorPtr generic_end(Deviant deviant) const override;
+    [[nodiscard]] IteratorPtr generic_begin(Deviant deviant) const override {
+        return wrap(deviant, fUnderlying->generic_begin(deviant));
+    }
+    [[nodiscard]] IteratorPtr generic_end(Deviant deviant) const override {
+        return wrap(deviant, fUnderlying->generic_end(deviant));
+    }
     void generic_clear(Deviant deviant) override;
-    [[nodiscard]] int generic_size(Deviant deviant) const override;
+    [[nodiscard]] int generic_size(Deviant deviant) const override {
+        return shownBefore(deviant, fUnderlying->generic_size(deviant));
+    }
     IteratorPtr generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
     void generic_insert(Deviant deviant, int index, Ref element) override;
     void generic_erase(Deviant deviant, int index) override;
-    IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * first, IteratorIntf const * last) override;
+    IteratorPtr generic_erase(Deviant, IteratorIntf const *, IteratorIntf const *) override {
+        raiseInternalError("range erase not supported");
+    }
     IteratorPtr generic_erase(Deviant deviant, IteratorIntf const * where) override;
     void generic_pop_back(Deviant deviant) override;
-    void generic_pop_front(Deviant deviant) override;
+    void generic_pop_front(Deviant deviant) override { generic_erase(deviant, 0); }
     void generic_push_back(Deviant deviant, Ref element) override;
     void generic_push_front(Deviant deviant, Ref element) override;
     void generic_replace(Deviant deviant, int index, Ref element) override;
     [[nodiscard]] bool generic_contains(Deviant deviant, Ref element) const override;
     [[nodiscard]] char const * generic_getOrcaName(bool immutableSequence, bool immutableElement,
-                                                   char const * fallback) const override;
-    [[nodiscard]] bool generic_isRandomAccess() const override;
+                                                   char const * fallback) const override {
+        return fUnderlying->generic_getOrcaName(immutableSequence, immutableElement, fallback);
+    }
+    [[nodiscard]] bool generic_isRandomAccess() const override {
+        return isPure() && fUnderlying->generic_isRandomAccess();
+    }
     [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
                                     int count) const override;
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
     bool generic_eraseElement(Deviant deviant, Ref element) override;
-    [[nodiscard]] bool generic_isUnique() const override;
+    [[nodiscard]] bool generic_isUnique() const override { return fUnderlying->generic_isUnique(); }
     [[nodiscard]] bool generic_accepts(Deviant deviant, Ref const & element) const override;
 
 private:
     [[nodiscard]] bool isPure() const noexcept { return fFilter.filterGetIsAPureTransform(); }
-    [[nodiscard]] Ref shownAt(Deviant deviant, int underlyingIndex) const;
+    [[nodiscard]] Ref shownAt(Deviant deviant, int underlyingIndex) const {
+        return filterGet(fUnderlying->generic_at(deviant, underlyingIndex));
+    }
     /// Where the `index`-th shown element is in the sequence under this one.
     [[nodiscard]] int underlyingIndex(Deviant deviant, int index) const;
     /// How many elements before that place are shown.

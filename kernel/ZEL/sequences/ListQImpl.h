@@ -19,12 +19,9 @@ public:
     }
 
 protected:
-    explicit ListQImplBase(bool flag) : ListQImplForRefs(flag, &toInterface, &accepts) {}
+    ListQImplBase() : ListQImplForRefs(&accepts) {}
 
 private:
-    static ReferenceCountingIntf * toInterface(void const * element) {
-        return static_cast<NSInterface::ObjectIntf *>(const_cast<void *>(element));
-    }
     static bool accepts(NSInterface::ObjectIntf * body) {
         return RefTraits<T>::fits(Ref::ofStoredBody(body, Deviant()));
     }
@@ -33,7 +30,7 @@ private:
 /// List of handles `T`, duplicates allowed. See `ListQImplForRefs` for its counting.
 template <class T> class ListQImpl final : public ListQImplBase<T, FALSE_TYPE> {
 public:
-    explicit ListQImpl(bool flag = false) : ListQImplBase<T, FALSE_TYPE>(flag) {}
+    explicit ListQImpl(bool = false) {}
 };
 
 } // namespace ZEL::Generic

@@ -10,6 +10,14 @@ namespace ZEL::Generic::ListQImplInternal {
 
 using NSInterface::ObjectIntf;
 
+namespace {
+
+ObjectIntf * bodyOf(void const * element) { return static_cast<ObjectIntf *>(const_cast<void *>(element)); }
+
+void giveBack(void const * element) noexcept { ZEL::internal::giveBackCount(*bodyOf(element)); }
+
+} // namespace
+
 ListQImplForRefs::~ListQImplForRefs() {
     for (void const * const element : fList) {
         giveBack(element);
@@ -17,13 +25,9 @@ ListQImplForRefs::~ListQImplForRefs() {
 }
 
 ListQImplForRefs::ListQImplForRefs(ListQImplForRefs const & other)
-    : IndexedSequence(other),
-      fList(other.fList),
-      fFlag(other.fFlag),
-      fToInterface(other.fToInterface),
-      fAccepts(other.fAccepts) {
+    : IndexedSequence(other), fList(other.fList), fAccepts(other.fAccepts) {
     for (void const * const element : fList) {
-        fToInterface(element)->incRef();
+        bodyOf(element)->incRef();
     }
 }
 
@@ -31,7 +35,7 @@ ListQImplForRefs & ListQImplForRefs::operator=(ListQImplForRefs const & other) {
     // The new elements first: giving up an old one may be what keeps a new one alive.
     HASP::GList<void const *> old = other.fList;
     for (void const * const element : old) {
-        fToInterface(element)->incRef();
+        bodyOf(element)->incRef();
     }
     std::swap(old, fList);
     for (void const * const element : old) {
@@ -50,23 +54,17 @@ Ref ListQImplForRefs::checkedBody(Ref const & element) const {
     return boxed;
 }
 
-ObjectIntf * ListQImplForRefs::bodyAt(std::size_t index) const {
-    return static_cast<ObjectIntf *>(const_cast<void *>(fList[index]));
-}
+ObjectIntf * ListQImplForRefs::bodyAt(std::size_t index) const { return bodyOf(fList[index]); }
 
 bool ListQImplForRefs::isAt(std::size_t index, Ref const & element) const {
     return Ref::ofStoredBody(bodyAt(index), Deviant()).isSameElement(element);
-}
-
-void ListQImplForRefs::giveBack(void const * element) const noexcept {
-    ZEL::internal::giveBackCount(*fToInterface(element));
 }
 
 void ListQImplForRefs::insertAt(int index, Ref const & element) {
     std::size_t const place = internal::checkedInsertIndex(index, fList.size());
     Ref const boxed = checkedBody(element);
     fList.insert(place, boxed.body());
-    fToInterface(boxed.body())->incRef();
+    boxed.body()->incRef();
 }
 
 void ListQImplForRefs::eraseAt(int index) {
@@ -80,7 +78,7 @@ void ListQImplForRefs::eraseRange(int begin, int end) {
     auto const place = static_cast<std::size_t>(begin);
     for (int i = begin; i < end; ++i) {
         // A count is taken here, not given back: on purpose, see the class.
-        fToInterface(bodyAt(place))->incRef();
+        bodyAt(place)->incRef();
         fList.erase(place);
     }
 }

@@ -32,11 +32,9 @@ public:
     [[nodiscard]] bool generic_accepts(Deviant deviant, Ref const & element) const override;
 
 protected:
-    using ToInterface = ReferenceCountingIntf * (*)(void const * element);
     using Accepts = bool (*)(NSInterface::ObjectIntf * body);
 
-    ListQImplForRefs(bool flag, ToInterface toInterface, Accepts accepts)
-        : fFlag(flag), fToInterface(toInterface), fAccepts(accepts) {}
+    explicit ListQImplForRefs(Accepts accepts) : fAccepts(accepts) {}
     // Between lists of one element class, as the subclasses have it.
     ListQImplForRefs(ListQImplForRefs const & other);
     ListQImplForRefs & operator=(ListQImplForRefs const & other);
@@ -55,11 +53,8 @@ private:
     [[nodiscard]] Ref checkedBody(Ref const & element) const;
     [[nodiscard]] NSInterface::ObjectIntf * bodyAt(std::size_t index) const;
     [[nodiscard]] bool isAt(std::size_t index, Ref const & element) const;
-    void giveBack(void const * element) const noexcept;
 
     HASP::GList<void const *> fList;
-    [[maybe_unused]] bool fFlag; ///< no caller sets it
-    ToInterface fToInterface;
     Accepts fAccepts;
 };
 

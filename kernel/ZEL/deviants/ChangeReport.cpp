@@ -44,18 +44,9 @@ Change classifyAssignment(ObjectIntf const * inRoot, ObjectIntf const * wanted) 
 }
 
 void ChangedBodies::add(Change change, ClassObjectIntf * body) {
-    switch (change) {
-    case Change::None:
-        break;
-    case Change::Created:
-        created.push_back(body);
-        break;
-    case Change::Deleted:
-        deleted.push_back(body);
-        break;
-    case Change::Modified:
-        modified.push_back(body);
-        break;
+    if (change != Change::None) {
+        auto & bodies = change == Change::Created ? created : change == Change::Deleted ? deleted : modified;
+        bodies.push_back(body);
     }
 }
 

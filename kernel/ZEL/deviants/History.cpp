@@ -17,7 +17,7 @@ ChangeSet * History::entry(Direction direction, int index) const noexcept {
     if (index < 0 || index >= (isUndo ? undoLength() : redoLength())) {
         return nullptr;
     }
-    return &fEntries[static_cast<std::size_t>(isUndo ? fDivider - 1 - index : fDivider + index)];
+    return fEntries[static_cast<std::size_t>(isUndo ? fDivider - 1 - index : fDivider + index)].get();
 }
 
 void History::setMaximum(std::int32_t length) noexcept {
@@ -27,7 +27,7 @@ void History::setMaximum(std::int32_t length) noexcept {
 
 void History::trim() noexcept {
     while (static_cast<std::int32_t>(fEntries.size()) > fMaximum) {
-        retire(fEntries.pop_front());
+        retireFirst();
     }
     // Entries gone from the old end do not shift the divider.
     fDivider = std::min(fDivider, static_cast<std::int32_t>(fEntries.size()));
@@ -40,7 +40,9 @@ void History::disable() noexcept {
 
 void History::clearRedo() noexcept {
     while (redoLength() > 0) {
-        retire(fEntries.pop_back());
+        auto last = std::move(fEntries.back());
+        fEntries.pop_back();
+        retire(std::move(last));
     }
 }
 
@@ -48,12 +50,15 @@ void History::clear() noexcept {
     clearRedo();
     fDivider = 0;
     while (!fEntries.empty()) {
-        retire(fEntries.pop_front());
+        retireFirst();
     }
 }
 
 std::unique_ptr<ChangeSet> History::takeRecord() {
-    fEntries.makeRoom();
+    // Room for the entry before the work that it records, so that what has been done is never left without its record.
+    if (fEntries.full()) {
+        fEntries.set_capacity(std::max<std::size_t>(4, 2 * fEntries.capacity()));
+    }
     return fSpare == nullptr ? std::make_unique<ChangeSet>(fModel) : std::move(fSpare);
 }
 
@@ -67,6 +72,12 @@ void History::push(std::unique_ptr<ChangeSet> record) noexcept {
         retire(std::move(record));
     }
     fLevel = ++fHighestLevel;
+}
+
+void History::retireFirst() noexcept {
+    auto first = std::move(fEntries.front());
+    fEntries.pop_front();
+    retire(std::move(first));
 }
 
 void History::retire(std::unique_ptr<ChangeSet> record) noexcept {

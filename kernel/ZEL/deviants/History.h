@@ -1,7 +1,8 @@
 #pragma once
 
 #include <ZEL/deviants/Phases.h>
-#include <ZEL/deviants/UndoStack.h>
+
+#include <boost/circular_buffer.hpp>
 
 #include <cstdint>
 #include <memory>
@@ -51,6 +52,7 @@ private:
     [[nodiscard]] bool isAtDivider(ChangeSet const & entry) const noexcept;
     void trim() noexcept;
     void retire(std::unique_ptr<ChangeSet> record) noexcept;
+    void retireFirst() noexcept;
 
     Phases & fPhases;
     StateMap::Key fModel;
@@ -58,9 +60,9 @@ private:
     std::int32_t fMaximum;
     std::int32_t fLevel = 1;
     std::int32_t fHighestLevel = 1;
-    std::int32_t fDivider = 0; ///< entries below it can be undone
-    UndoStack fEntries;
-    std::unique_ptr<ChangeSet> fSpare; ///< a record for use again
+    std::int32_t fDivider = 0;                                   ///< entries below it can be undone
+    boost::circular_buffer<std::unique_ptr<ChangeSet>> fEntries; ///< room once made is kept
+    std::unique_ptr<ChangeSet> fSpare;                           ///< a record for use again
 };
 
 } // namespace ZEL::internal

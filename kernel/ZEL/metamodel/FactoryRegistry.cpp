@@ -19,14 +19,6 @@ FactoryRegistry * FactoryRegistry::instance() {
 
 void FactoryRegistry::deleter() { delete std::exchange(fInstance, nullptr); }
 
-void FactoryRegistry::setModelCreator(std::string const & uri, ModelCreator creator) {
-    fModelCreators[uri] = std::move(creator);
-}
-
-void FactoryRegistry::setFactoryCreator(std::string const & uri, FactoryCreator creator) {
-    fFactoryCreators[uri] = std::move(creator);
-}
-
 void FactoryRegistry::unregisterModelCreator(std::string const & uri) { fModelCreators.erase(uri); }
 
 void FactoryRegistry::unregisterFactoryCreator(std::string const & uri) { fFactoryCreators.erase(uri); }

@@ -27,10 +27,10 @@ public:
 
     /// Both replace an earlier creator of the URI.
     template <class Creator> void registerModelCreator(std::string const & uri, Creator creator) {
-        setModelCreator(uri, ModelCreator(std::move(creator)));
+        fModelCreators[uri] = ModelCreator(std::move(creator));
     }
     template <class Creator> void registerFactoryCreator(std::string const & uri, Creator creator) {
-        setFactoryCreator(uri, FactoryCreator(std::move(creator)));
+        fFactoryCreators[uri] = FactoryCreator(std::move(creator));
     }
     /// Nothing for an unknown URI.
     void unregisterModelCreator(std::string const & uri);
@@ -45,9 +45,6 @@ private:
     ~FactoryRegistry() = default;
     FactoryRegistry(FactoryRegistry const &) = delete;
     FactoryRegistry & operator=(FactoryRegistry const &) = delete;
-
-    void setModelCreator(std::string const & uri, ModelCreator creator);
-    void setFactoryCreator(std::string const & uri, FactoryCreator creator);
 
     static FactoryRegistry * fInstance;
     std::map<std::string, ModelCreator> fModelCreators;     ///< by URI

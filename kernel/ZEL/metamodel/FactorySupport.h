@@ -19,19 +19,13 @@ ZEL_API BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescrip
 /// The model in which `factory` creates, seen in `deviant`.
 ZEL_API ModelCore & modelOfFactory(NSInterface::ClassObjectIntf & factory, Deviant deviant);
 
-/// What `createX` of a factory does, for handle class `H`.
-template <class H> H createObject(NSInterface::ClassObjectIntf & factory, Deviant deviant) {
-    return H(static_cast<typename H::BodyInterface *>(
-                 createObject(modelOfFactory(factory, deviant), deviant, descriptorOf<typename H::BodyInterface>())
-                     .cast(H::BodyInterface::classInfo())),
-             deviant);
-}
-template <class H> H createObject(NSInterface::ClassObjectIntf & factory, Deviant deviant, Integer const & id) {
-    return H(static_cast<typename H::BodyInterface *>(createObject(modelOfFactory(factory, deviant), deviant,
-                                                                   descriptorOf<typename H::BodyInterface>(),
-                                                                   static_cast<std::int32_t>(id))
-                                                          .cast(H::BodyInterface::classInfo())),
-             deviant);
+/// What `createX` of a factory does, for handle class `H`; `id` is a number or is left out.
+template <class H, class... Id>
+H createObject(NSInterface::ClassObjectIntf & factory, Deviant deviant, Id const &... id) {
+    using Interface = typename H::BodyInterface;
+    BodyCore & body = createObject(modelOfFactory(factory, deviant), deviant, descriptorOf<Interface>(),
+                                   static_cast<std::int32_t>(id)...);
+    return H(static_cast<Interface *>(body.cast(Interface::classInfo())), deviant);
 }
 
 /// A new model with id 1, a fresh uuid and a factory, without history.

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <ZEL/base/ReferenceCountingImpl.h>
+#include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/PropertyStorageIntf.h>
+#include <ZEL/sequences/Sequence.h>
+#include <ZEL/values/Object.h>
 
 namespace ZEL {
 
@@ -13,20 +16,29 @@ public:
     MultiValuedPropertyManager(Getter getter, Getter getterWithoutAssociation) noexcept
         : fGetter(getter), fGetterWithoutAssociation(getterWithoutAssociation) {}
 
-    [[nodiscard]] bool has(ImmutableClassObject const & object) const override;
-    [[nodiscard]] Sequence<Object> get(ClassObject const & object) override;
-    [[nodiscard]] ImmutableSequence<ImmutableObject> get(ImmutableClassObject const & object) const override;
-    [[nodiscard]] Object getOne(ClassObject const & object) override;
-    [[nodiscard]] ImmutableObject getOne(ImmutableClassObject const & object) const override;
-    void setOrAdd(ClassObject const & object, Object const & value) override;
-    void setOrAddEndOnly(ClassObject const & object, Object const & value) override;
+    [[nodiscard]] bool has(ImmutableClassObject const & object) const override { return !fGetter(object).empty(); }
+    [[nodiscard]] Sequence<Object> get(ClassObject const & object) override { return fGetter(object); }
+    [[nodiscard]] ImmutableSequence<ImmutableObject> get(ImmutableClassObject const & object) const override {
+        return fGetter(object);
+    }
+    [[nodiscard]] Object getOne(ClassObject const & object) override { return first(object); }
+    [[nodiscard]] ImmutableObject getOne(ImmutableClassObject const & object) const override { return first(object); }
+    void setOrAdd(ClassObject const & object, Object const & value) override { fGetter(object).push_back(value); }
+    void setOrAddEndOnly(ClassObject const & object, Object const & value) override {
+        fGetterWithoutAssociation(object).push_back(value);
+    }
     /// All occurrences go; boxed values are compared by value.
-    void remove(ClassObject const & object, Object const & value) override;
-    void removeEndOnly(ClassObject const & object, Object const & value) override;
-    void removeOne(ClassObject const & object) override;
-    void removeOneEndOnly(ClassObject const & object) override;
+    void remove(ClassObject const & object, Object const & value) override { removeAll(fGetter(object), value); }
+    void removeEndOnly(ClassObject const & object, Object const & value) override {
+        removeAll(fGetterWithoutAssociation(object), value);
+    }
+    void removeOne(ClassObject const & object) override { fGetter(object).pop_front(); }
+    void removeOneEndOnly(ClassObject const & object) override { fGetterWithoutAssociation(object).pop_front(); }
 
 private:
+    [[nodiscard]] Object first(ImmutableClassObject const & object) const;
+    static void removeAll(Sequence<Object> const & values, Object const & value);
+
     Getter fGetter;
     Getter fGetterWithoutAssociation;
 };

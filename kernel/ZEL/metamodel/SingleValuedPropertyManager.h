@@ -1,13 +1,13 @@
 #pragma once
 
 #include <ZEL/base/ReferenceCountingImpl.h>
+#include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/PropertyStorageIntf.h>
+#include <ZEL/sequences/PropertyToSequenceMethods.h>
+#include <ZEL/sequences/Sequence.h>
+#include <ZEL/values/Object.h>
 
 namespace ZEL {
-
-namespace Generic {
-struct PropertyToSequenceMethods;
-} // namespace Generic
 
 /// Storage of a single-valued property, over its table of generated operations, which must outlive it.
 class ZEL_API SingleValuedPropertyManager : public PropertyStorageIntf, public ReferenceCountingImpl {
@@ -16,20 +16,39 @@ public:
     SingleValuedPropertyManager(Generic::PropertyToSequenceMethods const * methods, int kind) noexcept
         : fMethods(methods), fKind(kind) {}
 
-    [[nodiscard]] bool has(ImmutableClassObject const & object) const override;
+    [[nodiscard]] bool has(ImmutableClassObject const & object) const override {
+        return fMethods->has(object.getImplementation(), object.getDeviant());
+    }
     /// A view of zero or one element; pushing on it sets the property.
     [[nodiscard]] Sequence<Object> get(ClassObject const & object) override;
     [[nodiscard]] ImmutableSequence<ImmutableObject> get(ImmutableClassObject const & object) const override;
-    [[nodiscard]] Object getOne(ClassObject const & object) override;
-    [[nodiscard]] ImmutableObject getOne(ImmutableClassObject const & object) const override;
-    void setOrAdd(ClassObject const & object, Object const & value) override;
-    void setOrAddEndOnly(ClassObject const & object, Object const & value) override;
-    void remove(ClassObject const & object, Object const & value) override;
-    void removeEndOnly(ClassObject const & object, Object const & value) override;
-    void removeOne(ClassObject const & object) override;
-    void removeOneEndOnly(ClassObject const & object) override;
+    [[nodiscard]] Object getOne(ClassObject const & object) override { return value<Object>(object); }
+    [[nodiscard]] ImmutableObject getOne(ImmutableClassObject const & object) const override {
+        return value<ImmutableObject>(object);
+    }
+    void setOrAdd(ClassObject const & object, Object const & value) override {
+        fMethods->set(object.getImplementation(), object.getDeviant(), Generic::RefTraits<Object>::toRef(value));
+    }
+    void setOrAddEndOnly(ClassObject const & object, Object const & value) override {
+        fMethods->setEndOnly(object.getImplementation(), object.getDeviant(), Generic::RefTraits<Object>::toRef(value));
+    }
+    void remove(ClassObject const & object, Object const &) override { removeOne(object); }
+    void removeEndOnly(ClassObject const & object, Object const &) override { removeOneEndOnly(object); }
+    void removeOne(ClassObject const & object) override {
+        fMethods->remove(object.getImplementation(), object.getDeviant());
+    }
+    void removeOneEndOnly(ClassObject const & object) override {
+        fMethods->removeEndOnly(object.getImplementation(), object.getDeviant());
+    }
 
 private:
+    template <class Handle> [[nodiscard]] Handle value(ImmutableClassObject const & object) const {
+        return has(object)
+                   ? Generic::RefTraits<Handle>::fromRef(fMethods->get(object.getImplementation(), object.getDeviant()))
+                   : Handle();
+    }
+    [[nodiscard]] Generic::SequenceHandle viewOf(ImmutableClassObject const & object) const;
+
     Generic::PropertyToSequenceMethods const * fMethods;
     int fKind;
 };

@@ -39,6 +39,8 @@ Sequence<Object> instancesOf(Stereotype const & stereotype, ImmutableClassObject
         object.getDeviant());
 }
 
+Object firstOf(Sequence<Object> const & instances) { return instances.empty() ? Object() : instances.front(); }
+
 StereotypeObject instance(Object const & value) {
     StereotypeObject const result(value);
     if (!result.isValid()) {
@@ -69,14 +71,10 @@ ImmutableSequence<ImmutableObject> StaticExtensionStorage::get(ImmutableClassObj
     return instancesOf(fStereotype, object);
 }
 
-Object StaticExtensionStorage::getOne(ClassObject const & object) {
-    Sequence<Object> const instances = instancesOf(fStereotype, object);
-    return instances.empty() ? Object() : instances.front();
-}
+Object StaticExtensionStorage::getOne(ClassObject const & object) { return firstOf(instancesOf(fStereotype, object)); }
 
 ImmutableObject StaticExtensionStorage::getOne(ImmutableClassObject const & object) const {
-    Sequence<Object> const instances = instancesOf(fStereotype, object);
-    return instances.empty() ? ImmutableObject() : ImmutableObject(instances.front());
+    return firstOf(instancesOf(fStereotype, object));
 }
 
 void StaticExtensionStorage::setOrAdd(ClassObject const & object, Object const & value) {

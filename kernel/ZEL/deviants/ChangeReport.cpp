@@ -3,9 +3,6 @@
 
 namespace ZEL::internal {
 
-using NSInterface::ClassObjectIntf;
-using NSInterface::ObjectIntf;
-
 namespace {
 
 bool exists(ObjectIntf const * state) noexcept { return state != nullptr && state != Deviant::InvalidObject; }

@@ -12,19 +12,17 @@ namespace ZEL::internal {
 enum class Change { None, Created, Deleted, Modified };
 
 /// From `present` to `wanted`. An object exists unless its state is null or `InvalidObject`; `FallbackToRoot` exists.
-[[nodiscard]] ZEL_API Change classifyChange(NSInterface::ObjectIntf const * present,
-                                            NSInterface::ObjectIntf const * wanted) noexcept;
+[[nodiscard]] ZEL_API Change classifyChange(ObjectIntf const * present, ObjectIntf const * wanted) noexcept;
 /// From the root's state to that of a deviant, whose silence on an object leaves the root as it is.
-[[nodiscard]] ZEL_API Change classifyAssignment(NSInterface::ObjectIntf const * inRoot,
-                                                NSInterface::ObjectIntf const * wanted) noexcept;
+[[nodiscard]] ZEL_API Change classifyAssignment(ObjectIntf const * inRoot, ObjectIntf const * wanted) noexcept;
 
 /// The content of a report of changes, before handles are made of it; in the order of the map that was walked.
 struct ZEL_API ChangedBodies {
-    std::vector<NSInterface::ClassObjectIntf *> created;
-    std::vector<NSInterface::ClassObjectIntf *> deleted;
-    std::vector<NSInterface::ClassObjectIntf *> modified;
+    std::vector<ClassObjectIntf *> created;
+    std::vector<ClassObjectIntf *> deleted;
+    std::vector<ClassObjectIntf *> modified;
 
-    void add(Change change, NSInterface::ClassObjectIntf * body);
+    void add(Change change, ClassObjectIntf * body);
 };
 
 /// How `target` must change to become `source`, for the objects of `map`.

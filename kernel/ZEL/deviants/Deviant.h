@@ -20,6 +20,9 @@ class ModelIntf;
 } // namespace NSInterface
 
 namespace internal {
+using NSInterface::ClassObjectIntf;
+using NSInterface::ObjectIntf;
+
 class DeviantImpl;
 class ListenerHolderBase;
 

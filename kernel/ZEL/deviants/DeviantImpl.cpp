@@ -11,7 +11,6 @@
 
 namespace ZEL::internal {
 
-using NSInterface::ClassObjectIntf;
 using Direction = History::Direction;
 using Kind = DeviantIdentity::Kind;
 

@@ -6,8 +6,6 @@
 
 namespace ZEL::internal {
 
-using NSInterface::ClassObjectIntf;
-
 namespace {
 
 /// A copy of the present state of `object`, unless its transaction has saved one already.

@@ -3,8 +3,6 @@
 
 namespace ZEL::internal {
 
-using NSInterface::ClassObjectIntf;
-
 namespace {
 
 ClassObjectIntf & bodyOf(StateMap::Key key) noexcept { return *const_cast<ClassObjectIntf *>(key); }

@@ -57,7 +57,7 @@ public:
 
 private:
     Phases & fPhases;
-    NSInterface::ClassObjectIntf * fModel;
+    ClassObjectIntf * fModel;
 };
 
 } // namespace internal

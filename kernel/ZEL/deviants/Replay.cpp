@@ -8,9 +8,6 @@
 
 namespace ZEL::internal {
 
-using NSInterface::ClassObjectIntf;
-using NSInterface::ObjectIntf;
-
 namespace {
 
 /// What an object is to become, made before it is put in place.

@@ -16,9 +16,6 @@ namespace ZEL::internal {
 
 namespace {
 
-using NSInterface::ClassObjectIntf;
-using NSInterface::ObjectIntf;
-
 /// What a copied object refers to in place of `target`: the copy of it, `target` itself if a one-sided or many-sided link
 /// to it can be kept, or nothing.
 ObjectIntf * referenceFor(ObjectIntf * target, FieldDescriptor const & field, BodyCore & copy,

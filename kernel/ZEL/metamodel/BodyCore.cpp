@@ -21,8 +21,6 @@ namespace ZEL::internal {
 
 namespace {
 
-using NSInterface::ObjectIntf;
-
 /// Whether the deviant says something of the object: a state of its own, or that it does not exist.
 bool isStated(ObjectIntf const * state) noexcept { return state != nullptr && state != Deviant::FallbackToRoot; }
 
@@ -278,9 +276,7 @@ ObjectIntf * BodyCore::getReadDeviant(Deviant deviant) const { return readState(
 
 ObjectIntf * BodyCore::getWriteDeviant(Deviant deviant) const { return writeState(deviant); }
 
-NSInterface::ClassObjectIntf const * BodyCore::internal_container(Deviant deviant) const {
-    return readState(deviant)->containerZEL;
-}
+ClassObjectIntf const * BodyCore::internal_container(Deviant deviant) const { return readState(deviant)->containerZEL; }
 
 void BodyCore::internal_noteElement(ObjectIntf * element) const {
     BodyCore * const held = element == nullptr ? nullptr : element->internal_body();

@@ -33,20 +33,20 @@ public:
 
     // --- state protocol --------------------------------------------------------------------------------------------
     [[nodiscard]] BodyCore * internal_body() const noexcept final { return const_cast<BodyCore *>(this); }
-    [[nodiscard]] NSInterface::ClassObjectIntf const * internal_container(Deviant deviant) const final;
-    [[nodiscard]] NSInterface::ObjectIntf * internal_exchangeRootState(NSInterface::ObjectIntf * state) noexcept final;
-    void internal_noteElement(NSInterface::ObjectIntf * element) const final;
+    [[nodiscard]] ClassObjectIntf const * internal_container(Deviant deviant) const final;
+    [[nodiscard]] ObjectIntf * internal_exchangeRootState(ObjectIntf * state) noexcept final;
+    void internal_noteElement(ObjectIntf * element) const final;
     [[nodiscard]] bool deviant_isValid(Deviant deviant) const final;
-    void deviant_destroyState(NSInterface::ObjectIntf * state) final;
+    void deviant_destroyState(ObjectIntf * state) final;
     void deviant_markModelDestroyed() override;
     void deviant_commitTransientState(Deviant deviant) final;
-    [[nodiscard]] NSInterface::ObjectIntf * deviant_getCopyOfDeviation(Deviant deviant) const final;
-    [[nodiscard]] NSInterface::ObjectIntf * internal_getDeviation(Deviant deviant) const final;
-    void internal_setDeviation(Deviant deviant, NSInterface::ObjectIntf * state) final;
-    NSInterface::ObjectIntf * internal_createDeviation(Deviant deviant) final;
+    [[nodiscard]] ObjectIntf * deviant_getCopyOfDeviation(Deviant deviant) const final;
+    [[nodiscard]] ObjectIntf * internal_getDeviation(Deviant deviant) const final;
+    void internal_setDeviation(Deviant deviant, ObjectIntf * state) final;
+    ObjectIntf * internal_createDeviation(Deviant deviant) final;
     void internal_destroyDeviation(Deviant deviant) final;
-    [[nodiscard]] NSInterface::ObjectIntf * getReadDeviant(Deviant deviant) const final;
-    [[nodiscard]] NSInterface::ObjectIntf * getWriteDeviant(Deviant deviant) const final;
+    [[nodiscard]] ObjectIntf * getReadDeviant(Deviant deviant) const final;
+    [[nodiscard]] ObjectIntf * getWriteDeviant(Deviant deviant) const final;
 
     // --- copies and deletion ---------------------------------------------------------------------------------------
     void internal_cloneReferences(Deviant deviant, CloneMap & copies) final;
@@ -122,12 +122,12 @@ private:
     [[nodiscard]] StateCore * readStateSlowly(Deviant deviant) const;
     [[nodiscard]] StateCore * writeStateSlowly(Deviant deviant) const;
     /// The root's state as other deviants see it: the one before a running root transaction.
-    [[nodiscard]] NSInterface::ObjectIntf * readStateFromRoot(Deviant deviant) const;
-    [[nodiscard]] NSInterface::ObjectIntf * copyState(NSInterface::ObjectIntf * state) const;
-    void saveOldState(Deviant deviant, NSInterface::ObjectIntf * present) const;
+    [[nodiscard]] ObjectIntf * readStateFromRoot(Deviant deviant) const;
+    [[nodiscard]] ObjectIntf * copyState(ObjectIntf * state) const;
+    void saveOldState(Deviant deviant, ObjectIntf * present) const;
     void destroyState(Deviant deviant);
     void checkWritable(Deviant deviant) const;
-    void setRootState(NSInterface::ObjectIntf * state) const noexcept;
+    void setRootState(ObjectIntf * state) const noexcept;
     void checkAccess(Deviant deviant) const;
     /// The state of the object is about to change, or has.
     void forgetViews() const noexcept;

@@ -16,9 +16,6 @@ namespace ZEL::internal {
 
 namespace {
 
-using NSInterface::ClassObjectIntf;
-using NSInterface::ObjectIntf;
-
 using Subtree = std::unordered_set<ObjectIntf const *>;
 
 /// Takes `object` off the ends that objects outside the subtree hold of it. Its own fields stay as they are: they go

@@ -14,11 +14,11 @@ template <class State, auto Member> PersistentSequence & sequenceField(StateCore
     return static_cast<State &>(state).fields.*Member;
 }
 
-template <class State, auto Member> NSInterface::ObjectIntf * pointerField(StateCore const & state) {
+template <class State, auto Member> ObjectIntf * pointerField(StateCore const & state) {
     return static_cast<State const &>(state).fields.*Member;
 }
 
-template <class State, class I, auto Member> void setPointerField(StateCore & state, NSInterface::ObjectIntf * value) {
+template <class State, class I, auto Member> void setPointerField(StateCore & state, ObjectIntf * value) {
     static_cast<State &>(state).fields.*Member =
         value == nullptr ? nullptr : static_cast<I *>(value->cast(I::classInfo()));
 }

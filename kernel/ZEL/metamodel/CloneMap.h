@@ -16,9 +16,9 @@ public:
 
     [[nodiscard]] ModelCore & model() const noexcept { return fModel; }
     [[nodiscard]] Deviant deviant() const noexcept { return fDeviant; }
-    void add(NSInterface::ObjectIntf const * original, BodyCore * copy) { fCopies.add(original, copy); }
+    void add(ObjectIntf const * original, BodyCore * copy) { fCopies.add(original, copy); }
     /// Null if there is none.
-    [[nodiscard]] BodyCore * copyOf(NSInterface::ObjectIntf const * original) const {
+    [[nodiscard]] BodyCore * copyOf(ObjectIntf const * original) const {
         BodyCore * const * const found = fCopies.find(original);
         return found == nullptr ? nullptr : *found;
     }

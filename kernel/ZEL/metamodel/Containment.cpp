@@ -13,9 +13,6 @@ namespace ZEL::internal {
 
 namespace {
 
-using NSInterface::ClassObjectIntf;
-using NSInterface::ObjectIntf;
-
 StateCore const & stateToRead(ClassObjectIntf const & object, Deviant deviant) {
     return *object.internal_body()->readState(deviant);
 }

@@ -21,34 +21,34 @@ ClassDescriptor const * findClass(std::span<ClassDescriptor const * const> class
 }
 
 ClassObject handleOn(BodyCore & body, Deviant deviant) {
-    return ClassObject(static_cast<NSInterface::ClassObjectIntf *>(&body), deviant);
+    return ClassObject(static_cast<ClassObjectIntf *>(&body), deviant);
 }
 
 /// "library." for a factory of the metamodel library.
-std::string prefixOf(NSInterface::ClassObjectIntf const & factory) {
+std::string prefixOf(ClassObjectIntf const & factory) {
     std::string_view const name = factory.internal_body()->internal_descriptor().orcaName;
     return std::string(name.substr(0, name.find('.') + 1));
 }
 
 } // namespace
 
-ClassObject createByName(NSInterface::ClassObjectIntf & factory, Deviant deviant,
-                         std::span<ClassDescriptor const * const> classes, String const & name) {
+ClassObject createByName(ClassObjectIntf & factory, Deviant deviant, std::span<ClassDescriptor const * const> classes,
+                         String const & name) {
     ClassDescriptor const * const found = findClass(classes, name.str());
     return found == nullptr ? ClassObject()
                             : handleOn(createObject(modelOfFactory(factory, deviant), deviant, *found), deviant);
 }
 
-ClassObject createByName(NSInterface::ClassObjectIntf & factory, Deviant deviant,
-                         std::span<ClassDescriptor const * const> classes, String const & name, Integer const & id) {
+ClassObject createByName(ClassObjectIntf & factory, Deviant deviant, std::span<ClassDescriptor const * const> classes,
+                         String const & name, Integer const & id) {
     ClassDescriptor const * const found = findClass(classes, name.str());
     return found == nullptr
                ? ClassObject()
                : handleOn(createObject(modelOfFactory(factory, deviant), deviant, *found, id.getValue()), deviant);
 }
 
-Object createByName(NSInterface::ClassObjectIntf & factory, Deviant deviant,
-                    std::span<ClassDescriptor const * const> classes, String const & name, String const & text) {
+Object createByName(ClassObjectIntf & factory, Deviant deviant, std::span<ClassDescriptor const * const> classes,
+                    String const & name, String const & text) {
     if (findClass(classes, name.str()) != nullptr) {
         return createByName(factory, deviant, classes, name);
     }

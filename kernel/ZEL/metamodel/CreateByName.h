@@ -17,15 +17,15 @@ class String;
 namespace internal {
 
 /// A new object of the class; an invalid handle if there is none of this name.
-[[nodiscard]] ZEL_API ClassObject createByName(NSInterface::ClassObjectIntf & factory, Deviant deviant,
+[[nodiscard]] ZEL_API ClassObject createByName(ClassObjectIntf & factory, Deviant deviant,
                                                std::span<ClassDescriptor const * const> classes, String const & name);
 /// The same, with this number in its model.
-[[nodiscard]] ZEL_API ClassObject createByName(NSInterface::ClassObjectIntf & factory, Deviant deviant,
+[[nodiscard]] ZEL_API ClassObject createByName(ClassObjectIntf & factory, Deviant deviant,
                                                std::span<ClassDescriptor const * const> classes, String const & name,
                                                Integer const & id);
 /// A new object of the class, for which `text` says nothing, or else the value that `text` says in the data type of this
 /// name; an invalid handle if there is neither.
-[[nodiscard]] ZEL_API Object createByName(NSInterface::ClassObjectIntf & factory, Deviant deviant,
+[[nodiscard]] ZEL_API Object createByName(ClassObjectIntf & factory, Deviant deviant,
                                           std::span<ClassDescriptor const * const> classes, String const & name,
                                           String const & text);
 

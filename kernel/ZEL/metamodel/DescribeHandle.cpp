@@ -15,8 +15,8 @@ namespace ZEL::internal {
 namespace {
 
 /// The object that the address lies in. Looks only at memory that is known to be an object.
-NSInterface::ObjectIntf const * objectAt(void const * address) {
-    auto const * const object = dynamic_cast<NSInterface::ObjectIntf const *>(liveObjectBefore(address));
+ObjectIntf const * objectAt(void const * address) {
+    auto const * const object = dynamic_cast<ObjectIntf const *>(liveObjectBefore(address));
     if (object == nullptr) {
         return nullptr;
     }
@@ -74,7 +74,7 @@ std::string describe(void const * address, void const * deviant) {
     if (address == nullptr) {
         return "null";
     }
-    NSInterface::ObjectIntf const * const object = objectAt(address);
+    ObjectIntf const * const object = objectAt(address);
     if (object == nullptr) {
         return "not a live object";
     }

@@ -92,9 +92,9 @@ struct FieldDescriptor {
     /// The field of a multi-valued property, null otherwise.
     PersistentSequence & (*sequence)(StateCore & state);
     /// The field of a single-valued property, null otherwise.
-    NSInterface::ObjectIntf * (*get)(StateCore const & state);
+    ObjectIntf * (*get)(StateCore const & state);
     /// Stores a pointer that the caller knows to be null or of the property's type.
-    void (*set)(StateCore & state, NSInterface::ObjectIntf * value);
+    void (*set)(StateCore & state, ObjectIntf * value);
 };
 
 enum class BuiltAs : std::uint8_t { Class, Stereotype, Model };

@@ -16,7 +16,7 @@
 
 namespace ZEL::internal {
 
-ModelCore & modelOfFactory(NSInterface::ClassObjectIntf & factory, Deviant deviant) {
+ModelCore & modelOfFactory(ClassObjectIntf & factory, Deviant deviant) {
     DeviantAssertions const assertions(deviant.getImpl());
     NSInterface::ModelIntf * const model = factory.internal_body()->readState(deviant)->modelZEL;
     assertions.assertWritable(&factory);

@@ -17,11 +17,10 @@ ZEL_API BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescrip
                                 std::int32_t id);
 
 /// The model in which `factory` creates, seen in `deviant`.
-ZEL_API ModelCore & modelOfFactory(NSInterface::ClassObjectIntf & factory, Deviant deviant);
+ZEL_API ModelCore & modelOfFactory(ClassObjectIntf & factory, Deviant deviant);
 
 /// What `createX` of a factory does, for handle class `H`; `id` is a number or is left out.
-template <class H, class... Id>
-H createObject(NSInterface::ClassObjectIntf & factory, Deviant deviant, Id const &... id) {
+template <class H, class... Id> H createObject(ClassObjectIntf & factory, Deviant deviant, Id const &... id) {
     using Interface = typename H::BodyInterface;
     BodyCore & body = createObject(modelOfFactory(factory, deviant), deviant, descriptorOf<Interface>(),
                                    static_cast<std::int32_t>(id)...);

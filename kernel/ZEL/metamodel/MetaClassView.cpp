@@ -16,7 +16,7 @@
 namespace ZEL::internal {
 namespace {
 
-using Views = std::unordered_map<NSInterface::ObjectIntf const *, std::shared_ptr<MetaClassView const>>;
+using Views = std::unordered_map<ObjectIntf const *, std::shared_ptr<MetaClassView const>>;
 
 /// Never freed: metamodels end after the statics of this library.
 Views & keptViews() {
@@ -24,23 +24,21 @@ Views & keptViews() {
     return views;
 }
 
-NSInterface::ObjectIntf const * bodyOf(ImmutableObject const & object) {
-    return object.getImplementationWithoutAssert();
-}
+ObjectIntf const * bodyOf(ImmutableObject const & object) { return object.getImplementationWithoutAssert(); }
 
-ModelCore * modelOf(NSInterface::ObjectIntf const * object) {
+ModelCore * modelOf(ObjectIntf const * object) {
     BodyCore const * const body = object == nullptr ? nullptr : object->internal_body();
     return body == nullptr ? nullptr : body->internal_model();
 }
 
-void noteViewed(NSInterface::ObjectIntf const * object) {
+void noteViewed(ObjectIntf const * object) {
     if (ModelCore * const model = modelOf(object)) {
         model->noteViewed();
     }
 }
 
-std::vector<NSInterface::ObjectIntf const *> sortedBodies(std::vector<ImmutableClass> const & classes) {
-    std::vector<NSInterface::ObjectIntf const *> bodies;
+std::vector<ObjectIntf const *> sortedBodies(std::vector<ImmutableClass> const & classes) {
+    std::vector<ObjectIntf const *> bodies;
     bodies.reserve(classes.size());
     for (ImmutableClass const & metaClass : classes) {
         bodies.push_back(bodyOf(metaClass));
@@ -120,7 +118,7 @@ ImmutableProperty MetaClassView::nameProperty() const {
     return found == nullptr ? ImmutableProperty() : found->property;
 }
 
-bool MetaClassView::inheritsFrom(NSInterface::ObjectIntf const * type) const noexcept {
+bool MetaClassView::inheritsFrom(ObjectIntf const * type) const noexcept {
     return type != nullptr && std::binary_search(fSuperClasses.begin(), fSuperClasses.end(), type);
 }
 
@@ -136,7 +134,7 @@ std::shared_ptr<MetaClassView const> MetaClassView::of(ImmutableClass const & me
     // What a named deviant or an open transaction shows is only for who asks now.
     if (metaClass.getDeviant().isRootDeviant() && !metaClass.getDeviant().isWithinTransaction() &&
         modelOf(bodyOf(metaClass)) != nullptr) {
-        for (NSInterface::ObjectIntf const * const body : view->fSuperClasses) {
+        for (ObjectIntf const * const body : view->fSuperClasses) {
             noteViewed(body);
         }
         for (PropertyView const & property : view->properties()) {
@@ -156,7 +154,7 @@ void MetaClassView::forget() noexcept {
 
 std::vector<ImmutableClass> withSuperClasses(ImmutableClass const & metaClass) {
     std::vector<ImmutableClass> found;
-    std::unordered_set<NSInterface::ObjectIntf const *> seen;
+    std::unordered_set<ObjectIntf const *> seen;
     auto const enter = [&](ImmutableClass const & one) {
         if (seen.insert(bodyOf(one)).second) {
             found.push_back(one);

@@ -35,7 +35,7 @@ struct ZEL_API PropertyView {
     ImmutableProperty property;
     PropertyStorage storage;
     ImmutableType type;
-    NSInterface::ObjectIntf const * typeBody; ///< of `type`
+    ObjectIntf const * typeBody; ///< of `type`
     std::string name;
     std::string defaultText;
     Role role;
@@ -80,7 +80,7 @@ public:
     /// The first property with this role, null if there is none.
     [[nodiscard]] PropertyView const * find(PropertyView::Role role) const noexcept;
     /// Whether the class is `type` or has it among its superclasses at any distance. False for null. Logarithmic.
-    [[nodiscard]] bool inheritsFrom(NSInterface::ObjectIntf const * type) const noexcept;
+    [[nodiscard]] bool inheritsFrom(ObjectIntf const * type) const noexcept;
     [[nodiscard]] bool isModel() const noexcept { return fIsModel; }
     /// The property by which a reader knows an object, invalid if there is none.
     [[nodiscard]] ImmutableProperty nameProperty() const;
@@ -90,7 +90,7 @@ private:
     std::string fName;
     std::vector<PropertyView> fProperties;
     std::unordered_map<std::string_view, PropertyView const *> fByName;
-    std::vector<NSInterface::ObjectIntf const *> fSuperClasses; ///< with the class itself; sorted
+    std::vector<ObjectIntf const *> fSuperClasses; ///< with the class itself; sorted
     bool fIsModel;
 };
 

@@ -18,8 +18,6 @@ namespace ZEL::internal {
 
 namespace {
 
-using NSInterface::ClassObjectIntf;
-
 /// Keeps the count of a dying body away from 0 while the code that ends it makes and drops handles on it.
 constexpr std::int32_t kDyingCount = std::numeric_limits<std::int32_t>::max() / 2;
 

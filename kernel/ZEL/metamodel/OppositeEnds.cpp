@@ -9,9 +9,6 @@ namespace ZEL::internal {
 
 namespace {
 
-using NSInterface::ClassObjectIntf;
-using NSInterface::ObjectIntf;
-
 ClassObjectIntf & asClassObject(ObjectIntf & object) {
     return *static_cast<ClassObjectIntf *>(object.cast(ClassObjectIntf::classInfo()));
 }

@@ -7,13 +7,12 @@
 namespace ZEL::internal {
 
 /// Adds `value` to the end, or sets it. What it displaces from a composite single-valued end becomes unparented.
-ZEL_API void addOppositeOnly(NSInterface::ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end,
-                             NSInterface::ClassObjectIntf & value);
+ZEL_API void addOppositeOnly(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end,
+                             ClassObjectIntf & value);
 /// Takes `value` off the end; nothing if it does not stand there.
-ZEL_API void eraseOppositeOnly(NSInterface::ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end,
-                               NSInterface::ClassObjectIntf const & value);
+ZEL_API void eraseOppositeOnly(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end,
+                               ClassObjectIntf const & value);
 /// The value of a single-valued end; an invalid handle if there is none.
-[[nodiscard]] ZEL_API ClassObject singleValue(NSInterface::ObjectIntf & object, Deviant deviant,
-                                              PropertyDescriptor const & end);
+[[nodiscard]] ZEL_API ClassObject singleValue(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end);
 
 } // namespace ZEL::internal

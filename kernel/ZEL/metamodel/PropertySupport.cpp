@@ -21,12 +21,9 @@ namespace {
 
 using Generic::GenericAssociationSequence;
 using Generic::Ref;
-using Generic::SequenceHandle;
 using Generic::combined_sequence_internal::GenericCombinedSequence;
 using Generic::filtered_sequence_internal::GenericFilter;
 using Generic::filtered_sequence_internal::GenericFilteredSequence;
-using NSInterface::ClassObjectIntf;
-using NSInterface::ObjectIntf;
 
 ClassObjectIntf & writable(ClassObjectIntf const & object) { return const_cast<ClassObjectIntf &>(object); }
 

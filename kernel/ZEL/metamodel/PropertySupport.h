@@ -17,36 +17,38 @@ struct SequenceField;
 /// What the generated operations are made of. Each operation is a call of one of these with its property's table.
 namespace ZEL::internal {
 
+using Generic::SequenceHandle;
+
 /// The state that `object` is. Raises "An Internal Error has occurred" if it is none.
-[[nodiscard]] ZEL_API NSInterface::ObjectIntf & stateItself(NSInterface::ClassObjectIntf const & object);
+[[nodiscard]] ZEL_API ObjectIntf & stateItself(ClassObjectIntf const & object);
 
 // --- states ----------------------------------------------------------------------------------------------------------
 
 /// The part of an object's state that declares `I`'s operations; `object` may be a state itself, which is its own.
-template <class I> I & readStateOf(NSInterface::ClassObjectIntf const & object, Deviant deviant) {
-    NSInterface::ObjectIntf * const state = object.getReadDeviant(deviant);
+template <class I> I & readStateOf(ClassObjectIntf const & object, Deviant deviant) {
+    ObjectIntf * const state = object.getReadDeviant(deviant);
     return *static_cast<I *>((state != nullptr ? *state : stateItself(object)).cast(I::classInfo()));
 }
-template <class I> I & writeStateOf(NSInterface::ClassObjectIntf const & object, Deviant deviant) {
-    NSInterface::ObjectIntf * const state = object.getWriteDeviant(deviant);
+template <class I> I & writeStateOf(ClassObjectIntf const & object, Deviant deviant) {
+    ObjectIntf * const state = object.getWriteDeviant(deviant);
     return *static_cast<I *>((state != nullptr ? *state : stateItself(object)).cast(I::classInfo()));
 }
 
 /// The part that all states have; `object` may be a state itself.
-ZEL_API StateCore const & coreToRead(NSInterface::ClassObjectIntf const & object, Deviant deviant);
-ZEL_API StateCore & coreToWrite(NSInterface::ClassObjectIntf & object, Deviant deviant);
+ZEL_API StateCore const & coreToRead(ClassObjectIntf const & object, Deviant deviant);
+ZEL_API StateCore & coreToWrite(ClassObjectIntf & object, Deviant deviant);
 
 // --- single-valued ends ----------------------------------------------------------------------------------------------
 
 /// `setP` of an end: an invalid value removes, an equal one does nothing; otherwise both ends are brought in step, the
 /// partners that lose a link included.
-ZEL_API void setEnd(NSInterface::ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const & property,
+ZEL_API void setEnd(ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const & property,
                     Object const & value);
 /// `removeP` of an end.
-ZEL_API void removeEnd(NSInterface::ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const & property);
+ZEL_API void removeEnd(ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const & property);
 
 /// Keeps `value` alive for `object` if it belongs to another model.
-template <class H> void noteForeignElement(NSInterface::ClassObjectIntf const & object, H const & value) {
+template <class H> void noteForeignElement(ClassObjectIntf const & object, H const & value) {
     object.internal_noteElement(value.getImplementationWithoutAssert());
 }
 
@@ -62,47 +64,40 @@ template <class H, class V> H narrowed(V const & value) {
 
 // --- sequences -------------------------------------------------------------------------------------------------------
 
-[[nodiscard]] ZEL_API Generic::SequenceHandle storedSequenceHandle(NSInterface::ClassObjectIntf const & object,
-                                                                   Deviant deviant,
-                                                                   Generic::SequenceField const & field);
-[[nodiscard]] ZEL_API Generic::SequenceHandle associationViewHandle(NSInterface::ClassObjectIntf const & object,
-                                                                    Deviant deviant,
-                                                                    PropertyDescriptor const & property,
-                                                                    Generic::SequenceHandle const & raw);
-[[nodiscard]] ZEL_API Generic::SequenceHandle containeeViewHandle(NSInterface::ClassObjectIntf const & object,
-                                                                  Deviant deviant, Generic::SequenceHandle const & raw);
-[[nodiscard]] ZEL_API Generic::SequenceHandle filteredViewHandle(Deviant deviant,
-                                                                 Generic::SequenceHandle const & underlying,
-                                                                 CooperativeVisitor::internal::ClassInfo const & shown);
-[[nodiscard]] ZEL_API Generic::SequenceHandle combinedContaineesHandle(NSInterface::ClassObjectIntf const & object,
-                                                                       Deviant deviant, ClassDescriptor const & shown);
-[[nodiscard]] ZEL_API Generic::SequenceHandle unionHandle(Deviant deviant,
-                                                          std::initializer_list<Generic::SequenceHandle> parts,
-                                                          CooperativeVisitor::internal::ClassInfo const & shown);
-[[nodiscard]] ZEL_API Generic::SequenceHandle singleAsSequenceHandle(NSInterface::ClassObjectIntf const & object,
-                                                                     Deviant deviant,
-                                                                     PropertyDescriptor const & property,
-                                                                     bool withoutAssociation);
+[[nodiscard]] ZEL_API SequenceHandle storedSequenceHandle(ClassObjectIntf const & object, Deviant deviant,
+                                                          Generic::SequenceField const & field);
+[[nodiscard]] ZEL_API SequenceHandle associationViewHandle(ClassObjectIntf const & object, Deviant deviant,
+                                                           PropertyDescriptor const & property,
+                                                           SequenceHandle const & raw);
+[[nodiscard]] ZEL_API SequenceHandle containeeViewHandle(ClassObjectIntf const & object, Deviant deviant,
+                                                         SequenceHandle const & raw);
+[[nodiscard]] ZEL_API SequenceHandle filteredViewHandle(Deviant deviant, SequenceHandle const & underlying,
+                                                        CooperativeVisitor::internal::ClassInfo const & shown);
+[[nodiscard]] ZEL_API SequenceHandle combinedContaineesHandle(ClassObjectIntf const & object, Deviant deviant,
+                                                              ClassDescriptor const & shown);
+[[nodiscard]] ZEL_API SequenceHandle unionHandle(Deviant deviant, std::initializer_list<SequenceHandle> parts,
+                                                 CooperativeVisitor::internal::ClassInfo const & shown);
+[[nodiscard]] ZEL_API SequenceHandle singleAsSequenceHandle(ClassObjectIntf const & object, Deviant deviant,
+                                                            PropertyDescriptor const & property,
+                                                            bool withoutAssociation);
 
-template <class T> [[nodiscard]] Sequence<T> asSequence(Generic::SequenceHandle const & handle, Deviant deviant) {
+template <class T> [[nodiscard]] Sequence<T> asSequence(SequenceHandle const & handle, Deviant deviant) {
     return Sequence<T>(handle.getImplementationWithoutAssert(), deviant);
 }
 
 /// The stored values of a multi-valued property: found anew, in the right state, at each use. Of a state, its own.
 template <class T>
-Sequence<T> storedSequence(NSInterface::ClassObjectIntf const & object, Deviant deviant,
-                           Generic::SequenceField const & field) {
+Sequence<T> storedSequence(ClassObjectIntf const & object, Deviant deviant, Generic::SequenceField const & field) {
     return asSequence<T>(storedSequenceHandle(object, deviant, field), deviant);
 }
 /// The raw sequence with its other end kept in step; the raw sequence itself where there is no other end to keep.
 template <class T>
-Sequence<T> associationView(NSInterface::ClassObjectIntf const & object, Deviant deviant,
-                            PropertyDescriptor const & property, Sequence<T> const & raw) {
+Sequence<T> associationView(ClassObjectIntf const & object, Deviant deviant, PropertyDescriptor const & property,
+                            Sequence<T> const & raw) {
     return asSequence<T>(associationViewHandle(object, deviant, property, raw), deviant);
 }
 /// The containees with their container kept in step.
-template <class T>
-Sequence<T> containeeView(NSInterface::ClassObjectIntf const & object, Deviant deviant, Sequence<T> const & raw) {
+template <class T> Sequence<T> containeeView(ClassObjectIntf const & object, Deviant deviant, Sequence<T> const & raw) {
     return asSequence<T>(containeeViewHandle(object, deviant, raw), deviant);
 }
 /// The elements of `underlying` that are a `T`.
@@ -110,17 +105,17 @@ template <class T, class U> Sequence<T> filteredView(Deviant deviant, Sequence<U
     return asSequence<T>(filteredViewHandle(deviant, underlying, T::BodyInterface::classInfo()), deviant);
 }
 /// The objects in all composite properties that can hold a `T`.
-template <class T> Sequence<T> combinedContainees(NSInterface::ClassObjectIntf const & object, Deviant deviant) {
+template <class T> Sequence<T> combinedContainees(ClassObjectIntf const & object, Deviant deviant) {
     return asSequence<T>(combinedContaineesHandle(object, deviant, descriptorOf<typename T::BodyInterface>()), deviant);
 }
 /// One sequence after the other, without storage of its own.
-template <class T> Sequence<T> unionOf(Deviant deviant, std::initializer_list<Generic::SequenceHandle> parts) {
+template <class T> Sequence<T> unionOf(Deviant deviant, std::initializer_list<SequenceHandle> parts) {
     return asSequence<T>(unionHandle(deviant, parts, T::BodyInterface::classInfo()), deviant);
 }
 /// A single-valued property as a sequence of none or one.
 template <class T>
-Sequence<T> singleAsSequence(NSInterface::ClassObjectIntf const & object, Deviant deviant,
-                             PropertyDescriptor const & property, bool withoutAssociation) {
+Sequence<T> singleAsSequence(ClassObjectIntf const & object, Deviant deviant, PropertyDescriptor const & property,
+                             bool withoutAssociation) {
     return asSequence<T>(singleAsSequenceHandle(object, deviant, property, withoutAssociation), deviant);
 }
 

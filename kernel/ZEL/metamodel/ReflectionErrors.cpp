@@ -20,8 +20,6 @@ namespace ZEL::internal {
 
 namespace {
 
-using NSInterface::ClassObjectIntf;
-
 /// Whether the failure at hand is one that names nothing.
 bool isWithoutText() {
     try {

@@ -10,7 +10,7 @@ namespace ZEL::internal {
 /// A failure without a text of its own, because an element or a boxed value is not of the class that is needed, becomes
 /// one that says what was found and what is expected: of `value`, if that was to be written, or of the object itself.
 /// Every other failure is passed on as it is. `value` is null for an access that writes none.
-[[noreturn]] void raiseReflectionError(NSInterface::ClassObjectIntf const & object, Deviant deviant,
+[[noreturn]] void raiseReflectionError(ClassObjectIntf const & object, Deviant deviant,
                                        ImmutableProperty const & property, Object const * value);
 
 } // namespace ZEL::internal

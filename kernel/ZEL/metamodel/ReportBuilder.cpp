@@ -9,10 +9,9 @@ namespace ZEL::internal {
 namespace {
 
 /// Handles of class `T` on the bodies, seen in `deviant`.
-template <class T>
-Sequence<T> makeSequence(std::vector<NSInterface::ClassObjectIntf *> const & bodies, Deviant deviant) {
+template <class T> Sequence<T> makeSequence(std::vector<ClassObjectIntf *> const & bodies, Deviant deviant) {
     Sequence<T> result = Generic::SequenceBuilder{deviant, 0, false, true}.create<T>();
-    for (NSInterface::ClassObjectIntf * const body : bodies) {
+    for (ClassObjectIntf * const body : bodies) {
         result.push_back(T(body, deviant));
     }
     return result;

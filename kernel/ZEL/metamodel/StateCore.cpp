@@ -56,7 +56,7 @@ PersistentSequence & StateCore::writableStereotypeInstances() {
     return instances;
 }
 
-void StateCore::internal_deviationAssign(Deviant, NSInterface::ObjectIntf * source, Deviant) {
+void StateCore::internal_deviationAssign(Deviant, ObjectIntf * source, Deviant) {
     StateCore const * const other = source->internal_state();
     if (other == nullptr || &other->internal_stateDescriptor() != &internal_stateDescriptor()) {
         raiseAnInternalError();

@@ -30,7 +30,7 @@ public:
     /// The class whose state this is.
     [[nodiscard]] virtual ClassDescriptor const & internal_stateDescriptor() const noexcept = 0;
     [[nodiscard]] StateCore * internal_state() const noexcept final { return const_cast<StateCore *>(this); }
-    void internal_deviationAssign(Deviant target, NSInterface::ObjectIntf * source, Deviant sourceDeviant) final;
+    void internal_deviationAssign(Deviant target, ObjectIntf * source, Deviant sourceDeviant) final;
 
     [[nodiscard]] Boolean hasModelZEL(Deviant deviant) const final;
     void removeModelZEL(Deviant deviant) final;
@@ -45,7 +45,7 @@ public:
 
     // --- fields that all states have -------------------------------------------------------------------------------
     NSInterface::ModelIntf * modelZEL = nullptr;
-    NSInterface::ClassObjectIntf * containerZEL = nullptr;
+    ClassObjectIntf * containerZEL = nullptr;
 
     /// 0 default, 1 transient, 2 extension.
     [[nodiscard]] unsigned int persistence() const noexcept { return fBits & kPersistenceMask; }

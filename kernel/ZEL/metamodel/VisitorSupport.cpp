@@ -10,7 +10,7 @@ CooperativeVisitor::DispatchTable visitTable(std::initializer_list<VisitEntry> e
     return table;
 }
 
-bool visit(CooperativeVisitor::DispatchTable const & table, void * visitor, NSInterface::ObjectIntf const & object,
+bool visit(CooperativeVisitor::DispatchTable const & table, void * visitor, ObjectIntf const & object,
            Deviant deviant) {
     auto const found = object.getVisitMethod(table.table());
     return found.method == nullptr || found.method(visitor, found.object, deviant);

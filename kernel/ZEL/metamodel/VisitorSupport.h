@@ -25,7 +25,7 @@ bool visitAs(void * visitor, void * object, Deviant deviant) {
 [[nodiscard]] ZEL_API CooperativeVisitor::DispatchTable visitTable(std::initializer_list<VisitEntry> entries);
 
 /// Calls the operation for the object's class, or else for the first of its bases that has one; true if there is none.
-ZEL_API bool visit(CooperativeVisitor::DispatchTable const & table, void * visitor,
-                   NSInterface::ObjectIntf const & object, Deviant deviant);
+ZEL_API bool visit(CooperativeVisitor::DispatchTable const & table, void * visitor, ObjectIntf const & object,
+                   Deviant deviant);
 
 } // namespace ZEL::internal

@@ -37,26 +37,26 @@ protected:
 void writePage(ZEL::Model const & model, std::string const & name, std::string const & page) {
     Progress const progress("writing " + page);
     ZEL::SafeFile file(page, ZEL::SafeFile::Beside::FreeName);
+    std::string const cannotWrite = "cannot write " + page + ": ";
     if (!file.open()) {
-        throw Trouble("cannot write " + page + ": " + file.getReason());
+        throw Trouble(cannotWrite + file.getReason());
     }
     try {
         PagePrinter().printPage(model, name, file.getTemporaryName());
     } catch (ZEL::Exception const & exception) {
         file.remove();
-        throw Trouble("cannot write " + page + ": " + exception.what());
+        throw Trouble(cannotWrite + exception.what());
     } catch (...) {
         file.remove();
         throw;
     }
     ZEL::SafeFile::Result const result = file.put();
     if (result == ZEL::SafeFile::Result::Damaged) {
-        throw Trouble("cannot write " + page + ": " + file.getReason() + "; what was written is in " +
-                      file.getTemporaryName());
+        throw Trouble(cannotWrite + file.getReason() + "; what was written is in " + file.getTemporaryName());
     }
     if (result != ZEL::SafeFile::Result::Done) {
         file.remove();
-        throw Trouble("cannot write " + page + ": " + file.getReason());
+        throw Trouble(cannotWrite + file.getReason());
     }
 }
 

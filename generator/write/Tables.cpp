@@ -18,28 +18,14 @@ std::string propertyElement(Property const & p) {
 std::string literal(std::string const & text) { return text.empty() ? "nullptr" : Printer::quoted(text); }
 
 std::string otherEnd(Property const & p) {
-    switch (p.otherEnd) {
-    case OtherEnd::Property:
-        return "Property";
-    case OtherEnd::Container:
-        return "Container";
-    default:
-        return "None";
-    }
+    return p.otherEnd == OtherEnd::Property ? "Property" : p.otherEnd == OtherEnd::Container ? "Container" : "None";
 }
 
 std::string storage(Property const & p) {
-    switch (p.making) {
-    case Making::Field:
-    case Making::Core:
-        return "Field";
-    case Making::Body:
-        return "Body";
-    case Making::Container:
-        return "Container";
-    default:
-        return "Derived";
-    }
+    return p.isField() || p.making == Making::Core ? "Field"
+           : p.making == Making::Body              ? "Body"
+           : p.making == Making::Container         ? "Container"
+                                                   : "Derived";
 }
 
 int persistence(Property const & p) { return p.persistence == "transient" ? 1 : p.persistence == "extension" ? 2 : 0; }

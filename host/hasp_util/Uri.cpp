@@ -251,26 +251,4 @@ Uri Uri::resolve(Uri const & reference) const {
     return Uri(resolved.toString());
 }
 
-Uri Uri::normalized() const {
-    if (!isValid()) {
-        return *this;
-    }
-    Parsed parsed(fText);
-    if (uriNormalizeSyntaxA(parsed.get()) != URI_SUCCESS) {
-        return *this;
-    }
-    Uri result(parsed.toString());
-    // A file's path has one spelling more than the general rules know: which of the signs that may stand are escaped.
-    std::string const file = result.toLocalFile();
-    if (file.empty()) {
-        return result;
-    }
-    std::string const path = std::filesystem::path(file).lexically_normal().string();
-    std::string text = "file://" + escape(path, "", Percent::Escape);
-    if (result.hasFragment()) {
-        text.append("#").append(result.part(result.fFragment));
-    }
-    return Uri(text);
-}
-
 } // namespace HASP

@@ -47,9 +47,6 @@ public:
     [[nodiscard]] Uri relativize(Uri const & base) const;
     /// What a reference that stands in the document of this URI means. Invalid unless this URI is absolute.
     [[nodiscard]] Uri resolve(Uri const & reference) const;
-    /// The one spelling of all that are equal by their text alone: case of scheme, host and escapes, needless escapes,
-    /// dot segments; of a file also the host "localhost". Does not look at the disk.
-    [[nodiscard]] Uri normalized() const;
 
     friend bool operator==(Uri const & left, Uri const & right) noexcept { return left.fText == right.fText; }
     friend bool operator<(Uri const & left, Uri const & right) noexcept { return left.fText < right.fText; }

@@ -3,14 +3,7 @@
 namespace zelgen {
 
 PropertyForm const & PropertyForm::of(Property const & property) {
-    switch (property.form) {
-    case Form::Reference:
-        return referenceForm();
-    case Form::Many:
-        return manyForm();
-    default:
-        return valueForm();
-    }
+    return property.form == Form::Reference ? referenceForm() : property.form == Form::Many ? manyForm() : valueForm();
 }
 
 Printer PropertyForm::forHandle(Printer const & print, Property const & p, bool immutable) {

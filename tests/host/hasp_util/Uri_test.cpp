@@ -146,15 +146,5 @@ TEST(Uri, RelativizesToTheShortestWayBack) {
     EXPECT_FALSE(Uri("a").relativize(base).isValid());
 }
 
-TEST(Uri, NormalizedSpellingsOfOneFileAreEqual) {
-    for (char const * text : {"file:///a/b%20c(1).xmi", "FILE:///a/b%20c%281%29.xmi",
-                              "file://localhost/a/./b%20c(1).xmi", "file:///x/../%61/b%20c(1).xmi"}) {
-        EXPECT_EQ(Uri(text).normalized().toString(), "file:///a/b%20c(1).xmi") << text;
-    }
-    EXPECT_EQ(Uri("file:///a/%c3%a8#F").normalized().toString(), "file:///a/%C3%A8#F");
-    EXPECT_EQ(Uri("HTTP://Schema.OMG.org/a/../B%2d#F").normalized().toString(), "http://schema.omg.org/B-#F");
-    EXPECT_FALSE(Uri("a b").normalized().isValid());
-}
-
 } // namespace
 } // namespace HASP::tests

@@ -48,23 +48,21 @@ void Checker::expectOneOf(Word const & word, std::string const & what, std::vect
     if (word.empty() || std::find(allowed.begin(), allowed.end(), word.text) != allowed.end()) {
         return;
     }
-    report(word.mark,
-           "found " + what + " '" + word.text + "', expected " + anyOf(allowed) + suggestion(word.text, allowed));
+    report(word, "found " + what, ", expected " + anyOf(allowed) + suggestion(word.text, allowed));
 }
 
 void Checker::expectFlag(Word const & word, std::string const & what) { expectOneOf(word, what, {"true", "false"}); }
 
 void Checker::expectIdentifier(Word const & word, std::string const & what) {
     if (!Names::isIdentifier(word.text)) {
-        report(word.mark, "found " + what + " '" + word.text + "', expected letters, digits and underscores");
+        report(word, "found " + what, ", expected letters, digits and underscores");
     }
 }
 
 Checker::Entry Checker::expectType(Word const & name, std::string const & what) {
     Entry const entry = fCatalogue.find(name.text, fDefinition);
     if (!entry) {
-        report(name.mark,
-               what + ": type '" + name.text + "' not found" + suggestion(name.text, fCatalogue.names(fDefinition)));
+        report(name, what + ": type", " not found" + suggestion(name.text, fCatalogue.names(fDefinition)));
     }
     return entry;
 }
@@ -72,7 +70,7 @@ Checker::Entry Checker::expectType(Word const & name, std::string const & what) 
 Checker::Entry Checker::expectClass(Word const & name, std::string const & what) {
     Entry const entry = expectType(name, what);
     if (entry && entry.type->kind != TypeKind::Class) {
-        report(name.mark, what + ": found the data type '" + name.text + "', expected a class");
+        report(name, what + ": found the data type", ", expected a class");
         return {};
     }
     return entry;
@@ -84,8 +82,7 @@ void Checker::checkMetamodel() {
     } else {
         expectIdentifier(fDefinition.prefix, "prefix");
         if (fDefinition.cppNamespace.empty() && Names::isKeyword(fDefinition.prefix.text)) {
-            report(fDefinition.prefix.mark, "found prefix '" + fDefinition.prefix.text +
-                                                "', expected a name that is no word of C++, or a 'namespace'");
+            report(fDefinition.prefix, "found prefix", ", expected a name that is no word of C++, or a 'namespace'");
         }
     }
     checkNamespace();
@@ -106,8 +103,7 @@ void Checker::checkMetamodel() {
     std::vector<Definition const *> const & all = fCatalogue.definitions();
     std::for_each(std::find(all.begin(), all.end(), &fDefinition) + 1, all.end(), [this](Definition const * other) {
         if (other->prefix.text == fDefinition.prefix.text) {
-            report(fDefinition.prefix.mark, "found prefix '" + fDefinition.prefix.text + "' also in " + other->file +
-                                                ", expected a prefix of its own");
+            report(fDefinition.prefix, "found prefix", " also in " + other->file + ", expected a prefix of its own");
         }
     });
 }
@@ -118,8 +114,7 @@ void Checker::checkNamespace() {
         std::size_t const end = std::min(text.find("::", begin), text.size());
         std::string const part = text.substr(begin, end - begin);
         if (!Names::isIdentifier(part) || Names::isKeyword(part)) {
-            report(fDefinition.cppNamespace.mark,
-                   "found namespace '" + text + "', expected C++ names with '::' between them");
+            report(fDefinition.cppNamespace, "found namespace", ", expected C++ names with '::' between them");
             return;
         }
         begin = end + 2;
@@ -136,9 +131,8 @@ void Checker::checkIncludeDirectory() {
             return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '-' || c == '.';
         });
         if (!isPlain || part.find_first_not_of('.') == std::string::npos) {
-            report(directory.mark, "found 'include_directory' '" + directory.text +
-                                       "', expected names of folders with '/' between them, of letters, digits, '_', " +
-                                       "'-' and '.'");
+            report(directory, "found 'include_directory'",
+                   ", expected names of folders with '/' between them, of letters, digits, '_', '-' and '.'");
             return;
         }
         begin = end + 1;
@@ -161,15 +155,14 @@ void Checker::checkTypes() {
         expectIdentifier(type.name, "type");
         checkGeneratedNames(type);
         if (Names::isKeyword(type.name.text)) {
-            report(type.name.mark, "found type '" + type.name.text + "', expected a name that is no word of C++");
+            report(type.name, "found type", ", expected a name that is no word of C++");
         }
         if (type.kind != TypeKind::Class) {
             checkLiterals(type);
             continue;
         }
         if (type.name.text == "BodyInterface" || type.name.text == "ImmutableForm") {
-            report(type.name.mark,
-                   "found class '" + type.name.text + "', expected a name that is not one of a member of all handles");
+            report(type.name, "found class", ", expected a name that is not one of a member of all handles");
         }
         expectFlag(type.abstract, "'abstract'");
         expectOneOf(type.builtAs, "'built_as'", {"class", "stereotype"});
@@ -191,16 +184,15 @@ void Checker::checkGeneratedNames(TypeDefinition const & type) {
         fDefinition.cppNamespace.empty() ? fDefinition.prefix.text : fDefinition.cppNamespace.text;
     bool const isInNamespace = ("::" + space + "::").find("::" + name + "::") != std::string::npos;
     if (std::find(kOurs.begin(), kOurs.end(), name) != kOurs.end() || isInNamespace) {
-        report(type.name.mark, "found type '" + name + "', expected a name that generated code does not use by itself");
+        report(type.name, "found type", ", expected a name that generated code does not use by itself");
     }
     for (TypeDefinition const & other : fDefinition.types) {
         for (std::string const & made :
              {"Immutable" + other.name.text, other.name.text + "Intf", other.name.text + "Impl",
               other.name.text + "DeviantImpl", other.name.text + "Tables", other.name.text + "PropertyTable"}) {
             if (name == made && other.kind == TypeKind::Class) {
-                report(type.name.mark, "found type '" + name +
-                                           "', expected a name that is not one of those made for '" + other.name.text +
-                                           "'");
+                report(type.name, "found type",
+                       ", expected a name that is not one of those made for '" + other.name.text + "'");
             }
         }
     }
@@ -208,7 +200,7 @@ void Checker::checkGeneratedNames(TypeDefinition const & type) {
 
 void Checker::checkLiterals(TypeDefinition const & type) {
     if (type.kind == TypeKind::Enumeration && type.literals.empty()) {
-        report(type.name.mark, "found enumeration '" + type.name.text + "' without literals, expected at least one");
+        report(type.name, "found enumeration", " without literals, expected at least one");
     }
     std::vector<std::string> literals;
     std::set<std::string> enumerators;
@@ -218,21 +210,20 @@ void Checker::checkLiterals(TypeDefinition const & type) {
         if (literal.empty()) {
             report(literal.mark, "found an empty literal of '" + type.name.text + "', expected a text");
         } else if (!enumerators.insert(enumerator).second) {
-            report(literal.mark, "found literal '" + literal.text + "' of '" + type.name.text +
-                                     "' with the C++ name '" + enumerator +
-                                     "' of another one, expected a different one");
+            report(literal, "found literal",
+                   " of '" + type.name.text + "' with the C++ name '" + enumerator +
+                       "' of another one, expected a different one");
         }
     }
     for (auto const & [literal, name] : type.enumerators) {
         expectOneOf(literal, "literal", literals);
         expectIdentifier(name, "enumerator");
         if (Names::isKeyword(name.text)) {
-            report(name.mark, "found enumerator '" + name.text + "', expected a name that is no word of C++");
+            report(name, "found enumerator", ", expected a name that is no word of C++");
         }
     }
     if (!type.properties.empty() || !type.superclasses.empty() || !type.operations.empty() || !type.views.empty()) {
-        report(type.name.mark, "found properties or superclasses on the data type '" + type.name.text +
-                                   "', expected them on classes only");
+        report(type.name, "found properties or superclasses on the data type", ", expected them on classes only");
     }
 }
 
@@ -242,14 +233,12 @@ void Checker::checkInheritance() {
         for (Word const & super : type.superclasses) {
             expectClass(super, "class '" + type.name.text + "'");
             if (!seen.insert(super.text).second) {
-                report(super.mark,
-                       "class '" + type.name.text + "': found superclass '" + super.text + "' twice, expected it once");
+                report(super, "class '" + type.name.text + "': found superclass", " twice, expected it once");
             }
         }
         bool const isRoot = type.name.text == "Object" && fDefinition.prefix.text == "ZEL";
         if (type.kind == TypeKind::Class && type.superclasses.empty() && !isRoot) {
-            report(type.name.mark, "class '" + type.name.text +
-                                       "': found no superclass, expected at least one, such as 'ZEL.ClassObject'");
+            report(type.name, "class", ": found no superclass, expected at least one, such as 'ZEL.ClassObject'");
         }
         checkCycle(type);
     }
@@ -263,8 +252,8 @@ void Checker::checkCycle(TypeDefinition const & type) {
         }
         std::vector<Entry> const above = fCatalogue.closure(entry);
         if (std::find(above.begin(), above.end(), entryOf(type)) != above.end()) {
-            report(super.mark, "class '" + type.name.text + "': found superclass '" + super.text +
-                                   "' that is a subclass of it, expected no cycle");
+            report(super, "class '" + type.name.text + "': found superclass",
+                   " that is a subclass of it, expected no cycle");
         }
     }
 }
@@ -274,9 +263,8 @@ void Checker::checkRoots() {
     for (TypeDefinition const & type : fDefinition.types) {
         if (type.kind == TypeKind::Class && fDefinition.prefix.text != "ZEL" &&
             !fCatalogue.isKindOf(entryOf(type), "ZEL.ClassObject")) {
-            report(type.superclasses.front().mark, "class '" + type.name.text + "': found superclass '" +
-                                                       type.superclasses.front().text +
-                                                       "', expected 'ZEL.ClassObject' or a subclass of it");
+            report(type.superclasses.front(), "class '" + type.name.text + "': found superclass",
+                   ", expected 'ZEL.ClassObject' or a subclass of it");
         }
     }
 }
@@ -298,12 +286,11 @@ void Checker::checkRole(Word const & name, std::string const & what, std::string
         return;
     }
     if (entry.home != &fDefinition) {
-        report(name.mark,
-               "'" + what + "': found '" + name.text + "' of another metamodel, expected a class of this one");
+        report(name, "'" + what + "': found", " of another metamodel, expected a class of this one");
     } else if (!fCatalogue.isKindOf(entry, base)) {
-        report(name.mark, "'" + what + "': found class '" + name.text + "', expected a subclass of '" + base + "'");
+        report(name, "'" + what + "': found class", ", expected a subclass of '" + base + "'");
     } else if (entry.type->abstract.isTrue()) {
-        report(name.mark, "'" + what + "': found the abstract class '" + name.text + "', expected one with instances");
+        report(name, "'" + what + "': found the abstract class", ", expected one with instances");
     }
 }
 

@@ -29,9 +29,8 @@ void Checker::checkOperations() {
 void Checker::checkSignature(OperationDefinition const & operation) {
     std::optional<Signature> const signature = parseSignature(operation.signature.text);
     if (!signature) {
-        report(operation.signature.mark,
-               "found operation '" + operation.signature.text +
-                   "', expected a form such as 'Boolean conformsTo(ImmutableType other) const'");
+        report(operation.signature, "found operation",
+               ", expected a form such as 'Boolean conformsTo(ImmutableType other) const'");
         return;
     }
     std::string const what = "operation '" + signature->name + "'";
@@ -95,9 +94,9 @@ void Checker::checkTwins(TypeDefinition const & type) {
             if (!(fCatalogue.find(p.type.text, *entry.home) ==
                   fCatalogue.find(other.property->type.text, *other.owner.home)) ||
                 (upper == 1) != (otherUpper == 1)) {
-                report(type.name.mark, "class '" + type.name.text + "': found two properties '" + p.name.text +
-                                           "', of '" + other.owner.type->name.text + "' and '" + entry.type->name.text +
-                                           "', expected the same type and multiplicity");
+                report(type.name, "class",
+                       ": found two properties '" + p.name.text + "', of '" + other.owner.type->name.text + "' and '" +
+                           entry.type->name.text + "', expected the same type and multiplicity");
             }
         }
     }

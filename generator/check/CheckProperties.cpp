@@ -98,8 +98,7 @@ void Checker::checkProperty(TypeDefinition const & owner, PropertyDefinition con
     }
     checkValue(p.defaultValue, "default", type);
     if (isMany(p) && !p.defaultValue.empty()) {
-        report(p.defaultValue.mark,
-               what + ": found default '" + p.defaultValue.text + "' of many values, expected it on a single one");
+        report(p.defaultValue, what + ": found default", " of many values, expected it on a single one");
     }
     warnOfManyTexts(p, type, what);
     checkValue(p.fixed, "'fixed'", type);
@@ -115,11 +114,9 @@ void Checker::checkMultiplicity(PropertyDefinition const & p) {
         return;
     }
     if (!parseMultiplicity(p.multiplicity.text, lower, upper)) {
-        report(p.multiplicity.mark,
-               "found multiplicity '" + p.multiplicity.text + "', expected a form such as 0..1, 1..1 or 0..*");
+        report(p.multiplicity, "found multiplicity", ", expected a form such as 0..1, 1..1 or 0..*");
     } else if (upper == 0 || (upper > 0 && lower > upper)) {
-        report(p.multiplicity.mark,
-               "found multiplicity '" + p.multiplicity.text + "', expected a lower bound that is not above the upper");
+        report(p.multiplicity, "found multiplicity", ", expected a lower bound that is not above the upper");
     }
 }
 
@@ -138,19 +135,18 @@ void Checker::checkValue(Word const & value, std::string const & what, Entry con
         expectFlag(value, what);
     } else if (name == "ZEL.Integer") {
         if (!isWhole(std::string_view(value.text).substr(value.text.rfind('-', 0) == 0 ? 1 : 0))) {
-            report(value.mark, "found " + what + " '" + value.text + "', expected a whole number");
+            report(value, "found " + what, ", expected a whole number");
         }
     } else if (name == "ZEL.UnlimitedNatural") {
         if (value.text != "*" && !isWhole(value.text)) {
-            report(value.mark,
-                   "found " + what + " '" + value.text + "', expected a whole number that is not negative, or *");
+            report(value, "found " + what, ", expected a whole number that is not negative, or *");
         }
     } else if (name == "ZEL.Real" || name == "ZEL.Double" || name == "ZEL.Single") {
         if (!isFloating(value.text, name == "ZEL.Single")) {
-            report(value.mark, "found " + what + " '" + value.text + "', expected a number");
+            report(value, "found " + what, ", expected a number");
         }
     } else if (type.type->kind == TypeKind::Class) {
-        report(value.mark, "found " + what + " '" + value.text + "' of a class, expected none");
+        report(value, "found " + what, " of a class, expected none");
     }
 }
 
@@ -170,16 +166,16 @@ void Checker::checkAssociation(TypeDefinition const & owner, PropertyDefinition 
     if (p.association.empty()) {
         for (Word const * const end : {&p.opposite, &p.ownedEnd}) {
             if (!end->empty()) {
-                report(end->mark,
-                       what + ": found the other end '" + end->text + "' without 'association', expected its name");
+                report(*end, what + ": found the other end", " without 'association', expected its name");
             }
         }
         return;
     }
     if (p.opposite.empty() == p.ownedEnd.empty()) {
-        report(p.association.mark,
+        report(p.association,
                what + ": found " + (p.opposite.empty() ? "no other end" : "both 'opposite' and 'owned_end'") +
-                   " of association '" + p.association.text + "', expected one of 'opposite' and 'owned_end'");
+                   " of association",
+               ", expected one of 'opposite' and 'owned_end'");
     }
     if (!p.opposite.empty()) {
         checkOpposite(owner, p);
@@ -198,23 +194,22 @@ void Checker::checkOpposite(TypeDefinition const & owner, PropertyDefinition con
             }
         }
         std::string const name = dot == std::string::npos ? p.opposite.text : p.opposite.text.substr(dot + 1);
-        report(p.opposite.mark, what + ": opposite '" + p.opposite.text + "' not found" + suggestion(name, candidates));
+        report(p.opposite, what + ": opposite", " not found" + suggestion(name, candidates));
         return;
     }
     if (fCatalogue.findProperty(other.property->opposite.text, *other.owner.home).property != &p) {
-        report(p.opposite.mark, what + ": found opposite '" + p.opposite.text + "' whose own opposite is '" +
-                                    other.property->opposite.text + "', expected '" + owner.name.text + '.' +
-                                    p.name.text + "'");
+        report(p.opposite, what + ": found opposite",
+               " whose own opposite is '" + other.property->opposite.text + "', expected '" + owner.name.text + '.' +
+                   p.name.text + "'");
     } else if (Entry const type = fCatalogue.find(p.type.text, fDefinition);
                type && !isKindOf(type, other.owner) && !isKindOf(other.owner, type)) {
-        report(p.type.mark, what + ": found type '" + p.type.text + "', expected '" + nameOf(other.owner) +
-                                "', which has the opposite");
+        report(p.type, what + ": found type", ", expected '" + nameOf(other.owner) + "', which has the opposite");
     } else if (hasWord(other.property->flags, "composite") && (hasWord(p.flags, "composite") || isMany(p))) {
         report(p.name.mark, what + ": found " + (isMany(p) ? "many values" : "the flag 'composite'") +
                                 ", expected a single value that is not composite: it is the container");
     } else if (other.property->association.text != p.association.text) {
-        report(p.association.mark, what + ": found association '" + p.association.text + "', expected '" +
-                                       other.property->association.text + "' as at its opposite");
+        report(p.association, what + ": found association",
+               ", expected '" + other.property->association.text + "' as at its opposite");
     }
 }
 
@@ -227,11 +222,10 @@ void Checker::checkRedefinition(TypeDefinition const & owner, PropertyDefinition
     std::vector<Entry> const closure = fCatalogue.closure(entryOf(owner));
     if (!redefined || redefined.owner == entryOf(owner) ||
         std::find(closure.begin(), closure.end(), redefined.owner) == closure.end()) {
-        report(p.redefines.mark,
-               what + ": found redefined property '" + p.redefines.text + "', expected a property of a superclass");
+        report(p.redefines, what + ": found redefined property", ", expected a property of a superclass");
     } else if (isMany(*redefined.property) != isMany(p)) {
-        report(p.redefines.mark, what + ": found redefined property '" + p.redefines.text +
-                                     "' of another multiplicity, expected both single or both many");
+        report(p.redefines, what + ": found redefined property",
+               " of another multiplicity, expected both single or both many");
     }
 }
 
@@ -260,8 +254,9 @@ void Checker::checkNarrowing(TypeDefinition const & owner, PropertyDefinition co
             return;
         }
         if (otherType && !isKindOf(type, otherType)) {
-            report(p.type.mark, what + ": found type '" + p.type.text + "', expected '" + nameOf(otherType) +
-                                    "' or a subclass of it, as '" + name + "' has, which it redefines");
+            report(p.type, what + ": found type",
+                   ", expected '" + nameOf(otherType) + "' or a subclass of it, as '" + name +
+                       "' has, which it redefines");
             return;
         }
     }
@@ -283,8 +278,8 @@ void Checker::checkMaking(TypeDefinition const & owner, PropertyDefinition const
             checkView(owner, {*p.viewOf});
             Catalogue::PropertyEntry const shown = fCatalogue.inClosure(entryOf(owner), p.viewOf->text);
             if (shown && !isMany(*shown.property)) {
-                report(p.viewOf->mark, what + ": found a view of the single value '" + p.viewOf->text +
-                                           "', expected one of many, or a list of properties");
+                report(*p.viewOf, what + ": found a view of the single value",
+                       ", expected one of many, or a list of properties");
             }
         }
     }
@@ -298,8 +293,7 @@ void Checker::checkMaking(TypeDefinition const & owner, PropertyDefinition const
     if (!p.stereotype.empty()) {
         Entry const stereotype = expectClass(p.stereotype, what);
         if (stereotype && !fCatalogue.isKindOf(stereotype, "ZEL.StereotypeObject")) {
-            report(p.stereotype.mark, what + ": found stereotype '" + p.stereotype.text +
-                                          "', expected a subclass of 'ZEL.StereotypeObject'");
+            report(p.stereotype, what + ": found stereotype", ", expected a subclass of 'ZEL.StereotypeObject'");
         }
     }
     if (p.baseElement.isTrue() &&
@@ -309,11 +303,10 @@ void Checker::checkMaking(TypeDefinition const & owner, PropertyDefinition const
                    ": found 'base_element', expected it on a single reference of a subclass of 'ZEL.StereotypeObject'");
     }
     if (type.type->name.text == "PropertyStorage" && !p.hidden.isTrue()) {
-        report(p.type.mark,
-               what + ": found type '" + p.type.text + "', which the metamodel keeps for itself, expected another one");
+        report(p.type, what + ": found type", ", which the metamodel keeps for itself, expected another one");
     }
     if (isMany(p) && !isClass && type.type->name.text != "String") {
-        report(p.type.mark, what + ": found many values of '" + p.type.text + "', expected a class or ZEL.String");
+        report(p.type, what + ": found many values of", ", expected a class or ZEL.String");
     }
 }
 
@@ -341,11 +334,11 @@ void Checker::checkView(TypeDefinition const & owner, std::vector<Word> const & 
     for (Word const & part : parts) {
         Catalogue::PropertyEntry const found = fCatalogue.inClosure(entryOf(owner), part.text);
         if (!found) {
-            report(part.mark, "class '" + owner.name.text + "': property '" + part.text + "' of a view not found" +
-                                  suggestion(part.text, propertyNames(owner)));
+            report(part, "class '" + owner.name.text + "': property",
+                   " of a view not found" + suggestion(part.text, propertyNames(owner)));
         } else if (Entry const type = typeOf(found); type && type.type->kind != TypeKind::Class) {
-            report(part.mark, "class '" + owner.name.text + "': found property '" + part.text +
-                                  "' of a data type in a view, expected one of class type");
+            report(part, "class '" + owner.name.text + "': found property",
+                   " of a data type in a view, expected one of class type");
         }
     }
 }
@@ -356,9 +349,9 @@ void Checker::checkUnion(TypeDefinition const & owner, std::vector<Word> const &
         Catalogue::PropertyEntry const shown = fCatalogue.inClosure(entryOf(owner), part.text);
         Entry const shownType = shown ? typeOf(shown) : Entry();
         if (type && shownType && shownType.type->kind == TypeKind::Class && !isKindOf(shownType, type)) {
-            report(part.mark, "class '" + owner.name.text + "': found property '" + part.text + "' of type '" +
-                                  shown.property->type.text + "' in a view, expected '" + nameOf(type) +
-                                  "' or a subclass of it");
+            report(part, "class '" + owner.name.text + "': found property",
+                   " of type '" + shown.property->type.text + "' in a view, expected '" + nameOf(type) +
+                       "' or a subclass of it");
         }
     }
 }
@@ -367,9 +360,8 @@ void Checker::checkViews(TypeDefinition const & owner) {
     for (auto const & [name, parts] : owner.views) {
         Catalogue::PropertyEntry const found = fCatalogue.inClosure(entryOf(owner), name.text);
         if (!found || found.owner == entryOf(owner) || !isMany(*found.property)) {
-            report(name.mark, "class '" + owner.name.text + "': found a view of '" + name.text +
-                                  "', expected a multi-valued property of a superclass" +
-                                  suggestion(name.text, propertyNames(owner)));
+            report(name, "class '" + owner.name.text + "': found a view of",
+                   ", expected a multi-valued property of a superclass" + suggestion(name.text, propertyNames(owner)));
         }
         if (found) {
             checkUnion(owner, parts, typeOf(found));

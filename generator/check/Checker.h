@@ -32,6 +32,10 @@ private:
     using Entry = Catalogue::Entry;
 
     void report(Mark mark, std::string const & text) { fDiagnostics.add(fDefinition.fileOf(mark), mark, text); }
+    /// Reports what is wrong with a word, which stands in quotes between the two texts.
+    void report(Word const & word, std::string const & before, std::string const & after) {
+        report(word.mark, before + " '" + word.text + "'" + after);
+    }
     /// Reports a word that is not among `allowed`.
     void expectOneOf(Word const & word, std::string const & what, std::vector<std::string> const & allowed);
     void expectFlag(Word const & word, std::string const & what);

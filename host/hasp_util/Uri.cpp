@@ -186,8 +186,7 @@ void Uri::split() {
         fScheme = {0, colon};
         at = colon + 1;
     }
-    fHasAuthority = text.substr(at, end - at).starts_with("//");
-    if (fHasAuthority) {
+    if (text.substr(at, end - at).starts_with("//")) {
         at += 2;
         std::size_t slash = text.substr(0, end).find('/', at);
         slash = slash == std::string_view::npos ? end : slash;

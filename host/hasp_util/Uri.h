@@ -68,7 +68,6 @@ private:
     Part fHost;
     Part fPath;
     Part fFragment;
-    bool fHasAuthority = false;
     bool fHasQuery = false;
     bool fHasFragment = false;
 };

@@ -45,25 +45,21 @@ ContextSequence attach(Context const & elements) {
 } // namespace
 
 CmofReadTransforms::CmofReadTransforms() {
-    for (char const * const uri : {METAMODEL_URI, METAMODEL_CMOF_URI, METAMODEL_EMOF_URI}) {
-        addRules(uri);
-    }
-}
-
-void CmofReadTransforms::addRules(std::string const & cmof) {
-    addTransform(Pattern().parentRole(XmiConstants::XMI_NS_URI, "XMI").role(cmof, "Package"), wrap);
     std::string const foreign = NamespaceRegistry::instance()->getMetaUri("Foreign");
-    if (foreign.empty()) {
-        return;
+    for (char const * const cmof : {METAMODEL_URI, METAMODEL_CMOF_URI, METAMODEL_EMOF_URI}) {
+        addTransform(Pattern().parentRole(XmiConstants::XMI_NS_URI, "XMI").role(cmof, "Package"), wrap);
+        if (foreign.empty()) {
+            continue;
+        }
+        addTransform(Pattern().parentRole(XmiConstants::XMI_NS_URI, "XMI").role(cmof, "Tag"),
+                     [foreign](Context const & element) -> ContextSequence {
+                         Context application = element;
+                         application.setRole(foreign, "Tag");
+                         application.setType(foreign, "Tag");
+                         return application;
+                     });
+        addTransform(Pattern().parentRole(cmof, "Tag").role("element"), attach);
     }
-    addTransform(Pattern().parentRole(XmiConstants::XMI_NS_URI, "XMI").role(cmof, "Tag"),
-                 [foreign](Context const & element) -> ContextSequence {
-                     Context application = element;
-                     application.setRole(foreign, "Tag");
-                     application.setType(foreign, "Tag");
-                     return application;
-                 });
-    addTransform(Pattern().parentRole(cmof, "Tag").role("element"), attach);
 }
 
 } // namespace ZEL::Interchange

@@ -3,8 +3,6 @@
 #include <ZEL/Export.h>
 #include <ZEL/serializer/Transformer.h>
 
-#include <string>
-
 namespace ZEL::Interchange {
 
 /// Reading of metamodels whose files have a package at the top, as those of CMOF have.
@@ -14,11 +12,6 @@ namespace ZEL::Interchange {
 class ZEL_API CmofReadTransforms : public Serializer::Transformer {
 public:
     CmofReadTransforms();
-    CmofReadTransforms(CmofReadTransforms const &) = delete;
-    CmofReadTransforms & operator=(CmofReadTransforms const &) = delete;
-
-private:
-    void addRules(std::string const & cmof);
 };
 
 } // namespace ZEL::Interchange

@@ -28,10 +28,14 @@ template <class Function> void TransformerRegistry::forEach(Function function) c
     }
 }
 
+bool TransformerRegistry::has(Transformer const * transformer) const noexcept {
+    auto const transformers = present();
+    return std::any_of(transformers->begin(), transformers->end(), holds(transformer));
+}
+
 void TransformerRegistry::addTransformer(Transformer * transformer) {
     // Asked before the pointer gets an owner: a second owner would delete it a second time.
-    auto const transformers = present();
-    if (std::none_of(transformers->begin(), transformers->end(), holds(transformer))) {
+    if (!has(transformer)) {
         addTransformer(std::shared_ptr<Transformer>(transformer));
     }
 }
@@ -40,9 +44,8 @@ void TransformerRegistry::addTransformer(std::shared_ptr<Transformer> transforme
     if (transformer == nullptr) {
         raiseAnInternalError();
     }
-    auto const transformers = present();
-    if (std::none_of(transformers->begin(), transformers->end(), holds(transformer.get()))) {
-        auto changed = std::make_shared<Transformers>(*transformers);
+    if (!has(transformer.get())) {
+        auto changed = std::make_shared<Transformers>(*present());
         changed->push_back(std::move(transformer));
         fTransformers = std::move(changed);
     }

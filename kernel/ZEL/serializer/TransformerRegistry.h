@@ -53,6 +53,7 @@ private:
 
     /// The Transformers as they are now. They stay so, and alive, as long as the pointer is kept. Never null.
     [[nodiscard]] std::shared_ptr<Transformers const> present() const noexcept;
+    [[nodiscard]] bool has(Transformer const * transformer) const noexcept;
     template <class Function> void forEach(Function function) const;
     [[nodiscard]] ContextSequence generate(ContextSequence const & sequence, Pass pass, HasRules hasRules) const;
 

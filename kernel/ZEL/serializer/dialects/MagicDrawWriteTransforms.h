@@ -19,10 +19,6 @@ public:
     MagicDrawWriteTransforms & operator=(MagicDrawWriteTransforms const &) = delete;
 
 private:
-    ContextSequence noteUnit(Context const & context);
-    ContextSequence noteLiteral(Context const & context);
-    ContextSequence rewriteLink(Context const & context);
-
     Context fUnit;                                       ///< the unit element at hand
     std::map<std::string, std::string> fLiteralByUnitId; ///< both by id
 };

@@ -26,11 +26,9 @@ public:
     void endElement(std::string const & id);
     [[nodiscard]] bool isInType() const noexcept { return fKey.has_value(); }
 
-    /// A component that may be left out, and what lies in it.
-    void beginComponent(std::string const & id) { beginPart(id); }
-    /// What is left out in any case.
-    void beginOmission() { beginPart(std::nullopt); }
-    /// The end of the component or omission that was begun last.
+    /// A component that may be left out, and what lies in it; without an id what is left out in any case.
+    void beginPart(std::optional<std::string> id);
+    /// The end of the part that was begun last.
     void endPart() noexcept { fCurrent = fParts[fCurrent].around; }
     /// A port that has a type, at the place at hand.
     void notePort() noexcept { fParts[fCurrent].hasPort |= !isInType(); }
@@ -49,8 +47,6 @@ private:
         std::size_t around;            ///< the index of the part in which it lies
         bool hasPort;                  ///< one with a type
     };
-
-    void beginPart(std::optional<std::string> id);
 
     std::optional<Key> fKey; ///< of the type at hand
     ContextSequence fContexts;

@@ -145,7 +145,7 @@ void RhpWriteTransforms::addTypeRules() {
         addTransform(Pattern().parentType(fUml, typed).role("type"), leadToProfile);
     }
     addPreTransform(Pattern().parentType(fUml, "Port").role("type"),
-                    [this](Context const & type) { return emitMovedTypes(type); });
+                    [this](Context const &) { return emitMovedTypes(); });
 }
 
 void RhpWriteTransforms::addPortRules() {
@@ -178,7 +178,7 @@ void RhpWriteTransforms::addOperationRules() {
     addTransform(ofComponent, [this](Context const & behavior) {
         fCurrentBehaviorId.clear();
         if (!isSerializePhase()) {
-            fDataTypes.beginOmission();
+            fDataTypes.beginPart(std::nullopt);
         }
         return skipWhenWriting(behavior);
     });
@@ -245,7 +245,7 @@ ContextSequence RhpWriteTransforms::skipWhenWriting(Context const & context) con
 
 ContextSequence RhpWriteTransforms::nestedComponent(Context const & component) {
     if (!isSerializePhase()) {
-        fDataTypes.beginComponent(component.getFirstValue());
+        fDataTypes.beginPart(component.getFirstValue());
         return component;
     }
     return fDroppedIds.count(component.getFirstValue()) != 0 ? skipped(component) : component;
@@ -293,15 +293,12 @@ ContextSequence RhpWriteTransforms::endMovedElement(Context const & context) {
     return {};
 }
 
-ContextSequence RhpWriteTransforms::emitMovedTypes(Context const & portType) {
+ContextSequence RhpWriteTransforms::emitMovedTypes() {
     if (!isSerializePhase()) {
         fDataTypes.notePort();
         return {};
     }
-    Context pattern;
-    pattern.setParentType(portType.getParentType());
-    pattern.setRole(portType.getRole());
-    removePreTransform(pattern);
+    removePreTransform(Pattern().parentType(fUml, "Port").role("type"));
     return movesDataTypes() ? fDataTypes.all() : ContextSequence();
 }
 

@@ -54,7 +54,7 @@ private:
     [[nodiscard]] ContextSequence moveDataType(Context const & dataType);
     [[nodiscard]] ContextSequence moveContent(Context const & context);
     [[nodiscard]] ContextSequence endMovedElement(Context const & context);
-    [[nodiscard]] ContextSequence emitMovedTypes(Context const & portType);
+    [[nodiscard]] ContextSequence emitMovedTypes();
     [[nodiscard]] ContextSequence emitProfileApplications(Context const & child);
     [[nodiscard]] ContextSequence emitStereotypes();
     [[nodiscard]] bool movesDataTypes();

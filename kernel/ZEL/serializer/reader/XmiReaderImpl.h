@@ -83,8 +83,8 @@ private:
     [[nodiscard]] static std::string labelOfElement(ParseState & state);
     [[nodiscard]] bool isOfOtherVersion(ParseState & state, ContextSequence const & applied);
     void applyText(ParseState & state);
-    void applyAttribute(ParseState & state, Context const & context);
-    void applyReference(ParseState & state, Context const & context);
+    /// An attribute or a link.
+    void applyValue(ParseState & state, Context const & context);
     /// Of the object at hand.
     void noteLinks(ParseState & state, std::string const & text, MetaProperty const & property);
     /// Whether the property takes one value only and the file has had one for the object at hand already.

@@ -90,10 +90,8 @@ void XmiReaderImpl::applyContext(ParseState & state, Context & context, bool & e
             entered = isInObject;
             enter(state, std::move(made), std::move(context));
         }
-    } else if (isInObject && context.isAttribute()) {
-        applyAttribute(state, context);
-    } else if (isInObject && context.isReference()) {
-        applyReference(state, context);
+    } else if (isInObject && (context.isAttribute() || context.isReference())) {
+        applyValue(state, context);
     }
 }
 
@@ -295,14 +293,17 @@ void XmiReaderImpl::applyText(ParseState & state) {
     state.isInText = false;
 }
 
-void XmiReaderImpl::applyAttribute(ParseState & state, Context const & context) {
-    if (context.getParentRole().hasUri() && context.getParentUri() == XmiConstants::XMI_NS_URI) {
+void XmiReaderImpl::applyValue(ParseState & state, Context const & context) {
+    if (context.isAttribute() && context.getParentRole().hasUri() &&
+        context.getParentUri() == XmiConstants::XMI_NS_URI) {
         return; // of the envelope or of a block in it, which is read as if it were not there
     }
     MetaClass & metaClass = *state.cursor.metaClass;
     MetaProperty const * const property = metaClass.find(context.getRole());
     if (property == nullptr) {
         ++fReport.fIgnoredAttributes[metaClass.name() + "." + labelOf(context.getRole())];
+    } else if (context.isReference() || (!property->isDataType && !property->isComposite && !property->isDerived)) {
+        noteLinks(state, context.getFirstValue(), *property);
     } else if (property->isDataType) {
         // The model would not find an object by a number that it has not assigned; and a model belongs to the file that
         // it was read from, not to the one in which it was written.
@@ -312,18 +313,8 @@ void XmiReaderImpl::applyAttribute(ParseState & state, Context const & context) 
             fValues.setText(state.cursor.object, *property, context.getFirstValue(), isGiven(state, *property))) {
             noteGiven(state, *property);
         }
-    } else if (!property->isComposite && !property->isDerived) {
-        noteLinks(state, context.getFirstValue(), *property);
     } else {
         ++fReport.fIgnoredAttributes[metaClass.name() + "." + property->name];
-    }
-}
-
-void XmiReaderImpl::applyReference(ParseState & state, Context const & context) {
-    if (MetaProperty const * const property = state.cursor.metaClass->find(context.getRole())) {
-        noteLinks(state, context.getFirstValue(), *property);
-    } else {
-        ++fReport.fIgnoredAttributes[state.cursor.metaClass->name() + "." + labelOf(context.getRole())];
     }
 }
 

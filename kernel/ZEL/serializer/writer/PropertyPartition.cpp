@@ -60,16 +60,6 @@ void WrittenProperty::findShortcuts(internal::ClassDescriptor const & ownerClass
     }
 }
 
-PropertyPartition::PropertyPartition(std::shared_ptr<internal::MetaClassView const> classView,
-                                     internal::ClassDescriptor const & descriptor)
-    : view(std::move(classView)), type(uriOf(view->metaClass().getRootModel()), view->name()) {
-    for (internal::FieldDescriptor const & field : descriptor.fields) {
-        if (internal::isContainment(*field.property)) {
-            containments.push_back(&field);
-        }
-    }
-}
-
 PropertyPartition const & PartitionCache::partitionOf(NSInterface::ClassObjectIntf const & object) {
     internal::ClassDescriptor const & descriptor = object.internal_body()->internal_descriptor();
     if (fLast != &descriptor) {
@@ -102,8 +92,15 @@ WrittenProperty * PartitionCache::enter(internal::PropertyView const & property)
 std::unique_ptr<PropertyPartition> PartitionCache::makePartition(internal::ClassDescriptor const & descriptor,
                                                                  ImmutableClass const & metaClass) {
     using Role = internal::PropertyView::Role;
-    auto made = std::make_unique<PropertyPartition>(internal::MetaClassView::of(metaClass), descriptor);
+    auto made = std::make_unique<PropertyPartition>();
     PropertyPartition & partition = *made;
+    partition.view = internal::MetaClassView::of(metaClass);
+    partition.type = QualifiedName(uriOf(partition.view->metaClass().getRootModel()), partition.view->name());
+    for (internal::FieldDescriptor const & field : descriptor.fields) {
+        if (internal::isContainment(*field.property)) {
+            partition.containments.push_back(&field);
+        }
+    }
     std::vector<WrittenProperty const *> extensions;
     std::vector<WrittenProperty const *> composites;
     for (internal::PropertyView const & property : partition.view->properties()) {

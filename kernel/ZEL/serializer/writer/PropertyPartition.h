@@ -46,9 +46,6 @@ struct WrittenProperty : internal::PropertyView {
 
 /// The properties of a metaclass that are written, by the form in which they are.
 struct PropertyPartition {
-    PropertyPartition(std::shared_ptr<internal::MetaClassView const> view,
-                      internal::ClassDescriptor const & descriptor);
-
     std::shared_ptr<internal::MetaClassView const> view;
     QualifiedName type;                                ///< the metaclass in its metamodel
     std::vector<WrittenProperty const *> singleValues; ///< attributes; "name" goes first

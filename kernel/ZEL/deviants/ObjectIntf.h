@@ -49,39 +49,39 @@ public:
 
     // --- copies and deletion ---------------------------------------------------------------------------------------
     /// Second pass of `clone`: sets the references of the copies, through the map of copies.
-    virtual void internal_cloneReferences(Deviant deviant, internal::CloneMap & copies);
+    virtual void internal_cloneReferences(Deviant, internal::CloneMap &) {}
     /// First pass of `clone`: makes the copies of this object and all it contains, with their plain values.
-    virtual void internal_cloneContents(Deviant deviant, internal::CloneMap & copies);
+    virtual void internal_cloneContents(Deviant, internal::CloneMap &) {}
     /// A copy of this object and all it contains in the model that `target` is, or belongs to; unparented there. Null of
     /// what is no object of a class.
     template <class Copy = ClassObject> [[nodiscard]] Copy clone(Deviant deviant, Copy const & target);
     /// First pass of `destroy`: takes this object and all it contains off the ends that others hold of them.
-    virtual void internal_unlinkForDestroy(Deviant deviant);
+    virtual void internal_unlinkForDestroy(Deviant) {}
     /// Last pass of `destroy`: ends this object and all it contains in the deviant, saving their old states.
-    virtual void internal_destroyContents(Deviant deviant);
-    virtual void destroy(Deviant deviant);
-    [[nodiscard]] virtual std::size_t getByteSize() const;
+    virtual void internal_destroyContents(Deviant) {}
+    virtual void destroy(Deviant) {}
+    [[nodiscard]] virtual std::size_t getByteSize() const { return 0; }
 
     // --- state protocol --------------------------------------------------------------------------------------------
     /// Whether the object exists in the deviant, by a state of its own or through the root. Never raises.
-    [[nodiscard]] virtual bool deviant_isValid(Deviant deviant) const;
+    [[nodiscard]] virtual bool deviant_isValid(Deviant) const { return false; }
     /// Deletes `state` if it is real.
-    virtual void deviant_destroyState(ObjectIntf * state);
-    virtual void deviant_markModelDestroyed();
+    virtual void deviant_destroyState(ObjectIntf * /*state*/) {}
+    virtual void deviant_markModelDestroyed() {}
     /// On the root: hands deviants that follow the root a copy of the state before the transaction.
-    virtual void deviant_commitTransientState(Deviant deviant);
+    virtual void deviant_commitTransientState(Deviant) {}
     /// A copy of the state in the deviant, owned by the caller, or the sentinel or null found there.
-    [[nodiscard]] virtual ObjectIntf * deviant_getCopyOfDeviation(Deviant deviant) const;
+    [[nodiscard]] virtual ObjectIntf * deviant_getCopyOfDeviation(Deviant) const { return nullptr; }
     /// The state in the deviant itself, without reading through to the root; may be a sentinel or null.
-    [[nodiscard]] virtual ObjectIntf * internal_getDeviation(Deviant deviant) const;
+    [[nodiscard]] virtual ObjectIntf * internal_getDeviation(Deviant) const { return nullptr; }
     /// Deletes the present state and stores `state`, which the deviant then owns. Storing what is there does nothing.
-    virtual void internal_setDeviation(Deviant deviant, ObjectIntf * state);
+    virtual void internal_setDeviation(Deviant, ObjectIntf * /*state*/) {}
     /// A new empty state, stored in the deviant; null and no change if there is a real one.
-    virtual ObjectIntf * internal_createDeviation(Deviant deviant);
+    virtual ObjectIntf * internal_createDeviation(Deviant) { return nullptr; }
     /// Deletes the present state and stores `Deviant::InvalidObject`.
-    virtual void internal_destroyDeviation(Deviant deviant);
+    virtual void internal_destroyDeviation(Deviant) {}
     /// Makes this state a copy of `source`, property by property.
-    virtual void internal_deviationAssign(Deviant target, ObjectIntf * source, Deviant sourceDeviant);
+    virtual void internal_deviationAssign(Deviant /*target*/, ObjectIntf * /*source*/, Deviant /*sourceDeviant*/) {}
 
     // --- naming and values -----------------------------------------------------------------------------------------
     /// "ZEL.ImmutableX" or "ZEL.X". Raises "Internal Error" unless overridden.
@@ -97,17 +97,17 @@ public:
     // --- access to states ------------------------------------------------------------------------------------------
     /// The state to read in the deviant: its own or the root's. Raises when the model or the deviant has gone, and when
     /// the object is not present in the deviant.
-    [[nodiscard]] virtual ObjectIntf * getReadDeviant(Deviant deviant) const;
+    [[nodiscard]] virtual ObjectIntf * getReadDeviant(Deviant) const { return nullptr; }
     /// The state to write in the deviant, made and saved as needed. Raises also when no transaction is open.
-    [[nodiscard]] virtual ObjectIntf * getWriteDeviant(Deviant deviant) const;
+    [[nodiscard]] virtual ObjectIntf * getWriteDeviant(Deviant) const { return nullptr; }
     /// Null of what is no object of a class.
     template <class Class = ImmutableClass> [[nodiscard]] Class getMetaClass(Deviant deviant) const;
 
     // --- for the kernel's own use ----------------------------------------------------------------------------------
     /// This object as a body, null for states and values.
-    [[nodiscard]] virtual internal::BodyCore * internal_body() const noexcept;
+    [[nodiscard]] virtual internal::BodyCore * internal_body() const noexcept { return nullptr; }
     /// This object as a state, null for bodies and values.
-    [[nodiscard]] virtual internal::StateCore * internal_state() const noexcept;
+    [[nodiscard]] virtual internal::StateCore * internal_state() const noexcept { return nullptr; }
     /// What `getMetaType` makes its handle of.
     [[nodiscard]] virtual SeenObject internal_metaType(Deviant deviant) const;
 

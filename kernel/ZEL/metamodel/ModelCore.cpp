@@ -67,11 +67,9 @@ void ModelCore::release() noexcept {
     }
 }
 
-void ModelCore::attach(BodyCore & body) noexcept { body.fModel = this; }
-
 void ModelCore::adopt(BodyCore & body) {
     fUnnumbered.insert(&body);
-    attach(body);
+    body.fModel = this;
 }
 
 void ModelCore::noteCreated(BodyCore & body, Deviant deviant) noexcept {

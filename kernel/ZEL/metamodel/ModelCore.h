@@ -26,8 +26,6 @@ public:
 
     [[nodiscard]] DeviantManager & internal_deviantManager() noexcept { return fManager; }
 
-    /// Tells a new body its model. Until it has a number, or is adopted, it lives by its count alone.
-    void attach(BodyCore & body) noexcept;
     /// Takes a body that will have no number into the model's knowledge; it still lives by its count.
     void adopt(BodyCore & body);
     /// The same for a body that is given its number at once.

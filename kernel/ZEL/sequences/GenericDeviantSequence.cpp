@@ -133,8 +133,6 @@ int GenericDeviantSequence::generic_indexOf(Deviant, Ref element) const {
     return visit([&](auto kind, auto const & storage) { return static_cast<int>(kind.indexOf(storage, element)); });
 }
 
-bool GenericDeviantSequence::generic_isUnique() const { return fField->isUnique; }
-
 bool GenericDeviantSequence::generic_accepts(Deviant, Ref const & element) const {
     return fField->hasTexts() ? Texts::fits(*this, element) : Bodies::fits(*this, element);
 }
@@ -192,9 +190,7 @@ void GenericDeviantSequence::generic_replace(Deviant, int index, Ref element) {
 
 GenericDeviantSequence::Iterator::Iterator(GenericDeviantSequence const * sequence, int position)
     : fSequence(sequence), fPosition(position) {
-    if (fSequence == nullptr) {
-        raiseInternalError("null sequence for iterator constructor");
-    }
+    requireSequence("null sequence for iterator constructor");
     fSequence->fIterators.push_back(this);
 }
 
@@ -213,31 +209,29 @@ GenericDeviantSequence::Iterator::~Iterator() {
     }
 }
 
-Ref GenericDeviantSequence::Iterator::current(Deviant deviant) const {
+void GenericDeviantSequence::Iterator::requireSequence(char const * text) const {
     if (fSequence == nullptr) {
-        raiseInternalError("dereferencing an invalid iterator");
+        raiseInternalError(text);
     }
+}
+
+Ref GenericDeviantSequence::Iterator::current(Deviant deviant) const {
+    requireSequence("dereferencing an invalid iterator");
     return fSequence->generic_at(deviant, fPosition);
 }
 
 void GenericDeviantSequence::Iterator::next(Deviant) {
-    if (fSequence == nullptr) {
-        raiseInternalError("++ on an invalid iterator");
-    }
+    requireSequence("++ on an invalid iterator");
     ++fPosition;
 }
 
 void GenericDeviantSequence::Iterator::previous(Deviant) {
-    if (fSequence == nullptr) {
-        raiseInternalError("-- on an invalid iterator");
-    }
+    requireSequence("-- on an invalid iterator");
     --fPosition;
 }
 
 IteratorPtr GenericDeviantSequence::Iterator::clone() const {
-    if (fSequence == nullptr) {
-        raiseInternalError("cloning an invalid iterator");
-    }
+    requireSequence("cloning an invalid iterator");
     return IteratorPtr(new Iterator(*this));
 }
 
@@ -248,8 +242,6 @@ bool GenericDeviantSequence::Iterator::equal(IteratorIntf const * other) const {
     }
     return fPosition == that->fPosition;
 }
-
-int GenericDeviantSequence::Iterator::position() const { return fPosition; }
 
 template class IndexedSequence<GenericDeviantSequence, SequenceProxy>;
 

@@ -35,7 +35,7 @@ public:
     [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
                                     int count) const override;
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
-    [[nodiscard]] bool generic_isUnique() const override;
+    [[nodiscard]] bool generic_isUnique() const override { return fField->isUnique; }
     [[nodiscard]] bool generic_accepts(Deviant deviant, Ref const & element) const override;
 
 private:
@@ -73,13 +73,16 @@ public:
     void previous(Deviant deviant) override;
     [[nodiscard]] IteratorPtr clone() const override;
     [[nodiscard]] bool equal(IteratorIntf const * other) const override;
-    [[nodiscard]] int position() const override;
+    [[nodiscard]] int position() const override { return fPosition; }
 
     void orphan() noexcept { fSequence = nullptr; }
     [[nodiscard]] int index() const noexcept { return fPosition; }
 
 private:
     Iterator(Iterator const & other);
+
+    /// Throws the text when orphaned.
+    void requireSequence(char const * text) const;
 
     GenericDeviantSequence const * fSequence; ///< null when orphaned
     int fPosition;

@@ -1,5 +1,4 @@
 #include <ZEL/sequences/GenericFilteredSequence.h>
-#include <ZEL/sequences/OwnIterator.h>
 
 #include <utility>
 

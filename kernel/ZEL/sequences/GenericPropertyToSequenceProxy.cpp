@@ -1,6 +1,5 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/sequences/GenericPropertyToSequenceProxy.h>
-#include <ZEL/sequences/OwnIterator.h>
 
 namespace ZEL::Generic {
 

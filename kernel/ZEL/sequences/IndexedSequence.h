@@ -1,7 +1,7 @@
 #pragma once
 
 #include <ZEL/sequences/IndexChecks.h>
-#include <ZEL/sequences/OwnIterator.h>
+#include <ZEL/sequences/IteratorProxy.h>
 #include <ZEL/sequences/SequenceIntf.h>
 
 #include <cstddef>

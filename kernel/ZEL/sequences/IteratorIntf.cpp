@@ -1,5 +1,4 @@
 #include <ZEL/sequences/IteratorIntf.h>
-#include <ZEL/sequences/SequenceDomain.h>
 
 namespace ZEL::Generic {
 
@@ -17,7 +16,5 @@ MethodInfo IteratorIntf::getVisitMethod(VisitTable const & table) const {
 void * IteratorIntf::cast(ClassInfo const & info) const {
     return castTable<IteratorIntf, IteratorIntf>().cast(info, const_cast<IteratorIntf *>(this));
 }
-
-int IteratorIntf::position() const { return kNoPosition; }
 
 } // namespace ZEL::Generic

@@ -9,6 +9,9 @@
 
 namespace ZEL::Generic {
 
+/// The tag space of sequences and their iterators.
+class ZEL_API SequenceDomain : public CooperativeVisitor::VisitationDomain {};
+
 class IteratorIntf;
 using IteratorPtr = std::unique_ptr<IteratorIntf>;
 
@@ -34,7 +37,7 @@ public:
     [[nodiscard]] virtual bool equal(IteratorIntf const * other) const = 0;
 
     /// The index at which `generic_at` of the sequence returns the current element, or `kNoPosition`.
-    [[nodiscard]] virtual int position() const;
+    [[nodiscard]] virtual int position() const { return kNoPosition; }
 };
 
 } // namespace ZEL::Generic

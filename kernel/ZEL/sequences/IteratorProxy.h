@@ -24,4 +24,13 @@ private:
     [[nodiscard]] Kind const & self() const noexcept { return static_cast<Kind const &>(*this); }
 };
 
+/// The iterator as one of the class that a sequence makes. Throws "An Internal Error has occurred" for another.
+template <class Iterator> Iterator const & ownIterator(IteratorIntf const * iterator) {
+    auto const * const own = dynamic_cast<Iterator const *>(iterator);
+    if (own == nullptr) {
+        raiseAnInternalError();
+    }
+    return *own;
+}
+
 } // namespace ZEL::Generic

@@ -85,8 +85,6 @@ void ListQImplForRefs::eraseRange(int begin, int end) {
 
 // --- reads -----------------------------------------------------------------------------------------------------------
 
-int ListQImplForRefs::generic_size(Deviant) const { return static_cast<int>(fList.size()); }
-
 bool ListQImplForRefs::generic_contains(Deviant, Ref element) const {
     // From the back: what was put in last is asked for most.
     for (std::size_t i = fList.size(); i-- > 0;) {
@@ -113,8 +111,6 @@ int ListQImplForRefs::generic_indexOf(Deviant, Ref element) const {
     }
     return -1;
 }
-
-bool ListQImplForRefs::generic_isUnique() const { return false; }
 
 bool ListQImplForRefs::generic_accepts(Deviant, Ref const & element) const {
     Ref const boxed = element.boxed();

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <ZEL/sequences/IndexedSequence.h>
-#include <ZEL/sequences/IteratorProxy.h>
 
 #include <hasp_util/GList.h>
 
@@ -22,13 +21,13 @@ public:
     ~ListQImplForRefs() override;
 
     void generic_clear(Deviant deviant) override;
-    [[nodiscard]] int generic_size(Deviant deviant) const override;
+    [[nodiscard]] int generic_size(Deviant) const override { return static_cast<int>(fList.size()); }
     void generic_replace(Deviant deviant, int index, Ref element) override;
     [[nodiscard]] bool generic_contains(Deviant deviant, Ref element) const override;
     [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
                                     int count) const override;
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
-    [[nodiscard]] bool generic_isUnique() const override;
+    [[nodiscard]] bool generic_isUnique() const override { return false; }
     [[nodiscard]] bool generic_accepts(Deviant deviant, Ref const & element) const override;
 
 protected:

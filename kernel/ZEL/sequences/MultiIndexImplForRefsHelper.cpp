@@ -57,8 +57,6 @@ void MultiIndexImplForRefsHelper::eraseRange(int begin, int end) {
 
 // --- reads -----------------------------------------------------------------------------------------------------------
 
-int MultiIndexImplForRefsHelper::generic_size(Deviant) const { return static_cast<int>(fByPosition.size()); }
-
 bool MultiIndexImplForRefsHelper::generic_contains(Deviant deviant, Ref element) const {
     return generic_accepts(deviant, element) && fByKey.contains(fToElement(element));
 }
@@ -78,8 +76,6 @@ int MultiIndexImplForRefsHelper::generic_indexOf(Deviant deviant, Ref element) c
     }
     return least == none ? -1 : static_cast<int>(least);
 }
-
-bool MultiIndexImplForRefsHelper::generic_isUnique() const { return fIsUnique; }
 
 // --- writes ----------------------------------------------------------------------------------------------------------
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <ZEL/sequences/IndexedSequence.h>
-#include <ZEL/sequences/IteratorProxy.h>
 
 #include <cstddef>
 #include <set>
@@ -20,7 +19,7 @@ public:
     MultiIndexImplForRefsHelper & operator=(MultiIndexImplForRefsHelper const &) = delete;
 
     void generic_clear(Deviant deviant) override;
-    [[nodiscard]] int generic_size(Deviant deviant) const override;
+    [[nodiscard]] int generic_size(Deviant) const override { return static_cast<int>(fByPosition.size()); }
     using IndexedSequence::generic_insert;
     /// The result is at the element or, if it was refused, at the one with an equal key.
     IteratorPtr generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override;
@@ -29,7 +28,7 @@ public:
     /// Whether there is an element with an equal key.
     [[nodiscard]] bool generic_contains(Deviant deviant, Ref element) const override;
     [[nodiscard]] int generic_indexOf(Deviant deviant, Ref element) const override;
-    [[nodiscard]] bool generic_isUnique() const override;
+    [[nodiscard]] bool generic_isUnique() const override { return fIsUnique; }
 
 protected:
     /// The element as one of the class that is stored; throws for another.

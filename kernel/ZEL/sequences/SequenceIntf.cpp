@@ -1,4 +1,3 @@
-#include <ZEL/sequences/SequenceDomain.h>
 #include <ZEL/sequences/SequenceIntf.h>
 
 namespace ZEL::Generic {
@@ -17,8 +16,6 @@ MethodInfo SequenceIntf::getVisitMethod(VisitTable const & table) const {
 void * SequenceIntf::cast(ClassInfo const & info) const {
     return castTable<SequenceIntf, SequenceIntf>().cast(info, const_cast<SequenceIntf *>(this));
 }
-
-bool SequenceIntf::generic_isRandomAccess() const { return false; }
 
 IteratorPtr SequenceIntf::generic_iteratorAt(Deviant deviant, int index) const {
     auto iterator = generic_begin(deviant);
@@ -49,9 +46,5 @@ bool SequenceIntf::generic_eraseElement(Deviant deviant, Ref element) {
     generic_erase(deviant, index);
     return true;
 }
-
-bool SequenceIntf::generic_isUnique() const { return true; }
-
-bool SequenceIntf::generic_accepts(Deviant, Ref const &) const { return true; }
 
 } // namespace ZEL::Generic

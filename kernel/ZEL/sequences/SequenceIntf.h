@@ -50,7 +50,7 @@ public:
 
     // --- short cuts; the defaults do the same through the operations above ----------------------------------------
     /// Whether `generic_at` needs no walk over the elements, so that loops use an index instead of an iterator.
-    [[nodiscard]] virtual bool generic_isRandomAccess() const;
+    [[nodiscard]] virtual bool generic_isRandomAccess() const { return false; }
     /// The iterator at `index`.
     [[nodiscard]] virtual IteratorPtr generic_iteratorAt(Deviant deviant, int index) const;
     /// Writes up to `count` bodies from `index` on into `bodies` and returns their number, 0 at the end; -1 if the
@@ -62,9 +62,9 @@ public:
     /// Erases the first place of `element`; false if there is none.
     virtual bool generic_eraseElement(Deviant deviant, Ref element);
     /// Whether an element that is there already is not taken a second time.
-    [[nodiscard]] virtual bool generic_isUnique() const;
+    [[nodiscard]] virtual bool generic_isUnique() const { return true; }
     /// False if the element could not be pushed because of what it is. Asked before anything else is written.
-    [[nodiscard]] virtual bool generic_accepts(Deviant deviant, Ref const & element) const;
+    [[nodiscard]] virtual bool generic_accepts(Deviant, Ref const & /*element*/) const { return true; }
 };
 
 using SequencePtr = SmartPtr<SequenceIntf, ReferenceCounted>;

@@ -17,10 +17,10 @@ template <class T, class C> class ReportOfChanges;
 /// listener must be unregistered before it dies, or outlive the deviant.
 class ZEL_API ListenerBase {
 public:
-    virtual ~ListenerBase();
+    virtual ~ListenerBase() = default;
     /// The deviant is being removed; called once for each list in which the listener stands. It may unregister
     /// listeners. A root deviant goes without this call.
-    virtual void onDeviantDestroyed();
+    virtual void onDeviantDestroyed() {}
 
     /// Before a commit, within the transaction: may change further objects.
     void modifyOnCommit(ReportOfChanges<ClassObject, FALSE_TYPE> const &) {}

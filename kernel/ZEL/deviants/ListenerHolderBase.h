@@ -18,7 +18,7 @@ namespace internal {
 /// deviant owns its holders.
 class ZEL_API ListenerHolderBase {
 public:
-    virtual ~ListenerHolderBase();
+    virtual ~ListenerHolderBase() = default;
     ListenerHolderBase(ListenerHolderBase const &) = delete;
     ListenerHolderBase & operator=(ListenerHolderBase const &) = delete;
 

@@ -21,10 +21,7 @@ StateCore & stateToWrite(ClassObjectIntf const & object, Deviant deviant) {
     return *object.internal_body()->writeState(deviant);
 }
 
-/// The body a field holds, as a class object. Fields of class type hold nothing else.
-ClassObjectIntf * classObject(void * element) {
-    return static_cast<ClassObjectIntf *>(static_cast<ObjectIntf *>(element)->cast(ClassObjectIntf::classInfo()));
-}
+ClassObjectIntf * classObjectOf(void * element) { return &classObject(*static_cast<ObjectIntf *>(element)); }
 
 ClassDescriptor const & classOf(ClassObjectIntf const & object) {
     return object.internal_body()->internal_descriptor();
@@ -111,7 +108,7 @@ void addContainee(ClassObjectIntf & container, Deviant deviant, FieldDescriptor 
         return;
     }
     if (present != nullptr) {
-        unparentDisplaced(container, deviant, *classObject(present));
+        unparentDisplaced(container, deviant, classObject(*present));
     }
     field.set(stateToWrite(container, deviant), added);
 }
@@ -151,9 +148,9 @@ void collectContainees(ClassObjectIntf const & object, Deviant deviant, std::vec
             continue;
         }
         if (field.sequence != nullptr) {
-            readSequence(field, state).forEach([&result](void * element) { result.push_back(classObject(element)); });
+            readSequence(field, state).forEach([&result](void * element) { result.push_back(classObjectOf(element)); });
         } else if (ObjectIntf * const value = field.get(state)) {
-            result.push_back(classObject(value));
+            result.push_back(classObjectOf(value));
         }
     }
 }
@@ -195,13 +192,13 @@ std::vector<ClassObjectIntf *> modelRoots(ClassObjectIntf & object, Deviant devi
         return roots;
     }
     StateCore const & state = stateToRead(object, deviant);
-    readSequence(*unparented, state).forEach([&roots](void * root) { roots.push_back(classObject(root)); });
+    readSequence(*unparented, state).forEach([&roots](void * root) { roots.push_back(classObjectOf(root)); });
     for (FieldDescriptor const & field : classOf(object).fields) {
         PropertyDescriptor const & property = *field.property;
         if (property.typeClass != nullptr &&
             property.typeClass->isKindOf(NSInterface::FactoryObjectIntf::descriptor()) && field.get != nullptr &&
             field.get(state) != nullptr) {
-            roots.push_back(classObject(field.get(state)));
+            roots.push_back(classObjectOf(field.get(state)));
         }
     }
     return roots;

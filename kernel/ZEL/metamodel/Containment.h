@@ -13,6 +13,11 @@ namespace ZEL::internal {
 
 class PersistentSequence;
 
+/// The object as one of a class, which it must be: fields of class type hold nothing else.
+[[nodiscard]] inline ClassObjectIntf & classObject(ObjectIntf & object) {
+    return *static_cast<ClassObjectIntf *>(object.cast(ClassObjectIntf::classInfo()));
+}
+
 /// The stored field of `property` in the object's class; null if the class has none.
 [[nodiscard]] ZEL_API FieldDescriptor const * fieldOf(ClassDescriptor const & descriptor,
                                                       PropertyDescriptor const & property) noexcept;

@@ -9,12 +9,8 @@ namespace ZEL::internal {
 
 namespace {
 
-ClassObjectIntf & asClassObject(ObjectIntf & object) {
-    return *static_cast<ClassObjectIntf *>(object.cast(ClassObjectIntf::classInfo()));
-}
-
 Sequence<Object> rawSequence(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end) {
-    return end.manyWithoutAssociation(ImmutableClassObject(&asClassObject(object), deviant));
+    return end.manyWithoutAssociation(ImmutableClassObject(&classObject(object), deviant));
 }
 
 } // namespace
@@ -32,7 +28,7 @@ void addOppositeOnly(ObjectIntf & object, Deviant deviant, PropertyDescriptor co
         if (isContainment(end)) {
             ClassObject const present = singleValue(object, deviant, end);
             if (present.isValid() && present.getImplementation() != &value) {
-                unparentDisplaced(asClassObject(object), deviant, *present.getImplementation());
+                unparentDisplaced(classObject(object), deviant, *present.getImplementation());
             }
         }
         end.single->setEndOnly(&object, deviant, Generic::Ref::ofBody(&value, deviant));

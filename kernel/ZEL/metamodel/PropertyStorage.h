@@ -18,7 +18,7 @@ public:
     PropertyStorage() = default;
     explicit PropertyStorage(PropertyStorageIntf * body) : RefBase(body, Deviant()) {}
 
-    [[nodiscard]] bool has(ImmutableClassObject const & object) const;
+    [[nodiscard]] bool has(ImmutableClassObject const & object) const { return getImplementation()->has(object); }
     [[nodiscard]] Sequence<Object> get(ClassObject const & object) const;
     [[nodiscard]] ImmutableSequence<ImmutableObject> get(ImmutableClassObject const & object) const;
     [[nodiscard]] Object getOne(ClassObject const & object) const;
@@ -30,12 +30,18 @@ public:
     template <internal::HandleOf<NSInterface::ClassObjectIntf> H> [[nodiscard]] auto getOne(H const & object) const {
         return getOne(BaseOf<H>(object));
     }
-    void setOrAdd(ClassObject const & object, Object const & value) const;
-    void setOrAddEndOnly(ClassObject const & object, Object const & value) const;
-    void remove(ClassObject const & object, Object const & value) const;
-    void removeEndOnly(ClassObject const & object, Object const & value) const;
-    void removeOne(ClassObject const & object) const;
-    void removeOneEndOnly(ClassObject const & object) const;
+    void setOrAdd(ClassObject const & object, Object const & value) const {
+        getImplementation()->setOrAdd(object, value);
+    }
+    void setOrAddEndOnly(ClassObject const & object, Object const & value) const {
+        getImplementation()->setOrAddEndOnly(object, value);
+    }
+    void remove(ClassObject const & object, Object const & value) const { getImplementation()->remove(object, value); }
+    void removeEndOnly(ClassObject const & object, Object const & value) const {
+        getImplementation()->removeEndOnly(object, value);
+    }
+    void removeOne(ClassObject const & object) const { getImplementation()->removeOne(object); }
+    void removeOneEndOnly(ClassObject const & object) const { getImplementation()->removeOneEndOnly(object); }
 
     friend bool operator==(PropertyStorage const & a, PropertyStorage const & b) noexcept {
         return a.getImplementationWithoutAssert() == b.getImplementationWithoutAssert();

@@ -27,10 +27,6 @@ using Generic::filtered_sequence_internal::GenericFilteredSequence;
 
 ClassObjectIntf & writable(ClassObjectIntf const & object) { return const_cast<ClassObjectIntf &>(object); }
 
-ClassObjectIntf & classObject(ObjectIntf & object) {
-    return *static_cast<ClassObjectIntf *>(object.cast(ClassObjectIntf::classInfo()));
-}
-
 /// The deviant in which `object` is written on behalf of `self`: that of `self` within one model, else the root of the
 /// other model, which has to be open for writing itself.
 Deviant deviantFor(ObjectIntf const & object, ClassObjectIntf const & self, Deviant deviant) {

@@ -1,9 +1,0 @@
-#include <ZEL/deviants/ListenerBase.h>
-
-namespace ZEL {
-
-ListenerBase::~ListenerBase() = default;
-
-void ListenerBase::onDeviantDestroyed() {}
-
-} // namespace ZEL

@@ -17,10 +17,9 @@ void TextField::set(std::string_view text) {
         throw std::length_error("text of a property longer than 4 GiB");
     }
     void * const memory = takeFromPool(sizeof(Record) + text.size());
-    TextField fresh;
-    fresh.fRecord = new (memory) Record{1, static_cast<std::uint32_t>(text.size())};
-    std::memcpy(fresh.fRecord->text(), text.data(), text.size());
-    swap(fresh);
+    auto * const record = new (memory) Record{0, static_cast<std::uint32_t>(text.size())};
+    std::memcpy(record->text(), text.data(), text.size());
+    fRecord = record;
 }
 
 void TextField::destroy(Record * record) noexcept { giveToPool(record, sizeof(Record) + record->size); }

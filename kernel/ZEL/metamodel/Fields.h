@@ -2,10 +2,10 @@
 
 #include <ZEL/Export.h>
 #include <ZEL/String.h>
+#include <ZEL/sequences/SmartPtr.h>
 
 #include <cstdint>
 #include <string_view>
-#include <utility>
 
 namespace ZEL::internal {
 
@@ -15,26 +15,14 @@ class ZEL_API TextField {
 public:
     TextField() noexcept = default;
     explicit TextField(std::string_view text) { set(text); }
-    TextField(TextField const & other) noexcept : fRecord(other.fRecord) { retain(); }
-    TextField(TextField && other) noexcept : fRecord(std::exchange(other.fRecord, nullptr)) {}
-    TextField & operator=(TextField const & other) noexcept {
-        TextField(other).swap(*this);
-        return *this;
-    }
-    TextField & operator=(TextField && other) noexcept {
-        swap(other);
-        return *this;
-    }
-    ~TextField() { release(); }
 
     void set(std::string_view text);
-    void clear() noexcept { TextField().swap(*this); }
-    [[nodiscard]] bool isEmpty() const noexcept { return fRecord == nullptr; }
+    void clear() noexcept { fRecord = nullptr; }
+    [[nodiscard]] bool isEmpty() const noexcept { return !fRecord; }
     [[nodiscard]] std::string_view view() const noexcept {
-        return fRecord == nullptr ? std::string_view() : std::string_view(fRecord->text(), fRecord->size);
+        return isEmpty() ? std::string_view() : std::string_view(fRecord->text(), fRecord->size);
     }
     [[nodiscard]] String get() const { return String(view()); }
-    void swap(TextField & other) noexcept { std::swap(fRecord, other.fRecord); }
 
 private:
     struct Record {
@@ -43,19 +31,17 @@ private:
         [[nodiscard]] char const * text() const noexcept { return reinterpret_cast<char const *>(this + 1); }
         [[nodiscard]] char * text() noexcept { return reinterpret_cast<char *>(this + 1); }
     };
-    void retain() noexcept {
-        if (fRecord != nullptr) {
-            ++fRecord->count;
+    struct Counting {
+        static void retain(Record * record) noexcept { ++record->count; }
+        static void release(Record * record) noexcept {
+            if (--record->count == 0) {
+                destroy(record);
+            }
         }
-    }
-    void release() noexcept {
-        if (fRecord != nullptr && --fRecord->count == 0) {
-            destroy(fRecord);
-        }
-    }
+    };
     static void destroy(Record * record) noexcept;
 
-    Record * fRecord = nullptr;
+    Generic::SmartPtr<Record, Counting> fRecord;
 };
 
 } // namespace ZEL::internal

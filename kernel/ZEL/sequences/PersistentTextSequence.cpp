@@ -6,7 +6,7 @@
 namespace ZEL::internal {
 
 std::ptrdiff_t PersistentTextSequence::indexOf(std::string_view text) const noexcept {
-    if (fBlock == nullptr) {
+    if (empty()) {
         return -1;
     }
     auto const found = std::find(fBlock->texts.begin(), fBlock->texts.end(), text);
@@ -14,7 +14,7 @@ std::ptrdiff_t PersistentTextSequence::indexOf(std::string_view text) const noex
 }
 
 void PersistentTextSequence::insert(std::size_t position, std::string text) {
-    if (fBlock == nullptr) {
+    if (empty()) {
         auto block = std::make_unique<Block>();
         block->texts.push_back(std::move(text));
         fBlock = block.release();
@@ -38,21 +38,13 @@ void PersistentTextSequence::replaceAt(std::size_t position, std::string text) {
 }
 
 bool PersistentTextSequence::operator==(PersistentTextSequence const & other) const noexcept {
-    return fBlock == other.fBlock ||
-           (fBlock != nullptr && other.fBlock != nullptr && fBlock->texts == other.fBlock->texts);
-}
-
-void PersistentTextSequence::release() noexcept {
-    if (fBlock != nullptr && --fBlock->count == 0) {
-        delete fBlock;
-    }
+    return fBlock == other.fBlock || (!empty() && !other.empty() && fBlock->texts == other.fBlock->texts);
 }
 
 std::vector<std::string> & PersistentTextSequence::ownTexts() {
     if (fBlock->count > 1) {
         auto copy = std::make_unique<Block>();
         copy->texts = fBlock->texts;
-        --fBlock->count;
         fBlock = copy.release();
     }
     return fBlock->texts;

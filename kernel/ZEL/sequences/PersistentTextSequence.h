@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ZEL/Export.h>
+#include <ZEL/sequences/SmartPtr.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -18,17 +19,8 @@ namespace ZEL::internal {
 /// operation that throws leaves the sequence as it was. Whether equal texts may stand twice is for the caller to say.
 class ZEL_API PersistentTextSequence {
 public:
-    PersistentTextSequence() noexcept = default;
-    PersistentTextSequence(PersistentTextSequence const & other) noexcept : fBlock(other.fBlock) { retain(); }
-    PersistentTextSequence(PersistentTextSequence && other) noexcept : fBlock(std::exchange(other.fBlock, nullptr)) {}
-    PersistentTextSequence & operator=(PersistentTextSequence other) noexcept {
-        std::swap(fBlock, other.fBlock);
-        return *this;
-    }
-    ~PersistentTextSequence() { release(); }
-
-    [[nodiscard]] bool empty() const noexcept { return fBlock == nullptr; }
-    [[nodiscard]] std::size_t size() const noexcept { return fBlock == nullptr ? 0 : fBlock->texts.size(); }
+    [[nodiscard]] bool empty() const noexcept { return !fBlock; }
+    [[nodiscard]] std::size_t size() const noexcept { return empty() ? 0 : fBlock->texts.size(); }
     /// `position` must be less than the size.
     [[nodiscard]] std::string const & at(std::size_t position) const noexcept { return fBlock->texts[position]; }
     /// The first position of `text`, or -1.
@@ -42,8 +34,7 @@ public:
     void eraseAt(std::size_t position);
     /// `position` must be less than the size.
     void replaceAt(std::size_t position, std::string text);
-    void clear() noexcept { PersistentTextSequence().swap(*this); }
-    void swap(PersistentTextSequence & other) noexcept { std::swap(fBlock, other.fBlock); }
+    void clear() noexcept { fBlock = nullptr; }
 
     [[nodiscard]] bool sharesStorageWith(PersistentTextSequence const & other) const noexcept {
         return fBlock == other.fBlock;
@@ -52,19 +43,21 @@ public:
 
 private:
     struct Block {
-        std::uint32_t count = 1;
+        std::uint32_t count = 0;
         std::vector<std::string> texts;
     };
-
-    void retain() noexcept {
-        if (fBlock != nullptr) {
-            ++fBlock->count;
+    struct Counting {
+        static void retain(Block * block) noexcept { ++block->count; }
+        static void release(Block * block) noexcept {
+            if (--block->count == 0) {
+                delete block;
+            }
         }
-    }
-    void release() noexcept;
+    };
+
     [[nodiscard]] std::vector<std::string> & ownTexts();
 
-    Block * fBlock = nullptr;
+    Generic::SmartPtr<Block, Counting> fBlock;
 };
 
 } // namespace ZEL::internal

@@ -1,13 +1,12 @@
 #pragma once
 
 #include <ZEL/base/Cleanup.h>
+#include <ZEL/metamodel/Model.h>
 
-#include <memory>
+#include <map>
 #include <string>
 
 namespace ZEL {
-
-class Model;
 
 /// Finds a metamodel by its URI.
 ///
@@ -15,20 +14,18 @@ class Model;
 class ZEL_API MetaModelRegistry : public Cleanup {
 public:
     [[nodiscard]] static MetaModelRegistry * instance();
-    ~MetaModelRegistry() override;
 
     /// Replaces another model, which is given up.
-    void bindUriToModel(std::string const & uri, Model const & model);
+    void bindUriToModel(std::string const & uri, Model const & model) { fModels[uri] = model; }
     /// Nothing for an unknown URI.
-    void unbindModelUri(std::string const & uri);
-    /// An unknown URI is entered with an invalid handle, and that is given.
-    [[nodiscard]] Model getModelFromUri(std::string const & uri);
+    void unbindModelUri(std::string const & uri) { fModels.erase(uri); }
+    /// An unknown URI is entered with an invalid handle, which is returned.
+    [[nodiscard]] Model getModelFromUri(std::string const & uri) { return fModels[uri]; }
 
 private:
-    struct Bindings;
-    MetaModelRegistry();
+    MetaModelRegistry() = default;
 
-    std::unique_ptr<Bindings> fBindings;
+    std::map<std::string, Model> fModels; ///< by URI
 };
 
 } // namespace ZEL

@@ -12,6 +12,26 @@ namespace ZEL::Generic {
 /// The tag space of sequences and their iterators.
 class ZEL_API SequenceDomain : public CooperativeVisitor::VisitationDomain {};
 
+/// What visitors learn of a sequence or an iterator: that it is an `Intf`.
+template <class Intf> class ZEL_API InSequenceDomain : public ReferenceCountingIntf {
+public:
+    static CooperativeVisitor::internal::ClassInfo const & classInfo() {
+        static auto const info = CooperativeVisitor::internal::makeClassInfo<Intf, SequenceDomain>();
+        return info;
+    }
+    CooperativeVisitor::internal::MethodInfo
+    getVisitMethod(CooperativeVisitor::internal::VisitTable const & table) const override {
+        return conversions().visitMethod(table, self());
+    }
+    void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override {
+        return conversions().cast(info, self());
+    }
+
+private:
+    static auto const & conversions() { return CooperativeVisitor::internal::castTable<Intf, Intf>(); }
+    [[nodiscard]] Intf * self() const { return const_cast<Intf *>(static_cast<Intf const *>(this)); }
+};
+
 class IteratorIntf;
 using IteratorPtr = std::unique_ptr<IteratorIntf>;
 
@@ -19,16 +39,10 @@ using IteratorPtr = std::unique_ptr<IteratorIntf>;
 ///
 /// It need not be told of writes to the sequence, and its end is not guarded: reading there throws what the sequence
 /// throws for such an index.
-class ZEL_API IteratorIntf : public ReferenceCountingIntf {
+class ZEL_API IteratorIntf : public InSequenceDomain<IteratorIntf> {
 public:
     /// Answer of `position` when the place is no plain number.
     static constexpr int kNoPosition = std::numeric_limits<int>::min();
-
-    static CooperativeVisitor::internal::ClassInfo const & classInfo();
-
-    CooperativeVisitor::internal::MethodInfo
-    getVisitMethod(CooperativeVisitor::internal::VisitTable const & table) const override;
-    void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override;
 
     [[nodiscard]] virtual Ref current(Deviant deviant) const = 0;
     virtual void next(Deviant deviant) = 0;

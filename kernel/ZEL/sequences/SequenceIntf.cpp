@@ -2,21 +2,6 @@
 
 namespace ZEL::Generic {
 
-using namespace CooperativeVisitor::internal;
-
-ClassInfo const & SequenceIntf::classInfo() {
-    static ClassInfo const info = makeClassInfo<SequenceIntf, SequenceDomain>();
-    return info;
-}
-
-MethodInfo SequenceIntf::getVisitMethod(VisitTable const & table) const {
-    return castTable<SequenceIntf, SequenceIntf>().visitMethod(table, const_cast<SequenceIntf *>(this));
-}
-
-void * SequenceIntf::cast(ClassInfo const & info) const {
-    return castTable<SequenceIntf, SequenceIntf>().cast(info, const_cast<SequenceIntf *>(this));
-}
-
 IteratorPtr SequenceIntf::generic_iteratorAt(Deviant deviant, int index) const {
     auto iterator = generic_begin(deviant);
     for (int i = 0; i < index; ++i) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ZEL/base/ReferenceCountingIntf.h>
 #include <ZEL/deviants/Deviant.h>
 #include <ZEL/sequences/IteratorIntf.h>
 #include <ZEL/sequences/Ref.h>
@@ -17,14 +16,8 @@ namespace ZEL::Generic {
 /// Thrown by storages, and through them by views: "sequence index must be positive" for a negative index, "sequence index
 /// out of bounds" for one at or, on insertion, beyond the size, "sequence is empty". A failed operation leaves the
 /// sequence unchanged. A unique sequence ignores an element that it already holds, without a failure.
-class ZEL_API SequenceIntf : public ReferenceCountingIntf {
+class ZEL_API SequenceIntf : public InSequenceDomain<SequenceIntf> {
 public:
-    static CooperativeVisitor::internal::ClassInfo const & classInfo();
-
-    CooperativeVisitor::internal::MethodInfo
-    getVisitMethod(CooperativeVisitor::internal::VisitTable const & table) const override;
-    void * cast(CooperativeVisitor::internal::ClassInfo const & info) const override;
-
     [[nodiscard]] virtual Ref generic_at(Deviant deviant, int index) const = 0;
     [[nodiscard]] virtual Ref generic_front(Deviant deviant) const = 0;
     [[nodiscard]] virtual Ref generic_back(Deviant deviant) const = 0;

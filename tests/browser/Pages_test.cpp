@@ -1,7 +1,7 @@
 // What a reader sees of the library's pages.
 
-#include "browser/Browser.h"
 #include "host/TemporaryFolder.h"
+#include "support/Texts.h"
 
 #include <ZEL/ZEL.h>
 #include <ZEL/logging/DefaultLogHandler.h>
@@ -9,7 +9,10 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdlib>
+#include <iomanip>
 #include <map>
+#include <sstream>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -19,6 +22,38 @@ namespace ZEL::tests::browser {
 namespace {
 
 using testing::HasSubstr;
+
+/// Whether there is a browser to test with.
+bool isInstalled() { return std::system("command -v chromium >/dev/null") == 0; }
+
+/// Opens a copy of the page in a browser, and runs a script of this folder in it when it is loaded. `facts` is what the
+/// script is to find, as an object of JavaScript. Returns the complaints of the script, and the errors of the page's own
+/// scripts, a line each; "no answer" if the browser returned none.
+std::string complaintsOf(std::string const & page, std::string const & script, std::string const & facts) {
+    TemporaryFolder const folder;
+    auto const source = [](std::string const & name) {
+        return "<script src=\"file://" ZEL_SOURCE_DIR "/tests/browser/" + name + "\"></script>\n";
+    };
+    std::string const call = "<script>answer(check, " + facts + ");</script>\n";
+    std::string const text = replaced(page, "</body>", source(script) + call + "</body>");
+    std::string const file = folder.file("page.html", replaced(text, "<title>", source("answer.js") + "<title>"));
+    // The pages are the tests' own; the sandbox does not work for root or in a container.
+    std::string const command = "timeout 120 chromium --headless --no-sandbox --disable-gpu --disable-dev-shm-usage"
+                                " --no-first-run --virtual-time-budget=30000 --user-data-dir='" +
+                                folder.path("profile") + "' --dump-dom 'file://" + file + "' >'" + folder.path("dom") +
+                                "' 2>/dev/null";
+    std::string const begin = "<pre id=\"answer\">";
+    bool const hasRun = std::system(command.c_str()) == 0;
+    std::string const answer = hasRun ? between(folder.content("dom"), begin, "</pre>") : "";
+    return answer.empty() ? "no answer" : answer.substr(begin.size());
+}
+
+/// The text as a string of JavaScript.
+std::string quoted(std::string const & text) {
+    std::ostringstream result;
+    result << std::quoted(text);
+    return result.str();
+}
 
 class Pages : public testing::Test {
 protected:
@@ -37,7 +72,7 @@ protected:
     TemporaryFolder folder;
 };
 
-/// The heading that each object in a tree should have, by the id that links to it should have.
+/// The heading that each object in a tree should have, by the id to which its links should lead.
 std::map<std::string, std::string> headingsOf(ImmutableClassObject const & root) {
     std::map<std::string, std::string> headings;
     for (ImmutableClassObject const & object : objectsIn(root)) {
@@ -68,7 +103,7 @@ TEST_F(Pages, AReportShowsWhatIsTickedAndItsLinksLeadToTheirObjects) {
     EXPECT_EQ("", complaintsOf(report(model), "report.js", reportFacts(headingsOf(model), 1000, 50)));
 }
 
-/// The page with the one place of `from` that comes first replaced.
+/// The page with the first `from` in it replaced.
 std::string changed(std::string page, std::string const & from, std::string const & to) {
     std::size_t const at = page.find(from);
     EXPECT_NE(at, std::string::npos) << from;

@@ -25,13 +25,9 @@ TEST_F(Arguments, HelpAndVersionAreResults) {
 }
 
 TEST_F(Arguments, MistakesAreToldWithWhatWasExpected) {
-    struct Case {
-        char const * arguments;
-        std::string says;
-    };
     constexpr char kMetamodels[] =
         ", expected http://schema.omg.org/spec/MOF/2.0 (ZEL), http://schema.omg.org/spec/UML/2.1 (uml), ";
-    std::vector<Case> const cases{
+    std::pair<char const *, std::string> const cases[] = {
         {"", "found no command, expected tour, info, "},
         {"--html-log log", "found no command, expected tour, info, "},
         {"explain library.xmi", "found command explain, expected tour, info, "},
@@ -60,10 +56,9 @@ TEST_F(Arguments, MistakesAreToldWithWhatWasExpected) {
         {"metamodel http://nowhere", std::string("metamodel: found http://nowhere") + kMetamodels},
         {"metamodel ''", std::string("metamodel: found ''") + kMetamodels},
     };
-    for (Case const & mistake : cases) {
-        EXPECT_THAT(shell(std::string("zel ") + mistake.arguments), isTrouble(HasSubstr(mistake.says)))
-            << mistake.arguments;
-        EXPECT_FALSE(exists("x")) << mistake.arguments;
+    for (auto const & [arguments, says] : cases) {
+        EXPECT_THAT(shell(std::string("zel ") + arguments), isTrouble(HasSubstr(says))) << arguments;
+        EXPECT_FALSE(exists("x")) << arguments;
     }
 }
 
@@ -109,7 +104,7 @@ TEST_F(Arguments, ZelgenRefusesADefinitionAndWritesNothing) {
     EXPECT_TRUE(exists("gen/deep/app/A.h")) << "a warning is no mistake";
 }
 
-TEST_F(Arguments, NamesMayBeginLikeOptionsBehindADoubleHyphen) {
+TEST_F(Arguments, NamesMayBeginLikeOptionsAfterADoubleHyphen) {
     make("-x.xmi", folder.content("library.xmi"));
     EXPECT_THAT(shell("zel info -- -x.xmi").out, HasSubstr("/-x.xmi\n"));
     EXPECT_EQ(shell("zel info -x.xmi").exitCode, 2);

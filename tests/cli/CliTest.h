@@ -6,8 +6,6 @@
 #include <gmock/gmock.h>
 
 #include <cstddef>
-#include <filesystem>
-#include <string>
 
 namespace ZEL::tests::cli {
 
@@ -34,7 +32,7 @@ protected:
     }
     [[nodiscard]] bool exists(std::string const & name) const { return std::filesystem::exists(folder.path(name)); }
     [[nodiscard]] Outcome shell(std::string const & line) const { return runShell(line, folder.path("")); }
-    /// Of the files that a write makes on the way.
+    /// Whether there are files left that a write makes on its way.
     [[nodiscard]] bool hasLeftovers() const { return shell("ls *~").exitCode == 0; }
 
     TemporaryFolder folder;

@@ -1,10 +1,7 @@
 // The commands that the pages show print what the pages say.
 
 #include "cli/CliTest.h"
-#include "kernel/ZEL/tools/PageText.h"
-
-#include <cstdlib>
-#include <fstream>
+#include "support/Texts.h"
 
 namespace ZEL::tests::cli {
 namespace {

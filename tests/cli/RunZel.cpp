@@ -9,8 +9,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <cstdlib>
-#include <stdexcept>
 
 namespace ZEL::tests::cli {
 namespace {

@@ -24,10 +24,10 @@ public:
     LiveRun(LiveRun const &) = delete;
     LiveRun & operator=(LiveRun const &) = delete;
 
-    /// Waits until the terminal has been sent the text, or the program has ended. Gives all that was sent.
+    /// Waits until the terminal has been sent the text, or the program has ended. Returns all that was sent.
     std::string const & waitFor(std::string const & text);
     void send(int signal) const;
-    /// Waits for the end, and gives the exit code and, as the error, all that the terminal was sent.
+    /// Waits for the end, and returns the exit code and, as the error, all that the terminal was sent.
     [[nodiscard]] Outcome finish();
 
 private:

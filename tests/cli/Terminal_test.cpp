@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <chrono>
 #include <csignal>
 
 namespace ZEL::tests::cli {
@@ -39,11 +38,9 @@ private:
 };
 
 TEST_F(Terminal, LongWorkIsTold) {
-    auto const start = std::chrono::steady_clock::now();
     LiveRun run("zel convert library.xmi " + pipe, folder.path(""));
     std::string const told = "\rwriting " + pipe + " ... 1 s\033[K";
     EXPECT_THAT(run.waitFor(told), testing::EndsWith(told));
-    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(900));
     empty();
     Outcome const end = run.finish();
     EXPECT_EQ(end.exitCode, 0);

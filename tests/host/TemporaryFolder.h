@@ -26,7 +26,7 @@ public:
     TemporaryFolder & operator=(TemporaryFolder const &) = delete;
 
     [[nodiscard]] std::string path(std::string_view name) const { return (fPath / name).string(); }
-    /// Makes a file and gives its path.
+    /// Makes a file and returns its path.
     [[nodiscard]] std::string file(std::string_view name, std::string_view content) const {
         std::ofstream(path(name), std::ios::binary) << content;
         return path(name);

@@ -12,11 +12,8 @@
 #include <kernel/ZEL/serializer/ContextText.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <memory>
 #include <set>
-#include <string>
 
 namespace ZEL::Interchange {
 namespace {

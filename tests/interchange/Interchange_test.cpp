@@ -2,12 +2,9 @@
 #include <ZEL/interchange/UmlReadTransforms.h>
 
 #include <Foreign/MetaModelRegistration.h>
-#include <gmock/gmock.h>
 #include <kernel/ZEL/serializer/reader/ReaderTest.h>
 #include <uml/DialectFixture.h>
 #include <uml/PackageableElement.h>
-
-#include <map>
 
 namespace ZEL::Interchange {
 namespace {
@@ -31,7 +28,7 @@ protected:
         addReadTransforms(reader);
         return Model(reader.read(path));
     }
-    /// The model in standard form: what stands behind the head, up to the end of the root.
+    /// The model in standard form: what comes after the head, up to the end of the root.
     std::string standard(Model const & model) {
         EXPECT_TRUE(model.isValid());
         EXPECT_TRUE(Serializer::XmiWriter().write(folder.path("out.xmi"), model));
@@ -215,8 +212,8 @@ TEST_F(ForeignFile, OfOtherToolsBecomesAModel) {
     EXPECT_TRUE(readsBack(model));
 }
 
-/// What a file names otherwise than its metamodel does is understood behind a link into one that breaks, too.
-TEST_F(ForeignFile, IsReadOnBehindALinkIntoOneThatBreaks) {
+/// After a link into a file that breaks off, the names of other tools are still understood.
+TEST_F(ForeignFile, IsReadOnAfterALinkIntoOneThatBreaks) {
     static_cast<void>(folder.file("broken.uml", R"(<uml:Model xmlns:uml="http://schema.omg.org/spec/UML/2.1"
     xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmi:id="B"><packagedElement xmi:type="uml:Class" xmi:id="T">)"));
     Model const model = readForeign(file("in.uml", R"(<uml:Model xmlns:uml="http://www.eclipse.org/uml2/3.0.0/UML"

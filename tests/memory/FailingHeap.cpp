@@ -55,8 +55,6 @@ FailingHeap::~FailingHeap() { isInForce = false; }
 
 bool FailingHeap::hasFailed() noexcept { return isFailing; }
 
-long FailingHeap::allocations() noexcept { return count; }
-
 } // namespace ZEL::tests::memory
 
 // Each form, since a sanitizer that finds one of its own beside one of these takes the pair for a mistake.

@@ -19,7 +19,6 @@ public:
     FailingHeap & operator=(FailingHeap const &) = delete;
 
     [[nodiscard]] static bool hasFailed() noexcept;
-    [[nodiscard]] static long allocations() noexcept; ///< since the constructor
 };
 
 } // namespace ZEL::tests::memory

@@ -11,7 +11,6 @@
 #include <functional>
 #include <memory>
 #include <ostream>
-#include <string>
 #include <vector>
 
 namespace ZEL::tests::memory {
@@ -44,6 +43,8 @@ void changeWithin(World & world) {
     world.change(world.model);
 }
 
+void beginInDraft(World & world) { world.draft.beginTransaction("begun"); }
+
 void writeFile(World & world) {
     static_cast<void>(Serializer::XmiWriter().write((scratch() / "model.xmi").string(), world.model));
 }
@@ -54,15 +55,14 @@ std::vector<Operation> operations() {
     return {
         {"create", begin, [](World & world) { static_cast<void>(world.factory.createClass()); }, true},
         {"change", begin, [](World & world) { world.change(world.model); }, true},
-        {"changeInDeviant", [](World & world) { world.draft.beginTransaction("begun"); },
-         [](World & world) { world.change(world.draft); }, true},
+        {"changeInDeviant", beginInDraft, [](World & world) { world.change(world.draft); }, true},
         {"destroy", begin, [](World & world) { world.package.destroy(); }, true},
         {"clone", begin, [](World & world) { static_cast<void>(world.package.clone(world.model)); }, true},
         {"commit", changeWithin, [](World & world) { world.model.commitTransaction(); }, true},
         {"cancel", changeWithin, [](World & world) { world.model.cancelTransaction(); }, false, true},
         {"cancelInDeviant",
          [](World & world) {
-             world.draft.beginTransaction("begun");
+             beginInDraft(world);
              world.change(world.draft);
          },
          [](World & world) { world.draft.cancelTransaction(); }, false, true},
@@ -70,8 +70,7 @@ std::vector<Operation> operations() {
         {"redo", nothing, [](World & world) { world.model.redo(); }},
         {"jump", nothing, [](World & world) { world.model.getDeviant().undoToChangeLevel(2); }, false, false, false},
         {"assign", begin, [](World & world) { world.draft.assignToRoot(); }, true},
-        {"sync", [](World & world) { world.draft.beginTransaction("begun"); },
-         [](World & world) { world.draft.syncFromRoot(); }, true},
+        {"sync", beginInDraft, [](World & world) { world.draft.syncFromRoot(); }, true},
         {"addDeviant", nothing, [](World & world) { static_cast<void>(world.model.createDeviantWithName("new")); }},
         {"removeDeviant",
          [](World & world) {

@@ -180,14 +180,8 @@ public:
 
 private:
     template <class Report> bool hear(Role role, Report const & report) {
-        auto const numbersOf = [this](auto const & objects) {
-            std::set<int> numbers;
-            for (auto const & object : objects) {
-                numbers.insert(fModel.numberOf(object));
-            }
-            return numbers;
-        };
-        Changes const changes{numbersOf(report.created), numbersOf(report.deleted), numbersOf(report.modified)};
+        Changes const changes{fModel.numbersOf(report.created), fModel.numbersOf(report.deleted),
+                              fModel.numbersOf(report.modified)};
         return fModel.fCall({role, fDeviant.getName(), fNumber, changes}, report.sourceDeviant);
     }
 
@@ -252,7 +246,7 @@ std::optional<State> KernelModel::observed(Deviant deviant, int number, Kind kin
         if (access.has(o)) {
             state.values[rule.property] = value;
         } else if (value != rule.unset) {
-            state.values["has not, but gives: " + rule.property] = value;
+            state.values["has not, but returns: " + rule.property] = value;
         }
     }
     for (EndRule const & rule : endsOf(kind)) {
@@ -271,11 +265,7 @@ std::optional<State> KernelModel::observed(Deviant deviant, int number, Kind kin
 }
 
 std::set<int> KernelModel::deviating(std::string const & name) const {
-    std::set<int> result;
-    for (ImmutableClassObject const & each : fDeviants.at(name).getObjectsDeviatingFromRoot()) {
-        result.insert(numberOf(each));
-    }
-    return result;
+    return numbersOf(fDeviants.at(name).getObjectsDeviatingFromRoot());
 }
 
 void KernelModel::perform(Step const & step) {

@@ -43,6 +43,13 @@ private:
     [[nodiscard]] ClassObject object(Step const & s) const { return object(deviant(s), s.object); }
     [[nodiscard]] ClassObject element(Step const & s) const { return object(deviant(s), s.value); }
     [[nodiscard]] int numberOf(ImmutableClassObject const & object) const;
+    template <class Objects> [[nodiscard]] std::set<int> numbersOf(Objects const & objects) const {
+        std::set<int> numbers;
+        for (auto const & object : objects) {
+            numbers.insert(numberOf(object));
+        }
+        return numbers;
+    }
     [[nodiscard]] Listener & listener(Step const & s);
 
     KernelListeners fCall;

@@ -9,7 +9,6 @@
 #include <optional>
 #include <set>
 #include <stdexcept>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -95,7 +94,7 @@ struct Hearing {
     friend bool operator==(Hearing const &, Hearing const &) = default;
 };
 
-/// What listeners do. `before` is what the deviant said of the changed objects. A validator refuses by giving false.
+/// What listeners do. `before` is what the deviant said of the changed objects. A validator refuses by returning false.
 using NaiveListeners = std::function<bool(Hearing const & hearing, Slots const & before)>;
 
 struct Registration {
@@ -203,11 +202,11 @@ private:
     State & write(Step const & s) { return write(s.deviant, s.object); }
     void checkOpen(std::string const & deviant);
 
-    /// One end alone: a list gets the value if it has it not, a single reference gets it in place of another one.
+    /// Changes one end alone: a list gets the value unless it has it, a single reference is set to it.
     void addTo(std::string const & deviant, int object, std::string const & property, int value);
     void eraseFrom(std::string const & deviant, int object, std::string const & property, int value);
     void eraseContainee(std::string const & deviant, int container, int object);
-    /// Takes the object from where it stands and gives it the container, in no list yet.
+    /// Takes the object from where it stands and sets its container, in no list yet.
     void moveOnly(std::string const & deviant, int object, int container);
     void unparentOnly(std::string const & deviant, int object);
 
@@ -220,9 +219,9 @@ private:
     static void save(NaiveDeviant & deviant, int object, Slot const & slot);
     /// What the listeners of a role will hear.
     static Changes prepare(NaiveDeviant & deviant, Role role, Slots const & before);
-    /// Calls `call(listener)` for those that are registered now, as long as they are and it gives true.
+    /// Calls `call(listener)` for those that are registered now, as long as they are and it returns true.
     template <class Call> bool callAll(std::string const & deviant, Role role, Call call);
-    /// What those say who take part in a commit.
+    /// Whether all who take part in the commit agree.
     bool askAll(NaiveDeviant & deviant, Role role);
     void observe(NaiveDeviant & deviant, Changes changes, Entry const & entry);
     void requireIdle(std::string const & operation) const;

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <iostream>
-#include <string>
 
 namespace ZEL::tests::oracle {
 namespace {
@@ -45,18 +43,10 @@ PhaseCounts runScripts(std::uint32_t firstSeed, int steps) {
         std::string const problems = problemsOf(seed, std::min(steps, kStepsOfAModel), counts);
         EXPECT_TRUE(problems.empty()) << problems;
     }
-    std::cout << "seeds from " << firstSeed << ", operations by phase:\n";
-    for (auto const & [what, phases] : counts) {
-        std::cout << "  " << what << ':';
-        for (auto const & [phase, count] : phases) {
-            std::cout << ' ' << phase << ' ' << count;
-        }
-        std::cout << '\n';
-    }
     return counts;
 }
 
-/// A script that has gone poor would hide what it no longer does.
+/// A script whose choices have become poor would hide what it no longer tries.
 void expectEachOperationInItsPhases(PhaseCounts counts) {
     auto const expectMet = [&](std::string const & what, std::initializer_list<char const *> phases) {
         for (char const * const phase : phases) {

@@ -2,15 +2,19 @@
 
 #include "Script.h"
 
+#include <gtest/gtest.h>
+
 #include <sstream>
 
 namespace ZEL::tests::oracle {
 
 namespace {
 
+using testing::PrintToString;
+
 constexpr std::size_t kStepsTold = 40;
 
-/// The text that the step raises; empty if it returns.
+/// The text of what the step throws; empty if it returns.
 template <class Model> std::string outcomeOf(Model & model, Step const & step) {
     try {
         model.perform(step);
@@ -30,33 +34,9 @@ struct ListenerFailure : std::runtime_error {
 // --- telling -----------------------------------------------------------------------------------------------------------
 
 std::string told(std::optional<State> const & state) {
-    if (!state) {
-        return " (absent)";
-    }
-    std::ostringstream out;
-    for (auto const & [property, value] : state->values) {
-        out << ' ' << property << "='" << value << '\'';
-    }
-    for (auto const & [property, end] : state->ends) {
-        out << ' ' << property << "=[";
-        for (int const value : end) {
-            out << '#' << value << ' ';
-        }
-        out << ']';
-    }
-    for (std::string const & line : state->body) {
-        out << " body='" << line << '\'';
-    }
-    out << " container=#" << state->container;
-    return out.str();
-}
-
-std::string told(std::set<int> const & numbers) {
-    std::ostringstream out;
-    for (int const number : numbers) {
-        out << '#' << number << ' ';
-    }
-    return out.str();
+    return !state ? " (absent)"
+                  : " values " + PrintToString(state->values) + " ends " + PrintToString(state->ends) + " body " +
+                        PrintToString(state->body) + " container #" + std::to_string(state->container);
 }
 
 char const * told(Role role) {
@@ -65,11 +45,9 @@ char const * told(Role role) {
 }
 
 std::string told(Hearing const & hearing) {
-    std::ostringstream out;
-    out << told(hearing.role) << ' ' << hearing.listener << " of " << hearing.deviant << ", created "
-        << told(hearing.changes.created) << "deleted " << told(hearing.changes.deleted) << "modified "
-        << told(hearing.changes.modified);
-    return out.str();
+    return std::string(told(hearing.role)) + ' ' + std::to_string(hearing.listener) + " of " + hearing.deviant +
+           ", created " + PrintToString(hearing.changes.created) + ", deleted " +
+           PrintToString(hearing.changes.deleted) + ", modified " + PrintToString(hearing.changes.modified);
 }
 
 std::string told(Step const & step) {
@@ -224,9 +202,8 @@ void Script::compareProtocol(NaiveDeviant const & expected) {
     Deviant const given = fKernel.deviant(expected.name);
     auto const differs = [&](char const * what, auto const & is, auto const & shouldBe) {
         if (is != shouldBe) {
-            std::ostringstream out;
-            out << expected.name << ": " << what << " is " << is << " in place of " << shouldBe;
-            problem(out.str());
+            problem(expected.name + ": " + what + " is " + PrintToString(is) + " in place of " +
+                    PrintToString(shouldBe));
         }
     };
     differs("within a transaction", given.isWithinTransaction(), expected.depth > 0);
@@ -244,7 +221,7 @@ void Script::compareProtocol(NaiveDeviant const & expected) {
         differs("level", undo >= 0 ? given.getUndoChangeLevelAt(undo) : given.getRedoChangeLevelAt(redo), entry.level);
     }
     if (!expected.isRoot) {
-        differs("deviating", told(fKernel.deviating(expected.name)), told(fNaive.deviating(expected.name)));
+        differs("deviating", fKernel.deviating(expected.name), fNaive.deviating(expected.name));
     }
 }
 

@@ -3,7 +3,6 @@
 #include "KernelModel.h"
 
 #include <cstdint>
-#include <deque>
 #include <random>
 
 namespace ZEL::tests::oracle {

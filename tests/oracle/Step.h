@@ -8,7 +8,7 @@ enum class Kind { Model, Package, Class, Property, Association, Constraint, Expr
 
 constexpr int kNothing = -1; ///< no object
 constexpr int kModel = 0;    ///< the number of the model itself
-/// Objects of another model have numbers from here on. They are referred to by ends that nothing else hangs on, and
+/// Objects of another model have numbers from here on. They are referred to by ends that nothing else depends on, and
 /// never looked at.
 constexpr int kFirstForeign = 1'000'000;
 inline constexpr Kind kForeignKinds[] = {Kind::Class, Kind::Property, Kind::Comment}; ///< one of each

@@ -8,7 +8,7 @@ Changes::Changes(Subject const & subject, Model const & model, unsigned int seed
     : fModel(model), fFactory(model.getFactory()), fClasses(concreteClasses(subject)), fRandom(seed) {
     // Models and factories are made by registries. What builds on the built-in metamodel has its comments too.
     std::erase_if(fClasses, [](ImmutableClass const & metaClass) {
-        return conforms(metaClass, Model::MetaClass()) || conforms(metaClass, FactoryObject::MetaClass());
+        return inherits(metaClass, Model::MetaClass()) || inherits(metaClass, FactoryObject::MetaClass());
     });
     for (ImmutableClass const & metaClass : concreteClasses(subjects().front())) {
         if (metaClass.getName() == "Comment" && subject.uri != subjects().front().uri) {
@@ -111,7 +111,7 @@ std::vector<Change> Changes::of(ClassObject const & object, ImmutableProperty co
 std::vector<ImmutableClass> Changes::classesFor(ImmutableProperty const & property) const {
     std::vector<ImmutableClass> classes = fClasses;
     std::erase_if(classes, [type = ImmutableClass(property.getType())](ImmutableClass const & metaClass) {
-        return !conforms(metaClass, type);
+        return !inherits(metaClass, type);
     });
     return classes;
 }
@@ -139,7 +139,7 @@ std::vector<Object> Changes::dataFor(ImmutableProperty const & property) {
 std::vector<Object> Changes::objectsFor(ImmutableProperty const & property) const {
     std::vector<Object> values;
     for (ClassObject const & object : fContent) {
-        if (object.isValid() && conforms(object.getMetaClass(), ImmutableClass(property.getType()))) {
+        if (object.isValid() && inherits(object.getMetaClass(), ImmutableClass(property.getType()))) {
             values.push_back(object);
         }
     }
@@ -171,7 +171,7 @@ void plantEachClass(Model const & model, std::vector<ImmutableClass> classes) {
             bool const isForParts = isReference(property) && property.isComposite() && !property.isDerived();
             if (isForParts && property.getPersistence() != PersistenceKind::Transient) {
                 std::erase_if(classes, [&](ImmutableClass const & metaClass) {
-                    return conforms(metaClass, ImmutableClass(property.getType())) && plant(owner, property, metaClass);
+                    return inherits(metaClass, ImmutableClass(property.getType())) && plant(owner, property, metaClass);
                 });
             }
         }

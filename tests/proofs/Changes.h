@@ -4,8 +4,6 @@
 
 #include <functional>
 #include <random>
-#include <string>
-#include <vector>
 
 namespace ZEL::tests::proofs {
 
@@ -31,14 +29,14 @@ class Changes {
 public:
     Changes(Subject const & subject, Model const & model, unsigned int seed);
 
-    /// Which there are, each kind once, values chosen at random: set, replace, remove, append, erase, swap. A part is a
-    /// new object, and is not replaced. A change can have no effect, as when a value is set to what it reads as. Empty
+    /// The changes that can be made, each kind once, with values chosen at random: set, replace, remove, append, erase,
+    /// swap. A part is a new object, and is not replaced. A change can have no effect, as when a value is set to what it reads as. Empty
     /// for what cannot be written.
     [[nodiscard]] std::vector<Change> of(ClassObject const & object, ImmutableProperty const & property);
 
-    /// Those that new parts are of.
+    /// The classes that new parts are made of.
     [[nodiscard]] std::vector<ImmutableClass> const & classes() const { return fClasses; }
-    /// The objects that values are chosen from; to be taken anew when the model has changed.
+    /// The objects that values are chosen from; to be collected anew when the model has changed.
     void refresh() { fContent = contentOf(fModel); }
     [[nodiscard]] std::vector<ClassObject> const & content() const { return fContent; }
 

@@ -32,23 +32,9 @@ std::vector<ImmutableClass> concreteClasses(Subject const & subject) {
     return result;
 }
 
-bool conforms(ImmutableClass const & metaClass, ImmutableClass const & type) {
-    std::vector<ImmutableClass> open{metaClass};
-    while (!open.empty()) {
-        ImmutableClass const next = open.back();
-        open.pop_back();
-        if (next == type) {
-            return true;
-        }
-        std::vector<ImmutableClass> const above = next.getSuperClasses().toVector();
-        open.insert(open.end(), above.begin(), above.end());
-    }
-    return false;
-}
-
 // --- models -----------------------------------------------------------------------------------------------------------
 
-/// What a random model is made by. Shapes differ with the seed: flat and wide, deep and narrow, sparse and well linked.
+/// The parameters of a random model. They differ with the seed: flat and wide, deep and narrow, sparse and well linked.
 struct Shape {
     int depth;
     int breadth;
@@ -65,7 +51,7 @@ Model emptyModel(Subject const & subject) { return FactoryRegistry::instance()->
 
 void applyStereotypes(Subject const & subject, Model const & model, unsigned int seed) {
     for (ImmutableClass const & metaClass : concreteClasses(subject)) {
-        if (!conforms(metaClass, StereotypeObject::MetaClass())) {
+        if (!inherits(metaClass, StereotypeObject::MetaClass())) {
             continue;
         }
         for (ImmutableProperty const & property : metaClass.getOwnedAttributes()) {
@@ -73,7 +59,7 @@ void applyStereotypes(Subject const & subject, Model const & model, unsigned int
                 continue;
             }
             for (ClassObject const & element : contentOf(model)) {
-                if (conforms(element.getMetaClass(), ImmutableClass(property.getType())) && seed++ % 3 == 0) {
+                if (inherits(element.getMetaClass(), ImmutableClass(property.getType())) && seed++ % 3 == 0) {
                     makeObject(metaClass, model).setOrAdd(property, element);
                 }
             }

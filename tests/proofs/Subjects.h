@@ -21,7 +21,6 @@ std::ostream & operator<<(std::ostream & out, Subject const & subject);
 
 /// The classes of the subject that have instances, in the order in which its metamodel holds them.
 std::vector<ImmutableClass> concreteClasses(Subject const & subject);
-[[nodiscard]] bool conforms(ImmutableClass const & metaClass, ImmutableClass const & type);
 
 /// A model filled at random, stereotype instances included, in one transaction that is over.
 Model randomModel(Subject const & subject, unsigned int seed);

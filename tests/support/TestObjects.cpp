@@ -2,10 +2,8 @@
 
 #include <ZEL/String.h>
 #include <ZEL/base/Cleanup.h>
-#include <ZEL/base/Exception.h>
 #include <ZEL/deviants/DeviantAssertions.h>
 #include <ZEL/metamodel/Factory.h>
-#include <ZEL/metamodel/MetaModel.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/PackageIntf.h>
 #include <ZEL/metamodel/ProfileIntf.h>
@@ -223,7 +221,7 @@ DeviantFixture::DeviantFixture(Kind kind)
 
 DeviantFixture::~DeviantFixture() {
     endAll();
-    EXPECT_EQ(fAliveBefore, numberAlive()) << "states or counts that nobody has given back";
+    EXPECT_EQ(fAliveBefore, numberAlive()) << "states or counts that nobody has released";
 }
 
 Subject DeviantFixture::makeBody(bool isSpecial) {

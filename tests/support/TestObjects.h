@@ -6,11 +6,8 @@
 #include <ZEL/deviants/DeviantManager.h>
 #include <ZEL/metamodel/MetaModel.h>
 
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <ostream>
-#include <string>
 #include <vector>
 
 namespace ZEL::tests {
@@ -74,7 +71,7 @@ public:
 /// The number of bodies, states and boxed values in the process.
 [[nodiscard]] int numberAlive();
 
-/// Puts a sentinel where a state stands.
+/// A sentinel in the place of a state.
 inline ObjectIntf * asState(void * sentinel) { return static_cast<ObjectIntf *>(sentinel); }
 
 // --- what a test works on --------------------------------------------------------------------------------------------
@@ -105,8 +102,8 @@ private:
     ClassObjectIntf * fBody;
 };
 
-/// A manager, alone or in a model, and some objects, all counted once by the fixture. Each test ends with a look for
-/// states and bodies that nobody has given back.
+/// A manager, alone or in a model, and some objects, all counted once by the fixture. At the end of each test none
+/// of their states and bodies may be left.
 class DeviantFixture : public testing::Test {
 protected:
     explicit DeviantFixture(Kind kind);

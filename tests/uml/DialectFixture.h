@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/TemporaryFolder.h"
+#include "support/Texts.h"
 
 #include <ZEL/ZEL.h>
 
@@ -14,7 +15,6 @@
 
 #include <map>
 #include <regex>
-#include <string>
 
 namespace ZEL::tests {
 
@@ -49,16 +49,9 @@ protected:
     DialectFixture() { Logger::instance()->setDefaultHandlerLevel(LogLevel::off); }
     ~DialectFixture() override { Logger::instance()->setDefaultHandlerLevel(LogLevel::info); }
 
-    static void replaceAll(std::string & text, std::string const & from, std::string const & to) {
-        for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
-            text.replace(at, from.size(), to);
-        }
-    }
-
     /// The text with its placeholders filled in, as a file.
-    std::string file(std::string const & name, std::string text) const {
-        replaceAll(text, "@1", kId);
-        return folder.file(name, text);
+    std::string file(std::string const & name, std::string const & text) const {
+        return folder.file(name, replaced(text, "@1", kId));
     }
     uml::Model read(std::string const & path, Serializer::XmiFormat format = Serializer::XmiFormat::Standard) {
         Serializer::XmiReaderSettings settings;
@@ -74,9 +67,9 @@ protected:
     /// What was written, with placeholders: ids that were made for the file are "#1", "#2", ... in the order in which
     /// they are met.
     [[nodiscard]] std::string written(Model const & model) const {
-        std::string text = folder.content("out.xmi");
-        replaceAll(text, "_zel_" + model.getUuidBase().str(), "@1");
-        replaceAll(text, "file://" + folder.path("out.xmi"), "@2");
+        std::string const text =
+            replaced(replaced(folder.content("out.xmi"), "_zel_" + model.getUuidBase().str(), "@1"),
+                     "file://" + folder.path("out.xmi"), "@2");
         static std::regex const newId("_zel_[0-9a-f-]{36}(?![0-9a-f-])");
         std::map<std::string, std::string> numbers;
         std::string result;

@@ -11,7 +11,7 @@
 namespace ZEL::tests {
 
 /// A metamodel whose objects are to be made in models of `modelUri`, which is its own or, for a profile, another's.
-struct Subject {
+struct TestedMetaModel {
     char const * name;
     ImmutableMetaModel (*metaModel)();
     char const * modelUri;
@@ -58,7 +58,7 @@ struct Places {
     };
 
     /// Breadth first from the model, so that each class is placed as near to it as can be.
-    explicit Places(Subject const & subject)
+    explicit Places(TestedMetaModel const & subject)
         : modelClass(FactoryRegistry::instance()->createModel(subject.modelUri).getMetaClass()) {
         for (ImmutableModel const & metaModel : {ImmutableModel(subject.metaModel()), modelClass.getRootModel(),
                                                  ImmutableClass::MetaClass().getRootModel()}) {

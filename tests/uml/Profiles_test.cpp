@@ -9,7 +9,6 @@
 #include <RhapsodyPlatform/RhapsodyPlatformFactory.h>
 #include <RhapsodyPlatform/rhapsodyFlowPort.h>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <prof/MetaModelRegistration.h>
 #include <prof/ProfFactory.h>
 #include <prof/annotatedClass.h>
@@ -29,8 +28,6 @@
 #include <uml/OutputPin.h>
 #include <uml/Port.h>
 #include <uml/UmlFactory.h>
-
-#include <string>
 
 namespace uml {
 namespace {

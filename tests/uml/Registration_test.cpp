@@ -14,8 +14,6 @@
 #include <uml/Model.h>
 #include <uml/UmlFactory.h>
 
-#include <string>
-
 namespace uml {
 namespace {
 

@@ -3,11 +3,13 @@
 #include <gmock/gmock.h>
 
 #include <memory>
-#include <string>
 #include <utility>
+#include <vector>
 
 namespace ZEL::Serializer {
 namespace {
+
+using tests::replaced;
 
 class RhapsodyFile : public tests::DialectFixture {
 protected:
@@ -17,28 +19,26 @@ protected:
 
     /// The library of primitive types, which models import.
     void addLibrary() const {
-        std::string text = R"(<?xml version="1.0" encoding="UTF-8"?>
+        std::string const text = R"(<?xml version="1.0" encoding="UTF-8"?>
 <xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:uml="http://schema.omg.org/spec/UML/2.1">
   <uml:Model xmi:id="@L"><packagedElement xmi:type="uml:PrimitiveType" xmi:id="@L_14"/>
     <packagedElement xmi:type="uml:PrimitiveType" xmi:id="@L_22"/>
     <packagedElement xmi:type="uml:PrimitiveType" xmi:id="@L_94"/></uml:Model>
 </xmi:XMI>
 )";
-        replaceAll(text, "@L", kLibrary);
-        static_cast<void>(folder.file("library.xmi", text));
+        static_cast<void>(folder.file("library.xmi", replaced(text, "@L", kLibrary)));
     }
     /// What a model with this content looks like in the tool's form.
     std::string converted(std::string const & content, std::string const & instances = {},
                           std::shared_ptr<Transformer> caller = nullptr) {
-        std::string text = R"(<?xml version="1.0" encoding="UTF-8"?>
+        std::string const text = R"(<?xml version="1.0" encoding="UTF-8"?>
 <xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:uml="http://schema.omg.org/spec/UML/2.1"
     xmlns:GenericComponent="http://www.quillon.example/schemas/GenericComponent.xmi"
     xmlns:RhapsodyPlatform="http://www.quillon.example/schemas/RhapsodyPlatform.xmi">
   <uml:Model xmi:id="@1" name="m">
 )" + content + "  </uml:Model>\n" +
-                           instances + "</xmi:XMI>\n";
-        replaceAll(text, "@L", "library.xmi#" + std::string(kLibrary));
-        uml::Model const model = read(file("in.xmi", text));
+                                 instances + "</xmi:XMI>\n";
+        uml::Model const model = read(file("in.xmi", replaced(text, "@L", "library.xmi#" + std::string(kLibrary))));
         EXPECT_TRUE(model.isValid());
         EXPECT_TRUE(reader.report().isEmpty());
         XmiWriterSettings settings;
@@ -80,13 +80,10 @@ protected:
 )" + stereotypes +
             "</xmi:XMI>\n";
         for (int i = 0; i < 5; ++i) {
-            replaceAll(text, "#M" + std::to_string(i + 1), "#" + std::to_string(firstStereotype + i));
+            text = replaced(text, "#M" + std::to_string(i + 1), "#" + std::to_string(firstStereotype + i));
         }
-        replaceAll(text, "\n+", "");
-        replaceAll(text, "@R", "http:/Rhapsody/schemas");
-        replaceAll(text, "@P", "RhapsodyProfiles.xml#");
-        replaceAll(text, " RTF", std::string(" ") + kDescription);
-        return text;
+        text = replaced(replaced(text, "\n+", ""), "@R", "http:/Rhapsody/schemas");
+        return replaced(replaced(text, "@P", "RhapsodyProfiles.xml#"), " RTF", std::string(" ") + kDescription);
     }
 
 private:
@@ -126,9 +123,9 @@ TEST_F(RhapsodyFile, OfAModelWithoutComponentsHasWhatTheToolExpects) {
                        1));
 }
 
-TEST_F(RhapsodyFile, OfComponents) {
-    addLibrary();
-    std::string const input = R"(
+// --- components of all kinds, with what the tool knows of them -------------------------------------------------------
+
+constexpr char kComponents[] = R"(
     <packageImport xmi:type="uml:PackageImport" xmi:id="@1_2"><importedPackage href="@L"/></packageImport>
     <packagedElement xmi:type="uml:Package" xmi:id="@1_3" name="p">
       <packagedElement xmi:type="uml:Component" xmi:id="@1_4" name="Engine">
@@ -165,7 +162,8 @@ TEST_F(RhapsodyFile, OfComponents) {
         <ownedAttribute xmi:type="uml:Port" xmi:id="@1_36"/></packagedElement>
     </packagedElement>
 )";
-    std::string const instances = R"(
+
+constexpr char kInstancesOnComponents[] = R"(
   <RhapsodyPlatform:rhapsodyComponent xmi:id="@1_22" base_Component="@1_4" constructor="@1_16"
       destructor="@1_15" implementationProperty="@1_13"/>
   <RhapsodyPlatform:rhapsodyFlowPort xmi:id="@1_23" direction="out" base_Port="@1_14"/>
@@ -176,7 +174,8 @@ TEST_F(RhapsodyFile, OfComponents) {
   <GenericComponent:adapterComponent xmi:id="@1_25" base_Component="@1_9"/>
   <RhapsodyPlatform:rhapsodyComponent xmi:id="@1_26" base_Component="@1_17" constructor="@1_34"/>
 )";
-    std::string const content = R"(    <packagedElement xmi:id="@1_3" xmi:type="uml:Package" name="p">
+
+constexpr char kComponentsOfTheTool[] = R"(    <packagedElement xmi:id="@1_3" xmi:type="uml:Package" name="p">
       <packagedElement xmi:id="@1_4" xmi:type="uml:Component" name="Engine">
         <ownedBehavior xmi:id="#1" xmi:type="uml:StateMachine" name="StateChartOfActiveObject">
           <region xmi:id="#2" xmi:type="uml:Region" name="ROOT">
@@ -226,52 +225,69 @@ TEST_F(RhapsodyFile, OfComponents) {
       </packagedElement>
     </packagedElement>
 )";
-    std::string const stereotypes =
-        R"(  <RhapsodyProfile:RhpPort xmi:id="#17" base_Port="@1_14"></RhapsodyProfile:RhpPort>
-  <RhapsodyProfile:RhpModelElement xmi:id="#18" base_Port="@1_14" base_Property="@1_14" RTF></RhapsodyProfile:RhpModelElement>
-  <PredefinedTypes_profile:flowPort xmi:id="#19" base_Port="@1_14" direction="Out"></PredefinedTypes_profile:flowPort>
-  <RhapsodyProfile:RhpPort xmi:id="#20" base_Port="@1_37"></RhapsodyProfile:RhpPort>
-  <RhapsodyProfile:RhpModelElement xmi:id="#21" base_Port="@1_37" base_Property="@1_37" RTF></RhapsodyProfile:RhpModelElement>
-  <PredefinedTypes_profile:flowPort xmi:id="#22" base_Port="@1_37" direction="In"></PredefinedTypes_profile:flowPort>
-  <RhapsodyProfile:RhpPort xmi:id="#23" base_Port="@1_38"></RhapsodyProfile:RhpPort>
-  <RhapsodyProfile:RhpModelElement xmi:id="#24" base_Port="@1_38" base_Property="@1_38" RTF></RhapsodyProfile:RhpModelElement>
-  <PredefinedTypes_profile:flowPort xmi:id="#25" base_Port="@1_38" direction="Both"></PredefinedTypes_profile:flowPort>
-  <RhapsodyProfile:RhpPort xmi:id="#26" base_Port="@1_39"></RhapsodyProfile:RhpPort>
-  <RhapsodyProfile:RhpModelElement xmi:id="#27" base_Port="@1_39" base_Property="@1_39" RTF></RhapsodyProfile:RhpModelElement>
-  <RHP:RHPStereotype xmi:id="#28" base_Package="@1_3"></RHP:RHPStereotype>
-  <RhapsodyProfile:RhpModelElement xmi:id="#29" base_Package="@1_3" RTF></RhapsodyProfile:RhpModelElement>
-  <RHP:RHPStereotype xmi:id="#30" base_Class="@1_4"></RHP:RHPStereotype>
-  <RhapsodyProfile:RhpModelElement xmi:id="#31" base_Class="@1_4" RTF></RhapsodyProfile:RhpModelElement>
-  <RHP:RHPStereotype xmi:id="#32" base_DataType="@1_18"></RHP:RHPStereotype>
-  <RhapsodyProfile:RhpModelElement xmi:id="#33" base_DataType="@1_18" RTF></RhapsodyProfile:RhpModelElement>
-  <RhapsodyProfile:RhpStruct xmi:id="#34" base_DataType="@1_18"></RhapsodyProfile:RhpStruct>
-  <RHP:RHPStereotype xmi:id="#35" base_Operation="@1_15"></RHP:RHPStereotype>
-  <RhapsodyProfile:RhpModelElement xmi:id="#36" base_Operation="@1_15" RTF></RhapsodyProfile:RhpModelElement>
-  <RhapsodyProfile:RhpOperation xmi:id="#37" base_Operation="@1_15" body="go();"></RhapsodyProfile:RhpOperation>
-  <RHP:RHPStereotype xmi:id="#38" base_Operation="@1_16"></RHP:RHPStereotype>
-  <RhapsodyProfile:RhpModelElement xmi:id="#39" base_Operation="@1_16" RTF></RhapsodyProfile:RhpModelElement>
-  <RhapsodyProfile:RhpOperation xmi:id="#40" base_Operation="@1_16"></RhapsodyProfile:RhpOperation>
-  <RhapsodyProfile:RhpConstructor xmi:id="#41" base_Operation="@1_16"></RhapsodyProfile:RhpConstructor>
-  <RhapsodyProfile:RhpDestructor xmi:id="#42" base_Operation="@1_15"></RhapsodyProfile:RhpDestructor>
-  <RhapsodyProfile:RhpModelElement xmi:id="#43" base_Property="@1_13" RTF></RhapsodyProfile:RhpModelElement>
-  <RhapsodyProfile:RhpAttribute xmi:id="#44" base_Property="@1_13" isReference="true"></RhapsodyProfile:RhpAttribute>
-  <RHP:RHPStereotype xmi:id="#45" base_Interface="@1_20"></RHP:RHPStereotype>
-  <RhapsodyProfile:RhpModelElement xmi:id="#46" base_Interface="@1_20" RTF></RhapsodyProfile:RhpModelElement>
-  <PredefinedTypes_profile:Interface xmi:id="#47" base_Interface="@1_20"></PredefinedTypes_profile:Interface>
-  <CG:Class xmi:id="#48" base_Interface="@1_20" UseAsExternal="True"></CG:Class>
-  <RHP:RHPStereotype xmi:id="#49" base_Class="@1_21"></RHP:RHPStereotype>
-  <RhapsodyProfile:RhpModelElement xmi:id="#50" base_Class="@1_21" RTF></RhapsodyProfile:RhpModelElement>
-  <CG:Class xmi:id="#51" base_Class="@1_21" FileName="Gauge" UseAsExternal="True"></CG:Class>
-  <RhapsodyProfile:RhpModelElement xmi:id="#52" base_Dependency="@1_19" RTF></RhapsodyProfile:RhpModelElement>
-  <PredefinedTypes_profile:Usage xmi:id="#53" base_Dependency="@1_19"></PredefinedTypes_profile:Usage>
-  <RhapsodyProfile:RhpModelElement xmi:id="#54" base_Dependency="@1_11" RTF></RhapsodyProfile:RhpModelElement>
-)";
-    std::string const whole =
-        expected(content, 12, R"( xmlns:RhapsodyPlatform="http://www.quillon.example/schemas/RhapsodyPlatform.xmi")",
-                 stereotypes);
-    EXPECT_EQ(converted(input, instances), whole);
-    EXPECT_EQ(converted(input, instances, std::make_shared<Transformer>()), whole) << "behind a caller's Transformer";
+
+/// Elements of the tool's profiles for one element of the model: what they call it, its number in the model, and the name
+/// of each with its further attributes.
+struct Applied {
+    std::string base;
+    std::string number;
+    std::vector<std::string> elements;
+};
+
+/// With the ids from `first` on.
+std::string instancesOf(std::vector<Applied> const & rows, int first) {
+    std::string text;
+    for (Applied const & row : rows) {
+        for (std::string const & element : row.elements) {
+            std::string const name = element.substr(0, element.find(' '));
+            text += "  <" + name + " xmi:id=\"#" + std::to_string(first++) + "\" base_" + row.base + "=\"@1_" +
+                    row.number + "\"" + element.substr(name.size()) + "></" + name + ">\n";
+        }
+    }
+    return text;
 }
+
+TEST_F(RhapsodyFile, OfComponents) {
+    addLibrary();
+    std::string const mark = "RHP:RHPStereotype";
+    std::string const element = "RhapsodyProfile:RhpModelElement RTF";
+    auto const port = [](std::string const & number, std::string const & direction) {
+        Applied row{
+            "Port",
+            number,
+            {"RhapsodyProfile:RhpPort", "RhapsodyProfile:RhpModelElement base_Property=\"@1_" + number + "\" RTF"}};
+        if (!direction.empty()) {
+            row.elements.push_back("PredefinedTypes_profile:flowPort direction=\"" + direction + '"');
+        }
+        return row;
+    };
+    std::vector<Applied> const stereotypes{
+        port("14", "Out"),
+        port("37", "In"),
+        port("38", "Both"),
+        port("39", ""),
+        {"Package", "3", {mark, element}},
+        {"Class", "4", {mark, element}},
+        {"DataType", "18", {mark, element, "RhapsodyProfile:RhpStruct"}},
+        {"Operation", "15", {mark, element, R"(RhapsodyProfile:RhpOperation body="go();")"}},
+        {"Operation", "16", {mark, element, "RhapsodyProfile:RhpOperation", "RhapsodyProfile:RhpConstructor"}},
+        {"Operation", "15", {"RhapsodyProfile:RhpDestructor"}},
+        {"Property", "13", {element, R"(RhapsodyProfile:RhpAttribute isReference="true")"}},
+        {"Interface", "20", {mark, element, "PredefinedTypes_profile:Interface", R"(CG:Class UseAsExternal="True")"}},
+        {"Class", "21", {mark, element, R"(CG:Class FileName="Gauge" UseAsExternal="True")"}},
+        {"Dependency", "19", {element, "PredefinedTypes_profile:Usage"}},
+        {"Dependency", "11", {element}},
+    };
+    std::string const whole =
+        expected(kComponentsOfTheTool, 12,
+                 R"( xmlns:RhapsodyPlatform="http://www.quillon.example/schemas/RhapsodyPlatform.xmi")",
+                 instancesOf(stereotypes, 17));
+    EXPECT_EQ(converted(kComponents, kInstancesOnComponents), whole);
+    EXPECT_EQ(converted(kComponents, kInstancesOnComponents, std::make_shared<Transformer>()), whole)
+        << "after a caller's Transformer";
+}
+
+// --- data types of components ------------------------------------------------------------------------------------------
 
 /// `more` are its attributes.
 std::string elementOf(std::string const & role, std::string const & type, std::string const & id,

@@ -6,13 +6,10 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <array>
 #include <ctime>
-#include <filesystem>
 #include <functional>
 #include <limits>
-#include <stdexcept>
-#include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -185,18 +182,16 @@ TEST(XmlReader, ReadsSingleByteEncodingsAndUtf16) {
     auto const document = [](std::string_view label, std::string_view bytes) {
         return "<?xml version='1.0' encoding='" + std::string(label) + "'?><a n='" + std::string(bytes) + "'/>";
     };
-    struct Row {
-        std::string label, bytes, utf8;
-    };
-    for (Row const & row : std::vector<Row>{{"iso8859-1", "\xE9", "\xC3\xA9"},
-                                            {"ISO8859-1", "\xE9", "\xC3\xA9"},
-                                            {"ISO-8859-1", "\xE9", "\xC3\xA9"},
-                                            {"latin1", "\xE9", "\xC3\xA9"},
-                                            {"utf8", "\xC3\xA9", "\xC3\xA9"},
-                                            {"windows-1252", "\x80", "\xE2\x82\xAC"},
-                                            {"Windows-1251", "\xC6", "\xD0\x96"},
-                                            {"windows-1258", "\xE9", "\xC3\xA9"}}) {
-        EXPECT_THAT(read(document(row.label, row.bytes)).events, ElementsAre("<a n=" + row.utf8, ">a")) << row.label;
+    using Row = std::array<std::string, 3>;
+    for (auto const & [label, bytes, utf8] : std::vector<Row>{{"iso8859-1", "\xE9", "\xC3\xA9"},
+                                                              {"ISO8859-1", "\xE9", "\xC3\xA9"},
+                                                              {"ISO-8859-1", "\xE9", "\xC3\xA9"},
+                                                              {"latin1", "\xE9", "\xC3\xA9"},
+                                                              {"utf8", "\xC3\xA9", "\xC3\xA9"},
+                                                              {"windows-1252", "\x80", "\xE2\x82\xAC"},
+                                                              {"Windows-1251", "\xC6", "\xD0\x96"},
+                                                              {"windows-1258", "\xE9", "\xC3\xA9"}}) {
+        EXPECT_THAT(read(document(label, bytes)).events, ElementsAre("<a n=" + utf8, ">a")) << label;
     }
     EXPECT_THAT(read("\xEF\xBB\xBF" + document("utf-8", "\xC3\xA9")).events, ElementsAre("<a n=\xC3\xA9", ">a"));
     for (bool const littleEndian : {true, false}) {
@@ -328,7 +323,7 @@ TEST(XmlReaderHostile, PausesWhenLittleInputMakesMuch) {
     EXPECT_EQ(bytes, 480'000'000u);
 }
 
-/// The least of some runs, in time of the processor: others may be at work beside the test.
+/// The least processor time of some runs, since other programs may run beside the test.
 std::clock_t costOfReading(std::string const & document) {
     TemporaryFolder const folder;
     std::string const file = folder.file("x.xml", document);

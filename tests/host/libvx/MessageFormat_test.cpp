@@ -3,34 +3,27 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace vx::tests {
 namespace {
 
 TEST(MessageFormat, FillsArgumentsIn) {
-    struct Row {
-        std::string format;
-        std::vector<std::string> args;
-        std::string expected;
-    };
-    for (Row const & row : std::vector<Row>{
+    using Row = std::tuple<std::string, std::vector<std::string>, std::string>;
+    for (auto const & [format, arguments, expected] : std::vector<Row>{
              {"%1%1", {"a"}, "aa"},
              {"%s", {"%s %1 %n"}, "%s %1 %n"},
              {"%3 %x %0 %", {"a"}, "%3 %x %0 %"},
              {"none", {"spare"}, "none"},
          }) {
-        EXPECT_EQ(formatMessage(row.format, row.args), row.expected) << row.format;
+        EXPECT_EQ(formatMessage(format, arguments), expected) << format;
     }
 }
 
 TEST(MessageFormat, CutsBetweenCharacters) {
-    struct Row {
-        std::string text;
-        std::size_t bytes;
-        std::string expected;
-    };
-    for (Row const & row : std::vector<Row>{
+    using Row = std::tuple<std::string, std::size_t, std::string>;
+    for (auto const & [text, bytes, expected] : std::vector<Row>{
              {"abc", 2, "ab"},
              {"abc", 0, ""},
              {"a\xC3\xA8", 2, "a"},
@@ -39,7 +32,7 @@ TEST(MessageFormat, CutsBetweenCharacters) {
              {"\xF0\x9F\x98\x80", 3, ""},
              {"\x80\x80\x80\x80\x80\x80\x80", 6, "\x80\x80\x80\x80\x80\x80"}, // not UTF-8: cut anywhere
          }) {
-        EXPECT_EQ(cutUtf8(row.text, row.bytes), row.expected);
+        EXPECT_EQ(cutUtf8(text, bytes), expected) << text;
     }
 }
 

@@ -1,4 +1,4 @@
-#include "kernel/ZEL/tools/PageText.h"
+#include "support/Texts.h"
 #include "kernel/ZEL/tools/TestModel.h"
 #include "support/ExpectRaises.h"
 

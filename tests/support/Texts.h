@@ -5,7 +5,7 @@
 
 namespace ZEL::tests {
 
-/// The part of a page from the first `begin` up to the `end` behind it; empty if there is none.
+/// The part of a page from the first `begin` up to the `end` after it; empty if there is none.
 inline std::string between(std::string const & page, std::string_view begin, std::string_view end) {
     std::size_t const from = page.find(begin);
     std::size_t const to = from == std::string::npos ? from : page.find(end, from);

@@ -6,7 +6,6 @@
 #include <ZEL/ZEL.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <library/Book.h>
 #include <library/Copy.h>
 #include <library/House.h>
@@ -20,10 +19,9 @@
 #include <library/Reader.h>
 #include <library/VisitorEmpty.h>
 
-#include <algorithm>
+#include <array>
 #include <memory>
 #include <sstream>
-#include <string>
 #include <vector>
 
 namespace Library {
@@ -32,14 +30,6 @@ namespace {
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-template <class S> std::vector<std::string> namesOf(S const & elements) {
-    std::vector<std::string> names;
-    for (auto const & element : elements) {
-        names.push_back(element.getName().str());
-    }
-    return names;
-}
 
 /// A model with an open transaction, and a few objects in it.
 class LibraryTest : public testing::Test {
@@ -98,17 +88,6 @@ TEST_F(LibraryTest, BothEndsOfAnAssociationStayInStep) {
     EXPECT_FALSE(loan.hasCopy());
 }
 
-TEST_F(LibraryTest, EnumerationsHaveTheTextsOfTheirLiterals) {
-    EXPECT_EQ(loan.getState(), LoanState::Requested) << "the default";
-    EXPECT_EQ(LoanState(LoanState::Overdue).toString(), "overdue");
-    EXPECT_EQ(LoanState(factory.createFromString("LoanState", "returned")), LoanState::Returned);
-    EXPECT_EQ(LoanState(factory.createFromString("library.LoanState", "running")), LoanState::Running);
-    EXPECT_RAISES("Can't convert string 'lost' to an enumeration literal",
-                  factory.createFromString("LoanState", "lost"));
-    ZEL::ImmutableEnumeration const type(ZEL::TypeInfoRegistry::getMetaType("library.LoanState"));
-    EXPECT_THAT(namesOf(type.getOwnedLiterals()), ElementsAre("requested", "running", "overdue", "returned"));
-}
-
 TEST_F(LibraryTest, AStereotypeIsAttachedToAnElement) {
     Rare const rare = makeRare(orlando, "signed");
     EXPECT_EQ(rare.getBase_Book(), orlando);
@@ -145,17 +124,6 @@ TEST_F(LibraryTest, TheMetaclassesDescribeTheDefinition) {
     EXPECT_EQ(book.getQualifiedName(), "library.Book");
     EXPECT_EQ(book.getRootModel(), getMetaModel());
     EXPECT_EQ(getMetaModel().getUri(), "http://example.org/library/1.0");
-    EXPECT_THAT(namesOf(book.getSuperClasses()), ElementsAre("NamedElement"));
-
-    ZEL::ImmutableProperty const copies = book.getProperty("copy");
-    EXPECT_EQ(copies.getType(), Copy::MetaClass());
-    EXPECT_TRUE(copies.isComposite());
-    EXPECT_TRUE(copies.getUpper().isUnlimited());
-    EXPECT_EQ(copies.getOpposite(), Copy::MetaClass().getProperty("book"));
-    EXPECT_EQ(copies.getAssociation().getName(), "A_copy_book");
-    EXPECT_EQ(Copy::MetaClass().getProperty("number").getDefault(), "1");
-    EXPECT_TRUE(House::MetaClass().getProperty("holding").isDerived());
-    EXPECT_FALSE(book.getProperty("shelf").isValid());
     EXPECT_FALSE(book.getProperty("reader").isValid()) << "the association's own end";
 
     // Each class has inherited properties of its own.
@@ -222,7 +190,7 @@ struct InstanceRecorder : ZEL::ImmutableAccessVisitorEmpty {
     ZEL::ImmutableAccessVisitorTraversal * traversal = nullptr;
 };
 
-TEST_F(LibraryTest, AStereotypeInstanceIsVisitedAsAValueAndBehindAllProperties) {
+TEST_F(LibraryTest, AStereotypeInstanceIsVisitedAsAValueAndAfterAllProperties) {
     makeRare(orlando, "signed");
     InstanceRecorder pre;
     InstanceRecorder post;
@@ -234,7 +202,7 @@ TEST_F(LibraryTest, AStereotypeInstanceIsVisitedAsAValueAndBehindAllProperties) 
     EXPECT_EQ(post.log, pre.log);
 }
 
-/// Visits books in both ways, and of the other classes nothing.
+/// Visits books, for reading and for writing, and nothing else.
 struct BookVisitor : VisitorEmpty {
     bool visitBook(Book book) override {
         book.setName("seen");
@@ -278,6 +246,12 @@ TEST_F(LibraryTest, AVisitorOfAnotherMetamodelIsCalledForASuperclass) {
 
 // --- texts with a default --------------------------------------------------------------------------------------------
 
+/// The attribute as it stands in the text, with the blank before its name; empty if it is not there.
+std::string attributeIn(std::string const & text, std::string const & name) {
+    std::size_t const at = text.find(name);
+    return at == std::string::npos ? "" : text.substr(at, text.find('"', at + name.size() + 1) + 1 - at);
+}
+
 TEST_F(LibraryTest, ATextKeepsItsDefaultAndWhatDiffersFromIt) {
     loan.destroy();
     Reader const reader = factory.createReader();
@@ -289,34 +263,27 @@ TEST_F(LibraryTest, ATextKeepsItsDefaultAndWhatDiffersFromIt) {
     model.commitTransaction();
 
     TemporaryFolder const folder;
-    struct {
-        char const * language;
-        char const * condition;
-        std::vector<std::string> written; ///< and no other
-    } const rows[] = {
-        {"en", "good", {}},
-        {"", "", {" language=\"\"", " condition=\"\""}},
-        {"fi", "torn", {" language=\"fi\"", " condition=\"torn\""}},
-        {"en", "torn", {" condition=\"torn\""}},
+    // The values, and what the file says of each.
+    std::array<char const *, 4> const rows[] = {
+        {"en", "good", "", ""},
+        {"", "", " language=\"\"", " condition=\"\""},
+        {"fi", "torn", " language=\"fi\"", " condition=\"torn\""},
+        {"en", "torn", "", " condition=\"torn\""},
     };
-    for (auto const & row : rows) {
-        model.beginTransaction(row.language);
-        reader.setLanguage(row.language);
-        copy.setCondition(row.condition);
+    for (auto const & [language, condition, writtenLanguage, writtenCondition] : rows) {
+        model.beginTransaction(language);
+        reader.setLanguage(language);
+        copy.setCondition(condition);
         model.commitTransaction();
-        EXPECT_EQ(reader.getLanguage(), row.language);
+        EXPECT_EQ(reader.getLanguage(), language);
         EXPECT_TRUE(reader.hasLanguage() && copy.hasCondition());
 
         ASSERT_TRUE(ZEL::Serializer::XmiWriter().write(folder.path("library.xmi"), model));
         std::string const file = folder.content("library.xmi");
-        for (std::string const name : {" language=", " condition="}) {
-            auto const named = [&name](std::string const & text) { return text.find(name) == 0; };
-            auto const text = std::find_if(row.written.begin(), row.written.end(), named);
-            EXPECT_EQ(file.find(name) != std::string::npos, text != row.written.end()) << name;
-            EXPECT_TRUE(text == row.written.end() || file.find(*text) != std::string::npos) << *text;
-        }
+        EXPECT_EQ(attributeIn(file, " language="), writtenLanguage);
+        EXPECT_EQ(attributeIn(file, " condition="), writtenCondition);
         LibraryModel const again(ZEL::Serializer::XmiReader().read(folder.path("library.xmi")));
-        EXPECT_TRUE(ZEL::compare(model.getHouses().at(0), again.getHouses().at(0))) << row.language;
+        EXPECT_TRUE(ZEL::compare(model.getHouses().at(0), again.getHouses().at(0))) << language;
 
         // Merged over a model with other values, the file has its way.
         again.beginTransaction();
@@ -328,7 +295,7 @@ TEST_F(LibraryTest, ATextKeepsItsDefaultAndWhatDiffersFromIt) {
         merger->addReferredModel(again);
         merging.setMerger(merger);
         (void)merging.read(folder.path("library.xmi"));
-        EXPECT_TRUE(ZEL::compare(model.getHouses().at(0), again.getHouses().at(0))) << row.language;
+        EXPECT_TRUE(ZEL::compare(model.getHouses().at(0), again.getHouses().at(0))) << language;
     }
     for (char const * const before : {"fi", "", "en"}) {
         model.undo();

@@ -6,6 +6,7 @@
 #include <cctype>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 namespace zelgen::tests {
 namespace {
@@ -15,13 +16,7 @@ using testing::IsEmpty;
 
 /// A definition that is right up to `types`; those of the case begin at line 7.
 std::string withTypes(std::string const & types) {
-    return "prefix: app\n"
-           "uris: [http://example.org/app]\n"
-           "factory_class: Maker\n"
-           "types:\n"
-           "  Maker: {superclasses: [ZEL.FactoryObject]}\n"
-           "  Base: {superclasses: [ZEL.Element]}\n" +
-           types;
+    return applicationWith("  Base: {superclasses: [ZEL.Element]}\n" + types);
 }
 
 TEST(Check, TheExampleOfTheFormatIsRight) {
@@ -62,26 +57,22 @@ TEST(Check, RolesAreForFittingClasses) {
         ElementsAre("app.yaml:3:16: 'factory_class': found the abstract class 'F', expected one with instances"));
 }
 
-struct Case {
-    char const * text;
-    char const * mistake; ///< without the name of the file
-};
+/// Rows of a text with a mistake, and of what is told of it after the name of the file.
+using Cases = std::vector<std::pair<char const *, char const *>>;
 
-TEST(Check, MistakesInTypesAreToldWithPlaceAndExpectation) {
-    Case const rows[] = {
+void expectMistakes(Cases const & cases) {
+    for (auto const & [text, mistake] : cases) {
+        EXPECT_THAT(mistakesIn(withTypes(text)), ElementsAre(std::string("app.yaml:") + mistake)) << text;
+    }
+}
+
+TEST(Check, NamesOfTypesAndLiteralsAreToldWithPlaceAndExpectation) {
+    expectMistakes({
         {"  A-B: {superclasses: [Base]}\n", "7:3: found type 'A-B', expected letters, digits and underscores"},
         {"  class: {superclasses: [Base]}\n", "7:3: found type 'class', expected a name that is no word of C++"},
         {"  BodyInterface: {superclasses: [Base]}\n",
          "7:3: found class 'BodyInterface', expected a name that is not one of a member of all handles"},
-        {"  A: {superclasses: [Bse]}\n", "7:22: class 'A': type 'Bse' not found, did you mean 'Base'?"},
-        {"  A: {superclasses: [ZEL.Elment]}\n",
-         "7:22: class 'A': type 'ZEL.Elment' not found, did you mean 'ZEL.Element'?"},
-        {"  A: {superclasses: [ZEL.String]}\n", "7:22: class 'A': found the data type 'ZEL.String', expected a class"},
-        {"  A: {superclasses: [Base, Base]}\n", "7:28: class 'A': found superclass 'Base' twice, expected it once"},
         {"  A: {abstract: yes, superclasses: [Base]}\n", "7:17: found 'abstract' 'yes', expected true or false"},
-        {"  A: {}\n", "7:3: class 'A': found no superclass, expected at least one, such as 'ZEL.ClassObject'"},
-        {"  A: {superclasses: [A]}\n",
-         "7:22: class 'A': found superclass 'A' that is a subclass of it, expected no cycle"},
         {"  E: {enumeration: []}\n", "7:3: found enumeration 'E' without literals, expected at least one"},
         {"  E: {enumeration: [a, A]}\n",
          "7:24: found literal 'A' of 'E' with the C++ name 'A' of another one, expected a different one"},
@@ -89,6 +80,32 @@ TEST(Check, MistakesInTypesAreToldWithPlaceAndExpectation) {
          "7:42: found literal 'opn', expected open, did you mean 'open'?"},
         {"  E: {enumeration: [open], enumerators: {open: auto}}\n",
          "7:48: found enumerator 'auto', expected a name that is no word of C++"},
+        {"  Tables: {superclasses: [Base]}\n",
+         "7:3: found type 'Tables', expected a name that generated code does not use by itself"},
+        {"  app: {superclasses: [Base]}\n",
+         "7:3: found type 'app', expected a name that generated code does not use by itself"},
+        {"  BaseIntf: {superclasses: [Base]}\n",
+         "7:3: found type 'BaseIntf', expected a name that is not one of those made for 'Base'"},
+    });
+}
+
+TEST(Check, SuperclassesAreToldWithPlaceAndExpectation) {
+    expectMistakes({
+        {"  A: {superclasses: [Bse]}\n", "7:22: class 'A': type 'Bse' not found, did you mean 'Base'?"},
+        {"  A: {superclasses: [ZEL.Elment]}\n",
+         "7:22: class 'A': type 'ZEL.Elment' not found, did you mean 'ZEL.Element'?"},
+        {"  A: {superclasses: [ZEL.String]}\n", "7:22: class 'A': found the data type 'ZEL.String', expected a class"},
+        {"  A: {superclasses: [Base, Base]}\n", "7:28: class 'A': found superclass 'Base' twice, expected it once"},
+        {"  A: {}\n", "7:3: class 'A': found no superclass, expected at least one, such as 'ZEL.ClassObject'"},
+        {"  A: {superclasses: [A]}\n",
+         "7:22: class 'A': found superclass 'A' that is a subclass of it, expected no cycle"},
+        {"  A: {superclasses: [ZEL.Object]}\n",
+         "7:22: class 'A': found superclass 'ZEL.Object', expected 'ZEL.ClassObject' or a subclass of it"},
+    });
+}
+
+TEST(Check, OperationsPropertiesAndViewsThatDoNotFitAreToldWithPlaceAndExpectation) {
+    expectMistakes({
         {"  A: {superclasses: [Base], operations: {hand: [void f(Foo x)]}}\n",
          "7:49: operation 'f': type 'Foo' not found"},
         {"  A: {superclasses: [Base], operations: {hand: [void f]}}\n",
@@ -102,14 +119,6 @@ TEST(Check, MistakesInTypesAreToldWithPlaceAndExpectation) {
          "  D: {superclasses: [ZEL.Parameter, C]}\n",
          "10:3: class 'D': found two properties 'direction', of 'Parameter' and 'C', expected the same type and "
          "multiplicity"},
-        {"  A: {superclasses: [ZEL.Object]}\n",
-         "7:22: class 'A': found superclass 'ZEL.Object', expected 'ZEL.ClassObject' or a subclass of it"},
-        {"  Tables: {superclasses: [Base]}\n",
-         "7:3: found type 'Tables', expected a name that generated code does not use by itself"},
-        {"  app: {superclasses: [Base]}\n",
-         "7:3: found type 'app', expected a name that generated code does not use by itself"},
-        {"  BaseIntf: {superclasses: [Base]}\n",
-         "7:3: found type 'BaseIntf', expected a name that is not one of those made for 'Base'"},
         {"  A: {superclasses: [ZEL.Classifier], properties: {c: {type: Base, multiplicity: 0..*}}, views: {feature: "
          "[c]}}\n",
          "7:108: class 'A': found property 'c' of type 'Base' in a view, expected 'ZEL.Feature' or a subclass of it"},
@@ -142,10 +151,7 @@ TEST(Check, MistakesInTypesAreToldWithPlaceAndExpectation) {
          "  B: {superclasses: [Base], properties: {isX: {type: ZEL.Boolean}}}\n"
          "  C: {superclasses: [A, B]}\n",
          "9:3: class 'C': found two properties 'isX', of 'A' and 'B', expected the same type and multiplicity"},
-    };
-    for (Case const & row : rows) {
-        EXPECT_THAT(mistakesIn(withTypes(row.text)), ElementsAre(std::string("app.yaml:") + row.mistake)) << row.text;
-    }
+    });
 }
 
 TEST(Check, AClassMaySayItselfWhatItsSuperclassesSayDifferently) {
@@ -159,7 +165,7 @@ TEST(Check, AClassMaySayItselfWhatItsSuperclassesSayDifferently) {
 
 /// One property `p` of a class `A`, in line 8; its entries begin at column 10.
 TEST(Check, MistakesInPropertiesAreToldWithPlaceAndExpectation) {
-    Case const rows[] = {
+    Cases const cases{
         {"", "5: property 'A.p': found no 'type', expected the name of one"},
         {"type: ZEL.Strin", "15: property 'A.p': type 'ZEL.Strin' not found, did you mean 'ZEL.String'?"},
         {"type: A, multiplicity: 1", "32: found multiplicity '1', expected a form such as 0..1, 1..1 or 0..*"},
@@ -221,11 +227,11 @@ TEST(Check, MistakesInPropertiesAreToldWithPlaceAndExpectation) {
         {"type: A, base_element: true", "32: property 'A.p': found 'base_element', expected it on a single reference "
                                         "of a subclass of 'ZEL.StereotypeObject'"},
     };
-    for (Case const & row : rows) {
-        std::string const types = "  A: {superclasses: [ZEL.Class], properties: {\n    p: {" + std::string(row.text) +
+    for (auto const & [text, mistake] : cases) {
+        std::string const types = "  A: {superclasses: [ZEL.Class], properties: {\n    p: {" + std::string(text) +
                                   "},\n    other: {type: A, association: A_p, opposite: A.q},\n"
                                   "    q: {type: A, association: A_p, opposite: A.other}}}\n";
-        EXPECT_THAT(mistakesIn(withTypes(types)), ElementsAre(std::string("app.yaml:8:") + row.mistake)) << row.text;
+        EXPECT_THAT(mistakesIn(withTypes(types)), ElementsAre(std::string("app.yaml:8:") + mistake)) << text;
     }
 }
 

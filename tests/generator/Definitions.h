@@ -30,8 +30,15 @@ inline Family const & builtInFamily() {
     return family;
 }
 
-/// What is wrong with an application's definition that builds on the built-in one, in the order of places. The text
-/// stands in the file of the name.
+/// A definition that is right, with types besides the factory's; those begin at line 6.
+inline std::string applicationWith(std::string const & types) {
+    return "prefix: app\nuris: [http://example.org/app]\nfactory_class: Maker\ntypes:\n"
+           "  Maker: {superclasses: [ZEL.FactoryObject]}\n" +
+           types;
+}
+
+/// What is wrong with an application's definition that builds on the built-in one, in the order of places.
+/// `file` is the name of the file that the text is from.
 inline std::vector<std::string> mistakesIn(std::string const & text, std::string const & file = "app.yaml") {
     Diagnostics diagnostics;
     Definition const definition = parseDefinition(text, file, diagnostics);

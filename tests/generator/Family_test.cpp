@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <map>
 
 namespace zelgen::tests {
@@ -50,11 +51,9 @@ TEST(Family, TheBuiltInMetamodelHasItsNumbers) {
     std::map<Form, int> forms;
     int derived = 0;
     std::vector<std::string> required;
-    std::size_t operations = 0;
     for (Property const * const p : allOwn()) {
         ++forms[p->form];
         derived += p->isDerived ? 1 : 0;
-        operations += operationsOf(*p);
         if (p->form == Form::Value && p->lower > 0) {
             required.push_back(p->qualifiedName());
         }
@@ -72,7 +71,6 @@ TEST(Family, TheBuiltInMetamodelHasItsNumbers) {
     EXPECT_EQ(derived, 33);
     EXPECT_EQ(zel.classes.size(), 42u);
     EXPECT_EQ(zel.types.size(), 55u);
-    EXPECT_EQ(operations, 487u);
     EXPECT_EQ(onHandles, 3371u) << "those of all inherited properties too";
 }
 
@@ -200,20 +198,15 @@ TEST(Family, AnApplicationBuildsOnTheBuiltInMetamodel) {
 }
 
 TEST(Fields, AreDeclaredAndTestedByTheKindOfValue) {
-    struct {
-        char const * owner;
-        char const * name;
-        char const * declaration;
-        char const * isSet;
-    } const rows[] = {
+    std::array<char const *, 4> const rows[] = {
         {"Property", "default", "ZEL::internal::TextField default_;\n", "!f.default_.isEmpty()"},
         {"Property", "storage", "ZEL::PropertyStorage storage;\n", "f.hasStorage"},
         {"TypedElement", "type", "ZEL::NSInterface::TypeIntf * type = nullptr;\n", "f.type != nullptr"},
         {"MultiplicityElement", "upper", "std::uint32_t upper = 1;\n", "f.hasUpper"},
     };
-    for (auto const & row : rows) {
-        EXPECT_EQ(fieldText::declaration(propertyOf(row.owner, row.name)), row.declaration);
-        EXPECT_EQ(fieldText::isSet("f.", propertyOf(row.owner, row.name)), row.isSet);
+    for (auto const & [owner, name, declaration, isSet] : rows) {
+        EXPECT_EQ(fieldText::declaration(propertyOf(owner, name)), declaration);
+        EXPECT_EQ(fieldText::isSet("f.", propertyOf(owner, name)), isSet);
     }
     EXPECT_EQ(fieldText::bitDeclarations(propertyOf("NamedElement", "visibility")),
               "std::uint8_t visibility : 2 = 0;\n");

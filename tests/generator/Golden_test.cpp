@@ -32,8 +32,8 @@ Files const & generated() {
     return files;
 }
 
-// Of a class with each form of property what differs by form; of a small one what is alike; and what becomes of derived
-// properties and redefinitions. A header that is not here declares what the source beside it defines; the sources of
+// Of a class with each form of property, the files that differ by form; of a small one, those that are alike for all; and
+// what becomes of derived properties and redefinitions. A header that is not here declares what the source beside it defines; the sources of
 // handles and bodies only forward, which the tests of all classes show.
 TEST(Golden, FilesAreWhatTheGeneratorMakes) {
     for (char const * const file :

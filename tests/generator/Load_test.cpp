@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <utility>
+
 namespace zelgen::tests {
 namespace {
 
@@ -35,7 +37,7 @@ TEST(Load, KeepsTheOrderOfTypesAndProperties) {
     EXPECT_EQ(d.types[1].properties[1].type.mark.column, 17);
 }
 
-TEST(Load, PartsHaveTheirTypesBehindThoseOfTheHead) {
+TEST(Load, PartsHaveTheirTypesAfterThoseOfTheHead) {
     TemporaryFolder const folder;
     std::string const first = folder.file("first.yaml", "types:\n  B: {superclasses: [A]}\n  C: {superclasses: [B]}\n");
     std::string const second = folder.file("second.yaml", "types: {D: {superclasses: [X]}}\n");
@@ -70,10 +72,7 @@ TEST(Load, PartsAreToldOfByTheirOwnNames) {
 }
 
 TEST(Load, SaysWhatItFoundInTheWrongPlace) {
-    struct {
-        char const * text;
-        char const * message;
-    } const rows[] = {
+    std::pair<char const *, char const *> const rows[] = {
         {"- a\n", "m.yaml:1:1: found a list, expected a map of entries of a metamodel"},
         {"prefix: [a]\n", "m.yaml:1:9: found a list, expected a name"},
         {"prefx: a\n", "m.yaml:1:1: found unknown entry 'prefx' of a metamodel, did you mean 'prefix'?"},
@@ -88,8 +87,8 @@ TEST(Load, SaysWhatItFoundInTheWrongPlace) {
          "m.yaml:1:26: found unknown entry 'raise' of the operations of a class"},
         {"types: {A: \n", "m.yaml:2:1: found text that is not YAML (end of map flow not found)"},
     };
-    for (auto const & row : rows) {
-        EXPECT_THAT(messagesOf(row.text), ElementsAre(row.message)) << row.text;
+    for (auto const & [text, message] : rows) {
+        EXPECT_THAT(messagesOf(text), ElementsAre(message)) << text;
     }
 }
 

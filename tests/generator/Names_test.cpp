@@ -2,14 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace zelgen::tests {
 namespace {
 
 TEST(Names, PluralsFollowTheEndOfTheWord) {
-    struct {
-        char const * singular;
-        char const * plural;
-    } const rows[] = {
+    std::pair<char const *, char const *> const rows[] = {
         {"OwnedComment", "OwnedComments"},
         {"RedefinedProperty", "RedefinedProperties"},
         {"Body", "Bodies"},
@@ -19,12 +18,12 @@ TEST(Names, PluralsFollowTheEndOfTheWord) {
         {"Unparented", "Unparented"},
         {"Uri", "Uris"},
     };
-    for (auto const & row : rows) {
-        EXPECT_EQ(Names::plural(row.singular), row.plural);
+    for (auto const & [singular, plural] : rows) {
+        EXPECT_EQ(Names::plural(singular), plural);
     }
 }
 
-TEST(Names, OnlyAWordBehindIsMakesAFlag) {
+TEST(Names, OnlyAWordAfterIsMakesAFlag) {
     EXPECT_TRUE(Names::readsAsFlag("isReadOnly"));
     EXPECT_TRUE(Names::readsAsFlag("isID"));
     EXPECT_FALSE(Names::readsAsFlag("issue"));

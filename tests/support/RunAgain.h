@@ -1,10 +1,8 @@
 #pragma once
 
-#include <gtest/gtest.h>
-#include <unistd.h>
-
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <string>
 
 namespace ZEL::tests {
@@ -14,19 +12,23 @@ struct Run {
     std::string output;
 };
 
+/// Runs a command of the shell. Its standard error is not kept unless it says so itself.
+inline Run run(std::string const & command) {
+    Run result;
+    if (std::FILE * const pipe = popen(command.c_str(), "r")) {
+        std::array<char, 4096> text{};
+        while (std::fgets(text.data(), text.size(), pipe) != nullptr) {
+            result.output += text.data();
+        }
+        result.status = pclose(pipe);
+    }
+    return result;
+}
+
 /// Runs tests of this executable in a process of their own; `prefix` may set variables of its environment.
 inline Run runAgain(std::string const & filter, std::string const & prefix = std::string()) {
-    std::array<char, 4096> text{};
-    EXPECT_GT(readlink("/proc/self/exe", text.data(), text.size() - 1), 0);
-    std::string const command = prefix + " '" + text.data() + "' --gtest_filter=" + filter + " 2>&1";
-    Run run;
-    if (std::FILE * const pipe = popen(command.c_str(), "r")) {
-        while (std::fgets(text.data(), text.size(), pipe) != nullptr) {
-            run.output += text.data();
-        }
-        run.status = pclose(pipe);
-    }
-    return run;
+    std::string const program = std::filesystem::read_symlink("/proc/self/exe").string();
+    return run(prefix + " '" + program + "' --gtest_filter=" + filter + " 2>&1");
 }
 
 } // namespace ZEL::tests

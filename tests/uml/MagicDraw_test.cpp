@@ -3,25 +3,27 @@
 namespace ZEL::Serializer {
 namespace {
 
-class MagicDrawFile : public tests::DialectFixture {};
-
-TEST_F(MagicDrawFile, IsReadWithUnitsInPlaceOfLiteralsAndWrittenTheOtherWayRound) {
-    auto const toolFile = [this](std::string const & name, std::string const & content) {
+class MagicDrawFile : public tests::DialectFixture {
+protected:
+    std::string toolFile(std::string const & name, std::string const & content) const {
         return file(name, R"(<?xml version="1.0" encoding="UTF-8"?>
 <xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmlns:uml="http://schema.omg.org/spec/UML/2.1"
     xmlns:NumericTypes="http://www.magicdraw.com/schemas/NumericTypes.xmi">
 )" + content + "</xmi:XMI>\n");
-    };
+    }
+};
+
+TEST_F(MagicDrawFile, IsReadWithUnitsInPlaceOfLiteralsAndWrittenTheOtherWayRound) {
     // Two units stand on literals, the others on none, the one on which the first builds in another file. What is
     // measured in a unit refers to its literal, so a unit may have no id. The other unit of the first quantity is given
     // by itself, that of the second, wrongly, by a literal.
-    toolFile("base.xml", R"(  <uml:Model xmi:id="b1" name="Base">
+    static_cast<void>(toolFile("base.xml", R"(  <uml:Model xmi:id="b1" name="Base">
     <packagedElement xmi:type="uml:Enumeration" xmi:id="b2" name="Length">
       <ownedLiteral xmi:type="uml:EnumerationLiteral" xmi:id="b3" name="nm"/>
     </packagedElement>
   </uml:Model>
   <NumericTypes:unit xmi:id="b4" base_EnumerationLiteral="b3"/>
-)");
+)"));
     std::string const path =
         toolFile("in.xml", R"(  <xmi:Documentation exporter="MagicDraw UML" exporterVersion="16.5"/>
   <xmi:Extension extender="MagicDraw UML 16.5"><plugin pluginName="UML" pluginVersion="1"/></xmi:Extension>

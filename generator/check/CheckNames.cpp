@@ -3,18 +3,16 @@
 #include "load/Signature.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 
 namespace zelgen {
 namespace {
 
 /// Operations that every handle has; a property may not make another one of the name.
-std::vector<std::string> const & reservedOperations() {
-    static std::vector<std::string> const names{"isValid",   "getDeviant",  "setDeviant",  "getMetaClass",
-                                                "asDeviant", "getOrcaName", "getByteSize", "getImplementation",
-                                                "destroy",   "clone",       "toString",    "fromString"};
-    return names;
-}
+constexpr std::array<char const *, 12> kReservedOperations{
+    "isValid",     "getDeviant",        "setDeviant", "getMetaClass", "asDeviant", "getOrcaName",
+    "getByteSize", "getImplementation", "destroy",    "clone",        "toString",  "fromString"};
 
 } // namespace
 
@@ -51,7 +49,7 @@ void Checker::checkNames() {
         std::map<std::string, std::string> operations; // C++ base names of own properties
         for (PropertyDefinition const & p : type.properties) {
             std::string const capital = Names::capital(p.name.text);
-            for (std::string const & operation : reservedOperations()) {
+            for (std::string const operation : kReservedOperations) {
                 if ((Names::readsAsFlag(p.name.text) && operation == p.name.text) || operation == "get" + capital ||
                     operation == "set" + capital) {
                     report(p.name.mark, "property '" + type.name.text + '.' + p.name.text +

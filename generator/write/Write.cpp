@@ -19,11 +19,17 @@ class Collector {
 public:
     explicit Collector(Emission const & emission) : fEmission(emission) {}
 
-    void addHeader(std::string const & name, std::string const & text) { fFiles[fEmission.path(name)] = fitted(text); }
+    void addHeader(std::string const & name, std::string const & text) {
+        fFiles[fEmission.path(name + ".h")] = fitted(text);
+    }
     void addSource(std::string const & name, std::string const & text) {
-        std::string const path = fEmission.path(name);
+        std::string const path = fEmission.path(name + ".cpp");
         fFiles[path] = fitted(text);
         fSources.back().push_back(path);
+    }
+    void add(std::string const & name, std::string const & header, std::string const & source) {
+        addHeader(name, header);
+        addSource(name, source);
     }
     /// What is added from here on belongs to the next class, or enumeration.
     void startGroup() { fSources.emplace_back(); }
@@ -55,26 +61,24 @@ void addClass(Collector & collector, Emission const & whole, Class const & of) {
     Emission const emission = whole.knowing({{"X", of.name}});
     collector.startGroup();
     if (of.hasGeneratedHandles) {
-        collector.addHeader(of.name + ".h", emitHandleHeader(emission, of));
-        collector.addSource(of.name + ".cpp", emitHandleSource(emission, of));
+        collector.add(of.name, emitHandleHeader(emission, of), emitHandleSource(emission, of));
     }
     if (of.hasGeneratedInterface) {
         Emission const interfaces = emission.within("NSInterface");
-        collector.addHeader(of.name + "Intf.h", emitIntfHeader(interfaces, of));
-        collector.addSource(of.name + "Intf.cpp", emitIntfSource(interfaces, of));
+        collector.add(of.name + "Intf", emitIntfHeader(interfaces, of), emitIntfSource(interfaces, of));
     }
     if (!of.isAbstract) {
         Emission const implementation = emission.within("NSImplementation");
         for (Holder const holder : {Holder::Body, Holder::State}) {
-            collector.addHeader(holderName(of, holder) + ".h", emitHolderHeader(implementation, of, holder));
-            collector.addSource(holderName(of, holder) + ".cpp", emitHolderSource(implementation, of, holder));
+            collector.add(holderName(of, holder), emitHolderHeader(implementation, of, holder),
+                          emitHolderSource(implementation, of, holder));
         }
     }
     Emission const tables = emission.within("tables");
     if (!of.reflectiveOwn().empty()) {
-        collector.addHeader(of.name + "PropertyTable.h", emitPropertyTableHeader(tables, of));
+        collector.addHeader(of.name + "PropertyTable", emitPropertyTableHeader(tables, of));
     }
-    collector.addSource(of.name + "Tables.cpp", emitTables(tables, of));
+    collector.addSource(of.name + "Tables", emitTables(tables, of));
 }
 
 void writeIfChanged(fs::path const & path, std::string const & text) {
@@ -122,23 +126,21 @@ Emission emissionOf(Family const & family, WriteOptions const & options) {
 Files emitFiles(Family const & family, WriteOptions const & options) {
     Emission const emission = emissionOf(family, options);
     Collector collector(emission);
-    collector.addHeader("Forward.h", emitForward(emission));
-    collector.addHeader("Tables.h", emitTablesHeader(emission.within("tables")));
-    collector.addHeader(emission.metamodel.isBuiltIn() ? "BuiltInMetaModel.h" : "MetaModelRegistration.h",
+    collector.addHeader("Forward", emitForward(emission));
+    collector.addHeader("Tables", emitTablesHeader(emission.within("tables")));
+    collector.addHeader(emission.metamodel.isBuiltIn() ? "BuiltInMetaModel" : "MetaModelRegistration",
                         emitMetamodelHeader(emission));
     for (auto const & type : emission.metamodel.types) {
         if (type->asClass != nullptr) {
             addClass(collector, emission, *type->asClass);
         } else if (type->kind == TypeKind::Enumeration) {
             collector.startGroup();
-            collector.addHeader(type->name + ".h", emitEnumerationHeader(emission, *type));
-            collector.addSource(type->name + ".cpp", emitEnumerationSource(emission, *type));
+            collector.add(type->name, emitEnumerationHeader(emission, *type), emitEnumerationSource(emission, *type));
         }
     }
     collector.startGroup(); // one for all visitors: each needs the handles of all classes
     for (VisitorFiles const & visitor : emitVisitors(emission)) {
-        collector.addHeader(visitor.name + ".h", visitor.header);
-        collector.addSource(visitor.name + ".cpp", visitor.source);
+        collector.add(visitor.name, visitor.header, visitor.source);
     }
     collector.addUnits();
     return collector.files();

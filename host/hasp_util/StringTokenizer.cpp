@@ -5,8 +5,6 @@
 
 namespace HASP {
 
-StringTokenizer::StringTokenizer(std::string_view text) : StringTokenizer(text, " \t\n\r") {}
-
 StringTokenizer::StringTokenizer(std::string_view text, std::string_view delimiters)
     : fText(text), fDelimiters(delimiters) {
     skipDelimiters();

@@ -14,13 +14,11 @@ namespace HASP {
 /// Looks at the caller's text, which must outlive it and its tokens.
 class HOST_API StringTokenizer {
 public:
-    /// At blanks: space, tab, line feed, carriage return.
-    explicit StringTokenizer(std::string_view text);
-    StringTokenizer(std::string_view text, std::string_view delimiters);
+    /// At blanks unless other delimiters are given.
+    explicit StringTokenizer(std::string_view text, std::string_view delimiters = " \t\n\r");
     // NOLINTNEXTLINE(bugprone-forwarding-reference-overload)
-    template <std::same_as<std::string> Temporary> explicit StringTokenizer(Temporary && text) = delete;
     template <std::same_as<std::string> Temporary>
-    StringTokenizer(Temporary && text, std::string_view delimiters) = delete;
+    explicit StringTokenizer(Temporary && text, std::string_view delimiters = {}) = delete;
 
     [[nodiscard]] bool hasMoreTokens() const noexcept { return fNext < fText.size(); }
     /// Throws `std::out_of_range` if there is none.

@@ -18,14 +18,6 @@ public:
     XmlOutputFile(XmlOutputFile const &) = delete;
     XmlOutputFile & operator=(XmlOutputFile const &) = delete;
 
-    /// Room for so many bytes after what is there. What was put there counts once `setEnd` is called.
-    [[nodiscard]] char * room(std::size_t size) {
-        if (static_cast<std::size_t>(fLimit - fEnd) < size) {
-            grow(size);
-        }
-        return fEnd;
-    }
-    void setEnd(char * end) noexcept { fEnd = end; }
     void put(std::string_view text);
     void put(char c) {
         *room(1) = c;
@@ -53,6 +45,13 @@ public:
 private:
     static constexpr std::size_t flushSize = 128 * 1024;
 
+    /// Room for so many bytes after what is there.
+    [[nodiscard]] char * room(std::size_t size) {
+        if (static_cast<std::size_t>(fLimit - fEnd) < size) {
+            grow(size);
+        }
+        return fEnd;
+    }
     void grow(std::size_t size);
 
     std::unique_ptr<char[]> fBuffer;

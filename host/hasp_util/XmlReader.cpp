@@ -26,7 +26,7 @@ std::size_t pieceAfter(std::size_t unfinished) noexcept { return std::clamp(unfi
 class XmlReader::Impl {
 public:
     Impl(std::string const & fileName, XmlReaderSettings const & settings)
-        : fSource(fileName), fParser(fNames, settings), fFilling(&fQueues[0]) {
+        : fSource(fileName), fParser(fNames, settings), fFilling(&fQueues[0]), fQueue(&fQueues[1]) {
         if (!fSource.error().empty()) {
             failSource();
         }
@@ -55,25 +55,19 @@ public:
         if (hasError()) {
             return {fSource.fileName(), fParser.errorLine(), fParser.errorColumn()};
         }
-        return {fSource.fileName(), fEvent != nullptr ? fEvent->line : 0, fEvent != nullptr ? fEvent->column : 0};
+        return {fSource.fileName(), fEvent->line, fEvent->column};
     }
 
     [[nodiscard]] std::string const & localName() const {
-        return fEvent != nullptr && fEvent->localName != nullptr ? *fEvent->localName : fNames.emptyText();
+        return fEvent->localName != nullptr ? *fEvent->localName : fNames.emptyText();
     }
-    [[nodiscard]] std::string const & uri() const {
-        return fEvent != nullptr && fEvent->uri != nullptr ? *fEvent->uri : fNames.emptyText();
-    }
-    [[nodiscard]] std::string_view text() const {
-        return fEvent != nullptr ? fQueue->text(*fEvent) : std::string_view();
-    }
+    [[nodiscard]] std::string const & uri() const { return fEvent->uri != nullptr ? *fEvent->uri : fNames.emptyText(); }
+    [[nodiscard]] std::string_view text() const { return fQueue->text(*fEvent); }
     [[nodiscard]] std::span<Attribute const> attributes() const {
-        return fEvent != nullptr ? std::span(fQueue->attributes(*fEvent), fEvent->attributeCount)
-                                 : std::span<Attribute const>();
+        return {fQueue->attributes(*fEvent), fEvent->attributeCount};
     }
     [[nodiscard]] std::span<Namespace const> namespaces() const {
-        return fEvent != nullptr ? std::span(fQueue->namespaces(*fEvent), fEvent->namespaceCount)
-                                 : std::span<Namespace const>();
+        return {fQueue->namespaces(*fEvent), fEvent->namespaceCount};
     }
     [[nodiscard]] std::string const & intern(std::string_view text) { return fNames.intern(text); }
 
@@ -140,9 +134,10 @@ private:
     XmlParser fParser;
     std::array<XmlEventQueue, 2> fQueues;
     XmlEventQueue * fFilling;
-    XmlEventQueue * fQueue = nullptr; ///< of the current event
-    XmlEventQueue::Event const * fEvent = nullptr;
-    std::size_t fNext = 0; ///< in fFilling
+    XmlEventQueue * fQueue; ///< of the current event
+    XmlEventQueue::Event const fNothing{};
+    XmlEventQueue::Event const * fEvent = &fNothing; ///< the current one; before the first, one of nothing
+    std::size_t fNext = 0;                           ///< in fFilling
     std::string fError;
     bool fFailed = false;
     bool fFinished = false;

@@ -10,7 +10,7 @@ namespace HASP {
 
 /// Type of an enumeration: a table of literals, and conversion by it in both directions.
 ///
-/// It knows numbers only; the derived class knows how a value of the enumeration lies in an `any`.
+/// It knows numbers only; the derived class knows how an `any` holds a value of the enumeration.
 class HOST_API EnumType : public Type {
 public:
     /// Accepts exactly the literals' texts. Throws `std::logic_error` "An Internal Error has occurred" if the holder

@@ -8,15 +8,15 @@
 
 namespace HASP {
 
-/// Takes the error of an operation that reports instead of throwing. Made by the caller, good for one error.
+/// Receives the error of an operation that reports instead of throwing. Made by the caller; holds at most one error.
 class HOST_API ErrorHolder {
 public:
     [[nodiscard]] bool hasError() const noexcept { return fError.has_value(); }
     /// Throws `std::logic_error` if there is an error already.
     void setError(SimpleErrorDescription error);
-    /// Null if there is none.
+    /// Null if there is no error.
     [[nodiscard]] SimpleErrorDescription const * getError() const noexcept { return fError ? &*fError : nullptr; }
-    /// The error's text, empty if there is none.
+    /// The error's text; empty if there is no error.
     [[nodiscard]] std::string getMessage() const;
 
 private:

@@ -10,9 +10,8 @@ namespace HASP {
 
 /// Array list with value semantics whose copies share their elements until one of them changes.
 ///
-/// A copy costs one atomic count. An empty list owns nothing. The first change of a shared list copies its elements,
-/// `detach`; positions are then those of the new copy, so do not keep iterators across a change. Positions are not
-/// checked.
+/// A copy costs one atomic increment. An empty list owns nothing. The first change of a shared list copies its elements
+/// (`detach`), so do not keep iterators across a change. Indices are not checked.
 template <class T> class GList {
 public:
     using value_type = T;
@@ -32,7 +31,7 @@ public:
     [[nodiscard]] const_iterator end() const noexcept { return begin() + size(); }
     [[nodiscard]] bool isSharedWith(GList const & other) const noexcept { return fData == other.fData; }
 
-    /// Makes the elements this list's own. Every changing operation does it first.
+    /// Gives this list elements of its own. Every operation that changes the list does so first.
     void detach() {
         if (!fData) {
             fData = std::make_shared<std::vector<T>>();
@@ -44,7 +43,7 @@ public:
         detach();
         (*fData)[index] = std::move(value);
     }
-    /// Linear in the size.
+    /// Linear in the size of the list.
     void prepend(T value) { insert(0, std::move(value)); }
     void append(T value) {
         detach();

@@ -8,13 +8,13 @@
 
 namespace HASP {
 
-/// A place in an XML file. Lines and columns count from 1; both are 0 where nothing was read yet.
+/// A place in an XML file. Lines and columns count from 1; both are 0 before anything has been read.
 class HOST_API Location {
 public:
     Location(std::string systemId, std::uint64_t line, std::uint64_t column)
         : fSystemId(std::move(systemId)), fLine(line), fColumn(column) {}
 
-    /// The file's name as it was given to the reader.
+    /// The name of the file as it was passed to the reader.
     [[nodiscard]] std::string const & getSystemId() const noexcept { return fSystemId; }
     [[nodiscard]] std::uint64_t getLineNumber() const noexcept { return fLine; }
     /// Counts characters, not bytes.

@@ -5,7 +5,7 @@
 
 namespace HASP {
 
-/// The text with small letters in place of the capital ones of ASCII, whatever the process's locale.
+/// The text with its ASCII letters in lower case, whatever the process's locale.
 [[nodiscard]] inline std::string lowerCase(std::string_view text) {
     std::string result(text);
     for (char & c : result) {

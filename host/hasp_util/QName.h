@@ -7,7 +7,7 @@
 
 namespace HASP {
 
-/// A name together with the URI of its namespace. The default one is the null name: both texts are empty.
+/// A name together with the URI of its namespace. A default-constructed one is the null name: both texts are empty.
 class HOST_API QName {
 public:
     QName() = default;

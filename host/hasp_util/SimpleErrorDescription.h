@@ -8,7 +8,7 @@
 
 namespace HASP {
 
-/// An error as a text and the place that found it.
+/// An error: its text, and the place in the sources that found it.
 class HOST_API SimpleErrorDescription {
 public:
     SimpleErrorDescription(std::string message, CodeLocation location)

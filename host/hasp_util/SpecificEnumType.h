@@ -12,8 +12,8 @@ namespace HASP {
 
 /// Type of one enumeration class.
 ///
-/// `Kind` has a nested `enum Value`, can be made from it, compares by `==`, and its default is a value of its own. The
-/// table of literals is a map in either direction: text to `Kind::Value`, or `Kind::Value` to text.
+/// `Kind` has a nested `enum Value`, can be constructed from it and by default, and compares by `==`. The table of
+/// literals is a map in either direction: text to `Kind::Value`, or `Kind::Value` to text.
 template <class Kind> class SpecificEnumType final : public EnumType {
 public:
     using Value = typename Kind::Value;

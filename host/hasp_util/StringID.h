@@ -15,13 +15,13 @@ class HOST_API StringID {
 public:
     /// The empty text.
     StringID();
-    /// A search in a table under a lock.
+    /// Looks the text up in a table, under a lock.
     explicit StringID(std::string_view text);
 
     [[nodiscard]] std::string const & toString() const noexcept { return *fText; }
 
     friend bool operator==(StringID left, StringID right) noexcept { return left.fText == right.fText; }
-    /// An order of no meaning, the same within one process.
+    /// An arbitrary order, which stays the same within one process.
     friend bool operator<(StringID left, StringID right) noexcept { return std::less<>()(left.fText, right.fText); }
 
 private:

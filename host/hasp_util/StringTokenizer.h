@@ -9,19 +9,19 @@
 
 namespace HASP {
 
-/// Splits a text at any of a set of delimiters. Tokens are never empty: delimiters side by side count as one.
+/// Splits a text at any of a set of delimiters. Tokens are never empty: adjacent delimiters count as one.
 ///
-/// Looks at the caller's text, which must outlive it and its tokens.
+/// Refers to the caller's text, which must outlive the tokenizer and its tokens.
 class HOST_API StringTokenizer {
 public:
-    /// At blanks unless other delimiters are given.
+    /// Splits at white space unless other delimiters are given.
     explicit StringTokenizer(std::string_view text, std::string_view delimiters = " \t\n\r");
     // NOLINTNEXTLINE(bugprone-forwarding-reference-overload)
     template <std::same_as<std::string> Temporary>
     explicit StringTokenizer(Temporary && text, std::string_view delimiters = {}) = delete;
 
     [[nodiscard]] bool hasMoreTokens() const noexcept { return fNext < fText.size(); }
-    /// Throws `std::out_of_range` if there is none.
+    /// Throws `std::out_of_range` if there are no more tokens.
     [[nodiscard]] std::string_view nextToken();
 
 private:

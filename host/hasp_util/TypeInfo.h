@@ -12,9 +12,10 @@ namespace HASP {
 class ErrorHolder;
 class Type;
 
-/// Shared handle on a type object. Copies share it, and it dies with the last of them.
+/// Shared handle on a type object. Copies share it; it is destroyed with the last of them.
 ///
-/// A default one is null: it may be copied, compared and tested; any other operation on it throws `std::logic_error`.
+/// A default-constructed handle is null: it can be copied, compared and tested for null; any other operation throws
+/// `std::logic_error`.
 class HOST_API TypeInfo {
 public:
     TypeInfo() noexcept = default;
@@ -27,7 +28,7 @@ public:
     [[nodiscard]] bool isEqualTo(any const & left, any const & right) const;
     [[nodiscard]] bool isLessThan(any const & left, any const & right) const;
 
-    /// Whether both are on the same type object.
+    /// Whether both refer to the same type object.
     friend bool operator==(TypeInfo const & left, TypeInfo const & right) noexcept { return left.fType == right.fType; }
 
 private:

@@ -9,8 +9,7 @@ namespace HASP {
 /// Universally unique identifiers.
 class HOST_API UUID {
 public:
-    /// A fresh random identifier (version 4) as 36 characters of lower-case hex digits and dashes. Safe in every
-    /// thread.
+    /// A new random identifier (version 4): 36 characters, lower-case hexadecimal digits and hyphens. Thread-safe.
     [[nodiscard]] static std::string createUuidAsString();
 };
 

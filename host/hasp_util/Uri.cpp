@@ -27,7 +27,7 @@ void appendEscape(std::string & text, char c) {
 
 enum class Percent { Escape, KeepEscapes };
 
-// What may stand in a path stays; `further` may stand too.
+// Keeps the characters that a path may hold, and those of `further`.
 std::string escape(std::string_view text, std::string_view further, Percent percent) {
     constexpr std::string_view ofPaths = "-._~!$&'()*+,;=:@/";
     std::string result;
@@ -70,7 +70,7 @@ std::string unescape(std::string_view text) {
     return result;
 }
 
-/// What the parser makes of a text, which must outlive it.
+/// The parser's result for a text, which must outlive it.
 class Parsed {
 public:
     Parsed() noexcept : fUri() {}
@@ -106,7 +106,7 @@ private:
     std::size_t fErrorPosition = 0;
 };
 
-// ".." after a symbolic link leads to the parent of the link's target, so what is before it must be asked from the
+// ".." after a symbolic link leads to the parent of the link's target, so the path before it must be looked up on the
 // disk.
 std::filesystem::path withoutDots(std::filesystem::path const & path) {
     std::filesystem::path head;
@@ -166,7 +166,8 @@ Uri Uri::invalid(std::string error) {
     return result;
 }
 
-// A text that the parser has accepted falls apart at these signs; see the regular expression in RFC 3986, appendix B.
+// A text that the parser has accepted can be split at these characters; see the regular expression in RFC 3986,
+// appendix B.
 void Uri::split() {
     std::string_view const text = fText;
     std::size_t end = text.find('#');
@@ -232,7 +233,7 @@ Uri Uri::relativize(Uri const & base) const {
     if (uriRemoveBaseUriA(relative.get(), source.get(), against.get(), URI_FALSE) != URI_SUCCESS) {
         return invalid("'" + fText + "' cannot be made relative to '" + baseText + "'");
     }
-    // Where one path continues the other's last segment, the parser's answer leads elsewhere.
+    // If one path continues the last segment of the other, the parser's result is wrong.
     Uri result(relative.toString());
     return result.isValid() && base.resolve(result) == *this ? result : *this;
 }

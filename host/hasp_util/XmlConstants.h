@@ -6,7 +6,7 @@
 
 namespace HASP {
 
-/// Names and URIs that XML itself and its first companions reserve. Usable in the initialisers of static objects.
+/// Names and URIs that XML and its namespaces reserve. May be used in initialisers of static objects.
 class HOST_API XmlConstants {
 public:
     inline static std::string const NULL_NS_URI;
@@ -15,7 +15,7 @@ public:
     inline static std::string const XMLNS_ATTRIBUTE_NS_URI = "http://www.w3.org/2000/xmlns/";
     inline static std::string const XML_NS_PREFIX = "xml";
     inline static std::string const XML_NS_URI = "http://www.w3.org/XML/1998/namespace";
-    // Of two vocabularies that files of many kinds use.
+    // Two vocabularies in common use.
     static constexpr char W3C_XML_SCHEMA_INSTANCE_NS_URI[] = "http://www.w3.org/2001/XMLSchema-instance";
     static constexpr char XHTML_NS_URI[] = "http://www.w3.org/1999/xhtml";
 };

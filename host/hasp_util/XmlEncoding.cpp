@@ -47,7 +47,7 @@ Outcome convertByte(void * converter, int byte, int & character) {
     if (::iconv(converter, &inAt, &inLeft, &outAt, &outLeft) == static_cast<std::size_t>(-1)) {
         return errno == EINVAL ? Outcome::NeedsMore : Outcome::NoCharacter;
     }
-    // Some converters hold a letter back in case that an accent follows.
+    // Some converters hold a letter back in case an accent follows.
     ::iconv(converter, nullptr, nullptr, &outAt, &outLeft);
     std::size_t const made = out.size() - outLeft;
     if (made == 0) {

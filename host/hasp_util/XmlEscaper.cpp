@@ -13,7 +13,7 @@ namespace {
 
 struct Character {
     std::uint32_t code;
-    int length; ///< in bytes, 0 if this is no UTF-8
+    int length; ///< in bytes; 0 if this is not UTF-8
 };
 
 Character decode(char const * at, char const * end) noexcept {
@@ -29,7 +29,7 @@ Character decode(char const * at, char const * end) noexcept {
     }
 }
 
-// What a byte asks for: nothing, a replacement, or a closer look.
+// What a byte needs: nothing, a replacement, or a closer look.
 constexpr unsigned char plain = 0;
 constexpr unsigned char special = 1;
 constexpr unsigned char bad = 2;

@@ -7,22 +7,22 @@
 
 namespace HASP {
 
-/// Turns UTF-8 texts into what stands for them in a document of the writer's encoding.
+/// Writes UTF-8 texts in the encoding of a document, with references for what it cannot hold.
 class XmlEscaper {
 public:
     enum class Place { Attribute, Content };
 
     explicit XmlEscaper(bool isLatin1) noexcept : fIsLatin1(isLatin1) {}
 
-    /// Returns null, or where the first character stands that no document can hold; what is before it is written then.
+    /// Returns null, or the place of the first character that no document can hold; the text before it is then written.
     [[nodiscard]] char const * put(XmlOutputFile & out, std::string_view text, Place place) const;
-    /// A name without colon. Returns null, or where the first character stands that a name of this encoding cannot hold.
-    /// An empty name fails at its end.
+    /// A name without a colon. Returns null, or the place of the first character that a name cannot hold in this
+    /// encoding. An empty name fails at its end.
     [[nodiscard]] char const * putName(XmlOutputFile & out, std::string_view name) const;
 
-    /// Null, or where the first character stands that no document can hold.
+    /// The place of the first character that no document can hold; null if there is none.
     [[nodiscard]] static char const * findUnwritable(std::string_view text) noexcept;
-    /// How an error message names what stands there: "U+0001", "byte 0xE9 (not UTF-8)".
+    /// The character at that place as an error message names it: "U+0001", "byte 0xE9 (not UTF-8)".
     [[nodiscard]] static std::string describe(std::string_view text, char const * at);
 
 private:

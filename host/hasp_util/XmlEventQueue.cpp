@@ -24,8 +24,8 @@ void XmlEventQueue::restart(XmlEventQueue & other) {
         Event event = other.fEvents.back();
         other.fEvents.pop_back();
         if (event.textBegin == 0) {
-            // A text alone in its buffer moves as a whole: one that spans many pieces of the file is never copied
-            // twice.
+            // A text that has its buffer to itself moves with it, so one that spans many pieces of the file is not
+            // copied for each of them.
             fText.swap(other.fText);
         } else {
             fText.assign(other.fText, event.textBegin, event.textLength);
@@ -92,7 +92,7 @@ void XmlEventQueue::setPlace(std::uint64_t line, std::uint64_t column) noexcept 
 char * XmlEventQueue::allocate(std::size_t size) {
     if (size > fFreeSize) {
         if (size > blockSize / 4 && !fBlocks.empty()) {
-            // A big value gets a block of its own, and the current one stays in use.
+            // A big value gets a block of its own; the current block stays in use.
             return fBlocks.emplace_back(new char[size]).get();
         }
         fFreeSize = size > blockSize ? size : blockSize;

@@ -11,10 +11,10 @@
 
 namespace HASP {
 
-/// Events that are parsed and not yet pulled, with their attributes and texts in common buffers.
+/// Events that have been parsed and not yet pulled, with their attributes and texts in common buffers.
 ///
-/// Character data that follows character data is joined to it. The last event may therefore still grow as long as it
-/// is one of characters.
+/// Character data that follows character data is joined to it, so the last event may still grow if it is character
+/// data.
 class XmlEventQueue {
 public:
     struct Event {
@@ -42,10 +42,10 @@ public:
     Event & startElement();
     void addNamespace(std::string const & prefix, std::string const & uri);
     XmlReader::Attribute & addAttribute(std::string const & uri, std::string const & localName, std::string_view value);
-    /// Takes back an event that turned out to be none.
+    /// Removes the last event, which turned out to be an error.
     void dropLast() noexcept { fEvents.pop_back(); }
     void endElement(std::string const & uri, std::string const & localName, std::uint64_t line, std::uint64_t column);
-    /// Returns true if this made a new event, whose place is then to be set.
+    /// Returns true if this began a new event, whose place the caller then sets.
     bool characters(std::string_view text);
     void setPlace(std::uint64_t line, std::uint64_t column) noexcept;
 
@@ -53,7 +53,7 @@ public:
     [[nodiscard]] bool lastMayGrow() const noexcept {
         return !fEvents.empty() && fEvents.back().type == XmlReader::Characters;
     }
-    /// Whether so much waits that parsing should pause: a little input can make very much.
+    /// Whether so much is waiting that parsing should pause: a little input can expand to a great deal.
     [[nodiscard]] bool isFull() const noexcept { return fBytes > 1'000'000; }
 
     [[nodiscard]] Event const & operator[](std::size_t index) const noexcept { return fEvents[index]; }
@@ -76,7 +76,7 @@ private:
     std::string fText;
     std::size_t fBytes = 0;
 
-    // Attribute values lie in blocks that never move, so that attributes can point to them.
+    // Attribute values are kept in blocks that never move, so that attributes can point to them.
     std::vector<std::unique_ptr<char[]>> fBlocks;
     char * fFree = nullptr;
     std::size_t fFreeSize = 0;

@@ -10,10 +10,10 @@
 
 namespace HASP {
 
-/// The names of one document, each kept once, and the namespaces in force at the place that is being parsed.
+/// The names of one document, each kept once, and the namespaces in force where the parser is.
 ///
-/// A name as it is written is split once and then found by its text; its prefix carries the URI that it is bound to
-/// now, so resolving a name is reading a pointer. Texts live as long as this object.
+/// A qualified name is split once and then found by its text; its prefix holds the URI that it is bound to at present,
+/// so resolving a name means reading a pointer. Texts live as long as this object.
 class XmlNames {
 public:
     struct Prefix {
@@ -23,8 +23,8 @@ public:
     enum class Kind { Plain, Declaration, Broken };
     struct Name {
         std::string raw;           ///< as written
-        Kind kind;                 ///< `Declaration`: "xmlns" or "xmlns:p"; `Broken`: more than one colon, or at an end
-        Prefix * prefix;           ///< the one before the colon, or the declared one; the default one if there is none
+        Kind kind;                 ///< `Declaration`: "xmlns" or "xmlns:p"; `Broken`: two colons, or one at an end
+        Prefix * prefix;           ///< before the colon, or the declared one; the default one if there is neither
         std::string const * local; ///< after the colon
     };
 
@@ -34,11 +34,11 @@ public:
 
     [[nodiscard]] std::string const & intern(std::string_view text);
     [[nodiscard]] Name const & find(char const * raw);
-    /// As `find`, faster for a text that lies where it lay the last time, as the parser's attribute names do.
+    /// As `find`, but faster for a text at the same address as last time, where the parser keeps attribute names.
     [[nodiscard]] Name const & findCached(char const * raw);
     [[nodiscard]] std::string const & emptyText() const noexcept { return *fEmpty; }
 
-    /// Binds a prefix until `unbindTo` is called with an earlier mark.
+    /// Binds a prefix until `unbindTo` is called with a mark taken before.
     void bind(Prefix & prefix, std::string const & uri);
     [[nodiscard]] std::size_t bindingMark() const noexcept { return fUndo.size(); }
     void unbindTo(std::size_t mark) noexcept;

@@ -7,12 +7,12 @@
 
 namespace HASP {
 
-/// The file that an `XmlWriter` writes, behind a buffer that grows while a tag is being made.
+/// The file that an `XmlWriter` writes, with a buffer that grows while a tag is open.
 ///
-/// Nothing throws for the file's sake: a failure is remembered, and from then on output is thrown away.
+/// Errors of the file are not thrown: the first one is remembered, and all later output is discarded.
 class XmlOutputFile {
 public:
-    /// Makes or empties the file. A symbolic link is refused.
+    /// Creates or empties the file. A symbolic link is refused.
     explicit XmlOutputFile(std::string const & fileName);
     ~XmlOutputFile();
     XmlOutputFile(XmlOutputFile const &) = delete;
@@ -45,7 +45,7 @@ public:
 private:
     static constexpr std::size_t flushSize = 128 * 1024;
 
-    /// Room for so many bytes after what is there.
+    /// Room for `size` more bytes at the end of the buffer.
     [[nodiscard]] char * room(std::size_t size) {
         if (static_cast<std::size_t>(fLimit - fEnd) < size) {
             grow(size);

@@ -27,7 +27,7 @@ XmlParser::XmlParser(XmlNames & names, XmlReaderSettings const & settings)
     XML_SetStartDoctypeDeclHandler(parser, &onDoctype);
     XML_SetEntityDeclHandler(parser, &onEntity);
     XML_SetUnknownEncodingHandler(parser, &onEncoding, this);
-    // Without these expat would drop references that it cannot follow, and the text with them.
+    // Without these, expat would drop references that it cannot follow, and the text with them.
     XML_SetParamEntityParsing(parser, XML_PARAM_ENTITY_PARSING_ALWAYS);
     XML_SetExternalEntityRefHandler(parser, &onExternal);
     XML_SetSkippedEntityHandler(parser, &onSkipped);
@@ -120,7 +120,7 @@ void XmlParser::end() {
     fOpen.pop_back();
 }
 
-// Declarations hold for the whole tag, so they are taken in before any name of it is looked at.
+// Declarations apply to the whole tag, so they are processed before any of its names.
 void XmlParser::declareNamespaces(XML_Char const ** attributes) {
     for (; *attributes != nullptr; attributes += 2) {
         if (attributes[0][0] == 'x' && attributes[0][1] == 'm' && attributes[0][2] == 'l') {
@@ -162,7 +162,7 @@ void XmlParser::addAttributes(XML_Char const ** attributes) {
     }
 }
 
-// Expat has compared the names as written; with prefixes two of them may still mean the same.
+// Expat has compared the names as written; two prefixes may still stand for the same namespace.
 void XmlParser::refuseDoubleAttributes(XmlNames::Name const & element) {
     XmlEventQueue::Event const & event = (*fQueue)[fQueue->size() - 1];
     std::span const attributes(fQueue->attributes(event), event.attributeCount);

@@ -15,10 +15,10 @@
 
 namespace HASP {
 
-/// Drives expat, and turns its callbacks into events of a queue.
+/// Drives expat and turns its callbacks into events of a queue.
 ///
-/// Namespaces are resolved here and not by expat, which would make a fresh text of every qualified name. Every error
-/// ends the parsing and is kept with its place.
+/// Namespaces are resolved here and not by expat, which would build a new text for every qualified name. Any error ends
+/// the parsing and is kept with its place.
 class XmlParser {
 public:
     XmlParser(XmlNames & names, XmlReaderSettings const & settings);
@@ -26,17 +26,17 @@ public:
     XmlParser & operator=(XmlParser const &) = delete;
 
     void setQueue(XmlEventQueue & queue) noexcept { fQueue = &queue; }
-    /// Before the first piece: the encoding to be taken instead of the declared one.
+    /// The encoding to use instead of the declared one. To be called before the first piece.
     void setEncoding(char const * name);
 
-    /// Where the next piece of the file is to be put; null if memory is short.
+    /// Where to put the next piece of the file; null if there is no memory.
     [[nodiscard]] char * buffer(std::size_t size);
-    /// Parses what was put there.
+    /// Parses the bytes put there.
     void parse(std::size_t size, bool isLast);
-    /// How many bytes at the end of what was parsed belong to a tag or the like whose end is still to come, and will be
-    /// looked at again with the next piece.
+    /// How many bytes at the end of the input belong to a tag, or the like, that is not complete yet; they are parsed
+    /// again with the next piece.
     [[nodiscard]] std::size_t unfinished() const noexcept { return fUnfinished; }
-    /// Parsing stopped half-way because the queue was full.
+    /// Whether parsing paused because the queue is full.
     [[nodiscard]] bool isPaused() const noexcept { return fPaused; }
     void resume();
 

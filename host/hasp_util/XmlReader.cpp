@@ -16,13 +16,13 @@ namespace {
 constexpr std::size_t smallestPiece = 64 * 1024;
 constexpr std::size_t biggestPiece = 256 * 1024 * 1024;
 
-/// The parser begins anew with a tag of which it has seen a part only. Pieces that grow with that part make it see each
-/// byte a few times at most, however long the tag is.
+/// The parser starts again with a tag of which it has seen only a part. Pieces that grow with that part make it read
+/// each byte a few times at most, however long the tag is.
 std::size_t pieceAfter(std::size_t unfinished) noexcept { return std::clamp(unfinished, smallestPiece, biggestPiece); }
 
 } // namespace
 
-/// Two queues: parsing fills one while the current event still lies in the other.
+/// Two queues: parsing fills one while the other still holds the current event.
 class XmlReader::Impl {
 public:
     Impl(std::string const & fileName, XmlReaderSettings const & settings)
@@ -72,7 +72,7 @@ public:
     [[nodiscard]] std::string const & intern(std::string_view text) { return fNames.intern(text); }
 
 private:
-    // Character data at the end of the queue is an event only once something else follows it.
+    // Character data at the end of the queue is not complete until something else follows it.
     [[nodiscard]] bool isReady() const {
         std::size_t const complete = fFilling->size() - (fFilling->lastMayGrow() && !fFinished ? 1 : 0);
         return fNext < complete;
@@ -136,7 +136,7 @@ private:
     XmlEventQueue * fFilling;
     XmlEventQueue * fQueue; ///< of the current event
     XmlEventQueue::Event const fNothing{};
-    XmlEventQueue::Event const * fEvent = &fNothing; ///< the current one; before the first, one of nothing
+    XmlEventQueue::Event const * fEvent = &fNothing; ///< the current one
     std::size_t fNext = 0;                           ///< in fFilling
     std::string fError;
     bool fFailed = false;

@@ -15,13 +15,13 @@ namespace HASP {
 
 /// Pulls the events of an XML file: starts and ends of elements, and character data.
 ///
-/// Nothing throws for what is in the file, or for a file that cannot be read: the events stop, and `hasError` is true.
-/// Only plain files are opened. Nothing outside of the file is ever opened: a reference to an external entity, or to an
-/// external document type definition, is an error that names it. Memory grows with the depth and with the number of
-/// different names, not with the size of the file.
+/// Nothing is thrown for the content of the file, or for a file that cannot be read: the events stop, and `hasError` is
+/// true. Only plain files are opened, and nothing else: a reference to an external entity, or to an external document
+/// type definition, is an error that names it. Memory grows with the depth and the number of different names, not with
+/// the size of the file.
 ///
-/// Names and URIs are kept once per reader: equal ones are one object, which lives as long as the reader, so they may
-/// be compared by address. Texts and attributes are valid until the call of `next`.
+/// Names and URIs are kept once per reader: equal ones are the same object, which lives as long as the reader, so they
+/// may be compared by address. Texts and attributes are valid until the next call of `next`.
 class HOST_API XmlReader {
 public:
     enum EventType : int { StartElement = 4, EndElement = 5, Characters = 6 };
@@ -41,8 +41,8 @@ public:
     XmlReader(XmlReader const &) = delete;
     XmlReader & operator=(XmlReader const &) = delete;
 
-    /// False at the end of the document and after the last event before an error. Parses on if need be, and leaves the
-    /// current event alone.
+    /// False at the end of the document and after the last event before an error. Parses further if necessary; the
+    /// current event stays valid.
     [[nodiscard]] bool hasNext();
     /// Throws `std::logic_error` if there is no further event.
     EventType next();
@@ -53,12 +53,12 @@ public:
     /// All character data up to the next tag; empty for an element.
     [[nodiscard]] std::string_view getText() const;
 
-    /// What the start of an element declares, exactly as it stands there; the default namespace has the prefix "".
+    /// The namespaces that the start of an element declares, in order; the default namespace has the prefix "".
     [[nodiscard]] std::size_t getNamespaceCount() const;
     [[nodiscard]] std::string const & getNamespacePrefix(std::size_t index) const;
     [[nodiscard]] std::string const & getNamespaceURI(std::size_t index) const;
 
-    /// Attributes of the start of an element, in their order and without namespace declarations. One without prefix has
+    /// The attributes of the start of an element, in order and without namespace declarations. One without a prefix has
     /// the URI "".
     [[nodiscard]] std::size_t getAttributeCount() const;
     [[nodiscard]] std::string const & getAttributeNamespace(std::size_t index) const;
@@ -68,17 +68,17 @@ public:
     /// Null if the element has no such attribute.
     [[nodiscard]] XmlStringRef getAttributeValue(std::string_view localName, std::string_view uri) const;
 
-    /// The same at one stroke, for loops that must be fast.
+    /// All of them at once, for loops that must be fast.
     [[nodiscard]] std::span<Attribute const> attributes() const;
     [[nodiscard]] std::span<Namespace const> namespaces() const;
-    /// The one object that this reader uses for a name or URI.
+    /// The object that this reader uses for a name or URI of this text.
     [[nodiscard]] std::string const & intern(std::string_view text);
 
-    /// Whether the events ended by an error; false as long as `hasNext` is true.
+    /// Whether an error ended the events; false as long as `hasNext` is true.
     [[nodiscard]] bool hasError() const;
-    /// The error's text, empty if there is none. It names the file only where the file as such is the trouble.
+    /// The text of the error; empty if there is none. It names the file only if the file itself is the problem.
     [[nodiscard]] std::string const & error() const;
-    /// Of the error if there is one, otherwise of the current event.
+    /// The place of the error if there is one, otherwise of the current event.
     [[nodiscard]] Location getLocation() const;
 
 private:

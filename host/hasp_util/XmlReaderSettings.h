@@ -6,15 +6,15 @@
 
 namespace HASP {
 
-/// What an `XmlReader` puts up with.
+/// The limits of an `XmlReader`.
 class HOST_API XmlReaderSettings {
 public:
     /// How many elements may be open at once.
     [[nodiscard]] std::uint32_t getDepthLimit() const noexcept { return fDepthLimit; }
     void setDepthLimit(std::uint32_t limit) noexcept { fDepthLimit = limit; }
 
-    /// By how much entities may blow up the input: once the text they make has passed the threshold in bytes, text and
-    /// input together may not be more than `limit` times the input. `limit` is at least 1.
+    /// How far entities may expand the input: once their text exceeds `threshold` bytes, text and input together may be
+    /// at most `limit` times the input. `limit` is at least 1.
     [[nodiscard]] float getAmplificationLimit() const noexcept { return fAmplificationLimit; }
     [[nodiscard]] std::uint64_t getAmplificationThreshold() const noexcept { return fAmplificationThreshold; }
     void setAmplificationLimit(float limit, std::uint64_t threshold) noexcept {

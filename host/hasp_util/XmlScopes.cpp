@@ -19,7 +19,7 @@ void refuseUnfit(std::string_view prefix, std::string_view uri) {
     if (!prefix.empty() && uri.empty()) {
         throw std::runtime_error("prefix '" + std::string(prefix) + "' has no namespace");
     }
-    // Checked here, since an undeclared binding is written later, where a failure would come out of place.
+    // Checked here, because the declaration is written later, where it is too late to fail.
     if (char const * const at = XmlEscaper::findUnwritable(uri)) {
         throw std::runtime_error("cannot write " + XmlEscaper::describe(uri, at) + " in the namespace of prefix '" +
                                  std::string(prefix) + "'");

@@ -8,10 +8,10 @@
 
 namespace HASP {
 
-/// The namespaces in force where an `XmlWriter` stands.
+/// The namespaces in force at the place where an `XmlWriter` is writing.
 ///
-/// An element's name may be written before its prefix is declared, and so a binding remembers whether the declaration
-/// stands in the document yet.
+/// The name of an element may be written before its prefix is declared, so a binding remembers whether its declaration
+/// has been written.
 class XmlScopes {
 public:
     struct Binding {
@@ -31,17 +31,19 @@ public:
         fBindings.erase(fBindings.begin() + static_cast<std::ptrdiff_t>(mark), fBindings.end());
     }
 
-    /// The prefix that a name of this namespace takes in the current tag. A namespace that nothing declares gets a
-    /// prefix of its own. An attribute's prefix is never the empty one.
+    /// The prefix for names of this namespace in the current tag. A namespace that has not been declared gets a new
+    /// prefix. The prefix of an attribute is never empty.
     [[nodiscard]] std::string const & prefixFor(std::string_view uri, bool isAttribute);
-    /// As `prefixFor`, with a wish. It is not granted where it would give another name in the tag another meaning.
+    /// The same with a preferred prefix, which is not used where it would change the meaning of another name in the
+    /// tag.
     [[nodiscard]] std::string const & prefixFor(std::string_view prefix, std::string_view uri, bool isAttribute);
-    /// Notes a declaration that the caller writes now. Returns false if it stands in this tag already, word for word.
-    /// Throws if the tag declares or uses the prefix for another namespace, if it declares a default one twice, if XML
-    /// reserves one of the two, or if no document can hold the URI.
+    /// Notes a declaration that the caller is about to write. Returns false if the tag already contains it. Throws
+    /// `std::runtime_error` if the tag declares or uses the prefix for another namespace, if it declares a default
+    /// namespace twice, if XML reserves the prefix or the URI, or if no document can hold the URI.
     [[nodiscard]] bool declare(std::string_view prefix, std::string_view uri);
 
-    /// A binding of the current tag that is still to be declared, null if there is none. It counts as declared then.
+    /// A binding of the current tag that has not been declared yet, which now counts as declared; null if there is
+    /// none.
     [[nodiscard]] Binding const * takeUndeclared() noexcept;
 
 private:

@@ -7,19 +7,19 @@
 
 namespace HASP {
 
-/// A text that lies in a reader, or none. Valid until the reader's next event; take a copy by `toString` to keep it.
+/// A text in the memory of a reader, or null. Valid until the reader's next event; copy it with `toString` to keep it.
 class HOST_API XmlStringRef {
 public:
-    /// None.
+    /// Null.
     constexpr XmlStringRef() noexcept = default;
     constexpr explicit XmlStringRef(std::string_view text) noexcept : fText(text), fIsNull(false) {}
 
     [[nodiscard]] constexpr bool isNull() const noexcept { return fIsNull; }
-    /// Empty if there is none.
+    /// Empty for null.
     [[nodiscard]] std::string toString() const { return std::string(fText); }
     [[nodiscard]] constexpr std::string_view view() const noexcept { return fText; }
 
-    /// None differs from every text, the empty one included.
+    /// Null differs from every text, including the empty one.
     friend constexpr bool operator==(XmlStringRef left, std::string_view right) noexcept {
         return !left.fIsNull && left.fText == right;
     }

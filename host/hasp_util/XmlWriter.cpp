@@ -14,7 +14,7 @@ namespace HASP {
 
 namespace {
 
-/// Takes back what was written to the buffer and noted of namespaces, unless all went well.
+/// Undoes what was written to the buffer and noted about namespaces, unless `succeed` is called.
 class Attempt {
 public:
     Attempt(XmlOutputFile & out, XmlScopes & scopes) noexcept
@@ -174,7 +174,7 @@ private:
         }
     }
 
-    // Ends the start tag that is open, and with it an element that has no content.
+    // Ends the open start tag, and with it an element that has no content.
     void closeTag() {
         if (fState != State::InTag) {
             return;
@@ -207,14 +207,14 @@ private:
         }
     }
 
-    // Never while a tag is open: its beginning must stay in the buffer to be looked at, or taken back.
+    // Never while a tag is open: its beginning must stay in the buffer, to be examined or undone.
     void flushIfFull() noexcept {
         if (fOut.isFull()) {
             fOut.flush();
         }
     }
 
-    /// Deeper elements stand no further to the right, or the size of a file would grow with the square of its depth.
+    /// Deeper elements are not indented further, or the size of a file would grow with the square of its depth.
     static constexpr std::size_t kDeepestIndent = 64;
 
     void putLineBreak(std::size_t depth) {
@@ -251,7 +251,7 @@ private:
         putValue(prefix, uri);
     }
 
-    // Most names differ in length or ends already, which one bit each tells.
+    // Most names differ in length, first or last character, which together choose one bit.
     [[nodiscard]] std::uint64_t attributeBit(std::size_t position, std::size_t length) const noexcept {
         std::string_view const name = fOut.slice(position, length);
         auto const mix =
@@ -286,7 +286,7 @@ private:
     XmlScopes fScopes;
     State fState = State::Fresh;
     std::vector<Element> fOpen;
-    std::string fNames; ///< of the open elements, as they stand in the document
+    std::string fNames; ///< of the open elements, as written
     std::vector<WrittenAttribute> fAttributes;
     std::uint64_t fAttributeSet = 0;
 };

@@ -7,7 +7,7 @@ namespace HASP {
 
 namespace {
 
-// Upper case and without dashes and underlines, in which the spellings differ.
+// In upper case, and without the hyphens and underscores in which spellings differ.
 std::string plain(std::string const & encoding) {
     std::string result;
     for (char const c : encoding) {

@@ -9,14 +9,14 @@ namespace HASP {
 /// How an `XmlWriter` writes.
 class HOST_API XmlWriterSettings {
 public:
-    /// `indent` puts each element on a line of its own, two blanks per level. `encoding` is "iso8859-1" or "utf-8", or
-    /// another usual spelling of these, and stands in the document as given; any other throws `std::invalid_argument`.
-    /// `autoFlush` hands every finished element over to the system at once, which is slow.
+    /// `indent` puts each element on a line of its own, indented by two blanks per level. `encoding` is "iso8859-1" or
+    /// "utf-8", or another common spelling of these, and is written into the document as it is; any other throws
+    /// `std::invalid_argument`. `autoFlush` passes each finished element to the system at once, which is slow.
     XmlWriterSettings(bool indent, std::string encoding, bool autoFlush);
 
     [[nodiscard]] bool getIndent() const noexcept { return fIndent; }
     [[nodiscard]] std::string const & getEncoding() const noexcept { return fEncoding; }
-    /// Whether a character is a byte; otherwise the encoding is UTF-8.
+    /// Whether the encoding is ISO 8859-1; otherwise it is UTF-8.
     [[nodiscard]] bool isLatin1() const noexcept { return fIsLatin1; }
     [[nodiscard]] bool getAutoFlush() const noexcept { return fAutoFlush; }
 

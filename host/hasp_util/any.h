@@ -10,7 +10,7 @@
 
 namespace HASP {
 
-/// Thrown by a cast of an `any` to a type other than that of its value.
+/// Thrown when an `any` is cast to a type other than that of its value.
 class HOST_API bad_any_cast : public std::bad_cast {
 public:
     [[nodiscard]] char const * what() const noexcept override;
@@ -18,8 +18,8 @@ public:
 
 /// Holds a copy of a value of any copyable type, or nothing.
 ///
-/// Two of them are equal when both are empty, or hold equal values of one type. Values of a type that has no `==` are
-/// equal to none, not even to themselves.
+/// Two are equal if both are empty, or if they hold equal values of the same type. Values of a type without `==` equal
+/// nothing, not even themselves.
 class HOST_API any {
 public:
     any() noexcept = default;
@@ -39,7 +39,7 @@ public:
         return left.type() == right.type() && left.fEqual(left.fValue, right.fValue);
     }
 
-    /// Null unless a `T` is held. The address is valid until the `any` changes.
+    /// Null unless a `T` is held. Valid until the `any` changes.
     template <class T> [[nodiscard]] T const * get() const noexcept { return std::any_cast<T>(&fValue); }
 
 private:
@@ -57,7 +57,7 @@ private:
     bool (*fEqual)(std::any const &, std::any const &) = nullptr;
 };
 
-/// A copy of the value, or with a reference type the value itself. Throws `bad_any_cast` if it is of another type.
+/// A copy of the value or, with a reference type, the value itself. Throws `bad_any_cast` if it is of another type.
 template <class T> [[nodiscard]] T any_cast(any const & value) {
     auto const * const held = value.get<std::remove_cvref_t<T>>();
     if (held == nullptr) {

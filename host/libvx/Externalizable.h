@@ -6,7 +6,7 @@ namespace Quillon::System {
 
 class ObjectOutput;
 
-/// Something that can write itself to an object stream: exceptions and log records.
+/// Something that can write itself to an object stream: an exception or a log record.
 class HOST_API Externalizable {
 public:
     Externalizable() = default;

@@ -7,7 +7,7 @@ namespace Quillon::System {
 class Externalizable;
 class Level;
 
-/// Decides whether a handler publishes a record. Given to a handler, which asks it; the caller keeps it.
+/// Decides whether a handler publishes a record. Set on a handler; it stays the caller's.
 class HOST_API Filter {
 public:
     virtual ~Filter() = default;

@@ -14,21 +14,21 @@ class Logger;
 
 /// Publishes log records somewhere: a terminal, a file.
 ///
-/// Owned by whoever made it. A handler that dies takes itself out of the loggers it was added to, so its owner need not
-/// keep the order of destruction in mind. It owns its formatter; its filter stays the caller's.
+/// Owned by whoever made it. Its destructor removes it from the loggers that it was added to, so the order of
+/// destruction does not matter. It owns its formatter; its filter stays the caller's.
 class HOST_API Handler {
 public:
     virtual ~Handler();
     Handler(Handler const &) = delete;
     Handler & operator=(Handler const &) = delete;
 
-    /// Called by each logger that the handler was added to, for every record. Whether the record is grave enough is for
-    /// the handler to decide.
+    /// Called for every record by each logger that the handler was added to. The handler decides whether the record is
+    /// severe enough.
     virtual void _publish(Level const & level, Externalizable const & record) = 0;
 
-    /// Takes ownership; the earlier formatter is deleted.
+    /// Takes ownership; the previous formatter is deleted.
     void setFormatter(Formatter * formatter);
-    /// Null as long as none was set.
+    /// Null until one is set.
     [[nodiscard]] Formatter * getFormatter() const noexcept { return fFormatter.get(); }
     void setFilter(Filter * filter) noexcept { fFilter = filter; }
     [[nodiscard]] Filter * getFilter() const noexcept { return fFilter; }

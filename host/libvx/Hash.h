@@ -6,6 +6,6 @@
 
 extern "C" {
 
-/// A hash of a text that ends in a zero byte, the same in every process. Null hashes as the empty text.
+/// A hash of a null-terminated text, the same in every process. Null hashes like the empty text.
 HOST_API std::uint32_t vx_hash_string(char const * text);
 }

@@ -6,7 +6,7 @@
 
 namespace Quillon::System {
 
-/// What the host asks of any exception: an identifier to sort it by, and a text.
+/// What the host requires of every exception: an identifier to classify it by, and a text.
 class HOST_API IException {
 public:
     virtual ~IException() = default;

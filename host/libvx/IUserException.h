@@ -4,7 +4,7 @@
 
 namespace Quillon::System {
 
-/// Marks an exception whose text may be shown to an application's user.
+/// Marks an exception whose text may be shown to the user of an application.
 class HOST_API IUserException : public IException {};
 
 } // namespace Quillon::System

@@ -4,7 +4,7 @@
 
 namespace Quillon::System {
 
-/// A log level of the host. Higher is graver; the named ones are those it acts on, any value between them is allowed.
+/// A log level of the host. Higher is more severe; values between the named ones are allowed.
 class HOST_API Level {
 public:
     enum Enum : int { All = 0, Info = 64, Warning = 127, Error = 192, Off = 255 };

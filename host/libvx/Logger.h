@@ -12,8 +12,8 @@ class Handler;
 
 /// Passes each record to its handlers, in the order in which they were added.
 ///
-/// The level is only kept: handlers decide for themselves what they publish. Handlers stay their maker's. Used from one
-/// thread.
+/// The level is only stored: handlers decide for themselves what they publish. Handlers stay the caller's. Not
+/// thread-safe.
 class HOST_API Logger {
 public:
     Logger() = default;
@@ -21,7 +21,7 @@ public:
     Logger(Logger const &) = delete;
     Logger & operator=(Logger const &) = delete;
 
-    /// Null is ignored, and so is a handler that was added before.
+    /// Null is ignored, and so is a handler that has been added already.
     void addHandler(Handler * handler);
     /// A handler that was not added is ignored.
     void removeHandler(Handler * handler) noexcept;
@@ -29,8 +29,9 @@ public:
     void setLevel(Level const & level) noexcept { fLevel = level; }
     [[nodiscard]] Level getLevel() const noexcept { return fLevel; }
 
-    /// A handler may add and remove handlers while it publishes: an added one is called from the next record on, a
-    /// removed one no more. What a handler throws reaches the caller, and handlers after it are not called.
+    /// A handler may add and remove handlers while it publishes: a new one is called from the next record on, a removed
+    /// one is not called again. An exception from a handler reaches the caller, and the handlers after it are not
+    /// called.
     void report(Externalizable const & record, Level const & level);
 
 private:

@@ -38,7 +38,7 @@ std::string formatMessage(std::string_view format, std::initializer_list<std::st
 }
 
 std::size_t wholeUtf8(std::string_view text) noexcept {
-    // A character is at most four bytes long: its first byte, which tells the length, and those that continue it.
+    // A character is at most four bytes long: a first byte, which determines the length, and its continuation bytes.
     for (std::size_t back = 1; back <= std::min<std::size_t>(text.size(), 3); ++back) {
         auto const byte = static_cast<unsigned char>(text[text.size() - back]);
         if (byte >= 0xC0) {

@@ -20,7 +20,7 @@ int copyCut(char * buffer, std::size_t size, std::string_view text) {
 
 std::string textOrNull(char const * text) { return text != nullptr ? text : "(null)"; }
 
-// Takes from the list what the format asks for, and nothing more: reading past the end of the list is undefined.
+// Takes the arguments that the format uses and no more: reading past the end of the list is undefined.
 std::vector<std::string> takeArguments(char const * format, std::va_list arguments) {
     std::vector<std::string> taken;
     std::size_t positional = 0;
@@ -70,7 +70,7 @@ int vxVSNprintf(char * buffer, std::size_t size, char const * format, std::va_li
     if (length < 0 || static_cast<std::size_t>(length) < size) {
         return length < 0 ? -1 : length;
     }
-    // What vsnprintf left is cut already, but possibly inside a character.
+    // vsnprintf has cut the text, but possibly inside a character.
     std::size_t const end = vx::wholeUtf8({buffer, size - 1});
     buffer[end] = '\0';
     return static_cast<int>(end);

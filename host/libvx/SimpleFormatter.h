@@ -4,7 +4,7 @@
 
 namespace Quillon::System {
 
-/// Returns a record's text as the record itself writes it.
+/// Formats a record as the text that it writes of itself.
 class HOST_API SimpleFormatter : public Formatter {
 public:
     [[nodiscard]] std::string format(Externalizable const & record) override;

@@ -6,7 +6,7 @@
 
 namespace Quillon::System {
 
-/// An object stream that joins all that is written into one string.
+/// An object stream that joins everything written to it into one string.
 class HOST_API StringObjectOutput final : public ObjectOutput {
 public:
     void writeString(std::string const & text) override;

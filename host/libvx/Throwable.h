@@ -4,7 +4,7 @@
 
 namespace Quillon::System {
 
-/// Root of what the host throws, on the side that is written to a stream.
+/// Root of the host's exceptions, on the side that is written to a stream.
 class HOST_API Throwable : public Externalizable {};
 
 } // namespace Quillon::System

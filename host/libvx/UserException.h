@@ -4,7 +4,7 @@
 
 namespace Quillon::System {
 
-/// Base of exceptions that an application's user may see.
+/// Base of exceptions that the user of an application may see.
 class HOST_API UserException : public Throwable {};
 
 } // namespace Quillon::System

@@ -2,7 +2,7 @@
 
 namespace orca::factory::basic {
 
-// Nothing is ever bound here. The operation stays out of line so that the host's own library can answer it.
+// Nothing is ever bound here. The operation is not inline, so that the host's own library can provide it.
 void BindingRegistry::retract(void const *) noexcept {}
 
 } // namespace orca::factory::basic

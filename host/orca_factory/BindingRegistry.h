@@ -4,12 +4,12 @@
 
 namespace orca::factory::basic {
 
-/// The host's table of bindings from an object's address to its counterparts elsewhere.
+/// The host's table of bindings from the address of an object to its counterparts elsewhere.
 ///
-/// The library makes no bindings; it only promises to take an address back before the object's memory is used again.
+/// The library makes no bindings; it only retracts an address before the memory of the object is used again.
 class HOST_API BindingRegistry {
 public:
-    /// Drops what is bound to the address. An address that nothing is bound to, null included, is accepted.
+    /// Removes what is bound to the address. Any address is accepted, including null and those without a binding.
     static void retract(void const * address) noexcept;
 };
 

@@ -4,7 +4,7 @@
 
 namespace ZEL::internal {
 
-/// Calls a function at the end of its scope, however that is left. The function must not throw.
+/// Calls a function at the end of its scope, however the scope is left. The function must not throw.
 template <class Function> class [[nodiscard]] AtScopeEnd {
 public:
     explicit AtScopeEnd(Function function) : fFunction(std::move(function)) {}

@@ -15,7 +15,7 @@ namespace ZEL {
 
 namespace {
 
-// All of this is read by objects that die after every static of this library, so nothing here has a destructor.
+// Objects that are destroyed after all statics of this library still use these, so nothing here has a destructor.
 internal::LiveObjectTable * registry = nullptr;
 Cleanup * pending = nullptr;
 bool isPendingOfSection = false;
@@ -25,10 +25,9 @@ bool isInSection = false;
 bool hasEnded = false;
 std::type_info const * unlistedType = nullptr;
 
-/// A pending object of one of these types is in the middle of its construction or destruction, or of the type
-/// that asked to be left out.
+/// A pending object of one of these types is being constructed or destroyed, or is of the type that is left out.
 bool isSkippedType(std::type_info const & type) noexcept {
-    // Almost all questions are about a few dozen types, whose answer is no.
+    // Almost all calls are about a few dozen types, for which the answer is no.
     static std::array<std::type_info const *, 256> ordinary{};
     auto & known = ordinary[(reinterpret_cast<std::uintptr_t>(&type) >> 4) % ordinary.size()];
     if (known == &type) {
@@ -49,8 +48,8 @@ void write(Cleanup const & object, std::int32_t number) {
 
 void reportAtEnd();
 
-/// Enters the object constructed before, whose type is complete by now, and remembers `current` for the next time. For
-/// want of memory it throws, and the object stays the one constructed last.
+/// Enters the object constructed before, whose type is known by now, and remembers `current` for the next time. Throws
+/// if there is no memory; the object then stays the one constructed last.
 void track(Cleanup * current) {
     if (registry == nullptr) {
         if (hasEnded) {
@@ -69,7 +68,7 @@ void track(Cleanup * current) {
     isPendingOfSection = isInSection;
 }
 
-/// The same without a new object, for where nothing can be thrown: the object may have to wait for the next time.
+/// The same without a new object, where nothing may be thrown: without memory, the object waits for the next time.
 void trackIfPossible() noexcept {
     try {
         track(nullptr);
@@ -108,8 +107,8 @@ Cleanup::Cleanup(Cleanup const &) { track(this); }
 
 Cleanup::~Cleanup() {
     if (pending == this) {
-        // It has never been entered. Most iterators and temporary sequences end here, and so does an object that dies
-        // while tracking is off and must not be looked at when tracking goes on.
+        // It has never been entered. Most iterators and temporary sequences end here, and so does an object that is
+        // destroyed while tracking is off and must not be examined when tracking goes on.
         pending = nullptr;
     } else if (registry != nullptr) {
         trackIfPossible();

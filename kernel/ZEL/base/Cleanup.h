@@ -7,19 +7,19 @@
 
 namespace ZEL {
 
-/// Root of every counted body, and the accounting of those that are alive.
+/// Root of every counted body, and the account of those that are alive.
 ///
 /// A constructed object is entered in the table of live objects one step later, at the next construction, destruction
-/// or listing, because only then can its dynamic type be read. Objects made or entered during a meta-registry section
-/// belong to the process-wide metamodel and do not count as leaked. Copying makes a new object with an entry of its own.
-/// At process end whatever is still in the table is listed on `std::cout`.
+/// or listing, because only then is its dynamic type known. Objects made or entered during a meta-registry section
+/// belong to the process-wide metamodel and do not count as leaked. A copy is a new object with an entry of its own.
+/// Whatever is still in the table at the end of the process is listed on `std::cout`.
 class ZEL_API Cleanup {
 public:
     virtual ~Cleanup();
 
-    /// Objects entered so far; wraps through unsigned. The object constructed last is not yet among them.
+    /// The number of objects entered so far, which wraps around. The object constructed last is not yet included.
     static int creationNumber() noexcept;
-    /// Objects in the table; the one constructed last is not yet among them.
+    /// The number of objects in the table. The object constructed last is not yet included.
     static int numberOfActiveObjects() noexcept;
     /// Writes a line to `std::cout` for each live object outside meta-registry sections whose number is above
     /// `minimumCreationNumber`, and returns their count. Linear in the number of live objects.
@@ -38,8 +38,8 @@ protected:
 
 namespace internal {
 
-/// Objects of exactly this type are not entered. There is one such type, that of the shared empty sequence; its constructor
-/// says so.
+/// Objects of exactly this type are not entered. There is one such type, that of the shared empty sequence, whose
+/// constructor calls this.
 void leaveOutOfLiveObjects(std::type_info const & type) noexcept;
 
 } // namespace internal

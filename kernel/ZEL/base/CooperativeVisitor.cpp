@@ -17,7 +17,7 @@ namespace {
 /// The tags of one domain, dense from 1.
 using Domain = std::unordered_map<std::type_index, unsigned int>;
 
-// Both registries are never freed: bodies that outlive the library's shut-down still ask for tags.
+// Neither registry is ever freed: bodies that outlive the library's shut-down still ask for tags.
 std::unordered_map<std::type_index, Domain> & domains() {
     static auto & registry = *new std::unordered_map<std::type_index, Domain>;
     return registry;

@@ -12,12 +12,12 @@ class Deviant;
 
 /// Dispatch by small numbers instead of run-time type information.
 ///
-/// A tag stands for a class within a domain, a domain is itself a class tagged in the domain of domains. `cast` and
-/// `getVisitMethod` of every counted body index tables by these two tags, so a conversion or a dispatch is two
-/// array reads, works across library borders and for classes that an application's own metamodel adds.
+/// A tag stands for a class within a domain; a domain is itself a class, tagged in the domain of domains. `cast` and
+/// `getVisitMethod` of every counted body index tables by these two tags, so a conversion or a dispatch takes two array
+/// reads, and works across libraries and for classes that the metamodel of an application adds.
 namespace CooperativeVisitor {
 
-/// Any class derived from this names a space of tags.
+/// Base of the classes that name a space of tags.
 class ZEL_API VisitationDomain {
 public:
     virtual ~VisitationDomain();
@@ -36,17 +36,17 @@ struct ClassInfo {
     friend bool operator==(ClassInfo const &, ClassInfo const &) = default;
 };
 
-/// What a visitor has registered for a class: called with the visitor, the body adjusted to that class, and the deviant
-/// through which the body is seen.
+/// What a visitor registers for a class. Called with the visitor, the body as that class, and the deviant through which
+/// the body is seen.
 using VisitThunk = bool (*)(void * visitor, void * object, Deviant deviant);
 
-/// Answer of `getVisitMethod`; `method` is null when the visitor handles neither the class nor a base of it.
+/// Result of `getVisitMethod`; `method` is null if the visitor handles neither the class nor a base of it.
 struct MethodInfo {
     VisitThunk method = nullptr;
     void * object = nullptr;
 };
 
-/// Pointer and count of a table that is indexed often; owns nothing.
+/// Pointer and size of a table that is indexed often; owns nothing.
 template <class T> struct LightVector {
     T const * data = nullptr;
     unsigned int count = 0;
@@ -55,16 +55,16 @@ template <class T> struct LightVector {
     [[nodiscard]] T const & operator[](unsigned int index) const noexcept { return data[index]; }
 };
 
-/// A visitor's dispatch table: first index the domain's tag, second the class's.
+/// A visitor's dispatch table, indexed by the tag of the domain, then by that of the class.
 using VisitTable = LightVector<LightVector<VisitThunk>>;
 
-/// The tag of `cls` in `domain`: dense from 1 in the order of first use, the same for the same pair ever after.
+/// The tag of `cls` in `domain`. Tags are assigned from 1 at first use and never change.
 ZEL_API unsigned int GetTag(std::type_info const & cls, std::type_info const & domain);
 
-/// Enters `name`, and `name` with "::" replaced by ".", so that both spellings find the class.
+/// Enters `name`, and `name` with "." for "::", so that both spellings find the class.
 ZEL_API void BindTagToName(char const * name, ClassInfo const & info);
 
-/// The stored name and its tags; a null pointer and zero tags for an unknown name.
+/// The stored name and its tags; for an unknown name, null and zero tags.
 ZEL_API std::pair<char const *, ClassInfo> GetTagFromName(char const * name);
 
 /// The tags of `Class` in `Domain`.
@@ -101,7 +101,8 @@ private:
     unsigned int fDomain;       ///< all entries of a table share one domain
 };
 
-/// The table of `Concrete` for the given interfaces, in base order. Each interface offers `static ClassInfo const & classInfo()`.
+/// The table of `Concrete` for the given interfaces, in base order. Each interface has `static ClassInfo const &
+/// classInfo()`.
 template <class Concrete, class... Interfaces> CastTable const & castTable() {
     static CastTable const table({CastTable::Entry{Interfaces::classInfo(), [](void * self) -> void * {
                                                        return static_cast<Interfaces *>(static_cast<Concrete *>(self));
@@ -111,7 +112,7 @@ template <class Concrete, class... Interfaces> CastTable const & castTable() {
 
 } // namespace internal
 
-/// Collects what a visitor or listener handles; the table it returns is the argument of `getVisitMethod`.
+/// Collects what a visitor or listener handles; its table is the argument of `getVisitMethod`.
 class ZEL_API DispatchTable {
 public:
     DispatchTable() = default;

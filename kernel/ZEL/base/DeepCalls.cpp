@@ -23,9 +23,9 @@
 namespace ZEL::internal {
 namespace {
 
-/// Room that is left to what a call does before the next test. An operation of an application may take a good part.
+/// Room left for what a call does before the next test. An operation of an application may need much of it.
 constexpr std::size_t kReserve = std::size_t(512) << 10U;
-/// Only what is used takes memory.
+/// Takes memory only as far as it is used.
 constexpr std::size_t kStackSize = std::size_t(64) << 20U;
 
 struct Bounds {
@@ -33,10 +33,10 @@ struct Bounds {
     std::uintptr_t high = 0; ///< 0: not known yet
 };
 
-/// Of the stack on which this thread runs, as far as we know: one that an application has made itself is not noticed.
+/// The stack on which this thread runs, as far as is known: one that an application has made itself goes unnoticed.
 thread_local constinit Bounds presentBounds;
 
-/// An empty stack if the system does not tell.
+/// An empty stack if the system does not say.
 Bounds boundsOfThread() noexcept {
     constexpr Bounds unknown{1, 1};
     pthread_attr_t attributes;
@@ -51,8 +51,8 @@ Bounds boundsOfThread() noexcept {
     return isKnown ? Bounds{begin, begin + size} : unknown;
 }
 
-/// What the address sanitizer must know of a change of stacks. `saved` keeps what it has noted for the stack that is left;
-/// a null pointer says that this stack ends.
+/// What the address sanitizer must know about a change of stacks. `saved` receives its notes on the stack that is left;
+/// null means that this stack ends.
 void beginSwitch([[maybe_unused]] void ** saved, [[maybe_unused]] void const * bottom,
                  [[maybe_unused]] std::size_t size) {
 #ifdef ZEL_ADDRESS_SANITIZER
@@ -66,7 +66,7 @@ void endSwitch([[maybe_unused]] void * saved, [[maybe_unused]] void const ** old
 #endif
 }
 
-/// A call on its way to another stack and back.
+/// A call that runs on another stack.
 struct Transfer {
     std::function<void()> const & function;
     std::exception_ptr failure = nullptr;
@@ -77,7 +77,7 @@ struct Transfer {
 
 constexpr unsigned int kHalf = 32;
 
-/// First function on a stack. Its arguments are the halves of a pointer, since a context passes nothing but `int`.
+/// The first function on a stack. Its arguments are the halves of a pointer, since a context can only pass `int`.
 void runTransfer(unsigned int upper, unsigned int lower) {
     auto & transfer =
         *reinterpret_cast<Transfer *>(static_cast<std::uintptr_t>((std::uint64_t(upper) << kHalf) | lower));
@@ -85,14 +85,14 @@ void runTransfer(unsigned int upper, unsigned int lower) {
     try {
         transfer.function();
     } catch (...) {
-        transfer.failure = std::current_exception(); // nothing unwinds over the border of two stacks
+        transfer.failure = std::current_exception(); // no exception can unwind from one stack to another
     }
     beginSwitch(nullptr, transfer.callerBottom, transfer.callerSize);
 }
 
 } // namespace
 
-/// Memory for a stack, with a page below it that catches who goes further.
+/// Memory for a stack, with a guard page below it.
 class DeepCalls::Stack {
 public:
     Stack()

@@ -10,11 +10,12 @@
 
 namespace ZEL::internal {
 
-/// Lets calls nest as deep as memory goes: a call for which the present stack has too little room runs on a further one.
+/// Lets calls nest as deep as memory allows: a call for which the current stack has too little room runs on another
+/// one.
 ///
-/// For walks over models that are made of calls of overridable operations. The caller waits in the same thread, so locks
-/// and thread-local values are those of a plain call; results and exceptions come back. Stacks are kept for the next such
-/// call and go with this object. Not for two threads at once.
+/// For recursive walks over models that call overridable operations. The call runs in the same thread, so locks and
+/// thread-local values are those of a plain call; its result or exception is passed on. Stacks are kept for further
+/// calls and freed with this object. Not thread-safe.
 class DeepCalls {
 public:
     DeepCalls();
@@ -22,8 +23,8 @@ public:
     DeepCalls(DeepCalls const &) = delete;
     DeepCalls & operator=(DeepCalls const &) = delete;
 
-    /// What `function()` returns. Throws what it throws, and `std::bad_alloc` if there is no memory for a stack. A test
-    /// of two addresses as long as there is room.
+    /// Returns the result of `function()`. Throws what it throws, and `std::bad_alloc` if there is no memory for a
+    /// stack. Costs two comparisons of addresses as long as there is room.
     template <class F> std::invoke_result_t<F &> call(F function) {
         if (hasRoom()) [[likely]] {
             return function();

@@ -6,11 +6,11 @@
 
 namespace ZEL {
 
-/// An open file of the system's. Closes it.
+/// Owner of an open file descriptor of the system.
 class Descriptor {
 public:
     Descriptor() = default;
-    /// Takes what `open` returned, a failure too.
+    /// Takes the result of `open`, even a failure.
     explicit Descriptor(int number) noexcept : fNumber(number) {}
     ~Descriptor() { close(); }
     Descriptor(Descriptor && other) noexcept : fNumber(std::exchange(other.fNumber, -1)) {}
@@ -23,7 +23,7 @@ public:
 
     [[nodiscard]] bool isOpen() const noexcept { return fNumber >= 0; }
     [[nodiscard]] int get() const noexcept { return fNumber; }
-    /// False if the system could not take what was written.
+    /// False if the system could not store what was written.
     bool close() noexcept { return !isOpen() || ::close(std::exchange(fNumber, -1)) == 0; }
 
 private:

@@ -10,9 +10,9 @@
 
 namespace ZEL {
 
-/// Every failure of the kernel: a text, and an identifier by which the host's error handling sorts it.
+/// Every failure of the kernel: a text, and an identifier by which the host's error handling classifies it.
 ///
-/// Throwing one rolls nothing back. Also a `std::exception`, so that a caller that knows nothing of the host's
+/// Throwing it rolls nothing back. It is also a `std::exception`, so that a caller that does not know the host's
 /// exception classes still gets the text.
 class ZEL_API Exception : public Quillon::System::UserException,
                           public Quillon::System::IUserException,
@@ -36,7 +36,7 @@ private:
     std::string fId;
 };
 
-/// An operation that is declared and not provided; thrown by `raiseUnimplemented` alone.
+/// An operation that is declared but not implemented; thrown by `raiseUnimplemented` only.
 class ZEL_API UnImplementedException : public Exception {
 public:
     explicit UnImplementedException(std::string const & message);
@@ -50,9 +50,9 @@ public:
 
 /// Throws "Cannot access NULL ref. Use isValid() before calling methods".
 [[noreturn]] ZEL_API void raiseNullReference();
-/// Throws "An Internal Error has occurred", the text of every broken precondition that has none of its own.
+/// Throws "An Internal Error has occurred", the text of every violated precondition without a text of its own.
 [[noreturn]] ZEL_API void raiseAnInternalError();
-/// Whether the failure has no text of its own, but that of `raiseAnInternalError`.
+/// Whether the failure has the text of `raiseAnInternalError`, and so none of its own.
 [[nodiscard]] ZEL_API bool isAnInternalError(Exception const & failure);
 
 } // namespace ZEL

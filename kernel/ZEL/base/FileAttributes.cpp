@@ -17,7 +17,7 @@ namespace {
 
 constexpr char kAccessList[] = "system.posix_acl_access";
 
-/// What a call returns that tells the size first. Nothing if it fails.
+/// The result of a call that returns the size if it is given no buffer. Nothing if it fails.
 template <class Call> std::optional<std::vector<char>> bytesOf(Call call) {
     for (;;) {
         ssize_t const size = call(nullptr, 0);
@@ -30,7 +30,7 @@ template <class Call> std::optional<std::vector<char>> bytesOf(Call call) {
             bytes.resize(static_cast<std::size_t>(count));
             return bytes;
         }
-        if (errno != ERANGE) { // it has grown meanwhile
+        if (errno != ERANGE) { // which means that it has grown meanwhile
             return std::nullopt;
         }
     }
@@ -55,7 +55,7 @@ bool copyExtendedAttributes(int from, int to) {
             return false;
         }
     }
-    // One that a new file has from its folder.
+    // A new file may have one from its folder.
     return hasAccessList || ::fremovexattr(to, kAccessList) == 0 || errno == ENODATA || errno == ENOTSUP;
 }
 
@@ -72,7 +72,7 @@ bool copyFileAttributes(int from, int to) noexcept {
         return false;
     }
     try {
-        // The access list comes first: where there is one, the mode's bits for the group mean more than the group.
+        // The access list comes first: if there is one, the mode's bits for the group cover more than the group.
         return copyExtendedAttributes(from, to) && ::fchmod(to, wanted.st_mode & 07777) == 0;
     } catch (std::bad_alloc const &) {
         errno = ENOMEM;

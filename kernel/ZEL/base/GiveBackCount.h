@@ -4,15 +4,15 @@
 
 namespace ZEL::internal {
 
-/// Gives one count on `body` back on behalf of a holder that ends, and so never throws.
+/// Releases one count on `body` for a holder that is being destroyed, and so never throws.
 ///
-/// Somebody may have given back more than was taken: a list of results does after `replace`. The count that is missing
-/// then is the last holder's, who has no part in it and stands in a destructor.
+/// Other code may have released more counts than it took: a list of results does so after `replace`. The missing count
+/// is then found by the last holder, which is not at fault and is in a destructor.
 template <class Body> void giveBackCount(Body & body) noexcept {
     try {
         body.decRef();
     } catch (std::exception const &) {
-        // Of a body without counts there is nothing to give back, not even if memory is too short to say so.
+        // A body without counts has nothing to release. The exception says so, or that there was no memory to say so.
     }
 }
 

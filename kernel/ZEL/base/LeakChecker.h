@@ -7,17 +7,17 @@
 
 namespace ZEL {
 
-/// Finds out whether a stretch of a program leaves objects of the kernel behind.
+/// Checks whether a part of a program leaks objects of the kernel.
 ///
-/// Lifetimes nest. A model keeps its objects until it goes, so a checked stretch must enclose the whole life of the
-/// models that it works on. The object constructed first after `beginTrackLifetime` can escape notice; a real leak is
-/// never a single one.
+/// Lifetimes nest. A model keeps its objects until its own end, so the checked part must enclose the whole life of the
+/// models that it works on. The first object constructed after `beginTrackLifetime` can escape notice; a real leak is
+/// never a single object.
 class ZEL_API LeakChecker {
 public:
     void beginTrackLifetime();
-    /// Lists what was made since the matching `beginTrackLifetime` and is still alive on `std::cout`; if there is
-    /// anything, forgets all lifetimes and throws "detected object leaks". Nothing without a lifetime. With tracking
-    /// off all lifetimes are forgotten.
+    /// Lists on `std::cout` the objects that were made since the matching `beginTrackLifetime` and are still alive; if
+    /// there are any, forgets all lifetimes and throws "detected object leaks". Does nothing without a lifetime. While
+    /// tracking is off, forgets all lifetimes.
     void endTrackLifetime();
 
 private:

@@ -43,7 +43,7 @@ LiveObjectTable::Page & LiveObjectTable::findOrMake(std::uintptr_t key) {
 }
 
 void LiveObjectTable::insert(Cleanup * object, std::uint32_t number, bool inSection) {
-    // The one number that would look like a free place gives way to its neighbour.
+    // The one number whose entry would look like a free place is replaced by the one before it.
     std::uint32_t const entry = number + 1 != kFree ? number + 1 : number;
     if (PoolPiece * const piece = PoolPiece::of(object)) {
         std::uint32_t const index = piece->indexOf(object);

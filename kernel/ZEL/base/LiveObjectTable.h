@@ -15,23 +15,23 @@ namespace ZEL::internal {
 
 /// The live objects by address, for `Cleanup` alone.
 ///
-/// Most objects lie at the start of a block of the pool, whose piece has a number for it. For the others there is a
-/// shadow of the heap: one page record per 4 KB of addresses in use, with one number per 16 bytes. Objects that are made
-/// or freed one after the other lie in one piece or page, so entering and removing one costs little more than a store. A
-/// record stays when its page is empty. Two objects may start 8 bytes apart, so the addresses that are odd multiples of 8
-/// have pages of their own.
+/// Most objects are at the start of a block of the pool, whose piece has a number for it. For the others there is a
+/// shadow of the heap: one page record per 4 KB of addresses in use, with one number per 16 bytes. Objects that are
+/// made or freed one after the other are in the same piece or page, so entering and removing one costs little more than
+/// a store. A record stays when its page is empty. Two objects may be 8 bytes apart, so addresses that are odd
+/// multiples of 8 have pages of their own.
 ///
-/// The numbers in the pool's pieces are shared by all tables: there is one table in a process.
+/// The numbers in the pieces of the pool are shared by all tables: there may be only one table in a process.
 class ZEL_API LiveObjectTable {
 public:
     LiveObjectTable();
 
     void insert(Cleanup * object, std::uint32_t number, bool inSection);
-    /// Nothing if the object is not there.
+    /// Does nothing if the object is not in the table.
     void erase(Cleanup * object) noexcept;
     [[nodiscard]] std::size_t size() const noexcept { return fSize; }
-    /// The nearest object that begins at `address` or up to `kReach` bytes before it, whether or not it extends that far;
-    /// null if there is none. What stands at the address is not looked at.
+    /// The nearest object that begins at `address` or up to `kReach` bytes before it, whether or not it extends that
+    /// far; null if there is none. The memory at the address is not read.
     [[nodiscard]] Cleanup * findBefore(void const * address) const noexcept;
 
     static constexpr std::uintptr_t kReach = 4096; ///< more than the size of any object
@@ -85,7 +85,7 @@ private:
     [[nodiscard]] Page * find(std::uintptr_t key) noexcept;
     [[nodiscard]] Page & findOrMake(std::uintptr_t key);
     static std::uint64_t homeOf(std::uintptr_t key) noexcept;
-    /// For one page more.
+    /// Makes room for one more page.
     void makeRoom();
 
     OpenTable<PageSlot> fSlots;
@@ -95,7 +95,7 @@ private:
     Page * fLastPage = nullptr;
 };
 
-/// `LiveObjectTable::findBefore` in the table of the process and the object that is still to be entered there.
+/// `LiveObjectTable::findBefore` in the table of the process, including the object that has not been entered yet.
 [[nodiscard]] Cleanup const * liveObjectBefore(void const * address) noexcept;
 
 } // namespace ZEL::internal

@@ -16,7 +16,7 @@ struct FreeBlock {
     FreeBlock * next;
 };
 
-/// Blocks of one size: those given back, and the rest of the piece that new ones are cut from.
+/// Blocks of one size: the freed ones, and the piece from which new ones are cut.
 struct SizeClass {
     FreeBlock * first = nullptr;
     PoolPiece * piece = nullptr;
@@ -31,7 +31,7 @@ constinit std::array<SizeClass, kLargest / kGrain> sizeClasses{};
 constinit char * slab = nullptr;
 constinit std::size_t slabRest = 0;
 
-/// Pieces come from slabs, since each aligned request to the heap costs up to the alignment.
+/// Pieces are cut from slabs, since each aligned allocation wastes up to the alignment.
 PoolPiece * newPiece(std::size_t blockSize) {
     if (slabRest == 0) {
         slab = static_cast<char *>(::operator new (kSlab, std::align_val_t{PoolPiece::kSize}));

@@ -9,19 +9,19 @@
 
 namespace ZEL::internal {
 
-/// A hash table with open addressing, and nothing but its slots: what a slot says of its key, and where a key belongs, is
-/// the user's knowledge.
+/// A hash table with open addressing that consists of slots only: how a slot holds its key, and where a key belongs, is
+/// left to the user.
 ///
-/// A `Slot` is small, free when it is made, and converts to bool: whether it is taken. The number of slots is a power of
-/// two; the user sees to it that some stay free, or else a search does not end. A `home` is the hash of a key, of which the
-/// table takes the low bits.
+/// A `Slot` is small, free when default-constructed, and converts to bool: whether it is taken. The number of slots is
+/// a power of two; the user must keep some of them free, or a search does not end. A `home` is the hash of a key, of
+/// which the table uses the low bits.
 template <class Slot> class OpenTable {
 public:
     [[nodiscard]] std::uint32_t size() const noexcept { return fSize; }
     [[nodiscard]] Slot * begin() const noexcept { return fSlots.get(); }
     [[nodiscard]] Slot * end() const noexcept { return fSlots.get() + fSize; }
 
-    /// The slot for which `isIt(slot)` holds, or the free one where it belongs. Not for a table without slots.
+    /// The slot for which `isIt(slot)` holds, or the free slot where it belongs. The table must have slots.
     template <class IsIt> [[nodiscard]] Slot & find(std::uint64_t home, IsIt isIt) const noexcept {
         std::uint32_t const mask = fSize - 1;
         std::uint32_t slot = static_cast<std::uint32_t>(home) & mask;
@@ -31,13 +31,13 @@ public:
         return fSlots[slot];
     }
 
-    /// The slot for a key that is not there.
+    /// The slot for a key that is not in the table.
     [[nodiscard]] Slot & findFree(std::uint64_t home) const noexcept {
         return find(home, [](Slot const &) { return false; });
     }
 
-    /// Makes the table large enough to be at most half full with `taken` slots; `homeOf(slot)` places what is there.
-    /// Nothing changes if there is no memory for it, which is thrown.
+    /// Makes the table large enough to be at most half full with `taken` slots; `homeOf(slot)` returns the home of a
+    /// taken slot. Throws if there is no memory; nothing has changed then.
     template <class HomeOf> void makeRoom(std::size_t taken, HomeOf homeOf) {
         if (2 * taken <= fSize) {
             return;
@@ -56,7 +56,7 @@ public:
         swap(larger);
     }
 
-    /// Makes all slots free and their number `size`. False, and no slots, if there is no memory for them.
+    /// Makes all slots free and their number `size`. Returns false, and leaves no slots, if there is no memory.
     [[nodiscard]] bool reset(std::uint32_t size) noexcept {
         if (size != fSize) {
             fSlots.reset(new (std::nothrow) Slot[size]);
@@ -68,7 +68,7 @@ public:
         return fSize == size;
     }
 
-    /// Frees a slot of this table. Those after it that could have stood in it move up, so that no search stops short.
+    /// Frees a slot of this table. Later ones that belong before the gap move up, so that no search stops too early.
     template <class HomeOf> void erase(Slot & slot, HomeOf homeOf) noexcept {
         std::uint32_t const mask = fSize - 1;
         auto gap = static_cast<std::uint32_t>(&slot - fSlots.get());
@@ -94,7 +94,7 @@ private:
     std::uint32_t fSize = 0;
 };
 
-/// Spreads keys that lie close together, such as addresses, over the upper bits.
+/// Spreads keys that are close together, such as addresses, over the upper bits.
 [[nodiscard]] constexpr std::uint64_t mixed(std::uint64_t key) noexcept { return key * 0x9E3779B97F4A7C15u; }
 
 } // namespace ZEL::internal

@@ -13,7 +13,8 @@ std::uintptr_t keyOf(void const * address) noexcept {
     return reinterpret_cast<std::uintptr_t>(address) / PoolPiece::kSize;
 }
 
-/// The pieces by their place. Objects that die after every static of this library still ask, so it is never destroyed.
+/// The pieces by address. Objects that are destroyed after all statics of this library still use it, so it is never
+/// destroyed.
 class Pieces {
 public:
     void add(PoolPiece * piece) {

@@ -9,17 +9,17 @@
 
 namespace ZEL::internal {
 
-/// The piece of memory that the pool cuts blocks of one size from, with one number per block for the table of live
-/// objects. It lies at a multiple of its size, so that a block's address tells where its piece is.
+/// A piece of memory from which the pool cuts blocks of one size, with one number per block for the table of live
+/// objects. It is aligned to its size, so that the piece can be found from the address of a block.
 class ZEL_API PoolPiece {
 public:
     static constexpr std::size_t kSize = std::size_t{32} * 1024;
 
-    /// Lays a piece out in `memory`, which is `kSize` bytes long and aligned; `blockSize` is a multiple of 8.
+    /// Makes a piece in `memory`, which is `kSize` bytes long and aligned to that; `blockSize` is a multiple of 8.
     static PoolPiece * make(void * memory, std::uint32_t blockSize);
-    /// The piece that holds `address`; null for memory that is not the pool's. Constant.
+    /// The piece that contains `address`; null for memory that is not the pool's. Constant time.
     [[nodiscard]] static PoolPiece * of(void const * address) noexcept;
-    /// All pieces in the order of their making.
+    /// All pieces in the order in which they were made.
     [[nodiscard]] static std::span<PoolPiece * const> all() noexcept;
 
     PoolPiece(PoolPiece const &) = delete;
@@ -27,7 +27,7 @@ public:
 
     [[nodiscard]] std::uint32_t blockCount() const noexcept { return fBlockCount; }
     [[nodiscard]] char * block(std::uint32_t index) noexcept { return fBlocks + std::size_t{index} * fBlockSize; }
-    /// The block that `address` lies in.
+    /// The block that contains `address`.
     [[nodiscard]] std::uint32_t indexOf(void const * address) const noexcept {
         auto const offset = static_cast<std::uint64_t>(static_cast<char const *>(address) - fBlocks);
         return static_cast<std::uint32_t>((offset * fReciprocal) >> 32);
@@ -56,7 +56,7 @@ private:
     std::uint32_t fBlockSize;
     std::uint32_t fBlockCount;
     std::uint64_t fReciprocal;    ///< of `fBlockSize`, times 2^32 and rounded up: exact for offsets within a piece
-    std::vector<bool> fInSection; ///< empty until a block of this piece is in a section
+    std::vector<bool> fInSection; ///< empty as long as no block of this piece is in a section
 };
 
 } // namespace ZEL::internal

@@ -4,12 +4,12 @@
 
 namespace ZEL {
 
-/// Plain count for bodies that no model owns. The count is not copied and not assigned: a copy is a new body.
+/// Plain count for bodies that no model owns. The count is neither copied nor assigned: a copy is a new body.
 class ZEL_API ReferenceCountingImpl : public virtual ReferenceCountingIntf {
 public:
-    /// Throws "An Internal Error has occurred" on a negative count.
+    /// Throws "An Internal Error has occurred" if the count is negative.
     void incRef() override;
-    /// Deletes the body at 0; throws "An Internal Error has occurred" below it.
+    /// Deletes the body when the count reaches 0; throws "An Internal Error has occurred" below that.
     void decRef() override;
     int numRef() override;
 

@@ -6,8 +6,8 @@
 namespace ZEL {
 
 /// Counting and dispatch interface of all bodies. A body that is not counted, such as a singleton, keeps the empty
-/// operations of this class. Its destructor retracts the body from the host's binding registry, and tells who asked for
-/// it by `internal_tellOfEnds`.
+/// operations of this class. Its destructor retracts the body from the host's binding registry and calls the listener
+/// of `internal_tellOfEnds`.
 class ZEL_API ReferenceCountingIntf : public Cleanup {
 public:
     ~ReferenceCountingIntf() override;
@@ -15,13 +15,14 @@ public:
     virtual void incRef();
     virtual void decRef();
     virtual int numRef();
-    /// The method of a visitor's table for the class of this body nearest in base order; null if there is none.
+    /// The method of a visitor's table for the first class of this body, in base order, that has one; null if none has.
     virtual CooperativeVisitor::internal::MethodInfo
     getVisitMethod(CooperativeVisitor::internal::VisitTable const & table) const;
-    /// The address of the part of this body that `info` names; null if it is not of that class.
+    /// The address of the part of this body that `info` names; null if the body is not of that class.
     virtual void * cast(CooperativeVisitor::internal::ClassInfo const & info) const;
 
-    /// From now on `listener` is called in the destructor of every body. There is one: the registry of deviants.
+    /// Sets the function that is called by the destructor of every body. There is one: that of the registry of
+    /// deviants.
     static void internal_tellOfEnds(void (*listener)(ReferenceCountingIntf *) noexcept) noexcept;
 
 protected:

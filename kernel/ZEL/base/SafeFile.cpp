@@ -17,7 +17,7 @@
 namespace ZEL {
 namespace {
 
-/// The error of a file that another writer is at work on; of no system call here.
+/// The error of a file that another writer is using. No system call below reports it.
 constexpr int kBusy = EWOULDBLOCK;
 
 constexpr mode_t kForItsOwner = S_IRUSR | S_IWUSR;
@@ -55,11 +55,11 @@ bool copyAll(int source, int goal) noexcept {
     }
 }
 
-/// The disk may hold what it is given; pipes and devices have nothing to sync.
+/// Pipes and devices have nothing to sync.
 bool sync(int file) noexcept { return ::fsync(file) == 0 || errno == EINVAL || errno == EROFS || errno == ENOTSUP; }
 
-/// The new name is only certain once the folder is on the disk. A folder that cannot be synced is no failure: the file
-/// is whole under its name.
+/// The new name is safe only once the folder is on the disk. A folder that cannot be synced is not a failure: the file
+/// is complete under its name.
 void syncFolderOf(std::string const & name) {
     std::size_t const slash = name.rfind('/');
     std::string const folder = slash == std::string::npos ? "." : slash == 0 ? "/" : name.substr(0, slash);
@@ -69,7 +69,7 @@ void syncFolderOf(std::string const & name) {
     }
 }
 
-/// False if another writer holds the file. Where the system has no locks all is left to the look at the name.
+/// False if another writer holds the file. Where the system has no locks, only the name is checked.
 bool lock(int file) noexcept { return ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK; }
 
 bool isNameOf(int file, std::string const & name) noexcept {
@@ -83,7 +83,7 @@ bool isReplaceable(struct stat const & status) noexcept { return S_ISREG(status.
 
 } // namespace
 
-/// Noted in a table as long as it is open, where the handler of a signal finds it.
+/// Entered in a table while it is open, where the handler of a signal finds it.
 struct SafeFile::File {
     File(Descriptor open, std::string const & itsName) : descriptor(std::move(open)), name(itsName) {
         for (std::atomic<File *> & place : table()) {
@@ -108,7 +108,7 @@ struct SafeFile::File {
         }
     }
 
-    /// As many as will ever be written at a time; what finds no place is not seen by the handler.
+    /// As many as are ever written at a time; a file without a place is not seen by the handler.
     static std::array<std::atomic<File *>, 64> & table() noexcept {
         static constinit std::array<std::atomic<File *>, 64> files{};
         return files;
@@ -154,7 +154,7 @@ bool SafeFile::open() {
     return refuse(fBeside == Beside::Tilde ? kBusy : EEXIST);
 }
 
-/// False, with `errno` as the reason; that is EEXIST if the name is taken.
+/// Returns false, with the reason in `errno`, which is EEXIST if the name is taken.
 bool SafeFile::makeTemporary() {
     struct stat status {};
     bool const isNew = ::lstat(fName.c_str(), &status) != 0;
@@ -163,7 +163,7 @@ bool SafeFile::makeTemporary() {
     if (!file.isOpen()) {
         return false;
     }
-    // Between the two calls another writer may have taken the file for a leftover.
+    // Between the two calls, another writer may have taken the file for a leftover.
     if (!lock(file.get())) {
         errno = kBusy;
         return false;
@@ -172,18 +172,20 @@ bool SafeFile::makeTemporary() {
         errno = EEXIST;
         return false;
     }
-    // Another user's file is given away at the end only: in a common folder nobody may open what belongs to others.
+    // For another user's file the owner changes only at the end: in a shared folder nobody may open the files of
+    // others.
     if (!isNew && isReplaceable(status) && status.st_uid == ::geteuid()) {
         Descriptor const goal(::open(fName.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
         bool const isLikeGoal = goal.isOpen() && copyFileAttributes(goal.get(), file.get());
-        // Whether the goal may be written is asked when the file is put in its place, and until then it must be.
+        // Until it is put in its place the file must be writable, even if the earlier one is not.
         ::fchmod(file.get(), (isLikeGoal ? status.st_mode & 07777 : 0) | kForItsOwner);
     }
     fFile = std::make_unique<File>(std::move(file), fTemporaryName);
     return true;
 }
 
-/// Removes what an earlier writer left under the temporary name. False, with `errno` as the reason, if it is none.
+/// Removes what an earlier writer left under the temporary name. Returns false, with the reason in `errno`, if it is
+/// not a leftover.
 bool SafeFile::clearTheWay() {
     Descriptor const file(::open(fTemporaryName.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     struct stat status {};
@@ -218,7 +220,7 @@ SafeFile::Result SafeFile::put() {
     if (!isReplaceable(status)) {
         return copy();
     }
-    // Not to write to it, but because a file that may not be written must not be replaced either.
+    // Nothing is written to it, but a file that may not be written must not be replaced either.
     Descriptor const goal(::open(fName.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW));
     return goal.isOpen() ? replace(goal.get()) : fail(Result::NotOpened, errno);
 }
@@ -237,7 +239,7 @@ SafeFile::Result SafeFile::replace(int goal) {
 }
 
 SafeFile::Result SafeFile::copy() {
-    // Not to hang on a pipe that nobody reads.
+    // Without O_NONBLOCK, opening a pipe that nobody reads would not return.
     Descriptor goal(::open(fName.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666));
     struct stat status {};
     if (!goal.isOpen() || ::fstat(goal.get(), &status) != 0) {

@@ -6,9 +6,9 @@
 
 namespace ZEL {
 
-/// Base of the log handlers; as it is, it prints each record as a line of time, level and message.
+/// Base of the log handlers; by itself it prints each record as a line of time, level and message.
 ///
-/// Owned by whoever makes it. A handler that is destroyed takes itself off the loggers it was added to.
+/// Owned by whoever makes it. Its destructor removes it from the loggers that it was added to.
 class ZEL_API DefaultLogHandler : public Quillon::System::Handler {
 public:
     /// Takes ownership of `formatter`; null stands for a new `SimpleFormatter`. `filter` may be null and stays the
@@ -17,14 +17,14 @@ public:
 
     void setZelLevel(LogLevel const & level);
     [[nodiscard]] LogLevel getZelLevel() const { return fLevel; }
-    /// As the host counts it.
+    /// The same level, as the host counts it.
     [[nodiscard]] Quillon::System::Level getLevel() const { return fLevel; }
 
     void _publish(Quillon::System::Level const & level, Quillon::System::Externalizable const & record) override;
 
 protected:
-    /// Whether the record is grave enough for this handler, and passes its filter. Throws `std::bad_cast` for a record
-    /// that is no `LogRecord`; so does `getLevelName`.
+    /// Whether the record is severe enough for this handler and passes its filter. Throws `std::bad_cast` for a record
+    /// that is not a `LogRecord`; so does `getLevelName`.
     [[nodiscard]] bool isLoggable(Quillon::System::Level const & level,
                                   Quillon::System::Externalizable const & record) const;
     [[nodiscard]] char const * getLevelName(Quillon::System::Level const & level,

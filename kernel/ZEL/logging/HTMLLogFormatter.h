@@ -8,17 +8,17 @@
 
 namespace ZEL {
 
-/// Makes each record a row of the table in an XHTML report, and returns what stands before and after the rows.
+/// Formats each record as a row of the table in an XHTML report, and has the text before and after the rows.
 ///
-/// A message goes into the row as it is: markup in it is markup of the report.
+/// A message is not escaped: markup in it is markup of the report.
 class ZEL_API HTMLLogFormatter : public Quillon::System::SimpleFormatter {
 public:
-    /// Anything that is no `LogRecord` becomes a row of one cell with the text that it writes of itself.
+    /// A record that is not a `LogRecord` becomes a row of one cell with the text that it writes of itself.
     [[nodiscard]] std::string format(Quillon::System::Externalizable const & record) override;
 
-    /// Up to and with the heading row of the table; ends without a line end.
+    /// The text up to and including the heading row of the table, without a line end after it.
     [[nodiscard]] static std::string getHead();
-    /// Ends without a line end.
+    /// The text after the last row, without a line end after it.
     [[nodiscard]] static std::string getTail();
 };
 

@@ -22,7 +22,8 @@ std::string suffix(int number) {
 
 std::string backupFile(std::string const & name, int number) { return name + suffix(number) + ".html"; }
 
-/// From the oldest on: the one too many goes, each other one becomes the next older. Returns whether there was a report.
+/// From the oldest on: the surplus one is removed, each other one becomes the next older. Returns whether there was a
+/// report.
 bool moveEarlierReports(std::string const & name, int kept) {
     bool isThere = false;
     for (int number = kept; number >= 0; --number) {
@@ -72,7 +73,7 @@ void HTMLLogHandler::close() {
     }
 }
 
-/// The first failure of a report that was open tells why; the stream refuses all that follows.
+/// Notes the first failure of an open report; the stream refuses everything after it.
 void HTMLLogHandler::noteFailure(bool wasOpen) {
     if (wasOpen && !fStream && fFailureReason.empty()) {
         fFailureReason = std::generic_category().message(errno);

@@ -8,9 +8,9 @@
 
 namespace ZEL {
 
-/// How grave a log record is, or from where on a logger or handler lets records through.
+/// The severity of a log record, or the least severity that a logger or handler lets through.
 ///
-/// Finer than the host's level, of which it is one: trace and debug count as the host's info, fatal as its error.
+/// Finer than the host's level, from which it is derived: trace and debug count as the host's info, fatal as its error.
 class ZEL_API LogLevel : public Quillon::System::Level {
 public:
     enum Setting : int {
@@ -32,14 +32,14 @@ public:
     }
 
     [[nodiscard]] Setting getLevel() const noexcept { return fSetting; }
-    /// "Unknown FLevel" for a number that is no setting.
+    /// "Unknown FLevel" for a number that is not a setting.
     [[nodiscard]] char const * getName() const noexcept { return fName; }
     [[nodiscard]] char const * toString() const noexcept { return fName; }
 
     /// The host level that a setting counts as.
     [[nodiscard]] static Quillon::System::Level::Enum tolevel(Setting setting) noexcept;
-    /// A host level with the setting's own number. To be called by name: where a host level is expected, the language
-    /// takes the base class, whose number is that of `tolevel`.
+    /// A host level with the setting's own number. Must be called by name: where a host level is expected, the language
+    /// converts to the base class, whose number is that of `tolevel`.
     template <std::same_as<Quillon::System::Level> L> [[nodiscard]] operator L() const noexcept {
         return L(static_cast<Quillon::System::Level::Enum>(fSetting));
     }

@@ -11,7 +11,7 @@ namespace ZEL {
 /// One message on its way through the handlers.
 class ZEL_API LogRecord : public Quillon::System::Externalizable {
 public:
-    /// Marks the beginning and the end of a piece of work; a handler may show them apart.
+    /// Marks the beginning and the end of a piece of work; a handler may show such records differently.
     enum Tag : int { Plain = 0, Start = 1, End = 2 };
 
     LogRecord() = default;
@@ -24,7 +24,7 @@ public:
     void setMessage(std::string const & message) { fMessage = message; }
     [[nodiscard]] std::string const & getMessage() const { return fMessage; }
 
-    /// Writes the message and a line end, as one string.
+    /// Writes the message and a line end as one string.
     void writeExternal(Quillon::System::ObjectOutput & out) const override;
 
 private:

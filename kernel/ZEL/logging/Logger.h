@@ -40,13 +40,14 @@ template <LogArgument T> [[nodiscard]] std::string logText(T const & argument) {
 
 } // namespace internal
 
-/// The process's logger: makes a record of each message and passes it to its handlers, which decide what they publish.
+/// The logger of the process: makes a record of each message and passes it to its handlers, which decide what they
+/// publish.
 ///
-/// Made on first use with a terminal handler, and there until the process ends. Formats take text and integers: `%s`,
-/// `%d` and `%u` the next argument, `%1` to `%9` the argument of that number, `%%` a per cent sign; a directive without
-/// an argument stays as it is, a null text prints as "(null)", a null format is dropped. What comes from outside goes into
-/// the arguments, never into the format. A message is cut to `MAX_LOG_MSG_LEN` - 1 bytes, never inside a character. Not
-/// thread-safe.
+/// Made on first use, with a terminal handler, and never destroyed. Formats take texts and integers: `%s`, `%d` and
+/// `%u` mean the next argument, `%1` to `%9` the argument of that number, `%%` a per cent sign; a directive without an
+/// argument is left as it is, a null text is printed as "(null)", a message with a null format is dropped. Text from
+/// outside belongs into the arguments, never into the format. A message is cut to `MAX_LOG_MSG_LEN` - 1 bytes, never
+/// inside a character. Not thread-safe.
 class ZEL_API Logger {
 public:
     static constexpr int MAX_LOG_MSG_LEN = 4096;
@@ -65,7 +66,7 @@ public:
     template <internal::LogArgument... Args> void log(LogLevel const & level, unsigned long id, Args const &... args) {
         report(level, id, {internal::logText(args)...});
     }
-    /// With the directives of `printf`; a message that cannot be formatted is dropped.
+    /// The format has the directives of `printf`; a message that cannot be formatted is dropped.
     void vreportsf(LogLevel const & level, char const * format, std::va_list arguments);
 
     template <internal::LogArgument... Args> void trace(std::string const & format, Args const &... args) {
@@ -87,19 +88,19 @@ public:
         log(LogLevel::fatal, format.c_str(), args...);
     }
 
-    /// Info at first.
+    /// Info unless set.
     [[nodiscard]] LogLevel getLevel() const;
     /// Sets the default handler's level too.
     void setLevel(LogLevel const & level);
-    /// Whether the current level lets `level` through; off lets nothing through, and is let through by none. A question
-    /// for the caller: `log` does not ask it.
+    /// Whether the current level lets `level` through. Off lets nothing through, and no level lets off through. For the
+    /// caller's use: `log` does not check it.
     [[nodiscard]] bool isLoggable(LogLevel const & level) const;
 
     /// Sets the handler's level. The handler stays the caller's; null is ignored.
     void addHandler(DefaultLogHandler * handler, LogLevel const & level);
     void removeHandler(DefaultLogHandler * handler);
     void setDefaultHandlerLevel(LogLevel const & level);
-    /// The argument is of no account.
+    /// The argument is ignored.
     [[nodiscard]] LogLevel getDefaultHandlerLevel(LogLevel const & level) const;
 
 private:

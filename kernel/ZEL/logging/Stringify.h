@@ -6,9 +6,8 @@
 
 namespace ZEL {
 
-/// `value` as an output stream with default settings prints it: six significant digits, in the process's locale.
-///
-/// Raises "bad conversion stringify(double)" if the stream fails, which only the locale's facets can make it do.
+/// `value` as an output stream with default settings prints it: six significant digits, in the process's locale. Throws
+/// "bad conversion stringify(double)" if the stream fails, which only a facet of the locale can cause.
 [[nodiscard]] ZEL_API std::string stringify(double value);
 
 } // namespace ZEL

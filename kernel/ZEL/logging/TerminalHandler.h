@@ -4,7 +4,7 @@
 
 namespace ZEL {
 
-/// Prints each record as "[Level] message". Lets records through from info on, until told otherwise.
+/// Prints each record as "[Level] message". Lets records through from info on unless another level is set.
 class ZEL_API TerminalHandler : public DefaultLogHandler {
 public:
     TerminalHandler();

@@ -9,7 +9,7 @@
 
 namespace zelgen {
 
-/// Finds types by the names that definitions use: `Comment` within a definition, `ZEL.Comment` from anywhere.
+/// Finds types by the names that definitions use: `Comment` within its own definition, `ZEL.Comment` anywhere.
 class Catalogue {
 public:
     struct Entry {
@@ -30,16 +30,16 @@ public:
     explicit Catalogue(std::vector<Definition const *> definitions) : fDefinitions(std::move(definitions)) {}
 
     [[nodiscard]] Entry find(std::string_view name, Definition const & from) const;
-    /// The property that `Class.p` or `ZEL.Class.p` names; only properties that the class itself introduces.
+    /// The property named `Class.p` or `ZEL.Class.p`; only among those that the class itself introduces.
     [[nodiscard]] PropertyEntry findProperty(std::string_view name, Definition const & from) const;
-    /// The class itself and its ancestors, depth first, left to right, each at its first place. Unknown superclasses
-    /// are left out, a cycle is walked once.
+    /// The class itself and its ancestors, depth first, left to right, each once at its first place. Unknown
+    /// superclasses are left out, and cycles end.
     [[nodiscard]] std::vector<Entry> closure(Entry const & type) const;
-    /// What `property` means on instances of `type`: the first of the name in the closure, by the C++ rule of hiding.
+    /// What `property` means on instances of `type`: the first one of that name in the closure, as names hide in C++.
     [[nodiscard]] PropertyEntry inClosure(Entry const & type, std::string_view property) const;
     [[nodiscard]] bool isKindOf(Entry const & type, std::string_view qualifiedName) const;
 
-    /// All names that `find` knows from within `from`.
+    /// All names that `find` accepts within `from`.
     [[nodiscard]] std::vector<std::string> names(Definition const & from) const;
     [[nodiscard]] std::vector<Definition const *> const & definitions() const noexcept { return fDefinitions; }
 
@@ -49,7 +49,7 @@ private:
     std::vector<Definition const *> fDefinitions;
 };
 
-/// `name` of a property that `type` introduces; null if it introduces none of this name.
+/// The property of that name that `type` introduces; null if there is none.
 [[nodiscard]] PropertyDefinition const * ownProperty(TypeDefinition const & type, std::string_view name);
 
 } // namespace zelgen

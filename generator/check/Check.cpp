@@ -19,7 +19,7 @@ void checkDefinition(Definition const & definition, std::vector<Definition const
     checker.checkTypes();
     checker.checkInheritance();
     if (!diagnostics.empty()) {
-        return; // what follows walks superclasses and would tell the same mistakes again
+        return; // what follows walks superclasses and would report the same mistakes again
     }
     checker.checkRoots();
     checker.checkRoles();
@@ -33,7 +33,7 @@ void checkDefinition(Definition const & definition, std::vector<Definition const
 } // namespace
 
 void check(std::vector<Definition const *> const & definitions, Diagnostics & diagnostics) {
-    // First those that the first one builds on: the rest of the checks may rely on them.
+    // The definitions that the first one builds on come first: its checks rely on them.
     std::for_each(definitions.rbegin(), definitions.rend(), [&](Definition const * definition) {
         if (diagnostics.empty()) {
             checkDefinition(*definition, definitions, diagnostics);
@@ -99,7 +99,7 @@ void Checker::checkMetamodel() {
         report(fDefinition.ownedEndKeys.front().mark,
                "found " + std::to_string(fDefinition.ownedEndKeys.size()) + " texts in 'owned_end_keys', expected two");
     }
-    // Of two, the one that builds on the other is told of.
+    // Of two definitions, the one that builds on the other is reported.
     std::vector<Definition const *> const & all = fCatalogue.definitions();
     std::for_each(std::find(all.begin(), all.end(), &fDefinition) + 1, all.end(), [this](Definition const * other) {
         if (other->prefix.text == fDefinition.prefix.text) {
@@ -121,7 +121,7 @@ void Checker::checkNamespace() {
     }
 }
 
-/// The generator writes below the folder that it is given and nowhere else.
+/// The generator writes below the folder that it is given, and nowhere else.
 void Checker::checkIncludeDirectory() {
     Word const & directory = fDefinition.includeDirectory;
     for (std::size_t begin = 0; !directory.empty() && begin <= directory.text.size();) {
@@ -140,7 +140,7 @@ void Checker::checkIncludeDirectory() {
 }
 
 void Checker::checkUri(Word const & uri) {
-    // Behind a word in capitals comes a path: the word is one of the library's constants.
+    // The word in capitals before a path is one of the library's constants.
     std::size_t const plus = uri.text.find(" + ");
     if (plus == std::string::npos) {
         return;
@@ -172,7 +172,7 @@ void Checker::checkTypes() {
     }
 }
 
-/// A type may not have a name that generated code has for something else.
+/// A type may not have a name that generated code uses for something else.
 void Checker::checkGeneratedNames(TypeDefinition const & type) {
     static std::vector<std::string> const kOurs{
         "BuiltInMetaModel",    "Forward", "HASP",   "MetaModelRegistration", "NSImplementation",
@@ -258,7 +258,7 @@ void Checker::checkCycle(TypeDefinition const & type) {
     }
 }
 
-/// All that a program makes is an instance of a class of this kind.
+/// All objects of a program are instances of subclasses of `ZEL.ClassObject`.
 void Checker::checkRoots() {
     for (TypeDefinition const & type : fDefinition.types) {
         if (type.kind == TypeKind::Class && fDefinition.prefix.text != "ZEL" &&

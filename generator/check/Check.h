@@ -6,8 +6,8 @@
 
 namespace zelgen {
 
-/// Says what is wrong with the first definition, or if there is anything, with the others, on which it builds. All
-/// mistakes of a definition are collected; without any, the definitions can be turned into a `Family`.
+/// Reports the mistakes of the first definition, or those of the others, on which it builds, if there are any. All
+/// mistakes of a definition are collected; if there are none, the definitions can be turned into a `Family`.
 void check(std::vector<Definition const *> const & definitions, Diagnostics & diagnostics);
 
 } // namespace zelgen

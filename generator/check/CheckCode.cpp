@@ -27,7 +27,7 @@ std::vector<std::string> operationsOf(Property const & p) {
     return names;
 }
 
-/// Whether a superclass has what all of these classes have, and so is the one to tell of.
+/// Whether a superclass derives from all of these classes, so that the mistake is reported there.
 bool isToldAbove(Class const & of, std::vector<Class const *> const & owners) {
     return std::any_of(of.superclasses.begin(), of.superclasses.end(), [&owners](Class const * super) {
         return std::all_of(owners.begin(), owners.end(),
@@ -35,7 +35,7 @@ bool isToldAbove(Class const & of, std::vector<Class const *> const & owners) {
     });
 }
 
-/// Those of which no other one is a subclass: what they say stands.
+/// The classes of which no other one is a subclass: their operations win.
 std::vector<Class const *> lowest(std::vector<Class const *> const & classes) {
     std::vector<Class const *> result;
     std::copy_if(classes.begin(), classes.end(), std::back_inserter(result), [&classes](Class const * c) {
@@ -118,7 +118,8 @@ private:
         }
     }
 
-    /// One that two superclasses have is made by neither; one with other parameters hides what it is inherited beside.
+    /// An operation that two superclasses have needs one of the class's own; one with other parameters hides an
+    /// inherited one.
     void checkOperation(Class const & owner, Operation const & operation,
                         std::vector<std::pair<Class const *, Operation const *>> const & all) {
         std::vector<Class const *> same;
@@ -142,7 +143,8 @@ private:
         }
     }
 
-    /// Who makes the operations of each property: its own class, one that has a view of it, one that redefines it.
+    /// The operations of a property are implemented by its own class, by one that has a view of it, or by one that
+    /// redefines it.
     void checkMakers() {
         for (Property const * const p : fProperties) {
             std::vector<Class const *> makers;

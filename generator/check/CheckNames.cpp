@@ -9,7 +9,7 @@
 namespace zelgen {
 namespace {
 
-/// Operations that every handle has; a property may not make another one of the name.
+/// Operations that every handle has; a property may not add another one of that name.
 constexpr std::array<char const *, 12> kReservedOperations{
     "isValid",     "getDeviant",        "setDeviant", "getMetaClass", "asDeviant", "getOrcaName",
     "getByteSize", "getImplementation", "destroy",    "clone",        "toString",  "fromString"};
@@ -70,7 +70,7 @@ void Checker::checkNames() {
     }
 }
 
-/// Two superclasses may bring properties of one name if the C++ operations of both can be the same.
+/// Two superclasses may have properties of the same name if both can have the same C++ operations.
 void Checker::checkTwins(TypeDefinition const & type) {
     std::map<std::string, Catalogue::PropertyEntry> seen;
     for (Entry const & entry : fCatalogue.closure(entryOf(type))) {

@@ -17,10 +17,10 @@ bool isNumber(std::string_view text) {
     });
 }
 
-/// A number as C++ has it too, not one with a zero in front, which would be octal there.
+/// A number without a leading zero, which would make it octal in C++.
 bool isWhole(std::string_view text) { return isNumber(text) && (text.size() == 1 || text.front() != '0'); }
 
-/// One that a `double` can hold, or with `single` a `float`, as C++ and the texts of values have it.
+/// A number that a `double` can hold, or with `single` a `float`, in the syntax of C++ and of the texts of values.
 bool isFloating(std::string const & text, bool single) {
     char * end = nullptr;
     double const value = std::strtod(text.c_str(), &end);
@@ -150,7 +150,7 @@ void Checker::checkValue(Word const & value, std::string const & what, Entry con
     }
 }
 
-/// In a file that is written in the usual way the values of such a property stand as one text.
+/// Unless told otherwise, the writer of files joins the values of such a property into one text.
 void Checker::warnOfManyTexts(PropertyDefinition const & p, Entry const & type, std::string const & what) {
     bool const isInFiles = p.stored.empty() && !hasWord(p.flags, "derived") && p.persistence.text != "transient";
     bool const isOurs = &fDefinition == fCatalogue.definitions().front() && fDefinition.prefix.text != "ZEL";
@@ -229,7 +229,7 @@ void Checker::checkRedefinition(TypeDefinition const & owner, PropertyDefinition
     }
 }
 
-/// What redefines a property, by its name or by an entry, narrows its type.
+/// A property that redefines another one, by its name or by an entry, narrows its type.
 void Checker::checkNarrowing(TypeDefinition const & owner, PropertyDefinition const & p, Entry const & type) {
     std::string const what = "property '" + owner.name.text + '.' + p.name.text + "'";
     std::vector<Catalogue::PropertyEntry> redefined;
@@ -310,7 +310,8 @@ void Checker::checkMaking(TypeDefinition const & owner, PropertyDefinition const
     }
 }
 
-/// A derived single value is the container, or somebody says what it is; a derived sequence is a view by itself.
+/// A derived single value is the container, or the definition says how it is derived; a derived sequence is a view
+/// anyway.
 void Checker::checkDerivation(TypeDefinition const & owner, PropertyDefinition const & p) {
     std::string const what = "property '" + owner.name.text + '.' + p.name.text + "'";
     if (isMany(p)) {

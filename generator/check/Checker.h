@@ -8,8 +8,8 @@
 
 namespace zelgen {
 
-/// The checks of one definition, grouped by what they look at. Each group expects that `checkInheritance` has found
-/// nothing; beyond that, what one check has told of, such as a type that is not known, the others must live with.
+/// The checks of one definition, grouped by subject. Each group after `checkInheritance` expects that it has found
+/// nothing; apart from that, each check must cope with what others have reported, such as an unknown type.
 class Checker {
 public:
     /// `definitions` are all that are known, `definition` among them.
@@ -19,20 +19,20 @@ public:
 
     void checkMetamodel();
     void checkTypes();
-    /// Superclasses: known, classes, without cycle. Nothing that walks a closure is safe before this.
+    /// Superclasses must be known classes without cycles. Walking a closure is not safe before this.
     void checkInheritance();
     void checkRoots();
     void checkRoles();
     void checkProperties();
     void checkOperations();
-    /// Names of C++ operations that would collide.
+    /// Reports names of C++ operations that would collide.
     void checkNames();
 
 private:
     using Entry = Catalogue::Entry;
 
     void report(Mark mark, std::string const & text) { fDiagnostics.add(fDefinition.fileOf(mark), mark, text); }
-    /// Reports what is wrong with a word, which stands in quotes between the two texts.
+    /// Reports a word, in quotes between the two texts.
     void report(Word const & word, std::string const & before, std::string const & after) {
         report(word.mark, before + " '" + word.text + "'" + after);
     }
@@ -40,7 +40,7 @@ private:
     void expectOneOf(Word const & word, std::string const & what, std::vector<std::string> const & allowed);
     void expectFlag(Word const & word, std::string const & what);
     void expectIdentifier(Word const & word, std::string const & what);
-    /// The type of the name; reports a name that is not known.
+    /// The type of that name; reports an unknown name.
     Entry expectType(Word const & name, std::string const & what);
     Entry expectClass(Word const & name, std::string const & what);
 
@@ -53,7 +53,7 @@ private:
     void checkRole(Word const & name, std::string const & what, std::string const & base);
     void checkProperty(TypeDefinition const & owner, PropertyDefinition const & p);
     void checkMultiplicity(PropertyDefinition const & p);
-    /// A text, of the entry `what`, that is to be a value of the type.
+    /// Reports a text, of the entry `what`, that is not a value of the type.
     void checkValue(Word const & value, std::string const & what, Entry const & type);
     void warnOfManyTexts(PropertyDefinition const & p, Entry const & type, std::string const & what);
     void checkAssociation(TypeDefinition const & owner, PropertyDefinition const & p);
@@ -63,18 +63,18 @@ private:
     void checkMaking(TypeDefinition const & owner, PropertyDefinition const & p, Entry const & type);
     void checkDerivation(TypeDefinition const & owner, PropertyDefinition const & p);
     void checkView(TypeDefinition const & owner, std::vector<Word> const & parts);
-    /// The same; what is shown must be of the type.
+    /// The same; the values shown must be of the type.
     void checkUnion(TypeDefinition const & owner, std::vector<Word> const & parts, Entry const & type);
     void checkViews(TypeDefinition const & owner);
     void checkSignature(OperationDefinition const & operation);
     void checkTwins(TypeDefinition const & type);
 
-    /// As the definition names it.
+    /// The name that the definition uses for the type.
     [[nodiscard]] std::string nameOf(Entry const & type) const {
         return (type.home == &fDefinition ? "" : type.home->prefix.text + '.') + type.type->name.text;
     }
     [[nodiscard]] bool isKindOf(Entry const & type, Entry const & other) const;
-    /// Nothing if its type is not known, which is told where it stands.
+    /// Nothing if its type is unknown, which is reported elsewhere.
     [[nodiscard]] Entry typeOf(Catalogue::PropertyEntry const & p) const {
         return fCatalogue.find(p.property->type.text, *p.owner.home);
     }
@@ -87,7 +87,7 @@ private:
     Diagnostics & fDiagnostics;
 };
 
-/// "0..1" taken apart; false for a text of another form. An unlimited upper bound is -1.
+/// Parses a text such as "0..1"; returns false for a text of another form. An unlimited upper bound is -1.
 [[nodiscard]] bool parseMultiplicity(std::string const & text, long & lower, long & upper);
 
 } // namespace zelgen

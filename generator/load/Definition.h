@@ -9,7 +9,7 @@
 
 namespace zelgen {
 
-// A definition file as it was read, one struct for each kind of entry; nothing is resolved or checked beyond its form.
+// A definition file as it was read: one struct for each kind of entry. Only the form of the file has been checked.
 
 struct PropertyDefinition {
     Word name;
@@ -27,18 +27,18 @@ struct PropertyDefinition {
     Word body;
     Word fixed;
     std::vector<Word> view;
-    std::optional<Word> viewOf; ///< `view: p`: those values of `p` that are of this property's type
+    std::optional<Word> viewOf; ///< `view: p`: the values of `p` that are of this property's type
     Word stereotype;
     Word baseElement;
     Word hidden;
     std::string description;
 };
 
-/// How an operation comes to its body.
+/// Where the body of an operation comes from.
 enum class OperationBody {
     Hand,          ///< declared; defined by hand
-    BodyOnly,      ///< the same, and not on the handles
-    Unimplemented, ///< raises that it is not implemented
+    BodyOnly,      ///< the same, but not on the handles
+    Unimplemented, ///< throws that it is not implemented
 };
 
 struct OperationDefinition {
@@ -59,7 +59,7 @@ struct TypeDefinition {
     Word builtAs;
     std::vector<Word> handWritten;
     std::vector<PropertyDefinition> properties;
-    /// What derived properties show on instances of this class, by property.
+    /// What derived properties show on instances of this class, for each property.
     std::vector<std::pair<Word, std::vector<Word>>> views;
     std::vector<OperationDefinition> operations;
 };
@@ -82,10 +82,9 @@ struct Definition {
     [[nodiscard]] std::string const & fileOf(Mark mark) const { return mark.part == 0 ? file : parts[mark.part - 1]; }
 };
 
-/// Reads a file and those that it names as its parts; what cannot be made sense of goes to `diagnostics` and is left
-/// out.
+/// Reads a file and the files that it names as its parts. What is malformed is reported to `diagnostics` and left out.
 [[nodiscard]] Definition loadDefinition(std::string const & path, Diagnostics & diagnostics);
-/// The same from a text, for which `file` stands in messages; parts are looked for in its folder.
+/// The same from a text, which messages call `file`; parts are searched for in the folder of that.
 [[nodiscard]] Definition parseDefinition(std::string const & text, std::string const & file, Diagnostics & diagnostics);
 
 } // namespace zelgen

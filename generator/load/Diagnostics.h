@@ -10,10 +10,10 @@ namespace zelgen {
 struct Mark {
     int line = 0;
     int column = 0;
-    std::size_t part = 0; ///< which file of a definition that stands in several
+    std::size_t part = 0; ///< which file of a definition that consists of several
 };
 
-/// A word of a definition and where it stands.
+/// A word of a definition and its place.
 struct Word {
     std::string text;
     Mark mark;
@@ -25,19 +25,19 @@ struct Word {
 /// Whether one of the words is `text`.
 [[nodiscard]] bool hasWord(std::vector<Word> const & words, std::string_view text);
 
-/// Collects what is wrong with a definition, so that one run tells all of it.
+/// Collects the mistakes of a definition, so that one run reports all of them.
 ///
-/// A message reads `file:line:col: what was found, what was expected`.
+/// A message has the form `file:line:col: what was found, what was expected`.
 class Diagnostics {
 public:
     void add(std::string const & file, Mark mark, std::string const & text);
-    /// Notes what is right but may surprise. It does not count as a mistake.
+    /// Adds a warning about something that is allowed but may surprise. It does not count as a mistake.
     void warn(std::string const & file, Mark mark, std::string const & text);
 
     [[nodiscard]] bool empty() const noexcept { return fMessages.empty(); }
-    /// In the order of files and places.
+    /// Sorted by file and place.
     [[nodiscard]] std::vector<std::string> messages() const { return textsOf(fMessages); }
-    /// `file:line:col: warning: what was found`, in the order of files and places.
+    /// `file:line:col: warning: what was found`, sorted by file and place.
     [[nodiscard]] std::vector<std::string> warnings() const { return textsOf(fWarnings); }
 
 private:

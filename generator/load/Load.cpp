@@ -25,7 +25,7 @@ std::string kindOf(YAML::Node const & node) {
     }
 }
 
-/// Turns nodes into structs; every reader names what it expects when the node is of another form.
+/// Turns nodes into structs. Each reader reports what it expects if a node has another form.
 class Loader {
 public:
     Loader(std::string file, Diagnostics & diagnostics) : fFile(std::move(file)), fDiagnostics(diagnostics) {}
@@ -58,7 +58,7 @@ private:
     TypeDefinition type(Word const & name, YAML::Node const & node);
     PropertyDefinition property(Word const & name, YAML::Node const & node);
     void operations(YAML::Node const & node, std::vector<OperationDefinition> & target);
-    /// Hands the root of a file to `reader`, with `path` in messages.
+    /// Passes the root of a file to `reader`, with `path` in messages.
     void file(std::string const & path, std::string const & text, Reader const & reader);
     void types(YAML::Node const & node, Definition & target);
     void part(Word const & name, Definition & target);
@@ -231,7 +231,7 @@ void Loader::file(std::string const & path, std::string const & text, Reader con
     try {
         reader(YAML::Load(text));
     } catch (YAML::Exception const & failure) {
-        // Not YAML at all: the parser stops at the first place, so there is nothing more to collect.
+        // Not YAML: the parser stops at the first error, so there is nothing more to collect.
         fDiagnostics.add(fFile, {failure.mark.line + 1, failure.mark.column + 1},
                          "found text that is not YAML (" + failure.msg + ')');
     }

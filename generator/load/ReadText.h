@@ -7,7 +7,7 @@
 
 namespace zelgen {
 
-/// What is in the file; nothing if it cannot be opened.
+/// The content of the file; nothing if it cannot be opened.
 [[nodiscard]] inline std::optional<std::string> readText(std::string const & path) {
     std::ifstream stream(path, std::ios::binary);
     if (!stream) {

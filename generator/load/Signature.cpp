@@ -6,7 +6,7 @@
 namespace zelgen {
 namespace {
 
-/// Reads a signature from left to right; a reader that fails leaves `failed` set.
+/// Reads a signature from left to right. A reader that fails sets `failed`.
 class Scanner {
 public:
     explicit Scanner(std::string_view text) : fRest(text) {}
@@ -50,7 +50,7 @@ private:
     std::string_view fRest;
 };
 
-/// Takes `Immutable` off the last part of a name.
+/// Removes `Immutable` from the last part of a name. Returns whether it was there.
 bool dropImmutable(std::string & name) {
     constexpr std::string_view kImmutable = "Immutable";
     std::size_t const dot = name.rfind('.');

@@ -6,9 +6,9 @@
 
 namespace zelgen {
 
-/// `Sequence<Feature>`, `ImmutableSequence<ImmutableType>`, `Boolean`, `uml.Class` as an operation names its types.
+/// A type as operations name it: `Sequence<Feature>`, `ImmutableSequence<ImmutableType>`, `Boolean`, `uml.Class`.
 struct SignatureType {
-    std::string name; ///< without `Immutable`, as a property would name it; "void" for no result
+    std::string name; ///< without `Immutable`, as a property names it; "void" for no result
     bool immutable = false;
     bool sequence = false;
 
@@ -26,7 +26,7 @@ struct Signature {
     bool isConst = false;
 };
 
-/// Takes `Boolean conformsTo(ImmutableType other) const` apart; nothing for a text of another form.
+/// Parses a text such as `Boolean conformsTo(ImmutableType other) const`; nothing for a text of another form.
 [[nodiscard]] std::optional<Signature> parseSignature(std::string const & text);
 
 } // namespace zelgen

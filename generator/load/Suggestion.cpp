@@ -12,7 +12,7 @@ namespace {
 
 char lower(char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); }
 
-/// Number of characters to insert, drop, replace or swap with the next on the way from `a` to `b`; case does not count.
+/// The number of characters to insert, delete, replace or swap with the next one to get from `a` to `b`, ignoring case.
 std::size_t editDistance(std::string_view a, std::string_view b) {
     std::vector<std::size_t> beforeLast(b.size() + 1);
     std::vector<std::size_t> last(b.size() + 1);

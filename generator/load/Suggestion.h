@@ -6,7 +6,7 @@
 
 namespace zelgen {
 
-/// ", did you mean 'subClass'?" for the candidate nearest to `name`, empty if none is near.
+/// ", did you mean 'subClass'?" for the candidate most similar to `name`; empty if none is similar.
 [[nodiscard]] std::string suggestion(std::string_view name, std::vector<std::string> const & candidates);
 
 /// "a", "a or b", "a, b or c".

@@ -7,17 +7,6 @@ namespace {
 
 bool exists(ObjectIntf const * state) noexcept { return state != nullptr && state != Deviant::InvalidObject; }
 
-template <class Classify>
-ChangedBodies collect(StateMap const & map, Deviant target, Deviant source, Classify classify) {
-    ChangedBodies result;
-    for (StateMap::Entry const & entry : map) {
-        Change const change =
-            classify(entry.key->internal_getDeviation(target), entry.key->internal_getDeviation(source));
-        result.add(change, const_cast<ClassObjectIntf *>(entry.key));
-    }
-    return result;
-}
-
 } // namespace
 
 Change classifyChange(ObjectIntf const * present, ObjectIntf const * wanted) noexcept {
@@ -47,12 +36,14 @@ void ChangedBodies::add(Change change, ClassObjectIntf * body) {
     }
 }
 
-ChangedBodies collectChanges(StateMap const & map, Deviant target, Deviant source) {
-    return collect(map, target, source, classifyChange);
-}
-
-ChangedBodies collectAssignment(StateMap const & map, Deviant root, Deviant view) {
-    return collect(map, root, view, classifyAssignment);
+ChangedBodies collectChanges(StateMap const & map, Deviant target, Deviant source, Classify classify) {
+    ChangedBodies result;
+    for (StateMap::Entry const & entry : map) {
+        Change const change =
+            classify(entry.key->internal_getDeviation(target), entry.key->internal_getDeviation(source));
+        result.add(change, const_cast<ClassObjectIntf *>(entry.key));
+    }
+    return result;
 }
 
 } // namespace ZEL::internal

@@ -25,9 +25,10 @@ struct ZEL_API ChangedBodies {
     void add(Change change, ClassObjectIntf * body);
 };
 
+using Classify = Change (*)(ObjectIntf const * present, ObjectIntf const * wanted) noexcept;
+
 /// How `target` must change to become `source`, for the objects of `map`.
-[[nodiscard]] ChangedBodies collectChanges(StateMap const & map, Deviant target, Deviant source);
-/// How `root` must change to become `view`, for the objects of `map`.
-[[nodiscard]] ChangedBodies collectAssignment(StateMap const & map, Deviant root, Deviant view);
+[[nodiscard]] ChangedBodies collectChanges(StateMap const & map, Deviant target, Deviant source,
+                                           Classify classify = &classifyChange);
 
 } // namespace ZEL::internal

@@ -44,7 +44,7 @@ void DeviantImpl::assignToRoot() {
     DeviantImpl & root = fManager.internal_root();
     PhaseScope const phase(fPhases);
     ViewScope const view(*this, "<internal: assignToRoot>", fTransaction.savedStates());
-    ChangedBodies const bodies = collectAssignment(fStates, root.deviant(), view.deviant());
+    ChangedBodies const bodies = collectChanges(fStates, root.deviant(), view.deviant(), &classifyAssignment);
     ChangeSet copies(fManager.internal_body());
     for (auto const * const objects : {&bodies.created, &bodies.deleted, &bodies.modified}) {
         for (ClassObjectIntf const * const object : *objects) {

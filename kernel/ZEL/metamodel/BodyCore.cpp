@@ -40,8 +40,6 @@ BodyCore::~BodyCore() {
 
 // --- counting --------------------------------------------------------------------------------------------------------
 
-void BodyCore::incRef() { ++fRefCount; }
-
 void BodyCore::decRef() {
     if (fRefCount < 1) {
         raiseInternalError("Decrementing the ref count of a ref with count already 0");
@@ -50,8 +48,6 @@ void BodyCore::decRef() {
         internal_released();
     }
 }
-
-int BodyCore::numRef() { return fRefCount; }
 
 void BodyCore::internal_released() {
     // The numbered bodies of a living model go with it, and so does the factory that it holds.
@@ -272,10 +268,6 @@ StateCore * BodyCore::createRootDeviation(Deviant deviant) const {
 
 StateCore * BodyCore::createDeviation(Deviant) const { return internal_descriptor().createState(); }
 
-ObjectIntf * BodyCore::getReadDeviant(Deviant deviant) const { return readState(deviant); }
-
-ObjectIntf * BodyCore::getWriteDeviant(Deviant deviant) const { return writeState(deviant); }
-
 ClassObjectIntf const * BodyCore::internal_container(Deviant deviant) const { return readState(deviant)->containerZEL; }
 
 void BodyCore::internal_noteElement(ObjectIntf * element) const {
@@ -286,12 +278,6 @@ void BodyCore::internal_noteElement(ObjectIntf * element) const {
 }
 
 // --- naming ----------------------------------------------------------------------------------------------------------
-
-std::size_t BodyCore::getByteSize() const { return internal_descriptor().bodySize; }
-
-char const * BodyCore::getOrcaName(bool immutable) const {
-    return immutable ? internal_descriptor().immutableOrcaName : internal_descriptor().orcaName;
-}
 
 ImmutableClass BodyCore::getMetaClass(Deviant) const {
     ClassRuntime const & runtime = *internal_descriptor().runtime;

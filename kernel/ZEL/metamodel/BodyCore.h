@@ -26,10 +26,10 @@ public:
     [[nodiscard]] virtual ClassDescriptor const & internal_descriptor() const noexcept = 0;
 
     // --- counting --------------------------------------------------------------------------------------------------
-    void incRef() override;
+    void incRef() override { ++fRefCount; }
     /// Raises "Decrementing the ref count of a ref with count already 0" on a count below 1.
     void decRef() override;
-    int numRef() override;
+    int numRef() override { return fRefCount; }
 
     // --- state protocol --------------------------------------------------------------------------------------------
     [[nodiscard]] BodyCore * internal_body() const noexcept final { return const_cast<BodyCore *>(this); }
@@ -45,8 +45,8 @@ public:
     void internal_setDeviation(Deviant deviant, ObjectIntf * state) final;
     ObjectIntf * internal_createDeviation(Deviant deviant) final;
     void internal_destroyDeviation(Deviant deviant) final;
-    [[nodiscard]] ObjectIntf * getReadDeviant(Deviant deviant) const final;
-    [[nodiscard]] ObjectIntf * getWriteDeviant(Deviant deviant) const final;
+    [[nodiscard]] ObjectIntf * getReadDeviant(Deviant deviant) const final { return readState(deviant); }
+    [[nodiscard]] ObjectIntf * getWriteDeviant(Deviant deviant) const final { return writeState(deviant); }
 
     // --- copies and deletion ---------------------------------------------------------------------------------------
     void internal_cloneReferences(Deviant deviant, CloneMap & copies) final;
@@ -57,8 +57,10 @@ public:
     void destroy(Deviant deviant) override;
 
     // --- naming ----------------------------------------------------------------------------------------------------
-    [[nodiscard]] std::size_t getByteSize() const final;
-    [[nodiscard]] char const * getOrcaName(bool immutable) const final;
+    [[nodiscard]] std::size_t getByteSize() const final { return internal_descriptor().bodySize; }
+    [[nodiscard]] char const * getOrcaName(bool immutable) const final {
+        return immutable ? internal_descriptor().immutableOrcaName : internal_descriptor().orcaName;
+    }
     [[nodiscard]] ImmutableClass getMetaClass(Deviant deviant) const final;
     [[nodiscard]] NSInterface::SeenObject internal_metaType(Deviant deviant) const final;
     [[nodiscard]] Object fromString(Deviant deviant, String const & text) final;

@@ -229,8 +229,9 @@ SequenceHandle associationViewHandle(ClassObjectIntf const & object, Deviant dev
         std::make_unique<GenericAssociationSequence>(raw, property.opposite, std::move(owner), &linkOpposite), deviant);
 }
 
-SequenceHandle containeeViewHandle(ClassObjectIntf const & object, Deviant deviant, SequenceHandle const & raw) {
-    return SequenceHandle(
+Sequence<ClassObject> containeeView(ClassObjectIntf const & object, Deviant deviant,
+                                    Sequence<ClassObject> const & raw) {
+    return Sequence<ClassObject>(
         std::make_unique<GenericAssociationSequence>(raw, &NSInterface::ClassObjectOperations::containeeZELProperty(),
                                                      ownerOf(object, deviant), &linkContainer),
         deviant);

@@ -69,8 +69,6 @@ template <class H, class V> H narrowed(V const & value) {
 [[nodiscard]] ZEL_API SequenceHandle associationViewHandle(ClassObjectIntf const & object, Deviant deviant,
                                                            PropertyDescriptor const & property,
                                                            SequenceHandle const & raw);
-[[nodiscard]] ZEL_API SequenceHandle containeeViewHandle(ClassObjectIntf const & object, Deviant deviant,
-                                                         SequenceHandle const & raw);
 [[nodiscard]] ZEL_API SequenceHandle filteredViewHandle(Deviant deviant, SequenceHandle const & underlying,
                                                         CooperativeVisitor::internal::ClassInfo const & shown);
 [[nodiscard]] ZEL_API SequenceHandle combinedContaineesHandle(ClassObjectIntf const & object, Deviant deviant,
@@ -97,9 +95,8 @@ Sequence<T> associationView(ClassObjectIntf const & object, Deviant deviant, Pro
     return asSequence<T>(associationViewHandle(object, deviant, property, raw), deviant);
 }
 /// The containees with their container kept in step.
-template <class T> Sequence<T> containeeView(ClassObjectIntf const & object, Deviant deviant, Sequence<T> const & raw) {
-    return asSequence<T>(containeeViewHandle(object, deviant, raw), deviant);
-}
+[[nodiscard]] Sequence<ClassObject> containeeView(ClassObjectIntf const & object, Deviant deviant,
+                                                  Sequence<ClassObject> const & raw);
 /// The elements of `underlying` that are a `T`.
 template <class T, class U> Sequence<T> filteredView(Deviant deviant, Sequence<U> const & underlying) {
     return asSequence<T>(filteredViewHandle(deviant, underlying, T::BodyInterface::classInfo()), deviant);

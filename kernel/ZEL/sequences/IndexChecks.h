@@ -1,19 +1,17 @@
 #pragma once
 
-#include <ZEL/Export.h>
+#include <ZEL/base/Exception.h>
 
 #include <cstddef>
 
 namespace ZEL::internal {
 
-[[noreturn]] ZEL_API void raiseSequenceIndexIsNegative();
-[[noreturn]] ZEL_API void raiseSequenceIndexIsTooLarge();
-[[noreturn]] ZEL_API void raiseSequenceIsEmpty();
+[[noreturn]] inline void raiseSequenceIndexIsTooLarge() { raiseInternalError("sequence index out of bounds"); }
 
 /// `index` as a position of an element. Throws "sequence index must be positive" or "sequence index out of bounds".
 inline std::size_t checkedIndex(int index, std::size_t size) {
     if (index < 0) [[unlikely]] {
-        raiseSequenceIndexIsNegative();
+        raiseInternalError("sequence index must be positive");
     }
     if (static_cast<std::size_t>(index) >= size) [[unlikely]] {
         raiseSequenceIndexIsTooLarge();
@@ -27,7 +25,7 @@ inline std::size_t checkedInsertIndex(int index, std::size_t size) { return chec
 /// The position of the first element. Throws "sequence is empty".
 inline std::size_t firstIndex(std::size_t size) {
     if (size == 0) [[unlikely]] {
-        raiseSequenceIsEmpty();
+        raiseInternalError("sequence is empty");
     }
     return 0;
 }

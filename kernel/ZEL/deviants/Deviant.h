@@ -180,7 +180,6 @@ public:
     void unregisterObservingListener(ListenerBase * listener) const;
 
     friend bool operator==(Deviant a, Deviant b) noexcept { return a.fIdentity == b.fIdentity; }
-    friend bool operator!=(Deviant a, Deviant b) noexcept { return a.fIdentity != b.fIdentity; }
     friend bool operator<(Deviant a, Deviant b) noexcept { return a.fIdentity < b.fIdentity; }
 
     /// For the kernel's own use.

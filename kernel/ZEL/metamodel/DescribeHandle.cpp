@@ -7,6 +7,7 @@
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,17 +31,13 @@ PropertyDescriptor const * nameProperty(ClassDescriptor const & descriptor) {
                property.typeName == std::string_view("ZEL.String") && property.storage == Storage::Field &&
                !property.isMany();
     };
-    for (PropertyDescriptor const & property : descriptor.ownProperties) {
-        if (isName(property)) {
-            return &property;
-        }
+    auto const & own = descriptor.ownProperties;
+    if (auto const found = std::find_if(own.begin(), own.end(), isName); found != own.end()) {
+        return &*found;
     }
-    for (PropertyDescriptor const * const property : descriptor.clones) {
-        if (isName(*property)) {
-            return property;
-        }
-    }
-    return nullptr;
+    auto const & clones = descriptor.clones;
+    auto const clone = std::find_if(clones.begin(), clones.end(), [&](auto const * each) { return isName(*each); });
+    return clone == clones.end() ? nullptr : *clone;
 }
 
 std::optional<std::string> nameOf(BodyCore & body, Deviant deviant) {

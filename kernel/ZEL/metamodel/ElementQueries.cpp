@@ -13,6 +13,7 @@
 #include <ZEL/metamodel/PackageIntf.h>
 #include <ZEL/metamodel/PersistenceKind.h>
 #include <ZEL/metamodel/PropertySupport.h>
+#include <ZEL/metamodel/ReflectionErrors.h>
 
 #include <string>
 #include <typeinfo>
@@ -80,13 +81,9 @@ String ClassObjectOperations::getSiid(Deviant deviant) const {
     return String(internal::siidOf(model.getSiid().str(), static_cast<std::int32_t>(getId(deviant))));
 }
 
-void ClassObjectOperations::setSiid(Deviant, String const &) {
-    raiseInternalError("siid is a read-only derived property so you cannot use the set property method!");
-}
+void ClassObjectOperations::setSiid(Deviant, String const &) { internal::raiseReadOnly("siid"); }
 
-void ClassObjectOperations::removeSiid(Deviant) {
-    raiseUnimplemented("siid is a derived property and thus cannot have the remove method implemented");
-}
+void ClassObjectOperations::removeSiid(Deviant) { internal::raiseNotRemovable("siid"); }
 
 // --- models --------------------------------------------------------------------------------------------------------------
 
@@ -121,17 +118,13 @@ Boolean ClassObjectOperations::hasRootModel(Deviant deviant) const { return Bool
 
 Model ClassObjectOperations::getRootModel(Deviant deviant) const { return getModelZEL(deviant); }
 
-void ClassObjectOperations::setRootModel(Deviant, Model const &) {
-    raiseInternalError("rootModel is a read-only derived property so you cannot use the set property method!");
-}
+void ClassObjectOperations::setRootModel(Deviant, Model const &) { internal::raiseReadOnly("rootModel"); }
 
 void ClassObjectOperations::setOnlyRootModel(Deviant, Model const &) {
-    raiseInternalError("rootModel is a read-only derived property so you cannot use the set_end property method!");
+    internal::raiseReadOnly("rootModel", "set_end");
 }
 
-void ClassObjectOperations::removeRootModel(Deviant) {
-    raiseUnimplemented("rootModel is a derived property and thus cannot have the remove method implemented");
-}
+void ClassObjectOperations::removeRootModel(Deviant) { internal::raiseNotRemovable("rootModel"); }
 
 void ClassObjectOperations::removeOnlyRootModel(Deviant deviant) { removeRootModel(deviant); }
 

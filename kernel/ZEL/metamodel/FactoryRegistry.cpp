@@ -19,10 +19,6 @@ FactoryRegistry * FactoryRegistry::instance() {
 
 void FactoryRegistry::deleter() { delete std::exchange(fInstance, nullptr); }
 
-void FactoryRegistry::unregisterModelCreator(std::string const & uri) { fModelCreators.erase(uri); }
-
-void FactoryRegistry::unregisterFactoryCreator(std::string const & uri) { fFactoryCreators.erase(uri); }
-
 Model FactoryRegistry::createModel(std::string const & uri) const {
     auto const found = fModelCreators.find(uri);
     return found == fModelCreators.end() ? Model() : found->second();

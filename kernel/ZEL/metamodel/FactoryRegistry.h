@@ -33,8 +33,8 @@ public:
         fFactoryCreators[uri] = FactoryCreator(std::move(creator));
     }
     /// Nothing for an unknown URI.
-    void unregisterModelCreator(std::string const & uri);
-    void unregisterFactoryCreator(std::string const & uri);
+    void unregisterModelCreator(std::string const & uri) { fModelCreators.erase(uri); }
+    void unregisterFactoryCreator(std::string const & uri) { fFactoryCreators.erase(uri); }
 
     /// An invalid handle for an unknown URI.
     [[nodiscard]] Model createModel(std::string const & uri) const;

@@ -84,9 +84,9 @@ void MetaModelBuilder::tearDown(MetaModel const & model) const noexcept {
 
 void MetaModelBuilder::leaveSuperClasses() const {
     for (ClassDescriptor const * const descriptor : fDescriptor.classes) {
-        Class const object(descriptor->runtime->metaClass(), descriptor->runtime->deviant());
+        Class const object = classObjectOf(*descriptor);
         for (ClassDescriptor const * const base : descriptor->superClasses) {
-            Class const superClass(base->runtime->metaClass(), base->runtime->deviant());
+            Class const superClass = classObjectOf(*base);
             if (superClass.isValid() && object.isValid()) {
                 superClass.getImplementation()->getSubClassesWithoutAssociation(superClass.getDeviant()).remove(object);
                 superClass.getImplementation()->internal_body()->internal_model()->forgetForeign(

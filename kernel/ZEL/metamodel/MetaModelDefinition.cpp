@@ -16,10 +16,6 @@ namespace ZEL::internal {
 
 namespace {
 
-Class classObjectOf(ClassDescriptor const & descriptor) {
-    return Class(descriptor.runtime->metaClass(), descriptor.runtime->deviant());
-}
-
 Object objectByKey(std::string const & key) {
     auto const & map = GlobalXMIIdToObjectMap::getMap();
     auto const found = map.find(key);
@@ -38,6 +34,10 @@ PropertyStorage makeStorage(PropertyDescriptor const & descriptor) {
 }
 
 } // namespace
+
+Class classObjectOf(ClassDescriptor const & descriptor) {
+    return Class(descriptor.runtime->metaClass(), descriptor.runtime->deviant());
+}
 
 Property definingProperty(PropertyDescriptor const & descriptor) {
     Class const owner = classObjectOf(*descriptor.owner);

@@ -29,6 +29,9 @@ private:
     Deviant fRoot;
 };
 
+/// The object that describes the class; invalid while its metamodel is not built.
+[[nodiscard]] Class classObjectOf(ClassDescriptor const & descriptor);
+
 /// The property object that the class of `descriptor` owns.
 [[nodiscard]] ZEL_API Property definingProperty(PropertyDescriptor const & descriptor);
 

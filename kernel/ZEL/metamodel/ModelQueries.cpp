@@ -7,6 +7,7 @@
 #include <ZEL/deviants/StateMap.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/ModelIntf.h>
+#include <ZEL/metamodel/ReflectionErrors.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/sequences/SequenceBuilder.h>
 
@@ -99,12 +100,8 @@ Boolean ModelIntf::hasStringSiid(Deviant deviant) const { return Boolean(!getStr
 
 String ModelIntf::getStringSiid(Deviant deviant) const { return getUuidBase(deviant); }
 
-void ModelIntf::setStringSiid(Deviant, String const &) {
-    raiseInternalError("stringSiid is a read-only derived property so you cannot use the set property method!");
-}
+void ModelIntf::setStringSiid(Deviant, String const &) { internal::raiseReadOnly("stringSiid"); }
 
-void ModelIntf::removeStringSiid(Deviant) {
-    raiseUnimplemented("stringSiid is a derived property and thus cannot have the remove method implemented");
-}
+void ModelIntf::removeStringSiid(Deviant) { internal::raiseNotRemovable("stringSiid"); }
 
 } // namespace ZEL::NSInterface

@@ -1,28 +1,13 @@
-#include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/MultiValuedPropertyManager.h>
-#include <ZEL/sequences/Sequence.h>
-#include <ZEL/values/Object.h>
-#include <ZEL/values/ValueObject.h>
 
 namespace ZEL {
 
-namespace {
-
-bool isSame(Object const & a, Object const & b) {
-    if (a == b) {
-        return true;
-    }
-    ImmutableValueObject const first(a);
-    ImmutableValueObject const second(b);
-    return first.isValid() && second.isValid() && first == second;
-}
-
-} // namespace
-
 void MultiValuedPropertyManager::removeAll(Sequence<Object> const & values, Object const & value) {
+    auto const toRef = &Generic::RefTraits<Object>::toRef;
+    Generic::Ref const removed = toRef(value);
     int size = values.size();
     for (int i = 0; i < size;) {
-        if (isSame(values.at(i), value)) {
+        if (toRef(values.at(i)).isSameElement(removed)) {
             values.erase(i);
             --size;
         } else {

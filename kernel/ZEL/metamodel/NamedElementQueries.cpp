@@ -2,10 +2,10 @@
 
 #include <ZEL/Boolean.h>
 #include <ZEL/String.h>
-#include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/NamedElementIntf.h>
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/metamodel/PackageIntf.h>
+#include <ZEL/metamodel/ReflectionErrors.h>
 #include <ZEL/metamodel/TypeIntf.h>
 
 #include <string>
@@ -47,13 +47,9 @@ String NamedElementIntf::getQualifiedName(Deviant deviant) const {
     return getQualifiedNameWithSeperator(deviant, String("."));
 }
 
-void NamedElementIntf::setQualifiedName(Deviant, String const &) {
-    raiseInternalError("qualifiedName is a read-only derived property so you cannot use the set property method!");
-}
+void NamedElementIntf::setQualifiedName(Deviant, String const &) { internal::raiseReadOnly("qualifiedName"); }
 
-void NamedElementIntf::removeQualifiedName(Deviant) {
-    raiseUnimplemented("qualifiedName is a derived property and thus cannot have the remove method implemented");
-}
+void NamedElementIntf::removeQualifiedName(Deviant) { internal::raiseNotRemovable("qualifiedName"); }
 
 String NamedElementIntf::separator(Deviant) const { return String("::"); }
 

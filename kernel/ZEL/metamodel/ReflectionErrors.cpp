@@ -77,4 +77,14 @@ void raiseReflectionError(ClassObjectIntf const & object, Deviant deviant, Immut
     throw;
 }
 
+void raiseReadOnly(std::string const & property, std::string const & form) {
+    raiseInternalError(property + " is a read-only derived property so you cannot use the " + form +
+                       " property method!");
+}
+
+void raiseNotRemovable(std::string const & property) {
+    raiseUnimplemented(
+        (property + " is a derived property and thus cannot have the remove method implemented").c_str());
+}
+
 } // namespace ZEL::internal

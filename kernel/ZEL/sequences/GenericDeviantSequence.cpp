@@ -194,11 +194,6 @@ GenericDeviantSequence::Iterator::Iterator(GenericDeviantSequence const * sequen
     fSequence->fIterators.push_back(this);
 }
 
-GenericDeviantSequence::Iterator::Iterator(Iterator const & other)
-    : IteratorProxy(other), fSequence(other.fSequence), fPosition(other.fPosition) {
-    fSequence->fIterators.push_back(this);
-}
-
 GenericDeviantSequence::Iterator::~Iterator() {
     if (fSequence != nullptr) {
         auto & iterators = fSequence->fIterators;
@@ -213,21 +208,6 @@ void GenericDeviantSequence::Iterator::requireSequence(char const * text) const 
     if (fSequence == nullptr) {
         raiseInternalError(text);
     }
-}
-
-Ref GenericDeviantSequence::Iterator::current(Deviant deviant) const {
-    requireSequence("dereferencing an invalid iterator");
-    return fSequence->generic_at(deviant, fPosition);
-}
-
-void GenericDeviantSequence::Iterator::next(Deviant) {
-    requireSequence("++ on an invalid iterator");
-    ++fPosition;
-}
-
-void GenericDeviantSequence::Iterator::previous(Deviant) {
-    requireSequence("-- on an invalid iterator");
-    --fPosition;
 }
 
 IteratorPtr GenericDeviantSequence::Iterator::clone() const {

@@ -68,9 +68,18 @@ public:
     Iterator(GenericDeviantSequence const * sequence, int position);
     ~Iterator() override;
 
-    [[nodiscard]] Ref current(Deviant deviant) const override;
-    void next(Deviant deviant) override;
-    void previous(Deviant deviant) override;
+    [[nodiscard]] Ref current(Deviant deviant) const override {
+        requireSequence("dereferencing an invalid iterator");
+        return fSequence->generic_at(deviant, fPosition);
+    }
+    void next(Deviant) override {
+        requireSequence("++ on an invalid iterator");
+        ++fPosition;
+    }
+    void previous(Deviant) override {
+        requireSequence("-- on an invalid iterator");
+        --fPosition;
+    }
     [[nodiscard]] IteratorPtr clone() const override;
     [[nodiscard]] bool equal(IteratorIntf const * other) const override;
     [[nodiscard]] int position() const override { return fPosition; }
@@ -79,7 +88,7 @@ public:
     [[nodiscard]] int index() const noexcept { return fPosition; }
 
 private:
-    Iterator(Iterator const & other);
+    Iterator(Iterator const & other) : Iterator(other.fSequence, other.fPosition) {}
 
     /// Throws the text when orphaned.
     void requireSequence(char const * text) const;

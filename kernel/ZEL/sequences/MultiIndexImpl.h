@@ -55,10 +55,7 @@ private:
 
 /// The part that knows whether handles on the sequence only read. `Immutable` is `FALSE_TYPE`.
 template <class T, int aIsUnique, class Key, class Immutable>
-class ZEL_API MultiIndexImplBase : public MultiIndexImplInternal::MultiIndexImplForPrimitives<T, aIsUnique, Key> {
-protected:
-    MultiIndexImplBase() = default;
-};
+class ZEL_API MultiIndexImplBase : public MultiIndexImplInternal::MultiIndexImplForPrimitives<T, aIsUnique, Key> {};
 
 /// Storage of elements `T`, handles or values, with quick positions and quick search; see `MultiIndexImplForRefsHelper`.
 ///
@@ -66,9 +63,6 @@ protected:
 /// order of their bodies, or what a `Key` made without arguments returns for an element; it must not change while the
 /// element is stored.
 template <class T, int aIsUnique, class Key = boost::multi_index::identity<T>>
-class ZEL_API MultiIndexImpl final : public MultiIndexImplBase<T, aIsUnique, Key, FALSE_TYPE> {
-public:
-    MultiIndexImpl() = default;
-};
+class ZEL_API MultiIndexImpl final : public MultiIndexImplBase<T, aIsUnique, Key, FALSE_TYPE> {};
 
 } // namespace ZEL::Generic

@@ -36,9 +36,6 @@ public:
     void replaceAt(std::size_t position, std::string text);
     void clear() noexcept { fBlock = nullptr; }
 
-    [[nodiscard]] bool sharesStorageWith(PersistentTextSequence const & other) const noexcept {
-        return fBlock == other.fBlock;
-    }
     [[nodiscard]] bool operator==(PersistentTextSequence const & other) const noexcept;
 
 private:

@@ -55,24 +55,21 @@ template <class T> Sequence<T> SequenceBuilder::create() const {
 }
 
 template <class T> std::unique_ptr<SequenceIntf> SequenceBuilder::createStorage() const {
-    switch (implementation) {
-    case kMultiIndex:
-        if constexpr (kHasMultiIndex<T>) {
-            if (aIsUnique) {
-                return std::make_unique<MultiIndexImpl<T, 1>>();
-            }
+    if constexpr (kHasMultiIndex<T>) {
+        if (implementation == kMultiIndex && aIsUnique) {
+            return std::make_unique<MultiIndexImpl<T, 1>>();
+        }
+        if (implementation == kMultiIndex) {
             return std::make_unique<MultiIndexImpl<T, 0>>();
-        } else {
-            raiseInternalError("unknown sequence implementation requested");
         }
-    case kGlist:
-        if (aIsUnique) {
-            raiseInternalError("cannot use GLIST and aIsUnique together");
-        }
-        return std::make_unique<ListQImpl<T>>();
-    default:
+    }
+    if (implementation != kGlist) {
         raiseInternalError("unknown sequence implementation requested");
     }
+    if (aIsUnique) {
+        raiseInternalError("cannot use GLIST and aIsUnique together");
+    }
+    return std::make_unique<ListQImpl<T>>();
 }
 
 } // namespace ZEL::Generic

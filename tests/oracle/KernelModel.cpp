@@ -10,9 +10,7 @@ namespace {
 
 std::string toText(String const & value) { return value.str(); }
 std::string toText(Boolean const & value) { return bool(value) ? "1" : "0"; }
-std::string toText(VisibilityKind const & value) { return std::to_string(value.getValue()); }
-std::string toText(Integer const & value) { return std::to_string(value.getValue()); }
-std::string toText(UnlimitedNatural const & value) { return std::to_string(value.getValue()); }
+template <class T> std::string toText(T const & value) { return std::to_string(value.getValue()); }
 
 template <class T> T fromText(std::string const & text) {
     if constexpr (std::is_same_v<T, String>) {

@@ -68,14 +68,10 @@ void applyStereotypes(Subject const & subject, Model const & model, unsigned int
 }
 
 ClassObject makeRoot(Subject const & subject, Model const & model) {
-    for (ImmutableProperty const & property : model.getMetaClass().getOwnedAttributes()) {
-        if (property.getName() == subject.root) {
-            ClassObject const root = makeObject(ImmutableClass(property.getType()), model);
-            model.setOrAdd(property, root);
-            return root;
-        }
-    }
-    return ClassObject();
+    ImmutableProperty const property = model.getMetaClass().getProperty(String(subject.root));
+    ClassObject const root = makeObject(ImmutableClass(property.getType()), model);
+    model.setOrAdd(property, root);
+    return root;
 }
 
 Model randomModel(Subject const & subject, unsigned int seed) {

@@ -13,7 +13,6 @@
 #include <uml/MetaModelRegistration.h>
 #include <uml/Model.h>
 
-#include <map>
 #include <regex>
 
 namespace ZEL::tests {
@@ -67,21 +66,14 @@ protected:
     /// What was written, with placeholders: ids that were made for the file are "#1", "#2", ... in the order in which
     /// they are met.
     [[nodiscard]] std::string written(Model const & model) const {
-        std::string const text =
-            replaced(replaced(folder.content("out.xmi"), "_zel_" + model.getUuidBase().str(), "@1"),
-                     "file://" + folder.path("out.xmi"), "@2");
-        static std::regex const newId("_zel_[0-9a-f-]{36}(?![0-9a-f-])");
-        std::map<std::string, std::string> numbers;
-        std::string result;
-        std::sregex_iterator at(text.begin(), text.end(), newId);
-        std::string::const_iterator from = text.begin();
-        for (; at != std::sregex_iterator(); ++at) {
-            result.append(from, (*at)[0].first);
-            auto const number = numbers.emplace(at->str(), "#" + std::to_string(numbers.size() + 1)).first;
-            result += number->second;
-            from = (*at)[0].second;
+        std::string text = replaced(folder.content("out.xmi"), "_zel_" + model.getUuidBase().str(), "@1");
+        text = replaced(text, "file://" + folder.path("out.xmi"), "@2");
+        std::regex const newId("_zel_[0-9a-f-]{36}(?![0-9a-f-])");
+        int number = 0;
+        for (std::smatch found; std::regex_search(text, found, newId);) {
+            text = replaced(text, found.str(), "#" + std::to_string(++number));
         }
-        return result.append(from, text.cend());
+        return text;
     }
 
     UmlWithProfiles metaModels;

@@ -1,6 +1,4 @@
-#include "cli/RunZel.h"
-
-#include "host/TemporaryFolder.h"
+#include "cli/CliTest.h"
 
 #include <poll.h>
 #include <pty.h>

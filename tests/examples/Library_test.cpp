@@ -13,7 +13,6 @@
 #include <library/LibraryFactory.h>
 #include <library/LibraryModel.h>
 #include <library/Loan.h>
-#include <library/LoanState.h>
 #include <library/MetaModelRegistration.h>
 #include <library/Rare.h>
 #include <library/Reader.h>
@@ -27,9 +26,7 @@
 namespace Library {
 namespace {
 
-using testing::AllOf;
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 /// A model with an open transaction, and a few objects in it.
 class LibraryTest : public testing::Test {
@@ -136,18 +133,6 @@ TEST_F(LibraryTest, TheMetaclassesDescribeTheDefinition) {
     EXPECT_TRUE(ZEL::ImmutableStereotype(Rare::MetaClass()).isValid());
     EXPECT_FALSE(ZEL::ImmutableStereotype(book).isValid());
     EXPECT_FALSE(Rare::MetaClass().getProperty("base_Book").getOpposite().isValid());
-}
-
-TEST_F(LibraryTest, FilesNameItsClassesByItsPrefix) {
-    loan.setReader(factory.createReader());
-    loan.getReader().setHouse(house);
-    loan.setState(LoanState::Overdue);
-    makeRare(orlando, "signed & \"first\"");
-    model.commitTransaction();
-    TemporaryFolder const folder;
-    ASSERT_TRUE(ZEL::Serializer::XmiWriter().write(folder.path("library.xmi"), model));
-    EXPECT_THAT(folder.content("library.xmi"), AllOf(HasSubstr("state=\"overdue\""), HasSubstr("<library:Rare "),
-                                                     HasSubstr("base_Book=\"_zel_" + orlando.getSiid().str() + "\"")));
 }
 
 // --- walks -----------------------------------------------------------------------------------------------------------

@@ -1,6 +1,5 @@
 #include "Definitions.h"
 #include "write/Fields.h"
-#include "write/Handles.h"
 
 #include <gmock/gmock.h>
 
@@ -39,39 +38,6 @@ std::vector<Property const *> allOwn() {
         result.insert(result.end(), own.begin(), own.end());
     }
     return result;
-}
-
-std::size_t operationsOf(Property const & p) {
-    bool const hasByName = p.type->asClass != nullptr && p.type->asClass->isNamedElement;
-    return p.form == Form::Many ? (hasByName ? 3 : 2) : p.form == Form::Reference ? 6 : 4;
-}
-
-TEST(Family, TheBuiltInMetamodelHasItsNumbers) {
-    Metamodel const & zel = builtInFamily().main();
-    std::map<Form, int> forms;
-    int derived = 0;
-    std::vector<std::string> required;
-    for (Property const * const p : allOwn()) {
-        ++forms[p->form];
-        derived += p->isDerived ? 1 : 0;
-        if (p->form == Form::Value && p->lower > 0) {
-            required.push_back(p->qualifiedName());
-        }
-    }
-    std::size_t onHandles = 0;
-    for (auto const & c : zel.classes) {
-        for (Property const * const p : handleProperties(*c)) {
-            onHandles += p->isHidden ? 0 : operationsOf(*p);
-        }
-    }
-    std::map<Form, int> const expected{
-        {Form::Flag, 11}, {Form::Value, 14}, {Form::RequiredValue, 9}, {Form::Reference, 35}, {Form::Many, 52}};
-    EXPECT_EQ(forms, expected);
-    EXPECT_THAT(required, ElementsAre("Package.uri"));
-    EXPECT_EQ(derived, 33);
-    EXPECT_EQ(zel.classes.size(), 42u);
-    EXPECT_EQ(zel.types.size(), 55u);
-    EXPECT_EQ(onHandles, 3371u) << "those of all inherited properties too";
 }
 
 TEST(Family, InheritedPropertiesComeDepthFirstFromLeftToRightWithoutRedefinedOnes) {

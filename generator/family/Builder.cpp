@@ -17,7 +17,7 @@ Uri uriOf(std::string const & text) {
     return {"", text};
 }
 
-/// Redefined properties of the class and its ancestors: instances do not have them.
+/// The redefined properties of the class and its ancestors, which instances do not have.
 std::set<Property const *> redefinedIn(Class const & target) {
     std::set<Property const *> result;
     for (Class const * const c : target.line()) {
@@ -28,7 +28,7 @@ std::set<Property const *> redefinedIn(Class const & target) {
     return result;
 }
 
-/// Whether a superclass has both properties already, and so says which one stands for the other.
+/// Whether a superclass has both properties already, and so determines which one replaces the other.
 bool isSettledAbove(Class const & target, Property const & a, Property const & b) {
     return std::any_of(target.superclasses.begin(), target.superclasses.end(), [&a, &b](Class const * super) {
         return super->isKindOf(*a.owner) && super->isKindOf(*b.owner);
@@ -175,8 +175,8 @@ Property const & FamilyBuilder::inClosure(Class const & from, std::string const 
 void FamilyBuilder::addRedefinitions(Class & target) {
     for (Property const & property : target.own) {
         for (Property const * const other : property.redefined) {
-            // Of two ends that are both the container, neither needs to know of the other; operations of the same name
-            // override each other.
+            // Two ends that are both the container need not know each other; operations of the same name override each
+            // other.
             bool const bothContainer = property.making == Making::Container && other->making == Making::Container;
             if (!bothContainer && property.base != other->base) {
                 target.redefinitions.emplace_back(other, &property);
@@ -199,7 +199,7 @@ void FamilyBuilder::addInherited(Class & target) {
             if (redefined.count(&property) != 0) {
                 continue;
             }
-            // Of two properties of one name the first stands for both.
+            // Of two properties of the same name, the first one replaces the other.
             Property const * const standing = names.emplace(property.name, &property).first->second;
             if (standing == &property) {
                 present.push_back(&property);

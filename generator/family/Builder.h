@@ -6,7 +6,7 @@
 
 namespace zelgen {
 
-/// Makes a `Family` from checked definitions, in passes: each needs what the one before it found for all classes.
+/// Makes a `Family` from checked definitions, in passes: each needs the results of the one before it for all classes.
 class FamilyBuilder {
 public:
     FamilyBuilder(std::vector<Definition const *> const & definitions,

@@ -8,7 +8,7 @@
 namespace zelgen {
 namespace {
 
-/// Where the values are, or how they are derived.
+/// Where the values are stored, or how they are derived.
 Making makingOf(Property const & property, PropertyDefinition const & source) {
     if (!source.stored.empty()) {
         return source.stored.text == "core" ? Making::Core : Making::Body;
@@ -61,12 +61,12 @@ Form formOf(Property const & property) {
     if (required && property.field == FieldKind::Flag && Names::readsAsFlag(property.base)) {
         return Form::Flag;
     }
-    // An empty stored text counts as absent even where one is required, so that it is not written to files.
+    // An empty stored text counts as absent even if one is required, so that it is not written to files.
     bool const isStoredText = property.isField() && property.field == FieldKind::Text;
     return required && !isStoredText ? Form::RequiredValue : Form::Value;
 }
 
-/// Whether the field alone cannot tell "no value": what the type has for it is a value like any other.
+/// Whether the field alone cannot express "no value", because the default of its type is a value like any other.
 bool needsHasFlag(Property const & property) {
     if (property.form != Form::Value || !property.isField()) {
         return false;

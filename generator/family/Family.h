@@ -12,7 +12,7 @@
 namespace zelgen {
 
 // Everything that is decided about the classes of a metamodel before a line is written. Emitters look things up here
-// and never ask a definition. All pointers point into one `Family`.
+// and never in a definition. All pointers point into one `Family`.
 
 struct Class;
 struct Metamodel;
@@ -30,30 +30,30 @@ struct Type {
 
     /// "ZEL.Comment".
     [[nodiscard]] std::string qualifiedName() const;
-    /// "ZEL::Comment", and with `immutable` "ZEL::ImmutableComment"; data types have one form only.
+    /// "ZEL::Comment", or "ZEL::ImmutableComment" with `immutable`; data types have only one form.
     [[nodiscard]] std::string cppName(bool immutable = false) const;
 };
 
-/// What operations a property has.
+/// Which operations a property has.
 enum class Form {
     Flag,          ///< required Boolean `isFoo`
     Value,         ///< single value
-    RequiredValue, ///< the same without has-flag
+    RequiredValue, ///< the same without a has-flag
     Reference,     ///< single, of class type
     Many,
 };
 
-/// Where the values are, and how the derived ones are made.
+/// Where values are stored, and how derived ones are made.
 enum class Making {
     Field,         ///< in the fields of the states
-    Core,          ///< in what all states have
+    Core,          ///< in the part that all states have
     Body,          ///< in the body
     Container,     ///< the object's container, narrowed to the type
     Hand,          ///< derived, its getter is written by hand
-    Unimplemented, ///< derived, raises; single values may have a fixed answer
-    Filter,        ///< derived, those values of another property that are of the own type
+    Unimplemented, ///< derived, throws; single values may have a fixed result
+    Filter,        ///< derived, the values of another property that are of this property's type
     Union,         ///< derived, the values of other properties one after the other; each class may name its own
-    Containees,    ///< derived, those contained objects that are of the own type
+    Containees,    ///< derived, the contained objects that are of this property's type
     Extension,     ///< the object's instances of a stereotype
 };
 
@@ -65,7 +65,7 @@ struct Property {
     Class const * owner = nullptr;
     Mark mark;
     std::string name;    ///< its model name
-    std::string base;    ///< base of its C++ names: the model name, or a prefixed one
+    std::string base;    ///< the base of its C++ names: the model name, or a prefixed one
     std::string capital; ///< "OwnedComment"
     std::string plural;  ///< "OwnedComments"
     Type const * type = nullptr;
@@ -84,26 +84,28 @@ struct Property {
     Property const * opposite = nullptr;
     std::string key; ///< "ZEL.X::ZEL.X.p" or an irregular one
     std::string description;
-    bool isHidden = false; ///< has operations and a field, is no property of the metamodel
+    bool isHidden = false; ///< has operations and a field, but is not a property of the metamodel
 
     Form form = Form::Value;
     Making making = Making::Field;
     FieldKind field = FieldKind::Value;
     OtherEnd otherEnd = OtherEnd::None;
-    /// A has-flag is kept: the metamodel's default differs from the type's, so it cannot stand for "no value".
+    /// Whether there is a has-flag: the default of the metamodel differs from that of the type, so it cannot mean "no
+    /// value".
     bool keepsHas = false;
-    std::string fixed;                       ///< answer of an unimplemented single value, empty for none
+    std::string fixed;                       ///< result of an unimplemented single value, empty for none
     Property const * filtered = nullptr;     ///< of `Making::Filter`
     Class const * stereotype = nullptr;      ///< of `Making::Extension`
-    std::vector<Property const *> redefined; ///< inherited properties that this one stands for
+    std::vector<Property const *> redefined; ///< inherited properties that this one replaces
 
     [[nodiscard]] std::string qualifiedName() const;
-    /// Operation that reads a single value: "isFoo" or "getFoo"; of many, the sequence that keeps other ends in step.
+    /// The operation that reads a single value, "isFoo" or "getFoo"; for many, the sequence that updates the other
+    /// ends.
     [[nodiscard]] std::string getter() const;
-    /// Both operations read the same sequence: no other end is to be kept in step.
+    /// Whether both operations read the same sequence, since there is no other end to update.
     [[nodiscard]] bool isRawOnly() const { return otherEnd == OtherEnd::None; }
     [[nodiscard]] bool isField() const { return making == Making::Field; }
-    /// Bits that a flag or an enumeration takes in the fields.
+    /// The number of bits of a flag or an enumeration in the fields.
     [[nodiscard]] unsigned int bits() const;
 };
 
@@ -145,14 +147,14 @@ struct Class {
     bool isModel = false;        ///< derives from `ZEL.Model`
     bool isNamedElement = false; ///< derives from `ZEL.NamedElement`
     std::vector<Class const *> superclasses;
-    std::vector<Class const *> ancestors;    ///< depth first, left to right, each once, without the class itself
+    std::vector<Class const *> ancestors;    ///< depth first, left to right, each once; without the class itself
     std::vector<Property> own;               ///< in the order of the definition, hidden ones included
-    std::vector<Property const *> clones;    ///< inherited, as the metamodel shows them
-    std::vector<Property const *> inherited; ///< all of them, also redefined and hidden ones
-    /// Inherited properties for whose operations the class makes another property stand: those that an own one
-    /// redefines, and those that repeat the name of one further left.
+    std::vector<Property const *> clones;    ///< inherited ones, as the metamodel shows them
+    std::vector<Property const *> inherited; ///< all of them, including redefined and hidden ones
+    /// Inherited properties, each with the property whose operations replace its own in this class: those that an own
+    /// property redefines, and those that repeat the name of one further left.
     std::vector<std::pair<Property const *, Property const *>> redefinitions;
-    std::vector<Property const *> fields; ///< stored in the states of instances: own, then in the order of the clones
+    std::vector<Property const *> fields; ///< stored in the states of instances: own, then inherited in order of clones
     std::vector<View> views;
     std::vector<Operation> operations;
 
@@ -164,7 +166,7 @@ struct Class {
     [[nodiscard]] std::vector<Property const *> reflectiveOwn() const;
 };
 
-/// `base` names a constant of the library, empty for none; `path` follows it.
+/// A URI: `base` names a constant of the library, or is empty; `path` follows it.
 struct Uri {
     std::string base;
     std::string path;
@@ -178,7 +180,7 @@ struct Metamodel {
     std::string topPackage;
     std::vector<Uri> uris; ///< the first is that of the model
     std::vector<Uri> alsoRegistered;
-    std::string uuid; ///< of the metamodel's model; empty for one made of the prefix
+    std::string uuid; ///< of the metamodel's model; empty for one made from the prefix
     std::vector<std::string> ownedEndKeys;
     Class const * modelClass = nullptr;
     Class const * factoryClass = nullptr;
@@ -191,11 +193,11 @@ struct Metamodel {
 
 class Family {
 public:
-    /// `definitions` have passed the check; the first is the one to generate, the others it builds on.
+    /// `definitions` must have passed the check. The first is the one to generate; it builds on the others.
     explicit Family(std::vector<Definition const *> const & definitions);
 
     [[nodiscard]] Metamodel const & main() const { return *fMetamodels.front(); }
-    /// By the name "ZEL.Comment"; null if there is none.
+    /// The class of a name such as "ZEL.Comment"; null if there is none.
     [[nodiscard]] Class const * findClass(std::string_view qualifiedName) const;
 
 private:

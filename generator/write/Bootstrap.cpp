@@ -6,8 +6,8 @@
 namespace zelgen {
 namespace {
 
-/// Models need an id of their own that is the same in every process. One that the definition does not give is made of
-/// the prefix, in the form of a name-based uuid.
+/// Models need an id of their own that is the same in every process. If the definition has none, it is made from the
+/// prefix, in the form of a name-based uuid.
 std::string uuidOf(Metamodel const & metamodel) {
     if (!metamodel.uuid.empty()) {
         return metamodel.uuid;
@@ -132,8 +132,8 @@ std::set<std::string> headersOf(Emission const & emission) {
     return headers;
 }
 
-/// The function that returns the table of the whole metamodel. The statics within it are made at its first call, which
-/// may come from a static initialiser.
+/// The function that returns the table of the whole metamodel. Its statics are initialised by the first call, which may
+/// come from a static initialiser.
 std::string descriptorFunction(Emission const & emission, std::string const & name) {
     Metamodel const & metamodel = emission.metamodel;
     std::string const factory = metamodel.factoryClass == nullptr ? "" : interfaceOf(*metamodel.factoryClass);

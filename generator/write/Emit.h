@@ -10,24 +10,24 @@
 
 namespace zelgen {
 
-/// What all emitters share: the metamodel, the printer and how the command line wants things called. The printer knows the
-/// namespace `$ns$` and the macro `$API$`.
+/// What all emitters share: the metamodel, the printer and the names from the command line. The printer knows the
+/// namespace as `$ns$` and the export macro as `$API$`.
 struct Emission {
     Metamodel const & metamodel;
     Printer print;
     std::string exportMacro;
     unsigned int units = 16;
 
-    /// The first line of a file: what made it, out of which definition.
+    /// The first line of a file: what generated it, and from which definition.
     [[nodiscard]] std::string banner(Mark mark, std::string_view emitter) const;
-    /// Begin of the names of the files that are compiled: the namespace, "ZEL".
+    /// The beginning of the names of compiled files: the namespace, "ZEL".
     [[nodiscard]] std::string filePrefix() const;
-    /// The same for files that declare within a namespace of the metamodel's.
+    /// The same for files of a namespace within that of the metamodel.
     [[nodiscard]] Emission within(std::string_view inner) const;
     /// The same with a printer that knows further values.
     [[nodiscard]] Emission knowing(Printer::Values const & values) const;
-    /// A printer that also knows what texts about a property name: `$P$`, `$Ps$` and `$p$`, the names of its operations
-    /// and of their base, `$get$`, its getter, `$T$` and `$IT$`, its type for writing and for reading.
+    /// A printer that also knows a property: `$P$` and `$Ps$`, its name in operations, `$p$`, the base of its names,
+    /// `$get$`, its getter, `$T$` and `$IT$`, its type for writing and for reading.
     [[nodiscard]] Printer printerFor(Property const & p) const;
     [[nodiscard]] std::string path(std::string_view fileName) const {
         return metamodel.includeDirectory + '/' + std::string(fileName);
@@ -35,9 +35,9 @@ struct Emission {
     [[nodiscard]] static std::string header(Class const & of, std::string_view suffix = "");
     /// The header that declares a value type or the handles of a class.
     [[nodiscard]] static std::string valueHeader(Type const & type);
-    /// The headers of what operations are made of, as far as `text` names it.
+    /// The headers of the parts of operations that `text` names.
     [[nodiscard]] static std::set<std::string> supportFor(std::string_view text);
-    /// One include line in order for each header that is not among `known`: those of a source's own header.
+    /// Include lines, in order, for the headers that are not in `known`: those that the source's own header includes.
     [[nodiscard]] static std::string includes(std::set<std::string> const & headers,
                                               std::set<std::string> const & known = {});
 };
@@ -45,13 +45,14 @@ struct Emission {
 /// "&ZEL::tables::CommentClass", null for no class.
 [[nodiscard]] std::string classPointer(Class const * c);
 
-/// Whether the word stands in the text by itself.
+/// Whether the text contains the word, not as part of a longer one.
 [[nodiscard]] bool mentions(std::string_view text, std::string_view word);
 
 /// Files to write: path below the output directory, and text.
 using Files = std::map<std::string, std::string>;
 
-// What the factory class of a metamodel has beside the operations of its properties; empty for all other classes.
+// What the factory class of a metamodel has in addition to the operations of its properties; empty for all other
+// classes.
 [[nodiscard]] std::string factoryDeclarations(Emission const & emission, Class const & of);
 [[nodiscard]] std::string factoryDefinitions(Emission const & emission, Class const & of);
 [[nodiscard]] std::string factoryHandleDeclarations(Emission const & emission, Class const & of);

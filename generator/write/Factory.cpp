@@ -6,7 +6,7 @@ namespace {
 
 bool isFactoryOf(Emission const & emission, Class const & of) { return &of == emission.metamodel.factoryClass; }
 
-/// Classes of which the factory makes objects: models and factories come into being by themselves.
+/// The classes of which the factory makes objects: all concrete ones but models and factories.
 std::vector<Class const *> creatable(Emission const & emission) {
     std::vector<Class const *> result;
     for (auto const & c : emission.metamodel.classes) {

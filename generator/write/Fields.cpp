@@ -15,7 +15,7 @@ bool isNumber(Property const & p) {
 
 std::string hasMember(std::string const & fields, Property const & p) { return fields + "has" + p.capital; }
 
-/// The value that a fresh state holds: a native constant, or an expression for a value that is an object.
+/// The value in a new state: a native constant, or an expression for a value that is an object.
 std::string initial(Property const & p) {
     if (p.field == FieldKind::Text) {
         return "ZEL::internal::TextField(" + (p.defaultValue.empty() ? "" : Printer::quoted(p.defaultValue)) + ')';
@@ -149,7 +149,7 @@ std::string clear(std::string const & fields, Property const & p) {
 }
 
 bool mayHoldAbsentValue(Property const & p) {
-    // Without a default only an object that is not valid is absent, and no other one equals it.
+    // Without a default, only an invalid object is absent, and no other one equals it.
     return p.keepsHas && (p.field != FieldKind::Value || !p.defaultValue.empty());
 }
 

@@ -6,14 +6,14 @@
 
 namespace zelgen {
 
-/// How values go into and out of the member of a state's fields. `fields` is the expression of the fields' struct, with
-/// its dot or what stands for it.
+/// How values are read from and written to the fields of a state. `fields` is the expression of the struct, including
+/// the dot after it.
 namespace fieldText {
 
-/// Declaration of the member with its initial value; empty for one of less than a byte.
+/// The declaration of the member with its initial value; empty for a bit-field.
 [[nodiscard]] std::string declaration(Property const & p);
-/// Declarations of what takes less than a byte: the member, and its has-flag if it keeps one. They stand together,
-/// after all others.
+/// The declarations of bit-fields: of the member, if it is one, and of its has-flag, if it has one. They are grouped
+/// after all other members.
 [[nodiscard]] std::string bitDeclarations(Property const & p);
 
 [[nodiscard]] std::string member(std::string const & fields, Property const & p);
@@ -22,9 +22,9 @@ namespace fieldText {
 /// Statements, each with its semicolon.
 [[nodiscard]] std::string store(std::string const & fields, Property const & p, std::string const & value);
 [[nodiscard]] std::string clear(std::string const & fields, Property const & p);
-/// Whether the member may hold a value that counts as absent: setting it to the same one is a change.
+/// Whether the member may hold a value that counts as absent, so that setting the same value is a change.
 [[nodiscard]] bool mayHoldAbsentValue(Property const & p);
-/// Whether the member holds `value` already, so that a write would change nothing.
+/// The condition that the member holds `value` already, so that a write would change nothing.
 [[nodiscard]] std::string holds(std::string const & fields, Property const & p, std::string const & value);
 
 /// A constant of the property's type, such as "ZEL::Integer(1)".

@@ -12,8 +12,8 @@ std::string_view trimmed(std::string_view text) {
     return start == std::string_view::npos ? std::string_view() : text.substr(start);
 }
 
-/// The last place at which a line may go on in the next one: after a comma, or else after an opening bracket, outside
-/// of texts.
+/// The last place at which a line may be broken: after a comma, or else after an opening bracket, outside string
+/// literals.
 std::size_t breakPlace(std::string_view line) {
     std::size_t comma = std::string_view::npos;
     std::size_t bracket = std::string_view::npos;

@@ -5,7 +5,7 @@
 
 namespace zelgen {
 
-/// Values stand in inline operations, so their classes must be known; all others are only passed on.
+/// Inline operations use values, so the classes of these must be complete; forward declarations do for all others.
 std::set<std::string> headersOfHandle(Class const & of) {
     std::set<std::string> headers{"ZEL/metamodel/ClassObjectHandle.h", "ZEL/metamodel/PropertyAndObject.h",
                                   Emission::header(of, "Intf")};
@@ -49,7 +49,7 @@ std::string tags(Emission const & emission, Class const & of) {
     return text;
 }
 
-/// `P_()` of every property, with the tag of the class that introduces it.
+/// `P_()` for every property, with the tag of the class that introduces it.
 std::string pairs(Emission const & emission, Class const & of) {
     std::string text;
     for (Property const * const p : handleProperties(of)) {
@@ -65,7 +65,7 @@ std::string pairs(Emission const & emission, Class const & of) {
     return text;
 }
 
-/// Models hand out handles on themselves in another deviant.
+/// Models return handles on themselves in another deviant.
 std::string deviantCreator(Emission const & emission, Class const & of, std::string const & handle) {
     return !of.isModel ? ""
                        : emission.print(R"(

@@ -6,8 +6,8 @@
 
 namespace zelgen {
 
-/// The properties whose operations the handles of a class have: all of the closure, also those that another one
-/// redefines, each name once.
+/// The properties whose operations the handles of a class have: all of the closure, including redefined ones, each name
+/// once.
 [[nodiscard]] std::vector<Property const *> handleProperties(Class const & of);
 /// The declared operations of the closure, each once.
 [[nodiscard]] std::vector<Operation const *> handleOperations(Class const & of);

@@ -49,7 +49,7 @@ std::set<std::string> headersOf(Class const & of, Holder holder, std::string con
     return headers;
 }
 
-/// What the class has beside the operations of properties.
+/// What the class has in addition to the operations of properties.
 std::string ownDeclarations(Emission const & emission, Holder holder) {
     if (holder == Holder::Body) {
         return emission.print(R"(
@@ -85,7 +85,7 @@ void $X$DeviantImpl::assign($X$DeviantImpl const & other) {
 )");
 }
 
-/// The end of the class: the values of a state; the road of a body to those of its states.
+/// The end of the class: the values of a state, or the access of a body to those of its states.
 std::string values(Emission const & emission, Holder holder) {
     if (holder == Holder::State) {
         return emission.print("    $X$Fields fields;\n");

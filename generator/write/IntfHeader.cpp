@@ -5,7 +5,7 @@
 namespace zelgen {
 namespace {
 
-/// What a reader wants to know of a property before its operations: "body: String [0..1]", and its description.
+/// The heading of a property's operations: "body: String [0..1]", and its description.
 std::string propertyComment(Property const & p) {
     std::string const upper = p.upper == 0xFFFFFFFF ? "*" : std::to_string(p.upper);
     std::string const heading = p.name + ": " + p.type->name + " [" + std::to_string(p.lower) + ".." + upper + ']';
@@ -21,7 +21,7 @@ std::string property(Emission const & emission, Property const & p) {
     return text;
 }
 
-/// The operations of inherited properties for which another one stands.
+/// The operations of inherited properties that another one replaces.
 std::string redefinitions(Emission const & emission, Class const & of) {
     std::vector<std::string> blocks;
     for (auto const & [redefined, by] : of.redefinitions) {

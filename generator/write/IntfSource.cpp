@@ -5,7 +5,7 @@
 namespace zelgen {
 namespace {
 
-/// The headers of what the definitions name, and of classes whose handles they convert without naming them.
+/// The headers of what the definitions name, and of the classes whose handles they convert without naming them.
 std::set<std::string> headersOf(Class const & of, std::string const & members) {
     std::set<Type const *> types;
     for (Property const & p : of.own) {

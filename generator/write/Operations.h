@@ -8,7 +8,7 @@
 
 namespace zelgen {
 
-/// The texts of the operations that a definition declares beside those of properties.
+/// The texts of the operations that a definition declares in addition to those of properties.
 namespace operationText {
 
 [[nodiscard]] std::string declaration(Printer const & print, Operation const & operation);
@@ -21,7 +21,7 @@ namespace operationText {
 [[nodiscard]] std::string handleDeclaration(Printer const & print, Operation const & operation, bool immutable);
 [[nodiscard]] std::string handleDefinition(Printer const & print, Operation const & operation, bool immutable);
 
-/// Types that a caller must know in full to call the operation.
+/// Adds the types that must be complete where the operation is called.
 void collectTypes(Operation const & operation, std::set<Type const *> & types);
 
 } // namespace operationText

@@ -22,7 +22,7 @@ template <class Function> void forEachLine(std::string_view text, Function line)
     }
 }
 
-/// One text on its way into the result.
+/// Fills one text.
 class Filler {
 public:
     using Known = std::map<std::string, std::string, std::less<>>;
@@ -174,7 +174,7 @@ std::string Printer::comment(std::string_view mark, std::string_view text, std::
         return result;
     }
     if (line.back() == '\\') {
-        line += '.'; // the next line is none of the comment
+        line += '.'; // the next line does not belong to the comment
     }
     return result + line + '\n';
 }

@@ -30,7 +30,7 @@ std::string storage(Property const & p) {
 
 int persistence(Property const & p) { return p.persistence == "transient" ? 1 : p.persistence == "extension" ? 2 : 0; }
 
-/// The last three entries of a property's row: how reflective access reaches it.
+/// The last three entries of a property's row: its reflective access.
 std::string access(Emission const & emission, Property const & p) {
     Printer const print = emission.printerFor(p).knowing({{"I", interfaceOf(*p.owner)}});
     if (p.many) {
@@ -100,8 +100,8 @@ std::string propertyRow(Emission const & emission, Property const & p) {
                            {"access", access(emission, p)}});
 }
 
-/// A table under a name of its own, and what a span of it is made of: nothing for an empty one, which C++ does not
-/// have.
+/// The definition of a table, and what a span of it is initialised with. Empty tables, which C++ does not have, are
+/// left out.
 struct Table {
     std::string text;
     std::string span;
@@ -121,8 +121,8 @@ $type$ $name$[] = {
             name};
 }
 
-/// Stored properties of class type, the stereotype instances that all objects have among them, in the order of the
-/// class.
+/// The stored properties of class type in the order of the class, including the stereotype instances that all objects
+/// have.
 std::vector<Property const *> fieldsOfClassType(Class const & of) {
     std::vector<Property const *> all = of.reflectiveOwn();
     all.insert(all.end(), of.clones.begin(), of.clones.end());
@@ -200,7 +200,7 @@ std::set<std::string> headersOf(Emission const & emission, Class const & of) {
     return headers;
 }
 
-/// The interface's operations that return the tables; the interface of `Object` has none.
+/// The operations of the interface that return the tables; the interface of `Object` has none.
 std::string accessors(Emission const & emission, Class const & of) {
     if (!of.hasGeneratedHandles) {
         return "";
@@ -230,7 +230,7 @@ $text$
 
 } // namespace
 
-/// Declares what is known of all classes, for each other and for metamodels that build on this one.
+/// Declares the tables of all classes, for each other and for metamodels that build on this one.
 std::string emitTablesHeader(Emission const & emission) {
     std::string tables;
     for (auto const & c : emission.metamodel.classes) {
@@ -256,8 +256,8 @@ $tables$
                            {"tables", tables}});
 }
 
-/// Declares the properties of one class. A header of its own, so that a changed class rebuilds only who refers to its
-/// properties.
+/// Declares the properties of one class, in a header of its own so that a changed class rebuilds only what refers to
+/// its properties.
 std::string emitPropertyTableHeader(Emission const & emission, Class const & of) {
     return emission.print(R"(
 $banner$

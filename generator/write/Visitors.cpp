@@ -20,7 +20,7 @@ std::vector<Class const *> visited(Emission const & emission) {
 
 struct VisitorKind {
     std::string_view name; ///< and of its files
-    bool visitsMutable;    ///< beside the handles for reading
+    bool visitsMutable;    ///< in addition to the handles for reading
     std::string_view comment;
 };
 
@@ -105,7 +105,7 @@ private:
          {"operations", forEachOperation(emission, kind, "virtual bool visit$X$($H$ object) = 0;\n")}});
 }
 
-/// The operations of one form as a table, in which `dispatch` looks the object's class up.
+/// The operations of one form as a table, in which `dispatch` looks up the class of the object.
 std::string table(Emission const & emission, bool immutable) {
     std::string entries;
     for (Class const * const c : visited(emission)) {

@@ -13,8 +13,8 @@ struct VisitorFiles {
     std::string source;
 };
 
-/// The visitors of the metamodel's own concrete classes, each before the one that builds on it. None if the metamodel
-/// has a type of the name of one: that has the name first.
+/// The visitors of the metamodel's own concrete classes, each before the one that builds on it. None if a type of the
+/// metamodel has the name of one: the type takes precedence.
 [[nodiscard]] std::vector<VisitorFiles> emitVisitors(Emission const & emission);
 
 } // namespace zelgen

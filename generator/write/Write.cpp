@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The files of a run, and which of the sources are compiled together.
+/// The files of a run, and the groups of sources that are compiled together.
 class Collector {
 public:
     explicit Collector(Emission const & emission) : fEmission(emission) {}
@@ -31,7 +31,7 @@ public:
         addHeader(name, header);
         addSource(name, source);
     }
-    /// What is added from here on belongs to the next class, or enumeration.
+    /// What is added from now on belongs to the next class or enumeration.
     void startGroup() { fSources.emplace_back(); }
 
     void addUnits() {
@@ -93,7 +93,8 @@ void writeIfChanged(fs::path const & path, std::string const & text) {
     }
 }
 
-/// Takes away what an earlier run made of a class that is no more. Only files that say so in their first line are ours.
+/// Removes what an earlier run made of a class that no longer exists. Only files with our banner in the first line are
+/// ours.
 void removeStale(fs::path const & directory, Metamodel const & metamodel, Files const & files, fs::path const & root) {
     if (!fs::exists(directory)) {
         return;

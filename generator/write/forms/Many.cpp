@@ -4,12 +4,12 @@
 namespace zelgen {
 namespace {
 
-/// The sequence under a view. Where the view has no other end to keep in step, what lies under it keeps its own.
+/// The sequence under a view. If the view has no other end to update, the sequence under it updates its own.
 std::string getterBelow(Property const & view, Property const & part) {
     return "get" + part.plural + (view.isRawOnly() ? "" : "WithoutAssociation") + "(deviant)";
 }
 
-/// Any number of values: a sequence that keeps the other ends in step, and the raw one.
+/// Any number of values: a sequence that updates the other ends, and the raw one.
 class ManyForm : public PropertyForm {
 public:
     std::string definitions(Printer const & print, Property const & p) const override {
@@ -26,7 +26,7 @@ public:
             return Printer::blocks(
                 {withAssociation(print, p),
                  raw(print, "ZEL::internal::combinedContainees<" + p.type->cppName() + ">(*this, deviant)"), byName});
-        case Making::Union: // the raw form stands with the views of the class
+        case Making::Union: // the raw form is among the views of the class
             return Printer::blocks({withAssociation(print, p), byName});
         case Making::Extension:
             return Printer::blocks({extension(print, ""), extension(print, "WithoutAssociation"), byName});

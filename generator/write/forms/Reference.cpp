@@ -4,8 +4,8 @@
 namespace zelgen {
 namespace {
 
-/// A single value of class type: one end of an association, or a plain reference. The `Only` operations touch this end
-/// alone; they stay off the handles.
+/// A single value of class type: one end of an association, or a plain reference. The `Only` operations change this end
+/// only; handles do not have them.
 class ReferenceForm : public PropertyForm {
 public:
     std::string definitions(Printer const & print, Property const & p) const override {
@@ -121,7 +121,8 @@ $before$void setOnly$P$(ZEL::Deviant deviant, $T$ const & value)$after$;
     }
 
 private:
-    /// State and body both override `has` and `get`, of `p` as of `by`, whose operations are called the same.
+    /// Whether both state and body override `has` and `get`, of `by` and so of `p`, whose operations have the same
+    /// names.
     static bool isPure(Property const & p, Property const & by) { return by.isField() && p.base == by.base; }
 
     static std::string bothEnds(Printer const & print, Property const & p) {

@@ -4,21 +4,21 @@
 namespace zelgen {
 namespace {
 
-/// Operations that state and body both override, and which are therefore pure in the interface.
+/// Operations that both state and body override, and that are therefore pure in the interface.
 struct Pure {
     bool presence; ///< `has` and `remove`
     bool setter;
     bool getter;
 };
 
-/// Of the operations of `p`, which do what those of `by` do. An operation of another name is not pure: it forwards.
+/// For the operations of `p`, which do what those of `by` do. An operation of another name is not pure: it forwards.
 Pure pureOf(Property const & p, Property const & by) {
     bool const isStored = by.isField() && p.base == by.base;
     return {isStored && by.form == Form::Value, isStored, isStored && p.getter() == by.getter()};
 }
 
-/// A single value of a data type. A required one always has a value; of others the field or a has-flag tells. A required
-/// Boolean `isFoo` is a flag: its reader is called as the property.
+/// A single value of a data type. A required property always has a value; for others the field or a has-flag says
+/// whether there is one. A required Boolean `isFoo` is a flag: its getter has the name of the property.
 class ValueForm : public PropertyForm {
 public:
     std::string definitions(Printer const & print, Property const & p) const override {
@@ -155,7 +155,7 @@ $before$void set$P$(ZEL::Deviant deviant, $T$ const & value)$setter$;
     std::string getterDefinition(Printer const &, Property const &) const override { return ""; }
 
 private:
-    /// A one-bit field converts by itself, but not within the braces of `Boolean`'s other constructors.
+    /// The expression as a plain `bool` if it is a bit-field.
     static std::string boolOf(std::string const & expression, Property const & p) {
         return p.keepsHas || p.field == FieldKind::Flag ? "bool(" + expression + ')' : expression;
     }

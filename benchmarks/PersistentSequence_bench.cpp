@@ -7,14 +7,14 @@
 #include <random>
 #include <vector>
 
-// Each measure of `PersistentSequence` stands beside the same one of a plain vector of pointers.
+// `PersistentSequence` beside a plain vector of pointers.
 
 namespace {
 
 using ZEL::internal::PersistentSequence;
 using Vector = std::vector<void *>;
 
-// Addresses as of objects of 64 bytes, in the order of the sequence shuffled.
+// Addresses of imaginary objects of 64 bytes, shuffled.
 Vector elements(std::size_t count) {
     Vector vector;
     for (std::size_t i = 0; i < count; ++i) {
@@ -55,7 +55,7 @@ template <class Sequence> void copy(benchmark::State & state) {
     }
 }
 
-// What the first write to a field costs in a transaction: the old value lives on.
+// The cost of the first write to a field in a transaction, which keeps the old value.
 template <class Sequence> void copyAndPush(benchmark::State & state) {
     auto const sequence = make<Sequence>(static_cast<std::size_t>(state.range(0)));
     void * element = reinterpret_cast<void *>(std::uintptr_t{0x8000});
@@ -65,7 +65,7 @@ template <class Sequence> void copyAndPush(benchmark::State & state) {
     }
 }
 
-// A sequence that nobody shares, built up from nothing; per element.
+// An unshared sequence, built element by element; times are per element.
 template <class Sequence> void push(benchmark::State & state) {
     Vector const vector = elements(static_cast<std::size_t>(state.range(0)));
     for (auto _ : state) {
@@ -90,7 +90,7 @@ template <class Sequence> void find(benchmark::State & state) {
     }
 }
 
-// A walk over the whole sequence; per element.
+// A walk over the whole sequence; times are per element.
 template <class Sequence> void iterate(benchmark::State & state) {
     auto const sequence = make<Sequence>(static_cast<std::size_t>(state.range(0)));
     for (auto _ : state) {

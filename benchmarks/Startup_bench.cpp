@@ -11,7 +11,7 @@ double seconds(timeval const & time) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
 }
 
-/// Processor time of a whole process, from its start to its end, the work of the loader and of the kernel included.
+/// Processor time of a whole process from start to end, including the work of the loader and of the operating system.
 void runProcess(benchmark::State & state, char const * program) {
     for (auto _ : state) {
         char * const arguments[] = {const_cast<char *>(program), nullptr};

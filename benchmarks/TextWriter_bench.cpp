@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Of all but the first line, which names the encoding. Elsewhere only the order of attributes may differ.
+/// The size without the first line, which names the encoding. Elsewhere only the order of attributes may differ.
 std::size_t bodySize(std::string const & document) { return document.size() - document.find('\n'); }
 
 using ZEL::bench::SampleModel;

@@ -9,7 +9,7 @@ class App;
 
 namespace cli {
 
-/// What ends the program with exit code 2 and one line on standard error: "what, where, why".
+/// Ends the program with exit code 2 and one line on standard error: what is wrong, where and why.
 class Trouble : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -18,29 +18,30 @@ public:
 enum ExitCode : int {
     Done = 0,
     No = 1,        ///< `compare`: different; `tour`: a step failed
-    InTrouble = 2, ///< wrong arguments, a file that cannot be read or written
+    InTrouble = 2, ///< wrong arguments, or a file that cannot be read or written
 };
 
-/// What a command does once its arguments are filled in. It writes its results on standard output; called at most once.
+/// Runs a command, whose arguments have been parsed by then, and prints its results on standard output. Called at most
+/// once.
 using Command = std::function<ExitCode()>;
 
-// Each adds the arguments and options of a command, whose values the result keeps.
+// Each adds the arguments and options of a command to `app`. Their values belong to the result.
 
-/// Compares the models of two files, whatever the ids and the places of the files.
+/// Compares the models of two files, apart from ids and the places of the files.
 [[nodiscard]] Command compareCommand(CLI::App & app);
-/// Reads a file and writes what it holds into another one.
+/// Reads a file and writes its model to another one.
 [[nodiscard]] Command convertCommand(CLI::App & app);
-/// Prints all that is in a file, object by object, as indented text.
+/// Prints everything in a file, object by object, as indented text.
 [[nodiscard]] Command dumpCommand(CLI::App & app);
-/// Says what is in a model file.
+/// Prints a summary of a model file.
 [[nodiscard]] Command infoCommand(CLI::App & app);
 /// Lists the registered metamodels, or the types of one.
 [[nodiscard]] Command metamodelCommand(CLI::App & app);
 /// Writes a random model of a metamodel.
 [[nodiscard]] Command randomCommand(CLI::App & app);
-/// Writes what a file holds as a page for a browser.
+/// Writes the model of a file as a page for a browser.
 [[nodiscard]] Command reportCommand(CLI::App & app);
-/// Tells the main job step by step on a model file.
+/// Shows the main job step by step on a model file.
 [[nodiscard]] Command tourCommand(CLI::App & app);
 
 } // namespace cli

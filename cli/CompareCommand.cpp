@@ -21,8 +21,8 @@
 namespace cli {
 namespace {
 
-/// The models of the files that the first file refers to. Where the second file refers to one of these files, or to a copy
-/// of it, its links lead to the objects of the same models; otherwise they would lead to others, which are different.
+/// The models of the files that the first file refers to. If the second file refers to one of these files, or to a copy
+/// of it, its links lead to the objects of the same models; otherwise they would lead to other, different objects.
 class SharedCompanions {
 public:
     SharedCompanions(std::vector<ZEL::Model> const & models, std::string const & secondFile) {
@@ -41,7 +41,7 @@ public:
     SharedCompanions(SharedCompanions const &) = delete;
     SharedCompanions & operator=(SharedCompanions const &) = delete;
 
-    /// The file of one of the models that stands for the file; empty if there is none.
+    /// The file of a model with the same content as the file; empty if there is none.
     [[nodiscard]] std::string fileFor(std::string const & uri) const {
         for (std::string const & known : fUris) {
             if (haveSameContent(pathOf(known), pathOf(uri))) {
@@ -73,7 +73,7 @@ ExitCode compare(Arguments const & given) {
     settings.setExternalUriResolver([&companions](std::string const & uri) { return companions.fileFor(uri); });
     OpenModel const second = readModel(given.second, settings);
 
-    // Where a model lies is one of its values; here it is not to matter.
+    // The place of a model is one of its values, but is not compared here.
     ZEL::Transaction transaction(second.model.getRootDeviant(), "same place");
     second.model.setUri(first.model.getUri());
     transaction.commit();

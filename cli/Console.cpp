@@ -14,7 +14,7 @@
 namespace cli {
 namespace {
 
-/// Messages quote names of a stranger's model: none of them is markup.
+/// Messages quote names of models from elsewhere, which must not be taken for markup.
 class LogPage : public ZEL::HTMLLogHandler {
 public:
     using HTMLLogHandler::HTMLLogHandler;
@@ -38,7 +38,7 @@ Console::~Console() {
 
 void Console::logInto(std::string const & name) {
     std::string const file = writablePage(name);
-    // Only a plain file can be moved away as the backup of the log before.
+    // Only a plain file can be moved away as the backup of the previous log.
     struct stat status {};
     if (::lstat(file.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode)) {
         throw Trouble("cannot write " + file + ": not a plain file");

@@ -7,8 +7,8 @@
 
 namespace cli {
 
-/// The library's log for the length of a command: kept off the terminal, where each error is one line, and written into
-/// a file on demand.
+/// The library's log during a command: kept off the terminal, where each error is one line, and written to a file on
+/// demand.
 class Console {
 public:
     Console();
@@ -16,9 +16,9 @@ public:
     Console(Console const &) = delete;
     Console & operator=(Console const &) = delete;
 
-    /// Writes all records into `name`.html. Raises `Trouble` if that cannot be made.
+    /// Writes all records to `name`.html. Throws `Trouble` if the file cannot be created.
     void logInto(std::string const & name);
-    /// Ends the file of the log. Raises `Trouble` if rows of it are missing.
+    /// Ends the file of the log. Throws `Trouble` if rows of it are missing.
     void endLog();
 
 private:

@@ -15,7 +15,7 @@
 namespace cli {
 namespace {
 
-/// The links of the model would lead into the file itself.
+/// Links to the output file would lead into the model itself.
 void requireNoCompanion(std::string const & output, OpenModel const & opened, std::string const & input) {
     for (ZEL::Model const & companion : opened.companions) {
         if (areSameFile(pathOf(companion.getUri()), output)) {

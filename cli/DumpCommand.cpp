@@ -14,7 +14,7 @@
 namespace cli {
 namespace {
 
-/// Each line is the writer's own: what of a value would end it, or steer the terminal, is escaped.
+/// Escapes what would end a line in a value, or control the terminal, so that all lines are the writer's.
 class DumpWriter : public ZEL::ImmutableAccessVisitorTextWriter {
 public:
     using ImmutableAccessVisitorTextWriter::ImmutableAccessVisitorTextWriter;

@@ -7,7 +7,8 @@
 namespace cli {
 namespace {
 
-/// The handler stands for one signal only: raised again, it ends the program as it would have without.
+/// The handler is called only once: the signal that it raises again ends the program as it would have without the
+/// handler.
 void removeAndDie(int signal) {
     ZEL::SafeFile::removeAllOpen();
     ::raise(signal);

@@ -2,8 +2,7 @@
 
 namespace cli {
 
-/// From now on a signal that ends the program removes the files first that were still on their way. One that is ignored
-/// stays ignored.
+/// From now on, a signal that ends the program first removes unfinished files. Ignored signals stay ignored.
 void removeUnfinishedFilesAtSignals();
 
 } // namespace cli

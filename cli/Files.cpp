@@ -17,7 +17,7 @@
 namespace cli {
 namespace {
 
-/// Models are files: their links lead from one place to another.
+/// A model has to be a file with a place, since links are relative to it.
 constexpr char kNoStandardStream[] = "a model is kept in a file with a place; ./- is one of that name";
 
 [[noreturn]] void raise(std::string const & what, std::string const & file, std::string const & why) {
@@ -63,7 +63,7 @@ void requireWritable(std::string const & file) {
 
 std::string writablePage(std::string const & name) {
     if (name.empty() || name.back() == '/') {
-        requireWritable(name); // which says what is wrong with it
+        requireWritable(name); // which reports what is wrong with it
     }
     std::string page = name + ".html";
     requireWritable(page);

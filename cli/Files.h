@@ -2,22 +2,23 @@
 
 #include <string>
 
-/// What can be said of the files that a command is to work on before it begins.
+/// Checks of the files of a command before it begins.
 namespace cli {
 
-/// Raises `Trouble` if a model cannot be read from there: no plain file, or none that may be read.
+/// Throws `Trouble` if no model can be read from the file: it is not a plain file, or may not be read.
 void requireReadable(std::string const & file);
-/// Raises `Trouble` for what is no name of a file to write, and for a folder that is not there or takes no files.
+/// Throws `Trouble` if the name cannot be that of a file to write, or if its folder does not exist or may not be
+/// written.
 void requireWritable(std::string const & file);
 
-/// The file of the page of that name, which ends in ".html". Throws `Trouble` as `requireWritable` does.
+/// The file of the page of that name: the name with ".html". Throws `Trouble` as `requireWritable` does.
 [[nodiscard]] std::string writablePage(std::string const & name);
 
-/// The path in a URI of a local file; empty for another URI.
+/// The path of a file URI; empty for any other URI.
 [[nodiscard]] std::string pathOf(std::string const & uri);
-/// Whether both are names of one file that exists.
+/// Whether both are names of the same existing file.
 [[nodiscard]] bool areSameFile(std::string const & a, std::string const & b);
-/// Whether both files can be read and hold the same bytes.
+/// Whether both files can be read and contain the same bytes.
 [[nodiscard]] bool haveSameContent(std::string const & a, std::string const & b);
 
 } // namespace cli

@@ -25,7 +25,7 @@ void row(std::string const & name, std::string const & value) {
     std::cout << std::left << std::setw(12) << name << ' ' << printable(value) << '\n';
 }
 
-/// How many objects stand above one another at most.
+/// The number of levels of objects.
 std::size_t heightOf(std::vector<ZEL::ImmutableClassObject> const & objects) {
     std::unordered_map<ZEL::NSInterface::ObjectIntf const *, std::size_t> levels;
     std::size_t height = 0;

@@ -28,7 +28,7 @@
 namespace cli {
 namespace {
 
-/// A class has a copy of each property that it inherits; it shares the access to the value.
+/// A class has a copy of each property that it inherits, with the same storage.
 bool isInherited(ZEL::ImmutableProperty const & property, ZEL::ImmutableClass const & owner) {
     for (ZEL::ImmutableClass const & superClass : owner.getSuperClasses()) {
         ZEL::ImmutableProperty const inherited = superClass.getProperty(property.getName());

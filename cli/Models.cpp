@@ -27,7 +27,7 @@
 namespace cli {
 namespace {
 
-/// Why no model came out of a file that is well-formed.
+/// Why a well-formed file has no model.
 std::string whyNoModel(ZEL::Serializer::ReadReport const & losses) {
     std::vector<std::string> found;
     bool isOtherXmi = !losses.otherVersions().empty();
@@ -47,7 +47,7 @@ std::string whyNoModel(ZEL::Serializer::ReadReport const & losses) {
     return reason;
 }
 
-/// Removes what a write that fails leaves beside its file, unless something of that name was there before it.
+/// Removes what a failed write leaves beside its file, unless something of that name was there before.
 class NoLeftover {
 public:
     explicit NoLeftover(std::string const & file)
@@ -67,7 +67,7 @@ private:
     bool fIsOn;
 };
 
-/// The end of a name says most; that of an object deep inside fills many screens.
+/// The end of a name says most, and the name of an object deep in a model can fill many screens.
 std::string shortened(std::string const & name) {
     constexpr std::size_t kLongest = 200;
     std::size_t const dot = name.size() > kLongest ? name.find('.', name.size() - kLongest) : std::string::npos;

@@ -11,26 +11,27 @@
 #include <string>
 #include <vector>
 
-/// Models and the files they are in.
+/// Models and their files.
 namespace cli {
 
 struct OpenModel {
     ZEL::Model model;
-    std::vector<ZEL::Model> companions; ///< of the files that it refers to
-    ZEL::Serializer::ReadReport losses; ///< what of all these files did not reach a model
+    std::vector<ZEL::Model> companions; ///< the models of the files that it refers to
+    ZEL::Serializer::ReadReport losses; ///< the content of all these files that did not reach a model
 };
 
-/// Reads the file, one of another tool too. Files that it refers to and that cannot be read are left out. Raises
-/// `Trouble` if there is no model in the file.
+/// Reads the file, which may be that of another tool. Files that it refers to and that cannot be read are left out.
+/// Throws `Trouble` if there is no model in the file.
 [[nodiscard]] OpenModel openModel(std::string const & file, ZEL::Serializer::XmiReaderSettings settings = {});
-/// The same; what was lost is summed up in a line on standard error.
+/// The same; also prints a line on standard error that sums up what was lost.
 [[nodiscard]] OpenModel readModel(std::string const & file, ZEL::Serializer::XmiReaderSettings const & settings = {});
 
-/// Raises `Trouble` if the file could not be written; it is as it was then, and there is no other one.
+/// Throws `Trouble` if the file cannot be written. It is then unchanged, and no other file is left, unless the text
+/// says so.
 void writeModel(std::string const & file, ZEL::Model const & model,
                 ZEL::Serializer::XmiFormat format = ZEL::Serializer::XmiFormat::Standard);
 
-/// The metamodel that is registered under the URI or the prefix. Raises `Trouble` if there is none.
+/// The metamodel that is registered under the URI or the prefix. Throws `Trouble` if there is none.
 [[nodiscard]] ZEL::Model metamodelOf(std::string const & uriOrPrefix);
 
 /// The class of the object, its name if it has one, and its identity: "Class 'library.Book' (..._17)".

@@ -11,10 +11,10 @@ class App;
 class Option;
 } // namespace CLI
 
-/// Options whose wrong values are told as "--option: found ..., expected ...".
+/// Options whose wrong values are reported as "--option: found ..., expected ...".
 namespace cli {
 
-// Each adds an option for a whole number from 0 on.
+// Each adds an option for a whole number that is not negative.
 CLI::Option & addNumber(CLI::App & app, std::string const & name, int & number, std::string const & description);
 CLI::Option & addNumber(CLI::App & app, std::string const & name, unsigned int & number,
                         std::string const & description);
@@ -23,10 +23,10 @@ CLI::Option & addNumber(CLI::App & app, std::string const & name, unsigned int &
 void addFormat(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFormat & format,
                std::vector<std::string> const & formats, std::string const & description);
 
-/// Adds the option for the folder that bounds which files links may open.
+/// Adds the option for the folder outside of which links may not open files.
 void addRoot(CLI::App & app, ZEL::Serializer::XmiReaderSettings & settings);
 
-/// The file that a command reads, and how.
+/// The file that a command reads, and how it is read.
 struct Input {
     std::string file;
     ZEL::Serializer::XmiReaderSettings settings;

@@ -29,7 +29,7 @@ struct Arguments {
     int associations = 100;
 };
 
-/// Sets the seed that was taken.
+/// Also sets the seed to the one that was used.
 ZEL::Model makeModel(Arguments & given) {
     ZEL::Model model = ZEL::FactoryRegistry::instance()->createModel(metamodelOf(given.metamodel).getUri());
     if (!model.isValid()) {

@@ -20,12 +20,12 @@ namespace {
 
 std::string const kEnding = ".html";
 
-/// The printer puts the ending after the name that it is given.
+/// The printer adds the ending to the name that it is given.
 std::string withoutEnding(std::string const & page) {
     return page.ends_with(kEnding) ? page.substr(0, page.size() - kEnding.size()) : page;
 }
 
-/// Names and values are a stranger's: none of them is markup.
+/// Names and values come from elsewhere and must not be taken for markup.
 class PagePrinter : public ZEL::util::HTMLPrinter {
 public:
     using HTMLPrinter::printPage;

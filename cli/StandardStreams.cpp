@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t kBlock = 65536;
 
-/// Opened the wrong way round, the null device fails as the closed stream would.
+/// The null device, opened for the wrong direction, fails as the closed stream would.
 void occupyClosedStreams() {
     for (int number = STDIN_FILENO; number <= STDERR_FILENO; ++number) {
         if (::fcntl(number, F_GETFD) == -1 && errno == EBADF) {
@@ -28,7 +28,7 @@ void occupyClosedStreams() {
     }
 }
 
-/// Gives the system's error number, 0 for none.
+/// Returns the system's error number, 0 for none.
 int writeAll(int stream, std::string_view text) {
     while (!text.empty()) {
         ssize_t const written = ::write(stream, text.data(), text.size());
@@ -101,7 +101,7 @@ int StandardStreams::sync() {
 }
 
 void complain(std::string_view text) {
-    // In one piece, so that lines of several programs do not mix. Where it cannot be written there is nobody to tell.
+    // In one piece, so that lines of several programs do not mix. If it cannot be written, there is nobody to tell.
     static_cast<void>(writeAll(STDERR_FILENO, "zel: " + printable(text) + '\n'));
 }
 

@@ -6,30 +6,30 @@
 
 namespace cli {
 
-/// What ends the program when its results cannot be printed. No `std::exception`, so that nobody on the way takes it for
-/// a failure of his own.
+/// Ends the program when its results cannot be printed. Not a `std::exception`, so that no handler on the way takes it
+/// for another failure.
 struct OutputFailure {
     int error; ///< the system's number
 };
 
-/// The program's standard streams, made for the length of `main`.
+/// The program's standard streams; exists during `main`.
 ///
-/// It stands behind `std::cout` and raises an `OutputFailure` as soon as what is printed there cannot be written, so that
-/// a command does not work on for nobody; the temporary files of the command go on the way.
+/// It is the buffer of `std::cout` and throws an `OutputFailure` as soon as output cannot be written, so that a command
+/// does not go on for nothing; unwinding removes its temporary files.
 class StandardStreams : private std::streambuf {
 public:
-    /// Also sees to it that no file that is opened later takes the number of a closed stream, and that a write that
-    /// fails is an error to be told and no signal that ends the program.
+    /// Also makes sure that no file that is opened later gets the number of a closed stream, and that a failing write
+    /// is reported as an error and does not end the program by a signal.
     StandardStreams();
-    /// Drops what was not flushed.
+    /// Discards what has not been flushed.
     ~StandardStreams() override;
     StandardStreams(StandardStreams const &) = delete;
     StandardStreams & operator=(StandardStreams const &) = delete;
 
-    /// Writes what was printed so far.
+    /// Writes what has been printed so far.
     void flush();
-    /// How the program ends after the failure: as other programs do, by the signal, if it is that nobody reads its
-    /// results any more.
+    /// Reports the failure and returns the exit code. If nobody reads the output any more, ends the program by a
+    /// signal, as other programs do.
     [[nodiscard]] int exitAfter(OutputFailure const & failure);
 
 private:
@@ -43,7 +43,7 @@ private:
     bool fDiesOfBrokenPipe;
 };
 
-/// A line on standard error: "zel: " and the text, made printable.
+/// Prints a line on standard error: "zel: " and the text, made printable.
 void complain(std::string_view text);
 
 } // namespace cli

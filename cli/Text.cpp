@@ -8,7 +8,7 @@
 namespace cli {
 namespace {
 
-/// Of a line end, an escape sequence or a change of the writing direction.
+/// Whether the character ends a line, begins an escape sequence or changes the writing direction.
 bool steersTerminal(std::uint32_t code) {
     return code < 0x20U || (code >= 0x7FU && code < 0xA0U) || code == 0x200EU || code == 0x200FU ||
            (code >= 0x2028U && code <= 0x202EU) || (code >= 0x2066U && code <= 0x2069U);

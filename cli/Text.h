@@ -6,16 +6,16 @@
 
 namespace cli {
 
-/// The text in one line that a terminal takes as it is: what would steer it, and bytes that are no UTF-8, are written as
-/// "\n" or "\x1B".
+/// The text as one line that is safe for a terminal: control characters, and bytes that are not UTF-8, become escapes
+/// such as "\n" or "\x1B".
 [[nodiscard]] std::string withoutControls(std::string_view text);
-/// The same without blanks at the end.
+/// The same without white space at the end.
 [[nodiscard]] std::string printable(std::string_view text);
 
-/// The text as content of a page or value of an attribute in double quotes there.
+/// The text escaped for the content of a page, or for an attribute value in double quotes.
 [[nodiscard]] std::string escapedForHtml(std::string_view text);
 
-/// What the user gave, for a message; "''" if it is empty.
+/// An argument as a message shows it; "''" if it is empty.
 [[nodiscard]] std::string nameOf(std::string const & file);
 
 /// "1 object", "2 objects".

@@ -1,4 +1,4 @@
-// zel: the command line. Results go to standard output, all else to standard error; what goes wrong is one line.
+// zel: the command line. Results go to standard output, everything else to standard error; an error is one line.
 
 #include "Command.h"
 #include "Console.h"
@@ -22,7 +22,7 @@
 namespace cli {
 namespace {
 
-/// The program's arguments, and the command that they ask for.
+/// The program's arguments, and the command that they select.
 class Program {
 public:
     Program() {
@@ -42,7 +42,7 @@ public:
         add(metamodelCommand, "metamodel", "Lists the metamodels, or shows the types of one");
     }
 
-    /// Of the arguments, the program's name is left out.
+    /// `arguments` do not include the program's name.
     ExitCode run(std::vector<std::string> arguments) {
         if (!arguments.empty() && arguments.front() == "help") {
             arguments.erase(arguments.begin());
@@ -73,7 +73,7 @@ private:
         CLI::App * const app = fApp.add_subcommand(name, description);
         Command const command = declare(*app);
         for (CLI::Option * const option : app->get_options([](CLI::Option const * o) { return o->get_positional(); })) {
-            option->type_name(""); // all are texts
+            option->type_name(""); // they are all texts
         }
         addLogOption(*app);
         app->callback([this, command] { fSelected = command; });

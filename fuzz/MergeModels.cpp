@@ -1,5 +1,5 @@
-// Two files made by changes of one: the first is read, the second merged into it. The merge is undone in one step, done
-// again, saved and read.
+// Two changed copies of a file: the first is read, the second merged into it. The merge is undone in one step and
+// redone, and the model is saved and read again.
 
 #include "Support.h"
 
@@ -24,7 +24,7 @@ bool isMerged(std::string const & file, ZEL::MetaModel const & model) {
     return fuzz::succeeds([&] { static_cast<void>(reader.read(file)); });
 }
 
-/// All that the model holds, also what has no place in it.
+/// Everything in the model, including objects without a container.
 std::string textOf(ZEL::MetaModel const & model) {
     std::ostringstream text;
     ZEL::ImmutableAccessVisitorTextWriter writer(text);
@@ -38,7 +38,7 @@ std::string textOf(ZEL::MetaModel const & model) {
 void saveAndRead(TemporaryFolder const & folder, ZEL::MetaModel const & model) {
     std::string const file = folder.path("saved.xmi");
     if (!ZEL::Serializer::XmiWriter().write(file, model)) {
-        return; // a character that the encoding has not, which the log tells
+        return; // a character that the encoding cannot hold, as the log says
     }
     try {
         fuzz::require(XmiReader().read(file).isValid(), "a saved model is a model");

@@ -1,4 +1,4 @@
-// Any bytes as the definition of a metamodel that builds on the built-in one: what zelgen accepts, it can also write.
+// Any bytes as the definition of a metamodel that builds on the built-in one: zelgen can write whatever it accepts.
 
 #include "check/Check.h"
 #include "family/Family.h"

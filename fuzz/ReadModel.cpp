@@ -1,5 +1,5 @@
-// Any bytes as a model file: read for itself, and merged into a model that is there. What fails leaves that model as it
-// was; what succeeds is undone in one step; nothing stays alive.
+// Any bytes as a model file: read, and merged into an existing model. A merge that fails leaves that model unchanged;
+// one that succeeds is undone in one step; no object stays alive.
 
 #include "Support.h"
 
@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t siz
     ZEL::Logger::instance()->setDefaultHandlerLevel(ZEL::LogLevel::off);
     static std::string const present = folder.file("present.xmi", fuzz::kModel);
     std::string const file = folder.file("input.xmi", {reinterpret_cast<char const *>(data), size});
-    static bool const isWarm = (readAndMerge(present, file), true); // makes what stays for the process
+    static bool const isWarm = (readAndMerge(present, file), true); // makes what lives as long as the process
     static_cast<void>(isWarm);
     int const alive = ZEL::Cleanup::numberOfActiveObjects();
     readAndMerge(present, file);

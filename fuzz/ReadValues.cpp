@@ -1,4 +1,4 @@
-// Any text as a value of every type: what is read is written as a text that means the same value.
+// Any text as a value of every type: a value that is read is written as a text of the same value.
 
 #include "Support.h"
 

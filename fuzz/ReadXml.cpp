@@ -1,4 +1,4 @@
-// Any bytes as an XML file; each name and value in it that is a URI keeps its meaning by all roads.
+// Any bytes as an XML file; each namespace, value and text in it that is a URI keeps its meaning in every operation.
 
 #include "Support.h"
 

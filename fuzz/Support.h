@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-/// What several targets need.
+/// What several fuzz targets share.
 namespace fuzz {
 
 /// A small model with classes, properties, both ends of an association and a comment.
@@ -47,7 +47,7 @@ inline void require(bool holds, std::string const & claim) {
     }
 }
 
-/// False if the function has thrown.
+/// Whether the function returns without throwing a `std::exception`.
 template <class Function> bool succeeds(Function function) {
     try {
         function();
@@ -57,8 +57,9 @@ template <class Function> bool succeeds(Function function) {
     }
 }
 
-/// A document that `bytes` make of one that can be read, four bytes for each change: a value, a line or a character of one
-/// place goes to another. Most changes keep it well-formed, so that they reach what lies beyond the parser.
+/// The document with changes that `bytes` determine, four bytes for each: a value or line is copied from one place to
+/// another, or a value is replaced or removed. Most changes keep it well-formed, so that they test more than the
+/// parser.
 inline std::string mutated(std::string_view document, std::span<std::uint8_t const> bytes) {
     std::string text(document);
     auto const valuesOf = [&text] {

@@ -1,4 +1,4 @@
-// A changed model, written in each dialect: what is written is XML, and what failed has left no file.
+// A changed model, written in each dialect: what is written is well-formed, and a failed write leaves no file.
 
 #include "Support.h"
 

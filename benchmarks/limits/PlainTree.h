@@ -9,7 +9,8 @@
 
 namespace ZEL::bench {
 
-/// What an object of a model costs at least: a struct on the heap with a virtual function, a name and its place in a tree.
+/// The least that an object of a model can cost: a struct on the heap with a virtual function, a name and a place in a
+/// tree.
 struct PlainNode {
     virtual ~PlainNode() = default;
     [[nodiscard]] virtual int kind() const { return 1; }
@@ -19,13 +20,13 @@ struct PlainNode {
     PlainNode * parent = nullptr;
 };
 
-/// A tree of plain nodes of the shape and with the names of a `SampleModel`.
+/// A tree of plain nodes with the shape and the names of a `SampleModel`.
 class PlainTree {
 public:
     explicit PlainTree(int packages);
 
     [[nodiscard]] std::size_t size() const noexcept { return fNodes.size(); }
-    /// Bytes that this object takes to know its nodes, and that the nodes themselves do without.
+    /// Bytes that this object uses to own its nodes, which the nodes themselves do not need.
     [[nodiscard]] std::size_t overhead() const noexcept { return fNodes.capacity() * sizeof(fNodes[0]); }
 
 private:

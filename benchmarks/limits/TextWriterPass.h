@@ -7,10 +7,10 @@
 
 namespace ZEL::bench {
 
-/// A document as the calls that write it with the text writer of libxml2.
+/// A document as the calls of libxml2's text writer that write it.
 class TextWriterPass {
 public:
-    /// Raises `std::runtime_error` for a document that is not well-formed.
+    /// Throws `std::runtime_error` for a document that is not well-formed.
     explicit TextWriterPass(std::string const & document);
 
     /// Writes the document in ISO-8859-1, indented by two blanks.

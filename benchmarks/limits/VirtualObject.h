@@ -7,8 +7,8 @@
 
 namespace ZEL::bench {
 
-/// The shortest road of a model that keeps its values behind its objects: one virtual call to the object, which reaches
-/// through one pointer to its values. No deviants, no transactions, no counts.
+/// The shortest access to values that an object keeps elsewhere: one virtual call of the object, and one pointer from
+/// there to its values. No deviants, no transactions, no counts.
 class VirtualObject {
 public:
     virtual ~VirtualObject() = default;
@@ -17,12 +17,12 @@ public:
     [[nodiscard]] virtual int const & number() const = 0;
     [[nodiscard]] virtual VirtualObject * const & type() const = 0;
     [[nodiscard]] virtual std::string nameByValue() const = 0;
-    /// These compare and assign.
+    /// The setters compare and assign.
     virtual void setFlag(bool value) = 0;
     virtual void setName(std::string const & value) = 0;
 };
 
-/// With short names, each the type of the next.
+/// Objects with short names, each the type of the next.
 [[nodiscard]] std::vector<std::unique_ptr<VirtualObject>> makeVirtualObjects(std::size_t count);
 
 } // namespace ZEL::bench

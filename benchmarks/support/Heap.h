@@ -4,7 +4,7 @@
 
 namespace ZEL::bench {
 
-/// Bytes in use on the C heap, what the allocator adds to each block included.
+/// Bytes in use on the C heap, including what the allocator adds to each block.
 [[nodiscard]] std::size_t heapInUse() noexcept;
 
 } // namespace ZEL::bench

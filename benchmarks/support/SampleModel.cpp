@@ -53,7 +53,7 @@ void SampleModel::fill() {
 
 void SampleModel::addClass(Package const & package, int number) {
     Class const added = factory.createClass();
-    // Some names that are not plain ASCII, and below some that need escapes in a file.
+    // Some names are not plain ASCII, and some below need escapes in a file.
     added.setName(numbered(number % 50 == 7 ? "Class\u00e9t\u00e9" : "Class", static_cast<std::size_t>(number)));
     added.setVisibility(VisibilityKind::Public);
     added.setIsAbstract(number % 9 == 0);

@@ -23,17 +23,17 @@ public:
 
     explicit SampleModel(int packages);
 
-    /// The model made last is kept, so that benchmarks on models of one size share it; it goes when another size is
-    /// asked for. Who uses it leaves it as it was, save names.
+    /// The model made last is kept, so that benchmarks of the same size share it, until another size is requested.
+    /// Users must leave it as it was, except for names.
     static SampleModel & shared(int packages);
-    /// The one of about so many objects.
+    /// The same for about this number of objects.
     static SampleModel & sharedOf(std::int64_t objects) { return shared(packagesFor(objects)); }
     static void dropShared();
-    /// Packages, classes and properties, the top package included.
+    /// The number of packages, including the top package, classes and properties.
     [[nodiscard]] static std::size_t objectCountOf(int packages) noexcept {
         return 1 + static_cast<std::size_t>(packages) * (1 + kClasses * (1 + kProperties));
     }
-    /// How many packages make about so many objects.
+    /// The number of packages for about this number of objects.
     [[nodiscard]] static int packagesFor(std::int64_t objects);
 
     [[nodiscard]] std::size_t objectCount() const noexcept { return objectCountOf(fPackages); }

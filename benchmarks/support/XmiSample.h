@@ -4,7 +4,7 @@
 
 namespace ZEL::bench {
 
-/// The file of a `SampleModel`, as the library writes it; removed at the end.
+/// The file of a `SampleModel` as the library writes it; removed by the destructor.
 class XmiSample {
 public:
     explicit XmiSample(int packages);
@@ -12,7 +12,7 @@ public:
     XmiSample(XmiSample const &) = delete;
     XmiSample & operator=(XmiSample const &) = delete;
 
-    /// The file made last is kept, and goes when another size is asked for.
+    /// The file made last is kept until another size is requested.
     static XmiSample const & shared(int packages);
 
     [[nodiscard]] int packages() const noexcept { return fPackages; }
@@ -28,7 +28,7 @@ private:
 
 /// A name in the folder for temporary files that no other process uses.
 [[nodiscard]] std::string temporaryPath(std::string const & name);
-/// Raises `std::runtime_error` if the file cannot be read.
+/// The content of the file. Throws `std::runtime_error` if it cannot be read.
 [[nodiscard]] std::string fileText(std::string const & path);
 
 } // namespace ZEL::bench

@@ -8,14 +8,14 @@
 #include <string>
 #include <vector>
 
-/// What the steps of the tour ask of a model, by reflection.
+/// What the steps of the tour find out about a model, by reflection.
 namespace tour {
 
 /// The classes of the model that have attributes.
 [[nodiscard]] std::vector<ZEL::Class> classesOf(ZEL::MetaModel const & model);
 
-/// A line for each object: its identity, its class, where it stands and all its values. Two models are the same, ids
-/// included, if these are.
+/// A line for each object: its identity, its class, its container and all its values. Two models are the same,
+/// including ids, if these are.
 [[nodiscard]] std::vector<std::string> snapshotOf(ZEL::ImmutableModel const & model);
 
 /// "12 Class, 80 Property, ...", the most frequent classes first.

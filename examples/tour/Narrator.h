@@ -12,7 +12,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Tells the steps of the tour, and holds each claim against what has happened.
+/// Prints the steps of the tour, and checks each claim.
 class Narrator {
 public:
     explicit Narrator(std::ostream & out) : fOut(out) {}
@@ -20,7 +20,7 @@ public:
     void step(std::string const & title);
     /// In one line.
     void tell(std::string text);
-    /// Tells the claim; raises a `Failure` if it does not hold.
+    /// Prints the claim; throws a `Failure` if it does not hold.
     void claim(bool holds, std::string const & text);
     /// "step 3 (Edit in a named transaction)"; "the beginning" before the first step.
     [[nodiscard]] std::string place() const;

@@ -29,8 +29,8 @@ namespace NSInterface {
 class ZEL_API ClassObjectIntf : public virtual ObjectIntf {
 public:
     static CooperativeVisitor::internal::ClassInfo const & classInfo();
-    /// The part of an object of a derived interface that is of this one; null of null. No check is made at run time: for
-    /// an object of which only a base is known there is `cast`.
+    /// The part of an object of a derived interface that is of this one; null of null. No check is made at run time:
+    /// for an object of which only a base is known there is `cast`.
     static ClassObjectIntf * upcast_helper(ClassObjectIntf * object) noexcept { return object; }
     static ClassObjectIntf const * upcast_helper(ClassObjectIntf const * object) noexcept { return object; }
 
@@ -40,7 +40,7 @@ public:
     virtual ClassObject clone(Deviant deviant, ClassObject const & target) = 0;
 
     // --- reflective access -----------------------------------------------------------------------------------------
-    // An invalid property, and a name that the object's class does not have, raise "Trying to get invalid property!" in
+    // An invalid property, and a name that the object's class does not have, throw "Trying to get invalid property!" in
     // the reading forms and "Trying to set invalid property!" in all others.
     /// All values; a single-valued property returns a view of zero or one element.
     [[nodiscard]] virtual Sequence<Object> get(Deviant deviant, ImmutableProperty const & property) = 0;
@@ -80,7 +80,7 @@ public:
 
     // --- containment -----------------------------------------------------------------------------------------------
     /// The objects in all composite properties, in the order of the properties. A pushed element goes to the first
-    /// property that accepts its class; none raises "cannot insert value into the combined sequence".
+    /// property that accepts its class; none throws "cannot insert value into the combined sequence".
     [[nodiscard]] virtual Sequence<ClassObject> getContaineeZELs(Deviant deviant) const = 0;
     [[nodiscard]] virtual Sequence<ClassObject> getContaineeZELsWithoutAssociation(Deviant deviant) const = 0;
     [[nodiscard]] virtual Sequence<StereotypeObject> getAppliedStereotypeInstances(Deviant deviant) const = 0;
@@ -97,7 +97,7 @@ public:
     [[nodiscard]] virtual Boolean hasContainerZEL(Deviant deviant) const = 0;
     /// Puts the object among the `unparented` of its model.
     virtual void removeContainerZEL(Deviant deviant) = 0;
-    /// Raises "Cyclic composition", "Cross-model composition" or "Parenting of Model" before anything is written.
+    /// Throws "Cyclic composition", "Cross-model composition" or "Parenting of Model" before anything is written.
     virtual void setContainerZEL(Deviant deviant, ClassObject const & container) = 0;
     [[nodiscard]] virtual ClassObject getContainerZEL(Deviant deviant) const = 0;
     virtual void removeOnlyContainerZEL(Deviant deviant) = 0;
@@ -117,15 +117,15 @@ public:
     [[nodiscard]] virtual String getSiid(Deviant deviant) const = 0;
 
     // --- for the kernel's own use ----------------------------------------------------------------------------------
-    /// The container's body in the deviant, null if there is none. Raises as a read.
+    /// The container's body in the deviant, null if there is none. Throws as a read.
     [[nodiscard]] virtual ClassObjectIntf const * internal_container(Deviant) const { return nullptr; }
-    /// Puts `state` in the root deviant and returns what stood there, which then belongs to the caller. A body that has no
-    /// such place returns `state`; one with an `internal_body` has.
+    /// Puts `state` in the root deviant and returns what stood there, which then belongs to the caller. A body that has
+    /// no such place returns `state`; one with an `internal_body` has.
     [[nodiscard]] virtual ObjectIntf * internal_exchangeRootState(ObjectIntf * state) noexcept { return state; }
     /// Told of every element that enters a stored property. An element of another model must be kept alive: the storage
     /// itself counts none of its elements.
     virtual void internal_noteElement(ObjectIntf *) const {}
-    /// "'ZEL.Comment' [id = 2 ]": class and number, as all texts name an object. Raises if the class is not known and
+    /// "'ZEL.Comment' [id = 2 ]": class and number, as all texts name an object. Throws if the class is not known and
     /// `orElse` says so.
     enum class WithoutClass { Raises, ByTypeOfBody };
     [[nodiscard]] virtual std::string internal_describe(Deviant deviant, WithoutClass orElse) const = 0;

@@ -25,7 +25,8 @@ namespace {
 
 ObjectIntf * sentinel(void * value) noexcept { return static_cast<ObjectIntf *>(value); }
 
-/// The body of the deviant. Raises "`operation` on null deviant", and the text of a dead model once the manager has gone.
+/// The body of the deviant. Throws "`operation` on null deviant", and the text of a dead model once the manager has
+/// gone.
 DeviantImpl & require(Deviant deviant, char const * operation) {
     if (!deviant.isNotNull()) {
         raiseInternalError(std::string(operation) + " on null deviant");

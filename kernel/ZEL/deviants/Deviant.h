@@ -26,8 +26,8 @@ using NSInterface::ObjectIntf;
 class DeviantImpl;
 class ListenerHolderBase;
 
-/// What a `Deviant` value points at. It is never freed, so that a value kept beyond its deviant, or beyond its model, can
-/// still say that it is no longer valid. The body goes with the manager.
+/// What a `Deviant` value points at. It is never freed, so that a value kept beyond its deviant, or beyond its model,
+/// can still say that it is no longer valid. The body goes with the manager.
 struct DeviantIdentity {
     enum class Kind : std::uint8_t { LiveRoot, LiveNamed, LiveView, Removed };
 
@@ -36,8 +36,8 @@ struct DeviantIdentity {
     bool modelDestroyed = false;
     /// Whether `getSavedOldStateOfObject` can find anything: within a transaction, an undo or a redo.
     bool savedStatesVisible = false;
-    /// Number of the running transaction, unique in the process; 0 outside transactions. A body whose mark equals it has
-    /// saved its old state already.
+    /// Number of the running transaction, unique in the process; 0 outside transactions. A body whose mark equals it
+    /// has saved its old state already.
     std::uint64_t openTransaction = 0;
     DeviantImpl * impl = nullptr;           ///< null once the manager has gone
     DeviantIdentity const * root = nullptr; ///< of the root deviant of the same manager
@@ -48,11 +48,11 @@ struct DeviantIdentity {
 /// A named variant of the state of every object of one model.
 ///
 /// A value of one pointer: copied freely, not counted, owns nothing. The null deviant stands for the root on reads. The
-/// root deviant (id 0) holds the authoritative state and the undo stack; a named deviant holds the state of those objects
-/// only that it has written, or that the root has changed under it, and reads through to the root for all others.
-/// A view deviant (negative id) lives for the length of one operation and shows the state before it.
+/// root deviant (id 0) holds the authoritative state and the undo stack; a named deviant holds the state of those
+/// objects only that it has written, or that the root has changed under it, and reads through to the root for all
+/// others. A view deviant (negative id) lives for the length of one operation and shows the state before it.
 ///
-/// All operations raise through `raiseInternalError`, with a text made of the operation's name and "on null deviant"
+/// All operations throw through `raiseInternalError`, with a text made of the operation's name and "on null deviant"
 /// when called on the null deviant, unless said otherwise. Not thread-safe, like all of the kernel.
 class ZEL_API Deviant {
 public:
@@ -106,7 +106,7 @@ public:
                                                                  NSInterface::ObjectIntf * state) const;
     /// Checks that no other deviant knows the object, records that it did not exist before, and hides it from them.
     void markObjectCreated(NSInterface::ClassObjectIntf * object) const;
-    /// Whether `b` is `a` or an ancestor of `a` through the containers in this deviant. Null arguments raise.
+    /// Whether `b` is `a` or an ancestor of `a` through the containers in this deviant. Null arguments throw.
     [[nodiscard]] bool willCauseCompositionCycles(NSInterface::ClassObjectIntf const * a,
                                                   NSInterface::ClassObjectIntf const * b) const;
     /// For clients that keep object state outside the generated classes; root deviant only.
@@ -171,7 +171,7 @@ public:
     void remove() const;
 
     // --- listeners --------------------------------------------------------------------------------------------------
-    /// Takes ownership of the holder, also when it raises "listener already registered with deviant".
+    /// Takes ownership of the holder, also when it throws "listener already registered with deviant".
     void registerModifierOnCommit(internal::ListenerHolderBase * holder) const;
     void registerValidatorOnCommit(internal::ListenerHolderBase * holder) const;
     void registerObservingListener(internal::ListenerHolderBase * holder) const;

@@ -26,7 +26,7 @@ public:
 
     /// Returns the former setting.
     static bool enableAssertions(bool enable) noexcept;
-    /// Returns true, or raises that the deviant has no open transaction. Always true while assertions are off.
+    /// Returns true, or throws that the deviant has no open transaction. Always true while assertions are off.
     bool assertWritable(NSInterface::ClassObjectIntf const * object) const {
         return !sAssertionsEnabled || internal_assertWritable(object);
     }

@@ -72,8 +72,8 @@ void DeviantImpl::remove() {
 
 // --- steps -----------------------------------------------------------------------------------------------------------
 
-/// A commit, undo or redo whose observers are running, and what is left to do of it. That is done at the end of the scope,
-/// or earlier: when an observer begins work of its own in the deviant. It needs no memory.
+/// A commit, undo or redo whose observers are running, and what is left to do of it. That is done at the end of the
+/// scope, or earlier: when an observer begins work of its own in the deviant. It needs no memory.
 class PendingStep {
 public:
     /// Of a commit, with its record; or of an undo or redo, with an entry of the history.

@@ -20,14 +20,14 @@ namespace internal {
 
 class PendingStep;
 
-/// What `address` points at, if that is what a `Deviant` holds, of a living model or not; null for all else, which is not
-/// looked at. Linear in the number of deviants that the process has had.
+/// What `address` points at, if that is what a `Deviant` holds, of a living model or not; null for all else, which is
+/// not looked at. Linear in the number of deviants that the process has had.
 [[nodiscard]] DeviantIdentity * knownIdentity(void const * address) noexcept;
 
 /// The body of a deviant. It belongs to the manager, also after the deviant was removed.
 ///
-/// It owns the deviant's states, its transaction, its history and its listeners, and carries out what takes more than one
-/// of them. The operations of `Deviant` check what they are called on and leave the work to it.
+/// It owns the deviant's states, its transaction, its history and its listeners, and carries out what takes more than
+/// one of them. The operations of `Deviant` check what they are called on and leave the work to it.
 class DeviantImpl {
 public:
     DeviantImpl(DeviantManager & owner, std::string name, std::int32_t id, DeviantIdentity::Kind kind);
@@ -63,7 +63,7 @@ public:
     void commit();
     /// Ends all levels, whatever listeners do.
     void commitAll() noexcept;
-    /// Ends all levels. Raises without undo stack.
+    /// Ends all levels. Throws without undo stack.
     void cancel();
     /// One undo or redo; nothing if there is none.
     void step(History::Direction direction);

@@ -48,7 +48,7 @@ public:
     Deviant createDeviantWithName(std::string const & name);
     /// An unknown name returns the null deviant and stays entered with it.
     Deviant getDeviantWithName(std::string const & name);
-    /// Raises "removeDeviantWithName: deviant does not exist" for an unknown name, and "An Internal Error has occurred"
+    /// Throws "removeDeviantWithName: deviant does not exist" for an unknown name, and "An Internal Error has occurred"
     /// for the root deviant.
     void removeDeviantWithName(std::string const & name);
     /// In name order, the root among them, with null deviants for names that have none.

@@ -9,8 +9,8 @@
 
 namespace ZEL::internal {
 
-/// The committed transactions of a deviant, oldest first, with a divider between those that can be undone and those that
-/// can be redone, and the change levels. Nothing here fails but `takeRecord`.
+/// The committed transactions of a deviant, oldest first, with a divider between those that can be undone and those
+/// that can be redone, and the change levels. Nothing here fails but `takeRecord`.
 class History {
 public:
     enum class Direction { Undo, Redo };

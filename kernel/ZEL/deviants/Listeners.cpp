@@ -115,8 +115,8 @@ void show(ListenerHolderBase & holder, StateMap::Key body, Deviant deviant) {
     }
 }
 
-/// Objects that have gone back to following the root lose their markers when a commit is recorded. Without them they would
-/// look as if they had been deleted, so they are set again for the length of a report.
+/// Objects that have gone back to following the root lose their markers when a commit is recorded. Without them they
+/// would look as if they had been deleted, so they are set again for the length of a report.
 class FollowerMarks {
 public:
     FollowerMarks(StateMap & ownStates, StateMap const & reported) : fOwnStates(ownStates) {

@@ -22,7 +22,7 @@ public:
     Listeners(Deviant deviant, Phases & phases) noexcept : fDeviant(deviant), fPhases(phases) {}
 
     [[nodiscard]] bool empty() const noexcept;
-    /// Takes ownership of the holder, also when it raises.
+    /// Takes ownership of the holder, also when it throws.
     void enlist(Role role, ListenerHolderBase * holder);
     void dismiss(Role role, ListenerBase const * listener);
     /// The deviant ends: tells each listener once for each of its roles, and ends all holders. Returns what one of them

@@ -42,8 +42,8 @@ struct SeenObject {
 class ZEL_API ObjectIntf : public virtual ReferenceCountingIntf {
 public:
     static CooperativeVisitor::internal::ClassInfo const & classInfo();
-    /// The part of an object of a derived interface that is of this one; null of null. No check is made at run time: for
-    /// an object of which only a base is known there is `cast`.
+    /// The part of an object of a derived interface that is of this one; null of null. No check is made at run time:
+    /// for an object of which only a base is known there is `cast`.
     static ObjectIntf * upcast_helper(ObjectIntf * object) noexcept { return object; }
     static ObjectIntf const * upcast_helper(ObjectIntf const * object) noexcept { return object; }
 
@@ -52,8 +52,8 @@ public:
     virtual void internal_cloneReferences(Deviant, internal::CloneMap &) {}
     /// First pass of `clone`: makes the copies of this object and all it contains, with their plain values.
     virtual void internal_cloneContents(Deviant, internal::CloneMap &) {}
-    /// A copy of this object and all it contains in the model that `target` is, or belongs to; unparented there. Null of
-    /// what is no object of a class.
+    /// A copy of this object and all it contains in the model that `target` is, or belongs to; unparented there. Null
+    /// of what is no object of a class.
     template <class Copy = ClassObject> [[nodiscard]] Copy clone(Deviant deviant, Copy const & target);
     /// First pass of `destroy`: takes this object and all it contains off the ends that others hold of them.
     virtual void internal_unlinkForDestroy(Deviant) {}
@@ -63,7 +63,7 @@ public:
     [[nodiscard]] virtual std::size_t getByteSize() const { return 0; }
 
     // --- state protocol --------------------------------------------------------------------------------------------
-    /// Whether the object exists in the deviant, by a state of its own or through the root. Never raises.
+    /// Whether the object exists in the deviant, by a state of its own or through the root. Never throws.
     [[nodiscard]] virtual bool deviant_isValid(Deviant) const { return false; }
     /// Deletes `state` if it is real.
     virtual void deviant_destroyState(ObjectIntf * /*state*/) {}
@@ -84,21 +84,21 @@ public:
     virtual void internal_deviationAssign(Deviant /*target*/, ObjectIntf * /*source*/, Deviant /*sourceDeviant*/) {}
 
     // --- naming and values -----------------------------------------------------------------------------------------
-    /// "ZEL.ImmutableX" or "ZEL.X". Raises "Internal Error" unless overridden.
+    /// "ZEL.ImmutableX" or "ZEL.X". Throws "Internal Error" unless overridden.
     [[nodiscard]] virtual char const * getOrcaName(bool immutable) const;
     [[nodiscard]] virtual String toString(Deviant deviant) const = 0;
     virtual Object fromString(Deviant deviant, String const & text) = 0;
-    /// The class of an object, the data type of a value. Raises "The Object.getMetaType operation is not yet
+    /// The class of an object, the data type of a value. Throws "The Object.getMetaType operation is not yet
     /// implemented!" for what has neither.
     template <class Type = ImmutableType> [[nodiscard]] Type getMetaType(Deviant deviant) const {
         return handleOn<Type>(internal_metaType(deviant));
     }
 
     // --- access to states ------------------------------------------------------------------------------------------
-    /// The state to read in the deviant: its own or the root's. Raises when the model or the deviant has gone, and when
+    /// The state to read in the deviant: its own or the root's. Throws when the model or the deviant has gone, and when
     /// the object is not present in the deviant.
     [[nodiscard]] virtual ObjectIntf * getReadDeviant(Deviant) const { return nullptr; }
-    /// The state to write in the deviant, made and saved as needed. Raises also when no transaction is open.
+    /// The state to write in the deviant, made and saved as needed. Throws also when no transaction is open.
     [[nodiscard]] virtual ObjectIntf * getWriteDeviant(Deviant) const { return nullptr; }
     /// Null of what is no object of a class.
     template <class Class = ImmutableClass> [[nodiscard]] Class getMetaClass(Deviant deviant) const;

@@ -29,7 +29,7 @@ public:
     [[nodiscard]] ListenerBase * refusedBy() const noexcept { return fRefusedBy; }
     void setRefusedBy(ListenerBase * listener) noexcept { fRefusedBy = listener; }
 
-    /// Raises at depth 0 while objects are on their way from one state to another, in an undo or redo.
+    /// Throws at depth 0 while objects are on their way from one state to another, in an undo or redo.
     void begin(std::string const & name, std::int32_t level);
     void requireNothingSaved() const;
     void endLevel() noexcept { setDepth(fDepth - 1); }
@@ -47,8 +47,8 @@ public:
     }
     /// Saves over what was saved before, and destroys that.
     void saveOver(StateMap::Key object, StateMap::State state);
-    /// Saves what `copy()` returns, unless a state is saved already; says whether it has. It makes room before the copy,
-    /// which nobody else owns.
+    /// Saves what `copy()` returns, unless a state is saved already; says whether it has. It makes room before the
+    /// copy, which nobody else owns.
     template <class Copy> bool saveOnce(StateMap::Key object, Copy copy) {
         if (fChanges.states.get(object) != nullptr) {
             return false;

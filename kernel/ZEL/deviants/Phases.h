@@ -14,9 +14,9 @@ class DeviantManager;
 
 namespace internal {
 
-/// The phases of one deviant in which client code runs: commits with listeners, undos, redos. They nest, and may point at
-/// holders that have been dismissed and at change sets that have left the history meanwhile: both are kept here until the
-/// outermost phase has ended.
+/// The phases of one deviant in which client code runs: commits with listeners, undos, redos. They nest, and may point
+/// at holders that have been dismissed and at change sets that have left the history meanwhile: both are kept here
+/// until the outermost phase has ended.
 class Phases {
 public:
     explicit Phases(DeviantManager const & manager) noexcept : fManager(manager) {}
@@ -46,8 +46,8 @@ private:
     std::unique_ptr<ChangeSet> fRecords; ///< the last, and from it on the others
 };
 
-/// One phase. It holds a count on the model, so that no listener ends it. Giving that back may destroy the deviant, so it
-/// must be the first local of its function.
+/// One phase. It holds a count on the model, so that no listener ends it. Giving that back may destroy the deviant, so
+/// it must be the first local of its function.
 class PhaseScope {
 public:
     explicit PhaseScope(Phases & phases);

@@ -69,8 +69,8 @@ public:
 
     /// Makes room, so that `more` new keys can be set without memory. Nothing else changes if there is none.
     void makeRoom(std::size_t more);
-    /// Stores `state` and returns the former one, which now belongs to the caller. A new key for which there is no memory
-    /// leaves the map as it was.
+    /// Stores `state` and returns the former one, which now belongs to the caller. A new key for which there is no
+    /// memory leaves the map as it was.
     [[nodiscard]] State set(Key key, State state);
     /// Returns the state that stood there, which now belongs to the caller, or null.
     [[nodiscard]] State erase(Key key);

@@ -12,7 +12,7 @@ namespace ZEL {
 ///
 /// Blocks may nest; then only the outermost commit acts. But one cancel ends the transaction at all levels: when an
 /// inner block is left without a commit, its changes and those of the blocks around it are undone, and their `commit`
-/// raises "transaction not started". The same holds after a commit that a validator has refused.
+/// throws "transaction not started". The same holds after a commit that a validator has refused.
 ///
 ///     Transaction transaction(model.getDeviant(), "rename");
 ///     comment.setBody("text");

@@ -16,8 +16,8 @@ namespace ZEL::internal {
 
 namespace {
 
-/// What a copied object refers to in place of `target`: the copy of it, `target` itself if a one-sided or many-sided link
-/// to it can be kept, or nothing.
+/// What a copied object refers to in place of `target`: the copy of it, `target` itself if a one-sided or many-sided
+/// link to it can be kept, or nothing.
 ObjectIntf * referenceFor(ObjectIntf * target, FieldDescriptor const & field, BodyCore & copy,
                           CloneMap const & copies) {
     if (target == nullptr) {

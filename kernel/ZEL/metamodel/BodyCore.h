@@ -27,7 +27,7 @@ public:
 
     // --- counting --------------------------------------------------------------------------------------------------
     void incRef() override { ++fRefCount; }
-    /// Raises "Decrementing the ref count of a ref with count already 0" on a count below 1.
+    /// Throws "Decrementing the ref count of a ref with count already 0" on a count below 1.
     void decRef() override;
     int numRef() override { return fRefCount; }
 
@@ -102,7 +102,7 @@ public:
     [[nodiscard]] ModelCore * internal_model() const noexcept { return fModel; }
     [[nodiscard]] std::int32_t internal_id() const noexcept { return fId; }
 
-    /// Static part of `internal_createDeviation`: an empty state for the root. Raises
+    /// Static part of `internal_createDeviation`: an empty state for the root. Throws
     /// "no root deviant passed to XImpl::createRootDeviation" for a deviant with an id.
     [[nodiscard]] StateCore * createRootDeviation(Deviant deviant) const;
     [[nodiscard]] StateCore * createDeviation(Deviant deviant) const;

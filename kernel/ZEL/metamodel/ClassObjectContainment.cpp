@@ -30,7 +30,7 @@ bool canHaveContents(ClassObjectIntf const & object, Deviant deviant) {
             deviant.getSavedOldStateOfObject(&object) != static_cast<ObjectIntf *>(Deviant::InvalidObject));
 }
 
-/// All that forbids `container` to become the container of `object`; raises before anything is written.
+/// All that forbids `container` to become the container of `object`; throws before anything is written.
 void checkContainer(ClassObjectIntf const & object, Deviant deviant, ClassObject const & container) {
     ClassObjectIntf const * const target = container.getImplementation();
     if (target == &object ||

@@ -12,7 +12,7 @@ namespace ZEL {
 
 /// What every `ImmutableX` on a class object offers beside the operations of its class: reflective reads.
 ///
-/// An invalid property and a name that the class does not have raise "Trying to get invalid property!".
+/// An invalid property and a name that the class does not have throw "Trying to get invalid property!".
 template <class I> class ImmutableClassObjectHandle : public ObjectHandle<I> {
 public:
     using ObjectHandle<I>::ObjectHandle;
@@ -48,7 +48,7 @@ private:
 
 /// What every `X` on a class object adds: reflective writes, deletion, copies.
 ///
-/// An invalid property and an unknown name raise "Trying to set invalid property!".
+/// An invalid property and an unknown name throw "Trying to set invalid property!".
 template <class Immutable> class ClassObjectHandle : public MutableHandle<Immutable> {
 public:
     using BodyInterface = typename Immutable::BodyInterface;

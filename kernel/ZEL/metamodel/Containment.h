@@ -7,8 +7,8 @@
 
 /// The composite properties of an object taken together: what containment, deletion and copies walk.
 ///
-/// Working part of the metamodel framework. Objects are named by their interface; every routine reads and writes through
-/// the object's state in the given deviant, so the usual failures apply.
+/// Working part of the metamodel framework. Objects are named by their interface; every routine reads and writes
+/// through the object's state in the given deviant, so the usual failures apply.
 namespace ZEL::internal {
 
 class PersistentSequence;
@@ -56,7 +56,8 @@ ZEL_API void collectContainees(ClassObjectIntf const & object, Deviant deviant,
 /// The object and all it contains that exist in the deviant, parents before children. No recursion.
 [[nodiscard]] ZEL_API std::vector<ClassObjectIntf *> collectSubtree(ClassObjectIntf & object, Deviant deviant);
 
-/// Of a model: what it holds beside its containees, that is the objects without container and its factory. Empty otherwise.
+/// Of a model: what it holds beside its containees, that is the objects without container and its factory. Empty
+/// otherwise.
 [[nodiscard]] ZEL_API std::vector<ClassObjectIntf *> modelRoots(ClassObjectIntf & object, Deviant deviant);
 
 /// Puts the object among the `unparented` of its model, or takes it out. A model is never put there.

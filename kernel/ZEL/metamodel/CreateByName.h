@@ -23,8 +23,8 @@ namespace internal {
 [[nodiscard]] ZEL_API ClassObject createByName(ClassObjectIntf & factory, Deviant deviant,
                                                std::span<ClassDescriptor const * const> classes, String const & name,
                                                Integer const & id);
-/// A new object of the class, for which `text` says nothing, or else the value that `text` says in the data type of this
-/// name; an invalid handle if there is neither.
+/// A new object of the class, for which `text` says nothing, or else the value that `text` says in the data type of
+/// this name; an invalid handle if there is neither.
 [[nodiscard]] ZEL_API Object createByName(ClassObjectIntf & factory, Deviant deviant,
                                           std::span<ClassDescriptor const * const> classes, String const & name,
                                           String const & text);

@@ -29,8 +29,8 @@ namespace Generic {
 struct PropertyToSequenceMethods;
 } // namespace Generic
 
-/// What the generator knows of a metamodel, as constant tables: the source of the bootstrap, of reflective access and of
-/// the operations that treat all properties of an object alike (containment, copies, deletion).
+/// What the generator knows of a metamodel, as constant tables: the source of the bootstrap, of reflective access and
+/// of the operations that treat all properties of an object alike (containment, copies, deletion).
 namespace internal {
 
 class BodyCore;

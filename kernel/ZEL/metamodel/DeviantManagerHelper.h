@@ -29,7 +29,7 @@ public:
 
 protected:
     /// Makes the target equal to the source for the objects of the report: creates the states of new objects, ends the
-    /// deleted ones, then fills the new and the modified. An invalid handle in it raises "Cannot access NULL ref. Use
+    /// deleted ones, then fills the new and the modified. An invalid handle in it throws "Cannot access NULL ref. Use
     /// isValid() before calling methods".
     void doTheJob(ReportOfChanges<ClassObject, FALSE_TYPE> const & report);
 };

@@ -30,7 +30,7 @@ Boolean ElementIntf::mustBeOwned(Deviant) const { return Boolean(true); }
 
 Boolean PackageIntf::mustBeOwned(Deviant) const { return Boolean(false); }
 
-// --- persistence: a few bits that every state has ----------------------------------------------------------------------
+// --- persistence: a few bits that every state has --------------------------------------------------------------------
 
 Boolean ElementIntf::hasPersistence(Deviant deviant) const {
     return Boolean(internal::coreToRead(*this, deviant).persistence() != 0);
@@ -48,14 +48,14 @@ void ElementIntf::setPersistence(Deviant deviant, PersistenceKind const & persis
 
 void ElementIntf::removePersistence(Deviant deviant) { internal::coreToWrite(*this, deviant).setPersistence(0); }
 
-// --- a state's answers, and those of what is neither body nor state ----------------------------------------------------
+// --- a state's answers, and those of what is neither body nor state --------------------------------------------------
 
 String ClassObjectOperations::toString(Deviant) const { return String(); }
 Object ClassObjectOperations::fromString(Deviant, String const &) { return Object(); }
 ImmutableClass ClassObjectOperations::getMetaClass(Deviant) const { return ImmutableClass(); }
 ClassObject ClassObjectOperations::clone(Deviant, ClassObject const &) { return ClassObject(); }
 
-// --- identity ---------------------------------------------------------------------------------------------------------
+// --- identity --------------------------------------------------------------------------------------------------------
 
 std::string ClassObjectOperations::internal_describe(Deviant deviant, WithoutClass orElse) const {
     ImmutableClass const metaClass = getMetaClass(deviant);
@@ -85,7 +85,7 @@ void ClassObjectOperations::setSiid(Deviant, String const &) { internal::raiseRe
 
 void ClassObjectOperations::removeSiid(Deviant) { internal::raiseNotRemovable("siid"); }
 
-// --- models --------------------------------------------------------------------------------------------------------------
+// --- models ----------------------------------------------------------------------------------------------------------
 
 Boolean ClassObjectOperations::hasModelZEL(Deviant deviant) const {
     return Boolean(internal::coreToRead(*this, deviant).modelZEL != nullptr);
@@ -128,7 +128,7 @@ void ClassObjectOperations::removeRootModel(Deviant) { internal::raiseNotRemovab
 
 void ClassObjectOperations::removeOnlyRootModel(Deviant deviant) { removeRootModel(deviant); }
 
-// --- stereotype instances ------------------------------------------------------------------------------------------------
+// --- stereotype instances --------------------------------------------------------------------------------------------
 
 Sequence<StereotypeObject> ClassObjectOperations::getAppliedStereotypeInstances(Deviant deviant) const {
     return internal::associationView<StereotypeObject>(*this, deviant, appliedStereotypeInstanceProperty(),

@@ -36,7 +36,7 @@ BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor cons
     if (id < 1 || id == model.internal_id()) {
         raiseInternalError("Internal id value overflow!");
     }
-    static_cast<void>(model.readState(deviant)); // raises while there is nothing to undo
+    static_cast<void>(model.readState(deviant)); // throws while there is nothing to undo
     BodyCore & body = *descriptor.createBody();
     model.adoptNumbered(body);
     ClassObject const object(&body, deviant);

@@ -9,9 +9,9 @@ namespace ZEL::internal {
 
 class ModelCore;
 
-/// A new object of the class in the model: present in `deviant` alone, unparented, numbered by the next number or by `id`.
-/// Raises before anything is made: when the model has gone, when the deviant is not open for writing, when the numbers
-/// are used up ("Internal id value overflow!"), and when `id` belongs to another object.
+/// A new object of the class in the model: present in `deviant` alone, unparented, numbered by the next number or by
+/// `id`. Throws before anything is made: when the model has gone, when the deviant is not open for writing, when the
+/// numbers are used up ("Internal id value overflow!"), and when `id` belongs to another object.
 ZEL_API BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor);
 ZEL_API BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor,
                                 std::int32_t id);

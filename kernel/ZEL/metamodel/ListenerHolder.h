@@ -69,7 +69,7 @@ private:
     internal::ChangedBodies fChanged;
 };
 
-/// Registers `listener` for the role; it must be unregistered before it dies, or outlive the deviant. Raises "listener
+/// Registers `listener` for the role; it must be unregistered before it dies, or outlive the deviant. Throws "listener
 /// already registered with deviant" if it stands in the list of this role.
 template <class L> void registerModifierOnCommit(Deviant deviant, L & listener) {
     deviant.registerModifierOnCommit(deviant.getImpl() != nullptr ? new ListenerHolder<L>(listener) : nullptr);

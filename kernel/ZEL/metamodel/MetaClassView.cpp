@@ -49,7 +49,7 @@ std::vector<ObjectIntf const *> sortedBodies(std::vector<ImmutableClass> const &
 
 } // namespace
 
-// --- one property ------------------------------------------------------------------------------------------------------
+// --- one property ----------------------------------------------------------------------------------------------------
 
 PropertyView::Role PropertyView::roleOf(std::string_view name) noexcept {
     static constexpr std::pair<std::string_view, Role> roles[] = {
@@ -87,7 +87,7 @@ PropertyView::PropertyView(ImmutableProperty const & handle)
     isOfContainer = isContainer || (hasOpposite && opposite.isDerived() && !isComposite);
 }
 
-// --- one class -----------------------------------------------------------------------------------------------------------
+// --- one class -------------------------------------------------------------------------------------------------------
 
 MetaClassView::MetaClassView(ImmutableClass const & metaClass)
     : fMetaClass(metaClass),
@@ -150,7 +150,7 @@ void MetaClassView::forget() noexcept {
     Views const forgotten = std::exchange(keptViews(), Views());
 }
 
-// --- upwards ---------------------------------------------------------------------------------------------------------------
+// --- upwards ---------------------------------------------------------------------------------------------------------
 
 std::vector<ImmutableClass> withSuperClasses(ImmutableClass const & metaClass) {
     std::vector<ImmutableClass> found;

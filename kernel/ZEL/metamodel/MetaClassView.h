@@ -63,7 +63,7 @@ struct ZEL_API PropertyView {
 /// holds a view may go on reading it; it says what was so then.
 class ZEL_API MetaClassView {
 public:
-    /// Raises "An Internal Error has occurred" for an invalid class.
+    /// Throws "An Internal Error has occurred" for an invalid class.
     [[nodiscard]] static std::shared_ptr<MetaClassView const> of(ImmutableClass const & metaClass);
     /// Forgets all views that are kept. Called with each change of a metamodel that has been looked at.
     static void forget() noexcept;

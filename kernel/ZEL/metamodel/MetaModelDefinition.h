@@ -5,7 +5,8 @@
 
 namespace ZEL::internal {
 
-/// Second phase of building a metamodel: superclasses, types, associations, plain values and storages of the properties.
+/// Second phase of building a metamodel: superclasses, types, associations, plain values and storages of the
+/// properties.
 class MetaModelDefinition {
 public:
     MetaModelDefinition(MetaModelDescriptor const & descriptor, MetaModelDeclaration const & declaration)

@@ -43,8 +43,8 @@ void ModelCore::release() noexcept {
     fRefCount = kDyingCount;
     forgetViews();
     fManager.destroy();
-    // Nothing here asks for memory: a model often goes because there is none. A state may hold the last handle on another
-    // body of this model: none goes before all are marked.
+    // Nothing here asks for memory: a model often goes because there is none. A state may hold the last handle on
+    // another body of this model: none goes before all are marked.
     visitBodies([](BodyCore & body) { ++body.fRefCount; });
     visitBodies([](BodyCore & body) {
         body.fModel = nullptr;
@@ -256,7 +256,7 @@ Integer ModelCore::getNextIdValue(Deviant) const { return Integer(fNextId); }
 
 void ModelCore::setNextIdValue(Deviant, Integer const & value) { fNextId = static_cast<std::int32_t>(value); }
 
-// --- deviants ----------------------------------------------------------------------------------------------------------
+// --- deviants --------------------------------------------------------------------------------------------------------
 
 Deviant ModelCore::createDeviantWithName(Deviant, String const & name) {
     return fManager.createDeviantWithName(name.str());
@@ -274,7 +274,7 @@ void ModelCore::removeDeviantWithName(Deviant deviant, String const & name) {
     fManager.removeDeviantWithName(name.str());
 }
 
-// --- deletion ----------------------------------------------------------------------------------------------------------
+// --- deletion --------------------------------------------------------------------------------------------------------
 
 void ModelCore::destroy(Deviant deviant) {
     if (!deviant_isValid(deviant)) {

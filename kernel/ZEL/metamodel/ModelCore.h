@@ -39,10 +39,10 @@ public:
     void noteForeign(BodyCore & body);
     /// Gives such a body up, once no state of this model leads to it. Nothing for another one.
     void forgetForeign(BodyCore & body);
-    /// Raises, before anything is written, unless `id` can be given to an object of the class.
+    /// Throws, before anything is written, unless `id` can be given to an object of the class.
     void checkId(Deviant deviant, std::int32_t id, ClassDescriptor const & descriptor) const;
-    /// Gives an object of this model the next number: its present one is free then. Raises "Internal id value overflow!"
-    /// if there is no next one.
+    /// Gives an object of this model the next number: its present one is free then. Throws "Internal id value
+    /// overflow!" if there is no next one.
     void renumber(BodyCore & body);
     /// The object with this number that exists in `deviant`, or else one that does not; null if there is none.
     [[nodiscard]] BodyCore * bodyById(Deviant deviant, std::int32_t id) const;
@@ -85,7 +85,7 @@ private:
 
     [[nodiscard]] BodyCore * entry(std::int32_t id) const noexcept;
     void enter(std::int32_t id, BodyCore & body);
-    /// The body of an object of this model; raises "An Internal Error has occurred" for one of another model.
+    /// The body of an object of this model; throws "An Internal Error has occurred" for one of another model.
     [[nodiscard]] BodyCore & ownBody(ClassObject const & object) const;
     [[nodiscard]] bool isValidAnywhere(BodyCore const & body) const;
     /// Calls `visit(body)` for all bodies that have a number, in the order of their numbers.

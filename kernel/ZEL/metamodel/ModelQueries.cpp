@@ -19,7 +19,7 @@ int number(Integer const & value) { return static_cast<std::int32_t>(value); }
 
 } // namespace
 
-// --- transactions, history, deviants -----------------------------------------------------------------------------------
+// --- transactions, history, deviants ---------------------------------------------------------------------------------
 
 void ModelIntf::beginTransaction(Deviant deviant) { deviant.beginTransaction(); }
 void ModelIntf::beginTransaction(Deviant deviant, String const & name) { deviant.beginTransaction(name.str()); }
@@ -78,7 +78,7 @@ ImmutableSequence<ImmutableClassObject> ModelIntf::getObjectsDeviatingFromRoot(D
     return result;
 }
 
-// --- numbers -----------------------------------------------------------------------------------------------------------
+// --- numbers ---------------------------------------------------------------------------------------------------------
 
 ClassObject ModelIntf::handleObjectById(Deviant, Integer const &, ClassObject const &, Integer const &) {
     return ClassObject();
@@ -94,7 +94,7 @@ void ModelIntf::removeNextIdValue(Deviant) {}
 void ModelIntf::setNextIdValue(Deviant, Integer const &) {}
 Integer ModelIntf::getNextIdValue(Deviant) const { return Integer(1); }
 
-// --- siid: the model's uuid ----------------------------------------------------------------------------------------------
+// --- siid: the model's uuid ------------------------------------------------------------------------------------------
 
 Boolean ModelIntf::hasStringSiid(Deviant deviant) const { return Boolean(!getStringSiid(deviant).empty()); }
 

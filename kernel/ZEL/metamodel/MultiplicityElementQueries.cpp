@@ -1,4 +1,5 @@
-// Multiplicities. The unlimited upper bound is the largest unsigned number, so comparisons of upper bounds are unsigned.
+// Multiplicities. The unlimited upper bound is the largest unsigned number, so comparisons of upper bounds are
+// unsigned.
 
 #include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>

@@ -10,8 +10,8 @@ namespace ZEL::internal {
 
 /// Values by pointer, in the order in which they come.
 ///
-/// For walks over whole models: two flat arrays, so that a million entries cost little more each than a thousand. Nothing
-/// is ever taken out.
+/// For walks over whole models: two flat arrays, so that a million entries cost little more each than a thousand.
+/// Nothing is ever taken out.
 template <class Value> class PointerMap {
 public:
     struct Entry {

@@ -15,7 +15,7 @@ template <class I, class V, auto Has, auto Get, auto Set, auto SetOnly, auto Rem
 inline constexpr Generic::PropertyToSequenceMethods
     singleAccess = Generic::PropertyToSequenceMethods::of<I, V, Has, Get, Set, SetOnly, Remove, RemoveOnly>();
 
-/// One getter of a multi-valued property with elements of class `V`. Raises "An Internal Error has occurred" for an
+/// One getter of a multi-valued property with elements of class `V`. Throws "An Internal Error has occurred" for an
 /// object that is not an `I`.
 template <class I, class V, auto Getter> Sequence<Object> manyAccess(ImmutableClassObject const & object) {
     auto * const part = static_cast<I *>(object.getImplementation()->cast(I::classInfo()));

@@ -7,7 +7,7 @@ namespace ZEL {
 /// One property of one object, named at compile time: what the generated `P_()` operations return.
 ///
 /// `Tag` names the property and the types of its values; `H` is the handle class of the object. A plain pair for
-/// application code that treats properties alike without giving up their types. Every operation raises the NULL text on
+/// application code that treats properties alike without giving up their types. Every operation throws the NULL text on
 /// a null handle.
 template <class Tag, class H> class PropertyAndObject {
 public:

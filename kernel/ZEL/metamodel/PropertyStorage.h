@@ -11,8 +11,8 @@
 
 namespace ZEL {
 
-/// Handle on a property's storage: the value of `Property.storage`. Every operation raises the NULL text on a null handle
-/// and forwards otherwise.
+/// Handle on a property's storage: the value of `Property.storage`. Every operation throws the NULL text on a null
+/// handle and forwards otherwise.
 class ZEL_API PropertyStorage : public RefBase<PropertyStorageIntf *> {
 public:
     PropertyStorage() = default;

@@ -13,8 +13,8 @@ template <class T> class Sequence;
 
 /// How the value of one property is reached on any object that has it: the strategy behind reflective access.
 ///
-/// Shared by the defining property and all its clones; counted. The objects given must be of the class that declares the
-/// property.
+/// Shared by the defining property and all its clones; counted. The objects given must be of the class that declares
+/// the property.
 class ZEL_API PropertyStorageIntf : public virtual ReferenceCountingIntf {
 public:
     [[nodiscard]] virtual bool has(ImmutableClassObject const & object) const = 0;

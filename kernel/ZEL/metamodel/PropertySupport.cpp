@@ -117,7 +117,7 @@ private:
 
 } // namespace
 
-// --- states ------------------------------------------------------------------------------------------------------------
+// --- states ----------------------------------------------------------------------------------------------------------
 
 ObjectIntf & stateItself(ClassObjectIntf const & object) {
     StateCore * const state = object.internal_state();
@@ -137,7 +137,7 @@ StateCore & coreToWrite(ClassObjectIntf & object, Deviant deviant) {
     return body != nullptr ? *body->writeState(deviant) : *stateItself(object).internal_state();
 }
 
-// --- single-valued ends --------------------------------------------------------------------------------------------------
+// --- single-valued ends ----------------------------------------------------------------------------------------------
 
 void removeEnd(ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const & property) {
     if (property.storage == Storage::Container) {
@@ -207,7 +207,7 @@ void setEnd(ClassObjectIntf & object, Deviant deviant, PropertyDescriptor const 
     property.single->setEndOnly(&object, deviant, targetRef);
 }
 
-// --- sequences -------------------------------------------------------------------------------------------------------------
+// --- sequences -------------------------------------------------------------------------------------------------------
 
 SequenceHandle storedSequenceHandle(ClassObjectIntf const & object, Deviant deviant,
                                     Generic::SequenceField const & field) {

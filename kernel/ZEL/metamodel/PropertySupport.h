@@ -19,7 +19,7 @@ namespace ZEL::internal {
 
 using Generic::SequenceHandle;
 
-/// The state that `object` is. Raises "An Internal Error has occurred" if it is none.
+/// The state that `object` is. Throws "An Internal Error has occurred" if it is none.
 [[nodiscard]] ZEL_API ObjectIntf & stateItself(ClassObjectIntf const & object);
 
 // --- states ----------------------------------------------------------------------------------------------------------
@@ -52,7 +52,7 @@ template <class H> void noteForeignElement(ClassObjectIntf const & object, H con
     object.internal_noteElement(value.getImplementationWithoutAssert());
 }
 
-/// A handle of a narrower class, for operations that a subclass has redefined. A valid value of another class raises
+/// A handle of a narrower class, for operations that a subclass has redefined. A valid value of another class throws
 /// "An Internal Error has occurred".
 template <class H, class V> H narrowed(V const & value) {
     H result(value);

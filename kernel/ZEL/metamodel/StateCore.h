@@ -53,8 +53,8 @@ public:
         fBits = (fBits & ~kPersistenceMask) | (value & kPersistenceMask);
     }
 
-    /// Few objects have stereotype instances, so they stand in a process-wide table keyed by the state. The shared empty
-    /// sequence for a state without an entry.
+    /// Few objects have stereotype instances, so they stand in a process-wide table keyed by the state. The shared
+    /// empty sequence for a state without an entry.
     [[nodiscard]] PersistentSequence const & stereotypeInstances() const noexcept;
     /// Makes the entry if there is none.
     [[nodiscard]] PersistentSequence & writableStereotypeInstances();

@@ -8,8 +8,8 @@ namespace ZEL {
 
 /// Storage of a metaclass property that stands for the extension of the metaclass by a stereotype.
 ///
-/// The values are those of the object's applied stereotype instances whose metaclass is the stereotype itself; instances
-/// of stereotypes derived from it are not among them. A value that is no valid stereotype instance raises
+/// The values are those of the object's applied stereotype instances whose metaclass is the stereotype itself;
+/// instances of stereotypes derived from it are not among them. A value that is no valid stereotype instance throws
 /// "Only Stereotypes can be added to this property!" before anything is written.
 class ZEL_API StaticExtensionStorage : public PropertyStorageIntf, public ReferenceCountingImpl {
 public:

@@ -7,8 +7,8 @@
 
 namespace ZEL::Generic {
 
-/// A counted sequence that passes every operation on to another one, on which it holds a count. A derived class says what
-/// it does besides.
+/// A counted sequence that passes every operation on to another one, on which it holds a count. A derived class says
+/// what it does besides.
 class ZEL_API ForwardingSequence : public SequenceProxy {
 public:
     [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override {

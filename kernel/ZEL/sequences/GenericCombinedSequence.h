@@ -12,8 +12,8 @@ namespace ZEL::Generic::combined_sequence_internal {
 
 /// The elements of several filtered sequences one after the other: a derived union.
 ///
-/// A pushed element goes to the first of them that takes it. Elements cannot be inserted or replaced, since a place between
-/// two sequences belongs to neither. An index beyond the end throws "An Internal Error has occurred".
+/// A pushed element goes to the first of them that takes it. Elements cannot be inserted or replaced, since a place
+/// between two sequences belongs to neither. An index beyond the end throws "An Internal Error has occurred".
 class ZEL_API GenericCombinedSequence final : public SequenceProxy {
 public:
     using SubSequence = filtered_sequence_internal::GenericFilteredSequence;
@@ -73,15 +73,16 @@ private:
     /// The first sub-sequence that takes the element, or -1.
     [[nodiscard]] int get_sub_sequence(Ref const & element) const;
     [[nodiscard]] SubSequence & subSequenceFor(Ref const & element) const;
-    /// The place of an index; one beyond the last sub-sequence, with what is left over, for an index at or past the end.
+    /// The place of an index; one beyond the last sub-sequence, with what is left over, for an index at or past the
+    /// end.
     [[nodiscard]] Place placeOf(Deviant deviant, int index) const;
     [[nodiscard]] Iterator const & ownIterator(IteratorIntf const * iterator) const;
 
     std::vector<SmartPtr<SubSequence, ReferenceCounted>> fSubSequences;
 };
 
-/// Number of a sub-sequence, and a position inside it. Keeps an iterator of a sub-sequence that hides elements, so that a
-/// loop is linear.
+/// Number of a sub-sequence, and a position inside it. Keeps an iterator of a sub-sequence that hides elements, so that
+/// a loop is linear.
 class ZEL_API GenericCombinedSequence::Iterator final : public IteratorOf<GenericCombinedSequence::Iterator> {
 public:
     using SubIterator = SubSequence::Iterator;

@@ -14,7 +14,7 @@ namespace ZEL::Generic {
 
 using NSInterface::ObjectIntf;
 
-// --- the two kinds of storage, one shape ------------------------------------------------------------------------------
+// --- the two kinds of storage, one shape -----------------------------------------------------------------------------
 
 struct GenericDeviantSequence::Bodies {
     using Storage = internal::PersistentSequence;
@@ -137,7 +137,7 @@ bool GenericDeviantSequence::generic_accepts(Deviant, Ref const & element) const
     return fField->hasTexts() ? Texts::fits(*this, element) : Bodies::fits(*this, element);
 }
 
-// --- writes: what can fail is asked of the storage to read, so that a failure leaves no trace in the change set --------
+// --- writes: what can fail is asked of the storage to read, so that a failure leaves no trace in the change set ------
 
 void GenericDeviantSequence::insertAt(int index, Ref const & element) {
     checkWritable();

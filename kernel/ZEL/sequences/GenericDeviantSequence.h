@@ -14,7 +14,8 @@ namespace ZEL::Generic {
 /// Holds no elements: at each call it finds the field in the state of the object, for a write in the state to write,
 /// which is what copies the object's state into the deviant. So it stays valid across transactions, deviants of the
 /// object see their own content, and every write throws outside of a transaction before anything has changed. Within
-/// one, a write that would change nothing, such as pushing an element that is there, does not ask for the state to write.
+/// one, a write that would change nothing, such as pushing an element that is there, does not ask for the state to
+/// write.
 ///
 /// The object is not counted. Reading a sequence whose model has gone throws "object accessed after its model has been
 /// destroyed" without touching the object. Iterators are plain positions and are told when the sequence goes.

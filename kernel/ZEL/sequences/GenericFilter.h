@@ -15,8 +15,8 @@ namespace ZEL::Generic::filtered_sequence_internal {
 /// element into the one to store; a null result says that the element cannot belong here. A pure transform never hides
 /// anything, so that positions are the same above and below.
 ///
-/// A plain value: copies share the data, which lives until `destroy` is called on one of them. The sequence that is made
-/// with a filter does that.
+/// A plain value: copies share the data, which lives until `destroy` is called on one of them. The sequence that is
+/// made with a filter does that.
 class ZEL_API GenericFilter {
 public:
     struct VTable {

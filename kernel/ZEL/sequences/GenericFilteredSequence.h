@@ -10,9 +10,9 @@ namespace ZEL::Generic::filtered_sequence_internal {
 
 /// Shows the elements of another sequence that a filter accepts, perhaps as other elements, and writes through it.
 ///
-/// Elements pass the filter with the deviant of the handle under it. With a pure transform sizes and positions are those
-/// of the sequence under it; else they are found by a walk, so loops use iterators. An index that the view does not have,
-/// and an element that it does not take, throw "An Internal Error has occurred".
+/// Elements pass the filter with the deviant of the handle under it. With a pure transform sizes and positions are
+/// those of the sequence under it; else they are found by a walk, so loops use iterators. An index that the view does
+/// not have, and an element that it does not take, throw "An Internal Error has occurred".
 class ZEL_API GenericFilteredSequence final : public SequenceProxy {
 public:
     class Iterator;
@@ -79,9 +79,9 @@ private:
     [[nodiscard]] Ref checkedFilterSet(Ref shown) const;
     [[nodiscard]] IteratorPtr wrap(Deviant deviant, IteratorPtr inner) const;
 
-    // The ends of the sequence under this one move with its writes, those that do not pass through here included. A place
-    // that is a plain number is compared with the size; for others the ends are made anew with each iterator and each
-    // write here.
+    // The ends of the sequence under this one move with its writes, those that do not pass through here included. A
+    // place that is a plain number is compared with the size; for others the ends are made anew with each iterator and
+    // each write here.
     [[nodiscard]] bool isAtBegin(Deviant deviant, IteratorIntf const & inner) const;
     [[nodiscard]] bool isAtEnd(Deviant deviant, IteratorIntf const & inner) const;
     void dropEnds() const noexcept;

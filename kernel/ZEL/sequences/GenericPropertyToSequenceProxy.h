@@ -10,9 +10,10 @@ namespace ZEL::Generic {
 
 /// Shows a single-valued property of an object as a sequence of its one value, or of none.
 ///
-/// Adding sets the value, so an existing one is replaced, and every form of erasing removes it. Two operations are laxer
-/// than one expects, on purpose: `generic_contains` compares presence only, not the elements, and `generic_replace`
-/// takes any index. An index that does not fit throws "for at i cannot be anything but 0" or "Cannot add elements.".
+/// Adding sets the value, so an existing one is replaced, and every form of erasing removes it. Two operations are
+/// laxer than one expects, on purpose: `generic_contains` compares presence only, not the elements, and
+/// `generic_replace` takes any index. An index that does not fit throws "for at i cannot be anything but 0" or "Cannot
+/// add elements.".
 class ZEL_API GenericPropertyToSequenceProxy : public SequenceProxy {
 public:
     using ObjectHandle = RefBase<NSInterface::ClassObjectIntf *>;

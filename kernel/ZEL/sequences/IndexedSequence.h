@@ -10,15 +10,16 @@
 
 namespace ZEL::Generic {
 
-/// The operations of a sequence that finds its elements by index, in terms of a few of its own. `Base` is `SequenceIntf`,
-/// or `SequenceProxy` for one that is counted.
+/// The operations of a sequence that finds its elements by index, in terms of a few of its own. `Base` is
+/// `SequenceIntf`, or `SequenceProxy` for one that is counted.
 ///
-/// `Kind` is the class that derives from this one and makes it a friend. It is called directly, so this costs no virtual
-/// call. It has what is missing here of `SequenceIntf`, a class `Iterator` that is made of the sequence and an index, and
+/// `Kind` is the class that derives from this one and makes it a friend. It is called directly, so this costs no
+/// virtual call. It has what is missing here of `SequenceIntf`, a class `Iterator` that is made of the sequence and an
+/// index, and
 /// - `Ref refAt(Deviant, place) const`: the element at the index that `place` returns for the size, after its checks;
-/// - `void insertAt(int index, Ref const & element)` and `void eraseAt(int index)`, which check what they are given.
-/// It may hide the operations below that are not virtual. Its source instantiates this class, and its header says so, by
-/// `extern template`.
+/// - `void insertAt(int index, Ref const & element)` and `void eraseAt(int index)`, which check what they are given. It
+///   may hide the operations below that are not virtual. Its source instantiates this class, and its header says so, by
+///   `extern template`.
 template <class Kind, class Base> class ZEL_API IndexedSequence : public Base {
 public:
     [[nodiscard]] Ref generic_at(Deviant deviant, int index) const override;

@@ -10,10 +10,10 @@ namespace ZEL::Generic::ListQImplInternal {
 
 /// List of bodies, with duplicates, for results of queries. Holds a count on each element; `ListQImpl` adds the type.
 ///
-/// Two operations count differently than one expects, on purpose: `generic_replace` takes no count on the new element, unless
-/// it is a value, and the erasing of a range takes counts instead of giving them back. A count that an element has lost
-/// that way is not missed when the element leaves the list. `generic_contains` searches linearly. No uniqueness is checked. A copy
-/// has the same elements and counts of its own on them.
+/// Two operations count differently than one expects, on purpose: `generic_replace` takes no count on the new element,
+/// unless it is a value, and the erasing of a range takes counts instead of giving them back. A count that an element
+/// has lost that way is not missed when the element leaves the list. `generic_contains` searches linearly. No
+/// uniqueness is checked. A copy has the same elements and counts of its own on them.
 class ZEL_API ListQImplForRefs : public IndexedSequence<ListQImplForRefs, SequenceIntf> {
 public:
     class Iterator;

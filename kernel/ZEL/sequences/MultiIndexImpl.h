@@ -57,11 +57,12 @@ private:
 template <class T, int aIsUnique, class Key, class Immutable>
 class ZEL_API MultiIndexImplBase : public MultiIndexImplInternal::MultiIndexImplForPrimitives<T, aIsUnique, Key> {};
 
-/// Storage of elements `T`, handles or values, with quick positions and quick search; see `MultiIndexImplForRefsHelper`.
+/// Storage of elements `T`, handles or values, with quick positions and quick search; see
+/// `MultiIndexImplForRefsHelper`.
 ///
-/// With an `aIsUnique` of 1 it refuses a second element with an equal key. The key is the element itself, handles in the
-/// order of their bodies, or what a `Key` made without arguments returns for an element; it must not change while the
-/// element is stored.
+/// With an `aIsUnique` of 1 it refuses a second element with an equal key. The key is the element itself, handles in
+/// the order of their bodies, or what a `Key` made without arguments returns for an element; it must not change while
+/// the element is stored.
 template <class T, int aIsUnique, class Key = boost::multi_index::identity<T>>
 class ZEL_API MultiIndexImpl final : public MultiIndexImplBase<T, aIsUnique, Key, FALSE_TYPE> {};
 

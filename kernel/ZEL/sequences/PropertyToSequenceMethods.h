@@ -11,8 +11,8 @@ namespace ZEL::Generic {
 
 /// Access to one single-valued property through the operations of the class that declares it: a constant per property.
 ///
-/// A member may be null. Calling one that is null, a null object, and an object that is not of the declaring class throw
-/// "An Internal Error has occurred". Values are converted between `Ref` and the property's type.
+/// A member may be null. Calling one that is null, a null object, and an object that is not of the declaring class
+/// throw "An Internal Error has occurred". Values are converted between `Ref` and the property's type.
 struct ZEL_API PropertyToSequenceMethods {
     // Each is called with the address of the object's part of the declaring class.
     using Setter = void (*)(void * object, Deviant deviant, Ref const & value);

@@ -29,7 +29,8 @@ struct RefOps {
 ///
 /// Passed by value and managed by itself: nobody counts by hand. A body's payload is the address of its `ObjectIntf`
 /// part; it is counted when it comes from a handle, and not counted when it comes out of a storage, which outlives the
-/// call. A value is a record on the heap, shared by the copies of the `Ref`. A null `Ref` says that there is no element.
+/// call. A value is a record on the heap, shared by the copies of the `Ref`. A null `Ref` says that there is no
+/// element.
 class ZEL_API Ref {
 public:
     Ref() noexcept = default;

@@ -101,8 +101,8 @@ private:
 template <class V>
 requires(!BodyElement<V>) struct RefTraits<V> {
     [[nodiscard]] static Ref toRef(V const & value) { return Ref::ofValue(value, Deviant()); }
-    /// A default value for a null `Ref`. Throws "An Internal Error has occurred" for an element that is not a value, and
-    /// as `V` does when it is made of a value object of another type.
+    /// A default value for a null `Ref`. Throws "An Internal Error has occurred" for an element that is not a value,
+    /// and as `V` does when it is made of a value object of another type.
     [[nodiscard]] static V fromRef(Ref const & ref) {
         if (ref.isNull()) {
             return V();

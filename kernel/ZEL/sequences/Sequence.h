@@ -15,8 +15,8 @@ namespace ZEL {
 /// Handle on the values of a multi-valued property, a derived list or a query result, for reading.
 ///
 /// `T` is a handle or value class. The body under it holds elements without their type, so one body may be seen as a
-/// sequence of any class that its elements have: handles on sequences of derived and writing handles convert implicitly,
-/// others by an explicit constructor, and reading an element of another class throws "An Internal Error has
+/// sequence of any class that its elements have: handles on sequences of derived and writing handles convert
+/// implicitly, others by an explicit constructor, and reading an element of another class throws "An Internal Error has
 /// occurred". Elements come with the deviant of this handle.
 template <class T> class ImmutableSequence : public Generic::SequenceHandle {
 public:
@@ -54,8 +54,8 @@ public:
     [[nodiscard]] const_iterator cbegin() const { return begin(); }
     [[nodiscard]] const_iterator cend() const { return end(); }
 
-    /// Calls `function(T)` for each element. Cheaper than a loop over the iterators, and not for a function that changes
-    /// this sequence: it may still be called with elements that have gone.
+    /// Calls `function(T)` for each element. Cheaper than a loop over the iterators, and not for a function that
+    /// changes this sequence: it may still be called with elements that have gone.
     template <class Function> void forEach(Function function) const;
     [[nodiscard]] std::vector<T> toVector() const;
 

@@ -17,10 +17,12 @@ class PersistentTextSequence;
 
 namespace Generic {
 
-/// Where the values of one stored multi-valued property are: what the generator fills, as a constant, for each property.
+/// Where the values of one stored multi-valued property are: what the generator fills, as a constant, for each
+/// property.
 ///
-/// The accessors find the state of an object to read or to write in a deviant, by `getReadDeviant` and `getWriteDeviant`
-/// with all that these throw, and return the property's field in it. Of the two pairs of accessors one is null.
+/// The accessors find the state of an object to read or to write in a deviant, by `getReadDeviant` and
+/// `getWriteDeviant` with all that these throw, and return the property's field in it. Of the two pairs of accessors
+/// one is null.
 struct SequenceField {
     template <class Storage>
     using Read = Storage const & (*)(NSInterface::ClassObjectIntf const * object, Deviant deviant);

@@ -13,9 +13,9 @@ namespace ZEL::Generic {
 /// operation takes the deviant in which the content is asked for; each element goes out with that deviant. The counting
 /// operations of this class are empty: a storage is owned by what contains it. Views count (`SequenceProxy`).
 ///
-/// Thrown by storages, and through them by views: "sequence index must be positive" for a negative index, "sequence index
-/// out of bounds" for one at or, on insertion, beyond the size, "sequence is empty". A failed operation leaves the
-/// sequence unchanged. A unique sequence ignores an element that it already holds, without a failure.
+/// Thrown by storages, and through them by views: "sequence index must be positive" for a negative index, "sequence
+/// index out of bounds" for one at or, on insertion, beyond the size, "sequence is empty". A failed operation leaves
+/// the sequence unchanged. A unique sequence ignores an element that it already holds, without a failure.
 class ZEL_API SequenceIntf : public InSequenceDomain<SequenceIntf> {
 public:
     [[nodiscard]] virtual Ref generic_at(Deviant deviant, int index) const = 0;

@@ -10,8 +10,8 @@ struct ReferenceCounted {
     template <class T> static void release(T * object) { object->decRef(); }
 };
 
-/// One pointer that holds one count on its object. Assignment from the same pointer does nothing; a move costs no count.
-/// An object whose counting operations are empty, such as a storage sequence, is thereby not owned.
+/// One pointer that holds one count on its object. Assignment from the same pointer does nothing; a move costs no
+/// count. An object whose counting operations are empty, such as a storage sequence, is thereby not owned.
 template <class T, class Counting> class SmartPtr {
 public:
     SmartPtr() noexcept = default;
@@ -22,7 +22,7 @@ public:
 
     // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the bodies are compared
     SmartPtr & operator=(SmartPtr const & other) { return *this = other.fObject; }
-    // NOLINTNEXTLINE(performance-noexcept-move-constructor): giving up a count may raise
+    // NOLINTNEXTLINE(performance-noexcept-move-constructor): giving up a count may throw
     SmartPtr & operator=(SmartPtr && other) {
         if (fObject != other.fObject) {
             release(std::exchange(fObject, std::exchange(other.fObject, nullptr)));

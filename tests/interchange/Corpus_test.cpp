@@ -62,7 +62,7 @@ TEST(CorpusLong, FilesAreReadOrRefusedAndTheirModelsSavedAndReadBackEqual) {
         settings.setSkipUnreadableExternalFiles(true);
         Serializer::XmiReader reader(settings);
         std::set<std::string> objects;
-        auto const notes = std::make_shared<Serializer::tests::Rules>();
+        auto const notes = std::make_shared<tests::Rules>();
         notes->setOnCreate([&objects](Serializer::Context const & element, ClassObject const &) {
             objects.insert(element.getFirstValue());
         });

@@ -12,8 +12,8 @@ namespace {
 using Serializer::XmiFormat;
 using Serializer::XmiReader;
 using Serializer::XmiReaderSettings;
-using Serializer::tests::linesOf;
 using ::testing::ElementsAre;
+using tests::linesOf;
 
 /// Reads files of other tools, and shows what came of them in this system's own form.
 class ForeignFile : public tests::DialectFixture {

@@ -2,16 +2,8 @@
 
 #include <hasp_util/ErrorHolder.h>
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
-#include <vector>
-
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
-
-using tests::raisedText;
 
 TEST(ArgumentTest, HoldsOneCountOnItsValue) {
     Object const five = Integer(5);
@@ -91,4 +83,4 @@ TEST(ArgumentTest, GivesItsPartsAsObjects) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -6,8 +6,6 @@
 #include <ZEL/base/ObjectPool.h>
 #include <ZEL/base/ReferenceCountingImpl.h>
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <iostream>
 #include <iterator>
@@ -16,11 +14,8 @@
 #include <random>
 #include <set>
 #include <sstream>
-#include <string>
-#include <utility>
-#include <vector>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 struct Tracked : Cleanup {};
@@ -244,4 +239,4 @@ TEST(LiveObjectTable, AgreesWithAMapUnderRandomWork) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

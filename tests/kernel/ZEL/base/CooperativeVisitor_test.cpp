@@ -5,9 +5,12 @@
 
 #include <memory>
 
-namespace ZEL::CooperativeVisitor {
+namespace ZEL::tests {
 namespace {
 
+namespace internal = CooperativeVisitor::internal;
+using CooperativeVisitor::DispatchTable;
+using CooperativeVisitor::VisitationDomain;
 using internal::CastTable;
 using internal::ClassInfo;
 using internal::MethodInfo;
@@ -117,4 +120,4 @@ TEST(CooperativeVisitor, ACopiedDispatchTableStandsOnItsOwn) {
 }
 
 } // namespace
-} // namespace ZEL::CooperativeVisitor
+} // namespace ZEL::tests

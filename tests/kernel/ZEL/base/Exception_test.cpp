@@ -4,12 +4,9 @@
 
 #include <libvx/StringObjectOutput.h>
 
-#include <gtest/gtest.h>
-
 #include <functional>
-#include <string>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 TEST(Exception, HasATextAndTheCommonIdentifierUnlessGivenAnother) {
@@ -41,7 +38,7 @@ TEST(Exception, RaisingFunctionsThrowTheirTextByValueUnderAllFaces) {
     for (Case const & each : cases) {
         EXPECT_THROW(each.raise(), Quillon::System::UserException);
         EXPECT_THROW(each.raise(), Quillon::System::IUserException);
-        EXPECT_EQ(each.text, tests::raisedText(each.raise)) << "as a standard exception";
+        EXPECT_EQ(each.text, raisedBy(each.raise)) << "as a standard exception";
         try {
             each.raise();
         } catch (Exception const & failure) {
@@ -53,4 +50,4 @@ TEST(Exception, RaisingFunctionsThrowTheirTextByValueUnderAllFaces) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

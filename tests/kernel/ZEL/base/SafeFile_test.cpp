@@ -11,11 +11,8 @@
 
 #include <array>
 #include <csignal>
-#include <filesystem>
-#include <string>
-#include <utility>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 using Result = SafeFile::Result;
@@ -210,4 +207,4 @@ TEST_F(SafeFileTest, WhatCannotBeMadeIsSaid) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -1,16 +1,7 @@
-#include "support/TestObjects.h"
+#include "kernel/ZEL/metamodel/ModelFixture.h"
 
-#include <ZEL/String.h>
-#include <ZEL/deviants/DeviantAssertions.h>
-#include <ZEL/metamodel/Comment.h>
-#include <ZEL/metamodel/Factory.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/Model.h>
-
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
-
-using tests::raisedText;
 
 class DeviantAssertionsTest : public testing::Test {
 protected:
@@ -61,4 +52,4 @@ TEST_F(DeviantAssertionsTest, AnObjectCreatedTwiceAndADeadModelHaveTextsOfTheirO
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -8,18 +8,10 @@
 #include <ZEL/deviants/StateMap.h>
 #include <ZEL/metamodel/DeviantManagerHelper.h>
 
-#include <string>
-
-namespace ZEL {
-
-using tests::asState;
-using tests::Kind;
-using tests::raisedText;
-using tests::Subject;
-using tests::Thing;
+namespace ZEL::tests {
 
 /// An object that is 1 in the root, which forgets how it came about, and a deviant beside the root.
-class TwoDeviants : public tests::DeviantFixture {
+class TwoDeviants : public DeviantFixture {
 protected:
     explicit TwoDeviants(Kind kind) : DeviantFixture(kind) { root.clearUndoStack(); }
     ~TwoDeviants() override { DeviantAssertions::enableAssertions(true); }
@@ -56,4 +48,4 @@ protected:
 
 inline auto const bothKinds = testing::Values(Kind::Things, Kind::Packages);
 
-} // namespace ZEL
+} // namespace ZEL::tests

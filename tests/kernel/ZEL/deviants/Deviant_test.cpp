@@ -1,13 +1,11 @@
 #include "DeviantTest.h"
 
-#include <ZEL/deviants/DeviantManager.h>
 #include <ZEL/deviants/DeviantRegistry.h>
 
 #include <functional>
-#include <memory>
 #include <set>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 class DeviantTest : public OnBothKinds {};
@@ -167,9 +165,9 @@ TEST_P(DeviantTest, RemovalHasItsPreconditions) {
 
 TEST_P(DeviantTest, ARemovedDeviantHasGivenItsStatesBackAndFailsOnAccess) {
     commitValue(a, thing, 2);
-    int const before = tests::numberAlive();
+    int const before = numberAlive();
     manager->removeDeviantWithName("a");
-    EXPECT_EQ(before - 1, tests::numberAlive());
+    EXPECT_EQ(before - 1, numberAlive());
     EXPECT_EQ("1 -", seen(thing));
     EXPECT_RAISES("object accessed after its deviant has been removed", thing.valueIn(a));
     EXPECT_RAISES("object accessed after its deviant has been removed", thing.set(a, 3));
@@ -273,4 +271,4 @@ TEST_P(DeviantTest, StatesThatNoOperationHasGivenBackGoWithTheManager) {
 INSTANTIATE_TEST_SUITE_P(On, DeviantTest, bothKinds, testing::PrintToStringParamName());
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -7,13 +7,10 @@
 #include <algorithm>
 #include <functional>
 #include <map>
-#include <memory>
 #include <stdexcept>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
-
-using tests::SpecialThing;
 
 using Calls = std::vector<std::string>;
 using Bodies = std::vector<NSInterface::ClassObjectIntf const *>;
@@ -469,7 +466,7 @@ TEST(ChangeReport, TheRulesOfReports) {
     using internal::Change;
     std::map<Change, char> const letters{
         {Change::None, '-'}, {Change::Created, 'c'}, {Change::Deleted, 'd'}, {Change::Modified, 'm'}};
-    tests::ThingState real;
+    ThingState real;
     NSInterface::ObjectIntf * const states[] = {&real, asState(Deviant::FallbackToRoot),
                                                 asState(Deviant::InvalidObject), nullptr};
     // A row of letters for each wanted state and in it one for each present state, both in the order from above.
@@ -491,4 +488,4 @@ TEST(ChangeReport, TheRulesOfReports) {
 INSTANTIATE_TEST_SUITE_P(On, ListenerTest, bothKinds, testing::PrintToStringParamName());
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -6,17 +6,12 @@
 #include <map>
 #include <random>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
-using tests::asState;
-using tests::ClassObjectIntf;
-using tests::Thing;
-using tests::ThingState;
-
-class StateMapTest : public tests::DeviantFixture {
+class StateMapTest : public DeviantFixture {
 protected:
-    StateMapTest() : DeviantFixture(tests::Kind::Things) {
+    StateMapTest() : DeviantFixture(Kind::Things) {
         std::generate(things.begin(), things.end(), [this] { return makeBody(); });
         std::shuffle(things.begin(), things.end(), std::mt19937(2));
     }
@@ -91,14 +86,14 @@ TEST_F(StateMapTest, CountsEachKeyOnceButNotTheModelOfTheMap) {
 }
 
 TEST_F(StateMapTest, DestroyAndClearGivesStatesBackAndKeepsSentinelsOut) {
-    int const before = tests::numberAlive();
+    int const before = numberAlive();
     for (std::size_t i = 0; i < things.size(); ++i) {
         static_cast<void>(map.set(things[i], i % 3 == 0 ? new ThingState : i % 3 == 1 ? absent() : nullptr));
     }
     static_cast<void>(map.set(new Thing, new ThingState)); // the last count of its key
-    EXPECT_EQ(before + 69, tests::numberAlive());
+    EXPECT_EQ(before + 69, numberAlive());
     map.destroyAndClear();
-    EXPECT_EQ(before, tests::numberAlive());
+    EXPECT_EQ(before, numberAlive());
     EXPECT_TRUE(map.empty());
 }
 
@@ -118,4 +113,4 @@ TEST_F(StateMapTest, SwapExchangesSmallAndLargeContents) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -1,6 +1,6 @@
 #include "DeviantTest.h"
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 class SyncTest : public OnBothKinds {
@@ -72,4 +72,4 @@ TEST_P(SyncTest, AssignmentMakesTheRootEqualToWhatTheDeviantHasCommitted) {
 INSTANTIATE_TEST_SUITE_P(On, SyncTest, bothKinds, testing::PrintToStringParamName());
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

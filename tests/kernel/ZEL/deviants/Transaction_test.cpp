@@ -2,7 +2,7 @@
 
 #include <ZEL/deviants/Transaction.h>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 class TransactionTest : public OnBothKinds {};
@@ -180,4 +180,4 @@ TEST_P(TransactionTest, TheGuardLeavesNothingOpenWithoutUndoStackOrManager) {
 INSTANTIATE_TEST_SUITE_P(On, TransactionTest, bothKinds, testing::PrintToStringParamName());
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

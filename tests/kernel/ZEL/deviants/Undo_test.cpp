@@ -2,9 +2,8 @@
 
 #include <functional>
 #include <stdexcept>
-#include <utility>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 class UndoTest : public OnBothKinds {
@@ -148,4 +147,4 @@ TEST_P(UndoTest, AFailingHelperLeavesTheStackAndTheObjectsAsTheyWere) {
 INSTANTIATE_TEST_SUITE_P(On, UndoTest, bothKinds, testing::PrintToStringParamName());
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

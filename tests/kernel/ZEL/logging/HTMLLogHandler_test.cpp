@@ -10,18 +10,12 @@
 #include <libvx/ObjectOutput.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <filesystem>
-#include <iterator>
 #include <limits>
 #include <locale>
 #include <streambuf>
-#include <string>
-#include <string_view>
-#include <utility>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 namespace fs = std::filesystem;
@@ -159,7 +153,7 @@ TEST_F(HTMLLogHandlerTest, TakesTheFileOfAnOpenReportOfTheSameName) {
 
 TEST_F(HTMLLogHandlerTest, TellsWhyAReportCannotBeMade) {
     auto const failureOf = [](std::string const & name) {
-        return tests::raisedText([&] { HTMLLogHandler const handler(name); });
+        return raisedBy([&] { HTMLLogHandler const handler(name); });
     };
     EXPECT_EQ("Cannot create output log file: " + path("no/x") + ".html", failureOf(path("no/x")));
     // A folder that is not empty stands where the backup has to go.
@@ -202,10 +196,10 @@ TEST(Stringify, PrintsAsAStreamDoesAndTellsWhenTheStreamFails) {
         }
     };
     std::locale const before = std::locale::global(std::locale(std::locale(), new Failing));
-    std::string const text = tests::raisedText([] { static_cast<void>(stringify(1)); });
+    std::string const text = raisedBy([] { static_cast<void>(stringify(1)); });
     std::locale::global(before);
     EXPECT_EQ("bad conversion stringify(double)", text);
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -11,13 +11,10 @@
 #include <libvx/StringObjectOutput.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cstdio>
-#include <string>
-#include <vector>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 /// Keeps the records that come through.
@@ -211,4 +208,4 @@ TEST_F(LoggerTest, HandlersRefuseWhatIsNoLogRecord) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

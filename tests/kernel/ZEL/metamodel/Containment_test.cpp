@@ -1,27 +1,14 @@
 #include "kernel/ZEL/metamodel/ModelFixture.h"
-#include "support/ExpectRaises.h"
 #include "support/OneTree.h"
 
-#include <ZEL/ZEL.h>
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <functional>
-#include <set>
-#include <string>
-#include <vector>
-
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 using testing::ElementsAre;
-using tests::expectOneTree;
-using tests::kInternalError;
 
 char const kNoPlace[] = "cannot insert value into the combined sequence";
 
-class Containment : public tests::ModelFixture {
+class Containment : public ModelFixture {
 protected:
     void TearDown() override { expectOneTree(model); }
     int unparented() const { return model.getUnparented().size(); }
@@ -366,4 +353,4 @@ TEST_F(Containment, HoldsForAHundredThousandNestedPackages) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

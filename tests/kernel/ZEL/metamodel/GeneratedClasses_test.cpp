@@ -1,29 +1,21 @@
 #include "kernel/ZEL/metamodel/ExpectedMetaModel.h"
 #include "kernel/ZEL/metamodel/ModelFixture.h"
 
-#include <ZEL/ZEL.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/ClassRuntime.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
-#include <ZEL/values/ValueObject.h>
-#include <ZEL/values/ValueObjectFactory.h>
 
-#include <functional>
 #include <map>
 #include <ostream>
 #include <set>
-#include <string>
 #include <type_traits>
 #include <unordered_map>
-#include <vector>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 using internal::ClassDescriptor;
 using internal::PropertyDescriptor;
-using tests::kInternalError;
-using tests::kNullRef;
 
 /// Derived properties that answer no reader.
 bool isSilent(PropertyDescriptor const & property) {
@@ -67,11 +59,11 @@ void expectReadable(ImmutableClassObject const & object, ClassDescriptor const &
     }
 }
 
-class GeneratedClasses : public tests::ModelFixture {
+class GeneratedClasses : public ModelFixture {
 protected:
     GeneratedClasses() {
         change([&] {
-            for (ZEL::tests::ExpectedClass const & row : ZEL::tests::expectedClasses()) {
+            for (ExpectedClass const & row : expectedClasses()) {
                 ClassObject const example = factory.createFromString(String("ZEL." + std::string(row.name)));
                 if (example.isValid()) {
                     examples.push_back(example);
@@ -372,8 +364,8 @@ TYPED_TEST_SUITE(NullHandle, Handles);
 TYPED_TEST(NullHandle, RaisesItsTextOnEachOperation) {
     TypeParam const null;
     EXPECT_FALSE(null.isValid());
-    ZEL::tests::expectRefused(null, String("x"), kNullRef, kNullRef);
-    ZEL::tests::expectRefused(null, ImmutableProperty(), kNullRef, kNullRef);
+    expectRefused(null, String("x"), kNullRef, kNullRef);
+    expectRefused(null, ImmutableProperty(), kNullRef, kNullRef);
     EXPECT_RAISES(kNullRef, null.getId());
     EXPECT_RAISES(kNullRef, null.getSiid());
     EXPECT_RAISES(kNullRef, null.toString());
@@ -393,4 +385,4 @@ TYPED_TEST(NullHandle, HasTheNameOfItsHandleClass) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -1,20 +1,14 @@
 #include "support/RunAgain.h"
 
-#include <ZEL/Initialize.h>
 #include <ZEL/ZEL.h>
 #include <ZEL/base/Cleanup.h>
-#include <ZEL/base/LeakChecker.h>
-#include <ZEL/deviants/DeviantAssertions.h>
-#include <ZEL/metamodel/FactoryRegistry.h>
 #include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
-#include <ZEL/metamodel/MetaModelRegistry.h>
-#include <ZEL/metamodel/NamespaceRegistry.h>
 
 #include <gmock/gmock.h>
 
 #include <cstdlib>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 char const * const kUris[] = {"http://schema.omg.org/spec/MOF/2.0", "http://schema.omg.org/spec/MOF/2.0/cmof.xml",
@@ -75,18 +69,17 @@ TEST(Initialize, RunsWithAHandleThatOutlivesTheLibrary) {
 }
 
 TEST(Initialize, IsUndoneAtProcessEndWithoutALeak) {
-    auto const run = ZEL::tests::runAgain("Initialize.BindsTheMetamodelToItsUrisAndPrefix");
+    auto const run = runAgain("Initialize.BindsTheMetamodelToItsUrisAndPrefix");
     EXPECT_EQ(0, run.status) << run.output;
     EXPECT_THAT(run.output, testing::HasSubstr("[  PASSED  ] 1 test"));
     EXPECT_THAT(run.output, testing::Not(testing::HasSubstr("leaked object")));
 }
 
 TEST(Initialize, LetsHandlesOutliveIt) {
-    auto const run =
-        ZEL::tests::runAgain("Initialize.RunsWithAHandleThatOutlivesTheLibrary", "ZEL_TEST_KEEP_HANDLES=1");
+    auto const run = runAgain("Initialize.RunsWithAHandleThatOutlivesTheLibrary", "ZEL_TEST_KEEP_HANDLES=1");
     EXPECT_EQ(0, run.status) << run.output;
     EXPECT_THAT(run.output, testing::HasSubstr("[  PASSED  ] 1 test"));
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -1,9 +1,6 @@
 #include "kernel/ZEL/metamodel/ModelFixture.h"
 
-#include <ZEL/metamodel/Comment.h>
 #include <ZEL/metamodel/MetaClassView.h>
-#include <ZEL/metamodel/Model.h>
-#include <ZEL/metamodel/Package.h>
 
 namespace ZEL::tests {
 namespace {

@@ -1,38 +1,20 @@
 #include "kernel/ZEL/metamodel/ExpectedMetaModel.h"
 #include "support/RunAgain.h"
 
-#include <ZEL/metamodel/Association.h>
-#include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/Comment.h>
-#include <ZEL/metamodel/Enumeration.h>
-#include <ZEL/metamodel/EnumerationLiteral.h>
-#include <ZEL/metamodel/Factory.h>
+#include <ZEL/ZEL.h>
 #include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/Package.h>
-#include <ZEL/metamodel/PersistenceKind.h>
-#include <ZEL/metamodel/PrimitiveType.h>
-#include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/PropertyStorage.h>
-#include <ZEL/metamodel/Stereotype.h>
-#include <ZEL/values/TypeInfoRegistry.h>
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <map>
 #include <set>
-#include <string>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 using testing::ElementsAre;
-using tests::ExpectedClass;
-using tests::expectedClasses;
-using tests::expectedProperties;
-using tests::ExpectedProperty;
 
 char const kUri[] = "http://schema.omg.org/spec/MOF/2.0";
 char const kCmofUri[] = "http://schema.omg.org/spec/MOF/2.0/cmof.xml";
@@ -383,9 +365,9 @@ std::string fingerprint() {
 TEST(MetaModelObject, PrintsItsFingerprint) { std::printf("fingerprint=%s\n", fingerprint().c_str()); }
 
 TEST(MetaModelObject, IsTheSameInEachProcess) {
-    auto const run = ZEL::tests::runAgain("MetaModelObject.PrintsItsFingerprint");
+    auto const run = runAgain("MetaModelObject.PrintsItsFingerprint");
     EXPECT_THAT(run.output, testing::HasSubstr("fingerprint=" + fingerprint() + "\n"));
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -2,13 +2,11 @@
 
 #include "support/ExpectRaises.h"
 
-#include <ZEL/Boolean.h>
-#include <ZEL/String.h>
-#include <ZEL/metamodel/Factory.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/Property.h>
+#include <ZEL/ZEL.h>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+
+#include <functional>
 
 namespace ZEL::tests {
 

@@ -1,28 +1,19 @@
 #include "kernel/ZEL/metamodel/ModelFixture.h"
-#include "support/ExpectRaises.h"
 
-#include <ZEL/ZEL.h>
-#include <ZEL/metamodel/ListenerHolder.h>
 #include <ZEL/sequences/SequenceBuilder.h>
 #include <ZEL/serializer/ObjectId.h>
 
-#include <gmock/gmock.h>
-
-#include <functional>
 #include <limits>
 #include <regex>
-#include <string>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 using testing::ElementsAre;
-using tests::kInternalError;
-using tests::kNullRef;
 
 char const kDead[] = "object accessed after its model has been destroyed";
 
-class ModelTest : public tests::ModelFixture {
+class ModelTest : public ModelFixture {
 protected:
     static MetaModel openModel() {
         MetaModel const made = Factory::createNewModel();
@@ -430,4 +421,4 @@ TEST_F(Cloning, AcrossModelsTakesNumbersOfTheOtherModel) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

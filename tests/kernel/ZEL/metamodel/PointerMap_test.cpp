@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
-namespace ZEL::internal {
+namespace ZEL::tests {
 namespace {
+
+using internal::PointerMap;
 
 TEST(PointerMap, KeepsTheFirstValueOfEachPointerInOrderWhereverItLies) {
     // Side by side, and all at the same place of their pages.
@@ -31,4 +31,4 @@ TEST(PointerMap, KeepsTheFirstValueOfEachPointerInOrderWhereverItLies) {
 }
 
 } // namespace
-} // namespace ZEL::internal
+} // namespace ZEL::tests

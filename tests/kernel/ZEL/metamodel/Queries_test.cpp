@@ -1,13 +1,6 @@
 #include "kernel/ZEL/metamodel/ModelFixture.h"
-#include "support/ExpectRaises.h"
 
-#include <ZEL/ZEL.h>
-
-#include <gmock/gmock.h>
-
-#include <functional>
-
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 using testing::ElementsAre;
@@ -24,7 +17,7 @@ bool isUnimplemented(std::function<void()> const & call) {
     return false;
 }
 
-class Queries : public tests::ModelFixture {
+class Queries : public ModelFixture {
 protected:
     Queries() { open(); }
 
@@ -307,4 +300,4 @@ TEST_F(Queries, ShowDerivedPropertiesOverTheStoredOnes) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

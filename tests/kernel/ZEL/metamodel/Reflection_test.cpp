@@ -1,27 +1,18 @@
 #include "kernel/ZEL/metamodel/ModelFixture.h"
-#include "support/ExpectRaises.h"
 
-#include <ZEL/ZEL.h>
 #include <ZEL/metamodel/PropertyStorage.h>
-#include <ZEL/values/ValueObject.h>
 
-#include <gmock/gmock.h>
-
-#include <functional>
-#include <string>
-
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 using testing::ElementsAre;
-using tests::kNullRef;
 
 char const kGet[] = "Trying to get invalid property!";
 char const kSet[] = "Trying to set invalid property!";
 
 Object boxed(char const * text) { return ValueObject(String(text)); }
 
-class Reflection : public tests::ModelFixture {
+class Reflection : public ModelFixture {
 protected:
     Reflection() {
         open();
@@ -37,10 +28,10 @@ TEST_F(Reflection, NamesTheRoadOnWhichAPropertyIsMissing) {
     gone.beginTransaction();
     ImmutableProperty const ended = gone.getFactoryFactory().createProperty();
     gone = MetaModel();
-    ZEL::tests::expectRefused(comment, ImmutableProperty(), kGet, kSet);
-    ZEL::tests::expectRefused(comment, ended, kGet, kSet);
+    expectRefused(comment, ImmutableProperty(), kGet, kSet);
+    expectRefused(comment, ended, kGet, kSet);
     for (char const * const name : {"name", "", "Body", "body ", "ZEL.Comment.body"}) {
-        ZEL::tests::expectRefused(comment, String(name), kGet, kSet);
+        expectRefused(comment, String(name), kGet, kSet);
     }
     // A property without storage.
     EXPECT_RAISES(kNullRef, comment.get(factory.createProperty()));
@@ -271,4 +262,4 @@ TEST_F(Reflection, BindsAPropertyToItsObjectAtCompileTime) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -10,13 +10,9 @@
 
 #include <map>
 #include <set>
-#include <string>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
-
-using tests::ExpectedClass;
-using tests::expectedClasses;
 
 using TypeInfoMap = std::map<std::string, HASP::TypeInfo> & (*)();
 
@@ -58,4 +54,4 @@ TEST(RegisteredNames, AreFourHundredAndTwo) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

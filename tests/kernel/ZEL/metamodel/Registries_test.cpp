@@ -1,23 +1,11 @@
-#include "support/ValueTypes.h"
+#include "support/ExpectRaises.h"
 
-#include <ZEL/metamodel/DataType.h>
-#include <ZEL/metamodel/Factory.h>
-#include <ZEL/metamodel/FactoryObject.h>
-#include <ZEL/metamodel/FactoryRegistry.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/MetaModelRegistry.h>
-#include <ZEL/metamodel/Model.h>
-#include <ZEL/metamodel/NamespaceRegistry.h>
-#include <ZEL/values/TypeInfoRegistry.h>
+#include <ZEL/ZEL.h>
 #include <ZEL/values/ValueTypeInfo.h>
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <string>
-#include <utility>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 constexpr char uri[] = "test://metamodel";
@@ -129,4 +117,4 @@ TEST(Registries, KnowTheDataTypeOfEachValueClass) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

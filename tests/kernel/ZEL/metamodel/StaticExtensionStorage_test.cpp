@@ -1,33 +1,26 @@
 #include "kernel/ZEL/metamodel/ModelFixture.h"
 #include "kernel/ZEL/metamodel/StereotypeInstances.h"
-#include "support/ExpectRaises.h"
 
-#include <ZEL/ZEL.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/metamodel/StaticExtensionStorage.h>
-#include <ZEL/values/ValueObject.h>
 
-#include <gmock/gmock.h>
-
-#include <memory>
-
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 using testing::ElementsAre;
 
 char const kOnlyStereotypes[] = "Only Stereotypes can be added to this property!";
 
-class StereotypeInstances : public tests::ModelFixture {
+class StereotypeInstances : public ModelFixture {
 protected:
     StereotypeInstances() {
         open();
         stereotype = factory.createStereotype();
         other = factory.createStereotype();
         object = factory.createClass();
-        first = ZEL::tests::createMark<1>(stereotype);
-        second = ZEL::tests::createMark<1>(stereotype);
-        foreign = ZEL::tests::createMark<2>(other);
+        first = createMark<1>(stereotype);
+        second = createMark<1>(stereotype);
+        foreign = createMark<2>(other);
         storage = PropertyStorage(std::make_unique<StaticExtensionStorage>(stereotype).release());
     }
     void apply() {
@@ -141,7 +134,7 @@ TEST_F(StereotypeInstances, AreTheOnlyValuesTaken) {
         EXPECT_RAISES(kOnlyStereotypes, storage.remove(object, value));
         EXPECT_RAISES(kOnlyStereotypes, storage.removeEndOnly(object, value));
     }
-    EXPECT_RAISES(ZEL::tests::kInternalError, storage.get(ClassObject(object)).push_back(foreign));
+    EXPECT_RAISES(kInternalError, storage.get(ClassObject(object)).push_back(foreign));
     storage.get(ClassObject(object)).push_back(first);
     EXPECT_EQ(object, first.getBaseElement());
 }
@@ -158,4 +151,4 @@ TEST_F(StereotypeInstances, AreReachedByAPropertyWithSuchAStorage) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -9,26 +9,22 @@
 
 #include <gmock/gmock.h>
 
-namespace ZEL::Generic {
+namespace ZEL::tests {
 namespace {
 
-using combined_sequence_internal::GenericCombinedSequence;
-using filtered_sequence_internal::GenericFilter;
-using filtered_sequence_internal::GenericFilteredSequence;
-using filtered_sequence_internal::makeFilter;
-using filtered_sequence_internal::showsOnly;
-using filtered_sequence_internal::takesOnly;
+using Generic::GenericAssociationSequence;
+using Generic::GenericPropertyToSequenceProxy;
+using Generic::ListQImpl;
+using Generic::PropertyToSequenceMethods;
+using Generic::combined_sequence_internal::GenericCombinedSequence;
+using Generic::filtered_sequence_internal::GenericFilter;
+using Generic::filtered_sequence_internal::GenericFilteredSequence;
+using Generic::filtered_sequence_internal::makeFilter;
+using Generic::filtered_sequence_internal::showsOnly;
+using Generic::filtered_sequence_internal::takesOnly;
 using testing::ElementsAre;
-using tests::FakeDeviant;
-using tests::Item;
-using tests::ItemBody;
-using tests::ItemIntf;
-using tests::kInternalError;
-using tests::kNullRef;
-using tests::Owner;
-using tests::SpecialItemIntf;
 
-using Derived = tests::SequenceFixture;
+using Derived = SequenceFixture;
 
 // --- association -----------------------------------------------------------------------------------------------------
 
@@ -370,7 +366,7 @@ TEST_F(CombinedSequence, PopBackAndClearReachAllSubSequences) {
 
 class HolderIntf : public virtual NSInterface::ClassObjectOperations {
 public:
-    static tests::ClassInfo const & classInfo() { return tests::classInfoOf<HolderIntf>(); }
+    static ClassInfo const & classInfo() { return classInfoOf<HolderIntf>(); }
     [[nodiscard]] bool hasItem(Deviant) const { return value.isValid(); }
     [[nodiscard]] Item getItem(Deviant) const { return value; }
     void setItem(Deviant, Item const & item) { value = item; }
@@ -382,7 +378,7 @@ public:
     Item onlyValue; ///< set and removed without the other end
 };
 
-class Holder final : public tests::CountedBody<Holder, HolderIntf, HolderIntf> {};
+class Holder final : public CountedBody<Holder, HolderIntf, HolderIntf> {};
 
 constexpr auto itemAccess =
     PropertyToSequenceMethods::of<HolderIntf, Item, &HolderIntf::hasItem, &HolderIntf::getItem, &HolderIntf::setItem,
@@ -489,4 +485,4 @@ TEST_F(SingleValueSequence, HoldsItsObject) {
 }
 
 } // namespace
-} // namespace ZEL::Generic
+} // namespace ZEL::tests

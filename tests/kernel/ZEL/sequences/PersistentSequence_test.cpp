@@ -6,16 +6,13 @@
 #include <cstdint>
 #include <numeric>
 #include <random>
-#include <string>
 #include <tuple>
 #include <type_traits>
-#include <utility>
-#include <vector>
 
-using ZEL::internal::PersistentSequence;
-
+namespace ZEL::tests {
 namespace {
 
+using internal::PersistentSequence;
 using Model = std::vector<void *>;
 
 static_assert(sizeof(PersistentSequence) == sizeof(void *));
@@ -110,8 +107,6 @@ void changeBoth(PersistentSequence & sequence, Model & model, std::mt19937 & ran
 }
 
 class PersistentSequenceRandom : public testing::TestWithParam<unsigned> {};
-
-} // namespace
 
 // The number of different elements decides between which kinds of storage the sequence wanders.
 TEST_P(PersistentSequenceRandom, BehavesAsAVectorAndOldCopiesStayAsTheyWere) {
@@ -325,3 +320,6 @@ TEST(PersistentSequence, AssignsFromItselfAndFromAnyRange) {
         expectEqual(sequence, Model(placeIn(model, 1), model.end()));
     }
 }
+
+} // namespace
+} // namespace ZEL::tests

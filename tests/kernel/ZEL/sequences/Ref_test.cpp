@@ -4,15 +4,10 @@
 #include <ZEL/sequences/RefTraits.h>
 #include <ZEL/values/Object.h>
 
-namespace ZEL::Generic {
+namespace ZEL::tests {
 namespace {
 
-using tests::FakeDeviant;
-using tests::Item;
-using tests::ItemBody;
-using tests::kInternalError;
-using tests::SpecialItem;
-using tests::SpecialItemBody;
+using Generic::RefTraits;
 
 /// A value that knows how many of its kind are alive.
 struct Tracked {
@@ -104,4 +99,4 @@ TEST(Ref, ComparesBodiesByIdentityAndValuesByValue) {
 }
 
 } // namespace
-} // namespace ZEL::Generic
+} // namespace ZEL::tests

@@ -3,7 +3,6 @@
 #include <ZEL/String.h>
 #include <ZEL/sequences/GenericAssociationSequence.h>
 #include <ZEL/sequences/GenericCombinedSequence.h>
-#include <ZEL/sequences/GenericDeviantSequence.h>
 #include <ZEL/sequences/GenericFilteredSequence.h>
 #include <ZEL/sequences/GenericReferenceCountingSequenceProxy.h>
 #include <ZEL/sequences/ListQImpl.h>
@@ -14,24 +13,24 @@
 #include <numeric>
 #include <random>
 
-namespace ZEL::Generic {
+namespace ZEL::tests {
 namespace {
 
-using tests::FakeDeviant;
-using tests::Item;
-using tests::ItemIntf;
-using tests::Owner;
-
-using combined_sequence_internal::GenericCombinedSequence;
-using filtered_sequence_internal::GenericFilteredSequence;
-using filtered_sequence_internal::makeFilter;
+using Generic::GenericAssociationSequence;
+using Generic::GenericReferenceCountingSequenceProxy;
+using Generic::ListQImpl;
+using Generic::MultiIndexImpl;
+using Generic::combined_sequence_internal::GenericCombinedSequence;
+using Generic::filtered_sequence_internal::GenericFilteredSequence;
+using Generic::filtered_sequence_internal::makeFilter;
+using Generic::filtered_sequence_internal::takesOnly;
 
 constexpr int kElements = 90; ///< more than a storage of bodies keeps in one block
 
 /// A sequence of some kind, and elements for it.
 struct Subject {
     Owner owner;
-    std::vector<tests::ItemBody> bodies{kElements};
+    std::vector<ItemBody> bodies{kElements};
     std::vector<std::unique_ptr<SequenceIntf>> storages;
     bool hasTexts = false;
     SequenceHandle sequence; ///< last: views go before what they stand on
@@ -113,7 +112,7 @@ SequenceHandle pure(Subject & s) {
 }
 
 SequenceHandle combinedOfClass(Subject & s) {
-    auto const filter = filtered_sequence_internal::takesOnly(ItemIntf::classInfo());
+    auto const filter = takesOnly(ItemIntf::classInfo());
     return combined(s, new GenericFilteredSequence(s.stored(), filter));
 }
 
@@ -395,4 +394,4 @@ INSTANTIATE_TEST_SUITE_P(Kinds, SequenceContract, testing::ValuesIn(kinds()),
                          [](auto const & instance) { return instance.param.name; });
 
 } // namespace
-} // namespace ZEL::Generic
+} // namespace ZEL::tests

@@ -14,20 +14,20 @@
 #include <algorithm>
 #include <iterator>
 
-namespace ZEL::Generic {
+namespace ZEL::tests {
 namespace {
 
+using Generic::GenericNullSequence;
+using Generic::GenericReferenceCountingSequenceProxy;
+using Generic::ListQImpl;
+using Generic::MultiIndexImpl;
+using Generic::SequenceBuilder;
+using Generic::filtered_sequence_internal::GenericFilteredSequence;
+using Generic::filtered_sequence_internal::showsOnly;
 using testing::ElementsAre;
-using tests::FakeDeviant;
-using tests::ImmutableItem;
-using tests::Item;
-using tests::kInternalError;
-using tests::kNullRef;
-using tests::Owner;
-using tests::SpecialItem;
 
 /// With four items in it.
-class TypedSequence : public tests::SequenceFixture {
+class TypedSequence : public SequenceFixture {
 protected:
     TypedSequence() {
         for (std::size_t i = 0; i < 4; ++i) {
@@ -123,8 +123,8 @@ TEST_F(TypedSequence, WritesAtIterators) {
 
 TEST_F(TypedSequence, IteratesOverViewsThatHideElements) {
     items.insert(1, special(0));
-    auto const filter = filtered_sequence_internal::showsOnly(SpecialItem::BodyInterface::classInfo());
-    Sequence<SpecialItem> const view(new filtered_sequence_internal::GenericFilteredSequence(items, filter), Deviant());
+    auto const filter = showsOnly(SpecialItem::BodyInterface::classInfo());
+    Sequence<SpecialItem> const view(new GenericFilteredSequence(items, filter), Deviant());
     EXPECT_THAT(view, ElementsAre(SpecialItem(special(0))));
     EXPECT_FALSE(view.empty());
     auto const it = view.erase(view.begin());
@@ -247,4 +247,4 @@ TEST_F(TypedSequence, ABuilderRefusesWhatItCannotMake) {
 }
 
 } // namespace
-} // namespace ZEL::Generic
+} // namespace ZEL::tests

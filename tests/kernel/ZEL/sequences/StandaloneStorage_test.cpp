@@ -8,15 +8,15 @@
 #include <boost/multi_index/mem_fun.hpp>
 #include <gmock/gmock.h>
 
-namespace ZEL::Generic {
+namespace ZEL::tests {
 namespace {
 
+using Generic::ListQImpl;
+using Generic::MultiIndexImpl;
+using Generic::RefTraits;
 using testing::ElementsAre;
-using tests::Item;
-using tests::ItemBody;
-using tests::kInternalError;
 
-class List : public tests::SequenceFixture {
+class List : public SequenceFixture {
 protected:
     List() {
         for (std::size_t i = 0; i < 4; ++i) {
@@ -180,4 +180,4 @@ TEST(MultiIndex, WithAKeyTheKeyAloneDecides) {
 }
 
 } // namespace
-} // namespace ZEL::Generic
+} // namespace ZEL::tests

@@ -2,18 +2,12 @@
 
 #include <ZEL/String.h>
 
-namespace ZEL::Generic {
+namespace ZEL::tests {
 namespace {
-
-using tests::FakeDeviant;
-using tests::Item;
-using tests::kInternalError;
-using tests::kNullRef;
-using tests::Owner;
 
 using StoredIterator = GenericDeviantSequence::Iterator;
 
-class StoredSequence : public tests::SequenceFixture {
+class StoredSequence : public SequenceFixture {
 protected:
     SequencePtr body() { return SequencePtr(stored(owner).getImplementation()); }
 };
@@ -122,9 +116,9 @@ TEST_F(StoredSequence, IteratorsArePositionsThatWritesDoNotMove) {
 
 TEST_F(StoredSequence, AnOrphanedIteratorRaisesOnAllButItsEnd) {
     SequencePtr holder(new GenericDeviantSequence(&owner, d, Owner::items));
-    std::unique_ptr<IteratorIntf> const it = holder->generic_begin(d);
-    std::unique_ptr<IteratorIntf> const clone = it->clone();
-    std::unique_ptr<IteratorIntf> before = holder->generic_begin(d);
+    auto const it = holder->generic_begin(d);
+    auto const clone = it->clone();
+    auto before = holder->generic_begin(d);
     before->previous(d); // stands before the first place that is told
     before.reset();
     holder = nullptr;
@@ -172,4 +166,4 @@ TEST(PersistentTextSequence, ACopyKeepsItsTextsWhenTheOtherIsWritten) {
 }
 
 } // namespace
-} // namespace ZEL::Generic
+} // namespace ZEL::tests

@@ -4,9 +4,11 @@
 #include <ZEL/serializer/ContextSequence.h>
 #include <ZEL/serializer/Transformer.h>
 
-#include <string>
+namespace ZEL::tests {
 
-namespace ZEL::Serializer::tests {
+using Serializer::Context;
+using Serializer::ContextSequence;
+using Serializer::Transformer;
 
 /// A Transformer whose rules and hooks a test adds.
 class Rules : public Transformer {
@@ -89,4 +91,4 @@ inline std::string textOf(ContextSequence const & sequence) {
     return text;
 }
 
-} // namespace ZEL::Serializer::tests
+} // namespace ZEL::tests

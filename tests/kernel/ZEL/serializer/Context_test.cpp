@@ -3,11 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
-namespace ZEL::Serializer {
+namespace ZEL::tests {
 namespace {
+
+using Serializer::Context;
+using Serializer::ContextSequence;
+using Serializer::QualifiedName;
 
 /// The four pairs of a Context: type, role, parent type, parent role, each "uri|name"; "" leaves a pair out.
 struct Names {
@@ -201,4 +202,4 @@ TEST_F(ContextSequenceTest, AppendAddsTheOthersContextsAndCount) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer
+} // namespace ZEL::tests

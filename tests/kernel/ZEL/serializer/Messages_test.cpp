@@ -5,9 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 class MessagesTest : public testing::Test {
@@ -53,4 +51,4 @@ TEST_F(MessagesTest, TakeTheSameArgumentsInBothLanguages) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

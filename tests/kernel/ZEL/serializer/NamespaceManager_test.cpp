@@ -2,11 +2,13 @@
 
 #include <hasp_util/XmlConstants.h>
 
-#include <gtest/gtest.h>
 #include <support/ExpectRaises.h>
 
-namespace ZEL::Serializer {
+namespace ZEL::tests {
 namespace {
+
+using Serializer::NamespaceContext;
+using Serializer::NamespaceManager;
 
 constexpr char kXml[] = "http://www.w3.org/XML/1998/namespace";
 
@@ -69,4 +71,4 @@ TEST(NamespaceManager, PopOfAnEmptyStackRaisesAndChangesNothing) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer
+} // namespace ZEL::tests

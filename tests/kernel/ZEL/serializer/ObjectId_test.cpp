@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 TEST(ObjectId, IsTakenApartOnlyIfItIsWellFormed) {
@@ -43,4 +41,4 @@ TEST(ObjectId, IsTakenApartOnlyIfItIsWellFormed) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

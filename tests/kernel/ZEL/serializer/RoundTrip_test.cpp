@@ -1,25 +1,18 @@
 // What is written is read back equal, by all roads together. Random models do so in tests/proofs.
 
-#include <ZEL/Integer.h>
-#include <ZEL/deviants/Transaction.h>
 #include <ZEL/metamodel/Constants.h>
-#include <ZEL/metamodel/Factory.h>
-#include <ZEL/metamodel/FactoryRegistry.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/MetaModelRegistry.h>
-#include <ZEL/metamodel/Package.h>
-#include <ZEL/serializer/reader/Merger.h>
-#include <ZEL/serializer/reader/XmiReader.h>
-#include <ZEL/serializer/writer/XmiWriter.h>
-#include <ZEL/tools/Comparator.h>
 
-#include <gtest/gtest.h>
 #include <host/TemporaryFolder.h>
+#include <kernel/ZEL/tools/TestModel.h>
 
 #include <memory>
 
-namespace ZEL::Serializer {
+namespace ZEL::tests {
 namespace {
+
+using Serializer::Merger;
+using Serializer::XmiReader;
+using Serializer::XmiWriter;
 
 MetaModel readModel(std::string const & file, std::unique_ptr<Merger> merger = nullptr) {
     XmiReader reader;
@@ -90,4 +83,4 @@ TEST(RoundTrip, NestingIsBoundedByMemoryAloneOnEveryRoad) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer
+} // namespace ZEL::tests

@@ -10,14 +10,13 @@
 #include <limits>
 #include <memory>
 #include <random>
-#include <string>
 
-namespace ZEL::Serializer {
+namespace ZEL::tests {
 namespace {
 
-using tests::role;
-using tests::Rules;
-using tests::skipped;
+using Serializer::QualifiedName;
+using Serializer::RuleFunction;
+using Serializer::TransformerRegistry;
 
 Context attribute(std::string const & name, std::string const & value = {}) {
     Context context = role(name);
@@ -299,4 +298,4 @@ TEST_F(TransformerRegistryTest, MayBeChangedByTheRulesOfItsTransformers) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer
+} // namespace ZEL::tests

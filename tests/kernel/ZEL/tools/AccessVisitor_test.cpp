@@ -1,22 +1,7 @@
 #include "kernel/ZEL/tools/TestModel.h"
 
-#include <ZEL/String.h>
-#include <ZEL/metamodel/Comment.h>
-#include <ZEL/metamodel/Property.h>
-#include <ZEL/metamodel/StereotypeObject.h>
-#include <ZEL/tools/AccessVisitor.h>
-#include <ZEL/tools/ImmutableAccessVisitor.h>
-#include <ZEL/values/ValueObject.h>
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
-
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
-
-using tests::TestModel;
 
 struct KindOf : AccessVisitor {
     bool visitClassObject(ClassObject) override { return is("class object"); }
@@ -65,4 +50,4 @@ TEST(AccessVisitor, TheEmptyOneGoesOnWhateverItIsGiven) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

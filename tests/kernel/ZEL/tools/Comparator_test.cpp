@@ -1,18 +1,7 @@
 #include "kernel/ZEL/tools/TestModel.h"
 
-#include <ZEL/Integer.h>
-#include <ZEL/String.h>
-#include <ZEL/metamodel/Comment.h>
-#include <ZEL/metamodel/MetaModelRegistry.h>
-#include <ZEL/metamodel/Type.h>
-#include <ZEL/tools/Comparator.h>
-
-#include <gtest/gtest.h>
-
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
-
-using tests::TestModel;
 
 /// Two models of the same structure: p(A(x : A, y : String), B < A, comment on x), q().
 class ComparatorTest : public testing::Test {
@@ -169,4 +158,4 @@ TEST_F(ComparatorTest, DeepTreesNeedNoStack) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

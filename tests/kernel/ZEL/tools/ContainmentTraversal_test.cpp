@@ -1,20 +1,6 @@
 #include "support/Texts.h"
 #include "kernel/ZEL/tools/TestModel.h"
-#include "support/ExpectRaises.h"
 
-#include <ZEL/Boolean.h>
-#include <ZEL/Integer.h>
-#include <ZEL/String.h>
-#include <ZEL/metamodel/Comment.h>
-#include <ZEL/metamodel/PackageableElement.h>
-#include <ZEL/metamodel/StereotypeObject.h>
-#include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>
-#include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
-#include <ZEL/tools/ObjectsIn.h>
-#include <ZEL/values/ValueObject.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <pthread.h>
 
 #include <algorithm>
@@ -22,12 +8,11 @@
 #include <stdexcept>
 #include <thread>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
-using tests::TestModel;
 using Traversal = ImmutableAccessVisitorTraversalContainment;
 
 struct Stopped : std::runtime_error {
@@ -81,8 +66,8 @@ protected:
             post ZEL.ImmutablePackage, post ZEL.ImmutablePackage, post annotatedElement,
             pre modelZEL, pre model, pre model, post model, post model, post modelZEL,
             post ZEL.ImmutableComment, post ZEL.ImmutableComment)";
-        text = tests::replaced(text, "@id", comment.getId().toString().str());
-        std::istringstream calls(tests::replaced(text, "@siid", comment.getSiid().str()));
+        text = replaced(text, "@id", comment.getId().toString().str());
+        std::istringstream calls(replaced(text, "@siid", comment.getSiid().str()));
         for (std::string call; std::getline(calls >> std::ws, call, ',');) {
             expected.push_back(call);
         }
@@ -235,4 +220,4 @@ TEST(ContainmentTraversalDepth, AThreadWithALittleStackCanWalk) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -2,38 +2,24 @@
 #include "kernel/ZEL/metamodel/ModelFixture.h"
 #include "kernel/ZEL/metamodel/StereotypeInstances.h"
 #include "kernel/ZEL/tools/BareObjects.h"
-#include "support/Texts.h"
-#include "support/ExpectRaises.h"
+#include "kernel/ZEL/tools/PageText.h"
 
-#include <ZEL/ZEL.h>
-#include <ZEL/base/ReferenceCountingImpl.h>
 #include <ZEL/logging/DefaultLogHandler.h>
 #include <ZEL/logging/HTMLLogFormatter.h>
 #include <ZEL/logging/LogRecord.h>
-#include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/metamodel/PropertyStorageIntf.h>
 #include <ZEL/sequences/SequenceBuilder.h>
-#include <ZEL/tools/HTMLPrinter.h>
 #include <ZEL/values/ValueObjectImpl.h>
 
-#include <gmock/gmock.h>
-
-#include <filesystem>
-#include <functional>
-#include <memory>
-#include <string>
 #include <tuple>
-#include <utility>
-#include <vector>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
-using tests::between;
 
 using Values = ImmutableSequence<ImmutableObject>;
 
@@ -90,7 +76,7 @@ std::string withoutTaste(std::string text) {
         std::size_t const from = text.find('>', at) + 1;
         text.replace(from, text.find('<', from) - from, "*");
     }
-    return tests::replaced(tests::replaced(text, "<span ", "<* "), "</span>", "</*>");
+    return replaced(replaced(text, "<span ", "<* "), "</span>", "</*>");
 }
 
 std::string cells(std::string const & type, std::string const & value) {
@@ -113,7 +99,7 @@ std::string errorRow(std::string const & rowClass, std::string const & name, std
            R"(</td><td class="value error">)" + text + "</td></tr>";
 }
 
-class HTMLPrinterTest : public tests::ModelFixture {
+class HTMLPrinterTest : public ModelFixture {
 protected:
     HTMLPrinterTest() {
         open();
@@ -142,7 +128,7 @@ protected:
     StereotypeObject mark(std::string const & name = "Mark") {
         stereotype = factory.createStereotype();
         stereotype.setName(name);
-        return ZEL::tests::createMark<1>(stereotype);
+        return createMark<1>(stereotype);
     }
     void say(std::string const & name, std::function<Values()> values, bool isComposite = false,
              bool isDerived = false) {
@@ -214,8 +200,7 @@ TEST_F(HTMLPrinterTest, WritesAnObjectAndWhatItContainsAsOnePage) {
     std::string const logPage = HTMLLogFormatter::getHead();
     std::string const script = between(logPage, "<script", "</head>");
     ASSERT_FALSE(script.empty());
-    std::string const head =
-        kBeforeTitle + name + "</title>\n" + kStyleSheet + script + tests::replaced(kBodyStart, "@", " ");
+    std::string const head = kBeforeTitle + name + "</title>\n" + kStyleSheet + script + replaced(kBodyStart, "@", " ");
 
     std::string const model = link("MetaModel", "IDu", "unnamed");
     auto const comment = [&model](std::string const & id, std::string const & body, std::string const & annotated,
@@ -287,7 +272,7 @@ TEST_F(HTMLPrinterTest, MakesRowsOfWhatCannotBeRead) {
                                            String::getTypeInfo(), ImmutableObject(), HASP::any(String("text")))
                                            .release(),
                                        Deviant());
-    ClassObject const classless = tests::BareObject::make(Comment::MetaClass());
+    ClassObject const classless = BareObject::make(Comment::MetaClass());
     say("none", [] { return Values(); });
     say(
         "broken", []() -> Values { raiseInternalError("no luck"); }, true);
@@ -409,7 +394,7 @@ TEST_F(HTMLPrinterTest, CanBeDerivedFrom) {
     printer.print(factory.createComment(), folder.path("page"));
     EXPECT_THAT(folder.content("page.html"), HasSubstr(R"(</title>
 <a id="i" class="c"><a id="i"><b class="c"><b></b><e id="i" class="c"><t></e><e class="c"><t></e><a href="#t">text</a><script )"));
-    ClassObject const classless = tests::BareObject::make();
+    ClassObject const classless = BareObject::make();
     for (auto const & helper : {&TagPrinter::helperGetID, &TagPrinter::helperGetName}) {
         EXPECT_RAISES("Expects a valid element", (printer.*helper)(ImmutableClassObject()));
         EXPECT_RAISES("Expects element to have a valid meta-class", (printer.*helper)(classless));
@@ -417,4 +402,4 @@ TEST_F(HTMLPrinterTest, CanBeDerivedFrom) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

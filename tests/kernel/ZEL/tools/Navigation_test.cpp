@@ -1,27 +1,11 @@
 #include "kernel/ZEL/tools/BareObjects.h"
 #include "kernel/ZEL/tools/TestModel.h"
-#include "support/ExpectRaises.h"
-
-#include <ZEL/Integer.h>
-#include <ZEL/String.h>
-#include <ZEL/metamodel/Comment.h>
-#include <ZEL/metamodel/VisibilityKind.h>
-#include <ZEL/tools/Navigation.h>
-#include <ZEL/tools/TypePredicates.h>
-#include <ZEL/values/ValueObject.h>
-
-#include <gtest/gtest.h>
 
 #include <initializer_list>
-#include <string>
 #include <tuple>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
-
-using tests::BareObject;
-using tests::BareType;
-using tests::TestModel;
 
 TEST(Navigation, TellsTheTypeOfAnObjectAndTheClassOfThatType) {
     TestModel const m;
@@ -122,4 +106,4 @@ TEST(TypePredicates, DataAreTellableFromObjects) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

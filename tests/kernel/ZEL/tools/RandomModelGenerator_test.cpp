@@ -1,28 +1,12 @@
 #include "kernel/ZEL/tools/TestModel.h"
-#include "support/ExpectRaises.h"
-
-#include <ZEL/Integer.h>
-#include <ZEL/String.h>
-#include <ZEL/UnlimitedNatural.h>
-#include <ZEL/metamodel/Comment.h>
-#include <ZEL/metamodel/Enumeration.h>
-#include <ZEL/metamodel/NamedElement.h>
-#include <ZEL/sequences/Sequence.h>
-#include <ZEL/tools/Comparator.h>
-#include <ZEL/tools/ObjectsIn.h>
-#include <ZEL/tools/RandomModelGenerator.h>
-
-#include <gtest/gtest.h>
 
 #include <cstdint>
 #include <ctime>
 #include <map>
 #include <set>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
-
-using tests::TestModel;
 
 /// All below the root.
 std::vector<ImmutableClassObject> contentOf(ImmutableClassObject const & root) {
@@ -199,4 +183,4 @@ TEST(RandomModelGenerator, TheLastChildOfTheRootIsGiven) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -1,25 +1,17 @@
 #pragma once
 
-#include <ZEL/deviants/Transaction.h>
-#include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/Constants.h>
-#include <ZEL/metamodel/Factory.h>
-#include <ZEL/metamodel/FactoryRegistry.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/Model.h>
-#include <ZEL/metamodel/Package.h>
-#include <ZEL/metamodel/Property.h>
+#include "support/ExpectRaises.h"
 
-#include <string>
+#include <ZEL/ZEL.h>
+
+#include <gmock/gmock.h>
 
 namespace ZEL::tests {
 
 /// A model of the built-in metamodel, open for writing, with a package at its top.
 struct TestModel {
     explicit TestModel(std::string const & topName = "top")
-        : model(FactoryRegistry::instance()->createModel(METAMODEL_URI)),
-          factory(model.getFactoryFactory()),
-          transaction(model.getRootDeviant()) {
+        : model(Factory::createNewModel()), factory(model.getFactoryFactory()), transaction(model.getRootDeviant()) {
         top = factory.createPackage(topName);
         model.setTopPackage(top);
     }
@@ -28,6 +20,14 @@ struct TestModel {
         Package const made = factory.createPackage(name);
         owner.getPackagedElements().push_back(made);
         return made;
+    }
+    /// A package at the bottom of as many others.
+    Package nestedPackage(int levels) const {
+        Package bottom = top;
+        for (int level = 0; level < levels; ++level) {
+            bottom = package(bottom, "p");
+        }
+        return bottom;
     }
     Class classIn(Package const & owner, std::string const & name) const {
         Class const made = factory.createClass();

@@ -1,22 +1,10 @@
 #include "kernel/ZEL/tools/TestModel.h"
 
-#include <ZEL/Integer.h>
-#include <ZEL/String.h>
-#include <ZEL/metamodel/Comment.h>
-#include <ZEL/metamodel/OpaqueExpression.h>
-#include <ZEL/metamodel/PackageableElement.h>
-#include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <sstream>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
-
-using tests::TestModel;
 
 std::string textOf(ImmutableObject const & object) {
     std::ostringstream stream;
@@ -88,4 +76,4 @@ TEST(TextWriter, IndentationEndsAtAThousandLevels) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -4,11 +4,8 @@
 
 #include <hasp_util/ErrorHolder.h>
 
-#include <gtest/gtest.h>
-
 #include <exception>
 #include <map>
-#include <string>
 
 namespace library {
 
@@ -31,7 +28,7 @@ public:
 
 } // namespace library
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 using library::Colour;
@@ -90,4 +87,4 @@ TEST(Kind, OfAnApplicationIsBoxedLikeABuiltInOne) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -8,13 +8,9 @@
 
 #include <hasp_util/ErrorHolder.h>
 
-#include <gtest/gtest.h>
-
 #include <memory>
-#include <string>
-#include <vector>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -111,4 +107,4 @@ TEST(TypeInfo, OfACollectionKeepsItsElementTypeAndConvertsNothing) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -1,12 +1,9 @@
 #include "support/ValueTypes.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <limits>
-#include <string>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 /// The outcome of all six operators, and of `==` and `<` with the sides exchanged: "<", "=", ">" or "none"; anything
@@ -88,4 +85,4 @@ TEST(ValueComparison, OfTwoKindsOfValueLetsTheLeftDecideAndBothAgree) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -1,20 +1,13 @@
 #include "support/ValueTypes.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 #include <locale>
-#include <string>
 #include <tuple>
 #include <type_traits>
 #include <unordered_set>
-#include <utility>
-#include <vector>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
-
-using tests::raisedText;
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
@@ -213,4 +206,4 @@ TEST(String, IsMadeOfAndComparesWithPlainTexts) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -3,12 +3,9 @@
 
 #include <ZEL/values/ValueObjectFactory.h>
 
-#include <gtest/gtest.h>
-
 #include <set>
-#include <string>
 
-namespace ZEL {
+namespace ZEL::tests {
 namespace {
 
 constexpr char nullText[] = "Cannot access NULL ref. Use isValid() before calling methods";
@@ -85,7 +82,7 @@ TEST(ValueObjectTest, CannotBeReadAsAnotherClassOrFromNothing) {
 }
 
 TEST(ValueObjectTest, IsNotMadeOfAnObjectThatIsNoValue) {
-    Object const thing(new tests::Thing, Deviant());
+    Object const thing(new Thing, Deviant());
     EXPECT_FALSE(ValueObject(thing).isValid());
     EXPECT_RAISES(internalError, Integer(thing));
 }
@@ -109,4 +106,4 @@ TEST(ValueObjectTest, IsReadFromTextByTheTypeOfAnotherOrByARegisteredName) {
 }
 
 } // namespace
-} // namespace ZEL
+} // namespace ZEL::tests

@@ -6,13 +6,14 @@
 #include <gtest/gtest.h>
 #include <kernel/ZEL/serializer/ContextText.h>
 
-#include <string>
 #include <tuple>
-#include <utility>
-#include <vector>
 
-namespace ZEL::Serializer::tests {
+namespace ZEL::tests {
 namespace {
+
+using Serializer::MagicDrawReadTransforms;
+using Serializer::MagicDrawWriteTransforms;
+using Serializer::StandardReadTransforms;
 
 std::string const kUml = "http://example.org/uml";
 std::string const kUml20 = "http://schema.omg.org/spec/UML/2.0";
@@ -84,4 +85,4 @@ TEST_F(MagicDraw, WritingPutsTheLiteralInPlaceOfTheUnit) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer::tests
+} // namespace ZEL::tests

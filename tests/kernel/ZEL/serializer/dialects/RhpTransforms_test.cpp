@@ -5,20 +5,11 @@
 #include <kernel/ZEL/serializer/ContextText.h>
 
 #include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
-namespace ZEL::Serializer {
+namespace ZEL::tests {
 namespace {
 
-using tests::attributeOf;
-using tests::below;
-using tests::both;
-using tests::element;
-using tests::linkOf;
-using tests::nested;
-using tests::textOf;
+using Serializer::RhpWriteTransforms;
 
 std::string const kUml = "http://example.org/uml";
 std::string const kXmi = "http://schema.omg.org/spec/XMI/2.1";
@@ -159,4 +150,4 @@ TEST_F(Rhapsody, NotesTheModelOfTheActiveComponent) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer
+} // namespace ZEL::tests

@@ -6,17 +6,11 @@
 #include <gtest/gtest.h>
 #include <kernel/ZEL/serializer/ContextText.h>
 
-#include <string>
-#include <vector>
-
-namespace ZEL::Serializer {
+namespace ZEL::tests {
 namespace {
 
-using tests::attributeOf;
-using tests::both;
-using tests::element;
-using tests::nested;
-using tests::textOf;
+using Serializer::StandardReadTransforms;
+using Serializer::StandardWriteTransforms;
 
 std::string const kUml = "http://example.org/uml";
 std::string const kXmi = "http://schema.omg.org/spec/XMI/2.1";
@@ -100,4 +94,4 @@ TEST_F(StandardTransforms, DocumentationIsWrittenBeforeAModelAlone) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer
+} // namespace ZEL::tests

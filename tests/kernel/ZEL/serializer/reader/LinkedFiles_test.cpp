@@ -4,11 +4,10 @@
 
 #include <hasp_util/Uri.h>
 
-#include <filesystem>
-
-namespace ZEL::Serializer::tests {
+namespace ZEL::tests {
 namespace {
 
+using Serializer::LinkedFiles;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
@@ -103,4 +102,4 @@ TEST_F(FollowingLinks, LogsWhatCannotBeMadeAbsolute) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer::tests
+} // namespace ZEL::tests

@@ -1,13 +1,6 @@
 #include "ReaderTest.h"
 
-#include <ZEL/Boolean.h>
-#include <ZEL/Integer.h>
-#include <ZEL/base/Exception.h>
-#include <ZEL/deviants/Deviant.h>
-#include <ZEL/metamodel/Comment.h>
-#include <ZEL/tools/Comparator.h>
-
-namespace ZEL::Serializer::tests {
+namespace ZEL::tests {
 namespace {
 
 using ::testing::ElementsAre;
@@ -317,4 +310,4 @@ TEST_F(MergerAlone, RefusesAnInvalidModel) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer::tests
+} // namespace ZEL::tests

@@ -5,8 +5,10 @@
 
 #include <gtest/gtest.h>
 
-namespace ZEL::Serializer {
+namespace ZEL::tests {
 namespace {
+
+using Serializer::ObjectsById;
 
 TEST(ObjectsById, FindsTheLastObjectOfEachId) {
     MetaModel const model = Factory::createNewModel();
@@ -33,4 +35,4 @@ TEST(ObjectsById, FindsTheLastObjectOfEachId) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer
+} // namespace ZEL::tests

@@ -1,63 +1,20 @@
 #pragma once
 
-#include <ZEL/String.h>
-#include <ZEL/logging/DefaultLogHandler.h>
-#include <ZEL/logging/LogRecord.h>
-#include <ZEL/logging/Logger.h>
-#include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/Factory.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/Package.h>
-#include <ZEL/metamodel/PackageableElement.h>
-#include <ZEL/metamodel/Property.h>
-#include <ZEL/sequences/Sequence.h>
-#include <ZEL/serializer/reader/Merger.h>
-#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/ZEL.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <host/TemporaryFolder.h>
+#include <kernel/ZEL/logging/LogCapture.h>
 #include <kernel/ZEL/serializer/ContextText.h>
 #include <support/ExpectRaises.h>
 
-#include <string>
-#include <vector>
+namespace ZEL::tests {
 
-namespace ZEL::Serializer::tests {
-
-using ::ZEL::tests::raisedText;
-
-/// Keeps what is logged while it lives.
-class LogCapture : public DefaultLogHandler {
-public:
-    LogCapture() : DefaultLogHandler(nullptr, nullptr, LogLevel::all) {
-        Logger::instance()->setDefaultHandlerLevel(LogLevel::off);
-        Logger::instance()->addHandler(this, LogLevel::all);
-    }
-    ~LogCapture() override {
-        Logger::instance()->removeHandler(this);
-        Logger::instance()->setDefaultHandlerLevel(LogLevel::info);
-    }
-    void _publish(Quillon::System::Level const &, Quillon::System::Externalizable const & record) override {
-        auto const & entry = dynamic_cast<LogRecord const &>(record);
-        fEntries.push_back({entry.getLevel().getLevel(), entry.getMessage()});
-    }
-
-    /// The texts of at least this level.
-    [[nodiscard]] std::vector<std::string> texts(int level = LogLevel::warning) const {
-        std::vector<std::string> result;
-        for (auto const & [entryLevel, text] : fEntries) {
-            if (entryLevel >= level) {
-                result.push_back(text);
-            }
-        }
-        return result;
-    }
-    void clear() { fEntries.clear(); }
-
-private:
-    std::vector<std::pair<int, std::string>> fEntries;
-};
+using Serializer::Merger;
+using Serializer::ReadReport;
+using Serializer::XmiFormat;
+using Serializer::XmiReader;
+using Serializer::XmiReaderSettings;
 
 /// What a report tells: "skipped other 2".
 inline std::vector<std::string> linesOf(ReadReport const & report) {
@@ -142,4 +99,4 @@ protected:
     XmiReader reader;
 };
 
-} // namespace ZEL::Serializer::tests
+} // namespace ZEL::tests

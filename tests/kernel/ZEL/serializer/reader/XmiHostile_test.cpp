@@ -1,14 +1,8 @@
 #include "ReaderTest.h"
 
-#include <ZEL/Boolean.h>
-#include <ZEL/Integer.h>
-#include <ZEL/tools/Comparator.h>
-
 #include <sys/stat.h>
 
-#include <filesystem>
-
-namespace ZEL::Serializer::tests {
+namespace ZEL::tests {
 namespace {
 
 using ::testing::ElementsAre;
@@ -119,4 +113,4 @@ TEST_F(Hostile, NestingIsBoundedByTheSettings) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer::tests
+} // namespace ZEL::tests

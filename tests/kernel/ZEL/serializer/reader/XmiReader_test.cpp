@@ -1,15 +1,6 @@
 #include "ReaderTest.h"
 
-#include <ZEL/Boolean.h>
-#include <ZEL/Integer.h>
-#include <ZEL/metamodel/Comment.h>
-#include <ZEL/metamodel/Constraint.h>
-#include <ZEL/metamodel/DataType.h>
-#include <ZEL/metamodel/OpaqueExpression.h>
-
-#include <filesystem>
-
-namespace ZEL::Serializer::tests {
+namespace ZEL::tests {
 namespace {
 
 using ::testing::ElementsAre;
@@ -480,4 +471,4 @@ TEST_F(Reading, KnowsADialectThatIsWrittenOnly) {
 }
 
 } // namespace
-} // namespace ZEL::Serializer::tests
+} // namespace ZEL::tests

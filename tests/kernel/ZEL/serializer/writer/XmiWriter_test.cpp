@@ -1,30 +1,21 @@
 #include "kernel/ZEL/serializer/reader/ReaderTest.h"
 
-#include <ZEL/Integer.h>
-#include <ZEL/base/Exception.h>
-#include <ZEL/deviants/DeviantAssertions.h>
-#include <ZEL/deviants/Transaction.h>
-#include <ZEL/metamodel/Comment.h>
 #include <ZEL/metamodel/Constants.h>
-#include <ZEL/metamodel/Constraint.h>
-#include <ZEL/metamodel/DataType.h>
-#include <ZEL/metamodel/FactoryRegistry.h>
-#include <ZEL/metamodel/OpaqueExpression.h>
 #include <ZEL/serializer/XmiConstants.h>
-#include <ZEL/serializer/writer/XmiWriter.h>
-#include <ZEL/tools/Comparator.h>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <csignal>
-#include <filesystem>
 #include <memory>
 #include <regex>
 
-namespace ZEL::Serializer::tests {
+namespace ZEL::tests {
 namespace {
 
+using Serializer::VisitableContext;
+using Serializer::XmiWriter;
+using Serializer::XmiWriterSettings;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -503,4 +494,4 @@ TEST_F(XmiWriterTest, OtherDialectsHaveNoHeadAndLeaveAModelOfAnotherMetamodelAsI
 }
 
 } // namespace
-} // namespace ZEL::Serializer::tests
+} // namespace ZEL::tests

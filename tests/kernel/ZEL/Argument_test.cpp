@@ -24,7 +24,7 @@ TEST(ArgumentTest, HoldsOneCountOnItsValue) {
         EXPECT_TRUE(argument.hasName() && argument.isValid());
     }
     EXPECT_EQ(1, five.getImplementation()->numRef());
-    EXPECT_RAISES("Cannot access NULL ref. Use isValid() before calling methods", Argument("a", Object()));
+    EXPECT_RAISES(kNullRef, Argument("a", Object()));
 }
 
 TEST(ArgumentTest, ComparesByNameThenByBody) {

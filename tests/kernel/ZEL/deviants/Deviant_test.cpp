@@ -153,8 +153,8 @@ TEST_P(DeviantTest, LookingForAnUnknownNameLeavesANullEntryBehind) {
 
 TEST_P(DeviantTest, RemovalHasItsPreconditions) {
     EXPECT_RAISES("removeDeviantWithName: deviant does not exist", manager->removeDeviantWithName("x"));
-    EXPECT_RAISES("An Internal Error has occurred", manager->removeDeviantWithName("root deviant"));
-    EXPECT_RAISES("An Internal Error has occurred", root.remove());
+    EXPECT_RAISES(kInternalError, manager->removeDeviantWithName("root deviant"));
+    EXPECT_RAISES(kInternalError, root.remove());
     EXPECT_TRUE(root.isValid());
     a.beginTransaction();
     EXPECT_RAISES("cannot remove deviant when it is within a transaction", manager->removeDeviantWithName("a"));

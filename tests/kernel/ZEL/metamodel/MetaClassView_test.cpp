@@ -32,7 +32,7 @@ TEST_F(MetaClassViewTest, KnowsWhatAPropertyIsAndWhereAClassComesFrom) {
     EXPECT_TRUE(package->find("nestingPackage")->isContainer);
     EXPECT_TRUE(package->find("owner")->isOfContainer);
     EXPECT_TRUE(package->find("name")->isDataType && !package->find("name")->isMany);
-    EXPECT_RAISES("An Internal Error has occurred", MetaClassView::of(ImmutableClass()));
+    EXPECT_RAISES(kInternalError, MetaClassView::of(ImmutableClass()));
 }
 
 TEST_F(MetaClassViewTest, IsKeptUntilAMetamodelThatItWasReadFromChangesOrEnds) {

@@ -86,12 +86,12 @@ TEST(TypeInfoRegistry, KnowsWhatIsRegisteredOnceUntilItIsUnregistered) {
     constexpr char name[] = "Test.Number";
     HASP::TypeInfo const info = IntegerTypeInfo::Create();
     EXPECT_FALSE(TypeInfoRegistry::hasType(name));
-    EXPECT_RAISES("An Internal Error has occurred", TypeInfoRegistry::getTypeInfo(name));
+    EXPECT_RAISES(kInternalError, TypeInfoRegistry::getTypeInfo(name));
     EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
 
     TypeInfoRegistry::registerTypeInfo(name, info);
     EXPECT_TRUE(TypeInfoRegistry::hasType(name));
-    EXPECT_RAISES("An Internal Error has occurred",
+    EXPECT_RAISES(kInternalError,
                   TypeInfoRegistry::registerTypeInfo(name, IntegerTypeInfo::Create()));
     EXPECT_TRUE(TypeInfoRegistry::getTypeInfo(name) == info) << "the first stays";
     EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
@@ -99,7 +99,7 @@ TEST(TypeInfoRegistry, KnowsWhatIsRegisteredOnceUntilItIsUnregistered) {
     TypeInfoRegistry::unregisterTypeInfo(name);
     EXPECT_FALSE(TypeInfoRegistry::hasType(name));
 
-    EXPECT_RAISES("An Internal Error has occurred",
+    EXPECT_RAISES(kInternalError,
                   TypeInfoRegistry::registerMetaType(name, info, ImmutableDataType()));
     EXPECT_TRUE(TypeInfoRegistry::hasType(name)) << "an invalid metatype is refused after the name is taken";
     EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());

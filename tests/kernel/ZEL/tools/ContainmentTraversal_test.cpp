@@ -116,7 +116,7 @@ TEST_F(ContainmentTraversal, WhatIsNotThereIsAnError) {
     comment.destroy();
     EXPECT_RAISES("Attempt to traverse invalid object!", traversal.visitObject(comment));
     EXPECT_RAISES("Attempt to traverse invalid object!", pre.visitObject(comment)) << "by any visitor";
-    EXPECT_RAISES("An Internal Error has occurred", Traversal(&pre, nullptr));
+    EXPECT_RAISES(kInternalError, Traversal(&pre, nullptr));
     EXPECT_TRUE(log.calls.empty());
 }
 

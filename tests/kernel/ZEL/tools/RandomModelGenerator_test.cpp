@@ -169,7 +169,7 @@ TEST(RandomModelGenerator, WhatTheMetamodelLacksIsTold) {
     owner.setIsAbstract(true);
     EXPECT_RAISES("couldnt find a concrete superclass for Owner", makeValue());
 
-    EXPECT_RAISES("Cannot access NULL ref. Use isValid() before calling methods",
+    EXPECT_RAISES(kNullRef,
                   generator.createNameStringAndSet(ClassObject(), property));
 }
 

@@ -69,7 +69,7 @@ TEST(TypeInfo, MakesDefaultValuesAndRaisesForOtherTypesAndForAHolderWithAnError)
         EXPECT_THROW((void)info.convertToString(HASP::any('c')), HASP::bad_any_cast);
         HASP::ErrorHolder errors;
         errors.setError({"first", HASP::CodeLocation("file", 1)});
-        EXPECT_RAISES("An Internal Error has occurred", info.convertFromString("true", errors));
+        EXPECT_RAISES(kInternalError, info.convertFromString("true", errors));
         EXPECT_EQ("first", errors.getMessage());
     }
     EXPECT_TRUE(HASP::any_cast<Double>(DoubleTypeInfo::Create().defaultConstruct()) == 0.0);

@@ -8,9 +8,6 @@
 namespace ZEL::tests {
 namespace {
 
-constexpr char nullText[] = "Cannot access NULL ref. Use isValid() before calling methods";
-constexpr char internalError[] = "An Internal Error has occurred";
-
 template <class V> void expectRoundTrip(V const & value, char const * type, char const * text) {
     EXPECT_EQ(type, V::getTypeName());
     ValueObject const boxed = value;
@@ -74,17 +71,17 @@ TEST(ValueObjectTest, CannotBeReadAsAnotherClassOrFromNothing) {
     ValueObject const boxed = Integer(1);
     EXPECT_THROW(Boolean{boxed}, HASP::bad_any_cast);
     EXPECT_THROW(String{Object(boxed)}, HASP::bad_any_cast);
-    EXPECT_RAISES(internalError, Integer(ValueObject()));
-    EXPECT_RAISES(internalError, Integer(Object()));
-    EXPECT_RAISES(internalError, String(ImmutableObject()));
-    EXPECT_RAISES(nullText, ValueObject().getAny());
-    EXPECT_RAISES(nullText, Object().toString());
+    EXPECT_RAISES(kInternalError, Integer(ValueObject()));
+    EXPECT_RAISES(kInternalError, Integer(Object()));
+    EXPECT_RAISES(kInternalError, String(ImmutableObject()));
+    EXPECT_RAISES(kNullRef, ValueObject().getAny());
+    EXPECT_RAISES(kNullRef, Object().toString());
 }
 
 TEST(ValueObjectTest, IsNotMadeOfAnObjectThatIsNoValue) {
     Object const thing(new Thing, Deviant());
     EXPECT_FALSE(ValueObject(thing).isValid());
-    EXPECT_RAISES(internalError, Integer(thing));
+    EXPECT_RAISES(kInternalError, Integer(thing));
 }
 
 TEST(ValueObjectTest, IsReadFromTextByTheTypeOfAnotherOrByARegisteredName) {

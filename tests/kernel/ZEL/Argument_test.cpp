@@ -1,7 +1,5 @@
 #include "support/ValueTypes.h"
 
-#include <hasp_util/ErrorHolder.h>
-
 namespace ZEL::tests {
 namespace {
 

@@ -39,8 +39,7 @@ int leaksAbove(int minimum) {
     return number;
 }
 
-class CleanupTest : public testing::Test {
-protected:
+struct CleanupTest : testing::Test {
     void SetUp() override { static_cast<void>(leaksAbove(0)); } // enters whatever is pending
     void TearDown() override {
         Cleanup::startTrackingObjects();

@@ -23,11 +23,7 @@ TEST(Exception, HasATextAndTheCommonIdentifierUnlessGivenAnother) {
 }
 
 TEST(Exception, RaisingFunctionsThrowTheirTextByValueUnderAllFaces) {
-    struct Case {
-        std::string text;
-        std::function<void()> raise;
-    };
-    Case const cases[] = {
+    std::pair<std::string, std::function<void()>> const cases[] = {
         {"own text", [] { raiseInternalError(std::string("own text")); }},
         {"literal", [] { raiseInternalError("literal"); }},
         {"An Internal Error has occurred", [] { raiseAnInternalError(); }},
@@ -35,14 +31,14 @@ TEST(Exception, RaisingFunctionsThrowTheirTextByValueUnderAllFaces) {
         {"The x operation is not yet implemented!",
          [] { raiseUnimplemented("The x operation is not yet implemented!"); }},
     };
-    for (Case const & each : cases) {
-        EXPECT_THROW(each.raise(), Quillon::System::UserException);
-        EXPECT_THROW(each.raise(), Quillon::System::IUserException);
-        EXPECT_EQ(each.text, raisedBy(each.raise)) << "as a standard exception";
+    for (auto const & each : cases) {
+        EXPECT_THROW(each.second(), Quillon::System::UserException);
+        EXPECT_THROW(each.second(), Quillon::System::IUserException);
+        EXPECT_EQ(each.first, raisedBy(each.second)) << "as a standard exception";
         try {
-            each.raise();
+            each.second();
         } catch (Exception const & failure) {
-            EXPECT_EQ(each.text, failure.GetMessageTxt());
+            EXPECT_EQ(each.first, failure.GetMessageTxt());
             EXPECT_EQ("fen:zel:assertion", failure.GetID());
             EXPECT_EQ(&each == std::end(cases) - 1, dynamic_cast<UnImplementedException const *>(&failure) != nullptr);
         }

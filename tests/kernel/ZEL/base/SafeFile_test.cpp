@@ -17,8 +17,7 @@ namespace {
 
 using Result = SafeFile::Result;
 
-class SafeFileTest : public testing::Test {
-protected:
+struct SafeFileTest : testing::Test {
     SafeFileTest() { ::umask(022); }
 
     [[nodiscard]] std::string path(std::string const & name) const { return folder.path(name); }

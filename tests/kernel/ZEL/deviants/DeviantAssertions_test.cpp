@@ -3,8 +3,7 @@
 namespace ZEL::tests {
 namespace {
 
-class DeviantAssertionsTest : public ModelFixture {
-protected:
+struct DeviantAssertionsTest : ModelFixture {
     Comment comment = make<Comment>();
 };
 
@@ -25,8 +24,9 @@ TEST_F(DeviantAssertionsTest, AnAbsentObjectIsNamedAndReadsComeBeforeTheLookAtTh
     std::string const absent = " Deviant 'a' : \n object of type 'ZEL.Comment' [id = 3 ] is not present";
     EXPECT_RAISES(absent, late.getBody());
     EXPECT_RAISES(absent, late.setBody("x"));
-    EXPECT_RAISES(" Deviant 'a' not opened for transactions.\nAttempt to modify object of type 'ZEL.Comment' [id = 3 ] ",
-                  late.removeBody());
+    EXPECT_RAISES(
+        " Deviant 'a' not opened for transactions.\nAttempt to modify object of type 'ZEL.Comment' [id = 3 ] ",
+        late.removeBody());
     deviant.beginTransaction();
     EXPECT_RAISES(absent, late.removeBody());
     deviant.commitTransaction();

@@ -11,8 +11,7 @@
 namespace ZEL::tests {
 
 /// An object that is 1 in the root, which forgets how it came about, and a deviant beside the root.
-class TwoDeviants : public DeviantFixture {
-protected:
+struct TwoDeviants : DeviantFixture {
     explicit TwoDeviants(Kind kind) : DeviantFixture(kind) { root.clearUndoStack(); }
     ~TwoDeviants() override { DeviantAssertions::enableAssertions(true); }
 
@@ -41,8 +40,7 @@ protected:
 };
 
 /// For tests that hold for a client's objects and for those of a model.
-class OnBothKinds : public TwoDeviants, public testing::WithParamInterface<Kind> {
-protected:
+struct OnBothKinds : TwoDeviants, testing::WithParamInterface<Kind> {
     OnBothKinds() : TwoDeviants(GetParam()) {}
 };
 

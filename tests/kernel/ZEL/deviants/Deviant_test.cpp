@@ -8,9 +8,8 @@
 namespace ZEL::tests {
 namespace {
 
-class DeviantTest : public OnBothKinds {};
-class ThingTest : public TwoDeviants {
-protected:
+struct DeviantTest : OnBothKinds {};
+struct ThingTest : TwoDeviants {
     ThingTest() : TwoDeviants(Kind::Things) {}
 };
 

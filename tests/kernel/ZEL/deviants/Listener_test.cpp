@@ -68,8 +68,7 @@ private:
     Calls & fCalls;
 };
 
-class ListenerTest : public OnBothKinds {
-protected:
+struct ListenerTest : OnBothKinds {
     ~ListenerTest() override { endAll(); } // before the listeners go
 
     [[nodiscard]] Calls takeCalls() { return std::exchange(calls, {}); }

@@ -9,8 +9,7 @@
 namespace ZEL::tests {
 namespace {
 
-class StateMapTest : public DeviantFixture {
-protected:
+struct StateMapTest : DeviantFixture {
     StateMapTest() : DeviantFixture(Kind::Things) {
         std::generate(things.begin(), things.end(), [this] { return makeBody(); });
         std::shuffle(things.begin(), things.end(), std::mt19937(2));

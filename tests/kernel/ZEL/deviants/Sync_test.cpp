@@ -3,8 +3,7 @@
 namespace ZEL::tests {
 namespace {
 
-class SyncTest : public OnBothKinds {
-protected:
+struct SyncTest : OnBothKinds {
     void SetUp() override {
         Subject const alsoThere = make(root, 2);
         sync();

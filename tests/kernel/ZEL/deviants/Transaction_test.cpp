@@ -5,7 +5,7 @@
 namespace ZEL::tests {
 namespace {
 
-class TransactionTest : public OnBothKinds {};
+struct TransactionTest : OnBothKinds {};
 
 TEST_P(TransactionTest, TheOutermostCommitMakesOneEntryAndLeavesOthersWithTheFormerState) {
     root.beginTransaction("outer");

@@ -20,8 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class HTMLLogHandlerTest : public testing::Test {
-protected:
+struct HTMLLogHandlerTest : testing::Test {
     HTMLLogHandlerTest() { logger.setDefaultHandlerLevel(LogLevel::off); }
     ~HTMLLogHandlerTest() override { logger.setLevel(LogLevel::info); }
 
@@ -78,7 +77,9 @@ function initialize() {
 function toggleCssDisplayNum(cssRuleNum) {
  var rule = getCssRuleByNum(cssRuleNum);
  toggleDisplay(rule);
-}@
+})html"
+                        "\t"
+                        R"html(
 function getCssRuleByNum(num) {
  var rules = getCssRules();
  return rules[num];
@@ -109,25 +110,20 @@ function toggleDisplay(el) {
 
 constexpr char tail[] = "</table>\n</div>\n</body>\n</html>";
 
-std::string expectedHead() {
-    std::string text = head;
-    return text.replace(text.find('@'), 1, "\t");
-}
-
 TEST_F(HTMLLogHandlerTest, WritesAReportRowByRow) {
     HTMLLogHandler handler(path("x"));
-    EXPECT_EQ(expectedHead(), content("x.html"));
+    EXPECT_EQ(head, content("x.html"));
     logger.addHandler(&handler, LogLevel::info);
     logger.debug("too fine");
     logger.warning("<b>%s</b>", "as it is");
     std::string const row = "<tr class='Warning'><td class='level'>Warning</td><td class='message'><b>as it "
                             "is</b></td><td class='time'>TIME</td></tr>\n";
-    EXPECT_EQ(expectedHead() + row, withoutTimes(content("x.html"))) << "at once";
+    EXPECT_EQ(head + row, withoutTimes(content("x.html"))) << "at once";
     handler.close();
     handler.close();
-    EXPECT_EQ(expectedHead() + row + tail, withoutTimes(content("x.html")));
+    EXPECT_EQ(head + row + tail, withoutTimes(content("x.html")));
     logger.error("lost");
-    EXPECT_EQ(expectedHead() + row + tail, withoutTimes(content("x.html")));
+    EXPECT_EQ(head + row + tail, withoutTimes(content("x.html")));
 }
 
 TEST_F(HTMLLogHandlerTest, EndsTheReportWhenItDiesAndKeepsOneEarlierReport) {
@@ -148,7 +144,7 @@ TEST_F(HTMLLogHandlerTest, TakesTheFileOfAnOpenReportOfTheSameName) {
     HTMLLogHandler second(path("x"));
     first._output("row of the first");
     EXPECT_THAT(content("x.bak.html"), testing::HasSubstr("row of the first"));
-    EXPECT_EQ(expectedHead(), content("x.html"));
+    EXPECT_EQ(head, content("x.html"));
 }
 
 TEST_F(HTMLLogHandlerTest, TellsWhyAReportCannotBeMade) {

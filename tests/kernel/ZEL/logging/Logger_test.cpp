@@ -1,8 +1,6 @@
 #include <ZEL/logging/DefaultLogHandler.h>
 #include <ZEL/logging/LogRecord.h>
 #include <ZEL/logging/Logger.h>
-#include <ZEL/logging/Now.h>
-#include <ZEL/logging/TerminalHandler.h>
 #include <ZEL/serializer/Messages.h>
 
 #include <libvx/Filter.h>
@@ -18,8 +16,7 @@ namespace ZEL::tests {
 namespace {
 
 /// Keeps the records that come through.
-class Recorder : public DefaultLogHandler {
-public:
+struct Recorder : DefaultLogHandler {
     explicit Recorder(LogLevel const & level = LogLevel::all) : DefaultLogHandler(nullptr, nullptr, level) {}
     void _publish(Quillon::System::Level const & level, Quillon::System::Externalizable const & record) override {
         if (isLoggable(level, record)) {
@@ -46,8 +43,7 @@ template <class Action> std::string printedBy(Action action) {
 }
 
 /// A quiet terminal, and a recorder that takes everything.
-class LoggerTest : public testing::Test {
-protected:
+struct LoggerTest : testing::Test {
     LoggerTest() {
         logger.setDefaultHandlerLevel(LogLevel::off);
         logger.addHandler(&recorder, LogLevel::all);

@@ -59,8 +59,7 @@ void expectReadable(ImmutableClassObject const & object, ClassDescriptor const &
     }
 }
 
-class GeneratedClasses : public ModelFixture {
-protected:
+struct GeneratedClasses : ModelFixture {
     GeneratedClasses() {
         change([&] {
             for (ExpectedClass const & row : expectedClasses()) {
@@ -300,14 +299,6 @@ TEST_F(GeneratedClasses, InterfacesAreReachedFromThoseBelow) {
     EXPECT_EQ(NSInterface::ClassObjectIntf::upcast_helper(static_cast<NSInterface::PropertyIntf *>(nullptr)), nullptr);
 }
 
-TEST_F(GeneratedClasses, RemoveOneEndAloneThroughTheInterface) {
-    open();
-    Property const property = factory.createProperty();
-    property.setType(factory.createClass());
-    property.getImplementation()->removeOnlyType(model.getDeviant());
-    EXPECT_FALSE(property.hasType());
-}
-
 TEST_F(GeneratedClasses, ForwardRedefinedOperations) {
     open();
     ExtensionEnd const end = factory.createExtensionEnd();
@@ -351,7 +342,7 @@ TEST_F(GeneratedClasses, RefuseANamedDeviantAsPlaceOfARootState) {
     EXPECT_EQ(nullptr, comment.getImplementation()->internal_createDeviation(model.getDeviant()));
 }
 
-template <class H> class NullHandle : public testing::Test {};
+template <class H> struct NullHandle : testing::Test {};
 using Handles =
     testing::Types<ClassObject, Element, NamedElement, Namespace, Type, Classifier, PackageableElement, Feature,
                    RedefinableElement, StructuralFeature, BehavioralFeature, TypedElement, MultiplicityElement,

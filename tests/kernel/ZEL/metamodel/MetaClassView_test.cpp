@@ -9,7 +9,7 @@ using internal::MetaClassView;
 using internal::PropertyView;
 using Role = PropertyView::Role;
 
-class MetaClassViewTest : public ModelFixture {};
+struct MetaClassViewTest : ModelFixture {};
 
 TEST_F(MetaClassViewTest, KnowsWhatAPropertyIsAndWhereAClassComesFrom) {
     std::shared_ptr<MetaClassView const> const package = MetaClassView::of(Package::MetaClass());

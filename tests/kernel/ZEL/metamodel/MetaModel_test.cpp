@@ -320,10 +320,7 @@ TEST(MetaModelObject, ContainsAllItsObjects) {
 
 // Files refer to objects of the metamodel by these numbers.
 TEST(MetaModelObject, NumbersItsObjectsAsFilesHaveThem) {
-    struct {
-        char const * key;
-        int id;
-    } const rows[] = {
+    std::pair<char const *, int> const rows[] = {
         {"ZEL.MetaModel", 1},
         {"ZEL.PersistenceKind", 3},
         {"ZEL.Property", 7},
@@ -345,8 +342,8 @@ TEST(MetaModelObject, NumbersItsObjectsAsFilesHaveThem) {
         {"ZEL.PackageMerge", 1521},
         {"ZEL.PackageMergeKind", 1551},
     };
-    for (auto const & row : rows) {
-        EXPECT_EQ(row.id, ImmutableClassObject(byKey(row.key)).getId()) << row.key;
+    for (auto const & [key, id] : rows) {
+        EXPECT_EQ(id, ImmutableClassObject(byKey(key)).getId()) << key;
     }
     EXPECT_EQ(2, metaModel().getTopPackage().getId());
 }

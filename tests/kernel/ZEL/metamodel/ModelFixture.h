@@ -10,9 +10,16 @@
 
 namespace ZEL::tests {
 
+using testing::ElementsAre;
+
+/// A row of a table of calls.
+struct NamedCall {
+    char const * name;
+    std::function<void()> call;
+};
+
 /// An empty model of the built-in metamodel.
-class ModelFixture : public testing::Test {
-protected:
+struct ModelFixture : testing::Test {
     /// Runs `change` in a transaction of its own; an exception cancels it and passes.
     template <class Change> void change(Change operation) {
         model.beginTransaction();

@@ -9,12 +9,9 @@
 namespace ZEL::tests {
 namespace {
 
-using testing::ElementsAre;
-
 char const kDead[] = "object accessed after its model has been destroyed";
 
-class ModelTest : public ModelFixture {
-protected:
+struct ModelTest : ModelFixture {
     static MetaModel openModel() {
         MetaModel const made = Factory::createNewModel();
         made.beginTransaction();
@@ -232,10 +229,7 @@ TEST(ModelDeath, LeavesItsObjectsWithATextForEachAccess) {
         model.commitTransaction();
     }
     EXPECT_FALSE(object.isValid() || factory.isValid());
-    struct {
-        char const * name;
-        std::function<void()> call;
-    } const rows[] = {
+    NamedCall const rows[] = {
         {"get", [&] { return object.getName(); }},
         {"has", [&] { return comment.hasBody(); }},
         {"reference", [&] { return comment.getOwner(); }},
@@ -359,8 +353,7 @@ TEST_F(ModelTest, EndsWithTheWorkDuringWhichItsLastHandleGoes) {
     }
 }
 
-class Cloning : public ModelTest {
-protected:
+struct Cloning : ModelTest {
     Cloning() {
         open();
         package = factory.createPackage(String("P"));

@@ -5,15 +5,12 @@
 namespace ZEL::tests {
 namespace {
 
-using testing::ElementsAre;
-
 char const kGet[] = "Trying to get invalid property!";
 char const kSet[] = "Trying to set invalid property!";
 
 Object boxed(char const * text) { return ValueObject(String(text)); }
 
-class Reflection : public ModelFixture {
-protected:
+struct Reflection : ModelFixture {
     Reflection() {
         open();
         object = factory.createClass();

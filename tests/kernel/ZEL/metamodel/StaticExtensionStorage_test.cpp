@@ -7,12 +7,9 @@
 namespace ZEL::tests {
 namespace {
 
-using testing::ElementsAre;
-
 char const kOnlyStereotypes[] = "Only Stereotypes can be added to this property!";
 
-class StereotypeInstances : public ModelFixture {
-protected:
+struct StereotypeInstances : ModelFixture {
     StereotypeInstances() {
         open();
         stereotype = factory.createStereotype();

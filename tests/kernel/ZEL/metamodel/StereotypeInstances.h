@@ -12,8 +12,7 @@
 namespace ZEL::tests {
 
 /// What a profile's generator makes of a stereotype without properties, by hand; `N` tells several apart.
-template <int N> class MarkIntf : public virtual NSInterface::StereotypeObjectIntf {
-public:
+template <int N> struct MarkIntf : virtual NSInterface::StereotypeObjectIntf {
     static ClassInfo const & classInfo() { return classInfoOf<MarkIntf>(); }
     static internal::ClassRuntime & runtime() {
         static internal::ClassRuntime runtime;
@@ -22,21 +21,19 @@ public:
     static internal::ClassDescriptor const & descriptor() noexcept;
 };
 
-template <class Core, int N> class MarkPart : public Core, public virtual MarkIntf<N> {};
+template <class Core, int N> struct MarkPart : Core, virtual MarkIntf<N> {};
 
 template <class Self, class Core, int N>
 using CastableMark = Castable<Self, MarkPart<Core, N>, MarkIntf<N>, NSInterface::StereotypeObjectIntf>;
 
-template <int N> class MarkState final : public CastableMark<MarkState<N>, internal::StateCore, N> {
-public:
+template <int N> struct MarkState final : CastableMark<MarkState<N>, internal::StateCore, N> {
     [[nodiscard]] internal::ClassDescriptor const & internal_stateDescriptor() const noexcept override {
         return MarkIntf<N>::descriptor();
     }
     void assign(MarkState const & other) { this->assignCore(other); }
 };
 
-template <int N> class MarkBody final : public CastableMark<MarkBody<N>, internal::BodyCore, N> {
-public:
+template <int N> struct MarkBody final : CastableMark<MarkBody<N>, internal::BodyCore, N> {
     [[nodiscard]] internal::ClassDescriptor const & internal_descriptor() const noexcept override {
         return MarkIntf<N>::descriptor();
     }

@@ -28,8 +28,7 @@ using Derived = SequenceFixture;
 
 // --- association -----------------------------------------------------------------------------------------------------
 
-class AssociationSequence : public Derived {
-protected:
+struct AssociationSequence : Derived {
     AssociationSequence() { current = this; }
 
     /// Notes the element, and how many elements the sequence has at that moment.
@@ -59,10 +58,7 @@ protected:
 
 TEST_F(AssociationSequence, CallsTheHookBeforeEveryChange) {
     Sequence<Item> const sequence = view(items);
-    struct {
-        std::function<void()> work;
-        std::vector<std::string> calls;
-    } const rows[] = {
+    std::pair<std::function<void()>, std::vector<std::string>> const rows[] = {
         {[&] { sequence.push_back(item(1)); }, {"+1 of 0"}},
         {[&] { sequence.push_front(item(0)); }, {"+0 of 1"}},
         {[&] { sequence.insert(2, item(2)); }, {"+2 of 2"}},
@@ -87,10 +83,9 @@ TEST_F(AssociationSequence, CallsTheHookBeforeEveryChange) {
         {[&] { EXPECT_RAISES("sequence index out of bounds", sequence.erase(0)); }, {}},
         {[&] { EXPECT_RAISES(kInternalError, sequence.push_back(Item())); }, {}},
     };
-    int index = 0;
     for (auto const & row : rows) {
-        SCOPED_TRACE(index++);
-        EXPECT_EQ(row.calls, callsOf(row.work));
+        SCOPED_TRACE(&row - rows);
+        EXPECT_EQ(row.second, callsOf(row.first));
     }
 }
 
@@ -121,8 +116,7 @@ TEST_F(AssociationSequence, ReplacesByAnElementThatIsThereAlreadyWhereItMayBeThe
 
 // --- filtered --------------------------------------------------------------------------------------------------------
 
-class FilteredSequence : public Derived {
-protected:
+struct FilteredSequence : Derived {
     /// Shows the special ones among the items.
     Sequence<Item> view() { return view(showsOnly(SpecialItemIntf::classInfo())); }
     Sequence<Item> view(GenericFilter filter) {
@@ -248,8 +242,7 @@ TEST_F(FilteredSequence, EndsItsFilterOnce) {
 
 // --- combined --------------------------------------------------------------------------------------------------------
 
-class CombinedSequence : public Derived {
-protected:
+struct CombinedSequence : Derived {
     /// Special items, then none, then all items, each in a storage of its own.
     CombinedSequence() {
         auto const same = [](Ref const & element) { return element; };
@@ -364,8 +357,7 @@ TEST_F(CombinedSequence, PopBackAndClearReachAllSubSequences) {
 
 // --- a single value as a sequence ------------------------------------------------------------------------------------
 
-class HolderIntf : public virtual NSInterface::ClassObjectOperations {
-public:
+struct HolderIntf : virtual NSInterface::ClassObjectOperations {
     static ClassInfo const & classInfo() { return classInfoOf<HolderIntf>(); }
     [[nodiscard]] bool hasItem(Deviant) const { return value.isValid(); }
     [[nodiscard]] Item getItem(Deviant) const { return value; }
@@ -386,8 +378,7 @@ constexpr auto itemAccess =
 constexpr auto readingAccess = PropertyToSequenceMethods::of<HolderIntf, Item, nullptr, &HolderIntf::getItem, nullptr,
                                                              nullptr, nullptr, nullptr>();
 
-class SingleValueSequence : public Derived {
-protected:
+struct SingleValueSequence : Derived {
     Sequence<Item> view(int fixed = 0) {
         GenericPropertyToSequenceProxy::ObjectHandle const handle(&holder, Deviant());
         return Sequence<Item>(new GenericPropertyToSequenceProxy(handle, &itemAccess, fixed), d);
@@ -434,9 +425,8 @@ TEST_F(SingleValueSequence, RemovesByEveryRoad) {
         [&] { sequence.pop_front(); },
         [&] { view(1).pop_front(); },
     };
-    int index = 0;
     for (auto const & road : roads) {
-        SCOPED_TRACE(index++);
+        SCOPED_TRACE(&road - roads);
         sequence.push_back(item(0));
         EXPECT_RAISES(kInternalError, sequence.erase(sequence.end()));
         EXPECT_FALSE(sequence.remove(item(1)));

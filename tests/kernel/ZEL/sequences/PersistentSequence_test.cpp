@@ -106,7 +106,7 @@ void changeBoth(PersistentSequence & sequence, Model & model, std::mt19937 & ran
     ASSERT_EQ(sequence.contains(element), std::find(model.begin(), model.end(), element) != model.end());
 }
 
-class PersistentSequenceRandom : public testing::TestWithParam<unsigned> {};
+struct PersistentSequenceRandom : testing::TestWithParam<unsigned> {};
 
 // The number of different elements decides between which kinds of storage the sequence wanders.
 TEST_P(PersistentSequenceRandom, BehavesAsAVectorAndOldCopiesStayAsTheyWere) {

@@ -138,8 +138,7 @@ std::vector<Kind> kinds() {
     };
 }
 
-class SequenceContract : public testing::TestWithParam<Kind> {
-protected:
+struct SequenceContract : testing::TestWithParam<Kind> {
     SequenceContract() {
         subject.hasTexts = kind.hasTexts;
         subject.sequence = kind.make(subject);

@@ -27,8 +27,7 @@ using Generic::filtered_sequence_internal::showsOnly;
 using testing::ElementsAre;
 
 /// With four items in it.
-class TypedSequence : public SequenceFixture {
-protected:
+struct TypedSequence : SequenceFixture {
     TypedSequence() {
         for (std::size_t i = 0; i < 4; ++i) {
             items.push_back(item(i));

@@ -16,8 +16,7 @@ using Generic::MultiIndexImpl;
 using Generic::RefTraits;
 using testing::ElementsAre;
 
-class List : public SequenceFixture {
-protected:
+struct List : SequenceFixture {
     List() {
         for (std::size_t i = 0; i < 4; ++i) {
             list.generic_push_back(d, ref(i));

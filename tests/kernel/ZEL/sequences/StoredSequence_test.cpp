@@ -7,8 +7,7 @@ namespace {
 
 using StoredIterator = GenericDeviantSequence::Iterator;
 
-class StoredSequence : public SequenceFixture {
-protected:
+struct StoredSequence : SequenceFixture {
     SequencePtr body() { return SequencePtr(stored(owner).getImplementation()); }
 };
 

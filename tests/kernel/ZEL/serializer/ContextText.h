@@ -11,8 +11,7 @@ using Serializer::ContextSequence;
 using Serializer::Transformer;
 
 /// A Transformer whose rules and hooks a test adds.
-class Rules : public Transformer {
-public:
+struct Rules : Transformer {
     using Transformer::addPostTransform;
     using Transformer::addPreTransform;
     using Transformer::addTransform;

@@ -165,8 +165,7 @@ TEST(Context, SettersOfOneKindEndTheOthersAndKeepExtensionAndSkip) {
     EXPECT_EQ(told(), "element extension skipped 'e' 'b'");
 }
 
-class ContextSequenceTest : public testing::Test {
-protected:
+struct ContextSequenceTest : testing::Test {
     static Context elementOf(char const * role) {
         Context context = contextOf({"", role});
         context.setElement("1");

@@ -8,8 +8,7 @@
 namespace ZEL::tests {
 namespace {
 
-class MessagesTest : public testing::Test {
-protected:
+struct MessagesTest : testing::Test {
     MessagesTest() { Messages::addToCatalogue(); }
     ~MessagesTest() override { vx::setCurrentLanguage("en"); }
 

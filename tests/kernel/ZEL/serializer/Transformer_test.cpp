@@ -46,8 +46,7 @@ RuleFunction give(std::initializer_list<Context> contexts) {
     return [given = sequenceOf(contexts)](Context const &) { return given; };
 }
 
-class TransformerTest : public testing::Test {
-protected:
+struct TransformerTest : testing::Test {
     std::string applied(std::initializer_list<Context> contexts) { return textOf(rules.apply(sequenceOf(contexts))); }
 
     Rules rules;
@@ -226,8 +225,7 @@ TEST_F(TransformerTest, EmptyFunctionRaisesWhenItsRuleIsTaken) {
     EXPECT_THROW(applied({attribute("a")}), boost::bad_function_call);
 }
 
-class TransformerRegistryTest : public testing::Test {
-protected:
+struct TransformerRegistryTest : testing::Test {
     /// A Transformer with one rule, that takes note of its end.
     class Mortal : public Rules {
     public:

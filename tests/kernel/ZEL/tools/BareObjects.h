@@ -34,8 +34,7 @@ private:
 };
 
 /// A type with a name and without a class. It goes with its handles.
-class BareType final : public virtual NSInterface::TypeIntf, public ReferenceCountingImpl {
-public:
+struct BareType final : virtual NSInterface::TypeIntf, ReferenceCountingImpl {
     [[nodiscard]] static Type make() { return Type(std::make_unique<BareType>().release(), Deviant()); }
 
     [[nodiscard]] bool deviant_isValid(Deviant) const override { return true; }

@@ -4,8 +4,7 @@ namespace ZEL::tests {
 namespace {
 
 /// Two models of the same structure: p(A(x : A, y : String), B < A, comment on x), q().
-class ComparatorTest : public testing::Test {
-protected:
+struct ComparatorTest : testing::Test {
     struct Side : TestModel {
         Side() {
             p = package(top, "p");
@@ -145,16 +144,6 @@ TEST_F(ComparatorTest, TheTwoSidesMayBeDeviantsOfOneObject) {
     Comparator comparator(left.p, p);
     EXPECT_FALSE(comparator.compare());
     EXPECT_EQ(comparator.getFailedSecond().getDeviant(), draft.getDeviant());
-}
-
-TEST_F(ComparatorTest, DeepTreesNeedNoStack) {
-    for (Side const * const side : {&left, &right}) {
-        Package bottom = side->q;
-        for (int level = 0; level < 50'000; ++level) {
-            bottom = side->package(bottom, "p");
-        }
-    }
-    EXPECT_TRUE(compare(left.q, right.q));
 }
 
 } // namespace

@@ -49,8 +49,7 @@ struct Recorder : ImmutableAccessVisitor {
 };
 
 /// A comment with a body on a package of its model.
-class ContainmentTraversal : public testing::Test {
-protected:
+struct ContainmentTraversal : testing::Test {
     ContainmentTraversal() {
         comment.setBody("text");
         comment.getAnnotatedElements().push_back(sample.top);
@@ -164,19 +163,10 @@ struct AtObject : ImmutableAccessVisitorEmpty {
     bool raises = false;
 };
 
-/// A package at the bottom of as many others.
-Package deepen(TestModel const & sample, int levels) {
-    Package bottom = sample.top;
-    for (int level = 0; level < levels; ++level) {
-        bottom = sample.package(bottom, "p");
-    }
-    return bottom;
-}
-
 TEST(ContainmentTraversalDepth, AHundredThousandLevelsNestTrulyAndComeBack) {
     constexpr int levels = 100000;
     TestModel const sample;
-    Package const bottom = deepen(sample, levels);
+    Package const bottom = sample.nestedPackage(levels);
     AtObject pre;
     ImmutableAccessVisitorEmpty post;
     Nested walk(&pre, &post);
@@ -199,7 +189,7 @@ TEST(ContainmentTraversalDepth, AHundredThousandLevelsNestTrulyAndComeBack) {
 
 TEST(ContainmentTraversalDepth, AThreadWithALittleStackCanWalk) {
     TestModel const sample;
-    static_cast<void>(deepen(sample, 1000));
+    sample.nestedPackage(1000);
     ImmutableAccessVisitorEmpty visitor;
     Nested walk(&visitor, &visitor);
     std::pair<Nested *, Package> job{&walk, sample.top};

@@ -1,12 +1,11 @@
 #include "host/TemporaryFolder.h"
+#include "kernel/ZEL/logging/LogCapture.h"
 #include "kernel/ZEL/metamodel/ModelFixture.h"
 #include "kernel/ZEL/metamodel/StereotypeInstances.h"
 #include "kernel/ZEL/tools/BareObjects.h"
 #include "kernel/ZEL/tools/PageText.h"
 
-#include <ZEL/logging/DefaultLogHandler.h>
 #include <ZEL/logging/HTMLLogFormatter.h>
-#include <ZEL/logging/LogRecord.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/metamodel/PropertyStorageIntf.h>
 #include <ZEL/sequences/SequenceBuilder.h>
@@ -17,7 +16,6 @@
 namespace ZEL::tests {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -52,24 +50,6 @@ Values sequenceOf(std::vector<ImmutableObject> const & elements) {
     return made;
 }
 
-/// Keeps the messages that are logged, and keeps them off the terminal.
-class Recorder : public DefaultLogHandler {
-public:
-    Recorder() : DefaultLogHandler(nullptr, nullptr, LogLevel::all) {
-        Logger::instance()->setDefaultHandlerLevel(LogLevel::off);
-        Logger::instance()->addHandler(this, LogLevel::all);
-    }
-    ~Recorder() override {
-        Logger::instance()->removeHandler(this);
-        Logger::instance()->setLevel(LogLevel::info);
-    }
-    void _publish(Quillon::System::Level const &, Quillon::System::Externalizable const & record) override {
-        auto const & logRecord = dynamic_cast<LogRecord const &>(record);
-        messages.push_back(std::string(logRecord.getLevel().getName()) + ": " + logRecord.getMessage());
-    }
-    std::vector<std::string> messages;
-};
-
 /// Which element carries a value's class, and what the first cell says, are matters of taste.
 std::string withoutTaste(std::string text) {
     for (std::size_t at = 0; (at = text.find(R"(<td class="metatype">)", at)) != std::string::npos; ++at) {
@@ -99,8 +79,7 @@ std::string errorRow(std::string const & rowClass, std::string const & name, std
            R"(</td><td class="value error">)" + text + "</td></tr>";
 }
 
-class HTMLPrinterTest : public ModelFixture {
-protected:
+struct HTMLPrinterTest : ModelFixture {
     HTMLPrinterTest() {
         open();
         model.setUuidBase("u");
@@ -141,7 +120,7 @@ protected:
     }
 
     TemporaryFolder folder;
-    Recorder log;
+    LogCapture log;
     Stereotype stereotype;
 };
 
@@ -193,8 +172,9 @@ TEST_F(HTMLPrinterTest, WritesAnObjectAndWhatItContainsAsOnePage) {
     std::string const name = folder.path("page");
     util::HTMLPrinter printer;
     EXPECT_EQ(name + ".html", printer.print(outer, name));
-    EXPECT_THAT(log.messages, ElementsAre("Info: Start of HTML pretty-print of model -- to: " + name,
-                                          "Info: End of HTML pretty-print"));
+    EXPECT_THAT(log.texts(LogLevel::info),
+                ElementsAre("Start of HTML pretty-print of model -- to: " + name, "End of HTML pretty-print"));
+    EXPECT_THAT(log.texts(), testing::IsEmpty());
 
     // Both pages of the library have one script.
     std::string const logPage = HTMLLogFormatter::getHead();
@@ -299,8 +279,8 @@ TEST_F(HTMLPrinterTest, MakesRowsOfWhatCannotBeRead) {
                     "navigation::getMetaTypeName:error zel-object has not a valid meta-type" + valueEnd + valueError +
                     "Expects element to have a valid meta-class" + valueEnd + primitive("Integer", "2")) +
             "</table>");
-    EXPECT_THAT(log.messages,
-                testing::Contains("Debug: htmlprinter:error:printSequenceValue: typeName=?? typeMetaClassName=?? "
+    EXPECT_THAT(log.texts(LogLevel::debug),
+                testing::Contains("htmlprinter:error:printSequenceValue: typeName=?? typeMetaClassName=?? "
                                   "value=?? (navigation::getMetaTypeClassName:error Not a valid zel object)"));
     EXPECT_THAT(headings(page), testing::SizeIs(1)) << "a dead child is not printed";
 }
@@ -335,15 +315,15 @@ TEST_F(HTMLPrinterTest, SaysWhatCannotBeWritten) {
         EXPECT_RAISES("Expects a valid Element", printer.print(invalid, folder.path("page")));
     }
     EXPECT_FALSE(std::filesystem::exists(folder.path("page.html")));
-    EXPECT_THAT(log.messages,
-                testing::Contains("Info: Start of HTML pretty-print of model -- to: " + folder.path("page")));
+    EXPECT_THAT(log.texts(LogLevel::info),
+                testing::Contains("Start of HTML pretty-print of model -- to: " + folder.path("page")));
 
     Comment const element = factory.createComment();
     EXPECT_RAISES("Cannot create output file: " + folder.path("none/page.html"),
                   printer.print(element, folder.path("none/page")));
     std::filesystem::create_symlink("/dev/full", folder.path("full.html"));
     EXPECT_RAISES("Cannot write output file: " + folder.path("full.html"), printer.print(element, folder.path("full")));
-    EXPECT_THAT(log.messages, Not(testing::Contains("Info: End of HTML pretty-print")));
+    EXPECT_THAT(log.texts(LogLevel::info), Not(testing::Contains("End of HTML pretty-print")));
     EXPECT_NO_THROW(printer.print(factory.createComment(), folder.path("page")));
 }
 

@@ -16,8 +16,7 @@ std::vector<ImmutableClassObject> contentOf(ImmutableClassObject const & root) {
 }
 
 /// Shows what is for derived classes.
-class Generator : public RandomModelGenerator {
-public:
+struct Generator : RandomModelGenerator {
     using RandomModelGenerator::createCompositionAssociationMetaPropertyVectors;
     using RandomModelGenerator::createRandomModelComposition;
     using RandomModelGenerator::createValueForProperty;
@@ -169,8 +168,7 @@ TEST(RandomModelGenerator, WhatTheMetamodelLacksIsTold) {
     owner.setIsAbstract(true);
     EXPECT_RAISES("couldnt find a concrete superclass for Owner", makeValue());
 
-    EXPECT_RAISES(kNullRef,
-                  generator.createNameStringAndSet(ClassObject(), property));
+    EXPECT_RAISES(kNullRef, generator.createNameStringAndSet(ClassObject(), property));
 }
 
 TEST(RandomModelGenerator, TheLastChildOfTheRootIsGiven) {

@@ -65,10 +65,7 @@ TEST(TextWriter, OfAModelTheObjectsWithoutContainerAreLeftOut) {
 
 TEST(TextWriter, IndentationEndsAtAThousandLevels) {
     TestModel const sample;
-    Package bottom = sample.top;
-    for (int level = 0; level < 1010; ++level) {
-        bottom = sample.package(bottom, "p");
-    }
+    sample.nestedPackage(1010);
     std::string const text = textOf(sample.top);
     EXPECT_THAT(text, testing::HasSubstr('\n' + std::string(2000, ' ') + "[ packagedElement"));
     EXPECT_THAT(text, testing::Not(testing::HasSubstr(std::string(2001, ' '))));

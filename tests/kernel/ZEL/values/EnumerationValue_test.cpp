@@ -10,8 +10,7 @@
 namespace library {
 
 /// A kind as an application's metamodel has it.
-class Colour : public ZEL::EnumerationValue<Colour> {
-public:
+struct Colour : ZEL::EnumerationValue<Colour> {
     enum Value { Red, Green };
 
     using EnumerationValue::EnumerationValue;

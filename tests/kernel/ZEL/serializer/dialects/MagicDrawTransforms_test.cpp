@@ -1,10 +1,8 @@
-#include <ZEL/metamodel/NamespaceRegistry.h>
+#include "DialectTest.h"
+
 #include <ZEL/serializer/dialects/MagicDrawReadTransforms.h>
 #include <ZEL/serializer/dialects/MagicDrawWriteTransforms.h>
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
-
-#include <gtest/gtest.h>
-#include <kernel/ZEL/serializer/ContextText.h>
 
 #include <tuple>
 
@@ -15,19 +13,12 @@ using Serializer::MagicDrawReadTransforms;
 using Serializer::MagicDrawWriteTransforms;
 using Serializer::StandardReadTransforms;
 
-std::string const kUml = "http://example.org/uml";
-std::string const kUml20 = "http://schema.omg.org/spec/UML/2.0";
 std::string const kMdUnits = "http://www.magicdraw.com/schemas/NumericTypes.xmi";
 std::string const kMdProfile = "http://www.magicdraw.com/schemas/MagicDraw_Profile.xmi";
 std::string const kMdStandard = "http://www.magicdraw.com/schemas/UML_Standard_Profile.xmi";
 std::string const kUnits = "http://www.quillon.example/schemas/NumericTypes.xmi";
 
-/// With a metamodel of the prefix "uml" registered.
-class MagicDraw : public testing::Test {
-protected:
-    MagicDraw() { NamespaceRegistry::instance()->bindMetaUriToPrefix(kUml, "uml"); }
-    ~MagicDraw() override { NamespaceRegistry::instance()->unbindPrefixMetaUri(kUml); }
-
+struct MagicDraw : DialectTest {
     /// An element with a name, of another file.
     static ContextSequence outside(std::string const & role, std::string const & typeUri, std::string const & type) {
         Context const parent = nested(role, typeUri, type);

@@ -1,50 +1,30 @@
-#include <ZEL/metamodel/NamespaceRegistry.h>
+#include "DialectTest.h"
+
 #include <ZEL/serializer/dialects/RhpWriteTransforms.h>
-
-#include <gtest/gtest.h>
-#include <kernel/ZEL/serializer/ContextText.h>
-
-#include <memory>
 
 namespace ZEL::tests {
 namespace {
 
 using Serializer::RhpWriteTransforms;
 
-std::string const kUml = "http://example.org/uml";
-std::string const kXmi = "http://schema.omg.org/spec/XMI/2.1";
 std::string const kPlatform = "http://example.org/GenericComponent";
 std::string const kTessel = "http://example.org/Tessel";
 std::string const kRhapsody = "http://example.org/RhapsodyPlatform";
 std::string const kLibrary = "library.xmi#_zel_5376c05e-df72-49a6-85e0-5388c3fca417";
 
-/// With metamodels of the prefixes registered on which the rules depend.
-class Rhapsody : public testing::Test {
-protected:
-    Rhapsody() {
-        for (auto const & [uri, prefix] : fPrefixes) {
-            NamespaceRegistry::instance()->bindMetaUriToPrefix(uri, prefix);
-        }
-        transforms = std::make_unique<RhpWriteTransforms>();
-    }
-    ~Rhapsody() override {
-        for (auto const & [uri, prefix] : fPrefixes) {
-            NamespaceRegistry::instance()->unbindPrefixMetaUri(uri);
-        }
-    }
+struct Rhapsody : DialectTest {
+    Rhapsody()
+        : DialectTest(
+              {{kUml, "uml"}, {kPlatform, "GenericComponent"}, {kTessel, "Tessel"}, {kRhapsody, "RhapsodyPlatform"}}) {}
 
     /// What the first traversal shows for a stereotype instance on a component: the instance, and a link of it.
     void collect(std::string const & typeUri, std::string const & type, std::string const & link,
                  std::string const & value) {
         Context const instance = nested("appliedStereotypeInstance", typeUri, type, "i");
-        static_cast<void>(transforms->apply(both(instance, linkOf(instance, link, value))));
+        static_cast<void>(transforms.apply(both(instance, linkOf(instance, link, value))));
     }
 
-    std::unique_ptr<RhpWriteTransforms> transforms;
-
-private:
-    std::vector<std::pair<std::string, std::string>> const fPrefixes = {
-        {kUml, "uml"}, {kPlatform, "GenericComponent"}, {kTessel, "Tessel"}, {kRhapsody, "RhapsodyPlatform"}};
+    RhpWriteTransforms transforms; // which looks the prefixes up when it is made
 };
 
 Context inA(std::string const & parentType, Context context) {
@@ -81,11 +61,11 @@ TEST_F(Rhapsody, LeavesOutInTheSecondTraversal) {
                             declaration("Tessel"),
                             declaration("NumericTypes")};
     for (bool const isWriting : {false, true}) {
-        transforms->setSerializePhase(isWriting);
+        transforms.setSerializePhase(isWriting);
         for (Context expected : rows) {
             Context const given = expected;
             expected.setSkipState(isWriting);
-            EXPECT_EQ(textOf(transforms->apply(given)), textOf(expected));
+            EXPECT_EQ(textOf(transforms.apply(given)), textOf(expected));
         }
     }
 }
@@ -113,9 +93,9 @@ TEST_F(Rhapsody, RewritesAndLeavesAlone) {
         {child("Component", "ownedBehavior", "StateMachine"), "e {}ownedBehavior=x"},
     };
     for (bool const isWriting : {false, true}) {
-        transforms->setSerializePhase(isWriting);
+        transforms.setSerializePhase(isWriting);
         for (auto const & [given, expected] : rows) {
-            EXPECT_EQ(textOf(transforms->apply(given)), expected);
+            EXPECT_EQ(textOf(transforms.apply(given)), expected);
         }
     }
 }
@@ -128,10 +108,10 @@ TEST_F(Rhapsody, LeavesOutComponentsOfTheSourcePlatform) {
 
     auto const isLeftOut = [&](char const * parent, char const * role, char const * id) {
         Context const component = inA(parent, nested(role, kUml, "Component", id));
-        return transforms->apply(component).front().skipContext();
+        return transforms.apply(component).front().skipContext();
     };
     EXPECT_FALSE(isLeftOut("Package", "packagedElement", "c1"));
-    transforms->setSerializePhase(true);
+    transforms.setSerializePhase(true);
     EXPECT_TRUE(isLeftOut("Package", "packagedElement", "c1"));
     EXPECT_TRUE(isLeftOut("Package", "packagedElement", "c3"));
     EXPECT_TRUE(isLeftOut("Component", "nestedClassifier", "c2"));
@@ -144,9 +124,9 @@ TEST_F(Rhapsody, LeavesOutComponentsOfTheSourcePlatform) {
 }
 
 TEST_F(Rhapsody, NotesTheModelOfTheActiveComponent) {
-    EXPECT_EQ(transforms->getModelElementId(), "");
+    EXPECT_EQ(transforms.getModelElementId(), "");
     collect(kTessel, "algorithmicComponent", "model", "n7");
-    EXPECT_EQ(transforms->getModelElementId(), "n7");
+    EXPECT_EQ(transforms.getModelElementId(), "n7");
 }
 
 } // namespace

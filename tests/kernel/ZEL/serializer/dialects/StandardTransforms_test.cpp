@@ -1,10 +1,7 @@
-#include <ZEL/metamodel/NamespaceRegistry.h>
-#include <ZEL/serializer/XmiConstants.h>
+#include "DialectTest.h"
+
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
 #include <ZEL/serializer/dialects/StandardWriteTransforms.h>
-
-#include <gtest/gtest.h>
-#include <kernel/ZEL/serializer/ContextText.h>
 
 namespace ZEL::tests {
 namespace {
@@ -12,9 +9,6 @@ namespace {
 using Serializer::StandardReadTransforms;
 using Serializer::StandardWriteTransforms;
 
-std::string const kUml = "http://example.org/uml";
-std::string const kXmi = "http://schema.omg.org/spec/XMI/2.1";
-std::string const kUml20 = "http://schema.omg.org/spec/UML/2.0";
 std::string const kZel = "http://schema.omg.org/spec/MOF/2.0";
 
 /// An element with an attribute.
@@ -23,12 +17,7 @@ ContextSequence with(Context const & parent, std::string const & uri, std::strin
     return both(parent, attributeOf(parent, uri, name, value));
 }
 
-/// With a metamodel of the prefix "uml" registered.
-class StandardTransforms : public testing::Test {
-protected:
-    StandardTransforms() { NamespaceRegistry::instance()->bindMetaUriToPrefix(kUml, "uml"); }
-    ~StandardTransforms() override { NamespaceRegistry::instance()->unbindPrefixMetaUri(kUml); }
-};
+struct StandardTransforms : DialectTest {};
 
 TEST_F(StandardTransforms, ReadRulesRewriteTheEnvelope) {
     Context const xmi = element(kXmi, "XMI");
@@ -39,11 +28,7 @@ TEST_F(StandardTransforms, ReadRulesRewriteTheEnvelope) {
     Context const link = nested("type", kUml, "Class");
     std::string const x = "{" + kXmi + "}";
 
-    struct Row {
-        ContextSequence input;
-        std::string expected;
-    };
-    std::vector<Row> const rows = {
+    std::pair<ContextSequence, std::string> const rows[] = {
         {xmi, ""},
         {with(xmi, kXmi, "version", "2.1"), ""},
         {with(xmi, kXmi, "version", "2.0"), "e!* " + x + "XMI=2.0 a " + x + "version=2.0"},
@@ -64,9 +49,8 @@ TEST_F(StandardTransforms, ReadRulesRewriteTheEnvelope) {
         {with(link, kXmi, "idref", "1"), "r {}type=1"},
         {with(model, "", "name", "n"), "e {" + kUml + "}Model=m a {}name=n"},
     };
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        StandardReadTransforms transforms;
-        EXPECT_EQ(textOf(transforms.apply(rows[i].input)), rows[i].expected) << "row " << i;
+    for (auto const & [input, expected] : rows) {
+        EXPECT_EQ(textOf(StandardReadTransforms().apply(input)), expected) << textOf(input);
     }
 }
 

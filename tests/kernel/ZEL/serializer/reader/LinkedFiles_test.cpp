@@ -8,13 +8,9 @@ namespace ZEL::tests {
 namespace {
 
 using Serializer::LinkedFiles;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using ::testing::StartsWith;
 
 /// Follows links without reading: files that are asked for are listed.
-class FollowingLinks : public ReaderTest {
-protected:
+struct FollowingLinks : ReaderTest {
     std::optional<Model> open(std::string const & localFile) {
         opened.push_back(localFile.substr(localFile.rfind('/') + 1));
         if (!next.empty()) {

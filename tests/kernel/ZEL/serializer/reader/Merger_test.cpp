@@ -3,12 +3,8 @@
 namespace ZEL::tests {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-
 /// Reads files into a model that is there already.
-class Merging : public ReaderTest {
-protected:
+struct Merging : ReaderTest {
     Object mergeText(Model const & into, std::string const & text) {
         reader.setMerger(new Merger(into));
         return reader.read(file("in.xmi", text));
@@ -121,7 +117,7 @@ TEST_F(Merging, AGivenModelWhoseFileBreaksEndsTheReadEvenIfFilesMayBeLeftOut) {
     std::string const link = "<superClass xmi:type='ZEL:Class' href='other.xmi#@@3'/>";
     file("in.xmi", document(ReaderTest::model(element("Class", 3, "name='B'", link))));
     EXPECT_THAT(raisedText([&] { reader.read(folder.path("in.xmi")); }),
-                ::testing::StartsWith("Error encountered while parsing " + folder.path("other.xmi")));
+                testing::StartsWith("Error encountered while parsing " + folder.path("other.xmi")));
     EXPECT_TRUE(compare(model, copy));
     EXPECT_THAT(elementNames(other), ElementsAre("T"));
 }
@@ -223,8 +219,7 @@ TEST_F(Merging, ByACopyInBetweenLeavesTheOriginalAtWork) {
 
 // --- a Merger alone ---------------------------------------------------------------------------------------------------
 
-class MergerAlone : public ReaderTest {
-protected:
+struct MergerAlone : ReaderTest {
     static constexpr char kUri[] = "http://schema.omg.org/spec/MOF/2.0";
 
     static ImmutableProperty property(ImmutableClass const & metaClass, char const * name) {

@@ -15,6 +15,10 @@ using Serializer::ReadReport;
 using Serializer::XmiFormat;
 using Serializer::XmiReader;
 using Serializer::XmiReaderSettings;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
 
 /// What a report tells: "skipped other 2".
 inline std::vector<std::string> linesOf(ReadReport const & report) {
@@ -38,8 +42,7 @@ inline std::vector<std::string> linesOf(ReadReport const & report) {
 
 /// A folder for files, a log that is kept, and the texts of small documents. In those, "@" stands for the beginning of
 /// the ids of a model, "_zel_<uuid>_", and "@@" for that of another model's.
-class ReaderTest : public ::testing::Test {
-protected:
+struct ReaderTest : testing::Test {
     static constexpr char kUuid[] = "11111111-2222-3333-4444-555555555555";
     static constexpr char kOther[] = "99999999-2222-3333-4444-555555555555";
 

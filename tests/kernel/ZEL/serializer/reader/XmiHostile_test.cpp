@@ -5,11 +5,7 @@
 namespace ZEL::tests {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::StartsWith;
-
-class Hostile : public ReaderTest {
-protected:
+struct Hostile : ReaderTest {
     /// What reading the text into the given model raises; the model must be as before.
     std::string raisedByMerge(std::string const & text) {
         reader.setMerger(new Merger(given));
@@ -29,15 +25,13 @@ protected:
 };
 
 TEST_F(Hostile, TextsOfErrorsNameFileLineAndColumn) {
-    struct Case {
-        char const * text;
-        char const * place;
-    };
-    for (Case const & c : {Case{"<a>\n  <b>\n</a>", "line 3, column 3"}, Case{"\xC3\xA9", "line 1, column 1"},
-                           Case{"<a>\xFF</a>", "line 1, column 4"}, Case{"<x:a/>", "line 1, column "}}) {
-        EXPECT_THAT(raisedByMerge(c.text),
-                    StartsWith("Error encountered while parsing " + folder.path("hostile.xmi") + " at " + c.place))
-            << c.text;
+    using Case = std::pair<char const *, char const *>;
+    for (auto const & [text, place] :
+         {Case{"<a>\n  <b>\n</a>", "line 3, column 3"}, Case{"\xC3\xA9", "line 1, column 1"},
+          Case{"<a>\xFF</a>", "line 1, column 4"}, Case{"<x:a/>", "line 1, column "}}) {
+        EXPECT_THAT(raisedByMerge(text),
+                    StartsWith("Error encountered while parsing " + folder.path("hostile.xmi") + " at " + place))
+            << text;
     }
 }
 

@@ -3,12 +3,7 @@
 namespace ZEL::tests {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::StartsWith;
-
-class Reading : public ReaderTest {};
+struct Reading : ReaderTest {};
 
 // --- elements, values, ids ---------------------------------------------------------------------------------------------
 
@@ -79,8 +74,7 @@ TEST_F(Reading, IgnoresAttributesThatBelongToTheFile) {
 
 // --- what is left out --------------------------------------------------------------------------------------------------
 
-class LeavingOut : public ReaderTest {
-protected:
+struct LeavingOut : ReaderTest {
     /// Reads a document; `elements` are the names of what the model has of it.
     void expectRead(std::string const & content, std::vector<std::string> const & elements,
                     std::vector<std::string> const & logged, std::vector<std::string> const & inReport) {
@@ -271,7 +265,7 @@ TEST_F(Reading, LogsLinksThatLeadNowhereOrToTheWrongClass) {
 TEST_F(Reading, LinksDoNotMoveObjects) {
     MetaModel const model = readModel("<ownedMember xmi:idref='@5'/>" + element("Class", 5, "name='A'") +
                                       element("Package", 6, "name='P' packagedElement='@5'"));
-    EXPECT_THAT(elementNames(model), ::testing::UnorderedElementsAre("A", "P"));
+    EXPECT_THAT(elementNames(model), testing::UnorderedElementsAre("A", "P"));
 }
 
 TEST_F(Reading, FindsTargetsInTheBuiltInMetamodel) {
@@ -302,8 +296,7 @@ TEST_F(Reading, LogsATwoEndedLinkIntoAModelThatIsNotOpen) {
 
 // --- other files ---------------------------------------------------------------------------------------------------------
 
-class ReadingSeveralFiles : public ReaderTest {
-protected:
+struct ReadingSeveralFiles : ReaderTest {
     /// A class "A" with an attribute whose type is elsewhere.
     static std::string linked(std::string const & href) {
         return model(
@@ -393,7 +386,7 @@ TEST_F(ReadingSeveralFiles, GoesOnWithoutAFileThatBreaksInItsMiddleIfTold) {
         document(model(element("Class", 5, "name='A'", link + "broken.xmi#@@3'/>" + link + "third.xmi#_zel_t_3'/>")));
     std::string const raised = raisedText([&] { read(text); });
     EXPECT_THAT(raised, StartsWith(error));
-    EXPECT_THAT(raised, ::testing::EndsWith(" : prefix '...' is not declared")) << "what it holds is not told";
+    EXPECT_THAT(raised, testing::EndsWith(" : prefix '...' is not declared")) << "what it holds is not told";
 
     settings.setSkipUnreadableExternalFiles(true);
     reader = XmiReader(settings);

@@ -16,13 +16,6 @@
 
 namespace ZEL::tests {
 
-using Generic::GenericDeviantSequence;
-using Generic::Ref;
-using Generic::SequenceField;
-using Generic::SequenceHandle;
-using Generic::SequenceIntf;
-using Generic::SequencePtr;
-
 /// What stands in the sequences of the tests. It lives as long as its owner; its count only counts.
 class ItemIntf : public virtual NSInterface::ClassObjectOperations {
 public:
@@ -100,9 +93,9 @@ public:
         internal::PersistentTextSequence texts;
     };
 
-    static SequenceField const items;
-    static SequenceField const uniqueTexts;
-    static SequenceField const texts;
+    static Generic::SequenceField const items;
+    static Generic::SequenceField const uniqueTexts;
+    static Generic::SequenceField const texts;
 
     [[nodiscard]] State const & readState(Deviant deviant) const {
         auto const found = fStates.find(deviant);
@@ -130,12 +123,12 @@ inline internal::PersistentTextSequence const & readTexts(Object o, Deviant d) {
 inline internal::PersistentTextSequence & writeTexts(Object o, Deviant d) { return owner(o).writeState(d).texts; }
 } // namespace owner_fields
 
-inline constexpr SequenceField Owner::items =
-    SequenceField::ofBodies("TEST.Item", &ItemIntf::classInfo, &owner_fields::readItems, &owner_fields::writeItems);
-inline constexpr SequenceField Owner::uniqueTexts =
-    SequenceField::ofTexts(&owner_fields::readTexts, &owner_fields::writeTexts, true);
-inline constexpr SequenceField Owner::texts =
-    SequenceField::ofTexts(&owner_fields::readTexts, &owner_fields::writeTexts, false);
+inline constexpr Generic::SequenceField Owner::items = Generic::SequenceField::ofBodies(
+    "TEST.Item", &ItemIntf::classInfo, &owner_fields::readItems, &owner_fields::writeItems);
+inline constexpr Generic::SequenceField Owner::uniqueTexts =
+    Generic::SequenceField::ofTexts(&owner_fields::readTexts, &owner_fields::writeTexts, true);
+inline constexpr Generic::SequenceField Owner::texts =
+    Generic::SequenceField::ofTexts(&owner_fields::readTexts, &owner_fields::writeTexts, false);
 
 /// Items, plain and special ones, and a stored sequence for them.
 class SequenceFixture : public testing::Test {
@@ -143,8 +136,9 @@ protected:
     Item item(std::size_t i) { return Item(&bodies[i], Deviant()); }
     Item special(std::size_t i) { return Item(&specials[i], Deviant()); }
     template <class T = Item>
-    static Sequence<T> stored(Owner & of, Deviant deviant = Deviant(), SequenceField const & field = Owner::items) {
-        return Sequence<T>(new GenericDeviantSequence(&of, deviant, field), deviant);
+    static Sequence<T> stored(Owner & of, Deviant deviant = Deviant(),
+                              Generic::SequenceField const & field = Owner::items) {
+        return Sequence<T>(new Generic::GenericDeviantSequence(&of, deviant, field), deviant);
     }
 
     Deviant d;

@@ -61,7 +61,7 @@ TEST(ArgumentTest, ReadsItsGrammar) {
     }
 }
 
-TEST(ArgumentTest, GivesItsPartsAsObjects) {
+TEST(ArgumentTest, ReturnsItsPartsAsObjects) {
     EXPECT_EQ("name", Argument::fName_ID.toString());
     EXPECT_EQ("value", Argument::fValue_ID.toString());
     Argument argument;

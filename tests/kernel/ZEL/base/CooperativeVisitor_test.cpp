@@ -68,7 +68,7 @@ TEST(CooperativeVisitor, ANameIsFoundWithColonsAndWithDots) {
     }
 }
 
-TEST(CooperativeVisitor, CastGivesTheAddressOfThePartOrNull) {
+TEST(CooperativeVisitor, CastReturnsTheAddressOfThePartOrNull) {
     Both both;
     EXPECT_EQ(&both, table().cast(Both::classInfo(), &both));
     EXPECT_EQ(static_cast<Left *>(&both), table().cast(Left::classInfo(), &both));

@@ -1,4 +1,4 @@
-#include "support/TestObjects.h"
+#include "support/ExpectRaises.h"
 
 #include <ZEL/base/Exception.h>
 
@@ -34,7 +34,7 @@ TEST(Exception, RaisingFunctionsThrowTheirTextByValueUnderAllFaces) {
     for (auto const & each : cases) {
         EXPECT_THROW(each.second(), Quillon::System::UserException);
         EXPECT_THROW(each.second(), Quillon::System::IUserException);
-        EXPECT_EQ(each.first, raisedBy(each.second)) << "as a standard exception";
+        EXPECT_EQ(each.first, raisedText(each.second)) << "as a standard exception";
         try {
             each.second();
         } catch (Exception const & failure) {

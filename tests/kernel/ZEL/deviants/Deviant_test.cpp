@@ -193,7 +193,7 @@ TEST(DeviantManager, SetHelperOwnsTheHelper) {
 
 // --- states ----------------------------------------------------------------------------------------------------------
 
-TEST_P(DeviantTest, SetStateGivesTheFormerOne) {
+TEST_P(DeviantTest, SetStateReturnsTheFormerOne) {
     EXPECT_EQ(nullptr, a.setStateOfObject(thing, asState(Deviant::InvalidObject)));
     EXPECT_EQ(Deviant::InvalidObject, a.getStateOfObject(thing));
     EXPECT_EQ(Deviant::InvalidObject, a.setStateOfObject(thing, asState(Deviant::FallbackToRoot)));
@@ -243,7 +243,7 @@ TEST_F(ThingTest, AssertionsHaveTextsWithoutAnObjectAndTheSwitchCoversWritabilit
 
 // --- registry --------------------------------------------------------------------------------------------------------
 
-TEST_F(ThingTest, TheRegistryGivesOneIdPerBodyAndDeviant) {
+TEST_F(ThingTest, TheRegistryHasOneIdPerBodyAndDeviant) {
     auto * const body = new Thing;
     body->incRef();
     void * const inRoot = DeviantRegistry::getId(body, root);

@@ -21,7 +21,7 @@ template <class Report> std::string told(std::string const & role, Report const 
            std::to_string(report.modified.size());
 }
 
-/// Writes down what it is called with; answers as it is told.
+/// Writes down what it is called with, and does and answers what a test sets.
 class Recorder : public ListenerBase {
 public:
     using Action = std::function<void(Deviant target, Deviant view)>;

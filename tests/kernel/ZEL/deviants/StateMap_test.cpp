@@ -84,7 +84,7 @@ TEST_F(StateMapTest, CountsEachKeyOnceButNotTheModelOfTheMap) {
     EXPECT_EQ(1, model.numRef());
 }
 
-TEST_F(StateMapTest, DestroyAndClearGivesStatesBackAndKeepsSentinelsOut) {
+TEST_F(StateMapTest, DestroyAndClearEndsStatesAndLeavesSentinelsAlone) {
     int const before = numberAlive();
     for (std::size_t i = 0; i < things.size(); ++i) {
         static_cast<void>(map.set(things[i], i % 3 == 0 ? new ThingState : i % 3 == 1 ? absent() : nullptr));

@@ -6,17 +6,15 @@
 namespace ZEL::tests {
 namespace {
 
-class UndoTest : public OnBothKinds {
-protected:
+struct UndoTest : OnBothKinds {
     /// Makes an entry of each letter and sets the thing to 2, 3 and so on.
     void commit(std::string const & names) {
         for (char const name : names) {
-            commitValue(root, thing, ++fLast, std::string(1, name));
+            commitValue(root, thing, ++last, std::string(1, name));
         }
     }
 
-private:
-    int fLast = 1;
+    int last = 1;
 };
 
 TEST_P(UndoTest, LevelsAreSwappedWithTheEntriesAndNeverGivenOutTwice) {

@@ -1,5 +1,6 @@
 #include "host/TemporaryFolder.h"
-#include "support/TestObjects.h"
+#include "kernel/ZEL/tools/PageText.h"
+#include "support/ExpectRaises.h"
 
 #include <ZEL/logging/HTMLLogFormatter.h>
 #include <ZEL/logging/HTMLLogHandler.h>
@@ -48,12 +49,7 @@ std::string withoutTimes(std::string text) {
     return text;
 }
 
-constexpr char head[] = R"html(<?xml version="1.0" encoding="utf-8"?>
-<!DOCTYPE html
-PUBLIC "-//W3C//DTD XHTML 1.0 Transitional//EN" "http://www.w3.org/TR/xhtml1/DTD/xhtml1-transitional.dtd">
-<html xmlns="http://www.w3.org/1999/xhtml">
-<head>
-<title>FEN Logger Report </title>
+std::string const head = std::string(kPageStart) + R"html(FEN Logger Report </title>
 <style type="text/css">
 body {width:800px; font-size:10pt; font-family:Arial, Helvetica, Geneva, sans-serif;}
 table {width:100%; margin-top:1px; margin-bottom:20px; border:1px lightgrey solid; border-collapse:collapse;}
@@ -78,8 +74,8 @@ function toggleCssDisplayNum(cssRuleNum) {
  var rule = getCssRuleByNum(cssRuleNum);
  toggleDisplay(rule);
 })html"
-                        "\t"
-                        R"html(
+                                                   "\t"
+                                                   R"html(
 function getCssRuleByNum(num) {
  var rules = getCssRules();
  return rules[num];
@@ -149,7 +145,7 @@ TEST_F(HTMLLogHandlerTest, TakesTheFileOfAnOpenReportOfTheSameName) {
 
 TEST_F(HTMLLogHandlerTest, TellsWhyAReportCannotBeMade) {
     auto const failureOf = [](std::string const & name) {
-        return raisedBy([&] { HTMLLogHandler const handler(name); });
+        return raisedText([&] { HTMLLogHandler const handler(name); });
     };
     EXPECT_EQ("Cannot create output log file: " + path("no/x") + ".html", failureOf(path("no/x")));
     // A folder that is not empty stands where the backup has to go.
@@ -192,7 +188,7 @@ TEST(Stringify, PrintsAsAStreamDoesAndTellsWhenTheStreamFails) {
         }
     };
     std::locale const before = std::locale::global(std::locale(std::locale(), new Failing));
-    std::string const text = raisedBy([] { static_cast<void>(stringify(1)); });
+    std::string const text = raisedText([] { static_cast<void>(stringify(1)); });
     std::locale::global(before);
     EXPECT_EQ("bad conversion stringify(double)", text);
 }

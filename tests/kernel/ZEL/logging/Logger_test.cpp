@@ -55,13 +55,7 @@ struct LoggerTest : testing::Test {
 };
 
 TEST(LogLevel, HasANameAndAHostLevel) {
-    struct Row {
-        LogLevel::Setting setting;
-        int number;
-        char const * name;
-        int host;
-    };
-    Row const rows[] = {
+    std::tuple<LogLevel::Setting, int, char const *, int> const rows[] = {
         {LogLevel::all, 0, "All", 0},
         {LogLevel::trace, 62, "Trace", 64},
         {LogLevel::debug, 63, "Debug", 64},
@@ -72,15 +66,15 @@ TEST(LogLevel, HasANameAndAHostLevel) {
         {LogLevel::off, 255, "Off", 255},
         {static_cast<LogLevel::Setting>(100), 100, "Unknown FLevel", 100},
     };
-    for (Row const & row : rows) {
-        LogLevel const level = row.setting;
-        EXPECT_EQ(row.number, level.getLevel());
-        EXPECT_STREQ(row.name, level.getName());
-        EXPECT_STREQ(row.name, level.toString());
-        EXPECT_EQ(row.host, LogLevel::tolevel(row.setting));
+    for (auto const & [setting, number, name, hostNumber] : rows) {
+        LogLevel const level = setting;
+        EXPECT_EQ(number, level.getLevel());
+        EXPECT_STREQ(name, level.getName());
+        EXPECT_STREQ(name, level.toString());
+        EXPECT_EQ(hostNumber, LogLevel::tolevel(setting));
         Quillon::System::Level const host = level;
-        EXPECT_EQ(row.host, host.value());
-        EXPECT_EQ(row.number, level.operator Quillon::System::Level().value());
+        EXPECT_EQ(hostNumber, host.value());
+        EXPECT_EQ(number, level.operator Quillon::System::Level().value());
     }
     LogLevel assigned = LogLevel::off;
     assigned = Quillon::System::Level(Quillon::System::Level::Error);
@@ -200,7 +194,8 @@ TEST_F(LoggerTest, HandlersRefuseWhatIsNoLogRecord) {
     struct Other : Quillon::System::Externalizable {
         void writeExternal(Quillon::System::ObjectOutput &) const override {}
     };
-    EXPECT_THROW(recorder._publish(LogLevel(LogLevel::info), Other()), std::bad_cast);
+    DefaultLogHandler plain(nullptr, nullptr, LogLevel::all);
+    EXPECT_THROW(plain._publish(LogLevel(LogLevel::info), Other()), std::bad_cast);
 }
 
 } // namespace

@@ -36,8 +36,7 @@ TEST_F(Containment, RefusesWhatCannotBeBeforeAnythingIsWritten) {
         b.setNestingPackage(a);
         c.setNestingPackage(b);
     });
-    MetaModel const other = Factory::createNewModel();
-    other.beginTransaction();
+    MetaModel const other = openModel();
     Package const foreign = other.getFactoryFactory().createPackage();
     other.commitTransaction();
     MetaModel const draft = model.createDeviantWithName("draft");
@@ -94,10 +93,7 @@ TEST_F(Containment, MovesAnObjectWithoutAStopAmongTheUnparented) {
     open();
     Package const first = factory.createPackage();
     Package const second = factory.createPackage();
-    struct {
-        char const * name;
-        std::function<void(Class const &, Package const &)> place;
-    } const roads[] = {
+    std::pair<char const *, std::function<void(Class const &, Package const &)>> const roads[] = {
         {"setContainerZEL", [](Class const & c, Package const & p) { c.setContainerZEL(p); }},
         {"setPackage", [](Class const & c, Package const & p) { c.setPackage(p); }},
         {"setOwner", [](Class const & c, Package const & p) { c.setOwner(p); }},
@@ -110,12 +106,12 @@ TEST_F(Containment, MovesAnObjectWithoutAStopAmongTheUnparented) {
         {"namespace", [](Class const & c, Package const & p) { c.setNamespace(p); }},
     };
     int index = 0;
-    for (auto const & road : roads) {
-        SCOPED_TRACE(road.name);
+    for (auto const & [name, place] : roads) {
+        SCOPED_TRACE(name);
         Class const object = factory.createClass();
         int const roots = unparented();
         for (Package const & package : {first, second}) {
-            road.place(object, package);
+            place(object, package);
             EXPECT_EQ(package, object.getContainerZEL());
             EXPECT_EQ(package, object.getPackage());
             EXPECT_EQ(package, object.getOwner());

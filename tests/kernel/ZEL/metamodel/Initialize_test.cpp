@@ -25,12 +25,6 @@ TEST(Initialize, HasHappenedAtLoadAndDoesNothingMore) {
     EXPECT_EQ(keys, GlobalXMIIdToObjectMap::getMap().size());
 }
 
-TEST(Initialize, LeavesWritesCheckedAgain) {
-    bool const before = DeviantAssertions::enableAssertions(true);
-    DeviantAssertions::enableAssertions(before);
-    EXPECT_TRUE(before);
-}
-
 TEST(Initialize, BindsTheMetamodelToItsUrisAndPrefix) {
     for (char const * const uri : kUris) {
         EXPECT_EQ(MetaModel::MetaClass(), MetaModelRegistry::instance()->getModelFromUri(uri)) << uri;

@@ -61,8 +61,7 @@ TEST_F(MetaClassViewTest, IsKeptUntilAMetamodelThatItWasReadFromChangesOrEnds) {
 
     int const before = Cleanup::numberOfActiveObjects();
     {
-        MetaModel const other = Factory::createNewModel();
-        other.beginTransaction();
+        MetaModel const other = openModel();
         Class const otherClass = Factory(other.getFactory()).createClass();
         other.commitTransaction();
         static_cast<void>(MetaClassView::of(otherClass));

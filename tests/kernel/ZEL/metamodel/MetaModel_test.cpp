@@ -1,11 +1,9 @@
 #include "kernel/ZEL/metamodel/ExpectedMetaModel.h"
+#include "kernel/ZEL/metamodel/ModelFixture.h"
 #include "support/RunAgain.h"
 
-#include <ZEL/ZEL.h>
 #include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
 #include <ZEL/metamodel/PropertyStorage.h>
-
-#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <map>
@@ -13,8 +11,6 @@
 
 namespace ZEL::tests {
 namespace {
-
-using testing::ElementsAre;
 
 char const kUri[] = "http://schema.omg.org/spec/MOF/2.0";
 char const kCmofUri[] = "http://schema.omg.org/spec/MOF/2.0/cmof.xml";
@@ -34,14 +30,6 @@ std::string nameOf(ImmutableNamedElement const & element) {
     return element.isValid() ? element.getName().str() : "(invalid)";
 }
 
-template <class Sequence> std::vector<std::string> namesOf(Sequence const & elements) {
-    std::vector<std::string> names;
-    for (auto const & element : elements) {
-        names.push_back(element.getName().str());
-    }
-    return names;
-}
-
 ImmutableProperty propertyNamed(std::string const & owner, std::string const & name) {
     return classNamed(owner).getProperty(String(name));
 }
@@ -57,7 +45,7 @@ std::string otherEndOf(ImmutableProperty const & property) {
     return "(none)";
 }
 
-/// The property as the expected ones are told.
+/// The property in the words of `ExpectedProperty`.
 std::string told(ImmutableProperty const & property) {
     bool const isUnlimited = property.getUpper() == UnlimitedNatural(0xFFFFFFFFU);
     std::string text = nameOf(property.getType()) + " " + property.getLower().toString().str() + ".." +
@@ -167,11 +155,7 @@ TEST(MetaModelProperties, AreClonedWithAllTheirDataAndShareTheirStorage) {
 }
 
 TEST(MetaModelProperties, CarryDescriptions) {
-    struct {
-        char const * owner;
-        char const * name;
-        char const * text;
-    } const rows[] = {
+    std::tuple<char const *, char const *, char const *> const rows[] = {
         {"Property", "isComposite",
          "If isComposite is true, the object containing the attribute is a container for the object or value contained "
          "in the attribute."},
@@ -183,8 +167,8 @@ TEST(MetaModelProperties, CarryDescriptions) {
         {"PackageMerge", "mergedPackage",
          "References the Package that is to be merged with the receiving package of the PackageMerge."},
     };
-    for (auto const & row : rows) {
-        EXPECT_EQ(row.text, propertyNamed(row.owner, row.name).getOwnedComments().at(0).getBody().str());
+    for (auto const & [owner, name, text] : rows) {
+        EXPECT_EQ(text, propertyNamed(owner, name).getOwnedComments().at(0).getBody().str());
     }
 }
 
@@ -193,19 +177,15 @@ TEST(MetaModelProperties, AreFoundByNameInEachClassThatHasThem) {
     EXPECT_EQ(Package::MetaClass(), name.getClass());
     EXPECT_FALSE(Comment::MetaClass().getProperty(String("name")).isValid());
     // Redefined under the same name, and under another one.
-    struct {
-        char const * owner;
-        char const * name;
-        bool isThere;
-    } const rows[] = {
+    std::tuple<char const *, char const *, bool> const rows[] = {
         {"Class", "general", false},     {"Stereotype", "general", false}, {"MetaModel", "general", false},
         {"Class", "superClass", true},   {"DataType", "general", true},    {"Association", "general", true},
         {"Factory", "model", false},     {"Factory", "metaModel", true},   {"Stereotype", "package", false},
         {"Stereotype", "profile", true}, {"Class", "package", true},       {"Operation", "lower", true},
         {"Object", "id", false},         {"Comment", "id", true},
     };
-    for (auto const & row : rows) {
-        EXPECT_EQ(row.isThere, propertyNamed(row.owner, row.name).isValid()) << row.owner << row.name;
+    for (auto const & [owner, property, isThere] : rows) {
+        EXPECT_EQ(isThere, propertyNamed(owner, property).isValid()) << owner << "." << property;
     }
     EXPECT_EQ("Stereotype", nameOf(propertyNamed("ExtensionEnd", "type").getType()));
     EXPECT_EQ("Factory", nameOf(propertyNamed("MetaModel", "factory").getType()));

@@ -12,24 +12,34 @@ namespace ZEL::tests {
 
 using testing::ElementsAre;
 
+template <class Sequence> std::vector<std::string> namesOf(Sequence const & elements) {
+    std::vector<std::string> names;
+    for (auto const & element : elements) {
+        names.push_back(element.getName().str());
+    }
+    return names;
+}
+
 /// A row of a table of calls.
 struct NamedCall {
     char const * name;
     std::function<void()> call;
 };
 
+/// An empty model in an open transaction.
+inline MetaModel openModel() {
+    MetaModel const made = Factory::createNewModel();
+    made.beginTransaction();
+    return made;
+}
+
 /// An empty model of the built-in metamodel.
 struct ModelFixture : testing::Test {
     /// Runs `change` in a transaction of its own; an exception cancels it and passes.
     template <class Change> void change(Change operation) {
-        model.beginTransaction();
-        try {
-            operation();
-        } catch (...) {
-            model.cancelTransaction();
-            throw;
-        }
-        model.commitTransaction();
+        Transaction transaction(model.getDeviant());
+        operation();
+        transaction.commit();
     }
     /// Opens a transaction that ends with the test.
     void open() { model.beginTransaction(); }
@@ -44,7 +54,12 @@ struct ModelFixture : testing::Test {
     Factory factory = model.getFactoryFactory();
 };
 
-/// Each reflective operation raises: the readers one text, the writers another. `property` is a name or a property.
+/// One in whose model a transaction is open.
+struct OpenModelFixture : ModelFixture {
+    OpenModelFixture() { open(); }
+};
+
+/// Each reflective operation throws: the readers one text, the writers another. `property` is a name or a property.
 template <class H, class P>
 void expectRefused(H const & object, P const & property, char const * readText, char const * writeText) {
     typename H::ImmutableForm const immutable(object);

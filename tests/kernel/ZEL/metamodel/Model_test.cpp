@@ -4,20 +4,13 @@
 #include <ZEL/serializer/ObjectId.h>
 
 #include <limits>
-#include <regex>
 
 namespace ZEL::tests {
 namespace {
 
 char const kDead[] = "object accessed after its model has been destroyed";
 
-struct ModelTest : ModelFixture {
-    static MetaModel openModel() {
-        MetaModel const made = Factory::createNewModel();
-        made.beginTransaction();
-        return made;
-    }
-};
+struct ModelTest : ModelFixture {};
 
 TEST_F(ModelTest, IsNewWithItsFactoryAndTheFirstNumber) {
     EXPECT_EQ(1, model.getId());
@@ -68,9 +61,7 @@ TEST_F(ModelTest, LivesOnWhenAListGivesBackCountsThatItNeverTook) {
 
 TEST_F(ModelTest, HasAUuidOfItsOwnThatNamesItsObjects) {
     std::string const uuid = model.getUuidBase().str();
-    EXPECT_TRUE(
-        std::regex_match(uuid, std::regex("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}")))
-        << uuid;
+    EXPECT_THAT(uuid, testing::MatchesRegex("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}"));
     EXPECT_NE(uuid, Factory::createNewModel().getUuidBase().str());
     EXPECT_EQ(uuid, model.getSiid().str());
     EXPECT_EQ(uuid, model.getStringSiid().str());
@@ -87,7 +78,7 @@ TEST_F(ModelTest, HasAUuidOfItsOwnThatNamesItsObjects) {
     EXPECT_NO_THROW(model.setUuidBase(String("u")));
 }
 
-TEST_F(ModelTest, NumbersItsObjectsInTheOrderOfCreationAndBehindThoseFromOutside) {
+TEST_F(ModelTest, NumbersItsObjectsInTheOrderOfCreationAndAfterThoseFromOutside) {
     open();
     Comment const first = factory.createComment();
     Class const second = factory.create<Class>();
@@ -138,7 +129,7 @@ TEST_F(ModelTest, RefusesANumberThatIsTaken) {
     EXPECT_FALSE(model.handleObjectById(Integer(3), ClassObject(), Integer(2)).isValid());
 }
 
-TEST_F(ModelTest, RunsOutOfNumbersBehindTheLargest) {
+TEST_F(ModelTest, RunsOutOfNumbersAfterTheLargest) {
     open();
     constexpr std::int32_t kLast = std::numeric_limits<std::int32_t>::max();
     model.setNextIdValue(Integer(kLast));
@@ -202,7 +193,7 @@ TEST_F(ModelTest, MakesObjectsOnlyWithinATransactionAndNumbersThemForEver) {
     EXPECT_THAT(model.getUnparented(), ElementsAre(comment));
 }
 
-TEST_F(ModelTest, GivesANumberAgainOnceItsObjectHasEnded) {
+TEST_F(ModelTest, UsesANumberAgainOnceItsObjectHasEnded) {
     open();
     factory.createComment().destroy();
     Class const second(factory.createFromString(String("ZEL.Class"), Integer(2)));
@@ -214,13 +205,11 @@ TEST(ModelDeath, LeavesItsObjectsWithATextForEachAccess) {
     Comment comment;
     Factory factory;
     Sequence<Property> attributes;
-    MetaModel const other = Factory::createNewModel();
-    other.beginTransaction();
+    MetaModel const other = openModel();
     Property const property = other.getFactoryFactory().createProperty();
     {
-        MetaModel model = Factory::createNewModel();
+        MetaModel const model = openModel();
         factory = model.getFactoryFactory();
-        model.beginTransaction();
         object = factory.createClass();
         comment = factory.createComment();
         comment.setOwner(object);
@@ -353,13 +342,8 @@ TEST_F(ModelTest, EndsWithTheWorkDuringWhichItsLastHandleGoes) {
     }
 }
 
-struct Cloning : ModelTest {
+struct Cloning : OpenModelFixture {
     Cloning() {
-        open();
-        package = factory.createPackage(String("P"));
-        object = factory.createClass();
-        attribute = factory.createProperty();
-        outside = factory.createClass();
         object.setPackage(package);
         attribute.setClass(object);
         attribute.setType(object);
@@ -367,10 +351,10 @@ struct Cloning : ModelTest {
         attribute.setLower(Integer(0));
         object.getSuperClasses().push_back(outside);
     }
-    Package package;
-    Class object;
-    Property attribute;
-    Class outside;
+    Package package = factory.createPackage(String("P"));
+    Class object = factory.createClass();
+    Property attribute = factory.createProperty();
+    Class outside = factory.createClass();
 };
 
 TEST_F(Cloning, WithinAModelCopiesTheTreeAndKeepsLinksToTheRest) {

@@ -14,9 +14,7 @@ bool isUnimplemented(std::function<void()> const & call) {
     return false;
 }
 
-struct Queries : ModelFixture {
-    Queries() { open(); }
-
+struct Queries : OpenModelFixture {
     Property range(int lower, std::uint32_t upper) {
         Property const property = factory.createProperty();
         property.setLower(Integer(lower));
@@ -37,22 +35,16 @@ TEST_F(Queries, TakeOneForABoundThatIsNotSet) {
 }
 
 TEST_F(Queries, CompareUpperBoundsWithUnlimitedAsTheLargest) {
-    struct {
-        int lower;
-        std::uint32_t upper;
-        bool isMultivalued;
-        int cardinality;
-        bool includes;
-    } const rows[] = {
+    std::tuple<int, std::uint32_t, bool, int, bool> const rows[] = {
         {1, 1, false, 1, true},           {0, 0, false, 0, true},          {0, 3, true, 5, false},
         {2, kUnlimited, true, 5, true},   {2, kUnlimited, true, 1, false}, {0, kUnlimited, true, 2147483647, true},
         {-3, kUnlimited, true, -1, true}, {-3, 5, true, -1, false},
     };
-    for (auto const & row : rows) {
-        Property const property = range(row.lower, row.upper);
-        EXPECT_EQ(row.isMultivalued, bool(property.isMultivalued())) << row.lower << ".." << row.upper;
-        EXPECT_EQ(row.includes, bool(property.includesCardinality(Integer(row.cardinality))))
-            << row.lower << ".." << row.upper << " " << row.cardinality;
+    for (auto const & [lower, upper, isMultivalued, cardinality, includes] : rows) {
+        Property const property = range(lower, upper);
+        EXPECT_EQ(isMultivalued, bool(property.isMultivalued())) << lower << ".." << upper;
+        EXPECT_EQ(includes, bool(property.includesCardinality(Integer(cardinality))))
+            << lower << ".." << upper << " " << cardinality;
     }
     EXPECT_TRUE(range(0, kUnlimited).includesMultiplicity(range(1, kUnlimited)));
     EXPECT_TRUE(range(0, kUnlimited).includesMultiplicity(range(0, 7)));

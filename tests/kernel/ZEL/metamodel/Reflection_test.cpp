@@ -10,19 +10,13 @@ char const kSet[] = "Trying to set invalid property!";
 
 Object boxed(char const * text) { return ValueObject(String(text)); }
 
-struct Reflection : ModelFixture {
-    Reflection() {
-        open();
-        object = factory.createClass();
-        comment = factory.createComment();
-    }
-    Class object;
-    Comment comment;
+struct Reflection : OpenModelFixture {
+    Class object = factory.createClass();
+    Comment comment = factory.createComment();
 };
 
 TEST_F(Reflection, NamesTheRoadOnWhichAPropertyIsMissing) {
-    MetaModel gone = Factory::createNewModel();
-    gone.beginTransaction();
+    MetaModel gone = openModel();
     ImmutableProperty const ended = gone.getFactoryFactory().createProperty();
     gone = MetaModel();
     expectRefused(comment, ImmutableProperty(), kGet, kSet);

@@ -1,9 +1,12 @@
+#include "kernel/ZEL/metamodel/ExpectedMetaModel.h"
 #include "support/ExpectRaises.h"
 
 #include <ZEL/ZEL.h>
 #include <ZEL/values/ValueTypeInfo.h>
 
 #include <algorithm>
+#include <map>
+#include <set>
 
 namespace ZEL::tests {
 namespace {
@@ -91,20 +94,57 @@ TEST(TypeInfoRegistry, KnowsWhatIsRegisteredOnceUntilItIsUnregistered) {
 
     TypeInfoRegistry::registerTypeInfo(name, info);
     EXPECT_TRUE(TypeInfoRegistry::hasType(name));
-    EXPECT_RAISES(kInternalError,
-                  TypeInfoRegistry::registerTypeInfo(name, IntegerTypeInfo::Create()));
+    EXPECT_RAISES(kInternalError, TypeInfoRegistry::registerTypeInfo(name, IntegerTypeInfo::Create()));
     EXPECT_TRUE(TypeInfoRegistry::getTypeInfo(name) == info) << "the first stays";
     EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
     TypeInfoRegistry::unregisterTypeInfo(name);
     TypeInfoRegistry::unregisterTypeInfo(name);
     EXPECT_FALSE(TypeInfoRegistry::hasType(name));
 
-    EXPECT_RAISES(kInternalError,
-                  TypeInfoRegistry::registerMetaType(name, info, ImmutableDataType()));
+    EXPECT_RAISES(kInternalError, TypeInfoRegistry::registerMetaType(name, info, ImmutableDataType()));
     EXPECT_TRUE(TypeInfoRegistry::hasType(name)) << "an invalid metatype is refused after the name is taken";
     EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
     TypeInfoRegistry::unregisterMetaType(name);
     EXPECT_FALSE(TypeInfoRegistry::hasType(name));
+}
+
+using TypeInfoMap = std::map<std::string, HASP::TypeInfo> & (*)();
+
+// The registry has no listing, and no client needs one. An explicit instantiation may name what is private.
+template <TypeInfoMap map> struct Listing {
+    friend TypeInfoMap registeredTypes() { return map; }
+};
+TypeInfoMap registeredTypes();
+template struct Listing<&TypeInfoRegistry::getTypeInfoMap>;
+
+TEST(TypeInfoRegistry, HasFourHundredAndTwoNamesForTheBuiltInMetamodel) {
+    std::set<std::string> expected{"ZEL.Factory"};
+    for (char const * const value :
+         {"Integer", "Single", "Real", "String", "Double", "Boolean", "UnlimitedNatural", "Argument", "PersistenceKind",
+          "PackageMergeKind", "ParameterDirectionKind", "VisibilityKind", "PropertyStorage"}) {
+        std::string const name = value;
+        EXPECT_TRUE(TypeInfoRegistry::getMetaType("ZEL." + name).isValid()) << name;
+        for (std::string const & form :
+             {name, name + "Iterator", name + "ImmutableIterator", "SequenceOf" + name, "ImmutableSequenceOf" + name}) {
+            expected.insert("ZEL." + form);
+        }
+    }
+    for (ExpectedClass const & row : expectedClasses()) {
+        std::string const name = row.name;
+        for (std::string const & element : {name, "Immutable" + name}) {
+            for (std::string const & form : {element + "Iterator", element + "ImmutableIterator",
+                                             "SequenceOf" + element, "ImmutableSequenceOf" + element}) {
+                expected.insert("ZEL." + form);
+            }
+        }
+    }
+    EXPECT_EQ(402U, expected.size());
+
+    std::set<std::string> registered;
+    for (auto const & [name, info] : registeredTypes()()) {
+        registered.insert(name);
+    }
+    EXPECT_EQ(expected, registered);
 }
 
 TEST(Registries, KnowTheDataTypeOfEachValueClass) {

@@ -9,30 +9,20 @@ namespace {
 
 char const kOnlyStereotypes[] = "Only Stereotypes can be added to this property!";
 
-struct StereotypeInstances : ModelFixture {
-    StereotypeInstances() {
-        open();
-        stereotype = factory.createStereotype();
-        other = factory.createStereotype();
-        object = factory.createClass();
-        first = createMark<1>(stereotype);
-        second = createMark<1>(stereotype);
-        foreign = createMark<2>(other);
-        storage = PropertyStorage(std::make_unique<StaticExtensionStorage>(stereotype).release());
-    }
+struct StereotypeInstances : OpenModelFixture {
     void apply() {
         for (StereotypeObject const & instance : {foreign, first, second}) {
             object.getAppliedStereotypeInstances().push_back(instance);
         }
     }
 
-    Stereotype stereotype;
-    Stereotype other;
-    Class object;
-    StereotypeObject first;
-    StereotypeObject second;
-    StereotypeObject foreign;
-    PropertyStorage storage;
+    Stereotype stereotype = factory.createStereotype();
+    Stereotype other = factory.createStereotype();
+    Class object = factory.createClass();
+    StereotypeObject first = createMark<1>(stereotype);
+    StereotypeObject second = createMark<1>(stereotype);
+    StereotypeObject foreign = createMark<2>(other);
+    PropertyStorage storage{std::make_unique<StaticExtensionStorage>(stereotype).release()};
 };
 
 TEST_F(StereotypeInstances, AreContainedByTheObjectTheyAreAppliedTo) {

@@ -1,28 +1,7 @@
-#include "support/SequenceItems.h"
-
-#include <ZEL/String.h>
-#include <ZEL/sequences/GenericAssociationSequence.h>
-#include <ZEL/sequences/GenericCombinedSequence.h>
-#include <ZEL/sequences/GenericFilteredSequence.h>
-#include <ZEL/sequences/GenericPropertyToSequenceProxy.h>
-#include <ZEL/sequences/ListQImpl.h>
-
-#include <gmock/gmock.h>
+#include "SequenceTest.h"
 
 namespace ZEL::tests {
 namespace {
-
-using Generic::GenericAssociationSequence;
-using Generic::GenericPropertyToSequenceProxy;
-using Generic::ListQImpl;
-using Generic::PropertyToSequenceMethods;
-using Generic::combined_sequence_internal::GenericCombinedSequence;
-using Generic::filtered_sequence_internal::GenericFilter;
-using Generic::filtered_sequence_internal::GenericFilteredSequence;
-using Generic::filtered_sequence_internal::makeFilter;
-using Generic::filtered_sequence_internal::showsOnly;
-using Generic::filtered_sequence_internal::takesOnly;
-using testing::ElementsAre;
 
 using Derived = SequenceFixture;
 

@@ -283,7 +283,7 @@ TEST(PersistentSequence, GrowsAndShrinksByAHundredThousandInEveryOrder) {
 }
 
 // What is left after most elements are gone must not sit in nearly empty nodes.
-TEST(PersistentSequence, ErasingGivesMemoryBack) {
+TEST(PersistentSequence, ErasingReturnsMemory) {
     PersistentSequence sequence = sequenceOf(pointers(50000));
     std::mt19937 random(3);
     for (std::size_t i = 0; i < 50000; ++i) {

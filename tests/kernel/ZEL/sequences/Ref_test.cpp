@@ -1,13 +1,7 @@
-#include "support/SequenceItems.h"
-
-#include <ZEL/String.h>
-#include <ZEL/sequences/RefTraits.h>
-#include <ZEL/values/Object.h>
+#include "SequenceTest.h"
 
 namespace ZEL::tests {
 namespace {
-
-using Generic::RefTraits;
 
 /// A value that knows how many of its kind are alive.
 struct Tracked {

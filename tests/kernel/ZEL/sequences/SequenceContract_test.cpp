@@ -1,13 +1,4 @@
-#include "support/SequenceItems.h"
-
-#include <ZEL/String.h>
-#include <ZEL/sequences/GenericAssociationSequence.h>
-#include <ZEL/sequences/GenericCombinedSequence.h>
-#include <ZEL/sequences/GenericFilteredSequence.h>
-#include <ZEL/sequences/GenericReferenceCountingSequenceProxy.h>
-#include <ZEL/sequences/ListQImpl.h>
-#include <ZEL/sequences/MultiIndexImpl.h>
-#include <ZEL/sequences/RefTraits.h>
+#include "SequenceTest.h"
 
 #include <algorithm>
 #include <numeric>
@@ -15,15 +6,6 @@
 
 namespace ZEL::tests {
 namespace {
-
-using Generic::GenericAssociationSequence;
-using Generic::GenericReferenceCountingSequenceProxy;
-using Generic::ListQImpl;
-using Generic::MultiIndexImpl;
-using Generic::combined_sequence_internal::GenericCombinedSequence;
-using Generic::filtered_sequence_internal::GenericFilteredSequence;
-using Generic::filtered_sequence_internal::makeFilter;
-using Generic::filtered_sequence_internal::takesOnly;
 
 constexpr int kElements = 90; ///< more than a storage of bodies keeps in one block
 
@@ -179,6 +161,56 @@ struct SequenceContract : testing::TestWithParam<Kind> {
         EXPECT_TRUE(end->equal(sequence().generic_end(d).get())) << "a copy has moved it";
         return found;
     }
+    /// A random change of the sequence, and of what is expected of it.
+    void changeBoth(std::vector<int> & expected, std::mt19937 & random) {
+        auto const below = [&random](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
+        int const number = below(60);
+        Ref const ref = element(number);
+        int const size = static_cast<int>(expected.size());
+        auto const found = std::find(expected.begin(), expected.end(), number);
+        bool const isThere = found != expected.end();
+        ASSERT_EQ(isThere, sequence().generic_contains(d, ref));
+        ASSERT_EQ(isThere ? found - expected.begin() : -1, sequence().generic_indexOf(d, ref));
+        bool const isRefused = kind.isUnique && isThere;
+        auto const expectInsertion = [&](int index) {
+            if (!isRefused) {
+                expected.insert(expected.begin() + index, number);
+            }
+        };
+        int const choice = below(10);
+        if (choice < 2) {
+            sequence().generic_push_back(d, ref);
+            expectInsertion(size);
+        } else if (choice == 2) {
+            sequence().generic_push_front(d, ref);
+            expectInsertion(0);
+        } else if (choice == 3) {
+            ASSERT_EQ(isThere, sequence().generic_eraseElement(d, ref));
+            if (isThere) {
+                expected.erase(found);
+            }
+        } else if (choice == 4 && size > 0) {
+            int const index = below(size);
+            sequence().generic_erase(d, index);
+            expected.erase(expected.begin() + index);
+        } else if (choice == 5 && size > 0) {
+            sequence().generic_pop_back(d);
+            expected.pop_back();
+        } else if (choice == 6 && size > 0 && kind.inserts) { // a combined one has a rule of its own
+            sequence().generic_pop_front(d);
+            expected.erase(expected.begin());
+        } else if (choice == 7 && size > 0 && kind.inserts) {
+            int const index = below(size);
+            sequence().generic_replace(d, index, ref);
+            if (!isRefused) {
+                expected[static_cast<std::size_t>(index)] = number;
+            }
+        } else if (choice > 7 && size > 0 && kind.inserts) {
+            int const index = below(size + (kind.insertsAtEnd ? 1 : 0));
+            sequence().generic_insert(d, index, ref);
+            expectInsertion(index);
+        }
+    }
 
     Kind kind = GetParam();
     Subject subject;
@@ -215,7 +247,7 @@ TEST_P(SequenceContract, InsertsAndErasesAtIterators) {
 
 TEST_P(SequenceContract, ErasesRanges) {
     if (!kind.isStorageLike) {
-        return;
+        GTEST_SKIP() << "it erases no ranges";
     }
     fill(6);
     auto first = sequence().generic_begin(d);
@@ -234,7 +266,7 @@ TEST_P(SequenceContract, ErasesRanges) {
 
 TEST_P(SequenceContract, RefusesWhatIsNotThereAndStaysAsItIs) {
     if (!kind.isStorageLike) {
-        return;
+        GTEST_SKIP() << "its texts are others";
     }
     EXPECT_RAISES("sequence is empty", sequence().generic_front(d));
     EXPECT_RAISES("sequence is empty", sequence().generic_back(d));
@@ -261,7 +293,7 @@ TEST_P(SequenceContract, RefusesNullElements) {
     EXPECT_EQ(std::vector<int>(), contents());
 }
 
-TEST_P(SequenceContract, GivesElementsWithTheDeviantOfTheCall) {
+TEST_P(SequenceContract, ReturnsElementsWithTheDeviantOfTheCall) {
     FakeDeviant deviant(3);
     fill(2);
     // A filter shows elements in the deviant of the handle under it.
@@ -271,10 +303,10 @@ TEST_P(SequenceContract, GivesElementsWithTheDeviantOfTheCall) {
 }
 
 TEST_P(SequenceContract, ReleasesElementsThatItDoesNotStore) {
-    fill(2);
     if (subject.hasTexts) {
-        return;
+        GTEST_SKIP() << "texts have no count";
     }
+    fill(2);
     NSInterface::ObjectIntf & body = *element(1).body();
     int const before = body.numRef();
     static_cast<void>(sequence().generic_contains(d, element(1)));
@@ -291,78 +323,13 @@ TEST_P(SequenceContract, ReleasesElementsThatItDoesNotStore) {
 
 TEST_P(SequenceContract, AgreesWithAVectorUnderRandomWork) {
     std::mt19937 random(42);
-    auto const below = [&random](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
-    sequence().generic_clear(d);
     std::vector<int> expected;
     for (int step = 0; step < 3000; ++step) {
-        int const number = below(60);
-        Ref const ref = element(number);
-        int const size = static_cast<int>(expected.size());
-        auto const found = std::find(expected.begin(), expected.end(), number);
-        bool const isThere = found != expected.end();
-        ASSERT_EQ(isThere, sequence().generic_contains(d, ref));
-        ASSERT_EQ(isThere ? found - expected.begin() : -1, sequence().generic_indexOf(d, ref));
-        bool const isRefused = kind.isUnique && isThere;
-        auto const expectInsertion = [&](int index) {
-            if (!isRefused) {
-                expected.insert(expected.begin() + index, number);
-            }
-        };
-        switch (below(10)) {
-        case 0:
-        case 1:
-            sequence().generic_push_back(d, ref);
-            expectInsertion(size);
-            break;
-        case 2:
-            sequence().generic_push_front(d, ref);
-            expectInsertion(0);
-            break;
-        case 3:
-        case 4:
-            if (kind.inserts && size > 0) {
-                int const index = below(size + (kind.insertsAtEnd ? 1 : 0));
-                sequence().generic_insert(d, index, ref);
-                expectInsertion(index);
-            }
-            break;
-        case 5:
-            if (size > 0) {
-                int const index = below(size);
-                sequence().generic_erase(d, index);
-                expected.erase(expected.begin() + index);
-            }
-            break;
-        case 6:
-            if (kind.inserts && size > 0) {
-                int const index = below(size);
-                sequence().generic_replace(d, index, ref);
-                if (!isRefused) {
-                    expected[static_cast<std::size_t>(index)] = number;
-                }
-            }
-            break;
-        case 7:
-            ASSERT_EQ(isThere, sequence().generic_eraseElement(d, ref));
-            if (isThere) {
-                expected.erase(found);
-            }
-            break;
-        case 8:
-            if (kind.inserts && size > 0) { // a combined one has a rule of its own
-                sequence().generic_pop_front(d);
-                expected.erase(expected.begin());
-            }
-            break;
-        default:
-            if (step % 50 == 0) {
-                sequence().generic_clear(d);
-                expected.clear();
-            } else if (size > 0) {
-                sequence().generic_pop_back(d);
-                expected.pop_back();
-            }
+        if (step % 500 == 0) {
+            sequence().generic_clear(d);
+            expected.clear();
         }
+        ASSERT_NO_FATAL_FAILURE(changeBoth(expected, random)) << "step " << step;
         ASSERT_EQ(static_cast<int>(expected.size()), sequence().generic_size(d));
         if (!expected.empty()) {
             ASSERT_EQ(expected.front(), numberOf(sequence().generic_front(d)));

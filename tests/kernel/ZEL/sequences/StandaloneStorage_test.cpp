@@ -1,20 +1,9 @@
-#include "support/SequenceItems.h"
-
-#include <ZEL/Integer.h>
-#include <ZEL/String.h>
-#include <ZEL/sequences/ListQImpl.h>
-#include <ZEL/sequences/MultiIndexImpl.h>
+#include "SequenceTest.h"
 
 #include <boost/multi_index/mem_fun.hpp>
-#include <gmock/gmock.h>
 
 namespace ZEL::tests {
 namespace {
-
-using Generic::ListQImpl;
-using Generic::MultiIndexImpl;
-using Generic::RefTraits;
-using testing::ElementsAre;
 
 struct List : SequenceFixture {
     List() {

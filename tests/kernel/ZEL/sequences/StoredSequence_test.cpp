@@ -1,6 +1,4 @@
-#include "support/SequenceItems.h"
-
-#include <ZEL/String.h>
+#include "SequenceTest.h"
 
 namespace ZEL::tests {
 namespace {
@@ -11,7 +9,7 @@ struct StoredSequence : SequenceFixture {
     SequencePtr body() { return SequencePtr(stored(owner).getImplementation()); }
 };
 
-TEST_F(StoredSequence, UsesTheStateOfItsOwnDeviantAndGivesElementsTheCallersOne) {
+TEST_F(StoredSequence, UsesTheStateOfItsOwnDeviantAndReturnsElementsInTheCallersOne) {
     FakeDeviant own(2);
     FakeDeviant caller(3);
     Sequence<Item> const here = stored(owner, own);
@@ -77,19 +75,6 @@ TEST_F(StoredSequence, AsksItsDeviantBeforeItTouchesTheObject) {
     EXPECT_RAISES("object accessed after its model has been destroyed", sequence.toVector());
 }
 
-TEST_F(StoredSequence, NamesItsTypeByBothFlags) {
-    EXPECT_STREQ("TEST.ImmutableSequenceOfImmutableItem", body()->generic_getOrcaName(true, true, ""));
-    EXPECT_STREQ("TEST.ImmutableSequenceOfItem", body()->generic_getOrcaName(true, false, ""));
-    EXPECT_STREQ("TEST.SequenceOfImmutableItem", body()->generic_getOrcaName(false, true, ""));
-    EXPECT_STREQ("TEST.SequenceOfItem", body()->generic_getOrcaName(false, false, ""));
-    auto const texts = stored<String>(owner, d, Owner::texts);
-    for (bool const isImmutable : {true, false}) {
-        SequenceIntf & body = *texts.getImplementation();
-        EXPECT_STREQ("ZEL.ImmutableSequenceOfString", body.generic_getOrcaName(true, isImmutable, ""));
-        EXPECT_STREQ("ZEL.SequenceOfString", body.generic_getOrcaName(false, isImmutable, ""));
-    }
-}
-
 // --- iterators -------------------------------------------------------------------------------------------------------
 
 TEST_F(StoredSequence, IteratorsArePositionsThatWritesDoNotMove) {
@@ -118,7 +103,7 @@ TEST_F(StoredSequence, AnOrphanedIteratorRaisesOnAllButItsEnd) {
     auto const it = holder->generic_begin(d);
     auto const clone = it->clone();
     auto before = holder->generic_begin(d);
-    before->previous(d); // stands before the first place that is told
+    before->previous(d); // stands before the first place
     before.reset();
     holder = nullptr;
 

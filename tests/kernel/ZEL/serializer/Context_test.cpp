@@ -52,12 +52,7 @@ TEST(QualifiedName, EqualPairsAreOneEntryAndOrderIsByUriThenName) {
 }
 
 TEST(Context, WeightedMatchCountsPairsThatAgree) {
-    struct Row {
-        Names pattern;
-        Names context;
-        int expected;
-    };
-    std::vector<Row> const rows = {
+    std::tuple<Names, Names, int> const rows[] = {
         // An empty side beats everything.
         {{}, {"t|T", "u|r"}, 8},
         {{"", "u|r"}, {}, 8},
@@ -67,10 +62,10 @@ TEST(Context, WeightedMatchCountsPairsThatAgree) {
         {{"t|T", "u|r"}, {"t|T", "u|r"}, 2},
         {{"t|T", "u|r", "pt|PT"}, {"t|T", "u|r", "pt|PT", "p|P"}, 3},
         {{"t|T", "u|r", "pt|PT", "p|P"}, {"t|T", "u|r", "pt|PT", "p|P"}, 4},
-        // Pairs that only one side gives neither count nor conflict.
+        // A pair that only one side has neither counts nor conflicts.
         {{"t|T"}, {"", "u|r"}, 0},
         {{"", "|r", "pt|PT"}, {"t|T", "|r"}, 1},
-        // Any conflict gives 0, whatever else agrees.
+        // The result of any conflict is 0, whatever else agrees.
         {{"t|T", "u|r"}, {"t|T", "u|s"}, 0},
         {{"t|T", "u|r"}, {"t|T", "v|r"}, 0},
         {{"t|T", "", "", "p|P"}, {"t|T", "", "", "p|Q"}, 0},
@@ -83,19 +78,15 @@ TEST(Context, WeightedMatchCountsPairsThatAgree) {
         {{"", "u|", "", ""}, {"", "u|", "", "p|P"}, 1},
         {{"", "", "", "p|"}, {"", "", "", "p|"}, 4},
     };
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        EXPECT_EQ(contextOf(rows[i].pattern).weightedMatch(contextOf(rows[i].context)), rows[i].expected)
-            << "row " << i;
+    for (auto const & row : rows) {
+        auto const & [pattern, context, expected] = row;
+        EXPECT_EQ(contextOf(pattern).weightedMatch(contextOf(context)), expected) << "row " << &row - rows;
     }
 }
 
 TEST(Context, OrderPassesOverPairsThatOneSideLeavesOpen) {
-    struct Row {
-        Names left;
-        Names right;
-        int order; ///< -1 less, 0 equal, 1 greater
-    };
-    std::vector<Row> const rows = {
+    // The order is -1 for less, 0 for equal and 1 for greater.
+    std::tuple<Names, Names, int> const rows[] = {
         {{}, {}, 0},
         {{"t|T", "u|r"}, {"", "u|r"}, 0},
         {{"t|T", "u|r", "pt|PT", "p|P"}, {"", "u|r"}, 0},
@@ -113,13 +104,15 @@ TEST(Context, OrderPassesOverPairsThatOneSideLeavesOpen) {
         {{"|T", "u|r"}, {"t|S", "u|r"}, -1},
         {{"|T", "u|r"}, {"t|", "u|r"}, 0},
     };
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        Context const left = contextOf(rows[i].left);
-        Context const right = contextOf(rows[i].right);
-        EXPECT_EQ(left < right, rows[i].order < 0) << "row " << i;
-        EXPECT_EQ(right<left, rows[i].order> 0) << "row " << i;
-        EXPECT_EQ(left == right, rows[i].order == 0) << "row " << i;
-        EXPECT_EQ(right != left, rows[i].order != 0) << "row " << i;
+    for (auto const & row : rows) {
+        SCOPED_TRACE(&row - rows);
+        auto const & [leftNames, rightNames, order] = row;
+        Context const left = contextOf(leftNames);
+        Context const right = contextOf(rightNames);
+        EXPECT_EQ(left < right, order < 0);
+        EXPECT_EQ(right<left, order> 0);
+        EXPECT_EQ(left == right, order == 0);
+        EXPECT_EQ(right != left, order != 0);
     }
 }
 

@@ -6,13 +6,8 @@ namespace ZEL::tests {
 namespace {
 
 TEST(ObjectId, IsTakenApartOnlyIfItIsWellFormed) {
-    struct Row {
-        char const * text;
-        int number;
-        char const * uuid;
-        char const * head; ///< of what can be a place in an array
-    };
-    Row const rows[] = {
+    // The head is that of what can be a place in an array.
+    std::tuple<char const *, int, char const *, char const *> const rows[] = {
         {"_zel_5376c05e-df72-49a6-85e0-5388c3fca417_14", 14, "5376c05e-df72-49a6-85e0-5388c3fca417",
          "_zel_5376c05e-df72-49a6-85e0-5388c3fca417_"},
         {"_zel_u_2147483647", 2147483647, "u", "_zel_u_"},
@@ -27,10 +22,10 @@ TEST(ObjectId, IsTakenApartOnlyIfItIsWellFormed) {
         {"", 0, "", ""},
         {"_zel_u", 0, "u", ""},
     };
-    for (Row const & row : rows) {
-        EXPECT_EQ(row.number, getIdValue(row.text).getValue()) << row.text;
-        EXPECT_EQ(row.uuid, getUuidValue(row.text)) << row.text;
-        EXPECT_EQ(row.head, ObjectId(row.text).head()) << row.text;
+    for (auto const & [text, number, uuid, head] : rows) {
+        EXPECT_EQ(number, getIdValue(text).getValue()) << text;
+        EXPECT_EQ(uuid, getUuidValue(text)) << text;
+        EXPECT_EQ(head, ObjectId(text).head()) << text;
     }
     for (char const * const number : {"2147483648", "99999999999", "-5", "+5", "0", "12x", " 12", ""}) {
         std::string const text = getPrefixedId(std::string("u_") + number);

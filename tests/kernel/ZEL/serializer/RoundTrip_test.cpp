@@ -14,9 +14,7 @@ using Serializer::XmiWriter;
 
 MetaModel readModel(std::string const & file, std::unique_ptr<Merger> merger = nullptr) {
     XmiReader reader;
-    if (merger != nullptr) {
-        reader.setMerger(merger.release());
-    }
+    reader.setMerger(merger.release());
     MetaModel const model(reader.read(file));
     EXPECT_TRUE(model.isValid());
     EXPECT_TRUE(reader.report().isEmpty());

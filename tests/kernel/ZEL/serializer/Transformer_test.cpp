@@ -32,7 +32,7 @@ ContextSequence sequenceOf(std::initializer_list<Context> contexts) {
     return sequence;
 }
 
-/// "a=1 b=2", with "!" behind the value of a Context to skip.
+/// "a=1 b=2", with "!" after the value of a Context to skip.
 std::string textOf(ContextSequence const & sequence) {
     std::string text;
     for (Context const & context : sequence) {
@@ -115,7 +115,7 @@ TEST_F(TransformerTest, ManyContextsAreRewrittenLikeFewAndAtLinearCost) {
 }
 
 TEST_F(TransformerTest, LinkTakesThePlaceOfItsElement) {
-    // The output has no parent pairs, the element has: they are equal for all that both give.
+    // The output has no parent pairs and the element has; what both have is equal.
     Context element = role("type");
     element.setType("u", "Class");
     element.setParentRole("", "ownedAttribute");

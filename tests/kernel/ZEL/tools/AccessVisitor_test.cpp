@@ -17,7 +17,7 @@ struct KindOf : AccessVisitor {
     bool answer = true;
 };
 
-// Of visitors that read, the walk tells the same.
+// Visitors that only read are tested by the walk over a tree.
 TEST(AccessVisitor, AnObjectIsPassedOnByItsKindAndTheAnswerComesBack) {
     TestModel const sample;
     Comment const gone = sample.factory.createComment();
@@ -38,15 +38,6 @@ TEST(AccessVisitor, AnObjectIsPassedOnByItsKindAndTheAnswerComesBack) {
             EXPECT_EQ(visitor.kind, kind);
         }
     }
-}
-
-TEST(AccessVisitor, TheEmptyOneGoesOnWhateverItIsGiven) {
-    TestModel const sample;
-    AccessVisitorEmpty visitor;
-    EXPECT_TRUE(visitor.visitObject(Object()) && visitor.visitClassObject(sample.top) &&
-                visitor.visitValueObject(ValueObject()) && visitor.visitStereotypeObject(StereotypeObject()) &&
-                visitor.visitModel(sample.model) && visitor.visitProperty(sample.top, Property()));
-    EXPECT_TRUE(ImmutableAccessVisitorEmpty().visitStereotypeObject(ImmutableStereotypeObject()));
 }
 
 } // namespace

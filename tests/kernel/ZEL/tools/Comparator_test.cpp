@@ -7,25 +7,21 @@ namespace {
 struct ComparatorTest : testing::Test {
     struct Side : TestModel {
         Side() {
-            p = package(top, "p");
-            q = package(top, "q");
-            a = classIn(p, "A");
-            b = classIn(p, "B");
             b.getSuperClasses().push_back(a);
-            x = attribute(a, "x");
             x.setType(a);
-            y = attribute(a, "y");
             MetaModel const metaModel(MetaModelRegistry::instance()->getModelFromUri(METAMODEL_URI));
             y.setType(metaModel.getTopPackage().getOwnedTypeByName("String"));
-            note = factory.createComment();
             note.setBody("about x");
             note.getAnnotatedElements().push_back(x);
             p.getOwnedComments().push_back(note);
         }
-        Package p, q;
-        Class a, b;
-        Property x, y;
-        Comment note;
+        Package p = package(top, "p");
+        Package q = package(top, "q");
+        Class a = classIn(p, "A");
+        Class b = classIn(p, "B");
+        Property x = attribute(a, "x");
+        Property y = attribute(a, "y");
+        Comment note = factory.createComment();
     };
 
     Side left;
@@ -106,7 +102,7 @@ TEST_F(ComparatorTest, TheFirstDifferenceIsFoundWithThePairThatHoldsIt) {
     expectFailure(left.y, right.x);
 }
 
-TEST_F(ComparatorTest, ADifferenceBehindAnEqualChildIsThatOfTheParent) {
+TEST_F(ComparatorTest, ADifferenceAfterAnEqualChildIsThatOfTheParent) {
     // Properties come in the metamodel's order: the children in packagedElement ahead of the comments.
     left.p.getOwnedComments().clear();
     Comparator comparator(left.p, right.p);

@@ -11,7 +11,6 @@
 namespace ZEL::tests {
 namespace {
 
-using testing::ElementsAre;
 using testing::ElementsAreArray;
 using Traversal = ImmutableAccessVisitorTraversalContainment;
 
@@ -96,8 +95,7 @@ TEST_F(ContainmentTraversal, TheFirstFalseEndsTheWalkAndLeavesNothingBehind) {
     }
     log = {};
     EXPECT_TRUE(traversal.visitObject(comment));
-    EXPECT_THAT(log.calls, ElementsAreArray(expected))
-        << "by the same traversal, behind all the walks that ended early";
+    EXPECT_THAT(log.calls, ElementsAreArray(expected)) << "by the same traversal, after all the walks that ended early";
 }
 
 TEST_F(ContainmentTraversal, AnExceptionPassesAndTheWayStaysAsItWas) {
@@ -133,7 +131,7 @@ TEST_F(ContainmentTraversal, TheTreeBelowAnObjectIsListedInItsOrder) {
 
 // --- depth ---------------------------------------------------------------------------------------------------------
 
-/// Walks the structure alone. An action before the operation of the base and one behind it must pair up.
+/// Walks the structure alone. The actions before and after the operation of the base must pair up.
 struct Nested : Traversal {
     using Traversal::Traversal;
     bool visitClassObject(ImmutableClassObject const & object) override {
@@ -181,7 +179,7 @@ TEST(ContainmentTraversalDepth, AHundredThousandLevelsNestTrulyAndComeBack) {
 
     pre.raises = true;
     EXPECT_THROW(walk.visitObject(sample.top), Stopped);
-    EXPECT_EQ(walk.depth, levels + 1) << "an exception passes the actions behind";
+    EXPECT_EQ(walk.depth, levels + 1) << "an exception passes the actions after";
 
     std::ostream nowhere(nullptr);
     EXPECT_TRUE(ImmutableAccessVisitorTextWriter(nowhere).visitObject(sample.top));

@@ -79,11 +79,8 @@ std::string errorRow(std::string const & rowClass, std::string const & name, std
            R"(</td><td class="value error">)" + text + "</td></tr>";
 }
 
-struct HTMLPrinterTest : ModelFixture {
-    HTMLPrinterTest() {
-        open();
-        model.setUuidBase("u");
-    }
+struct HTMLPrinterTest : OpenModelFixture {
+    HTMLPrinterTest() { model.setUuidBase("u"); }
 
     std::string printed(ImmutableClassObject const & object) {
         util::HTMLPrinter().print(object, folder.path("page"));
@@ -123,13 +120,6 @@ struct HTMLPrinterTest : ModelFixture {
     LogCapture log;
     Stereotype stereotype;
 };
-
-constexpr char kBeforeTitle[] = R"html(<?xml version="1.0" encoding="utf-8"?>
-<!DOCTYPE html
-PUBLIC "-//W3C//DTD XHTML 1.0 Transitional//EN" "http://www.w3.org/TR/xhtml1/DTD/xhtml1-transitional.dtd">
-<html xmlns="http://www.w3.org/1999/xhtml">
-<head>
-<title>RV2FEN UML Generation Report )html";
 
 constexpr char kStyleSheet[] = R"html(<style type="text/css">
 body {width:800px; font-size:10pt; font-family:Arial, Helvetica, Geneva, sans-serif;}
@@ -180,7 +170,8 @@ TEST_F(HTMLPrinterTest, WritesAnObjectAndWhatItContainsAsOnePage) {
     std::string const logPage = HTMLLogFormatter::getHead();
     std::string const script = between(logPage, "<script", "</head>");
     ASSERT_FALSE(script.empty());
-    std::string const head = kBeforeTitle + name + "</title>\n" + kStyleSheet + script + replaced(kBodyStart, "@", " ");
+    std::string const head = kPageStart + ("RV2FEN UML Generation Report " + name) + "</title>\n" + kStyleSheet +
+                             script + replaced(kBodyStart, "@", " ");
 
     std::string const model = link("MetaModel", "IDu", "unnamed");
     auto const comment = [&model](std::string const & id, std::string const & body, std::string const & annotated,
@@ -212,7 +203,7 @@ TEST_F(HTMLPrinterTest, WritesAnObjectAndWhatItContainsAsOnePage) {
     EXPECT_EQ(head + body + "</div>\n</body>\n</html>\n", withoutTaste(folder.content("page.html")));
 }
 
-TEST_F(HTMLPrinterTest, PutsWhatIsContainedBehindItsOwnerInOrder) {
+TEST_F(HTMLPrinterTest, PutsWhatIsContainedAfterItsOwnerInOrder) {
     Package const top = factory.createPackage(String("top"));
     model.setTopPackage(top);
     for (std::string const name : {"a", "b"}) {

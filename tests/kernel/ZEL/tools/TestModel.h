@@ -1,10 +1,6 @@
 #pragma once
 
-#include "support/ExpectRaises.h"
-
-#include <ZEL/ZEL.h>
-
-#include <gmock/gmock.h>
+#include "kernel/ZEL/metamodel/ModelFixture.h"
 
 namespace ZEL::tests {
 

@@ -23,7 +23,7 @@ template <class L, class R> std::string compared(L const & left, R const & right
 }
 
 UnlimitedNatural const unlimited(0xFFFFFFFFu);
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 TEST(ValueComparison, OfLikeValuesIsThatOfTheirNumbers) {
     EXPECT_EQ("<", compared(Boolean(false), Boolean(true)));
@@ -35,8 +35,8 @@ TEST(ValueComparison, OfLikeValuesIsThatOfTheirNumbers) {
     EXPECT_EQ(">", compared(Real(0.2), 0.1));
     EXPECT_EQ("<", compared(Single(0.5f), 0.75f));
     EXPECT_EQ("=", compared(Double(3.5), 3.5));
-    EXPECT_EQ("none", compared(Double(notANumber), notANumber));
-    EXPECT_EQ("none", compared(Real(1.0), Real(notANumber)));
+    EXPECT_EQ("none", compared(Double(kNaN), kNaN));
+    EXPECT_EQ("none", compared(Real(1.0), Real(kNaN)));
 }
 
 TEST(ValueComparison, OfAnIntegerReducesTheOtherSide) {
@@ -52,7 +52,7 @@ TEST(ValueComparison, OfAnIntegerReducesTheOtherSide) {
     EXPECT_EQ("=", compared(UnlimitedNatural(3), 3.7));
     EXPECT_EQ("=", compared(UnlimitedNatural(0), -3.7)) << "nearest value";
     EXPECT_EQ("=", compared(Integer(2147483647), 1e12)) << "nearest value";
-    EXPECT_EQ("=", compared(Integer(0), notANumber));
+    EXPECT_EQ("=", compared(Integer(0), kNaN));
     EXPECT_EQ("<", compared(Integer(5), std::uint64_t{1} << 40));
     EXPECT_EQ(">", compared(Integer(5), std::int64_t{-1} * (std::int64_t{1} << 40)));
 }
@@ -63,7 +63,7 @@ TEST(ValueComparison, OfABooleanTakesNumbersAsNotZero) {
     EXPECT_EQ("<", compared(Boolean(false), -1));
     EXPECT_EQ("=", compared(Boolean(true), 0.5));
     EXPECT_EQ("=", compared(Boolean(false), 0.0));
-    EXPECT_EQ("=", compared(Boolean(true), notANumber));
+    EXPECT_EQ("=", compared(Boolean(true), kNaN));
 }
 
 TEST(ValueComparison, OfAFloatingValueReducesByTheOtherSide) {

@@ -9,7 +9,7 @@
 namespace ZEL::tests {
 namespace {
 
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 UnlimitedNatural const unlimited(0xFFFFFFFFu);
 
@@ -81,14 +81,14 @@ TEST(Double, IsTruncatedTowardZeroAndNeverOutOfRange) {
         {1e300, 2147483647, 0xFFFFFFFFu},
         {infinite, 2147483647, 0xFFFFFFFFu},
         {-infinite, -2147483647 - 1, 0},
-        {notANumber, 0, 0},
+        {kNaN, 0, 0},
     };
     for (auto const & [from, toInteger, toNatural] : rows) {
         EXPECT_EQ(toInteger, Integer(Double(from)).getValue()) << from;
         EXPECT_EQ(toInteger, Integer(from).getValue()) << from;
         EXPECT_EQ(toNatural, UnlimitedNatural(Double(from)).getValue()) << from;
     }
-    EXPECT_TRUE(Boolean(Double(notANumber)).getValue());
+    EXPECT_TRUE(Boolean(Double(kNaN)).getValue());
 }
 
 TEST(String, PrintsNativeNumbersAsAStreamDoes) {
@@ -104,7 +104,7 @@ TEST(String, PrintsNativeNumbersAsAStreamDoes) {
         {"-0", String(-0.0)},
         {"3", String(3.0)},
         {"inf", String(infinite)},
-        {"nan", String(notANumber)},
+        {"nan", String(kNaN)},
         {"4294967295", String(4294967295u)},
     };
     for (auto const & [expected, printed] : rows) {
@@ -138,7 +138,7 @@ TEST(Value, PrintsDigitsWhenConvertedAndWordsWhenAskedByName) {
 
 using Texts = std::vector<std::string>;
 
-/// What the texts read as, each by way of its own plain text; the text raised if it cannot be read.
+/// What the texts read as, in plain text; for one that cannot be read, the text of the exception.
 template <class V> Texts readAs(Texts const & texts) {
     Texts result;
     for (std::string const & text : texts) {

@@ -21,7 +21,7 @@ template <class V> void expectRoundTrip(V const & value, char const * type, char
     EXPECT_TRUE(boxed.getTypeInfo() == TypeInfoRegistry::getTypeInfo(type));
 }
 
-TEST(ValueObjectTest, GivesBackWhatWasBoxed) {
+TEST(ValueObjectTest, ReturnsWhatWasBoxed) {
     expectRoundTrip(Boolean(true), "ZEL.Boolean", "true");
     expectRoundTrip(Integer(-3), "ZEL.Integer", "-3");
     expectRoundTrip(UnlimitedNatural(0xFFFFFFFFu), "ZEL.UnlimitedNatural", "*");

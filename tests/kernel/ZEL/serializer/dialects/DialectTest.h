@@ -14,23 +14,21 @@ inline std::string const kUml20 = "http://schema.omg.org/spec/UML/2.0";
 inline std::string const kXmi = "http://schema.omg.org/spec/XMI/2.1";
 
 /// With metamodels of the prefixes registered on which the rules of a dialect depend.
-class DialectTest : public testing::Test {
-protected:
+struct DialectTest : testing::Test {
     using Prefixes = std::map<std::string, std::string>; ///< by the URI of the metamodel
 
-    explicit DialectTest(Prefixes prefixes = {{kUml, "uml"}}) : fPrefixes(std::move(prefixes)) {
-        for (auto const & [uri, prefix] : fPrefixes) {
+    explicit DialectTest(Prefixes prefixes = {{kUml, "uml"}}) : registered(std::move(prefixes)) {
+        for (auto const & [uri, prefix] : registered) {
             NamespaceRegistry::instance()->bindMetaUriToPrefix(uri, prefix);
         }
     }
     ~DialectTest() override {
-        for (auto const & [uri, prefix] : fPrefixes) {
+        for (auto const & [uri, prefix] : registered) {
             NamespaceRegistry::instance()->unbindPrefixMetaUri(uri);
         }
     }
 
-private:
-    Prefixes const fPrefixes;
+    Prefixes const registered;
 };
 
 } // namespace ZEL::tests

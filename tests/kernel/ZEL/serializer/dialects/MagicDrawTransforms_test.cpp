@@ -53,7 +53,7 @@ TEST_F(MagicDraw, WritingPutsTheLiteralInPlaceOfTheUnit) {
     Context const second = below(literal, nested("appliedStereotypeInstance", kUnits, "unit", "u2"));
     Context const unit = element(kUnits, "unit", "u2");
     Context const quantity = element(kUnits, "scalarQuantity", "q");
-    // Whether it is the second traversal; what is given; what comes out.
+    // Whether it is the second traversal; what goes in; what comes out.
     std::vector<std::tuple<bool, ContextSequence, std::string>> const rows = {
         {false, both(first, linkOf(first, "base_EnumerationLiteral", "l1")),
          "e {}appliedStereotypeInstance=u1 r {}base_EnumerationLiteral=l1"},

@@ -38,15 +38,9 @@ TEST_F(FollowingLinks, OpensAFileOnceIfItMayBeOpened) {
     std::filesystem::create_symlink(folder.path("outer.xmi"), folder.path("inside/link.xmi"));
     settings.setExternalUriResolver(
         [&](std::string const & uri) { return uri == "pathmap://P/S.xmi" ? folder.path("real.xmi") : std::string(); });
-    struct Row {
-        char const * root;
-        std::string reference;
-        std::string uri;
-        std::vector<std::string> opened;
-        bool isReported;
-    };
     std::string const metamodel = "http://schema.omg.org/spec/MOF/2.0";
-    Row const rows[] = {
+    using Names = std::vector<std::string>;
+    std::tuple<std::string, std::string, std::string, Names, bool> const rows[] = {
         {"", "o%20ther.xmi#x", uriOf("o%20ther.xmi"), {"o ther.xmi"}, false},
         {"", "./sub/../%6F%20ther.xmi#y", uriOf("o%20ther.xmi"), {"o ther.xmi"}, false},
         {"", "broken.xmi#x", uriOf("broken.xmi"), {"broken.xmi"}, true},
@@ -60,19 +54,19 @@ TEST_F(FollowingLinks, OpensAFileOnceIfItMayBeOpened) {
         {"inside", "file:///etc/passwd#x", "file:///etc/passwd", {}, true},
         {"gone", "inside/other.xmi#x", uriOf("inside/other.xmi"), {}, true},
     };
-    for (Row const & row : rows) {
-        SCOPED_TRACE(std::string(row.root) + " " + row.reference);
-        settings.setExternalRootFolder(*row.root != '\0' ? folder.path(row.root) : std::string());
+    for (auto const & [root, reference, uri, names, isReported] : rows) {
+        SCOPED_TRACE(root + " " + reference);
+        settings.setExternalRootFolder(root.empty() ? root : folder.path(root));
         report = ReadReport();
         opened.clear();
         files.clear();
         files.note(uriOf("noted.xmi"), Model());
         for (int again = 0; again < 2; ++again) {
-            EXPECT_EQ(row.uri, follow(row.reference));
+            EXPECT_EQ(uri, follow(reference));
         }
-        EXPECT_EQ(row.opened, opened);
-        EXPECT_EQ(row.isReported ? 1u : 0u, report.unreadFiles().count(row.uri));
-        EXPECT_EQ(row.opened.empty() || row.isReported ? 0u : 1u, files.models().size());
+        EXPECT_EQ(names, opened);
+        EXPECT_EQ(isReported ? 1u : 0u, report.unreadFiles().count(uri));
+        EXPECT_EQ(names.empty() || isReported ? 0u : 1u, files.models().size());
     }
 }
 

@@ -1,12 +1,9 @@
 #include "ReaderTest.h"
 
-#include <ZEL/metamodel/Association.h>
 #include <ZEL/serializer/TransformerRegistry.h>
 #include <ZEL/serializer/reader/Links.h>
 #include <ZEL/serializer/reader/MetaClassCache.h>
 #include <ZEL/serializer/reader/ValueSetter.h>
-
-#include <kernel/ZEL/metamodel/ModelFixture.h>
 
 namespace ZEL::tests {
 namespace {
@@ -14,12 +11,9 @@ namespace {
 using Serializer::FileLinks;
 using Serializer::Links;
 using Serializer::MetaProperty;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 /// An association "a" and properties "p" and "q" of one file, and a class "c" of another.
-class LinksTest : public ModelFixture {
-protected:
+struct LinksTest : ModelFixture {
     LinksTest() {
         values.begin(merger);
         open();
@@ -40,13 +34,7 @@ protected:
         ASSERT_NE(nullptr, found) << property;
         file.add(object, *found, target, isFurther);
     }
-    [[nodiscard]] std::vector<std::string> ends() const {
-        std::vector<std::string> names;
-        for (Property const & end : a.getMemberEnds()) {
-            names.push_back(end.getName().str());
-        }
-        return names;
-    }
+    [[nodiscard]] std::vector<std::string> ends() const { return namesOf(a.getMemberEnds()); }
 
     LogCapture log;
     Serializer::ReadReport report;

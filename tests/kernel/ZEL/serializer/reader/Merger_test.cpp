@@ -12,7 +12,7 @@ struct Merging : ReaderTest {
     Object merge(Model const & into, std::string const & elements) {
         return mergeText(into, document(model(elements)));
     }
-    /// The model, and a copy of it that tells whether it changes.
+    /// The model; `copy` is made as well, to compare it with later.
     MetaModel start(std::string const & elements) {
         copy = readModel(elements);
         return readModel(elements);
@@ -77,7 +77,7 @@ TEST_F(Merging, LeavesFactoryAndModelInWorkingOrder) {
     model.cancelTransaction();
 }
 
-TEST_F(Merging, OfAnotherModelEmptiesTheGivenOneAndGivesTheOther) {
+TEST_F(Merging, OfAnotherModelEmptiesTheGivenOneAndReturnsTheOther) {
     MetaModel const model = start(element("Class", 3, "name='A'"));
     MetaModel const other(mergeText(model, document(ReaderTest::model(element("Class", 3, "name='B'"), kOther))));
     ASSERT_TRUE(other.isValid());
@@ -262,7 +262,7 @@ TEST_F(MergerAlone, FindsTheFactoryByTypeAndThenByRole) {
     EXPECT_THAT(merger.getReferredModels(), IsEmpty());
 }
 
-TEST_F(MergerAlone, GivesFalseForWhatAPropertyRefusesAndLeavesTheObjectAlone) {
+TEST_F(MergerAlone, ReturnsFalseForWhatAPropertyRefusesAndLeavesTheObjectAlone) {
     merger.initialize();
     MetaModel const model(merger.createObject(Model(), kUri, "MetaModel", kUri, "MetaModel", ""));
     Class const a(merger.createObject(model, "", "x", kUri, "Class", ""));

@@ -1,12 +1,9 @@
 #pragma once
 
-#include <ZEL/ZEL.h>
-
-#include <gmock/gmock.h>
 #include <host/TemporaryFolder.h>
 #include <kernel/ZEL/logging/LogCapture.h>
+#include <kernel/ZEL/metamodel/ModelFixture.h>
 #include <kernel/ZEL/serializer/ContextText.h>
-#include <support/ExpectRaises.h>
 
 namespace ZEL::tests {
 
@@ -15,7 +12,6 @@ using Serializer::ReadReport;
 using Serializer::XmiFormat;
 using Serializer::XmiReader;
 using Serializer::XmiReaderSettings;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
@@ -86,16 +82,8 @@ struct ReaderTest : testing::Test {
     }
     static Class classNamed(MetaModel const & model, std::string const & name) { return Class(named(model, name)); }
     static std::vector<std::string> elementNames(MetaModel const & model) {
-        return names(model.getTopPackage().getPackagedElements());
+        return namesOf(model.getTopPackage().getPackagedElements());
     }
-    template <class S> static std::vector<std::string> names(S const & elements) {
-        std::vector<std::string> result;
-        for (auto const & element : elements) {
-            result.push_back(element.getName().str());
-        }
-        return result;
-    }
-
     TemporaryFolder folder;
     LogCapture log;
     XmiReaderSettings settings; ///< for tests that make the reader anew

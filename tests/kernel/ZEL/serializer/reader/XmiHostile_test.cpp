@@ -6,7 +6,7 @@ namespace ZEL::tests {
 namespace {
 
 struct Hostile : ReaderTest {
-    /// What reading the text into the given model raises; the model must be as before.
+    /// The text of what is thrown when `text` is read into `given`, which must be as before.
     std::string raisedByMerge(std::string const & text) {
         reader.setMerger(new Merger(given));
         std::string const path = file("hostile.xmi", text);
@@ -76,7 +76,7 @@ TEST_F(Hostile, OfDoubledIdsOfOtherToolsTheLastCounts) {
     MetaModel const model = readModel("<packagedElement xmi:type='ZEL:Class' xmi:id='c' name='A'/>"
                                       "<packagedElement xmi:type='ZEL:Class' xmi:id='d' name='D' superClass='c'/>"
                                       "<packagedElement xmi:type='ZEL:Class' xmi:id='c' name='B'/>");
-    EXPECT_THAT(names(classNamed(model, "D").getSuperClasses()), ElementsAre("B"));
+    EXPECT_THAT(namesOf(classNamed(model, "D").getSuperClasses()), ElementsAre("B"));
     EXPECT_THAT(log.texts(), ElementsAre("Id c occurs more than once in model file://" + folder.path("in.xmi")));
 }
 

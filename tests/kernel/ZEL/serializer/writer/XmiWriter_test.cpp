@@ -376,7 +376,7 @@ TEST_F(XmiWriterTest, InvalidInputRaisesBeforeAnyFileIsTouched) {
     EXPECT_TRUE(std::filesystem::is_empty(folder.path("")));
 }
 
-TEST_F(XmiWriterTest, FileThatCannotBeMadeGivesFalse) {
+TEST_F(XmiWriterTest, OfAFileThatCannotBeMadeReturnsFalse) {
     LogCapture const log;
     std::string const missing = folder.path("missing/m.xmi");
     EXPECT_FALSE(writer.write(missing, model));

@@ -10,12 +10,12 @@
 
 namespace ZEL::tests {
 
-/// An object that is 1 in the root, which forgets how it came about, and a deviant beside the root.
+/// An object that is 1 in the root, whose history is empty, and a second deviant, `a`.
 struct TwoDeviants : DeviantFixture {
     explicit TwoDeviants(Kind kind) : DeviantFixture(kind) { root.clearUndoStack(); }
     ~TwoDeviants() override { DeviantAssertions::enableAssertions(true); }
 
-    /// What the root and `a` make of the object: "1 2"; "-" where it is absent.
+    /// The values that the root and `a` have of the object: "1 2"; "-" where it is absent.
     [[nodiscard]] std::string seen(Subject object) const {
         auto const valueIn = [&](Deviant deviant) {
             return object->deviant_isValid(deviant) ? std::to_string(object.valueIn(deviant)) : "-";

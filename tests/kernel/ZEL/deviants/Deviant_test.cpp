@@ -27,7 +27,7 @@ TEST(Deviant, SentinelsHoldTheirOwnAddressesAndAreNoStates) {
     EXPECT_TRUE(Deviant::isRealState(&real));
 }
 
-/// What the null deviant and those of an ended manager answer alike.
+/// The answers that the null deviant and the deviants of an ended manager have in common.
 void expectNeutralAnswers(Deviant deviant) {
     Thing const thing;
     EXPECT_EQ(nullptr, deviant.getDeviantManager());

@@ -349,7 +349,7 @@ TEST_P(ListenerTest, AHolderThatEndsTheTransactionBeforeTheObserversAreCalledEnd
     }
     EXPECT_EQ("set2 set3 |4|", history());
     for (bool const whenShown : {false, true}) {
-        // In an undo the objects are on their way, and nothing else can begin before they have arrived.
+        // During an undo nothing else can begin before the objects have their states.
         root.registerObservingListener(new EagerHolder(one, whenShown, [](Deviant d) { d.beginTransaction(); }));
         EXPECT_RAISES("executeChangeSetOnTop: current changeset is not empty", root.undo());
         root.unregisterObservingListener(&one);
@@ -468,7 +468,7 @@ TEST(ChangeReport, TheRulesOfReports) {
     ThingState real;
     NSInterface::ObjectIntf * const states[] = {&real, asState(Deviant::FallbackToRoot),
                                                 asState(Deviant::InvalidObject), nullptr};
-    // A row of letters for each wanted state and in it one for each present state, both in the order from above.
+    // A group of letters for each wanted state, with a letter for each present state, both in the order of `states`.
     auto const table =
         [&](Change (&classify)(NSInterface::ObjectIntf const *, NSInterface::ObjectIntf const *) noexcept) {
             std::string text;

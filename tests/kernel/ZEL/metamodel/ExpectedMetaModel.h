@@ -19,8 +19,8 @@ struct ExpectedClass {
 ///
 ///     type multiplicity [flags] [= default] [transient] [undescribed][, association to other end]
 ///
-/// Flags: "RO" read-only, "D" derived, "CP" composite, "O" ordered. An undescribed one has no comment. The other end is a property of a class if it has a
-/// dot in it, an end owned by the association if not.
+/// Flags: "RO" read-only, "D" derived, "CP" composite, "O" ordered. An undescribed one has no comment. The other end is
+/// a property of a class if it has a dot in it, and otherwise an end that the association owns.
 struct ExpectedProperty {
     std::string owner;
     std::string name;

@@ -12,6 +12,7 @@ namespace ZEL::tests {
 
 using testing::ElementsAre;
 
+/// The names of the elements, in order.
 template <class Sequence> std::vector<std::string> namesOf(Sequence const & elements) {
     std::vector<std::string> names;
     for (auto const & element : elements) {
@@ -35,7 +36,7 @@ inline MetaModel openModel() {
 
 /// An empty model of the built-in metamodel.
 struct ModelFixture : testing::Test {
-    /// Runs `change` in a transaction of its own; an exception cancels it and passes.
+    /// Runs `operation` in a transaction of its own. An exception cancels the transaction and passes on.
     template <class Change> void change(Change operation) {
         Transaction transaction(model.getDeviant());
         operation();
@@ -54,7 +55,7 @@ struct ModelFixture : testing::Test {
     Factory factory = model.getFactoryFactory();
 };
 
-/// One in whose model a transaction is open.
+/// An empty model in which a transaction is open to the end of the test.
 struct OpenModelFixture : ModelFixture {
     OpenModelFixture() { open(); }
 };

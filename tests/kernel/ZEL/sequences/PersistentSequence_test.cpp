@@ -63,9 +63,8 @@ void expectEqual(PersistentSequence const & sequence, Model const & model) {
     }
 }
 
-// Old copies of a sequence, with what they have to hold for ever.
-class Versions {
-public:
+// Old copies of a sequence, with what they have to go on holding.
+struct Versions {
     void keep(PersistentSequence const & sequence, Model const & model) { all.emplace_back(sequence, model); }
     void expectUnchanged() const {
         for (auto const & [sequence, model] : all) {
@@ -192,7 +191,7 @@ TEST(PersistentSequence, AWriteToALargeCopyTakesLittleMemory) {
     EXPECT_EQ(sequenceOf(pointers(1)).heapBytes(), 0u);
     EXPECT_LE(sequenceOf(pointers(5)).heapBytes(), 8u + 8 * sizeof(void *));
 
-    // Were a write to copy the whole, this would take minutes and gigabytes.
+    // If a write copied the whole, this would take minutes and gigabytes.
     std::vector<PersistentSequence> versions(1, original);
     for (std::size_t i = 0; i < 2000; ++i) {
         versions.push_back(versions.back());

@@ -32,7 +32,7 @@ inline Context skipped(Context context) {
     return context;
 }
 
-/// An element as the reader makes it of one without `xmi:type`, which is its own type.
+/// What the reader makes of an element without `xmi:type`, which is its own type.
 inline Context element(std::string const & uri, std::string const & name, std::string const & id = "") {
     Context context = role(name, uri);
     context.setType(uri, name);
@@ -75,8 +75,8 @@ inline ContextSequence both(Context const & first, Context const & second) {
     return sequence;
 }
 
-/// Per Context: its kind, "!" if it is to skip, "*" if it is of an extension, its role and values. "+" stands for values
-/// that become elements.
+/// For each Context its kind, "!" if it is to be skipped, "*" if it is of an extension, its role and its values. "+" stands
+/// for values that become elements.
 inline std::string textOf(ContextSequence const & sequence) {
     std::string text;
     for (Context const & context : sequence) {

@@ -18,7 +18,7 @@ struct Stopped : std::runtime_error {
     using runtime_error::runtime_error;
 };
 
-/// Writes down what it is called for. At one of the calls it ends the walk, by false or by an exception.
+/// Writes down its calls. At one of them it ends the walk, by returning false or by an exception.
 struct Recorder : ImmutableAccessVisitor {
     struct Log {
         std::vector<std::string> calls;
@@ -47,7 +47,7 @@ struct Recorder : ImmutableAccessVisitor {
     Log & log;
 };
 
-/// A comment with a body on a package of its model.
+/// A comment on a package of its model.
 struct ContainmentTraversal : testing::Test {
     ContainmentTraversal() {
         comment.setBody("text");

@@ -21,7 +21,7 @@ using testing::Not;
 
 using Values = ImmutableSequence<ImmutableObject>;
 
-/// Gives what a test says as the values of a property, on any object.
+/// Returns what a test sets as the values of a property, for any object.
 class SaidValues final : public PropertyStorageIntf, public ReferenceCountingImpl {
 public:
     explicit SaidValues(std::function<Values()> values) : fValues(std::move(values)) {}
@@ -50,7 +50,7 @@ Values sequenceOf(std::vector<ImmutableObject> const & elements) {
     return made;
 }
 
-/// Which element carries a value's class, and what the first cell says, are matters of taste.
+/// The page without what is a matter of taste: which element carries a value's class, and what the first cell says.
 std::string withoutTaste(std::string text) {
     for (std::size_t at = 0; (at = text.find(R"(<td class="metatype">)", at)) != std::string::npos; ++at) {
         std::size_t const from = text.find('>', at) + 1;
@@ -100,7 +100,7 @@ struct HTMLPrinterTest : OpenModelFixture {
         made.setName(name);
         return made;
     }
-    /// An instance of a stereotype, of which a test says all properties.
+    /// An instance of a stereotype whose properties a test adds by `say`.
     StereotypeObject mark(std::string const & name = "Mark") {
         stereotype = factory.createStereotype();
         stereotype.setName(name);
@@ -342,12 +342,10 @@ TEST_F(HTMLPrinterTest, PrintsManyLevelsAndNeedsNoStackForThem) {
 }
 
 /// Calls each operation that makes a tag, in the place of the style sheet.
-class TagPrinter : public util::HTMLPrinter {
-public:
+struct TagPrinter : util::HTMLPrinter {
     using HTMLPrinter::helperGetID;
     using HTMLPrinter::helperGetName;
 
-protected:
     void writeCss() override {
         writeStartTagWithID("a", "i", "c");
         writeStartTagWithID("a", "i", "");

@@ -8,14 +8,14 @@
 namespace ZEL::tests {
 namespace {
 
-/// All below the root.
+/// All objects below the root.
 std::vector<ImmutableClassObject> contentOf(ImmutableClassObject const & root) {
     std::vector<ImmutableClassObject> found = objectsIn(root);
     found.erase(found.begin());
     return found;
 }
 
-/// Shows what is for derived classes.
+/// Makes public what is for derived classes.
 struct Generator : RandomModelGenerator {
     using RandomModelGenerator::createCompositionAssociationMetaPropertyVectors;
     using RandomModelGenerator::createRandomModelComposition;

@@ -16,7 +16,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-/// What a report tells: "skipped other 2".
+/// The entries of a report: "skipped other 2".
 inline std::vector<std::string> linesOf(ReadReport const & report) {
     std::vector<std::string> lines;
     auto const add = [&lines](std::string const & what, ReadReport::Counts const & counts) {

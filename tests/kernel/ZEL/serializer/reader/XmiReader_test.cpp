@@ -120,7 +120,7 @@ TEST_F(LeavingOut, TellsOfClassesThatCannotBeMadeOrMayNotStandThere) {
         {"skipped packagedElement of type ZEL:Classifier 1", "skipped packagedElement of type ZEL:Comment 1",
          "skipped packagedElement of type ZEL:Nonsense 2", "skipped packagedElement of type x:Class 1",
          "inside name 1"});
-    // With a link to it.
+    // The same with a link to what is left out.
     expectRead(
         model(element("Comment", 6) + "<ownedComment xmi:type='ZEL:Comment' annotatedElement='@6'/>" + a), {"A"},
         {"Type PackageableElement of property packagedElement on top doesn't match type Comment of value [noname]",
@@ -228,7 +228,7 @@ TEST_F(Reading, TakesNoUuidFromIdsAfterABlockOfAnotherTool) {
 // --- links -------------------------------------------------------------------------------------------------------------
 
 TEST_F(Reading, KeepsTheOrderOfBothEndsOfALink) {
-    // Each class lists the others against the order in which they are met.
+    // Each class lists the others in the reverse of the order in which they are read.
     MetaModel const model = readModel(
         element("Class", 3, "name='A' subClass='@6 @5'") + element("Class", 4, "name='B' subClass='@5 @6'") +
         element("Class", 5, "name='C' superClass='@4 @3'") + element("Class", 6, "name='D' superClass='@3 @4'"));
@@ -372,7 +372,7 @@ TEST_F(ReadingSeveralFiles, FailsAsAWholeIfOneIsMissingUnlessTold) {
 }
 
 TEST_F(ReadingSeveralFiles, GoesOnWithoutAFileThatBreaksInItsMiddleIfTold) {
-    // Behind the place where it breaks, links of this file and into it are open, and those of others are not.
+    // Where it breaks, links from this file and into it are still to be resolved, and links between others are not.
     std::string const link = "<superClass xmi:type='ZEL:Class' href='";
     file("third.xmi", document(model("<packagedElement xmi:type='ZEL:Class' xmi:id='_zel_t_3' name='T3'/>", "t")));
     file("broken.xmi", document(other(link + "third.xmi#_zel_t_3'/>" + link + "in.xmi#@5'/><secret:token/>")));

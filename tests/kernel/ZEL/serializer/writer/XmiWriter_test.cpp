@@ -25,7 +25,7 @@ struct XmiWriterTest : testing::Test {
         std::string const withIds = std::regex_replace(text, std::regex("@1"), std::string("_zel_") + kUuid);
         return std::regex_replace(withIds, std::regex("@2"), "file://" + path);
     }
-    /// The file that the model is written to.
+    /// The text of the file to which the model is written.
     std::string written() {
         EXPECT_TRUE(writer.write(path, model));
         return folder.content("m.xmi");

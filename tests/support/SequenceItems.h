@@ -16,7 +16,7 @@
 
 namespace ZEL::tests {
 
-/// What stands in the sequences of the tests. It lives as long as its owner; its count only counts.
+/// What stands in the sequences of the tests. It lives as long as its owner, whatever its count.
 class ItemIntf : public virtual NSInterface::ClassObjectOperations {
 public:
     static ClassInfo const & classInfo() { return classInfoOf<ItemIntf>(); }

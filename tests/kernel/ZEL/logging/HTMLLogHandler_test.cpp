@@ -1,6 +1,6 @@
 #include "host/TemporaryFolder.h"
-#include "kernel/ZEL/tools/PageText.h"
 #include "support/ExpectRaises.h"
+#include "support/Texts.h"
 
 #include <ZEL/logging/HTMLLogFormatter.h>
 #include <ZEL/logging/HTMLLogHandler.h>

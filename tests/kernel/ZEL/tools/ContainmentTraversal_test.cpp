@@ -1,5 +1,5 @@
-#include "support/Texts.h"
 #include "kernel/ZEL/tools/TestModel.h"
+#include "support/Texts.h"
 
 #include <pthread.h>
 

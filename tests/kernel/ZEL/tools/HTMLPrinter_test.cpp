@@ -3,7 +3,7 @@
 #include "kernel/ZEL/metamodel/ModelFixture.h"
 #include "kernel/ZEL/metamodel/StereotypeInstances.h"
 #include "kernel/ZEL/tools/BareObjects.h"
-#include "kernel/ZEL/tools/PageText.h"
+#include "support/Texts.h"
 
 #include <ZEL/logging/HTMLLogFormatter.h>
 #include <ZEL/metamodel/PropertyStorage.h>

@@ -24,13 +24,13 @@ namespace NSInterface {
 /// Interface of all instances of metaclasses: reflective access, identity, containment. `ClassObjectOperations`, higher
 /// up, implements it for all of them.
 ///
-/// Of the operations on an association end, `setP` and `removeP` keep both ends in step; the `Only` and
+/// Among the operations on an association end, `setP` and `removeP` keep both ends in step; the `Only` and
 /// `WithoutAssociation` forms touch this end alone.
 class ZEL_API ClassObjectIntf : public virtual ObjectIntf {
 public:
     static CooperativeVisitor::internal::ClassInfo const & classInfo();
-    /// The part of an object of a derived interface that is of this one; null of null. No check is made at run time:
-    /// for an object of which only a base is known there is `cast`.
+    /// The part of an object of a derived interface that is of this one; null for null. Nothing is checked at run
+    /// time: `cast` is for an object of which only a base is known.
     static ClassObjectIntf * upcast_helper(ClassObjectIntf * object) noexcept { return object; }
     static ClassObjectIntf const * upcast_helper(ClassObjectIntf const * object) noexcept { return object; }
 
@@ -117,13 +117,13 @@ public:
     [[nodiscard]] virtual String getSiid(Deviant deviant) const = 0;
 
     // --- for the kernel's own use ----------------------------------------------------------------------------------
-    /// The container's body in the deviant, null if there is none. Throws as a read.
+    /// The container's body in the deviant, null if there is none. Throws as every read does.
     [[nodiscard]] virtual ClassObjectIntf const * internal_container(Deviant) const { return nullptr; }
     /// Puts `state` in the root deviant and returns what stood there, which then belongs to the caller. A body that has
     /// no such place returns `state`; one with an `internal_body` has.
     [[nodiscard]] virtual ObjectIntf * internal_exchangeRootState(ObjectIntf * state) noexcept { return state; }
-    /// Told of every element that enters a stored property. An element of another model must be kept alive: the storage
-    /// itself counts none of its elements.
+    /// Called for every element that enters a stored property. An element of another model must be kept alive: the
+    /// storage itself counts none of its elements.
     virtual void internal_noteElement(ObjectIntf *) const {}
     /// "'ZEL.Comment' [id = 2 ]": class and number, as all texts name an object. Throws if the class is not known and
     /// `orElse` says so.

@@ -87,7 +87,7 @@ public:
     [[nodiscard]] StateMap const * getObjectsDeviatingFromRoot() const noexcept;
     /// Fails on the null deviant: "getModel on null deviant".
     template <class M = Model> [[nodiscard]] M getModel() const { return M(internal_model(), *this); }
-    /// Whether the model has gone, and all that the deviant said of its objects with it. False for the null deviant.
+    /// Whether the model has gone. False for the null deviant.
     [[nodiscard]] bool hasModelBeenDestroyed() const noexcept {
         return fIdentity != nullptr && fIdentity->modelDestroyed;
     }
@@ -119,14 +119,14 @@ public:
     void beginTransaction(std::string const & name = std::string()) const;
     /// Ends the innermost begin; the outermost end commits: modifiers, validators, observers, then the undo stack.
     /// An empty change set calls no listener and leaves no entry. A refusing validator cancels and returns normally:
-    /// `getRefusingListener` tells of it.
+    /// `getRefusingListener` returns it.
     /// An exception of a listener passes through; the depth stays 1 (modifier, validator) or is 0 already (observer).
     /// Fails with "transaction not started" at depth 0.
     void commitTransaction() const;
     /// Puts all old states back and ends every nesting level. Nothing at depth 0. Fails without undo stack.
     void cancelTransaction() const;
-    /// Why the last commit has kept nothing: the validator that refused it, or the listener that cancelled while it was
-    /// called. Null if it went through, and again from the next outermost `beginTransaction` on; null for the null
+    /// Who made the last commit keep nothing: the validator that refused it, or the listener that cancelled while it
+    /// was called. Null if it went through, and again from the next outermost `beginTransaction` on; null for the null
     /// deviant. The listener is the client's: it may have ended since.
     [[nodiscard]] ListenerBase * getRefusingListener() const noexcept;
     [[nodiscard]] bool isWithinTransaction() const noexcept {

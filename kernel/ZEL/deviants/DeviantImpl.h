@@ -43,7 +43,7 @@ public:
 
     /// The deviant's own states. Empty in the root, whose states are in the bodies.
     [[nodiscard]] StateMap & states() noexcept { return fStates; }
-    /// What is said of the object here; a view says what its maps do.
+    /// The state stored for the object here, or null; a view looks in its two maps.
     [[nodiscard]] StateMap::State stateOf(StateMap::Key object) const noexcept {
         StateMap::State const state = fReadMap->get(object);
         return state != nullptr || fFallbackReadMap == nullptr ? state : fFallbackReadMap->get(object);
@@ -52,9 +52,9 @@ public:
     [[nodiscard]] OpenTransaction const & transaction() const noexcept { return fTransaction; }
     [[nodiscard]] Listeners & listeners() noexcept { return fListeners; }
     [[nodiscard]] Phases & phases() noexcept { return fPhases; }
-    /// As observers see it: without the commit, undo or redo that they are told of.
+    /// As observers see it: without the commit, undo or redo whose observers are running.
     [[nodiscard]] History const & history() const noexcept { return fHistory; }
-    /// To work on: with that step, which ends now.
+    /// For changes: that step is finished first.
     [[nodiscard]] History & settledHistory() noexcept;
     /// Whether a write must save the state before it.
     [[nodiscard]] bool savesOldStates() const noexcept { return fHistory.isOn() && fTransaction.isOpen(); }
@@ -85,9 +85,9 @@ private:
     void isolateOtherDeviants();
     /// Drops the markers of those objects of `touched` that follow the root, so that they take no room.
     void dropFollowers(StateMap const & touched) noexcept;
-    /// Makes the objects of the entry what it says, with the states that they leave among the saved ones.
+    /// Gives the objects of the entry its states; the states that they leave go among the saved ones.
     void changePlaces(ChangeSet & entry, History::Direction direction, Deviant view);
-    /// Makes objects and entry what they were, however far `changePlaces` has come.
+    /// Reverses `changePlaces`, however far it has come.
     void changePlacesBack(ChangeSet & entry) noexcept;
 
     DeviantIdentity & fIdentity; ///< never freed; carries id and name

@@ -15,7 +15,7 @@ class History {
 public:
     enum class Direction { Undo, Redo };
 
-    /// `isKept`: only the root's is. Another one counts levels and holds no entry.
+    /// `isKept` is true for the root alone: the history of another deviant counts levels and keeps no entries.
     History(Phases & phases, StateMap::Key model, bool isKept) noexcept;
 
     [[nodiscard]] std::int32_t undoLength() const noexcept { return fDivider; }
@@ -41,11 +41,11 @@ public:
     /// The record of a commit. What could have been redone goes, and a new level begins.
     void push(std::unique_ptr<ChangeSet> record) noexcept;
 
-    /// The next entry in this direction is being run, which ends in one of the other two. An undo moves the divider at
-    /// its beginning, a redo at its end.
+    /// Begins to run the next entry in this direction; one of the two operations below ends it. An undo moves the
+    /// divider at its beginning, a redo at its end.
     void beginReplay(Direction direction) noexcept { fDivider -= direction == Direction::Undo ? 1 : 0; }
     void abandonReplay(ChangeSet const & entry, Direction direction) noexcept;
-    /// Exchanges the levels. Nothing if the entry has left the divider meanwhile.
+    /// Exchanges the levels; does nothing if the entry has left the divider meanwhile.
     void finishReplay(ChangeSet & entry, Direction direction) noexcept;
 
 private:

@@ -35,15 +35,15 @@ struct SeenObject {
 /// Interface of everything a model consists of: bodies of class objects, their states, boxed values.
 ///
 /// Every operation takes the deviant first. The operations below are the protocol between bodies, states and deviants;
-/// the defaults of this class do nothing and return null, which is what a state object answers. Bases are shared
+/// the defaults here do nothing and return null, as a state does. Bases are shared
 /// (virtual) throughout the interface layer, so each object has one address per interface and one count. The deviants
 /// know objects by this interface and `ClassObjectIntf` alone. Operations that answer in handles of the metamodel are
 /// templates: they are made where they are called, and there the handle's class is known.
 class ZEL_API ObjectIntf : public virtual ReferenceCountingIntf {
 public:
     static CooperativeVisitor::internal::ClassInfo const & classInfo();
-    /// The part of an object of a derived interface that is of this one; null of null. No check is made at run time:
-    /// for an object of which only a base is known there is `cast`.
+    /// The part of an object of a derived interface that is of this one; null for null. Nothing is checked at run
+    /// time: `cast` is for an object of which only a base is known.
     static ObjectIntf * upcast_helper(ObjectIntf * object) noexcept { return object; }
     static ObjectIntf const * upcast_helper(ObjectIntf const * object) noexcept { return object; }
 
@@ -53,7 +53,7 @@ public:
     /// First pass of `clone`: makes the copies of this object and all it contains, with their plain values.
     virtual void internal_cloneContents(Deviant, internal::CloneMap &) {}
     /// A copy of this object and all it contains in the model that `target` is, or belongs to; unparented there. Null
-    /// of what is no object of a class.
+    /// for anything that is not an object of a class.
     template <class Copy = ClassObject> [[nodiscard]] Copy clone(Deviant deviant, Copy const & target);
     /// First pass of `destroy`: takes this object and all it contains off the ends that others hold of them.
     virtual void internal_unlinkForDestroy(Deviant) {}
@@ -100,7 +100,7 @@ public:
     [[nodiscard]] virtual ObjectIntf * getReadDeviant(Deviant) const { return nullptr; }
     /// The state to write in the deviant, made and saved as needed. Throws also when no transaction is open.
     [[nodiscard]] virtual ObjectIntf * getWriteDeviant(Deviant) const { return nullptr; }
-    /// Null of what is no object of a class.
+    /// Null for anything that is not an object of a class.
     template <class Class = ImmutableClass> [[nodiscard]] Class getMetaClass(Deviant deviant) const;
 
     // --- for the kernel's own use ----------------------------------------------------------------------------------

@@ -7,7 +7,7 @@
 
 namespace ZEL::internal {
 
-/// The value that a metamodel's text stands for. Throws what the type says of a text that is none of its values.
+/// The value that a metamodel's text stands for. Throws the text of the type for one that stands for none.
 [[nodiscard]] ZEL_API HASP::any defaultValueOf(HASP::TypeInfo const & type, char const * text);
 
 /// The initial value of a property whose type `V` is written by hand, so that its constants are not known when classes

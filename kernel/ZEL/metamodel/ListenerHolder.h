@@ -13,8 +13,8 @@ namespace ZEL {
 ///
 /// `L` derives from `ListenerBase` and declares those of `modifyOnCommit`, `validateOnCommit` and `observeChanges`
 /// that it wants to answer. A holder is made for one deviant and one role and belongs to the deviant from its
-/// registration on; the listener stays the client's. It is told of all changed objects, or, after `handleOnly<I>()`,
-/// of those of the named interfaces only; with nothing to tell it is called all the same, with an empty report.
+/// registration on; the listener stays the client's. It is shown all changed objects, or, after `handleOnly<I>()`,
+/// those of the named interfaces only; with nothing to tell it is called all the same, with an empty report.
 ///
 ///     class Printer : public ListenerBase {
 ///     public:

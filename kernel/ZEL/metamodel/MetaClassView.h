@@ -15,7 +15,7 @@
 
 namespace ZEL::internal {
 
-/// What a metamodel says of one property, read from it once. Here alone properties are known by their names.
+/// What a metamodel says about one property, read from it once. Here alone properties are known by their names.
 struct ZEL_API PropertyView {
     /// What the kernel itself takes the property for.
     enum class Role : std::uint8_t {
@@ -57,10 +57,11 @@ struct ZEL_API PropertyView {
     [[nodiscard]] bool isPart() const noexcept { return isComposite && !isDerived; }
 };
 
-/// What a metamodel says of one class, with all its properties in their order: its own first, then the inherited ones.
+/// What a metamodel says about one class, with all its properties in their order: its own first, then the inherited
+/// ones.
 ///
-/// Made at the first question, and kept as long as nobody writes to a metamodel that it was read from, or ends it. Who
-/// holds a view may go on reading it; it says what was so then.
+/// Made at the first question, and kept until a metamodel that any view was read from is written to, or ends. Whoever
+/// holds a view may go on reading it; it describes the class as it was then.
 class ZEL_API MetaClassView {
 public:
     /// Throws "An Internal Error has occurred" for an invalid class.

@@ -37,8 +37,8 @@ using IteratorPtr = std::unique_ptr<IteratorIntf>;
 
 /// A place in a sequence without the type of its elements. Made by the sequence, owned by whoever asked for it.
 ///
-/// It need not be told of writes to the sequence, and its end is not guarded: reading there throws what the sequence
-/// throws for such an index.
+/// It stays usable when the sequence is written to. Its end is not guarded: reading there throws what the sequence
+/// throws for that index.
 class ZEL_API IteratorIntf : public InSequenceDomain<IteratorIntf> {
 public:
     /// Answer of `position` when the place is no plain number.

@@ -49,7 +49,7 @@ std::optional<std::string> LinkedFiles::follow(HASP::Uri const & reference, std:
 /// The local file that stands for the URI; empty if there is none.
 std::string LinkedFiles::locate(HASP::Uri const & file) const {
     std::string path;
-    if (!fSettings.getExternalUriResolver().empty()) {
+    if (fSettings.getExternalUriResolver()) {
         path = fSettings.getExternalUriResolver()(file.toString());
     }
     if (path.empty()) {

@@ -3,9 +3,8 @@
 #include <ZEL/Export.h>
 #include <ZEL/serializer/XmiFormat.h>
 
-#include <boost/function.hpp>
-
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -19,7 +18,7 @@ class ZEL_API XmiReaderSettings {
 public:
     /// Takes the URI of a file that a link leads to, without fragment; returns the path of the local file that stands
     /// for it, or the empty text to leave the URI to the reader.
-    using ExternalUriResolver = boost::function<std::string(std::string const & uri)>;
+    using ExternalUriResolver = std::function<std::string(std::string const & uri)>;
 
     /// Without effect: models are cached within a run and never between runs.
     [[nodiscard]] bool getCacheParsedModels() const noexcept { return fCacheParsedModels; }

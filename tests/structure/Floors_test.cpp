@@ -69,8 +69,9 @@ std::string folderOf(std::string const & path) {
 
 bool mayKnow(std::string const & folder, std::string const & other) {
     bool const isOfHost = levelOf(other) == 0U;
-    bool const isOnLibrary = folder == "interchange" || folder == "cli"; // and sees its public headers only
-    return folder == other || (levelOf(other) < levelOf(folder) && !(isOfHost && isOnLibrary));
+    bool const isOnLibrary = folder == "interchange" || folder == "cli";        // and sees its public headers only
+    bool const isAside = other == "tools" && folder.starts_with("serializer/"); // the floor of `serializer` itself
+    return folder == other || (levelOf(other) < levelOf(folder) && !(isOfHost && isOnLibrary) && !isAside);
 }
 
 /// One line `place:line: ...` per include of `text` that points upwards or aside.

@@ -38,12 +38,13 @@ Line & theLine() {
 
 /// The handler: nothing here allocates or locks.
 void show(int /*signal*/) {
+    int const formerError = errno;
     Line & line = theLine();
     auto const seconds = std::chrono::duration_cast<std::chrono::seconds>(line.clock() - line.start).count();
     if (seconds < 1) {
+        errno = formerError;
         return; // a signal that somebody else has sent
     }
-    int const formerError = errno;
     std::array<char, 600> text{};
     char * end = std::copy_n(line.text.data(), line.length, text.data());
     end = std::copy_n(" ... ", 5, end);

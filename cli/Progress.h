@@ -14,7 +14,8 @@ public:
     using Clock = std::chrono::steady_clock::time_point (*)();
 
     /// The clock is asked within the signal's handler.
-    explicit Progress(std::string const & work, Clock clock = &std::chrono::steady_clock::now);
+    explicit Progress(
+        std::string const & work, Clock clock = [] { return std::chrono::steady_clock::now(); });
     ~Progress();
     Progress(Progress const &) = delete;
     Progress & operator=(Progress const &) = delete;

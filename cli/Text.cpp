@@ -63,7 +63,11 @@ std::string escapedForHtml(std::string_view text) {
     std::string result;
     for (char const c : text) {
         std::size_t const sign = kSigns.find(c);
-        result += sign == std::string_view::npos ? std::string(1, c) : kEntities[sign];
+        if (sign == std::string_view::npos) {
+            result += c;
+        } else {
+            result += kEntities[sign];
+        }
     }
     return result;
 }

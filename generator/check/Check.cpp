@@ -157,6 +157,9 @@ void Checker::checkTypes() {
         if (Names::isKeyword(type.name.text)) {
             report(type.name, "found type", ", expected a name that is no word of C++");
         }
+        if (type.kind != TypeKind::Enumeration && !type.enumerators.empty()) {
+            report(type.name, "found enumerators on", ", expected them on enumerations only");
+        }
         if (type.kind != TypeKind::Class) {
             checkLiterals(type);
             continue;
@@ -216,7 +219,9 @@ void Checker::checkLiterals(TypeDefinition const & type) {
         }
     }
     for (auto const & [literal, name] : type.enumerators) {
-        expectOneOf(literal, "literal", literals);
+        if (type.kind == TypeKind::Enumeration) {
+            expectOneOf(literal, "literal", literals);
+        }
         expectIdentifier(name, "enumerator");
         if (Names::isKeyword(name.text)) {
             report(name, "found enumerator", ", expected a name that is no word of C++");

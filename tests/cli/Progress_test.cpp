@@ -42,14 +42,14 @@ protected:
         static_cast<void>(!::write(STDERR_FILENO, "|", 1));
         std::string text;
         std::array<char, 64> buffer{};
-        while (!text.ends_with('|')) {
+        while (text.find('|') == std::string::npos) {
             ssize_t const count = ::read(fTerminal, buffer.data(), buffer.size());
             if (count <= 0) {
                 return text + "(closed)";
             }
             text.append(buffer.data(), static_cast<std::size_t>(count));
         }
-        return text.substr(0, text.size() - 1);
+        return text.substr(0, text.find('|'));
     }
 
 private:

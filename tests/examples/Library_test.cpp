@@ -115,12 +115,28 @@ TEST_F(LibraryTest, MakesObjectsByTheNamesOfTheirClasses) {
     EXPECT_TRUE(factory.create<Loan>().isValid());
 }
 
+TEST_F(LibraryTest, EnumerationsHaveTheTextsOfTheirLiterals) {
+    EXPECT_EQ(LoanState(factory.createFromString("LoanState", "returned")), LoanState::Returned);
+    EXPECT_EQ(LoanState(factory.createFromString("library.LoanState", "running")).toString(), "running");
+    EXPECT_RAISES("Can't convert string 'lost' to an enumeration literal",
+                  factory.createFromString("LoanState", "lost"));
+    ZEL::ImmutableEnumeration const type(ZEL::TypeInfoRegistry::getMetaType("library.LoanState"));
+    EXPECT_EQ(type.getOwnedLiterals().size(), 4);
+    EXPECT_EQ(type.getOwnedLiterals().at(2).getName(), "overdue");
+}
+
 TEST_F(LibraryTest, TheMetaclassesDescribeTheDefinition) {
     ZEL::ImmutableClass const book = orlando.getMetaClass();
     EXPECT_EQ(book, Book::MetaClass());
     EXPECT_EQ(book.getQualifiedName(), "library.Book");
     EXPECT_EQ(book.getRootModel(), getMetaModel());
     EXPECT_EQ(getMetaModel().getUri(), "http://example.org/library/1.0");
+    ZEL::ImmutableProperty const copies = book.getProperty("copy");
+    EXPECT_TRUE(copies.isComposite() && copies.getUpper().isUnlimited());
+    EXPECT_EQ(copies.getOpposite(), Copy::MetaClass().getProperty("book"));
+    EXPECT_EQ(copies.getAssociation().getName(), "A_copy_book");
+    EXPECT_EQ(Copy::MetaClass().getProperty("number").getDefault(), "1");
+    EXPECT_TRUE(House::MetaClass().getProperty("holding").isDerived());
     EXPECT_FALSE(book.getProperty("reader").isValid()) << "the association's own end";
 
     // Each class has inherited properties of its own.

@@ -78,6 +78,8 @@ TEST(Check, NamesOfTypesAndLiteralsAreToldWithPlaceAndExpectation) {
          "7:24: found literal 'A' of 'E' with the C++ name 'A' of another one, expected a different one"},
         {"  E: {enumeration: [open], enumerators: {opn: Open}}\n",
          "7:42: found literal 'opn', expected open, did you mean 'open'?"},
+        {"  A: {superclasses: [Base], enumerators: {open: Open}}\n",
+         "7:3: found enumerators on 'A', expected them on enumerations only"},
         {"  E: {enumeration: [open], enumerators: {open: auto}}\n",
          "7:48: found enumerator 'auto', expected a name that is no word of C++"},
         {"  Tables: {superclasses: [Base]}\n",

@@ -2,7 +2,7 @@
 #include "host/TemporaryFolder.h"
 #include "write/Write.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <chrono>
 
@@ -79,6 +79,18 @@ TEST_F(Write, EveryUnitIsThereAndHoldsWholeClasses) {
 }
 
 TEST_F(Write, VisitorsHaveTheClassesWithInstances) {
+    std::string builtIn;
+    for (char const * const c : {"Association",      "Class",         "Comment",       "Constraint",
+                                 "DataType",         "ElementImport", "Enumeration",   "EnumerationLiteral",
+                                 "Expression",       "ExtensionEnd",  "Factory",       "MetaModel",
+                                 "OpaqueExpression", "Operation",     "Package",       "PackageImport",
+                                 "PackageMerge",     "Parameter",     "PrimitiveType", "Profile",
+                                 "Property",         "Stereotype"}) {
+        builtIn += std::string("    virtual bool visit") + c + "(Immutable" + c + " object) = 0;\n";
+    }
+    EXPECT_THAT(emitFiles(builtInFamily(), options).at("ZEL/metamodel/ImmutableVisitor.h"),
+                testing::HasSubstr("    }\n\n" + builtIn + "\nprivate:\n"));
+
     run("  Shape: {superclasses: [ZEL.Element], abstract: true}\n  Dot: {superclasses: [Shape]}\n");
     EXPECT_TRUE(holds("app/Visitor.h", "    }\n\n    virtual bool visitDot(Dot object) = 0;\n"
                                        "    virtual bool visitMaker(Maker object) = 0;\n"

@@ -23,20 +23,22 @@ namespace ZEL::internal {
 
 namespace {
 
-/// Calls `visit` for each name of an iterator or sequence over the type with the registered name "PREFIX.Name".
+/// Calls `visit` for each name of an iterator or sequence over the type with the registered name "PREFIX.Name": of a
+/// class those that write come last, of a value type they come first.
 template <class Visit> void visitCollections(std::string const & registeredName, bool isClass, Visit visit) {
+    using Affixes = std::vector<std::string>;
     std::string const prefix = registeredName.substr(0, registeredName.find('.') + 1);
     std::string const name = registeredName.substr(prefix.size());
-    for (std::string const kind : {"ImmutableIterator", "Iterator"}) {
-        visit(prefix + name + kind, &IteratorType::Create);
-        if (isClass) {
-            visit(prefix + "Immutable" + name + kind, &IteratorType::Create);
+    Affixes const elements = isClass ? Affixes{"Immutable", ""} : Affixes{""};
+    Affixes const collections = isClass ? Affixes{"Immutable", ""} : Affixes{"", "Immutable"};
+    for (std::string const & collection : collections) {
+        for (std::string const & element : elements) {
+            visit(prefix + element + name + collection + "Iterator", &IteratorType::Create);
         }
     }
-    for (std::string const kind : {"ImmutableSequenceOf", "SequenceOf"}) {
-        visit(prefix + kind + name, &SequenceType::Create);
-        if (isClass) {
-            visit(prefix + kind + "Immutable" + name, &SequenceType::Create);
+    for (std::string const & collection : collections) {
+        for (std::string const & element : elements) {
+            visit(prefix + collection + "SequenceOf" + element + name, &SequenceType::Create);
         }
     }
 }

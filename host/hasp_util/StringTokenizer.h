@@ -16,8 +16,8 @@ class HOST_API StringTokenizer {
 public:
     /// Splits at white space unless other delimiters are given.
     explicit StringTokenizer(std::string_view text, std::string_view delimiters = " \t\n\r");
-    // NOLINTNEXTLINE(bugprone-forwarding-reference-overload)
     template <std::same_as<std::string> Temporary>
+    // NOLINTNEXTLINE(bugprone-forwarding-reference-overload)
     explicit StringTokenizer(Temporary && text, std::string_view delimiters = {}) = delete;
 
     [[nodiscard]] bool hasMoreTokens() const noexcept { return fNext < fText.size(); }

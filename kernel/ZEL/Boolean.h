@@ -5,7 +5,6 @@
 #include <ZEL/values/ValueBase.h>
 
 #include <concepts>
-#include <type_traits>
 
 namespace ZEL {
 
@@ -19,8 +18,7 @@ public:
 
     constexpr Boolean() noexcept = default;
     /// A number counts as true unless it is 0; NaN counts as true. Pointers do not convert.
-    template <class N>
-    requires std::is_arithmetic_v<N>
+    template <internal::NativeNumber N>
     constexpr explicit(!std::same_as<N, bool>) Boolean(N value) noexcept : fValue(value != N(0)) {}
     template <internal::OneOf<Integer, Double> Number>
     constexpr Boolean(Number const & value) noexcept : fValue(value.getValue() != 0) {}

@@ -12,11 +12,11 @@ namespace ZEL::tests {
 inline constexpr char const * kNullRef = "Cannot access NULL ref. Use isValid() before calling methods";
 inline constexpr char const * kInternalError = "An Internal Error has occurred";
 
-/// The text of the exception that `operation` throws; "(nothing)" if it returns.
-template <class Operation> std::string raisedText(Operation operation) {
+/// The text of the exception of class `Caught` that `operation` throws; "(nothing)" if it returns.
+template <class Caught = std::exception, class Operation> std::string raisedText(Operation operation) {
     try {
         operation();
-    } catch (std::exception const & exception) {
+    } catch (Caught const & exception) {
         return exception.what();
     }
     return "(nothing)";
@@ -24,6 +24,6 @@ template <class Operation> std::string raisedText(Operation operation) {
 
 } // namespace ZEL::tests
 
-/// Holds if the expression throws an exception with just this text.
+/// Holds if the expression throws an error of the library with just this text.
 #define EXPECT_RAISES(text, expression)                                                                                \
-    EXPECT_EQ(text, ::ZEL::tests::raisedText([&] { static_cast<void>(expression); }))
+    EXPECT_EQ(text, ::ZEL::tests::raisedText<::ZEL::Exception>([&] { static_cast<void>(expression); }))

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <type_traits>
 
 namespace ZEL::internal {
 
@@ -43,5 +44,8 @@ private:
 
     Generic::SmartPtr<Record, Counting> fRecord;
 };
+
+// States are copied where nothing may fail.
+static_assert(std::is_nothrow_copy_constructible_v<TextField> && std::is_nothrow_copy_assignable_v<TextField>);
 
 } // namespace ZEL::internal

@@ -163,9 +163,10 @@ std::vector<ImmutableClass> withSuperClasses(ImmutableClass const & metaClass) {
     if (metaClass.isValid()) {
         enter(metaClass);
     }
-    for (std::size_t i = 0; i < found.size(); ++i) {
-        ImmutableClass const next = found[i];
-        next.getSuperClasses().forEach(enter);
+    std::size_t next = 0;
+    while (next < found.size()) { // it grows meanwhile
+        ImmutableClass const one = found[next++];
+        one.getSuperClasses().forEach(enter);
     }
     return found;
 }

@@ -40,10 +40,12 @@ public:
     void generic_pop_back(Deviant deviant) override;
     void generic_pop_front(Deviant deviant) override;
     void generic_push_back(Deviant deviant, Ref element) override {
-        subSequenceFor(element).generic_push_back(deviant, std::move(element));
+        SubSequence & target = subSequenceFor(element);
+        target.generic_push_back(deviant, std::move(element));
     }
     void generic_push_front(Deviant deviant, Ref element) override {
-        subSequenceFor(element).generic_push_front(deviant, std::move(element));
+        SubSequence & target = subSequenceFor(element);
+        target.generic_push_front(deviant, std::move(element));
     }
     void generic_replace(Deviant, int, Ref) override { raiseCannotModify(); }
     [[nodiscard]] bool generic_contains(Deviant deviant, Ref element) const override;

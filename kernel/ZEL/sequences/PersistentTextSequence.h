@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -56,5 +57,9 @@ private:
 
     Generic::SmartPtr<Block, Counting> fBlock;
 };
+
+// States are copied where nothing may fail.
+static_assert(std::is_nothrow_copy_constructible_v<PersistentTextSequence> &&
+              std::is_nothrow_copy_assignable_v<PersistentTextSequence>);
 
 } // namespace ZEL::internal

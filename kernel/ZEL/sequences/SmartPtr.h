@@ -16,20 +16,22 @@ template <class T, class Counting> class SmartPtr {
 public:
     SmartPtr() noexcept = default;
     explicit SmartPtr(T * object) : fObject(object) { retain(fObject); }
-    SmartPtr(SmartPtr const & other) : fObject(other.fObject) { retain(fObject); }
+    SmartPtr(SmartPtr const & other) noexcept(noexcept(Counting::retain(other.fObject))) : fObject(other.fObject) {
+        retain(fObject);
+    }
     SmartPtr(SmartPtr && other) noexcept : fObject(std::exchange(other.fObject, nullptr)) {}
     ~SmartPtr() { release(fObject); }
 
     // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the bodies are compared
-    SmartPtr & operator=(SmartPtr const & other) { return *this = other.fObject; }
+    SmartPtr & operator=(SmartPtr const & other) noexcept(kCountsWithoutThrowing<T>) { return *this = other.fObject; }
     // NOLINTNEXTLINE(performance-noexcept-move-constructor): giving up a count may throw
-    SmartPtr & operator=(SmartPtr && other) {
+    SmartPtr & operator=(SmartPtr && other) noexcept(kCountsWithoutThrowing<T>) {
         if (fObject != other.fObject) {
             release(std::exchange(fObject, std::exchange(other.fObject, nullptr)));
         }
         return *this;
     }
-    SmartPtr & operator=(T * object) {
+    SmartPtr & operator=(T * object) noexcept(kCountsWithoutThrowing<T>) {
         if (fObject != object) {
             // The new one first: giving up the old one may be what keeps the new one alive.
             retain(object);
@@ -46,6 +48,11 @@ public:
     friend bool operator==(SmartPtr const & a, SmartPtr const & b) noexcept { return a.fObject == b.fObject; }
 
 private:
+    // A template, so that it is asked for only when `Counting` is complete.
+    template <class U>
+    static constexpr bool kCountsWithoutThrowing =
+        noexcept(Counting::retain(std::declval<U *>())) && noexcept(Counting::release(std::declval<U *>()));
+
     static void retain(T * object) {
         if (object != nullptr) {
             Counting::retain(object);

@@ -31,6 +31,10 @@ template <class T> [[nodiscard]] constexpr T truncated(double value) noexcept {
 template <class T, class... Classes>
 concept OneOf = (std::same_as<T, Classes> || ...);
 
+/// A number of the language, or an enumerator that converts to one.
+template <class T>
+concept NativeNumber = std::is_arithmetic_v<T> ||(std::is_enum_v<T> && std::is_convertible_v<T, int>);
+
 /// A value class that holds a number.
 template <class T>
 concept NumberValue = requires {

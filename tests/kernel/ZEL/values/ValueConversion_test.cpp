@@ -35,6 +35,7 @@ TEST(Value, ConvertsToOtherNumbers) {
     EXPECT_EQ(1, Integer(Boolean(true)).getValue());
     EXPECT_EQ(1.0, Double(Boolean(true)).getValue());
     EXPECT_TRUE(Boolean(Integer(-3)).getValue());
+    EXPECT_TRUE(Boolean(VisibilityKind::Private).getValue());
     EXPECT_FALSE(Boolean(Integer(0)).getValue());
     EXPECT_TRUE(Boolean(Double(0.1)).getValue());
     EXPECT_FALSE(Boolean(Double(0.0)).getValue());

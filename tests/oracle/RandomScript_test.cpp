@@ -1,4 +1,5 @@
 #include "Script.h"
+#include "support/LongRuns.h"
 
 #include <gtest/gtest.h>
 
@@ -76,13 +77,7 @@ TEST_F(RandomScript, KernelShowsWhatTheNaiveModelShowsAfterEachStep) {
 /// Each has found a difference once.
 TEST_F(RandomScript, SeedsThatFailedOncePass) { runScripts(1323, kStepsOfAModel); }
 
-#ifdef ZEL_SANITIZED
-constexpr int kLongRun = 100000; // each step takes ten times as long
-#else
-constexpr int kLongRun = 400000;
-#endif
-
-TEST_F(RandomScriptLong, KernelShowsWhatTheNaiveModelShowsAfterEachStep) { runScripts(1000, kLongRun); }
+TEST_F(RandomScriptLong, KernelShowsWhatTheNaiveModelShowsAfterEachStep) { runScripts(1000, longRun(400000, 4)); }
 
 } // namespace
 } // namespace ZEL::tests::oracle

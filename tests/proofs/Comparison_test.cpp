@@ -2,6 +2,7 @@
 
 #include "Changes.h"
 #include "host/TemporaryFolder.h"
+#include "support/LongRuns.h"
 
 #include <gtest/gtest.h>
 
@@ -117,8 +118,8 @@ TEST_P(Comparison, FindsEachChangeOfOnePropertyAtItsObject) {
 }
 
 TEST_P(ComparisonLong, FindsEachChangeOfOnePropertyAtItsObject) {
-    for (unsigned int seed = 1000; seed < 1040 && !HasFailure(); ++seed) {
-        runSeed(seed);
+    for (int i = 0; i < longRun(40) && !HasFailure(); ++i) {
+        runSeed(1000U + static_cast<unsigned int>(i));
     }
 }
 

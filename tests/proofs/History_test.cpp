@@ -1,6 +1,7 @@
 // What undo and redo give back is what was there.
 
 #include "Changes.h"
+#include "support/LongRuns.h"
 
 #include <gtest/gtest.h>
 
@@ -125,8 +126,8 @@ TEST_P(History, UndoAndRedoGiveBackWhatACopyHolds) {
 }
 
 TEST_P(HistoryLong, UndoAndRedoGiveBackWhatACopyHolds) {
-    for (unsigned int seed = 1000; seed < 1300 && !HasFailure(); ++seed) {
-        runSeed(seed);
+    for (int i = 0; i < longRun(300) && !HasFailure(); ++i) {
+        runSeed(1000U + static_cast<unsigned int>(i));
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "Changes.h"
 #include "host/TemporaryFolder.h"
+#include "support/LongRuns.h"
 
 #include <gtest/gtest.h>
 
@@ -79,7 +80,9 @@ TEST_P(RoundTrip, RandomModelsAreReadEqualAndWrittenTheSameAgain) {
     EXPECT_EQ(1U, classes.count("Comment")) << "of the metamodel that others build on";
 }
 
-TEST_P(RoundTripLong, RandomModelsAreReadEqualAndWrittenTheSameAgain) { runSeeds(1000, 1599); }
+TEST_P(RoundTripLong, RandomModelsAreReadEqualAndWrittenTheSameAgain) {
+    runSeeds(1000, 1000U + static_cast<unsigned int>(longRun(600)) - 1);
+}
 
 INSTANTIATE_TEST_SUITE_P(Of, RoundTrip, testing::ValuesIn(subjects()), testing::PrintToStringParamName());
 INSTANTIATE_TEST_SUITE_P(Of, RoundTripLong, testing::ValuesIn(subjects()), testing::PrintToStringParamName());

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <ostream>
 #include <random>
 
 namespace ZEL::tests {
@@ -40,6 +41,7 @@ struct Kind {
     bool insertsAtEnd = true;
 
     [[nodiscard]] bool hides() const { return name.ends_with("HidingFilter"); }
+    friend std::ostream & operator<<(std::ostream & out, Kind const & kind) { return out << kind.name; }
 };
 
 void ignoreHook(Ref, GenericAssociationSequence::Owner const &, internal::PropertyDescriptor const *, bool) {}

@@ -1,4 +1,5 @@
 #include "kernel/ZEL/tools/TestModel.h"
+#include "support/LongRuns.h"
 #include "support/Texts.h"
 
 #include <pthread.h>
@@ -161,8 +162,8 @@ struct AtObject : ImmutableAccessVisitorEmpty {
     bool raises = false;
 };
 
-TEST(ContainmentTraversalDepth, AHundredThousandLevelsNestTrulyAndComeBack) {
-    constexpr int levels = 100000;
+TEST(ContainmentTraversalDepth, ManyLevelsNestTrulyAndComeBack) {
+    constexpr int levels = longRun(100000, 5);
     TestModel const sample;
     Package const bottom = sample.nestedPackage(levels);
     AtObject pre;

@@ -12,15 +12,45 @@ namespace ZEL::internal {
 #ifndef ZEL_SANITIZED
 namespace {
 
-struct FreeBlock {
-    FreeBlock * next;
+/// Pieces that are linked by their own members.
+class PieceList {
+public:
+    explicit constexpr PieceList(PoolPiece::Place place) noexcept : fPlace(place) {}
+
+    void push(PoolPiece & piece) noexcept {
+        piece.place = fPlace;
+        piece.previous = nullptr;
+        piece.next = fFirst;
+        if (fFirst != nullptr) {
+            fFirst->previous = &piece;
+        }
+        fFirst = &piece;
+    }
+    void remove(PoolPiece & piece) noexcept {
+        (piece.previous != nullptr ? piece.previous->next : fFirst) = piece.next;
+        if (piece.next != nullptr) {
+            piece.next->previous = piece.previous;
+        }
+        piece.place = PoolPiece::Place::Nowhere;
+    }
+    /// Null if there is none.
+    [[nodiscard]] PoolPiece * pop() noexcept {
+        PoolPiece * const piece = fFirst;
+        if (piece != nullptr) {
+            remove(*piece);
+        }
+        return piece;
+    }
+
+private:
+    PoolPiece::Place fPlace;
+    PoolPiece * fFirst = nullptr;
 };
 
-/// Blocks of one size: the freed ones, and the piece from which new ones are cut.
+/// Blocks of one size: the piece from which they are taken, and the others that have free and used ones.
 struct SizeClass {
-    FreeBlock * first = nullptr;
-    PoolPiece * piece = nullptr;
-    std::uint32_t used = 0;
+    PoolPiece * current = nullptr;
+    PieceList begun{PoolPiece::Place::Begun};
 };
 
 constexpr std::size_t kGrain = 8;
@@ -28,6 +58,7 @@ constexpr std::size_t kLargest = 512;
 constexpr std::size_t kSlab = 32 * PoolPiece::kSize;
 
 constinit std::array<SizeClass, kLargest / kGrain> sizeClasses{};
+constinit PieceList emptyPieces{PoolPiece::Place::Empty}; ///< for blocks of any size
 constinit char * slab = nullptr;
 constinit std::size_t slabRest = 0;
 
@@ -43,12 +74,29 @@ PoolPiece * newPiece(std::size_t blockSize) {
     return piece;
 }
 
-void * cutNew(SizeClass & sizeClass, std::size_t size) {
-    if (sizeClass.piece == nullptr || sizeClass.used == sizeClass.piece->blockCount()) {
-        sizeClass.piece = newPiece(size);
-        sizeClass.used = 0;
+/// An empty piece goes before one that is begun: a model is fast to read where its objects lie in the order of their
+/// making.
+void * takeFromNextPiece(SizeClass & sizeClass, std::size_t blockSize) {
+    PoolPiece * piece = emptyPieces.pop();
+    if (piece != nullptr) {
+        piece->divide(static_cast<std::uint32_t>(blockSize));
+    } else {
+        piece = sizeClass.begun.pop();
     }
-    return sizeClass.piece->block(sizeClass.used++);
+    sizeClass.current = piece != nullptr ? piece : newPiece(blockSize);
+    return sizeClass.current->take();
+}
+
+/// A piece that is not taken from just now got a block back.
+void enlist(SizeClass & sizeClass, PoolPiece & piece) noexcept {
+    if (piece.isEmpty()) {
+        if (piece.place == PoolPiece::Place::Begun) {
+            sizeClass.begun.remove(piece);
+        }
+        emptyPieces.push(piece);
+    } else if (piece.place == PoolPiece::Place::Nowhere) {
+        sizeClass.begun.push(piece);
+    }
 }
 
 } // namespace
@@ -59,11 +107,12 @@ void * takeFromPool(std::size_t size) {
     }
     std::size_t const index = (size - 1) / kGrain;
     SizeClass & sizeClass = sizeClasses[index];
-    if (FreeBlock * const block = sizeClass.first) {
-        sizeClass.first = block->next;
-        return block;
+    if (sizeClass.current != nullptr) [[likely]] {
+        if (void * const block = sizeClass.current->take()) [[likely]] {
+            return block;
+        }
     }
-    return cutNew(sizeClass, (index + 1) * kGrain);
+    return takeFromNextPiece(sizeClass, (index + 1) * kGrain);
 }
 
 void giveToPool(void * memory, std::size_t size) noexcept {
@@ -75,7 +124,11 @@ void giveToPool(void * memory, std::size_t size) noexcept {
         return;
     }
     SizeClass & sizeClass = sizeClasses[(size - 1) / kGrain];
-    sizeClass.first = ::new (memory) FreeBlock{sizeClass.first};
+    PoolPiece & piece = PoolPiece::around(memory);
+    piece.giveBack(memory);
+    if (&piece != sizeClass.current) {
+        enlist(sizeClass, piece);
+    }
 }
 #else
 void * takeFromPool(std::size_t size) { return ::operator new(size); }

@@ -10,6 +10,7 @@ namespace ZEL::internal {
 /// sequences. It saves the allocator's header of each, and reuses memory quickly: a transaction and its undo allocate
 /// and free states all the time, and reading a sequence does the same with views.
 ///
+/// Objects of one size that are made one after the other lie side by side, also after other models have come and gone.
 /// Freed memory is kept for later objects and not returned to the system. Not thread-safe, like the kernel as a whole.
 /// A build with `ZEL_SANITIZED` allocates plainly, so that a use after free is found.
 [[nodiscard]] ZEL_API void * takeFromPool(std::size_t size);

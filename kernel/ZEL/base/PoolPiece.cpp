@@ -57,21 +57,28 @@ Pieces & pieces() noexcept {
 
 } // namespace
 
-PoolPiece::PoolPiece(std::uint32_t blockSize) noexcept
-    : fBlockSize(blockSize), fReciprocal(((std::uint64_t{1} << 32) + blockSize - 1) / blockSize) {
+void PoolPiece::divide(std::uint32_t blockSize) noexcept {
+    assert(isEmpty());
+    if (fBlockSize == blockSize) {
+        return;
+    }
+    fBlockSize = blockSize;
+    fReciprocal = ((std::uint64_t{1} << 32) + blockSize - 1) / blockSize;
     constexpr std::size_t kAlignment = 16;
     std::size_t const room = kSize - sizeof(PoolPiece) - kAlignment;
     fBlockCount = static_cast<std::uint32_t>(room / (blockSize + sizeof(std::uint32_t)));
     std::size_t const begin = sizeof(PoolPiece) + fBlockCount * sizeof(std::uint32_t);
     fBlocks = reinterpret_cast<char *>(this) + (begin + kAlignment - 1) / kAlignment * kAlignment;
+    fInSection.clear();
+    for (std::uint32_t i = 0; i < fBlockCount; ++i) {
+        number(i) = 0;
+    }
 }
 
 PoolPiece * PoolPiece::make(void * memory, std::uint32_t blockSize) {
     assert(reinterpret_cast<std::uintptr_t>(memory) % kSize == 0);
-    auto * const piece = ::new (memory) PoolPiece(blockSize);
-    for (std::uint32_t i = 0; i < piece->fBlockCount; ++i) {
-        piece->number(i) = 0;
-    }
+    auto * const piece = ::new (memory) PoolPiece;
+    piece->divide(blockSize);
     pieces().add(piece);
     return piece;
 }

@@ -6,6 +6,7 @@
 #include <ZEL/base/ObjectPool.h>
 #include <ZEL/base/ReferenceCountingImpl.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <iterator>
@@ -14,6 +15,7 @@
 #include <random>
 #include <set>
 #include <sstream>
+#include <vector>
 
 namespace ZEL::tests {
 namespace {
@@ -234,6 +236,35 @@ TEST(LiveObjectTable, AgreesWithAMapUnderRandomWork) {
     EXPECT_EQ(0u, table.size());
     for (std::size_t i = 0; i < kPlaces / 4; ++i) {
         internal::giveToPool(places[kPlaces + i], sizeOf(i));
+    }
+}
+
+TEST(ObjectPool, PlacesNewObjectsInOrderWhereAModelHasGone) {
+#ifdef ZEL_SANITIZED
+    GTEST_SKIP() << "each object is allocated on its own";
+#endif
+    constexpr std::size_t kBlocks = 100'000;
+    std::mt19937 random(1);
+    auto const takeAll = [](std::size_t size) {
+        std::vector<char *> blocks(kBlocks);
+        for (char *& block : blocks) {
+            block = static_cast<char *>(internal::takeFromPool(size));
+        }
+        return blocks;
+    };
+    for (std::size_t const size : {40, 40, 104, 504, 40}) { // the memory of one size serves the others
+        SCOPED_TRACE(size);
+        std::vector<char *> blocks = takeAll(size);
+        std::size_t neighbours = 0;
+        for (std::size_t i = 1; i < kBlocks; ++i) {
+            neighbours += blocks[i] == blocks[i - 1] + size ? 1 : 0;
+        }
+        EXPECT_GT(neighbours, kBlocks * 95 / 100);
+        EXPECT_EQ(kBlocks, std::set<char *>(blocks.begin(), blocks.end()).size());
+        std::shuffle(blocks.begin(), blocks.end(), random);
+        for (char * const block : blocks) {
+            internal::giveToPool(block, size);
+        }
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include <ZEL/Export.h>
 #include <ZEL/String.h>
-#include <ZEL/sequences/SmartPtr.h>
+#include <ZEL/base/SmartPtr.h>
 
 #include <cstdint>
 #include <string_view>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <ZEL/Export.h>
-#include <ZEL/sequences/SmartPtr.h>
+#include <ZEL/base/SmartPtr.h>
 
 #include <cstddef>
 #include <cstdint>

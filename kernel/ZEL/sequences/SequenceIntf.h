@@ -1,9 +1,9 @@
 #pragma once
 
+#include <ZEL/base/SmartPtr.h>
 #include <ZEL/deviants/Deviant.h>
 #include <ZEL/sequences/IteratorIntf.h>
 #include <ZEL/sequences/Ref.h>
-#include <ZEL/sequences/SmartPtr.h>
 
 namespace ZEL::Generic {
 

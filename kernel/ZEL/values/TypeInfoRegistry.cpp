@@ -2,12 +2,34 @@
 #include <ZEL/values/Object.h>
 #include <ZEL/values/TypeInfoRegistry.h>
 
+#include <utility>
+
 namespace ZEL {
+
+namespace {
+
+/// By name, of the registered types that have been asked for. Never freed: metamodels end after the statics of this
+/// library.
+std::map<std::string, internal::BoxedTypePtr> & boxedTypes() {
+    static auto & types = *new std::map<std::string, internal::BoxedTypePtr>;
+    return types;
+}
+
+std::uint64_t currentGeneration = 1;
+
+/// To be called when what is registered under the name has changed.
+void forget(std::string const & name) {
+    ++currentGeneration;
+    boxedTypes().erase(name);
+}
+
+} // namespace
 
 void TypeInfoRegistry::registerTypeInfo(std::string const & name, HASP::TypeInfo const & info) {
     if (!getTypeInfoMap().emplace(name, info).second) {
         raiseAnInternalError();
     }
+    forget(name);
 }
 
 void TypeInfoRegistry::registerMetaType(std::string const & name, HASP::TypeInfo const & info,
@@ -17,11 +39,16 @@ void TypeInfoRegistry::registerMetaType(std::string const & name, HASP::TypeInfo
         raiseAnInternalError();
     }
     getMetaTypeMap().insert_or_assign(name, type);
+    forget(name);
 }
 
-void TypeInfoRegistry::unregisterTypeInfo(std::string const & name) { getTypeInfoMap().erase(name); }
+void TypeInfoRegistry::unregisterTypeInfo(std::string const & name) {
+    forget(name);
+    getTypeInfoMap().erase(name);
+}
 
 void TypeInfoRegistry::unregisterMetaType(std::string const & name) {
+    forget(name);
     getMetaTypeMap().erase(name);
     getTypeInfoMap().erase(name);
 }
@@ -47,6 +74,21 @@ ImmutableObject TypeInfoRegistry::getMetaTypeObject(std::string const & name) {
     auto const found = types.find(name);
     return found == types.end() ? ImmutableObject() : found->second;
 }
+
+internal::BoxedType * TypeInfoRegistry::findBoxedType(std::string const & name) {
+    auto const found = boxedTypes().find(name);
+    if (found != boxedTypes().end()) {
+        return found->second.get();
+    }
+    HASP::TypeInfo const * const info = findTypeInfo(name);
+    if (info == nullptr) {
+        return nullptr;
+    }
+    internal::BoxedTypePtr type(new internal::BoxedType(*info, getMetaTypeObject(name)));
+    return boxedTypes().emplace(name, std::move(type)).first->second.get();
+}
+
+std::uint64_t TypeInfoRegistry::generation() noexcept { return currentGeneration; }
 
 std::map<std::string, HASP::TypeInfo> & TypeInfoRegistry::getTypeInfoMap() {
     static std::map<std::string, HASP::TypeInfo> types;

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <ZEL/Export.h>
+#include <ZEL/values/BoxedType.h>
 #include <ZEL/values/Object.h>
 
 #include <hasp_util/TypeInfo.h>
 
+#include <cstdint>
 #include <map>
 #include <string>
 
@@ -43,6 +45,11 @@ public:
     [[nodiscard]] static HASP::TypeInfo const * findTypeInfo(std::string const & name);
     /// `getMetaType` as the most general handle.
     [[nodiscard]] static ImmutableObject getMetaTypeObject(std::string const & name);
+    /// What is made of both at the first question; null if the name is unknown. Good until it is unregistered, for who
+    /// holds no count.
+    [[nodiscard]] static internal::BoxedType * findBoxedType(std::string const & name);
+    /// Another number after each change of what is registered, never 0: as long as it stays, so do the answers.
+    [[nodiscard]] static std::uint64_t generation() noexcept;
 
 private:
     static std::map<std::string, HASP::TypeInfo> & getTypeInfoMap();

@@ -1,7 +1,9 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/values/TypeInfoRegistry.h>
 #include <ZEL/values/ValueBase.h>
-#include <ZEL/values/ValueObjectFactory.h>
+#include <ZEL/values/ValueObjectImpl.h>
+
+#include <utility>
 
 namespace ZEL::internal {
 
@@ -14,12 +16,21 @@ HASP::any const & boxedAny(ImmutableValueObject const & object) {
 }
 
 HASP::any const & boxedAny(ImmutableObject const & object) {
-    // The caller's handle keeps the body, and with it the value, beyond this one.
-    return boxedAny(ImmutableValueObject(object));
+    NSInterface::ObjectIntf const * const body = object.getImplementationWithoutAssert();
+    void const * const value = body == nullptr ? nullptr : body->cast(NSInterface::ValueObjectIntf::classInfo());
+    if (value == nullptr) {
+        raiseAnInternalError();
+    }
+    return static_cast<NSInterface::ValueObjectIntf const *>(value)->getAny();
 }
 
-ValueObject box(std::string const & typeName, HASP::any const & value) {
-    return ValueObjectFactory::create(typeName, value);
+NSInterface::ValueObjectIntf * box(BoxedTypeMemory & memory, HASP::any && value) {
+    if (memory.generation != TypeInfoRegistry::generation()) [[unlikely]] {
+        memory.type = TypeInfoRegistry::findBoxedType(memory.typeName());
+        memory.generation = TypeInfoRegistry::generation();
+    }
+    return memory.type == nullptr ? nullptr
+                                  : new NSImplementation::ValueObjectImpl(BoxedTypePtr(memory.type), std::move(value));
 }
 
 ImmutableObject metaDataType(std::string const & typeName) { return TypeInfoRegistry::getMetaTypeObject(typeName); }

@@ -6,7 +6,9 @@
 #include <hasp_util/TypeInfo.h>
 #include <hasp_util/any.h>
 
+#include <cstdint>
 #include <string>
+#include <utility>
 
 namespace ZEL {
 
@@ -14,13 +16,22 @@ class ImmutableDataType;
 
 namespace internal {
 
+class BoxedType;
+
 /// The boxed value; both throw "An Internal Error has occurred" on a null handle, the second also on an object that is
 /// no value.
 [[nodiscard]] ZEL_API HASP::any const & boxedAny(ImmutableValueObject const & object);
 [[nodiscard]] ZEL_API HASP::any const & boxedAny(ImmutableObject const & object);
 
-/// A new value object; null if `typeName` is not registered.
-[[nodiscard]] ZEL_API ValueObject box(std::string const & typeName, HASP::any const & value);
+/// Where a value class remembers what its boxed values share.
+struct BoxedTypeMemory {
+    std::string (*typeName)();
+    BoxedType * type = nullptr;   ///< null if the name is not registered
+    std::uint64_t generation = 0; ///< that of the registry when it was asked
+};
+
+/// A new value object without a count, which the first handle takes; null if the type is not registered.
+[[nodiscard]] ZEL_API NSInterface::ValueObjectIntf * box(BoxedTypeMemory & memory, HASP::any && value);
 
 /// The data type object registered under the name, null if there is none.
 [[nodiscard]] ZEL_API ImmutableObject metaDataType(std::string const & typeName);
@@ -48,17 +59,23 @@ public:
         return MetaDataType<DataType>();
     }
 
-    /// A new object on the heap that holds a copy.
-    operator ValueObject() const {
-        return internal::box(Derived::getTypeName(), HASP::any(static_cast<Derived const &>(*this)));
-    }
-    operator Object() const { return Object(operator ValueObject()); }
+    /// A new object that holds a copy; null as long as the type is not registered. A value that ends is moved.
+    operator ValueObject() const & { return ValueObject(boxed(static_cast<Derived const &>(*this)), Deviant()); }
+    operator ValueObject() && { return ValueObject(boxed(static_cast<Derived &&>(*this)), Deviant()); }
+    operator Object() const & { return Object(boxed(static_cast<Derived const &>(*this)), Deviant()); }
+    operator Object() && { return Object(boxed(static_cast<Derived &&>(*this)), Deviant()); }
 
 protected:
     ValueBase() noexcept = default;
     ~ValueBase() = default;
     ValueBase(ValueBase const &) noexcept = default;
     ValueBase & operator=(ValueBase const &) noexcept = default;
+
+private:
+    static NSInterface::ValueObjectIntf * boxed(HASP::any && value) {
+        static constinit internal::BoxedTypeMemory memory{[] { return std::string(Derived::getTypeName()); }};
+        return internal::box(memory, std::move(value));
+    }
 };
 
 } // namespace ZEL

@@ -11,35 +11,34 @@ namespace ZEL {
 
 namespace {
 
-ValueObject make(std::string const & typeName, HASP::TypeInfo const & type, HASP::any value) {
-    return ValueObject(
-        new NSImplementation::ValueObjectImpl(type, TypeInfoRegistry::getMetaTypeObject(typeName), std::move(value)),
-        Deviant());
+ValueObject make(internal::BoxedType & type, HASP::any && value) {
+    return ValueObject(new NSImplementation::ValueObjectImpl(internal::BoxedTypePtr(&type), std::move(value)),
+                       Deviant());
 }
 
 } // namespace
 
 ValueObject ValueObjectFactory::create(std::string const & typeName) {
-    HASP::TypeInfo const * const type = TypeInfoRegistry::findTypeInfo(typeName);
-    return type == nullptr ? ValueObject() : make(typeName, *type, type->defaultConstruct());
+    internal::BoxedType * const type = TypeInfoRegistry::findBoxedType(typeName);
+    return type == nullptr ? ValueObject() : make(*type, type->typeInfo.defaultConstruct());
 }
 
 ValueObject ValueObjectFactory::create(std::string const & typeName, HASP::any const & value) {
-    HASP::TypeInfo const * const type = TypeInfoRegistry::findTypeInfo(typeName);
-    return type == nullptr ? ValueObject() : make(typeName, *type, value);
+    internal::BoxedType * const type = TypeInfoRegistry::findBoxedType(typeName);
+    return type == nullptr ? ValueObject() : make(*type, HASP::any(value));
 }
 
 ValueObject ValueObjectFactory::createFromString(std::string const & typeName, std::string const & text) {
-    HASP::TypeInfo const * const type = TypeInfoRegistry::findTypeInfo(typeName);
+    internal::BoxedType * const type = TypeInfoRegistry::findBoxedType(typeName);
     if (type == nullptr) {
         return ValueObject();
     }
     HASP::ErrorHolder errors;
-    HASP::any value = type->convertFromString(text, errors);
+    HASP::any value = type->typeInfo.convertFromString(text, errors);
     if (errors.hasError()) {
         raiseInternalError(errors.getMessage());
     }
-    return make(typeName, *type, std::move(value));
+    return make(*type, std::move(value));
 }
 
 bool ValueObjectFactory::isValueObjectType(std::string const & typeName) { return TypeInfoRegistry::hasType(typeName); }

@@ -29,14 +29,18 @@ CooperativeVisitor::internal::CastTable const & casts() {
 
 } // namespace
 
+ValueObjectImpl::ValueObjectImpl(internal::BoxedTypePtr type, HASP::any && value)
+    : fType(std::move(type)), fValue(std::move(value)) {}
+
 ValueObjectImpl::ValueObjectImpl(HASP::TypeInfo type, ImmutableObject metaType, HASP::any value)
-    : fType(std::move(type)), fMetaType(std::move(metaType)), fValue(std::move(value)) {}
+    : ValueObjectImpl(internal::BoxedTypePtr(new internal::BoxedType(std::move(type), std::move(metaType))),
+                      std::move(value)) {}
 
 ValueObjectImpl::~ValueObjectImpl() = default;
 
 HASP::any const & ValueObjectImpl::getAny() const { return fValue; }
 
-HASP::TypeInfo ValueObjectImpl::getTypeInfo() const { return fType; }
+HASP::TypeInfo ValueObjectImpl::getTypeInfo() const { return fType->typeInfo; }
 
 CooperativeVisitor::internal::MethodInfo
 ValueObjectImpl::getVisitMethod(CooperativeVisitor::internal::VisitTable const & table) const {
@@ -44,6 +48,10 @@ ValueObjectImpl::getVisitMethod(CooperativeVisitor::internal::VisitTable const &
 }
 
 void * ValueObjectImpl::cast(CooperativeVisitor::internal::ClassInfo const & info) const {
+    // Whoever unboxes a value asks for this one.
+    if (info == ValueObjectIntf::classInfo()) {
+        return static_cast<ValueObjectIntf *>(const_cast<ValueObjectImpl *>(this));
+    }
     return casts().cast(info, const_cast<ValueObjectImpl *>(this));
 }
 
@@ -51,19 +59,20 @@ char const * ValueObjectImpl::getOrcaName(bool immutable) const {
     return immutable ? "ZEL.ImmutableValueObject" : "ZEL.ValueObject";
 }
 
-String ValueObjectImpl::toString(Deviant) const { return String(fType.convertToString(fValue)); }
+String ValueObjectImpl::toString(Deviant) const { return String(fType->typeInfo.convertToString(fValue)); }
 
 Object ValueObjectImpl::fromString(Deviant, String const & text) {
     HASP::ErrorHolder errors;
-    HASP::any value = fType.convertFromString(text.str(), errors);
+    HASP::any value = fType->typeInfo.convertFromString(text.str(), errors);
     if (errors.hasError()) {
         raiseInternalError(errors.getMessage());
     }
-    return ValueObject(new ValueObjectImpl(fType, fMetaType, std::move(value)), Deviant());
+    return ValueObject(new ValueObjectImpl(fType, std::move(value)), Deviant());
 }
 
 NSInterface::SeenObject ValueObjectImpl::internal_metaType(Deviant) const {
-    return {fMetaType.getImplementationWithoutAssert(), fMetaType.getDeviant()};
+    ImmutableObject const & metaType = fType->metaType;
+    return {metaType.getImplementationWithoutAssert(), metaType.getDeviant()};
 }
 
 std::size_t ValueObjectImpl::getByteSize() const { return sizeof(*this); }

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <ZEL/base/ObjectPool.h>
 #include <ZEL/base/ReferenceCountingImpl.h>
-#include <ZEL/values/Object.h>
+#include <ZEL/values/BoxedType.h>
 #include <ZEL/values/ValueObjectIntf.h>
 
 namespace ZEL::NSImplementation {
@@ -11,9 +12,13 @@ namespace ZEL::NSImplementation {
 /// Made by `ValueObjectFactory` alone, and owned by its handles.
 class ZEL_API ValueObjectImpl final : public virtual NSInterface::ValueObjectIntf, public ReferenceCountingImpl {
 public:
-    /// `metaType` may be null.
+    /// A value of the type, which is not checked and not null.
+    ValueObjectImpl(internal::BoxedTypePtr type, HASP::any && value);
+    /// The same with a type of its own. `metaType` may be null.
     ValueObjectImpl(HASP::TypeInfo type, ImmutableObject metaType, HASP::any value);
     ~ValueObjectImpl() override;
+    static void * operator new(std::size_t size) { return internal::takeFromPool(size); }
+    static void operator delete(void * memory, std::size_t size) noexcept { internal::giveToPool(memory, size); }
 
     [[nodiscard]] HASP::any const & getAny() const override;
     [[nodiscard]] HASP::TypeInfo getTypeInfo() const override;
@@ -37,8 +42,7 @@ public:
     [[nodiscard]] NSInterface::ObjectIntf * getWriteDeviant(Deviant deviant) const override;
 
 private:
-    HASP::TypeInfo const fType;
-    ImmutableObject const fMetaType; ///< a `DataType`
+    internal::BoxedTypePtr const fType;
     HASP::any const fValue;
 };
 

@@ -23,24 +23,20 @@ NSInterface::ObjectIntf const * bodyOf(ImmutableObject const & object) {
 
 // --- values ----------------------------------------------------------------------------------------------------------
 
-ValueMaker::ValueMaker(std::string const & typeName) : fKeepsValues(typeName != String::getTypeName()) {
-    if (HASP::TypeInfo const * const type = TypeInfoRegistry::findTypeInfo(typeName)) {
-        fType = *type;
-        fMetaType = TypeInfoRegistry::getMetaTypeObject(typeName);
-    }
-}
+ValueMaker::ValueMaker(std::string const & typeName)
+    : fType(TypeInfoRegistry::findBoxedType(typeName)), fKeepsValues(typeName != String::getTypeName()) {}
 
 Object ValueMaker::convert(std::string const & text) const {
     HASP::ErrorHolder errors;
-    HASP::any value = fType.convertFromString(text, errors);
+    HASP::any value = fType->typeInfo.convertFromString(text, errors);
     if (errors.hasError()) {
         raiseInternalError(errors.getMessage());
     }
-    return ValueObject(new NSImplementation::ValueObjectImpl(fType, fMetaType, std::move(value)), Deviant());
+    return ValueObject(new NSImplementation::ValueObjectImpl(fType, std::move(value)), Deviant());
 }
 
 Object ValueMaker::make(std::string const & text) {
-    if (fType.isNull()) {
+    if (!fType || fType->typeInfo.isNull()) {
         return Object();
     }
     if (!fKeepsValues || text.size() > kKeptTextSize) {

@@ -2,8 +2,7 @@
 
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/serializer/QualifiedName.h>
-
-#include <hasp_util/TypeInfo.h>
+#include <ZEL/values/BoxedType.h>
 
 #include <memory>
 #include <string>
@@ -26,8 +25,7 @@ public:
 private:
     [[nodiscard]] Object convert(std::string const & text) const;
 
-    HASP::TypeInfo fType; ///< null for an unknown type
-    ImmutableObject fMetaType;
+    internal::BoxedTypePtr fType; ///< null for an unknown type
     bool fKeepsValues;
     std::unordered_map<std::string, Object> fKept;
 };

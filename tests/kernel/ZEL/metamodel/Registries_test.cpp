@@ -156,5 +156,35 @@ TEST(Registries, KnowTheDataTypeOfEachValueClass) {
     EXPECT_TRUE(Object(boxed).getMetaType() == Integer::MetaDataType());
 }
 
+/// A client's value class, whose type comes and goes.
+struct Mark : ValueBase<Mark> {
+    static std::string getTypeName() { return "tests.Mark"; }
+    friend bool operator==(Mark const &, Mark const &) { return true; }
+};
+
+TEST(Registries, LeaveABoxedValueWhatItWasMadeWith) {
+    std::string const name = Mark::getTypeName();
+    EXPECT_FALSE(ValueObject(Mark()).isValid());
+    TypeInfoRegistry::registerMetaType(name, Integer::getTypeInfo(), Integer::MetaDataType());
+    ValueObject const first = Mark();
+    TypeInfoRegistry::unregisterTypeInfo(name);
+    EXPECT_FALSE(ValueObject(Mark()).isValid());
+    EXPECT_FALSE(ValueObjectFactory::create(name, Mark()).isValid());
+
+    TypeInfoRegistry::registerTypeInfo(name, String::getTypeInfo());
+    ValueObject const second = Mark();
+    TypeInfoRegistry::unregisterMetaType(name);
+    TypeInfoRegistry::registerMetaType(name, String::getTypeInfo(), String::MetaDataType());
+    ValueObject const third = ValueObjectFactory::create(name, Mark());
+    TypeInfoRegistry::unregisterMetaType(name);
+    EXPECT_FALSE(Object(Mark()).isValid());
+
+    EXPECT_TRUE(first.getTypeInfo() == Integer::getTypeInfo());
+    EXPECT_TRUE(first.getMetaDataType() == Integer::MetaDataType());
+    EXPECT_TRUE(second.getTypeInfo() == String::getTypeInfo());
+    EXPECT_TRUE(second.getMetaDataType() == Integer::MetaDataType()) << "it stayed when the type info went";
+    EXPECT_TRUE(third.getMetaDataType() == String::MetaDataType());
+}
+
 } // namespace
 } // namespace ZEL::tests

@@ -22,10 +22,8 @@ public:
     /// A view of zero or one element; pushing on it sets the property.
     [[nodiscard]] Sequence<Object> get(ClassObject const & object) override;
     [[nodiscard]] ImmutableSequence<ImmutableObject> get(ImmutableClassObject const & object) const override;
-    [[nodiscard]] Object getOne(ClassObject const & object) override { return value<Object>(object); }
-    [[nodiscard]] ImmutableObject getOne(ImmutableClassObject const & object) const override {
-        return value<ImmutableObject>(object);
-    }
+    [[nodiscard]] Object getOne(ClassObject const & object) override { return value(object); }
+    [[nodiscard]] ImmutableObject getOne(ImmutableClassObject const & object) const override { return value(object); }
     void setOrAdd(ClassObject const & object, Object const & value) override {
         fMethods->set(object.getImplementation(), object.getDeviant(), Generic::RefTraits<Object>::toRef(value));
     }
@@ -42,10 +40,8 @@ public:
     }
 
 private:
-    template <class Handle> [[nodiscard]] Handle value(ImmutableClassObject const & object) const {
-        return has(object)
-                   ? Generic::RefTraits<Handle>::fromRef(fMethods->get(object.getImplementation(), object.getDeviant()))
-                   : Handle();
+    [[nodiscard]] Object value(ImmutableClassObject const & object) const {
+        return fMethods->getOne(object.getImplementation(), object.getDeviant());
     }
     [[nodiscard]] Generic::SequenceHandle viewOf(ImmutableClassObject const & object) const;
 

@@ -13,4 +13,15 @@ void * PropertyToSequenceMethods::part(ObjectIntf * object, bool hasMethod) cons
     return declaring;
 }
 
+Object PropertyToSequenceMethods::getOne(ObjectIntf * object, Deviant deviant) const {
+    void * const declaring = part(object, hasMember != nullptr);
+    if (!hasMember(declaring, deviant)) {
+        return Object();
+    }
+    if (getObjectMember == nullptr) {
+        raiseAnInternalError();
+    }
+    return getObjectMember(declaring, deviant);
+}
+
 } // namespace ZEL::Generic

@@ -19,6 +19,7 @@ struct ZEL_API PropertyToSequenceMethods {
     using Asker = bool (*)(void * object, Deviant deviant);
     using Remover = void (*)(void * object, Deviant deviant);
     using Getter = Ref (*)(void * object, Deviant deviant);
+    using ObjectGetter = Object (*)(void * object, Deviant deviant);
 
     Setter setMember;
     Setter setEndOnlyMember;
@@ -26,6 +27,7 @@ struct ZEL_API PropertyToSequenceMethods {
     Remover removeMember;
     Remover removeEndOnlyMember;
     Getter getMember;
+    ObjectGetter getObjectMember;
     CooperativeVisitor::internal::ClassInfo const & (*declaringClass)();
 
     void set(NSInterface::ObjectIntf * object, Deviant deviant, Ref const & value) const {
@@ -45,12 +47,14 @@ struct ZEL_API PropertyToSequenceMethods {
     [[nodiscard]] Ref get(NSInterface::ObjectIntf * object, Deviant deviant) const {
         return call(getMember, object, deviant);
     }
+    /// The value as an object, a null handle if there is none: `has`, and a `get` without a `Ref`.
+    [[nodiscard]] Object getOne(NSInterface::ObjectIntf * object, Deviant deviant) const;
 
     /// The table of a property of type `V` that interface `I` declares; `nullptr` for an operation that does not exist.
     template <class I, class V, auto Has, auto Get, auto Set, auto SetOnly, auto Remove, auto RemoveOnly>
     [[nodiscard]] static constexpr PropertyToSequenceMethods of() noexcept {
-        return {setter<I, V, Set>(),      setter<I, V, SetOnly>(), asker<I, Has>(), remover<I, Remove>(),
-                remover<I, RemoveOnly>(), getter<I, V, Get>(),     &I::classInfo};
+        return {setter<I, V, Set>(),      setter<I, V, SetOnly>(), asker<I, Has>(),           remover<I, Remove>(),
+                remover<I, RemoveOnly>(), getter<I, V, Get>(),     objectGetter<I, V, Get>(), &I::classInfo};
     }
 
 private:
@@ -83,6 +87,15 @@ private:
         if constexpr (isThere<Member>) {
             return [](void * object, Deviant deviant) -> Ref {
                 return RefTraits<V>::toRef((static_cast<I *>(object)->*Member)(deviant)).withDeviant(deviant);
+            };
+        } else {
+            return nullptr;
+        }
+    }
+    template <class I, class V, auto Member> static constexpr ObjectGetter objectGetter() noexcept {
+        if constexpr (isThere<Member>) {
+            return [](void * object, Deviant deviant) -> Object {
+                return RefTraits<V>::toObject((static_cast<I *>(object)->*Member)(deviant), deviant);
             };
         } else {
             return nullptr;

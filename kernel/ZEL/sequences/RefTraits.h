@@ -2,6 +2,7 @@
 
 #include <ZEL/base/Exception.h>
 #include <ZEL/sequences/Ref.h>
+#include <ZEL/values/Object.h>
 #include <ZEL/values/ValueObject.h>
 
 #include <concepts>
@@ -67,6 +68,11 @@ template <BodyElement T> struct RefTraits<T> {
     [[nodiscard]] static Ref toRef(T const & handle) {
         return Ref::ofBody(handle.getImplementationWithoutAssert(), handle.getDeviant());
     }
+    /// The object itself, seen in the deviant.
+    [[nodiscard]] static Object toObject(T const & handle, Deviant deviant) {
+        NSInterface::ObjectIntf * const body = handle.getImplementationWithoutAssert();
+        return Object(body, body == nullptr ? Deviant() : deviant);
+    }
     /// A null handle for a null `Ref`. Throws "An Internal Error has occurred" for an element of another class.
     [[nodiscard]] static T fromRef(Ref const & ref) {
         if (ref.isValue()) [[unlikely]] {
@@ -101,6 +107,14 @@ private:
 template <class V>
 requires(!BodyElement<V>) struct RefTraits<V> {
     [[nodiscard]] static Ref toRef(V const & value) { return Ref::ofValue(value, Deviant()); }
+    /// A box of the value, seen in the deviant. Throws as a null handle does if the type of `V` is not registered. One
+    /// function for all properties of the type, of which there are many.
+    [[nodiscard, gnu::noinline]] static Object toObject(V value, Deviant deviant) {
+        Object object = std::move(value);
+        static_cast<void>(object.getImplementation());
+        object.setDeviant(deviant);
+        return object;
+    }
     /// A default value for a null `Ref`. Throws "An Internal Error has occurred" for an element that is not a value,
     /// and as `V` does when it is made of a value object of another type.
     [[nodiscard]] static V fromRef(Ref const & ref) {

@@ -6,6 +6,7 @@
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/ClassObjectOperations.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/metamodel/ReflectionErrors.h>
@@ -13,6 +14,8 @@
 #include <ZEL/values/Object.h>
 
 #include <exception>
+#include <memory>
+#include <string_view>
 
 namespace ZEL::NSInterface {
 
@@ -21,8 +24,29 @@ namespace {
 constexpr char const * kToGet = "Trying to get invalid property!";
 constexpr char const * kToSet = "Trying to set invalid property!";
 
-ImmutableProperty propertyByName(ClassObjectIntf const & object, Deviant deviant, String const & name) {
-    return object.getMetaClass(deviant).getProperty(name);
+/// Null for a class that is being changed, and for one that cannot be read as a whole: `getProperty` may still find a
+/// property in it, or says what is wrong.
+std::shared_ptr<internal::MetaClassView const> viewOf(ImmutableClass const & metaClass) {
+    Deviant const deviant = metaClass.getDeviant();
+    if (!deviant.isRootDeviant() || deviant.isWithinTransaction()) {
+        return nullptr;
+    }
+    try {
+        return internal::MetaClassView::of(metaClass);
+    } catch (std::exception const &) {
+        return nullptr;
+    }
+}
+
+/// What `access` makes of the first property with this name, which is invalid if there is none.
+template <class Access>
+auto byName(ClassObjectIntf const & object, Deviant deviant, String const & name, Access access) {
+    ImmutableClass const metaClass = object.getMetaClass(deviant);
+    if (auto const view = viewOf(metaClass)) {
+        internal::PropertyView const * const found = view->find(std::string_view(name.str()));
+        return found != nullptr ? access(found->property) : access(ImmutableProperty());
+    }
+    return access(metaClass.getProperty(name));
 }
 
 /// What `access` makes of the property's storage. An invalid property fails with the text; a failure of the access says
@@ -66,7 +90,7 @@ Sequence<Object> ClassObjectOperations::get(Deviant deviant, ImmutableProperty c
 }
 
 Sequence<Object> ClassObjectOperations::get(Deviant deviant, String const & name) {
-    return get(deviant, propertyByName(*this, deviant, name));
+    return byName(*this, deviant, name, [&](auto const & property) { return get(deviant, property); });
 }
 
 ImmutableSequence<ImmutableObject> ClassObjectOperations::get(Deviant deviant,
@@ -75,7 +99,7 @@ ImmutableSequence<ImmutableObject> ClassObjectOperations::get(Deviant deviant,
 }
 
 ImmutableSequence<ImmutableObject> ClassObjectOperations::get(Deviant deviant, String const & name) const {
-    return get(deviant, propertyByName(*this, deviant, name));
+    return byName(*this, deviant, name, [&](auto const & property) { return get(deviant, property); });
 }
 
 Object ClassObjectOperations::getOne(Deviant deviant, ImmutableProperty const & property) {
@@ -83,7 +107,7 @@ Object ClassObjectOperations::getOne(Deviant deviant, ImmutableProperty const & 
 }
 
 Object ClassObjectOperations::getOne(Deviant deviant, String const & name) {
-    return getOne(deviant, propertyByName(*this, deviant, name));
+    return byName(*this, deviant, name, [&](auto const & property) { return getOne(deviant, property); });
 }
 
 ImmutableObject ClassObjectOperations::getOne(Deviant deviant, ImmutableProperty const & property) const {
@@ -91,7 +115,7 @@ ImmutableObject ClassObjectOperations::getOne(Deviant deviant, ImmutableProperty
 }
 
 ImmutableObject ClassObjectOperations::getOne(Deviant deviant, String const & name) const {
-    return getOne(deviant, propertyByName(*this, deviant, name));
+    return byName(*this, deviant, name, [&](auto const & property) { return getOne(deviant, property); });
 }
 
 Boolean ClassObjectOperations::has(Deviant deviant, ImmutableProperty const & property) const {
@@ -100,7 +124,7 @@ Boolean ClassObjectOperations::has(Deviant deviant, ImmutableProperty const & pr
 }
 
 Boolean ClassObjectOperations::has(Deviant deviant, String const & name) const {
-    return has(deviant, propertyByName(*this, deviant, name));
+    return byName(*this, deviant, name, [&](auto const & property) { return has(deviant, property); });
 }
 
 void ClassObjectOperations::setOrAdd(Deviant deviant, ImmutableProperty const & property, Object const & value) {
@@ -108,7 +132,7 @@ void ClassObjectOperations::setOrAdd(Deviant deviant, ImmutableProperty const & 
 }
 
 void ClassObjectOperations::setOrAdd(Deviant deviant, String const & name, Object const & value) {
-    setOrAdd(deviant, propertyByName(*this, deviant, name), value);
+    byName(*this, deviant, name, [&](auto const & property) { setOrAdd(deviant, property, value); });
 }
 
 void ClassObjectOperations::setOrAddOnly(Deviant deviant, ImmutableProperty const & property, Object const & value) {
@@ -116,7 +140,7 @@ void ClassObjectOperations::setOrAddOnly(Deviant deviant, ImmutableProperty cons
 }
 
 void ClassObjectOperations::setOrAddOnly(Deviant deviant, String const & name, Object const & value) {
-    setOrAddOnly(deviant, propertyByName(*this, deviant, name), value);
+    byName(*this, deviant, name, [&](auto const & property) { setOrAddOnly(deviant, property, value); });
 }
 
 void ClassObjectOperations::remove(Deviant deviant, ImmutableProperty const & property, Object const & value) {
@@ -124,7 +148,7 @@ void ClassObjectOperations::remove(Deviant deviant, ImmutableProperty const & pr
 }
 
 void ClassObjectOperations::remove(Deviant deviant, String const & name, Object const & value) {
-    remove(deviant, propertyByName(*this, deviant, name), value);
+    byName(*this, deviant, name, [&](auto const & property) { remove(deviant, property, value); });
 }
 
 void ClassObjectOperations::removeOnly(Deviant deviant, ImmutableProperty const & property, Object const & value) {
@@ -132,7 +156,7 @@ void ClassObjectOperations::removeOnly(Deviant deviant, ImmutableProperty const 
 }
 
 void ClassObjectOperations::removeOnly(Deviant deviant, String const & name, Object const & value) {
-    removeOnly(deviant, propertyByName(*this, deviant, name), value);
+    byName(*this, deviant, name, [&](auto const & property) { removeOnly(deviant, property, value); });
 }
 
 void ClassObjectOperations::removeOne(Deviant deviant, ImmutableProperty const & property) {
@@ -140,7 +164,7 @@ void ClassObjectOperations::removeOne(Deviant deviant, ImmutableProperty const &
 }
 
 void ClassObjectOperations::removeOne(Deviant deviant, String const & name) {
-    removeOne(deviant, propertyByName(*this, deviant, name));
+    byName(*this, deviant, name, [&](auto const & property) { removeOne(deviant, property); });
 }
 
 void ClassObjectOperations::removeOneOnly(Deviant deviant, ImmutableProperty const & property) {
@@ -148,7 +172,7 @@ void ClassObjectOperations::removeOneOnly(Deviant deviant, ImmutableProperty con
 }
 
 void ClassObjectOperations::removeOneOnly(Deviant deviant, String const & name) {
-    removeOneOnly(deviant, propertyByName(*this, deviant, name));
+    byName(*this, deviant, name, [&](auto const & property) { removeOneOnly(deviant, property); });
 }
 
 } // namespace ZEL::NSInterface

@@ -1,5 +1,6 @@
 #include "family/Names.h"
 #include "write/Emit.h"
+#include "write/Fields.h"
 #include "write/forms/PropertyForm.h"
 
 #include <algorithm>
@@ -152,6 +153,50 @@ std::string fieldRow(Emission const & emission, Class const & of, Property const
                           {{"property", propertyElement(p)}, {"I", type}, {"access", access}});
 }
 
+/// The single values of data types that are stored in fields of native types.
+std::vector<Property const *> valueFields(Class const & of) {
+    std::vector<Property const *> result;
+    std::copy_if(of.fields.begin(), of.fields.end(), std::back_inserter(result), [](Property const * p) {
+        return !p->isHidden && p->type->asClass == nullptr && !p->many && p->field != FieldKind::Value;
+    });
+    return result;
+}
+
+/// The kind of `FieldValue` that holds the property's value.
+std::string valueForm(Property const & p) {
+    switch (p.field) {
+    case FieldKind::Flag:
+        return "Flag";
+    case FieldKind::Bits:
+        return "Literal";
+    case FieldKind::Int32:
+        return "Integer";
+    case FieldKind::Unsigned32:
+        return "UnlimitedNatural";
+    case FieldKind::Double:
+        return "Double";
+    case FieldKind::Single:
+        return "Single";
+    default:
+        return "Text";
+    }
+}
+
+std::string valueRow(Emission const & emission, Class const & of, Property const & p) {
+    std::string const member = fieldText::member("fields.", p);
+    return emission.print(R"(
+{&$property$, [](ZEL::internal::StateCore const & state) {
+     auto const & fields = ZEL::internal::fieldsOf<$state$>(state);
+     return ZEL::internal::FieldValue::of$form$($isSet$, $value$);
+ }},
+)",
+                          {{"property", propertyElement(p)},
+                           {"state", of.home->cppNamespace + "::NSImplementation::" + of.name + "DeviantImpl"},
+                           {"form", valueForm(p)},
+                           {"isSet", p.form == Form::Value ? fieldText::isSet("fields.", p) : "true"},
+                           {"value", p.field == FieldKind::Text ? member + ".view()" : member}});
+}
+
 std::string builtAs(Class const & of) {
     if (of.isModel && !of.isAbstract && of.isKindOf(*of.home->modelClass) && of.home->isBuiltIn()) {
         return "Model";
@@ -291,9 +336,13 @@ std::string emitTables(Emission const & emission, Class const & of) {
         clones.push_back('&' + propertyElement(*p) + ", // " + p->name + '\n');
     }
     std::vector<std::string> fields;
+    std::vector<std::string> values;
     if (!of.isAbstract) {
         for (Property const * const p : fieldsOfClassType(of)) {
             fields.push_back(fieldRow(emission, of, *p));
+        }
+        for (Property const * const p : valueFields(of)) {
+            values.push_back(valueRow(emission, of, *p));
         }
     }
     Table const propertyTable =
@@ -304,8 +353,11 @@ std::string emitTables(Emission const & emission, Class const & of) {
         table(emission, "constexpr ZEL::internal::PropertyDescriptor const *", of.name + "Clones", clones);
     Table const fieldTable =
         table(emission, "constexpr ZEL::internal::FieldDescriptor", of.name + "FieldTable", fields);
+    Table const valueTable =
+        table(emission, "constexpr ZEL::internal::ValueDescriptor", of.name + "ValueTable", values);
 
-    return emission.print(R"(
+    return emission.print(
+               R"(
 $banner$
 #include <$tables$>
 
@@ -334,26 +386,28 @@ constinit ZEL::internal::ClassDescriptor const $X$Class{
     .ownProperties = $propertySpan$,
     .clones = $cloneSpan$,
     .fields = $fieldSpan$,
+    .values = $valueSpan$,
     $concrete$
     .runtime = &$X$Runtime,
 };
 
 } // namespace $ns$::tables
 )",
-                          {{"banner", emission.banner(of.mark, "write/Tables.cpp")},
-                           {"tables", emission.path("Tables.h")},
-                           {"headers", Emission::includes(headersOf(emission, of), {emission.path("Tables.h")})},
-                           {"P", of.home->prefix},
-                           {"I", interfaceOf(of)},
-                           {"propertyTable", propertyTable.text},
-                           {"locals", Printer::blocks({superTable.text, cloneTable.text, fieldTable.text})},
-                           {"abstract", flag(of.isAbstract)},
-                           {"builtAs", builtAs(of)},
-                           {"superSpan", superTable.span},
-                           {"propertySpan", propertyTable.span},
-                           {"cloneSpan", cloneTable.span},
-                           {"fieldSpan", fieldTable.span},
-                           {"concrete", concretePart(emission, of)}}) +
+               {{"banner", emission.banner(of.mark, "write/Tables.cpp")},
+                {"tables", emission.path("Tables.h")},
+                {"headers", Emission::includes(headersOf(emission, of), {emission.path("Tables.h")})},
+                {"P", of.home->prefix},
+                {"I", interfaceOf(of)},
+                {"propertyTable", propertyTable.text},
+                {"locals", Printer::blocks({superTable.text, cloneTable.text, fieldTable.text, valueTable.text})},
+                {"abstract", flag(of.isAbstract)},
+                {"builtAs", builtAs(of)},
+                {"superSpan", superTable.span},
+                {"propertySpan", propertyTable.span},
+                {"cloneSpan", cloneTable.span},
+                {"fieldSpan", fieldTable.span},
+                {"valueSpan", valueTable.span},
+                {"concrete", concretePart(emission, of)}}) +
            accessors(emission, of);
 }
 

@@ -118,6 +118,7 @@ constinit ZEL::internal::ClassDescriptor const TestedClass{
     .ownProperties = TestedProperties,
     .clones = TestedClones,
     .fields = TestedFieldTable,
+    .values = {},
     .createBody = &ZEL::internal::createBody<NSImplementation::TestedImpl>,
     .createState = &ZEL::internal::createState<NSImplementation::TestedDeviantImpl>,
     .assignState = &ZEL::internal::assignState<NSImplementation::TestedDeviantImpl>,

@@ -7,9 +7,12 @@ namespace ZEL {
 
 namespace NSInterface {
 class ClassIntf;
+class ObjectIntf;
 } // namespace NSInterface
 
 namespace internal {
+
+struct ClassDescriptor;
 
 /// What is known of a metamodel class once its metamodel has been built: the `Class` object that describes it.
 ///
@@ -19,11 +22,11 @@ class ZEL_API ClassRuntime {
 public:
     [[nodiscard]] NSInterface::ClassIntf * metaClass() const noexcept { return fMetaClass; }
     [[nodiscard]] Deviant deviant() const noexcept { return fDeviant; }
-    void bind(NSInterface::ClassIntf * metaClass, Deviant deviant) noexcept {
-        fMetaClass = metaClass;
-        fDeviant = deviant;
-    }
-    void unbind() noexcept { *this = ClassRuntime(); }
+    /// `descriptor` is that of the class.
+    void bind(ClassDescriptor const & descriptor, NSInterface::ClassIntf * metaClass, Deviant deviant);
+    void unbind() noexcept;
+    /// The class that `metaClass` describes; null if it is no class of a metamodel that has been built.
+    [[nodiscard]] static ClassDescriptor const * described(NSInterface::ObjectIntf const * metaClass) noexcept;
 
 private:
     NSInterface::ClassIntf * fMetaClass = nullptr;

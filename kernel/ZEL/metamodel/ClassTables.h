@@ -2,6 +2,7 @@
 
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/Descriptors.h>
+#include <ZEL/metamodel/FieldValue.h>
 #include <ZEL/metamodel/PropertyAccess.h>
 #include <ZEL/metamodel/StateCore.h>
 #include <ZEL/sequences/PersistentSequence.h>
@@ -25,6 +26,11 @@ template <class State, class I, auto Member> void setPointerField(StateCore & st
 
 /// All states have this one; asking for it makes the entry in the table of stereotype instances.
 inline PersistentSequence & stereotypeInstances(StateCore & state) { return state.writableStereotypeInstances(); }
+
+/// The stored properties of a state that is a `State`.
+template <class State> auto const & fieldsOf(StateCore const & state) {
+    return static_cast<State const &>(state).fields;
+}
 
 template <class Body> BodyCore * createBody() { return new Body; }
 

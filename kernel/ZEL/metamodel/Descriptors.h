@@ -35,6 +35,7 @@ namespace internal {
 
 class BodyCore;
 class ClassRuntime;
+class FieldValue;
 class PersistentSequence;
 class StateCore;
 struct ClassDescriptor;
@@ -97,6 +98,12 @@ struct FieldDescriptor {
     void (*set)(StateCore & state, ObjectIntf * value);
 };
 
+/// One stored single value of a data type in the states of a concrete class.
+struct ValueDescriptor {
+    PropertyDescriptor const * property;
+    FieldValue (*get)(StateCore const & state);
+};
+
 enum class BuiltAs : std::uint8_t { Class, Stereotype, Model };
 
 /// One metamodel class.
@@ -113,6 +120,8 @@ struct ClassDescriptor {
     std::span<PropertyDescriptor const * const> clones;
     /// The parts that follow are null, empty or zero for an abstract class.
     std::span<FieldDescriptor const> fields; ///< own first, then in the order of the clones
+    /// In the same order. Values of hand-written types are not among them.
+    std::span<ValueDescriptor const> values;
     BodyCore * (*createBody)();
     StateCore * (*createState)();
     /// Copies all fields; both states are of this class.

@@ -2,11 +2,15 @@
 #include <ZEL/String.h>
 #include <ZEL/UnlimitedNatural.h>
 #include <ZEL/base/Exception.h>
+#include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/FactoryObject.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/ModelCore.h>
+#include <ZEL/metamodel/MultiValuedPropertyManager.h>
+#include <ZEL/metamodel/SingleValuedPropertyManager.h>
 #include <ZEL/sequences/Sequence.h>
 
 #include <algorithm>
@@ -45,6 +49,43 @@ std::vector<ObjectIntf const *> sortedBodies(std::vector<ImmutableClass> const &
     }
     std::sort(bodies.begin(), bodies.end());
     return bodies;
+}
+
+/// Whether the storage is the one that was made from the descriptor. An application may have set another one, which then
+/// knows where the values are.
+bool isStorageOf(PropertyStorageIntf const * storage, PropertyDescriptor const & descriptor) {
+    if (descriptor.isMany()) {
+        auto const * const many = dynamic_cast<MultiValuedPropertyManager const *>(storage);
+        return many != nullptr && many->getter() == descriptor.many;
+    }
+    auto const * const single = dynamic_cast<SingleValuedPropertyManager const *>(storage);
+    return single != nullptr && single->methods() == descriptor.single;
+}
+
+PropertyDescriptor const * findDescriptor(ClassDescriptor const & owner, PropertyView const & property) {
+    PropertyStorageIntf const * const storage = property.storage.getImplementationWithoutAssert();
+    for (PropertyDescriptor const & own : owner.ownProperties) {
+        if (property.name == own.name) {
+            return isStorageOf(storage, own) ? &own : nullptr;
+        }
+    }
+    for (PropertyDescriptor const * const inherited : owner.clones) {
+        if (property.name == inherited->name) {
+            return isStorageOf(storage, *inherited) ? inherited : nullptr;
+        }
+    }
+    return nullptr;
+}
+
+void findPlaces(ClassDescriptor const & owner, PropertyView & property) {
+    property.descriptor = findDescriptor(owner, property);
+    if (property.descriptor == nullptr) {
+        return;
+    }
+    property.links = fieldOf(owner, *property.descriptor);
+    auto const value = std::find_if(owner.values.begin(), owner.values.end(),
+                                    [&](ValueDescriptor const & each) { return each.property == property.descriptor; });
+    property.value = value == owner.values.end() ? nullptr : &*value;
 }
 
 } // namespace
@@ -92,12 +133,16 @@ PropertyView::PropertyView(ImmutableProperty const & handle)
 MetaClassView::MetaClassView(ImmutableClass const & metaClass)
     : fMetaClass(metaClass),
       fName(metaClass.getName().str()),
+      fDescriptor(ClassRuntime::described(bodyOf(metaClass))),
       fSuperClasses(sortedBodies(withSuperClasses(metaClass))),
       fIsModel(inheritsFrom(bodyOf(Model::MetaClass()))) {
     ImmutableSequence<ImmutableProperty> const properties = metaClass.getOwnedAttributes();
     fProperties.reserve(static_cast<std::size_t>(properties.size()));
     properties.forEach([&](ImmutableProperty const & property) { fProperties.emplace_back(property); });
-    for (PropertyView const & property : fProperties) {
+    for (PropertyView & property : fProperties) {
+        if (fDescriptor != nullptr) {
+            findPlaces(*fDescriptor, property);
+        }
         fByName.emplace(property.name, &property);
     }
 }
@@ -143,6 +188,10 @@ std::shared_ptr<MetaClassView const> MetaClassView::of(ImmutableClass const & me
         keptViews().insert_or_assign(bodyOf(metaClass), view);
     }
     return view;
+}
+
+std::shared_ptr<MetaClassView const> MetaClassView::of(ClassDescriptor const & descriptor) {
+    return of(ImmutableClass(descriptor.runtime->metaClass(), descriptor.runtime->deviant()));
 }
 
 void MetaClassView::forget() noexcept {

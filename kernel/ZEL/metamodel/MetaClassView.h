@@ -15,6 +15,13 @@
 
 namespace ZEL::internal {
 
+class PersistentSequence;
+class StateCore;
+struct ClassDescriptor;
+struct FieldDescriptor;
+struct PropertyDescriptor;
+struct ValueDescriptor;
+
 /// What a metamodel says about one property, read from it once. Here alone properties are known by their names.
 struct ZEL_API PropertyView {
     /// What the kernel itself takes the property for.
@@ -51,6 +58,13 @@ struct ZEL_API PropertyView {
     bool isContainer;   ///< its value is the object's container: the opposite is composite
     bool isOfContainer; ///< the same, or a derived view of that: it follows from the other end
 
+    // Where the values lie in the states of instances of the view's class: the roads without boxes. Both are null if
+    // the values are reached by `storage` alone: derived ones, those of hand-written types, and those of a property
+    // that has been given a storage of another kind.
+    PropertyDescriptor const * descriptor = nullptr; ///< null as well in the last case
+    FieldDescriptor const * links = nullptr;         ///< of class type
+    ValueDescriptor const * value = nullptr;         ///< a single value of a data type
+
     /// Whether it identifies the object in its model rather than saying anything of it.
     [[nodiscard]] bool isIdentity() const noexcept { return role == Role::Id || role == Role::Model; }
     /// Whether its values are contained by the object and stored.
@@ -66,6 +80,8 @@ class ZEL_API MetaClassView {
 public:
     /// Throws "An Internal Error has occurred" for an invalid class.
     [[nodiscard]] static std::shared_ptr<MetaClassView const> of(ImmutableClass const & metaClass);
+    /// Of the class of all objects with this descriptor.
+    [[nodiscard]] static std::shared_ptr<MetaClassView const> of(ClassDescriptor const & descriptor);
     /// Forgets all views that are kept. Called with each change of a metamodel that has been looked at.
     static void forget() noexcept;
 
@@ -75,6 +91,8 @@ public:
 
     [[nodiscard]] ImmutableClass const & metaClass() const noexcept { return fMetaClass; }
     [[nodiscard]] std::string const & name() const noexcept { return fName; }
+    /// Of its instances; null for a class that none can be made of.
+    [[nodiscard]] ClassDescriptor const * descriptor() const noexcept { return fDescriptor; }
     [[nodiscard]] std::vector<PropertyView> const & properties() const noexcept { return fProperties; }
     /// The first property with this name, null if there is none.
     [[nodiscard]] PropertyView const * find(std::string_view name) const noexcept;
@@ -89,6 +107,7 @@ public:
 private:
     ImmutableClass fMetaClass;
     std::string fName;
+    ClassDescriptor const * fDescriptor;
     std::vector<PropertyView> fProperties;
     std::unordered_map<std::string_view, PropertyView const *> fByName;
     std::vector<ObjectIntf const *> fSuperClasses; ///< with the class itself; sorted

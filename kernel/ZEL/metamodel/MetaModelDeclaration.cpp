@@ -74,7 +74,7 @@ void MetaModelDeclaration::declareClass(ClassDescriptor const & descriptor) {
         object.setIsAbstract(Boolean(true));
     }
     enterType(descriptor.orcaName, descriptor.name, object);
-    descriptor.runtime->bind(object.getImplementation(), fRoot);
+    descriptor.runtime->bind(descriptor, object.getImplementation(), fRoot);
 
     std::vector<Property> & properties = fProperties[&descriptor];
     for (PropertyDescriptor const & property : descriptor.ownProperties) {

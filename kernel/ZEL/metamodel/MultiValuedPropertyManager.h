@@ -35,6 +35,8 @@ public:
     void removeOne(ClassObject const & object) override { fGetter(object).pop_front(); }
     void removeOneEndOnly(ClassObject const & object) override { fGetterWithoutAssociation(object).pop_front(); }
 
+    [[nodiscard]] Getter getter() const noexcept { return fGetter; }
+
 private:
     [[nodiscard]] Object first(ImmutableClassObject const & object) const;
     static void removeAll(Sequence<Object> const & values, Object const & value);

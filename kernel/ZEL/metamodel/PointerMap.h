@@ -31,6 +31,12 @@ public:
         slot = static_cast<std::uint32_t>(fEntries.size());
         return true;
     }
+    /// Adds the pointer, or gives it another value.
+    void set(void const * pointer, Value value) {
+        if (!add(pointer, value)) {
+            fEntries[slotOf(pointer) - 1].value = std::move(value);
+        }
+    }
     /// Null if the pointer is not there; good until the next `add`.
     [[nodiscard]] Value const * find(void const * pointer) const {
         std::uint32_t const slot = fPlaces.size() == 0 ? 0 : slotOf(pointer);

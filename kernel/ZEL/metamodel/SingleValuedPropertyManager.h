@@ -39,6 +39,8 @@ public:
         fMethods->removeEndOnly(object.getImplementation(), object.getDeviant());
     }
 
+    [[nodiscard]] Generic::PropertyToSequenceMethods const * methods() const noexcept { return fMethods; }
+
 private:
     [[nodiscard]] Object value(ImmutableClassObject const & object) const {
         return fMethods->getOne(object.getImplementation(), object.getDeviant());

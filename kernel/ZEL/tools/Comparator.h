@@ -1,11 +1,9 @@
 #pragma once
 
 #include <ZEL/metamodel/ClassObject.h>
-#include <ZEL/metamodel/Property.h>
 #include <ZEL/values/Object.h>
 
-#include <unordered_map>
-#include <vector>
+#include <memory>
 
 namespace ZEL {
 
@@ -15,13 +13,13 @@ namespace ZEL {
 /// which. The second checks that all other links lead to corresponding objects, or to the very same object where it is
 /// outside of the trees. Derived properties, the numbers of objects, their models and what contains the trees are not
 /// compared, so a copy is equal.
-/// Works by reflection alone, for any metamodel; linear, without recursion. For one call at a time.
+/// Works for any metamodel; linear, without recursion. For one call at a time.
 class ZEL_API Comparator {
 public:
     Comparator(ImmutableObject first, ImmutableObject second);
     virtual ~Comparator();
-    Comparator(Comparator const &) = default;
-    Comparator & operator=(Comparator const &);
+    Comparator(Comparator const & other);
+    Comparator & operator=(Comparator const & other);
 
     /// Starts anew at each call.
     [[nodiscard]] bool compare();
@@ -39,31 +37,18 @@ protected:
     [[nodiscard]] bool compareAssociationR(ImmutableObject const & first, ImmutableObject const & second);
 
 private:
-    struct Frame;
-    struct ComparedProperty {
-        ImmutableProperty property;
-        bool isComposite;
-    };
+    struct Counterparts;
+    class Walk;
     enum class Pass { Composition, Association };
-    enum class Verdict { Equal, Different, Descend };
 
-    void add(ImmutableObject const & a, ImmutableObject const & b);
-    [[nodiscard]] ImmutableObject get(ImmutableObject const & a) const;
-
-    [[nodiscard]] std::vector<ComparedProperty> const & propertiesOf(ImmutableClass const & metaClass);
     [[nodiscard]] bool walk(Pass pass, ImmutableObject const & first, ImmutableObject const & second);
-    [[nodiscard]] Verdict compareOne(Pass pass, ImmutableObject const & a, ImmutableObject const & b);
-    [[nodiscard]] bool compareLink(ImmutableObject const & a, ImmutableObject const & b) const;
-    [[nodiscard]] bool nextProperty(Pass pass, Frame & frame);
     void fail(ImmutableClassObject const & a, ImmutableClassObject const & b);
 
     ImmutableObject fFirst;
     ImmutableObject fSecond;
     ImmutableClassObject fFailedFirst;
     ImmutableClassObject fFailedSecond;
-    std::unordered_map<NSInterface::ObjectIntf *, NSInterface::ObjectIntf *> fCounterparts;
-    /// What is compared of the instances of each metaclass, found once in a call.
-    std::unordered_map<NSInterface::ClassIntf const *, std::vector<ComparedProperty>> fProperties;
+    std::unique_ptr<Counterparts> fCounterparts; ///< of objects of the first side: those of the second
 };
 
 /// Whether two trees are equal; see `Comparator`.

@@ -2,9 +2,13 @@
 #include <ZEL/base/AtScopeEnd.h>
 #include <ZEL/base/DeepCalls.h>
 #include <ZEL/base/Exception.h>
+#include <ZEL/metamodel/BodyCore.h>
+#include <ZEL/metamodel/Containment.h>
+#include <ZEL/metamodel/FieldValue.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/StereotypeObject.h>
+#include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
 #include <ZEL/values/ValueObject.h>
@@ -17,11 +21,32 @@
 namespace ZEL {
 namespace {
 
-/// The properties of a metaclass in the order in which they are visited.
-struct VisitedProperties {
-    ImmutableProperty name; ///< null if there is none; else the first of `all`
-    std::vector<ImmutableProperty> all;
+struct VisitedProperty {
+    ImmutableProperty property;
+    internal::FieldDescriptor const * links;
+    internal::ValueDescriptor const * value;
+
+    /// Whether it shows in the state of an object of the class that there are no values. False if only the property's
+    /// storage knows.
+    [[nodiscard]] bool isEmpty(internal::StateCore const & state) const {
+        if (value != nullptr) {
+            return !value->get(state).isSet();
+        }
+        return links != nullptr && (links->sequence != nullptr ? internal::readSequence(*links, state).empty()
+                                                               : links->get(state) == nullptr);
+    }
 };
+
+/// The properties of a class in the order in which they are visited.
+struct VisitedProperties {
+    internal::ClassDescriptor const * owner;
+    ImmutableProperty name; ///< null if there is none; else the first of `all`
+    std::vector<VisitedProperty> all;
+};
+
+internal::BodyCore const & bodyOf(ImmutableClassObject const & object) {
+    return *object.getImplementation()->internal_body();
+}
 
 enum Group : std::size_t { SingleValues, ManyValues, Contained, References, Extensions, GroupCount };
 
@@ -39,20 +64,22 @@ std::optional<Group> groupOf(internal::PropertyView const & property) {
     return property.isComposite ? Contained : References;
 }
 
-VisitedProperties visitedPropertiesOf(ImmutableClass const & metaClass) {
+VisitedProperties visitedPropertiesOf(ImmutableClassObject const & object) {
     VisitedProperties result;
-    std::array<std::vector<ImmutableProperty>, GroupCount> groups;
-    for (internal::PropertyView const & property : internal::MetaClassView::of(metaClass)->properties()) {
+    result.owner = &bodyOf(object).internal_descriptor();
+    std::array<std::vector<VisitedProperty>, GroupCount> groups;
+    for (internal::PropertyView const & property : internal::MetaClassView::of(object.getMetaClass())->properties()) {
+        VisitedProperty const visited{property.property, property.links, property.value};
         if (property.role == internal::PropertyView::Role::Name) {
             if (!result.name.isValid()) {
                 result.name = property.property;
-                result.all.push_back(property.property);
+                result.all.push_back(visited);
             }
         } else if (std::optional<Group> const group = groupOf(property)) {
-            groups[*group].push_back(property.property);
+            groups[*group].push_back(visited);
         }
     }
-    for (std::vector<ImmutableProperty> const & group : groups) {
+    for (std::vector<VisitedProperty> const & group : groups) {
         result.all.insert(result.all.end(), group.begin(), group.end());
     }
     return result;
@@ -62,27 +89,42 @@ VisitedProperties visitedPropertiesOf(ImmutableClass const & metaClass) {
 
 class ImmutableAccessVisitorTraversalContainment::Walk {
 public:
-    /// The result is valid until the end of the walk.
-    [[nodiscard]] VisitedProperties const & propertiesOf(ImmutableClass const & metaClass) {
-        NSInterface::ObjectIntf const * const key = metaClass.getImplementation();
-        if (fLastClass != key) {
+    /// The result is valid until the end of the walk. Throws "An Internal Error has occurred" for an object without a
+    /// metaclass.
+    [[nodiscard]] VisitedProperties const & propertiesOf(ImmutableClassObject const & object) {
+        internal::ClassDescriptor const * const key = &bodyOf(object).internal_descriptor();
+        if (fLast == nullptr || fLast->owner != key) {
             auto found = fByClass.find(key);
             if (found == fByClass.end()) {
-                found = fByClass.emplace(key, visitedPropertiesOf(metaClass)).first;
+                found = fByClass.emplace(key, visitedPropertiesOf(object)).first;
             }
-            fLastClass = key;
             fLast = &found->second;
         }
         return *fLast;
     }
     [[nodiscard]] internal::DeepCalls & calls() noexcept { return fCalls; }
 
+    /// What is visited next: a property of objects of `owner`.
+    void expect(VisitedProperties const & owner, VisitedProperty const & property) noexcept {
+        fOwner = owner.owner;
+        fExpected = &property;
+    }
+    /// Whether the property is the expected one of the object, and empty.
+    [[nodiscard]] bool isEmpty(ImmutableClassObject const & object, ImmutableProperty const & property) const {
+        if (fExpected == nullptr || fExpected->property != property) {
+            return false;
+        }
+        internal::BodyCore const & body = bodyOf(object);
+        return &body.internal_descriptor() == fOwner && fExpected->isEmpty(*body.readState(object.getDeviant()));
+    }
+
     int nesting = 0;
 
 private:
-    std::unordered_map<NSInterface::ObjectIntf const *, VisitedProperties> fByClass;
-    NSInterface::ObjectIntf const * fLastClass = nullptr;
+    std::unordered_map<internal::ClassDescriptor const *, VisitedProperties> fByClass;
     VisitedProperties const * fLast = nullptr;
+    internal::ClassDescriptor const * fOwner = nullptr;
+    VisitedProperty const * fExpected = nullptr;
     internal::DeepCalls fCalls;
 };
 
@@ -135,6 +177,10 @@ bool ImmutableAccessVisitorTraversalContainment::visitModel(ImmutableModel const
 
 bool ImmutableAccessVisitorTraversalContainment::visitProperty(ImmutableClassObject const & object,
                                                                ImmutableProperty const & property) {
+    // Most properties of most objects have no values.
+    if (fWalk != nullptr && fWalk->isEmpty(object, property)) {
+        return fPreVisitor->visitProperty(object, property) && fPostVisitor->visitProperty(object, property);
+    }
     ImmutableSequence<ImmutableObject> const values = object.get(property);
     if (!fPreVisitor->visitProperty(object, property)) {
         return false;
@@ -157,13 +203,11 @@ bool ImmutableAccessVisitorTraversalContainment::traverseClassObject(ImmutableCl
     if (fCurrentMetaProperty.isValid() && (!fCurrentMetaProperty.isComposite() || fCurrentMetaProperty.isDerived())) {
         return true;
     }
-    ImmutableClass const metaClass = object.getMetaClass();
-    if (!metaClass.isValid()) {
-        raiseAnInternalError();
-    }
     auto const walk = beginWalk();
-    for (ImmutableProperty const & property : fWalk->propertiesOf(metaClass).all) {
-        if (!visitProperty(object, property)) {
+    VisitedProperties const & properties = fWalk->propertiesOf(object);
+    for (VisitedProperty const & visited : properties.all) {
+        fWalk->expect(properties, visited);
+        if (!visitProperty(object, visited.property)) {
             return false;
         }
     }
@@ -189,8 +233,7 @@ ImmutableClassObject ImmutableAccessVisitorTraversalContainment::getCurrentClass
 
 ImmutableProperty
 ImmutableAccessVisitorTraversalContainment::getNameProperty(ImmutableClassObject const & object) const {
-    ImmutableClass const metaClass = object.getMetaClass();
-    return fWalk == nullptr ? visitedPropertiesOf(metaClass).name : fWalk->propertiesOf(metaClass).name;
+    return fWalk == nullptr ? visitedPropertiesOf(object).name : fWalk->propertiesOf(object).name;
 }
 
 void ImmutableAccessVisitorTraversalContainment::setCurrent(ImmutableProperty const & property,

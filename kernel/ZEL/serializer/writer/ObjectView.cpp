@@ -1,13 +1,10 @@
-#include <ZEL/Boolean.h>
-#include <ZEL/Integer.h>
 #include <ZEL/String.h>
 #include <ZEL/UnlimitedNatural.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/DataType.h>
+#include <ZEL/metamodel/FieldValue.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/sequences/PersistentSequence.h>
-#include <ZEL/sequences/PropertyToSequenceMethods.h>
-#include <ZEL/sequences/Ref.h>
 #include <ZEL/serializer/writer/ObjectView.h>
 #include <ZEL/values/Object.h>
 #include <ZEL/values/ValueObject.h>
@@ -33,28 +30,30 @@ bool ObjectView::hasContainees(PropertyPartition const & partition) const {
 bool ObjectView::hasStereotypes() const { return !fState.stereotypeInstances().empty(); }
 
 std::optional<std::string> ObjectView::textOf(WrittenProperty const & property) const {
-    if (property.methods == nullptr || property.valueType == nullptr) {
+    if (property.value == nullptr || property.owner != &fBody.internal_descriptor()) {
         return boxedTextOf(property);
     }
-    Deviant const deviant = fObject.getDeviant();
-    if (!property.methods->has(&fIntf, deviant)) {
+    internal::FieldValue const value = property.value->get(fState);
+    if (!value.isSet()) {
         return std::nullopt;
     }
-    // Most values are of these types. All values of the property are of one, whose name is known.
-    Generic::Ref const value = property.methods->get(&fIntf, deviant);
-    if (Boolean const * const boolean = value.valueAs<Boolean>()) {
-        return *boolean ? "true" : "false";
+    // All values of the property are of one type; the first one tells its name.
+    if (property.valueType == nullptr) {
+        return boxedTextOf(property);
     }
-    if (String const * const text = value.valueAs<String>()) {
-        return text->str();
+    using Form = internal::FieldValue::Form;
+    switch (value.form()) {
+    case Form::Flag:
+        return value.flag() ? "true" : "false";
+    case Form::Text:
+        return std::string(value.text());
+    case Form::Integer:
+        return std::to_string(value.integer());
+    case Form::UnlimitedNatural:
+        return UnlimitedNatural(value.number()).toString().str();
+    default:
+        return boxedTextOf(property);
     }
-    if (Integer const * const number = value.valueAs<Integer>()) {
-        return std::to_string(static_cast<std::int32_t>(*number));
-    }
-    if (UnlimitedNatural const * const number = value.valueAs<UnlimitedNatural>()) {
-        return number->toString().str();
-    }
-    return boxedTextOf(property);
 }
 
 std::optional<std::string> ObjectView::boxedTextOf(WrittenProperty const & property) const {
@@ -79,18 +78,18 @@ void ObjectView::noteType(ImmutableObject const & value, WrittenProperty const &
 
 std::vector<ImmutableClassObject> ObjectView::objectsOf(WrittenProperty const & property) const {
     std::vector<ImmutableClassObject> objects;
-    if (property.field != nullptr && property.owner == &fBody.internal_descriptor()) {
+    if (property.links != nullptr && property.owner == &fBody.internal_descriptor()) {
         auto const add = [&](void * element) {
             auto * const object = static_cast<NSInterface::ObjectIntf *>(element);
             objects.emplace_back(
                 static_cast<NSInterface::ClassObjectIntf *>(object->cast(NSInterface::ClassObjectIntf::classInfo())),
                 fObject.getDeviant());
         };
-        if (property.field->sequence != nullptr) {
-            internal::PersistentSequence const & sequence = internal::readSequence(*property.field, fState);
+        if (property.links->sequence != nullptr) {
+            internal::PersistentSequence const & sequence = internal::readSequence(*property.links, fState);
             objects.reserve(sequence.size());
             sequence.forEach(add);
-        } else if (NSInterface::ObjectIntf * const value = property.field->get(fState)) {
+        } else if (NSInterface::ObjectIntf * const value = property.links->get(fState)) {
             add(value);
         }
     } else if (property.storage.has(fObject)) {

@@ -4,8 +4,6 @@
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/Descriptors.h>
 #include <ZEL/metamodel/Model.h>
-#include <ZEL/metamodel/MultiValuedPropertyManager.h>
-#include <ZEL/metamodel/SingleValuedPropertyManager.h>
 #include <ZEL/sequences/SequenceBuilder.h>
 #include <ZEL/serializer/writer/PropertyPartition.h>
 
@@ -20,45 +18,10 @@ bool isLeftOut(internal::PropertyView const & property) {
            property.role == internal::PropertyView::Role::Unparented || property.isContainer;
 }
 
-/// The property of that name of the class; null if its tables have none.
-internal::PropertyDescriptor const * descriptorOf(internal::ClassDescriptor const & owner, std::string const & name) {
-    for (internal::PropertyDescriptor const & own : owner.ownProperties) {
-        if (name == own.name) {
-            return &own;
-        }
-    }
-    for (internal::PropertyDescriptor const * const inherited : owner.clones) {
-        if (name == inherited->name) {
-            return inherited;
-        }
-    }
-    return nullptr;
-}
-
 } // namespace
 
 WrittenProperty::WrittenProperty(internal::PropertyView const & view)
     : PropertyView(view), attribute(HASP::XmlConstants::NULL_NS_URI, name) {}
-
-void WrittenProperty::findShortcuts(internal::ClassDescriptor const & ownerClass) {
-    internal::PropertyDescriptor const * const descriptor = descriptorOf(ownerClass, name);
-    PropertyStorageIntf const * const body = storage.getImplementationWithoutAssert();
-    if (descriptor == nullptr || body == nullptr) {
-        return;
-    }
-    // An application may have set a storage of its own, which then knows where the values are.
-    bool const isGenerated = descriptor->isMany() ? dynamic_cast<MultiValuedPropertyManager const *>(body) != nullptr
-                                                  : dynamic_cast<SingleValuedPropertyManager const *>(body) != nullptr;
-    if (!isGenerated) {
-        return;
-    }
-    owner = &ownerClass;
-    if (isDataType) {
-        methods = descriptor->single;
-    } else {
-        field = internal::fieldOf(ownerClass, *descriptor);
-    }
-}
 
 PropertyPartition const & PartitionCache::partitionOf(NSInterface::ClassObjectIntf const & object) {
     internal::ClassDescriptor const & descriptor = object.internal_body()->internal_descriptor();
@@ -111,7 +74,7 @@ std::unique_ptr<PropertyPartition> PartitionCache::makePartition(internal::Class
             continue;
         }
         WrittenProperty * const written = enter(property);
-        written->findShortcuts(descriptor);
+        written->owner = &descriptor;
         if (written->isExtension()) {
             extensions.push_back(written);
         } else if (written->isDataType && written->isMany) {

@@ -9,32 +9,15 @@
 #include <unordered_map>
 #include <vector>
 
-namespace ZEL {
-namespace Generic {
-struct PropertyToSequenceMethods;
-} // namespace Generic
-namespace internal {
-struct ClassDescriptor;
-struct FieldDescriptor;
-struct PropertyDescriptor;
-} // namespace internal
-} // namespace ZEL
-
 namespace ZEL::Serializer {
 
 /// What the writer asks of a property for each object, found once.
 struct WrittenProperty : internal::PropertyView {
     explicit WrittenProperty(internal::PropertyView const & view);
 
-    /// Finds shorter ways to the values in objects of `owner` than the storage, if the property is stored as in
-    /// generated classes.
-    void findShortcuts(internal::ClassDescriptor const & owner);
-
     QualifiedName attribute; ///< its name, in no namespace
 
-    internal::ClassDescriptor const * owner = nullptr;            ///< of whose objects `field` is
-    internal::FieldDescriptor const * field = nullptr;            ///< where links are stored
-    Generic::PropertyToSequenceMethods const * methods = nullptr; ///< of a single value, before it is boxed
+    internal::ClassDescriptor const * owner = nullptr; ///< of whose objects `links` and `value` are; null if unknown
 
     // The data type of the value met last: nearly always that of the next one, too.
     mutable void const * valueType = nullptr;

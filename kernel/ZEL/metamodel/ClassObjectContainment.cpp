@@ -4,9 +4,12 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/ClassObjectOperations.h>
+#include <ZEL/metamodel/ContaineeSequence.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/PropertySupport.h>
+
+#include <memory>
 
 namespace ZEL::NSInterface {
 
@@ -118,7 +121,10 @@ void ClassObjectOperations::removeOnlyContainerZEL(Deviant deviant) {
 }
 
 Sequence<ClassObject> ClassObjectOperations::getContaineeZELs(Deviant deviant) const {
-    return internal::containeeView(*this, deviant, getContaineeZELsWithoutAssociation(deviant));
+    if (internal_body() == nullptr) { // a state
+        return internal::containeeView(*this, deviant, getContaineeZELsWithoutAssociation(deviant));
+    }
+    return Sequence<ClassObject>(std::make_unique<internal::ContaineeSequence>(*this, deviant), deviant);
 }
 
 Sequence<ClassObject> ClassObjectOperations::getContaineeZELsWithoutAssociation(Deviant deviant) const {

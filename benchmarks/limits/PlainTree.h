@@ -25,6 +25,7 @@ class PlainTree {
 public:
     explicit PlainTree(int packages);
 
+    [[nodiscard]] PlainNode const & root() const noexcept { return *fNodes.front(); }
     [[nodiscard]] std::size_t size() const noexcept { return fNodes.size(); }
     /// Bytes that this object uses to own its nodes, which the nodes themselves do not need.
     [[nodiscard]] std::size_t overhead() const noexcept { return fNodes.capacity() * sizeof(fNodes[0]); }

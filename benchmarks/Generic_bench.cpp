@@ -1,0 +1,136 @@
+#include "limits/PlainTree.h"
+#include "limits/VirtualObject.h"
+#include "support/SampleModel.h"
+
+#include <ZEL/metamodel/Package.h>
+#include <ZEL/sequences/Sequence.h>
+
+#include <benchmark/benchmark.h>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+// The roads to values and contents that know nothing of their class, over whole models, beside plain objects and trees.
+// Times are per object.
+
+namespace {
+
+using benchmark::State;
+using ZEL::ImmutableClassObject;
+using ZEL::ImmutableProperty;
+using ZEL::String;
+using ZEL::bench::PlainNode;
+using ZEL::bench::PlainTree;
+using ZEL::bench::SampleModel;
+
+void reportItems(State & state, std::size_t items) {
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(items));
+}
+
+/// Calls `read` with each property of a model of the given number of objects, in the order of their making, after the
+/// second argument's number of models of the same size have come and gone.
+template <class Read> void readInTurn(State & state, Read read) {
+    SampleModel::dropShared();
+    for (std::int64_t i = 0; i < state.range(1); ++i) {
+        static_cast<void>(SampleModel(SampleModel::packagesFor(state.range(0))));
+    }
+    auto const & properties = SampleModel::sharedOf(state.range(0)).properties;
+    for (auto _ : state) {
+        for (ImmutableProperty const & property : properties) {
+            read(property);
+        }
+    }
+    reportItems(state, properties.size());
+}
+
+/// One virtual call for each of as many plain objects.
+void readInTurnLimit(State & state) {
+    auto const objects = ZEL::bench::makeVirtualObjects(static_cast<std::size_t>(state.range(0)));
+    for (auto _ : state) {
+        for (auto const & object : objects) {
+            benchmark::DoNotOptimize(object->nameByValue());
+        }
+    }
+    reportItems(state, objects.size());
+}
+
+void getInTurn(State & state) {
+    readInTurn(state, [](ImmutableProperty const & object) { benchmark::DoNotOptimize(object.getName()); });
+}
+
+void getByProperty(State & state) {
+    ImmutableProperty const name = ZEL::Property::MetaClass().getProperty("name");
+    readInTurn(state, [&](ImmutableProperty const & object) { benchmark::DoNotOptimize(object.getOne(name)); });
+}
+
+void getByName(State & state) {
+    String const name("name");
+    readInTurn(state, [&](ImmutableProperty const & object) { benchmark::DoNotOptimize(object.getOne(name)); });
+}
+
+BENCHMARK(getInTurn)->ArgsProduct({{10'000, 100'000, 1'000'000}, {0, 10}});
+BENCHMARK(getByProperty)->ArgsProduct({{10'000, 100'000, 1'000'000}, {0}});
+BENCHMARK(getByName)->ArgsProduct({{10'000, 100'000, 1'000'000}, {0}});
+BENCHMARK(readInTurnLimit)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
+
+/// Every object of a tree once, through the contents of each.
+void walkContents(State & state) {
+    SampleModel const & sample = SampleModel::sharedOf(state.range(0));
+    std::size_t met = 0;
+    for (auto _ : state) {
+        met = 0;
+        std::vector<ImmutableClassObject> waiting{sample.model.getTopPackage()};
+        while (!waiting.empty()) {
+            ImmutableClassObject const object = waiting.back();
+            waiting.pop_back();
+            ++met;
+            for (ImmutableClassObject const & each : object.getContaineeZELs()) {
+                waiting.push_back(each);
+            }
+        }
+    }
+    reportItems(state, met);
+}
+
+void walkContentsLimit(State & state) {
+    PlainTree const tree(SampleModel::packagesFor(state.range(0)));
+    for (auto _ : state) {
+        std::vector<PlainNode const *> waiting{&tree.root()};
+        while (!waiting.empty()) {
+            PlainNode const * const node = waiting.back();
+            waiting.pop_back();
+            benchmark::DoNotOptimize(node->kind());
+            waiting.insert(waiting.end(), node->children.begin(), node->children.end());
+        }
+    }
+    reportItems(state, tree.size());
+}
+
+/// Names and children of two plain trees in step.
+void compareModelsLimit(State & state) {
+    int const packages = SampleModel::packagesFor(state.range(0));
+    PlainTree const tree(packages);
+    PlainTree const copy(packages);
+    for (auto _ : state) {
+        std::vector<std::pair<PlainNode const *, PlainNode const *>> waiting{{&tree.root(), &copy.root()}};
+        while (!waiting.empty()) {
+            auto const [a, b] = waiting.back();
+            waiting.pop_back();
+            if (a->kind() != b->kind() || a->name != b->name || a->children.size() != b->children.size()) {
+                state.SkipWithError("the copy is different");
+                break;
+            }
+            for (std::size_t i = 0; i < a->children.size(); ++i) {
+                waiting.emplace_back(a->children[i], b->children[i]);
+            }
+        }
+    }
+    reportItems(state, tree.size());
+}
+
+BENCHMARK(walkContents)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
+BENCHMARK(walkContentsLimit)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
+BENCHMARK(compareModelsLimit)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
+
+} // namespace

@@ -12,25 +12,21 @@ namespace ZEL::internal {
 #ifndef ZEL_SANITIZED
 namespace {
 
-/// Pieces that are linked by their own members.
+/// Pieces that are linked by their own members, and leave in the order in which they came.
 class PieceList {
 public:
     explicit constexpr PieceList(PoolPiece::Place place) noexcept : fPlace(place) {}
 
     void push(PoolPiece & piece) noexcept {
         piece.place = fPlace;
-        piece.previous = nullptr;
-        piece.next = fFirst;
-        if (fFirst != nullptr) {
-            fFirst->previous = &piece;
-        }
-        fFirst = &piece;
+        piece.previous = fLast;
+        piece.next = nullptr;
+        (fLast != nullptr ? fLast->next : fFirst) = &piece;
+        fLast = &piece;
     }
     void remove(PoolPiece & piece) noexcept {
         (piece.previous != nullptr ? piece.previous->next : fFirst) = piece.next;
-        if (piece.next != nullptr) {
-            piece.next->previous = piece.previous;
-        }
+        (piece.next != nullptr ? piece.next->previous : fLast) = piece.previous;
         piece.place = PoolPiece::Place::Nowhere;
     }
     /// Null if there is none.
@@ -45,6 +41,7 @@ public:
 private:
     PoolPiece::Place fPlace;
     PoolPiece * fFirst = nullptr;
+    PoolPiece * fLast = nullptr;
 };
 
 /// Blocks of one size: the piece from which they are taken, and the others that have free and used ones.

@@ -4,6 +4,7 @@
 #include <ZEL/deviants/StateMap.h>
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <utility>
 
@@ -17,6 +18,31 @@ NSInterface::ClassObjectIntf & bodyOf(StateMap::Key key) noexcept {
 
 bool comesBefore(StateMap::Entry const & left, StateMap::Entry const & right) noexcept {
     return std::less<>()(left.key, right.key);
+}
+
+/// Sorts entries that consist of a few ascending runs. False, without any change, if the runs are many.
+bool mergeRuns(StateMap::Entry * first, StateMap::Entry * last) noexcept {
+    std::array<StateMap::Entry *, 65> ends;
+    std::size_t count = 0;
+    for (StateMap::Entry * run = first; run != last; ++count) {
+        if (count == ends.size() - 1) {
+            return false;
+        }
+        run = std::is_sorted_until(run, last, comesBefore);
+        ends[count] = run;
+    }
+    while (count > 1) {
+        std::size_t merged = 0;
+        StateMap::Entry * begin = first;
+        for (std::size_t i = 0; i < count; i += 2) {
+            StateMap::Entry * const end = ends[std::min(i + 1, count - 1)];
+            std::inplace_merge(begin, ends[i], end, comesBefore);
+            begin = end;
+            ends[merged++] = end;
+        }
+        count = merged;
+    }
+    return true;
 }
 
 std::uint64_t homeOf(StateMap::Key key) noexcept {
@@ -84,7 +110,10 @@ std::vector<StateMap::Key> StateMap::keys() const {
 }
 
 void StateMap::sort() const noexcept {
-    std::sort(data(), data() + fSize, comesBefore);
+    // Objects that are made together lie together, so the keys of a large change mostly ascend over long stretches.
+    if (!mergeRuns(data(), data() + fSize)) {
+        std::sort(data(), data() + fSize, comesBefore);
+    }
     fIsSorted = true;
     fIsIndexed = false;
 }

@@ -8,14 +8,18 @@
 #include <ZEL/metamodel/ClassObjectOperations.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Property.h>
+#include <ZEL/metamodel/PropertyImpl.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/metamodel/ReflectionErrors.h>
+#include <ZEL/metamodel/SingleValuedPropertyManager.h>
+#include <ZEL/sequences/PropertyToSequenceMethods.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/values/Object.h>
 
 #include <exception>
 #include <memory>
 #include <string_view>
+#include <typeinfo>
 
 namespace ZEL::NSInterface {
 
@@ -49,8 +53,39 @@ auto byName(ClassObjectIntf const & object, Deviant deviant, String const & name
     return access(metaClass.getProperty(name));
 }
 
-/// What `access` makes of the property's storage. An invalid property fails with the text; a failure of the access says
-/// what does not fit what.
+/// The operations of a property with a single value, for reading: the short way, on which nothing is counted. Null for a
+/// property that takes the long one, because its storage is another, or because it cannot be read and that says why.
+Generic::PropertyToSequenceMethods const * singleMethods(ImmutableProperty const & property) {
+    PropertyIntf const * const intf = property.getImplementationWithoutAssert();
+    internal::BodyCore const * const body = intf == nullptr ? nullptr : intf->internal_body();
+    if (body == nullptr || typeid(*body) != typeid(NSImplementation::PropertyImpl)) {
+        return nullptr;
+    }
+    try {
+        using State = NSImplementation::PropertyDeviantImpl;
+        PropertyStorageIntf const * const storage = static_cast<State const &>(*body->readState(property.getDeviant()))
+                                                        .fields.storage.getImplementationWithoutAssert();
+        // Of just this class, since one derived from it may read in another way.
+        return storage != nullptr && typeid(*storage) == typeid(SingleValuedPropertyManager)
+                   ? static_cast<SingleValuedPropertyManager const &>(*storage).methods()
+                   : nullptr;
+    } catch (std::exception const &) {
+        return nullptr;
+    }
+}
+
+/// What `access` returns. A failure of it says what does not fit what.
+template <class Access>
+auto explained(ClassObjectIntf const & object, Deviant deviant, ImmutableProperty const & property,
+               Object const * value, Access access) {
+    try {
+        return access();
+    } catch (std::exception const &) {
+        internal::raiseReflectionError(object, deviant, property, value);
+    }
+}
+
+/// What `access` makes of the property's storage, explained. An invalid property fails with the text.
 template <class Access>
 auto withStorage(ImmutableClassObject const & object, ImmutableProperty const & property, char const * text,
                  Object const * value, Access access) {
@@ -58,11 +93,8 @@ auto withStorage(ImmutableClassObject const & object, ImmutableProperty const & 
         raiseInternalError(text);
     }
     PropertyStorage const storage = property.getStorage();
-    try {
-        return access(storage);
-    } catch (std::exception const &) {
-        internal::raiseReflectionError(*object.getImplementation(), object.getDeviant(), property, value);
-    }
+    return explained(*object.getImplementation(), object.getDeviant(), property, value,
+                     [&] { return access(storage); });
 }
 
 template <class Handle> auto getAll(Handle const & object, ImmutableProperty const & property) {
@@ -103,6 +135,9 @@ ImmutableSequence<ImmutableObject> ClassObjectOperations::get(Deviant deviant, S
 }
 
 Object ClassObjectOperations::getOne(Deviant deviant, ImmutableProperty const & property) {
+    if (auto const * const methods = singleMethods(property)) {
+        return explained(*this, deviant, property, nullptr, [&] { return methods->getOne(this, deviant); });
+    }
     return getFirst(ClassObject(this, deviant), property);
 }
 
@@ -111,6 +146,10 @@ Object ClassObjectOperations::getOne(Deviant deviant, String const & name) {
 }
 
 ImmutableObject ClassObjectOperations::getOne(Deviant deviant, ImmutableProperty const & property) const {
+    if (auto const * const methods = singleMethods(property)) {
+        auto * const self = const_cast<ClassObjectOperations *>(this);
+        return explained(*this, deviant, property, nullptr, [&] { return methods->getOne(self, deviant); });
+    }
     return getFirst(ImmutableClassObject(this, deviant), property);
 }
 
@@ -119,6 +158,10 @@ ImmutableObject ClassObjectOperations::getOne(Deviant deviant, String const & na
 }
 
 Boolean ClassObjectOperations::has(Deviant deviant, ImmutableProperty const & property) const {
+    if (auto const * const methods = singleMethods(property)) {
+        auto * const self = const_cast<ClassObjectOperations *>(this);
+        return Boolean(explained(*this, deviant, property, nullptr, [&] { return methods->has(self, deviant); }));
+    }
     ImmutableClassObject const self(this, deviant);
     return Boolean(withStorage(self, property, kToGet, nullptr, [&](auto & storage) { return storage.has(self); }));
 }

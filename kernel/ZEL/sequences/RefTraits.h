@@ -124,7 +124,7 @@ requires(!BodyElement<V>) struct RefTraits<V> {
         if (V const * const value = ref.valueAs<V>()) [[likely]] {
             return *value;
         }
-        Ref const boxed = ref.boxed();
+        Ref const boxed = ref.isValue() ? ref.boxed() : Ref::ofStoredBody(ref.body(), ref.getDeviant());
         auto * const object =
             static_cast<NSInterface::ValueObjectIntf *>(boxed.body()->cast(NSInterface::ValueObjectIntf::classInfo()));
         if (object == nullptr) {

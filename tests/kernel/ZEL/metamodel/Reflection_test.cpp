@@ -1,6 +1,7 @@
 #include "kernel/ZEL/metamodel/ModelFixture.h"
 
 #include <ZEL/metamodel/PropertyStorage.h>
+#include <ZEL/metamodel/SingleValuedPropertyManager.h>
 
 namespace ZEL::tests {
 namespace {
@@ -36,6 +37,30 @@ TEST_F(Reflection, TakesTheDefinerAndEachCloneAlike) {
     EXPECT_EQ("a", object.getOne(clone).toString().str());
     object.setOrAdd(clone, boxed("b"));
     EXPECT_EQ("b", object.getName().str());
+}
+
+/// Reads in a way of its own.
+struct Shouting final : SingleValuedPropertyManager {
+    using SingleValuedPropertyManager::SingleValuedPropertyManager;
+    Object getOne(ClassObject const &) override { return boxed("TEXT"); }
+    ImmutableObject getOne(ImmutableClassObject const &) const override { return boxed("TEXT"); }
+};
+
+TEST_F(Reflection, ReadsByTheStorageThatThePropertyHasAtTheTime) {
+    comment.setBody(String("text"));
+    ImmutableComment const immutable(comment);
+    PropertyStorage const usual = Comment::MetaClass().getProperty(String("body")).getStorage();
+    auto const & manager = dynamic_cast<SingleValuedPropertyManager const &>(*usual.getImplementation());
+    Property const property = factory.createProperty();
+    property.setStorage(usual);
+    EXPECT_EQ("text", comment.getOne(property).toString());
+    EXPECT_EQ("text", immutable.getOne(property).toString());
+    property.setStorage(PropertyStorage(new Shouting(manager.methods(), 0)));
+    EXPECT_EQ("TEXT", comment.getOne(property).toString());
+    EXPECT_EQ("TEXT", immutable.getOne(property).toString());
+    property.removeStorage();
+    EXPECT_RAISES(kNullRef, comment.getOne(property));
+    EXPECT_RAISES(kNullRef, immutable.has(property));
 }
 
 TEST_F(Reflection, ShowsASingleValueAsASequenceOfNoneOrOne) {

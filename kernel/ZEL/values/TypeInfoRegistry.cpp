@@ -15,15 +15,9 @@ std::map<std::string, internal::BoxedTypePtr> & boxedTypes() {
     return types;
 }
 
-std::uint64_t currentGeneration = 1;
-
-/// To be called when what is registered under the name has changed.
-void forget(std::string const & name) {
-    ++currentGeneration;
-    boxedTypes().erase(name);
-}
-
 } // namespace
+
+std::uint64_t TypeInfoRegistry::fGeneration = 1;
 
 void TypeInfoRegistry::registerTypeInfo(std::string const & name, HASP::TypeInfo const & info) {
     if (!getTypeInfoMap().emplace(name, info).second) {
@@ -88,7 +82,10 @@ internal::BoxedType * TypeInfoRegistry::findBoxedType(std::string const & name) 
     return boxedTypes().emplace(name, std::move(type)).first->second.get();
 }
 
-std::uint64_t TypeInfoRegistry::generation() noexcept { return currentGeneration; }
+void TypeInfoRegistry::forget(std::string const & name) {
+    ++fGeneration;
+    boxedTypes().erase(name);
+}
 
 std::map<std::string, HASP::TypeInfo> & TypeInfoRegistry::getTypeInfoMap() {
     static std::map<std::string, HASP::TypeInfo> types;

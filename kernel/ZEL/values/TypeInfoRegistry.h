@@ -49,11 +49,15 @@ public:
     /// holds no count.
     [[nodiscard]] static internal::BoxedType * findBoxedType(std::string const & name);
     /// Another number after each change of what is registered, never 0: as long as it stays, so do the answers.
-    [[nodiscard]] static std::uint64_t generation() noexcept;
+    [[nodiscard]] static std::uint64_t generation() noexcept { return fGeneration; }
 
 private:
     static std::map<std::string, HASP::TypeInfo> & getTypeInfoMap();
     static std::map<std::string, ImmutableObject> & getMetaTypeMap();
+    /// To be called when what is registered under the name changes.
+    static void forget(std::string const & name);
+
+    static std::uint64_t fGeneration;
 };
 
 } // namespace ZEL

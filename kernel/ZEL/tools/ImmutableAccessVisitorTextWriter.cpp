@@ -14,8 +14,19 @@ namespace {
 
 constexpr std::uint32_t kMostLevels = 1000;
 
-bool isUnparented(ImmutableProperty const & property) {
-    return internal::PropertyView::roleOf(property.getName().str()) == internal::PropertyView::Role::Unparented;
+/// What applies to the property, in braces; empty if nothing does.
+std::string decorationsOf(ImmutableProperty const & property) {
+    std::string items;
+    auto const addIf = [&items](bool applies, char const * item) {
+        if (applies) {
+            items += items.empty() ? " {" : ",";
+            items += item;
+        }
+    };
+    addIf(property.isReadOnly(), "readonly");
+    addIf(property.isDerived(), "derived");
+    addIf(property.isComposite(), "composite");
+    return items.empty() ? items : items + '}';
 }
 
 } // namespace
@@ -30,22 +41,40 @@ ImmutableAccessVisitorTextWriter::~ImmutableAccessVisitorTextWriter() = default;
 
 bool ImmutableAccessVisitorTextWriter::visitProperty(ImmutableClassObject const & object,
                                                      ImmutableProperty const & property) {
-    return property.isDerived() || isUnparented(property) ||
-           ImmutableAccessVisitorTraversalContainment::visitProperty(object, property);
+    return known(property).isLeftOut || ImmutableAccessVisitorTraversalContainment::visitProperty(object, property);
 }
 
 bool ImmutableAccessVisitorTextWriter::traverseStereotypeInstances(ImmutableClassObject const &) { return true; }
 
-bool ImmutableAccessVisitorTextWriter::isContained() const {
+ImmutableAccessVisitorTextWriter::Known const &
+ImmutableAccessVisitorTextWriter::known(ImmutableProperty const & property) {
+    Known & known = fKnown[property];
+    if (known.property.getImplementationWithoutAssert() == nullptr ||
+        !(known.property.getDeviant() == property.getDeviant())) {
+        bool const isDerived = property.isDerived();
+        known.name = property.getName().str();
+        known.decorations = decorationsOf(property);
+        known.isLeftOut =
+            isDerived || internal::PropertyView::roleOf(known.name) == internal::PropertyView::Role::Unparented;
+        known.isPart = property.isComposite() && !isDerived;
+        known.property.rebind(property);
+    }
+    return known;
+}
+
+bool ImmutableAccessVisitorTextWriter::isContained() {
     ImmutableProperty const property = getCurrentMetaProperty();
-    return !property.isValid() || (property.isComposite() && !property.isDerived());
+    return !property.isValid() || known(property).isPart;
 }
 
 void ImmutableAccessVisitorTextWriter::beginContained(ImmutableClassObject const & object) {
+    if (fDepth == 0) {
+        fKnown.clear(); // the metamodel may have changed since the last walk
+    }
     ++fDepth;
     printTabs();
     ImmutableProperty const property = getCurrentMetaProperty();
-    fStream << "[ " << shown((property.isValid() ? property.getName() : object.getMetaClass().getName()).str());
+    fStream << "[ " << shown(property.isValid() ? known(property).name : object.getMetaClass().getName().str());
 }
 
 void ImmutableAccessVisitorTextWriter::endContained() {
@@ -55,7 +84,7 @@ void ImmutableAccessVisitorTextWriter::endContained() {
 }
 
 void ImmutableAccessVisitorTextWriter::printReference(ImmutableClassObject const & object) {
-    fStream << ' ' << shown(getCurrentMetaProperty().getName().str()) << "=\"" << shown(object.toString().str());
+    fStream << ' ' << shown(known(getCurrentMetaProperty()).name) << "=\"" << shown(object.toString().str());
     if (ImmutableProperty const nameProperty = getNameProperty(object); nameProperty.isValid()) {
         if (ImmutableObject const name = object.getOne(nameProperty); name.isValid()) {
             fStream << shown(name.toString().str());
@@ -67,7 +96,7 @@ void ImmutableAccessVisitorTextWriter::printReference(ImmutableClassObject const
 }
 
 void ImmutableAccessVisitorTextWriter::printValue(ImmutableValueObject const & value) {
-    fStream << ' ' << shown(getCurrentMetaProperty().getName().str()) << "=\"" << shown(value.toString().str());
+    fStream << ' ' << shown(known(getCurrentMetaProperty()).name) << "=\"" << shown(value.toString().str());
     printPropertyDecorations();
     fStream << '"';
 }
@@ -82,20 +111,9 @@ void ImmutableAccessVisitorTextWriter::printTabs() {
 
 void ImmutableAccessVisitorTextWriter::printPropertyDecorations() {
     ImmutableProperty const property = getCurrentMetaProperty();
-    if (!property.isValid()) {
-        return;
+    if (property.isValid()) {
+        fStream << known(property).decorations;
     }
-    std::string items;
-    auto const addIf = [&items](bool applies, char const * item) {
-        if (applies) {
-            items += items.empty() ? " {" : ",";
-            items += item;
-        }
-    };
-    addIf(property.isReadOnly(), "readonly");
-    addIf(property.isDerived(), "derived");
-    addIf(property.isComposite(), "composite");
-    fStream << items << (items.empty() ? "" : "}");
 }
 
 bool ImmutableAccessVisitorTextWriter::ObjectWriter::visitStereotypeObject(ImmutableStereotypeObject const & instance) {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <ZEL/metamodel/Property.h>
 #include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
 
 #include <cstdint>
 #include <iosfwd>
 #include <string>
+#include <unordered_map>
 
 namespace ZEL {
 
@@ -65,7 +67,18 @@ private:
         bool visitClassObject(ImmutableClassObject const & object) override;
     };
 
-    [[nodiscard]] bool isContained() const;
+    /// What the metamodel says of a property.
+    struct Known {
+        ImmutableProperty property;
+        std::string name;
+        std::string decorations;
+        bool isLeftOut = false;
+        bool isPart = false;
+    };
+
+    /// Asked of the metamodel once in a walk.
+    [[nodiscard]] Known const & known(ImmutableProperty const & property);
+    [[nodiscard]] bool isContained();
     void beginContained(ImmutableClassObject const & object);
     void endContained();
     void printReference(ImmutableClassObject const & object);
@@ -77,6 +90,7 @@ private:
     PostWriter fPostWriter;
     std::ostream & fStream;
     std::uint32_t fDepth = 0;
+    std::unordered_map<ImmutableProperty, Known> fKnown;
 };
 
 } // namespace ZEL

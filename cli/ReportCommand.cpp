@@ -28,6 +28,7 @@ std::string withoutEnding(std::string const & page) {
 /// Names and values come from elsewhere and must not be taken for markup.
 class PagePrinter : public ZEL::util::HTMLPrinter {
 public:
+    PagePrinter() : HTMLPrinter(Overrides::MarkupAlone) {}
     using HTMLPrinter::printPage;
 
 protected:

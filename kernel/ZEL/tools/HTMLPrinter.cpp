@@ -7,11 +7,13 @@
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/tools/HTMLPrinter.h>
+#include <ZEL/tools/HTMLQuickPage.h>
+#include <ZEL/tools/HTMLTags.h>
 #include <ZEL/tools/Navigation.h>
 #include <ZEL/tools/TypePredicates.h>
 
-#include <optional>
 #include <string_view>
+#include <typeinfo>
 #include <utility>
 
 namespace ZEL::util {
@@ -65,7 +67,25 @@ ImmutableClass checkedMetaClass(ImmutableClassObject const & object) {
 
 } // namespace
 
-HTMLPrinter::HTMLPrinter() : fLogger(Logger::instance()) {}
+/// Writes the tags by the operations of the printer, which may have been overridden.
+class HTMLPrinter::OwnTags {
+public:
+    explicit OwnTags(HTMLPrinter & printer) noexcept : fPrinter(printer) {}
+
+    void start(std::string tag, std::string cssClass) { fPrinter.writeStartTag(std::move(tag), std::move(cssClass)); }
+    void element(std::string tag, std::string_view cssClass, std::string text) {
+        fPrinter.writeElement(std::move(tag), std::string(cssClass), std::move(text));
+    }
+    void end(std::string tag) { fPrinter.writeEndTag(std::move(tag)); }
+    void text(std::string_view text) { fPrinter.output << text; }
+
+private:
+    HTMLPrinter & fPrinter;
+};
+
+HTMLPrinter::HTMLPrinter() : HTMLPrinter(Overrides::Anything) {}
+
+HTMLPrinter::HTMLPrinter(Overrides overrides) : fOverrides(overrides), fLogger(Logger::instance()) {}
 
 HTMLPrinter::~HTMLPrinter() = default;
 
@@ -97,7 +117,11 @@ void HTMLPrinter::printPage(ImmutableClassObject const & element, std::string co
     writeCss();
     writeJss();
     output << html::bodyStart() << controls;
-    printElement(element);
+    if (fOverrides == Overrides::MarkupAlone || typeid(*this) == typeid(HTMLPrinter)) {
+        QuickPage(*this).print(element);
+    } else {
+        printElement(element);
+    }
     output << tail;
     output.flush();
     output.close();
@@ -132,12 +156,17 @@ void HTMLPrinter::printElement(ImmutableClassObject object) {
     }
 }
 
-void HTMLPrinter::printOneElement(ImmutableClassObject const & object) {
-    checkOutput();
-    std::string const id = helperGetID(object);
+std::string HTMLPrinter::enter(ImmutableClassObject const & object) {
+    std::string id = helperGetID(object);
     if (!fPrinted.try_emplace(id, object).second) {
         raiseInternalError("Expects unique ID but " + id + " is not");
     }
+    return id;
+}
+
+void HTMLPrinter::printOneElement(ImmutableClassObject const & object) {
+    checkOutput();
+    std::string const id = enter(object);
     std::vector<ImmutableClassObject> children;
     writeStartTagWithID("div", markupOf(id), "");
     printElementHead(object);
@@ -152,46 +181,45 @@ void HTMLPrinter::printElementHead(ImmutableClassObject object) {
 
 void HTMLPrinter::printElementBody(ImmutableClassObject object, std::vector<ImmutableClassObject> & children) {
     writeStartTag("table", "");
-    object.getMetaClass().getOwnedAttributes().forEach(
-        [&](ImmutableProperty const & property) { printProperty(object, property, children); });
+    auto const view = internal::MetaClassView::of(object.getMetaClass());
+    for (internal::PropertyView const & property : view->properties()) {
+        printProperty(object, property, children);
+    }
     writeEndTag("table");
 }
 
-void HTMLPrinter::printProperty(ImmutableClassObject const & object, ImmutableProperty const & property,
-                                std::vector<ImmutableClassObject> & children) {
-    std::string const name = property.getName();
-    bool const isDerived = property.isDerived();
-    bool const isComposite = property.isComposite();
-
-    ImmutableSequence<ImmutableObject> values;
-    bool isEmpty = false;
-    std::optional<std::string> error;
+std::optional<std::string> HTMLPrinter::read(ImmutableClassObject const & object,
+                                             internal::PropertyView const & property,
+                                             ImmutableSequence<ImmutableObject> & values,
+                                             std::vector<ImmutableObject> & elements) {
     try {
-        values = object.get(property);
-        if (values.isValid()) {
-            // Views are computed when they are read, and may fail only then.
-            isEmpty = values.toVector().empty();
-        } else {
-            error = "Bug!!! No valid values for property:";
+        values = object.get(property.property);
+        if (!values.isValid()) {
+            return "Bug!!! No valid values for property:";
         }
+        // Views are computed when they are read, and may fail only then.
+        values.forEach([&elements](ImmutableObject value) { elements.push_back(std::move(value)); });
+        return std::nullopt;
     } catch (Exception const & exception) {
-        error = exception.GetMessageTxt();
+        return exception.GetMessageTxt();
     } catch (...) {
-        error = "Unknown exception on property: " + name;
+        return "Unknown exception on property: " + property.name;
     }
+}
 
-    std::string const state = error ? " error" : isEmpty ? " empty" : "";
-    writeStartTag("tr",
-                  std::string("property") + (isDerived ? " derived" : "") + (isComposite ? " composite" : "") + state);
-    writeElement("td", "name", markupOf(name));
-    writeStartTag("td", "value" + state);
+void HTMLPrinter::printProperty(ImmutableClassObject const & object, internal::PropertyView const & property,
+                                std::vector<ImmutableClassObject> & children) {
+    ImmutableSequence<ImmutableObject> values;
+    std::vector<ImmutableObject> elements;
+    std::optional<std::string> const error = read(object, property, values, elements);
+    OwnTags tags(*this);
+    page::startRow(tags, property, markupOf(property.name), error ? " error" : elements.empty() ? " empty" : "");
     if (error) {
         output << markupOf(*error);
     } else {
-        printSequenceValue(values, isComposite, isDerived, children);
+        printSequenceValue(values, property.isComposite, property.isDerived, children);
     }
-    writeEndTag("td");
-    writeEndTag("tr");
+    page::endRow(tags);
 }
 
 // --- values ----------------------------------------------------------------------------------------------------------
@@ -201,16 +229,18 @@ void HTMLPrinter::printSequenceValue(ImmutableSequence<ImmutableObject> values, 
     writeStartTag("table", "");
     // Derived properties show again what others contain.
     bool const isContained = isComposite && !isDerived;
-    values.forEach([&](ImmutableObject const & value) { printValue(value, isContained, children); });
+    OwnTags tags(*this);
+    values.forEach([&](ImmutableObject const & value) { printValue(tags, value, isContained, children); });
     writeEndTag("table");
 }
 
-void HTMLPrinter::printValue(ImmutableObject const & value, bool isContained,
+template <class Tags>
+void HTMLPrinter::printValue(Tags & tags, ImmutableObject const & value, bool isContained,
                              std::vector<ImmutableClassObject> & children) {
     std::string typeMetaClassName(noText);
     std::string typeName(noText);
     std::string text(noText);
-    std::string textClass;
+    std::string_view textClass;
     ImmutableClassObject const object(value);
     std::optional<std::string> error;
     try {
@@ -218,10 +248,10 @@ void HTMLPrinter::printValue(ImmutableObject const & value, bool isContained,
         typeName = helperGetTypeName(value);
         if (isValueObject(value)) {
             text = markupOf(value.toString());
-            textClass = "primitive";
+            textClass = page::kPrimitive;
         } else if (object.isValid()) {
             text = hyperLinkElement("#" + markupOf(helperGetID(object)), helperGetName(object));
-            textClass = "classobj";
+            textClass = page::kLink;
         }
     } catch (Exception const & exception) {
         error = exception.GetMessageTxt();
@@ -232,26 +262,25 @@ void HTMLPrinter::printValue(ImmutableObject const & value, bool isContained,
     if (error) {
         fLogger->debug("htmlprinter:error:printSequenceValue: typeName=%s typeMetaClassName=%s value=%s (%s)", typeName,
                        typeMetaClassName, text, *error);
-        writeStartTag("tr", "error");
-        writeElement("td colspan='3'", "error", markupOf(*error));
-        writeEndTag("tr");
+        tags.start("tr", "error");
+        tags.element("td colspan='3'", "error", markupOf(*error));
+        tags.end("tr");
         return;
     }
-    writeStartTag("tr", "");
-    writeElement("td", "metatype", markupOf(typeMetaClassName));
-    writeElement("td", "type", typeName);
-    writeStartTag("td", "value");
+    page::startValue(tags, markupOf(typeMetaClassName), typeName);
     if (textClass.empty()) {
-        output << text;
+        tags.text(text);
     } else {
-        writeElement("span", textClass, text);
+        tags.element("span", textClass, text);
     }
-    writeEndTag("td");
-    writeEndTag("tr");
+    page::endValue(tags);
     if (isContained && object.isValid()) {
         children.push_back(object);
     }
 }
+
+template void HTMLPrinter::printValue(page::TextTags & tags, ImmutableObject const & value, bool isContained,
+                                      std::vector<ImmutableClassObject> & children);
 
 // --- what is said of an object ---------------------------------------------------------------------------------------
 
@@ -263,10 +292,10 @@ std::string HTMLPrinter::helperGetID(ImmutableClassObject object) {
 std::string HTMLPrinter::helperGetName(ImmutableClassObject object) {
     ImmutableProperty const property = internal::MetaClassView::of(checkedMetaClass(object))->nameProperty();
     if (!property.isValid() || !object.has(property)) {
-        return "unnamed";
+        return page::kUnnamed;
     }
     std::string name = object.getOne(property).toString();
-    return name.empty() ? "anonymous" : markupOf(name);
+    return name.empty() ? page::kAnonymous : markupOf(name);
 }
 
 std::string HTMLPrinter::helperGetTypeName(ImmutableObject object) {
@@ -279,19 +308,15 @@ std::string HTMLPrinter::markupOf(std::string text) { return text; }
 // --- tags ------------------------------------------------------------------------------------------------------------
 
 void HTMLPrinter::writeStartTagWithID(std::string tag, std::string id, std::string cssClass) {
-    output << '<' << tag << " id=\"" << id << '"';
-    if (!cssClass.empty()) {
-        output << " class=\"" << cssClass << '"';
-    }
-    output << '>';
+    std::string text;
+    page::TextTags(text).startWithId(tag, id, cssClass);
+    output << text;
 }
 
 void HTMLPrinter::writeStartTag(std::string tag, std::string cssClass) {
-    output << '<' << tag;
-    if (!cssClass.empty()) {
-        output << " class=\"" << cssClass << '"';
-    }
-    output << '>';
+    std::string text;
+    page::TextTags(text).start(tag, cssClass);
+    output << text;
 }
 
 void HTMLPrinter::writeElementWithID(std::string tag, std::string id, std::string cssClass, std::string text) {

@@ -5,13 +5,18 @@
 #include <ZEL/values/Object.h>
 
 #include <fstream>
-#include <map>
+#include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace ZEL {
 
 class Logger;
+
+namespace internal {
+struct PropertyView;
+} // namespace internal
 
 namespace util {
 
@@ -40,6 +45,14 @@ public:
     virtual std::string print(ImmutableClassObject element, std::string fileName);
 
 protected:
+    /// What a derived printer overrides.
+    enum class Overrides { Anything, MarkupAlone };
+
+    /// A printer that overrides nothing of the operations below but `markupOf` says so here: it then makes its pages
+    /// several times as fast, as this class itself does. The others are not called then, and `markupOf` once for what
+    /// does not change during a print.
+    explicit HTMLPrinter(Overrides overrides);
+
     // What the page is made of, for derived printers.
 
     /// The object, then its children. Called for each of them: by a call that is under way for another object, the
@@ -80,13 +93,26 @@ protected:
     std::ofstream output; ///< the page, open during a print
 
 private:
+    class OwnTags;
+    class QuickPage;
+
     void checkOutput() const;
     void printOneElement(ImmutableClassObject const & object);
-    void printProperty(ImmutableClassObject const & object, ImmutableProperty const & property,
+    void printProperty(ImmutableClassObject const & object, internal::PropertyView const & property,
                        std::vector<ImmutableClassObject> & children);
-    void printValue(ImmutableObject const & value, bool isContained, std::vector<ImmutableClassObject> & children);
+    template <class Tags>
+    void printValue(Tags & tags, ImmutableObject const & value, bool isContained,
+                    std::vector<ImmutableClassObject> & children);
+    /// The id of an object that is printed now. Throws if it has been printed.
+    std::string enter(ImmutableClassObject const & object);
+    /// Why the values cannot be read, if so.
+    [[nodiscard]] static std::optional<std::string> read(ImmutableClassObject const & object,
+                                                         internal::PropertyView const & property,
+                                                         ImmutableSequence<ImmutableObject> & values,
+                                                         std::vector<ImmutableObject> & elements);
 
-    std::map<std::string, ImmutableClassObject> fPrinted;
+    Overrides fOverrides = Overrides::Anything;
+    std::unordered_map<std::string, ImmutableClassObject> fPrinted; ///< by id
     Logger * fLogger;
     std::string fPath;                          ///< of the page
     std::vector<ImmutableClassObject> fToPrint; ///< what is still to come, the last one first

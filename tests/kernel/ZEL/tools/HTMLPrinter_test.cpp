@@ -16,6 +16,7 @@
 namespace ZEL::tests {
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -79,12 +80,25 @@ std::string errorRow(std::string const & rowClass, std::string const & name, std
            R"(</td><td class="value error">)" + text + "</td></tr>";
 }
 
+/// Overrides what the library cannot know of, so that each part of its pages goes through its operations.
+struct DerivedPrinter : util::HTMLPrinter {};
+
+struct EscapingPrinter : util::HTMLPrinter {
+    explicit EscapingPrinter(bool saysSo) : HTMLPrinter(saysSo ? Overrides::MarkupAlone : Overrides::Anything) {}
+    std::string markupOf(std::string text) override { return replaced(replaced(text, "&", "&amp;"), "<", "&lt;"); }
+};
+
 struct HTMLPrinterTest : OpenModelFixture {
     HTMLPrinterTest() { model.setUuidBase("u"); }
 
-    std::string printed(ImmutableClassObject const & object) {
-        util::HTMLPrinter().print(object, folder.path("page"));
+    template <class Printer> std::string printedBy(Printer && printer, ImmutableClassObject const & object) {
+        printer.print(object, folder.path("page"));
         return folder.content("page.html");
+    }
+    std::string printed(ImmutableClassObject const & object) {
+        std::string const page = printedBy(util::HTMLPrinter(), object);
+        EXPECT_EQ(page, printedBy(DerivedPrinter(), object));
+        return page;
     }
     /// The headings of a page, in their order.
     static std::vector<std::string> headings(std::string const & page) {
@@ -274,6 +288,40 @@ TEST_F(HTMLPrinterTest, MakesRowsOfWhatCannotBeRead) {
                 testing::Contains("htmlprinter:error:printSequenceValue: typeName=?? typeMetaClassName=?? "
                                   "value=?? (navigation::getMetaTypeClassName:error Not a valid zel object)"));
     EXPECT_THAT(headings(page), testing::SizeIs(1)) << "a dead child is not printed";
+}
+
+TEST_F(HTMLPrinterTest, EscapesTheSameWithAndWithoutItsOperations) {
+    StereotypeObject const object = mark("S<T>");
+    Class const linked = classNamed("a<b&c");
+    say(
+        "v & w",
+        [&] {
+            return sequenceOf({linked, Object(String("<i>"))});
+        },
+        true);
+    say("n < o", []() -> Values { raiseInternalError("<no luck>"); });
+    say("none", [] { return Values(); });
+    std::string const page = printedBy(EscapingPrinter(true), object);
+    EXPECT_EQ(page, printedBy(EscapingPrinter(false), object));
+    std::pair<char const *, char const *> const texts[] = {
+        {"S<T>", "S&lt;T>"},    {"a<b&c", "a&lt;b&amp;c"}, {"<i>", "&lt;i>"},
+        {"v & w", "v &amp; w"}, {"n < o", "n &lt; o"},     {"<no luck>", "&lt;no luck>"},
+    };
+    for (auto const & [text, markup] : texts) {
+        EXPECT_THAT(page, AllOf(HasSubstr(markup), Not(HasSubstr(text))));
+    }
+}
+
+TEST_F(HTMLPrinterTest, MakesLargePagesOfTheSameParts) {
+    constexpr int count = 300;
+    Package const top = factory.createPackage(String("top"));
+    Class const base = classNamed("base");
+    for (int i = 0; i < count; ++i) {
+        Class const inner = classNamed("C" + std::to_string(i));
+        inner.getSuperClasses().push_back(base);
+        top.getPackagedElements().push_back(inner);
+    }
+    EXPECT_THAT(headings(printed(top)), testing::SizeIs(count + 1));
 }
 
 TEST_F(HTMLPrinterTest, PrintsNoObjectTwice) {

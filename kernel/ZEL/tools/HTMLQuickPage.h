@@ -1,0 +1,107 @@
+#pragma once
+
+#include <ZEL/metamodel/MetaClassView.h>
+#include <ZEL/tools/HTMLPrinter.h>
+
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace ZEL {
+
+class SingleValuedPropertyManager;
+
+namespace util {
+
+/// The objects of one page for a printer that overrides nothing, or `markupOf` alone.
+///
+/// What types and properties contribute to the page is made into markup once, links to the objects met last are kept,
+/// and the page goes to the printer's stream in large pieces. For the time of one print, in which the model does not
+/// change. What cannot be read the quick way is left to the printer's own operations, which know how to say why.
+class HTMLPrinter::QuickPage {
+public:
+    /// The printer stays the caller's.
+    explicit QuickPage(HTMLPrinter & printer);
+    ~QuickPage();
+    QuickPage(QuickPage const &) = delete;
+    QuickPage & operator=(QuickPage const &) = delete;
+
+    /// The object and all it contains, as far as possible: after a failure what was made until then is in the stream.
+    void print(ImmutableClassObject const & element);
+
+private:
+    /// An object of the metamodel, in the deviant in which it is asked.
+    struct Key {
+        NSInterface::ObjectIntf const * body = nullptr;
+        Deviant deviant;
+
+        friend bool operator==(Key const & left, Key const & right) noexcept {
+            return left.body == right.body && left.deviant == right.deviant;
+        }
+    };
+    struct HashOfKey {
+        std::size_t operator()(Key const & key) const noexcept {
+            return std::hash<NSInterface::ObjectIntf const *>()(key.body);
+        }
+    };
+
+    /// A type of values.
+    struct TypeMarkup {
+        std::string name;
+        std::string beforeValue; ///< up to the text of a boxed value
+        std::string beforeLink;  ///< up to the link to an object
+    };
+    /// A property of a class.
+    struct Row {
+        internal::PropertyView const * property;
+        SingleValuedPropertyManager const * single; ///< its storage; null if that is of another kind
+        std::string empty;                          ///< the whole row of an object without a value
+        std::string beforeValues;
+    };
+    struct ClassMarkup {
+        std::shared_ptr<internal::MetaClassView const> view; ///< on which the rest stands
+        std::vector<Row> rows;
+        SingleValuedPropertyManager const * name; ///< storage of the name; null if it is of another kind
+    };
+    struct Link {
+        Key object;
+        std::string markup;
+    };
+
+    void printObject(ImmutableClassObject const & object);
+    void printRow(ImmutableClassObject const & object, Row const & row);
+    void printValue(ImmutableObject const & value, bool isContained);
+    /// False if the value is not of the usual kinds.
+    [[nodiscard]] bool printUsual(ImmutableObject const & value, bool isContained);
+    /// Reads the values into `fValues`. Why they cannot be read, if so.
+    [[nodiscard]] std::optional<std::string> read(ImmutableClassObject const & object, Row const & row);
+
+    [[nodiscard]] TypeMarkup const & typeOf(ImmutableObject const & value);
+    [[nodiscard]] ClassMarkup const & classOf(ImmutableClassObject const & object);
+    [[nodiscard]] Row rowOf(internal::PropertyView const & property) const;
+    [[nodiscard]] std::string nameOf(ImmutableClassObject const & object);
+    [[nodiscard]] std::string const & linkTo(ImmutableClassObject const & object);
+
+    void put();
+    void putIfLarge();
+
+    HTMLPrinter & fPrinter;
+    std::string fText; ///< of the page, not yet in the stream
+    std::vector<ImmutableObject> fValues;
+    std::vector<ImmutableClassObject> fToPrint; ///< what is still to come, the last one first
+    std::vector<ImmutableClassObject> fChildren;
+    std::unordered_map<Key, TypeMarkup, HashOfKey> fTypes;
+    std::unordered_map<Key, ClassMarkup, HashOfKey> fClasses;
+    std::array<Link, 64> fLinks; ///< each in the place that its object's address tells
+    // What is the same in all rows.
+    std::string fAfterValues;
+    std::string fAfterValue;
+};
+
+} // namespace util
+} // namespace ZEL

@@ -8,7 +8,6 @@
 #include <ZEL/tools/Navigation.h>
 #include <ZEL/tools/TypePredicates.h>
 
-#include <cstdint>
 #include <iterator>
 #include <utility>
 
@@ -110,8 +109,10 @@ std::optional<std::string> HTMLPrinter::QuickPage::read(ImmutableClassObject con
     bool isReached = row.single != nullptr;
     try {
         if (isReached) {
-            if (row.single->has(object)) {
-                fValues.push_back(row.single->getOne(object));
+            // A null handle stands for no value, but may be one.
+            ImmutableObject value = row.single->getOne(object);
+            if (value.getImplementationWithoutAssert() != nullptr || row.single->has(object)) {
+                fValues.push_back(std::move(value));
             }
             return std::nullopt;
         }
@@ -175,7 +176,12 @@ bool HTMLPrinter::QuickPage::printUsual(ImmutableObject const & value, bool isCo
 
 HTMLPrinter::QuickPage::TypeMarkup const & HTMLPrinter::QuickPage::typeOf(ImmutableObject const & value) {
     NSInterface::SeenObject const seen = value.getImplementation()->internal_metaType(value.getDeviant());
-    Key const key{seen.body, seen.deviant};
+    Key const type{seen.body, seen.deviant};
+    return *fLastTypes.get(type, [&] { return &typeOf(type, value); });
+}
+
+HTMLPrinter::QuickPage::TypeMarkup const & HTMLPrinter::QuickPage::typeOf(Key const & key,
+                                                                          ImmutableObject const & value) {
     auto const found = fTypes.find(key);
     if (found != fTypes.end()) {
         return found->second;
@@ -193,6 +199,11 @@ HTMLPrinter::QuickPage::TypeMarkup const & HTMLPrinter::QuickPage::typeOf(Immuta
 HTMLPrinter::QuickPage::ClassMarkup const & HTMLPrinter::QuickPage::classOf(ImmutableClassObject const & object) {
     ImmutableClass const metaClass = object.getMetaClass();
     Key const key{metaClass.getImplementationWithoutAssert(), metaClass.getDeviant()};
+    return *fLastClasses.get(key, [&] { return &markupOf(metaClass, key); });
+}
+
+HTMLPrinter::QuickPage::ClassMarkup const & HTMLPrinter::QuickPage::markupOf(ImmutableClass const & metaClass,
+                                                                             Key const & key) {
     auto const found = fClasses.find(key);
     if (found != fClasses.end()) {
         return found->second;
@@ -239,16 +250,9 @@ std::string HTMLPrinter::QuickPage::nameOf(ImmutableClassObject const & object) 
 
 std::string const & HTMLPrinter::QuickPage::linkTo(ImmutableClassObject const & object) {
     Key const key{object.getImplementationWithoutAssert(), object.getDeviant()};
-    // The upper bits of the product depend on all bits of the address.
-    static_assert(std::tuple_size_v<decltype(fLinks)> == std::size_t(1) << 6);
-    std::uint64_t const spread = reinterpret_cast<std::uintptr_t>(key.body) * std::uint64_t(0x9E3779B97F4A7C15);
-    Link & link = fLinks[spread >> (64 - 6)];
-    if (!(link.object == key)) {
-        link.object = Key();
-        link.markup = fPrinter.hyperLinkElement("#" + fPrinter.markupOf(fPrinter.helperGetID(object)), nameOf(object));
-        link.object = key;
-    }
-    return link.markup;
+    return fLastLinks.get(key, [&] {
+        return fPrinter.hyperLinkElement("#" + fPrinter.markupOf(fPrinter.helperGetID(object)), nameOf(object));
+    });
 }
 
 } // namespace ZEL::util

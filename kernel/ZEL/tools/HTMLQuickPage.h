@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -68,9 +69,34 @@ private:
         std::vector<Row> rows;
         SingleValuedPropertyManager const * name; ///< storage of the name; null if it is of another kind
     };
-    struct Link {
-        Key object;
-        std::string markup;
+    /// What is known of the objects met last, each in the place that its address tells.
+    template <class Thing> class LastMet {
+    public:
+        /// Of the object; what `make` returns if that is not kept.
+        template <class Make> Thing const & get(Key const & key, Make make) {
+            Place & place = fPlaces[indexOf(key)];
+            if (key.body == nullptr || !(place.key == key)) {
+                place.key = Key(); // while there is no thing
+                place.thing = make();
+                place.key = key;
+            }
+            return place.thing;
+        }
+
+    private:
+        struct Place {
+            Key key;
+            Thing thing = Thing();
+        };
+
+        static constexpr int kBits = 6;
+
+        /// The upper bits of the product depend on all bits of the address.
+        [[nodiscard]] static std::size_t indexOf(Key const & key) noexcept {
+            return reinterpret_cast<std::uintptr_t>(key.body) * std::uint64_t(0x9E3779B97F4A7C15) >> (64 - kBits);
+        }
+
+        std::array<Place, std::size_t(1) << kBits> fPlaces;
     };
 
     void printObject(ImmutableClassObject const & object);
@@ -82,7 +108,9 @@ private:
     [[nodiscard]] std::optional<std::string> read(ImmutableClassObject const & object, Row const & row);
 
     [[nodiscard]] TypeMarkup const & typeOf(ImmutableObject const & value);
+    [[nodiscard]] TypeMarkup const & typeOf(Key const & type, ImmutableObject const & value);
     [[nodiscard]] ClassMarkup const & classOf(ImmutableClassObject const & object);
+    [[nodiscard]] ClassMarkup const & markupOf(ImmutableClass const & metaClass, Key const & key);
     [[nodiscard]] Row rowOf(internal::PropertyView const & property) const;
     [[nodiscard]] std::string nameOf(ImmutableClassObject const & object);
     [[nodiscard]] std::string const & linkTo(ImmutableClassObject const & object);
@@ -97,7 +125,9 @@ private:
     std::vector<ImmutableClassObject> fChildren;
     std::unordered_map<Key, TypeMarkup, HashOfKey> fTypes;
     std::unordered_map<Key, ClassMarkup, HashOfKey> fClasses;
-    std::array<Link, 64> fLinks; ///< each in the place that its object's address tells
+    LastMet<TypeMarkup const *> fLastTypes;
+    LastMet<ClassMarkup const *> fLastClasses;
+    LastMet<std::string> fLastLinks;
     // What is the same in all rows.
     std::string fAfterValues;
     std::string fAfterValue;

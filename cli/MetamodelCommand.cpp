@@ -1,10 +1,10 @@
 #include "Command.h"
+#include "MetaModels.h"
 #include "Models.h"
 
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
 #include <ZEL/UnlimitedNatural.h>
-#include <ZEL/interchange/Interchange.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/Enumeration.h>
@@ -83,7 +83,7 @@ std::size_t numberOfClasses(ZEL::Model const & metamodel) {
 }
 
 void list() {
-    ZEL::Interchange::registerMetaModels();
+    registerAllMetaModels();
     auto const entries = ZEL::NamespaceRegistry::instance()->getMetaUriMappings();
     std::size_t uriWidth = 0;
     std::size_t prefixWidth = 0;

@@ -3,6 +3,7 @@
 #include "Command.h"
 #include "Files.h"
 #include "Losses.h"
+#include "MetaModels.h"
 #include "Options.h"
 #include "Progress.h"
 #include "StandardStreams.h"
@@ -10,7 +11,7 @@
 
 #include <ZEL/String.h>
 #include <ZEL/base/SafeFile.h>
-#include <ZEL/interchange/Interchange.h>
+#include <ZEL/interchange/ReadTransforms.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/NamedElement.h>
@@ -74,12 +75,18 @@ std::string shortened(std::string const & name) {
     return dot == std::string::npos ? name : "..." + name.substr(dot);
 }
 
+/// Invalid if there is none.
+ZEL::Model registeredMetamodel(std::string const & uriOrPrefix) {
+    std::string const uri = ZEL::NamespaceRegistry::instance()->getMetaUri(uriOrPrefix);
+    return ZEL::MetaModelRegistry::instance()->getModelFromUri(uri.empty() ? uriOrPrefix : uri);
+}
+
 } // namespace
 
 OpenModel openModel(std::string const & file, ZEL::Serializer::XmiReaderSettings settings) {
     requireReadable(file);
     Progress const progress("reading " + file);
-    ZEL::Interchange::registerMetaModels();
+    registerMetaModelsFor(file, settings);
     settings.setSkipUnreadableExternalFiles(true);
     ZEL::Serializer::XmiReader reader(settings);
     OpenModel opened;
@@ -112,6 +119,9 @@ OpenModel readModel(std::string const & file, ZEL::Serializer::XmiReaderSettings
 void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Serializer::XmiFormat format) {
     requireWritable(file);
     Progress const progress("writing " + file);
+    if (format.getFormat() != ZEL::Serializer::XmiFormat::Standard) {
+        registerAllMetaModels(); // which the rules of the dialects name
+    }
     NoLeftover noLeftover(file);
     ZEL::Serializer::XmiWriterSettings settings;
     settings.setOutputFormat(format);
@@ -137,13 +147,15 @@ void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Seriali
 }
 
 ZEL::Model metamodelOf(std::string const & uriOrPrefix) {
-    ZEL::Interchange::registerMetaModels();
-    ZEL::NamespaceRegistry const & namespaces = *ZEL::NamespaceRegistry::instance();
-    std::string const uri = namespaces.getMetaUri(uriOrPrefix);
-    ZEL::Model model = ZEL::MetaModelRegistry::instance()->getModelFromUri(uri.empty() ? uriOrPrefix : uri);
+    registerSmallMetaModels();
+    ZEL::Model model = registeredMetamodel(uriOrPrefix);
+    if (!model.isValid()) {
+        registerAllMetaModels();
+        model = registeredMetamodel(uriOrPrefix);
+    }
     if (!model.isValid()) {
         std::vector<std::string> known;
-        for (auto const & entry : namespaces.getMetaUriMappings()) {
+        for (auto const & entry : ZEL::NamespaceRegistry::instance()->getMetaUriMappings()) {
             known.push_back(entry.first + " (" + entry.second + ')');
         }
         throw Trouble("metamodel: found " + nameOf(uriOrPrefix) + ", expected " + zelgen::anyOf(known));

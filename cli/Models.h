@@ -31,7 +31,7 @@ struct OpenModel {
 void writeModel(std::string const & file, ZEL::Model const & model,
                 ZEL::Serializer::XmiFormat format = ZEL::Serializer::XmiFormat::Standard);
 
-/// The metamodel that is registered under the URI or the prefix. Throws `Trouble` if there is none.
+/// The metamodel of that URI or prefix, registered. Throws `Trouble` if there is none.
 [[nodiscard]] ZEL::Model metamodelOf(std::string const & uriOrPrefix);
 
 /// The class of the object, its name if it has one, and its identity: "Class 'library.Book' (..._17)".

@@ -129,6 +129,43 @@ TEST_F(Commands, AMetamodelIsShownByItsPrefixAndByItsUri) {
     EXPECT_EQ(shell("zel metamodel http://schema.omg.org/spec/MOF/2.0").out, shown.out);
 }
 
+TEST_F(Commands, UmlIsLoadedOnlyWhereItIsNeeded) {
+    std::string const head = "<xmi:XMI xmi:version='2.1' xmlns:xmi='http://schema.omg.org/spec/XMI/2.1' "
+                             "xmlns:ZEL='http://schema.omg.org/spec/MOF/2.0'>";
+    std::string const model = "<ZEL:MetaModel xmi:id='_1' name='m'><topPackage xmi:type='ZEL:Package' name='p'>";
+    std::string const tail = "</topPackage></ZEL:MetaModel></xmi:XMI>";
+    make("late.xmi", head + model + "<x:y xmlns:x='http://schema.omg.org/spec/UML/2.1'/>" + tail);
+    make("u.xmi",
+         head + "<uml:Model xmlns:uml='http://www.eclipse.org/uml2/5.0.0/UML' xmi:id='_1' name='u'/></xmi:XMI>");
+    make("link.xmi", head + model +
+                         "<packageImport xmi:type='ZEL:PackageImport'><importedPackage href='u.xmi#_1'/>"
+                         "</packageImport>" +
+                         tail);
+    std::pair<std::string, bool> const cases[] = {
+        {"--version", false},
+        {"--help", false},
+        {"info library.xmi", false},
+        {"convert library.xmi copy.xmi", false},
+        {"compare library.xmi library.xmi", false},
+        {"random r.xmi --seed 1 --depth 2", false},
+        {"metamodel ZEL", false},
+        {"metamodel", true},
+        {"metamodel uml", true},
+        {"random r.xmi --seed 1 --depth 2 --metamodel uml", true},
+        {"convert library.xmi copy.xmi --to magicdraw", true},
+        {"info late.xmi", true},
+        {"info u.xmi", true},
+        {"info link.xmi", true},
+    };
+    for (auto const & [arguments, needsUml] : cases) {
+        Outcome const run = shell("LD_DEBUG=files LD_DEBUG_OUTPUT=loaded zel " + arguments);
+        EXPECT_EQ(run.exitCode, 0) << arguments << '\n' << run.error;
+        EXPECT_EQ(shell("grep -q libzel-uml loaded.*; code=$?; rm loaded.*; exit $code").exitCode, needsUml ? 0 : 1)
+            << arguments;
+    }
+    EXPECT_THAT(shell("zel info link.xmi"), isResult(HasSubstr("\nleft out     nothing\n")));
+}
+
 TEST_F(Commands, TheTourChangesNoFile) {
     EXPECT_EQ(shell("zel tour library.xmi").exitCode, 0);
     EXPECT_EQ(folder.content("library.xmi"), folder.content(kLibrary)); // an absolute path stands for itself

@@ -1,19 +1,25 @@
 #pragma once
 
-#include <ZEL/Export.h>
+#include <ZEL/interchange/ReadTransforms.h>
 
-namespace ZEL::Serializer {
-class XmiReader;
-} // namespace ZEL::Serializer
+#include <Foreign/MetaModelRegistration.h>
+#include <GenericComponent/MetaModelRegistration.h>
+#include <NumericTypes/MetaModelRegistration.h>
+#include <RhapsodyPlatform/MetaModelRegistration.h>
+#include <Tessel/MetaModelRegistration.h>
 
-/// Files of other tools: what they leave out, name otherwise or add to a model.
 namespace ZEL::Interchange {
 
 /// Registers UML with all its profiles, and `Foreign`; what is registered already stays.
-ZEL_API void registerMetaModels();
-
-/// Prepares the reader's next run for files of other tools. This system's own files are read as without, but slower.
-/// Metamodels must be registered before.
-ZEL_API void addReadTransforms(Serializer::XmiReader & reader);
+///
+/// Defined here, so that only a program that calls it loads the library of UML, which is many times larger than the
+/// others.
+inline void registerMetaModels() {
+    NumericTypes::registerMetaModel(); // registers uml, too
+    GenericComponent::registerMetaModel();
+    Tessel::registerMetaModel();
+    RhapsodyPlatform::registerMetaModel();
+    Foreign::registerMetaModel();
+}
 
 } // namespace ZEL::Interchange

@@ -2,7 +2,6 @@
 
 #include <utf8.h>
 
-#include <array>
 #include <cstdint>
 
 namespace cli {
@@ -35,6 +34,22 @@ std::string escaped(std::uint32_t code) {
     }
 }
 
+/// What stands for the sign in a page; empty if it stands for itself.
+std::string_view entityOf(char sign) {
+    switch (sign) {
+    case '&':
+        return "&amp;";
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    case '"':
+        return "&quot;";
+    default:
+        return {};
+    }
+}
+
 } // namespace
 
 std::string printable(std::string_view text) {
@@ -58,17 +73,16 @@ std::string withoutControls(std::string_view text) {
 }
 
 std::string escapedForHtml(std::string_view text) {
-    static constexpr std::string_view kSigns = "&<>\"";
-    static constexpr std::array<char const *, kSigns.size()> kEntities{"&amp;", "&lt;", "&gt;", "&quot;"};
     std::string result;
-    for (char const c : text) {
-        std::size_t const sign = kSigns.find(c);
-        if (sign == std::string_view::npos) {
-            result += c;
-        } else {
-            result += kEntities[sign];
+    std::size_t done = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        std::string_view const entity = entityOf(text[at]);
+        if (!entity.empty()) {
+            result.append(text.substr(done, at - done)).append(entity);
+            done = at + 1;
         }
     }
+    result.append(text.substr(done));
     return result;
 }
 

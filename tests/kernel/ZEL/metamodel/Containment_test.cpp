@@ -254,6 +254,60 @@ TEST_F(Containment, DerivesTheOppositeOfAPropertyFromItsAssociation) {
     EXPECT_EQ(a, c.getOpposite());
 }
 
+/// The elements by the three ways to walk them, which must agree.
+std::vector<ImmutableClassObject> walked(ImmutableSequence<ImmutableClassObject> const & sequence) {
+    std::vector<ImmutableClassObject> const fetched = sequence.toVector();
+    std::vector<ImmutableClassObject> const forward(sequence.begin(), sequence.end());
+    std::vector<ImmutableClassObject> backward;
+    for (auto place = sequence.end(); place != sequence.begin();) {
+        backward.insert(backward.begin(), *--place);
+    }
+    EXPECT_EQ(fetched, forward);
+    EXPECT_EQ(fetched, backward);
+    EXPECT_EQ(fetched.size(), static_cast<std::size_t>(sequence.size()));
+    EXPECT_EQ(fetched.empty(), sequence.empty());
+    return fetched;
+}
+
+TEST_F(Containment, ShowsTheContentsAsTheListsOfThePropertiesDo) {
+    open();
+    Class const object = factory.createClass();
+    auto const contents = object.getContaineeZELs();
+    auto const expectAgreement = [](ClassObject const & of) {
+        EXPECT_EQ(walked(of.getContaineeZELs()),
+                  walked(of.getImplementation()->getContaineeZELsWithoutAssociation(of.getDeviant())));
+    };
+    expectAgreement(object);
+    EXPECT_TRUE(contents.empty());
+    std::vector<ClassObject> children;
+    for (int i = 0; i < 2; ++i) {
+        children.insert(children.end(), {factory.createProperty(), factory.createOperation(), factory.createComment()});
+    }
+    for (ClassObject const & child : children) {
+        contents.push_back(child);
+    }
+    expectAgreement(object);
+    EXPECT_EQ(6, contents.size());
+    model.setTopPackage(factory.createPackage());
+    expectAgreement(model);
+
+    // An iterator stands still while its list loses elements, and goes on in the next list after the last of one.
+    auto place = contents.begin();
+    auto const end = contents.end();
+    for (int left = 6; left > 0; --left) {
+        ASSERT_NE(place, end);
+        ClassObject const erased = *place;
+        place = contents.erase(place);
+        EXPECT_EQ(left - 1, contents.size());
+        EXPECT_FALSE(contents.contains(erased));
+        EXPECT_FALSE(erased.hasContainerZEL());
+        expectAgreement(object);
+    }
+    EXPECT_EQ(place, end);
+    EXPECT_RAISES(kInternalError, *end);
+    EXPECT_ANY_THROW(contents.erase(end));
+}
+
 TEST_F(Containment, EndsAnObjectWithAllItContainsAndBringsThemBack) {
     Package const package = make<Package>();
     Class const object = make<Class>();

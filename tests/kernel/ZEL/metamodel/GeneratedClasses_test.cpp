@@ -3,6 +3,8 @@
 
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/metamodel/FieldValue.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 
 #include <map>
@@ -118,6 +120,28 @@ struct GeneratedClasses : ModelFixture {
     std::vector<ClassObject> examples; ///< one object of each class that a factory makes
 };
 
+/// The value without a box, by the road that the tools take.
+internal::FieldValue fieldValueOf(ImmutableClassObject const & object, PropertyDescriptor const & property) {
+    internal::BodyCore const & body = *object.getImplementation()->internal_body();
+    auto const view = internal::MetaClassView::of(body.internal_descriptor());
+    EXPECT_EQ(&property, view->find(property.name)->descriptor);
+    return view->find(property.name)->value->get(*body.readState(object.getDeviant()));
+}
+
+std::string textOf(internal::FieldValue const & value) {
+    using Form = internal::FieldValue::Form;
+    switch (value.form()) {
+    case Form::Flag:
+        return value.flag() ? "true" : "false";
+    case Form::Integer:
+        return std::to_string(value.integer());
+    case Form::UnlimitedNatural:
+        return UnlimitedNatural(value.number()).toString().str();
+    default:
+        return std::string(value.text());
+    }
+}
+
 /// The value by the operation of the body, which has a short way to the state, and by that of the state.
 void checkRoads(ImmutableClassObject const & object, PropertyDescriptor const & property) {
     if (property.isMany() || property.storage != internal::Storage::Field) {
@@ -131,6 +155,13 @@ void checkRoads(ImmutableClassObject const & object, PropertyDescriptor const & 
     auto const fromState = Generic::RefTraits<Object>::fromRef(property.single->get(&state, deviant));
     EXPECT_EQ(textOf(fromBody), textOf(fromState));
     EXPECT_TRUE(property.typeClass == nullptr || fromBody == fromState);
+    if (property.typeClass == nullptr) {
+        internal::FieldValue const unboxed = fieldValueOf(object, property);
+        EXPECT_EQ(fromBody.isValid() && property.single->has(&body, deviant), unboxed.isSet());
+        if (unboxed.form() != internal::FieldValue::Form::Literal) {
+            EXPECT_EQ(fromBody.toString().str(), textOf(unboxed));
+        }
+    }
 }
 
 TEST_F(GeneratedClasses, SetReadAndRemoveEachWritableProperty) {

@@ -1,5 +1,6 @@
 #include "kernel/ZEL/metamodel/ModelFixture.h"
 
+#include <ZEL/metamodel/Descriptors.h>
 #include <ZEL/metamodel/MetaClassView.h>
 
 namespace ZEL::tests {
@@ -33,6 +34,27 @@ TEST_F(MetaClassViewTest, KnowsWhatAPropertyIsAndWhereAClassComesFrom) {
     EXPECT_TRUE(package->find("owner")->isOfContainer);
     EXPECT_TRUE(package->find("name")->isDataType && !package->find("name")->isMany);
     EXPECT_RAISES(kInternalError, MetaClassView::of(ImmutableClass()));
+}
+
+TEST_F(MetaClassViewTest, KnowsWhereTheValuesOfGeneratedClassesLie) {
+    std::shared_ptr<MetaClassView const> const property = MetaClassView::of(Property::MetaClass());
+    EXPECT_STREQ("NamedElement", property->find("name")->descriptor->owner->name);
+    EXPECT_NE(nullptr, property->find("name")->value);
+    EXPECT_NE(nullptr, property->find("type")->links);
+    for (char const * const elsewhere : {"id", "qualifiedName", "containerZEL"}) {
+        PropertyView const * const found = property->find(elsewhere);
+        EXPECT_TRUE(found->value == nullptr && found->links == nullptr) << elsewhere;
+    }
+
+    // What a class of a user's own says is no generated code's.
+    Class const own = make<Class>();
+    Property const ownName = make<Property>();
+    change([&] {
+        ownName.setName("name");
+        own.getOwnedAttributes().push_back(ownName);
+    });
+    EXPECT_EQ(nullptr, MetaClassView::of(own)->descriptor());
+    EXPECT_EQ(nullptr, MetaClassView::of(own)->find("name")->descriptor);
 }
 
 TEST_F(MetaClassViewTest, IsKeptUntilAMetamodelThatItWasReadFromChangesOrEnds) {

@@ -1,4 +1,5 @@
 #include "support/ExpectRaises.h"
+#include "support/LongRuns.h"
 
 #include <ZEL/base/Cleanup.h>
 #include <ZEL/base/LeakChecker.h>
@@ -240,9 +241,9 @@ TEST(LiveObjectTable, AgreesWithAMapUnderRandomWork) {
 }
 
 TEST(ObjectPool, PlacesNewObjectsInOrderWhereAModelHasGone) {
-#ifdef ZEL_SANITIZED
-    GTEST_SKIP() << "each object is allocated on its own";
-#endif
+    if (kIsSanitized) {
+        GTEST_SKIP() << "each object is allocated on its own";
+    }
     constexpr std::size_t kBlocks = 100'000;
     std::mt19937 random(1);
     auto const takeAll = [](std::size_t size) {

@@ -67,8 +67,9 @@ public:
     /// Null unless a `T` is held. Valid until the `any` changes.
     template <class T> [[nodiscard]] T const * get() const noexcept {
         // The table's address first; it may differ between libraries, the type does not.
-        if (fOperations == &Held<T>::operations || (!empty() && *fOperations->type == typeid(T))) {
-            return Held<T>::in(fRoom);
+        using Value = std::remove_cv_t<T>;
+        if (fOperations == &Held<Value>::operations || (!empty() && *fOperations->type == typeid(T))) {
+            return Held<Value>::in(fRoom);
         }
         return nullptr;
     }

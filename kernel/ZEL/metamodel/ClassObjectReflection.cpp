@@ -1,4 +1,5 @@
-// Reflective access: every form finds the property's storage and calls the operation of the same name there.
+// Reflective access: every form finds the property's storage and calls the operation of the same name there. Reads of
+// single values take the operations out of the storage, which does no more than call them.
 
 #include <ZEL/Boolean.h>
 #include <ZEL/String.h>
@@ -53,8 +54,8 @@ auto byName(ClassObjectIntf const & object, Deviant deviant, String const & name
     return access(metaClass.getProperty(name));
 }
 
-/// The operations of a property with a single value, for reading: the short way, on which nothing is counted. Null for a
-/// property that takes the long one, because its storage is another, or because it cannot be read and that says why.
+/// The operations of a property with a single value, for reading: the short way, on which nothing is counted. Null for
+/// a property that takes the long one: its storage is another, or it cannot be read, and that way says why.
 Generic::PropertyToSequenceMethods const * singleMethods(ImmutableProperty const & property) {
     PropertyIntf const * const intf = property.getImplementationWithoutAssert();
     internal::BodyCore const * const body = intf == nullptr ? nullptr : intf->internal_body();

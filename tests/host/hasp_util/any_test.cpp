@@ -15,6 +15,7 @@ TEST(Any, CastGivesTheValueOfItsExactTypeOnly) {
     any const value = std::string("x");
     EXPECT_EQ(any_cast<std::string>(value), "x");
     EXPECT_EQ(&any_cast<std::string const &>(value), value.get<std::string>());
+    EXPECT_EQ(value.get<std::string const>(), value.get<std::string>());
     EXPECT_THROW((void)any_cast<char const *>(value), bad_any_cast);
     EXPECT_THROW((void)any_cast<int>(any()), std::bad_cast);
 }

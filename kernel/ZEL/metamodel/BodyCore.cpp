@@ -32,11 +32,7 @@ DeviantAssertions assertionsOf(Deviant deviant) { return DeviantAssertions(devia
 
 } // namespace
 
-BodyCore::~BodyCore() {
-    if ((fBits & kRealRootState) != 0) {
-        delete fRootState;
-    }
-}
+void BodyCore::dropRootState() noexcept { delete fRootState; }
 
 // --- counting --------------------------------------------------------------------------------------------------------
 

@@ -19,7 +19,13 @@ class ModelCore;
 /// `readState`, inline: a live root deviant and a real root state are one test each.
 class ZEL_API BodyCore : public virtual NSInterface::ClassObjectOperations {
 public:
-    ~BodyCore() override;
+    /// Inline, as all constructors and destructors between a body and its root base are: one that is not would keep in the
+    /// library, for each class, the tables of all its bases as they are while an object is made or destroyed.
+    ~BodyCore() override {
+        if ((fBits & kRealRootState) != 0) {
+            dropRootState();
+        }
+    }
     static void * operator new(std::size_t size) { return takeFromPool(size); }
     static void operator delete(void * memory, std::size_t size) noexcept { giveToPool(memory, size); }
 
@@ -130,6 +136,7 @@ private:
     void destroyState(Deviant deviant);
     void checkWritable(Deviant deviant) const;
     void setRootState(ObjectIntf * state) const noexcept;
+    void dropRootState() noexcept;
     void checkAccess(Deviant deviant) const;
     /// The state of the object is about to change, or has.
     void forgetViews() const noexcept;

@@ -25,11 +25,7 @@ SparseTable & stereotypeInstanceTable() {
 
 } // namespace
 
-StateCore::~StateCore() {
-    if ((fBits & kHasStereotypeInstances) != 0) {
-        stereotypeInstanceTable().erase(this);
-    }
-}
+void StateCore::dropStereotypeInstances() noexcept { stereotypeInstanceTable().erase(this); }
 
 void StateCore::assignCore(StateCore const & other) {
     if (this == &other) {

@@ -23,7 +23,12 @@ struct ClassDescriptor;
 /// owned by the one place that stores it: a body's root slot, a deviant or a change set.
 class ZEL_API StateCore : public virtual NSInterface::ClassObjectOperations {
 public:
-    ~StateCore() override;
+    /// Inline, as that of `BodyCore` is.
+    ~StateCore() override {
+        if ((fBits & kHasStereotypeInstances) != 0) {
+            dropStereotypeInstances();
+        }
+    }
     static void * operator new(std::size_t size) { return takeFromPool(size); }
     static void operator delete(void * memory, std::size_t size) noexcept { giveToPool(memory, size); }
 
@@ -67,6 +72,8 @@ protected:
 private:
     static constexpr std::uint32_t kPersistenceMask = 3;
     static constexpr std::uint32_t kHasStereotypeInstances = 4;
+
+    void dropStereotypeInstances() noexcept;
 
     std::uint32_t fBits = 0;
 };

@@ -1,11 +1,10 @@
-# zel_trim_library(TARGET) leaves out of a shared library what nothing in it reaches and its users cannot name.
+# zel_trim_library(TARGET EXPORTS) leaves out of a shared library what nothing in it reaches and its users cannot name.
+# EXPORTS is a version script that says what of the names that are visible by themselves is not exported.
 #
-# Most of that are construction vtables, by which the shared bases of a class are called while an object of it is made or
-# destroyed. The linker keeps those of a class as long as its table of them is exported, so these tables are not.
-set(_ZEL_EXPORTS ${CMAKE_CURRENT_LIST_DIR}/exports.map)
-
-function(zel_trim_library target)
+# Most of what goes are construction vtables, by which the shared bases of a class are called while an object of it is
+# made or destroyed. The linker keeps those of a class as long as the table of them is exported.
+function(zel_trim_library target exports)
     target_compile_options(${target} PRIVATE -ffunction-sections -fdata-sections)
-    target_link_options(${target} PRIVATE -Wl,--gc-sections -Wl,--version-script=${_ZEL_EXPORTS})
-    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${_ZEL_EXPORTS})
+    target_link_options(${target} PRIVATE -Wl,--gc-sections -Wl,--version-script=${exports})
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${exports})
 endfunction()

@@ -6,12 +6,13 @@
 namespace HASP {
 
 void ErrorHolder::setError(SimpleErrorDescription error) {
-    if (fError) {
+    if (fHasError) {
         throw std::logic_error("ErrorHolder: holds an error already");
     }
     fError = std::move(error);
+    fHasError = true;
 }
 
-std::string ErrorHolder::getMessage() const { return fError ? fError->getMessage() : std::string(); }
+std::string ErrorHolder::getMessage() const { return fError.getMessage(); }
 
 } // namespace HASP

@@ -24,8 +24,8 @@ bool Type::isLessThan(any const & left, any const & right) const {
 
 Type::~Type() = default;
 
-Type * Type::GetBaseType(TypeInfo const & info) noexcept { return info.fType.get(); }
+Type * Type::GetBaseType(TypeInfo const & info) noexcept { return info.fType; }
 
-TypeInfo Type::CreateTypeInfo(Type * type) { return TypeInfo(std::shared_ptr<Type>(type)); }
+TypeInfo Type::CreateTypeInfo(Type * type) { return TypeInfo(type); }
 
 } // namespace HASP

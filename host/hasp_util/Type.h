@@ -38,11 +38,16 @@ public:
 
 protected:
     Type() = default;
-    Type(Type const &) = default;
-    Type & operator=(Type const &) = default;
+    Type(Type const &) noexcept {} ///< a copy has handles of its own
+    Type & operator=(Type const &) noexcept { return *this; }
 
     /// A handle that owns the new type object.
     [[nodiscard]] static TypeInfo CreateTypeInfo(Type * type);
+
+private:
+    friend class TypeInfo;
+
+    unsigned int fHandles = 0;
 };
 
 } // namespace HASP

@@ -5,8 +5,20 @@
 
 namespace HASP {
 
+TypeInfo::TypeInfo(Type * type) noexcept : fType(type) {
+    if (fType != nullptr) {
+        ++fType->fHandles;
+    }
+}
+
+TypeInfo::~TypeInfo() {
+    if (fType != nullptr && --fType->fHandles == 0) {
+        delete fType;
+    }
+}
+
 Type const & TypeInfo::type() const {
-    if (!fType) {
+    if (fType == nullptr) {
         throw std::logic_error("TypeInfo: the handle is null");
     }
     return *fType;

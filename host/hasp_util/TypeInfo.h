@@ -3,7 +3,6 @@
 #include <hasp_util/Export.h>
 #include <hasp_util/any.h>
 
-#include <memory>
 #include <string>
 #include <utility>
 
@@ -15,10 +14,17 @@ class Type;
 /// Shared handle on a type object. Copies share it; it is destroyed with the last of them.
 ///
 /// A default-constructed handle is null: it can be copied, compared and tested for null; any other operation throws
-/// `std::logic_error`.
+/// `std::logic_error`. The count of the handles is for one thread, as the library is.
 class HOST_API TypeInfo {
 public:
     TypeInfo() noexcept = default;
+    TypeInfo(TypeInfo const & other) noexcept : TypeInfo(other.fType) {}
+    TypeInfo(TypeInfo && other) noexcept : fType(std::exchange(other.fType, nullptr)) {}
+    TypeInfo & operator=(TypeInfo other) noexcept {
+        std::swap(fType, other.fType);
+        return *this;
+    }
+    ~TypeInfo();
 
     [[nodiscard]] bool isNull() const noexcept { return fType == nullptr; }
     [[nodiscard]] any convertFromString(std::string const & text, ErrorHolder & errors) const;
@@ -33,10 +39,11 @@ public:
 
 private:
     friend class Type;
-    explicit TypeInfo(std::shared_ptr<Type> type) noexcept : fType(std::move(type)) {}
+    /// Counted by the type object; null makes a null handle.
+    explicit TypeInfo(Type * type) noexcept;
     [[nodiscard]] Type const & type() const;
 
-    std::shared_ptr<Type> fType;
+    Type * fType = nullptr;
 };
 
 } // namespace HASP

@@ -1,6 +1,8 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/sequences/GenericPropertyToSequenceProxy.h>
 
+#include <memory>
+
 namespace ZEL::Generic {
 
 IteratorPtr GenericPropertyToSequenceProxy::iterator(bool isEnd) const {

@@ -2,6 +2,8 @@
 
 #include <ZEL/sequences/ForwardingSequence.h>
 
+#include <memory>
+
 namespace ZEL::Generic {
 
 /// Lets a storage that stands alone, such as the list of a query's results, live by its handles: owns the storage and

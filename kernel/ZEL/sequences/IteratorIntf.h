@@ -1,11 +1,11 @@
 #pragma once
 
 #include <ZEL/base/ReferenceCountingIntf.h>
+#include <ZEL/base/SoleOwner.h>
 #include <ZEL/deviants/Deviant.h>
 #include <ZEL/sequences/Ref.h>
 
-#include <limits>
-#include <memory>
+#include <climits>
 
 namespace ZEL::Generic {
 
@@ -33,7 +33,7 @@ private:
 };
 
 class IteratorIntf;
-using IteratorPtr = std::unique_ptr<IteratorIntf>;
+using IteratorPtr = internal::SoleOwner<IteratorIntf>;
 
 /// A place in a sequence without the type of its elements. Made by the sequence, owned by whoever asked for it.
 ///
@@ -42,7 +42,7 @@ using IteratorPtr = std::unique_ptr<IteratorIntf>;
 class ZEL_API IteratorIntf : public InSequenceDomain<IteratorIntf> {
 public:
     /// Answer of `position` when the place is no plain number.
-    static constexpr int kNoPosition = std::numeric_limits<int>::min();
+    static constexpr int kNoPosition = INT_MIN;
 
     [[nodiscard]] virtual Ref current(Deviant deviant) const = 0;
     virtual void next(Deviant deviant) = 0;

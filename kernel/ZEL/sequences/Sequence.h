@@ -91,8 +91,8 @@ public:
     Sequence() noexcept = default;
     Sequence(Generic::SequenceIntf * body, Deviant deviant) : ImmutableSequence<T>(body, deviant) {}
     /// Takes the body into ownership: it goes with the last handle.
-    template <std::derived_from<Generic::SequenceIntf> Body>
-    Sequence(std::unique_ptr<Body> body, Deviant deviant) : ImmutableSequence<T>(std::move(body), deviant) {}
+    template <Generic::BodyOwner Owner>
+    Sequence(Owner body, Deviant deviant) : ImmutableSequence<T>(std::move(body), deviant) {}
 
     // Not from `ImmutableSequence`: what was handed out for reading is not for writing.
     template <class U>
@@ -135,7 +135,7 @@ private:
 
     [[nodiscard]] Generic::SequenceIntf & body() const { return Generic::SequenceHandle::body(); }
     [[nodiscard]] Deviant deviant() const noexcept { return this->getDeviant(); }
-    [[nodiscard]] iterator adopt(std::unique_ptr<Generic::IteratorIntf> inner) const {
+    [[nodiscard]] iterator adopt(Generic::IteratorPtr inner) const {
         return iterator(Generic::SequenceCursor::at(this->pointer(), deviant(), std::move(inner)));
     }
 };

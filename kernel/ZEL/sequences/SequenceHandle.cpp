@@ -2,6 +2,8 @@
 #include <ZEL/sequences/GenericReferenceCountingSequenceProxy.h>
 #include <ZEL/sequences/SequenceHandle.h>
 
+#include <memory>
+
 namespace ZEL::Generic {
 
 bool SequenceHandle::empty() const {
@@ -13,12 +15,13 @@ bool SequenceHandle::empty() const {
     return sequence.generic_begin(fDeviant)->equal(sequence.generic_end(fDeviant).get());
 }
 
-SequenceIntf * SequenceHandle::counted(std::unique_ptr<SequenceIntf> body, Deviant deviant) {
-    if (body == nullptr || dynamic_cast<SequenceProxy const *>(body.get()) != nullptr) {
-        return body.release();
+SequenceIntf * SequenceHandle::counted(SequenceIntf * body, Deviant deviant) {
+    std::unique_ptr<SequenceIntf> own(body);
+    if (own == nullptr || dynamic_cast<SequenceProxy const *>(body) != nullptr) {
+        return own.release();
     }
-    auto owner = std::make_unique<GenericReferenceCountingSequenceProxy>(SequenceHandle(body.get(), deviant));
-    static_cast<void>(body.release()); // the owner's now
+    auto owner = std::make_unique<GenericReferenceCountingSequenceProxy>(SequenceHandle(body, deviant));
+    static_cast<void>(own.release()); // the owner's now
     return owner.release();
 }
 

@@ -4,10 +4,15 @@
 #include <ZEL/sequences/SequenceProxy.h>
 
 #include <concepts>
-#include <memory>
 #include <utility>
 
 namespace ZEL::Generic {
+
+/// The owner of a sequence's body, such as `std::unique_ptr`.
+template <class Owner>
+concept BodyOwner = std::derived_from<typename Owner::element_type, SequenceIntf> && requires(Owner & owner) {
+    owner.release();
+};
 
 /// What the handles on sequences are without the type of their elements: a counted body and the deviant that is passed
 /// to each of its operations.
@@ -22,12 +27,11 @@ public:
     SequenceHandle(SequenceIntf * body, Deviant deviant) : fBody(body), fDeviant(deviant) {}
     /// Takes the body into ownership: it goes with the last handle. A storage, which nobody counts, gets a counted body
     /// around it, which `getImplementation` returns.
-    template <std::derived_from<SequenceIntf> Body>
-    SequenceHandle(std::unique_ptr<Body> body, Deviant deviant) : fDeviant(deviant) {
-        if constexpr (std::derived_from<Body, SequenceProxy>) {
+    template <BodyOwner Owner> SequenceHandle(Owner body, Deviant deviant) : fDeviant(deviant) {
+        if constexpr (std::derived_from<typename Owner::element_type, SequenceProxy>) {
             fBody = body.release();
         } else {
-            fBody = counted(std::move(body), deviant);
+            fBody = counted(body.release(), deviant);
         }
     }
 
@@ -55,7 +59,8 @@ protected:
 
 private:
     [[noreturn]] static void failOnNull();
-    [[nodiscard]] static SequenceIntf * counted(std::unique_ptr<SequenceIntf> body, Deviant deviant);
+    /// The body, which it takes into ownership, or a counted one around it.
+    [[nodiscard]] static SequenceIntf * counted(SequenceIntf * body, Deviant deviant);
 
     SequencePtr fBody;
     mutable Deviant fDeviant;

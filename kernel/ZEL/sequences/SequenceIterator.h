@@ -4,7 +4,8 @@
 #include <ZEL/sequences/SequenceCursor.h>
 
 #include <cstddef>
-#include <iterator>
+#include <string> // has the tags of iterators too, without the streams of <iterator>
+#include <utility>
 
 namespace ZEL::Generic {
 

@@ -3,7 +3,6 @@
 #include <compare>
 #include <concepts>
 #include <cstdint>
-#include <limits>
 #include <type_traits>
 
 namespace ZEL {
@@ -12,18 +11,24 @@ class Double;
 
 namespace ZEL::internal {
 
+/// The bounds of an integer type; not of `<limits>`, which costs every program that includes a value.
+template <class T>
+inline constexpr T kGreatest = std::is_signed_v<T> ? static_cast<T>(static_cast<std::make_unsigned_t<T>>(-1) >> 1)
+                                                   : static_cast<T>(-1);
+template <class T> inline constexpr T kLeast = static_cast<T>(std::is_signed_v<T> ? -kGreatest<T> - 1 : 0);
+
 /// Truncates toward zero. Out of range becomes the nearest value, and NaN becomes 0.
 template <class T> [[nodiscard]] constexpr T truncated(double value) noexcept {
     // The limits as doubles: the upper one is the first value that does not fit.
-    constexpr double low = static_cast<double>(std::numeric_limits<T>::min());
-    constexpr double beyond = 2.0 * static_cast<double>((std::numeric_limits<T>::max() >> 1) + 1);
+    constexpr double low = static_cast<double>(kLeast<T>);
+    constexpr double beyond = 2.0 * static_cast<double>((kGreatest < T >>> 1) + 1);
     if (value != value) {
         return 0;
     }
     if (value >= beyond) {
-        return std::numeric_limits<T>::max();
+        return kGreatest<T>;
     }
-    return value <= low ? std::numeric_limits<T>::min() : static_cast<T>(value);
+    return value <= low ? kLeast<T> : static_cast<T>(value);
 }
 
 /// One of the named classes. Value classes are made of each other by constructors over this, so that none needs the

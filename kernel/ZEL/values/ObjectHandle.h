@@ -3,6 +3,11 @@
 #include <ZEL/deviants/ObjectIntf.h>
 #include <ZEL/values/RefBase.h>
 
+#include <compare>
+#include <concepts>
+#include <cstddef>
+#include <string_view>
+
 namespace ZEL {
 
 namespace NSInterface {
@@ -117,8 +122,10 @@ bool operator!=(A const & a, B const & b) noexcept {
 }
 template <internal::ObjectHandleType A, internal::ObjectHandleType B>
 bool operator<(A const & a, B const & b) noexcept {
-    return std::less<NSInterface::ObjectIntf const *>()(a.getImplementationWithoutAssert(),
-                                                        b.getImplementationWithoutAssert());
+    // Addresses of separate objects: of `<compare>`, because `std::less` takes all of `<functional>`.
+    return std::compare_three_way()(static_cast<NSInterface::ObjectIntf const *>(a.getImplementationWithoutAssert()),
+                                    static_cast<NSInterface::ObjectIntf const *>(b.getImplementationWithoutAssert())) <
+           0;
 }
 template <internal::ObjectHandleType A, internal::ObjectHandleType B>
 bool operator>(A const & a, B const & b) noexcept {

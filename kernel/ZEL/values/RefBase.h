@@ -6,7 +6,6 @@
 #include <ZEL/deviants/Deviant.h>
 
 #include <concepts>
-#include <functional>
 #include <type_traits>
 #include <utility>
 

@@ -5,7 +5,6 @@
 
 #include <concepts>
 #include <cstddef>
-#include <functional>
 #include <iosfwd>
 #include <string>
 #include <string_view>

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <utility>
+
+namespace ZEL::internal {
+
+/// Owns one object on the heap, or none, and deletes it at its end.
+///
+/// For the headers that every program includes: what they pass on of `std::unique_ptr` without what `<memory>` costs to
+/// compile. It takes over what any such owner of a derived class releases, so callees still use `std::make_unique`.
+template <class T> class SoleOwner {
+public:
+    SoleOwner() noexcept = default;
+    SoleOwner(std::nullptr_t) noexcept {}
+    explicit SoleOwner(T * object) noexcept : fObject(object) {}
+    SoleOwner(SoleOwner && other) noexcept : fObject(other.release()) {}
+    /// From another owner that is given up. `T` then has a virtual destructor.
+    template <class Owner>
+    requires(!std::same_as<Owner, SoleOwner> && requires(Owner & owner) {
+        typename Owner::element_type;
+        { owner.release() } -> std::convertible_to<T *>;
+    }) SoleOwner(Owner && other)
+    noexcept : fObject(other.release()) {}
+    ~SoleOwner() { delete fObject; }
+
+    SoleOwner & operator=(SoleOwner && other) noexcept {
+        SoleOwner taken(std::move(other)); // with the old object from here on
+        std::swap(fObject, taken.fObject);
+        return *this;
+    }
+
+    [[nodiscard]] T * get() const noexcept { return fObject; }
+    [[nodiscard]] T * operator->() const noexcept { return fObject; }
+    [[nodiscard]] T & operator*() const noexcept { return *fObject; }
+    explicit operator bool() const noexcept { return fObject != nullptr; }
+
+    /// The object, which now belongs to the caller.
+    [[nodiscard]] T * release() noexcept { return std::exchange(fObject, nullptr); }
+    void reset() noexcept { *this = SoleOwner(); }
+
+    friend bool operator==(SoleOwner const & a, SoleOwner const & b) noexcept { return a.fObject == b.fObject; }
+    friend bool operator==(SoleOwner const & a, std::nullptr_t) noexcept { return a.fObject == nullptr; }
+
+private:
+    T * fObject = nullptr;
+};
+
+} // namespace ZEL::internal

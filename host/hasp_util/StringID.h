@@ -2,7 +2,7 @@
 
 #include <hasp_util/Export.h>
 
-#include <functional>
+#include <compare>
 #include <string>
 #include <string_view>
 
@@ -22,7 +22,9 @@ public:
 
     friend bool operator==(StringID left, StringID right) noexcept { return left.fText == right.fText; }
     /// An arbitrary order, which stays the same within one process.
-    friend bool operator<(StringID left, StringID right) noexcept { return std::less<>()(left.fText, right.fText); }
+    friend bool operator<(StringID left, StringID right) noexcept {
+        return std::compare_three_way()(left.fText, right.fText) < 0;
+    }
 
 private:
     std::string const * fText;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -43,7 +42,7 @@ public:
             return;
         }
         OpenTable larger;
-        larger.fSize = std::max(fSize, kFirstSize);
+        larger.fSize = fSize < kFirstSize ? kFirstSize : fSize;
         while (larger.fSize < 2 * taken) {
             larger.fSize *= 2;
         }

@@ -2,7 +2,8 @@
 
 #include <ZEL/Export.h>
 
-#include <boost/function.hpp>
+#include <boost/function/function0.hpp>
+#include <boost/function/function1.hpp>
 
 #include <map>
 #include <string>

@@ -6,7 +6,8 @@
 #include <ZEL/values/RefBase.h>
 
 #include <compare>
-#include <functional>
+#include <cstddef>
+#include <string_view>
 #include <type_traits>
 
 namespace ZEL {
@@ -48,12 +49,7 @@ public:
     }
     /// By body, so that handles can be keys.
     friend std::strong_ordering operator<=>(PropertyStorage const & a, PropertyStorage const & b) noexcept {
-        if (a == b) {
-            return std::strong_ordering::equal;
-        }
-        return std::less<>()(a.getImplementationWithoutAssert(), b.getImplementationWithoutAssert())
-                   ? std::strong_ordering::less
-                   : std::strong_ordering::greater;
+        return std::compare_three_way()(a.getImplementationWithoutAssert(), b.getImplementationWithoutAssert());
     }
 
 private:

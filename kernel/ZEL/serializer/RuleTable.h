@@ -4,7 +4,7 @@
 #include <ZEL/serializer/Context.h>
 #include <ZEL/serializer/ContextSequence.h>
 
-#include <boost/function.hpp>
+#include <boost/function/function1.hpp>
 
 #include <cstddef>
 #include <cstdint>

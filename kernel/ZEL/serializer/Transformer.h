@@ -5,7 +5,8 @@
 #include <ZEL/serializer/ContextSequence.h>
 #include <ZEL/serializer/RuleTable.h>
 
-#include <boost/function.hpp>
+#include <boost/function/function1.hpp>
+#include <boost/function/function2.hpp>
 
 #include <string>
 #include <utility>

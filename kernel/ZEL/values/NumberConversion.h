@@ -11,24 +11,28 @@ class Double;
 
 namespace ZEL::internal {
 
-/// The bounds of an integer type; not of `<limits>`, which costs every program that includes a value.
-template <class T>
-inline constexpr T kGreatest = std::is_signed_v<T> ? static_cast<T>(static_cast<std::make_unsigned_t<T>>(-1) >> 1)
-                                                   : static_cast<T>(-1);
-template <class T> inline constexpr T kLeast = static_cast<T>(std::is_signed_v<T> ? -kGreatest<T> - 1 : 0);
+/// The greatest value of an integer type; not of `<limits>`, which costs every program that includes a value.
+template <class T> [[nodiscard]] constexpr T greatest() noexcept {
+    return static_cast<T>(std::is_signed_v<T> ? static_cast<std::make_unsigned_t<T>>(-1) / 2
+                                              : static_cast<std::make_unsigned_t<T>>(-1));
+}
+/// The least value of an integer type.
+template <class T> [[nodiscard]] constexpr T least() noexcept {
+    return static_cast<T>(std::is_signed_v<T> ? -greatest<T>() - 1 : 0);
+}
 
 /// Truncates toward zero. Out of range becomes the nearest value, and NaN becomes 0.
 template <class T> [[nodiscard]] constexpr T truncated(double value) noexcept {
     // The limits as doubles: the upper one is the first value that does not fit.
-    constexpr double low = static_cast<double>(kLeast<T>);
-    constexpr double beyond = 2.0 * static_cast<double>((kGreatest < T >>> 1) + 1);
+    constexpr double low = static_cast<double>(least<T>());
+    constexpr double beyond = 2.0 * static_cast<double>((greatest<T>() >> 1) + 1);
     if (value != value) {
         return 0;
     }
     if (value >= beyond) {
-        return kGreatest<T>;
+        return greatest<T>();
     }
-    return value <= low ? kLeast<T> : static_cast<T>(value);
+    return value <= low ? least<T>() : static_cast<T>(value);
 }
 
 /// One of the named classes. Value classes are made of each other by constructors over this, so that none needs the

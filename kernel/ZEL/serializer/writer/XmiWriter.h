@@ -5,7 +5,7 @@
 #include <ZEL/serializer/writer/VisitableContext.h>
 #include <ZEL/serializer/writer/XmiWriterSettings.h>
 
-#include <boost/function.hpp>
+#include <boost/function/function2.hpp>
 
 #include <memory>
 #include <string>

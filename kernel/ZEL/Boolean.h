@@ -3,13 +3,11 @@
 #include <ZEL/values/NumberConversion.h>
 #include <ZEL/values/String.h>
 #include <ZEL/values/ValueBase.h>
+#include <ZEL/values/ValuesFwd.h>
 
 #include <concepts>
 
 namespace ZEL {
-
-class Double;
-class Integer;
 
 /// The truth value. False comes before true; a number is compared as "not 0".
 class ZEL_API Boolean : public ValueBase<Boolean> {

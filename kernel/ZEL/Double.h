@@ -3,16 +3,11 @@
 #include <ZEL/values/NumberConversion.h>
 #include <ZEL/values/String.h>
 #include <ZEL/values/ValueBase.h>
+#include <ZEL/values/ValuesFwd.h>
 
 #include <type_traits>
 
 namespace ZEL {
-
-class Boolean;
-class Integer;
-class Real;
-class Single;
-class UnlimitedNatural;
 
 /// The 64-bit floating number that converts from and to all other numbers.
 ///

@@ -3,15 +3,12 @@
 #include <ZEL/values/NumberConversion.h>
 #include <ZEL/values/String.h>
 #include <ZEL/values/ValueBase.h>
+#include <ZEL/values/ValuesFwd.h>
 
 #include <concepts>
 #include <cstdint>
 
 namespace ZEL {
-
-class Boolean;
-class Double;
-class UnlimitedNatural;
 
 /// The signed 32-bit number.
 ///

@@ -3,10 +3,9 @@
 #include <ZEL/values/NumberConversion.h>
 #include <ZEL/values/String.h>
 #include <ZEL/values/ValueBase.h>
+#include <ZEL/values/ValuesFwd.h>
 
 namespace ZEL {
-
-class Double;
 
 /// The 64-bit floating number of the metamodel; compared as one with every operand.
 class ZEL_API Real : public ValueBase<Real> {

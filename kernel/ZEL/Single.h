@@ -3,10 +3,9 @@
 #include <ZEL/values/NumberConversion.h>
 #include <ZEL/values/String.h>
 #include <ZEL/values/ValueBase.h>
+#include <ZEL/values/ValuesFwd.h>
 
 namespace ZEL {
-
-class Double;
 
 /// The 32-bit floating number. An operand of a comparison is narrowed to it first.
 class ZEL_API Single : public ValueBase<Single> {

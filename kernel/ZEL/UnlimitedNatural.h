@@ -3,14 +3,12 @@
 #include <ZEL/values/NumberConversion.h>
 #include <ZEL/values/String.h>
 #include <ZEL/values/ValueBase.h>
+#include <ZEL/values/ValuesFwd.h>
 
 #include <concepts>
 #include <cstdint>
 
 namespace ZEL {
-
-class Double;
-class Integer;
 
 /// The unsigned 32-bit number whose greatest value means "unlimited". Compared with integers as an unsigned one.
 class ZEL_API UnlimitedNatural : public ValueBase<UnlimitedNatural> {

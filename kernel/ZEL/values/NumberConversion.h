@@ -1,13 +1,11 @@
 #pragma once
 
+#include <ZEL/values/ValuesFwd.h>
+
 #include <compare>
 #include <concepts>
 #include <cstdint>
 #include <type_traits>
-
-namespace ZEL {
-class Double;
-}
 
 namespace ZEL::internal {
 

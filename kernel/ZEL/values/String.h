@@ -2,6 +2,7 @@
 
 #include <ZEL/values/NumberConversion.h>
 #include <ZEL/values/ValueBase.h>
+#include <ZEL/values/ValuesFwd.h>
 
 #include <concepts>
 #include <cstddef>
@@ -11,13 +12,6 @@
 #include <utility>
 
 namespace ZEL {
-
-class Boolean;
-class Double;
-class Integer;
-class Real;
-class Single;
-class UnlimitedNatural;
 
 /// The text value: UTF-8, compared byte by byte.
 ///

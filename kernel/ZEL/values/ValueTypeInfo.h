@@ -1,16 +1,9 @@
 #pragma once
 
 #include <ZEL/values/TypeInfoBase.h>
+#include <ZEL/values/ValuesFwd.h>
 
 namespace ZEL {
-
-class Boolean;
-class Double;
-class Integer;
-class Real;
-class Single;
-class String;
-class UnlimitedNatural;
 
 namespace internal {
 

@@ -8,6 +8,7 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace HASP::tests {
@@ -15,7 +16,11 @@ namespace {
 
 class TextType final : public Type {
 public:
-    static TypeInfo Create() { return CreateTypeInfo(new TextType); }
+    static TypeInfo Create() { return own(new TextType); }
+    static TypeInfo own(Type * type) { return CreateTypeInfo(type); }
+
+    ~TextType() override { ++gone; }
+
     any convertFromString(std::string const & text, ErrorHolder & errors) const override {
         if (text.empty()) {
             errors.setError({"no text", CodeLocation("Text", 7)});
@@ -26,6 +31,8 @@ public:
     std::string convertToString(any const & value) const override { return any_cast<std::string>(value); }
     any defaultConstruct() const override { return std::string("none"); }
     TextType * clone() const override { return new TextType(*this); }
+
+    inline static int gone = 0; ///< how many have been destroyed
 };
 
 TEST(TypeInfo, CopiesShareOneTypeObjectAndNullRaisesWhenUsed) {
@@ -39,6 +46,26 @@ TEST(TypeInfo, CopiesShareOneTypeObjectAndNullRaisesWhenUsed) {
     EXPECT_TRUE(first.isNull());
     EXPECT_EQ(Type::GetBaseType(first), nullptr);
     EXPECT_THROW((void)first.defaultConstruct(), std::logic_error);
+}
+
+TEST(TypeInfo, TheTypeGoesWithItsLastHandleAndACopyOfItHasItsOwn) {
+    int const before = TextType::gone;
+    TypeInfo first = TextType::Create();
+    TypeInfo second = first;
+    TypeInfo third = std::move(second);
+    second = third;
+    TypeInfo const & same = second;
+    second = same;
+    {
+        TypeInfo const copy = TextType::own(Type::GetBaseType(first)->clone());
+        EXPECT_NE(copy, first);
+    }
+    EXPECT_EQ(TextType::gone, before + 1);
+    first = TypeInfo();
+    third = TypeInfo();
+    EXPECT_EQ(TextType::gone, before + 1);
+    second = TypeInfo();
+    EXPECT_EQ(TextType::gone, before + 2);
 }
 
 TEST(Type, ReportsAFailedConversionInTheHolder) {

@@ -118,7 +118,7 @@ void HTMLPrinter::printPage(ImmutableClassObject const & element, std::string co
     writeJss();
     output << html::bodyStart() << controls;
     if (fOverrides == Overrides::MarkupAlone || typeid(*this) == typeid(HTMLPrinter)) {
-        QuickPage(*this).print(element);
+        HTMLQuickPage(*this).print(element);
     } else {
         printElement(element);
     }

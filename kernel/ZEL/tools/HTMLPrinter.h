@@ -20,6 +20,8 @@ struct PropertyView;
 
 namespace util {
 
+class HTMLQuickPage;
+
 /// Writes an object and all it contains as one XHTML page, to be read in a browser.
 ///
 /// Each object has a heading and a table of its properties, with links to the objects that are its values. Objects
@@ -94,7 +96,7 @@ protected:
 
 private:
     class OwnTags;
-    class QuickPage;
+    friend class HTMLQuickPage;
 
     void checkOutput() const;
     void printOneElement(ImmutableClassObject const & object);

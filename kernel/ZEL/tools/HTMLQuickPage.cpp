@@ -1,8 +1,12 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/String.h>
+#include <ZEL/UnlimitedNatural.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/BodyCore.h>
+#include <ZEL/metamodel/Containment.h>
+#include <ZEL/metamodel/FieldValue.h>
 #include <ZEL/metamodel/SingleValuedPropertyManager.h>
+#include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/tools/HTMLQuickPage.h>
 #include <ZEL/tools/HTMLTags.h>
 #include <ZEL/tools/Navigation.h>
@@ -22,9 +26,16 @@ SingleValuedPropertyManager const * singleStorage(internal::PropertyView const &
     return dynamic_cast<SingleValuedPropertyManager const *>(property.storage.getImplementationWithoutAssert());
 }
 
+/// Of an instance of the class that the view is of; else its values lie elsewhere.
+internal::StateCore const * stateOf(ImmutableClassObject const & object, internal::MetaClassView const & view) {
+    internal::BodyCore const * const body = object.getImplementation()->internal_body();
+    return body != nullptr && &body->internal_descriptor() == view.descriptor() ? body->readState(object.getDeviant())
+                                                                                : nullptr;
+}
+
 } // namespace
 
-HTMLPrinter::QuickPage::QuickPage(HTMLPrinter & printer) : fPrinter(printer) {
+HTMLQuickPage::HTMLQuickPage(HTMLPrinter & printer) : fPrinter(printer) {
     fText.reserve(2 * kPiece);
     page::TextTags(fAfterValues).end("table");
     page::TextTags tags(fAfterValues);
@@ -34,9 +45,9 @@ HTMLPrinter::QuickPage::QuickPage(HTMLPrinter & printer) : fPrinter(printer) {
     page::endValue(valueTags);
 }
 
-HTMLPrinter::QuickPage::~QuickPage() = default;
+HTMLQuickPage::~HTMLQuickPage() = default;
 
-void HTMLPrinter::QuickPage::print(ImmutableClassObject const & element) {
+void HTMLQuickPage::print(ImmutableClassObject const & element) {
     try {
         fToPrint.push_back(element);
         while (!fToPrint.empty()) {
@@ -52,12 +63,12 @@ void HTMLPrinter::QuickPage::print(ImmutableClassObject const & element) {
     put();
 }
 
-void HTMLPrinter::QuickPage::put() {
+void HTMLQuickPage::put() {
     fPrinter.output.write(fText.data(), static_cast<std::streamsize>(fText.size()));
     fText.clear();
 }
 
-void HTMLPrinter::QuickPage::putIfLarge() {
+void HTMLQuickPage::putIfLarge() {
     if (fText.size() >= kPiece) {
         put();
         fPrinter.checkOutput();
@@ -66,14 +77,16 @@ void HTMLPrinter::QuickPage::putIfLarge() {
 
 // --- objects and their properties ------------------------------------------------------------------------------------
 
-void HTMLPrinter::QuickPage::printObject(ImmutableClassObject const & object) {
+void HTMLQuickPage::printObject(ImmutableClassObject const & object) {
     page::TextTags tags(fText);
     tags.startWithId("div", fPrinter.markupOf(fPrinter.enter(object)), "");
-    tags.element("h1", "head", typeOf(object).name + " " + nameOf(object));
+    tags.element("h1", "head", typeOf({object.getImplementation(), object.getDeviant()}).name + " " + nameOf(object));
     tags.start("table", "");
     fChildren.clear();
-    for (Row const & row : classOf(object).rows) {
-        printRow(object, row);
+    ClassMarkup & markup = classOf(object);
+    Present const present{object, stateOf(object, *markup.view)};
+    for (Row & row : markup.rows) {
+        printRow(present, row);
     }
     tags.end("table");
     tags.end("div");
@@ -81,8 +94,11 @@ void HTMLPrinter::QuickPage::printObject(ImmutableClassObject const & object) {
                     std::make_move_iterator(fChildren.rend()));
 }
 
-void HTMLPrinter::QuickPage::printRow(ImmutableClassObject const & object, Row const & row) {
-    std::optional<std::string> const error = read(object, row);
+void HTMLQuickPage::printRow(Present const & present, Row & row) {
+    if (printStored(present, row)) {
+        return;
+    }
+    std::optional<std::string> const error = read(present.object, row);
     if (error) {
         page::TextTags tags(fText);
         page::startRow(tags, *row.property, fPrinter.markupOf(row.property->name), " error");
@@ -97,13 +113,97 @@ void HTMLPrinter::QuickPage::printRow(ImmutableClassObject const & object, Row c
     fText += row.beforeValues;
     bool const isContained = row.property->isPart();
     for (ImmutableObject const & value : fValues) {
-        printValue(value, isContained);
+        printValue({value.getImplementationWithoutAssert(), value.getDeviant()}, isContained);
         putIfLarge();
     }
     fText += fAfterValues;
 }
 
-std::optional<std::string> HTMLPrinter::QuickPage::read(ImmutableClassObject const & object, Row const & row) {
+bool HTMLQuickPage::printStored(Present const & present, Row & row) {
+    if (present.state == nullptr) {
+        return false;
+    }
+    if (row.property->links != nullptr) {
+        printStoredLinks(present, row);
+        return true;
+    }
+    if (row.property->value == nullptr || row.single == nullptr) {
+        return false;
+    }
+    std::size_t const before = fText.size();
+    try {
+        printStoredValue(present, row);
+        return true;
+    } catch (...) {
+        fText.resize(before); // what has failed is said on the other road
+        return false;
+    }
+}
+
+void HTMLQuickPage::printStoredLinks(Present const & present, Row const & row) {
+    bool const isContained = row.property->isPart();
+    bool hasBegun = false;
+    auto const print = [&](NSInterface::ObjectIntf const * element) {
+        if (!std::exchange(hasBegun, true)) {
+            fText += row.beforeValues;
+        }
+        printValue({element, present.object.getDeviant()}, isContained);
+        putIfLarge();
+    };
+    internal::FieldDescriptor const & links = *row.property->links;
+    if (links.sequence != nullptr) {
+        internal::readSequence(links, *present.state).forEach([&](void * element) {
+            print(static_cast<NSInterface::ObjectIntf const *>(element));
+        });
+    } else if (NSInterface::ObjectIntf const * const element = links.get(*present.state)) {
+        print(element);
+    }
+    fText += hasBegun ? fAfterValues : row.empty;
+}
+
+void HTMLQuickPage::printStoredValue(Present const & present, Row & row) {
+    internal::FieldValue const value = row.property->value->get(*present.state);
+    if (!value.isSet()) {
+        fText += row.empty;
+        return;
+    }
+    if (row.type == nullptr) {
+        // All values of the property are of one type.
+        ImmutableObject const boxed = row.single->getOne(present.object);
+        row.type = &typeOf({boxed.getImplementation(), boxed.getDeviant()});
+    }
+    std::string const text = fPrinter.markupOf(textOf(value, present, row));
+    fText.append(row.beforeValues).append(row.type->beforeValue).append(text).append(fAfterValue).append(fAfterValues);
+}
+
+std::string HTMLQuickPage::textOf(internal::FieldValue const & value, Present const & present, Row & row) {
+    using Form = internal::FieldValue::Form;
+    auto const boxedText = [&] { return row.single->getOne(present.object).toString().str(); };
+    switch (value.form()) {
+    case Form::Flag:
+        return value.flag() ? "true" : "false";
+    case Form::Integer:
+        return std::to_string(value.integer());
+    case Form::UnlimitedNatural:
+        return UnlimitedNatural(value.number()).toString().str();
+    case Form::Text:
+        return std::string(value.text());
+    case Form::Literal: {
+        if (row.literals.size() <= value.number()) {
+            row.literals.resize(value.number() + std::size_t(1));
+        }
+        std::string & literal = row.literals[value.number()];
+        if (literal.empty()) {
+            literal = boxedText();
+        }
+        return literal;
+    }
+    default:
+        return boxedText();
+    }
+}
+
+std::optional<std::string> HTMLQuickPage::read(ImmutableClassObject const & object, Row const & row) {
     fValues.clear();
     ImmutableSequence<ImmutableObject> values;
     bool isReached = row.single != nullptr;
@@ -136,7 +236,7 @@ std::optional<std::string> HTMLPrinter::QuickPage::read(ImmutableClassObject con
 
 // --- values ----------------------------------------------------------------------------------------------------------
 
-void HTMLPrinter::QuickPage::printValue(ImmutableObject const & value, bool isContained) {
+void HTMLQuickPage::printValue(Seen const & value, bool isContained) {
     std::size_t const before = fText.size();
     try {
         if (printUsual(value, isContained)) {
@@ -146,64 +246,63 @@ void HTMLPrinter::QuickPage::printValue(ImmutableObject const & value, bool isCo
         fText.resize(before); // what has failed is said below
     }
     page::TextTags tags(fText);
-    fPrinter.printValue(tags, value, isContained, fChildren);
+    fPrinter.printValue(tags, value.handle(), isContained, fChildren);
 }
 
-bool HTMLPrinter::QuickPage::printUsual(ImmutableObject const & value, bool isContained) {
-    if (!value.isValid()) {
+bool HTMLQuickPage::printUsual(Seen const & value, bool isContained) {
+    if (value.object == nullptr || !value.object->deviant_isValid(value.deviant)) {
         return false;
     }
-    if (internal::BodyCore const * const body = value.getImplementation()->internal_body()) {
-        ImmutableClassObject const object(body, value.getDeviant());
+    if (internal::BodyCore const * const body = value.object->internal_body()) {
         TypeMarkup const & type = typeOf(value);
-        std::string const & link = linkTo(object);
+        std::string const & link = linkTo(*body, value.deviant);
         fText.append(type.beforeLink).append(link).append(fAfterValue);
         if (isContained) {
-            fChildren.push_back(object);
+            fChildren.emplace_back(body, value.deviant);
         }
         return true;
     }
-    if (!isValueObject(value)) {
+    ImmutableObject const handle = value.handle();
+    if (!isValueObject(handle)) {
         return false;
     }
     TypeMarkup const & type = typeOf(value);
-    std::string const text = fPrinter.markupOf(value.toString());
+    std::string const text = fPrinter.markupOf(handle.toString());
     fText.append(type.beforeValue).append(text).append(fAfterValue);
     return true;
 }
 
 // --- what is made once -----------------------------------------------------------------------------------------------
 
-HTMLPrinter::QuickPage::TypeMarkup const & HTMLPrinter::QuickPage::typeOf(ImmutableObject const & value) {
-    NSInterface::SeenObject const seen = value.getImplementation()->internal_metaType(value.getDeviant());
+HTMLQuickPage::TypeMarkup const & HTMLQuickPage::typeOf(Seen const & value) {
+    NSInterface::SeenObject const seen = value.object->internal_metaType(value.deviant);
     Key const type{seen.body, seen.deviant};
     return *fLastTypes.get(type, [&] { return &typeOf(type, value); });
 }
 
-HTMLPrinter::QuickPage::TypeMarkup const & HTMLPrinter::QuickPage::typeOf(Key const & key,
-                                                                          ImmutableObject const & value) {
+HTMLQuickPage::TypeMarkup const & HTMLQuickPage::typeOf(Key const & key, Seen const & value) {
     auto const found = fTypes.find(key);
     if (found != fTypes.end()) {
         return found->second;
     }
+    ImmutableObject const handle = value.handle();
     TypeMarkup type;
-    type.name = fPrinter.helperGetTypeName(value);
+    type.name = fPrinter.helperGetTypeName(handle);
     page::TextTags tags(type.beforeValue);
-    page::startValue(tags, fPrinter.markupOf(navigation::getMetaTypeClassName(value)), type.name);
+    page::startValue(tags, fPrinter.markupOf(navigation::getMetaTypeClassName(handle)), type.name);
     type.beforeLink = type.beforeValue;
     tags.start("span", page::kPrimitive);
     page::TextTags(type.beforeLink).start("span", page::kLink);
     return fTypes.emplace(key, std::move(type)).first->second;
 }
 
-HTMLPrinter::QuickPage::ClassMarkup const & HTMLPrinter::QuickPage::classOf(ImmutableClassObject const & object) {
+HTMLQuickPage::ClassMarkup & HTMLQuickPage::classOf(ImmutableClassObject const & object) {
     ImmutableClass const metaClass = object.getMetaClass();
     Key const key{metaClass.getImplementationWithoutAssert(), metaClass.getDeviant()};
     return *fLastClasses.get(key, [&] { return &markupOf(metaClass, key); });
 }
 
-HTMLPrinter::QuickPage::ClassMarkup const & HTMLPrinter::QuickPage::markupOf(ImmutableClass const & metaClass,
-                                                                             Key const & key) {
+HTMLQuickPage::ClassMarkup & HTMLQuickPage::markupOf(ImmutableClass const & metaClass, Key const & key) {
     auto const found = fClasses.find(key);
     if (found != fClasses.end()) {
         return found->second;
@@ -218,8 +317,8 @@ HTMLPrinter::QuickPage::ClassMarkup const & HTMLPrinter::QuickPage::markupOf(Imm
     return fClasses.emplace(key, std::move(made)).first->second;
 }
 
-HTMLPrinter::QuickPage::Row HTMLPrinter::QuickPage::rowOf(internal::PropertyView const & property) const {
-    Row row{&property, singleStorage(property), {}, {}};
+HTMLQuickPage::Row HTMLQuickPage::rowOf(internal::PropertyView const & property) const {
+    Row row{&property, singleStorage(property), {}, {}, nullptr, {}};
     std::string const name = fPrinter.markupOf(property.name);
     page::TextTags empty(row.empty);
     page::startRow(empty, property, name, " empty");
@@ -231,7 +330,7 @@ HTMLPrinter::QuickPage::Row HTMLPrinter::QuickPage::rowOf(internal::PropertyView
     return row;
 }
 
-std::string HTMLPrinter::QuickPage::nameOf(ImmutableClassObject const & object) {
+std::string HTMLQuickPage::nameOf(ImmutableClassObject const & object) {
     SingleValuedPropertyManager const * const storage = classOf(object).name;
     if (storage == nullptr) {
         return fPrinter.helperGetName(object);
@@ -248,10 +347,10 @@ std::string HTMLPrinter::QuickPage::nameOf(ImmutableClassObject const & object) 
     return name.empty() ? page::kAnonymous : fPrinter.markupOf(std::move(name));
 }
 
-std::string const & HTMLPrinter::QuickPage::linkTo(ImmutableClassObject const & object) {
-    Key const key{object.getImplementationWithoutAssert(), object.getDeviant()};
-    return fLastLinks.get(key, [&] {
-        return fPrinter.hyperLinkElement("#" + fPrinter.markupOf(fPrinter.helperGetID(object)), nameOf(object));
+std::string const & HTMLQuickPage::linkTo(internal::BodyCore const & object, Deviant deviant) {
+    return fLastLinks.get({&object, deviant}, [&] {
+        ImmutableClassObject const handle(&object, deviant);
+        return fPrinter.hyperLinkElement("#" + fPrinter.markupOf(fPrinter.helperGetID(handle)), nameOf(handle));
     });
 }
 

@@ -17,6 +17,12 @@ namespace ZEL {
 
 class SingleValuedPropertyManager;
 
+namespace internal {
+class BodyCore;
+class FieldValue;
+class StateCore;
+} // namespace internal
+
 namespace util {
 
 /// The objects of one page for a printer that overrides nothing, or `markupOf` alone.
@@ -24,13 +30,13 @@ namespace util {
 /// What types and properties contribute to the page is made into markup once, links to the objects met last are kept,
 /// and the page goes to the printer's stream in large pieces. For the time of one print, in which the model does not
 /// change. What cannot be read the quick way is left to the printer's own operations, which know how to say why.
-class HTMLPrinter::QuickPage {
+class HTMLQuickPage {
 public:
     /// The printer stays the caller's.
-    explicit QuickPage(HTMLPrinter & printer);
-    ~QuickPage();
-    QuickPage(QuickPage const &) = delete;
-    QuickPage & operator=(QuickPage const &) = delete;
+    explicit HTMLQuickPage(HTMLPrinter & printer);
+    ~HTMLQuickPage();
+    HTMLQuickPage(HTMLQuickPage const &) = delete;
+    HTMLQuickPage & operator=(HTMLQuickPage const &) = delete;
 
     /// The object and all it contains, as far as possible: after a failure what was made until then is in the stream.
     void print(ImmutableClassObject const & element);
@@ -63,6 +69,8 @@ private:
         SingleValuedPropertyManager const * single; ///< its storage; null if that is of another kind
         std::string empty;                          ///< the whole row of an object without a value
         std::string beforeValues;
+        TypeMarkup const * type = nullptr; ///< of stored values of a data type, once one was met
+        std::vector<std::string> literals; ///< their texts by number; empty for those not met yet
     };
     struct ClassMarkup {
         std::shared_ptr<internal::MetaClassView const> view; ///< on which the rest stands
@@ -99,21 +107,40 @@ private:
         std::array<Place, std::size_t(1) << kBits> fPlaces;
     };
 
+    /// The object that is printed now.
+    struct Present {
+        ImmutableClassObject const & object;
+        internal::StateCore const * state; ///< null if its values are reached by the storages of its properties alone
+    };
+    /// A value, or an object that is one, without a count.
+    struct Seen {
+        NSInterface::ObjectIntf const * object;
+        Deviant deviant;
+
+        [[nodiscard]] ImmutableObject handle() const { return ImmutableObject(object, deviant); }
+    };
+
     void printObject(ImmutableClassObject const & object);
-    void printRow(ImmutableClassObject const & object, Row const & row);
-    void printValue(ImmutableObject const & value, bool isContained);
+    void printRow(Present const & present, Row & row);
+    /// False if the values are not to be found in the object's state; nothing is written then.
+    [[nodiscard]] bool printStored(Present const & present, Row & row);
+    void printStoredLinks(Present const & present, Row const & row);
+    void printStoredValue(Present const & present, Row & row);
+    /// Of a value that is set.
+    [[nodiscard]] std::string textOf(internal::FieldValue const & value, Present const & present, Row & row);
+    void printValue(Seen const & value, bool isContained);
     /// False if the value is not of the usual kinds.
-    [[nodiscard]] bool printUsual(ImmutableObject const & value, bool isContained);
+    [[nodiscard]] bool printUsual(Seen const & value, bool isContained);
     /// Reads the values into `fValues`. Why they cannot be read, if so.
     [[nodiscard]] std::optional<std::string> read(ImmutableClassObject const & object, Row const & row);
 
-    [[nodiscard]] TypeMarkup const & typeOf(ImmutableObject const & value);
-    [[nodiscard]] TypeMarkup const & typeOf(Key const & type, ImmutableObject const & value);
-    [[nodiscard]] ClassMarkup const & classOf(ImmutableClassObject const & object);
-    [[nodiscard]] ClassMarkup const & markupOf(ImmutableClass const & metaClass, Key const & key);
+    [[nodiscard]] TypeMarkup const & typeOf(Seen const & value);
+    [[nodiscard]] TypeMarkup const & typeOf(Key const & type, Seen const & value);
+    [[nodiscard]] ClassMarkup & classOf(ImmutableClassObject const & object);
+    [[nodiscard]] ClassMarkup & markupOf(ImmutableClass const & metaClass, Key const & key);
     [[nodiscard]] Row rowOf(internal::PropertyView const & property) const;
     [[nodiscard]] std::string nameOf(ImmutableClassObject const & object);
-    [[nodiscard]] std::string const & linkTo(ImmutableClassObject const & object);
+    [[nodiscard]] std::string const & linkTo(internal::BodyCore const & object, Deviant deviant);
 
     void put();
     void putIfLarge();
@@ -126,7 +153,7 @@ private:
     std::unordered_map<Key, TypeMarkup, HashOfKey> fTypes;
     std::unordered_map<Key, ClassMarkup, HashOfKey> fClasses;
     LastMet<TypeMarkup const *> fLastTypes;
-    LastMet<ClassMarkup const *> fLastClasses;
+    LastMet<ClassMarkup *> fLastClasses;
     LastMet<std::string> fLastLinks;
     // What is the same in all rows.
     std::string fAfterValues;

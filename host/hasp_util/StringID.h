@@ -23,7 +23,8 @@ public:
     friend bool operator==(StringID left, StringID right) noexcept { return left.fText == right.fText; }
     /// An arbitrary order, which stays the same within one process.
     friend bool operator<(StringID left, StringID right) noexcept {
-        return std::compare_three_way()(left.fText, right.fText) < 0;
+        return std::compare_three_way()(static_cast<void const *>(left.fText), static_cast<void const *>(right.fText)) <
+               0;
     }
 
 private:

@@ -49,7 +49,8 @@ public:
     }
     /// By body, so that handles can be keys.
     friend std::strong_ordering operator<=>(PropertyStorage const & a, PropertyStorage const & b) noexcept {
-        return std::compare_three_way()(a.getImplementationWithoutAssert(), b.getImplementationWithoutAssert());
+        return std::compare_three_way()(static_cast<void const *>(a.getImplementationWithoutAssert()),
+                                        static_cast<void const *>(b.getImplementationWithoutAssert()));
     }
 
 private:

@@ -122,10 +122,11 @@ bool operator!=(A const & a, B const & b) noexcept {
 }
 template <internal::ObjectHandleType A, internal::ObjectHandleType B>
 bool operator<(A const & a, B const & b) noexcept {
-    // Addresses of separate objects: of `<compare>`, because `std::less` takes all of `<functional>`.
-    return std::compare_three_way()(static_cast<NSInterface::ObjectIntf const *>(a.getImplementationWithoutAssert()),
-                                    static_cast<NSInterface::ObjectIntf const *>(b.getImplementationWithoutAssert())) <
-           0;
+    // Any addresses, in the order of `<compare>`: `std::less` takes all of `<functional>`. As plain addresses, because
+    // for pointers to this library's classes its own comparisons are looked up as well.
+    NSInterface::ObjectIntf const * const left = a.getImplementationWithoutAssert();
+    NSInterface::ObjectIntf const * const right = b.getImplementationWithoutAssert();
+    return std::compare_three_way()(static_cast<void const *>(left), static_cast<void const *>(right)) < 0;
 }
 template <internal::ObjectHandleType A, internal::ObjectHandleType B>
 bool operator>(A const & a, B const & b) noexcept {

@@ -55,6 +55,7 @@ template <int N> internal::ClassDescriptor const & MarkIntf<N>::descriptor() noe
         .ownProperties = {},
         .clones = {},
         .fields = fields,
+        .values = {},
         .createBody = &internal::createBody<MarkBody<N>>,
         .createState = &internal::createState<MarkState<N>>,
         .assignState = &internal::assignState<MarkState<N>>,
@@ -67,7 +68,7 @@ template <int N> internal::ClassDescriptor const & MarkIntf<N>::descriptor() noe
 
 /// A new instance of the `N`-th mark, whose metaclass is `stereotype`.
 template <int N> StereotypeObject createMark(Stereotype const & stereotype) {
-    MarkIntf<N>::runtime().bind(stereotype.getImplementation(), stereotype.getDeviant());
+    MarkIntf<N>::runtime().bind(MarkIntf<N>::descriptor(), stereotype.getImplementation(), stereotype.getDeviant());
     Deviant const deviant = stereotype.getDeviant();
     auto & model = *stereotype.getImplementation()->internal_body()->internal_model();
     internal::BodyCore & body = internal::createObject(model, deviant, MarkIntf<N>::descriptor());

@@ -17,6 +17,9 @@ auto & descriptors() {
 
 void ClassRuntime::bind(ClassDescriptor const & descriptor, NSInterface::ClassIntf * metaClass, Deviant deviant) {
     descriptors()[metaClass] = &descriptor;
+    if (fMetaClass != metaClass) {
+        unbind();
+    }
     fMetaClass = metaClass;
     fDeviant = deviant;
 }

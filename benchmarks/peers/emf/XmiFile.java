@@ -7,7 +7,7 @@ import org.eclipse.emf.ecore.util.EcoreUtil;
 import org.eclipse.emf.ecore.xmi.XMLResource;
 import org.eclipse.emf.ecore.xmi.impl.XMIResourceImpl;
 
-/** Saves and loads XMI with an id for each object, as zel's files have. */
+/** Saves and loads XMI in the encoding of zel's files, with an id for each object as they have. */
 final class XmiFile {
     private static final int BUFFER = 1 << 16;
 
@@ -25,7 +25,7 @@ final class XmiFile {
 
     static void save(Resource resource, File file) throws IOException {
         try (OutputStream out = new BufferedOutputStream(new FileOutputStream(file), BUFFER)) {
-            resource.save(out, Map.of(XMLResource.OPTION_ENCODING, "UTF-8"));
+            resource.save(out, Map.of(XMLResource.OPTION_ENCODING, "ISO-8859-1"));
         }
     }
 

@@ -26,6 +26,7 @@ public:
     [[nodiscard]] int generic_size(Deviant deviant) const override;
     [[nodiscard]] int generic_fetch(Deviant deviant, int index, NSInterface::ObjectIntf ** bodies,
                                     int count) const override;
+    [[nodiscard]] bool generic_isRandomAccess() const override { return false; }
     using ForwardingSequence::generic_erase;
     Generic::IteratorPtr generic_erase(Deviant deviant, Generic::IteratorIntf const * where) override;
     [[nodiscard]] char const * generic_getOrcaName(bool, bool, char const * fallback) const override {

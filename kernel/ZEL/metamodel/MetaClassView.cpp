@@ -5,7 +5,9 @@
 #include <ZEL/metamodel/ClassRuntime.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/DataType.h>
+#include <ZEL/metamodel/ElementIntf.h>
 #include <ZEL/metamodel/FactoryObject.h>
+#include <ZEL/metamodel/FieldValue.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/ModelCore.h>
@@ -77,6 +79,14 @@ PropertyDescriptor const * findDescriptor(ClassDescriptor const & owner, Propert
     return nullptr;
 }
 
+/// All states have it, in a few bits of their common part.
+ValueDescriptor const & persistenceValue() {
+    static ValueDescriptor const value{&NSInterface::ElementIntf::persistenceProperty(), [](StateCore const & state) {
+                                           return FieldValue::ofLiteral(state.persistence() != 0, state.persistence());
+                                       }};
+    return value;
+}
+
 void findPlaces(ClassDescriptor const & owner, PropertyView & property) {
     property.descriptor = findDescriptor(owner, property);
     if (property.descriptor == nullptr) {
@@ -85,7 +95,11 @@ void findPlaces(ClassDescriptor const & owner, PropertyView & property) {
     property.links = fieldOf(owner, *property.descriptor);
     auto const value = std::find_if(owner.values.begin(), owner.values.end(),
                                     [&](ValueDescriptor const & each) { return each.property == property.descriptor; });
-    property.value = value == owner.values.end() ? nullptr : &*value;
+    if (value != owner.values.end()) {
+        property.value = &*value;
+    } else if (property.descriptor == persistenceValue().property) {
+        property.value = &persistenceValue();
+    }
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/sequences/PersistentSequence.h>
+#include <ZEL/sequences/PropertyToSequenceMethods.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
 #include <ZEL/values/ValueObject.h>
@@ -25,6 +26,7 @@ struct VisitedProperty {
     ImmutableProperty property;
     internal::FieldDescriptor const * links;
     internal::ValueDescriptor const * value;
+    Generic::PropertyToSequenceMethods const * single; ///< of one value at most; null if only the storage knows
 
     /// Whether it shows in the state of an object of the class that there are no values. False if only the property's
     /// storage knows.
@@ -69,7 +71,8 @@ VisitedProperties visitedPropertiesOf(ImmutableClassObject const & object) {
     result.owner = &bodyOf(object).internal_descriptor();
     std::array<std::vector<VisitedProperty>, GroupCount> groups;
     for (internal::PropertyView const & property : internal::MetaClassView::of(object.getMetaClass())->properties()) {
-        VisitedProperty const visited{property.property, property.links, property.value};
+        VisitedProperty const visited{property.property, property.links, property.value,
+                                      property.descriptor == nullptr ? nullptr : property.descriptor->single};
         if (property.role == internal::PropertyView::Role::Name) {
             if (!result.name.isValid()) {
                 result.name = property.property;
@@ -109,13 +112,13 @@ public:
         fOwner = owner.owner;
         fExpected = &property;
     }
-    /// Whether the property is the expected one of the object, and empty.
-    [[nodiscard]] bool isEmpty(ImmutableClassObject const & object, ImmutableProperty const & property) const {
-        if (fExpected == nullptr || fExpected->property != property) {
-            return false;
-        }
-        internal::BodyCore const & body = bodyOf(object);
-        return &body.internal_descriptor() == fOwner && fExpected->isEmpty(*body.readState(object.getDeviant()));
+    /// What is known of the property if it is the expected one of the object; null otherwise.
+    [[nodiscard]] VisitedProperty const * expected(ImmutableClassObject const & object,
+                                                   ImmutableProperty const & property) const {
+        return fExpected != nullptr && fExpected->property == property &&
+                       &bodyOf(object).internal_descriptor() == fOwner
+                   ? fExpected
+                   : nullptr;
     }
 
     int nesting = 0;
@@ -177,9 +180,21 @@ bool ImmutableAccessVisitorTraversalContainment::visitModel(ImmutableModel const
 
 bool ImmutableAccessVisitorTraversalContainment::visitProperty(ImmutableClassObject const & object,
                                                                ImmutableProperty const & property) {
-    // Most properties of most objects have no values.
-    if (fWalk != nullptr && fWalk->isEmpty(object, property)) {
+    VisitedProperty const * const known = fWalk == nullptr ? nullptr : fWalk->expected(object, property);
+    if (known != nullptr && known->isEmpty(*bodyOf(object).readState(object.getDeviant()))) {
         return fPreVisitor->visitProperty(object, property) && fPostVisitor->visitProperty(object, property);
+    }
+    if (known != nullptr && known->single != nullptr) {
+        if (!fPreVisitor->visitProperty(object, property)) {
+            return false;
+        }
+        NSInterface::ObjectIntf * const body = object.getImplementation();
+        auto const walk = beginWalk();
+        if (known->single->has(body, object.getDeviant()) &&
+            !visitValue(known->single->getOne(body, object.getDeviant()), property, object)) {
+            return false;
+        }
+        return fPostVisitor->visitProperty(object, property);
     }
     ImmutableSequence<ImmutableObject> const values = object.get(property);
     if (!fPreVisitor->visitProperty(object, property)) {
@@ -187,16 +202,22 @@ bool ImmutableAccessVisitorTraversalContainment::visitProperty(ImmutableClassObj
     }
     auto const walk = beginWalk();
     for (ImmutableObject const & value : values) {
-        ImmutableProperty const outerProperty = fCurrentMetaProperty;
-        ImmutableClassObject const outerObject = fCurrentClassObject;
-        setCurrent(property, object);
-        bool const goesOn = fWalk->calls().call([&] { return visitObject(value); });
-        setCurrent(outerProperty, outerObject);
-        if (!goesOn) {
+        if (!visitValue(value, property, object)) {
             return false;
         }
     }
     return fPostVisitor->visitProperty(object, property);
+}
+
+bool ImmutableAccessVisitorTraversalContainment::visitValue(ImmutableObject const & value,
+                                                            ImmutableProperty const & property,
+                                                            ImmutableClassObject const & object) {
+    ImmutableProperty const outerProperty = fCurrentMetaProperty;
+    ImmutableClassObject const outerObject = fCurrentClassObject;
+    setCurrent(property, object);
+    bool const goesOn = fWalk->calls().call([&] { return visitObject(value); });
+    setCurrent(outerProperty, outerObject);
+    return goesOn;
 }
 
 bool ImmutableAccessVisitorTraversalContainment::traverseClassObject(ImmutableClassObject const & object) {

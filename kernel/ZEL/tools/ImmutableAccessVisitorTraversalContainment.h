@@ -55,6 +55,9 @@ private:
 
     /// From the outermost operation to its end there is a walk: as long as what this returns lives.
     auto beginWalk();
+    /// Visits one of the property's values as the present one.
+    bool visitValue(ImmutableObject const & value, ImmutableProperty const & property,
+                    ImmutableClassObject const & object);
     void setCurrent(ImmutableProperty const & property, ImmutableClassObject const & object);
 
     ImmutableProperty fCurrentMetaProperty;

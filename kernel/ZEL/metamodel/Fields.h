@@ -10,8 +10,8 @@
 
 namespace ZEL::internal {
 
-/// A text in a state: one pointer to a counted, immutable record, null for the empty text, so that copying a state and
-/// holding its history cost a counter and not a copy.
+/// A text in a state: one pointer to a counted record, null for the empty text, so that copying a state and holding its
+/// history cost a counter and not a copy. A record that several hold does not change.
 class ZEL_API TextField {
 public:
     TextField() noexcept = default;

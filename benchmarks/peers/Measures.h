@@ -4,7 +4,17 @@
 #include "Sample.h"
 #include "Stopwatch.h"
 
-#include <ZEL/ZEL.h>
+#include <ZEL/String.h>
+#include <ZEL/deviants/Deviant.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/Property.h>
+#include <ZEL/sequences/Sequence.h>
+#include <ZEL/serializer/reader/XmiReader.h>
+#include <ZEL/serializer/writer/XmiWriter.h>
+#include <ZEL/tools/Comparator.h>
+#include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
+#include <ZEL/values/Object.h>
 
 #include <fstream>
 #include <optional>

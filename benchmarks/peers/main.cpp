@@ -1,5 +1,7 @@
 #include "Measures.h"
 
+#include <ZEL/logging/Logger.h>
+
 #include <lean/MetaModelRegistration.h>
 
 #include <cstdlib>

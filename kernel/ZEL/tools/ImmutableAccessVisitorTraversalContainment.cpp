@@ -181,29 +181,28 @@ bool ImmutableAccessVisitorTraversalContainment::visitModel(ImmutableModel const
 bool ImmutableAccessVisitorTraversalContainment::visitProperty(ImmutableClassObject const & object,
                                                                ImmutableProperty const & property) {
     VisitedProperty const * const known = fWalk == nullptr ? nullptr : fWalk->expected(object, property);
-    if (known != nullptr && known->isEmpty(*bodyOf(object).readState(object.getDeviant()))) {
-        return fPreVisitor->visitProperty(object, property) && fPostVisitor->visitProperty(object, property);
+    bool const isGenerated = known != nullptr && (known->single != nullptr || known->links != nullptr);
+    ImmutableSequence<ImmutableObject> values;
+    if (!isGenerated) {
+        values = object.get(property);
     }
-    if (known != nullptr && known->single != nullptr) {
-        if (!fPreVisitor->visitProperty(object, property)) {
-            return false;
-        }
-        NSInterface::ObjectIntf * const body = object.getImplementation();
-        auto const walk = beginWalk();
-        if (known->single->has(body, object.getDeviant()) &&
-            !visitValue(known->single->getOne(body, object.getDeviant()), property, object)) {
-            return false;
-        }
-        return fPostVisitor->visitProperty(object, property);
-    }
-    ImmutableSequence<ImmutableObject> const values = object.get(property);
     if (!fPreVisitor->visitProperty(object, property)) {
         return false;
     }
     auto const walk = beginWalk();
-    for (ImmutableObject const & value : values) {
-        if (!visitValue(value, property, object)) {
+    NSInterface::ObjectIntf * const body = object.getImplementation();
+    if (isGenerated && known->isEmpty(*bodyOf(object).readState(object.getDeviant()))) {
+        // Most properties of most objects have no values.
+    } else if (isGenerated && known->single != nullptr) {
+        if (known->single->has(body, object.getDeviant()) &&
+            !visitValue(known->single->getOne(body, object.getDeviant()), property, object)) {
             return false;
+        }
+    } else {
+        for (ImmutableObject const & value : isGenerated ? object.get(property) : values) {
+            if (!visitValue(value, property, object)) {
+                return false;
+            }
         }
     }
     return fPostVisitor->visitProperty(object, property);

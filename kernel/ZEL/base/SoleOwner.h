@@ -21,7 +21,7 @@ public:
     requires(!std::same_as<Owner, SoleOwner> && requires(Owner & owner) {
         typename Owner::element_type;
         { owner.release() } -> std::convertible_to<T *>;
-    }) SoleOwner(Owner && other)
+    }) SoleOwner(Owner && other) // NOLINT(bugprone-forwarding-reference-overload): not this class, by the constraint
     noexcept : fObject(other.release()) {}
     ~SoleOwner() { delete fObject; }
 

@@ -126,6 +126,7 @@ bool operator<(A const & a, B const & b) noexcept {
     // for pointers to this library's classes its own comparisons are looked up as well.
     NSInterface::ObjectIntf const * const left = a.getImplementationWithoutAssert();
     NSInterface::ObjectIntf const * const right = b.getImplementationWithoutAssert();
+    // NOLINTNEXTLINE(modernize-use-nullptr): an ordering is compared with 0
     return std::compare_three_way()(static_cast<void const *>(left), static_cast<void const *>(right)) < 0;
 }
 template <internal::ObjectHandleType A, internal::ObjectHandleType B>

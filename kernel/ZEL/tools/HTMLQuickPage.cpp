@@ -1,10 +1,9 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/String.h>
-#include <ZEL/UnlimitedNatural.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/Containment.h>
-#include <ZEL/metamodel/FieldValue.h>
+#include <ZEL/metamodel/FieldText.h>
 #include <ZEL/metamodel/SingleValuedPropertyManager.h>
 #include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/tools/HTMLQuickPage.h>
@@ -13,6 +12,7 @@
 #include <ZEL/tools/TypePredicates.h>
 
 #include <iterator>
+#include <optional>
 #include <utility>
 
 namespace ZEL::util {
@@ -177,18 +177,8 @@ void HTMLQuickPage::printStoredValue(Present const & present, Row & row) {
 }
 
 std::string HTMLQuickPage::textOf(internal::FieldValue const & value, Present const & present, Row & row) {
-    using Form = internal::FieldValue::Form;
     auto const boxedText = [&] { return row.single->getOne(present.object).toString().str(); };
-    switch (value.form()) {
-    case Form::Flag:
-        return value.flag() ? "true" : "false";
-    case Form::Integer:
-        return std::to_string(value.integer());
-    case Form::UnlimitedNatural:
-        return UnlimitedNatural(value.number()).toString().str();
-    case Form::Text:
-        return std::string(value.text());
-    case Form::Literal: {
+    if (value.form() == internal::FieldValue::Form::Literal) {
         if (row.literals.size() <= value.number()) {
             row.literals.resize(value.number() + std::size_t(1));
         }
@@ -198,9 +188,8 @@ std::string HTMLQuickPage::textOf(internal::FieldValue const & value, Present co
         }
         return literal;
     }
-    default:
-        return boxedText();
-    }
+    std::optional<std::string> text = internal::textOf(value);
+    return text ? *std::move(text) : boxedText();
 }
 
 std::optional<std::string> HTMLQuickPage::read(ImmutableClassObject const & object, Row const & row) {

@@ -1,8 +1,7 @@
 #include <ZEL/String.h>
-#include <ZEL/UnlimitedNatural.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/DataType.h>
-#include <ZEL/metamodel/FieldValue.h>
+#include <ZEL/metamodel/FieldText.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/serializer/writer/ObjectView.h>
@@ -41,19 +40,8 @@ std::optional<std::string> ObjectView::textOf(WrittenProperty const & property) 
     if (property.valueType == nullptr) {
         return boxedTextOf(property);
     }
-    using Form = internal::FieldValue::Form;
-    switch (value.form()) {
-    case Form::Flag:
-        return value.flag() ? "true" : "false";
-    case Form::Text:
-        return std::string(value.text());
-    case Form::Integer:
-        return std::to_string(value.integer());
-    case Form::UnlimitedNatural:
-        return UnlimitedNatural(value.number()).toString().str();
-    default:
-        return boxedTextOf(property);
-    }
+    std::optional<std::string> text = internal::textOf(value);
+    return text ? text : boxedTextOf(property);
 }
 
 std::optional<std::string> ObjectView::boxedTextOf(WrittenProperty const & property) const {

@@ -3,11 +3,12 @@
 
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/ClassRuntime.h>
-#include <ZEL/metamodel/FieldValue.h>
+#include <ZEL/metamodel/FieldText.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 
 #include <map>
+#include <optional>
 #include <ostream>
 #include <set>
 #include <type_traits>
@@ -128,20 +129,6 @@ internal::FieldValue fieldValueOf(ImmutableClassObject const & object, PropertyD
     return view->find(property.name)->value->get(*body.readState(object.getDeviant()));
 }
 
-std::string textOf(internal::FieldValue const & value) {
-    using Form = internal::FieldValue::Form;
-    switch (value.form()) {
-    case Form::Flag:
-        return value.flag() ? "true" : "false";
-    case Form::Integer:
-        return std::to_string(value.integer());
-    case Form::UnlimitedNatural:
-        return UnlimitedNatural(value.number()).toString().str();
-    default:
-        return std::string(value.text());
-    }
-}
-
 /// The value by the operation of the body, which has a short way to the state, and by that of the state.
 void checkRoads(ImmutableClassObject const & object, PropertyDescriptor const & property) {
     if (property.isMany() || property.storage != internal::Storage::Field) {
@@ -158,9 +145,8 @@ void checkRoads(ImmutableClassObject const & object, PropertyDescriptor const & 
     if (property.typeClass == nullptr) {
         internal::FieldValue const unboxed = fieldValueOf(object, property);
         EXPECT_EQ(fromBody.isValid() && property.single->has(&body, deviant), unboxed.isSet());
-        if (unboxed.form() != internal::FieldValue::Form::Literal) {
-            EXPECT_EQ(fromBody.toString().str(), textOf(unboxed));
-        }
+        bool const isLiteral = unboxed.form() == internal::FieldValue::Form::Literal;
+        EXPECT_EQ(isLiteral ? std::nullopt : std::optional(fromBody.toString().str()), internal::textOf(unboxed));
     }
 }
 

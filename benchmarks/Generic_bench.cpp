@@ -1,5 +1,6 @@
 #include "limits/PlainTree.h"
 #include "limits/VirtualObject.h"
+#include "support/Items.h"
 #include "support/SampleModel.h"
 
 #include <ZEL/metamodel/Package.h>
@@ -20,22 +21,17 @@ using benchmark::State;
 using ZEL::ImmutableClassObject;
 using ZEL::ImmutableProperty;
 using ZEL::String;
+using ZEL::bench::forSizes;
+using ZEL::bench::forSizesAndOthers;
 using ZEL::bench::PlainNode;
 using ZEL::bench::PlainTree;
+using ZEL::bench::reportItems;
 using ZEL::bench::SampleModel;
-
-void reportItems(State & state, std::size_t items) {
-    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(items));
-}
 
 /// Calls `read` with each property of a model of the given number of objects, in the order of their making, after the
 /// second argument's number of models of the same size have come and gone.
 template <class Read> void readInTurn(State & state, Read read) {
-    SampleModel::dropShared();
-    for (std::int64_t i = 0; i < state.range(1); ++i) {
-        static_cast<void>(SampleModel(SampleModel::packagesFor(state.range(0))));
-    }
-    auto const & properties = SampleModel::sharedOf(state.range(0)).properties;
+    auto const & properties = SampleModel::sharedOf(state.range(0), state.range(1)).properties;
     for (auto _ : state) {
         for (ImmutableProperty const & property : properties) {
             read(property);
@@ -69,14 +65,14 @@ void getByName(State & state) {
     readInTurn(state, [&](ImmutableProperty const & object) { benchmark::DoNotOptimize(object.getOne(name)); });
 }
 
-BENCHMARK(getInTurn)->ArgsProduct({{10'000, 100'000, 1'000'000}, {0, 10}});
-BENCHMARK(getByProperty)->ArgsProduct({{10'000, 100'000, 1'000'000}, {0}});
-BENCHMARK(getByName)->ArgsProduct({{10'000, 100'000, 1'000'000}, {0}});
-BENCHMARK(readInTurnLimit)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
+BENCHMARK(getInTurn)->Apply(forSizesAndOthers);
+BENCHMARK(getByProperty)->Apply(forSizesAndOthers);
+BENCHMARK(getByName)->Apply(forSizesAndOthers);
+BENCHMARK(readInTurnLimit)->Apply(forSizes);
 
 /// Every object of a tree once, through the contents of each.
 void walkContents(State & state) {
-    SampleModel const & sample = SampleModel::sharedOf(state.range(0));
+    SampleModel const & sample = SampleModel::sharedOf(state.range(0), state.range(1));
     std::size_t met = 0;
     for (auto _ : state) {
         met = 0;
@@ -107,30 +103,7 @@ void walkContentsLimit(State & state) {
     reportItems(state, tree.size());
 }
 
-/// Names and children of two plain trees in step.
-void compareModelsLimit(State & state) {
-    int const packages = SampleModel::packagesFor(state.range(0));
-    PlainTree const tree(packages);
-    PlainTree const copy(packages);
-    for (auto _ : state) {
-        std::vector<std::pair<PlainNode const *, PlainNode const *>> waiting{{&tree.root(), &copy.root()}};
-        while (!waiting.empty()) {
-            auto const [a, b] = waiting.back();
-            waiting.pop_back();
-            if (a->kind() != b->kind() || a->name != b->name || a->children.size() != b->children.size()) {
-                state.SkipWithError("the copy is different");
-                break;
-            }
-            for (std::size_t i = 0; i < a->children.size(); ++i) {
-                waiting.emplace_back(a->children[i], b->children[i]);
-            }
-        }
-    }
-    reportItems(state, tree.size());
-}
-
-BENCHMARK(walkContents)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
-BENCHMARK(walkContentsLimit)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
-BENCHMARK(compareModelsLimit)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
+BENCHMARK(walkContents)->Apply(forSizesAndOthers);
+BENCHMARK(walkContentsLimit)->Apply(forSizes);
 
 } // namespace

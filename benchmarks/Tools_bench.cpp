@@ -1,3 +1,5 @@
+#include "limits/PlainTree.h"
+#include "support/Items.h"
 #include "support/SampleModel.h"
 
 #include <ZEL/deviants/Transaction.h>
@@ -18,19 +20,16 @@ using benchmark::State;
 using ZEL::Factory;
 using ZEL::MetaModel;
 using ZEL::Package;
+using ZEL::bench::forSizes;
+using ZEL::bench::forSizesAndOthers;
+using ZEL::bench::PlainNode;
+using ZEL::bench::PlainTree;
+using ZEL::bench::reportItems;
 using ZEL::bench::SampleModel;
-
-void reportObjects(State & state, std::size_t objects) {
-    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(objects));
-}
-
-void forSizes(benchmark::internal::Benchmark * benchmark) {
-    benchmark->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-}
 
 /// A copy of the whole tree in a model of its own.
 void cloneModel(State & state) {
-    SampleModel const & sample = SampleModel::sharedOf(state.range(0));
+    SampleModel const & sample = SampleModel::sharedOf(state.range(0), state.range(1));
     for (auto _ : state) {
         state.PauseTiming();
         {
@@ -42,13 +41,29 @@ void cloneModel(State & state) {
         }
         state.ResumeTiming();
     }
-    reportObjects(state, sample.objectCount());
+    reportItems(state, sample.objectCount());
 }
-BENCHMARK(cloneModel)->Apply(forSizes);
+BENCHMARK(cloneModel)->Apply(forSizesAndOthers);
+
+void cloneModelLimit(State & state) {
+    PlainTree const tree(SampleModel::packagesFor(state.range(0)));
+    for (auto _ : state) {
+        state.PauseTiming();
+        {
+            state.ResumeTiming();
+            PlainTree const copy(tree);
+            benchmark::DoNotOptimize(copy.size());
+            state.PauseTiming();
+        }
+        state.ResumeTiming();
+    }
+    reportItems(state, tree.size());
+}
+BENCHMARK(cloneModelLimit)->Apply(forSizes);
 
 /// Two equal trees in two models, so that both passes go to their ends.
 void compareModels(State & state) {
-    SampleModel const & sample = SampleModel::sharedOf(state.range(0));
+    SampleModel const & sample = SampleModel::sharedOf(state.range(0), state.range(1));
     MetaModel const target = Factory::createNewModel();
     ZEL::Transaction transaction(target.getRootDeviant());
     Package const copy(sample.model.getTopPackage().clone(target));
@@ -57,9 +72,32 @@ void compareModels(State & state) {
             state.SkipWithError("the copy is different");
         }
     }
-    reportObjects(state, sample.objectCount());
+    reportItems(state, sample.objectCount());
 }
-BENCHMARK(compareModels)->Apply(forSizes);
+BENCHMARK(compareModels)->Apply(forSizesAndOthers);
+
+/// Names and children of two plain trees in step.
+void compareModelsLimit(State & state) {
+    int const packages = SampleModel::packagesFor(state.range(0));
+    PlainTree const tree(packages);
+    PlainTree const copy(packages);
+    for (auto _ : state) {
+        std::vector<std::pair<PlainNode const *, PlainNode const *>> waiting{{&tree.root(), &copy.root()}};
+        while (!waiting.empty()) {
+            auto const [a, b] = waiting.back();
+            waiting.pop_back();
+            if (a->kind() != b->kind() || a->name != b->name || a->children.size() != b->children.size()) {
+                state.SkipWithError("the copy is different");
+                break;
+            }
+            for (std::size_t i = 0; i < a->children.size(); ++i) {
+                waiting.emplace_back(a->children[i], b->children[i]);
+            }
+        }
+    }
+    reportItems(state, tree.size());
+}
+BENCHMARK(compareModelsLimit)->Apply(forSizes);
 
 /// Three levels of children; a link or value for each second object.
 void generateModel(State & state) {
@@ -81,7 +119,7 @@ void generateModel(State & state) {
         }
         state.ResumeTiming();
     }
-    reportObjects(state, objects);
+    reportItems(state, objects);
 }
 BENCHMARK(generateModel)->Apply(forSizes);
 

@@ -1,3 +1,4 @@
+#include "support/Items.h"
 #include "support/SampleModel.h"
 
 #include <ZEL/deviants/Transaction.h>
@@ -11,10 +12,30 @@ namespace {
 using benchmark::State;
 using ZEL::bench::SampleModel;
 
-/// Renames of `range(0)` objects that were made one after the other, in a model of `range(1)` objects.
+/// The first set of each object of a model in one transaction, which saves its old state.
+void setFirst(State & state) {
+    SampleModel & sample = SampleModel::sharedOf(state.range(0), state.range(1));
+    for (auto _ : state) {
+        state.PauseTiming();
+        {
+            ZEL::Transaction const cancelledAtEnd(sample.root);
+            state.ResumeTiming();
+            for (auto const & property : sample.properties) {
+                property.setName("renamed");
+            }
+            state.PauseTiming();
+        }
+        state.ResumeTiming();
+    }
+    ZEL::bench::reportItems(state, sample.properties.size());
+}
+BENCHMARK(setFirst)->Apply(ZEL::bench::forSizesAndOthers);
+
+/// Renames of `range(0)` objects that were made one after the other, in a model of `range(1)` objects, after `range(2)`
+/// other models.
 void undoRenames(State & state) {
     auto const changes = static_cast<std::size_t>(state.range(0));
-    SampleModel & sample = SampleModel::sharedOf(state.range(1));
+    SampleModel & sample = SampleModel::sharedOf(state.range(1), state.range(2));
     sample.root.beginTransaction("renames");
     for (std::size_t i = 0; i < changes; ++i) {
         sample.properties[i].setName("renamed");
@@ -29,12 +50,13 @@ void undoRenames(State & state) {
     state.SetItemsProcessed(state.iterations() * 2 * state.range(0));
 }
 BENCHMARK(undoRenames)
-    ->Args({900, 1000})
-    ->Args({900, 1000000})
-    ->Args({1, 100000})
-    ->Args({100, 100000})
-    ->Args({10000, 100000})
-    ->Args({80000, 100000});
+    ->Args({900, 1000, 0})
+    ->Args({900, 1000000, 0})
+    ->Args({1, 100000, 0})
+    ->Args({100, 100000, 0})
+    ->Args({10000, 100000, 0})
+    ->Args({80000, 100000, 0})
+    ->Args({80000, 100000, 10});
 
 /// Creation of `range(0)` objects in one class.
 void undoCreations(State & state) {

@@ -24,6 +24,9 @@ struct PlainNode {
 class PlainTree {
 public:
     explicit PlainTree(int packages);
+    PlainTree(PlainTree const & other);
+    PlainTree & operator=(PlainTree const &) = delete;
+    ~PlainTree() = default;
 
     [[nodiscard]] PlainNode const & root() const noexcept { return *fNodes.front(); }
     [[nodiscard]] std::size_t size() const noexcept { return fNodes.size(); }
@@ -31,7 +34,8 @@ public:
     [[nodiscard]] std::size_t overhead() const noexcept { return fNodes.capacity() * sizeof(fNodes[0]); }
 
 private:
-    PlainNode * add(PlainNode * parent, char const * kind, int number);
+    PlainNode * add(PlainNode * parent, std::string && name);
+    void copyContents(PlainNode const & source, PlainNode & target);
 
     std::vector<std::unique_ptr<PlainNode>> fNodes;
 };

@@ -85,6 +85,16 @@ SampleModel & SampleModel::shared(int packages) {
     return *kept;
 }
 
+SampleModel & SampleModel::sharedOf(std::int64_t objects, std::int64_t others) {
+    if (others != 0) {
+        dropShared();
+        for (std::int64_t i = 0; i < others; ++i) {
+            SampleModel(packagesFor(objects)); // NOLINT(bugprone-unused-raii): it is to come and go
+        }
+    }
+    return sharedOf(objects);
+}
+
 void SampleModel::dropShared() { sharedModel().reset(); }
 
 int SampleModel::packagesFor(std::int64_t objects) {

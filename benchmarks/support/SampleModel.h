@@ -28,6 +28,8 @@ public:
     static SampleModel & shared(int packages);
     /// The same for about this number of objects.
     static SampleModel & sharedOf(std::int64_t objects) { return shared(packagesFor(objects)); }
+    /// The same after a number of other models of this size have come and gone, whose memory it takes over.
+    static SampleModel & sharedOf(std::int64_t objects, std::int64_t others);
     static void dropShared();
     /// The number of packages, including the top package, classes and properties.
     [[nodiscard]] static std::size_t objectCountOf(int packages) noexcept {

@@ -11,8 +11,6 @@
 #include <ZEL/tools/Comparator.h>
 #include <ZEL/tools/ObjectsIn.h>
 
-#include <CLI/CLI.hpp>
-
 #include <iostream>
 #include <memory>
 #include <string>
@@ -92,8 +90,8 @@ ExitCode compare(Arguments const & given) {
 
 Command compareCommand(CLI::App & app) {
     auto const given = std::make_shared<Arguments>();
-    app.add_option("A", given->first, "A model file")->required();
-    app.add_option("B", given->second, "Another one")->required();
+    addArgument(app, "A", given->first, "A model file");
+    addArgument(app, "B", given->second, "Another one");
     addRoot(app, given->settings);
     return [given] { return compare(*given); };
 }

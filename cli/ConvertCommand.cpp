@@ -6,8 +6,6 @@
 #include <ZEL/String.h>
 #include <ZEL/tools/ObjectsIn.h>
 
-#include <CLI/CLI.hpp>
-
 #include <iostream>
 #include <memory>
 #include <string>
@@ -46,9 +44,8 @@ ExitCode convert(Arguments & given) {
 
 Command convertCommand(CLI::App & app) {
     auto const given = std::make_shared<Arguments>();
-    app.add_option("IN", given->input, "The file to read")->required();
-    app.add_option("OUT", given->output, "The file to write; links into other files are made relative to it")
-        ->required();
+    addArgument(app, "IN", given->input, "The file to read");
+    addArgument(app, "OUT", given->output, "The file to write; links into other files are made relative to it");
     addRoot(app, given->settings);
     addFormat(app, "--from", given->from, {"standard", "magicdraw"}, "The dialect of IN");
     addFormat(app, "--to", given->to, {"standard", "magicdraw", "rhapsody"}, "The dialect of OUT");

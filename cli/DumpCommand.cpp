@@ -5,8 +5,6 @@
 
 #include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>
 
-#include <CLI/CLI.hpp>
-
 #include <iostream>
 #include <memory>
 #include <string>

@@ -9,8 +9,6 @@
 #include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/tools/ObjectsIn.h>
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <iomanip>
 #include <iostream>

@@ -1,6 +1,7 @@
 #include "Command.h"
 #include "MetaModels.h"
 #include "Models.h"
+#include "Options.h"
 
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
@@ -13,8 +14,6 @@
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/tools/ObjectsIn.h>
-
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -117,7 +116,8 @@ void show(std::string const & name) {
 
 Command metamodelCommand(CLI::App & app) {
     auto const name = std::make_shared<std::optional<std::string>>();
-    app.add_option("URI", *name, "The URI or the prefix of the metamodel to show; without it, all are listed");
+    addOptionalArgument(app, "URI", *name,
+                        "The URI or the prefix of the metamodel to show; without it, all are listed");
     return [name] {
         if (name->has_value()) {
             show(**name);

@@ -15,7 +15,8 @@ namespace cli {
 namespace {
 
 template <class Number>
-CLI::Option & add(CLI::App & app, std::string const & name, Number & number, std::string const & description) {
+void add(CLI::App & app, std::string const & name, Number & number, std::string const & description,
+         Presence presence) {
     auto const check = [](std::string const & text) {
         Number value = 0;
         std::from_chars_result const result = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -25,18 +26,38 @@ CLI::Option & add(CLI::App & app, std::string const & name, Number & number, std
         return "found " + nameOf(text) + ", expected a whole number from 0 to " +
                std::to_string(std::numeric_limits<Number>::max());
     };
-    return *app.add_option(name, number, description)->check(check)->type_name("NUMBER");
+    CLI::Option * const option = app.add_option(name, number, description)->check(check)->type_name("NUMBER");
+    if (presence == Presence::Required) {
+        option->required();
+    } else {
+        option->capture_default_str();
+    }
 }
 
 } // namespace
 
-CLI::Option & addNumber(CLI::App & app, std::string const & name, int & number, std::string const & description) {
-    return add(app, name, number, description);
+void addArgument(CLI::App & app, std::string const & name, std::string & text, std::string const & description) {
+    app.add_option(name, text, description)->required();
 }
 
-CLI::Option & addNumber(CLI::App & app, std::string const & name, unsigned int & number,
-                        std::string const & description) {
-    return add(app, name, number, description);
+void addText(CLI::App & app, std::string const & name, std::string & text, std::string const & kind,
+             std::string const & description) {
+    app.add_option(name, text, description)->capture_default_str()->type_name(kind);
+}
+
+void addOptionalArgument(CLI::App & app, std::string const & name, std::optional<std::string> & text,
+                         std::string const & description) {
+    app.add_option(name, text, description);
+}
+
+void addNumber(CLI::App & app, std::string const & name, int & number, std::string const & description,
+               Presence presence) {
+    add(app, name, number, description, presence);
+}
+
+void addNumber(CLI::App & app, std::string const & name, unsigned int & number, std::string const & description,
+               Presence presence) {
+    add(app, name, number, description, presence);
 }
 
 void addFormat(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFormat & format,
@@ -69,7 +90,7 @@ void addRoot(CLI::App & app, ZEL::Serializer::XmiReaderSettings & settings) {
 }
 
 void addInput(CLI::App & app, Input & input) {
-    app.add_option("FILE", input.file, "A model file")->required();
+    addArgument(app, "FILE", input.file, "A model file");
     addRoot(app, input.settings);
 }
 

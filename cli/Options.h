@@ -3,21 +3,35 @@
 #include <ZEL/serializer/XmiFormat.h>
 #include <ZEL/serializer/reader/XmiReaderSettings.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace CLI {
 class App;
-class Option;
-} // namespace CLI
+}
 
-/// Options whose wrong values are reported as "--option: found ..., expected ...".
+/// Arguments of commands, and options, whose wrong values are reported as "--option: found ..., expected ...". They keep
+/// the parser's header, which is long to compile, out of the commands.
 namespace cli {
 
-// Each adds an option for a whole number that is not negative.
-CLI::Option & addNumber(CLI::App & app, std::string const & name, int & number, std::string const & description);
-CLI::Option & addNumber(CLI::App & app, std::string const & name, unsigned int & number,
-                        std::string const & description);
+/// Adds an argument that must be there.
+void addArgument(CLI::App & app, std::string const & name, std::string & text, std::string const & description);
+/// Adds an argument or, if the name begins with two hyphens, an option, that may be missing. What `text` holds before is
+/// the default. The help shows it, and `kind`, which says what the text is.
+void addText(CLI::App & app, std::string const & name, std::string & text, std::string const & kind,
+             std::string const & description);
+/// Adds an argument without a default that may be missing.
+void addOptionalArgument(CLI::App & app, std::string const & name, std::optional<std::string> & text,
+                         std::string const & description);
+
+// Each adds an option for a whole number that is not negative. Unless it must be there, what `number` holds before is the
+// default, which the help shows.
+enum class Presence { Optional, Required };
+void addNumber(CLI::App & app, std::string const & name, int & number, std::string const & description,
+               Presence presence = Presence::Optional);
+void addNumber(CLI::App & app, std::string const & name, unsigned int & number, std::string const & description,
+               Presence presence = Presence::Optional);
 
 /// Adds an option for the name of a format of files.
 void addFormat(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFormat & format,

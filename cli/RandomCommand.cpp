@@ -11,8 +11,6 @@
 #include <ZEL/tools/ObjectsIn.h>
 #include <ZEL/tools/RandomModelGenerator.h>
 
-#include <CLI/CLI.hpp>
-
 #include <iostream>
 #include <memory>
 #include <string>
@@ -57,15 +55,13 @@ ExitCode writeModelOf(Arguments & given) {
 
 Command randomCommand(CLI::App & app) {
     auto const given = std::make_shared<Arguments>();
-    app.add_option("OUT", given->output, "The file to write")->required();
-    addNumber(app, "--seed", given->seed, "The same one gives the same model; 0 takes the present time").required();
-    addNumber(app, "--depth", given->depth, "How many levels of objects").capture_default_str();
-    addNumber(app, "--breadth", given->breadth, "How many children of each object at most").capture_default_str();
-    addNumber(app, "--associations", given->associations, "How often to try to set a value or a link")
-        .capture_default_str();
-    app.add_option("--metamodel", given->metamodel, "The URI or the prefix of a registered metamodel")
-        ->capture_default_str()
-        ->type_name("URI");
+    addArgument(app, "OUT", given->output, "The file to write");
+    addNumber(app, "--seed", given->seed, "The same one gives the same model; 0 takes the present time",
+              Presence::Required);
+    addNumber(app, "--depth", given->depth, "How many levels of objects");
+    addNumber(app, "--breadth", given->breadth, "How many children of each object at most");
+    addNumber(app, "--associations", given->associations, "How often to try to set a value or a link");
+    addText(app, "--metamodel", given->metamodel, "URI", "The URI or the prefix of a registered metamodel");
     return [given] { return writeModelOf(*given); };
 }
 

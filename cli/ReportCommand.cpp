@@ -9,8 +9,6 @@
 #include <ZEL/base/SafeFile.h>
 #include <ZEL/tools/HTMLPrinter.h>
 
-#include <CLI/CLI.hpp>
-
 #include <iostream>
 #include <memory>
 #include <string>
@@ -80,8 +78,7 @@ ExitCode report(Arguments const & given) {
 Command reportCommand(CLI::App & app) {
     auto const given = std::make_shared<Arguments>();
     addInput(app, given->input);
-    app.add_option("OUT", given->output, "The page to write; .html is added to a name that does not end so")
-        ->required();
+    addArgument(app, "OUT", given->output, "The page to write; .html is added to a name that does not end so");
     return [given] { return report(*given); };
 }
 

@@ -1,9 +1,8 @@
 #include "Command.h"
 #include "Files.h"
+#include "Options.h"
 #include "StandardStreams.h"
 #include "Tour.h"
-
-#include <CLI/CLI.hpp>
 
 #include <iostream>
 #include <memory>
@@ -28,8 +27,7 @@ ExitCode tell(std::string const & file) {
 
 Command tourCommand(CLI::App & app) {
     auto const file = std::make_shared<std::string>("examples/tour/library.xmi");
-    app.add_option("FILE", *file, "A model of the built-in metamodel, of which nothing is changed")
-        ->capture_default_str();
+    addText(app, "FILE", *file, "", "A model of the built-in metamodel, of which nothing is changed");
     return [file] { return tell(*file); };
 }
 

@@ -7,7 +7,8 @@ endif()
 if(NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
     find_program(ZEL_CCACHE ccache)
     if(ZEL_CCACHE)
-        set(CMAKE_CXX_COMPILER_LAUNCHER ${ZEL_CCACHE})
+        # The cache takes a precompiled header for what it is made of if it is allowed to.
+        set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${ZEL_CCACHE})
     endif()
 endif()
 

@@ -49,6 +49,34 @@ std::set<std::string> headersOf(Class const & of, Holder holder, std::string con
     return headers;
 }
 
+/// How objects of the class end: without the destructors of their interfaces, which have nothing to end. Only these
+/// would need the tables of the interfaces as they are while an object is made or destroyed, several times the size of
+/// all that is used of a class.
+std::string end(Emission const & emission, Class const & of, Holder holder) {
+    if (holder == Holder::State) {
+        return emission.print(R"(
+/// A state ends by `delete`, which runs no destructor but those of its values.
+~$X$DeviantImpl() override { internal_neverDestroyed(); }
+static void operator delete($X$DeviantImpl * state, std::destroying_delete_t, std::size_t size) noexcept {
+    state->fields.~$X$Fields();
+    internal_end(*state, size);
+}
+using StateCore::operator delete;
+)");
+    }
+    if (of.isModel) {
+        return "";
+    }
+    return emission.print(R"(
+/// A body ends by `delete`, which runs no destructor.
+~$X$Impl() override { internal_neverDestroyed(); }
+static void operator delete($X$Impl * body, std::destroying_delete_t, std::size_t size) noexcept {
+    internal_end(*body, size);
+}
+using BodyCore::operator delete;
+)");
+}
+
 /// What the class has in addition to the operations of properties.
 std::string ownDeclarations(Emission const & emission, Holder holder) {
     if (holder == Holder::Body) {
@@ -120,7 +148,7 @@ std::string interfaces(Class const & of) {
 
 std::string emitHolderHeader(Emission const & emission, Class const & of, Holder holder) {
     std::string const structure = holder == Holder::State ? fields(emission, of) : "";
-    std::vector<std::string> members{ownDeclarations(emission, holder)};
+    std::vector<std::string> members{end(emission, of, holder), ownDeclarations(emission, holder)};
     for (Property const * const p : of.fields) {
         members.push_back(PropertyForm::of(*p).overrides(emission.printerFor(*p), *p, holder));
     }

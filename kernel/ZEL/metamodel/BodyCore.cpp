@@ -14,6 +14,7 @@
 #include <ZEL/metamodel/Type.h>
 #include <ZEL/values/ValueObject.h>
 
+#include <cstdlib>
 #include <memory>
 #include <string>
 
@@ -32,7 +33,19 @@ DeviantAssertions assertionsOf(Deviant deviant) { return DeviantAssertions(devia
 
 } // namespace
 
-void BodyCore::dropRootState() noexcept { delete fRootState; }
+void BodyCore::dropRootState() noexcept {
+    if ((fBits & kRealRootState) != 0) {
+        delete fRootState;
+    }
+}
+
+void BodyCore::internal_end(BodyCore & body, std::size_t size) noexcept {
+    body.dropRootState();
+    body.ReferenceCountingIntf::~ReferenceCountingIntf();
+    giveToPool(&body, size);
+}
+
+void BodyCore::internal_neverDestroyed() noexcept { std::abort(); }
 
 // --- counting --------------------------------------------------------------------------------------------------------
 

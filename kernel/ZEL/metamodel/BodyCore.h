@@ -19,13 +19,7 @@ class ModelCore;
 /// `readState`, inline: a live root deviant and a real root state are one test each.
 class ZEL_API BodyCore : public virtual NSInterface::ClassObjectOperations {
 public:
-    /// Inline, as all constructors and destructors between a body and its root base are: one that is not would keep in the
-    /// library, for each class, the tables of all its bases as they are while an object is made or destroyed.
-    ~BodyCore() override {
-        if ((fBits & kRealRootState) != 0) {
-            dropRootState();
-        }
-    }
+    ~BodyCore() override { dropRootState(); }
     static void * operator new(std::size_t size) { return takeFromPool(size); }
     static void operator delete(void * memory, std::size_t size) noexcept { giveToPool(memory, size); }
 
@@ -114,9 +108,17 @@ public:
     [[nodiscard]] StateCore * createDeviation(Deviant deviant) const;
 
 protected:
+    /// Inline, as all constructors between a body and its root base are: one that is not would keep in the library, for
+    /// each class, the tables of all its bases as they are while an object is made.
     BodyCore() = default;
     BodyCore(BodyCore const &) = delete;
     BodyCore & operator=(BodyCore const &) = delete;
+
+    /// Ends a body of `size` bytes without its destructor, for classes that have nothing to end themselves, nor have
+    /// their interfaces: what `delete` does of generated bodies.
+    static void internal_end(BodyCore & body, std::size_t size) noexcept;
+    /// What the destructor of such a class does: it is never called.
+    [[noreturn]] static void internal_neverDestroyed() noexcept;
 
     /// At count 0 outside a model: deletes the body. The body of a model runs its end first.
     virtual void internal_released();

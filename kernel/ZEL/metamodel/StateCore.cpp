@@ -8,6 +8,7 @@
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/sequences/PersistentSequence.h>
 
+#include <cstdlib>
 #include <unordered_map>
 #include <utility>
 
@@ -25,7 +26,19 @@ SparseTable & stereotypeInstanceTable() {
 
 } // namespace
 
-void StateCore::dropStereotypeInstances() noexcept { stereotypeInstanceTable().erase(this); }
+void StateCore::dropStereotypeInstances() noexcept {
+    if ((fBits & kHasStereotypeInstances) != 0) {
+        stereotypeInstanceTable().erase(this);
+    }
+}
+
+void StateCore::internal_end(StateCore & state, std::size_t size) noexcept {
+    state.dropStereotypeInstances();
+    state.ReferenceCountingIntf::~ReferenceCountingIntf();
+    giveToPool(&state, size);
+}
+
+void StateCore::internal_neverDestroyed() noexcept { std::abort(); }
 
 void StateCore::assignCore(StateCore const & other) {
     if (this == &other) {

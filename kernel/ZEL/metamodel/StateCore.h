@@ -4,6 +4,7 @@
 #include <ZEL/metamodel/ClassObjectOperations.h>
 
 #include <cstdint>
+#include <new>
 
 namespace ZEL {
 
@@ -23,12 +24,7 @@ struct ClassDescriptor;
 /// owned by the one place that stores it: a body's root slot, a deviant or a change set.
 class ZEL_API StateCore : public virtual NSInterface::ClassObjectOperations {
 public:
-    /// Inline, as that of `BodyCore` is.
-    ~StateCore() override {
-        if ((fBits & kHasStereotypeInstances) != 0) {
-            dropStereotypeInstances();
-        }
-    }
+    ~StateCore() override { dropStereotypeInstances(); }
     static void * operator new(std::size_t size) { return takeFromPool(size); }
     static void operator delete(void * memory, std::size_t size) noexcept { giveToPool(memory, size); }
 
@@ -65,7 +61,11 @@ public:
     [[nodiscard]] PersistentSequence & writableStereotypeInstances();
 
 protected:
+    /// Inline, as that of `BodyCore` is.
     StateCore() = default;
+    /// Ends a state of `size` bytes whose values have ended, without its destructor, as `BodyCore::internal_end` does.
+    static void internal_end(StateCore & state, std::size_t size) noexcept;
+    [[noreturn]] static void internal_neverDestroyed() noexcept;
     /// Copies what all states have; the generated `assignState` calls it first.
     void assignCore(StateCore const & other);
 

@@ -9,8 +9,6 @@
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/PropertySupport.h>
 
-#include <memory>
-
 namespace ZEL::NSInterface {
 
 namespace {
@@ -121,10 +119,10 @@ void ClassObjectOperations::removeOnlyContainerZEL(Deviant deviant) {
 }
 
 Sequence<ClassObject> ClassObjectOperations::getContaineeZELs(Deviant deviant) const {
-    if (internal_body() == nullptr) { // a state
-        return internal::containeeView(*this, deviant, getContaineeZELsWithoutAssociation(deviant));
+    if (internal::BodyCore const * const body = internal_body()) {
+        return internal::ContaineeSequence::of(*body, deviant);
     }
-    return Sequence<ClassObject>(std::make_unique<internal::ContaineeSequence>(*this, deviant), deviant);
+    return internal::containeeView(*this, deviant, getContaineeZELsWithoutAssociation(deviant)); // of a state
 }
 
 Sequence<ClassObject> ClassObjectOperations::getContaineeZELsWithoutAssociation(Deviant deviant) const {

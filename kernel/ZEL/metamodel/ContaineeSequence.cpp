@@ -1,43 +1,105 @@
+#include <ZEL/base/AtScopeEnd.h>
 #include <ZEL/base/Exception.h>
+#include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/ContaineeSequence.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/PropertySupport.h>
 #include <ZEL/sequences/PersistentSequence.h>
 
+#include <array>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 
 namespace ZEL::internal {
-
-namespace {
 
 using Generic::IteratorPtr;
 using Generic::Ref;
 
-/// The composite fields of a class, a model's factory among them. Never freed: objects outlive the statics of this
-/// library.
-std::vector<FieldDescriptor const *> const & compositeFieldsOf(ClassDescriptor const & descriptor) {
-    static auto & all = *new std::unordered_map<ClassDescriptor const *, std::vector<FieldDescriptor const *>>;
-    auto const [entry, isNew] = all.try_emplace(&descriptor);
-    if (isNew) {
+// --- making ----------------------------------------------------------------------------------------------------------
+
+/// Sequences without an object, so that a loop over the containees of each object of a tree need not make one each time.
+/// They are not entered among the live objects, where they would look like leaks; that is why there are few. Who nests
+/// loops more deeply has others made, which end with their handles.
+class ContaineeSequence::Spares {
+public:
+    /// Null if none is left.
+    [[nodiscard]] static ContaineeSequence * take() {
+        if (fKept > 0) {
+            return fSequences[--fKept];
+        }
+        return fMade < fSequences.size() ? make() : nullptr;
+    }
+    static void keep(ContaineeSequence * sequence) noexcept { fSequences[fKept++] = sequence; }
+
+private:
+    [[nodiscard]] static ContaineeSequence * make() {
+        bool const isTracking = Cleanup::isTrackingObjects();
+        Cleanup::stopTrackingObjects();
+        AtScopeEnd const resume([isTracking] {
+            if (isTracking) {
+                Cleanup::startTrackingObjects();
+            }
+        });
+        auto * const sequence = new ContaineeSequence;
+        ++fMade;
+        return sequence;
+    }
+
+    // Never freed: objects outlive the statics of this library.
+    static constinit inline std::array<ContaineeSequence *, 8> fSequences{};
+    static constinit inline std::size_t fKept = 0;
+    static constinit inline std::size_t fMade = 0;
+};
+
+/// The composite fields of a class, a model's factory among them. Never freed, as the spares.
+ContaineeSequence::Parts const & ContaineeSequence::partsOf(ClassDescriptor const & descriptor) {
+    static std::array<std::pair<ClassDescriptor const *, Parts const *>, 256> lately{};
+    auto & known = lately[(reinterpret_cast<std::uintptr_t>(&descriptor) >> 4) % lately.size()];
+    if (known.first == &descriptor) [[likely]] {
+        return *known.second;
+    }
+    static auto & all = *new std::unordered_map<ClassDescriptor const *, Parts>;
+    auto entry = all.find(&descriptor);
+    if (entry == all.end()) {
+        Parts parts;
         for (FieldDescriptor const & field : descriptor.fields) {
             PropertyDescriptor const & property = *field.property;
             if (property.isComposite && !property.isDerived && property.typeClass != nullptr) {
-                entry->second.push_back(&field);
+                parts.push_back(
+                    {&field, &property == &NSInterface::ClassObjectOperations::appliedStereotypeInstanceProperty()});
             }
         }
+        entry = all.emplace(&descriptor, std::move(parts)).first;
     }
+    known = {&descriptor, &entry->second};
     return entry->second;
 }
 
-} // namespace
+Sequence<ClassObject> ContaineeSequence::of(BodyCore const & object, Deviant deviant) {
+    Parts const & parts = partsOf(object.readState(deviant)->internal_stateDescriptor());
+    ContaineeSequence * const spare = Spares::take();
+    if (spare == nullptr) {
+        return Sequence<ClassObject>(new ContaineeSequence(object, deviant, parts), deviant);
+    }
+    spare->fObject = RefBase<BodyCore *>(&object, deviant);
+    spare->fParts = &parts;
+    return Sequence<ClassObject>(spare, deviant);
+}
 
-ContaineeSequence::ContaineeSequence(NSInterface::ClassObjectIntf const & object, Deviant deviant)
-    : fObject(&object, deviant),
-      fFields(compositeFieldsOf(object.internal_body()->readState(deviant)->internal_stateDescriptor())) {}
+void ContaineeSequence::released() {
+    if (!fIsSpare) {
+        delete this;
+        return;
+    }
+    fCombined = nullptr;
+    fWrapped = nullptr;
+    fObject = RefBase<BodyCore *>();
+    Spares::keep(this);
+}
 
 Generic::SequencePtr ContaineeSequence::makeWrapped() const {
-    NSInterface::ClassObjectIntf const & object = *fObject.getImplementation();
+    BodyCore const & object = *fObject.getImplementation();
     Sequence<ClassObject> const raw = object.getContaineeZELsWithoutAssociation(fObject.getDeviant());
     fCombined = dynamic_cast<Combined const *>(raw.getImplementation());
     if (fCombined == nullptr) {
@@ -46,37 +108,96 @@ Generic::SequencePtr ContaineeSequence::makeWrapped() const {
     return Generic::SequencePtr(containeeView(object, fObject.getDeviant(), raw).getImplementation());
 }
 
-StateCore const & ContaineeSequence::state() const {
-    return *fObject.getImplementation()->internal_body()->readState(fObject.getDeviant());
+// --- places ----------------------------------------------------------------------------------------------------------
+
+inline PersistentSequence const & ContaineeSequence::Part::sequence(StateCore const & state) const {
+    return isOfStereotypeInstances ? state.stereotypeInstances() : field->sequence(const_cast<StateCore &>(state));
 }
 
-int ContaineeSequence::sizeOf(StateCore const & state, int field) const {
-    FieldDescriptor const & each = *fFields[static_cast<std::size_t>(field)];
-    return each.sequence != nullptr ? static_cast<int>(readSequence(each, state).size())
-                                    : static_cast<int>(each.get(state) != nullptr);
+inline int ContaineeSequence::Part::size(StateCore const & state) const {
+    return field->sequence != nullptr ? static_cast<int>(sequence(state).size())
+                                      : static_cast<int>(field->get(state) != nullptr);
 }
 
-NSInterface::ObjectIntf * ContaineeSequence::elementAt(StateCore const & state, int field, int position) const {
-    if (field >= fieldCount() || position < 0 || position >= sizeOf(state, field)) {
+NSInterface::ObjectIntf * ContaineeSequence::elementAt(StateCore const & state, Place place) const {
+    if (place.part >= partCount() || place.index < 0) {
         raiseAnInternalError();
     }
-    FieldDescriptor const & each = *fFields[static_cast<std::size_t>(field)];
-    return each.sequence != nullptr ? static_cast<NSInterface::ObjectIntf *>(
-                                          readSequence(each, state).at(static_cast<std::size_t>(position)))
-                                    : each.get(state);
+    Part const & each = part(place.part);
+    if (each.field->sequence == nullptr) {
+        NSInterface::ObjectIntf * const element = each.field->get(state);
+        if (place.index > 0 || element == nullptr) {
+            raiseAnInternalError();
+        }
+        return element;
+    }
+    PersistentSequence const & elements = each.sequence(state);
+    auto const index = static_cast<std::size_t>(place.index);
+    if (index >= elements.size()) {
+        raiseAnInternalError();
+    }
+    return static_cast<NSInterface::ObjectIntf *>(elements.at(index));
 }
 
-IteratorPtr ContaineeSequence::generic_begin(Deviant deviant) const {
-    if (!isFor(deviant)) {
-        return ForwardingSequence::generic_begin(deviant);
+Generic::Place ContaineeSequence::firstFrom(StateCore const & state, int number) const {
+    while (number < partCount() && part(number).size(state) == 0) {
+        ++number;
     }
-    auto iterator = std::make_unique<Iterator>(this, 0);
-    iterator->enter(state(), 0);
-    return iterator;
+    return {number, 0};
+}
+
+Generic::Place ContaineeSequence::generic_beginPlace(Deviant deviant) const {
+    return isFor(deviant) ? firstFrom(state(), 0) : Place();
+}
+
+Generic::Place ContaineeSequence::generic_endPlace(Deviant deviant) const {
+    return isFor(deviant) ? Place{partCount(), 0} : Place();
+}
+
+Ref ContaineeSequence::generic_atPlace(Deviant, Place place) const {
+    return Ref::ofStoredBody(elementAt(state(), place), fObject.getDeviant());
+}
+
+Generic::Place ContaineeSequence::generic_placeAfter(Deviant, Place place) const {
+    if (place.part >= partCount()) {
+        return place;
+    }
+    StateCore const & present = state();
+    if (place.index + 1 < part(place.part).size(present)) {
+        return {place.part, place.index + 1};
+    }
+    return firstFrom(present, place.part + 1);
+}
+
+Generic::Place ContaineeSequence::generic_placeBefore(Deviant, Place place) const {
+    if (place.index > 0) {
+        return {place.part, place.index - 1};
+    }
+    StateCore const & present = state();
+    int number = place.part - 1;
+    while (number >= 0 && part(number).size(present) == 0) {
+        --number;
+    }
+    if (number < 0) {
+        raiseAnInternalError();
+    }
+    return {number, part(number).size(present) - 1};
+}
+
+IteratorPtr ContaineeSequence::generic_iteratorAtPlace(Deviant, Place place) const {
+    return std::make_unique<Iterator>(this, place);
+}
+
+// --- the other operations --------------------------------------------------------------------------------------------
+
+IteratorPtr ContaineeSequence::generic_begin(Deviant deviant) const {
+    return isFor(deviant) ? generic_iteratorAtPlace(deviant, generic_beginPlace(deviant))
+                          : ForwardingSequence::generic_begin(deviant);
 }
 
 IteratorPtr ContaineeSequence::generic_end(Deviant deviant) const {
-    return isFor(deviant) ? std::make_unique<Iterator>(this, fieldCount()) : ForwardingSequence::generic_end(deviant);
+    return isFor(deviant) ? generic_iteratorAtPlace(deviant, generic_endPlace(deviant))
+                          : ForwardingSequence::generic_end(deviant);
 }
 
 int ContaineeSequence::generic_size(Deviant deviant) const {
@@ -85,8 +206,8 @@ int ContaineeSequence::generic_size(Deviant deviant) const {
     }
     StateCore const & present = state();
     int size = 0;
-    for (int i = 0; i < fieldCount(); ++i) {
-        size += sizeOf(present, i);
+    for (Part const & each : *fParts) {
+        size += each.size(present);
     }
     return size;
 }
@@ -97,10 +218,10 @@ int ContaineeSequence::generic_fetch(Deviant deviant, int index, NSInterface::Ob
     }
     StateCore const & present = state();
     int fetched = 0;
-    for (int field = 0; field < fieldCount() && fetched < count; ++field) {
-        int const size = sizeOf(present, field);
+    for (int number = 0; number < partCount() && fetched < count; ++number) {
+        int const size = part(number).size(present);
         for (; index < size && fetched < count; ++index) {
-            bodies[fetched++] = elementAt(present, field, index);
+            bodies[fetched++] = elementAt(present, {number, index});
         }
         index = index < size ? 0 : index - size;
     }
@@ -113,58 +234,12 @@ IteratorPtr ContaineeSequence::generic_erase(Deviant deviant, Generic::IteratorI
         return ForwardingSequence::generic_erase(deviant, where);
     }
     Generic::SequenceIntf & target = wrapped();
-    Combined::Iterator const place(fCombined, own->fField, own->fPosition);
+    Combined::Iterator const place(fCombined, own->fPlace.part, own->fPlace.index);
     static_cast<void>(target.generic_erase(deviant, &place));
-    // The next element has moved here, unless the last of the field went.
-    auto result = std::make_unique<Iterator>(*own);
+    // The next element has moved here, unless the last of the part went.
     StateCore const & present = state();
-    if (result->fPosition >= sizeOf(present, result->fField)) {
-        result->enter(present, result->fField + 1);
-    }
-    return result;
-}
-
-// --- iterator --------------------------------------------------------------------------------------------------------
-
-void ContaineeSequence::Iterator::enter(StateCore const & state, int field) {
-    fField = field;
-    fPosition = 0;
-    while (fField < fSequence->fieldCount() && fSequence->sizeOf(state, fField) == 0) {
-        ++fField;
-    }
-}
-
-Ref ContaineeSequence::Iterator::current(Deviant) const {
-    return Ref::ofStoredBody(fSequence->elementAt(fSequence->state(), fField, fPosition),
-                             fSequence->fObject.getDeviant());
-}
-
-void ContaineeSequence::Iterator::next(Deviant) {
-    if (fField >= fSequence->fieldCount()) {
-        return;
-    }
-    StateCore const & state = fSequence->state();
-    ++fPosition;
-    if (fPosition >= fSequence->sizeOf(state, fField)) {
-        enter(state, fField + 1);
-    }
-}
-
-void ContaineeSequence::Iterator::previous(Deviant) {
-    if (fPosition > 0) {
-        --fPosition;
-        return;
-    }
-    StateCore const & state = fSequence->state();
-    int field = fField - 1;
-    while (field >= 0 && fSequence->sizeOf(state, field) == 0) {
-        --field;
-    }
-    if (field < 0) {
-        raiseAnInternalError();
-    }
-    fField = field;
-    fPosition = fSequence->sizeOf(state, field) - 1;
+    bool const isThere = own->fPlace.index < part(own->fPlace.part).size(present);
+    return generic_iteratorAtPlace(deviant, isThere ? own->fPlace : firstFrom(present, own->fPlace.part + 1));
 }
 
 } // namespace ZEL::internal

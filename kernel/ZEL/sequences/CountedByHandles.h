@@ -23,7 +23,7 @@ public:
             raiseAnInternalError();
         }
         if (fCount == 0) {
-            delete this;
+            released();
         }
     }
 
@@ -31,6 +31,9 @@ protected:
     CountedByHandles() = default;
     CountedByHandles(CountedByHandles const & other) : Intf(other) {} ///< a copy is a new object: its count is 0
     CountedByHandles & operator=(CountedByHandles const &) = delete;
+
+    /// What is done at 0. A class of which many objects are needed, each for a moment, may keep some instead.
+    virtual void released() { delete this; }
 
 private:
     std::int32_t fCount = 0;

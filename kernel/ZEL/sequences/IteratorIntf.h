@@ -32,6 +32,17 @@ private:
     [[nodiscard]] Intf * self() const { return const_cast<Intf *>(static_cast<Intf const *>(this)); }
 };
 
+/// A place in a sequence that is made of parts: the number of a part, and an index in it.
+struct Place {
+    static constexpr int kNoPart = -1;
+
+    int part = kNoPart;
+    int index = 0;
+
+    [[nodiscard]] bool hasPart() const noexcept { return part != kNoPart; }
+    friend bool operator==(Place const &, Place const &) = default;
+};
+
 class IteratorIntf;
 using IteratorPtr = internal::SoleOwner<IteratorIntf>;
 
@@ -52,6 +63,8 @@ public:
 
     /// The index at which `generic_at` of the sequence returns the current element, or `kNoPosition`.
     [[nodiscard]] virtual int position() const { return kNoPosition; }
+    /// The same as a place, of a sequence that has such; without a part for all others.
+    [[nodiscard]] virtual Place place() const { return {}; }
 };
 
 } // namespace ZEL::Generic

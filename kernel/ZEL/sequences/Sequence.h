@@ -8,6 +8,7 @@
 #include <array>
 #include <concepts>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace ZEL {
@@ -34,6 +35,10 @@ public:
     requires(!std::same_as<T, U>) explicit(!std::is_convertible_v<U, T>)
         ImmutableSequence(ImmutableSequence<U> const & other)
         : SequenceHandle(other) {}
+    template <class U>
+    requires(!std::same_as<T, U>) explicit(!std::is_convertible_v<U, T>)
+        ImmutableSequence(ImmutableSequence<U> && other) noexcept
+        : SequenceHandle(std::move(other)) {}
 
     /// Throws "sequence index must be positive" or "sequence index out of bounds".
     [[nodiscard]] T at(int index) const { return fromRef(body().generic_at(getDeviant(), index)); }

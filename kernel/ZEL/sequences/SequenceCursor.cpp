@@ -4,13 +4,16 @@
 
 namespace ZEL::Generic {
 
-SequenceCursor::SequenceCursor(SequencePtr const & sequence, Deviant deviant, int index, IteratorPtr inner)
-    : fSequence(sequence), fDeviant(deviant), fIndex(index), fInner(std::move(inner)) {}
+namespace {
+
+Place indexed(int index) { return {Place::kNoPart, index}; }
+
+} // namespace
 
 SequenceCursor::SequenceCursor(SequenceCursor const & other)
     : fSequence(other.fSequence),
       fDeviant(other.fDeviant),
-      fIndex(other.fIndex),
+      fPlace(other.fPlace),
       fInner(other.fInner == nullptr ? nullptr : other.fInner->clone()) {}
 
 SequenceCursor & SequenceCursor::operator=(SequenceCursor other) noexcept {
@@ -18,34 +21,46 @@ SequenceCursor & SequenceCursor::operator=(SequenceCursor other) noexcept {
     fInner = std::move(other.fInner);
     std::swap(fSequence, other.fSequence);
     fDeviant = other.fDeviant;
-    fIndex = other.fIndex;
+    fPlace = other.fPlace;
     return *this;
 }
 
 SequenceCursor SequenceCursor::atBegin(SequencePtr const & sequence, Deviant deviant) {
-    return SequenceCursor(sequence, deviant, 0,
-                          sequence->generic_isRandomAccess() ? nullptr : sequence->generic_begin(deviant));
+    if (sequence->generic_isRandomAccess()) {
+        return SequenceCursor(sequence, deviant, indexed(0));
+    }
+    Place const place = sequence->generic_beginPlace(deviant);
+    return place.hasPart() ? SequenceCursor(sequence, deviant, place)
+                           : SequenceCursor(sequence, deviant, sequence->generic_begin(deviant));
 }
 
 SequenceCursor SequenceCursor::atEnd(SequencePtr const & sequence, Deviant deviant) {
     if (sequence->generic_isRandomAccess()) {
-        return SequenceCursor(sequence, deviant, sequence->generic_size(deviant), nullptr);
+        return SequenceCursor(sequence, deviant, indexed(sequence->generic_size(deviant)));
     }
-    return SequenceCursor(sequence, deviant, 0, sequence->generic_end(deviant));
+    Place const place = sequence->generic_endPlace(deviant);
+    return place.hasPart() ? SequenceCursor(sequence, deviant, place)
+                           : SequenceCursor(sequence, deviant, sequence->generic_end(deviant));
 }
 
 SequenceCursor SequenceCursor::at(SequencePtr const & sequence, Deviant deviant, IteratorPtr inner) {
     if (sequence->generic_isRandomAccess()) {
         int const index = inner->position();
         if (index != IteratorIntf::kNoPosition) {
-            return SequenceCursor(sequence, deviant, index, nullptr);
+            return SequenceCursor(sequence, deviant, indexed(index));
         }
     }
-    return SequenceCursor(sequence, deviant, 0, std::move(inner));
+    Place const place = inner->place();
+    return place.hasPart() ? SequenceCursor(sequence, deviant, place)
+                           : SequenceCursor(sequence, deviant, std::move(inner));
 }
 
 IteratorPtr SequenceCursor::toIterator() const {
-    return fInner != nullptr ? fInner->clone() : sequence().generic_iteratorAt(fDeviant, fIndex);
+    if (fInner != nullptr) {
+        return fInner->clone();
+    }
+    return fPlace.hasPart() ? sequence().generic_iteratorAtPlace(fDeviant, fPlace)
+                            : sequence().generic_iteratorAt(fDeviant, fPlace.index);
 }
 
 } // namespace ZEL::Generic

@@ -3,10 +3,12 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/sequences/SequenceIntf.h>
 
+#include <utility>
+
 namespace ZEL::Generic {
 
-/// A place in a sequence, as the typed iterators hold it: a plain index where the sequence is quick at that, else an
-/// iterator of the sequence's own. Holds the sequence, so it may outlive the handle that it came from. A default
+/// A place in a sequence, as the typed iterators hold it: a plain index where the sequence is quick at that, a part and
+/// an index where it has such places, else an iterator of the sequence's own. Holds the sequence, so it may outlive the handle that it came from. A default
 /// one has none: reading it, or writing at it, throws the NULL text.
 class ZEL_API SequenceCursor {
 public:
@@ -22,20 +24,28 @@ public:
     [[nodiscard]] static SequenceCursor at(SequencePtr const & sequence, Deviant deviant, IteratorPtr inner);
 
     [[nodiscard]] Ref current() const {
-        return fInner == nullptr ? sequence().generic_at(fDeviant, fIndex) : fInner->current(fDeviant);
+        if (fInner != nullptr) {
+            return fInner->current(fDeviant);
+        }
+        return fPlace.hasPart() ? sequence().generic_atPlace(fDeviant, fPlace)
+                                : sequence().generic_at(fDeviant, fPlace.index);
     }
     void next() {
-        if (fInner == nullptr) {
-            ++fIndex;
-        } else {
+        if (fInner != nullptr) {
             fInner->next(fDeviant);
+        } else if (fPlace.hasPart()) {
+            fPlace = sequence().generic_placeAfter(fDeviant, fPlace);
+        } else {
+            ++fPlace.index;
         }
     }
     void previous() {
-        if (fInner == nullptr) {
-            --fIndex;
-        } else {
+        if (fInner != nullptr) {
             fInner->previous(fDeviant);
+        } else if (fPlace.hasPart()) {
+            fPlace = sequence().generic_placeBefore(fDeviant, fPlace);
+        } else {
+            --fPlace.index;
         }
     }
     /// For the iterator forms of the sequence's operations.
@@ -43,12 +53,15 @@ public:
 
     /// Positions are compared, not sequences.
     friend bool operator==(SequenceCursor const & a, SequenceCursor const & b) {
-        return a.fInner == nullptr || b.fInner == nullptr ? a.fInner == b.fInner && a.fIndex == b.fIndex
+        return a.fInner == nullptr || b.fInner == nullptr ? a.fInner == b.fInner && a.fPlace == b.fPlace
                                                           : a.fInner->equal(b.fInner.get());
     }
 
 private:
-    SequenceCursor(SequencePtr const & sequence, Deviant deviant, int index, IteratorPtr inner);
+    SequenceCursor(SequencePtr const & sequence, Deviant deviant, Place place)
+        : fSequence(sequence), fDeviant(deviant), fPlace(place) {}
+    SequenceCursor(SequencePtr const & sequence, Deviant deviant, IteratorPtr inner)
+        : fSequence(sequence), fDeviant(deviant), fInner(std::move(inner)) {}
 
     [[nodiscard]] SequenceIntf & sequence() const {
         if (!fSequence) [[unlikely]] {
@@ -59,7 +72,7 @@ private:
 
     SequencePtr fSequence;
     Deviant fDeviant;
-    int fIndex = 0;
+    Place fPlace; ///< without a part it is a plain index; not used beside an iterator
     IteratorPtr fInner;
 };
 

@@ -12,6 +12,9 @@ bool SequenceHandle::empty() const {
         return sequence.generic_size(fDeviant) == 0;
     }
     // A view may have to look at all its elements to count them, but at few to find the first.
+    if (Place const first = sequence.generic_beginPlace(fDeviant); first.hasPart()) {
+        return first == sequence.generic_endPlace(fDeviant);
+    }
     return sequence.generic_begin(fDeviant)->equal(sequence.generic_end(fDeviant).get());
 }
 

@@ -1,3 +1,4 @@
+#include <ZEL/base/Exception.h>
 #include <ZEL/sequences/SequenceIntf.h>
 
 namespace ZEL::Generic {
@@ -31,5 +32,13 @@ bool SequenceIntf::generic_eraseElement(Deviant deviant, Ref element) {
     generic_erase(deviant, index);
     return true;
 }
+
+Ref SequenceIntf::generic_atPlace(Deviant, Place) const { raiseAnInternalError(); }
+
+Place SequenceIntf::generic_placeAfter(Deviant, Place) const { raiseAnInternalError(); }
+
+Place SequenceIntf::generic_placeBefore(Deviant, Place) const { raiseAnInternalError(); }
+
+IteratorPtr SequenceIntf::generic_iteratorAtPlace(Deviant, Place) const { raiseAnInternalError(); }
 
 } // namespace ZEL::Generic

@@ -58,6 +58,16 @@ public:
     [[nodiscard]] virtual bool generic_isUnique() const { return true; }
     /// False if the element could not be pushed because of what it is. Asked before anything else is written.
     [[nodiscard]] virtual bool generic_accepts(Deviant, Ref const & /*element*/) const { return true; }
+
+    // --- places: loops over a sequence that is made of parts need no iterators on the heap ------------------------
+    /// A place without a part says that the sequence has no places in this deviant. Those that follow are only for one
+    /// that has, do what its iterators do, and here throw "An Internal Error has occurred".
+    [[nodiscard]] virtual Place generic_beginPlace(Deviant) const { return {}; }
+    [[nodiscard]] virtual Place generic_endPlace(Deviant) const { return {}; }
+    [[nodiscard]] virtual Ref generic_atPlace(Deviant deviant, Place place) const;
+    [[nodiscard]] virtual Place generic_placeAfter(Deviant deviant, Place place) const;
+    [[nodiscard]] virtual Place generic_placeBefore(Deviant deviant, Place place) const;
+    [[nodiscard]] virtual IteratorPtr generic_iteratorAtPlace(Deviant deviant, Place place) const;
 };
 
 using SequencePtr = SmartPtr<SequenceIntf, ReferenceCounted>;

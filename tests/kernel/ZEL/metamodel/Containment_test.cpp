@@ -308,6 +308,42 @@ TEST_F(Containment, ShowsTheContentsAsTheListsOfThePropertiesDo) {
     EXPECT_ANY_THROW(contents.erase(end));
 }
 
+/// The number of objects below one, counted by a loop within a loop for each level.
+int countBelow(ImmutableClassObject const & object) {
+    int count = 0;
+    for (ImmutableClassObject const & each : object.getContaineeZELs()) {
+        count += 1 + countBelow(each);
+    }
+    return count;
+}
+
+TEST_F(Containment, IsLoopedOverAtManyLevelsAtOnceAndLeavesNothingBehind) {
+    open();
+    Package const top = factory.createPackage();
+    Package owner = top;
+    for (int level = 0; level < 15; ++level) {
+        Package const inner = factory.createPackage();
+        owner.getPackagedElements().push_back(factory.createClass());
+        owner.getPackagedElements().push_back(inner);
+        owner = inner;
+    }
+    int const below = countBelow(top);
+    EXPECT_EQ(30, below);
+    int const held = top.getImplementation()->numRef();
+    int const alive = Cleanup::numberOfActiveObjects();
+    EXPECT_EQ(below, countBelow(top));
+    EXPECT_EQ(alive, Cleanup::numberOfActiveObjects());
+    EXPECT_EQ(held, top.getImplementation()->numRef());
+
+    // Lists of contents that live at the same time are of their own objects, and copies are the same list.
+    auto const first = top.getContaineeZELs();
+    auto const copy = first;
+    auto const second = ClassObject(first.at(1)).getContaineeZELs();
+    EXPECT_EQ(first, copy);
+    EXPECT_NE(first.at(1), second.at(1));
+    EXPECT_EQ(ClassObject(first.at(1)), second.at(1).getContainerZEL());
+}
+
 TEST_F(Containment, EndsAnObjectWithAllItContainsAndBringsThemBack) {
     Package const package = make<Package>();
     Class const object = make<Class>();

@@ -8,6 +8,7 @@
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/StereotypeObject.h>
+#include <ZEL/sequences/IndexChecks.h>
 #include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 #include <ZEL/sequences/Sequence.h>
@@ -16,20 +17,48 @@
 
 #include <array>
 #include <optional>
+#include <typeinfo>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace ZEL {
-namespace {
 
-struct VisitedProperty {
-    ImmutableProperty property;
-    internal::FieldDescriptor const * links;
-    internal::ValueDescriptor const * value;
-    Generic::PropertyToSequenceMethods const * single; ///< of one value at most; null if only the storage knows
+/// A property, and where its values are found.
+struct ImmutableAccessVisitorTraversalContainment::VisitedProperty {
+    enum class Place : std::uint8_t {
+        List,      ///< in the state: links
+        Link,      ///< in the state
+        Container, ///< it is the object's container, narrowed
+        Model,     ///< it is the object's model
+        Single,    ///< reached by operations of the class, as are all single values of data types
+        Storage,   ///< only the property's storage knows
+    };
 
-    /// Whether it shows in the state of an object of the class that there are no values. False if only the property's
-    /// storage knows.
+    explicit VisitedProperty(internal::PropertyView const & view)
+        : property(view.property),
+          descriptor(view.descriptor),
+          links(view.links),
+          value(view.value),
+          place(placeOf(view)),
+          isDataType(view.isDataType),
+          isEntered(view.isPart()) {}
+
+    [[nodiscard]] static Place placeOf(internal::PropertyView const & view) {
+        if (view.links != nullptr) {
+            return view.links->sequence != nullptr ? Place::List : Place::Link;
+        }
+        if (view.descriptor == nullptr || view.descriptor->single == nullptr) {
+            return Place::Storage;
+        }
+        if (view.descriptor->storage == internal::Storage::Container && view.descriptor->typeClass != nullptr) {
+            return Place::Container;
+        }
+        return view.descriptor == &NSInterface::ClassObjectOperations::modelZELProperty() ? Place::Model
+                                                                                          : Place::Single;
+    }
+
+    /// Whether it shows in the state of an object of the class that there are no values.
     [[nodiscard]] bool isEmpty(internal::StateCore const & state) const {
         if (value != nullptr) {
             return !value->get(state).isSet();
@@ -37,17 +66,37 @@ struct VisitedProperty {
         return links != nullptr && (links->sequence != nullptr ? internal::readSequence(*links, state).empty()
                                                                : links->get(state) == nullptr);
     }
+
+    ImmutableProperty property;
+    internal::PropertyDescriptor const * descriptor; ///< null if only the property's storage knows
+    internal::FieldDescriptor const * links;         ///< null for all but links in the state
+    internal::ValueDescriptor const * value;         ///< null for all but values in the state
+    Place place;
+    bool isDataType;
+    bool isEntered; ///< what is contained by it is walked through
 };
 
+namespace {
+
+using internal::BodyCore;
+
 /// The properties of a class in the order in which they are visited.
-struct VisitedProperties {
-    internal::ClassDescriptor const * owner;
+template <class VisitedProperty> struct PropertiesInOrder {
     ImmutableProperty name; ///< null if there is none; else the first of `all`
     std::vector<VisitedProperty> all;
 };
 
-internal::BodyCore const & bodyOf(ImmutableClassObject const & object) {
-    return *object.getImplementation()->internal_body();
+/// Which operation of a visitor the objects of a class are for.
+enum class Kind : std::uint8_t { Model, StereotypeInstance, Other };
+
+BodyCore const & bodyOf(ImmutableClassObject const & object) { return *object.getImplementation()->internal_body(); }
+
+Kind kindOf(BodyCore const & object) {
+    if (object.cast(NSInterface::ModelIntf::classInfo()) != nullptr) {
+        return Kind::Model;
+    }
+    return object.cast(NSInterface::StereotypeObjectIntf::classInfo()) != nullptr ? Kind::StereotypeInstance
+                                                                                  : Kind::Other;
 }
 
 enum Group : std::size_t { SingleValues, ManyValues, Contained, References, Extensions, GroupCount };
@@ -66,13 +115,12 @@ std::optional<Group> groupOf(internal::PropertyView const & property) {
     return property.isComposite ? Contained : References;
 }
 
-VisitedProperties visitedPropertiesOf(ImmutableClassObject const & object) {
-    VisitedProperties result;
-    result.owner = &bodyOf(object).internal_descriptor();
+template <class VisitedProperty>
+PropertiesInOrder<VisitedProperty> visitedPropertiesOf(ImmutableClassObject const & object) {
+    PropertiesInOrder<VisitedProperty> result;
     std::array<std::vector<VisitedProperty>, GroupCount> groups;
     for (internal::PropertyView const & property : internal::MetaClassView::of(object.getMetaClass())->properties()) {
-        VisitedProperty const visited{property.property, property.links, property.value,
-                                      property.descriptor == nullptr ? nullptr : property.descriptor->single};
+        VisitedProperty const visited(property);
         if (property.role == internal::PropertyView::Role::Name) {
             if (!result.name.isValid()) {
                 result.name = property.property;
@@ -92,24 +140,27 @@ VisitedProperties visitedPropertiesOf(ImmutableClassObject const & object) {
 
 class ImmutableAccessVisitorTraversalContainment::Walk {
 public:
+    using Properties = PropertiesInOrder<VisitedProperty>;
+
+    /// An operation of `traversal` may be that of a derived class unless it is of the class itself.
+    explicit Walk(ImmutableAccessVisitorTraversalContainment const & traversal)
+        : isPlain(typeid(traversal) == typeid(ImmutableAccessVisitorTraversalContainment)) {}
+
     /// The result is valid until the end of the walk. Throws "An Internal Error has occurred" for an object without a
     /// metaclass.
-    [[nodiscard]] VisitedProperties const & propertiesOf(ImmutableClassObject const & object) {
-        internal::ClassDescriptor const * const key = &bodyOf(object).internal_descriptor();
-        if (fLast == nullptr || fLast->owner != key) {
-            auto found = fByClass.find(key);
-            if (found == fByClass.end()) {
-                found = fByClass.emplace(key, visitedPropertiesOf(object)).first;
-            }
-            fLast = &found->second;
+    [[nodiscard]] Properties const & propertiesOf(ImmutableClassObject const & object) {
+        KnownClass & known = classOf(bodyOf(object));
+        if (!known.properties) {
+            known.properties = visitedPropertiesOf<VisitedProperty>(object);
         }
-        return *fLast;
+        return *known.properties;
     }
+    [[nodiscard]] Kind kindOf(BodyCore const & object) { return classOf(object).kind; }
     [[nodiscard]] internal::DeepCalls & calls() noexcept { return fCalls; }
 
-    /// What is visited next: a property of objects of `owner`.
-    void expect(VisitedProperties const & owner, VisitedProperty const & property) noexcept {
-        fOwner = owner.owner;
+    /// What is visited next: a property of the object.
+    void expect(ImmutableClassObject const & object, VisitedProperty const & property) noexcept {
+        fOwner = &bodyOf(object).internal_descriptor();
         fExpected = &property;
     }
     /// What is known of the property if it is the expected one of the object; null otherwise.
@@ -121,11 +172,31 @@ public:
                    : nullptr;
     }
 
+    bool const isPlain; ///< nobody overrides an operation of the traversal
     int nesting = 0;
 
 private:
-    std::unordered_map<internal::ClassDescriptor const *, VisitedProperties> fByClass;
-    VisitedProperties const * fLast = nullptr;
+    struct KnownClass {
+        internal::ClassDescriptor const * descriptor;
+        Kind kind;
+        std::optional<Properties> properties; ///< once an object of the class has been entered
+    };
+
+    [[nodiscard]] KnownClass & classOf(BodyCore const & object) {
+        internal::ClassDescriptor const & descriptor = object.internal_descriptor();
+        KnownClass *& lately = fLately[(reinterpret_cast<std::uintptr_t>(&descriptor) >> 4) % fLately.size()];
+        if (lately == nullptr || lately->descriptor != &descriptor) {
+            auto found = fByClass.find(&descriptor);
+            if (found == fByClass.end()) {
+                found = fByClass.emplace(&descriptor, KnownClass{&descriptor, ZEL::kindOf(object), std::nullopt}).first;
+            }
+            lately = &found->second;
+        }
+        return *lately;
+    }
+
+    std::unordered_map<internal::ClassDescriptor const *, KnownClass> fByClass;
+    std::array<KnownClass *, 64> fLately{};
     internal::ClassDescriptor const * fOwner = nullptr;
     VisitedProperty const * fExpected = nullptr;
     internal::DeepCalls fCalls;
@@ -133,7 +204,7 @@ private:
 
 auto ImmutableAccessVisitorTraversalContainment::beginWalk() {
     if (fWalk == nullptr) {
-        fWalk = std::make_unique<Walk>();
+        fWalk = std::make_unique<Walk>(*this);
     }
     ++fWalk->nesting;
     return internal::AtScopeEnd([this] {
@@ -181,53 +252,154 @@ bool ImmutableAccessVisitorTraversalContainment::visitModel(ImmutableModel const
 bool ImmutableAccessVisitorTraversalContainment::visitProperty(ImmutableClassObject const & object,
                                                                ImmutableProperty const & property) {
     VisitedProperty const * const known = fWalk == nullptr ? nullptr : fWalk->expected(object, property);
-    bool const isGenerated = known != nullptr && (known->single != nullptr || known->links != nullptr);
-    ImmutableSequence<ImmutableObject> values;
-    if (!isGenerated) {
-        values = object.get(property);
+    if (known != nullptr && known->place != VisitedProperty::Place::Storage) {
+        return visitKnown(object, property, *known);
     }
+    ImmutableSequence<ImmutableObject> const values = object.get(property);
     if (!fPreVisitor->visitProperty(object, property)) {
         return false;
     }
     auto const walk = beginWalk();
-    NSInterface::ObjectIntf * const body = object.getImplementation();
-    if (isGenerated && known->isEmpty(*bodyOf(object).readState(object.getDeviant()))) {
-        // Most properties of most objects have no values.
-    } else if (isGenerated && known->single != nullptr) {
-        if (known->single->has(body, object.getDeviant()) &&
-            !visitValue(known->single->getOne(body, object.getDeviant()), property, object)) {
-            return false;
-        }
-    } else {
-        for (ImmutableObject const & value : isGenerated ? object.get(property) : values) {
-            if (!visitValue(value, property, object)) {
+    bool const goesOn = onWay({&property, &object, property.isComposite() && !property.isDerived()}, [&] {
+        for (ImmutableObject const & value : values) {
+            if (!visitValue(value, false)) {
                 return false;
             }
         }
-    }
-    return fPostVisitor->visitProperty(object, property);
+        return true;
+    });
+    return goesOn && fPostVisitor->visitProperty(object, property);
 }
 
-bool ImmutableAccessVisitorTraversalContainment::visitValue(ImmutableObject const & value,
+bool ImmutableAccessVisitorTraversalContainment::visitKnown(ImmutableClassObject const & object,
                                                             ImmutableProperty const & property,
-                                                            ImmutableClassObject const & object) {
-    ImmutableProperty const outerProperty = fCurrentMetaProperty;
-    ImmutableClassObject const outerObject = fCurrentClassObject;
-    setCurrent(property, object);
-    bool const goesOn = fWalk->calls().call([&] { return visitObject(value); });
-    setCurrent(outerProperty, outerObject);
+                                                            VisitedProperty const & known) {
+    if (!fPreVisitor->visitProperty(object, property)) {
+        return false;
+    }
+    // Most properties of most objects have no values.
+    bool const goesOn = known.isEmpty(*bodyOf(object).readState(object.getDeviant())) ||
+                        onWay({&property, &object, known.isEntered}, [&] { return visitValuesOf(object, known); });
+    return goesOn && fPostVisitor->visitProperty(object, property);
+}
+
+bool ImmutableAccessVisitorTraversalContainment::visitValuesOf(ImmutableClassObject const & object,
+                                                               VisitedProperty const & visited) {
+    Deviant const deviant = object.getDeviant();
+    BodyCore const & body = bodyOf(object);
+    switch (visited.place) {
+    case VisitedProperty::Place::List: {
+        int const size = static_cast<int>(internal::readSequence(*visited.links, *body.readState(deviant)).size());
+        for (int i = 0; i < size; ++i) {
+            // Read anew each time: a visitor may have written.
+            auto const & links = internal::readSequence(*visited.links, *body.readState(deviant));
+            auto * const target =
+                static_cast<NSInterface::ObjectIntf *>(links.at(internal::checkedIndex(i, links.size())));
+            if (!visitValue(ImmutableObject(target, deviant), false)) {
+                return false;
+            }
+        }
+        return true;
+    }
+    case VisitedProperty::Place::Link:
+        return visitValue(ImmutableObject(visited.links->get(*body.readState(deviant)), deviant), false);
+    case VisitedProperty::Place::Container: {
+        NSInterface::ClassObjectIntf const * const container = body.internal_container(deviant);
+        bool const isThere = container != nullptr &&
+                             container->cast(visited.descriptor->typeClass->classInfo()) != nullptr &&
+                             container->deviant_isValid(deviant);
+        return !isThere || visitValue(ImmutableObject(container, deviant), false);
+    }
+    case VisitedProperty::Place::Model: {
+        Model const model = body.getModelZEL(deviant);
+        return model.getImplementationWithoutAssert() == nullptr || visitValue(model, false);
+    }
+    default: {
+        Generic::PropertyToSequenceMethods const & methods = *visited.descriptor->single;
+        NSInterface::ObjectIntf * const self = object.getImplementation();
+        ImmutableObject const value = methods.getOne(self, deviant);
+        bool const isThere = value.getImplementationWithoutAssert() != nullptr || methods.has(self, deviant);
+        return !isThere || visitValue(value, visited.isDataType);
+    }
+    }
+}
+
+template <class Visit> bool ImmutableAccessVisitorTraversalContainment::onWay(Way const & way, Visit visit) {
+    Way const outer = std::exchange(fWay, way);
+    bool goesOn = false;
+    try {
+        goesOn = visit();
+    } catch (...) {
+        // The way stays as it was where the exception came from, and what it points to ends now.
+        if (fWay.property == way.property && fWay.object == way.object) {
+            fLastProperty.rebind(*way.property);
+            fLastObject.rebind(*way.object);
+            fWay = {&fLastProperty, &fLastObject, way.isEntered};
+        }
+        throw;
+    }
+    fWay = outer;
     return goesOn;
 }
 
+bool ImmutableAccessVisitorTraversalContainment::visitValue(ImmutableObject const & value, bool isDataType) {
+    if (!fWalk->isPlain) {
+        return fWalk->calls().call([&] { return visitObject(value); });
+    }
+    if (!value.isValid()) {
+        raiseInternalError("Attempt to traverse invalid object!");
+    }
+    if (!fPreVisitor->visitObject(value)) {
+        return false;
+    }
+    bool const goesOn = fWay.isEntered ? fWalk->calls().call([&] { return visitKind(value, isDataType); })
+                                       : visitKind(value, isDataType);
+    return goesOn && fPostVisitor->visitObject(value);
+}
+
+bool ImmutableAccessVisitorTraversalContainment::visitKind(ImmutableObject const & object, bool isDataType) {
+    using Traversal = ImmutableAccessVisitorTraversalContainment;
+    NSInterface::ObjectIntf * const body = object.getImplementation();
+    if (isDataType) {
+        if (void * const value = body->cast(NSInterface::ValueObjectIntf::classInfo())) {
+            return Traversal::visitValueObject(
+                ImmutableValueObject(static_cast<NSInterface::ValueObjectIntf *>(value), object.getDeviant()));
+        }
+    } else if (void * const part = body->cast(NSInterface::ClassObjectIntf::classInfo())) {
+        auto * const classObject = static_cast<NSInterface::ClassObjectIntf *>(part);
+        BodyCore const * const core = classObject->internal_body();
+        // The visitor before may have destroyed it.
+        if (core != nullptr && core->deviant_isValid(object.getDeviant())) {
+            switch (fWalk->kindOf(*core)) {
+            case Kind::Model:
+                return Traversal::visitModel(ImmutableModel(object));
+            case Kind::StereotypeInstance:
+                return Traversal::visitStereotypeObject(ImmutableStereotypeObject(object));
+            case Kind::Other:
+                return Traversal::visitClassObject(ImmutableClassObject(classObject, object.getDeviant()));
+            }
+        }
+    }
+    return ImmutableAccessVisitor::visitObject(object);
+}
+
 bool ImmutableAccessVisitorTraversalContainment::traverseClassObject(ImmutableClassObject const & object) {
-    if (fCurrentMetaProperty.isValid() && (!fCurrentMetaProperty.isComposite() || fCurrentMetaProperty.isDerived())) {
+    using Traversal = ImmutableAccessVisitorTraversalContainment;
+    if (!fWay.isEntered) {
         return true;
     }
     auto const walk = beginWalk();
-    VisitedProperties const & properties = fWalk->propertiesOf(object);
-    for (VisitedProperty const & visited : properties.all) {
-        fWalk->expect(properties, visited);
-        if (!visitProperty(object, visited.property)) {
+    for (VisitedProperty const & visited : fWalk->propertiesOf(object).all) {
+        bool goesOn = false;
+        if (fWalk->isPlain) {
+            goesOn = visited.place != VisitedProperty::Place::Storage
+                         ? visitKnown(object, visited.property, visited)
+                         : Traversal::visitProperty(object, visited.property);
+        } else {
+            fWalk->expect(object, visited);
+            goesOn = visitProperty(object, visited.property);
+        }
+        if (!goesOn) {
             return false;
         }
     }
@@ -235,6 +407,9 @@ bool ImmutableAccessVisitorTraversalContainment::traverseClassObject(ImmutableCl
 }
 
 bool ImmutableAccessVisitorTraversalContainment::traverseStereotypeInstances(ImmutableClassObject const & object) {
+    if (bodyOf(object).readState(object.getDeviant())->stereotypeInstances().empty()) {
+        return true; // as almost always
+    }
     for (ImmutableStereotypeObject const & instance : object.getAppliedStereotypeInstances()) {
         if (!visitStereotypeObject(instance)) {
             return false;
@@ -244,25 +419,16 @@ bool ImmutableAccessVisitorTraversalContainment::traverseStereotypeInstances(Imm
 }
 
 ImmutableProperty ImmutableAccessVisitorTraversalContainment::getCurrentMetaProperty() const {
-    return fCurrentMetaProperty;
+    return fWay.property == nullptr ? ImmutableProperty() : *fWay.property;
 }
 
 ImmutableClassObject ImmutableAccessVisitorTraversalContainment::getCurrentClassObject() const {
-    return fCurrentClassObject;
+    return fWay.object == nullptr ? ImmutableClassObject() : *fWay.object;
 }
 
 ImmutableProperty
 ImmutableAccessVisitorTraversalContainment::getNameProperty(ImmutableClassObject const & object) const {
-    return fWalk == nullptr ? visitedPropertiesOf(object).name : fWalk->propertiesOf(object).name;
-}
-
-void ImmutableAccessVisitorTraversalContainment::setCurrent(ImmutableProperty const & property,
-                                                            ImmutableClassObject const & object) {
-    fCurrentMetaProperty = property;
-    fCurrentClassObject = object;
-    // Assigning a handle on the same body keeps the old deviant.
-    fCurrentMetaProperty.setDeviant(property.getDeviant());
-    fCurrentClassObject.setDeviant(object.getDeviant());
+    return fWalk == nullptr ? visitedPropertiesOf<VisitedProperty>(object).name : fWalk->propertiesOf(object).name;
 }
 
 } // namespace ZEL

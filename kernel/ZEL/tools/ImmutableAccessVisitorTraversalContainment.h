@@ -52,16 +52,31 @@ protected:
 
 private:
     class Walk;
+    struct VisitedProperty;
+
+    /// How the present object has been reached. What it points to belongs to the operations that are under way.
+    struct Way {
+        ImmutableProperty const * property = nullptr;
+        ImmutableClassObject const * object = nullptr;
+        bool isEntered = true; ///< an object at the end of it is entered: it is contained, or the first
+    };
 
     /// From the outermost operation to its end there is a walk: as long as what this returns lives.
     auto beginWalk();
-    /// Visits one of the property's values as the present one.
-    bool visitValue(ImmutableObject const & value, ImmutableProperty const & property,
-                    ImmutableClassObject const & object);
-    void setCurrent(ImmutableProperty const & property, ImmutableClassObject const & object);
+    /// `visitProperty` for one whose values can be read after the visit before it.
+    bool visitKnown(ImmutableClassObject const & object, ImmutableProperty const & property,
+                    VisitedProperty const & known);
+    bool visitValuesOf(ImmutableClassObject const & object, VisitedProperty const & visited);
+    /// Calls `visit` with this as the present way.
+    template <class Visit> bool onWay(Way const & way, Visit visit);
+    /// Visits one of the values to which the present way leads.
+    bool visitValue(ImmutableObject const & value, bool isDataType);
+    /// `ImmutableAccessVisitor::visitObject` for a walk of which nobody overrides an operation.
+    bool visitKind(ImmutableObject const & object, bool isDataType);
 
-    ImmutableProperty fCurrentMetaProperty;
-    ImmutableClassObject fCurrentClassObject;
+    Way fWay;
+    ImmutableProperty fLastProperty; ///< where the way ended with an exception
+    ImmutableClassObject fLastObject;
     ImmutableAccessVisitor * fPreVisitor;
     ImmutableAccessVisitor * fPostVisitor;
     std::unique_ptr<Walk> fWalk; ///< what is kept from the outermost operation to its end

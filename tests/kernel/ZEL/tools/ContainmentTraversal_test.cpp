@@ -130,6 +130,97 @@ TEST_F(ContainmentTraversal, TheTreeBelowAnObjectIsListedInItsOrder) {
     EXPECT_THAT(objectsIn(sample.top), ElementsAre(sample.top, inner, a, x, y, b, comment));
 }
 
+// --- any model -----------------------------------------------------------------------------------------------------
+
+/// Goes by operations that might be overridden.
+struct DerivedTraversal : Traversal {
+    using Traversal::Traversal;
+};
+
+/// Writes down what it is shown, each object once, and the way by which it has come.
+struct WayRecorder : Recorder {
+    using Recorder::Recorder;
+    bool visitObject(ImmutableObject const & o) override {
+        ImmutableProperty const property = walk->getCurrentMetaProperty();
+        ImmutableClassObject const object = walk->getCurrentClassObject();
+        return add("object " + o.toString().str() + " by " + (property.isValid() ? property.getName().str() : "-") +
+                   " of " + (object.isValid() ? object.toString().str() : "-"));
+    }
+    Traversal const * walk = nullptr;
+};
+
+/// The position of a property's group in the order of a walk; -1 for one that is not visited.
+int groupOf(ImmutableProperty const & property) {
+    if (property.getName() == "name") {
+        return 0;
+    }
+    if (property.getPersistence() == PersistenceKind::Extension) {
+        return 5;
+    }
+    if (ImmutableDataType(property.getType()).isValid()) {
+        return property.getUpper() > UnlimitedNatural(1) ? 2 : 1;
+    }
+    return property.isDerived() ? -1 : property.isComposite() ? 3 : 4;
+}
+
+/// What `WayRecorder` should write down, found out by reflection.
+void listCalls(ImmutableObject const & o, ImmutableProperty const & property, ImmutableClassObject const & owner,
+               std::vector<std::string> & calls) {
+    calls.push_back("pre object " + o.toString().str() + " by " +
+                    (property.isValid() ? property.getName().str() : "-") + " of " +
+                    (owner.isValid() ? owner.toString().str() : "-"));
+    if (ImmutableValueObject const value(o); value.isValid()) {
+        calls.push_back("pre \"" + value.toString().str() + '"');
+        return;
+    }
+    ImmutableClassObject const object(o);
+    bool const isModel = ImmutableModel(o).isValid();
+    calls.push_back("pre " + (isModel ? "model" : object.getFullyQualifiedOrcaTypeName().str()));
+    if (property.isValid() && (!property.isComposite() || property.isDerived())) {
+        return;
+    }
+    for (int group = 0; group <= 5; ++group) {
+        for (ImmutableProperty const & each : object.getMetaClass().getOwnedAttributes()) {
+            if (groupOf(each) == group) {
+                calls.push_back("pre " + each.getName().str());
+                for (ImmutableObject const & value : object.get(each)) {
+                    listCalls(value, each, object, calls);
+                }
+            }
+        }
+    }
+}
+
+TEST(ContainmentTraversalOfAnyModel, ShowsWhatReflectionFindsWhetherOperationsMayBeOverriddenOrNot) {
+    TestModel sample;
+    sample.attribute(sample.classIn(sample.top, "A"), "x");
+    createRandomModel(sample.top, 4, 4, 300, 7);
+    sample.transaction.commit();
+    MetaModel const draft = sample.model.createDeviantWithName("draft");
+    draft.beginTransaction();
+    draft.getTopPackage().getPackagedElements().erase(0);
+    for (ImmutableClassObject const & top : {ImmutableClassObject(sample.model), ImmutableClassObject(draft)}) {
+        std::vector<std::string> expected;
+        listCalls(top, ImmutableProperty(), ImmutableClassObject(), expected);
+        ASSERT_GT(expected.size(), 2000U);
+        Recorder::Log log;
+        WayRecorder pre("pre", log);
+        ImmutableAccessVisitorEmpty post;
+        Traversal plain(&pre, &post);
+        DerivedTraversal derived(&pre, &post);
+        for (Traversal * const walk : {&plain, static_cast<Traversal *>(&derived)}) {
+            log = {};
+            pre.walk = walk;
+            EXPECT_TRUE(walk->visitObject(top));
+            EXPECT_TRUE(log.calls == expected)
+                << "from call "
+                << std::mismatch(log.calls.begin(), log.calls.end(), expected.begin(), expected.end()).first -
+                       log.calls.begin();
+        }
+    }
+    draft.cancelTransaction();
+}
+
 // --- depth ---------------------------------------------------------------------------------------------------------
 
 /// Walks the structure alone. The actions before and after the operation of the base must pair up.

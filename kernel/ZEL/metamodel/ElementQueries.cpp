@@ -15,13 +15,24 @@
 #include <ZEL/metamodel/PropertySupport.h>
 #include <ZEL/metamodel/ReflectionErrors.h>
 
+#include <array>
+#include <charconv>
+#include <limits>
 #include <string>
 #include <typeinfo>
 
 namespace ZEL {
 
 std::string internal::siidOf(std::string const & siidOfModel, std::int32_t number) {
-    return siidOfModel + kSiidSeparator + std::to_string(number);
+    std::array<char, std::numeric_limits<std::int32_t>::digits10 + 2> digits{};
+    auto const [end, error] = std::to_chars(digits.begin(), digits.end(), number);
+    static_cast<void>(error); // there is room for any number
+    std::string siid;
+    siid.reserve(siidOfModel.size() + 1 + digits.size());
+    siid += siidOfModel;
+    siid += kSiidSeparator;
+    siid.append(digits.begin(), end);
+    return siid;
 }
 
 namespace NSInterface {
@@ -71,7 +82,9 @@ void ClassObjectOperations::removeId(Deviant) {}
 void ClassObjectOperations::setId(Deviant, Integer const &) {}
 Integer ClassObjectOperations::getId(Deviant) const { return Integer(-1); }
 
-Boolean ClassObjectOperations::hasSiid(Deviant deviant) const { return Boolean(!getSiid(deviant).empty()); }
+Boolean ClassObjectOperations::hasSiid(Deviant deviant) const {
+    return Boolean(getModelZEL(deviant).getImplementationWithoutAssert() != nullptr);
+}
 
 String ClassObjectOperations::getSiid(Deviant deviant) const {
     Model const model = getModelZEL(deviant);

@@ -124,7 +124,7 @@ constexpr std::array<bool, 256> isAsciiNameCharacter = asciiNameCharacters();
 
 } // namespace
 
-char const * XmlEscaper::put(XmlOutputFile & out, std::string_view text, Place place) const {
+char const * XmlEscaper::putInRuns(XmlOutputFile & out, std::string_view text, Place place) const {
     ByteClasses const & classes = place == Place::Attribute ? attributeClasses : contentClasses;
     char const * at = text.data();
     char const * const end = at + text.size();

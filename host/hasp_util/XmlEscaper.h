@@ -1,5 +1,6 @@
 #pragma once
 
+#include <hasp_util/XmlBytes.h>
 #include <hasp_util/XmlOutputFile.h>
 
 #include <string>
@@ -15,7 +16,13 @@ public:
     explicit XmlEscaper(bool isLatin1) noexcept : fIsLatin1(isLatin1) {}
 
     /// Returns null, or the place of the first character that no document can hold; the text before it is then written.
-    [[nodiscard]] char const * put(XmlOutputFile & out, std::string_view text, Place place) const;
+    [[nodiscard]] char const * put(XmlOutputFile & out, std::string_view text, Place place) const {
+        if (XmlBytes::copyIfPlain(out.room(text.size()), text)) {
+            out.advance(text.size());
+            return nullptr;
+        }
+        return putInRuns(out, text, place);
+    }
     /// A name without a colon. Returns null, or the place of the first character that a name cannot hold in this
     /// encoding. An empty name fails at its end.
     [[nodiscard]] char const * putName(XmlOutputFile & out, std::string_view name) const;
@@ -26,6 +33,7 @@ public:
     [[nodiscard]] static std::string describe(std::string_view text, char const * at);
 
 private:
+    [[nodiscard]] char const * putInRuns(XmlOutputFile & out, std::string_view text, Place place) const;
     [[nodiscard]] char const * putCharacter(XmlOutputFile & out, char const * at, char const * end) const;
 
     bool fIsLatin1;

@@ -25,7 +25,7 @@ int openForWriting(std::string const & fileName) {
 } // namespace
 
 XmlOutputFile::XmlOutputFile(std::string const & fileName)
-    : fBuffer(new char[flushSize * 5 / 4]),
+    : fBuffer(new char[flushSize * 5 / 4 + XmlBytes::size]),
       fEnd(fBuffer.get()),
       fLimit(fEnd + flushSize * 5 / 4),
       fDescriptor(openForWriting(fileName)) {
@@ -36,17 +36,10 @@ XmlOutputFile::XmlOutputFile(std::string const & fileName)
 
 XmlOutputFile::~XmlOutputFile() { close(); }
 
-void XmlOutputFile::put(std::string_view text) { fEnd = std::copy(text.begin(), text.end(), room(text.size())); }
-
-void XmlOutputFile::putBlanks(std::size_t count) {
-    std::memset(room(count), ' ', count);
-    fEnd += count;
-}
-
 void XmlOutputFile::grow(std::size_t size) {
     std::size_t const used = position();
     std::size_t const capacity = std::max(2 * static_cast<std::size_t>(fLimit - fBuffer.get()), used + size);
-    std::unique_ptr<char[]> bigger(new char[capacity]);
+    std::unique_ptr<char[]> bigger(new char[capacity + XmlBytes::size]);
     std::memcpy(bigger.get(), fBuffer.get(), used);
     fBuffer = std::move(bigger);
     fEnd = fBuffer.get() + used;

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <hasp_util/XmlBytes.h>
+
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -18,12 +21,26 @@ public:
     XmlOutputFile(XmlOutputFile const &) = delete;
     XmlOutputFile & operator=(XmlOutputFile const &) = delete;
 
-    void put(std::string_view text);
+    void put(std::string_view text) {
+        fEnd += text.copy(room(text.size()), text.size());
+    }
     void put(char c) {
         *room(1) = c;
         ++fEnd;
     }
-    void putBlanks(std::size_t count);
+    void putBlanks(std::size_t count) {
+        std::memset(room(count), ' ', count);
+        fEnd += count;
+    }
+    /// Room for `size` more bytes at the end of the buffer, and for a whole `XmlBytes` from any of them on. What is
+    /// written there counts once `advance` says so.
+    [[nodiscard]] char * room(std::size_t size) {
+        if (static_cast<std::size_t>(fLimit - fEnd) < size) {
+            grow(size);
+        }
+        return fEnd;
+    }
+    void advance(std::size_t size) noexcept { fEnd += size; }
 
     /// Places in the buffer, valid until it is flushed.
     [[nodiscard]] std::size_t position() const noexcept { return static_cast<std::size_t>(fEnd - fBuffer.get()); }
@@ -45,18 +62,11 @@ public:
 private:
     static constexpr std::size_t flushSize = 128 * 1024;
 
-    /// Room for `size` more bytes at the end of the buffer.
-    [[nodiscard]] char * room(std::size_t size) {
-        if (static_cast<std::size_t>(fLimit - fEnd) < size) {
-            grow(size);
-        }
-        return fEnd;
-    }
     void grow(std::size_t size);
 
     std::unique_ptr<char[]> fBuffer;
     char * fEnd;
-    char * fLimit;
+    char * fLimit; ///< from where on the buffer has but the room that `room` promises beyond its size
     int fDescriptor;
     int fError = 0;
 };

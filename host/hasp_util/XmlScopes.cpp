@@ -102,10 +102,7 @@ bool XmlScopes::declare(std::string_view prefix, std::string_view uri) {
     return true;
 }
 
-XmlScopes::Binding const * XmlScopes::takeUndeclared() noexcept {
-    if (fLastIncomplete != fTag) {
-        return nullptr;
-    }
+XmlScopes::Binding const * XmlScopes::takeUndeclaredOfTag() noexcept {
     for (auto at = fBindings.rbegin(); at != fBindings.rend() && at->tag == fTag; ++at) {
         if (!at->isWritten) {
             at->isWritten = true;

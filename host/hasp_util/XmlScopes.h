@@ -28,7 +28,9 @@ public:
     void startTag() noexcept { ++fTag; }
     [[nodiscard]] std::size_t mark() const noexcept { return fBindings.size(); }
     void leaveTo(std::size_t mark) noexcept {
-        fBindings.erase(fBindings.begin() + static_cast<std::ptrdiff_t>(mark), fBindings.end());
+        if (mark != fBindings.size()) {
+            fBindings.erase(fBindings.begin() + static_cast<std::ptrdiff_t>(mark), fBindings.end());
+        }
     }
 
     /// The prefix for names of this namespace in the current tag. A namespace that has not been declared gets a new
@@ -37,6 +39,11 @@ public:
     /// The same with a preferred prefix, which is not used where it would change the meaning of another name in the
     /// tag.
     [[nodiscard]] std::string const & prefixFor(std::string_view prefix, std::string_view uri, bool isAttribute);
+    /// The prefix by which attributes of this namespace are named; null if it has not been declared.
+    [[nodiscard]] std::string const * declaredPrefix(std::string_view uri) noexcept {
+        Binding const * const binding = byUri(uri, true);
+        return binding == nullptr ? nullptr : &binding->prefix;
+    }
     /// Notes a declaration that the caller is about to write. Returns false if the tag already contains it. Throws
     /// `std::runtime_error` if the tag declares or uses the prefix for another namespace, if it declares a default
     /// namespace twice, if XML reserves the prefix or the URI, or if no document can hold the URI.
@@ -44,11 +51,14 @@ public:
 
     /// A binding of the current tag that has not been declared yet, which now counts as declared; null if there is
     /// none.
-    [[nodiscard]] Binding const * takeUndeclared() noexcept;
+    [[nodiscard]] Binding const * takeUndeclared() noexcept {
+        return fLastIncomplete == fTag ? takeUndeclaredOfTag() : nullptr;
+    }
 
 private:
     [[nodiscard]] Binding * byPrefix(std::string_view prefix) noexcept;
     [[nodiscard]] Binding * byUri(std::string_view uri, bool isAttribute) noexcept;
+    [[nodiscard]] Binding const * takeUndeclaredOfTag() noexcept;
     Binding & bind(std::string_view prefix, std::string_view uri);
 
     std::vector<Binding> fBindings;

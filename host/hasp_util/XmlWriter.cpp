@@ -1,3 +1,4 @@
+#include <hasp_util/XmlBytes.h>
 #include <hasp_util/XmlEscaper.h>
 #include <hasp_util/XmlOutputFile.h>
 #include <hasp_util/XmlScopes.h>
@@ -40,6 +41,14 @@ private:
 
 } // namespace
 
+struct XmlName::Looked {
+    XmlPiece text; ///< with the prefix, as it is written
+    std::string localName;
+    std::uint64_t attributeBit;
+};
+
+XmlName::XmlName(std::shared_ptr<Looked const> looked) noexcept : fLooked(std::move(looked)) {}
+
 class XmlWriter::Impl {
 public:
     Impl(std::string const & fileName, XmlWriterSettings const & settings)
@@ -59,29 +68,22 @@ public:
     template <class ChoosePrefix>
     void startElement(std::string_view localName, bool isEmpty, ChoosePrefix choosePrefix) {
         closeTag();
-        if (fState == State::Ended) {
-            throw std::logic_error("XmlWriter: a document has one root element");
-        }
+        requirePlaceOfElement();
         std::size_t const mark = fScopes.mark();
         Attempt attempt(fOut, fScopes);
-        fScopes.startTag();
-        if (!fOpen.empty() && fSettings.getIndent() && !fOpen.back().hasText) {
-            putLineBreak(fOpen.size());
-        }
-        fOut.put('<');
+        beginTag();
         std::size_t const position = fOut.position();
         putName(choosePrefix(), localName, "element");
-        std::string_view const name = fOut.since(position);
-        fOpen.push_back({fNames.size(), mark, isEmpty, false, false});
-        fNames.append(name);
+        enterElement(fOut.since(position), mark, isEmpty);
         attempt.succeed();
+    }
 
-        if (fOpen.size() > 1) {
-            fOpen[fOpen.size() - 2].hasElements = true;
-        }
-        fState = State::InTag;
-        fAttributes.clear();
-        fAttributeSet = 0;
+    void startElement(XmlName::Looked const & name, bool isEmpty) {
+        closeTag();
+        requirePlaceOfElement();
+        beginTag();
+        put(name.text);
+        enterElement(name.text.view(), fScopes.mark(), isEmpty);
     }
 
     [[nodiscard]] std::string_view prefixFor(std::string_view prefix, std::string_view uri, bool isAttribute) {
@@ -99,10 +101,53 @@ public:
         std::size_t const position = fOut.position();
         putName(choosePrefix(), localName, "attribute");
         std::size_t const nameLength = fOut.position() - position;
-        refuseSecond(position, nameLength);
+        std::string_view const name = fOut.slice(position, nameLength);
+        std::uint64_t const bit = attributeBit(name);
+        if ((fAttributeSet & bit) != 0 && isWritten(name)) {
+            refuseSecond(name);
+        }
         putValue(localName, value);
-        noteAttribute(position, nameLength);
+        fAttributes.push_back({position, nameLength});
+        fAttributeSet |= bit;
         attempt.succeed();
+    }
+
+    void attribute(XmlName::Looked const & name, std::string_view value) {
+        requireTag();
+        std::size_t const begin = fOut.position();
+        fOut.put(' ');
+        std::size_t const position = fOut.position();
+        put(name.text);
+        if ((fAttributeSet & name.attributeBit) != 0 && isWritten(name.text.view())) {
+            fOut.rewindTo(begin);
+            refuseSecond(name.text.view());
+        }
+        fOut.put("=\"");
+        if (char const * const at = fEscaper.put(fOut, value, XmlEscaper::Place::Attribute)) {
+            fOut.rewindTo(begin);
+            refuse(XmlEscaper::describe(value, at), "attribute", name.localName);
+        }
+        fOut.put('"');
+        fAttributes.push_back({position, name.text.size()});
+        fAttributeSet |= name.attributeBit;
+    }
+
+    [[nodiscard]] std::shared_ptr<XmlName::Looked const> look(std::string_view localName, std::string_view uri) {
+        std::string prefix;
+        if (!uri.empty()) {
+            std::string const * const declared = fScopes.declaredPrefix(uri);
+            if (declared == nullptr) {
+                throw std::logic_error("XmlWriter: namespace '" + std::string(uri) + "' is not declared");
+            }
+            prefix = *declared;
+        }
+        // Made where it would be written, and taken back.
+        std::size_t const position = fOut.position();
+        Attempt const attempt(fOut, fScopes);
+        putName(prefix, localName, "attribute");
+        std::string_view const text = fOut.since(position);
+        return std::make_shared<XmlName::Looked const>(
+            XmlName::Looked{XmlPiece(text), std::string(localName), attributeBit(text)});
     }
 
     void declareNamespace(std::string_view prefix, std::string_view uri) {
@@ -172,6 +217,37 @@ private:
         if (fState != State::InTag) {
             throw std::logic_error("XmlWriter: no start tag is open");
         }
+    }
+
+    void requirePlaceOfElement() const {
+        if (fState == State::Ended) {
+            throw std::logic_error("XmlWriter: a document has one root element");
+        }
+    }
+
+    // What stands before the name of an element.
+    void beginTag() {
+        fScopes.startTag();
+        if (!fOpen.empty() && fSettings.getIndent() && !fOpen.back().hasText) {
+            putLineBreak(fOpen.size());
+        }
+        fOut.put('<');
+    }
+
+    void enterElement(std::string_view writtenName, std::size_t scopeMark, bool isEmpty) {
+        if (!fOpen.empty()) {
+            fOpen.back().hasElements = true;
+        }
+        fOpen.push_back({fNames.size(), scopeMark, isEmpty, false, false});
+        fNames.append(writtenName);
+        fState = State::InTag;
+        fAttributes.clear();
+        fAttributeSet = 0;
+    }
+
+    void put(XmlPiece const & piece) {
+        piece.copyTo(fOut.room(piece.size()));
+        fOut.advance(piece.size());
     }
 
     // Ends the open start tag, and with it an element that has no content.
@@ -252,30 +328,22 @@ private:
     }
 
     // Most names differ in length, first or last character, which together choose one bit.
-    [[nodiscard]] std::uint64_t attributeBit(std::size_t position, std::size_t length) const noexcept {
-        std::string_view const name = fOut.slice(position, length);
+    [[nodiscard]] static std::uint64_t attributeBit(std::string_view name) noexcept {
         auto const mix =
-            length * 31 + static_cast<unsigned char>(name.front()) * 7u + static_cast<unsigned char>(name.back());
+            name.size() * 31 + static_cast<unsigned char>(name.front()) * 7u + static_cast<unsigned char>(name.back());
         return std::uint64_t(1) << (mix % 64);
     }
 
-    void refuseSecond(std::size_t position, std::size_t length) const {
-        if ((fAttributeSet & attributeBit(position, length)) == 0) {
-            return;
-        }
-        std::string_view const name = fOut.slice(position, length);
-        for (WrittenAttribute const & attribute : fAttributes) {
-            if (fOut.slice(attribute.position, attribute.length) == name) {
-                throw std::runtime_error("attribute '" + std::string(name) + "' is written twice");
-            }
-        }
+    /// Whether the tag has an attribute of this name.
+    [[nodiscard]] bool isWritten(std::string_view name) const noexcept {
+        return std::any_of(fAttributes.begin(), fAttributes.end(), [&](WrittenAttribute const & attribute) {
+            return fOut.slice(attribute.position, attribute.length) == name;
+        });
     }
 
-    void noteAttribute(std::size_t position, std::size_t length) {
-        fAttributes.push_back({position, length});
-        fAttributeSet |= attributeBit(position, length);
+    [[noreturn]] static void refuseSecond(std::string_view name) {
+        throw std::runtime_error("attribute '" + std::string(name) + "' is written twice");
     }
-
     [[noreturn]] static void refuse(std::string const & found, std::string const & where, std::string_view name) {
         throw std::runtime_error("cannot write " + found + " in " + where + " '" + std::string(name) + "'");
     }
@@ -318,6 +386,16 @@ void XmlWriter::writeAttribute(std::string_view prefix, std::string_view localNa
 void XmlWriter::writeAttribute(std::string_view localName, std::string_view uri, std::string_view value) {
     fImpl->attribute(localName, value, [&] { return fImpl->prefixFor(uri, true); });
 }
+
+XmlName XmlWriter::makeName(std::string_view localName, std::string_view uri) {
+    return XmlName(fImpl->look(localName, uri));
+}
+
+void XmlWriter::writeStartElement(XmlName const & name) { fImpl->startElement(*name.fLooked, false); }
+
+void XmlWriter::writeEmptyElement(XmlName const & name) { fImpl->startElement(*name.fLooked, true); }
+
+void XmlWriter::writeAttribute(XmlName const & name, std::string_view value) { fImpl->attribute(*name.fLooked, value); }
 
 void XmlWriter::writeNamespace(std::string_view prefix, std::string_view uri) { fImpl->declareNamespace(prefix, uri); }
 

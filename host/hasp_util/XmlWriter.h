@@ -1,6 +1,7 @@
 #pragma once
 
 #include <hasp_util/Export.h>
+#include <hasp_util/XmlName.h>
 #include <hasp_util/XmlWriterSettings.h>
 
 #include <memory>
@@ -39,6 +40,12 @@ public:
                         std::string_view value);
     /// With the prefix that is declared for the namespace, or a new one if there is none.
     void writeAttribute(std::string_view localName, std::string_view uri, std::string_view value);
+    /// For names that are written often. With the prefix that attributes of the namespace have at this place, where it
+    /// must be declared; to be written only where that still holds. Throws as the writing of an attribute does.
+    [[nodiscard]] XmlName makeName(std::string_view localName, std::string_view uri);
+    void writeStartElement(XmlName const & name);
+    void writeEmptyElement(XmlName const & name);
+    void writeAttribute(XmlName const & name, std::string_view value);
     /// Declares a namespace; the prefix "" makes it the default one. Throws for a second default namespace in the same
     /// tag, and for one prefix of two namespaces.
     void writeNamespace(std::string_view prefix, std::string_view uri);

@@ -91,6 +91,25 @@ TEST_F(XmlWriterTest, EscapesWhatAParserWouldChange) {
               "<a k=\"&amp; &lt; &gt; &quot; ' &#10; &#9; &#13; \x7F\">&amp; &lt; &gt; \" ' \n \t &#13; \x7F</a>\n");
 }
 
+TEST_F(XmlWriterTest, EscapesAtEachPlaceOfATextOfAnyLength) {
+    std::map<std::string, std::string> const replacements{{"&", "&amp;"},       {"\"", "&quot;"}, {"\n", "&#10;"},
+                                                          {"\xC3\xA9", "\xE9"}, {"\x7F", "\x7F"}, {" ", " "}};
+    std::string expected;
+    open("a");
+    for (auto const & [character, written] : replacements) {
+        for (std::size_t length = 1; length <= 50; ++length) {
+            for (std::size_t place = 0; place < length; ++place) {
+                std::string const before(place, 'b');
+                std::string const after(length - place - 1, 'e');
+                empty("t");
+                attribute("k", before + character + after);
+                expected += "<t k=\"" + before + written + after + "\"/>";
+            }
+        }
+    }
+    EXPECT_EQ(finished(), "<a>" + expected + "</a>\n");
+}
+
 TEST_F(XmlWriterTest, WritesCharactersInTheEncoding) {
     // The first and last ones of each length in UTF-8.
     std::string const text = "\xC3\xBF\xC4\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBD"
@@ -180,6 +199,27 @@ TEST_F(XmlWriterTest, FindsAndMakesPrefixes) {
     writer->writeAttribute("p", "k", "urn:1", "v"); // the wish would change the element's name
     EXPECT_EQ(finished(),
               "<p:a xmlns:p=\"urn:1\"><p:b ns1:k=\"v\" xmlns:ns1=\"urn:1\" xmlns:p=\"urn:2\"></p:b></p:a>\n");
+}
+
+TEST_F(XmlWriterTest, WritesPreparedNamesAsItWritesOthers) {
+    EXPECT_THROW(static_cast<void>(writer->makeName("k", "urn:1")), std::logic_error) << "not declared";
+    writer->writeStartElement("p", "a", "urn:1");
+    XmlName const qualified = writer->makeName("k", "urn:1");
+    XmlName const local = writer->makeName("\xC3\xA9l", "");
+    XmlName const longOne = writer->makeName("aNameOfMoreThanSixteenLetters", "");
+    EXPECT_EQ(raisedText([&] { static_cast<void>(writer->makeName("a b", "")); }),
+              "cannot write U+0020 in name of attribute 'a b'");
+    writer->writeAttribute(local, "1");
+    EXPECT_EQ(raisedText([&] { writer->writeAttribute(local, "2"); }), "attribute '\xE9l' is written twice");
+    EXPECT_EQ(raisedText([&] { attribute("\xC3\xA9l", "2"); }), "attribute '\xE9l' is written twice");
+    EXPECT_EQ(raisedText([&] { writer->writeAttribute(qualified, "\x01"); }), "cannot write U+0001 in attribute 'k'");
+    writer->writeAttribute(qualified, "<>");
+    writer->writeStartElement(longOne);
+    writer->writeEmptyElement(local);
+    writer->writeAttribute(longOne, "");
+    writer->writeEndElement();
+    EXPECT_EQ(finished(), "<p:a \xE9l=\"1\" p:k=\"&lt;&gt;\" xmlns:p=\"urn:1\"><aNameOfMoreThanSixteenLetters>"
+                          "<\xE9l aNameOfMoreThanSixteenLetters=\"\"/></aNameOfMoreThanSixteenLetters></p:a>\n");
 }
 
 TEST_F(XmlWriterTest, RefusesDeclarationsThatContradict) {

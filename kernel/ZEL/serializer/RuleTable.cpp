@@ -1,5 +1,7 @@
 #include <ZEL/serializer/RuleTable.h>
 
+#include <algorithm>
+
 namespace ZEL::Serializer {
 namespace {
 
@@ -39,6 +41,11 @@ RuleFunction const * RuleTable::find(Context const & context) const {
                   search(context)};
     }
     return answer.rule == None ? nullptr : &fRules[static_cast<std::size_t>(answer.rule)].second;
+}
+
+bool RuleTable::mayFit(QualifiedName role) const noexcept {
+    return std::any_of(fRules.begin(), fRules.end(),
+                       [role](auto const & rule) { return !rule.first.getRole().conflictsWith(role); });
 }
 
 std::int32_t RuleTable::search(Context const & context) const noexcept {

@@ -30,6 +30,9 @@ public:
     /// changes.
     [[nodiscard]] RuleFunction const * find(Context const & context) const;
 
+    /// Whether a Context with this role may be one that a rule fits.
+    [[nodiscard]] bool mayFit(QualifiedName role) const noexcept;
+
     [[nodiscard]] bool empty() const noexcept { return fRules.empty(); }
 
 private:

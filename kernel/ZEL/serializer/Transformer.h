@@ -49,6 +49,11 @@ public:
     [[nodiscard]] bool hasPreTransforms() const noexcept { return !fPreTransforms.empty(); }
     [[nodiscard]] bool hasPostTransforms() const noexcept { return !fPostTransforms.empty(); }
 
+    /// Whether a Context with this role may be one that a rule fits, in any of the three passes.
+    [[nodiscard]] bool mayFit(QualifiedName role) const noexcept {
+        return fTransforms.mayFit(role) || fPreTransforms.mayFit(role) || fPostTransforms.mayFit(role);
+    }
+
     // Each removes every rule of its table whose pattern equals the argument.
     void removeTransform(Context const & pattern) { fTransforms.remove(pattern); }
     void removePreTransform(Context const & pattern) { fPreTransforms.remove(pattern); }

@@ -87,6 +87,12 @@ ContextSequence TransformerRegistry::generate(ContextSequence const & sequence, 
     return result;
 }
 
+bool TransformerRegistry::mayFit(QualifiedName role) const noexcept {
+    auto const transformers = present();
+    return std::any_of(transformers->begin(), transformers->end(),
+                       [role](auto const & transformer) { return transformer->mayFit(role); });
+}
+
 void TransformerRegistry::onCreate(Context const & context, ClassObject const & object) const {
     forEach([&](Transformer & transformer) { transformer.onCreate(context, object); });
 }

@@ -39,6 +39,9 @@ public:
     [[nodiscard]] ContextSequence preApply(ContextSequence const & sequence) const;
     [[nodiscard]] ContextSequence postApply(ContextSequence const & sequence) const;
 
+    /// Whether a Context with this role may be one that a rule fits.
+    [[nodiscard]] bool mayFit(QualifiedName role) const noexcept;
+
     void onCreate(Context const & context, ClassObject const & object) const;
     /// The valid answers of all Transformers, in order.
     [[nodiscard]] std::vector<LinkedElement> resolveReference(std::string const & uri,

@@ -73,11 +73,16 @@ void ContextPrinter::startElement(Context const & context, Elements elements, Le
     }
 }
 
-void ContextPrinter::writeType(Context const & context) {
-    std::string & name = fTypeNames[context.getType()];
+std::string const & ContextPrinter::typeNameOf(QualifiedName type) {
+    std::string & name = fTypeNames[type];
     if (name.empty()) {
-        name = makeTypeName(context.getType());
+        name = makeTypeName(type);
     }
+    return name;
+}
+
+void ContextPrinter::writeType(Context const & context) {
+    std::string const & name = typeNameOf(context.getType());
     if (!name.empty()) {
         fXml.writeAttribute("type", XmiConstants::XMI_NS_URI, name);
     }

@@ -37,6 +37,9 @@ public:
     void end(std::size_t elements);
     /// `write`, with all elements ended.
     void writeWhole(ContextSequence const & sequence, Level level);
+    /// The type as `xmi:type` names it: the prefix of its namespace, a colon and its name. Empty, with an entry in the log,
+    /// if no prefix is known.
+    [[nodiscard]] std::string const & typeNameOf(QualifiedName type);
     /// Logs, by property, where several values were joined that will be read back as one.
     void logJoinedValues() const;
 
@@ -48,8 +51,6 @@ private:
     void writeReference(Context const & context);
     void writeAttribute(Context const & context);
     void writeValues(Context const & context);
-    /// The prefix of the type's namespace, a colon and the type's name; empty, with an entry in the log, if no prefix
-    /// is known.
     [[nodiscard]] std::string makeTypeName(QualifiedName type);
 
     HASP::XmlWriter & fXml;

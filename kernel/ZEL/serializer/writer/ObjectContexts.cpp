@@ -1,6 +1,7 @@
 #include <ZEL/Integer.h>
 #include <ZEL/String.h>
 #include <ZEL/logging/Logger.h>
+#include <ZEL/metamodel/FieldText.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/serializer/ObjectId.h>
 #include <ZEL/serializer/dialects/DialectContexts.h>
@@ -8,6 +9,7 @@
 #include <ZEL/values/Object.h>
 
 #include <algorithm>
+#include <charconv>
 #include <iterator>
 #include <utility>
 
@@ -110,25 +112,14 @@ bool ObjectContexts::appendValues(ObjectView const & object, WrittenProperty con
 
 bool ObjectContexts::appendReferences(ObjectView const & object, PropertyPartition const & partition,
                                       Context const & parent, ContextSequence & sequence) {
-    selectModel(object);
-    if (fModelUri->text.empty()) {
+    if (!selectModel(object.handle())) {
         return false;
     }
     // Links in the form of an attribute go first, the last property before the others; child elements keep the order.
     std::vector<Context> attributes;
     std::vector<Context> elements;
     for (WrittenProperty const * const property : partition.references) {
-        std::vector<ImmutableClassObject> const targets = object.objectsOf(*property);
-        if (targets.empty()) {
-            continue;
-        }
-        if (std::any_of(targets.begin(), targets.end(), [](auto const & target) { return !target.isValid(); })) {
-            if (fWarns) {
-                warnAboutDeadLink(object.handle(), *property);
-            }
-            continue;
-        }
-        if (std::optional<Context> context = referenceOf(targets, *property, parent)) {
+        if (std::optional<Context> context = referenceOf(object, *property, parent)) {
             (context->isMultiValued() ? elements : attributes).push_back(std::move(*context));
         }
     }
@@ -139,7 +130,22 @@ bool ObjectContexts::appendReferences(ObjectView const & object, PropertyPartiti
     return !elements.empty();
 }
 
-std::optional<Context> ObjectContexts::referenceOf(std::vector<ImmutableClassObject> const & targets,
+std::optional<Context> ObjectContexts::referenceOf(ObjectView const & object, WrittenProperty const & property,
+                                                   Context const & parent) {
+    std::vector<ImmutableClassObject> const targets = object.objectsOf(property);
+    if (targets.empty()) {
+        return std::nullopt;
+    }
+    if (std::any_of(targets.begin(), targets.end(), [](auto const & target) { return !target.isValid(); })) {
+        if (fWarns) {
+            warnAboutDeadLink(object.handle(), property);
+        }
+        return std::nullopt;
+    }
+    return referenceTo(targets, property, parent);
+}
+
+std::optional<Context> ObjectContexts::referenceTo(std::vector<ImmutableClassObject> const & targets,
                                                    WrittenProperty const & property, Context const & parent) {
     Context context;
     context.setRole(property.attribute);
@@ -193,30 +199,38 @@ HASP::Uri ObjectContexts::linkTo(HASP::Uri const & target) const {
 }
 
 std::string ObjectContexts::idOf(ImmutableClassObject const & object) {
-    internal::BodyCore const & body = *object.getImplementation()->internal_body();
-    internal::ModelCore const * const model = body.internal_model();
-    // A model's own id has no number after it, though its last part may look like one.
-    if (model == nullptr || static_cast<internal::BodyCore const *>(model) == &body) {
-        return ObjectId::of(object);
-    }
-    if (model != fIdModel) {
-        std::string text = ObjectId::of(object);
-        if (ObjectId const id(text); id.serial() == static_cast<std::size_t>(body.internal_id())) {
-            fIdModel = model;
-            fIdPrefix = id.head();
-        }
-        return text;
-    }
-    return fIdPrefix + std::to_string(body.internal_id());
+    std::string text;
+    appendId(*object.getImplementation()->internal_body(), object.getDeviant(), text);
+    return text;
 }
 
-void ObjectContexts::selectModel(ObjectView const & object) {
-    internal::ModelCore const * const core = object.body().internal_model();
+void ObjectContexts::appendId(internal::BodyCore const & object, Deviant deviant, std::string & text) {
+    internal::ModelCore const * const model = object.internal_model();
+    // A model's own id has no number after it, though its last part may look like one.
+    bool const isModel = static_cast<internal::BodyCore const *>(model) == &object;
+    if (model != nullptr && model == fIdModel && !isModel) {
+        internal::NumberBuffer buffer;
+        char const * const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), object.internal_id()).ptr;
+        text.append(fIdPrefix).append(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+        return;
+    }
+    std::string const whole = ObjectId::of(ImmutableClassObject(&object, deviant));
+    ObjectId const id(whole);
+    if (model != nullptr && !isModel && id.serial() == static_cast<std::size_t>(object.internal_id())) {
+        fIdModel = model;
+        fIdPrefix = id.head();
+    }
+    text.append(whole);
+}
+
+bool ObjectContexts::selectModel(ImmutableClassObject const & object) {
+    internal::ModelCore const * const core = object.getImplementation()->internal_body()->internal_model();
     if (fModelUri == nullptr || core == nullptr || core != fModelCore) {
-        fModel = object.handle().getRootModel();
+        fModel = object.getRootModel();
         fModelUri = &uriOfModel(fModel);
         fModelCore = core;
     }
+    return !fModelUri->text.empty();
 }
 
 bool ObjectContexts::isOfModelAtHand(ImmutableClassObject const & object) const {

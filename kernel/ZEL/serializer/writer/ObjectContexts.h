@@ -37,6 +37,19 @@ public:
     bool append(ObjectView const & object, PropertyPartition const & partition, Place const & place,
                 ContextSequence & sequence);
 
+    // The parts of that, for who writes the rest without Contexts.
+    /// Makes the object's model the one at hand, against which links are made. False if it has no URI: without one there
+    /// are no links.
+    bool selectModel(ImmutableClassObject const & object);
+    /// The links of the property, null if none are to be written. The model at hand must have a URI.
+    [[nodiscard]] std::optional<Context> referenceOf(ObjectView const & object, WrittenProperty const & property,
+                                                     Context const & parent);
+    /// Appends the values of a property that has many of a data type. Returns whether there are any.
+    static bool appendValues(ObjectView const & object, WrittenProperty const & property, Context const & parent,
+                             ContextSequence & sequence);
+    /// Appends the object's id in files.
+    void appendId(internal::BodyCore const & object, Deviant deviant, std::string & text);
+
     /// The block with which the standard dialect begins a file: the next id of the object's model. Nothing for an
     /// object without a model.
     static void appendHead(ImmutableClassObject const & object, ContextSequence & sequence);
@@ -49,18 +62,14 @@ private:
 
     static void appendValue(ObjectView const & object, WrittenProperty const & property, Context const & parent,
                             ContextSequence & sequence);
-    static bool appendValues(ObjectView const & object, WrittenProperty const & property, Context const & parent,
-                             ContextSequence & sequence);
     bool appendReferences(ObjectView const & object, PropertyPartition const & partition, Context const & parent,
                           ContextSequence & sequence);
-    [[nodiscard]] std::optional<Context> referenceOf(std::vector<ImmutableClassObject> const & targets,
+    [[nodiscard]] std::optional<Context> referenceTo(std::vector<ImmutableClassObject> const & targets,
                                                      WrittenProperty const & property, Context const & parent);
     /// The text by which a file of the model at hand names an object of another; empty if it cannot be named.
     [[nodiscard]] std::string externalReference(ImmutableClassObject const & target);
     [[nodiscard]] HASP::Uri linkTo(HASP::Uri const & target) const;
     [[nodiscard]] std::string idOf(ImmutableClassObject const & object);
-    /// Makes the object's model the one at hand.
-    void selectModel(ObjectView const & object);
     [[nodiscard]] bool isOfModelAtHand(ImmutableClassObject const & object) const;
     [[nodiscard]] ModelUri const & uriOfModel(ImmutableModel const & model);
 

@@ -29,6 +29,8 @@ public:
 
     /// The text of a single value of a data type; nothing if there is none. Sets the property's type of the value.
     [[nodiscard]] std::optional<std::string> textOf(WrittenProperty const & property) const;
+    /// The same by way of the property's storage, which knows all texts.
+    [[nodiscard]] std::optional<std::string> boxedTextOf(WrittenProperty const & property) const;
     /// Empty if there are none.
     [[nodiscard]] std::vector<ImmutableClassObject> objectsOf(WrittenProperty const & property) const;
 
@@ -36,8 +38,6 @@ public:
     static void noteType(ImmutableObject const & value, WrittenProperty const & property);
 
 private:
-    [[nodiscard]] std::optional<std::string> boxedTextOf(WrittenProperty const & property) const;
-
     ImmutableClassObject const & fObject;
     NSInterface::ClassObjectIntf & fIntf;
     internal::BodyCore const & fBody;

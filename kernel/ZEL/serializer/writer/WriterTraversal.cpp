@@ -20,9 +20,18 @@ WriterTraversal::WriterTraversal(HASP::XmlWriter & xml, XmiWriterSettings const 
       fIsPlain(isPlain),
       fHasDefaults(functions.areDefaults()),
       fContexts(fPartitions, settings.getKeepFileIds()),
-      fPrinter(xml, fNamespaces, settings.getElementPerValue()) {}
+      fPrinter(xml, fNamespaces, settings.getElementPerValue()),
+      fStraight(xml, transformers, fPartitions, fContexts, fPrinter) {}
 
-void WriterTraversal::collect(ImmutableClassObject const & object) { visit(object); }
+void WriterTraversal::collect(ImmutableClassObject const & object) {
+    if (fIsPlain && fStraight.collect(object, {fNamespaces, fStereotypeInstances})) {
+        return;
+    }
+    fIsPlain = false;
+    fNamespaces.clear();
+    fStereotypeInstances.clear();
+    visit(object);
+}
 
 void WriterTraversal::write(ImmutableClassObject const & object) {
     fIsWriting = true;
@@ -77,11 +86,9 @@ void WriterTraversal::create(Frame & frame) {
         frame.step = nullptr;
         return;
     }
-    if (!fIsPlain || fIsWriting) {
-        ContextSequence const ahead = fTransformers.preApply(frame.sequence);
-        if (fIsWriting) {
-            fPrinter.writeWhole(ahead, levelOf(frame));
-        }
+    ContextSequence const ahead = fTransformers.preApply(frame.sequence);
+    if (fIsWriting) {
+        fPrinter.writeWhole(ahead, levelOf(frame));
     }
     frame.step = &WriterTraversal::runElement;
     if (fFunctions.before) {
@@ -92,12 +99,8 @@ void WriterTraversal::create(Frame & frame) {
 
 void WriterTraversal::runElement(Frame & frame) {
     frame.step = &WriterTraversal::runNextProperty;
-    if (fIsPlain && !fIsWriting) {
-        return;
-    }
     // The rules that generate what comes after the object look at what it was before any rule.
-    ContextSequence applied =
-        fTransformers.apply(fIsPlain ? std::move(frame.sequence) : ContextSequence(frame.sequence));
+    ContextSequence applied = fTransformers.apply(frame.sequence);
     Context * const element = elementOf(applied);
     if (fIsWriting) {
         if (element != nullptr && element->skipContext()) {
@@ -113,14 +116,14 @@ void WriterTraversal::runElement(Frame & frame) {
     } else if (frame.parent != nullptr) {
         frame.visitable.context = *frame.parent;
     }
-    if (fIsPlain) {
-        // Only for its storage, which the next object at this depth takes over.
-        frame.sequence = std::move(applied);
-        frame.sequence.clear();
-    }
 }
 
 void WriterTraversal::runNextProperty(Frame & frame) {
+    if (fIsPlain) {
+        fStraight.writeParts(frame.object);
+        endElement(frame);
+        return;
+    }
     ObjectView const view(frame.object);
     while (selectNextProperty(frame, view)) {
         if (fFunctions.children) {
@@ -137,6 +140,10 @@ void WriterTraversal::runNextProperty(Frame & frame) {
             return;
         }
     }
+    endElement(frame);
+}
+
+void WriterTraversal::endElement(Frame & frame) {
     fPrinter.end(std::exchange(frame.openElements, 0));
     frame.step = &WriterTraversal::runAfter;
 }
@@ -167,11 +174,9 @@ bool WriterTraversal::selectNextProperty(Frame & frame, ObjectView const & view)
 
 void WriterTraversal::runAfter(Frame & frame) {
     frame.step = nullptr;
-    if (!fIsPlain) {
-        ContextSequence const following = fTransformers.postApply(frame.sequence);
-        if (fIsWriting) {
-            fPrinter.writeWhole(following, levelOf(frame));
-        }
+    ContextSequence const following = fTransformers.postApply(frame.sequence);
+    if (fIsWriting) {
+        fPrinter.writeWhole(following, levelOf(frame));
     }
     if (fFunctions.after) {
         showOwnPlace(frame);
@@ -210,11 +215,9 @@ void WriterTraversal::createContextSequence(Frame & frame) {
         frame.visitable.visitableProperties =
             fIsWriting ? frame.partition->visitableProperties : frame.partition->collectedProperties;
     }
-    if (fIsWriting || !fIsPlain) {
-        bool const hasChildElements =
-            fContexts.append(view, *frame.partition, {frame.property, frame.parent}, frame.sequence);
-        frame.visitable.hasContent = hasChildElements || view.hasContainees(*frame.partition);
-    }
+    bool const hasChildElements =
+        fContexts.append(view, *frame.partition, {frame.property, frame.parent}, frame.sequence);
+    frame.visitable.hasContent = hasChildElements || view.hasContainees(*frame.partition);
 }
 
 void WriterTraversal::collectObject(Frame const & frame, ObjectView const & view) {

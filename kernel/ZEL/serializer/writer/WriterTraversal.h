@@ -9,6 +9,7 @@
 #include <ZEL/serializer/writer/ObjectContexts.h>
 #include <ZEL/serializer/writer/ObjectView.h>
 #include <ZEL/serializer/writer/PropertyPartition.h>
+#include <ZEL/serializer/writer/StraightWriter.h>
 #include <ZEL/serializer/writer/VisitableContext.h>
 #include <ZEL/serializer/writer/XmiWriter.h>
 
@@ -80,6 +81,7 @@ private:
     void runElement(Frame & frame);
     void runNextProperty(Frame & frame);
     void runAfter(Frame & frame);
+    void endElement(Frame & frame);
 
     /// The objects that a caller's generator returns become the children at hand.
     void generate(Frame & frame, XmiWriter::VisitableGenerator const & generator);
@@ -97,7 +99,7 @@ private:
     XmiWriterSettings const & fSettings;
     TransformerRegistry const & fTransformers;
     WriterFunctions const & fFunctions;
-    bool const fIsPlain;
+    bool fIsPlain; ///< objects within others are written straight
     bool const fHasDefaults;
     bool fIsWriting = false;
     bool fStereotypesDone = false; ///< from then on, top-level elements are stereotype instances
@@ -107,6 +109,7 @@ private:
     PartitionCache fPartitions;
     ObjectContexts fContexts;
     ContextPrinter fPrinter;
+    StraightWriter fStraight;
     std::vector<std::unique_ptr<Frame>>
         fFrames;            ///< by depth; children point at the Context of the object that holds them
     std::size_t fDepth = 0; ///< number of objects under way

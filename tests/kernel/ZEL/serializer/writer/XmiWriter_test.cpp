@@ -1,6 +1,8 @@
 #include "kernel/ZEL/serializer/reader/ReaderTest.h"
 #include "kernel/ZEL/tools/TestModel.h"
 
+#include <ZEL/tools/RandomModelGenerator.h>
+
 #include <sys/resource.h>
 
 #include <csignal>
@@ -296,6 +298,22 @@ TEST_F(XmiWriterTest, TransformersRewriteAndLeaveOutForOneRun) {
     EXPECT_EQ(written(), file(5, R"(      <ownedComment xmi:id="@1_4" xmi:type="ZEL:Comment" body="note!"/>
 )"));
     EXPECT_THAT(written(), testing::AllOf(HasSubstr("ZEL:Class"), HasSubstr(R"(body="note")")));
+}
+
+TEST_F(XmiWriterTest, TransformerWithoutRulesChangesNothing) {
+    TestModel const other{"q"};
+    Class const destroyed = addClass("D");
+    Comment const comment = addComment("on");
+    comment.getAnnotatedElements().push_back(other.top);
+    comment.getAnnotatedElements().push_back(package);
+    addComment("dead").getAnnotatedElements().push_back(destroyed);
+    destroyed.destroy();
+    for (unsigned int seed = 1; seed <= 10; ++seed) {
+        createRandomModel(package, 4, 4, 500, seed);
+        std::string const text = written();
+        writer.addTransformer(rules);
+        EXPECT_EQ(written(), text) << "seed " << seed;
+    }
 }
 
 TEST_F(XmiWriterTest, SiblingElementsOfOneObjectStayBalanced) {

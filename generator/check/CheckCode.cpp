@@ -21,6 +21,9 @@ std::vector<std::string> operationsOf(Property const & p) {
         }
         return names;
     }
+    if (p.isTextField()) {
+        names.push_back(p.viewGetter());
+    }
     for (char const * const begin : {"has", "set", "remove", "setOnly", "removeOnly"}) {
         names.push_back(begin + p.capital);
     }

@@ -62,8 +62,7 @@ Form formOf(Property const & property) {
         return Form::Flag;
     }
     // An empty stored text counts as absent even if one is required, so that it is not written to files.
-    bool const isStoredText = property.isField() && property.field == FieldKind::Text;
-    return required && !isStoredText ? Form::RequiredValue : Form::Value;
+    return required && !property.isTextField() ? Form::RequiredValue : Form::Value;
 }
 
 /// Whether the field alone cannot express "no value", because the default of its type is a value like any other.

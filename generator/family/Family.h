@@ -105,6 +105,10 @@ struct Property {
     /// Whether both operations read the same sequence, since there is no other end to update.
     [[nodiscard]] bool isRawOnly() const { return otherEnd == OtherEnd::None; }
     [[nodiscard]] bool isField() const { return making == Making::Field; }
+    /// Whether there is one text in the fields, of which a view can be read.
+    [[nodiscard]] bool isTextField() const { return isField() && field == FieldKind::Text; }
+    /// The operation that reads the view of a text field, "getFooView".
+    [[nodiscard]] std::string viewGetter() const { return getter() + "View"; }
     /// The number of bits of a flag or an enumeration in the fields.
     [[nodiscard]] unsigned int bits() const;
 };

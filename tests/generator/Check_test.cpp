@@ -129,6 +129,9 @@ TEST(Check, OperationsPropertiesAndViewsThatDoNotFitAreToldWithPlaceAndExpectati
          "name"},
         {"  A: {superclasses: [Base], properties: {item: {type: A, multiplicity: 0..*}, items: {type: A}}}\n",
          "7:42: property 'A.item': found the C++ operation 'getItems' of property 'A.items', expected another name"},
+        {"  A: {superclasses: [Base], properties: {item: {type: ZEL.String}, itemView: {type: A}}}\n",
+         "7:42: property 'A.item': found the C++ operation 'getItemView' of property 'A.itemView', expected another "
+         "name"},
         {"  A: {superclasses: [Base], properties: {x: {type: A}}}\n"
          "  B: {superclasses: [Base], properties: {X: {type: A}}}\n"
          "  C: {superclasses: [A, B]}\n"

@@ -108,6 +108,22 @@ ZEL::Sequence<ZEL::String> BenchIntf::getRemarksWithoutAssociation(ZEL::Deviant)
     ZEL::raiseUnimplemented("The Bench.remark derived property is not yet implemented!");
 }
 
+ZEL::Boolean BenchIntf::hasNumber(ZEL::Deviant) const {
+    ZEL::raiseUnimplemented("The Bench.number derived property is not yet implemented!");
+}
+
+void BenchIntf::removeNumber(ZEL::Deviant) {
+    ZEL::raiseUnimplemented("The Bench.number derived property is not yet implemented!");
+}
+
+void BenchIntf::setNumber(ZEL::Deviant, ZEL::String const &) {
+    ZEL::raiseUnimplemented("The Bench.number derived property is not yet implemented!");
+}
+
+ZEL::String BenchIntf::getNumber(ZEL::Deviant) const {
+    ZEL::raiseUnimplemented("The Bench.number derived property is not yet implemented!");
+}
+
 ZEL::Boolean BenchIntf::hasIsRound(ZEL::Deviant deviant) const { return hasIsFlat(deviant); }
 
 void BenchIntf::removeIsRound(ZEL::Deviant deviant) { removeIsFlat(deviant); }
@@ -144,6 +160,28 @@ ZEL::Sequence<ZEL::String> BenchIntf::getNotes(ZEL::Deviant deviant) const { ret
 
 ZEL::Sequence<ZEL::String> BenchIntf::getNotesWithoutAssociation(ZEL::Deviant deviant) const {
     return getRemarksWithoutAssociation(deviant);
+}
+
+ZEL::Boolean BenchIntf::hasLabel(ZEL::Deviant deviant) const { return hasSign(deviant); }
+
+void BenchIntf::removeLabel(ZEL::Deviant deviant) { removeSign(deviant); }
+
+void BenchIntf::setLabel(ZEL::Deviant deviant, ZEL::String const & value) { setSign(deviant, value); }
+
+ZEL::String BenchIntf::getLabel(ZEL::Deviant deviant) const { return getSign(deviant); }
+
+std::string_view BenchIntf::getLabelView(ZEL::Deviant deviant) const { return getSignView(deviant); }
+
+ZEL::Boolean BenchIntf::hasCode(ZEL::Deviant deviant) const { return hasNumber(deviant); }
+
+void BenchIntf::removeCode(ZEL::Deviant deviant) { removeNumber(deviant); }
+
+void BenchIntf::setCode(ZEL::Deviant deviant, ZEL::String const & value) { setNumber(deviant, value); }
+
+ZEL::String BenchIntf::getCode(ZEL::Deviant deviant) const { return getNumber(deviant); }
+
+std::string_view BenchIntf::getCodeView(ZEL::Deviant) const {
+    ZEL::raiseUnimplemented("The Bench.code property is derived and has no view of its text!");
 }
 
 ZEL::Sequence<Part> BenchIntf::getThingsWithoutAssociation(ZEL::Deviant deviant) const {

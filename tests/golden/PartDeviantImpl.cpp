@@ -3,6 +3,7 @@
 
 #include <ZEL/Boolean.h>
 #include <ZEL/Integer.h>
+#include <ZEL/String.h>
 #include <machine/Colour.h>
 #include <machine/Part.h>
 
@@ -79,5 +80,33 @@ void PartDeviantImpl::setNext(ZEL::Deviant, Part const & value) {
 }
 
 ZEL::internal::PersistentTextSequence & PartDeviantImpl::internal_noteField() { return fields.note; }
+
+ZEL::Boolean PartDeviantImpl::hasLabel(ZEL::Deviant) const { return ZEL::Boolean(!fields.label.isEmpty()); }
+
+void PartDeviantImpl::removeLabel(ZEL::Deviant) {
+    fields.label.clear();
+}
+
+void PartDeviantImpl::setLabel(ZEL::Deviant, ZEL::String const & value) {
+    fields.label.set(value.str());
+}
+
+ZEL::String PartDeviantImpl::getLabel(ZEL::Deviant) const { return fields.label.get(); }
+
+std::string_view PartDeviantImpl::getLabelView(ZEL::Deviant) const { return fields.label.view(); }
+
+ZEL::Boolean PartDeviantImpl::hasCode(ZEL::Deviant) const { return ZEL::Boolean(!fields.code.isEmpty()); }
+
+void PartDeviantImpl::removeCode(ZEL::Deviant) {
+    fields.code.clear();
+}
+
+void PartDeviantImpl::setCode(ZEL::Deviant, ZEL::String const & value) {
+    fields.code.set(value.str());
+}
+
+ZEL::String PartDeviantImpl::getCode(ZEL::Deviant) const { return fields.code.get(); }
+
+std::string_view PartDeviantImpl::getCodeView(ZEL::Deviant) const { return fields.code.view(); }
 
 } // namespace machine::NSImplementation

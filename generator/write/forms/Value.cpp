@@ -51,14 +51,17 @@ void $X$Intf::set$P$(ZEL::Deviant deviant, $T$ const & value) { $I$set$Q$(devian
 $T$ $X$Intf::$get$(ZEL::Deviant deviant) const { return $I$$getBy$(deviant); }
 )",
                   {{"getBy", by.getter()}, {"I", p.getter() == by.getter() ? qualifierOf(p, by) : ""}});
-        return Printer::blocks({pure.presence ? "" : presence, pure.setter ? "" : setter, pure.getter ? "" : getter});
+        return Printer::blocks({pure.presence ? "" : presence, pure.setter ? "" : setter, pure.getter ? "" : getter,
+                                !p.isTextField() || pure.getter ? "" : forwardedView(print, p, by)});
     }
 
     std::string overrides(Printer const & print, Property const & p, Holder) const override {
         std::string const access = print(R"(
 void set$P$(ZEL::Deviant deviant, $T$ const & value) override;
 [[nodiscard]] $T$ $get$(ZEL::Deviant deviant) const override;
-)");
+$view$
+)",
+                                         {{"view", p.isTextField() ? viewDeclaration(print, "", " override") : ""}});
         return p.form != Form::Value ? access
                                      : print(R"(
 [[nodiscard]] ZEL::Boolean has$P$(ZEL::Deviant deviant) const override;
@@ -89,8 +92,15 @@ void $C$::set$P$(ZEL::Deviant$deviant$, $T$ const & value) {
 }
 
 $T$ $C$::$get$(ZEL::Deviant$deviant$) const { return $load$; }
+$view$
 )",
                                         {{"comparing", comparing},
+                                         {"view", !p.isTextField() ? ""
+                                                                   : over(R"(
+
+std::string_view $C$::$get$View(ZEL::Deviant$deviant$) const { return $text$.view(); }
+)",
+                                                                          {{"text", fieldText::member(reading, p)}})},
                                          {"store", fieldText::store("fields.", p, "value")},
                                          {"load", fieldText::load(reading, p)}});
         if (p.form != Form::Value) {
@@ -111,11 +121,14 @@ $access$
                      {"access", access}});
     }
 
-    std::string readers(Printer const & print, Property const &) const override {
+    std::string readers(Printer const & print, Property const & p) const override {
         return print(R"(
 [[nodiscard]] ZEL::Boolean has$P$() const { return getImplementation()->has$P$(getDeviant()); }
 [[nodiscard]] $T$ $get$() const { return getImplementation()->$get$(getDeviant()); }
-)");
+)") + (!p.isTextField() ? "" : print(R"(
+/// Valid until the next write to the model, or its end.
+[[nodiscard]] std::string_view $get$View() const { return getImplementation()->$get$View(getDeviant()); }
+)"));
     }
 
     std::string writers(Printer const & print, Property const &) const override {
@@ -145,8 +158,10 @@ protected:
 $before$void remove$P$(ZEL::Deviant deviant)$presence$;
 $before$void set$P$(ZEL::Deviant deviant, $T$ const & value)$setter$;
 [[nodiscard]] $before$$T$ $get$(ZEL::Deviant deviant) const$getter$;
+$view$
 )",
                      {{"before", before(p, by)},
+                      {"view", p.isTextField() ? viewDeclaration(print, before(p, by), after(p, by, pure.getter)) : ""},
                       {"presence", after(p, by, pure.presence)},
                       {"setter", after(p, by, pure.setter)},
                       {"getter", after(p, by, pure.getter)}});
@@ -158,6 +173,26 @@ private:
     /// The expression as a plain `bool` if it is a bit-field.
     static std::string boolOf(std::string const & expression, Property const & p) {
         return p.keepsHas || p.field == FieldKind::Flag ? "bool(" + expression + ')' : expression;
+    }
+
+    static std::string viewDeclaration(Printer const & print, std::string const & before, std::string const & after) {
+        return print("[[nodiscard]] $before$std::string_view $get$View(ZEL::Deviant deviant) const$after$;\n",
+                     {{"before", before}, {"after", after}});
+    }
+
+    /// A derived text is made by each read, so there is nothing to have a view of.
+    static std::string forwardedView(Printer const & print, Property const & p, Property const & by) {
+        if (!by.isTextField()) {
+            return print(R"(
+std::string_view $X$Intf::$get$View(ZEL::Deviant) const {
+    ZEL::raiseUnimplemented("The $X$.$p$ property is derived and has no view of its text!");
+}
+)");
+        }
+        return print(R"(
+std::string_view $X$Intf::$get$View(ZEL::Deviant deviant) const { return $I$$viewBy$(deviant); }
+)",
+                     {{"viewBy", by.viewGetter()}, {"I", p.getter() == by.getter() ? qualifierOf(p, by) : ""}});
     }
 
     static std::string unimplemented(Printer const & print, Property const & p) {

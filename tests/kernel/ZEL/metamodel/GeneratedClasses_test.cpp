@@ -205,6 +205,36 @@ TEST_F(GeneratedClasses, GiveNewObjectsTheirInitialValues) {
     }
 }
 
+TEST_F(GeneratedClasses, ShowTextsWithoutACopy) {
+    Comment const comment = make<Comment>();
+    EXPECT_TRUE(comment.getBodyView().empty());
+    for (std::string const & text :
+         {std::string("short"), std::string(100'000, 'x'), std::string("a\0b", 3), std::string()}) {
+        change([&] { comment.setBody(text); });
+        EXPECT_EQ(text, comment.getBodyView());
+    }
+    change([&] { comment.setBody("root"); });
+    EXPECT_EQ(comment.getBodyView().data(), comment.getBodyView().data());
+
+    Comment const drafted = comment.asDeviant(model.createDeviantWithName("draft"));
+    EXPECT_EQ("root", drafted.getBodyView());
+    Transaction transaction(drafted.getDeviant());
+    drafted.setBody("draft");
+    transaction.commit();
+    EXPECT_EQ("draft", drafted.getBodyView());
+    EXPECT_EQ("root", comment.getBodyView());
+    NSInterface::ObjectIntf & state = *comment.getImplementation()->getReadDeviant(drafted.getDeviant());
+    auto const * const asComment =
+        static_cast<NSInterface::CommentIntf const *>(state.cast(NSInterface::CommentIntf::classInfo()));
+    EXPECT_EQ("draft", asComment->getBodyView(drafted.getDeviant()));
+
+    EXPECT_RAISES(kNullRef, (void)Comment().getBodyView());
+    model.removeDeviantWithName("draft");
+    EXPECT_RAISES("object accessed after its deviant has been removed", (void)drafted.getBodyView());
+    model = MetaModel();
+    EXPECT_RAISES("object accessed after its model has been destroyed", (void)comment.getBodyView());
+}
+
 TEST_F(GeneratedClasses, NameTheirObjects) {
     open();
     for (ClassDescriptor const * const descriptor : concreteClasses()) {

@@ -31,6 +31,11 @@ public:
         : fOperations(&Held<std::decay_t<T>>::operations) {
         Held<std::decay_t<T>>::make(fRoom, std::forward<T>(value));
     }
+    /// A `T` made of the arguments where it is to be.
+    template <class T, class... Arguments>
+    explicit any(std::in_place_type_t<T> /*type*/, Arguments &&... arguments) : fOperations(&Held<T>::operations) {
+        Held<T>::make(fRoom, std::forward<Arguments>(arguments)...);
+    }
     any(any const & other) : fOperations(other.fOperations) {
         if (fOperations != nullptr) {
             fOperations->copy(other.fRoom, fRoom);
@@ -92,11 +97,11 @@ private:
         static constexpr bool isInside =
             sizeof(T) <= kRoom && alignof(T) <= kAlignment && std::is_nothrow_move_constructible_v<T>;
 
-        template <class V> static void make(void * room, V && value) {
+        template <class... V> static void make(void * room, V &&... value) {
             if constexpr (isInside) {
-                ::new (room) T(std::forward<V>(value));
+                ::new (room) T(std::forward<V>(value)...);
             } else {
-                ::new (room) T *(new T(std::forward<V>(value)));
+                ::new (room) T *(new T(std::forward<V>(value)...));
             }
         }
         static T * in(void * room) noexcept {

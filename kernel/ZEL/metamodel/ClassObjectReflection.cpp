@@ -1,5 +1,6 @@
 // Reflective access: every form finds the property's storage and calls the operation of the same name there. Reads of
-// single values take the operations out of the storage, which does no more than call them.
+// single values go to where the value lies, or take the operations out of the storage, which does no more than call
+// them.
 
 #include <ZEL/Boolean.h>
 #include <ZEL/String.h>
@@ -7,6 +8,8 @@
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/ClassObjectOperations.h>
+#include <ZEL/metamodel/ClassRuntime.h>
+#include <ZEL/metamodel/Descriptors.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/PropertyImpl.h>
@@ -18,7 +21,6 @@
 #include <ZEL/values/Object.h>
 
 #include <exception>
-#include <memory>
 #include <string_view>
 #include <typeinfo>
 
@@ -26,36 +28,35 @@ namespace ZEL::NSInterface {
 
 namespace {
 
+using internal::BodyCore;
+using internal::MetaClassView;
+using internal::PropertyView;
+
 constexpr char const * kToGet = "Trying to get invalid property!";
 constexpr char const * kToSet = "Trying to set invalid property!";
 
 /// Null for a class that is being changed, and for one that cannot be read as a whole: `getProperty` may still find a
 /// property in it, or says what is wrong.
-std::shared_ptr<internal::MetaClassView const> viewOf(ImmutableClass const & metaClass) {
-    Deviant const deviant = metaClass.getDeviant();
-    if (!deviant.isRootDeviant() || deviant.isWithinTransaction()) {
+MetaClassView const * viewOf(BodyCore const * body) {
+    if (body == nullptr) {
         return nullptr;
     }
-    try {
-        return internal::MetaClassView::of(metaClass);
-    } catch (std::exception const &) {
-        return nullptr;
-    }
+    internal::ClassDescriptor const & descriptor = body->internal_descriptor();
+    MetaClassView const * const view = descriptor.runtime->view();
+    return view != nullptr ? view : MetaClassView::kept(descriptor);
 }
 
 /// What `access` makes of the first property with this name, which is invalid if there is none.
 template <class Access>
 auto byName(ClassObjectIntf const & object, Deviant deviant, String const & name, Access access) {
-    ImmutableClass const metaClass = object.getMetaClass(deviant);
-    if (auto const view = viewOf(metaClass)) {
-        internal::PropertyView const * const found = view->find(std::string_view(name.str()));
+    if (MetaClassView const * const view = viewOf(object.internal_body())) {
+        PropertyView const * const found = view->find(std::string_view(name.str()));
         return found != nullptr ? access(found->property) : access(ImmutableProperty());
     }
-    return access(metaClass.getProperty(name));
+    return access(object.getMetaClass(deviant).getProperty(name));
 }
 
-/// The operations of a property with a single value, for reading: the short way, on which nothing is counted. Null for
-/// a property that takes the long one: its storage is another, or it cannot be read, and that way says why.
+/// The generated operations of a property with a single value. Null if its storage is another, or if it cannot be read.
 Generic::PropertyToSequenceMethods const * singleMethods(ImmutableProperty const & property) {
     PropertyIntf const * const intf = property.getImplementationWithoutAssert();
     internal::BodyCore const * const body = intf == nullptr ? nullptr : intf->internal_body();
@@ -74,6 +75,68 @@ Generic::PropertyToSequenceMethods const * singleMethods(ImmutableProperty const
         return nullptr;
     }
 }
+
+/// How a property with a single value is read from an object without counting anything: where it lies, or else by the
+/// operations of the property. One with neither takes the long way through the storage, which says what is wrong.
+class ShortWay {
+public:
+    ShortWay(ClassObjectIntf & object, String const & name) : fObject(object), fBody(object.internal_body()) {
+        if (MetaClassView const * const view = viewOf(fBody)) {
+            take(view->find(std::string_view(name.str())));
+        }
+    }
+    ShortWay(ClassObjectIntf & object, ImmutableProperty const & property)
+        : fObject(object), fBody(object.internal_body()) {
+        MetaClassView const * const view = viewOf(fBody);
+        if (view != nullptr) {
+            take(view->find(property));
+        }
+        if (fPlace == nullptr) {
+            // One of a superclass, or one whose values only the property's own operations know.
+            fMethods = singleMethods(property);
+            if (view != nullptr && fMethods != nullptr) {
+                take(view->find(fMethods));
+            }
+        }
+    }
+
+    explicit operator bool() const noexcept { return fPlace != nullptr || fMethods != nullptr; }
+    /// Of a way by name.
+    [[nodiscard]] ImmutableProperty const & property() const noexcept { return fPlace->property; }
+
+    [[nodiscard]] Object getOne(Deviant deviant) const {
+        if (fPlace == nullptr) {
+            return fMethods->getOne(&fObject, deviant);
+        }
+        internal::StateCore const & state = *fBody->readState(deviant);
+        if (fPlace->box != nullptr) {
+            internal::FieldValue const value = fPlace->value->get(state);
+            return value.isSet() ? fPlace->box(value, deviant) : Object();
+        }
+        ObjectIntf * const link = fPlace->links->get(state);
+        return Object(link, link == nullptr ? Deviant() : deviant);
+    }
+    [[nodiscard]] bool has(Deviant deviant) const {
+        if (fPlace == nullptr) {
+            return fMethods->has(&fObject, deviant);
+        }
+        internal::StateCore const & state = *fBody->readState(deviant);
+        return fPlace->box != nullptr ? fPlace->value->get(state).isSet() : fPlace->links->get(state) != nullptr;
+    }
+
+private:
+    /// Goes to the place of values that can be boxed, and of links.
+    void take(PropertyView const * property) noexcept {
+        bool const isPlace =
+            property != nullptr && (property->box != nullptr || (property->links != nullptr && !property->isMany));
+        fPlace = isPlace ? property : nullptr;
+    }
+
+    ClassObjectIntf & fObject;
+    BodyCore const * fBody;
+    PropertyView const * fPlace = nullptr;
+    Generic::PropertyToSequenceMethods const * fMethods = nullptr;
+};
 
 /// What `access` returns. A failure of it says what does not fit what.
 template <class Access>
@@ -136,38 +199,45 @@ ImmutableSequence<ImmutableObject> ClassObjectOperations::get(Deviant deviant, S
 }
 
 Object ClassObjectOperations::getOne(Deviant deviant, ImmutableProperty const & property) {
-    if (auto const * const methods = singleMethods(property)) {
-        return explained(*this, deviant, property, nullptr, [&] { return methods->getOne(this, deviant); });
+    if (ShortWay const way(*this, property); way) {
+        return explained(*this, deviant, property, nullptr, [&] { return way.getOne(deviant); });
     }
     return getFirst(ClassObject(this, deviant), property);
 }
 
 Object ClassObjectOperations::getOne(Deviant deviant, String const & name) {
+    if (ShortWay const way(*this, name); way) {
+        return explained(*this, deviant, way.property(), nullptr, [&] { return way.getOne(deviant); });
+    }
     return byName(*this, deviant, name, [&](auto const & property) { return getOne(deviant, property); });
 }
 
 ImmutableObject ClassObjectOperations::getOne(Deviant deviant, ImmutableProperty const & property) const {
-    if (auto const * const methods = singleMethods(property)) {
-        auto * const self = const_cast<ClassObjectOperations *>(this);
-        return explained(*this, deviant, property, nullptr, [&] { return methods->getOne(self, deviant); });
+    if (ShortWay const way(const_cast<ClassObjectOperations &>(*this), property); way) {
+        return explained(*this, deviant, property, nullptr, [&] { return way.getOne(deviant); });
     }
     return getFirst(ImmutableClassObject(this, deviant), property);
 }
 
 ImmutableObject ClassObjectOperations::getOne(Deviant deviant, String const & name) const {
+    if (ShortWay const way(const_cast<ClassObjectOperations &>(*this), name); way) {
+        return explained(*this, deviant, way.property(), nullptr, [&] { return way.getOne(deviant); });
+    }
     return byName(*this, deviant, name, [&](auto const & property) { return getOne(deviant, property); });
 }
 
 Boolean ClassObjectOperations::has(Deviant deviant, ImmutableProperty const & property) const {
-    if (auto const * const methods = singleMethods(property)) {
-        auto * const self = const_cast<ClassObjectOperations *>(this);
-        return Boolean(explained(*this, deviant, property, nullptr, [&] { return methods->has(self, deviant); }));
+    if (ShortWay const way(const_cast<ClassObjectOperations &>(*this), property); way) {
+        return Boolean(explained(*this, deviant, property, nullptr, [&] { return way.has(deviant); }));
     }
     ImmutableClassObject const self(this, deviant);
     return Boolean(withStorage(self, property, kToGet, nullptr, [&](auto & storage) { return storage.has(self); }));
 }
 
 Boolean ClassObjectOperations::has(Deviant deviant, String const & name) const {
+    if (ShortWay const way(const_cast<ClassObjectOperations &>(*this), name); way) {
+        return Boolean(explained(*this, deviant, way.property(), nullptr, [&] { return way.has(deviant); }));
+    }
     return byName(*this, deviant, name, [&](auto const & property) { return has(deviant, property); });
 }
 

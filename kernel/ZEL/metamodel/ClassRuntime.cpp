@@ -22,6 +22,7 @@ void ClassRuntime::bind(ClassDescriptor const & descriptor, NSInterface::ClassIn
     }
     fMetaClass = metaClass;
     fDeviant = deviant;
+    fView = nullptr;
 }
 
 void ClassRuntime::unbind() noexcept {

@@ -7,7 +7,7 @@
 #include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/ElementIntf.h>
 #include <ZEL/metamodel/FactoryObject.h>
-#include <ZEL/metamodel/FieldValue.h>
+#include <ZEL/metamodel/FieldObject.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/ModelCore.h>
@@ -16,6 +16,10 @@
 #include <ZEL/sequences/Sequence.h>
 
 #include <algorithm>
+#include <cstring>
+#include <exception>
+#include <typeinfo>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -24,8 +28,15 @@ namespace {
 
 using Views = std::unordered_map<ObjectIntf const *, std::shared_ptr<MetaClassView const>>;
 
-/// Never freed: metamodels end after the statics of this library.
+// Never freed: metamodels end after the statics of this library.
+
 Views & keptViews() {
+    static auto & views = *new Views;
+    return views;
+}
+
+/// The last one of each class that was being changed when it was asked for.
+Views & passingViews() {
     static auto & views = *new Views;
     return views;
 }
@@ -60,8 +71,9 @@ bool isStorageOf(PropertyStorageIntf const * storage, PropertyDescriptor const &
         auto const * const many = dynamic_cast<MultiValuedPropertyManager const *>(storage);
         return many != nullptr && many->getter() == descriptor.many;
     }
-    auto const * const single = dynamic_cast<SingleValuedPropertyManager const *>(storage);
-    return single != nullptr && single->methods() == descriptor.single;
+    // Of just this class, since one derived from it may read in another way.
+    return storage != nullptr && typeid(*storage) == typeid(SingleValuedPropertyManager) &&
+           static_cast<SingleValuedPropertyManager const &>(*storage).methods() == descriptor.single;
 }
 
 PropertyDescriptor const * findDescriptor(ClassDescriptor const & owner, PropertyView const & property) {
@@ -88,6 +100,7 @@ ValueDescriptor const & persistenceValue() {
 }
 
 void findPlaces(ClassDescriptor const & owner, PropertyView & property) {
+    property.instances = &owner;
     property.descriptor = findDescriptor(owner, property);
     if (property.descriptor == nullptr) {
         return;
@@ -100,6 +113,36 @@ void findPlaces(ClassDescriptor const & owner, PropertyView & property) {
     } else if (property.descriptor == persistenceValue().property) {
         property.value = &persistenceValue();
     }
+    if (property.value != nullptr) {
+        property.box = boxerOf(property.descriptor->typeName);
+    }
+}
+
+template <class Number> std::uint64_t read(char const * text) noexcept {
+    Number number = 0;
+    std::memcpy(&number, text, sizeof(number));
+    return number;
+}
+
+/// Names of one class differ in their length, or near one of their ends.
+std::uint64_t homeOfName(std::string_view name) noexcept {
+    char const * const begin = name.data();
+    char const * const end = begin + name.size();
+    std::uint64_t key = name.size();
+    if (name.size() >= sizeof(std::uint64_t)) {
+        key += read<std::uint64_t>(begin) ^ mixed(read<std::uint64_t>(end - sizeof(std::uint64_t)));
+    } else if (name.size() >= sizeof(std::uint32_t)) {
+        key += read<std::uint32_t>(begin) << 32 ^ read<std::uint32_t>(end - sizeof(std::uint32_t)) << 8;
+    } else if (!name.empty()) {
+        key += read<std::uint8_t>(begin) << 16 ^ read<std::uint8_t>(end - 1) << 8;
+    }
+    return mixed(key) >> 32;
+}
+
+/// Whether nobody is changing the class as it is seen in the root.
+bool isSettled(ImmutableClass const & metaClass) {
+    Deviant const deviant = metaClass.getDeviant();
+    return deviant.isRootDeviant() && !deviant.isWithinTransaction();
 }
 
 } // namespace
@@ -157,13 +200,38 @@ MetaClassView::MetaClassView(ImmutableClass const & metaClass)
         if (fDescriptor != nullptr) {
             findPlaces(*fDescriptor, property);
         }
-        fByName.emplace(property.name, &property);
+        enter(property);
     }
 }
 
+void MetaClassView::enter(PropertyView const & property) {
+    std::string_view const name = property.name;
+    fByName.makeRoom(fProperties.size(), [](PropertyView const * other) { return homeOfName(other->name); });
+    PropertyView const *& slot =
+        fByName.find(homeOfName(name), [name](PropertyView const * other) { return other->name == name; });
+    if (slot == nullptr) { // of several with one name, the first one
+        slot = &property;
+    }
+    enter(bodyOf(property.property), property);
+    if (property.descriptor != nullptr && !property.isMany) {
+        enter(property.descriptor->single, property);
+    }
+}
+
+void MetaClassView::enter(void const * address, PropertyView const & property) {
+    fByAddress.makeRoom(2 * fProperties.size(), [](Addressed const & other) { return homeOf(other.address); });
+    Addressed & slot =
+        fByAddress.find(homeOf(address), [address](auto const & other) { return other.address == address; });
+    slot = {address, &property};
+}
+
 PropertyView const * MetaClassView::find(std::string_view name) const noexcept {
-    auto const found = fByName.find(name);
-    return found == fByName.end() ? nullptr : found->second;
+    if (fByName.size() == 0) {
+        return nullptr;
+    }
+    return fByName.find(homeOfName(name), [name](PropertyView const * other) {
+        return other->name.size() == name.size() && std::memcmp(other->name.data(), name.data(), name.size()) == 0;
+    });
 }
 
 PropertyView const * MetaClassView::find(PropertyView::Role role) const noexcept {
@@ -187,19 +255,15 @@ std::shared_ptr<MetaClassView const> MetaClassView::of(ImmutableClass const & me
     }
     auto const found = keptViews().find(bodyOf(metaClass));
     if (found != keptViews().end() && metaClass.getDeviant().isRootDeviant()) {
+        found->second->tellClass();
         return found->second;
     }
     auto view = std::make_shared<MetaClassView const>(metaClass);
     // What a named deviant or an open transaction shows is only for who asks now.
-    if (metaClass.getDeviant().isRootDeviant() && !metaClass.getDeviant().isWithinTransaction() &&
-        modelOf(bodyOf(metaClass)) != nullptr) {
-        for (ObjectIntf const * const body : view->fSuperClasses) {
-            noteViewed(body);
-        }
-        for (PropertyView const & property : view->properties()) {
-            noteViewed(property.typeBody);
-        }
+    if (isSettled(metaClass) && modelOf(bodyOf(metaClass)) != nullptr) {
+        view->noteSources();
         keptViews().insert_or_assign(bodyOf(metaClass), view);
+        view->tellClass();
     }
     return view;
 }
@@ -208,9 +272,62 @@ std::shared_ptr<MetaClassView const> MetaClassView::of(ClassDescriptor const & d
     return of(ImmutableClass(descriptor.runtime->metaClass(), descriptor.runtime->deviant()));
 }
 
+MetaClassView const * MetaClassView::kept(ClassDescriptor const & descriptor) {
+    if (MetaClassView const * const view = descriptor.runtime->view()) {
+        return view;
+    }
+    ImmutableClass const metaClass(descriptor.runtime->metaClass(), descriptor.runtime->deviant());
+    if (!metaClass.isValid() || !isSettled(metaClass)) {
+        return nullptr;
+    }
+    try {
+        static_cast<void>(of(metaClass));
+    } catch (std::exception const &) {
+        return nullptr;
+    }
+    return descriptor.runtime->view();
+}
+
+MetaClassView const & MetaClassView::ofInstance(ClassObjectIntf const & object) {
+    BodyCore const * const body = object.internal_body();
+    if (body == nullptr) {
+        raiseAnInternalError();
+    }
+    if (MetaClassView const * const view = body->internal_descriptor().runtime->view()) [[likely]] {
+        return *view;
+    }
+    std::shared_ptr<MetaClassView const> const view = of(body->internal_descriptor());
+    if (body->internal_descriptor().runtime->view() != view.get()) {
+        view->noteSources(); // so that it keeps none of their objects alive
+        passingViews().insert_or_assign(bodyOf(view->metaClass()), view);
+    }
+    return *view;
+}
+
+void MetaClassView::tellClass() const noexcept {
+    if (fDescriptor != nullptr && fDescriptor->runtime->metaClass() == fMetaClass.getImplementationWithoutAssert()) {
+        fDescriptor->runtime->setView(this);
+    }
+}
+
+void MetaClassView::noteSources() const {
+    for (ObjectIntf const * const body : fSuperClasses) {
+        noteViewed(body);
+    }
+    for (PropertyView const & property : fProperties) {
+        noteViewed(property.typeBody);
+    }
+}
+
 void MetaClassView::forget() noexcept {
+    for (auto const & [metaClass, view] : keptViews()) {
+        if (view->fDescriptor != nullptr) {
+            view->fDescriptor->runtime->setView(nullptr);
+        }
+    }
     // The handles in them may be the last on a body.
     Views const forgotten = std::exchange(keptViews(), Views());
+    Views const passed = std::exchange(passingViews(), Views());
 }
 
 // --- upwards ---------------------------------------------------------------------------------------------------------

@@ -24,13 +24,17 @@ HASP::any const & boxedAny(ImmutableObject const & object) {
     return static_cast<NSInterface::ValueObjectIntf const *>(value)->getAny();
 }
 
-NSInterface::ValueObjectIntf * box(BoxedTypeMemory & memory, HASP::any && value) {
+BoxedType * boxedType(BoxedTypeMemory & memory) {
     if (memory.generation != TypeInfoRegistry::generation()) [[unlikely]] {
         memory.type = TypeInfoRegistry::findBoxedType(memory.typeName());
         memory.generation = TypeInfoRegistry::generation();
     }
-    return memory.type == nullptr ? nullptr
-                                  : new NSImplementation::ValueObjectImpl(BoxedTypePtr(memory.type), std::move(value));
+    return memory.type;
+}
+
+NSInterface::ValueObjectIntf * box(BoxedTypeMemory & memory, HASP::any && value) {
+    BoxedType * const type = boxedType(memory);
+    return type == nullptr ? nullptr : new NSImplementation::ValueObjectImpl(BoxedTypePtr(type), std::move(value));
 }
 
 ImmutableObject metaDataType(std::string const & typeName) { return TypeInfoRegistry::getMetaTypeObject(typeName); }

@@ -30,6 +30,9 @@ struct BoxedTypeMemory {
     std::uint64_t generation = 0; ///< that of the registry when it was asked
 };
 
+/// Null if the type is not registered.
+[[nodiscard]] ZEL_API BoxedType * boxedType(BoxedTypeMemory & memory);
+
 /// A new value object without a count, which the first handle takes; null if the type is not registered.
 [[nodiscard]] ZEL_API NSInterface::ValueObjectIntf * box(BoxedTypeMemory & memory, HASP::any && value);
 

@@ -5,6 +5,8 @@
 #include <ZEL/values/BoxedType.h>
 #include <ZEL/values/ValueObjectIntf.h>
 
+#include <utility>
+
 namespace ZEL::NSImplementation {
 
 /// Body of a boxed value: immutable, counted, without states. What the state protocol asks for is the body itself.
@@ -14,6 +16,10 @@ class ZEL_API ValueObjectImpl final : public virtual NSInterface::ValueObjectInt
 public:
     /// A value of the type, which is not checked and not null.
     ValueObjectImpl(internal::BoxedTypePtr type, HASP::any && value);
+    /// A `T` made of the arguments.
+    template <class T, class... Arguments>
+    ValueObjectImpl(internal::BoxedTypePtr type, std::in_place_type_t<T> value, Arguments &&... arguments)
+        : fType(std::move(type)), fValue(value, std::forward<Arguments>(arguments)...) {}
     /// The same with a type of its own. `metaType` may be null.
     ValueObjectImpl(HASP::TypeInfo type, ImmutableObject metaType, HASP::any value);
     ~ValueObjectImpl() override;

@@ -3,6 +3,7 @@
 #include "support/Items.h"
 #include "support/SampleModel.h"
 
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/sequences/Sequence.h>
 
@@ -65,9 +66,28 @@ void getByName(State & state) {
     readInTurn(state, [&](ImmutableProperty const & object) { benchmark::DoNotOptimize(object.getOne(name)); });
 }
 
+void viewInTurn(State & state) {
+    readInTurn(state, [](ImmutableProperty const & object) { benchmark::DoNotOptimize(object.getNameView()); });
+}
+
+void readByProperty(State & state) {
+    auto const view = ZEL::MetaClassView::of(ZEL::Property::MetaClass());
+    ZEL::PropertyView const & name = *view->find("name");
+    readInTurn(state, [&](ImmutableProperty const & object) { benchmark::DoNotOptimize(name.textOf(object)); });
+}
+
+void readByName(State & state) {
+    readInTurn(state, [](ImmutableProperty const & object) {
+        benchmark::DoNotOptimize(ZEL::MetaClassView::ofInstance(object).find("name")->textOf(object));
+    });
+}
+
 BENCHMARK(getInTurn)->Apply(forSizesAndOthers);
+BENCHMARK(viewInTurn)->Apply(forSizesAndOthers);
 BENCHMARK(getByProperty)->Apply(forSizesAndOthers);
 BENCHMARK(getByName)->Apply(forSizesAndOthers);
+BENCHMARK(readByProperty)->Apply(forSizesAndOthers);
+BENCHMARK(readByName)->Apply(forSizesAndOthers);
 BENCHMARK(readInTurnLimit)->Apply(forSizes);
 
 /// Every object of a tree once, through the contents of each.

@@ -8,6 +8,7 @@
 #include <ZEL/deviants/Deviant.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/serializer/reader/XmiReader.h>
@@ -97,6 +98,7 @@ private:
 
     void measureGet(Made const & sample, std::string const & suffix) {
         measureEach("get" + suffix, sample, [](auto const & object) { return object.getName().size() != 0; });
+        measureEach("get_view" + suffix, sample, [](auto const & object) { return !object.getNameView().empty(); });
     }
 
     void measureReflection(Made const & sample) {
@@ -104,6 +106,11 @@ private:
         ZEL::ImmutableProperty const property(sample.top.getMetaClass().getProperty(name));
         measureEach("get_by_property", sample, [&](auto const & object) { return object.getOne(property).isValid(); });
         measureEach("get_by_name", sample, [&](auto const & object) { return object.getOne(name).isValid(); });
+        ZEL::PropertyView const & view = *ZEL::MetaClassView::ofInstance(sample.objects.front()).find("name");
+        measureEach("read_by_property", sample, [&](auto const & object) { return !view.textOf(object).empty(); });
+        measureEach("read_by_name", sample, [](auto const & object) {
+            return !ZEL::MetaClassView::ofInstance(object).find("name")->textOf(object).empty();
+        });
     }
 
     void measureWalks(Made const & sample) {

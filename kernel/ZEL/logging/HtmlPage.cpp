@@ -47,8 +47,9 @@ function toggleDisplay(el) {
 } // namespace
 
 std::string prologue(std::string const & title) {
-    return std::string(beforeNamespace) + HASP::XmlConstants::XHTML_NS_URI + "\">\n<head>\n<title>" + title +
-           "</title>\n";
+    std::string text(beforeNamespace);
+    text.append(HASP::XmlConstants::XHTML_NS_URI).append("\">\n<head>\n<title>").append(title).append("</title>\n");
+    return text;
 }
 
 std::string_view script() noexcept { return scriptText; }

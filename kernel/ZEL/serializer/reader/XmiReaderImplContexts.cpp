@@ -24,7 +24,7 @@ std::string labelOf(QualifiedName name) {
 
 /// Whether the namespace is that of a version of XMI.
 bool isXmiNamespace(std::string_view uri) {
-    static std::string const earlier = std::string(OMG_SCHEMA_BASE) + "/spec/XMI/";
+    static std::string const earlier = std::string(OMG_SCHEMA_BASE).append("/spec/XMI/");
     return uri.starts_with(earlier) || uri.starts_with("http://www.omg.org/spec/XMI/") ||
            uri == "http://www.omg.org/XMI";
 }

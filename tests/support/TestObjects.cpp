@@ -199,7 +199,7 @@ void Subject::set(Deviant deviant, int value) const {
 void Subject::setContainer(Deviant deviant, Subject container) const {
     ObjectIntf * const state = fBody->getWriteDeviant(deviant);
     if (package() != nullptr) {
-        state->internal_state()->containerZEL = container;
+        state->internal_state()->setContainer(container);
     } else {
         asThingState(state).container = container;
     }

@@ -16,6 +16,7 @@ void OpenTransaction::begin(std::string const & name, std::int32_t level) {
         fChanges.changeLevel = level;
         fRefusedBy = nullptr;
         fIsWithin = true;
+        fIsKnownToBodies = true;
     }
     setDepth(fDepth + 1);
 }

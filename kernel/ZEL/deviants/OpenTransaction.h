@@ -43,20 +43,17 @@ public:
     [[nodiscard]] StateMap const & savedStates() const noexcept { return fChanges.states; }
     /// Saves `state`, null as `FallbackToRoot`, and returns what was saved before, which then belongs to the caller.
     [[nodiscard]] StateMap::State save(StateMap::Key object, StateMap::State state) {
+        fIsKnownToBodies = false;
         return fChanges.states.set(object, orFallback(state));
     }
     /// Saves over what was saved before, and destroys that.
     void saveOver(StateMap::Key object, StateMap::State state);
-    /// Saves what `copy()` returns, unless a state is saved already; says whether it has. It makes room before the
-    /// copy, which nobody else owns.
-    template <class Copy> bool saveOnce(StateMap::Key object, Copy copy) {
-        if (fChanges.states.get(object) != nullptr) {
-            return false;
-        }
-        fChanges.states.makeRoom(1);
-        static_cast<void>(save(object, copy()));
-        return true;
-    }
+    /// Saves the first state of an object, whose body keeps the number of the transaction then.
+    void saveKnown(StateMap::Key object, StateMap::State state) { fChanges.states.add(object, orFallback(state)); }
+    /// Whether all was saved by `saveKnown`: in the root, what is saved then are the states of those bodies alone that
+    /// have the number of the transaction.
+    [[nodiscard]] bool isKnownToBodies() const noexcept { return fIsKnownToBodies; }
+    [[nodiscard]] std::uint64_t number() const noexcept { return fIdentity.openTransaction; }
     /// Gives the objects their saved states again, which then are saved no more. Needs no memory.
     void putBackSavedStates() noexcept;
 
@@ -70,6 +67,7 @@ private:
     DeviantIdentity & fIdentity;
     std::int32_t fDepth = 0;
     bool fIsWithin = false;
+    bool fIsKnownToBodies = true;
     ChangeSet fChanges;
     ListenerBase * fRefusedBy = nullptr;
 };

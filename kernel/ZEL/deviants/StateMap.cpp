@@ -128,11 +128,15 @@ StateMap::State StateMap::set(Key key, State state) {
     if (found != kNone) {
         return std::exchange(data()[found].state, state);
     }
+    add(key, state);
+    return nullptr;
+}
+
+void StateMap::add(Key key, State state) {
     append(key, state);
     if (key != fUncounted) {
         bodyOf(key).incRef();
     }
-    return nullptr;
 }
 
 void StateMap::makeRoom(std::size_t more) {

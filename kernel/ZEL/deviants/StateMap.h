@@ -72,6 +72,8 @@ public:
     /// Stores `state` and returns the former one, which now belongs to the caller. A new key for which there is no
     /// memory leaves the map as it was.
     [[nodiscard]] State set(Key key, State state);
+    /// The same for a key that the caller knows not to be in the map, which need not be searched for it.
+    void add(Key key, State state);
     /// Returns the state that stood there, which now belongs to the caller, or null.
     [[nodiscard]] State erase(Key key);
     /// Drops all entries; leaves the states alone.

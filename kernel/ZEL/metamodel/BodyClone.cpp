@@ -42,20 +42,22 @@ ObjectIntf * referenceFor(ObjectIntf * target, FieldDescriptor const & field, Bo
     return target;
 }
 
-void copyReferences(BodyCore & copy, CloneMap const & copies) {
+/// `targets` is room to work in, which the copies share.
+void copyReferences(BodyCore & copy, CloneMap const & copies, std::vector<void *> & targets) {
     StateCore & state = *copy.writeState(copies.deviant());
     for (FieldDescriptor const & field : copy.internal_descriptor().fields) {
         if (field.sequence == nullptr) {
-            ObjectIntf * const target = field.get(state);
-            field.set(state, nullptr);
-            field.set(state, referenceFor(target, field, copy, copies));
+            if (ObjectIntf * const target = field.get(state)) {
+                field.set(state, nullptr);
+                field.set(state, referenceFor(target, field, copy, copies));
+            }
             continue;
         }
         PersistentSequence const originals = readSequence(field, state);
         if (originals.empty()) {
             continue;
         }
-        std::vector<void *> targets;
+        targets.clear();
         originals.forEach([&](void * original) {
             if (ObjectIntf * const target = referenceFor(static_cast<ObjectIntf *>(original), field, copy, copies)) {
                 targets.push_back(target);
@@ -80,26 +82,35 @@ ClassObject BodyCore::clone(Deviant deviant, ClassObject const & target) {
 
 void BodyCore::internal_cloneContents(Deviant deviant, CloneMap & copies) {
     Deviant const target = copies.deviant();
-    for (ClassObjectIntf * const original : collectSubtree(*this, deviant)) {
+    std::vector<ClassObjectIntf *> const originals = collectSubtree(*this, deviant);
+    copies.makeRoom(originals.size());
+    // What one object contains comes together.
+    ClassObjectIntf const * lastContainer = nullptr;
+    BodyCore * container = nullptr;
+    for (ClassObjectIntf * const original : originals) {
         BodyCore const & source = *original->internal_body();
+        StateCore const & sourceState = *source.readState(deviant);
         ClassDescriptor const & descriptor = source.internal_descriptor();
-        BodyCore & copy = createObject(copies.model(), target, descriptor);
+        BodyCore & copy = createUnplaced(copies.model(), target, descriptor, copies.model().nextId());
         copies.add(original, &copy);
+        if (original != this && sourceState.container() != lastContainer) {
+            lastContainer = sourceState.container();
+            container = copies.copyOf(lastContainer);
+        }
         StateCore & state = *copy.writeState(target);
-        descriptor.assignState(state, *source.readState(deviant));
-        state.modelZEL = &copies.model();
-        BodyCore * const container =
-            original == this ? nullptr : copies.copyOf(source.readState(deviant)->containerZEL);
-        state.containerZEL = container;
-        if (container != nullptr) {
-            eraseUnparented(copy, target);
+        descriptor.assignState(state, sourceState);
+        state.setContainer(container);
+        state.setModel(&copies.model());
+        if (container == nullptr) {
+            addNewUnparented(copy, target);
         }
     }
 }
 
 void BodyCore::internal_cloneReferences(Deviant, CloneMap & copies) {
+    std::vector<void *> targets;
     for (auto const & entry : copies.copies()) {
-        copyReferences(*entry.value, copies);
+        copyReferences(*entry.value, copies, targets);
     }
 }
 

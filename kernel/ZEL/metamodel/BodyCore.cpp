@@ -34,7 +34,7 @@ DeviantAssertions assertionsOf(Deviant deviant) { return DeviantAssertions(devia
 } // namespace
 
 void BodyCore::dropRootState() noexcept {
-    if ((fBits & kRealRootState) != 0) {
+    if (fHasRealRootState) {
         delete fRootState;
     }
 }
@@ -75,7 +75,7 @@ ObjectIntf * BodyCore::internal_getDeviation(Deviant deviant) const {
     if (deviant.getDeviantId() != 0) {
         return deviant.getStateOfObject(this);
     }
-    if ((fBits & kRealRootState) != 0) {
+    if (fHasRealRootState) {
         return fRootState;
     }
     return sentinel(static_cast<void *>(fRootState));
@@ -91,11 +91,11 @@ void BodyCore::setRootState(ObjectIntf * state) const noexcept {
     forgetViews();
     if (Deviant::isRealState(state)) {
         fRootState = state->internal_state();
-        fBits |= kRealRootState;
+        fHasRealRootState = true;
     } else {
         // A sentinel is an address and no object: it passes through without a conversion.
         fRootState = static_cast<StateCore *>(static_cast<void *>(state));
-        fBits &= ~kRealRootState;
+        fHasRealRootState = false;
     }
 }
 
@@ -139,7 +139,7 @@ bool BodyCore::deviant_isValid(Deviant deviant) const {
 StateCore * BodyCore::readStateSlowly(Deviant deviant) const {
     checkAccess(deviant);
     ObjectIntf * state = nullptr;
-    if (deviant.getDeviantId() <= 0 || (fBits & kHasDeviantEntries) != 0) {
+    if (deviant.getDeviantId() <= 0 || fHasDeviantEntries) {
         state = internal_getDeviation(deviant);
     }
     if (!isStated(state)) {
@@ -176,7 +176,7 @@ StateCore * BodyCore::writeStateSlowly(Deviant deviant) const {
     if (deviant.getDeviantId() == 0) {
         setRootState(own.get());
     } else {
-        fBits |= kHasDeviantEntries;
+        fHasDeviantEntries = true;
         static_cast<void>(deviant.setStateOfObject(this, own.get()));
     }
     return own.release()->internal_state();
@@ -187,9 +187,31 @@ void BodyCore::saveOldState(Deviant deviant, ObjectIntf * present) const {
     if (impl == nullptr || !impl->savesOldStates()) {
         return;
     }
-    impl->transaction().saveOnce(this, [&] { return copyState(present); });
-    if (impl->isRoot()) {
-        fSavedIn = deviant.getIdentity()->openTransaction;
+    if (!hasSavedState(*impl)) {
+        save(*impl, copyState(present));
+    }
+    noteSaved(*impl);
+}
+
+bool BodyCore::hasSavedState(DeviantImpl & deviant) const {
+    OpenTransaction & transaction = deviant.transaction();
+    // Most writes are the first to their object, and need not search among all that the transaction has saved.
+    bool const isKnownNot = deviant.isRoot() && transaction.isKnownToBodies() && fSavedIn != transaction.number();
+    if (!isKnownNot && transaction.savedStates().get(this) != nullptr) {
+        return true;
+    }
+    transaction.savedStates().makeRoom(1);
+    return false;
+}
+
+void BodyCore::save(DeviantImpl & deviant, ObjectIntf * state) const {
+    deviant.transaction().saveKnown(this, state);
+    noteSaved(deviant);
+}
+
+void BodyCore::noteSaved(DeviantImpl const & deviant) const noexcept {
+    if (deviant.isRoot()) {
+        fSavedIn = deviant.transaction().number() & kGreatestTransaction;
     }
 }
 
@@ -210,7 +232,7 @@ void BodyCore::deviant_destroyState(ObjectIntf * state) {
 }
 
 void BodyCore::deviant_markModelDestroyed() {
-    if ((fBits & kRealRootState) != 0) {
+    if (fHasRealRootState) {
         delete fRootState;
     }
     setRootState(sentinel(Deviant::ModelDestroyed));
@@ -233,7 +255,7 @@ void BodyCore::deviant_commitTransientState(Deviant deviant) {
             return;
         }
         if (!isStated(other.getStateOfObject(this))) {
-            fBits |= kHasDeviantEntries;
+            fHasDeviantEntries = true;
             other.getImpl()->states().makeRoom(1); // before the copy, which nobody else owns
             static_cast<void>(other.setStateOfObject(this, copyState(old)));
         }
@@ -252,7 +274,7 @@ void BodyCore::internal_setDeviation(Deviant deviant, ObjectIntf * state) {
     if (deviant.getDeviantId() == 0) {
         setRootState(state);
     } else {
-        fBits |= kHasDeviantEntries;
+        fHasDeviantEntries = true;
         static_cast<void>(deviant.setStateOfObject(this, state));
     }
     deviant_destroyState(present);
@@ -282,7 +304,7 @@ StateCore * BodyCore::createRootDeviation(Deviant deviant) const {
 
 StateCore * BodyCore::createDeviation(Deviant) const { return internal_descriptor().createState(); }
 
-ClassObjectIntf const * BodyCore::internal_container(Deviant deviant) const { return readState(deviant)->containerZEL; }
+ClassObjectIntf const * BodyCore::internal_container(Deviant deviant) const { return readState(deviant)->container(); }
 
 void BodyCore::internal_noteElement(ObjectIntf * element) const {
     BodyCore * const held = element == nullptr ? nullptr : element->internal_body();
@@ -317,16 +339,16 @@ void BodyCore::setId(Deviant, Integer const & id) {
 
 Integer BodyCore::getId(Deviant) const { return Integer(fId); }
 
-Boolean BodyCore::hasModelZEL(Deviant deviant) const { return Boolean(readState(deviant)->modelZEL != nullptr); }
+Boolean BodyCore::hasModelZEL(Deviant deviant) const { return Boolean(readState(deviant)->hasModel()); }
 
-Model BodyCore::getModelZEL(Deviant deviant) const { return Model(readState(deviant)->modelZEL, deviant); }
-
-Boolean BodyCore::hasContainerZEL(Deviant deviant) const {
-    return Boolean(readState(deviant)->containerZEL != nullptr);
+Model BodyCore::getModelZEL(Deviant deviant) const {
+    return Model(readState(deviant)->hasModel() ? fModel : nullptr, deviant);
 }
 
+Boolean BodyCore::hasContainerZEL(Deviant deviant) const { return Boolean(readState(deviant)->container() != nullptr); }
+
 ClassObject BodyCore::getContainerZEL(Deviant deviant) const {
-    return ClassObject(readState(deviant)->containerZEL, deviant);
+    return ClassObject(readState(deviant)->container(), deviant);
 }
 
 } // namespace ZEL::internal

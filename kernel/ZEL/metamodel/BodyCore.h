@@ -9,6 +9,7 @@
 
 namespace ZEL::internal {
 
+class DeviantImpl;
 class ModelCore;
 
 /// First, not shared base of every generated body: identity, count, the state in the root deviant, and the whole state
@@ -78,13 +79,13 @@ public:
     /// The state to read, by the rules of `getReadDeviant`.
     [[nodiscard]] StateCore * readState(Deviant deviant) const {
         DeviantIdentity const * const identity = deviant.getIdentity();
-        if ((fBits & kRealRootState) != 0 && (identity == nullptr || identity->kind == DeviantIdentity::Kind::LiveRoot))
+        if (fHasRealRootState && (identity == nullptr || identity->kind == DeviantIdentity::Kind::LiveRoot))
             [[likely]] {
             return fRootState;
         }
         // A deviant that has no word on the object, beside a root that keeps no old states.
-        if ((fBits & (kRealRootState | kHasDeviantEntries)) == kRealRootState &&
-            identity->kind == DeviantIdentity::Kind::LiveNamed && !identity->root->savedStatesVisible) {
+        if (fHasRealRootState && !fHasDeviantEntries && identity->kind == DeviantIdentity::Kind::LiveNamed &&
+            !identity->root->savedStatesVisible) {
             return fRootState;
         }
         return readStateSlowly(deviant);
@@ -93,7 +94,7 @@ public:
     [[nodiscard]] StateCore * writeState(Deviant deviant) const {
         DeviantIdentity const * const identity = deviant.getIdentity();
         if (identity != nullptr && identity->openTransaction == fSavedIn && fSavedIn != 0 &&
-            identity->kind == DeviantIdentity::Kind::LiveRoot && (fBits & kRealRootState) != 0) [[likely]] {
+            identity->kind == DeviantIdentity::Kind::LiveRoot && fHasRealRootState) [[likely]] {
             return fRootState;
         }
         return writeStateSlowly(deviant);
@@ -126,15 +127,17 @@ protected:
 private:
     friend class ModelCore;
 
-    static constexpr std::uint32_t kRealRootState = 1;
-    static constexpr std::uint32_t kHasDeviantEntries = 2; ///< some deviant may hold an entry of its own
-
     [[nodiscard]] StateCore * readStateSlowly(Deviant deviant) const;
     [[nodiscard]] StateCore * writeStateSlowly(Deviant deviant) const;
     /// The root's state as other deviants see it: the one before a running root transaction.
     [[nodiscard]] ObjectIntf * readStateFromRoot(Deviant deviant) const;
     [[nodiscard]] ObjectIntf * copyState(ObjectIntf * state) const;
     void saveOldState(Deviant deviant, ObjectIntf * present) const;
+    /// Whether the open transaction of `deviant` has saved a state of the object. If not, it has room for one.
+    [[nodiscard]] bool hasSavedState(DeviantImpl & deviant) const;
+    /// Saves `state` there, which then belongs to the transaction.
+    void save(DeviantImpl & deviant, ObjectIntf * state) const;
+    void noteSaved(DeviantImpl const & deviant) const noexcept;
     void destroyState(Deviant deviant);
     void checkWritable(Deviant deviant) const;
     void setRootState(ObjectIntf * state) const noexcept;
@@ -143,12 +146,16 @@ private:
     /// The state of the object is about to change, or has.
     void forgetViews() const noexcept;
 
+    static constexpr std::uint64_t kGreatestTransaction = ~std::uint64_t{0} >> 2;
+
     mutable StateCore * fRootState = nullptr;
     ModelCore * fModel = nullptr;
-    mutable std::uint64_t fSavedIn = 0; ///< number of the root transaction in which the old state was saved last
+    /// Number of the root transaction in which the old state was saved last.
+    mutable std::uint64_t fSavedIn : 62 = 0;
+    mutable bool fHasRealRootState : 1 = false;
+    mutable bool fHasDeviantEntries : 1 = false; ///< some deviant may hold an entry of its own
     std::int32_t fId = -1;
     std::int32_t fRefCount = 0;
-    mutable std::uint32_t fBits = 0;
 };
 
 } // namespace ZEL::internal

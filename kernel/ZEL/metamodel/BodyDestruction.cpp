@@ -70,7 +70,7 @@ void BodyCore::destroy(Deviant deviant) {
         return;
     }
     checkWritable(deviant);
-    if (readState(deviant)->modelZEL == nullptr) {
+    if (!readState(deviant)->hasModel()) {
         raiseNullReference();
     }
     internal_unlinkForDestroy(deviant);
@@ -102,16 +102,16 @@ void BodyCore::destroyState(Deviant deviant) {
     ObjectIntf * const present = internal_getDeviation(deviant);
     DeviantImpl * const impl = deviant.getImpl();
     // The present state moves into the change set as it is, unless an older one is there.
-    if (impl == nullptr || !impl->savesOldStates() || !impl->transaction().saveOnce(this, [&] { return present; })) {
+    if (impl == nullptr || !impl->savesOldStates() || hasSavedState(*impl)) {
         internal_destroyDeviation(deviant);
         return;
     }
+    save(*impl, present);
     auto * const invalid = static_cast<ObjectIntf *>(Deviant::InvalidObject);
     if (deviant.getDeviantId() == 0) {
         setRootState(invalid);
-        fSavedIn = deviant.getIdentity()->openTransaction;
     } else {
-        fBits |= kHasDeviantEntries;
+        fHasDeviantEntries = true;
         static_cast<void>(deviant.setStateOfObject(this, invalid));
     }
 }

@@ -7,15 +7,17 @@
 #include <ZEL/metamodel/ContaineeSequence.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/PropertySupport.h>
 
 namespace ZEL::NSInterface {
 
 namespace {
 
-/// The model of an object as stored in its state, null if it has none.
+/// The model of an object as its state has it, null if it has none.
 ModelIntf * storedModel(ClassObjectIntf const & object, Deviant deviant) {
-    return object.internal_body()->readState(deviant)->modelZEL;
+    internal::BodyCore const & body = *object.internal_body();
+    return body.readState(deviant)->hasModel() ? body.internal_model() : nullptr;
 }
 
 bool isModelAlive(ModelIntf const * model, Deviant deviant) {

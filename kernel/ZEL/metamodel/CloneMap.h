@@ -4,6 +4,8 @@
 #include <ZEL/deviants/ObjectIntf.h>
 #include <ZEL/metamodel/PointerMap.h>
 
+#include <cstddef>
+
 namespace ZEL::internal {
 
 class BodyCore;
@@ -16,6 +18,7 @@ public:
 
     [[nodiscard]] ModelCore & model() const noexcept { return fModel; }
     [[nodiscard]] Deviant deviant() const noexcept { return fDeviant; }
+    void makeRoom(std::size_t more) { fCopies.makeRoom(more); }
     void add(ObjectIntf const * original, BodyCore * copy) { fCopies.add(original, copy); }
     /// Null if there is none.
     [[nodiscard]] BodyCore * copyOf(ObjectIntf const * original) const {

@@ -3,7 +3,7 @@
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/FactoryObjectIntf.h>
-#include <ZEL/metamodel/ModelIntf.h>
+#include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/PointerMap.h>
 #include <ZEL/sequences/PersistentSequence.h>
 
@@ -27,8 +27,9 @@ ClassDescriptor const & classOf(ClassObjectIntf const & object) {
     return object.internal_body()->internal_descriptor();
 }
 
-NSInterface::ModelIntf & modelOf(ClassObjectIntf & object, Deviant deviant) {
-    NSInterface::ModelIntf * const model = stateToRead(object, deviant).modelZEL;
+ModelCore & modelOf(ClassObjectIntf & object, Deviant deviant) {
+    BodyCore const & body = *object.internal_body();
+    ModelCore * const model = body.readState(deviant)->hasModel() ? body.internal_model() : nullptr;
     if (model == nullptr) {
         raiseNullReference();
     }
@@ -50,12 +51,12 @@ bool holds(FieldDescriptor const & field, StateCore const & state, ObjectIntf co
     return field.sequence != nullptr ? readSequence(field, state).contains(&element) : field.get(state) == &element;
 }
 
-PersistentSequence const & unparentedOf(NSInterface::ModelIntf & model, Deviant deviant) {
-    return readSequence(unparentedField(classOf(model)), stateToRead(model, deviant));
+PersistentSequence const & unparentedOf(ModelCore const & model, Deviant deviant) {
+    return readSequence(unparentedField(model.internal_descriptor()), *model.readState(deviant));
 }
 
-PersistentSequence & unparentedToWrite(NSInterface::ModelIntf & model, Deviant deviant) {
-    return unparentedField(classOf(model)).sequence(stateToWrite(model, deviant));
+PersistentSequence & unparentedToWrite(ModelCore const & model, Deviant deviant) {
+    return unparentedField(model.internal_descriptor()).sequence(*model.writeState(deviant));
 }
 
 } // namespace
@@ -117,7 +118,7 @@ void unparentDisplaced(ClassObjectIntf const & container, Deviant deviant, Class
     if (!displaced.deviant_isValid(deviant)) {
         return;
     }
-    ClassObjectIntf const * const present = stateToRead(displaced, deviant).containerZEL;
+    ClassObjectIntf const * const present = stateToRead(displaced, deviant).container();
     if (present == nullptr || present == &container) {
         displaced.removeOnlyContainerZEL(deviant);
     }
@@ -205,9 +206,9 @@ std::vector<ClassObjectIntf *> modelRoots(ClassObjectIntf & object, Deviant devi
 }
 
 void addUnparented(ClassObjectIntf & object, Deviant deviant) {
-    NSInterface::ModelIntf & model = modelOf(object, deviant);
+    ModelCore const & model = modelOf(object, deviant);
     ObjectIntf * const added = &object;
-    if (static_cast<ObjectIntf *>(&model) != added && !unparentedOf(model, deviant).contains(added)) {
+    if (object.internal_body() != &model && !unparentedOf(model, deviant).contains(added)) {
         unparentedToWrite(model, deviant).push_back(added);
     }
 }
@@ -217,7 +218,7 @@ void addNewUnparented(ClassObjectIntf & object, Deviant deviant) {
 }
 
 void eraseUnparented(ClassObjectIntf & object, Deviant deviant) {
-    NSInterface::ModelIntf & model = modelOf(object, deviant);
+    ModelCore const & model = modelOf(object, deviant);
     ObjectIntf const * const erased = &object;
     if (unparentedOf(model, deviant).contains(erased)) {
         unparentedToWrite(model, deviant).erase(erased);
@@ -230,7 +231,7 @@ void attachToOwner(ClassObjectIntf & owner, Deviant deviant, PropertyDescriptor 
     if (field == nullptr) {
         field = acceptingField(owner, element); // where the push on a derived list ends
     }
-    if (stateToRead(element, deviant).containerZEL != &owner) {
+    if (stateToRead(element, deviant).container() != &owner) {
         element.setOnlyContainerZEL(deviant, ClassObject(&owner, deviant));
     } else if (field == nullptr || !holds(*field, stateToRead(owner, deviant), element)) {
         eraseContainee(owner, deviant, element);

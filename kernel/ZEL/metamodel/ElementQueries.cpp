@@ -101,11 +101,11 @@ void ClassObjectOperations::removeSiid(Deviant) { internal::raiseNotRemovable("s
 // --- models ----------------------------------------------------------------------------------------------------------
 
 Boolean ClassObjectOperations::hasModelZEL(Deviant deviant) const {
-    return Boolean(internal::coreToRead(*this, deviant).modelZEL != nullptr);
+    return Boolean(internal::coreToRead(*this, deviant).hasModel());
 }
 
 Model ClassObjectOperations::getModelZEL(Deviant deviant) const {
-    return Model(internal::coreToRead(*this, deviant).modelZEL, deviant);
+    return Model(internal::coreToRead(*this, deviant).model(), deviant);
 }
 
 void ClassObjectOperations::setModelZEL(Deviant deviant, Model const & model) { setOnlyModelZEL(deviant, model); }
@@ -118,13 +118,13 @@ void ClassObjectOperations::setOnlyModelZEL(Deviant deviant, Model const & model
     if (body != nullptr && value != nullptr && value->internal_body() != body->internal_model()) {
         raiseAnInternalError(); // an object never leaves the model that has made it
     }
-    if (internal::coreToRead(*this, deviant).modelZEL != value) {
-        internal::coreToWrite(*this, deviant).modelZEL = value;
+    if (internal::coreToRead(*this, deviant).model() != value) {
+        internal::coreToWrite(*this, deviant).setModel(value);
     }
 }
 
 void ClassObjectOperations::removeOnlyModelZEL(Deviant deviant) {
-    internal::coreToWrite(*this, deviant).modelZEL = nullptr;
+    internal::coreToWrite(*this, deviant).setModel(nullptr);
 }
 
 Boolean ClassObjectOperations::hasRootModel(Deviant deviant) const { return Boolean(getRootModel(deviant).isValid()); }

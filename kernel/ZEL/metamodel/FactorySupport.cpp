@@ -18,33 +18,31 @@ namespace ZEL::internal {
 
 ModelCore & modelOfFactory(ClassObjectIntf & factory, Deviant deviant) {
     DeviantAssertions const assertions(deviant.getImpl());
-    NSInterface::ModelIntf * const model = factory.internal_body()->readState(deviant)->modelZEL;
+    BodyCore const & body = *factory.internal_body();
+    bool const hasModel = body.readState(deviant)->hasModel();
     assertions.assertWritable(&factory);
-    if (model == nullptr) {
+    if (!hasModel) {
         raiseNullReference();
     }
-    return *factory.internal_body()->internal_model();
+    return *body.internal_model();
 }
 
 BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor) {
     return createObject(model, deviant, descriptor, model.nextId());
 }
 
-BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor, std::int32_t id) {
+BodyCore & createUnplaced(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor, std::int32_t id) {
     DeviantAssertions(deviant.getImpl()).assertWritable(&model);
     model.checkId(deviant, id, descriptor);
     if (id < 1 || id == model.internal_id()) {
         raiseInternalError("Internal id value overflow!");
     }
     static_cast<void>(model.readState(deviant)); // throws while there is nothing to undo
-    BodyCore & body = *descriptor.createBody();
-    model.adoptNumbered(body);
-    ClassObject const object(&body, deviant);
-    deviant.markObjectCreated(&body);
-    ModelCore::noteCreated(body, deviant);
-    body.internal_createDeviation(deviant);
-    model.setObjectId(deviant, object, Integer(id));
-    body.readState(deviant)->modelZEL = &model;
+    return model.create(deviant, descriptor, id);
+}
+
+BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor, std::int32_t id) {
+    BodyCore & body = createUnplaced(model, deviant, descriptor, id);
     addNewUnparented(body, deviant);
     return body;
 }
@@ -79,7 +77,7 @@ FactoryObject createFactory(Model const & model, ClassDescriptor const & factory
     owner.adopt(body);
     body.internal_createDeviation(root);
     StateCore & state = *body.readState(root);
-    state.modelZEL = &owner;
+    state.setModel(&owner);
     // A factory names its model where the class of the link admits it: a profile's factory works in any model.
     for (FieldDescriptor const & field : factoryClass.fields) {
         if (field.set != nullptr && field.property->typeClass != nullptr &&

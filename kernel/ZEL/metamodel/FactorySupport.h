@@ -16,6 +16,10 @@ ZEL_API BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescrip
 ZEL_API BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor,
                                 std::int32_t id);
 
+/// The same for an object that the caller places, in a container or among the unparented ones.
+[[nodiscard]] ZEL_API BodyCore & createUnplaced(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor,
+                                                std::int32_t id);
+
 /// The model in which `factory` creates, seen in `deviant`.
 ZEL_API ModelCore & modelOfFactory(ClassObjectIntf & factory, Deviant deviant);
 

@@ -91,7 +91,7 @@ PropertyDescriptor const * findDescriptor(ClassDescriptor const & owner, Propert
     return nullptr;
 }
 
-/// All states have it, in a few bits of their common part.
+/// All states can have it, and keep it where only they find it.
 ValueDescriptor const & persistenceValue() {
     static ValueDescriptor const value{&NSInterface::ElementIntf::persistenceProperty(), [](StateCore const & state) {
                                            return FieldValue::ofLiteral(state.persistence() != 0, state.persistence());

@@ -1,6 +1,7 @@
 #include <ZEL/Integer.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/base/GiveBackCount.h>
+#include <ZEL/deviants/DeviantImpl.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/ClassRuntime.h>
@@ -72,9 +73,35 @@ void ModelCore::adopt(BodyCore & body) {
     body.fModel = this;
 }
 
-void ModelCore::noteCreated(BodyCore & body, Deviant deviant) noexcept {
-    if (deviant.getDeviantId() == 0 && deviant.hasUndoStack()) {
-        body.fSavedIn = deviant.getIdentity()->openTransaction;
+BodyCore & ModelCore::create(Deviant deviant, ClassDescriptor const & descriptor, std::int32_t id) {
+    BodyCore & body = *descriptor.createBody();
+    body.fModel = this;
+    ClassObject const object(&body, deviant); // so that the body goes if anything fails
+    markCreated(body, deviant);
+    if (deviant.getDeviantId() == 0) {
+        body.setRootState(body.createRootDeviation(deviant));
+    } else {
+        body.internal_createDeviation(deviant);
+    }
+    enter(id, body);
+    giveNumber(body, id);
+    body.readState(deviant)->setModel(this);
+    return body;
+}
+
+bool ModelCore::isAlone(DeviantImpl const & deviant) const noexcept {
+    return deviant.isRoot() && fManager.internal_namedDeviants().empty() && !fManager.internal_hasNullEntries();
+}
+
+void ModelCore::markCreated(BodyCore & body, Deviant deviant) {
+    DeviantImpl * const impl = deviant.getImpl();
+    if (impl != nullptr && impl->savesOldStates() && isAlone(*impl)) {
+        body.save(*impl, static_cast<ObjectIntf *>(Deviant::InvalidObject));
+        return;
+    }
+    deviant.markObjectCreated(&body);
+    if (impl->history().isOn()) {
+        body.noteSaved(*impl);
     }
 }
 
@@ -126,8 +153,12 @@ void ModelCore::enter(std::int32_t id, BodyCore & body) {
         fFormer.emplace(id, slot);
     }
     slot = &body;
-    if (!fUnnumbered.empty()) {
-        fUnnumbered.erase(&body);
+}
+
+void ModelCore::giveNumber(BodyCore & body, std::int32_t id) noexcept {
+    body.fId = id;
+    if (fNextId <= id) {
+        fNextId = static_cast<std::int32_t>(static_cast<std::uint32_t>(id) + 1U);
     }
 }
 
@@ -219,6 +250,7 @@ ClassObject ModelCore::handleObjectById(Deviant deviant, Integer const & id, Cla
     BodyCore & body = ownBody(object);
     checkId(deviant, number, body.internal_descriptor());
     enter(number, body);
+    fUnnumbered.erase(&body);
     return object;
 }
 
@@ -232,11 +264,9 @@ void ModelCore::setObjectId(Deviant deviant, ClassObject const & object, Integer
     // Entered first, which may fail: a body with a number belongs to the model.
     if (number != fId) {
         enter(number, body);
+        fUnnumbered.erase(&body);
     }
-    body.setId(deviant, id);
-    if (fNextId <= number) {
-        fNextId = static_cast<std::int32_t>(static_cast<std::uint32_t>(number) + 1U);
-    }
+    giveNumber(body, number);
 }
 
 void ModelCore::renumber(BodyCore & body) {

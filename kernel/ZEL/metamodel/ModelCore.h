@@ -28,11 +28,8 @@ public:
 
     /// Takes a body that will have no number into the model's knowledge; it still lives by its count.
     void adopt(BodyCore & body);
-    /// The same for a body that is given its number at once.
-    void adoptNumbered(BodyCore & body) noexcept { body.fModel = this; }
-    /// The open transaction of `deviant` has just saved that `body` was not there before: until it ends, writing to the
-    /// object need not ask whether an old state is saved.
-    static void noteCreated(BodyCore & body, Deviant deviant) noexcept;
+    /// A new object of the class with this number, which must be free: present in `deviant` alone, and not placed yet.
+    [[nodiscard]] BodyCore & create(Deviant deviant, ClassDescriptor const & descriptor, std::int32_t id);
     /// Gives up a body without a number.
     void disown(BodyCore & body) noexcept;
     /// Keeps a body of another model from being freed as long as this model may refer to it.
@@ -85,6 +82,13 @@ private:
 
     [[nodiscard]] BodyCore * entry(std::int32_t id) const noexcept;
     void enter(std::int32_t id, BodyCore & body);
+    /// Gives the body its number, for which it has been entered.
+    void giveNumber(BodyCore & body, std::int32_t id) noexcept;
+    /// Saves in the open transaction of `deviant` that the body was not there before: until the transaction ends,
+    /// writing to the object need not ask whether an old state is saved.
+    void markCreated(BodyCore & body, Deviant deviant);
+    /// Whether no other deviant than this one has anything to say of a new object.
+    [[nodiscard]] bool isAlone(DeviantImpl const & deviant) const noexcept;
     /// The body of an object of this model; throws "An Internal Error has occurred" for one of another model.
     [[nodiscard]] BodyCore & ownBody(ClassObject const & object) const;
     [[nodiscard]] bool isValidAnywhere(BodyCore const & body) const;

@@ -2,6 +2,7 @@
 
 #include <ZEL/base/OpenTable.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -19,10 +20,14 @@ public:
         Value value;
     };
 
+    /// For so many entries more than there are.
+    void makeRoom(std::size_t more) {
+        fEntries.reserve(fEntries.size() + more);
+        makePlaces(more);
+    }
     /// False if the pointer is there already.
     bool add(void const * pointer, Value value) {
-        fPlaces.makeRoom(fEntries.size() + 1,
-                         [this](std::uint32_t place) { return homeOf(fEntries[place - 1].pointer); });
+        makePlaces(1);
         std::uint32_t & slot = slotOf(pointer);
         if (slot != 0) {
             return false;
@@ -45,6 +50,10 @@ public:
     [[nodiscard]] std::vector<Entry> const & entries() const noexcept { return fEntries; }
 
 private:
+    void makePlaces(std::size_t more) {
+        fPlaces.makeRoom(fEntries.size() + more,
+                         [this](std::uint32_t place) { return homeOf(fEntries[place - 1].pointer); });
+    }
     /// Pages are scattered; what lies together in a page stays together, because it is mostly asked for together.
     static std::uint64_t homeOf(void const * pointer) noexcept {
         auto const address = reinterpret_cast<std::uintptr_t>(pointer);

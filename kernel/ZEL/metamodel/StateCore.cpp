@@ -3,66 +3,118 @@
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/PropertySupport.h>
 #include <ZEL/metamodel/StateCore.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/sequences/PersistentSequence.h>
 
+#include <cassert>
 #include <cstdlib>
 #include <unordered_map>
 #include <utility>
 
 namespace ZEL::internal {
 
+struct Rarities {
+    PersistentSequence stereotypeInstances;
+    unsigned int persistence = 0;
+};
+
 namespace {
 
-using SparseTable = std::unordered_map<StateCore const *, PersistentSequence>;
+using RarityTable = std::unordered_map<StateCore const *, Rarities>;
 
 /// Never destroyed: states of handles that outlive everything else still give up their entries.
-SparseTable & stereotypeInstanceTable() {
-    static SparseTable & table = *new SparseTable;
+RarityTable & rarityTable() {
+    static RarityTable & table = *new RarityTable;
     return table;
 }
 
 } // namespace
 
-void StateCore::dropStereotypeInstances() noexcept {
-    if ((fBits & kHasStereotypeInstances) != 0) {
-        stereotypeInstanceTable().erase(this);
+Rarities const * StateCore::rarities() const noexcept {
+    return (fOwner & kHasRarities) != 0 ? &rarityTable().find(this)->second : nullptr;
+}
+
+Rarities & StateCore::writableRarities() {
+    Rarities & own = rarityTable()[this];
+    fOwner |= kHasRarities;
+    return own;
+}
+
+void StateCore::dropRarities() noexcept {
+    if ((fOwner & kHasRarities) != 0) {
+        rarityTable().erase(this);
     }
 }
 
 void StateCore::internal_end(StateCore & state, std::size_t size) noexcept {
-    state.dropStereotypeInstances();
+    state.dropRarities();
     state.ReferenceCountingIntf::~ReferenceCountingIntf();
     giveToPool(&state, size);
 }
 
 void StateCore::internal_neverDestroyed() noexcept { std::abort(); }
 
-void StateCore::assignCore(StateCore const & other) {
-    if (this == &other) {
-        return;
-    }
-    modelZEL = other.modelZEL;
-    containerZEL = other.containerZEL;
-    setPersistence(other.persistence());
-    if (((fBits | other.fBits) & kHasStereotypeInstances) != 0) {
-        // A copy, since making this state's entry may move the other's.
-        PersistentSequence instances = other.stereotypeInstances();
-        writableStereotypeInstances() = std::move(instances);
-    }
+void StateCore::assignRarities(StateCore const & other) {
+    // A copy, since making this state's entry may move the other's.
+    Rarities const * const others = other.rarities();
+    Rarities copy = others != nullptr ? *others : Rarities();
+    writableRarities() = std::move(copy);
 }
 
 PersistentSequence const & StateCore::stereotypeInstances() const noexcept {
     static PersistentSequence const none;
-    return (fBits & kHasStereotypeInstances) != 0 ? stereotypeInstanceTable().find(this)->second : none;
+    Rarities const * const own = rarities();
+    return own != nullptr ? own->stereotypeInstances : none;
 }
 
-PersistentSequence & StateCore::writableStereotypeInstances() {
-    PersistentSequence & instances = stereotypeInstanceTable()[this];
-    fBits |= kHasStereotypeInstances;
-    return instances;
+PersistentSequence & StateCore::writableStereotypeInstances() { return writableRarities().stereotypeInstances; }
+
+unsigned int StateCore::persistence() const noexcept {
+    Rarities const * const own = rarities();
+    return own != nullptr ? own->persistence : 0;
+}
+
+void StateCore::setPersistence(unsigned int value) {
+    if (value != persistence()) {
+        writableRarities().persistence = value;
+    }
+}
+
+void StateCore::setOwner(void const * pointer, std::uintptr_t bits) noexcept {
+    auto const address = reinterpret_cast<std::uintptr_t>(pointer);
+    assert((address & ~kPointer) == 0);
+    fOwner = address | bits | (fOwner & kHasRarities);
+}
+
+void StateCore::setContainer(ClassObjectIntf * container) noexcept {
+    if (container != nullptr) {
+        setOwner(container, fOwner & kHasModel);
+    } else if (this->container() != nullptr) {
+        setOwner(model(), (fOwner & kHasModel) | kIsModel); // which the container shows for the last time
+    }
+}
+
+NSInterface::ModelIntf * StateCore::model() const noexcept {
+    if (!hasModel()) {
+        return nullptr;
+    }
+    if ((fOwner & kIsModel) != 0) {
+        return reinterpret_cast<NSInterface::ModelIntf *>(fOwner & kPointer);
+    }
+    BodyCore const * const body = container()->internal_body();
+    return body != nullptr ? body->internal_model() : nullptr;
+}
+
+void StateCore::setModel(NSInterface::ModelIntf * model) noexcept {
+    std::uintptr_t const hasModel = model != nullptr ? kHasModel : 0;
+    if (ClassObjectIntf * const present = container()) {
+        setOwner(present, hasModel);
+    } else {
+        setOwner(model, hasModel | kIsModel);
+    }
 }
 
 void StateCore::internal_deviationAssign(Deviant, ObjectIntf * source, Deviant) {
@@ -73,17 +125,17 @@ void StateCore::internal_deviationAssign(Deviant, ObjectIntf * source, Deviant) 
     internal_stateDescriptor().assignState(*this, *other);
 }
 
-Boolean StateCore::hasModelZEL(Deviant) const { return Boolean(modelZEL != nullptr); }
-void StateCore::removeModelZEL(Deviant) { modelZEL = nullptr; }
-void StateCore::setModelZEL(Deviant, Model const & model) { modelZEL = model.getImplementationWithoutAssert(); }
-Model StateCore::getModelZEL(Deviant deviant) const { return Model(modelZEL, deviant); }
+Boolean StateCore::hasModelZEL(Deviant) const { return Boolean(hasModel()); }
+void StateCore::removeModelZEL(Deviant) { setModel(nullptr); }
+void StateCore::setModelZEL(Deviant, Model const & model) { setModel(model.getImplementationWithoutAssert()); }
+Model StateCore::getModelZEL(Deviant deviant) const { return Model(model(), deviant); }
 
-Boolean StateCore::hasContainerZEL(Deviant) const { return Boolean(containerZEL != nullptr); }
-void StateCore::removeContainerZEL(Deviant) { containerZEL = nullptr; }
+Boolean StateCore::hasContainerZEL(Deviant) const { return Boolean(container() != nullptr); }
+void StateCore::removeContainerZEL(Deviant) { setContainer(nullptr); }
 void StateCore::setContainerZEL(Deviant, ClassObject const & container) {
-    containerZEL = container.getImplementationWithoutAssert();
+    setContainer(container.getImplementationWithoutAssert());
 }
-ClassObject StateCore::getContainerZEL(Deviant deviant) const { return ClassObject(containerZEL, deviant); }
+ClassObject StateCore::getContainerZEL(Deviant deviant) const { return ClassObject(container(), deviant); }
 
 Sequence<StereotypeObject> StateCore::getAppliedStereotypeInstancesWithoutAssociation(Deviant deviant) const {
     return storedSequence<StereotypeObject>(*this, deviant, stereotypeInstanceField());

@@ -16,6 +16,7 @@ namespace internal {
 
 class PersistentSequence;
 struct ClassDescriptor;
+struct Rarities;
 
 /// First, not shared base of every state class: what all states have, and the address by which bodies, deviants and
 /// change sets of the kernel reach a state without a search.
@@ -24,7 +25,7 @@ struct ClassDescriptor;
 /// owned by the one place that stores it: a body's root slot, a deviant or a change set.
 class ZEL_API StateCore : public virtual NSInterface::ClassObjectOperations {
 public:
-    ~StateCore() override { dropStereotypeInstances(); }
+    ~StateCore() override { dropRarities(); }
     static void * operator new(std::size_t size) { return takeFromPool(size); }
     static void operator delete(void * memory, std::size_t size) noexcept { giveToPool(memory, size); }
 
@@ -44,18 +45,26 @@ public:
     [[nodiscard]] Sequence<StereotypeObject>
     getAppliedStereotypeInstancesWithoutAssociation(Deviant deviant) const final;
 
-    // --- fields that all states have -------------------------------------------------------------------------------
-    NSInterface::ModelIntf * modelZEL = nullptr;
-    ClassObjectIntf * containerZEL = nullptr;
+    // --- what all states have --------------------------------------------------------------------------------------
+    /// Null if there is none.
+    [[nodiscard]] ClassObjectIntf * container() const noexcept {
+        return (fOwner & kIsModel) == 0 ? reinterpret_cast<ClassObjectIntf *>(fOwner & kPointer) : nullptr;
+    }
+    void setContainer(ClassObjectIntf * container) noexcept;
+
+    /// An object never leaves the model that has made it: whether it says so.
+    [[nodiscard]] bool hasModel() const noexcept { return (fOwner & kHasModel) != 0; }
+    /// For a caller that has the state alone: a body knows its model. Null if there is none. Where there is a container,
+    /// its model.
+    [[nodiscard]] NSInterface::ModelIntf * model() const noexcept;
+    /// Null for none.
+    void setModel(NSInterface::ModelIntf * model) noexcept;
 
     /// 0 default, 1 transient, 2 extension.
-    [[nodiscard]] unsigned int persistence() const noexcept { return fBits & kPersistenceMask; }
-    void setPersistence(unsigned int value) noexcept {
-        fBits = (fBits & ~kPersistenceMask) | (value & kPersistenceMask);
-    }
+    [[nodiscard]] unsigned int persistence() const noexcept;
+    void setPersistence(unsigned int value);
 
-    /// Few objects have stereotype instances, so they stand in a process-wide table keyed by the state. The shared
-    /// empty sequence for a state without an entry.
+    /// The shared empty sequence for a state that has none.
     [[nodiscard]] PersistentSequence const & stereotypeInstances() const noexcept;
     /// Makes the entry if there is none.
     [[nodiscard]] PersistentSequence & writableStereotypeInstances();
@@ -67,15 +76,31 @@ protected:
     static void internal_end(StateCore & state, std::size_t size) noexcept;
     [[noreturn]] static void internal_neverDestroyed() noexcept;
     /// Copies what all states have; the generated `assignState` calls it first.
-    void assignCore(StateCore const & other);
+    void assignCore(StateCore const & other) {
+        if (((fOwner | other.fOwner) & kHasRarities) != 0) {
+            assignRarities(other);
+        }
+        fOwner = (other.fOwner & ~kHasRarities) | (fOwner & kHasRarities);
+    }
 
 private:
-    static constexpr std::uint32_t kPersistenceMask = 3;
-    static constexpr std::uint32_t kHasStereotypeInstances = 4;
+    static constexpr std::uintptr_t kIsModel = 1; ///< the pointer is one to the model, and there is no container
+    static constexpr std::uintptr_t kHasModel = 2;
+    static constexpr std::uintptr_t kHasRarities = 4;
+    static constexpr std::uintptr_t kPointer = ~std::uintptr_t{7};
 
-    void dropStereotypeInstances() noexcept;
+    /// Null if there are none.
+    [[nodiscard]] Rarities const * rarities() const noexcept;
+    /// Makes the entry if there is none.
+    [[nodiscard]] Rarities & writableRarities();
+    void assignRarities(StateCore const & other);
+    void dropRarities() noexcept;
+    /// Exchanges all but the bit of the rarities.
+    void setOwner(void const * pointer, std::uintptr_t bits) noexcept;
 
-    std::uint32_t fBits = 0;
+    /// The address of the container, or else of the model, with bits below it: an object is nowhere without a model,
+    /// and its container is in the same one. So a state needs one word for both.
+    std::uintptr_t fOwner = 0;
 };
 
 } // namespace internal

@@ -1,9 +1,9 @@
+#include <ZEL/base/ObjectPool.h>
 #include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/sequences/PersistentSequenceLarge.h>
 
 #include <algorithm>
 #include <bit>
-#include <new>
 
 namespace ZEL::internal {
 
@@ -97,7 +97,18 @@ std::size_t PersistentSequence::heapBytes() const noexcept {
     if (!isCounted()) {
         return 0;
     }
-    return isLarge() ? sizeof(Large) + large()->sequence.heapBytes() : sizeof(Block) + block()->capacity * sizeof(Word);
+    return isLarge() ? sizeof(Large) + large()->sequence.heapBytes() : bytesOf(block()->capacity);
+}
+
+// The capacity of a block for `count` elements: half as much again at the most, since most sequences are short and
+// never grow again.
+std::size_t PersistentSequence::roomFor(std::size_t count) noexcept {
+    std::size_t const step = std::max<std::size_t>(std::bit_floor(count) / 2, 1);
+    return (count + step - 1) / step * step;
+}
+
+std::size_t PersistentSequence::bytesOf(std::size_t capacity) noexcept {
+    return sizeof(Block) + capacity * sizeof(Word);
 }
 
 PersistentSequence::Large * PersistentSequence::ownLarge() {
@@ -111,7 +122,7 @@ PersistentSequence::Large * PersistentSequence::ownLarge() {
 
 PersistentSequence PersistentSequence::ofBlock(std::size_t size, std::size_t capacity) {
     PersistentSequence result;
-    Block * block = new (::operator new(sizeof(Block) + capacity * sizeof(Word))) Block;
+    Block * block = new (takeFromPool(bytesOf(capacity))) Block;
     block->size = static_cast<std::uint16_t>(size);
     block->capacity = static_cast<std::uint16_t>(capacity);
     result.word_ = toWord(static_cast<Counted *>(block));
@@ -124,7 +135,7 @@ PersistentSequence PersistentSequence::ofWords(Word const * words, std::size_t c
     if (count == 1 && (*words & SingleTag) == 0) {
         result.word_ = *words | SingleTag;
     } else if (count > 0) {
-        result = ofBlock(count, std::bit_ceil(count));
+        result = ofBlock(count, roomFor(count));
         std::copy_n(words, count, result.block()->elements());
     }
     return result;
@@ -179,9 +190,11 @@ void PersistentSequence::assignWords(std::vector<Word> const & words) {
     if (words.size() > MaximalBlock) {
         ofLarge(words).swap(*this);
     } else {
-        ofWords(words.data(), words.size()).swap(*this);
+        assignFew(words.data(), words.size());
     }
 }
+
+void PersistentSequence::assignFew(Word const * words, std::size_t count) { ofWords(words, count).swap(*this); }
 
 void PersistentSequence::insertInSmall(std::size_t position, Word element) {
     std::size_t const count = size();
@@ -194,7 +207,7 @@ void PersistentSequence::insertInSmall(std::size_t position, Word element) {
         copyTo(gap + 1, position, count);
         ofLarge(words).swap(*this);
     } else if (isSingle() || counted()->refs > 1 || block()->capacity == count) {
-        PersistentSequence grown = ofBlock(count + 1, std::bit_ceil(count + 1));
+        PersistentSequence grown = ofBlock(count + 1, roomFor(count + 1));
         Word * gap = copyTo(grown.block()->elements(), 0, position);
         *gap = element;
         copyTo(gap + 1, position, count);
@@ -226,7 +239,7 @@ void PersistentSequence::eraseInSmall(std::size_t position) {
 // For three elements or more.
 void PersistentSequence::becomeBlockWithout(std::size_t position) {
     std::size_t const count = size();
-    PersistentSequence shrunk = ofBlock(count - 1, std::bit_ceil(count - 1));
+    PersistentSequence shrunk = ofBlock(count - 1, roomFor(count - 1));
     copyTo(copyTo(shrunk.block()->elements(), 0, position), position + 1, count);
     swap(shrunk);
 }
@@ -238,7 +251,7 @@ void PersistentSequence::release() noexcept {
     if (isLarge()) {
         delete large();
     } else {
-        ::operator delete(static_cast<void *>(block()));
+        giveToPool(block(), bytesOf(block()->capacity));
     }
 }
 

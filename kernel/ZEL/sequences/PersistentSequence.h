@@ -138,7 +138,10 @@ private:
     Run runAt(std::size_t position) const noexcept;
     std::size_t largeSize() const noexcept;
     bool hasEqualElements(PersistentSequence const & other) const noexcept;
+    static std::size_t roomFor(std::size_t count) noexcept;
+    static std::size_t bytesOf(std::size_t capacity) noexcept;
     void assignWords(std::vector<Word> const & words);
+    void assignFew(Word const * words, std::size_t count);
     void insertInSmall(std::size_t position, Word element);
     void eraseInSmall(std::size_t position);
     void becomeBlockWithout(std::size_t position);
@@ -212,7 +215,16 @@ inline void * PersistentSequence::at(std::size_t position) const noexcept {
 template <class Iterator> void PersistentSequence::assign(Iterator first, Iterator last) {
     std::vector<Word> words;
     if constexpr (std::forward_iterator<Iterator>) {
-        words.reserve(static_cast<std::size_t>(std::distance(first, last)));
+        auto const count = static_cast<std::size_t>(std::distance(first, last));
+        if (count <= MaximalBlock) {
+            Word few[MaximalBlock];
+            for (Word * next = few; first != last; ++first) {
+                *next++ = toWord(*first);
+            }
+            assignFew(few, count);
+            return;
+        }
+        words.reserve(count);
     }
     for (; first != last; ++first) {
         words.push_back(toWord(*first));

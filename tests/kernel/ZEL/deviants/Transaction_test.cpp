@@ -125,6 +125,13 @@ TEST_P(TransactionTest, NotificationsAreForTheRootAndSaveTheStateWhateverWasSave
     thing.set(root, 3);
     root.cancelTransaction();
     EXPECT_EQ(2, thing.valueIn(root));
+    root.beginTransaction();
+    root.notifyObjectIsAboutToChange(thing);
+    int const counts = thing->numRef();
+    thing.set(root, 4);
+    EXPECT_EQ(counts, thing->numRef()) << "what is saved by hand is not saved again";
+    root.cancelTransaction();
+    EXPECT_EQ(2, thing.valueIn(root));
 
     Subject const foreign = makeBody();
     root.beginTransaction();

@@ -16,6 +16,7 @@ struct StereotypeInstances : OpenModelFixture {
         }
     }
 
+    MarksOfATest marks;
     Stereotype stereotype = factory.createStereotype();
     Stereotype other = factory.createStereotype();
     Class object = factory.createClass();

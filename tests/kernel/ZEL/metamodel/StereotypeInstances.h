@@ -66,6 +66,17 @@ template <int N> internal::ClassDescriptor const & MarkIntf<N>::descriptor() noe
     return descriptor;
 }
 
+/// A member of fixtures: the marks forget their metaclasses before these end with the model of the test.
+struct MarksOfATest {
+    MarksOfATest() = default;
+    MarksOfATest(MarksOfATest const &) = delete;
+    MarksOfATest & operator=(MarksOfATest const &) = delete;
+    ~MarksOfATest() {
+        MarkIntf<1>::runtime().unbind();
+        MarkIntf<2>::runtime().unbind();
+    }
+};
+
 /// A new instance of the `N`-th mark, whose metaclass is `stereotype`.
 template <int N> StereotypeObject createMark(Stereotype const & stereotype) {
     MarkIntf<N>::runtime().bind(MarkIntf<N>::descriptor(), stereotype.getImplementation(), stereotype.getDeviant());

@@ -132,6 +132,7 @@ struct HTMLPrinterTest : OpenModelFixture {
 
     TemporaryFolder folder;
     LogCapture log;
+    MarksOfATest marks;
     Stereotype stereotype;
 };
 

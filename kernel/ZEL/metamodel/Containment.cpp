@@ -114,6 +114,30 @@ void addContainee(ClassObjectIntf & container, Deviant deviant, FieldDescriptor 
     field.set(stateToWrite(container, deviant), added);
 }
 
+bool addNewContainee(ClassObjectIntf & owner, Deviant deviant, FieldDescriptor const & field,
+                     ClassObjectIntf & element) {
+    ObjectIntf * const added = &element;
+    StateCore const & state = stateToRead(element, deviant);
+    StateCore const & ownerState = stateToRead(owner, deviant);
+    BodyCore const * const body = element.internal_body();
+    bool const isFree = state.container() == nullptr && state.hasModel() && ownerState.hasModel() &&
+                        body->internal_model() == owner.internal_body()->internal_model() && &owner != &element &&
+                        body->internal_model() != body && !hasContainees(element, deviant);
+    if (!isFree || !isContainment(*field.property) || !accepts(field, element) ||
+        (field.sequence == nullptr && field.get(ownerState) != nullptr)) {
+        return false;
+    }
+    eraseUnparented(element, deviant);
+    stateToWrite(element, deviant).setContainer(&owner);
+    StateCore & written = stateToWrite(owner, deviant);
+    if (field.sequence != nullptr) {
+        field.sequence(written).push_back(added);
+    } else {
+        field.set(written, added);
+    }
+    return true;
+}
+
 void unparentDisplaced(ClassObjectIntf const & container, Deviant deviant, ClassObjectIntf & displaced) {
     if (!displaced.deviant_isValid(deviant)) {
         return;

@@ -41,6 +41,12 @@ class PersistentSequence;
 ZEL_API void addContainee(ClassObjectIntf & container, Deviant deviant, FieldDescriptor const & field,
                           ClassObjectIntf & element);
 
+/// What a push on the owner's list, or a set of its single part, comes to for an object that has just been created in the
+/// same model, without asking for what such an object cannot have. False, and nothing done, for any other object and
+/// where another part would have to make room.
+[[nodiscard]] ZEL_API bool addNewContainee(ClassObjectIntf & owner, Deviant deviant, FieldDescriptor const & field,
+                                           ClassObjectIntf & element);
+
 /// Makes `displaced` unparented, which another object is about to replace in a single-valued containment field of
 /// `container`. Nothing if it has another container by now.
 ZEL_API void unparentDisplaced(ClassObjectIntf const & container, Deviant deviant, ClassObjectIntf & displaced);

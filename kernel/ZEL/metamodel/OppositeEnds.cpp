@@ -1,3 +1,4 @@
+#include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/OppositeEnds.h>
@@ -19,6 +20,20 @@ ClassObject singleValue(ObjectIntf & object, Deviant deviant, PropertyDescriptor
     return end.single->has(&object, deviant)
                ? Generic::RefTraits<ClassObject>::fromRef(end.single->get(&object, deviant))
                : ClassObject();
+}
+
+bool setLoneLink(ClassObjectIntf & object, Deviant deviant, FieldDescriptor const & field, ClassObjectIntf & value) {
+    PropertyDescriptor const & property = *field.property;
+    if (field.get == nullptr || property.otherEnd != OtherEnd::None || property.storage != Storage::Field ||
+        isContainment(property) || !accepts(field, value) || !value.deviant_isValid(deviant)) {
+        return false;
+    }
+    BodyCore const & body = *object.internal_body();
+    if (field.get(*body.readState(deviant)) != static_cast<ObjectIntf *>(&value)) {
+        body.internal_noteElement(&value);
+        field.set(*body.writeState(deviant), &value);
+    }
+    return true;
 }
 
 void addOppositeOnly(ObjectIntf & object, Deviant deviant, PropertyDescriptor const & end, ClassObjectIntf & value) {

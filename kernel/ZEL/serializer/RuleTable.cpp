@@ -17,13 +17,17 @@ std::size_t slotOf(Context const & context) noexcept {
 
 } // namespace
 
+std::atomic<std::uint64_t> RuleTable::theChanges{0};
+
 void RuleTable::add(Context const & pattern, RuleFunction function) {
     fRules.emplace_back(pattern, std::move(function));
+    fChanges.note();
     fAnswers.clear();
 }
 
 void RuleTable::remove(Context const & pattern) {
     std::erase_if(fRules, [&](auto const & rule) { return rule.first == pattern; });
+    fChanges.note();
     fAnswers.clear();
 }
 

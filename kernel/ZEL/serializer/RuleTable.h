@@ -6,6 +6,7 @@
 
 #include <boost/function/function1.hpp>
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -32,6 +33,8 @@ public:
 
     /// Whether a Context with this role may be one that a rule fits.
     [[nodiscard]] bool mayFit(QualifiedName role) const noexcept;
+    /// Of all tables of the process together: who remembers what a table has answered asks again once this differs.
+    [[nodiscard]] static std::uint64_t changeCount() noexcept { return theChanges.load(std::memory_order_relaxed); }
 
     [[nodiscard]] bool empty() const noexcept { return fRules.empty(); }
 
@@ -44,11 +47,24 @@ private:
         QualifiedName role;
         std::int32_t rule = Unknown;
     };
+    /// Counts what gives a table other rules: additions, removals and assignments.
+    struct Changes {
+        Changes() noexcept = default;
+        Changes(Changes const &) noexcept { note(); }
+        Changes & operator=(Changes const &) noexcept {
+            note();
+            return *this;
+        }
+        void note() const noexcept { theChanges.fetch_add(1, std::memory_order_relaxed); }
+    };
     static constexpr std::int32_t None = -1;
     static constexpr std::int32_t Unknown = -2;
 
     [[nodiscard]] std::int32_t search(Context const & context) const noexcept;
 
+    static std::atomic<std::uint64_t> theChanges;
+
+    Changes fChanges;
     std::vector<std::pair<Context, RuleFunction>> fRules;
     mutable std::vector<Answer> fAnswers; ///< indexed by a hash of the names; empty until the first question
 };

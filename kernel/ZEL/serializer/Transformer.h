@@ -53,6 +53,10 @@ public:
     [[nodiscard]] bool mayFit(QualifiedName role) const noexcept {
         return fTransforms.mayFit(role) || fPreTransforms.mayFit(role) || fPostTransforms.mayFit(role);
     }
+    /// Whether `apply` would rewrite a Context with these names.
+    [[nodiscard]] bool hasTransformFor(Context const & context) const { return fTransforms.find(context) != nullptr; }
+    /// Whether there is a hook for links.
+    [[nodiscard]] bool resolvesReferences() const noexcept { return !fResolveReference.empty(); }
 
     // Each removes every rule of its table whose pattern equals the argument.
     void removeTransform(Context const & pattern) { fTransforms.remove(pattern); }

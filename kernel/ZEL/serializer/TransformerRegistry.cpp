@@ -48,6 +48,7 @@ void TransformerRegistry::addTransformer(std::shared_ptr<Transformer> transforme
         auto changed = std::make_shared<Transformers>(*present());
         changed->push_back(std::move(transformer));
         fTransformers = std::move(changed);
+        ++fChanges;
     }
 }
 
@@ -55,11 +56,28 @@ void TransformerRegistry::removeTransformer(Transformer const * transformer) {
     auto changed = std::make_shared<Transformers>(*present());
     std::erase_if(*changed, holds(transformer));
     fTransformers = std::move(changed);
+    ++fChanges;
 }
 
 ContextSequence TransformerRegistry::apply(ContextSequence sequence) const {
     forEach([&](Transformer & transformer) { sequence = transformer.apply(std::move(sequence)); });
     return sequence;
+}
+
+bool TransformerRegistry::hasTransformFor(Context const & context) const {
+    return fTransformers != nullptr &&
+           std::any_of(fTransformers->begin(), fTransformers->end(),
+                       [&](auto const & transformer) { return transformer->hasTransformFor(context); });
+}
+
+TransformerRegistry::StateOfRules TransformerRegistry::stateOfRules() const noexcept {
+    return {fTransformers.get(), RuleTable::changeCount() + fChanges};
+}
+
+bool TransformerRegistry::resolvesReferences() const noexcept {
+    return fTransformers != nullptr &&
+           std::any_of(fTransformers->begin(), fTransformers->end(),
+                       [](auto const & transformer) { return transformer->resolvesReferences(); });
 }
 
 ContextSequence TransformerRegistry::preApply(ContextSequence const & sequence) const {

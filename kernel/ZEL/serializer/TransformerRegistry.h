@@ -4,6 +4,7 @@
 #include <ZEL/serializer/ContextSequence.h>
 #include <ZEL/serializer/LinkedElement.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,10 +32,23 @@ public:
     void addTransformer(std::shared_ptr<Transformer> transformer);
     /// Nothing if it is not held.
     void removeTransformer(Transformer const * transformer);
-    void clear() noexcept { fTransformers.reset(); }
+    void clear() noexcept {
+        fTransformers.reset();
+        ++fChanges;
+    }
     [[nodiscard]] bool empty() const noexcept { return fTransformers == nullptr || fTransformers->empty(); }
 
     [[nodiscard]] ContextSequence apply(ContextSequence sequence) const;
+    /// Whether `apply` would rewrite a Context with these names. The answer holds as long as `stateOfRules` is the same.
+    [[nodiscard]] bool hasTransformFor(Context const & context) const;
+    struct StateOfRules {
+        void const * transformers = nullptr;
+        std::uint64_t changes = 0;
+        friend bool operator==(StateOfRules const &, StateOfRules const &) noexcept = default;
+    };
+    [[nodiscard]] StateOfRules stateOfRules() const noexcept;
+    /// Whether any Transformer has a hook for links.
+    [[nodiscard]] bool resolvesReferences() const noexcept;
     // These begin with the first Transformer that has rules for it: one without any keeps nothing from the others.
     [[nodiscard]] ContextSequence preApply(ContextSequence const & sequence) const;
     [[nodiscard]] ContextSequence postApply(ContextSequence const & sequence) const;
@@ -61,6 +75,7 @@ private:
     [[nodiscard]] ContextSequence generate(ContextSequence const & sequence, Pass pass, HasRules hasRules) const;
 
     std::shared_ptr<Transformers const> fTransformers; ///< null for none
+    std::uint64_t fChanges = 0;                        ///< of `fTransformers`
 };
 
 } // namespace ZEL::Serializer

@@ -51,14 +51,7 @@ void Links::resolve() {
 }
 
 void Links::resolve(FileLinks & file, FileLinks::Waiting const & link, Reference & scratch) {
-    scratch.object = link.object;
-    scratch.property = link.property->property;
-    scratch.id = file.targetOf(link);
-    std::vector<LinkedElement> const resolved = fRules.resolveReference(file.fUri, scratch);
-    for (LinkedElement const & element : resolved) {
-        fValues.setLink(element.object, fValues.metaClasses().of(element.property), element.target, link.isFurther);
-    }
-    if (!resolved.empty()) {
+    if (fRules.resolvesReferences() && resolveByRules(file, link, scratch)) {
         return;
     }
     ClassObject const target = find(file, link);
@@ -67,6 +60,17 @@ void Links::resolve(FileLinks & file, FileLinks::Waiting const & link, Reference
     } else if (fValues.setLink(link.object, *link.property, target, link.isFurther)) {
         fEnds.note(link.object, *link.property, target);
     }
+}
+
+bool Links::resolveByRules(FileLinks const & file, FileLinks::Waiting const & link, Reference & scratch) {
+    scratch.object = link.object;
+    scratch.property = link.property->property;
+    scratch.id = file.targetOf(link);
+    std::vector<LinkedElement> const resolved = fRules.resolveReference(file.fUri, scratch);
+    for (LinkedElement const & element : resolved) {
+        fValues.setLink(element.object, fValues.metaClasses().of(element.property), element.target, link.isFurther);
+    }
+    return !resolved.empty();
 }
 
 ClassObject Links::find(FileLinks & file, FileLinks::Waiting const & link) {

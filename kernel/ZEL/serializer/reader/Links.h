@@ -83,6 +83,7 @@ private:
     };
 
     void resolve(FileLinks & file, FileLinks::Waiting const & link, Reference & scratch);
+    [[nodiscard]] bool resolveByRules(FileLinks const & file, FileLinks::Waiting const & link, Reference & scratch);
     [[nodiscard]] ClassObject find(FileLinks & file, FileLinks::Waiting const & link);
     [[nodiscard]] static ClassObject findRegistered(Place const & place, std::string_view uri, ObjectId const & id);
     [[nodiscard]] Place const & placeOf(std::string_view uri);

@@ -1,8 +1,11 @@
 #include <ZEL/String.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/logging/Logger.h>
+#include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/FactoryRegistry.h>
 #include <ZEL/metamodel/ModelCore.h>
+#include <ZEL/metamodel/OppositeEnds.h>
+#include <ZEL/sequences/PropertyToSequenceMethods.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/serializer/Messages.h>
 #include <ZEL/serializer/reader/Merger.h>
@@ -14,6 +17,15 @@
 
 namespace ZEL::Serializer {
 namespace {
+
+/// By the field itself where that is all that the storage would do; false, and nothing done, elsewhere.
+bool setDirectly(ClassObject const & object, MetaProperty const & property, ClassObject const & value, bool isNew) {
+    if (property.links == nullptr) {
+        return false;
+    }
+    auto const set = isNew ? &internal::addNewContainee : &internal::setLoneLink;
+    return set(*object.getImplementation(), object.getDeviant(), *property.links, *value.getImplementation());
+}
 
 /// Whether files have values of the property. They do not have what identifies an object, what is derived, the other
 /// end of a containment, the objects without a container, and factories.
@@ -295,19 +307,26 @@ FactoryObject Merger::findFactory(OfModel & known, Model const & model, std::str
 // --- values ----------------------------------------------------------------------------------------------------------
 
 bool Merger::setProperty(ClassObject const & object, ImmutableProperty const & property, std::string const & value) {
-    return setProperty(object, fMetaClasses->of(property), value);
+    return setProperty(object, fMetaClasses->of(property), std::string_view(value));
 }
 
 bool Merger::setProperty(ClassObject const & object, ImmutableProperty const & property, ClassObject const & value) {
-    return setProperty(object, fMetaClasses->of(property), value);
+    return setProperty(object, fMetaClasses->of(property), value, false);
 }
 
-bool Merger::setProperty(ClassObject const & object, MetaProperty const & property, std::string const & value) {
+bool Merger::setProperty(ClassObject const & object, MetaProperty const & property, std::string_view value) {
     try {
         if (property.values == nullptr) {
             raiseNullReference();
         }
-        property.storage.setOrAdd(object, property.values->make(value));
+        internal::PropertyDescriptor const * const descriptor = property.descriptor;
+        if (descriptor != nullptr && descriptor->single != nullptr && property.values->isOfText()) {
+            // Without a box, by the operation that the storage calls, too.
+            descriptor->single->set(object.getImplementation(), object.getDeviant(),
+                                    Generic::Ref::ofValue(String(value), Deviant()));
+        } else {
+            property.storage.setOrAdd(object, property.values->make(value));
+        }
         return true;
     } catch (Exception const & failure) {
         Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_Merger_ValueObjectCreationError,
@@ -316,12 +335,15 @@ bool Merger::setProperty(ClassObject const & object, MetaProperty const & proper
     }
 }
 
-bool Merger::setProperty(ClassObject const & object, MetaProperty const & property, ClassObject const & value) {
+bool Merger::setProperty(ClassObject const & object, MetaProperty const & property, ClassObject const & value,
+                         bool isNew) {
     try {
         if (!fCollectedObjects.empty()) {
             fCollectedObjects.erase(getExternalId(value));
         }
-        property.storage.setOrAdd(object, value);
+        if (!setDirectly(object, property, value, isNew)) {
+            property.storage.setOrAdd(object, value);
+        }
         return true;
     } catch (Exception const & failure) {
         Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_Merger_SetOrAddPropertyError, property.name,

@@ -13,6 +13,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -112,8 +113,9 @@ private:
     };
 
     [[nodiscard]] MetaClassCache & metaClasses() noexcept { return *fMetaClasses; }
-    bool setProperty(ClassObject const & object, MetaProperty const & property, std::string const & value);
-    bool setProperty(ClassObject const & object, MetaProperty const & property, ClassObject const & value);
+    bool setProperty(ClassObject const & object, MetaProperty const & property, std::string_view value);
+    /// `isNew`: the value has been created for this and stands nowhere yet.
+    bool setProperty(ClassObject const & object, MetaProperty const & property, ClassObject const & value, bool isNew);
 
     /// `createObject`, where `id` is `text`, parsed.
     [[nodiscard]] Found findOrCreate(Model const & model, std::string const & uri, std::string const & roleName,

@@ -1,5 +1,6 @@
 #include <ZEL/String.h>
 #include <ZEL/base/Exception.h>
+#include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/serializer/reader/MetaClassCache.h>
 #include <ZEL/values/TypeInfoRegistry.h>
 #include <ZEL/values/ValueObjectImpl.h>
@@ -26,16 +27,16 @@ NSInterface::ObjectIntf const * bodyOf(ImmutableObject const & object) {
 ValueMaker::ValueMaker(std::string const & typeName)
     : fType(TypeInfoRegistry::findBoxedType(typeName)), fKeepsValues(typeName != String::getTypeName()) {}
 
-Object ValueMaker::convert(std::string const & text) const {
+Object ValueMaker::convert(std::string_view text) const {
     HASP::ErrorHolder errors;
-    HASP::any value = fType->typeInfo.convertFromString(text, errors);
+    HASP::any value = fType->typeInfo.convertFromString(std::string(text), errors);
     if (errors.hasError()) {
         raiseInternalError(errors.getMessage());
     }
     return ValueObject(new NSImplementation::ValueObjectImpl(fType, std::move(value)), Deviant());
 }
 
-Object ValueMaker::make(std::string const & text) {
+Object ValueMaker::make(std::string_view text) {
     if (!fType || fType->typeInfo.isNull()) {
         return Object();
     }
@@ -71,19 +72,24 @@ void MetaClassCache::clear() noexcept {
     fClasses.clear();
     fProperties.clear();
     fValues.clear();
-    fLastBody = nullptr;
+    fLastDescriptor = nullptr;
     fLast = nullptr;
 }
 
 MetaClass & MetaClassCache::of(ClassObject const & object) {
-    ImmutableClass const metaClass = object.getMetaClass();
-    NSInterface::ObjectIntf const * const body = bodyOf(metaClass);
-    if (body != fLastBody || fLast == nullptr) {
-        auto const found = fClasses.find(body);
-        fLast = found != fClasses.end() ? found->second.get() : &enter(metaClass);
-        fLastBody = body;
+    internal::BodyCore const * const core = object.getImplementation()->internal_body();
+    internal::ClassDescriptor const * const descriptor = core == nullptr ? nullptr : &core->internal_descriptor();
+    if (descriptor == nullptr || descriptor != fLastDescriptor) {
+        fLast = &find(object);
+        fLastDescriptor = descriptor;
     }
     return *fLast;
+}
+
+MetaClass & MetaClassCache::find(ClassObject const & object) {
+    ImmutableClass const metaClass = object.getMetaClass();
+    auto const found = fClasses.find(bodyOf(metaClass));
+    return found != fClasses.end() ? *found->second : enter(metaClass);
 }
 
 MetaClass & MetaClassCache::enter(ImmutableClass const & metaClass) {

@@ -2,10 +2,12 @@
 
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/serializer/QualifiedName.h>
+#include <ZEL/serializer/reader/TextHash.h>
 #include <ZEL/values/BoxedType.h>
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -20,14 +22,16 @@ public:
     explicit ValueMaker(std::string const & typeName);
 
     /// Throws the text of the conversion error if `text` is no value of the type. A null handle if the type is unknown.
-    [[nodiscard]] Object make(std::string const & text);
+    [[nodiscard]] Object make(std::string_view text);
+    /// Whether the type is that of texts, of which each is a value.
+    [[nodiscard]] bool isOfText() const noexcept { return !fKeepsValues; }
 
 private:
-    [[nodiscard]] Object convert(std::string const & text) const;
+    [[nodiscard]] Object convert(std::string_view text) const;
 
     internal::BoxedTypePtr fType; ///< null for an unknown type
     bool fKeepsValues;
-    std::unordered_map<std::string, Object> fKept;
+    std::unordered_map<std::string, Object, TextHash, std::equal_to<>> fKept;
 };
 
 /// A property of a metaclass, and how its values are made.
@@ -77,13 +81,14 @@ public:
     void clear() noexcept;
 
 private:
+    [[nodiscard]] MetaClass & find(ClassObject const & object);
     [[nodiscard]] MetaClass & enter(ImmutableClass const & metaClass);
     [[nodiscard]] MetaProperty withValues(internal::PropertyView const & property);
 
     std::unordered_map<NSInterface::ObjectIntf const *, std::unique_ptr<MetaClass>> fClasses;
     std::unordered_map<NSInterface::ObjectIntf const *, std::unique_ptr<MetaProperty>> fProperties;
     std::unordered_map<std::string, std::unique_ptr<ValueMaker>> fValues;
-    NSInterface::ObjectIntf const * fLastBody = nullptr;
+    internal::ClassDescriptor const * fLastDescriptor = nullptr;
     MetaClass * fLast = nullptr;
 };
 

@@ -1,8 +1,10 @@
 #include <ZEL/logging/Logger.h>
 #include <ZEL/serializer/Messages.h>
 #include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/reader/MetaClassCache.h>
 #include <ZEL/serializer/reader/ParseState.h>
 
+#include <algorithm>
 #include <cstdint>
 
 namespace ZEL::Serializer {
@@ -19,24 +21,22 @@ QualifiedName RoleNames::of(std::string const * uri, std::string const * localNa
 
 void TypeNames::addNamespace(std::string const & prefix, std::string const & uri) {
     if (fNamespaces.lookupNamespace(prefix).empty()) {
+        if (fSaved.empty() || fSaved.back().depth != fDepth) {
+            fSaved.push_back({fDepth, fNamespaces});
+        }
         fNamespaces.addNamespace(prefix, uri);
-        fVersion = ++fLastVersion;
         fKnown.clear();
     }
-}
-
-void TypeNames::pushContext() {
-    fNamespaces.pushContext();
-    fSavedVersions.push_back(fVersion);
 }
 
 void TypeNames::popContext() {
-    fNamespaces.popContext();
-    if (fVersion != fSavedVersions.back()) {
-        fVersion = fSavedVersions.back();
+    // Hardly any object has bindings of its own.
+    if (!fSaved.empty() && fSaved.back().depth == fDepth) {
+        fNamespaces = std::move(fSaved.back().namespaces);
+        fSaved.pop_back();
         fKnown.clear();
     }
-    fSavedVersions.pop_back();
+    --fDepth;
 }
 
 QualifiedName TypeNames::of(std::string_view text) {
@@ -57,6 +57,55 @@ QualifiedName TypeNames::of(std::string_view text) {
     }
     return fKnown.emplace(text, QualifiedName(uri, text.substr(colon + 1))).first->second;
 }
+
+// --- plans -----------------------------------------------------------------------------------------------------------
+
+Context ElementNames::asContext() const {
+    Context context;
+    context.setParentType(parentType);
+    context.setParentRole(parentRole);
+    context.setType(type);
+    context.setRole(role);
+    return context;
+}
+
+ElementPlan & ElementPlans::of(ElementNames const & names, MetaClass & holder, TransformerRegistry const & rules) {
+    constexpr std::size_t slots = 256;
+    if (fPlans.empty() || rules.stateOfRules() != fRules) {
+        fPlans.assign(slots, ElementPlan());
+        fRules = rules.stateOfRules();
+    }
+    std::size_t const hash =
+        ((names.role.hash() * 31U + names.type.hash()) * 31U + names.parentRole.hash()) * 31U + names.parentType.hash();
+    ElementPlan & plan = fPlans[(hash ^ (hash >> 8U)) % slots];
+    if (plan.holder != &holder || plan.names != names) {
+        MetaProperty const * const property = holder.find(names.role);
+        bool const isPart = property != nullptr && !property->isDataType && property->isComposite;
+        plan = {names, &holder, isPart && !rules.hasTransformFor(names.asContext()) ? property : nullptr, {}};
+    }
+    return plan;
+}
+
+ElementPlan::Attribute const & ElementPlans::attributeOf(ElementPlan & plan, std::size_t place,
+                                                         HASP::XmlReader::Attribute const & attribute,
+                                                         RoleNames & roles, TransformerRegistry const & rules) {
+    auto const isSame = [&](ElementPlan::Attribute const & known) {
+        return known.localName == attribute.localName && known.uri == attribute.uri;
+    };
+    if (place < plan.attributes.size() && isSame(plan.attributes[place])) {
+        return plan.attributes[place];
+    }
+    auto const found = std::find_if(plan.attributes.begin(), plan.attributes.end(), isSame);
+    if (found != plan.attributes.end()) {
+        return *found;
+    }
+    QualifiedName const role = roles.of(attribute.uri, attribute.localName);
+    Context const context = plan.names.within(role, QualifiedName()).asContext();
+    plan.attributes.push_back({attribute.uri, attribute.localName, role, !rules.hasTransformFor(context)});
+    return plan.attributes.back();
+}
+
+// --- one file --------------------------------------------------------------------------------------------------------
 
 ParseState::ParseState(std::string const & fileName, HASP::XmlReaderSettings const & settings)
     : xml(fileName, settings),

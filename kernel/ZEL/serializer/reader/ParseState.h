@@ -4,8 +4,9 @@
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/serializer/Context.h>
 #include <ZEL/serializer/ContextSequence.h>
-#include <ZEL/serializer/NamespaceManager.h>
+#include <ZEL/serializer/NamespaceContext.h>
 #include <ZEL/serializer/QualifiedName.h>
+#include <ZEL/serializer/TransformerRegistry.h>
 #include <ZEL/serializer/reader/TextHash.h>
 
 #include <hasp_util/XmlReader.h>
@@ -43,17 +44,70 @@ private:
 class TypeNames {
 public:
     void addNamespace(std::string const & prefix, std::string const & uri);
-    void pushContext();
+    /// Bindings that are added from here on go with the `popContext` that belongs to this.
+    void pushContext() noexcept { ++fDepth; }
     void popContext();
     /// What "prefix:name" stands for; empty, and a log entry, if the text has no colon or its prefix is not bound.
     [[nodiscard]] QualifiedName of(std::string_view text);
 
 private:
-    NamespaceManager fNamespaces;
-    std::size_t fVersion = 0; ///< of the bindings
-    std::size_t fLastVersion = 0;
-    std::vector<std::size_t> fSavedVersions;
+    /// The bindings as they were before the first one was added at a depth.
+    struct Saved {
+        std::size_t depth;
+        NamespaceContext namespaces;
+    };
+
+    NamespaceContext fNamespaces;
+    std::vector<Saved> fSaved;
+    std::size_t fDepth = 0;
     std::unordered_map<std::string, QualifiedName, TextHash, std::equal_to<>> fKnown; ///< under the present bindings
+};
+
+/// An element's names and those of the one around it, as in a Context.
+struct ElementNames {
+    QualifiedName parentType;
+    QualifiedName parentRole;
+    QualifiedName type;
+    QualifiedName role;
+
+    /// Of an element in this one.
+    [[nodiscard]] ElementNames within(QualifiedName newRole, QualifiedName newType) const noexcept {
+        return {type, role, newType, newRole};
+    }
+    [[nodiscard]] Context asContext() const;
+    friend bool operator==(ElementNames const &, ElementNames const &) noexcept = default;
+};
+
+/// What becomes of the elements with certain names in objects of a certain class, with their attributes.
+///
+/// A file has few combinations of them, so nearly every element finds its plan made.
+struct ElementPlan {
+    struct Attribute {
+        std::string const * uri; ///< this and the next as the XML reader keeps them
+        std::string const * localName;
+        QualifiedName role;
+        bool isPlain; ///< no rule is for it
+    };
+
+    ElementNames names;
+    MetaClass const * holder = nullptr;  ///< null: none made yet
+    MetaProperty const * part = nullptr; ///< the element makes a part, and no rule is for it; null for all others
+    std::vector<Attribute> attributes;   ///< those met so far
+};
+
+/// The plans of a file, as long as the rules stay as they are.
+class ElementPlans {
+public:
+    [[nodiscard]] ElementPlan & of(ElementNames const & names, MetaClass & holder, TransformerRegistry const & rules);
+    /// The attribute that comes at `place` among those of an element, or anywhere else.
+    [[nodiscard]] static ElementPlan::Attribute const & attributeOf(ElementPlan & plan, std::size_t place,
+                                                                    HASP::XmlReader::Attribute const & attribute,
+                                                                    RoleNames & roles,
+                                                                    TransformerRegistry const & rules);
+
+private:
+    std::vector<ElementPlan> fPlans; ///< indexed by a hash of the names
+    TransformerRegistry::StateOfRules fRules;
 };
 
 /// The state of the reading of one file. Put aside as a whole while a file that it links to is read.
@@ -66,7 +120,7 @@ struct ParseState {
         std::size_t firstGiven = 0; ///< in `given`
     };
     struct OpenElement {
-        Context names; ///< of the element around it
+        ElementNames names; ///< of the element around it
         std::size_t objectDepth;
     };
 
@@ -82,9 +136,10 @@ struct ParseState {
     std::string const & xmiVersion;
     RoleNames roles;
     TypeNames types;
+    ElementPlans plans;
 
     std::vector<OpenElement> elements;
-    Context currentElement;  ///< names alone
+    ElementNames currentElement;
     bool hasRoot = false;    ///< the outermost element has begun
     bool hasVersion = false; ///< the element at hand may say of which version of XMI it is
     std::size_t objectDepth = 0;
@@ -103,9 +158,10 @@ struct ParseState {
     QualifiedName textRole;
     MetaProperty const * textProperty = nullptr;
 
-    Model model;                 ///< that of this file; invalid until its top element has been read
-    FileLinks * links = nullptr; ///< of this file; null as long as `model` is invalid
-    ContextSequence sequence;    ///< kept for its storage
+    Model model;                          ///< that of this file; invalid until its top element has been read
+    FileLinks * links = nullptr;          ///< of this file; null as long as `model` is invalid
+    ContextSequence sequence;             ///< this and the next are kept for their storage
+    std::vector<QualifiedName> roleNames; ///< of the attributes at hand
 };
 
 } // namespace ZEL::Serializer

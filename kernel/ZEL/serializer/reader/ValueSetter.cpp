@@ -6,7 +6,7 @@
 
 namespace ZEL::Serializer {
 
-bool ValueSetter::setText(ClassObject const & object, MetaProperty const & property, std::string const & text,
+bool ValueSetter::setText(ClassObject const & object, MetaProperty const & property, std::string_view text,
                           bool isFurther) {
     auto const present = [&] {
         return property.storage.has(object) ? property.storage.getOne(object).toString().str() : std::string();
@@ -23,8 +23,8 @@ bool ValueSetter::setText(ClassObject const & object, MetaProperty const & prope
 }
 
 bool ValueSetter::setPart(ClassObject const & object, MetaProperty const & property, ClassObject const & part,
-                          MetaClass const & partClass, bool isFurther) {
-    bool const isSet = set(object, property, part, partClass);
+                          MetaClass const & partClass, bool isNew, bool isFurther) {
+    bool const isSet = set(object, property, part, partClass, isNew);
     if (isSet && isFurther) {
         reportReplaced(object, property);
     }
@@ -35,7 +35,7 @@ bool ValueSetter::setLink(ClassObject const & object, MetaProperty const & prope
                           bool isFurther) {
     Object const former =
         isFurther && property.storage.has(object) ? Object(property.storage.getOne(object)) : Object();
-    bool const isSet = set(object, property, target, metaClasses().of(target));
+    bool const isSet = set(object, property, target, metaClasses().of(target), false);
     if (!isSet) {
         reportRejected(object, property);
     } else if (former.getImplementationWithoutAssert() != nullptr && former != target) {
@@ -45,9 +45,9 @@ bool ValueSetter::setLink(ClassObject const & object, MetaProperty const & prope
 }
 
 bool ValueSetter::set(ClassObject const & object, MetaProperty const & property, ClassObject const & value,
-                      MetaClass const & valueClass) {
+                      MetaClass const & valueClass, bool isNew) {
     if (valueClass.inheritsFrom(property.typeBody)) {
-        return fMerger->setProperty(object, property, value);
+        return fMerger->setProperty(object, property, value, isNew);
     }
     std::string const typeName = property.type.isValid() ? property.type.getName().str() : "[noname]";
     Logger::instance()->log(LogLevel::error, Messages::ZEL_Serializer_XmiReader_TypeMismatch, typeName, property.name,

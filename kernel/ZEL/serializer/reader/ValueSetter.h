@@ -5,6 +5,7 @@
 #include <ZEL/serializer/reader/ReadReport.h>
 
 #include <string>
+#include <string_view>
 
 namespace ZEL::Serializer {
 
@@ -21,16 +22,17 @@ public:
     [[nodiscard]] MetaClassCache & metaClasses() const noexcept { return fMerger->metaClasses(); }
 
     // False if the property does not take it; `setPart` leaves the report of that to the caller.
-    bool setText(ClassObject const & object, MetaProperty const & property, std::string const & text, bool isFurther);
+    bool setText(ClassObject const & object, MetaProperty const & property, std::string_view text, bool isFurther);
+    // `isNew`: the part has been made for this, and stands nowhere yet.
     bool setPart(ClassObject const & object, MetaProperty const & property, ClassObject const & part,
-                 MetaClass const & partClass, bool isFurther);
+                 MetaClass const & partClass, bool isNew, bool isFurther);
     bool setLink(ClassObject const & object, MetaProperty const & property, ClassObject const & target, bool isFurther);
 
     void reportUnresolved(ClassObject const & object, MetaProperty const & property);
 
 private:
     bool set(ClassObject const & object, MetaProperty const & property, ClassObject const & value,
-             MetaClass const & valueClass);
+             MetaClass const & valueClass, bool isNew);
     void reportReplaced(ClassObject const & object, MetaProperty const & property);
     void reportRejected(ClassObject const & object, MetaProperty const & property);
     [[nodiscard]] std::string labelOf(ClassObject const & object, MetaProperty const & property) const;

@@ -21,7 +21,8 @@ namespace {
 
 Context makeAttribute(ParseState & state, HASP::XmlReader::Attribute const & attribute) {
     Context context;
-    context.setParent(state.currentElement);
+    context.setParentType(state.currentElement.type);
+    context.setParentRole(state.currentElement.role);
     context.setRole(state.roles.of(attribute.uri, attribute.localName));
     context.setAttribute(std::string(attribute.value));
     return context;
@@ -246,36 +247,39 @@ void XmiReaderImpl::startElement(ParseState & state) {
     for (HASP::XmlReader::Namespace const & binding : state.xml.namespaces()) {
         state.types.addNamespace(*binding.prefix, *binding.uri);
     }
+    Head const head = headOf(state);
+    QualifiedName const type = head.type == nullptr ? name : state.types.of(head.type->value);
+    state.currentElement = state.currentElement.within(name, type);
+    if (startPart(state, head)) {
+        return;
+    }
     ContextSequence sequence = std::move(state.sequence);
     sequence.clear();
-    makeContexts(state, sequence);
+    makeContexts(state, head, sequence);
     process(state, std::move(sequence));
 }
 
-void XmiReaderImpl::makeContexts(ParseState & state, ContextSequence & sequence) {
-    auto const attributes = state.xml.attributes();
-    HASP::XmlReader::Attribute const * id = nullptr;
-    HASP::XmlReader::Attribute const * type = nullptr;
-    for (HASP::XmlReader::Attribute const & attribute : attributes) {
+XmiReaderImpl::Head XmiReaderImpl::headOf(ParseState & state) {
+    Head head;
+    for (HASP::XmlReader::Attribute const & attribute : state.xml.attributes()) {
         if (attribute.uri == &state.xmiUri) {
-            id = attribute.localName == &state.xmiId ? &attribute : id;
-            type = attribute.localName == &state.xmiType ? &attribute : type;
+            head.id = attribute.localName == &state.xmiId ? &attribute : head.id;
+            head.type = attribute.localName == &state.xmiType ? &attribute : head.type;
         }
         state.hasVersion |= attribute.localName == &state.xmiVersion ||
                             (attribute.uri != &state.xmiUri && !attribute.uri->empty() && state.elements.size() == 1);
     }
+    return head;
+}
 
-    Context element;
-    element.setParent(state.currentElement);
-    element.setRole(state.elementName());
-    element.setType(type == nullptr ? element.getRole() : state.types.of(type->value));
-    state.currentElement = element;
-    element.setElement(id == nullptr ? std::string() : std::string(id->value));
-
+void XmiReaderImpl::makeContexts(ParseState & state, Head const & head, ContextSequence & sequence) {
+    auto const attributes = state.xml.attributes();
+    Context element = state.currentElement.asContext();
+    element.setElement(head.id == nullptr ? std::string() : std::string(head.id->value));
     sequence.reserve(attributes.size() + 1);
     sequence.addContext(std::move(element));
     for (HASP::XmlReader::Attribute const & attribute : attributes) {
-        if (&attribute != id && &attribute != type) {
+        if (!head.holds(attribute)) {
             sequence.addContext(makeAttribute(state, attribute));
         }
     }
@@ -296,7 +300,7 @@ void XmiReaderImpl::endElement(ParseState & state) {
     while (state.objectDepth > open.objectDepth) {
         leave(state);
     }
-    state.currentElement = std::move(open.names);
+    state.currentElement = open.names;
     state.elements.pop_back();
 }
 

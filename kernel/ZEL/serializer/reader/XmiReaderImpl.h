@@ -15,6 +15,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -70,7 +71,20 @@ private:
     void startElement(ParseState & state);
     void endElement(ParseState & state);
     void characters(ParseState & state);
-    void makeContexts(ParseState & state, ContextSequence & sequence);
+    /// What the start of an element says of itself; null for what it does not say.
+    struct Head {
+        HASP::XmlReader::Attribute const * id = nullptr;
+        HASP::XmlReader::Attribute const * type = nullptr;
+
+        [[nodiscard]] bool holds(HASP::XmlReader::Attribute const & attribute) const noexcept {
+            return &attribute == id || &attribute == type;
+        }
+    };
+    [[nodiscard]] static Head headOf(ParseState & state);
+    /// Does without Contexts what would be done by them, if the element makes a part of the object at hand and no rule
+    /// is for any of it. False, and nothing done, otherwise.
+    [[nodiscard]] bool startPart(ParseState & state, Head const & head);
+    void makeContexts(ParseState & state, Head const & head, ContextSequence & sequence);
     [[noreturn]] void raiseParseError(ParseState const & state);
     [[nodiscard]] std::string parseErrorOf(ParseState const & state) const;
 
@@ -83,10 +97,10 @@ private:
     [[nodiscard]] static std::string labelOfElement(ParseState & state);
     [[nodiscard]] bool isOfOtherVersion(ParseState & state, ContextSequence const & applied);
     void applyText(ParseState & state);
-    /// An attribute or a link.
-    void applyValue(ParseState & state, Context const & context);
+    /// An attribute or a link of the object at hand.
+    void applyValue(ParseState & state, QualifiedName role, std::string_view text, bool isLink);
     /// Of the object at hand.
-    void noteLinks(ParseState & state, std::string const & text, MetaProperty const & property);
+    void noteLinks(ParseState & state, std::string_view text, MetaProperty const & property);
     /// Whether the property takes one value only and the file has had one for the object at hand already.
     [[nodiscard]] static bool isGiven(ParseState const & state, MetaProperty const & property);
     static void noteGiven(ParseState & state, MetaProperty const & property);
@@ -95,6 +109,7 @@ private:
     // --- objects -----------------------------------------------------------------------------------------------------
     [[nodiscard]] Made makeTopLevel(ParseState & state, Context const & context);
     [[nodiscard]] Made makeChild(ParseState & state, Context const & context);
+    [[nodiscard]] Made makePart(ParseState & state, MetaProperty const & property, Context const & context);
     [[nodiscard]] Made createObject(ParseState & state, Context const & context);
     [[nodiscard]] bool adoptModel(ParseState & state, Model const & model, Context const & context);
     void enterId(ParseState & state, ClassObject const & object, ObjectId const & id);

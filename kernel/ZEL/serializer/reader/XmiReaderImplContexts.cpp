@@ -4,6 +4,7 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/Constants.h>
+#include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/serializer/Messages.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
@@ -63,7 +64,7 @@ void XmiReaderImpl::process(ParseState & state, ContextSequence && sequence) {
             state.isForeign = state.isForeign || context.isExtension();
             skipped = context;
             // The first element stands for the one in the file, even if rules have given it other names.
-            if (isFirst || context == state.currentElement) {
+            if (isFirst || context == state.currentElement.asContext()) {
                 startSkipping(state);
             }
         } else if ((context.isAttribute() || context.isReference()) && skipped.isParentOf(context)) {
@@ -91,8 +92,48 @@ void XmiReaderImpl::applyContext(ParseState & state, Context & context, bool & e
             enter(state, std::move(made), std::move(context));
         }
     } else if (isInObject && (context.isAttribute() || context.isReference())) {
-        applyValue(state, context);
+        // What is said of the envelope, or of a block in it, is read as if it were not there.
+        if (context.isReference() || context.getParentUri() != XmiConstants::XMI_NS_URI) {
+            applyValue(state, context.getRole(), context.getFirstValue(), context.isReference());
+        }
     }
+}
+
+bool XmiReaderImpl::startPart(ParseState & state, Head const & head) {
+    // The envelope is not read as the objects in it are.
+    if (state.cursor.metaClass == nullptr || state.hasVersion || &state.xml.getNamespaceURI() == &state.xmiUri) {
+        return false;
+    }
+    ElementPlan & plan = state.plans.of(state.currentElement, *state.cursor.metaClass, fTransformers);
+    if (plan.part == nullptr) {
+        return false;
+    }
+    auto const attributes = state.xml.attributes();
+    state.roleNames.clear();
+    for (HASP::XmlReader::Attribute const & attribute : attributes) {
+        if (!head.holds(attribute)) {
+            auto const & planned =
+                ElementPlans::attributeOf(plan, state.roleNames.size(), attribute, state.roles, fTransformers);
+            if (!planned.isPlain) {
+                return false;
+            }
+            state.roleNames.push_back(planned.role);
+        }
+    }
+    Context element = state.currentElement.asContext();
+    element.setElement(head.id == nullptr ? std::string() : std::string(head.id->value));
+    Made made = makePart(state, *plan.part, element);
+    if (made.metaClass == nullptr) {
+        return true; // it is skipped, and its attributes with it
+    }
+    enter(state, std::move(made), std::move(element));
+    auto role = state.roleNames.begin();
+    for (HASP::XmlReader::Attribute const & attribute : attributes) {
+        if (!head.holds(attribute)) {
+            applyValue(state, *role++, attribute.value, false);
+        }
+    }
+    return true;
 }
 
 /// Whether the element says, after all rules, that it is of another version of XMI. The root of a file does so, too, by
@@ -121,7 +162,7 @@ void XmiReaderImpl::startSkipping(ParseState & state) {
         raiseInternalError("Invalid skip state in XmiReaderImpl");
     }
     // By the name in the file: a rule may have given the Context another one, which no end of an element has.
-    state.skipName = state.currentElement.getRole();
+    state.skipName = state.currentElement.role;
     state.isSkipping = true;
     state.skipDepth = 0;
     // What a file says of itself is no part of a model.
@@ -170,10 +211,15 @@ XmiReaderImpl::Made XmiReaderImpl::makeChild(ParseState & state, Context const &
     if (!property->isComposite) {
         return {}; // what the element says is said of the present object
     }
+    return makePart(state, *property, context);
+}
+
+XmiReaderImpl::Made XmiReaderImpl::makePart(ParseState & state, MetaProperty const & property,
+                                            Context const & context) {
     Made made = createObject(state, context);
-    if (made.metaClass != nullptr &&
-        fValues.setPart(state.cursor.object, *property, made.object, *made.metaClass, isGiven(state, *property))) {
-        noteGiven(state, *property);
+    if (made.metaClass != nullptr && fValues.setPart(state.cursor.object, property, made.object, *made.metaClass,
+                                                     made.isNew, isGiven(state, property))) {
+        noteGiven(state, property);
         return made;
     }
     giveUp(made);
@@ -241,6 +287,12 @@ void XmiReaderImpl::enterId(ParseState & state, ClassObject const & object, Obje
 }
 
 FileLinks & XmiReaderImpl::linksOf(ParseState & state, ClassObject const & object) {
+    if (state.links != nullptr) {
+        internal::BodyCore const * const fileModel = state.model.getImplementation()->internal_body();
+        if (object.getImplementation()->internal_body()->internal_model() == fileModel) {
+            return *state.links;
+        }
+    }
     Model const model = object.getModelZEL();
     if (state.links != nullptr && model == state.model) {
         return *state.links;
@@ -293,24 +345,19 @@ void XmiReaderImpl::applyText(ParseState & state) {
     state.isInText = false;
 }
 
-void XmiReaderImpl::applyValue(ParseState & state, Context const & context) {
-    if (context.isAttribute() && context.getParentRole().hasUri() &&
-        context.getParentUri() == XmiConstants::XMI_NS_URI) {
-        return; // of the envelope or of a block in it, which is read as if it were not there
-    }
+void XmiReaderImpl::applyValue(ParseState & state, QualifiedName role, std::string_view text, bool isLink) {
     MetaClass & metaClass = *state.cursor.metaClass;
-    MetaProperty const * const property = metaClass.find(context.getRole());
+    MetaProperty const * const property = metaClass.find(role);
     if (property == nullptr) {
-        ++fReport.fIgnoredAttributes[metaClass.name() + "." + labelOf(context.getRole())];
-    } else if (context.isReference() || (!property->isDataType && !property->isComposite && !property->isDerived)) {
-        noteLinks(state, context.getFirstValue(), *property);
+        ++fReport.fIgnoredAttributes[metaClass.name() + "." + labelOf(role)];
+    } else if (isLink || (!property->isDataType && !property->isComposite && !property->isDerived)) {
+        noteLinks(state, text, *property);
     } else if (property->isDataType) {
         // The model would not find an object by a number that it has not assigned; and a model belongs to the file that
         // it was read from, not to the one in which it was written.
         using Role = internal::PropertyView::Role;
         bool const isOfFile = property->role == Role::Id || (property->role == Role::Uri && metaClass.isModel());
-        if (!isOfFile &&
-            fValues.setText(state.cursor.object, *property, context.getFirstValue(), isGiven(state, *property))) {
+        if (!isOfFile && fValues.setText(state.cursor.object, *property, text, isGiven(state, *property))) {
             noteGiven(state, *property);
         }
     } else {
@@ -331,9 +378,9 @@ void XmiReaderImpl::noteGiven(ParseState & state, MetaProperty const & property)
 
 // --- links -----------------------------------------------------------------------------------------------------------
 
-void XmiReaderImpl::noteLinks(ParseState & state, std::string const & text, MetaProperty const & property) {
+void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaProperty const & property) {
     ClassObject const & object = state.cursor.object;
-    std::string_view rest(text);
+    std::string_view rest = text;
     bool isFurther = isGiven(state, property);
     for (std::string_view token = takeToken(rest); !token.empty(); token = takeToken(rest)) {
         std::string external;

@@ -439,6 +439,31 @@ TEST_F(Reading, CallsTransformersForOneRunAndTellsThemOfCompletedObjects) {
     EXPECT_EQ(3u, completed.size());
 }
 
+TEST_F(Reading, HeedsRulesThatComeAndGoBetweenElementsOfOneKind) {
+    auto const dropNames = [](Rules & rules) {
+        rules.addTransform(role("name"), [](Context const &) { return ContextSequence(); });
+    };
+    auto const rules = std::make_shared<Rules>();
+    rules->setOnCreate([&, own = rules.get(), completed = 0](Context const &, ClassObject const &) mutable {
+        switch (++completed) {
+        case 2:
+            return dropNames(*own);
+        case 3:
+            return own->removeTransform(role("name"));
+        case 4:
+            auto const others = std::make_shared<Rules>();
+            dropNames(*others);
+            return reader.addTransformer(others);
+        }
+    });
+    reader.addTransformer(rules);
+    std::string text;
+    for (int i = 0; i < 5; ++i) {
+        text += element("Class", 5 + i, "name='" + std::string(1, static_cast<char>('A' + i)) + "'");
+    }
+    EXPECT_THAT(elementNames(readModel(text)), ElementsAre("A", "B", "", "D", ""));
+}
+
 TEST_F(Reading, LeavesNothingForTheNextRun) {
     readModel(element("Class", 5, "name='A' superClass='gone' x='y'"));
     EXPECT_THAT(reported(), ElementsAre("ignored Class.x 1", "unresolved Class.superClass 1"));

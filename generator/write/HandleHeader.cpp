@@ -5,7 +5,9 @@
 
 namespace zelgen {
 
-/// Inline operations use values, so the classes of these must be complete; forward declarations do for all others.
+/// Inline operations use values, so the classes of these must be complete. Operations that return anything else are
+/// templates, made where they are called: for these, forward declarations do, and the library of the metamodel need not
+/// contain them all for each class.
 std::set<std::string> headersOfHandle(Class const & of) {
     std::set<std::string> headers{"ZEL/metamodel/ClassObjectHandle.h", "ZEL/metamodel/PropertyAndObject.h",
                                   Emission::header(of, "Intf")};
@@ -35,7 +37,7 @@ std::string operations(Emission const & emission, Class const & of, bool immutab
     }
     for (Operation const * const operation : handleOperations(of)) {
         if (operationText::isOnHandle(*operation, immutable)) {
-            text += operationText::handleDeclaration(emission.print, *operation, immutable);
+            text += operationText::handleOperation(emission.print, *operation, immutable);
         }
     }
     return text;
@@ -56,7 +58,7 @@ std::string pairs(Emission const & emission, Class const & of) {
         if (!p->isHidden) {
             text +=
                 emission.print(R"(
-[[nodiscard]] ZEL::PropertyAndObject<$tag$, $X$> $P$_() const;
+template <class R = ZEL::PropertyAndObject<$tag$, $X$>> [[nodiscard]] R $P$_() const { return R(*this); }
 )",
                                {{"tag", (p->owner == &of ? "" : p->owner->type->cppName() + "::") + p->capital + 'T'},
                                 {"P", p->capital}});

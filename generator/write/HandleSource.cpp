@@ -1,47 +1,16 @@
 #include "write/Emit.h"
 #include "write/Handles.h"
-#include "write/Operations.h"
 #include "write/forms/PropertyForm.h"
 
 namespace zelgen {
 namespace {
 
 std::set<std::string> headersOf(Emission const & emission, Class const & of, std::string const & members) {
-    std::set<Type const *> types;
-    for (Property const * const p : handleProperties(of)) {
-        types.insert(p->type);
-    }
-    for (Operation const * const operation : handleOperations(of)) {
-        operationText::collectTypes(*operation, types);
-    }
     std::set<std::string> headers{"ZEL/metamodel/Class.h", "ZEL/metamodel/ClassRuntime.h",
                                   "ZEL/metamodel/Descriptors.h", "ZEL/metamodel/Model.h"};
-    for (Type const * const type : types) {
-        headers.insert(Emission::valueHeader(*type));
-    }
     headers.merge(factoryHeaders(emission, of));
     headers.merge(Emission::supportFor(members));
     return headers;
-}
-
-std::string properties(Emission const & emission, Class const & of) {
-    std::vector<std::string> blocks;
-    for (Property const * const p : handleProperties(of)) {
-        blocks.push_back(PropertyForm::of(*p).handleDefinitions(emission.printerFor(*p), *p));
-    }
-    return Printer::blocks(blocks);
-}
-
-std::string operations(Emission const & emission, Class const & of) {
-    std::vector<std::string> blocks;
-    for (Operation const * const operation : handleOperations(of)) {
-        for (bool const immutable : {true, false}) {
-            if (operationText::isOnHandle(*operation, immutable)) {
-                blocks.push_back(operationText::handleDefinition(emission.print, *operation, immutable));
-            }
-        }
-    }
-    return Printer::blocks(blocks);
 }
 
 std::string tags(Emission const & emission, Class const & of) {
@@ -51,14 +20,6 @@ std::string tags(Emission const & emission, Class const & of) {
 ZEL::internal::PropertyDescriptor const & $X$::$P$T::descriptor() noexcept { return $p$; }
 )",
                                         {{"P", p->capital}, {"p", descriptorOf(*p)}}));
-    }
-    for (Property const * const p : handleProperties(of)) {
-        if (!p->isHidden) {
-            blocks.push_back(emission.print(R"(
-ZEL::PropertyAndObject<$O$::$P$T, $X$> $X$::$P$_() const { return ZEL::PropertyAndObject<$O$::$P$T, $X$>(*this); }
-)",
-                                            {{"O", p->owner->type->cppName()}, {"P", p->capital}}));
-        }
     }
     return Printer::blocks(blocks);
 }
@@ -82,8 +43,7 @@ $H$ $H$::createDeviantWithName(ZEL::String const & name) const {
 std::string emitHandleSource(Emission const & emission, Class const & of) {
     std::string const header = Emission::header(of);
     std::string const members =
-        Printer::blocks({deviantCreator(emission, of, "Immutable" + of.name), deviantCreator(emission, of, of.name),
-                         properties(emission, of), operations(emission, of)});
+        Printer::blocks({deviantCreator(emission, of, "Immutable" + of.name), deviantCreator(emission, of, of.name)});
     std::set<std::string> known = headersOfHandle(of);
     known.insert(header);
     return emission.print(R"(

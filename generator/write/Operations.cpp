@@ -79,24 +79,14 @@ bool isOnHandle(Operation const & o, bool immutable) {
     return immutable ? o.isConst : !o.isConst || hasMutableResult;
 }
 
-std::string handleDeclaration(Printer const & print, Operation const & o, bool immutable) {
+std::string handleOperation(Printer const & print, Operation const & o, bool immutable) {
     return print(R"(
-$nodiscard$$R$ $name$($parameters$) const;
+template <class R = $R$> $nodiscard$R $name$($parameters$) const {
+    return implementationFor<R>()->$name$(getDeviant()$arguments$);
+}
 )",
                  {{"nodiscard", nodiscard(o)},
                   {"R", result(o, immutable)},
-                  {"name", o.name},
-                  {"parameters", parameters(o, true)}});
-}
-
-std::string handleDefinition(Printer const & print, Operation const & o, bool immutable) {
-    return print(R"(
-$R$ $Immutable$$X$::$name$($parameters$) const {
-    return getImplementation()->$name$(getDeviant()$arguments$);
-}
-)",
-                 {{"R", result(o, immutable)},
-                  {"Immutable", immutable ? "Immutable" : ""},
                   {"name", o.name},
                   {"parameters", parameters(o, true)},
                   {"arguments", arguments(o)}});

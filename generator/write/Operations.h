@@ -18,8 +18,7 @@ namespace operationText {
 /// Whether the class of a handle declares it: `ImmutableX` if it is const, `X` if it is not or returns handles for writing.
 [[nodiscard]] bool isOnHandle(Operation const & operation, bool immutable);
 
-[[nodiscard]] std::string handleDeclaration(Printer const & print, Operation const & operation, bool immutable);
-[[nodiscard]] std::string handleDefinition(Printer const & print, Operation const & operation, bool immutable);
+[[nodiscard]] std::string handleOperation(Printer const & print, Operation const & operation, bool immutable);
 
 /// Adds the types that must be complete where the operation is called.
 void collectTypes(Operation const & operation, std::set<Type const *> & types);

@@ -28,24 +28,45 @@ public:
     [[nodiscard]] ImmutableTested asDeviant(ZEL::ImmutableModel const & model) const;
 
     [[nodiscard]] ZEL::Boolean hasBase_Part() const { return getImplementation()->hasBase_Part(getDeviant()); }
-    [[nodiscard]] ImmutablePart getBase_Part() const;
-    [[nodiscard]] ZEL::ImmutableSequence<ZEL::ImmutableNamedElement> getTesters() const;
-    [[nodiscard]] ZEL::ImmutableNamedElement getTesterByName(ZEL::String const & name) const;
+    template <class R = ImmutablePart> [[nodiscard]] R getBase_Part() const {
+        return implementationFor<R>()->getBase_Part(getDeviant());
+    }
+    template <class R = ZEL::ImmutableSequence<ZEL::ImmutableNamedElement>> [[nodiscard]] R getTesters() const {
+        return implementationFor<R>()->getTesters(getDeviant());
+    }
+    template <class R = ZEL::ImmutableNamedElement> [[nodiscard]] R getTesterByName(ZEL::String const & name) const {
+        return implementationFor<R>()->getTesterByName(getDeviant(), name);
+    }
     [[nodiscard]] ZEL::Boolean hasBaseElement() const { return getImplementation()->hasBaseElement(getDeviant()); }
-    [[nodiscard]] ZEL::ImmutableClassObject getBaseElement() const;
-    [[nodiscard]] ZEL::ImmutableSequence<ZEL::ImmutableStereotypeObject> getAppliedStereotypeInstances() const;
+    template <class R = ZEL::ImmutableClassObject> [[nodiscard]] R getBaseElement() const {
+        return implementationFor<R>()->getBaseElement(getDeviant());
+    }
+    template <class R = ZEL::ImmutableSequence<ZEL::ImmutableStereotypeObject>> [[nodiscard]] R getAppliedStereotypeInstances() const {
+        return implementationFor<R>()->getAppliedStereotypeInstances(getDeviant());
+    }
     [[nodiscard]] ZEL::Boolean hasModelZEL() const { return getImplementation()->hasModelZEL(getDeviant()); }
-    [[nodiscard]] ZEL::ImmutableModel getModelZEL() const;
+    template <class R = ZEL::ImmutableModel> [[nodiscard]] R getModelZEL() const {
+        return implementationFor<R>()->getModelZEL(getDeviant());
+    }
     [[nodiscard]] ZEL::Boolean hasContainerZEL() const { return getImplementation()->hasContainerZEL(getDeviant()); }
-    [[nodiscard]] ZEL::ImmutableClassObject getContainerZEL() const;
-    [[nodiscard]] ZEL::ImmutableSequence<ZEL::ImmutableClassObject> getContaineeZELs() const;
+    template <class R = ZEL::ImmutableClassObject> [[nodiscard]] R getContainerZEL() const {
+        return implementationFor<R>()->getContainerZEL(getDeviant());
+    }
+    template <class R = ZEL::ImmutableSequence<ZEL::ImmutableClassObject>> [[nodiscard]] R getContaineeZELs() const {
+        return implementationFor<R>()->getContaineeZELs(getDeviant());
+    }
     [[nodiscard]] ZEL::Boolean hasRootModel() const { return getImplementation()->hasRootModel(getDeviant()); }
-    [[nodiscard]] ZEL::ImmutableModel getRootModel() const;
+    template <class R = ZEL::ImmutableModel> [[nodiscard]] R getRootModel() const {
+        return implementationFor<R>()->getRootModel(getDeviant());
+    }
     [[nodiscard]] ZEL::Boolean hasId() const { return getImplementation()->hasId(getDeviant()); }
     [[nodiscard]] ZEL::Integer getId() const { return getImplementation()->getId(getDeviant()); }
     [[nodiscard]] ZEL::Boolean hasSiid() const { return getImplementation()->hasSiid(getDeviant()); }
     [[nodiscard]] ZEL::String getSiid() const { return getImplementation()->getSiid(getDeviant()); }
-    [[nodiscard]] ZEL::ImmutableSequence<ImmutablePart> allParts(ZEL::Sequence<Part> const & without) const;
+    template <class R = ZEL::ImmutableSequence<ImmutablePart>> [[nodiscard]] R allParts(
+        ZEL::Sequence<Part> const & without) const {
+        return implementationFor<R>()->allParts(getDeviant(), without);
+    }
 };
 
 /// Handle on a Tested, for reading and writing.
@@ -63,33 +84,55 @@ public:
 
     void removeBase_Part() const { getImplementation()->removeBase_Part(getDeviant()); }
     void setBase_Part(Part const & value) const { getImplementation()->setBase_Part(getDeviant(), value); }
-    [[nodiscard]] Part getBase_Part() const;
-    [[nodiscard]] ZEL::Sequence<ZEL::NamedElement> getTesters() const;
-    [[nodiscard]] ZEL::NamedElement getTesterByName(ZEL::String const & name) const;
+    template <class R = Part> [[nodiscard]] R getBase_Part() const {
+        return implementationFor<R>()->getBase_Part(getDeviant());
+    }
+    template <class R = ZEL::Sequence<ZEL::NamedElement>> [[nodiscard]] R getTesters() const {
+        return implementationFor<R>()->getTesters(getDeviant());
+    }
+    template <class R = ZEL::NamedElement> [[nodiscard]] R getTesterByName(ZEL::String const & name) const {
+        return implementationFor<R>()->getTesterByName(getDeviant(), name);
+    }
     void removeBaseElement() const { getImplementation()->removeBaseElement(getDeviant()); }
     void setBaseElement(ZEL::ClassObject const & value) const {
         getImplementation()->setBaseElement(getDeviant(), value);
     }
-    [[nodiscard]] ZEL::ClassObject getBaseElement() const;
-    [[nodiscard]] ZEL::Sequence<ZEL::StereotypeObject> getAppliedStereotypeInstances() const;
+    template <class R = ZEL::ClassObject> [[nodiscard]] R getBaseElement() const {
+        return implementationFor<R>()->getBaseElement(getDeviant());
+    }
+    template <class R = ZEL::Sequence<ZEL::StereotypeObject>> [[nodiscard]] R getAppliedStereotypeInstances() const {
+        return implementationFor<R>()->getAppliedStereotypeInstances(getDeviant());
+    }
     void removeModelZEL() const { getImplementation()->removeModelZEL(getDeviant()); }
     void setModelZEL(ZEL::Model const & value) const { getImplementation()->setModelZEL(getDeviant(), value); }
-    [[nodiscard]] ZEL::Model getModelZEL() const;
+    template <class R = ZEL::Model> [[nodiscard]] R getModelZEL() const {
+        return implementationFor<R>()->getModelZEL(getDeviant());
+    }
     void removeContainerZEL() const { getImplementation()->removeContainerZEL(getDeviant()); }
     void setContainerZEL(ZEL::ClassObject const & value) const {
         getImplementation()->setContainerZEL(getDeviant(), value);
     }
-    [[nodiscard]] ZEL::ClassObject getContainerZEL() const;
-    [[nodiscard]] ZEL::Sequence<ZEL::ClassObject> getContaineeZELs() const;
+    template <class R = ZEL::ClassObject> [[nodiscard]] R getContainerZEL() const {
+        return implementationFor<R>()->getContainerZEL(getDeviant());
+    }
+    template <class R = ZEL::Sequence<ZEL::ClassObject>> [[nodiscard]] R getContaineeZELs() const {
+        return implementationFor<R>()->getContaineeZELs(getDeviant());
+    }
     void removeRootModel() const { getImplementation()->removeRootModel(getDeviant()); }
     void setRootModel(ZEL::Model const & value) const { getImplementation()->setRootModel(getDeviant(), value); }
-    [[nodiscard]] ZEL::Model getRootModel() const;
+    template <class R = ZEL::Model> [[nodiscard]] R getRootModel() const {
+        return implementationFor<R>()->getRootModel(getDeviant());
+    }
     void removeId() const { getImplementation()->removeId(getDeviant()); }
     void setId(ZEL::Integer const & value) const { getImplementation()->setId(getDeviant(), value); }
     void removeSiid() const { getImplementation()->removeSiid(getDeviant()); }
     void setSiid(ZEL::String const & value) const { getImplementation()->setSiid(getDeviant(), value); }
-    [[nodiscard]] ZEL::Sequence<Part> allParts(ZEL::Sequence<Part> const & without) const;
-    void polish() const;
+    template <class R = ZEL::Sequence<Part>> [[nodiscard]] R allParts(ZEL::Sequence<Part> const & without) const {
+        return implementationFor<R>()->allParts(getDeviant(), without);
+    }
+    template <class R = void> R polish() const {
+        return implementationFor<R>()->polish(getDeviant());
+    }
 
     struct Base_PartT {
         static ZEL::internal::PropertyDescriptor const & descriptor() noexcept;
@@ -107,17 +150,39 @@ public:
         }
     };
 
-    [[nodiscard]] ZEL::PropertyAndObject<Base_PartT, Tested> Base_Part_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<TesterT, Tested> Tester_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<ZEL::StereotypeObject::BaseElementT, Tested> BaseElement_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<ZEL::ClassObject::AppliedStereotypeInstanceT,
-        Tested> AppliedStereotypeInstance_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<ZEL::ClassObject::ModelZELT, Tested> ModelZEL_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<ZEL::ClassObject::ContainerZELT, Tested> ContainerZEL_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<ZEL::ClassObject::ContaineeZELT, Tested> ContaineeZEL_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<ZEL::ClassObject::RootModelT, Tested> RootModel_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<ZEL::ClassObject::IdT, Tested> Id_() const;
-    [[nodiscard]] ZEL::PropertyAndObject<ZEL::ClassObject::SiidT, Tested> Siid_() const;
+    template <class R = ZEL::PropertyAndObject<Base_PartT, Tested>> [[nodiscard]] R Base_Part_() const {
+        return R(*this);
+    }
+    template <class R = ZEL::PropertyAndObject<TesterT, Tested>> [[nodiscard]] R Tester_() const { return R(*this); }
+    template <class R = ZEL::PropertyAndObject<ZEL::StereotypeObject::BaseElementT,
+        Tested>> [[nodiscard]] R BaseElement_() const {
+        return R(*this);
+    }
+    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::AppliedStereotypeInstanceT,
+        Tested>> [[nodiscard]] R AppliedStereotypeInstance_() const {
+        return R(*this);
+    }
+    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::ModelZELT, Tested>> [[nodiscard]] R ModelZEL_() const {
+        return R(*this);
+    }
+    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::ContainerZELT,
+        Tested>> [[nodiscard]] R ContainerZEL_() const {
+        return R(*this);
+    }
+    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::ContaineeZELT,
+        Tested>> [[nodiscard]] R ContaineeZEL_() const {
+        return R(*this);
+    }
+    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::RootModelT,
+        Tested>> [[nodiscard]] R RootModel_() const {
+        return R(*this);
+    }
+    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::IdT, Tested>> [[nodiscard]] R Id_() const {
+        return R(*this);
+    }
+    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::SiidT, Tested>> [[nodiscard]] R Siid_() const {
+        return R(*this);
+    }
 };
 
 } // namespace machine

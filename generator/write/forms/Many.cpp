@@ -104,17 +104,6 @@ $field$
                        {{"byName", byName}, {"field", field}});
     }
 
-    std::string getterDefinition(Printer const & handle, Property const & p) const override {
-        return handle(R"(
-ZEL::$Immutable$Sequence<$H$> $Immutable$$X$::get$Ps$() const { return getImplementation()->get$Ps$(getDeviant()); }
-)") + (!hasByName(p) ? "" : handle(R"(
-
-$H$ $Immutable$$X$::get$P$ByName(ZEL::String const & name) const {
-    return getImplementation()->get$P$ByName(getDeviant(), name);
-}
-)"));
-    }
-
 private:
     static bool isText(Property const & p) { return p.field == FieldKind::Texts; }
     static std::string storage(Property const & p) {
@@ -202,8 +191,15 @@ ZEL::Sequence<$T$> $X$Intf::get$Ps$WithoutAssociation(ZEL::Deviant) const { $rai
 
     static std::string getters(Printer const & print, Property const & p, bool immutable) {
         Printer const handle = forHandle(print, p, immutable);
-        return handle("[[nodiscard]] ZEL::$Immutable$Sequence<$H$> get$Ps$() const;\n") +
-               (!hasByName(p) ? "" : handle("[[nodiscard]] $H$ get$P$ByName(ZEL::String const & name) const;\n"));
+        return handle(R"(
+template <class R = ZEL::$Immutable$Sequence<$H$>> [[nodiscard]] R get$Ps$() const {
+    return implementationFor<R>()->get$Ps$(getDeviant());
+}
+)") + (!hasByName(p) ? "" : handle(R"(
+template <class R = $H$> [[nodiscard]] R get$P$ByName(ZEL::String const & name) const {
+    return implementationFor<R>()->get$P$ByName(getDeviant(), name);
+}
+)"));
     }
 
 public:

@@ -37,12 +37,9 @@ public:
     [[nodiscard]] virtual std::string overrides(Printer const & print, Property const & p, Holder in) const = 0;
     [[nodiscard]] virtual std::string overrideDefinitions(Printer const & print, Property const & p,
                                                           Holder in) const = 0;
-    /// Operations of `ImmutableX`, and those that `X` adds; the definitions of those that are not inline.
+    /// Operations of `ImmutableX`, and those that `X` adds, all inline.
     [[nodiscard]] virtual std::string readers(Printer const & print, Property const & p) const = 0;
     [[nodiscard]] virtual std::string writers(Printer const & print, Property const & p) const = 0;
-    [[nodiscard]] std::string handleDefinitions(Printer const & print, Property const & p) const {
-        return getterDefinition(forHandle(print, p, true), p) + getterDefinition(forHandle(print, p, false), p);
-    }
     /// The tag by which applications name the property at compile time.
     [[nodiscard]] virtual std::string tag(Printer const & print) const = 0;
 
@@ -51,9 +48,6 @@ protected:
     /// overrides.
     [[nodiscard]] virtual std::string operations(Printer const & print, Property const & p,
                                                  Property const & by) const = 0;
-    /// The getter of a handle, with a printer of `forHandle`; empty if it is inline.
-    [[nodiscard]] virtual std::string getterDefinition(Printer const & handle, Property const & p) const = 0;
-
     /// A printer that also knows the handle: `$Immutable$`, the prefix of its name, and `$H$`, the type of its values.
     [[nodiscard]] static Printer forHandle(Printer const & print, Property const & p, bool immutable);
     /// A printer that also knows the names of `by` as `$Q$` and `$Qs$`, and as `$I$` the qualifier of an operation of

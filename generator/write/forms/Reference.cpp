@@ -79,7 +79,7 @@ void $C$::set$P$(ZEL::Deviant, $T$ const & value) { $f$ = value.getImplementatio
     std::string readers(Printer const & print, Property const &) const override {
         return print(R"(
 [[nodiscard]] ZEL::Boolean has$P$() const { return getImplementation()->has$P$(getDeviant()); }
-[[nodiscard]] $IT$ get$P$() const;
+template <class R = $IT$> [[nodiscard]] R get$P$() const { return implementationFor<R>()->get$P$(getDeviant()); }
 )");
     }
 
@@ -87,7 +87,7 @@ void $C$::set$P$(ZEL::Deviant, $T$ const & value) { $f$ = value.getImplementatio
         return print(R"(
 void remove$P$() const { getImplementation()->remove$P$(getDeviant()); }
 void set$P$($T$ const & value) const { getImplementation()->set$P$(getDeviant(), value); }
-[[nodiscard]] $T$ get$P$() const;
+template <class R = $T$> [[nodiscard]] R get$P$() const { return implementationFor<R>()->get$P$(getDeviant()); }
 )");
     }
 
@@ -114,10 +114,6 @@ $before$void removeOnly$P$(ZEL::Deviant deviant)$after$;
 $before$void setOnly$P$(ZEL::Deviant deviant, $T$ const & value)$after$;
 )",
                      {{"before", before(p, by)}, {"after", after(p, by)}, {"reading", after(p, by, isPure(p, by))}});
-    }
-
-    std::string getterDefinition(Printer const & handle, Property const &) const override {
-        return handle("$H$ $Immutable$$X$::get$P$() const { return getImplementation()->get$P$(getDeviant()); }\n");
     }
 
 private:

@@ -167,8 +167,6 @@ $view$
                       {"getter", after(p, by, pure.getter)}});
     }
 
-    std::string getterDefinition(Printer const &, Property const &) const override { return ""; }
-
 private:
     /// The expression as a plain `bool` if it is a bit-field.
     static std::string boolOf(std::string const & expression, Property const & p) {

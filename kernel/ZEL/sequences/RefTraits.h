@@ -76,7 +76,7 @@ template <BodyElement T> struct RefTraits<T> {
     /// A null handle for a null `Ref`. Throws "An Internal Error has occurred" for an element of another class.
     [[nodiscard]] static T fromRef(Ref const & ref) {
         if (ref.isValue()) [[unlikely]] {
-            return fromRef(ref.boxed());
+            return fromValue(ref);
         }
         if (ref.isNull()) {
             return T();
@@ -95,6 +95,8 @@ template <BodyElement T> struct RefTraits<T> {
     }
 
 private:
+    /// Apart, and one for all properties of the type: it is rare, and would be the larger part of each.
+    [[nodiscard, gnu::noinline, gnu::cold]] static T fromValue(Ref const & ref) { return fromRef(ref.boxed()); }
     static BodyInterface * partOf(NSInterface::ObjectIntf * body) {
         if constexpr (std::same_as<BodyInterface, NSInterface::ObjectIntf>) {
             return body;

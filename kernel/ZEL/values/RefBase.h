@@ -66,6 +66,9 @@ public:
     void setDeviant(Deviant deviant) const noexcept { fDeviant = deviant; }
 
 protected:
+    /// As `getImplementation`, for an operation that is a template by its result: what is called of the body is then
+    /// looked at where the operation is called, and only there its result must be complete.
+    template <class Result> [[nodiscard]] BodyInterface * implementationFor() const { return getImplementation(); }
     [[nodiscard]] BodyInterface * getImpl() const noexcept { return fBody; }
 
 private:

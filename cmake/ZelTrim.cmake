@@ -8,3 +8,11 @@ function(zel_trim_library target exports)
     target_link_options(${target} PRIVATE -Wl,--gc-sections -Wl,--version-script=${exports})
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${exports})
 endfunction()
+
+# zel_fold_equal_functions(TARGET) keeps one of all functions of a shared library that are equal to the byte, where the
+# linker can. For libraries in which no function is told from another by its address.
+function(zel_fold_equal_functions target)
+    if(ZEL_LINKER)
+        target_link_options(${target} PRIVATE -Wl,--icf=all)
+    endif()
+endfunction()

@@ -3,8 +3,10 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 
 namespace HASP {
@@ -62,6 +64,20 @@ Outcome convertByte(void * converter, int byte, int & character) {
     return Outcome::Character;
 }
 
+/// Mostly all of a file is, so this looks at eight bytes in one go.
+bool isAscii(char const * bytes, std::size_t size) noexcept {
+    std::uint64_t all = 0;
+    for (; size >= sizeof(all); bytes += sizeof(all), size -= sizeof(all)) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bytes, sizeof(word));
+        all |= word;
+    }
+    for (; size != 0; ++bytes, --size) {
+        all |= static_cast<unsigned char>(*bytes);
+    }
+    return (all & 0x8080808080808080U) == 0;
+}
+
 } // namespace
 
 char const * XmlEncoding::builtInName(std::string_view head) {
@@ -76,6 +92,27 @@ char const * XmlEncoding::builtInName(std::string_view head) {
         }
     }
     return label == "utf8" || label == "utf_8" ? "UTF-8" : nullptr;
+}
+
+std::size_t XmlEncoding::latin1ToUtf8(char * bytes, std::size_t size) noexcept {
+    if (isAscii(bytes, size)) {
+        return size;
+    }
+    auto const isBeyondAscii = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+    auto added = static_cast<std::size_t>(std::count_if(bytes, bytes + size, isBeyondAscii));
+    std::size_t const newSize = size + added;
+    // From the end, so that nothing is overwritten before it is read; what is in front of them all stays.
+    for (std::size_t i = size; added != 0;) {
+        auto const byte = static_cast<unsigned char>(bytes[--i]);
+        if (byte < 0x80) {
+            bytes[i + added] = bytes[i];
+        } else {
+            bytes[i + added] = static_cast<char>(0x80U | (byte & 0x3FU));
+            --added;
+            bytes[i + added] = static_cast<char>(0xC0U | (byte >> 6U));
+        }
+    }
+    return newSize;
 }
 
 std::string XmlEncoding::singleByteTable(char const * label, std::array<int, 256> & table) {

@@ -104,24 +104,36 @@ private:
 
     void parsePiece() {
         std::size_t const pieceSize = pieceAfter(fParser.unfinished());
-        char * const buffer = fParser.buffer(pieceSize);
+        // Of each byte of ISO-8859-1 there may become two.
+        char * const buffer = fParser.buffer(fIsLatin1 || !fStarted ? 2 * pieceSize : pieceSize);
         if (buffer == nullptr) {
             fParser.fail("out of memory");
             return;
         }
-        std::size_t const size = fSource.read(buffer, pieceSize);
+        std::size_t size = fSource.read(buffer, pieceSize);
         if (!fSource.error().empty()) {
             failSource();
             return;
         }
         if (!fStarted) {
             fStarted = true;
-            if (char const * const encoding = XmlEncoding::builtInName({buffer, size})) {
-                fParser.setEncoding(encoding);
-            }
+            start({buffer, size});
         }
         fAtEnd = size < pieceSize;
+        if (fIsLatin1) {
+            size = XmlEncoding::latin1ToUtf8(buffer, size);
+        }
         fParser.parse(size, fAtEnd);
+    }
+
+    void start(std::string_view head) {
+        char const * const encoding = XmlEncoding::builtInName(head);
+        if (encoding == nullptr) {
+            return;
+        }
+        // The parser takes UTF-8 as it stands, and would convert ISO-8859-1 byte by byte, of which most are ASCII.
+        fIsLatin1 = encoding == std::string_view("ISO-8859-1");
+        fParser.setEncoding(fIsLatin1 ? "UTF-8" : encoding);
     }
 
     void failSource() {
@@ -142,6 +154,7 @@ private:
     bool fFailed = false;
     bool fFinished = false;
     bool fStarted = false;
+    bool fIsLatin1 = false; ///< and converted before it is parsed
     bool fAtEnd = false;
 };
 

@@ -203,6 +203,20 @@ TEST(XmlReader, ReadsSingleByteEncodingsAndUtf16) {
     }
 }
 
+TEST(XmlReader, ReadsLongTextsOfSingleByteEncodings) {
+    // More than a piece of the file, all or none of it beyond ASCII, and each end of a piece.
+    for (std::size_t const size : {65'536u - 60, 65'536u, 131'072u, 300'001u}) {
+        for (char const * label : {"iso8859-1", "iso-8859-1"}) {
+            std::string const head = "<?xml version='1.0' encoding='" + std::string(label) + "'?>\n<a>";
+            Outcome const outcome = read(head + repeated("\xE9", size) + "<b/>" + repeated("x", size) + "\xFC\x80</c>");
+            EXPECT_THAT(outcome.events, ElementsAre("<a", "'" + repeated("\xC3\xA9", size), "<b", ">b",
+                                                    "'" + repeated("x", size) + "\xC3\xBC\xC2\x80"));
+            EXPECT_EQ(outcome.error, "mismatched tag");
+            EXPECT_EQ(outcome.place.getColumnNumber(), 2 * size + 12) << label;
+        }
+    }
+}
+
 TEST(XmlReader, RefusesOtherEncodingsAndBrokenBytes) {
     auto const error = [](std::string_view label, std::string_view bytes) {
         return read("<?xml version='1.0' encoding='" + std::string(label) + "'?>\n<a>" + std::string(bytes) + "</a>");

@@ -13,21 +13,30 @@ auto & descriptors() {
     return all;
 }
 
+/// Under what a class stands among these: its object may have gone before it is unbound, and then has no address as one
+/// of another class.
+auto & describedObjects() {
+    static auto & all = *new std::unordered_map<ClassRuntime const *, NSInterface::ObjectIntf const *>;
+    return all;
+}
+
 } // namespace
 
 void ClassRuntime::bind(ClassDescriptor const & descriptor, NSInterface::ClassIntf * metaClass, Deviant deviant) {
-    descriptors()[metaClass] = &descriptor;
     if (fMetaClass != metaClass) {
         unbind();
     }
+    descriptors()[metaClass] = &descriptor;
+    describedObjects()[this] = metaClass;
     fMetaClass = metaClass;
     fDeviant = deviant;
     fView = nullptr;
 }
 
 void ClassRuntime::unbind() noexcept {
-    if (fMetaClass != nullptr) {
-        descriptors().erase(fMetaClass);
+    if (auto const object = describedObjects().find(this); object != describedObjects().end()) {
+        descriptors().erase(object->second);
+        describedObjects().erase(object);
     }
     *this = ClassRuntime();
 }

@@ -25,14 +25,12 @@ public:
         if (p.making == Making::Unimplemented) {
             return unimplemented(print, p);
         }
-        if (!p.isField() || p.form == Form::Value) {
-            return "";
-        }
-        return print(R"(
+        std::string const presence = !p.isField() || p.form == Form::Value ? "" : print(R"(
 ZEL::Boolean $X$Intf::has$P$(ZEL::Deviant) const { return ZEL::Boolean(true); }
 
 void $X$Intf::remove$P$(ZEL::Deviant) {}
 )");
+        return Printer::blocks({presence, p.isTextField() ? noView(print) : ""});
     }
 
     std::string forwardDefinitions(Printer const & print, Property const & p, Property const & by) const override {
@@ -52,7 +50,9 @@ $T$ $X$Intf::$get$(ZEL::Deviant deviant) const { return $I$$getBy$(deviant); }
 )",
                   {{"getBy", by.getter()}, {"I", p.getter() == by.getter() ? qualifierOf(p, by) : ""}});
         return Printer::blocks({pure.presence ? "" : presence, pure.setter ? "" : setter, pure.getter ? "" : getter,
-                                !p.isTextField() || pure.getter ? "" : forwardedView(print, p, by)});
+                                !p.isTextField() ? ""
+                                : pure.getter    ? noView(print)
+                                                 : forwardedView(print, p, by)});
     }
 
     std::string overrides(Printer const & print, Property const & p, Holder) const override {
@@ -161,7 +161,7 @@ $before$void set$P$(ZEL::Deviant deviant, $T$ const & value)$setter$;
 $view$
 )",
                      {{"before", before(p, by)},
-                      {"view", p.isTextField() ? viewDeclaration(print, before(p, by), after(p, by, pure.getter)) : ""},
+                      {"view", p.isTextField() ? viewDeclaration(print, before(p, by), after(p, by)) : ""},
                       {"presence", after(p, by, pure.presence)},
                       {"setter", after(p, by, pure.setter)},
                       {"getter", after(p, by, pure.getter)}});
@@ -176,6 +176,13 @@ private:
     static std::string viewDeclaration(Printer const & print, std::string const & before, std::string const & after) {
         return print("[[nodiscard]] $before$std::string_view $get$View(ZEL::Deviant deviant) const$after$;\n",
                      {{"before", before}, {"after", after}});
+    }
+
+    /// Not pure: a body written by hand need not keep its text where a view of it can be had.
+    static std::string noView(Printer const & print) {
+        return print(R"(
+std::string_view $X$Intf::$get$View(ZEL::Deviant) const { ZEL::raiseAnInternalError(); }
+)");
     }
 
     /// A derived text is made by each read, so there is nothing to have a view of.

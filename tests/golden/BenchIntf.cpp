@@ -108,6 +108,8 @@ ZEL::Sequence<ZEL::String> BenchIntf::getRemarksWithoutAssociation(ZEL::Deviant)
     ZEL::raiseUnimplemented("The Bench.remark derived property is not yet implemented!");
 }
 
+std::string_view BenchIntf::getSignView(ZEL::Deviant) const { ZEL::raiseAnInternalError(); }
+
 ZEL::Boolean BenchIntf::hasNumber(ZEL::Deviant) const {
     ZEL::raiseUnimplemented("The Bench.number derived property is not yet implemented!");
 }

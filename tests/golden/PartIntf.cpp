@@ -103,6 +103,10 @@ ZEL::Generic::SequenceField const & PartIntf::noteField() noexcept {
     return field;
 }
 
+std::string_view PartIntf::getLabelView(ZEL::Deviant) const { ZEL::raiseAnInternalError(); }
+
+std::string_view PartIntf::getCodeView(ZEL::Deviant) const { ZEL::raiseAnInternalError(); }
+
 Part PartIntf::getPart(ZEL::Deviant, ZEL::Integer const &) {
     ZEL::raiseUnimplemented("The Part.getPart operation is not yet implemented!");
 }

@@ -45,7 +45,9 @@ struct ReaderTest : testing::Test {
     static std::string filled(std::string text) {
         for (std::size_t at = text.find('@'); at != std::string::npos; at = text.find('@', at)) {
             bool const isOther = text.compare(at, 2, "@@") == 0;
-            text.replace(at, isOther ? 2 : 1, std::string("_zel_") + (isOther ? kOther : kUuid) + "_");
+            std::string id("_zel_");
+            id.append(isOther ? kOther : kUuid).append("_");
+            text.replace(at, isOther ? 2 : 1, id);
         }
         return text;
     }

@@ -21,9 +21,7 @@ public:
     XmlOutputFile(XmlOutputFile const &) = delete;
     XmlOutputFile & operator=(XmlOutputFile const &) = delete;
 
-    void put(std::string_view text) {
-        fEnd += text.copy(room(text.size()), text.size());
-    }
+    void put(std::string_view text) { fEnd += text.copy(room(text.size()), text.size()); }
     void put(char c) {
         *room(1) = c;
         ++fEnd;

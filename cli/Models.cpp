@@ -110,8 +110,12 @@ OpenModel openModel(std::string const & file, ZEL::Serializer::XmiReaderSettings
 
 OpenModel readModel(std::string const & file, ZEL::Serializer::XmiReaderSettings const & settings) {
     OpenModel opened = openModel(file, settings);
+    std::string const kept = summaryOf(opened.losses, Fate::Kept);
+    std::string const leftOut = summaryOf(opened.losses, Fate::LeftOut);
     if (!opened.losses.isEmpty()) {
-        complain(file + ": left out: " + summaryOf(opened.losses) + " (see zel info)");
+        complain(file + ": " + (kept.empty() ? "" : "kept, not understood: " + kept) +
+                 (kept.empty() || leftOut.empty() ? "" : "; ") + (leftOut.empty() ? "" : "left out: " + leftOut) +
+                 " (see zel info)");
     }
     return opened;
 }

@@ -3,8 +3,6 @@
 #include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/serializer/dialects/DialectContexts.h>
 
-#include <sstream>
-
 namespace ZEL::Interchange {
 
 using Serializer::Context;
@@ -28,17 +26,11 @@ ContextSequence wrap(Context const & package) {
     return sequence;
 }
 
-/// A tag is applied to one element: to the first of several. That one is put last, since a property that takes one
-/// value keeps the last one; the reader reports the others.
+/// A tag is applied to one element: to the first of several. The links to the others are kept.
 ContextSequence attach(Context const & elements) {
-    std::istringstream ids(elements.getFirstValue());
-    std::string reversed;
-    for (std::string id; ids >> id;) {
-        reversed = reversed.empty() ? id : id + ' ' + reversed;
-    }
     Context base = elements;
     base.setRole({}, "base_Element");
-    base.setAttribute(reversed);
+    base.setAttribute(elements.getFirstValue());
     return base;
 }
 

@@ -9,6 +9,7 @@
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace ZEL::Serializer {
@@ -25,11 +26,14 @@ ContextSequence link(Context const & context) {
     return reference;
 }
 
+std::array<std::string, 2> umlUris() {
+    return {NamespaceRegistry::instance()->getMetaUri("uml"), XmiConstants::UML_2_0_NS_URI};
+}
+
 } // namespace
 
 StandardReadTransforms::StandardReadTransforms() {
     std::string const xmi = XmiConstants::XMI_NS_URI;
-    std::string const uml = NamespaceRegistry::instance()->getMetaUri("uml");
 
     auto const takeId = [this](Context const & context) { return takeNextId(context); };
 
@@ -44,7 +48,7 @@ StandardReadTransforms::StandardReadTransforms() {
     addTransform(Pattern().parentRole(xmi, "Extension").role("extender"),
                  [this](Context const & context) { return checkExtender(context); });
     addTransform(Pattern().role(xmi, "Extension"), [this](Context const & context) { return holdBack(context); });
-    for (std::string const & uri : {uml, std::string(XmiConstants::UML_2_0_NS_URI)}) {
+    for (std::string const & uri : umlUris()) {
         addTransform(Pattern().parentRole(uri, "Model").role("nextIdValue"), takeId);
         addTransform(Pattern().type(uri, "Profile"), skipped);
         addTransform(Pattern().parentRole(uri, "Model").role("uri"), drop);
@@ -56,9 +60,16 @@ StandardReadTransforms::StandardReadTransforms() {
     setPostTransform([this](Model const & model) { endFile(model); });
 }
 
+void StandardReadTransforms::readProfiles() {
+    for (std::string const & uri : umlUris()) {
+        removeTransform(Pattern().type(uri, "Profile"));
+    }
+}
+
 /// The value of an outer file waits until this one has been read, and is not for this one's model.
 ContextSequence StandardReadTransforms::beginFile(Context const & context) {
     fNextIdValue = 0;
+    fUuid.clear();
     return holdBack(context);
 }
 
@@ -94,7 +105,9 @@ ContextSequence StandardReadTransforms::checkExtender(Context const & context) {
 }
 
 ContextSequence StandardReadTransforms::takeNextId(Context const & context) {
-    fNextIdValue = ObjectId(context.getFirstValue()).number();
+    ObjectId const next(context.getFirstValue());
+    fNextIdValue = next.number();
+    fUuid = next.uuid();
     fNextIds.push_back(fNextIdValue);
     return {};
 }
@@ -114,6 +127,10 @@ void StandardReadTransforms::tieNextId(ClassObject const & object) {
 void StandardReadTransforms::begin(Model const & model) {
     tieNextId(model);
     raiseNextId(model);
+    // Of a model whose own id is not one of this system, this is all that the file says of its identity.
+    if (!fUuid.empty()) {
+        model.setUuidBase(String(std::exchange(fUuid, {})));
+    }
 }
 
 void StandardReadTransforms::raiseNextId(Model const & model) const {

@@ -13,8 +13,8 @@
 namespace ZEL::Serializer {
 
 void FileLinks::add(ClassObject const & object, MetaProperty const & property, std::string_view target,
-                    bool isFurther) {
-    fWaiting.push_back({object, &property, fTexts.size(), static_cast<std::uint32_t>(target.size()), isFurther});
+                    QualifiedName type, bool isFurther) {
+    fWaiting.push_back({object, &property, type, fTexts.size(), static_cast<std::uint32_t>(target.size()), isFurther});
     fTexts += target;
 }
 
@@ -57,8 +57,19 @@ void Links::resolve(FileLinks & file, FileLinks::Waiting const & link, Reference
     ClassObject const target = find(file, link);
     if (target.getImplementationWithoutAssert() == nullptr) {
         fValues.reportUnresolved(link.object, *link.property);
+        keep(file, link);
     } else if (fValues.setLink(link.object, *link.property, target, link.isFurther)) {
         fEnds.note(link.object, *link.property, target);
+    } else {
+        keep(file, link);
+    }
+}
+
+void Links::keep(FileLinks const & file, FileLinks::Waiting const & link) {
+    if (Remainders * const kept = fValues.kept()) {
+        kept->of(link.object)
+            .links.push_back(
+                {link.property->name, std::string(file.targetOf(link)), link.type.getUri(), link.type.getName()});
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
+#include <ZEL/serializer/QualifiedName.h>
 #include <ZEL/serializer/reader/LinkEnds.h>
 #include <ZEL/serializer/reader/ObjectsById.h>
 
@@ -32,7 +33,9 @@ public:
     bool enter(ObjectId const & id, ClassObject const & object) { return fObjects.enter(id, object); }
     /// `target` is an id in this file, or a URI with a fragment. `isFurther`: the file has another link before for this
     /// property, which takes one.
-    void add(ClassObject const & object, MetaProperty const & property, std::string_view target, bool isFurther);
+    /// `type`: the target's class as far as the file names it.
+    void add(ClassObject const & object, MetaProperty const & property, std::string_view target, QualifiedName type,
+             bool isFurther);
     /// The file is given up: none of its links is resolved, nor any that leads to it.
     void forget();
 
@@ -43,6 +46,7 @@ private:
     struct Waiting {
         ClassObject object;
         MetaProperty const * property;
+        QualifiedName type;
         std::size_t targetBegin; ///< in the texts of the file
         std::uint32_t targetSize;
         bool isFurther;
@@ -83,6 +87,8 @@ private:
     };
 
     void resolve(FileLinks & file, FileLinks::Waiting const & link, Reference & scratch);
+    /// The link leads to nothing that it could be set to.
+    void keep(FileLinks const & file, FileLinks::Waiting const & link);
     [[nodiscard]] bool resolveByRules(FileLinks const & file, FileLinks::Waiting const & link, Reference & scratch);
     [[nodiscard]] ClassObject find(FileLinks & file, FileLinks::Waiting const & link);
     [[nodiscard]] static ClassObject findRegistered(Place const & place, std::string_view uri, ObjectId const & id);

@@ -14,7 +14,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
+#include <utility>
 
 namespace ZEL::Serializer {
 namespace {
@@ -94,8 +96,12 @@ void XmiReaderImpl::applyContext(ParseState & state, Context & context, bool & e
     } else if (isInObject && (context.isAttribute() || context.isReference())) {
         // What is said of the envelope, or of a block in it, is read as if it were not there.
         if (context.isReference() || context.getParentUri() != XmiConstants::XMI_NS_URI) {
-            applyValue(state, context.getRole(), context.getFirstValue(), context.isReference());
+            QualifiedName const type = context.getType() == context.getRole() ? QualifiedName() : context.getType();
+            applyValue(state, context.getRole(), context.getFirstValue(), context.isReference(), type);
         }
+    } else if (context.isAttribute() && keeps() && context.getParentUri() == XmiConstants::XMI_NS_URI &&
+               context.getParentRoleName() == "XMI") {
+        keepAttribute(state, context.getRole(), context.getFirstValue());
     }
 }
 
@@ -169,7 +175,53 @@ void XmiReaderImpl::startSkipping(ParseState & state) {
     state.countsSkipped = state.skipName != QualifiedName(XmiConstants::XMI_NS_URI, "Documentation");
     if (state.countsSkipped) {
         ++fReport.fSkippedElements[labelOfElement(state)];
+        if (state.keeps && state.xml.getLocalName() != "XMI") {
+            state.skipped.start(state.xml, state.bindings);
+        }
     }
+}
+
+// --- what no property can hold ---------------------------------------------------------------------------------------
+
+void XmiReaderImpl::keepSkipped(ParseState & state) {
+    if (!state.keeps || !state.countsSkipped) {
+        return;
+    }
+    std::string text = state.skipped.take();
+    if (text.empty()) {
+        return;
+    }
+    if (state.cursor.metaClass != nullptr) {
+        fRemainders.of(state.cursor.object).elements.push_back({std::move(text)});
+    } else {
+        state.beside.elements.push_back({std::move(text), Remainder::Place::Beside});
+    }
+}
+
+void XmiReaderImpl::keepAttribute(ParseState & state, QualifiedName role, std::string_view value) {
+    auto const bound = std::find_if(state.bindings.rbegin(), state.bindings.rend(), [&](PrefixBinding const & binding) {
+        return *binding.uri == role.getUri() && !binding.prefix->empty();
+    });
+    Remainder::Attribute attribute{role.getUri(), bound != state.bindings.rend() ? *bound->prefix : std::string(),
+                                   role.getName(), std::string(value)};
+    if (state.cursor.metaClass != nullptr) {
+        fRemainders.of(state.cursor.object).attributes.push_back(std::move(attribute));
+    } else {
+        attribute.place = Remainder::Place::Beside;
+        state.beside.attributes.push_back(std::move(attribute));
+    }
+}
+
+void XmiReaderImpl::keepBeside(ParseState & state) {
+    if (state.beside.empty() || !state.model.isValid()) {
+        return;
+    }
+    Remainder & remainder = fRemainders.of(state.model);
+    auto const append = [](auto & all, auto & more) {
+        all.insert(all.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+    };
+    append(remainder.attributes, state.beside.attributes);
+    append(remainder.elements, state.beside.elements);
 }
 
 /// The element at hand as the file names it, whatever rules have made of it.
@@ -191,8 +243,28 @@ XmiReaderImpl::Made XmiReaderImpl::makeTopLevel(ParseState & state, Context cons
         Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_XmiReader_InvalidTopLevelElement,
                                 context.getUri(), context.getRoleName());
         startSkipping(state);
+    } else if (keeps() && !made.metaClass->isModel()) {
+        if (!state.model.isValid()) {
+            if (Model const model = made.object.getModelZEL(); model.isValid()) {
+                static_cast<void>(adoptModel(state, model, context));
+            }
+        }
+        placeInModel(state, made);
     }
     return made;
+}
+
+/// An element at the top that is no model becomes a part of the file's model, if the model has a place for it.
+void XmiReaderImpl::placeInModel(ParseState & state, Made const & made) {
+    if (!state.model.isValid() || made.object.getContainerZEL().isValid()) {
+        return;
+    }
+    for (MetaProperty const & property : metaClasses().of(state.model).properties()) {
+        if (property.isPart() && property.isMany && made.metaClass->inheritsFrom(property.typeBody)) {
+            static_cast<void>(fValues.setPart(state.model, property, made.object, *made.metaClass, made.isNew, false));
+            return;
+        }
+    }
 }
 
 XmiReaderImpl::Made XmiReaderImpl::makeChild(ParseState & state, Context const & context) {
@@ -216,6 +288,11 @@ XmiReaderImpl::Made XmiReaderImpl::makeChild(ParseState & state, Context const &
 
 XmiReaderImpl::Made XmiReaderImpl::makePart(ParseState & state, MetaProperty const & property,
                                             Context const & context) {
+    if (keeps() && isGiven(state, property)) {
+        fValues.reportFurther(state.cursor.object, property);
+        startSkipping(state);
+        return {};
+    }
     Made made = createObject(state, context);
     if (made.metaClass != nullptr && fValues.setPart(state.cursor.object, property, made.object, *made.metaClass,
                                                      made.isNew, isGiven(state, property))) {
@@ -242,7 +319,7 @@ XmiReaderImpl::Made XmiReaderImpl::createObject(ParseState & state, Context cons
         if (!hadModel && !adoptModel(state, model, context)) {
             return {};
         }
-        if (!state.isForeign) {
+        if (!state.isForeign && (!keeps() || id.hasPrefix())) {
             if (std::string_view const uuid = id.uuid(); !uuid.empty()) {
                 model.setUuidBase(String(uuid));
             }
@@ -261,7 +338,7 @@ bool XmiReaderImpl::adoptModel(ParseState & state, Model const & model, Context 
                                 uri.error());
         return false;
     }
-    if (context.getTypeName() != metaClasses().of(model).name()) {
+    if (!keeps() && context.getTypeName() != metaClasses().of(model).name()) {
         // Any top element of a known metamodel makes a model; this one's own content will hardly fit.
         Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_XmiReader_InvalidTopLevelElement,
                                 context.getUri(), context.getRoleName());
@@ -279,6 +356,9 @@ void XmiReaderImpl::enterId(ParseState & state, ClassObject const & object, Obje
         FileLinks & links = linksOf(state, object);
         if (!links.enter(id, object)) {
             Logger::instance()->warning("Id %s occurs more than once in model %s", id.text(), links.uri());
+        } else if (keeps() && !id.hasPrefix()) {
+            noteFileId(object, id); // by which other files, and what is kept, may name it
+            return;
         }
     }
     if (isInLinkedFile()) {
@@ -345,13 +425,17 @@ void XmiReaderImpl::applyText(ParseState & state) {
     state.isInText = false;
 }
 
-void XmiReaderImpl::applyValue(ParseState & state, QualifiedName role, std::string_view text, bool isLink) {
+void XmiReaderImpl::applyValue(ParseState & state, QualifiedName role, std::string_view text, bool isLink,
+                               QualifiedName type) {
     MetaClass & metaClass = *state.cursor.metaClass;
     MetaProperty const * const property = metaClass.find(role);
     if (property == nullptr) {
         ++fReport.fIgnoredAttributes[metaClass.name() + "." + labelOf(role)];
+        if (keeps() && !isLink) {
+            keepAttribute(state, role, text);
+        }
     } else if (isLink || (!property->isDataType && !property->isComposite && !property->isDerived)) {
-        noteLinks(state, text, *property);
+        noteLinks(state, text, *property, type);
     } else if (property->isDataType) {
         // The model would not find an object by a number that it has not assigned; and a model belongs to the file that
         // it was read from, not to the one in which it was written.
@@ -362,6 +446,9 @@ void XmiReaderImpl::applyValue(ParseState & state, QualifiedName role, std::stri
         }
     } else {
         ++fReport.fIgnoredAttributes[metaClass.name() + "." + property->name];
+        if (keeps()) {
+            keepAttribute(state, role, text);
+        }
     }
 }
 
@@ -378,11 +465,22 @@ void XmiReaderImpl::noteGiven(ParseState & state, MetaProperty const & property)
 
 // --- links -----------------------------------------------------------------------------------------------------------
 
-void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaProperty const & property) {
+void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaProperty const & property,
+                              QualifiedName type) {
     ClassObject const & object = state.cursor.object;
     std::string_view rest = text;
     bool isFurther = isGiven(state, property);
+    auto const keep = [&](std::string_view target) {
+        if (keeps()) {
+            fRemainders.of(object).links.push_back({property.name, std::string(target), type.getUri(), type.getName()});
+        }
+    };
     for (std::string_view token = takeToken(rest); !token.empty(); token = takeToken(rest)) {
+        if (isFurther && keeps()) {
+            fValues.reportFurther(object, property);
+            keep(token);
+            continue;
+        }
         std::string external;
         std::size_t const sign = token.find('#');
         // Without this sign there is no fragment, and nothing but a URI with a fragment leads out of the file.
@@ -393,6 +491,7 @@ void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaPro
                     fFiles.follow(reference, root.isValid() ? root.getUri().str() : std::string());
                 if (!uri.has_value()) {
                     fValues.reportUnresolved(object, property);
+                    keep(token);
                     continue;
                 }
                 external = *uri;
@@ -400,7 +499,7 @@ void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaPro
             }
         }
         FileLinks & links = state.links != nullptr ? *state.links : linksOf(state, object);
-        links.add(object, property, external.empty() ? token : std::string_view(external), isFurther);
+        links.add(object, property, external.empty() ? token : std::string_view(external), type, isFurther);
         noteGiven(state, property);
         isFurther = !property.isMany;
     }

@@ -99,6 +99,7 @@ private:
     void applyText(ParseState & state);
     /// An attribute or a link of the object at hand.
     void applyValue(ParseState & state, QualifiedName role, std::string_view text, bool isLink);
+    void applyDerived(ParseState & state);
     /// Of the object at hand.
     void noteLinks(ParseState & state, std::string_view text, MetaProperty const & property);
     /// Whether the property takes one value only and the file has had one for the object at hand already.

@@ -17,6 +17,25 @@ namespace {
 
 ContextSequence drop(Context const &) { return {}; }
 
+/// A condition is one of the owned rules of what it is a condition of. In some files it stands there, and is linked to;
+/// in others it stands in the place of the link.
+ContextSequence ownRule(Context const & context, std::string const & uml) {
+    std::string const & owner = context.getParentTypeUri();
+    bool const isOfUml = owner == uml || owner == XmiConstants::UML_2_0_NS_URI;
+    if (!context.isElement() || !isOfUml || context.getFirstValue().empty()) {
+        return context;
+    }
+    Context rule = context;
+    rule.setRole(HASP::XmlConstants::NULL_NS_URI, "ownedRule");
+    if (!context.getType().hasUri()) {
+        rule.setType(owner, "Constraint"); // the names of an element without a type are those of its role
+    }
+    ContextSequence sequence(
+        makeReference(parentOf(context), context.getRoleName(), rule.getType(), context.getFirstValue()));
+    sequence.addContext(rule);
+    return sequence;
+}
+
 /// `href` and `xmi:idref` make a link of the element that they stand on: the link has that element's names.
 ContextSequence link(Context const & context) {
     Context reference;
@@ -52,6 +71,10 @@ StandardReadTransforms::StandardReadTransforms() {
         addTransform(Pattern().parentRole(uri, "Model").role("nextIdValue"), takeId);
         addTransform(Pattern().type(uri, "Profile"), skipped);
         addTransform(Pattern().parentRole(uri, "Model").role("uri"), drop);
+    }
+    for (char const * const condition : {"precondition", "postcondition", "bodyCondition"}) {
+        addTransform(Pattern().role(condition),
+                     [uml = umlUris().front()](Context const & context) { return ownRule(context, uml); });
     }
     addTransform(Pattern().role(xmi, "idref"), link);
     addTransform(Pattern().role("href"), link);

@@ -119,7 +119,8 @@ struct ParseState {
         ClassObject object; ///< null: not in an object
         MetaClass * metaClass = nullptr;
         Context context;
-        std::size_t firstGiven = 0; ///< in `given`
+        std::size_t firstGiven = 0;   ///< in `given`
+        std::size_t firstDerived = 0; ///< in `derived`
     };
     struct OpenElement {
         ElementNames names; ///< of the element around it
@@ -149,6 +150,8 @@ struct ParseState {
     std::vector<Cursor> cursors;
     Cursor cursor;
     std::vector<MetaProperty const *> given; ///< properties for one value that open objects have one for, by object
+    /// What the file says of derived properties of open objects, by object.
+    std::vector<std::pair<MetaProperty const *, std::string>> derived;
 
     bool isSkipping = false;
     std::size_t skipDepth = 0; ///< open elements inside the skipped one that have its name

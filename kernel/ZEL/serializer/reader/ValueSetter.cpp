@@ -1,4 +1,6 @@
+#include <ZEL/Integer.h>
 #include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/logging/Logger.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/serializer/Messages.h>
@@ -29,6 +31,20 @@ bool ValueSetter::setText(ClassObject const & object, MetaProperty const & prope
         reportReplaced(object, property);
     }
     return true;
+}
+
+void ValueSetter::setDerived(ClassObject const & object, MetaProperty const & property, std::string_view text) {
+    bool isOpen = true;
+    try {
+        bool const isRequired = static_cast<std::int32_t>(property.property.getLower()) > 0;
+        isOpen = isRequired ? property.storage.getOne(object).toString() == property.defaultText
+                            : !property.storage.has(object); // a required one has a value in any case
+    } catch (Exception const &) {
+        // It cannot be read. Whether it can be set shows when it is.
+    }
+    if (isOpen) {
+        setText(object, property, text, false);
+    }
 }
 
 bool ValueSetter::setPart(ClassObject const & object, MetaProperty const & property, ClassObject const & part,

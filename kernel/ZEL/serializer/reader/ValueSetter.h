@@ -30,6 +30,8 @@ public:
     // False if the property does not take it; `setPart` leaves the report of that to the caller.
     bool setText(ClassObject const & object, MetaProperty const & property, std::string_view text, bool isFurther);
     // `isNew`: the part has been made for this, and stands nowhere yet.
+    /// Sets a derived property unless the object holds something that it is derived from.
+    void setDerived(ClassObject const & object, MetaProperty const & property, std::string_view text);
     bool setPart(ClassObject const & object, MetaProperty const & property, ClassObject const & part,
                  MetaClass const & partClass, bool isNew, bool isFurther);
     bool setLink(ClassObject const & object, MetaProperty const & property, ClassObject const & target, bool isFurther);

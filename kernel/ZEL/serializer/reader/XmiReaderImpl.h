@@ -100,6 +100,7 @@ private:
     /// An attribute or a link of the object at hand.
     void applyValue(ParseState & state, QualifiedName role, std::string_view text, bool isLink,
                     QualifiedName type = {});
+    void applyDerived(ParseState & state);
     /// Of the object at hand.
     void noteLinks(ParseState & state, std::string_view text, MetaProperty const & property, QualifiedName type);
     /// Whether the property takes one value only and the file has had one for the object at hand already.

@@ -394,13 +394,15 @@ void XmiReaderImpl::enter(ParseState & state, Made && made, Context && context) 
     // Bindings of this element went in before, so they are in the copy too and stay when the object is left.
     state.types.pushContext();
     state.cursors.push_back(std::move(state.cursor));
-    state.cursor = {std::move(made.object), made.metaClass, std::move(context), state.given.size()};
+    state.cursor = {std::move(made.object), made.metaClass, std::move(context), state.given.size(),
+                    state.derived.size()};
 }
 
 void XmiReaderImpl::leave(ParseState & state) {
     if (state.cursors.empty()) {
         raiseInternalError("Invalid empty Cursor stack in XmiReaderImpl");
     }
+    applyDerived(state);
     fTransformers.onCreate(state.cursor.context, state.cursor.object);
     state.given.resize(state.cursor.firstGiven);
     state.cursor = std::move(state.cursors.back());
@@ -441,7 +443,9 @@ void XmiReaderImpl::applyValue(ParseState & state, QualifiedName role, std::stri
         // it was read from, not to the one in which it was written.
         using Role = internal::PropertyView::Role;
         bool const isOfFile = property->role == Role::Id || (property->role == Role::Uri && metaClass.isModel());
-        if (!isOfFile && fValues.setText(state.cursor.object, *property, text, isGiven(state, *property))) {
+        if (property->isDerived && !property->isReadOnly && !property->isMany) {
+            state.derived.emplace_back(property, text);
+        } else if (!isOfFile && fValues.setText(state.cursor.object, *property, text, isGiven(state, *property))) {
             noteGiven(state, *property);
         }
     } else {
@@ -450,6 +454,16 @@ void XmiReaderImpl::applyValue(ParseState & state, QualifiedName role, std::stri
             keepAttribute(state, role, text);
         }
     }
+}
+
+/// A derived value counts if the object holds nothing that it could be derived from: what a file states itself goes
+/// before what its writer has made of that.
+void XmiReaderImpl::applyDerived(ParseState & state) {
+    for (std::size_t i = state.cursor.firstDerived; i < state.derived.size(); ++i) {
+        auto const & [property, text] = state.derived[i];
+        fValues.setDerived(state.cursor.object, *property, text);
+    }
+    state.derived.resize(state.cursor.firstDerived);
 }
 
 bool XmiReaderImpl::isGiven(ParseState const & state, MetaProperty const & property) {

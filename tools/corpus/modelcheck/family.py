@@ -6,7 +6,7 @@ from .xmltree import is_xmi
 
 _ECLIPSE = re.compile(r"http://www\.eclipse\.org/uml2/(\d+\.\d+)\.\d+/UML")
 _VERSION_IN_URI = re.compile(r"/XMI/?(\d[\d.]*)?$")
-_UML = re.compile(r"http://(?:schema|www)\.omg\.org/spec/UML/([\d.]+)")
+_UML = re.compile(r"http://(?:schema|www)\.omg\.org/spec/UML/([\d.]+)(?:/uml\.xml)?$")
 _MOF = re.compile(r"http://schema\.omg\.org/spec/MOF/[\d.]+/([ce]mof)")
 
 

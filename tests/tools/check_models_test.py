@@ -6,6 +6,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import zipfile
 
 CORPUS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../tools/corpus")
 sys.path.insert(0, CORPUS)
@@ -111,8 +112,16 @@ class Reading(Files):
                  "<u:Class/><u:Class/>", "Eclipse UML2 5.0, XMI 20131001, several at the top")):
             self.assertEqual(family_of(self.parsed(content, head)), expected)
 
+    def test_a_model_in_a_container_is_read(self):
+        path = os.path.join(self.folder, "shop.mdzip")
+        with zipfile.ZipFile(path, "w") as container:
+            container.writestr("notes.xml", "<notes/>" * 100)
+            container.writestr("shop.uml", HEAD + "<uml:Model/></xmi:XMI>")
+        self.assertEqual([node.name for node in parse(path).elements()], ["Model"])
+
     def test_files_that_harm_parsers_are_not_counted(self):
-        for text in ('<!DOCTYPE a [<!ENTITY b "c">]><a>&b;</a>', "<a>", "", "<a>" * 3000 + "</a>" * 3000):
+        for text in ('<!DOCTYPE a [<!ENTITY b "c">]><a>&b;</a>', "<a>", "", "<a>" * 3000 + "</a>" * 3000,
+                     "PK\x03\x04 and no more"):
             with self.assertRaises(NotCountable):
                 parse(self.file("harmful.xml", text))
 
@@ -212,7 +221,7 @@ class Runs(Files):
                                    ("[ $1 != convert ] || { echo zel: no >&2; echo zel: no >&2; exit 2; }", "one line"),
                                    ("[ $1 != convert ] || kill -SEGV $$", "crashed"),
                                    ("[ $1 != convert ] || sleep 9", "timed out")):
-            done = self.check(program, "--timeout", "2")
+            done = self.check(program, "--timeout", "2" if "sleep" in program else "60")
             self.assertEqual(done.returncode, 1, program)
             self.assertIn(complaint, done.stderr, program)
 

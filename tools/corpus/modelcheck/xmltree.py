@@ -2,11 +2,14 @@
 
 import re
 import xml.parsers.expat
+import zipfile
 
 XMI_NAMESPACE = re.compile(r"http://(schema\.omg\.org/spec/XMI/|www\.omg\.org/(spec/)?XMI)")
 XSI_NAMESPACE = "http://www.w3.org/2001/XMLSchema-instance"
 _SEPARATOR = "\n"  # which no name and no namespace contains
 _LARGEST_DEPTH = 2000
+_LARGEST_PACKED = 1 << 30
+_PACKED_MODELS = ("com.nomagic.magicdraw.uml_model.model", ".uml", ".xmi", ".mdxml", ".cmof", ".emof", ".xml")
 
 
 class NotCountable(Exception):
@@ -170,8 +173,27 @@ def parse(path):
     parser.CharacterDataHandler = builder.characters
     parser.EntityDeclHandler = builder.refuse_entities
     try:
-        with open(path, "rb") as file:
-            parser.ParseFile(file)
+        parser.Parse(_content(path), True)
+    except (zipfile.BadZipFile, NotImplementedError, RuntimeError) as error:
+        raise NotCountable(f"not to be unpacked: {error}") from error
     except (xml.parsers.expat.ExpatError, LookupError, ValueError) as error:
         raise NotCountable(f"not well-formed: {error}") from error
     return Document(builder.root, builder.namespaces)
+
+
+def _content(path):
+    """The bytes of a file or, if it is a container, of the model in it."""
+    with open(path, "rb") as file:
+        if file.read(4) != b"PK\x03\x04":
+            file.seek(0)
+            return file.read()
+    with zipfile.ZipFile(path) as container:
+        for ending in _PACKED_MODELS:
+            entries = [entry for entry in container.infolist() if entry.filename.endswith(ending)]
+            if entries:
+                with container.open(max(entries, key=lambda entry: entry.file_size)) as model:
+                    content = model.read(_LARGEST_PACKED + 1)
+                if len(content) > _LARGEST_PACKED:
+                    raise NotCountable("too large in its container")
+                return content
+    raise NotCountable("a container without a model")

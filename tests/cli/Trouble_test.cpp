@@ -25,6 +25,8 @@ TEST_F(Trouble, WhatCannotBeReadIsSaidWithTheReason) {
     make("old.xmi", "<xmi:XMI xmlns:xmi='http://schema.omg.org/spec/XMI/2.1' xmi:version='2.0'/>");
     make("bare.uml", "<uml:Model xmi:version='20131001' xmlns:xmi='http://www.omg.org/spec/XMI/20131001' "
                      "xmlns:uml='http://www.eclipse.org/uml2/5.0.0/UML' xmi:id='m'><packagedElement/></uml:Model>");
+    make("one.xmi", "<XMI xmi.version='1.2' xmlns:UML='org.omg.xmi.namespace.UML'><XMI.content/></XMI>");
+    make("cut.mdzip", std::string("PK\x03\x04") + "and no more");
     make("own.xmi", "<xmi:XMI xmlns:xmi='http://schema.omg.org/spec/XMI/2.1' xmi:version='2.1' "
                     "xmlns:p='http://example.org/prof'><p:Model name='m'><part/></p:Model><p:Note/></xmi:XMI>");
     std::filesystem::create_directory(folder.path("folder"));
@@ -43,6 +45,9 @@ TEST_F(Trouble, WhatCannotBeReadIsSaidWithTheReason) {
         {"other.xmi", "other.xmi: it holds no model of a known metamodel, found {urn:a}a"},
         {"old.xmi", "old.xmi: its XMI is of another version than 2.1"},
         {"bare.uml", "bare.uml: its XMI is of another version than 2.1"},
+        {"one.xmi", "one.xmi: it is XMI 1, which is another format; open it in the tool that wrote it, or in Eclipse "
+                    "UML2, and save it as XMI 2.1 or later\n"},
+        {"cut.mdzip", "cut.mdzip: cannot unpack "},
         {"own.xmi", "own.xmi: it holds no model of a known metamodel, found {http://example.org/prof}Model and others"},
     };
     for (auto const & [file, says] : cases) {

@@ -53,9 +53,14 @@ ContextSequence UmlReadTransforms::translate(Context const & context) {
         if (result.getType() == QualifiedName(fUml, "Model") && !result.getRole().hasUri()) {
             result.setType(fUml, "Package"); // a model can only be the whole
         }
-    } else if (result.getRoleName() == "value" && result.getFirstValue() == "-1" &&
-               result.getParentTypeName() == "LiteralUnlimitedNatural") {
-        result.setAttribute("*");
+    } else if (result.getRoleName() == "value") {
+        std::string const & type = result.getParentTypeName();
+        std::string const & value = result.getFirstValue();
+        if (type == "LiteralUnlimitedNatural" && value == "-1") {
+            result.setAttribute("*");
+        } else if (type == "LiteralBoolean" && (value == "1" || value == "0")) {
+            result.setAttribute(value == "1" ? "true" : "false");
+        }
     }
     return result;
 }

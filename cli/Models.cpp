@@ -12,6 +12,7 @@
 #include <ZEL/String.h>
 #include <ZEL/base/SafeFile.h>
 #include <ZEL/interchange/ReadTransforms.h>
+#include <ZEL/interchange/WriteTransforms.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/NamedElement.h>
@@ -41,11 +42,10 @@ std::string whyNoModel(ZEL::Serializer::ReadReport const & losses) {
     // Of XMI 1 only, whose elements have no namespace.
     if (losses.skippedElements().count("XMI") != 0) {
         return "it is XMI 1, which is another format; open it in the tool that wrote it, or in Eclipse UML2, and save "
-               "it "
-               "as XMI 2.1 or later";
+               "it as XMI 2.1 or later";
     }
     if (isOtherXmi) {
-        return "its XMI is of another version than 2.1";
+        return "its XMI is of another version than 2.0 to 2.5.1";
     }
     std::string reason = "it holds no model of a known metamodel";
     if (!found.empty()) {
@@ -142,6 +142,9 @@ void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Seriali
     settings.setElementPerValue(true);
     settings.setKeepFileIds(true); // nobody writes the files that the model refers to
     ZEL::Serializer::XmiWriter writer(settings);
+    if (format.getFormat() == ZEL::Serializer::XmiFormat::Standard) {
+        ZEL::Interchange::addWriteTransforms(writer, model);
+    }
     std::string reason;
     try {
         if (writer.write(file, model)) {

@@ -174,6 +174,7 @@ TEST_F(ForeignFile, OfOtherToolsBecomesAModel) {
           <type xmi:idref="E6"/>
           <xmi:Extension extender="Another Tool"><qualityScore value="-1"/></xmi:Extension>
           <upperValue xmi:type="uml:LiteralUnlimitedNatural" xmi:id="E5" value="-1"/>
+          <defaultValue xmi:type="uml:LiteralBoolean" xmi:id="E7" value="1"/>
         </ownedAttribute>
       </ownedMember>
       <ownedMember xmi:type="uml:Enumeration" xmi:id="E6" name="B"/>
@@ -191,14 +192,15 @@ TEST_F(ForeignFile, OfOtherToolsBecomesAModel) {
     EXPECT_EQ(standard(model), R"(  <uml:Model xmi:id="@1" name="m" uri="@2">
     <packagedElement xmi:id="@1_2" xmi:type="uml:Package" name="inner">
       <packagedElement xmi:id="@1_3" xmi:type="uml:Class" name="A">
-        <ownedAttribute xmi:id="@1_4" xmi:type="uml:Property" name="x" isID="false" type="@1_6">
+        <ownedAttribute xmi:id="@1_4" xmi:type="uml:Property" name="x" isID="false" type="@1_7">
+          <defaultValue xmi:id="@1_6" xmi:type="uml:LiteralBoolean" value="true"/>
           <upperValue xmi:id="@1_5" xmi:type="uml:LiteralUnlimitedNatural" value="*"/>
         </ownedAttribute>
       </packagedElement>
-      <packagedElement xmi:id="@1_6" xmi:type="uml:Enumeration" name="B"/>
+      <packagedElement xmi:id="@1_7" xmi:type="uml:Enumeration" name="B"/>
     </packagedElement>
   </uml:Model>
-  <Foreign:StereotypeApplication xmi:id="@1_7" profile="http://example.org/profiles/Custom" stereotype="Feature" values="isAbstract=no" base_Element="@1_3"/>
+  <Foreign:StereotypeApplication xmi:id="@1_8" profile="http://example.org/profiles/Custom" stereotype="Feature" values="isAbstract=no" base_Element="@1_3"/>
 )");
     EXPECT_TRUE(readsBack(model));
 

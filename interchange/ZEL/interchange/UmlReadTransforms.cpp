@@ -58,10 +58,10 @@ UmlReadTransforms::UmlReadTransforms() : fUml(NamespaceRegistry::instance()->get
         return;
     }
     // A model can only be the whole.
-    addTransform(Pattern().type(fUml, "Model"), [this](Context const & element) {
+    addTransform(Pattern().type(fUml, "Model"), [uml = fUml](Context const & element) {
         Context package = element;
         if (element.isElement() && !element.getRole().hasUri()) {
-            package.setType(fUml, "Package");
+            package.setType(uml, "Package");
         }
         return ContextSequence(package);
     });
@@ -76,6 +76,13 @@ UmlReadTransforms::UmlReadTransforms() : fUml(NamespaceRegistry::instance()->get
             bound.setAttribute("*");
         }
         return ContextSequence(bound);
+    });
+    addTransform(Pattern().parentType(fUml, "LiteralBoolean").role("value"), [](Context const & value) {
+        Context truth = value;
+        if (value.getFirstValue() == "1" || value.getFirstValue() == "0") {
+            truth.setAttribute(value.getFirstValue() == "1" ? "true" : "false");
+        }
+        return ContextSequence(truth);
     });
 }
 

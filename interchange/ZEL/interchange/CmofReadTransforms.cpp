@@ -30,7 +30,14 @@ ContextSequence wrap(Context const & package) {
 ContextSequence attach(Context const & elements) {
     Context base = elements;
     base.setRole({}, "base_Element");
-    base.setAttribute(elements.getFirstValue());
+    return base;
+}
+
+/// The link of a tag that has an element of its own.
+ContextSequence attachElement(Context const & link) {
+    Context base;
+    base.setRole({}, "base_Element");
+    base.setReference(link.getFirstValue());
     return base;
 }
 
@@ -51,6 +58,10 @@ CmofReadTransforms::CmofReadTransforms() {
                          return application;
                      });
         addTransform(Pattern().parentRole(cmof, "Tag").role("element"), attach);
+    }
+    if (!foreign.empty()) {
+        addTransform(Pattern().parentRole("", "element").role(XmiConstants::XMI_NS_URI, "idref"), attachElement);
+        addTransform(Pattern().parentRole("", "element").role("href"), attachElement);
     }
 }
 

@@ -118,10 +118,15 @@ ContextSequence StereotypeWriteTransforms::writeValues(Context const & values) c
 }
 
 ContextSequence StereotypeWriteTransforms::writeBase(Context const & link) {
-    Context base = link;
-    if (isSerializePhase() && fAtHand != nullptr && !fAtHand->base.empty()) {
-        base.setRole({}, "base_" + fAtHand->base);
+    if (!isSerializePhase() || fAtHand == nullptr) {
+        return link;
     }
+    // One that the file applies to nothing stands on the model, for want of another place.
+    if (fAtHand->base.empty()) {
+        return {};
+    }
+    Context base = link;
+    base.setRole({}, "base_" + fAtHand->base);
     return base;
 }
 

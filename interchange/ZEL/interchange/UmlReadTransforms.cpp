@@ -90,6 +90,10 @@ std::string UmlReadTransforms::translated(std::string const & uri) const {
     if (isXmiNamespace(uri)) {
         return XmiConstants::XMI_NS_URI;
     }
+    std::string_view const mof = between(uri, "http://www.omg.org/spec/MOF/", "");
+    if (isVersion(mof.substr(0, mof.find('/')))) {
+        return METAMODEL_CMOF_URI;
+    }
     return !fUml.empty() && isUmlNamespace(uri) ? fUml : uri;
 }
 

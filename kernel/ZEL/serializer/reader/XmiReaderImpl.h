@@ -118,7 +118,9 @@ private:
 
     // --- objects -----------------------------------------------------------------------------------------------------
     [[nodiscard]] Made makeTopLevel(ParseState & state, Context const & context);
-    void placeInModel(ParseState & state, Made const & made);
+    [[nodiscard]] Made makeFirst(ParseState & state, Context const & context);
+    [[nodiscard]] bool placeInModel(ParseState & state, Made const & made);
+    void identify(ParseState & state, Made const & made, ObjectId const & id);
     [[nodiscard]] Made makeChild(ParseState & state, Context const & context);
     [[nodiscard]] Made makePart(ParseState & state, MetaProperty const & property, Context const & context);
     [[nodiscard]] Made createObject(ParseState & state, Context const & context);

@@ -238,33 +238,49 @@ std::string XmiReaderImpl::labelOfElement(ParseState & state) {
 // --- making objects --------------------------------------------------------------------------------------------------
 
 XmiReaderImpl::Made XmiReaderImpl::makeTopLevel(ParseState & state, Context const & context) {
-    Made made = createObject(state, context);
+    Made made = keeps() && !state.model.isValid() ? makeFirst(state, context) : createObject(state, context);
     if (made.metaClass == nullptr) {
         Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_XmiReader_InvalidTopLevelElement,
                                 context.getUri(), context.getRoleName());
         startSkipping(state);
-    } else if (keeps() && !made.metaClass->isModel()) {
-        if (!state.model.isValid()) {
-            if (Model const model = made.object.getModelZEL(); model.isValid()) {
-                static_cast<void>(adoptModel(state, model, context));
-            }
-        }
-        placeInModel(state, made);
+    } else if (keeps() && !made.metaClass->isModel() && !placeInModel(state, made)) {
+        giveUp(made);
+        startSkipping(state);
+        return {};
     }
     return made;
 }
 
-/// An element at the top that is no model becomes a part of the file's model, if the model has a place for it.
-void XmiReaderImpl::placeInModel(ParseState & state, Made const & made) {
-    if (!state.model.isValid() || made.object.getContainerZEL().isValid()) {
-        return;
+/// The Merger makes a model of any first element. If that element is not the model's own, it makes an object, too.
+XmiReaderImpl::Made XmiReaderImpl::makeFirst(ParseState & state, Context const & context) {
+    Context nameless = context;
+    nameless.setElement({});
+    Made whole = createObject(state, nameless);
+    if (whole.metaClass == nullptr || !whole.metaClass->isModel()) {
+        return whole;
     }
+    std::string const & name = whole.metaClass->name();
+    if (context.getTypeName() != name && context.getRoleName() != name) {
+        return createObject(state, context);
+    }
+    identify(state, whole, ObjectId(context.getFirstValue()));
+    return whole;
+}
+
+/// An element at the top that is no model becomes a part of the file's model. False if the model has no place for it.
+bool XmiReaderImpl::placeInModel(ParseState & state, Made const & made) {
+    if (!state.model.isValid() || made.object.getContainerZEL().isValid()) {
+        return made.object.getContainerZEL().isValid();
+    }
+    MetaProperty const * place = nullptr;
     for (MetaProperty const & property : metaClasses().of(state.model).properties()) {
-        if (property.isPart() && property.isMany && made.metaClass->inheritsFrom(property.typeBody)) {
-            static_cast<void>(fValues.setPart(state.model, property, made.object, *made.metaClass, made.isNew, false));
-            return;
+        bool const isPlace = property.isPart() && made.metaClass->inheritsFrom(property.typeBody) &&
+                             (property.isMany || !property.storage.has(state.model));
+        if (isPlace && (place == nullptr || (property.isMany && !place->isMany))) {
+            place = &property;
         }
     }
+    return place != nullptr && fValues.setPart(state.model, *place, made.object, *made.metaClass, made.isNew, false);
 }
 
 XmiReaderImpl::Made XmiReaderImpl::makeChild(ParseState & state, Context const & context) {
@@ -319,14 +335,20 @@ XmiReaderImpl::Made XmiReaderImpl::createObject(ParseState & state, Context cons
         if (!hadModel && !adoptModel(state, model, context)) {
             return {};
         }
-        if (!state.isForeign && (!keeps() || id.hasPrefix())) {
-            if (std::string_view const uuid = id.uuid(); !uuid.empty()) {
-                model.setUuidBase(String(uuid));
-            }
+    }
+    Made made{std::move(object), &metaClass, isNew};
+    identify(state, made, id);
+    return made;
+}
+
+/// Enters the object by its id in the file, which for a model may hold its identity.
+void XmiReaderImpl::identify(ParseState & state, Made const & made, ObjectId const & id) {
+    if (made.metaClass->isModel() && !state.isForeign && (!keeps() || id.hasPrefix())) {
+        if (std::string_view const uuid = id.uuid(); !uuid.empty()) {
+            Model(made.object).setUuidBase(String(uuid));
         }
     }
-    enterId(state, object, id);
-    return {std::move(object), &metaClass, isNew};
+    enterId(state, made.object, id);
 }
 
 /// Makes the model that of the file.

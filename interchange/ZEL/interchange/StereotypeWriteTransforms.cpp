@@ -2,8 +2,6 @@
 #include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/serializer/dialects/DialectContexts.h>
 
-#include <hasp_util/XmlConstants.h>
-
 #include <algorithm>
 #include <cctype>
 #include <set>
@@ -20,6 +18,7 @@ using Serializer::Pattern;
 
 namespace {
 
+constexpr char kDeclarations[] = "http://www.w3.org/2000/xmlns/"; ///< the namespace of declarations of namespaces
 constexpr char kClass[] = "StereotypeApplication";
 
 bool isOfName(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '-'; }
@@ -45,7 +44,7 @@ std::string prefixFor(std::string const & uri) {
 StereotypeWriteTransforms::StereotypeWriteTransforms() {
     std::string const foreign = NamespaceRegistry::instance()->getMetaUri("Foreign");
     auto const value = [&](char const * name) { return Pattern().parentType(foreign, kClass).role(name); };
-    addTransform(Pattern().role(HASP::XmlConstants::XMLNS_ATTRIBUTE_NS_URI, "Foreign"),
+    addTransform(Pattern().role(kDeclarations, "Foreign"),
                  [this](Context const & declaration) { return declare(declaration); });
     addTransform(Pattern().type(foreign, kClass), [this](Context const & element) { return writeElement(element); });
     addTransform(value("profile"), taking(&Application::profile));

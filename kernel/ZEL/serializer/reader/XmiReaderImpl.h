@@ -95,7 +95,7 @@ private:
     void leave(ParseState & state);
     void startSkipping(ParseState & state);
     [[nodiscard]] static std::string labelOfElement(ParseState & state);
-    [[nodiscard]] static bool isLinkToPart(ParseState const & state, ContextSequence const & applied);
+    [[nodiscard]] static bool isLinkWithoutPlace(ParseState const & state, ContextSequence const & applied);
     [[nodiscard]] bool isOfOtherVersion(ParseState & state, ContextSequence const & applied);
     void applyText(ParseState & state);
     /// An attribute or a link of the object at hand.
@@ -121,7 +121,6 @@ private:
     [[nodiscard]] Made makeTopLevel(ParseState & state, Context const & context);
     [[nodiscard]] Made makeFirst(ParseState & state, Context const & context);
     [[nodiscard]] bool placeInModel(ParseState & state, Made const & made);
-    void identify(ParseState & state, Made const & made, ObjectId const & id);
     [[nodiscard]] Made makeChild(ParseState & state, Context const & context);
     [[nodiscard]] Made makePart(ParseState & state, MetaProperty const & property, Context const & context);
     [[nodiscard]] Made createObject(ParseState & state, Context const & context);

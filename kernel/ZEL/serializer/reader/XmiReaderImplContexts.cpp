@@ -3,8 +3,12 @@
 #include <ZEL/String.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/logging/Logger.h>
+#include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Constants.h>
+#include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/ModelCore.h>
+#include <ZEL/metamodel/Package.h>
 #include <ZEL/serializer/Messages.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
@@ -34,6 +38,20 @@ bool isXmiNamespace(std::string_view uri) {
 
 bool isBlank(char c) noexcept { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
+/// Whether the element's class is known, and is not one of models.
+bool isOfOtherClassThanModels(Context const & element) {
+    for (QualifiedName const name : {element.getType(), element.getRole()}) {
+        ImmutableMetaModel const metaModel(MetaModelRegistry::instance()->getModelFromUri(name.getUri()));
+        ImmutableClass const metaClass =
+            metaModel.isValid() ? ImmutableClass(metaModel.getTopPackage().getOwnedTypeByName(String(name.getName())))
+                                : ImmutableClass();
+        if (metaClass.isValid()) {
+            return !internal::MetaClassView::of(metaClass)->isModel();
+        }
+    }
+    return false;
+}
+
 /// The text up to the next blank, taken off `rest`; empty if nothing but blanks is left. Links are so many that a
 /// general tokenizer shows in the time of a read.
 std::string_view takeToken(std::string_view & rest) noexcept {
@@ -60,7 +78,7 @@ void XmiReaderImpl::process(ParseState & state, ContextSequence && sequence) {
     if (isOfOtherVersion(state, applied)) {
         startSkipping(state);
         applied.clear();
-    } else if (keeps() && isLinkToPart(state, applied)) {
+    } else if (keeps() && isLinkWithoutPlace(state, applied)) {
         startSkipping(state);
         applied.clear();
     }
@@ -85,19 +103,22 @@ void XmiReaderImpl::process(ParseState & state, ContextSequence && sequence) {
     state.sequence = std::move(applied);
 }
 
-/// Whether the element stands for a part of the object at hand that is in another file: no object can have that as its
-/// part here.
-bool XmiReaderImpl::isLinkToPart(ParseState const & state, ContextSequence const & applied) {
-    if (state.cursor.metaClass == nullptr || applied.size() < 2 || !applied.front().isElement() ||
-        applied.front().skipContext()) {
+/// Whether the element at hand is a link, and its object has no property that could hold one: none of this name, or one
+/// for parts, which cannot be in another file.
+bool XmiReaderImpl::isLinkWithoutPlace(ParseState const & state, ContextSequence const & applied) {
+    if (state.cursor.metaClass == nullptr) {
         return false;
     }
-    QualifiedName const role = applied.front().getRole();
-    bool const isLink = std::any_of(applied.begin(), applied.end(), [role](Context const & context) {
-        return context.isReference() && context.getRole() == role;
-    });
+    QualifiedName const role = state.currentElement.role;
+    bool isLink = false;
+    for (Context const & context : applied) {
+        if (context.isElement() && (context.skipContext() || context.getRole() != role)) {
+            return false;
+        }
+        isLink = isLink || (context.isReference() && context.getRole() == role);
+    }
     MetaProperty const * const property = isLink ? state.cursor.metaClass->find(role) : nullptr;
-    return property != nullptr && property->isComposite && !property->isDataType;
+    return isLink && (property == nullptr || (property->isComposite && !property->isDataType));
 }
 
 void XmiReaderImpl::applyContext(ParseState & state, Context & context, bool & entered) {
@@ -271,20 +292,15 @@ XmiReaderImpl::Made XmiReaderImpl::makeTopLevel(ParseState & state, Context cons
     return made;
 }
 
-/// The Merger makes a model of any first element. If that element is not the model's own, it makes an object, too.
+/// The Merger makes a model of any first element. If that element is of another class, it makes an object, too.
 XmiReaderImpl::Made XmiReaderImpl::makeFirst(ParseState & state, Context const & context) {
-    Context nameless = context;
-    nameless.setElement({});
-    Made whole = createObject(state, nameless);
-    if (whole.metaClass == nullptr || !whole.metaClass->isModel()) {
-        return whole;
-    }
-    std::string const & name = whole.metaClass->name();
-    if (context.getTypeName() != name && context.getRoleName() != name) {
+    if (!isOfOtherClassThanModels(context)) {
         return createObject(state, context);
     }
-    identify(state, whole, ObjectId(context.getFirstValue()));
-    return whole;
+    Context nameless = context;
+    nameless.setElement({});
+    Made const whole = createObject(state, nameless);
+    return whole.metaClass != nullptr ? createObject(state, context) : Made();
 }
 
 /// An element at the top that is no model becomes a part of the file's model. False if the model has no place for it.
@@ -355,20 +371,14 @@ XmiReaderImpl::Made XmiReaderImpl::createObject(ParseState & state, Context cons
         if (!hadModel && !adoptModel(state, model, context)) {
             return {};
         }
-    }
-    Made made{std::move(object), &metaClass, isNew};
-    identify(state, made, id);
-    return made;
-}
-
-/// Enters the object by its id in the file, which for a model may hold its identity.
-void XmiReaderImpl::identify(ParseState & state, Made const & made, ObjectId const & id) {
-    if (made.metaClass->isModel() && !state.isForeign && (!keeps() || id.hasPrefix())) {
-        if (std::string_view const uuid = id.uuid(); !uuid.empty()) {
-            Model(made.object).setUuidBase(String(uuid));
+        if (!state.isForeign && (!keeps() || id.hasPrefix())) {
+            if (std::string_view const uuid = id.uuid(); !uuid.empty()) {
+                model.setUuidBase(String(uuid));
+            }
         }
     }
-    enterId(state, made.object, id);
+    enterId(state, object, id);
+    return {std::move(object), &metaClass, isNew};
 }
 
 /// Makes the model that of the file.

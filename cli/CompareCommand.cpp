@@ -25,7 +25,7 @@ class SharedCompanions {
 public:
     SharedCompanions(std::vector<ZEL::Model> const & models, std::string const & secondFile) {
         for (ZEL::Model const & model : models) {
-            if (!areSameFile(pathOf(model.getUri()), secondFile)) {
+            if (!areSameFile(ZEL::Interchange::pathOfFileUri(model.getUri()), secondFile)) {
                 fUris.push_back(model.getUri());
                 ZEL::MetaModelRegistry::instance()->bindUriToModel(fUris.back(), model);
             }
@@ -42,8 +42,8 @@ public:
     /// The file of a model with the same content as the file; empty if there is none.
     [[nodiscard]] std::string fileFor(std::string const & uri) const {
         for (std::string const & known : fUris) {
-            if (haveSameContent(pathOf(known), pathOf(uri))) {
-                return pathOf(known);
+            if (haveSameContent(ZEL::Interchange::pathOfFileUri(known), ZEL::Interchange::pathOfFileUri(uri))) {
+                return ZEL::Interchange::pathOfFileUri(known);
             }
         }
         return {};
@@ -61,13 +61,13 @@ bool isEqual(ZEL::Comparator & comparator) {
 struct Arguments {
     std::string first;
     std::string second;
-    ZEL::Serializer::XmiReaderSettings settings;
+    ReadSettings settings;
 };
 
 ExitCode compare(Arguments const & given) {
     OpenModel const first = readModel(given.first, given.settings);
     SharedCompanions const companions(first.companions, given.second);
-    ZEL::Serializer::XmiReaderSettings settings = given.settings;
+    ReadSettings settings = given.settings;
     settings.setExternalUriResolver([&companions](std::string const & uri) { return companions.fileFor(uri); });
     OpenModel const second = readModel(given.second, settings);
 
@@ -92,7 +92,7 @@ Command compareCommand(CLI::App & app) {
     auto const given = std::make_shared<Arguments>();
     addArgument(app, "A", given->first, "A model file");
     addArgument(app, "B", given->second, "Another one");
-    addRoot(app, given->settings);
+    addLinks(app, given->settings);
     return [given] { return compare(*given); };
 }
 

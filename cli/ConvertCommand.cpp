@@ -16,7 +16,7 @@ namespace {
 /// Links to the output file would lead into the model itself.
 void requireNoCompanion(std::string const & output, OpenModel const & opened, std::string const & input) {
     for (ZEL::Model const & companion : opened.companions) {
-        if (areSameFile(pathOf(companion.getUri()), output)) {
+        if (areSameFile(ZEL::Interchange::pathOfFileUri(companion.getUri()), output)) {
             throw Trouble("cannot write " + output + ": " + input + " has links to it");
         }
     }
@@ -27,7 +27,7 @@ struct Arguments {
     std::string output;
     ZEL::Serializer::XmiFormat from = ZEL::Serializer::XmiFormat::Standard;
     ZEL::Serializer::XmiFormat to = ZEL::Serializer::XmiFormat::Standard;
-    ZEL::Serializer::XmiReaderSettings settings;
+    ReadSettings settings;
 };
 
 ExitCode convert(Arguments & given) {
@@ -46,7 +46,7 @@ Command convertCommand(CLI::App & app) {
     auto const given = std::make_shared<Arguments>();
     addArgument(app, "IN", given->input, "The file to read");
     addArgument(app, "OUT", given->output, "The file to write; links into other files are made relative to it");
-    addRoot(app, given->settings);
+    addLinks(app, given->settings);
     addFormat(app, "--from", given->from, {"standard", "magicdraw"}, "The dialect of IN");
     addFormat(app, "--to", given->to, {"standard", "magicdraw", "rhapsody"}, "The dialect of OUT");
     return [given] { return convert(*given); };

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -68,20 +67,6 @@ std::string writablePage(std::string const & name) {
     std::string page = name + ".html";
     requireWritable(page);
     return page;
-}
-
-std::string pathOf(std::string const & uri) {
-    std::string const scheme = "file://";
-    std::string path;
-    for (std::size_t i = uri.starts_with(scheme) ? scheme.size() : uri.size(); i < uri.size(); ++i) {
-        unsigned char code = 0;
-        bool const isEscape =
-            uri[i] == '%' && i + 2 < uri.size() &&
-            std::from_chars(uri.data() + i + 1, uri.data() + i + 3, code, 16).ptr == uri.data() + i + 3;
-        path += isEscape ? static_cast<char>(code) : uri[i];
-        i += isEscape ? 2 : 0;
-    }
-    return path;
 }
 
 bool areSameFile(std::string const & a, std::string const & b) {

@@ -14,8 +14,6 @@ void requireWritable(std::string const & file);
 /// The file of the page of that name: the name with ".html". Throws `Trouble` as `requireWritable` does.
 [[nodiscard]] std::string writablePage(std::string const & name);
 
-/// The path of a file URI; empty for any other URI.
-[[nodiscard]] std::string pathOf(std::string const & uri);
 /// Whether both are names of the same existing file.
 [[nodiscard]] bool areSameFile(std::string const & a, std::string const & b);
 /// Whether both files can be read and contain the same bytes.

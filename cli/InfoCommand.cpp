@@ -51,7 +51,12 @@ ExitCode info(Input const & input) {
         row("refers to", companion.getUri().str() + " (" + counted(ZEL::objectsIn(companion).size(), "object") + ")");
     }
 
-    row("left out", opened.losses.isEmpty() ? "nothing" : summaryOf(opened.losses));
+    std::string const leftOut = summaryOf(opened.losses, Fate::LeftOut);
+    std::string const kept = summaryOf(opened.losses, Fate::Kept);
+    row("left out", leftOut.empty() ? "nothing" : leftOut);
+    if (!kept.empty()) {
+        row("kept", kept + ", not understood");
+    }
 
     std::map<std::string, std::size_t> counts;
     for (ZEL::ImmutableClassObject const & object : objects) {

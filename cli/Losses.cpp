@@ -18,27 +18,30 @@ struct Kind {
     char const * heading;
     char const * noun;
     ReadReport::Counts const & (ReadReport::*counts)() const noexcept;
+    Fate fate;
 };
 
 constexpr std::array<Kind, 8> kKinds{{
-    {"elements skipped", "element", &ReadReport::skippedElements},
-    {"elements in them", "element", &ReadReport::skippedContents},
-    {"attributes ignored", "attribute", &ReadReport::ignoredAttributes},
-    {"values refused", "value", &ReadReport::rejectedValues},
-    {"values replaced by a later one", "value", &ReadReport::replacedValues},
-    {"objects that nothing contains", "object", &ReadReport::uncontainedObjects},
-    {"links without target", "link", &ReadReport::unresolvedReferences},
-    {"files not read", "file", &ReadReport::unreadFiles},
+    {"elements skipped", "element", &ReadReport::skippedElements, Fate::Kept},
+    {"elements in them", "element", &ReadReport::skippedContents, Fate::Kept},
+    {"attributes ignored", "attribute", &ReadReport::ignoredAttributes, Fate::Kept},
+    {"values refused", "value", &ReadReport::rejectedValues, Fate::Kept},
+    {"values beside a single one", "value", &ReadReport::replacedValues, Fate::Kept},
+    {"objects that nothing contains", "object", &ReadReport::uncontainedObjects, Fate::LeftOut},
+    {"links without target", "link", &ReadReport::unresolvedReferences, Fate::Kept},
+    {"files not read", "file", &ReadReport::unreadFiles, Fate::LeftOut},
 }};
 
 } // namespace
 
-std::string summaryOf(ReadReport const & report) {
+std::string summaryOf(ReadReport const & report, Fate fate) {
     std::string text;
     std::size_t total = 0;
     for (auto kind = kKinds.begin(); kind != kKinds.end(); ++kind) {
-        for (auto const & [name, count] : (report.*kind->counts)()) {
-            total += count;
+        if (kind->fate == fate) {
+            for (auto const & [name, count] : (report.*kind->counts)()) {
+                total += count;
+            }
         }
         auto const next = std::next(kind);
         bool const isLastOfNoun = next == kKinds.end() || std::string_view(next->noun) != kind->noun;

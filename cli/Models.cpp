@@ -12,6 +12,7 @@
 #include <ZEL/String.h>
 #include <ZEL/base/SafeFile.h>
 #include <ZEL/interchange/ReadTransforms.h>
+#include <ZEL/interchange/WriteTransforms.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/NamedElement.h>
@@ -38,8 +39,13 @@ std::string whyNoModel(ZEL::Serializer::ReadReport const & losses) {
             found.push_back(name);
         }
     }
+    // Of XMI 1 only, whose elements have no namespace.
+    if (losses.skippedElements().count("XMI") != 0) {
+        return "it is XMI 1, which is another format; open it in the tool that wrote it, or in Eclipse UML2, and save "
+               "it as XMI 2.1 or later";
+    }
     if (isOtherXmi) {
-        return "its XMI is of another version than 2.1";
+        return "its XMI is of another version than 2.0 to 2.5.1";
     }
     std::string reason = "it holds no model of a known metamodel";
     if (!found.empty()) {
@@ -83,35 +89,43 @@ ZEL::Model registeredMetamodel(std::string const & uriOrPrefix) {
 
 } // namespace
 
-OpenModel openModel(std::string const & file, ZEL::Serializer::XmiReaderSettings settings) {
+OpenModel openModel(std::string const & file, ReadSettings settings) {
     requireReadable(file);
     Progress const progress("reading " + file);
     registerMetaModelsFor(file, settings);
     settings.setSkipUnreadableExternalFiles(true);
+    ZEL::Interchange::FileFinder files(settings.places);
+    files.prepare(settings);
     ZEL::Serializer::XmiReader reader(settings);
     OpenModel opened;
     try {
         ZEL::Interchange::addReadTransforms(reader);
-        opened.model = ZEL::Model(reader.read(file));
+        opened.model = ZEL::Model(reader.read(files.open(file)));
     } catch (std::bad_alloc const &) {
         throw;
     } catch (std::exception const & exception) {
-        throw Trouble("cannot read " + file + ": " + exception.what());
+        throw Trouble("cannot read " + file + ": " + files.withoutTemporaryNames(exception.what()));
     }
     if (!opened.model.isValid()) {
         throw Trouble("cannot read " + file + ": " + whyNoModel(reader.report()));
     }
     for (int i = 0; i < reader.referredModelCount(); ++i) {
         opened.companions.emplace_back(reader.getReferredModel(i));
+        files.restoreUri(opened.companions.back());
     }
+    files.restoreUri(opened.model);
     opened.losses = reader.report();
     return opened;
 }
 
-OpenModel readModel(std::string const & file, ZEL::Serializer::XmiReaderSettings const & settings) {
+OpenModel readModel(std::string const & file, ReadSettings const & settings) {
     OpenModel opened = openModel(file, settings);
+    std::string const kept = summaryOf(opened.losses, Fate::Kept);
+    std::string const leftOut = summaryOf(opened.losses, Fate::LeftOut);
     if (!opened.losses.isEmpty()) {
-        complain(file + ": left out: " + summaryOf(opened.losses) + " (see zel info)");
+        complain(file + ": " + (kept.empty() ? "" : "kept, not understood: " + kept) +
+                 (kept.empty() || leftOut.empty() ? "" : "; ") + (leftOut.empty() ? "" : "left out: " + leftOut) +
+                 " (see zel info)");
     }
     return opened;
 }
@@ -128,6 +142,9 @@ void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Seriali
     settings.setElementPerValue(true);
     settings.setKeepFileIds(true); // nobody writes the files that the model refers to
     ZEL::Serializer::XmiWriter writer(settings);
+    if (format.getFormat() == ZEL::Serializer::XmiFormat::Standard) {
+        ZEL::Interchange::addWriteTransforms(writer, model);
+    }
     std::string reason;
     try {
         if (writer.write(file, model)) {

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "ReadSettings.h"
 #include "Text.h"
 
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/serializer/XmiFormat.h>
 #include <ZEL/serializer/reader/ReadReport.h>
-#include <ZEL/serializer/reader/XmiReaderSettings.h>
 
 #include <string>
 #include <vector>
@@ -20,11 +20,11 @@ struct OpenModel {
     ZEL::Serializer::ReadReport losses; ///< the content of all these files that did not reach a model
 };
 
-/// Reads the file, which may be that of another tool. Files that it refers to and that cannot be read are left out.
-/// Throws `Trouble` if there is no model in the file.
-[[nodiscard]] OpenModel openModel(std::string const & file, ZEL::Serializer::XmiReaderSettings settings = {});
+/// Reads the file, which may be that of another tool, and packed. Files that it refers to and that cannot be read are
+/// left out. Throws `Trouble` if there is no model in the file.
+[[nodiscard]] OpenModel openModel(std::string const & file, ReadSettings settings = {});
 /// The same; also prints a line on standard error that sums up what was lost.
-[[nodiscard]] OpenModel readModel(std::string const & file, ZEL::Serializer::XmiReaderSettings const & settings = {});
+[[nodiscard]] OpenModel readModel(std::string const & file, ReadSettings const & settings = {});
 
 /// Throws `Trouble` if the file cannot be written. It is then unchanged, and no other file is left, unless the text
 /// says so.

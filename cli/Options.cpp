@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
+#include <iterator>
 #include <limits>
 #include <system_error>
 
@@ -32,6 +33,13 @@ void add(CLI::App & app, std::string const & name, Number & number, std::string 
     } else {
         option->capture_default_str();
     }
+}
+
+/// The parts before and after the last "=", since URIs may have some.
+ZEL::Interchange::Place placeOf(std::string const & text) {
+    std::size_t const sign = text.rfind('=');
+    return sign == std::string::npos ? ZEL::Interchange::Place()
+                                     : ZEL::Interchange::Place{text.substr(0, sign), text.substr(sign + 1)};
 }
 
 } // namespace
@@ -77,21 +85,39 @@ void addFormat(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFor
         ->type_name("DIALECT");
 }
 
-void addRoot(CLI::App & app, ZEL::Serializer::XmiReaderSettings & settings) {
-    auto const check = [](std::string const & text) {
+void addLinks(CLI::App & app, ReadSettings & settings) {
+    auto const isFolder = [](std::string const & text) {
         std::error_code failure;
         return std::filesystem::is_directory(text, failure) ? std::string()
                                                             : "found " + nameOf(text) + ", expected a folder";
     };
     auto const take = [&settings](std::string const & folder) { settings.setExternalRootFolder(folder); };
     app.add_option_function<std::string>("--root", take, "Links open no file outside of this folder; default any file")
-        ->check(check)
+        ->check(isFolder)
         ->type_name("FOLDER");
+
+    auto const isPlace = [](std::string const & text) {
+        ZEL::Interchange::Place const place = placeOf(text);
+        std::error_code failure;
+        return !place.uri.empty() && std::filesystem::exists(place.path, failure)
+                   ? std::string()
+                   : "found " + nameOf(text) + ", expected a URI or a file's name, =, and a folder or file";
+    };
+    auto const add = [&settings](std::vector<std::string> const & texts) {
+        std::transform(texts.begin(), texts.end(), std::back_inserter(settings.places), placeOf);
+    };
+    app.add_option_function<std::vector<std::string>>(
+           "--map", add,
+           "Links that begin with URI, such as pathmap://SHOP/, lead into FOLDER; can be given several times")
+        ->check(isPlace)
+        ->type_name("URI=FOLDER")
+        ->expected(1)
+        ->take_all();
 }
 
 void addInput(CLI::App & app, Input & input) {
     addArgument(app, "FILE", input.file, "A model file");
-    addRoot(app, input.settings);
+    addLinks(app, input.settings);
 }
 
 } // namespace cli

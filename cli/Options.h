@@ -1,7 +1,8 @@
 #pragma once
 
+#include "ReadSettings.h"
+
 #include <ZEL/serializer/XmiFormat.h>
-#include <ZEL/serializer/reader/XmiReaderSettings.h>
 
 #include <optional>
 #include <string>
@@ -37,15 +38,15 @@ void addNumber(CLI::App & app, std::string const & name, unsigned int & number, 
 void addFormat(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFormat & format,
                std::vector<std::string> const & formats, std::string const & description);
 
-/// Adds the option for the folder outside of which links may not open files.
-void addRoot(CLI::App & app, ZEL::Serializer::XmiReaderSettings & settings);
+/// Adds the options for where links lead, and for the folder outside of which they may not open files.
+void addLinks(CLI::App & app, ReadSettings & settings);
 
 /// The file that a command reads, and how it is read.
 struct Input {
     std::string file;
-    ZEL::Serializer::XmiReaderSettings settings;
+    ReadSettings settings;
 };
-/// Adds the argument for the file and the option for the root.
+/// Adds the argument for the file and those for links.
 void addInput(CLI::App & app, Input & input);
 
 } // namespace cli

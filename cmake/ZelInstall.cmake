@@ -22,6 +22,7 @@ install(DIRECTORY ${PROJECT_BINARY_DIR}/interchange/generated/Foreign/ DESTINATI
     FILES_MATCHING PATTERN *.h)
 install(FILES ${ZEL_METAMODEL_DEFINITION} DESTINATION ${data_dir})
 install(DIRECTORY metamodels/uml DESTINATION ${data_dir} FILES_MATCHING PATTERN *.yaml)
+install(DIRECTORY ${ZEL_LIBRARIES_FOLDER} DESTINATION ${data_dir})
 # Printers for gdb, beside the library.
 install(FILES ${ZEL_GDB_PRINTERS} DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(EXPORT zelTargets NAMESPACE zel:: DESTINATION ${package_dir})

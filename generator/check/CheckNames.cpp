@@ -79,10 +79,13 @@ void Checker::checkTwins(TypeDefinition const & type) {
             if (isNew) {
                 continue;
             }
-            Catalogue::PropertyEntry const & other = first->second;
-            std::vector<Entry> const above = fCatalogue.closure(other.owner);
-            if (std::find(above.begin(), above.end(), entry) != above.end()) {
+            Catalogue::PropertyEntry & other = first->second;
+            if (isKindOf(other.owner, entry)) {
                 continue; // redefined
+            }
+            if (isKindOf(entry, other.owner)) {
+                other = {entry, &p}; // redefines the one seen before
+                continue;
             }
             long lower = 0;
             long upper = 1;

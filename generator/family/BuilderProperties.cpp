@@ -144,6 +144,14 @@ void FamilyBuilder::connectProperty(Property & property, PropertyDefinition cons
     if (!source.redefines.empty()) {
         property.redefined.push_back(&propertyOf(fCatalogue.findProperty(source.redefines.text, from)));
     }
+    // What those redefine under other names, too: two superclasses may have put different ones in its place.
+    for (std::size_t i = 0; i < property.redefined.size(); ++i) {
+        for (Property const * const further : property.redefined[i]->redefined) {
+            if (std::find(property.redefined.begin(), property.redefined.end(), further) == property.redefined.end()) {
+                property.redefined.push_back(further);
+            }
+        }
+    }
     if (!source.opposite.empty()) {
         property.opposite = &propertyOf(fCatalogue.findProperty(source.opposite.text, from));
     }

@@ -45,6 +45,10 @@ constexpr ByteClasses byteClasses(XmlEscaper::Place place) {
     for (std::size_t i = 0x80; i < 0x100; ++i) {
         classes[i] = beyondAscii;
     }
+    if (place == XmlEscaper::Place::Markup) {
+        classes['\n'] = classes['\t'] = plain;
+        return classes;
+    }
     bool const isAttribute = place == XmlEscaper::Place::Attribute;
     // In an attribute a parser would turn line ends and tabs into blanks.
     classes['\n'] = classes['\t'] = isAttribute ? special : plain;
@@ -55,6 +59,18 @@ constexpr ByteClasses byteClasses(XmlEscaper::Place place) {
 
 constexpr ByteClasses attributeClasses = byteClasses(XmlEscaper::Place::Attribute);
 constexpr ByteClasses contentClasses = byteClasses(XmlEscaper::Place::Content);
+constexpr ByteClasses markupClasses = byteClasses(XmlEscaper::Place::Markup);
+
+ByteClasses const & classesOf(XmlEscaper::Place place) noexcept {
+    switch (place) {
+    case XmlEscaper::Place::Attribute:
+        return attributeClasses;
+    case XmlEscaper::Place::Markup:
+        return markupClasses;
+    default:
+        return contentClasses;
+    }
+}
 
 std::string_view replacement(char c) noexcept {
     switch (c) {
@@ -125,7 +141,7 @@ constexpr std::array<bool, 256> isAsciiNameCharacter = asciiNameCharacters();
 } // namespace
 
 char const * XmlEscaper::putInRuns(XmlOutputFile & out, std::string_view text, Place place) const {
-    ByteClasses const & classes = place == Place::Attribute ? attributeClasses : contentClasses;
+    ByteClasses const & classes = classesOf(place);
     char const * at = text.data();
     char const * const end = at + text.size();
     while (at < end) {

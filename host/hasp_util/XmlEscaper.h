@@ -11,7 +11,8 @@ namespace HASP {
 /// Writes UTF-8 texts in the encoding of a document, with references for what it cannot hold.
 class XmlEscaper {
 public:
-    enum class Place { Attribute, Content };
+    /// `Markup` is a text that is XML already: of it only what the encoding cannot hold is replaced.
+    enum class Place { Attribute, Content, Markup };
 
     explicit XmlEscaper(bool isLatin1) noexcept : fIsLatin1(isLatin1) {}
 

@@ -16,7 +16,10 @@ XmlParser & parserOf(void * self) { return *static_cast<XmlParser *>(self); }
 } // namespace
 
 XmlParser::XmlParser(XmlNames & names, XmlReaderSettings const & settings)
-    : fNames(names), fParser(XML_ParserCreate(nullptr)), fDepthLimit(settings.getDepthLimit()) {
+    : fNames(names),
+      fParser(XML_ParserCreate(nullptr)),
+      fDepthLimit(settings.getDepthLimit()),
+      fTranslation(settings.getNamespaceTranslation()) {
     if (!fParser) {
         throw std::bad_alloc();
     }
@@ -142,8 +145,9 @@ void XmlParser::declareNamespace(XmlNames::Prefix & prefix, char const * uri) {
     } else if (!name.empty() && text.empty()) {
         fail("prefix '" + name + "' must not be undeclared");
     } else {
-        fNames.bind(prefix, text);
-        fQueue->addNamespace(name, text);
+        std::string const & meant = fTranslation && !isXml && !text.empty() ? fNames.intern(fTranslation(text)) : text;
+        fNames.bind(prefix, meant);
+        fQueue->addNamespace(name, meant);
     }
 }
 

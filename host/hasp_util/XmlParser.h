@@ -84,6 +84,7 @@ private:
     XmlEventQueue * fQueue = nullptr;
     std::unique_ptr<XML_ParserStruct, Free> fParser;
     std::uint32_t fDepthLimit;
+    XmlReaderSettings::NamespaceTranslation const fTranslation;
     std::size_t fFed = 0; ///< bytes, since the beginning
     std::size_t fUnfinished = 0;
     std::vector<OpenElement> fOpen;

@@ -3,10 +3,13 @@
 #include <hasp_util/Export.h>
 
 #include <cstdint>
+#include <functional>
+#include <string>
+#include <utility>
 
 namespace HASP {
 
-/// The limits of an `XmlReader`.
+/// The limits of an `XmlReader`, and what it calls namespaces.
 class HOST_API XmlReaderSettings {
 public:
     /// How many elements may be open at once.
@@ -22,7 +25,16 @@ public:
         fAmplificationThreshold = threshold;
     }
 
+    /// Takes the URI of a namespace as a document declares it, and returns that under which its names are to be reported.
+    using NamespaceTranslation = std::function<std::string(std::string const & uri)>;
+    /// Empty by default: names are reported as they stand.
+    [[nodiscard]] NamespaceTranslation const & getNamespaceTranslation() const noexcept {
+        return fNamespaceTranslation;
+    }
+    void setNamespaceTranslation(NamespaceTranslation translation) { fNamespaceTranslation = std::move(translation); }
+
 private:
+    NamespaceTranslation fNamespaceTranslation;
     std::uint32_t fDepthLimit = 1'000'000;
     float fAmplificationLimit = 100.0f;
     std::uint64_t fAmplificationThreshold = 8u * 1024 * 1024;

@@ -112,6 +112,19 @@ public:
         attempt.succeed();
     }
 
+    [[nodiscard]] bool hasAttribute(std::string_view localName, std::string_view uri) {
+        requireTag();
+        std::string const * const declared = uri.empty() ? nullptr : fScopes.declaredPrefix(uri);
+        if (!uri.empty() && declared == nullptr) {
+            return false;
+        }
+        // Made where it would be written, and taken back.
+        std::size_t const position = fOut.position();
+        Attempt const attempt(fOut, fScopes);
+        putName(declared == nullptr ? std::string_view() : std::string_view(*declared), localName, "attribute");
+        return isWritten(std::string(fOut.since(position)));
+    }
+
     void attribute(XmlName::Looked const & name, std::string_view value) {
         requireTag();
         std::size_t const begin = fOut.position();
@@ -174,6 +187,21 @@ public:
         flushIfFull();
     }
 
+    void markup(std::string_view element) {
+        closeTag();
+        if (fOpen.empty()) {
+            throw std::logic_error("XmlWriter: markup stands outside of the root element");
+        }
+        Attempt attempt(fOut, fScopes);
+        putIndent();
+        if (char const * const at = fEscaper.put(fOut, element, XmlEscaper::Place::Markup)) {
+            refuse(XmlEscaper::describe(element, at), "markup", element.substr(0, element.find_first_of(" />")));
+        }
+        fOpen.back().hasElements = true;
+        attempt.succeed();
+        flushIfFull();
+    }
+
     void endElement() {
         closeTag();
         if (fOpen.empty()) {
@@ -228,10 +256,14 @@ private:
     // What stands before the name of an element.
     void beginTag() {
         fScopes.startTag();
+        putIndent();
+        fOut.put('<');
+    }
+
+    void putIndent() {
         if (!fOpen.empty() && fSettings.getIndent() && !fOpen.back().hasText) {
             putLineBreak(fOpen.size());
         }
-        fOut.put('<');
     }
 
     void enterElement(std::string_view writtenName, std::size_t scopeMark, bool isEmpty) {
@@ -387,6 +419,10 @@ void XmlWriter::writeAttribute(std::string_view localName, std::string_view uri,
     fImpl->attribute(localName, value, [&] { return fImpl->prefixFor(uri, true); });
 }
 
+bool XmlWriter::hasAttribute(std::string_view localName, std::string_view uri) {
+    return fImpl->hasAttribute(localName, uri);
+}
+
 XmlName XmlWriter::makeName(std::string_view localName, std::string_view uri) {
     return XmlName(fImpl->look(localName, uri));
 }
@@ -400,6 +436,8 @@ void XmlWriter::writeAttribute(XmlName const & name, std::string_view value) { f
 void XmlWriter::writeNamespace(std::string_view prefix, std::string_view uri) { fImpl->declareNamespace(prefix, uri); }
 
 void XmlWriter::writeValue(std::string_view text) { fImpl->value(text); }
+
+void XmlWriter::writeMarkup(std::string_view element) { fImpl->markup(element); }
 
 void XmlWriter::writeEndElement() { fImpl->endElement(); }
 

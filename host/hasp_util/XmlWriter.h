@@ -40,6 +40,8 @@ public:
                         std::string_view value);
     /// With the prefix that is declared for the namespace, or a new one if there is none.
     void writeAttribute(std::string_view localName, std::string_view uri, std::string_view value);
+    /// Whether the open start tag has this attribute. Throws as the writing of one does.
+    [[nodiscard]] bool hasAttribute(std::string_view localName, std::string_view uri);
     /// For names that are written often. With the prefix that attributes of the namespace have at this place, where it
     /// must be declared; to be written only where that still holds. Throws as the writing of an attribute does.
     [[nodiscard]] XmlName makeName(std::string_view localName, std::string_view uri);
@@ -50,6 +52,9 @@ public:
     /// tag, and for one prefix of two namespaces.
     void writeNamespace(std::string_view prefix, std::string_view uri);
     void writeValue(std::string_view text);
+    /// An element that is XML already, in the place of an element: the caller answers for its being well-formed, and for
+    /// its declaring what it uses. Characters that the encoding cannot hold are written as references.
+    void writeMarkup(std::string_view element);
     void writeEndElement();
     /// Ends all open elements. A second call does nothing.
     void writeEndDocument();

@@ -38,7 +38,7 @@ TEST_F(Arguments, MistakesAreToldWithWhatWasExpected) {
         {"info library.xmi --htlm-log=x",
          "info: found unknown option --htlm-log, did you mean '--html-log'? (see zel info"},
         {"info library.xmi --colour",
-         "info: found unknown option --colour, expected --help, --root or --html-log (see zel info --help)"},
+         "info: found unknown option --colour, expected --help, --root, --map or --html-log (see zel info --help)"},
         {"info -- library.xmi --hepl", "not expected: --hepl"},
         {"info library.xmi library-types.xmi", "not expected: library-types.xmi"},
         {"info library.xmi --html-log", "--html-log: 1 required NAME missing"},

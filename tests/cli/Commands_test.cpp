@@ -12,15 +12,15 @@ using testing::StartsWith;
 
 using Commands = CliTest;
 
-TEST_F(Commands, InfoNamesAndCountsWhatWasLeftOut) {
+TEST_F(Commands, InfoNamesAndCountsWhatIsNotUnderstood) {
     makeVariant("library.xmi", "ZEL:Enumeration\"", "ZEL:Enumeratoin\"");
     makeVariant("library.xmi", "name=\"catalogue\"", "name=\"catalogue\" colour=\"red\"");
     makeVariant("library.xmi", "<ownedAttribute ", "<ownedAttribute lower=\"x\" ");
     makeVariant("library.xmi", "  </ZEL:MetaModel>", "    <other><other/></other>\n  </ZEL:MetaModel>");
     std::filesystem::remove(folder.path("library-types.xmi"));
-    std::string const sum = "10 elements, 1 attribute, 1 value, 73 links, 1 file";
+    std::string const sum = "10 elements, 1 attribute, 1 value, 73 links";
     EXPECT_THAT(shell("zel info library.xmi"),
-                isResult(AllOf(HasSubstr("\nleft out     " + sum + "\n"),
+                isResult(AllOf(HasSubstr("\nleft out     1 file\nkept         " + sum + ", not understood\n"),
                                HasSubstr("\n\nelements skipped\n"
                                          "       1 other\n"
                                          "       1 packagedElement of type ZEL:Enumeratoin\n"
@@ -36,8 +36,13 @@ TEST_F(Commands, InfoNamesAndCountsWhatWasLeftOut) {
                                          "      11 Parameter.type\n"),
                                EndsWith("\nfiles not read\n       1 file://" + folder.path("library-types.xmi\n")))));
     EXPECT_THAT(shell("zel convert library.xmi copy.xmi").error,
-                "zel: library.xmi: left out: " + sum + " (see zel info)\n")
+                "zel: library.xmi: kept, not understood: " + sum + "; left out: 1 file (see zel info)\n")
         << "other commands say it in one line";
+    EXPECT_THAT(folder.content("copy.xmi"),
+                AllOf(HasSubstr("colour=\"red\""), HasSubstr("<other><other/></other>"), HasSubstr("lower=\"x\""),
+                      HasSubstr("xmi:type=\"ZEL:Enumeratoin\""), HasSubstr("<importedPackage "),
+                      HasSubstr("href=\"library-types.xmi#")))
+        << "what is not understood is written back";
 }
 
 TEST_F(Commands, ConvertKeepsTheIdsOfFilesThatItDoesNotWriteAndEveryValueOfMany) {
@@ -64,7 +69,7 @@ TEST_F(Commands, NothingOutsideOfTheRootIsOpened) {
     EXPECT_THAT(
         shell("sed -i 's|href=\"library-types|href=\"../library-types|' in/library.xmi; zel info in/library.xmi"),
         isResult(HasSubstr("\nleft out     nothing\n")));
-    std::string const error = "zel: in/library.xmi: left out: 72 links, 1 file (see zel info)\n";
+    std::string const error = "zel: in/library.xmi: kept, not understood: 72 links; left out: 1 file (see zel info)\n";
     for (std::string const command : {"dump", "convert", "report", "compare"}) {
         std::string const second = command == "dump" ? "" : command == "compare" ? " in/library.xmi" : " out.xmi";
         EXPECT_THAT(shell("zel " + command + " --root in in/library.xmi" + second).error, StartsWith(error)) << command;

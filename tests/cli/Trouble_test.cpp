@@ -22,9 +22,11 @@ TEST_F(Trouble, WhatCannotBeReadIsSaidWithTheReason) {
     make("bytes.xmi", std::string("\0\x7F\xFF\xFE", 4));
     make("half.xmi", text.substr(0, text.size() / 2));
     make("other.xmi", "<a xmlns='urn:a'/>");
-    make("old.xmi", "<xmi:XMI xmlns:xmi='http://schema.omg.org/spec/XMI/2.1' xmi:version='2.0'/>");
-    make("bare.uml", "<uml:Model xmi:version='20131001' xmlns:xmi='http://www.omg.org/spec/XMI/20131001' "
+    make("old.xmi", "<xmi:XMI xmlns:xmi='http://schema.omg.org/spec/XMI/2.1' xmi:version='3.0'/>");
+    make("bare.uml", "<uml:Model xmi:version='3.0' xmlns:xmi='http://www.omg.org/spec/XMI/20131001' "
                      "xmlns:uml='http://www.eclipse.org/uml2/5.0.0/UML' xmi:id='m'><packagedElement/></uml:Model>");
+    make("one.xmi", "<XMI xmi.version='1.2' xmlns:UML='org.omg.xmi.namespace.UML'><XMI.content/></XMI>");
+    make("cut.mdzip", std::string("PK\x03\x04") + "and no more");
     make("own.xmi", "<xmi:XMI xmlns:xmi='http://schema.omg.org/spec/XMI/2.1' xmi:version='2.1' "
                     "xmlns:p='http://example.org/prof'><p:Model name='m'><part/></p:Model><p:Note/></xmi:XMI>");
     std::filesystem::create_directory(folder.path("folder"));
@@ -41,8 +43,11 @@ TEST_F(Trouble, WhatCannotBeReadIsSaidWithTheReason) {
         {"bytes.xmi", "bytes.xmi at line 1, column "},
         {"half.xmi", "half.xmi at line "},
         {"other.xmi", "other.xmi: it holds no model of a known metamodel, found {urn:a}a"},
-        {"old.xmi", "old.xmi: its XMI is of another version than 2.1"},
-        {"bare.uml", "bare.uml: its XMI is of another version than 2.1"},
+        {"old.xmi", "old.xmi: its XMI is of another version than 2.0 to 2.5.1"},
+        {"bare.uml", "bare.uml: its XMI is of another version than 2.0 to 2.5.1"},
+        {"one.xmi", "one.xmi: it is XMI 1, which is another format; open it in the tool that wrote it, or in Eclipse "
+                    "UML2, and save it as XMI 2.1 or later\n"},
+        {"cut.mdzip", "cut.mdzip: cannot unpack "},
         {"own.xmi", "own.xmi: it holds no model of a known metamodel, found {http://example.org/prof}Model and others"},
     };
     for (auto const & [file, says] : cases) {

@@ -121,6 +121,37 @@ TEST(Family, OperationsOfRedefinedPropertiesForward) {
     EXPECT_EQ(forwards("Operation").size(), 7u);
 }
 
+TEST(Family, AStoredPropertyMayBeRedefinedByADerivedOne) {
+    Application const app(applicationWith(
+        "  Kind: {superclasses: [ZEL.Classifier], abstract: true, properties: {\n"
+        "    general: {type: Kind, multiplicity: 0..*, flags: [derived], body: hand}}}\n"
+        "  Leaf: {superclasses: [ZEL.DataType, Kind]}\n"
+        "  Sort: {superclasses: [Kind, ZEL.Class], properties: {\n"
+        "    superClass: {type: Sort, multiplicity: 0..*, flags: [derived], body: hand, redefines: Kind.general}}}\n"));
+    auto const namesOf = [](std::vector<Property const *> const & properties) {
+        std::vector<std::string> names;
+        for (Property const * const p : properties) {
+            names.push_back(p->qualifiedName());
+        }
+        return names;
+    };
+    // It comes after the one that it redefines.
+    EXPECT_THAT(namesOf(app["Leaf"].clones), testing::Contains("Kind.general"));
+    EXPECT_THAT(namesOf(app["Leaf"].clones), testing::Not(testing::Contains("Classifier.general")));
+    EXPECT_THAT(namesOf(app["Leaf"].fields), testing::Not(testing::Contains(testing::EndsWith(".general"))));
+
+    // It stands for what both superclasses have put in the place of one.
+    std::vector<std::string> redefined;
+    for (auto const & [other, by] : app["Sort"].redefinitions) {
+        redefined.push_back(other->qualifiedName() + " -> " + by->qualifiedName());
+    }
+    EXPECT_THAT(redefined,
+                testing::IsSupersetOf({"Kind.general -> Sort.superClass", "Class.superClass -> Sort.superClass",
+                                       "Classifier.general -> Sort.superClass"}));
+    EXPECT_THAT(namesOf(app["Sort"].fields), testing::Not(testing::Contains(testing::EndsWith(".superClass"))));
+    EXPECT_THAT(namesOf(app["Sort"].clones), testing::Not(testing::Contains(testing::EndsWith(".general"))));
+}
+
 TEST(Family, OtherEndsAreKeptWhereSomebodyHoldsThem) {
     EXPECT_EQ(propertyOf("Package", "packagedElement").otherEnd, OtherEnd::Container);
     EXPECT_EQ(propertyOf("Class", "ownedAttribute").otherEnd, OtherEnd::Property);

@@ -3,6 +3,7 @@
 #include "family/Family.h"
 #include "write/Printer.h"
 
+#include <algorithm>
 #include <string>
 
 namespace zelgen {
@@ -55,10 +56,18 @@ protected:
     [[nodiscard]] static Printer forwarding(Printer const & print, Property const & p, Property const & by);
 
     [[nodiscard]] static std::string before(Property const & p, Property const & by) {
-        return &p == &by ? "virtual " : "";
+        return isOverride(p, by) ? "" : "virtual ";
     }
     [[nodiscard]] static std::string after(Property const & p, Property const & by, bool isPure = false) {
-        return std::string(&p == &by ? "" : " override") + (isPure ? " = 0" : "");
+        return std::string(isOverride(p, by) ? " override" : "") + (isPure ? " = 0" : "");
+    }
+
+private:
+    /// Whether the operations of `p` override those of a superclass: in a class that forwards them, and where what it
+    /// redefines has redefined something itself, and so has the same names.
+    [[nodiscard]] static bool isOverride(Property const & p, Property const & by) {
+        return &p != &by || std::any_of(p.redefined.begin(), p.redefined.end(),
+                                        [&p](Property const * redefined) { return redefined->base == p.base; });
     }
 };
 

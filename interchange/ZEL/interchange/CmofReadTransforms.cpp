@@ -3,8 +3,6 @@
 #include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/serializer/dialects/DialectContexts.h>
 
-#include <sstream>
-
 namespace ZEL::Interchange {
 
 using Serializer::Context;
@@ -28,17 +26,18 @@ ContextSequence wrap(Context const & package) {
     return sequence;
 }
 
-/// A tag is applied to one element: to the first of several. That one is put last, since a property that takes one
-/// value keeps the last one; the reader reports the others.
+/// A tag is applied to one element: to the first of several. The links to the others are kept.
 ContextSequence attach(Context const & elements) {
-    std::istringstream ids(elements.getFirstValue());
-    std::string reversed;
-    for (std::string id; ids >> id;) {
-        reversed = reversed.empty() ? id : id + ' ' + reversed;
-    }
     Context base = elements;
     base.setRole({}, "base_Element");
-    base.setAttribute(reversed);
+    return base;
+}
+
+/// The link of a tag that has an element of its own.
+ContextSequence attachElement(Context const & link) {
+    Context base;
+    base.setRole({}, "base_Element");
+    base.setReference(link.getFirstValue());
     return base;
 }
 
@@ -59,6 +58,10 @@ CmofReadTransforms::CmofReadTransforms() {
                          return application;
                      });
         addTransform(Pattern().parentRole(cmof, "Tag").role("element"), attach);
+    }
+    if (!foreign.empty()) {
+        addTransform(Pattern().parentRole("", "element").role(XmiConstants::XMI_NS_URI, "idref"), attachElement);
+        addTransform(Pattern().parentRole("", "element").role("href"), attachElement);
     }
 }
 

@@ -1,4 +1,5 @@
 #include <ZEL/interchange/StereotypeReadTransforms.h>
+#include <ZEL/interchange/StereotypeWriteTransforms.h>
 #include <ZEL/metamodel/Constants.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/MetaModelRegistry.h>
@@ -16,6 +17,8 @@ using Serializer::makeAttribute;
 using Serializer::XmiConstants;
 
 namespace {
+
+constexpr std::string_view kBase = "base_";
 
 /// Whether the element stands where stereotypes do: at the top of the file, or in the model.
 bool isInPlace(Context const & element) {
@@ -36,10 +39,6 @@ bool isForeign(Context const & element) {
            element.getType() == element.getRole() && !isOfDialect(element) &&
            NamespaceRegistry::instance()->getPrefixFromMetaUri(element.getUri()).empty() &&
            !MetaModelRegistry::instance()->getModelFromUri(element.getUri()).isValid();
-}
-
-bool isAnnotation(Context const & element) {
-    return element.getRoleName() == "eAnnotations" && element.getType() == element.getRole();
 }
 
 } // namespace
@@ -63,8 +62,7 @@ ContextSequence StereotypeReadTransforms::translate(Context const & context) {
 
 ContextSequence StereotypeReadTransforms::translateElement(Context const & element) {
     fTranslated = Context();
-    bool const annotates = isAnnotation(element);
-    if (!annotates && !isForeign(element)) {
+    if (!isForeign(element)) {
         return element;
     }
     fFromFile = element;
@@ -77,9 +75,8 @@ ContextSequence StereotypeReadTransforms::translateElement(Context const & eleme
         fTranslated.setRole({}, fInstances);
     }
     ContextSequence sequence(fTranslated);
-    sequence.addContext(makeAttribute(fTranslated, "profile",
-                                      annotates ? EMF_SCHEMA_BASE + std::string("/emf/2002/Ecore") : element.getUri()));
-    sequence.addContext(makeAttribute(fTranslated, "stereotype", annotates ? "EAnnotation" : element.getRoleName()));
+    sequence.addContext(makeAttribute(fTranslated, "profile", element.getUri()));
+    sequence.addContext(makeAttribute(fTranslated, "stereotype", element.getRoleName()));
     return sequence;
 }
 
@@ -89,10 +86,12 @@ ContextSequence StereotypeReadTransforms::translateValue(Context const & attribu
         kept.setParent(fTranslated);
         return kept;
     }
-    if (attribute.getRoleName().starts_with("base_")) {
-        return makeAttribute(fTranslated, "base_Element", attribute.getFirstValue());
+    if (attribute.getRoleName().starts_with(kBase)) {
+        ContextSequence sequence(makeAttribute(fTranslated, "base", attribute.getRoleName().substr(kBase.size())));
+        sequence.addContext(makeAttribute(fTranslated, "base_Element", attribute.getFirstValue()));
+        return sequence;
     }
-    fValues += (fValues.empty() ? "" : "\n") + attribute.getRoleName() + "=" + attribute.getFirstValue();
+    StereotypeValues::append(fValues, attribute.getRoleName(), attribute.getFirstValue());
     return makeAttribute(fTranslated, "values", fValues); // takes the place of the one before
 }
 

@@ -10,9 +10,8 @@ namespace ZEL::Interchange {
 /// Reading of stereotypes that no registered metamodel has: each becomes an instance of
 /// `Foreign::StereotypeApplication`, with its names and values as texts.
 ///
-/// Such elements stand after the model or at its end. The annotations that Eclipse puts on elements are read in the
-/// same way. Values in the form of elements are left out, and so is what MagicDraw writes about its diagrams and
-/// libraries. Does nothing unless the metamodel of the instances is registered. Serves one run.
+/// Such elements stand after the model or at its end. Values in the form of elements are left to the reader, who may keep
+/// them, and so is what MagicDraw writes about its diagrams and libraries. Does nothing unless the metamodel of the instances is registered. Serves one run.
 class ZEL_API StereotypeReadTransforms : public Serializer::Transformer {
 public:
     StereotypeReadTransforms();

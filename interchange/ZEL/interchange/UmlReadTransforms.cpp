@@ -1,6 +1,8 @@
 #include <ZEL/interchange/UmlReadTransforms.h>
 #include <ZEL/metamodel/Constants.h>
 #include <ZEL/metamodel/NamespaceRegistry.h>
+#include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/dialects/DialectContexts.h>
 
 #include <algorithm>
 #include <string_view>
@@ -9,7 +11,8 @@ namespace ZEL::Interchange {
 
 using Serializer::Context;
 using Serializer::ContextSequence;
-using Serializer::QualifiedName;
+using Serializer::Pattern;
+using Serializer::XmiConstants;
 
 namespace {
 
@@ -32,43 +35,66 @@ std::string_view between(std::string_view text, std::string const & begin, std::
 bool isUmlNamespace(std::string const & uri) {
     std::string_view const version = between(uri, std::string(OMG_SCHEMA_BASE) + "/spec/UML/", "");
     return (isVersion(version) && version.starts_with("2")) ||
+           isVersion(between(uri, "http://www.omg.org/spec/UML/", "")) ||
            isVersion(between(uri, std::string(EMF_SCHEMA_BASE) + "/uml2/", "/UML"));
 }
 
+bool isXmiNamespace(std::string const & uri) {
+    std::string_view const version = between(uri, std::string(OMG_SCHEMA_BASE) + "/spec/XMI/", "");
+    return (isVersion(version) && version.starts_with("2")) || uri == "http://www.omg.org/XMI" ||
+           isVersion(between(uri, "http://www.omg.org/spec/XMI/", ""));
+}
+
 UmlReadTransforms::UmlReadTransforms() : fUml(NamespaceRegistry::instance()->getMetaUri("uml")) {
-    if (!fUml.empty()) {
-        addTransform(Context(), [this](Context const & context) { return translate(context); });
+    setKeepsRemainder(true);
+    setTranslateNamespace([this](std::string const & uri) { return translated(uri); });
+    // Those that can be read are told apart by their namespaces.
+    addTransform(Pattern().role(XmiConstants::XMI_NS_URI, "version"), [](Context const & version) {
+        return isVersion(version.getFirstValue()) && version.getFirstValue().starts_with("2")
+                   ? ContextSequence()
+                   : ContextSequence(version);
+    });
+    if (fUml.empty()) {
+        return;
     }
-}
-
-ContextSequence UmlReadTransforms::translate(Context const & context) {
-    Context result = context;
-    result.setRole(translated(context.getRole()));
-    result.setType(translated(context.getType()));
-    result.setParentRole(translated(context.getParentRole()));
-    result.setParentType(translated(context.getParentType()));
-    if (result.isElement()) {
-        bool const isDiagram = result.getUri() == fUml && result.getRoleName() == "Diagram";
-        result.setSkipState(result.skipContext() || isDiagram);
-        if (result.getType() == QualifiedName(fUml, "Model") && !result.getRole().hasUri()) {
-            result.setType(fUml, "Package"); // a model can only be the whole
+    // A model can only be the whole.
+    addTransform(Pattern().type(fUml, "Model"), [uml = fUml](Context const & element) {
+        Context package = element;
+        if (element.isElement() && !element.getRole().hasUri()) {
+            package.setType(uml, "Package");
         }
-    } else if (result.getRoleName() == "value" && result.getFirstValue() == "-1" &&
-               result.getParentTypeName() == "LiteralUnlimitedNatural") {
-        result.setAttribute("*");
-    }
-    return result;
+        return ContextSequence(package);
+    });
+    addTransform(Pattern().role(fUml, "Diagram"), [](Context const & diagram) {
+        Context skipped = diagram;
+        skipped.setSkipState(true);
+        return ContextSequence(skipped);
+    });
+    addTransform(Pattern().parentType(fUml, "LiteralUnlimitedNatural").role("value"), [](Context const & value) {
+        Context bound = value;
+        if (value.getFirstValue() == "-1") {
+            bound.setAttribute("*");
+        }
+        return ContextSequence(bound);
+    });
+    addTransform(Pattern().parentType(fUml, "LiteralBoolean").role("value"), [](Context const & value) {
+        Context truth = value;
+        if (value.getFirstValue() == "1" || value.getFirstValue() == "0") {
+            truth.setAttribute(value.getFirstValue() == "1" ? "true" : "false");
+        }
+        return ContextSequence(truth);
+    });
 }
 
-QualifiedName UmlReadTransforms::translated(QualifiedName name) {
-    if (!name.hasUri()) {
-        return name;
+std::string UmlReadTransforms::translated(std::string const & uri) const {
+    if (isXmiNamespace(uri)) {
+        return XmiConstants::XMI_NS_URI;
     }
-    auto const [entry, isNew] = fNames.try_emplace(name, name);
-    if (isNew && isUmlNamespace(name.getUri())) {
-        entry->second = QualifiedName(fUml, name.getName());
+    std::string_view const mof = between(uri, "http://www.omg.org/spec/MOF/", "");
+    if (isVersion(mof.substr(0, mof.find('/')))) {
+        return METAMODEL_CMOF_URI;
     }
-    return entry->second;
+    return !fUml.empty() && isUmlNamespace(uri) ? fUml : uri;
 }
 
 } // namespace ZEL::Interchange

@@ -4,15 +4,15 @@
 #include <ZEL/serializer/Transformer.h>
 
 #include <string>
-#include <unordered_map>
 
 namespace ZEL::Interchange {
 
-/// Reading of UML models that other tools wrote: from version 2.0 on, also in the namespaces of Eclipse.
+/// Reading of UML models that other tools wrote: from version 2.0 to 2.5.1, also in the namespaces of Eclipse, in XMI from
+/// version 2.0 to 2.5.1.
 ///
-/// Whatever version a file names, its elements are read as those of the metamodel registered with the prefix "uml". A
-/// model within a model becomes a package, an upper bound of -1 an unlimited one; diagrams in the namespace of UML are
-/// left out. Serves one run.
+/// Whatever versions a file names, its elements are read as those of the metamodel registered with the prefix "uml". A
+/// model within a model becomes a package, an upper bound of -1 an unlimited one; diagrams in the namespace of
+/// UML are left out. What no object can hold is kept with the object around it. Serves one run.
 class ZEL_API UmlReadTransforms : public Serializer::Transformer {
 public:
     UmlReadTransforms();
@@ -20,14 +20,14 @@ public:
     UmlReadTransforms & operator=(UmlReadTransforms const &) = delete;
 
 private:
-    Serializer::ContextSequence translate(Serializer::Context const & context);
-    [[nodiscard]] Serializer::QualifiedName translated(Serializer::QualifiedName name);
+    [[nodiscard]] std::string translated(std::string const & uri) const;
 
     std::string const fUml;
-    std::unordered_map<Serializer::QualifiedName, Serializer::QualifiedName> fNames;
 };
 
 /// Whether the namespace is one that versions of UML 2 have had.
 [[nodiscard]] ZEL_API bool isUmlNamespace(std::string const & uri);
+/// Whether the namespace is one that versions of XMI from 2.0 on have had.
+[[nodiscard]] ZEL_API bool isXmiNamespace(std::string const & uri);
 
 } // namespace ZEL::Interchange

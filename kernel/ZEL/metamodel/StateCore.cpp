@@ -5,12 +5,14 @@
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/PropertySupport.h>
+#include <ZEL/metamodel/Remainder.h>
 #include <ZEL/metamodel/StateCore.h>
 #include <ZEL/metamodel/StereotypeObject.h>
 #include <ZEL/sequences/PersistentSequence.h>
 
 #include <cassert>
 #include <cstdlib>
+#include <memory>
 #include <unordered_map>
 #include <utility>
 
@@ -18,6 +20,7 @@ namespace ZEL::internal {
 
 struct Rarities {
     PersistentSequence stereotypeInstances;
+    std::shared_ptr<Remainder const> remainder;
     unsigned int persistence = 0;
 };
 
@@ -81,6 +84,16 @@ void StateCore::setPersistence(unsigned int value) {
     if (value != persistence()) {
         writableRarities().persistence = value;
     }
+}
+
+Remainder const * StateCore::remainder() const noexcept {
+    Rarities const * const own = rarities();
+    return own != nullptr ? own->remainder.get() : nullptr;
+}
+
+void StateCore::setRemainder(Remainder && remainder) {
+    writableRarities().remainder =
+        remainder.empty() ? nullptr : std::make_shared<Remainder const>(std::move(remainder));
 }
 
 void StateCore::setOwner(void const * pointer, std::uintptr_t bits) noexcept {

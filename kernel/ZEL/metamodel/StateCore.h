@@ -8,6 +8,8 @@
 
 namespace ZEL {
 
+struct Remainder;
+
 namespace NSInterface {
 class ModelIntf;
 } // namespace NSInterface
@@ -68,6 +70,11 @@ public:
     [[nodiscard]] PersistentSequence const & stereotypeInstances() const noexcept;
     /// Makes the entry if there is none.
     [[nodiscard]] PersistentSequence & writableStereotypeInstances();
+
+    /// Null if there is none.
+    [[nodiscard]] Remainder const * remainder() const noexcept;
+    /// Copies of the state share it.
+    void setRemainder(Remainder && remainder);
 
 protected:
     /// Inline, as that of `BodyCore` is.

@@ -198,6 +198,10 @@ LinkedElement Transformer::resolveReference(std::string const & uri, Reference c
     return fResolveReference.empty() ? LinkedElement() : fResolveReference(uri, reference);
 }
 
+std::string Transformer::translateNamespace(std::string const & uri) const {
+    return fTranslateNamespace ? fTranslateNamespace(uri) : uri;
+}
+
 void Transformer::postTransform(Model const & model) {
     if (!fPostTransform.empty()) {
         fPostTransform(model);

@@ -26,14 +26,15 @@ struct Reference;
 /// A rule is a pattern and a function. For each Context the rule that fits best is chosen, of several the one added
 /// last; its function returns what takes the place of the Context. A rule with an empty pattern beats all others. To
 /// leave a Context alone a rule returns it; to leave it out with all that lies below it, a copy with the skip state
-/// set. A rule may add and remove rules: they count from the next Context on. Besides rules there are three hooks,
-/// which only the reader calls. A Transformer registers its rules in its constructor and serves one run. Rules that
+/// set. A rule may add and remove rules: they count from the next Context on. Besides rules there are hooks, which only
+/// the reader calls. A Transformer registers its rules in its constructor and serves one run. Rules that
 /// call members of the Transformer itself forbid copying it, since the copies' rules would still call the first one.
 class ZEL_API Transformer {
 public:
     using OnCreateFunction = boost::function<void(Context const &, ClassObject)>;
     using ResolveReferenceFunction = boost::function<LinkedElement(std::string const &, Reference const &)>;
     using PostTransformFunction = boost::function<void(Model)>;
+    using TranslateNamespaceFunction = boost::function<std::string(std::string const &)>;
 
     virtual ~Transformer();
 
@@ -70,6 +71,13 @@ public:
     /// Called when a file has been read; the model is invalid if the file has none.
     void postTransform(Model const & model);
 
+    /// Takes the URI of a namespace as a file declares it, and returns the one by which Contexts are to name it; called
+    /// once for each declaration, before any rule. `uri` itself if there is no hook.
+    [[nodiscard]] std::string translateNamespace(std::string const & uri) const;
+    [[nodiscard]] bool translatesNamespaces() const noexcept { return !fTranslateNamespace.empty(); }
+    /// Whether the reader is to keep with its objects what no property can hold, see `Remainder`.
+    [[nodiscard]] bool keepsRemainder() const noexcept { return fKeepsRemainder; }
+
     /// Whether the writer is in its second traversal, the one that writes.
     [[nodiscard]] bool isSerializePhase() const noexcept { return fSerializePhase; }
     void setSerializePhase(bool serialize) noexcept { fSerializePhase = serialize; }
@@ -82,6 +90,8 @@ protected:
     void setOnCreate(OnCreateFunction hook) { fOnCreate = std::move(hook); }
     void setResolveReference(ResolveReferenceFunction hook) { fResolveReference = std::move(hook); }
     void setPostTransform(PostTransformFunction hook) { fPostTransform = std::move(hook); }
+    void setTranslateNamespace(TranslateNamespaceFunction hook) { fTranslateNamespace = std::move(hook); }
+    void setKeepsRemainder(bool keep) noexcept { fKeepsRemainder = keep; }
 
 private:
     enum class Unmatched : bool { Keep, Drop };
@@ -97,6 +107,8 @@ private:
     OnCreateFunction fOnCreate;
     ResolveReferenceFunction fResolveReference;
     PostTransformFunction fPostTransform;
+    TranslateNamespaceFunction fTranslateNamespace;
+    bool fKeepsRemainder = false;
 };
 
 } // namespace ZEL::Serializer

@@ -131,6 +131,23 @@ void TransformerRegistry::postTransform(Model const & model) const {
     forEach([&](Transformer & transformer) { transformer.postTransform(model); });
 }
 
+std::string TransformerRegistry::translateNamespace(std::string uri) const {
+    forEach([&](Transformer const & transformer) { uri = transformer.translateNamespace(uri); });
+    return uri;
+}
+
+bool TransformerRegistry::translatesNamespaces() const noexcept {
+    return fTransformers != nullptr &&
+           std::any_of(fTransformers->begin(), fTransformers->end(),
+                       [](auto const & transformer) { return transformer->translatesNamespaces(); });
+}
+
+bool TransformerRegistry::keepsRemainder() const noexcept {
+    return fTransformers != nullptr &&
+           std::any_of(fTransformers->begin(), fTransformers->end(),
+                       [](auto const & transformer) { return transformer->keepsRemainder(); });
+}
+
 void TransformerRegistry::setSerializePhase(bool serialize) const {
     forEach([=](Transformer & transformer) { transformer.setSerializePhase(serialize); });
 }

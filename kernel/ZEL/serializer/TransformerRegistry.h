@@ -61,6 +61,11 @@ public:
     [[nodiscard]] std::vector<LinkedElement> resolveReference(std::string const & uri,
                                                               Reference const & reference) const;
     void postTransform(Model const & model) const;
+    /// By all Transformers in order, each taking what the one before it returned.
+    [[nodiscard]] std::string translateNamespace(std::string uri) const;
+    [[nodiscard]] bool translatesNamespaces() const noexcept;
+    /// Whether any Transformer wants it.
+    [[nodiscard]] bool keepsRemainder() const noexcept;
     void setSerializePhase(bool serialize) const;
 
 private:

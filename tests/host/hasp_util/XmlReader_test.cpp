@@ -91,6 +91,20 @@ TEST(XmlReader, ResolvesNamespacesAndTellsDeclarationsAsTheyStand) {
     EXPECT_EQ(outcome.error, "");
 }
 
+TEST(XmlReader, ReportsNamesByTheNamespacesThatTheyAreTranslatedTo) {
+    TemporaryFolder const folder;
+    XmlReaderSettings settings;
+    settings.setNamespaceTranslation([](std::string const & uri) { return uri == "urn:old" ? "urn:new" : uri; });
+    std::string const text = R"(<o:a xmlns:o="urn:old" o:k="v"><b xmlns="urn:old" xmlns:x="urn:x" xml:lang="en"/>)"
+                             R"(<c xmlns:n="urn:new" n:k="v"/><d xmlns=""/></o:a>)";
+    Outcome const outcome = readFile(folder.file("a.xml", text), settings);
+    EXPECT_EQ(outcome.error, "");
+    EXPECT_THAT(outcome.events,
+                ElementsAre("<{urn:new}a [o=urn:new] {urn:new}k=v",
+                            "<{urn:new}b [=urn:new] [x=urn:x] {http://www.w3.org/XML/1998/namespace}lang=en",
+                            ">{urn:new}b", "<c [n=urn:new] {urn:new}k=v", ">c", "<d [=]", ">d", ">{urn:new}a"));
+}
+
 TEST(XmlReader, RefusesNamesThatNamespacesForbid) {
     std::string many = "<a xmlns:p='u' xmlns:q='u' q:k7='1'";
     for (int i = 0; i < 30; ++i) {

@@ -201,6 +201,22 @@ TEST_F(XmlWriterTest, FindsAndMakesPrefixes) {
               "<p:a xmlns:p=\"urn:1\"><p:b ns1:k=\"v\" xmlns:ns1=\"urn:1\" xmlns:p=\"urn:2\"></p:b></p:a>\n");
 }
 
+TEST_F(XmlWriterTest, WritesElementsThatAreMarkupAlready) {
+    start("iso8859-1", Form::Indented);
+    open("a");
+    attribute("k", "v");
+    EXPECT_TRUE(writer->hasAttribute("k", ""));
+    EXPECT_FALSE(writer->hasAttribute("k", "urn:1"));
+    EXPECT_FALSE(writer->hasAttribute("l", ""));
+    writer->writeMarkup("<b k=\"&lt;\">\n\t\u00E9\u0416 &amp;</b>");
+    empty("c");
+    EXPECT_EQ(finished(), "<a k=\"v\">\n  <b k=\"&lt;\">\n\t\xE9&#x416; &amp;</b>\n  <c/>\n</a>\n");
+    EXPECT_THROW(writer->writeMarkup("<b/>"), std::logic_error);
+    open("a");
+    EXPECT_EQ("cannot write U+0001 in markup '<b'", raisedText([&] { writer->writeMarkup("<b>\x01</b>"); }));
+    EXPECT_EQ(finished(), "<a></a>\n");
+}
+
 TEST_F(XmlWriterTest, WritesPreparedNamesAsItWritesOthers) {
     EXPECT_THROW(static_cast<void>(writer->makeName("k", "urn:1")), std::logic_error) << "not declared";
     writer->writeStartElement("p", "a", "urn:1");

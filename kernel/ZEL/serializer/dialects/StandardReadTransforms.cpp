@@ -9,12 +9,32 @@
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace ZEL::Serializer {
 namespace {
 
 ContextSequence drop(Context const &) { return {}; }
+
+/// A condition is one of the owned rules of what it is a condition of. In some files it stands there, and is linked to;
+/// in others it stands in the place of the link.
+ContextSequence ownRule(Context const & context, std::string const & uml) {
+    std::string const & owner = context.getParentTypeUri();
+    bool const isOfUml = owner == uml || owner == XmiConstants::UML_2_0_NS_URI;
+    if (!context.isElement() || !isOfUml || context.getFirstValue().empty()) {
+        return context;
+    }
+    Context rule = context;
+    rule.setRole(HASP::XmlConstants::NULL_NS_URI, "ownedRule");
+    if (!context.getType().hasUri()) {
+        rule.setType(owner, "Constraint"); // the names of an element without a type are those of its role
+    }
+    ContextSequence sequence(
+        makeReference(parentOf(context), context.getRoleName(), rule.getType(), context.getFirstValue()));
+    sequence.addContext(rule);
+    return sequence;
+}
 
 /// `href` and `xmi:idref` make a link of the element that they stand on: the link has that element's names.
 ContextSequence link(Context const & context) {
@@ -25,11 +45,14 @@ ContextSequence link(Context const & context) {
     return reference;
 }
 
+std::array<std::string, 2> umlUris() {
+    return {NamespaceRegistry::instance()->getMetaUri("uml"), XmiConstants::UML_2_0_NS_URI};
+}
+
 } // namespace
 
 StandardReadTransforms::StandardReadTransforms() {
     std::string const xmi = XmiConstants::XMI_NS_URI;
-    std::string const uml = NamespaceRegistry::instance()->getMetaUri("uml");
 
     auto const takeId = [this](Context const & context) { return takeNextId(context); };
 
@@ -44,10 +67,14 @@ StandardReadTransforms::StandardReadTransforms() {
     addTransform(Pattern().parentRole(xmi, "Extension").role("extender"),
                  [this](Context const & context) { return checkExtender(context); });
     addTransform(Pattern().role(xmi, "Extension"), [this](Context const & context) { return holdBack(context); });
-    for (std::string const & uri : {uml, std::string(XmiConstants::UML_2_0_NS_URI)}) {
+    for (std::string const & uri : umlUris()) {
         addTransform(Pattern().parentRole(uri, "Model").role("nextIdValue"), takeId);
         addTransform(Pattern().type(uri, "Profile"), skipped);
         addTransform(Pattern().parentRole(uri, "Model").role("uri"), drop);
+    }
+    for (char const * const condition : {"precondition", "postcondition", "bodyCondition"}) {
+        addTransform(Pattern().role(condition),
+                     [uml = umlUris().front()](Context const & context) { return ownRule(context, uml); });
     }
     addTransform(Pattern().role(xmi, "idref"), link);
     addTransform(Pattern().role("href"), link);
@@ -56,9 +83,16 @@ StandardReadTransforms::StandardReadTransforms() {
     setPostTransform([this](Model const & model) { endFile(model); });
 }
 
+void StandardReadTransforms::readProfiles() {
+    for (std::string const & uri : umlUris()) {
+        removeTransform(Pattern().type(uri, "Profile"));
+    }
+}
+
 /// The value of an outer file waits until this one has been read, and is not for this one's model.
 ContextSequence StandardReadTransforms::beginFile(Context const & context) {
     fNextIdValue = 0;
+    fUuid.clear();
     return holdBack(context);
 }
 
@@ -94,7 +128,9 @@ ContextSequence StandardReadTransforms::checkExtender(Context const & context) {
 }
 
 ContextSequence StandardReadTransforms::takeNextId(Context const & context) {
-    fNextIdValue = ObjectId(context.getFirstValue()).number();
+    ObjectId const next(context.getFirstValue());
+    fNextIdValue = next.number();
+    fUuid = next.uuid();
     fNextIds.push_back(fNextIdValue);
     return {};
 }
@@ -114,6 +150,10 @@ void StandardReadTransforms::tieNextId(ClassObject const & object) {
 void StandardReadTransforms::begin(Model const & model) {
     tieNextId(model);
     raiseNextId(model);
+    // Of a model whose own id is not one of this system, this is all that the file says of its identity.
+    if (!fUuid.empty()) {
+        model.setUuidBase(String(std::exchange(fUuid, {})));
+    }
 }
 
 void StandardReadTransforms::raiseNextId(Model const & model) const {

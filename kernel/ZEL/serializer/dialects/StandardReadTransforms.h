@@ -25,6 +25,9 @@ public:
     /// is taken by an object that has none there. Does nothing if the file has stated none, or one below the counter.
     void begin(Model const & model);
 
+    /// Profiles are read as other packages are, instead of being skipped.
+    void readProfiles();
+
 private:
     ContextSequence beginFile(Context const & context);
     ContextSequence holdBack(Context const & context);
@@ -38,6 +41,7 @@ private:
     void endFile(Model const & model);
 
     std::int32_t fNextIdValue = 0;
+    std::string fUuid;                               ///< in the last value; empty once a model has it
     std::deque<std::int32_t> fNextIds;               ///< read and not yet tied to a model
     std::map<std::string, std::int32_t> fIdsByModel; ///< by the URI of the model
     Context fDeferred; ///< the last envelope element, held back until its attribute is seen

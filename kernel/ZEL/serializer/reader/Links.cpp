@@ -13,8 +13,8 @@
 namespace ZEL::Serializer {
 
 void FileLinks::add(ClassObject const & object, MetaProperty const & property, std::string_view target,
-                    bool isFurther) {
-    fWaiting.push_back({object, &property, fTexts.size(), static_cast<std::uint32_t>(target.size()), isFurther});
+                    QualifiedName type, bool isFurther) {
+    fWaiting.push_back({object, &property, type, fTexts.size(), static_cast<std::uint32_t>(target.size()), isFurther});
     fTexts += target;
 }
 
@@ -22,6 +22,7 @@ void FileLinks::forget() {
     fObjects = ObjectsById();
     fWaiting.clear();
     fTexts.clear();
+    fContents.clear();
 }
 
 FileLinks & Links::of(std::string const & uri) {
@@ -52,14 +53,41 @@ void Links::resolve() {
 
 void Links::resolve(FileLinks & file, FileLinks::Waiting const & link, Reference & scratch) {
     if (fRules.resolvesReferences() && resolveByRules(file, link, scratch)) {
+        keepContent(file, link);
         return;
     }
     ClassObject const target = find(file, link);
     if (target.getImplementationWithoutAssert() == nullptr) {
         fValues.reportUnresolved(link.object, *link.property);
+        keep(file, link);
     } else if (fValues.setLink(link.object, *link.property, target, link.isFurther)) {
         fEnds.note(link.object, *link.property, target);
+        keepContent(file, link);
+    } else {
+        keep(file, link);
     }
+}
+
+void Links::keep(FileLinks const & file, FileLinks::Waiting const & link) {
+    if (Remainders * const kept = fValues.kept()) {
+        kept->of(link.object)
+            .links.push_back({link.property->name, std::string(file.targetOf(link)), link.type.getUri(),
+                              link.type.getName(), contentOf(file, link)});
+    }
+}
+
+void Links::keepContent(FileLinks const & file, FileLinks::Waiting const & link) {
+    if (std::string content = contentOf(file, link); !content.empty()) {
+        fValues.kept()->of(link.object).elements.push_back({std::move(content)});
+    }
+}
+
+std::string Links::contentOf(FileLinks const & file, FileLinks::Waiting const & link) {
+    if (file.fContents.empty()) {
+        return {};
+    }
+    auto const found = file.fContents.find(static_cast<std::size_t>(&link - file.fWaiting.data()));
+    return found != file.fContents.end() ? found->second : std::string();
 }
 
 bool Links::resolveByRules(FileLinks const & file, FileLinks::Waiting const & link, Reference & scratch) {

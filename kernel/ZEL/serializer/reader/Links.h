@@ -2,6 +2,7 @@
 
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
+#include <ZEL/serializer/QualifiedName.h>
 #include <ZEL/serializer/reader/LinkEnds.h>
 #include <ZEL/serializer/reader/ObjectsById.h>
 
@@ -32,7 +33,13 @@ public:
     bool enter(ObjectId const & id, ClassObject const & object) { return fObjects.enter(id, object); }
     /// `target` is an id in this file, or a URI with a fragment. `isFurther`: the file has another link before for this
     /// property, which takes one.
-    void add(ClassObject const & object, MetaProperty const & property, std::string_view target, bool isFurther);
+    /// `type`: the target's class as far as the file names it.
+    void add(ClassObject const & object, MetaProperty const & property, std::string_view target, QualifiedName type,
+             bool isFurther);
+    /// How many links have been added.
+    [[nodiscard]] std::size_t size() const noexcept { return fWaiting.size(); }
+    /// Elements that stand in the element of the link added at `place`, as text.
+    void addContent(std::size_t place, std::string const & elements) { fContents[place] += elements; }
     /// The file is given up: none of its links is resolved, nor any that leads to it.
     void forget();
 
@@ -43,6 +50,7 @@ private:
     struct Waiting {
         ClassObject object;
         MetaProperty const * property;
+        QualifiedName type;
         std::size_t targetBegin; ///< in the texts of the file
         std::uint32_t targetSize;
         bool isFurther;
@@ -56,6 +64,7 @@ private:
     ObjectsById fObjects;
     std::vector<Waiting> fWaiting;
     std::string fTexts;
+    std::unordered_map<std::size_t, std::string> fContents; ///< by place in `fWaiting`
 };
 
 /// The links of a run: noted while files are read, resolved when the outermost one has been read.
@@ -83,6 +92,11 @@ private:
     };
 
     void resolve(FileLinks & file, FileLinks::Waiting const & link, Reference & scratch);
+    /// The link leads to nothing that it could be set to.
+    void keep(FileLinks const & file, FileLinks::Waiting const & link);
+    /// The link is set: what stood in its element has no place but that of its object.
+    void keepContent(FileLinks const & file, FileLinks::Waiting const & link);
+    [[nodiscard]] static std::string contentOf(FileLinks const & file, FileLinks::Waiting const & link);
     [[nodiscard]] bool resolveByRules(FileLinks const & file, FileLinks::Waiting const & link, Reference & scratch);
     [[nodiscard]] ClassObject find(FileLinks & file, FileLinks::Waiting const & link);
     [[nodiscard]] static ClassObject findRegistered(Place const & place, std::string_view uri, ObjectId const & id);

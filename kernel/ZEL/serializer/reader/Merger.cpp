@@ -5,6 +5,7 @@
 #include <ZEL/metamodel/FactoryRegistry.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/OppositeEnds.h>
+#include <ZEL/metamodel/Remainder.h>
 #include <ZEL/sequences/PropertyToSequenceMethods.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/serializer/Messages.h>
@@ -165,6 +166,7 @@ void Merger::collectClassObjectInfo(ClassObject const & root) {
 
 void Merger::collect(ClassObject const & object, std::vector<ClassObject> & children) {
     fCollectedObjects[getExternalId(object)] = {object, fCollectedObjects.size()};
+    setRemainder(object, {});
     for (MetaProperty const & property : fMetaClasses->of(object).properties()) {
         if (!isInFiles(property)) {
             continue;

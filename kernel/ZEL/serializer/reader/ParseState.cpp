@@ -4,6 +4,8 @@
 #include <ZEL/serializer/reader/MetaClassCache.h>
 #include <ZEL/serializer/reader/ParseState.h>
 
+#include <hasp_util/XmlConstants.h>
+
 #include <algorithm>
 #include <cstdint>
 
@@ -112,6 +114,7 @@ ParseState::ParseState(std::string const & fileName, HASP::XmlReaderSettings con
       xmiUri(xml.intern(XmiConstants::XMI_NS_URI)),
       xmiId(xml.intern("id")),
       xmiType(xml.intern("type")),
-      xmiVersion(xml.intern("version")) {}
+      xmiVersion(xml.intern("version")),
+      xsiUri(xml.intern(HASP::XmlConstants::W3C_XML_SCHEMA_INSTANCE_NS_URI)) {}
 
 } // namespace ZEL::Serializer

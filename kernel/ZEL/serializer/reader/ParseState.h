@@ -2,11 +2,13 @@
 
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
+#include <ZEL/metamodel/Remainder.h>
 #include <ZEL/serializer/Context.h>
 #include <ZEL/serializer/ContextSequence.h>
 #include <ZEL/serializer/NamespaceContext.h>
 #include <ZEL/serializer/QualifiedName.h>
 #include <ZEL/serializer/TransformerRegistry.h>
+#include <ZEL/serializer/reader/ElementText.h>
 #include <ZEL/serializer/reader/TextHash.h>
 
 #include <hasp_util/XmlReader.h>
@@ -117,7 +119,8 @@ struct ParseState {
         ClassObject object; ///< null: not in an object
         MetaClass * metaClass = nullptr;
         Context context;
-        std::size_t firstGiven = 0; ///< in `given`
+        std::size_t firstGiven = 0;   ///< in `given`
+        std::size_t firstDerived = 0; ///< in `derived`
     };
     struct OpenElement {
         ElementNames names; ///< of the element around it
@@ -130,10 +133,11 @@ struct ParseState {
     [[nodiscard]] QualifiedName elementName() { return roles.of(&xml.getNamespaceURI(), &xml.getLocalName()); }
 
     HASP::XmlReader xml;
-    std::string const & xmiUri; ///< this and the next three as `xml` keeps them, to be compared by address
+    std::string const & xmiUri; ///< this and the next four as `xml` keeps them, to be compared by address
     std::string const & xmiId;
     std::string const & xmiType;
     std::string const & xmiVersion;
+    std::string const & xsiUri;
     RoleNames roles;
     TypeNames types;
     ElementPlans plans;
@@ -146,12 +150,22 @@ struct ParseState {
     std::vector<Cursor> cursors;
     Cursor cursor;
     std::vector<MetaProperty const *> given; ///< properties for one value that open objects have one for, by object
+    /// What the file says of derived properties of open objects, by object.
+    std::vector<std::pair<MetaProperty const *, std::string>> derived;
 
     bool isSkipping = false;
     std::size_t skipDepth = 0; ///< open elements inside the skipped one that have its name
     QualifiedName skipName;
     bool countsSkipped = false; ///< whether what is inside is reported
-    bool isForeign = false;     ///< after a block of another tool: ids are not those of this system
+
+    bool keeps = false;                  ///< what no property can hold
+    std::vector<PrefixBinding> bindings; ///< all in force, if it keeps
+    ElementText skipped;                 ///< the element that is skipped, if it is kept
+    Remainder beside;                    ///< what the file has beside its model
+    std::size_t linkDepth = 0;           ///< of the open element that is a link; 0 for none
+    FileLinks * linkFile = nullptr;      ///< this and the next: where that link waits
+    std::size_t linkPlace = 0;
+    bool isForeign = false; ///< after a block of another tool: ids are not those of this system
 
     bool isInText = false;
     std::string text;

@@ -1,4 +1,6 @@
+#include <ZEL/Integer.h>
 #include <ZEL/String.h>
+#include <ZEL/base/Exception.h>
 #include <ZEL/logging/Logger.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/serializer/Messages.h>
@@ -8,18 +10,41 @@ namespace ZEL::Serializer {
 
 bool ValueSetter::setText(ClassObject const & object, MetaProperty const & property, std::string_view text,
                           bool isFurther) {
+    if (isFurther && fKept != nullptr) {
+        // The first one stays, so that the file says the same when it is written and read again.
+        fKept->keepText(object, property.name, text, isFurther);
+        reportFurther(object, property);
+        return false;
+    }
     auto const present = [&] {
         return property.storage.has(object) ? property.storage.getOne(object).toString().str() : std::string();
     };
     std::string const former = isFurther ? present() : std::string();
     if (!fMerger->setProperty(object, property, text)) {
         reportRejected(object, property);
+        if (fKept != nullptr) {
+            fKept->keepText(object, property.name, text, property.isMany);
+        }
         return false;
     }
     if (isFurther && former != present()) {
         reportReplaced(object, property);
     }
     return true;
+}
+
+void ValueSetter::setDerived(ClassObject const & object, MetaProperty const & property, std::string_view text) {
+    bool isOpen = true;
+    try {
+        bool const isRequired = static_cast<std::int32_t>(property.property.getLower()) > 0;
+        isOpen = isRequired ? property.storage.getOne(object).toString() == property.defaultText
+                            : !property.storage.has(object); // a required one has a value in any case
+    } catch (Exception const &) {
+        // It cannot be read. Whether it can be set shows when it is.
+    }
+    if (isOpen) {
+        setText(object, property, text, false);
+    }
 }
 
 bool ValueSetter::setPart(ClassObject const & object, MetaProperty const & property, ClassObject const & part,
@@ -63,10 +88,14 @@ void ValueSetter::reportUnresolved(ClassObject const & object, MetaProperty cons
     ++fReport.fUnresolvedReferences[labelOf(object, property)];
 }
 
+void ValueSetter::reportFurther(ClassObject const & object, MetaProperty const & property) {
+    ++fReport.fReplacedValues[labelOf(object, property)];
+}
+
 void ValueSetter::reportReplaced(ClassObject const & object, MetaProperty const & property) {
     Logger::instance()->warning("A further value of property %s of object %s takes the place of the one before",
                                 property.name, metaClasses().nameOf(object));
-    ++fReport.fReplacedValues[labelOf(object, property)];
+    reportFurther(object, property);
 }
 
 void ValueSetter::reportRejected(ClassObject const & object, MetaProperty const & property) {

@@ -28,6 +28,12 @@ Context makeAttribute(ParseState & state, HASP::XmlReader::Attribute const & att
     return context;
 }
 
+void noteBindings(ParseState & state) {
+    for (HASP::XmlReader::Namespace const & binding : state.xml.namespaces()) {
+        state.bindings.push_back({state.elements.size(), binding.prefix, binding.uri});
+    }
+}
+
 } // namespace
 
 XmiReaderImpl::XmiReaderImpl(XmiReaderSettings const & settings)
@@ -69,12 +75,17 @@ void XmiReaderImpl::readInto(std::string const & localFile) {
     }
     fStandardRules = std::make_shared<StandardReadTransforms>();
     fTransformers.addTransformer(fStandardRules);
-    fValues.begin(*fMerger);
+    if (fTransformers.keepsRemainder()) {
+        fStandardRules->readProfiles();
+    }
+    fValues.begin(*fMerger, fTransformers.keepsRemainder() ? &fRemainders : nullptr);
+    state().keeps = keeps();
     fMerger->initialize();
     noteUncontained();
     Model const result = run();
     popState();
     if (result.isValid()) {
+        fRemainders.settle();
         std::vector<Model> const models = fMerger->getReferredModels();
         fMerger->teardown();
         reportUncontained(models);
@@ -114,6 +125,7 @@ std::optional<Model> XmiReaderImpl::readLinked(std::string const & localFile) {
 /// Releases the handles on all objects that the run has met.
 void XmiReaderImpl::forgetObjects() noexcept {
     fLinks.clear();
+    fRemainders.clear();
     fFormerlyUncontained.clear();
 }
 
@@ -174,7 +186,11 @@ void XmiReaderImpl::pushState(std::string const & localFile) {
     HASP::XmlReaderSettings settings;
     settings.setDepthLimit(static_cast<std::uint32_t>(
         std::min<std::size_t>(fSettings.getMaximumElementDepth(), std::numeric_limits<std::uint32_t>::max())));
-    fStates.emplace_back(localFile, settings);
+    if (fTransformers.translatesNamespaces()) {
+        settings.setNamespaceTranslation(
+            [this](std::string const & uri) { return fTransformers.translateNamespace(uri); });
+    }
+    fStates.emplace_back(localFile, settings).keeps = keeps();
 }
 
 void XmiReaderImpl::popState() {
@@ -205,6 +221,7 @@ Model XmiReaderImpl::run() {
     if (current.xml.hasError()) {
         raiseParseError(current);
     }
+    keepBeside(current);
     if (!isInLinkedFile()) {
         fLinks.resolve();
     }
@@ -242,7 +259,14 @@ void XmiReaderImpl::startElement(ParseState & state) {
         if (state.countsSkipped) {
             ++fReport.fSkippedContents[labelOfElement(state)];
         }
+        if (state.skipped.isOpen()) {
+            noteBindings(state);
+            state.skipped.start(state.xml, state.bindings);
+        }
         return;
+    }
+    if (state.keeps) {
+        noteBindings(state);
     }
     for (HASP::XmlReader::Namespace const & binding : state.xml.namespaces()) {
         state.types.addNamespace(*binding.prefix, *binding.uri);
@@ -265,6 +289,8 @@ XmiReaderImpl::Head XmiReaderImpl::headOf(ParseState & state) {
         if (attribute.uri == &state.xmiUri) {
             head.id = attribute.localName == &state.xmiId ? &attribute : head.id;
             head.type = attribute.localName == &state.xmiType ? &attribute : head.type;
+        } else if (state.keeps && attribute.uri == &state.xsiUri && attribute.localName == &state.xmiType) {
+            head.type = &attribute; // as XMI 2.0 names the classes of elements
         }
         state.hasVersion |= attribute.localName == &state.xmiVersion ||
                             (attribute.uri != &state.xmiUri && !attribute.uri->empty() && state.elements.size() == 1);
@@ -289,12 +315,22 @@ void XmiReaderImpl::endElement(ParseState & state) {
     if (state.isInText) {
         applyText(state);
     }
+    if (state.skipped.isOpen()) {
+        state.skipped.end();
+    }
+    while (!state.bindings.empty() && state.bindings.back().depth == state.elements.size()) {
+        state.bindings.pop_back();
+    }
     if (state.isSkipping && state.elementName() == state.skipName) {
         if (state.skipDepth > 0) {
             --state.skipDepth;
         } else {
             state.isSkipping = false;
+            keepSkipped(state);
         }
+    }
+    if (state.linkDepth == state.elements.size()) {
+        state.linkDepth = 0;
     }
     ParseState::OpenElement & open = state.elements.back();
     while (state.objectDepth > open.objectDepth) {
@@ -307,6 +343,8 @@ void XmiReaderImpl::endElement(ParseState & state) {
 void XmiReaderImpl::characters(ParseState & state) {
     if (state.isInText && !state.isSkipping) {
         state.text += state.xml.getText();
+    } else if (state.skipped.isOpen()) {
+        state.skipped.characters(state.xml.getText());
     }
 }
 

@@ -95,19 +95,32 @@ private:
     void leave(ParseState & state);
     void startSkipping(ParseState & state);
     [[nodiscard]] static std::string labelOfElement(ParseState & state);
+    [[nodiscard]] static bool isLinkWithoutPlace(ParseState const & state, ContextSequence const & applied);
     [[nodiscard]] bool isOfOtherVersion(ParseState & state, ContextSequence const & applied);
     void applyText(ParseState & state);
     /// An attribute or a link of the object at hand.
-    void applyValue(ParseState & state, QualifiedName role, std::string_view text, bool isLink);
+    void applyValue(ParseState & state, QualifiedName role, std::string_view text, bool isLink,
+                    QualifiedName type = {});
+    void applyDerived(ParseState & state);
     /// Of the object at hand.
-    void noteLinks(ParseState & state, std::string_view text, MetaProperty const & property);
+    void noteLinks(ParseState & state, std::string_view text, MetaProperty const & property, QualifiedName type);
     /// Whether the property takes one value only and the file has had one for the object at hand already.
     [[nodiscard]] static bool isGiven(ParseState const & state, MetaProperty const & property);
     static void noteGiven(ParseState & state, MetaProperty const & property);
     [[nodiscard]] MetaClassCache & metaClasses() const noexcept { return fValues.metaClasses(); }
 
+    // --- what no property can hold -----------------------------------------------------------------------------------
+    [[nodiscard]] bool keeps() const noexcept { return fValues.kept() != nullptr; }
+    /// The element that was skipped has ended.
+    void keepSkipped(ParseState & state);
+    /// An attribute in an object, or in the envelope of the file.
+    void keepAttribute(ParseState & state, QualifiedName role, std::string_view value);
+    void keepBeside(ParseState & state);
+
     // --- objects -----------------------------------------------------------------------------------------------------
     [[nodiscard]] Made makeTopLevel(ParseState & state, Context const & context);
+    [[nodiscard]] Made makeFirst(ParseState & state, Context const & context);
+    [[nodiscard]] bool placeInModel(ParseState & state, Made const & made);
     [[nodiscard]] Made makeChild(ParseState & state, Context const & context);
     [[nodiscard]] Made makePart(ParseState & state, MetaProperty const & property, Context const & context);
     [[nodiscard]] Made createObject(ParseState & state, Context const & context);
@@ -122,6 +135,7 @@ private:
     std::shared_ptr<StandardReadTransforms> fStandardRules; ///< of this run
     std::deque<ParseState> fStates;
     ReadReport fReport;
+    Remainders fRemainders;
     ValueSetter fValues;
     Links fLinks;
     LinkedFiles fFiles;

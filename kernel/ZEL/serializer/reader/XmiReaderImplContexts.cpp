@@ -3,8 +3,12 @@
 #include <ZEL/String.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/logging/Logger.h>
+#include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Constants.h>
+#include <ZEL/metamodel/MetaModel.h>
+#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/ModelCore.h>
+#include <ZEL/metamodel/Package.h>
 #include <ZEL/serializer/Messages.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
@@ -14,7 +18,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
+#include <utility>
 
 namespace ZEL::Serializer {
 namespace {
@@ -31,6 +37,20 @@ bool isXmiNamespace(std::string_view uri) {
 }
 
 bool isBlank(char c) noexcept { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+/// Whether the element's class is known, and is not one of models.
+bool isOfOtherClassThanModels(Context const & element) {
+    for (QualifiedName const name : {element.getType(), element.getRole()}) {
+        ImmutableMetaModel const metaModel(MetaModelRegistry::instance()->getModelFromUri(name.getUri()));
+        ImmutableClass const metaClass =
+            metaModel.isValid() ? ImmutableClass(metaModel.getTopPackage().getOwnedTypeByName(String(name.getName())))
+                                : ImmutableClass();
+        if (metaClass.isValid()) {
+            return !internal::MetaClassView::of(metaClass)->isModel();
+        }
+    }
+    return false;
+}
 
 /// The text up to the next blank, taken off `rest`; empty if nothing but blanks is left. Links are so many that a
 /// general tokenizer shows in the time of a read.
@@ -58,6 +78,9 @@ void XmiReaderImpl::process(ParseState & state, ContextSequence && sequence) {
     if (isOfOtherVersion(state, applied)) {
         startSkipping(state);
         applied.clear();
+    } else if (keeps() && isLinkWithoutPlace(state, applied)) {
+        startSkipping(state);
+        applied.clear();
     }
     for (Context & context : applied) {
         if (context.skipContext() && (context.isExtension() || context.isElement())) {
@@ -80,6 +103,24 @@ void XmiReaderImpl::process(ParseState & state, ContextSequence && sequence) {
     state.sequence = std::move(applied);
 }
 
+/// Whether the element at hand is a link, and its object has no property that could hold one: none of this name, or one
+/// for parts, which cannot be in another file.
+bool XmiReaderImpl::isLinkWithoutPlace(ParseState const & state, ContextSequence const & applied) {
+    if (state.cursor.metaClass == nullptr) {
+        return false;
+    }
+    QualifiedName const role = state.currentElement.role;
+    bool isLink = false;
+    for (Context const & context : applied) {
+        if (context.isElement() && (context.skipContext() || context.getRole() != role)) {
+            return false;
+        }
+        isLink = isLink || (context.isReference() && context.getRole() == role);
+    }
+    MetaProperty const * const property = isLink ? state.cursor.metaClass->find(role) : nullptr;
+    return isLink && (property == nullptr || (property->isComposite && !property->isDataType));
+}
+
 void XmiReaderImpl::applyContext(ParseState & state, Context & context, bool & entered) {
     bool const isInObject = state.cursor.metaClass != nullptr;
     if (context.isElement()) {
@@ -94,8 +135,12 @@ void XmiReaderImpl::applyContext(ParseState & state, Context & context, bool & e
     } else if (isInObject && (context.isAttribute() || context.isReference())) {
         // What is said of the envelope, or of a block in it, is read as if it were not there.
         if (context.isReference() || context.getParentUri() != XmiConstants::XMI_NS_URI) {
-            applyValue(state, context.getRole(), context.getFirstValue(), context.isReference());
+            QualifiedName const type = context.getType() == context.getRole() ? QualifiedName() : context.getType();
+            applyValue(state, context.getRole(), context.getFirstValue(), context.isReference(), type);
         }
+    } else if (context.isAttribute() && keeps() && context.getParentUri() == XmiConstants::XMI_NS_URI &&
+               context.getParentRoleName() == "XMI") {
+        keepAttribute(state, context.getRole(), context.getFirstValue());
     }
 }
 
@@ -169,7 +214,55 @@ void XmiReaderImpl::startSkipping(ParseState & state) {
     state.countsSkipped = state.skipName != QualifiedName(XmiConstants::XMI_NS_URI, "Documentation");
     if (state.countsSkipped) {
         ++fReport.fSkippedElements[labelOfElement(state)];
+        if (state.keeps && state.xml.getLocalName() != "XMI") {
+            state.skipped.start(state.xml, state.bindings);
+        }
     }
+}
+
+// --- what no property can hold ---------------------------------------------------------------------------------------
+
+void XmiReaderImpl::keepSkipped(ParseState & state) {
+    if (!state.keeps || !state.countsSkipped) {
+        return;
+    }
+    std::string text = state.skipped.take();
+    if (text.empty()) {
+        return;
+    }
+    if (state.linkDepth != 0 && state.linkDepth + 1 == state.elements.size()) {
+        state.linkFile->addContent(state.linkPlace, text);
+    } else if (state.cursor.metaClass != nullptr) {
+        fRemainders.of(state.cursor.object).elements.push_back({std::move(text)});
+    } else {
+        state.beside.elements.push_back({std::move(text), Remainder::Place::Beside});
+    }
+}
+
+void XmiReaderImpl::keepAttribute(ParseState & state, QualifiedName role, std::string_view value) {
+    auto const bound = std::find_if(state.bindings.rbegin(), state.bindings.rend(), [&](PrefixBinding const & binding) {
+        return *binding.uri == role.getUri() && !binding.prefix->empty();
+    });
+    Remainder::Attribute attribute{role.getUri(), bound != state.bindings.rend() ? *bound->prefix : std::string(),
+                                   role.getName(), std::string(value)};
+    if (state.cursor.metaClass != nullptr) {
+        fRemainders.of(state.cursor.object).attributes.push_back(std::move(attribute));
+    } else {
+        attribute.place = Remainder::Place::Beside;
+        state.beside.attributes.push_back(std::move(attribute));
+    }
+}
+
+void XmiReaderImpl::keepBeside(ParseState & state) {
+    if (state.beside.empty() || !state.model.isValid()) {
+        return;
+    }
+    Remainder & remainder = fRemainders.of(state.model);
+    auto const append = [](auto & all, auto & more) {
+        all.insert(all.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+    };
+    append(remainder.attributes, state.beside.attributes);
+    append(remainder.elements, state.beside.elements);
 }
 
 /// The element at hand as the file names it, whatever rules have made of it.
@@ -186,13 +279,44 @@ std::string XmiReaderImpl::labelOfElement(ParseState & state) {
 // --- making objects --------------------------------------------------------------------------------------------------
 
 XmiReaderImpl::Made XmiReaderImpl::makeTopLevel(ParseState & state, Context const & context) {
-    Made made = createObject(state, context);
+    Made made = keeps() && !state.model.isValid() ? makeFirst(state, context) : createObject(state, context);
     if (made.metaClass == nullptr) {
         Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_XmiReader_InvalidTopLevelElement,
                                 context.getUri(), context.getRoleName());
         startSkipping(state);
+    } else if (keeps() && !made.metaClass->isModel() && !placeInModel(state, made)) {
+        giveUp(made);
+        startSkipping(state);
+        return {};
     }
     return made;
+}
+
+/// The Merger makes a model of any first element. If that element is of another class, it makes an object, too.
+XmiReaderImpl::Made XmiReaderImpl::makeFirst(ParseState & state, Context const & context) {
+    if (!isOfOtherClassThanModels(context)) {
+        return createObject(state, context);
+    }
+    Context nameless = context;
+    nameless.setElement({});
+    Made const whole = createObject(state, nameless);
+    return whole.metaClass != nullptr ? createObject(state, context) : Made();
+}
+
+/// An element at the top that is no model becomes a part of the file's model. False if the model has no place for it.
+bool XmiReaderImpl::placeInModel(ParseState & state, Made const & made) {
+    if (!state.model.isValid() || made.object.getContainerZEL().isValid()) {
+        return made.object.getContainerZEL().isValid();
+    }
+    MetaProperty const * place = nullptr;
+    for (MetaProperty const & property : metaClasses().of(state.model).properties()) {
+        bool const isPlace = property.isPart() && made.metaClass->inheritsFrom(property.typeBody) &&
+                             (property.isMany || !property.storage.has(state.model));
+        if (isPlace && (place == nullptr || (property.isMany && !place->isMany))) {
+            place = &property;
+        }
+    }
+    return place != nullptr && fValues.setPart(state.model, *place, made.object, *made.metaClass, made.isNew, false);
 }
 
 XmiReaderImpl::Made XmiReaderImpl::makeChild(ParseState & state, Context const & context) {
@@ -216,6 +340,11 @@ XmiReaderImpl::Made XmiReaderImpl::makeChild(ParseState & state, Context const &
 
 XmiReaderImpl::Made XmiReaderImpl::makePart(ParseState & state, MetaProperty const & property,
                                             Context const & context) {
+    if (keeps() && isGiven(state, property)) {
+        fValues.reportFurther(state.cursor.object, property);
+        startSkipping(state);
+        return {};
+    }
     Made made = createObject(state, context);
     if (made.metaClass != nullptr && fValues.setPart(state.cursor.object, property, made.object, *made.metaClass,
                                                      made.isNew, isGiven(state, property))) {
@@ -242,7 +371,7 @@ XmiReaderImpl::Made XmiReaderImpl::createObject(ParseState & state, Context cons
         if (!hadModel && !adoptModel(state, model, context)) {
             return {};
         }
-        if (!state.isForeign) {
+        if (!state.isForeign && (!keeps() || id.hasPrefix())) {
             if (std::string_view const uuid = id.uuid(); !uuid.empty()) {
                 model.setUuidBase(String(uuid));
             }
@@ -261,7 +390,7 @@ bool XmiReaderImpl::adoptModel(ParseState & state, Model const & model, Context 
                                 uri.error());
         return false;
     }
-    if (context.getTypeName() != metaClasses().of(model).name()) {
+    if (!keeps() && context.getTypeName() != metaClasses().of(model).name()) {
         // Any top element of a known metamodel makes a model; this one's own content will hardly fit.
         Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_XmiReader_InvalidTopLevelElement,
                                 context.getUri(), context.getRoleName());
@@ -279,6 +408,9 @@ void XmiReaderImpl::enterId(ParseState & state, ClassObject const & object, Obje
         FileLinks & links = linksOf(state, object);
         if (!links.enter(id, object)) {
             Logger::instance()->warning("Id %s occurs more than once in model %s", id.text(), links.uri());
+        } else if (keeps() && !id.hasPrefix()) {
+            noteFileId(object, id); // by which other files, and what is kept, may name it
+            return;
         }
     }
     if (isInLinkedFile()) {
@@ -314,13 +446,15 @@ void XmiReaderImpl::enter(ParseState & state, Made && made, Context && context) 
     // Bindings of this element went in before, so they are in the copy too and stay when the object is left.
     state.types.pushContext();
     state.cursors.push_back(std::move(state.cursor));
-    state.cursor = {std::move(made.object), made.metaClass, std::move(context), state.given.size()};
+    state.cursor = {std::move(made.object), made.metaClass, std::move(context), state.given.size(),
+                    state.derived.size()};
 }
 
 void XmiReaderImpl::leave(ParseState & state) {
     if (state.cursors.empty()) {
         raiseInternalError("Invalid empty Cursor stack in XmiReaderImpl");
     }
+    applyDerived(state);
     fTransformers.onCreate(state.cursor.context, state.cursor.object);
     state.given.resize(state.cursor.firstGiven);
     state.cursor = std::move(state.cursors.back());
@@ -345,24 +479,46 @@ void XmiReaderImpl::applyText(ParseState & state) {
     state.isInText = false;
 }
 
-void XmiReaderImpl::applyValue(ParseState & state, QualifiedName role, std::string_view text, bool isLink) {
+void XmiReaderImpl::applyValue(ParseState & state, QualifiedName role, std::string_view text, bool isLink,
+                               QualifiedName type) {
     MetaClass & metaClass = *state.cursor.metaClass;
     MetaProperty const * const property = metaClass.find(role);
     if (property == nullptr) {
         ++fReport.fIgnoredAttributes[metaClass.name() + "." + labelOf(role)];
+        if (keeps() && !isLink) {
+            keepAttribute(state, role, text);
+        }
     } else if (isLink || (!property->isDataType && !property->isComposite && !property->isDerived)) {
-        noteLinks(state, text, *property);
+        noteLinks(state, text, *property, type);
+        if (isLink && state.linkFile != nullptr) {
+            state.linkDepth = state.elements.size(); // what stands in the element is said of the link
+        }
     } else if (property->isDataType) {
         // The model would not find an object by a number that it has not assigned; and a model belongs to the file that
         // it was read from, not to the one in which it was written.
         using Role = internal::PropertyView::Role;
         bool const isOfFile = property->role == Role::Id || (property->role == Role::Uri && metaClass.isModel());
-        if (!isOfFile && fValues.setText(state.cursor.object, *property, text, isGiven(state, *property))) {
+        if (property->isDerived && !property->isReadOnly && !property->isMany) {
+            state.derived.emplace_back(property, text);
+        } else if (!isOfFile && fValues.setText(state.cursor.object, *property, text, isGiven(state, *property))) {
             noteGiven(state, *property);
         }
     } else {
         ++fReport.fIgnoredAttributes[metaClass.name() + "." + property->name];
+        if (keeps()) {
+            keepAttribute(state, role, text);
+        }
     }
+}
+
+/// A derived value counts if the object holds nothing that it could be derived from: what a file states itself goes
+/// before what its writer has made of that.
+void XmiReaderImpl::applyDerived(ParseState & state) {
+    for (std::size_t i = state.cursor.firstDerived; i < state.derived.size(); ++i) {
+        auto const & [property, text] = state.derived[i];
+        fValues.setDerived(state.cursor.object, *property, text);
+    }
+    state.derived.resize(state.cursor.firstDerived);
 }
 
 bool XmiReaderImpl::isGiven(ParseState const & state, MetaProperty const & property) {
@@ -378,11 +534,24 @@ void XmiReaderImpl::noteGiven(ParseState & state, MetaProperty const & property)
 
 // --- links -----------------------------------------------------------------------------------------------------------
 
-void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaProperty const & property) {
+void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaProperty const & property,
+                              QualifiedName type) {
     ClassObject const & object = state.cursor.object;
     std::string_view rest = text;
     bool isFurther = isGiven(state, property);
+    state.linkFile = nullptr;
+    auto const keep = [&](std::string_view target) {
+        if (keeps()) {
+            fRemainders.of(object).links.push_back(
+                {property.name, std::string(target), type.getUri(), type.getName(), {}});
+        }
+    };
     for (std::string_view token = takeToken(rest); !token.empty(); token = takeToken(rest)) {
+        if (isFurther && keeps()) {
+            fValues.reportFurther(object, property);
+            keep(token);
+            continue;
+        }
         std::string external;
         std::size_t const sign = token.find('#');
         // Without this sign there is no fragment, and nothing but a URI with a fragment leads out of the file.
@@ -393,6 +562,7 @@ void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaPro
                     fFiles.follow(reference, root.isValid() ? root.getUri().str() : std::string());
                 if (!uri.has_value()) {
                     fValues.reportUnresolved(object, property);
+                    keep(token);
                     continue;
                 }
                 external = *uri;
@@ -400,7 +570,11 @@ void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaPro
             }
         }
         FileLinks & links = state.links != nullptr ? *state.links : linksOf(state, object);
-        links.add(object, property, external.empty() ? token : std::string_view(external), isFurther);
+        links.add(object, property, external.empty() ? token : std::string_view(external), type, isFurther);
+        if (keeps()) {
+            state.linkFile = &links;
+            state.linkPlace = links.size() - 1;
+        }
         noteGiven(state, property);
         isFurther = !property.isMany;
     }

@@ -69,7 +69,7 @@ void ContextPrinter::startElement(Context const & context, Elements elements, Le
         fXml.writeAttribute("id", XmiConstants::XMI_NS_URI, context.getFirstValue());
     }
     if (level == Level::Nested && context.getUri() != XmiConstants::XMI_NS_URI) {
-        writeType(context);
+        writeType(context.getType());
     }
 }
 
@@ -81,8 +81,8 @@ std::string const & ContextPrinter::typeNameOf(QualifiedName type) {
     return name;
 }
 
-void ContextPrinter::writeType(Context const & context) {
-    std::string const & name = typeNameOf(context.getType());
+void ContextPrinter::writeType(QualifiedName type) {
+    std::string const & name = typeNameOf(type);
     if (!name.empty()) {
         fXml.writeAttribute("type", XmiConstants::XMI_NS_URI, name);
     }
@@ -95,7 +95,7 @@ void ContextPrinter::writeReference(Context const & context) {
     }
     for (std::size_t i = 0; i < context.getValueCount(); ++i) {
         fXml.writeEmptyElement(context.getRoleName(), context.getUri());
-        writeType(context);
+        writeType(context.getType());
         fXml.writeAttribute("href", XmlConstants::NULL_NS_URI, context.getValue(i));
     }
 }

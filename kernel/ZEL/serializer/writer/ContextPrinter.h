@@ -40,6 +40,8 @@ public:
     /// The type as `xmi:type` names it: the prefix of its namespace, a colon and its name. Empty, with an entry in the log,
     /// if no prefix is known.
     [[nodiscard]] std::string const & typeNameOf(QualifiedName type);
+    /// `xmi:type` into the open tag; nothing for a type without a prefix.
+    void writeType(QualifiedName type);
     /// Logs, by property, where several values were joined that will be read back as one.
     void logJoinedValues() const;
 
@@ -47,7 +49,6 @@ private:
     /// Whether the last element of the path is the parent of this one.
     [[nodiscard]] bool pathLeadsTo(Context const & element) const;
     void startElement(Context const & context, Elements elements, Level level);
-    void writeType(Context const & context);
     void writeReference(Context const & context);
     void writeAttribute(Context const & context);
     void writeValues(Context const & context);

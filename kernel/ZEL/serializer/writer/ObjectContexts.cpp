@@ -6,6 +6,7 @@
 #include <ZEL/serializer/ObjectId.h>
 #include <ZEL/serializer/dialects/DialectContexts.h>
 #include <ZEL/serializer/writer/ObjectContexts.h>
+#include <ZEL/serializer/writer/RemainderWriter.h>
 #include <ZEL/values/Object.h>
 
 #include <algorithm>
@@ -56,11 +57,24 @@ bool ObjectContexts::append(ObjectView const & object, PropertyPartition const &
     for (WrittenProperty const * const property : partition.singleValues) {
         appendValue(object, *property, parent, sequence);
     }
+    Remainder const & remainder = remainderOf(object.handle());
+    RemainderWriter::appendAttributes(remainder, parent, sequence);
     bool hasChildElements = appendReferences(object, partition, parent, sequence);
     for (WrittenProperty const * const property : partition.multiValues) {
         hasChildElements |= appendValues(object, *property, parent, sequence);
     }
-    return hasChildElements;
+    return hasChildElements || RemainderWriter::hasChildren(remainder);
+}
+
+std::string const * ObjectContexts::keptIdOf(internal::BodyCore const & object) const {
+    internal::ModelCore const * const model = fKeepsFileIds ? object.internal_model() : nullptr;
+    return model != nullptr && !model->fileIds().empty() ? model->fileIdOf(object.internal_id()) : nullptr;
+}
+
+void ObjectContexts::noteNumber(internal::BodyCore const & object) {
+    if (fKeepsFileIds && keptIdOf(object) == nullptr) {
+        fNextNumber = std::max(fNextNumber, object.internal_id() + 1);
+    }
 }
 
 void ObjectContexts::appendHead(ImmutableClassObject const & object, ContextSequence & sequence) {
@@ -68,11 +82,12 @@ void ObjectContexts::appendHead(ImmutableClassObject const & object, ContextSequ
     if (!model.isValid()) {
         return;
     }
+    internal::ModelCore const & core = *model.getImplementation()->internal_body()->internal_model();
+    bool const hasOtherIds = fKeepsFileIds && !core.fileIds().empty();
     Context const extension = appendExtension(sequence);
     sequence.addContext(makeAttribute(extension, "persistentIds", "true"));
-    sequence.addContext(
-        makeAttribute(extension, "nextIdValue",
-                      internal::siidOf(ObjectId::of(model), static_cast<std::int32_t>(model.getNextIdValue()))));
+    sequence.addContext(makeAttribute(
+        extension, "nextIdValue", internal::siidOf(ObjectId::of(model), hasOtherIds ? fNextNumber : core.nextId())));
 }
 
 void ObjectContexts::appendValue(ObjectView const & object, WrittenProperty const & property, Context const & parent,
@@ -198,6 +213,15 @@ HASP::Uri ObjectContexts::linkTo(HASP::Uri const & target) const {
     return areFiles ? target.relativize(fModelUri->uri) : target;
 }
 
+std::string ObjectContexts::relativeTo(std::string const & target) const {
+    HASP::Uri const uri(target);
+    // A path without scheme is relative already.
+    bool const isFile = uri.isValid() && !uri.getScheme().empty() && !uri.toLocalFile().empty();
+    std::size_t const sign = target.find('#');
+    HASP::Uri const file = isFile ? linkTo(uri.withoutFragment()) : HASP::Uri();
+    return isFile && file.isValid() ? file.toString() + target.substr(sign) : target;
+}
+
 std::string ObjectContexts::idOf(ImmutableClassObject const & object) {
     std::string text;
     appendId(*object.getImplementation()->internal_body(), object.getDeviant(), text);
@@ -206,6 +230,10 @@ std::string ObjectContexts::idOf(ImmutableClassObject const & object) {
 
 void ObjectContexts::appendId(internal::BodyCore const & object, Deviant deviant, std::string & text) {
     internal::ModelCore const * const model = object.internal_model();
+    if (std::string const * const kept = keptIdOf(object)) {
+        text.append(*kept);
+        return;
+    }
     // A model's own id has no number after it, though its last part may look like one.
     bool const isModel = static_cast<internal::BodyCore const *>(model) == &object;
     if (model != nullptr && model == fIdModel && !isModel) {

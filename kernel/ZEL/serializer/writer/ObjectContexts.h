@@ -50,11 +50,20 @@ public:
     /// Appends the object's id in files.
     void appendId(internal::BodyCore const & object, Deviant deviant, std::string & text);
 
+    /// The absolute URI of a file, with a fragment, as it is written in the file of the model at hand; others unchanged.
+    [[nodiscard]] std::string relativeTo(std::string const & target) const;
+
+    /// An object is to be written: where ids of files are kept, the next id is the first one after those of objects that
+    /// have none of these, so that reading and writing a file do not change it.
+    void noteNumber(internal::BodyCore const & object);
     /// The block with which the standard dialect begins a file: the next id of the object's model. Nothing for an
     /// object without a model.
-    static void appendHead(ImmutableClassObject const & object, ContextSequence & sequence);
+    void appendHead(ImmutableClassObject const & object, ContextSequence & sequence);
 
 private:
+    /// The id that the object has in the file from which it was read, if that is to be kept; else null.
+    [[nodiscard]] std::string const * keptIdOf(internal::BodyCore const & object) const;
+
     struct ModelUri {
         std::string text;
         HASP::Uri uri;
@@ -75,6 +84,7 @@ private:
 
     PartitionCache & fPartitions;
     bool const fKeepsFileIds;
+    std::int32_t fNextNumber = 1; ///< after those noted
     bool fWarns = false;
     std::unordered_map<void const *, ModelUri> fModelUris; ///< by the model's body, which its objects keep alive
 

@@ -185,6 +185,10 @@ bool StraightWriter::collectObject(BodyCore const & body, Collected const & coll
         std::string const & uri = plan->partition.type.getUri();
         collected.namespaces.emplace(uri, NamespaceRegistry::instance()->getPrefixFromMetaUri(uri));
     }
+    if (Remainder const * const remainder = state.remainder()) {
+        RemainderWriter::collectNamespaces(*remainder, collected.keptNamespaces);
+    }
+    fContexts.noteNumber(body);
     if (hasStereotypes(state)) {
         handleOf(body).getAppliedStereotypeInstances().forEach(
             [&](ImmutableClassObject const & instance) { collected.stereotypeInstances.push_back(instance); });
@@ -210,6 +214,10 @@ void StraightWriter::writeParts(ImmutableClassObject const & object) {
         if (BodyCore const * const child = nextChild(level)) {
             writeObject(*child, *level.part);
         } else {
+            Remainder const * const remainder = level.openElements != 0 ? level.state->remainder() : nullptr;
+            if (remainder != nullptr) {
+                fRemainders.writeChildren(handleOf(*level.body), *remainder);
+            }
             fPrinter.end(level.openElements);
             --fDepth;
         }
@@ -224,7 +232,10 @@ void StraightWriter::writeObject(BodyCore const & body, WritePlan::Part const & 
     bool const hasValues = readValues(body, plan);
     Content const content = contentOf(state, plan);
 
-    bool const isOpen = hasElements || hasValues || content.isContained;
+    Remainder const * const remainder = state.remainder();
+    bool const isKept = remainder != nullptr && RemainderWriter::hasChildren(*remainder);
+
+    bool const isOpen = hasElements || hasValues || content.isContained || isKept;
     if (isOpen) {
         fXml.writeStartElement(part.name);
     } else {
@@ -237,6 +248,9 @@ void StraightWriter::writeObject(BodyCore const & body, WritePlan::Part const & 
     for (WritePlan::Value & value : plan.values) {
         writeValue(body, state, value);
     }
+    if (remainder != nullptr) {
+        fRemainders.writeAttributes(*remainder);
+    }
     // The last property first.
     std::for_each(fLinkTexts.rbegin(), fLinkTexts.rend(), [this](LinkText const & links) {
         fXml.writeAttribute(*links.name, std::string_view(fLinks).substr(links.begin, links.size));
@@ -247,6 +261,9 @@ void StraightWriter::writeObject(BodyCore const & body, WritePlan::Part const & 
     if (content.firstPart != plan.parts.size()) {
         push(body, state, plan, content.firstPart).openElements = isOpen ? 1 : 0;
     } else if (isOpen) {
+        if (isKept) {
+            fRemainders.writeChildren(handleOf(body), *remainder);
+        }
         fXml.writeEndElement();
     }
 }

@@ -7,6 +7,7 @@
 #include <ZEL/serializer/writer/ContextPrinter.h>
 #include <ZEL/serializer/writer/ObjectContexts.h>
 #include <ZEL/serializer/writer/PropertyPartition.h>
+#include <ZEL/serializer/writer/RemainderWriter.h>
 #include <ZEL/serializer/writer/WritePlan.h>
 
 #include <hasp_util/XmlName.h>
@@ -34,13 +35,19 @@ public:
     /// What is found before anything is written.
     struct Collected {
         ContextPrinter::Namespaces & namespaces;
+        ContextPrinter::Namespaces & keptNamespaces; ///< of attributes that are kept with objects
         std::vector<ImmutableClassObject> & stereotypeInstances;
     };
 
     /// All arguments must outlive the run.
     StraightWriter(HASP::XmlWriter & xml, TransformerRegistry const & transformers, PartitionCache & partitions,
                    ObjectContexts & contexts, ContextPrinter & printer)
-        : fXml(xml), fTransformers(transformers), fPartitions(partitions), fContexts(contexts), fPrinter(printer) {}
+        : fXml(xml),
+          fTransformers(transformers),
+          fPartitions(partitions),
+          fContexts(contexts),
+          fPrinter(printer),
+          fRemainders(xml, contexts, printer) {}
 
     /// Finds the namespaces in use and the stereotype instances in the object and all that it contains. Stops and returns
     /// false at an object that cannot be written in this way: a rule may fit it, it has properties that stand in
@@ -104,6 +111,7 @@ private:
     PartitionCache & fPartitions;
     ObjectContexts & fContexts;
     ContextPrinter & fPrinter;
+    RemainderWriter fRemainders;
     Deviant fDeviant;
 
     std::unordered_map<internal::ClassDescriptor const *, std::unique_ptr<WritePlan>> fPlans;

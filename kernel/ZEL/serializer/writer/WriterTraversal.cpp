@@ -6,6 +6,8 @@
 #include <hasp_util/XmlConstants.h>
 #include <hasp_util/XmlWriter.h>
 
+#include <algorithm>
+
 namespace ZEL::Serializer {
 
 using HASP::XmlConstants;
@@ -21,16 +23,25 @@ WriterTraversal::WriterTraversal(HASP::XmlWriter & xml, XmiWriterSettings const 
       fHasDefaults(functions.areDefaults()),
       fContexts(fPartitions, settings.getKeepFileIds()),
       fPrinter(xml, fNamespaces, settings.getElementPerValue()),
+      fRemainders(xml, fContexts, fPrinter),
       fStraight(xml, transformers, fPartitions, fContexts, fPrinter) {}
 
 void WriterTraversal::collect(ImmutableClassObject const & object) {
-    if (fIsPlain && fStraight.collect(object, {fNamespaces, fStereotypeInstances})) {
-        return;
+    if (!fIsPlain || !fStraight.collect(object, {fNamespaces, fKeptNamespaces, fStereotypeInstances})) {
+        fIsPlain = false;
+        fNamespaces.clear();
+        fKeptNamespaces.clear();
+        fStereotypeInstances.clear();
+        visit(object);
     }
-    fIsPlain = false;
-    fNamespaces.clear();
-    fStereotypeInstances.clear();
-    visit(object);
+    // Prefixes of metamodels come first: types are named by them.
+    for (auto const & [uri, prefix] : fKeptNamespaces) {
+        bool const isTaken = std::any_of(fNamespaces.begin(), fNamespaces.end(),
+                                         [&prefix](auto const & other) { return other.second == prefix; });
+        if (!isTaken) {
+            fNamespaces.emplace(uri, prefix);
+        }
+    }
 }
 
 void WriterTraversal::write(ImmutableClassObject const & object) {
@@ -38,6 +49,7 @@ void WriterTraversal::write(ImmutableClassObject const & object) {
     fContexts.setWarnings(true);
     fTransformers.setSerializePhase(true);
     visit(object);
+    fRemainders.writeBeside(remainderOf(object));
     fPrinter.logJoinedValues();
 }
 
@@ -144,6 +156,9 @@ void WriterTraversal::runNextProperty(Frame & frame) {
 }
 
 void WriterTraversal::endElement(Frame & frame) {
+    if (frame.openElements != 0 && frame.partition != nullptr) {
+        fRemainders.writeChildren(frame.object, remainderOf(frame.object));
+    }
     fPrinter.end(std::exchange(frame.openElements, 0));
     frame.step = &WriterTraversal::runAfter;
 }
@@ -225,6 +240,8 @@ void WriterTraversal::collectObject(Frame const & frame, ObjectView const & view
         std::string const & uri = frame.partition->type.getUri();
         fNamespaces.emplace(uri, NamespaceRegistry::instance()->getPrefixFromMetaUri(uri));
     }
+    RemainderWriter::collectNamespaces(remainderOf(frame.object), fKeptNamespaces);
+    fContexts.noteNumber(*frame.object.getImplementation()->internal_body());
     if (view.hasStereotypes()) {
         frame.object.getAppliedStereotypeInstances().forEach(
             [this](ImmutableClassObject const & instance) { fStereotypeInstances.push_back(instance); });
@@ -243,8 +260,9 @@ void WriterTraversal::writePrologue(ImmutableClassObject const & object) {
         declaration.setAttribute(uri);
         sequence.addContext(std::move(declaration));
     }
+    RemainderWriter::appendBeside(remainderOf(object), sequence);
     if (fSettings.getOutputFormat().getFormat() == XmiFormat::Standard) {
-        ObjectContexts::appendHead(object, sequence);
+        fContexts.appendHead(object, sequence);
     }
     static_cast<void>(fPrinter.write(fTransformers.apply(std::move(sequence)), ContextPrinter::Elements::Empty,
                                      ContextPrinter::Level::Top));

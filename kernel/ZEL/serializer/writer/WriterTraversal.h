@@ -104,11 +104,13 @@ private:
     bool fIsWriting = false;
     bool fStereotypesDone = false; ///< from then on, top-level elements are stereotype instances
     ContextPrinter::Namespaces fNamespaces;
+    ContextPrinter::Namespaces fKeptNamespaces;               ///< of attributes that are kept with objects
     std::unordered_set<PropertyPartition const *> fCollected; ///< whose namespaces are known
     std::vector<ImmutableClassObject> fStereotypeInstances;
     PartitionCache fPartitions;
     ObjectContexts fContexts;
     ContextPrinter fPrinter;
+    RemainderWriter fRemainders;
     StraightWriter fStraight;
     std::vector<std::unique_ptr<Frame>>
         fFrames;            ///< by depth; children point at the Context of the object that holds them

@@ -31,6 +31,8 @@ public:
     /// One run. Clears the Transformers at its end, however it ends. False when the file could not be produced.
     bool write(std::string const & file, ImmutableObject const & object);
 
+    [[nodiscard]] bool keepsFileIds() const noexcept { return fSettings.getKeepFileIds(); }
+
     TransformerRegistry transformers;
     WriterFunctions functions;
     std::string failureReason; ///< why the last run returned false
@@ -152,13 +154,15 @@ void XmiWriterImpl::addDialect() {
 
 namespace {
 
-/// Writes the model to the place of its URI. The ids in that file are those of this system: ids noted before are
-/// obsolete.
+/// Writes the model to the place of its URI. Unless ids are kept, those in that file are of this system, and what was
+/// noted before is obsolete.
 bool writeModel(XmiWriterImpl & writer, std::string const & file, ImmutableModel const & model) {
     if (!writer.write(file, model)) {
         return false;
     }
-    model.getImplementation()->internal_body()->internal_model()->forgetFileIds();
+    if (!writer.keepsFileIds()) {
+        model.getImplementation()->internal_body()->internal_model()->forgetFileIds();
+    }
     return true;
 }
 

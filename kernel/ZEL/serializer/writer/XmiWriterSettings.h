@@ -28,9 +28,9 @@ public:
     /// are read back. Otherwise all stand in one element, without anything between them. Default false.
     [[nodiscard]] bool getElementPerValue() const noexcept { return fElementPerValue; }
     void setElementPerValue(bool isEach) noexcept { fElementPerValue = isEach; }
-    /// Whether a link into another model names its target by the id that it has in the file from which that model was
-    /// read, until that model is written; otherwise by the id with which a writer would write it. For models that are
-    /// written without those they refer to. Default false.
+    /// Whether objects keep the ids that they have in the file from which they were read, where the reader has noted
+    /// these: those of other models, which links name, until such a model is written without this; and those of the model
+    /// itself, if it was read with its remainder. Otherwise objects have the ids of this system. Default false.
     [[nodiscard]] bool getKeepFileIds() const noexcept { return fKeepFileIds; }
     void setKeepFileIds(bool keep) noexcept { fKeepFileIds = keep; }
 

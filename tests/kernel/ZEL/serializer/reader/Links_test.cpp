@@ -15,7 +15,7 @@ using Serializer::MetaProperty;
 /// An association "a" and properties "p" and "q" of one file, and a class "c" of another.
 struct LinksTest : ModelFixture {
     LinksTest() {
-        values.begin(merger);
+        values.begin(merger, nullptr);
         open();
         a = enter<Association>(here, "a");
         p = enter<Property>(here, "p");
@@ -32,7 +32,7 @@ struct LinksTest : ModelFixture {
              bool isFurther = false) {
         MetaProperty const * const found = values.metaClasses().of(object).find(property);
         ASSERT_NE(nullptr, found) << property;
-        file.add(object, *found, target, isFurther);
+        file.add(object, *found, target, {}, isFurther);
     }
     [[nodiscard]] std::vector<std::string> ends() const { return namesOf(a.getMemberEnds()); }
 

@@ -1,0 +1,44 @@
+#include <ZEL/serializer/reader/ElementText.h>
+#include <ZEL/serializer/reader/Remainders.h>
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+namespace ZEL::Serializer {
+
+Remainder & Remainders::of(ClassObject const & object) {
+    auto const [entry, isNew] = fPlaces.try_emplace(object.getImplementation(), fKept.size());
+    if (isNew) {
+        fKept.push_back({object, {}});
+    }
+    return fKept[entry->second].remainder;
+}
+
+void Remainders::keepText(ClassObject const & object, std::string_view property, std::string_view text,
+                          bool isFurther) {
+    Remainder & remainder = of(object);
+    bool const isTaken = std::any_of(remainder.attributes.begin(), remainder.attributes.end(),
+                                     [&](auto const & other) { return other.uri.empty() && other.name == property; });
+    if (isFurther || isTaken) {
+        remainder.elements.push_back({ElementText::of(property, text)});
+    } else {
+        remainder.attributes.push_back({{}, {}, std::string(property), std::string(text)});
+    }
+}
+
+void Remainders::settle() {
+    for (Kept & kept : fKept) {
+        if (kept.object.isValid()) {
+            setRemainder(kept.object, std::move(kept.remainder));
+        }
+    }
+    clear();
+}
+
+void Remainders::clear() noexcept {
+    fPlaces.clear();
+    fKept.clear();
+}
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/Remainder.h>
+
+#include <cstddef>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace ZEL::Serializer {
+
+/// What a run has read and no property could hold, by object, until it is set on the objects at the end of the run.
+class Remainders {
+public:
+    /// Of the object, which must be valid. References stay valid until the next call.
+    [[nodiscard]] Remainder & of(ClassObject const & object);
+    /// A text that a property did not take: as an attribute, if one can stand for it.
+    void keepText(ClassObject const & object, std::string_view property, std::string_view text, bool isFurther);
+    /// Sets what is kept, in place of what objects have; passes over objects that have been destroyed.
+    void settle();
+    /// Gives up all handles.
+    void clear() noexcept;
+
+private:
+    struct Kept {
+        ClassObject object;
+        Remainder remainder;
+    };
+
+    std::vector<Kept> fKept;
+    std::unordered_map<NSInterface::ObjectIntf const *, std::size_t> fPlaces; ///< in `fKept`
+};
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,114 @@
+#include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/serializer/XmiConstants.h>
+#include <ZEL/serializer/writer/ContextPrinter.h>
+#include <ZEL/serializer/writer/ObjectContexts.h>
+#include <ZEL/serializer/writer/RemainderWriter.h>
+
+#include <hasp_util/XmlConstants.h>
+#include <hasp_util/XmlWriter.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace ZEL::Serializer {
+namespace {
+
+using Place = Remainder::Place;
+
+Context contextOf(Remainder::Attribute const & attribute) {
+    Context context;
+    context.setRole(attribute.uri, attribute.name);
+    context.setAttribute(attribute.value);
+    return context;
+}
+
+} // namespace
+
+bool RemainderWriter::hasChildren(Remainder const & remainder) {
+    return !remainder.links.empty() ||
+           std::any_of(remainder.elements.begin(), remainder.elements.end(),
+                       [](Remainder::Element const & element) { return element.place == Place::Inside; });
+}
+
+void RemainderWriter::collectNamespaces(Remainder const & remainder, ContextPrinter::Namespaces & namespaces) {
+    for (Remainder::Attribute const & attribute : remainder.attributes) {
+        bool const isTaken = attribute.prefix.empty() || attribute.uri == XmiConstants::XMI_NS_URI ||
+                             std::any_of(namespaces.begin(), namespaces.end(),
+                                         [&](auto const & other) { return other.second == attribute.prefix; });
+        if (!isTaken) {
+            namespaces.emplace(attribute.uri, attribute.prefix);
+        }
+    }
+}
+
+void RemainderWriter::appendAttributes(Remainder const & remainder, Context const & parent,
+                                       ContextSequence & sequence) {
+    for (Remainder::Attribute const & attribute : remainder.attributes) {
+        Context context = contextOf(attribute);
+        context.setParent(parent);
+        bool const isThere = std::any_of(sequence.begin(), sequence.end(), [&](Context const & other) {
+            return other.isAttribute() && other.getRole() == context.getRole();
+        });
+        if (attribute.place == Place::Inside && !isThere) {
+            sequence.addContext(std::move(context));
+        }
+    }
+}
+
+void RemainderWriter::appendBeside(Remainder const & remainder, ContextSequence & sequence) {
+    for (Remainder::Attribute const & attribute : remainder.attributes) {
+        if (attribute.place == Place::Beside) {
+            sequence.addContext(contextOf(attribute));
+        }
+    }
+}
+
+void RemainderWriter::writeAttributes(Remainder const & remainder) {
+    for (Remainder::Attribute const & attribute : remainder.attributes) {
+        if (attribute.place == Place::Inside && !fXml.hasAttribute(attribute.name, attribute.uri)) {
+            fXml.writeAttribute(attribute.name, attribute.uri, attribute.value);
+        }
+    }
+}
+
+void RemainderWriter::writeChildren(ImmutableClassObject const & object, Remainder const & remainder) {
+    if (!remainder.links.empty()) {
+        static_cast<void>(fContexts.selectModel(object));
+    }
+    for (Remainder::Link const & link : remainder.links) {
+        writeLink(link);
+    }
+    writeElements(remainder, Place::Inside);
+}
+
+void RemainderWriter::writeBeside(Remainder const & remainder) { writeElements(remainder, Place::Beside); }
+
+void RemainderWriter::writeElements(Remainder const & remainder, Place place) {
+    for (Remainder::Element const & element : remainder.elements) {
+        if (element.place == place) {
+            fXml.writeMarkup(element.xml);
+        }
+    }
+}
+
+void RemainderWriter::writeLink(Remainder::Link const & link) {
+    if (link.content.empty()) {
+        fXml.writeEmptyElement(link.property, HASP::XmlConstants::NULL_NS_URI);
+    } else {
+        fXml.writeStartElement(link.property, HASP::XmlConstants::NULL_NS_URI);
+    }
+    if (!link.typeName.empty()) {
+        fPrinter.writeType(QualifiedName(link.typeUri, link.typeName));
+    }
+    if (link.target.find('#') == std::string::npos) {
+        fXml.writeAttribute("idref", XmiConstants::XMI_NS_URI, link.target);
+    } else {
+        fXml.writeAttribute("href", HASP::XmlConstants::NULL_NS_URI, fContexts.relativeTo(link.target));
+    }
+    if (!link.content.empty()) {
+        fXml.writeMarkup(link.content);
+        fXml.writeEndElement();
+    }
+}
+
+} // namespace ZEL::Serializer

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <ZEL/metamodel/Remainder.h>
+#include <ZEL/serializer/ContextSequence.h>
+#include <ZEL/serializer/writer/ContextPrinter.h>
+
+namespace HASP {
+class XmlWriter;
+} // namespace HASP
+
+namespace ZEL {
+class ImmutableClassObject;
+} // namespace ZEL
+
+namespace ZEL::Serializer {
+
+class ObjectContexts;
+
+/// Writes what is kept with objects beside their values.
+class RemainderWriter {
+public:
+    /// All arguments must outlive the run.
+    RemainderWriter(HASP::XmlWriter & xml, ObjectContexts & contexts, ContextPrinter & printer)
+        : fXml(xml), fContexts(contexts), fPrinter(printer) {}
+
+    /// Whether there is anything to stand among the parts of the object.
+    [[nodiscard]] static bool hasChildren(Remainder const & remainder);
+    /// Adds the namespaces of attributes, by their prefixes as far as these are free.
+    static void collectNamespaces(Remainder const & remainder, ContextPrinter::Namespaces & namespaces);
+    /// Appends the attributes of the object's tag, but for those whose names it has already.
+    static void appendAttributes(Remainder const & remainder, Context const & parent, ContextSequence & sequence);
+    /// Appends the attributes of the root of the file.
+    static void appendBeside(Remainder const & remainder, ContextSequence & sequence);
+    /// The same as `appendAttributes` into the open tag.
+    void writeAttributes(Remainder const & remainder);
+    void writeChildren(ImmutableClassObject const & object, Remainder const & remainder);
+    void writeBeside(Remainder const & remainder);
+
+private:
+    void writeElements(Remainder const & remainder, Remainder::Place place);
+    void writeLink(Remainder::Link const & link);
+
+    HASP::XmlWriter & fXml;
+    ObjectContexts & fContexts;
+    ContextPrinter & fPrinter;
+};
+
+} // namespace ZEL::Serializer

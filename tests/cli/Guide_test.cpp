@@ -3,6 +3,9 @@
 #include "cli/CliTest.h"
 #include "support/Texts.h"
 
+#include <cctype>
+#include <filesystem>
+
 namespace ZEL::tests::cli {
 namespace {
 
@@ -47,6 +50,12 @@ TEST_P(Guide, ShowsWhatTheCommandsPrint) {
         if ((isCommand || isFence) && !command.empty()) {
             endExample();
         }
+        // Further lines of a command, as a shell asks for them.
+        if (isConsole && !command.empty() && expected.empty() && line.starts_with("> ")) {
+            command += '\n' + line.substr(2);
+            updated += line + '\n';
+            continue;
+        }
         (command.empty() ? updated : expected) += line + '\n';
         if (isCommand) {
             command = line.substr(2);
@@ -60,8 +69,22 @@ TEST_P(Guide, ShowsWhatTheCommandsPrint) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Pages, Guide, testing::Values("README.md", "docs/guide/command-line.md"),
-                         [](auto const & page) { return page.index == 0 ? "Readme" : "CommandLine"; });
+/// "OtherTools" of "docs/guide/other-tools.md".
+std::string nameOf(testing::TestParamInfo<char const *> const & page) {
+    std::string name;
+    bool isFirst = true;
+    for (char const c : std::filesystem::path(page.param).stem().string()) {
+        if (c != '-') {
+            name += static_cast<char>(isFirst ? std::toupper(c) : std::tolower(c));
+        }
+        isFirst = c == '-';
+    }
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Pages, Guide,
+                         testing::Values("README.md", "docs/guide/command-line.md", "docs/guide/other-tools.md"),
+                         nameOf);
 
 } // namespace
 } // namespace ZEL::tests::cli

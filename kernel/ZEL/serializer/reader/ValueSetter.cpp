@@ -44,6 +44,8 @@ void ValueSetter::setDerived(ClassObject const & object, MetaProperty const & pr
     }
     if (isOpen) {
         setText(object, property, text, false);
+    } else if (fKept != nullptr && property.storage.getOne(object).toString() != String(text)) {
+        fKept->keepText(object, property.name, text, false);
     }
 }
 

@@ -52,6 +52,15 @@ bool isOfOtherClassThanModels(Context const & element) {
     return false;
 }
 
+/// Whether the element at hand has attributes, such as `xsi:nil`, that would have no place beside its value.
+bool saysMoreThanItsText(ParseState const & state) {
+    auto const attributes = state.xml.attributes();
+    return std::any_of(attributes.begin(), attributes.end(), [&](HASP::XmlReader::Attribute const & attribute) {
+        bool const isOfXmi = attribute.uri == &state.xmiUri || attribute.uri == &state.xsiUri;
+        return !isOfXmi || (attribute.localName != &state.xmiId && attribute.localName != &state.xmiType);
+    });
+}
+
 /// The text up to the next blank, taken off `rest`; empty if nothing but blanks is left. Links are so many that a
 /// general tokenizer shows in the time of a read.
 std::string_view takeToken(std::string_view & rest) noexcept {
@@ -326,6 +335,10 @@ XmiReaderImpl::Made XmiReaderImpl::makeChild(ParseState & state, Context const &
         return {};
     }
     if (property->isDataType) {
+        if (state.keeps && saysMoreThanItsText(state)) {
+            startSkipping(state);
+            return {};
+        }
         state.isInText = true;
         state.text.clear();
         state.textRole = context.getRole();

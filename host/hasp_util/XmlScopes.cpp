@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace HASP {
 
@@ -28,33 +29,60 @@ void refuseUnfit(std::string_view prefix, std::string_view uri) {
 
 } // namespace
 
-XmlScopes::XmlScopes() { fBindings.push_back({XmlConstants::XML_NS_PREFIX, XmlConstants::XML_NS_URI, 0, 0, true}); }
+XmlScopes::XmlScopes() { add({XmlConstants::XML_NS_PREFIX, XmlConstants::XML_NS_URI, 0, 0, true}); }
+
+XmlScopes::Binding & XmlScopes::add(Binding binding) {
+    std::size_t const place = fBindings.size();
+    fByPrefix[binding.prefix].push_back(place);
+    fByUri[binding.uri].push_back(place);
+    fTaken = place + 1;
+    return fBindings.emplace_back(std::move(binding));
+}
+
+void XmlScopes::dropLast() noexcept {
+    for (auto [places, text] : {std::pair(&fByPrefix, &fBindings.back().prefix), {&fByUri, &fBindings.back().uri}}) {
+        auto const entry = places->find(*text);
+        entry->second.pop_back();
+        if (entry->second.empty()) {
+            places->erase(entry);
+        }
+    }
+    fBindings.pop_back();
+    fTaken = fBindings.size();
+}
 
 XmlScopes::Binding * XmlScopes::byPrefix(std::string_view prefix) noexcept {
-    auto const found = std::find_if(fBindings.rbegin(), fBindings.rend(),
-                                    [prefix](Binding const & binding) { return binding.prefix == prefix; });
-    return found != fBindings.rend() ? &*found : nullptr;
+    auto const found = fByPrefix.find(prefix);
+    return found != fByPrefix.end() ? &fBindings[found->second.back()] : nullptr;
 }
 
 XmlScopes::Binding * XmlScopes::byUri(std::string_view uri, bool isAttribute) noexcept {
-    auto const serves = [&](Binding const & binding) {
-        return binding.uri == uri && !(isAttribute && binding.prefix.empty()) && byPrefix(binding.prefix) == &binding;
+    auto const found = fByUri.find(uri);
+    if (found == fByUri.end()) {
+        return nullptr;
+    }
+    auto const serves = [&](std::size_t place) {
+        Binding const & binding = fBindings[place];
+        return !(isAttribute && binding.prefix.empty()) && byPrefix(binding.prefix) == &binding;
     };
-    auto const found = std::find_if(fBindings.rbegin(), fBindings.rend(), serves);
-    return found != fBindings.rend() ? &*found : nullptr;
+    auto const place = std::find_if(found->second.rbegin(), found->second.rend(), serves);
+    return place != found->second.rend() ? &fBindings[*place] : nullptr;
 }
 
 XmlScopes::Binding & XmlScopes::bind(std::string_view prefix, std::string_view uri) {
     refuseUnfit(prefix, uri);
     fLastIncomplete = fTag;
-    return fBindings.emplace_back(Binding{std::string(prefix), std::string(uri), fTag, fTag, false});
+    return add({std::string(prefix), std::string(uri), fTag, fTag, false});
 }
 
 std::string const & XmlScopes::prefixFor(std::string_view uri, bool isAttribute) {
     Binding * binding = byUri(uri, isAttribute);
     if (binding == nullptr) {
         std::string fresh;
-        for (int number = 1; fresh.empty() || byPrefix(fresh) != nullptr; ++number) {
+        // Among many bindings a small number is hardly free.
+        constexpr std::size_t many = 64;
+        for (std::size_t number = fBindings.size() > many ? fBindings.size() : 1;
+             fresh.empty() || byPrefix(fresh) != nullptr; ++number) {
             fresh = "ns" + std::to_string(number);
         }
         binding = &bind(fresh, uri);
@@ -98,15 +126,16 @@ bool XmlScopes::declare(std::string_view prefix, std::string_view uri) {
     if (binding != nullptr && binding->tag == 0) {
         return false; // "xml", which needs no declaration
     }
-    fBindings.push_back({std::string(prefix), std::string(uri), fTag, 0, true});
+    add({std::string(prefix), std::string(uri), fTag, 0, true});
     return true;
 }
 
 XmlScopes::Binding const * XmlScopes::takeUndeclaredOfTag() noexcept {
-    for (auto at = fBindings.rbegin(); at != fBindings.rend() && at->tag == fTag; ++at) {
-        if (!at->isWritten) {
-            at->isWritten = true;
-            return &*at;
+    while (fTaken != 0 && fBindings[fTaken - 1].tag == fTag) {
+        Binding & binding = fBindings[--fTaken];
+        if (!binding.isWritten) {
+            binding.isWritten = true;
+            return &binding;
         }
     }
     return nullptr;

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,8 +30,8 @@ public:
     void startTag() noexcept { ++fTag; }
     [[nodiscard]] std::size_t mark() const noexcept { return fBindings.size(); }
     void leaveTo(std::size_t mark) noexcept {
-        if (mark != fBindings.size()) {
-            fBindings.erase(fBindings.begin() + static_cast<std::ptrdiff_t>(mark), fBindings.end());
+        while (fBindings.size() > mark) {
+            dropLast();
         }
     }
 
@@ -60,8 +62,16 @@ private:
     [[nodiscard]] Binding * byUri(std::string_view uri, bool isAttribute) noexcept;
     [[nodiscard]] Binding const * takeUndeclaredOfTag() noexcept;
     Binding & bind(std::string_view prefix, std::string_view uri);
+    Binding & add(Binding binding);
+    void dropLast() noexcept;
+
+    /// Places in `fBindings` by a text, the innermost last.
+    using Places = std::map<std::string, std::vector<std::size_t>, std::less<>>;
 
     std::vector<Binding> fBindings;
+    Places fByPrefix;
+    Places fByUri;
+    std::size_t fTaken = 0; ///< from this one on, bindings of the current tag have been declared
     std::uint64_t fTag = 0;
     std::uint64_t fLastIncomplete = 0; ///< the last tag with a binding that is still to be declared
 };

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <system_error>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -107,7 +108,7 @@ public:
             refuseSecond(name);
         }
         putValue(localName, value);
-        fAttributes.push_back({position, nameLength});
+        noteAttribute(position, nameLength);
         fAttributeSet |= bit;
         attempt.succeed();
     }
@@ -141,7 +142,7 @@ public:
             refuse(XmlEscaper::describe(value, at), "attribute", name.localName);
         }
         fOut.put('"');
-        fAttributes.push_back({position, name.text.size()});
+        noteAttribute(position, name.text.size());
         fAttributeSet |= name.attributeBit;
     }
 
@@ -236,6 +237,7 @@ private:
         bool hasElements;
         bool hasText;
     };
+    static constexpr std::size_t kMany = 64; ///< attributes of a tag, beyond which a search would be slow
     struct WrittenAttribute {
         std::size_t position;
         std::size_t length;
@@ -273,6 +275,9 @@ private:
         fOpen.push_back({fNames.size(), scopeMark, isEmpty, false, false});
         fNames.append(writtenName);
         fState = State::InTag;
+        if (fAttributes.size() >= kMany) {
+            fAttributeNames.clear();
+        }
         fAttributes.clear();
         fAttributeSet = 0;
     }
@@ -366,8 +371,22 @@ private:
         return std::uint64_t(1) << (mix % 64);
     }
 
+    void noteAttribute(std::size_t position, std::size_t length) {
+        fAttributes.push_back({position, length});
+        if (fAttributes.size() == kMany) {
+            for (WrittenAttribute const & attribute : fAttributes) {
+                fAttributeNames.emplace(fOut.slice(attribute.position, attribute.length));
+            }
+        } else if (fAttributes.size() > kMany) {
+            fAttributeNames.emplace(fOut.slice(position, length));
+        }
+    }
+
     /// Whether the tag has an attribute of this name.
-    [[nodiscard]] bool isWritten(std::string_view name) const noexcept {
+    [[nodiscard]] bool isWritten(std::string_view name) const {
+        if (fAttributes.size() >= kMany) {
+            return fAttributeNames.count(std::string(name)) != 0;
+        }
         return std::any_of(fAttributes.begin(), fAttributes.end(), [&](WrittenAttribute const & attribute) {
             return fOut.slice(attribute.position, attribute.length) == name;
         });
@@ -388,6 +407,7 @@ private:
     std::vector<Element> fOpen;
     std::string fNames; ///< of the open elements, as written
     std::vector<WrittenAttribute> fAttributes;
+    std::unordered_set<std::string> fAttributeNames; ///< the same, of a tag with many
     std::uint64_t fAttributeSet = 0;
 };
 

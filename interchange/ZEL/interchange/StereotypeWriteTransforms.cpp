@@ -19,6 +19,7 @@ using Serializer::Pattern;
 namespace {
 
 constexpr char kDeclarations[] = "http://www.w3.org/2000/xmlns/"; ///< the namespace of declarations of namespaces
+constexpr std::size_t kDeclared = 256; ///< profiles at the root of a file: more than any tool has
 constexpr char kClass[] = "StereotypeApplication";
 
 bool isOfName(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '-'; }
@@ -70,15 +71,19 @@ Serializer::RuleFunction StereotypeWriteTransforms::taking(std::string Applicati
 ContextSequence StereotypeWriteTransforms::declare(Context const & declaration) {
     ContextSequence sequence(declaration);
     std::set<std::string> uris;
+    std::map<std::string, int> numbers;
     std::set<std::string> prefixes{"xmi", "xml", "xmlns", "uml", "ZEL", declaration.getRoleName()};
     for (auto const & [id, application] : fApplications) {
+        if (uris.size() == kDeclared) {
+            break; // the others are declared where they are used
+        }
         if (application.profile.empty() || !uris.insert(application.profile).second) {
             continue;
         }
         std::string const made = prefixFor(application.profile);
         std::string prefix = made;
-        for (int number = 2; !prefixes.insert(prefix).second; ++number) {
-            prefix = made + std::to_string(number);
+        for (int & number = numbers[made]; !prefixes.insert(prefix).second;) {
+            prefix = made + std::to_string(++number + 1);
         }
         Context further = declaration;
         further.setRole(declaration.getUri(), prefix);

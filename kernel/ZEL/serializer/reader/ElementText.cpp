@@ -47,7 +47,20 @@ bool isOfType(HASP::XmlReader::Attribute const & attribute) {
 
 } // namespace
 
-void ElementText::start(HASP::XmlReader const & xml, std::vector<PrefixBinding> const & bindings) {
+std::string const * PrefixBindings::prefixOf(std::string const & uri) const {
+    auto const found = std::find_if(fBindings.rbegin(), last(), [&uri](Binding const & binding) {
+        return *binding.uri == uri && !binding.prefix->empty();
+    });
+    return found != last() ? found->prefix : nullptr;
+}
+
+std::string const * PrefixBindings::uriOf(std::string_view prefix) const {
+    auto const found = std::find_if(fBindings.rbegin(), last(),
+                                    [prefix](Binding const & binding) { return *binding.prefix == prefix; });
+    return found != last() ? found->uri : nullptr;
+}
+
+void ElementText::start(HASP::XmlReader const & xml, PrefixBindings const & bindings) {
     closeTag();
     std::string name = nameOf(xml.getNamespaceURI(), xml.getLocalName(), bindings);
     fText.append(1, '<').append(name);
@@ -89,6 +102,7 @@ std::string ElementText::take() {
             appendAttribute(declarations, "xmlns:" + prefix, uri);
         }
     }
+    fUsed.clear();
     fText.insert(fDeclarations, declarations);
     return std::exchange(fText, {});
 }
@@ -109,11 +123,11 @@ void ElementText::closeTag() {
 // --- names -----------------------------------------------------------------------------------------------------------
 
 std::string ElementText::nameOf(std::string const & uri, std::string const & localName,
-                                std::vector<PrefixBinding> const & bindings) {
+                                PrefixBindings const & bindings) {
     return uri.empty() ? localName : prefixOf(uri, bindings) + ':' + localName;
 }
 
-std::string const & ElementText::prefixOf(std::string const & uri, std::vector<PrefixBinding> const & bindings) {
+std::string const & ElementText::prefixOf(std::string const & uri, PrefixBindings const & bindings) {
     auto const [entry, isNew] = fPrefixes.try_emplace(uri);
     if (!isNew) {
         return entry->second;
@@ -122,32 +136,25 @@ std::string const & ElementText::prefixOf(std::string const & uri, std::vector<P
         return entry->second =
                    uri == XmiConstants::XMI_NS_URI ? XmiConstants::XMI_NS_PREFIX : HASP::XmlConstants::XML_NS_PREFIX;
     }
-    auto const isFree = [&](std::string const & prefix) {
-        return prefix != XmiConstants::XMI_NS_PREFIX &&
-               std::none_of(fPrefixes.begin(), fPrefixes.end(),
-                            [&](auto const & used) { return used.second == prefix; });
+    auto const isFree = [this](std::string const & prefix) {
+        return prefix != XmiConstants::XMI_NS_PREFIX && fUsed.count(prefix) == 0;
     };
-    auto const found = std::find_if(bindings.rbegin(), bindings.rend(), [&](PrefixBinding const & binding) {
-        return *binding.uri == uri && !binding.prefix->empty() && isFree(*binding.prefix);
-    });
-    if (found != bindings.rend()) {
-        return entry->second = *found->prefix;
+    std::string prefix;
+    if (std::string const * const known = bindings.prefixOf(uri); known != nullptr && isFree(*known)) {
+        prefix = *known;
     }
-    std::string made;
-    for (std::size_t number = fPrefixes.size(); made.empty() || !isFree(made); ++number) {
-        made = "ns" + std::to_string(number);
+    for (std::size_t number = fPrefixes.size(); prefix.empty() || !isFree(prefix); ++number) {
+        prefix = "ns" + std::to_string(number);
     }
-    return entry->second = made;
+    fUsed.insert(prefix);
+    return entry->second = std::move(prefix);
 }
 
 /// The name of a class, with the prefix by which this text knows its namespace.
-std::string ElementText::typeNameOf(std::string_view value, std::vector<PrefixBinding> const & bindings) {
+std::string ElementText::typeNameOf(std::string_view value, PrefixBindings const & bindings) {
     std::size_t const colon = value.find(':');
-    auto const found = std::find_if(bindings.rbegin(), bindings.rend(), [&](PrefixBinding const & binding) {
-        return colon != std::string_view::npos && *binding.prefix == value.substr(0, colon);
-    });
-    return found == bindings.rend() ? std::string(value)
-                                    : nameOf(*found->uri, std::string(value.substr(colon + 1)), bindings);
+    std::string const * const uri = colon != std::string_view::npos ? bindings.uriOf(value.substr(0, colon)) : nullptr;
+    return uri == nullptr ? std::string(value) : nameOf(*uri, std::string(value.substr(colon + 1)), bindings);
 }
 
 } // namespace ZEL::Serializer

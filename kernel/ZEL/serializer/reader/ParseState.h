@@ -158,12 +158,12 @@ struct ParseState {
     QualifiedName skipName;
     bool countsSkipped = false; ///< whether what is inside is reported
 
-    bool keeps = false;                  ///< what no property can hold
-    std::vector<PrefixBinding> bindings; ///< all in force, if it keeps
-    ElementText skipped;                 ///< the element that is skipped, if it is kept
-    Remainder beside;                    ///< what the file has beside its model
-    std::size_t linkDepth = 0;           ///< of the open element that is a link; 0 for none
-    FileLinks * linkFile = nullptr;      ///< this and the next: where that link waits
+    bool keeps = false;             ///< what no property can hold
+    PrefixBindings bindings;        ///< all in force, if it keeps
+    ElementText skipped;            ///< the element that is skipped, if it is kept
+    Remainder beside;               ///< what the file has beside its model
+    std::size_t linkDepth = 0;      ///< of the open element that is a link; 0 for none
+    FileLinks * linkFile = nullptr; ///< this and the next: where that link waits
     std::size_t linkPlace = 0;
     bool isForeign = false; ///< after a block of another tool: ids are not those of this system
 

@@ -18,7 +18,9 @@ Remainder & Remainders::of(ClassObject const & object) {
 void Remainders::keepText(ClassObject const & object, std::string_view property, std::string_view text,
                           bool isFurther) {
     Remainder & remainder = of(object);
-    bool const isTaken = std::any_of(remainder.attributes.begin(), remainder.attributes.end(),
+    constexpr std::size_t many = 256; // of which no search would end soon
+    bool const isTaken = remainder.attributes.size() >= many ||
+                         std::any_of(remainder.attributes.begin(), remainder.attributes.end(),
                                      [&](auto const & other) { return other.uri.empty() && other.name == property; });
     if (isFurther || isTaken) {
         remainder.elements.push_back({ElementText::of(property, text)});

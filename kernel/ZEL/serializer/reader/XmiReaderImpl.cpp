@@ -30,7 +30,7 @@ Context makeAttribute(ParseState & state, HASP::XmlReader::Attribute const & att
 
 void noteBindings(ParseState & state) {
     for (HASP::XmlReader::Namespace const & binding : state.xml.namespaces()) {
-        state.bindings.push_back({state.elements.size(), binding.prefix, binding.uri});
+        state.bindings.add(state.elements.size(), *binding.prefix, *binding.uri);
     }
 }
 
@@ -318,9 +318,7 @@ void XmiReaderImpl::endElement(ParseState & state) {
     if (state.skipped.isOpen()) {
         state.skipped.end();
     }
-    while (!state.bindings.empty() && state.bindings.back().depth == state.elements.size()) {
-        state.bindings.pop_back();
-    }
+    state.bindings.leave(state.elements.size());
     if (state.isSkipping && state.elementName() == state.skipName) {
         if (state.skipDepth > 0) {
             --state.skipDepth;

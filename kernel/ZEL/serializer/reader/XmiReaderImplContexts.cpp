@@ -249,11 +249,9 @@ void XmiReaderImpl::keepSkipped(ParseState & state) {
 }
 
 void XmiReaderImpl::keepAttribute(ParseState & state, QualifiedName role, std::string_view value) {
-    auto const bound = std::find_if(state.bindings.rbegin(), state.bindings.rend(), [&](PrefixBinding const & binding) {
-        return *binding.uri == role.getUri() && !binding.prefix->empty();
-    });
-    Remainder::Attribute attribute{role.getUri(), bound != state.bindings.rend() ? *bound->prefix : std::string(),
-                                   role.getName(), std::string(value)};
+    std::string const * const prefix = role.hasUri() ? state.bindings.prefixOf(role.getUri()) : nullptr;
+    Remainder::Attribute attribute{role.getUri(), prefix != nullptr ? *prefix : std::string(), role.getName(),
+                                   std::string(value)};
     if (state.cursor.metaClass != nullptr) {
         fRemainders.of(state.cursor.object).attributes.push_back(std::move(attribute));
     } else {

@@ -8,6 +8,7 @@
 #include <hasp_util/XmlWriter.h>
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 namespace ZEL::Serializer {
@@ -31,8 +32,10 @@ bool RemainderWriter::hasChildren(Remainder const & remainder) {
 }
 
 void RemainderWriter::collectNamespaces(Remainder const & remainder, ContextPrinter::Namespaces & namespaces) {
+    constexpr std::size_t many = 256; // more than any tool has; the others get prefixes where they are written
     for (Remainder::Attribute const & attribute : remainder.attributes) {
-        bool const isTaken = attribute.prefix.empty() || attribute.uri == XmiConstants::XMI_NS_URI ||
+        bool const isTaken = namespaces.size() >= many || attribute.prefix.empty() ||
+                             attribute.uri == XmiConstants::XMI_NS_URI ||
                              std::any_of(namespaces.begin(), namespaces.end(),
                                          [&](auto const & other) { return other.second == attribute.prefix; });
         if (!isTaken) {
@@ -43,13 +46,19 @@ void RemainderWriter::collectNamespaces(Remainder const & remainder, ContextPrin
 
 void RemainderWriter::appendAttributes(Remainder const & remainder, Context const & parent,
                                        ContextSequence & sequence) {
+    if (remainder.attributes.empty()) {
+        return;
+    }
+    std::unordered_set<QualifiedName> taken;
+    for (Context const & other : sequence) {
+        if (other.isAttribute()) {
+            taken.insert(other.getRole());
+        }
+    }
     for (Remainder::Attribute const & attribute : remainder.attributes) {
         Context context = contextOf(attribute);
         context.setParent(parent);
-        bool const isThere = std::any_of(sequence.begin(), sequence.end(), [&](Context const & other) {
-            return other.isAttribute() && other.getRole() == context.getRole();
-        });
-        if (attribute.place == Place::Inside && !isThere) {
+        if (attribute.place == Place::Inside && taken.insert(context.getRole()).second) {
             sequence.addContext(std::move(context));
         }
     }

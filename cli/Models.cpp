@@ -163,6 +163,18 @@ void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Seriali
     throw Trouble("cannot write " + file + ": " + reason);
 }
 
+void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Interchange::UmlForm form) {
+    requireWritable(file);
+    Progress const progress("writing " + file);
+    try {
+        ZEL::Interchange::writeAs(form, file, model);
+    } catch (std::bad_alloc const &) {
+        throw;
+    } catch (std::exception const & exception) {
+        throw Trouble("cannot write " + file + ": " + exception.what());
+    }
+}
+
 ZEL::Model metamodelOf(std::string const & uriOrPrefix) {
     registerSmallMetaModels();
     ZEL::Model model = registeredMetamodel(uriOrPrefix);

@@ -3,6 +3,7 @@
 #include "ReadSettings.h"
 #include "Text.h"
 
+#include <ZEL/interchange/UmlForm.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/serializer/XmiFormat.h>
@@ -30,6 +31,8 @@ struct OpenModel {
 /// says so.
 void writeModel(std::string const & file, ZEL::Model const & model,
                 ZEL::Serializer::XmiFormat format = ZEL::Serializer::XmiFormat::Standard);
+/// The same in the form of another tool, for models of UML.
+void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Interchange::UmlForm form);
 
 /// The metamodel of that URI or prefix, registered. Throws `Trouble` if there is none.
 [[nodiscard]] ZEL::Model metamodelOf(std::string const & uriOrPrefix);

@@ -426,6 +426,10 @@ void XmlWriter::writeStartElement(std::string_view localName, std::string_view u
     fImpl->startElement(localName, false, [&] { return fImpl->prefixFor(uri, false); });
 }
 
+void XmlWriter::writeEmptyElement(std::string_view prefix, std::string_view localName, std::string_view uri) {
+    fImpl->startElement(localName, true, [&] { return fImpl->prefixFor(prefix, uri, false); });
+}
+
 void XmlWriter::writeEmptyElement(std::string_view localName, std::string_view uri) {
     fImpl->startElement(localName, true, [&] { return fImpl->prefixFor(uri, false); });
 }

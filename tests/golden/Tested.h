@@ -41,7 +41,8 @@ public:
     template <class R = ZEL::ImmutableClassObject> [[nodiscard]] R getBaseElement() const {
         return implementationFor<R>()->getBaseElement(getDeviant());
     }
-    template <class R = ZEL::ImmutableSequence<ZEL::ImmutableStereotypeObject>> [[nodiscard]] R getAppliedStereotypeInstances() const {
+    template <class R = ZEL::ImmutableSequence<ZEL::ImmutableStereotypeObject>>
+    [[nodiscard]] R getAppliedStereotypeInstances() const {
         return implementationFor<R>()->getAppliedStereotypeInstances(getDeviant());
     }
     [[nodiscard]] ZEL::Boolean hasModelZEL() const { return getImplementation()->hasModelZEL(getDeviant()); }

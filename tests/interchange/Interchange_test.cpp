@@ -324,6 +324,38 @@ TEST_F(ForeignFile, OfEachShapeIsTheSameAfterASecondConversion) {
     }
 }
 
+TEST_F(ForeignFile, IsWrittenWithWhatStoodAtItsTopThere) {
+    // What the file has, and whether there is another model around it.
+    std::string const tops[] = {
+        R"(  <uml:Package xmi:id="p" name="people"/>
+  <uml:Model xmi:id="m" name="second">
+    <packagedElement xmi:id="n" xmi:type="uml:Model" name="inner" viewpoint="v"/>
+  </uml:Model>
+)",
+        R"(  <uml:Model xmi:id="m">
+    <packagedElement xmi:id="n" xmi:type="uml:Model"/>
+  </uml:Model>
+  <uml:Model xmi:id="o" name="third"/>
+  <uml:Class xmi:id="c" name="C">
+    <ownedComment xmi:id="d" xmi:type="uml:Comment" body="of c" annotatedElement="c"/>
+  </uml:Class>
+)",
+        R"(  <uml:Enumeration xmi:id="e" name="alone"/>
+)"};
+    for (std::string const & top : tops) {
+        SCOPED_TRACE(top);
+        Model const model = readForeign(file("in.xmi", R"(<?xml version="1.0" encoding="UTF-8"?>
+<xmi:XMI xmi:version="2.5.1" xmlns:xmi="http://www.omg.org/spec/XMI/20131001" xmlns:uml="http://www.omg.org/spec/UML/20131001">
+)" + top + "</xmi:XMI>\n"));
+        std::string const text = converted(model);
+        EXPECT_THAT(text, ::testing::HasSubstr("exporterVersion=\"1.0\"/>\n" + top + "</xmi:XMI>"));
+        // Files without what this library adds have no place for it.
+        EXPECT_THAT(standard(model),
+                    ::testing::MatchesRegex("  <uml:Model [^<]*>\n    <packagedElement (.|\n)*</uml:Model>\n"));
+        EXPECT_TRUE(readsBack(model));
+    }
+}
+
 TEST(UmlNamespace, IsThatOfAnyVersionOfItsSecondGeneration) {
     std::map<std::string, bool> const expected = {
         {"http://schema.omg.org/spec/UML/2.0", true},

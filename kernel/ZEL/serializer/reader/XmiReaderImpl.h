@@ -120,6 +120,8 @@ private:
     // --- objects -----------------------------------------------------------------------------------------------------
     [[nodiscard]] Made makeTopLevel(ParseState & state, Context const & context);
     [[nodiscard]] Made makeFirst(ParseState & state, Context const & context);
+    [[nodiscard]] Made makeFurther(ParseState & state, Context const & context);
+    void noteClass(ParseState const & state, Made const & made);
     [[nodiscard]] bool placeInModel(ParseState & state, Made const & made);
     [[nodiscard]] Made makeChild(ParseState & state, Context const & context);
     [[nodiscard]] Made makePart(ParseState & state, MetaProperty const & property, Context const & context);

@@ -38,18 +38,29 @@ bool isXmiNamespace(std::string_view uri) {
 
 bool isBlank(char c) noexcept { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
-/// Whether the element's class is known, and is not one of models.
-bool isOfOtherClassThanModels(Context const & element) {
-    for (QualifiedName const name : {element.getType(), element.getRole()}) {
-        ImmutableMetaModel const metaModel(MetaModelRegistry::instance()->getModelFromUri(name.getUri()));
-        ImmutableClass const metaClass =
-            metaModel.isValid() ? ImmutableClass(metaModel.getTopPackage().getOwnedTypeByName(String(name.getName())))
-                                : ImmutableClass();
-        if (metaClass.isValid()) {
-            return !internal::MetaClassView::of(metaClass)->isModel();
+/// Invalid if no metamodel is known that has it.
+ImmutableClass classOf(QualifiedName name) {
+    ImmutableMetaModel const metaModel(MetaModelRegistry::instance()->getModelFromUri(name.getUri()));
+    return metaModel.isValid() ? ImmutableClass(metaModel.getTopPackage().getOwnedTypeByName(String(name.getName())))
+                               : ImmutableClass();
+}
+
+bool isOfModels(ImmutableClass const & metaClass) { return internal::MetaClassView::of(metaClass)->isModel(); }
+
+/// The element's class; invalid if it is not known.
+ImmutableClass classOf(Context const & element) {
+    ImmutableClass const metaClass = classOf(element.getType());
+    return metaClass.isValid() ? metaClass : classOf(element.getRole());
+}
+
+/// The class of what stands for a model where there can be none. Invalid if there is none.
+ImmutableClass partClassOf(ImmutableClass const & ofModels) {
+    for (ImmutableClass const & general : ofModels.getSuperClasses()) {
+        if (!isOfModels(general)) {
+            return general;
         }
     }
-    return false;
+    return {};
 }
 
 /// Whether the element at hand has attributes, such as `xsi:nil`, that would have no place beside its value.
@@ -286,28 +297,66 @@ std::string XmiReaderImpl::labelOfElement(ParseState & state) {
 // --- making objects --------------------------------------------------------------------------------------------------
 
 XmiReaderImpl::Made XmiReaderImpl::makeTopLevel(ParseState & state, Context const & context) {
-    Made made = keeps() && !state.model.isValid() ? makeFirst(state, context) : createObject(state, context);
+    Made made = !keeps()                ? createObject(state, context)
+                : state.model.isValid() ? makeFurther(state, context)
+                                        : makeFirst(state, context);
     if (made.metaClass == nullptr) {
         Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_XmiReader_InvalidTopLevelElement,
                                 context.getUri(), context.getRoleName());
         startSkipping(state);
-    } else if (keeps() && !made.metaClass->isModel() && !placeInModel(state, made)) {
-        giveUp(made);
-        startSkipping(state);
-        return {};
+    } else if (keeps() && !made.metaClass->isModel()) {
+        if (!placeInModel(state, made)) {
+            giveUp(made);
+            startSkipping(state);
+            return {};
+        }
+        fRemainders.of(made.object).standing = Remainder::Standing::AtTop;
     }
     return made;
 }
 
 /// The Merger makes a model of any first element. If that element is of another class, it makes an object, too.
 XmiReaderImpl::Made XmiReaderImpl::makeFirst(ParseState & state, Context const & context) {
-    if (!isOfOtherClassThanModels(context)) {
+    ImmutableClass const metaClass = classOf(context);
+    if (!metaClass.isValid() || isOfModels(metaClass)) {
         return createObject(state, context);
     }
     Context nameless = context;
     nameless.setElement({});
     Made const whole = createObject(state, nameless);
-    return whole.metaClass != nullptr ? createObject(state, context) : Made();
+    if (whole.metaClass == nullptr) {
+        return {};
+    }
+    fRemainders.of(whole.object).standing = Remainder::Standing::Nowhere;
+    return createObject(state, context);
+}
+
+/// A file has one model: a further one at its top becomes a part of that.
+XmiReaderImpl::Made XmiReaderImpl::makeFurther(ParseState & state, Context const & context) {
+    ImmutableClass const metaClass = classOf(context);
+    ImmutableClass const partClass =
+        metaClass.isValid() && isOfModels(metaClass) ? partClassOf(metaClass) : ImmutableClass();
+    if (!partClass.isValid()) {
+        return createObject(state, context);
+    }
+    Context part = context;
+    part.setType(metaClass.getRootModel().getUri().str(), partClass.getName().str());
+    Made made = createObject(state, part);
+    noteClass(state, made);
+    return made;
+}
+
+/// Notes the class that the file names, if the object is of another one because of the place where it stands.
+void XmiReaderImpl::noteClass(ParseState const & state, Made const & made) {
+    QualifiedName const named = state.currentElement.type;
+    if (made.metaClass == nullptr || made.metaClass->isModel() || named.getName() == made.metaClass->name()) {
+        return;
+    }
+    if (ImmutableClass const metaClass = classOf(named); metaClass.isValid() && isOfModels(metaClass)) {
+        Remainder & remainder = fRemainders.of(made.object);
+        remainder.typeUri = named.getUri();
+        remainder.typeName = named.getName();
+    }
 }
 
 /// An element at the top that is no model becomes a part of the file's model. False if the model has no place for it.
@@ -360,6 +409,9 @@ XmiReaderImpl::Made XmiReaderImpl::makePart(ParseState & state, MetaProperty con
     if (made.metaClass != nullptr && fValues.setPart(state.cursor.object, property, made.object, *made.metaClass,
                                                      made.isNew, isGiven(state, property))) {
         noteGiven(state, property);
+        if (keeps() && context.getType() != state.currentElement.type) {
+            noteClass(state, made);
+        }
         return made;
     }
     giveUp(made);

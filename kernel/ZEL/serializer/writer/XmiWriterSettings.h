@@ -30,7 +30,9 @@ public:
     void setElementPerValue(bool isEach) noexcept { fElementPerValue = isEach; }
     /// Whether objects keep the ids that they have in the file from which they were read, where the reader has noted
     /// these: those of other models, which links name, until such a model is written without this; and those of the model
-    /// itself, if it was read with its remainder. Otherwise objects have the ids of this system. Default false.
+    /// itself, if it was read with its remainder. What stood at the top of that file stands there again, beside the model
+    /// or, as long as the model has nothing of its own, without it; and a model within a model is called one. Otherwise
+    /// objects have the ids of this system, and all stand in the model. Default false.
     [[nodiscard]] bool getKeepFileIds() const noexcept { return fKeepFileIds; }
     void setKeepFileIds(bool keep) noexcept { fKeepFileIds = keep; }
 

@@ -28,7 +28,11 @@ class XmlReader::Impl {
 public:
     template <class Source>
     Impl(Source && source, XmlReaderSettings const & settings)
-        : fSource(std::forward<Source>(source)), fParser(fNames, settings), fFilling(&fQueues[0]), fQueue(&fQueues[1]) {
+        : fSource(std::forward<Source>(source)),
+          fParser(fNames, settings),
+          fQueues(),
+          fFilling(&fQueues[0]),
+          fQueue(&fQueues[1]) {
         if (!fSource.error().empty()) {
             failSource();
         }

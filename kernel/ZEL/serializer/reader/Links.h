@@ -29,6 +29,11 @@ public:
 
     /// That of the file's model.
     [[nodiscard]] std::string const & uri() const noexcept { return fUri; }
+    /// Invalid if no object of the file has the id.
+    [[nodiscard]] ClassObject find(ObjectId const & id) const {
+        ClassObject const * const found = fObjects.find(id);
+        return found != nullptr ? *found : ClassObject();
+    }
     /// False if another object of the file had the id; links lead to the new one.
     bool enter(ObjectId const & id, ClassObject const & object) { return fObjects.enter(id, object); }
     /// `target` is an id in this file, or a URI with a fragment. `isFurther`: the file has another link before for this

@@ -53,6 +53,8 @@ private:
 
     // --- a run (this and the events: XmiReaderImpl.cpp) --------------------------------------------------------------
     void readInto(std::string const & localFile);
+    /// Lets rules look at the models of the run.
+    void showModels();
     void end() noexcept;
     void discard() noexcept;
     void forgetObjects() noexcept;

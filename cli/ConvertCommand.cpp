@@ -36,11 +36,11 @@ ZEL::Serializer::XmiFormat dialectOf(std::string const & name) {
 }
 
 void writeAs(std::string const & format, std::string const & file, ZEL::Model const & model) {
-    using ZEL::Interchange::UmlForm;
+    using ZEL::Interchange::ToolForm;
     if (format == "eclipse-uml2") {
-        writeModel(file, model, UmlForm::EclipseUml2);
+        writeModel(file, model, ToolForm::EclipseUml2);
     } else if (format == "xmi-2.5.1") {
-        writeModel(file, model, UmlForm::Xmi251);
+        writeModel(file, model, ToolForm::Xmi251);
     } else {
         writeModel(file, model, dialectOf(format));
     }

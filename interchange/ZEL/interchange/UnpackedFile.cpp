@@ -1,12 +1,13 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/base/SafeFile.h>
-#include <ZEL/interchange/TemporaryFolder.h>
 #include <ZEL/interchange/UnpackedFile.h>
 
+#include <stdlib.h> // mkdtemp
 #include <zip.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -114,6 +115,28 @@ public:
 private:
     std::string const & fFile;
     std::unique_ptr<zip_t, CloseArchive> fArchive;
+};
+
+/// A folder of its own, which goes with all that is in it.
+class TemporaryFolder {
+public:
+    TemporaryFolder() : fPath((fs::temp_directory_path() / "zel-XXXXXX").string()) {
+        if (::mkdtemp(fPath.data()) == nullptr) {
+            throw Exception("cannot make a folder in " + fs::temp_directory_path().string() + ": " +
+                            std::generic_category().message(errno));
+        }
+    }
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        fs::remove_all(fPath, ignored);
+    }
+    TemporaryFolder(TemporaryFolder const &) = delete;
+    TemporaryFolder & operator=(TemporaryFolder const &) = delete;
+
+    [[nodiscard]] std::string const & path() const noexcept { return fPath; }
+
+private:
+    std::string fPath;
 };
 
 /// Makes the folders of the file, and returns the file.

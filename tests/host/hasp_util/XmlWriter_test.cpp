@@ -3,7 +3,7 @@
 
 #include <hasp_util/XmlWriter.h>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <sys/stat.h>
 
 #include <map>

@@ -5,10 +5,8 @@
 #include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Constants.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/ModelCore.h>
-#include <ZEL/metamodel/Package.h>
+#include <ZEL/serializer/ClassOfName.h>
 #include <ZEL/serializer/Messages.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
@@ -38,19 +36,12 @@ bool isXmiNamespace(std::string_view uri) {
 
 bool isBlank(char c) noexcept { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
-/// Invalid if no metamodel is known that has it.
-ImmutableClass classOf(QualifiedName name) {
-    ImmutableMetaModel const metaModel(MetaModelRegistry::instance()->getModelFromUri(name.getUri()));
-    return metaModel.isValid() ? ImmutableClass(metaModel.getTopPackage().getOwnedTypeByName(String(name.getName())))
-                               : ImmutableClass();
-}
-
 bool isOfModels(ImmutableClass const & metaClass) { return internal::MetaClassView::of(metaClass)->isModel(); }
 
 /// The element's class; invalid if it is not known.
 ImmutableClass classOf(Context const & element) {
-    ImmutableClass const metaClass = classOf(element.getType());
-    return metaClass.isValid() ? metaClass : classOf(element.getRole());
+    ImmutableClass const metaClass = classOfName(element.getType());
+    return metaClass.isValid() ? metaClass : classOfName(element.getRole());
 }
 
 /// The class of what stands for a model where there can be none. Invalid if there is none.
@@ -352,7 +343,7 @@ void XmiReaderImpl::noteClass(ParseState const & state, Made const & made) {
     if (made.metaClass == nullptr || made.metaClass->isModel() || named.getName() == made.metaClass->name()) {
         return;
     }
-    if (ImmutableClass const metaClass = classOf(named); metaClass.isValid() && isOfModels(metaClass)) {
+    if (ImmutableClass const metaClass = classOfName(named); metaClass.isValid() && isOfModels(metaClass)) {
         Remainder & remainder = fRemainders.of(made.object);
         remainder.typeUri = named.getUri();
         remainder.typeName = named.getName();

@@ -3,7 +3,9 @@
 #include <ZEL/Export.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/XmiFormat.h>
+#include <ZEL/serializer/writer/FileForm.h>
 
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -36,6 +38,12 @@ public:
     [[nodiscard]] bool getKeepFileIds() const noexcept { return fKeepFileIds; }
     void setKeepFileIds(bool keep) noexcept { fKeepFileIds = keep; }
 
+    /// Another form for the file that would be written in the standard format without this, for a tool that does not read
+    /// that; with other formats it has no effect. Such a file is written in UTF-8, and takes about twice the time. Default
+    /// none.
+    [[nodiscard]] std::optional<FileForm> const & getFileForm() const noexcept { return fFileForm; }
+    void setFileForm(std::optional<FileForm> form) { fFileForm = std::move(form); }
+
 private:
     std::string fXmiVersion = XmiConstants::XMI_VERSION;
     bool fPreferAttributes = true;
@@ -43,6 +51,7 @@ private:
     bool fAutoFlush = false;
     bool fElementPerValue = false;
     bool fKeepFileIds = false;
+    std::optional<FileForm> fFileForm;
 };
 
 } // namespace ZEL::Serializer

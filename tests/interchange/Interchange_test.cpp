@@ -318,6 +318,14 @@ TEST_F(ForeignFile, OfAnyVersionOfUmlHasTheNamesOfThisOne) {
           R"(name="front" node="_nod")", R"(<subpartition xmi:id="_left" xmi:type="uml:ActivityPartition")",
           R"(<ownedBehavior xmi:id="_count" xmi:type="uml:FunctionBehavior" name="count"/>)",
           R"(<collaborationUse xmi:id="_role" xmi:type="uml:CollaborationUse")"}},
+        {"eclipse-activities.uml",
+         {R"(isFinalSpecialization="true")", R"(isConjugated="true")", R"(protocol="_manners")",
+          R"(<ownedBehavior xmi:id="_lend" xmi:type="uml:Activity" name="lend" isReentrant="true" partition="_front">)",
+          R"(<ownedBehavior xmi:id="_add" xmi:type="uml:FunctionBehavior" name="add"/>)",
+          R"(<node xmi:id="_loop" xmi:type="uml:LoopNode" name="each book")", R"(isLocallyReentrant="true")",
+          R"(<structuredNodeInput xmi:id="_loop-in" xmi:type="uml:InputPin")",
+          R"(<endData xmi:id="_ask-e1" xmi:type="uml:LinkEndCreationData")", R"(value="_ask-i1")",
+          R"(xmi:type="uml:InterruptibleActivityRegion" name="hurry")"}},
         {"eclipse-states.uml",
          {R"(<ownedRule xmi:id="_open-o" xmi:type="uml:Constraint" name="noted"/>)",
           R"(<guard xmi:id="_open-g" xmi:type="uml:Constraint" name="unlocked">)",
@@ -325,16 +333,17 @@ TEST_F(ForeignFile, OfAnyVersionOfUmlHasTheNamesOfThisOne) {
           R"(<preCondition xmi:id="_open-b" xmi:type="uml:Constraint")",
           R"(<postCondition xmi:id="_open-a" xmi:type="uml:Constraint")",
           R"(<stateInvariant xmi:id="_shut-i" xmi:type="uml:Constraint")",
-          R"(<when xmi:id="_nine-w" xmi:type="uml:TimeExpression">)",
-          R"(<packagedElement xmi:id="_use" xmi:type="uml:ProtocolStateMachine" name="use" isReentrant="true">)"}},
+          R"(<when xmi:id="_nine-w" xmi:type="uml:TimeExpression">)"}},
         {"omg-2.5.1.xmi",
          {R"(<packagedElement xmi:id="_in" xmi:type="uml:Package" name="in" uri="http://example.org/in">)",
           R"(<ownedComment xmi:id="_in-c" xmi:type="uml:Comment" body="a part"/>)",
           R"(name="deep" uri="http://example.org/in/deep")",
           R"(<packagedElement xmi:id="_call" xmi:type="uml:Interaction" name="call">)",
+          R"(xmi:type="uml:DestructionOccurrenceSpecification")", R"(<returnValue xmi:id="_u-r")",
           R"(<packagedElement xmi:id="_q" xmi:type="uml:StateMachine" name="q" isReentrant="true")",
           R"(<subvertex xmi:id="_q-s" xmi:type="uml:State" name="s" redefinedState="_p-s"/>)",
-          R"(<subvertex xmi:id="_q-f" xmi:type="uml:FinalState" name="f" redefinedState="_p-s"/>)"}}};
+          R"(<subvertex xmi:id="_q-f" xmi:type="uml:FinalState" name="f" redefinedState="_p-s"/>)",
+          R"(<firstEvent>true</firstEvent>)", R"(<firstEvent>false</firstEvent>)"}}};
     for (auto const & [shape, parts] : expected) {
         SCOPED_TRACE(shape);
         Model const model = readForeign(std::string(SHAPES_FOLDER) + "/" + shape);

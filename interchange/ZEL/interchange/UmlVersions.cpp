@@ -13,6 +13,7 @@ constexpr UmlClassName kClassNames[] = {
     {Version20, "Implementation", "InterfaceRealization"},
     {Version20, "InteractionOccurrence", "InteractionUse"},
     {Version20, "PrimitiveFunction", "FunctionBehavior"},
+    {Version20, "StartOwnedBehaviorAction", "StartClassifierBehaviorAction"},
 };
 
 constexpr UmlPropertyName kPropertyNames[] = {

@@ -11,8 +11,8 @@
 namespace ZEL::Interchange {
 
 void addReadTransforms(Serializer::XmiReader & reader) {
-    reader.addTransformer(std::make_shared<UmlReadTransforms>());
     reader.addTransformer(std::make_shared<ImplicitTypeReadTransforms>());
+    reader.addTransformer(std::make_shared<UmlReadTransforms>());
     reader.addTransformer(std::make_shared<CmofReadTransforms>());
     reader.addTransformer(std::make_shared<StereotypeReadTransforms>());
     reader.addTransformer(std::make_shared<ToolNoteReadTransforms>());

@@ -1,14 +1,23 @@
 #include <ZEL/interchange/ToolForm.h>
+#include <ZEL/interchange/UmlVersions.h>
 #include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/serializer/XmiConstants.h>
 
 namespace ZEL::Interchange {
+namespace {
+
+/// Whether what the versions call otherwise is called so in the form.
+bool hasNamesOf(ToolForm form, UmlForm version) {
+    bool const isOfBoth = version == UmlForm::Version24 || version == UmlForm::Version25;
+    return isOfBoth || version == (form == ToolForm::EclipseUml2 ? UmlForm::Eclipse : UmlForm::Version251);
+}
+
+} // namespace
 
 Serializer::FileForm fileFormOf(ToolForm form) {
     bool const isEclipse = form == ToolForm::EclipseUml2;
     std::string const uml = NamespaceRegistry::instance()->getMetaUri("uml");
     std::string const foreign = NamespaceRegistry::instance()->getMetaUri("Foreign");
-    auto const ofUml = [&uml](char const * name) { return Serializer::QualifiedName(uml, name); };
 
     Serializer::FileForm result;
     result.namespaces = {
@@ -26,7 +35,21 @@ Serializer::FileForm fileFormOf(ToolForm form) {
     } else {
         result.areLinksElements = true;
     }
-    static_cast<void>(ofUml);
+    for (UmlPropertyName const & row : umlPropertyNames()) {
+        if (hasNamesOf(form, row.form)) {
+            result.propertyNames.push_back({{uml, row.metaClass}, std::string(row.name), std::string(row.otherName)});
+        }
+    }
+    for (UmlSubset const & row : umlSubsets()) {
+        if (hasNamesOf(form, row.form)) {
+            result.subsets.push_back({{uml, row.metaClass}, std::string(row.property), std::string(row.container)});
+        }
+    }
+    for (UmlDefault const & row : umlDefaults()) {
+        if (hasNamesOf(form, row.form)) {
+            result.values.push_back({{uml, row.metaClass}, std::string(row.property), row.value ? "false" : "true"});
+        }
+    }
     return result;
 }
 

@@ -104,6 +104,9 @@ private:
     void applyValue(ParseState & state, QualifiedName role, std::string_view text, bool isLink,
                     QualifiedName type = {});
     void applyDerived(ParseState & state);
+    void ignoreAttribute(ParseState & state, MetaProperty const & property, std::string_view text);
+    void applyNamedParts(ParseState & state);
+    [[nodiscard]] bool applyNamedParts(ParseState & state, MetaProperty const & property, std::string_view text);
     /// Of the object at hand.
     void noteLinks(ParseState & state, std::string_view text, MetaProperty const & property, QualifiedName type);
     /// Whether the property takes one value only and the file has had one for the object at hand already.

@@ -18,7 +18,9 @@
 #include <cstddef>
 #include <iterator>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
+#include <vector>
 
 namespace ZEL::Serializer {
 namespace {
@@ -77,6 +79,26 @@ std::string_view takeToken(std::string_view & rest) noexcept {
     std::string_view const token = rest.substr(begin, end - begin);
     rest.remove_prefix(end);
     return token;
+}
+
+using Bodies = std::unordered_set<NSInterface::ObjectIntf const *>;
+
+/// Those of the object's parts that stand in properties of which the given one may be a subset.
+std::vector<ClassObject> partsOfWiderProperties(ClassObject const & object, MetaClass const & metaClass,
+                                                MetaProperty const & property, Bodies const & parts) {
+    std::vector<ClassObject> found;
+    auto const type = internal::MetaClassView::of(ImmutableClass(property.type));
+    for (MetaProperty const & place : metaClass.properties()) {
+        if (&place == &property || !place.isPart() || !type->inheritsFrom(place.typeBody)) {
+            continue;
+        }
+        for (Object const & part : place.storage.get(object).toVector()) {
+            if (parts.contains(part.getImplementationWithoutAssert())) {
+                found.emplace_back(part);
+            }
+        }
+    }
+    return found;
 }
 
 } // namespace
@@ -500,8 +522,8 @@ void XmiReaderImpl::enter(ParseState & state, Made && made, Context && context) 
     // Bindings of this element went in before, so they are in the copy too and stay when the object is left.
     state.types.pushContext();
     state.cursors.push_back(std::move(state.cursor));
-    state.cursor = {std::move(made.object), made.metaClass, std::move(context), state.given.size(),
-                    state.derived.size()};
+    state.cursor = {std::move(made.object), made.metaClass,       std::move(context),
+                    state.given.size(),     state.derived.size(), state.parts.size()};
 }
 
 void XmiReaderImpl::leave(ParseState & state) {
@@ -509,6 +531,7 @@ void XmiReaderImpl::leave(ParseState & state) {
         raiseInternalError("Invalid empty Cursor stack in XmiReaderImpl");
     }
     applyDerived(state);
+    applyNamedParts(state);
     fTransformers.onCreate(state.cursor.context, state.cursor.object);
     state.given.resize(state.cursor.firstGiven);
     state.cursor = std::move(state.cursors.back());
@@ -557,12 +580,59 @@ void XmiReaderImpl::applyValue(ParseState & state, QualifiedName role, std::stri
         } else if (!isOfFile && fValues.setText(state.cursor.object, *property, text, isGiven(state, *property))) {
             noteGiven(state, *property);
         }
+    } else if (keeps() && property->isComposite) {
+        state.parts.emplace_back(property, text);
     } else {
-        ++fReport.fIgnoredAttributes[metaClass.name() + "." + property->name];
-        if (keeps()) {
-            keepAttribute(state, role, text);
+        ignoreAttribute(state, *property, text);
+    }
+}
+
+void XmiReaderImpl::ignoreAttribute(ParseState & state, MetaProperty const & property, std::string_view text) {
+    ++fReport.fIgnoredAttributes[state.cursor.metaClass->name() + "." + property.name];
+    if (keeps()) {
+        keepAttribute(state, QualifiedName({}, property.name), text);
+    }
+}
+
+/// Where a composition is a subset of another one, tools keep its parts in that one, and name them in an attribute;
+/// where it is all there is, they repeat what stands there. Such an attribute is known once all parts are.
+void XmiReaderImpl::applyNamedParts(ParseState & state) {
+    for (std::size_t i = state.cursor.firstParts; i < state.parts.size(); ++i) {
+        auto const & [property, text] = state.parts[i];
+        if (!applyNamedParts(state, *property, text)) {
+            ignoreAttribute(state, *property, text);
         }
     }
+    state.parts.resize(state.cursor.firstParts);
+}
+
+/// False, and nothing is changed, if the text names anything but parts of the object that fit the property.
+bool XmiReaderImpl::applyNamedParts(ParseState & state, MetaProperty const & property, std::string_view text) {
+    ClassObject const & object = state.cursor.object;
+    Bodies others;
+    for (std::string_view token = takeToken(text); !token.empty(); token = takeToken(text)) {
+        ClassObject const * const part = linksOf(state, object).find(ObjectId(token));
+        if (part == nullptr || !part->isValid() || part->getContainerZEL() != object ||
+            !metaClasses().of(*part).inheritsFrom(property.typeBody)) {
+            return false;
+        }
+        others.insert(part->getImplementation());
+    }
+    std::vector<Object> const present = property.storage.get(object).toVector();
+    for (Object const & part : present) {
+        others.erase(part.getImplementationWithoutAssert());
+    }
+    if (others.empty() || property.isDerived) {
+        return true;
+    }
+    if (!property.isMany && others.size() + present.size() > 1) {
+        return false;
+    }
+    std::vector<ClassObject> const moved = partsOfWiderProperties(object, metaClasses().of(object), property, others);
+    for (ClassObject const & part : moved) {
+        fValues.setPart(object, property, part, metaClasses().of(part), false, false);
+    }
+    return property.isMany || !moved.empty();
 }
 
 /// A derived value counts if the object holds nothing that it could be derived from: what a file states itself goes

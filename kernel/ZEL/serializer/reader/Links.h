@@ -29,11 +29,6 @@ public:
 
     /// That of the file's model.
     [[nodiscard]] std::string const & uri() const noexcept { return fUri; }
-    /// Invalid if no object of the file has the id.
-    [[nodiscard]] ClassObject find(ObjectId const & id) const {
-        ClassObject const * const found = fObjects.find(id);
-        return found != nullptr ? *found : ClassObject();
-    }
     /// False if another object of the file had the id; links lead to the new one.
     bool enter(ObjectId const & id, ClassObject const & object) { return fObjects.enter(id, object); }
     /// Null if no object of the file has had the id so far. Valid until the next `enter`.

@@ -13,7 +13,10 @@
 
 namespace ZEL::Serializer {
 
-ClassObject ReadFile::find(std::string_view id) const { return fLinks.find(ObjectId(id)); }
+ClassObject ReadFile::find(std::string_view id) const {
+    ClassObject const * const found = fLinks.find(ObjectId(id));
+    return found != nullptr ? *found : ClassObject();
+}
 
 void ReadFile::enter(ClassObject const & object, std::string_view id) {
     fLinks.enter(ObjectId(id), object);

@@ -33,7 +33,7 @@ std::string_view prefixOf(std::string_view typeName) {
 }
 
 /// What `names` has for the name; null for nothing.
-template <class Names> std::string const * find(Names const & names, std::string_view name) {
+template <class Names, class Text> std::string const * find(Names const & names, Text const & name) {
     auto const found = names.find(name);
     return found != names.end() ? &found->second : nullptr;
 }

@@ -335,7 +335,7 @@ TEST_F(ForeignFile, OfAnyVersionOfUmlHasTheNamesOfThisOne) {
           R"(<stateInvariant xmi:id="_shut-i" xmi:type="uml:Constraint")",
           R"(<when xmi:id="_nine-w" xmi:type="uml:TimeExpression">)"}},
         {"omg-2.5.1.xmi",
-         {R"(<packagedElement xmi:id="_in" xmi:type="uml:Package" name="in" uri="http://example.org/in">)",
+         {R"(<packagedElement xmi:id="_in" xmi:type="uml:Model" name="in" uri="http://example.org/in">)",
           R"(<ownedComment xmi:id="_in-c" xmi:type="uml:Comment" body="a part"/>)",
           R"(name="deep" uri="http://example.org/in/deep")",
           R"(<packagedElement xmi:id="_call" xmi:type="uml:Interaction" name="call">)",
@@ -428,6 +428,9 @@ TEST_F(ForeignFile, IsWrittenWithWhatStoodAtItsTopThere) {
         EXPECT_THAT(standard(model),
                     ::testing::MatchesRegex("  <uml:Model [^<]*>\n    <packagedElement (.|\n)*</uml:Model>\n"));
         EXPECT_TRUE(readsBack(model));
+    }
+}
+
 TEST_F(ForeignFile, IsOfVersionsWhoseTablesNameWhatTheMetamodelHas) {
     ImmutablePackage const uml = uml::getMetaModel().getTopPackage();
     std::vector<std::pair<std::string_view, std::string_view>> names;

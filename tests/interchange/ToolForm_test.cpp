@@ -109,6 +109,15 @@ TEST_F(WrittenForm, OfEclipseHasNoEnvelopeAroundASingleElement) {
 )");
 }
 
+TEST_F(WrittenForm, HasTheNamesThatTheToolHas) {
+    Model const model = readForeign(SHAPES_FOLDER "/eclipse-states.uml");
+    std::string const text = writtenAs(ToolForm::EclipseUml2, model);
+    EXPECT_THAT(text, HasSubstr(R"(guard="_open-g" postCondition="_open-a" preCondition="_open-b">)"));
+    EXPECT_THAT(text, HasSubstr(R"(<ownedRule xmi:type="uml:Constraint" xmi:id="_open-g" name="unlocked">)"));
+    EXPECT_THAT(writtenAs(ToolForm::Xmi251, model),
+                HasSubstr(R"(<guard xmi:type="uml:Constraint" xmi:id="_open-g" name="unlocked">)"));
+}
+
 TEST_F(WrittenForm, HoldsEachShapeWhole) {
     for (auto const & entry : std::filesystem::directory_iterator(SHAPES_FOLDER)) {
         std::string const shape = entry.path().filename().string();

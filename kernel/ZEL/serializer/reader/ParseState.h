@@ -168,6 +168,7 @@ struct ParseState {
     std::size_t linkDepth = 0;      ///< of the open element that is a link; 0 for none
     FileLinks * linkFile = nullptr; ///< this and the next: where that link waits
     std::size_t linkPlace = 0;
+    std::string modelId;    ///< of `model`, once it has been asked for
     bool isForeign = false; ///< after a block of another tool: ids are not those of this system
 
     bool isInText = false;

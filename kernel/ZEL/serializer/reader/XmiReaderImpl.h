@@ -132,6 +132,7 @@ private:
     [[nodiscard]] Made makePart(ParseState & state, MetaProperty const & property, Context const & context);
     [[nodiscard]] Made createObject(ParseState & state, Context const & context);
     [[nodiscard]] bool adoptModel(ParseState & state, Model const & model, Context const & context);
+    [[nodiscard]] static bool isOwnId(ParseState & state, ObjectId const & id);
     void enterId(ParseState & state, ClassObject const & object, ObjectId const & id);
     [[nodiscard]] FileLinks & linksOf(ParseState & state, ClassObject const & object);
     static void giveUp(Made const & made);

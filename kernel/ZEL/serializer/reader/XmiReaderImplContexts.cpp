@@ -479,12 +479,20 @@ bool XmiReaderImpl::adoptModel(ParseState & state, Model const & model, Context 
     return true;
 }
 
+/// Whether the id is one that the file's model gives.
+bool XmiReaderImpl::isOwnId(ParseState & state, ObjectId const & id) {
+    if (id.hasPrefix() && state.modelId.empty() && state.model.isValid()) {
+        state.modelId = ObjectId::of(state.model);
+    }
+    return id.hasPrefix() && id.text().starts_with(state.modelId);
+}
+
 void XmiReaderImpl::enterId(ParseState & state, ClassObject const & object, ObjectId const & id) {
     if (!id.text().empty()) {
         FileLinks & links = linksOf(state, object);
         if (!links.enter(id, object)) {
             Logger::instance()->warning("Id %s occurs more than once in model %s", id.text(), links.uri());
-        } else if (keeps() && !id.hasPrefix()) {
+        } else if (keeps() && !isOwnId(state, id)) {
             noteFileId(object, id); // by which other files, and what is kept, may name it
             return;
         }

@@ -160,6 +160,8 @@ void FormWriter::startElement(XmlReader const & xml, Level & level) {
     for (XmlReader::Namespace const & binding : xml.namespaces()) {
         fTag.bindings.emplace_back(*binding.prefix, translated(*binding.uri));
     }
+    bool const isFirst = fLevels.size() == 1 && level.of->view != nullptr && !std::exchange(fHasTop, true);
+    fIsModel = isFirst && level.of->view->isModel();
     takeAttributes(xml, *level.of);
     takeSubsets();
     fHasTag = true;
@@ -328,7 +330,7 @@ void FormWriter::takeSubsets() {
 
 void FormWriter::take(ClassForm const & of, std::string const & uri, std::string const & name, std::string value) {
     PropertyView const * const property = of.view != nullptr && uri.empty() ? of.view->find(name) : nullptr;
-    if (property != nullptr && property->role == PropertyView::Role::Uri && of.view->isModel()) {
+    if (property != nullptr && property->role == PropertyView::Role::Uri && fIsModel) {
         return; // where the file was, which it need not say
     }
     std::string const * const other = uri.empty() ? find(of.propertyNames, name) : nullptr;

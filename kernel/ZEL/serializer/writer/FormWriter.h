@@ -106,6 +106,8 @@ private:
     std::vector<Level> fLevels;
     Tag fTag;
     bool fHasTag = false;
+    bool fHasTop = false;  ///< whether an object at the top has begun
+    bool fIsModel = false; ///< whether the element at hand is the model; one within another is a package
     std::string fText;
 };
 

@@ -7,10 +7,10 @@
 #include <ZEL/String.h>
 #include <ZEL/deviants/Transaction.h>
 #include <ZEL/metamodel/Class.h>
-#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/tools/Comparator.h>
 #include <ZEL/tools/ObjectsIn.h>
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -19,44 +19,38 @@
 namespace cli {
 namespace {
 
-/// The models of the files that the first file refers to. If the second file refers to one of these files, or to a copy
-/// of it, its links lead to the objects of the same models; otherwise they would lead to other, different objects.
-class SharedCompanions {
+/// Compares the models of two files. Objects in the files that these refer to correspond if the two refer to the same
+/// file, or one to a copy of the other's.
+class FileComparator : public ZEL::Comparator {
 public:
-    SharedCompanions(std::vector<ZEL::Model> const & models, std::string const & secondFile) {
-        for (ZEL::Model const & model : models) {
-            if (!areSameFile(ZEL::Interchange::pathOfFileUri(model.getUri()), secondFile)) {
-                fUris.push_back(model.getUri());
-                ZEL::MetaModelRegistry::instance()->bindUriToModel(fUris.back(), model);
+    FileComparator(OpenModel const & first, OpenModel const & second) : Comparator(first.model, second.model) {
+        for (ZEL::Model const & companion : second.companions) {
+            ZEL::Model const counterpart = sameOf(first.companions, companion);
+            if (counterpart.isValid()) {
+                static_cast<void>(compareCompositionR(counterpart, companion));
             }
         }
     }
-    ~SharedCompanions() {
-        for (std::string const & uri : fUris) {
-            ZEL::MetaModelRegistry::instance()->unbindModelUri(uri);
-        }
-    }
-    SharedCompanions(SharedCompanions const &) = delete;
-    SharedCompanions & operator=(SharedCompanions const &) = delete;
 
-    /// The file of a model with the same content as the file; empty if there is none.
-    [[nodiscard]] std::string fileFor(std::string const & uri) const {
-        for (std::string const & known : fUris) {
-            if (haveSameContent(ZEL::Interchange::pathOfFileUri(known), ZEL::Interchange::pathOfFileUri(uri))) {
-                return ZEL::Interchange::pathOfFileUri(known);
-            }
-        }
-        return {};
+    [[nodiscard]] bool areEqual() {
+        Progress const progress("comparing");
+        return compareCompositionR(getFirst(), getSecond()) && compareAssociationR(getFirst(), getSecond());
     }
 
 private:
-    std::vector<std::string> fUris;
+    [[nodiscard]] static ZEL::Model sameOf(std::vector<ZEL::Model> const & models, ZEL::Model const & model) {
+        auto const pathOf = [](ZEL::Model const & other) { return ZEL::Interchange::pathOfFileUri(other.getUri()); };
+        auto const isSame = [&](ZEL::Model const & other) {
+            return other.getUri() == model.getUri() || areSameFile(pathOf(other), pathOf(model));
+        };
+        auto const isCopy = [&](ZEL::Model const & other) { return haveSameContent(pathOf(other), pathOf(model)); };
+        auto found = std::find_if(models.begin(), models.end(), isSame);
+        if (found == models.end()) {
+            found = std::find_if(models.begin(), models.end(), isCopy);
+        }
+        return found != models.end() ? *found : ZEL::Model();
+    }
 };
-
-bool isEqual(ZEL::Comparator & comparator) {
-    Progress const progress("comparing");
-    return comparator.compare();
-}
 
 struct Arguments {
     std::string first;
@@ -66,18 +60,15 @@ struct Arguments {
 
 ExitCode compare(Arguments const & given) {
     OpenModel const first = readModel(given.first, given.settings);
-    SharedCompanions const companions(first.companions, given.second);
-    ReadSettings settings = given.settings;
-    settings.setExternalUriResolver([&companions](std::string const & uri) { return companions.fileFor(uri); });
-    OpenModel const second = readModel(given.second, settings);
+    OpenModel const second = readModel(given.second, given.settings);
 
     // The place of a model is one of its values, but is not compared here.
     ZEL::Transaction transaction(second.model.getRootDeviant(), "same place");
     second.model.setUri(first.model.getUri());
     transaction.commit();
 
-    ZEL::Comparator comparator(first.model, second.model);
-    if (isEqual(comparator)) {
+    FileComparator comparator(first, second);
+    if (comparator.areEqual()) {
         std::cout << "equal: " << counted(ZEL::objectsIn(first.model).size(), "object") << '\n';
         return Done;
     }

@@ -25,17 +25,33 @@ void requireNoCompanion(std::string const & output, OpenModel const & opened, st
 struct Arguments {
     std::string input;
     std::string output;
-    ZEL::Serializer::XmiFormat from = ZEL::Serializer::XmiFormat::Standard;
-    ZEL::Serializer::XmiFormat to = ZEL::Serializer::XmiFormat::Standard;
+    std::string from = "standard";
+    std::string to = "standard";
     ReadSettings settings;
 };
 
+ZEL::Serializer::XmiFormat dialectOf(std::string const & name) {
+    using ZEL::Serializer::XmiFormat;
+    return name == "magicdraw" ? XmiFormat::MagicDraw : name == "rhapsody" ? XmiFormat::Rhapsody : XmiFormat::Standard;
+}
+
+void writeAs(std::string const & format, std::string const & file, ZEL::Model const & model) {
+    using ZEL::Interchange::ToolForm;
+    if (format == "eclipse-uml2") {
+        writeModel(file, model, ToolForm::EclipseUml2);
+    } else if (format == "xmi-2.5.1") {
+        writeModel(file, model, ToolForm::Xmi251);
+    } else {
+        writeModel(file, model, dialectOf(format));
+    }
+}
+
 ExitCode convert(Arguments & given) {
-    given.settings.setInputFormat(given.from);
+    given.settings.setInputFormat(dialectOf(given.from));
     requireWritable(given.output);
     OpenModel const opened = readModel(given.input, given.settings);
     requireNoCompanion(given.output, opened, given.input);
-    writeModel(given.output, opened.model, given.to);
+    writeAs(given.to, given.output, opened.model);
     std::cout << printable(given.output) << ": " << counted(ZEL::objectsIn(opened.model).size(), "object") << '\n';
     return Done;
 }
@@ -48,7 +64,8 @@ Command convertCommand(CLI::App & app) {
     addArgument(app, "OUT", given->output, "The file to write; links into other files are made relative to it");
     addLinks(app, given->settings);
     addFormat(app, "--from", given->from, {"standard", "magicdraw"}, "The dialect of IN");
-    addFormat(app, "--to", given->to, {"standard", "magicdraw", "rhapsody"}, "The dialect of OUT");
+    addFormat(app, "--to", given->to, {"standard", "magicdraw", "rhapsody", "eclipse-uml2", "xmi-2.5.1"},
+              "The form of OUT");
     return [given] { return convert(*given); };
 }
 

@@ -130,19 +130,16 @@ OpenModel readModel(std::string const & file, ReadSettings const & settings) {
     return opened;
 }
 
-void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Serializer::XmiFormat format) {
+namespace {
+
+void writeBy(ZEL::Serializer::XmiWriterSettings & settings, std::string const & file, ZEL::Model const & model) {
     requireWritable(file);
     Progress const progress("writing " + file);
-    if (format.getFormat() != ZEL::Serializer::XmiFormat::Standard) {
-        registerAllMetaModels(); // which the rules of the dialects name
-    }
     NoLeftover noLeftover(file);
-    ZEL::Serializer::XmiWriterSettings settings;
-    settings.setOutputFormat(format);
     settings.setElementPerValue(true);
     settings.setKeepFileIds(true); // nobody writes the files that the model refers to
     ZEL::Serializer::XmiWriter writer(settings);
-    if (format.getFormat() == ZEL::Serializer::XmiFormat::Standard) {
+    if (settings.getOutputFormat().getFormat() == ZEL::Serializer::XmiFormat::Standard) {
         ZEL::Interchange::addWriteTransforms(writer, model);
     }
     std::string reason;
@@ -161,6 +158,27 @@ void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Seriali
         reason += "; what was written is in " + writer.keptFile();
     }
     throw Trouble("cannot write " + file + ": " + reason);
+}
+
+} // namespace
+
+void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Serializer::XmiFormat format) {
+    ZEL::Serializer::XmiWriterSettings settings;
+    settings.setOutputFormat(format);
+    if (format.getFormat() != ZEL::Serializer::XmiFormat::Standard) {
+        registerAllMetaModels(); // which the rules of the dialects name
+    }
+    writeBy(settings, file, model);
+}
+
+void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Interchange::ToolForm form) {
+    std::string const uml = ZEL::NamespaceRegistry::instance()->getMetaUri("uml");
+    if (model.getMetaClass().getRootModel().getUri().str() != uml) {
+        throw Trouble("cannot write " + file + ": the model is not one of UML");
+    }
+    ZEL::Serializer::XmiWriterSettings settings;
+    settings.setFileForm(ZEL::Interchange::fileFormOf(form));
+    writeBy(settings, file, model);
 }
 
 ZEL::Model metamodelOf(std::string const & uriOrPrefix) {

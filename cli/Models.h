@@ -3,6 +3,7 @@
 #include "ReadSettings.h"
 #include "Text.h"
 
+#include <ZEL/interchange/ToolForm.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/serializer/XmiFormat.h>
@@ -30,6 +31,8 @@ struct OpenModel {
 /// says so.
 void writeModel(std::string const & file, ZEL::Model const & model,
                 ZEL::Serializer::XmiFormat format = ZEL::Serializer::XmiFormat::Standard);
+/// The same in the form of another tool. The model must be one of UML.
+void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Interchange::ToolForm form);
 
 /// The metamodel of that URI or prefix, registered. Throws `Trouble` if there is none.
 [[nodiscard]] ZEL::Model metamodelOf(std::string const & uriOrPrefix);

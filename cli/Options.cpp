@@ -68,21 +68,15 @@ void addNumber(CLI::App & app, std::string const & name, unsigned int & number, 
     add(app, name, number, description, presence);
 }
 
-void addFormat(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFormat & format,
-               std::vector<std::string> const & formats, std::string const & description) {
-    auto const take = [&format](std::string const & text) {
-        using ZEL::Serializer::XmiFormat;
-        format = text == "magicdraw"  ? XmiFormat::MagicDraw
-                 : text == "rhapsody" ? XmiFormat::Rhapsody
-                                      : XmiFormat::Standard;
-    };
+void addFormat(CLI::App & app, std::string const & name, std::string & format, std::vector<std::string> const & formats,
+               std::string const & description) {
     auto const check = [formats](std::string const & text) {
         bool const isKnown = std::find(formats.begin(), formats.end(), text) != formats.end();
         return isKnown ? std::string() : "found " + nameOf(text) + ", expected " + zelgen::anyOf(formats);
     };
-    app.add_option_function<std::string>(name, take, description + ": " + zelgen::anyOf(formats) + "; default standard")
+    app.add_option(name, format, description + ": " + zelgen::anyOf(formats) + "; default " + format)
         ->check(check)
-        ->type_name("DIALECT");
+        ->type_name("FORMAT");
 }
 
 void addLinks(CLI::App & app, ReadSettings & settings) {

@@ -34,9 +34,9 @@ void addNumber(CLI::App & app, std::string const & name, int & number, std::stri
 void addNumber(CLI::App & app, std::string const & name, unsigned int & number, std::string const & description,
                Presence presence = Presence::Optional);
 
-/// Adds an option for the name of a format of files.
-void addFormat(CLI::App & app, std::string const & name, ZEL::Serializer::XmiFormat & format,
-               std::vector<std::string> const & formats, std::string const & description);
+/// Adds an option for one of these names of formats of files. What `format` holds before is the default.
+void addFormat(CLI::App & app, std::string const & name, std::string & format, std::vector<std::string> const & formats,
+               std::string const & description);
 
 /// Adds the options for where links lead, and for the folder outside of which they may not open files.
 void addLinks(CLI::App & app, ReadSettings & settings);

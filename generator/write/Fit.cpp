@@ -31,8 +31,29 @@ std::size_t breakPlace(std::string_view line) {
     return comma != std::string_view::npos ? comma : bracket;
 }
 
+/// Where the head of a template ends with which the line begins; 0 if it begins with none.
+std::size_t templateHeadEnd(std::string_view line) {
+    std::size_t const begin = line.find_first_not_of(' ');
+    int depth = 0;
+    for (std::size_t i = begin; line.substr(begin).starts_with("template <") && i < line.size(); ++i) {
+        depth += line[i] == '<' ? 1 : line[i] == '>' ? -1 : 0;
+        if (line[i] == '>' && depth == 0) {
+            return i + 1;
+        }
+    }
+    return 0;
+}
+
 void addWrapped(std::string & result, std::string line) {
     std::size_t const indent = line.find_first_not_of(' ');
+    if (std::size_t const place = templateHeadEnd(line); place != 0 && line.size() > kColumns) {
+        result += line.substr(0, place) + '\n';
+        line = std::string(indent, ' ') + std::string(trimmed(std::string_view(line).substr(place)));
+    }
+    if (std::size_t const base = line.find(" : public "); base != std::string::npos && line.size() > kColumns) {
+        result += line.substr(0, base) + '\n';
+        line = std::string(indent + 4, ' ') + line.substr(base + 1);
+    }
     while (line.size() > kColumns) {
         std::size_t const place = breakPlace(line);
         if (place == std::string_view::npos || place <= indent) {

@@ -1,6 +1,7 @@
 #include <hasp_util/XmlEventQueue.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace HASP {
 
@@ -89,14 +90,20 @@ void XmlEventQueue::setPlace(std::uint64_t line, std::uint64_t column) noexcept 
     fEvents.back().column = column;
 }
 
+char * XmlEventQueue::addBlock(std::size_t size) {
+    auto block = std::make_unique_for_overwrite<char[]>(size);
+    return fBlocks.emplace_back(std::move(block)).get();
+}
+
 char * XmlEventQueue::allocate(std::size_t size) {
     if (size > fFreeSize) {
         if (size > blockSize / 4 && !fBlocks.empty()) {
             // A big value gets a block of its own; the current block stays in use.
-            return fBlocks.emplace_back(new char[size]).get();
+            return addBlock(size);
         }
-        fFreeSize = size > blockSize ? size : blockSize;
-        fFree = fBlocks.emplace_back(new char[fFreeSize]).get();
+        std::size_t const whole = size > blockSize ? size : blockSize;
+        fFree = addBlock(whole);
+        fFreeSize = whole;
     }
     char * const result = fFree;
     fFree += size;

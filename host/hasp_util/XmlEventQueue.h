@@ -69,6 +69,7 @@ public:
 
 private:
     [[nodiscard]] char * allocate(std::size_t size);
+    [[nodiscard]] char * addBlock(std::size_t size);
 
     std::vector<Event> fEvents;
     std::vector<XmlReader::Attribute> fAttributes;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <utility>
 
 namespace HASP {
 
@@ -25,8 +26,13 @@ std::size_t pieceAfter(std::size_t unfinished) noexcept { return std::clamp(unfi
 /// Two queues: parsing fills one while the other still holds the current event.
 class XmlReader::Impl {
 public:
-    Impl(std::string const & fileName, XmlReaderSettings const & settings)
-        : fSource(fileName), fParser(fNames, settings), fFilling(&fQueues[0]), fQueue(&fQueues[1]) {
+    template <class Source>
+    Impl(Source && source, XmlReaderSettings const & settings)
+        : fSource(std::forward<Source>(source)),
+          fParser(fNames, settings),
+          fQueues(),
+          fFilling(&fQueues[0]),
+          fQueue(&fQueues[1]) {
         if (!fSource.error().empty()) {
             failSource();
         }
@@ -160,6 +166,9 @@ private:
 
 XmlReader::XmlReader(std::string const & fileName, XmlReaderSettings const & settings)
     : fImpl(std::make_unique<Impl>(fileName, settings)) {}
+
+XmlReader::XmlReader(std::vector<std::string_view> texts, XmlReaderSettings const & settings)
+    : fImpl(std::make_unique<Impl>(std::move(texts), settings)) {}
 
 XmlReader::~XmlReader() = default;
 

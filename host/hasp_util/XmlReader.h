@@ -10,10 +10,11 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace HASP {
 
-/// Pulls the events of an XML file: starts and ends of elements, and character data.
+/// Pulls the events of an XML document, of a file or in memory: starts and ends of elements, and character data.
 ///
 /// Nothing is thrown for the content of the file, or for a file that cannot be read: the events stop, and `hasError` is
 /// true. Only plain files are opened, and nothing else: a reference to an external entity, or to an external document
@@ -37,6 +38,9 @@ public:
     };
 
     explicit XmlReader(std::string const & fileName, XmlReaderSettings const & settings = {});
+    /// Reads the document that the texts, one after the other, make up: in UTF-8, unless it says otherwise. They must
+    /// outlive the reader. Places have no name of a file.
+    explicit XmlReader(std::vector<std::string_view> texts, XmlReaderSettings const & settings = {});
     ~XmlReader();
     XmlReader(XmlReader const &) = delete;
     XmlReader & operator=(XmlReader const &) = delete;

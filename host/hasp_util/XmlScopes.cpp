@@ -33,16 +33,28 @@ XmlScopes::XmlScopes() { add({XmlConstants::XML_NS_PREFIX, XmlConstants::XML_NS_
 
 XmlScopes::Binding & XmlScopes::add(Binding binding) {
     std::size_t const place = fBindings.size();
-    fByPrefix[binding.prefix].push_back(place);
-    fByUri[binding.uri].push_back(place);
+    Binding & added = fBindings.emplace_back(std::move(binding));
+    try {
+        fByPrefix[added.prefix].push_back(place);
+        fByUri[added.uri].push_back(place);
+    } catch (...) {
+        dropLast();
+        throw;
+    }
     fTaken = place + 1;
-    return fBindings.emplace_back(std::move(binding));
+    return added;
 }
 
+/// Also one that has not got all of its places.
 void XmlScopes::dropLast() noexcept {
     for (auto [places, text] : {std::pair(&fByPrefix, &fBindings.back().prefix), {&fByUri, &fBindings.back().uri}}) {
         auto const entry = places->find(*text);
-        entry->second.pop_back();
+        if (entry == places->end()) {
+            continue;
+        }
+        if (!entry->second.empty() && entry->second.back() + 1 == fBindings.size()) {
+            entry->second.pop_back();
+        }
         if (entry->second.empty()) {
             places->erase(entry);
         }

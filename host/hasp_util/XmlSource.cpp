@@ -12,6 +12,8 @@ namespace HASP {
 
 XmlSource::XmlSource(std::string fileName) : fFileName(std::move(fileName)) { open(); }
 
+XmlSource::XmlSource(std::vector<std::string_view> texts) noexcept : fTexts(std::move(texts)) {}
+
 XmlSource::~XmlSource() {
     if (fDescriptor >= 0) {
         ::close(fDescriptor);
@@ -34,6 +36,9 @@ void XmlSource::open() {
 }
 
 std::size_t XmlSource::read(char * buffer, std::size_t size) {
+    if (fDescriptor < 0) {
+        return readTexts(buffer, size);
+    }
     std::size_t total = 0;
     while (total < size && fError.empty()) {
         ssize_t const got = ::read(fDescriptor, buffer + total, size - total);
@@ -44,6 +49,20 @@ std::size_t XmlSource::read(char * buffer, std::size_t size) {
             total += static_cast<std::size_t>(got);
         } else if (errno != EINTR) {
             fail("read", std::generic_category().message(errno).c_str());
+        }
+    }
+    return total;
+}
+
+std::size_t XmlSource::readTexts(char * buffer, std::size_t size) noexcept {
+    std::size_t total = 0;
+    while (total < size && fText < fTexts.size()) {
+        std::size_t const copied = fTexts[fText].copy(buffer + total, size - total, fPlace);
+        total += copied;
+        fPlace += copied;
+        if (fPlace == fTexts[fText].size()) {
+            ++fText;
+            fPlace = 0;
         }
     }
     return total;

@@ -6,9 +6,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <set>
 #include <stdexcept>
 #include <system_error>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -142,7 +142,12 @@ public:
             refuse(XmlEscaper::describe(value, at), "attribute", name.localName);
         }
         fOut.put('"');
-        noteAttribute(position, name.text.size());
+        try {
+            noteAttribute(position, name.text.size());
+        } catch (...) {
+            fOut.rewindTo(begin);
+            throw;
+        }
         fAttributeSet |= name.attributeBit;
     }
 
@@ -373,19 +378,21 @@ private:
 
     void noteAttribute(std::size_t position, std::size_t length) {
         fAttributes.push_back({position, length});
-        if (fAttributes.size() == kMany) {
-            for (WrittenAttribute const & attribute : fAttributes) {
-                fAttributeNames.emplace(fOut.slice(attribute.position, attribute.length));
+        try {
+            std::size_t const first = fAttributes.size() == kMany ? 0 : fAttributes.size() - 1;
+            for (std::size_t i = first; fAttributes.size() >= kMany && i < fAttributes.size(); ++i) {
+                fAttributeNames.emplace(fOut.slice(fAttributes[i].position, fAttributes[i].length));
             }
-        } else if (fAttributes.size() > kMany) {
-            fAttributeNames.emplace(fOut.slice(position, length));
+        } catch (...) {
+            fAttributes.pop_back(); // it will be taken back
+            throw;
         }
     }
 
     /// Whether the tag has an attribute of this name.
-    [[nodiscard]] bool isWritten(std::string_view name) const {
+    [[nodiscard]] bool isWritten(std::string_view name) const noexcept {
         if (fAttributes.size() >= kMany) {
-            return fAttributeNames.count(std::string(name)) != 0;
+            return fAttributeNames.count(name) != 0;
         }
         return std::any_of(fAttributes.begin(), fAttributes.end(), [&](WrittenAttribute const & attribute) {
             return fOut.slice(attribute.position, attribute.length) == name;
@@ -407,7 +414,7 @@ private:
     std::vector<Element> fOpen;
     std::string fNames; ///< of the open elements, as written
     std::vector<WrittenAttribute> fAttributes;
-    std::unordered_set<std::string> fAttributeNames; ///< the same, of a tag with many
+    std::set<std::string, std::less<>> fAttributeNames; ///< the same, of a tag with many
     std::uint64_t fAttributeSet = 0;
 };
 
@@ -424,6 +431,10 @@ void XmlWriter::writeStartElement(std::string_view prefix, std::string_view loca
 
 void XmlWriter::writeStartElement(std::string_view localName, std::string_view uri) {
     fImpl->startElement(localName, false, [&] { return fImpl->prefixFor(uri, false); });
+}
+
+void XmlWriter::writeEmptyElement(std::string_view prefix, std::string_view localName, std::string_view uri) {
+    fImpl->startElement(localName, true, [&] { return fImpl->prefixFor(prefix, uri, false); });
 }
 
 void XmlWriter::writeEmptyElement(std::string_view localName, std::string_view uri) {

@@ -34,7 +34,8 @@ public:
     /// With the prefix that is declared for the namespace, or a new one if there is none. The URI "" has no prefix,
     /// even where a default namespace is in force.
     void writeStartElement(std::string_view localName, std::string_view uri);
-    /// An element without content: it takes attributes but needs no end.
+    // An element without content: it takes attributes but needs no end. The prefix as above.
+    void writeEmptyElement(std::string_view prefix, std::string_view localName, std::string_view uri);
     void writeEmptyElement(std::string_view localName, std::string_view uri);
     void writeAttribute(std::string_view prefix, std::string_view localName, std::string_view uri,
                         std::string_view value);

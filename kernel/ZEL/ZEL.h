@@ -86,7 +86,9 @@
 #include <ZEL/serializer/Transformer.h>
 #include <ZEL/serializer/XmiFormat.h>
 #include <ZEL/serializer/reader/Merger.h>
+#include <ZEL/serializer/reader/ReadFile.h>
 #include <ZEL/serializer/reader/ReadReport.h>
+#include <ZEL/serializer/reader/RemainderReader.h>
 #include <ZEL/serializer/reader/XmiReader.h>
 #include <ZEL/serializer/reader/XmiReaderSettings.h>
 #include <ZEL/serializer/writer/XmiWriter.h>

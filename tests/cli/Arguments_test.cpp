@@ -43,7 +43,7 @@ TEST_F(Arguments, MistakesAreToldWithWhatWasExpected) {
         {"info library.xmi library-types.xmi", "not expected: library-types.xmi"},
         {"info library.xmi --html-log", "--html-log: 1 required NAME missing"},
         {"convert library.xmi", "OUT is required"},
-        {"convert library.xmi x --to word", "--to: found word, expected standard, magicdraw or rhapsody"},
+        {"convert library.xmi x --to word", "--to: found word, expected standard, magicdraw, rhapsody, eclipse-uml2 or xmi-2.5.1"},
         {"convert library.xmi x --from rhapsody", "--from: found rhapsody, expected standard or magicdraw"},
         {"convert library.xmi x --from magicdraw --from ''", "--from"},
         {"random x", "--seed is required"},

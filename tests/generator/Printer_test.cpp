@@ -41,6 +41,10 @@ TEST(Fit, LongOneLineBodiesAndArgumentListsAreBroken) {
               "void " + name + "(int first, std::string const & second, int third,\n    int fourth);\n");
     EXPECT_EQ(fitted("void " + name + "(std::string const & " + name + ");\n"),
               "void " + name + "(\n    std::string const & " + name + ");\n");
+    EXPECT_EQ(fitted("    template <class R = List<" + name + ">> [[nodiscard]] R " + name + "() const {\n"),
+              "    template <class R = List<" + name + ">>\n    [[nodiscard]] R " + name + "() const {\n");
+    EXPECT_EQ(fitted("class " + name + " final : public Base<" + name + "> {\n"),
+              "class " + name + " final\n    : public Base<" + name + "> {\n");
 }
 
 TEST(Fit, CommentsAndTextsStayWhole) {

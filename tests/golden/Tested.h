@@ -41,7 +41,8 @@ public:
     template <class R = ZEL::ImmutableClassObject> [[nodiscard]] R getBaseElement() const {
         return implementationFor<R>()->getBaseElement(getDeviant());
     }
-    template <class R = ZEL::ImmutableSequence<ZEL::ImmutableStereotypeObject>> [[nodiscard]] R getAppliedStereotypeInstances() const {
+    template <class R = ZEL::ImmutableSequence<ZEL::ImmutableStereotypeObject>>
+    [[nodiscard]] R getAppliedStereotypeInstances() const {
         return implementationFor<R>()->getAppliedStereotypeInstances(getDeviant());
     }
     [[nodiscard]] ZEL::Boolean hasModelZEL() const { return getImplementation()->hasModelZEL(getDeviant()); }
@@ -63,8 +64,8 @@ public:
     [[nodiscard]] ZEL::Integer getId() const { return getImplementation()->getId(getDeviant()); }
     [[nodiscard]] ZEL::Boolean hasSiid() const { return getImplementation()->hasSiid(getDeviant()); }
     [[nodiscard]] ZEL::String getSiid() const { return getImplementation()->getSiid(getDeviant()); }
-    template <class R = ZEL::ImmutableSequence<ImmutablePart>> [[nodiscard]] R allParts(
-        ZEL::Sequence<Part> const & without) const {
+    template <class R = ZEL::ImmutableSequence<ImmutablePart>>
+    [[nodiscard]] R allParts(ZEL::Sequence<Part> const & without) const {
         return implementationFor<R>()->allParts(getDeviant(), without);
     }
 };
@@ -154,27 +155,27 @@ public:
         return R(*this);
     }
     template <class R = ZEL::PropertyAndObject<TesterT, Tested>> [[nodiscard]] R Tester_() const { return R(*this); }
-    template <class R = ZEL::PropertyAndObject<ZEL::StereotypeObject::BaseElementT,
-        Tested>> [[nodiscard]] R BaseElement_() const {
+    template <class R = ZEL::PropertyAndObject<ZEL::StereotypeObject::BaseElementT, Tested>>
+    [[nodiscard]] R BaseElement_() const {
         return R(*this);
     }
-    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::AppliedStereotypeInstanceT,
-        Tested>> [[nodiscard]] R AppliedStereotypeInstance_() const {
+    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::AppliedStereotypeInstanceT, Tested>>
+    [[nodiscard]] R AppliedStereotypeInstance_() const {
         return R(*this);
     }
     template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::ModelZELT, Tested>> [[nodiscard]] R ModelZEL_() const {
         return R(*this);
     }
-    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::ContainerZELT,
-        Tested>> [[nodiscard]] R ContainerZEL_() const {
+    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::ContainerZELT, Tested>>
+    [[nodiscard]] R ContainerZEL_() const {
         return R(*this);
     }
-    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::ContaineeZELT,
-        Tested>> [[nodiscard]] R ContaineeZEL_() const {
+    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::ContaineeZELT, Tested>>
+    [[nodiscard]] R ContaineeZEL_() const {
         return R(*this);
     }
-    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::RootModelT,
-        Tested>> [[nodiscard]] R RootModel_() const {
+    template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::RootModelT, Tested>>
+    [[nodiscard]] R RootModel_() const {
         return R(*this);
     }
     template <class R = ZEL::PropertyAndObject<ZEL::ClassObject::IdT, Tested>> [[nodiscard]] R Id_() const {

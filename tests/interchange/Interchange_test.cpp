@@ -1,5 +1,6 @@
 #include <ZEL/interchange/Interchange.h>
 #include <ZEL/interchange/UmlReadTransforms.h>
+#include <ZEL/interchange/UmlVersions.h>
 #include <ZEL/interchange/WriteTransforms.h>
 
 #include <Foreign/MetaModelRegistration.h>
@@ -307,6 +308,80 @@ TEST_F(ForeignFile, OfThisSystemIsReadAsWithoutHelp) {
     EXPECT_TRUE(reader.report().isEmpty());
 }
 
+/// Other versions of UML call some things otherwise, keep them elsewhere or presume them. All of that is understood.
+TEST_F(ForeignFile, OfAnyVersionOfUmlHasTheNamesOfThisOne) {
+    std::map<std::string, std::vector<std::string>> const expected = {
+        {"eclipse-1.uml2",
+         {R"(<interfaceRealization xmi:id="_clerk-i" xmi:type="uml:InterfaceRealization")",
+          R"(<ownedParameter xmi:id="_serve-p" xmi:type="uml:Parameter")",
+          R"(<node xmi:id="_nod" xmi:type="uml:OpaqueAction")", R"(<node xmi:id="_all-s" xmi:type="uml:InitialNode")",
+          R"(name="front" node="_nod")", R"(<subpartition xmi:id="_left" xmi:type="uml:ActivityPartition")",
+          R"(<ownedBehavior xmi:id="_count" xmi:type="uml:FunctionBehavior" name="count"/>)",
+          R"(<collaborationUse xmi:id="_role" xmi:type="uml:CollaborationUse")"}},
+        {"eclipse-activities.uml",
+         {R"(isFinalSpecialization="true")", R"(isConjugated="true")", R"(protocol="_manners")",
+          R"(<ownedBehavior xmi:id="_lend" xmi:type="uml:Activity" name="lend" isReentrant="true" partition="_front">)",
+          R"(<ownedBehavior xmi:id="_add" xmi:type="uml:FunctionBehavior" name="add"/>)",
+          R"(<node xmi:id="_loop" xmi:type="uml:LoopNode" name="each book")", R"(isLocallyReentrant="true")",
+          R"(<structuredNodeInput xmi:id="_loop-in" xmi:type="uml:InputPin")",
+          R"(<endData xmi:id="_ask-e1" xmi:type="uml:LinkEndCreationData")", R"(value="_ask-i1")",
+          R"(xmi:type="uml:InterruptibleActivityRegion" name="hurry")"}},
+        {"eclipse-states.uml",
+         {R"(<ownedRule xmi:id="_open-o" xmi:type="uml:Constraint" name="noted"/>)",
+          R"(<guard xmi:id="_open-g" xmi:type="uml:Constraint" name="unlocked">)",
+          R"(<ownedComment xmi:id="_open-gc" xmi:type="uml:Comment")",
+          R"(<preCondition xmi:id="_open-b" xmi:type="uml:Constraint")",
+          R"(<postCondition xmi:id="_open-a" xmi:type="uml:Constraint")",
+          R"(<stateInvariant xmi:id="_shut-i" xmi:type="uml:Constraint")",
+          R"(<when xmi:id="_nine-w" xmi:type="uml:TimeExpression">)"}},
+        {"omg-2.5.1.xmi",
+         {R"(<packagedElement xmi:id="_in" xmi:type="uml:Model" name="in" uri="http://example.org/in">)",
+          R"(<ownedComment xmi:id="_in-c" xmi:type="uml:Comment" body="a part"/>)",
+          R"(name="deep" uri="http://example.org/in/deep")",
+          R"(<packagedElement xmi:id="_call" xmi:type="uml:Interaction" name="call">)",
+          R"(xmi:type="uml:DestructionOccurrenceSpecification")", R"(<returnValue xmi:id="_u-r")",
+          R"(<packagedElement xmi:id="_q" xmi:type="uml:StateMachine" name="q" isReentrant="true")",
+          R"(<subvertex xmi:id="_q-s" xmi:type="uml:State" name="s" redefinedState="_p-s"/>)",
+          R"(<subvertex xmi:id="_q-f" xmi:type="uml:FinalState" name="f" redefinedState="_p-s"/>)",
+          R"(<firstEvent>true</firstEvent>)", R"(<firstEvent>false</firstEvent>)"}}};
+    for (auto const & [shape, parts] : expected) {
+        SCOPED_TRACE(shape);
+        Model const model = readForeign(std::string(SHAPES_FOLDER) + "/" + shape);
+        ASSERT_TRUE(model.isValid());
+        EXPECT_THAT(linesOf(reader.report()), ::testing::IsEmpty());
+        std::string const text = converted(model);
+        for (std::string const & part : parts) {
+            EXPECT_THAT(text, ::testing::HasSubstr(part));
+        }
+    }
+}
+
+/// An attribute that names what is no part of its element says something that nothing else does.
+TEST_F(ForeignFile, KeepsAttributesThatNameOthersThanParts) {
+    Model const model = readForeign(file("in.uml", R"(<uml:Model xmlns:uml="http://www.eclipse.org/uml2/4.0.0/UML"
+    xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmi:version="2.1" xmi:id="m">
+  <packagedElement xmi:type="uml:Activity" xmi:id="a" node="n gone">
+    <node xmi:type="uml:InitialNode" xmi:id="n"/>
+  </packagedElement>
+  <packagedElement xmi:type="uml:StateMachine" xmi:id="s">
+    <region xmi:id="r">
+      <ownedRule xmi:id="g"/>
+      <transition xmi:id="t" guard="g" source="v" target="v"/>
+      <transition xmi:id="u" guard="h i" source="v" target="v"><ownedRule xmi:id="h"/><ownedRule xmi:id="i"/></transition>
+      <subvertex xmi:type="uml:State" xmi:id="v"/>
+    </region>
+  </packagedElement>
+</uml:Model>
+)"));
+    EXPECT_THAT(linesOf(reader.report()), ElementsAre("ignored Activity.node 1", "ignored Transition.guard 2"));
+    std::string const text = converted(model);
+    for (char const * const part :
+         {R"(node="n gone")", R"(guard="g")", R"(guard="h i")", R"(<ownedRule xmi:id="g" xmi:type="uml:Constraint"/>)",
+          R"(<ownedRule xmi:id="h" xmi:type="uml:Constraint"/>)"}) {
+        EXPECT_THAT(text, ::testing::HasSubstr(part));
+    }
+}
+
 /// What other tools write in many ways is read whole, and written in one way that no further run changes.
 TEST_F(ForeignFile, OfEachShapeIsTheSameAfterASecondConversion) {
     for (auto const & entry : std::filesystem::directory_iterator(SHAPES_FOLDER)) {
@@ -321,6 +396,65 @@ TEST_F(ForeignFile, OfEachShapeIsTheSameAfterASecondConversion) {
         std::filesystem::rename(folder.path("out.xmi"), folder.path("in.xmi"));
         Model const second = readForeign(folder.path("in.xmi"));
         EXPECT_EQ(converted(second), text);
+    }
+}
+
+TEST_F(ForeignFile, IsWrittenWithWhatStoodAtItsTopThere) {
+    // What the file has, and whether there is another model around it.
+    std::string const tops[] = {
+        R"(  <uml:Package xmi:id="p" name="people"/>
+  <uml:Model xmi:id="m" name="second">
+    <packagedElement xmi:id="n" xmi:type="uml:Model" name="inner" viewpoint="v"/>
+  </uml:Model>
+)",
+        R"(  <uml:Model xmi:id="m">
+    <packagedElement xmi:id="n" xmi:type="uml:Model"/>
+  </uml:Model>
+  <uml:Model xmi:id="o" name="third"/>
+  <uml:Class xmi:id="c" name="C">
+    <ownedComment xmi:id="d" xmi:type="uml:Comment" body="of c" annotatedElement="c"/>
+  </uml:Class>
+)",
+        R"(  <uml:Enumeration xmi:id="e" name="alone"/>
+)"};
+    for (std::string const & top : tops) {
+        SCOPED_TRACE(top);
+        Model const model = readForeign(file("in.xmi", R"(<?xml version="1.0" encoding="UTF-8"?>
+<xmi:XMI xmi:version="2.5.1" xmlns:xmi="http://www.omg.org/spec/XMI/20131001" xmlns:uml="http://www.omg.org/spec/UML/20131001">
+)" + top + "</xmi:XMI>\n"));
+        std::string const text = converted(model);
+        EXPECT_THAT(text, ::testing::HasSubstr("exporterVersion=\"1.0\"/>\n" + top + "</xmi:XMI>"));
+        // Files without what this library adds have no place for it.
+        EXPECT_THAT(standard(model),
+                    ::testing::MatchesRegex("  <uml:Model [^<]*>\n    <packagedElement (.|\n)*</uml:Model>\n"));
+        EXPECT_TRUE(readsBack(model));
+    }
+}
+
+TEST_F(ForeignFile, IsOfVersionsWhoseTablesNameWhatTheMetamodelHas) {
+    ImmutablePackage const uml = uml::getMetaModel().getTopPackage();
+    std::vector<std::pair<std::string_view, std::string_view>> names;
+    for (UmlClassName const & row : umlClassNames()) {
+        names.emplace_back(row.name, "");
+    }
+    for (UmlPropertyName const & row : umlPropertyNames()) {
+        names.emplace_back(row.metaClass, row.name);
+    }
+    for (UmlSubset const & row : umlSubsets()) {
+        names.emplace_back(row.metaClass, row.property);
+        names.emplace_back(row.metaClass, row.container);
+    }
+    for (UmlImpliedType const & row : umlImpliedTypes()) {
+        names.emplace_back(row.metaClass, row.property);
+        names.emplace_back(row.type, "");
+    }
+    for (UmlDefault const & row : umlDefaults()) {
+        names.emplace_back(row.metaClass, row.property);
+    }
+    for (auto const & [metaClass, property] : names) {
+        ImmutableClass const found(uml.getOwnedTypeByName(String(metaClass)));
+        ASSERT_TRUE(found.isValid()) << metaClass;
+        EXPECT_TRUE(property.empty() || found.getProperty(String(property)).isValid()) << metaClass << "." << property;
     }
 }
 

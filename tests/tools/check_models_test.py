@@ -131,9 +131,9 @@ class Copies(Files):
         super().setUp()
         self.metamodels = Metamodels(ask)
 
-    def examine(self, copy):
+    def examine(self, copy, original=SHOP):
         """The states of the original's elements by their ids or names, and what is false or lost of their values."""
-        matching = Matching(self.parsed(SHOP), self.parsed(copy), self.metamodels)
+        matching = Matching(self.parsed(original), self.parsed(copy), self.metamodels)
         states = {node.id or node.name + "@" + str(node.parent.id): matching.state(node)
                   for node in matching.original.elements()}
         facts = Facts(matching, self.metamodels, {})
@@ -177,6 +177,13 @@ class Copies(Files):
         states, false, _ = self.examine(moved)
         self.assertEqual(states["d"], KEPT)  # zel's classes hold no packagedElement
         self.assertIn("a.type", false)
+
+    def test_a_type_may_have_been_found_by_the_name_in_its_id(self):
+        original = SHOP.replace('href="types.uml#Text"', 'xmi:idref="EAJava_Line"')
+        untyped = COPY.replace('<type href="../types.uml#Text"/>', "")
+        for found, state in (("8", UNDERSTOOD), ("2", LOST)):
+            states, _, _ = self.examine(untyped.replace('name="note"', f'name="note" type="{found}"'), original)
+            self.assertEqual(states["type@b"], state)
 
     def test_values_of_a_dump_stand_beside_the_elements(self):
         document = self.parsed(COPY)

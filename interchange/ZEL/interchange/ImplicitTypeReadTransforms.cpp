@@ -2,10 +2,14 @@
 #include <ZEL/String.h>
 #include <ZEL/interchange/ImplicitTypeReadTransforms.h>
 #include <ZEL/interchange/MetaClasses.h>
+#include <ZEL/interchange/UmlNames.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Model.h>
 
 #include <algorithm>
+#include <iterator>
+#include <string_view>
+#include <utility>
 
 namespace ZEL::Interchange {
 
@@ -13,12 +17,34 @@ using Serializer::Context;
 using Serializer::ContextSequence;
 using Serializer::QualifiedName;
 
-ImplicitTypeReadTransforms::ImplicitTypeReadTransforms() : fClasses(std::make_unique<MetaClasses>()) {
+namespace {
+
+void rename(Context & context, QualifiedName role) {
+    if (role != context.getRole()) {
+        if (context.getType() == context.getRole()) {
+            context.setType(role);
+        }
+        context.setRole(role);
+    }
+}
+
+} // namespace
+
+void ImplicitTypeReadTransforms::Element::noteStated(std::string_view property) {
+    std::erase_if(presumed, [property](UmlDefault const * row) { return row->property == property; });
+}
+
+ImplicitTypeReadTransforms::ImplicitTypeReadTransforms()
+    : fClasses(std::make_unique<MetaClasses>()), fUml(std::make_unique<UmlNames>(*fClasses)) {
     addTransform(Context(), [this](Context const & context) { return complete(context); });
-    setOnCreate([this](Context const & element, ClassObject const &) { leave(element); });
+    setTranslateNamespace([this](std::string const & uri) {
+        fDeclaresUml25 = fDeclaresUml25 || isUml25Namespace(uri);
+        return uri;
+    });
+    setOnCreate([this](Context const & element, ClassObject const & object) { leave(element, object); });
     setPostTransform([this](Model const &) {
-        if (!fPaths.empty()) {
-            fPaths.pop_back();
+        if (!fFiles.empty()) {
+            fFiles.pop_back();
         }
     });
 }
@@ -29,60 +55,73 @@ ContextSequence ImplicitTypeReadTransforms::complete(Context const & context) {
     Context result = context;
     if (context.isElement()) {
         completeElement(result);
-    } else if (!fPaths.empty() && !fPaths.back().empty()) {
-        // An attribute stands after its element.
-        Element const & element = fPaths.back().back();
-        if (context.getParentRole() == element.role && context.getParentType() == element.type) {
-            result.setParentRole(element.newRole);
-            result.setParentType(element.newType);
-        }
+    } else if (!fFiles.empty() && !fFiles.back().path.empty()) {
+        completeAttribute(result);
     }
     return result;
 }
 
 void ImplicitTypeReadTransforms::completeElement(Context & context) {
     if (context.getParentRole().isEmpty() && context.getParentType().isEmpty()) {
-        fPaths.emplace_back(); // the root of a file
-    } else if (fPaths.empty()) {
+        fFiles.emplace_back(); // the root of a file
+    } else if (fFiles.empty()) {
         return;
     }
-    Path & path = fPaths.back();
+    File & file = fFiles.back();
+    file.isOfUml25 = std::exchange(fDeclaresUml25, false) || file.isOfUml25;
+    std::vector<Element> & path = file.path;
     // What made an object was taken off the path when that was complete; what made none is found by its names.
     while (!path.empty() &&
            (path.back().role != context.getParentRole() || path.back().type != context.getParentType())) {
         path.pop_back();
     }
-    Element element{context.getRole(), context.getType(), {}, {}};
+    Element element{context.getRole(), context.getType(), {}, {}, nullptr, {}};
     if (!path.empty()) {
-        Element const & parent = path.back();
+        Element & parent = path.back();
         context.setParentRole(parent.newRole);
         context.setParentType(parent.newType);
         complete(context, parent);
     }
     element.newRole = context.getRole();
     element.newType = context.getType();
-    path.push_back(element);
+    element.metaClass = fClasses->find(element.newType);
+    if (file.isOfUml25 && element.metaClass != nullptr) {
+        element.presumed = fUml->defaultsOf(*element.metaClass, UmlForm::Version25);
+    }
+    path.push_back(std::move(element));
 }
 
-void ImplicitTypeReadTransforms::complete(Context & element, Element const & parent) {
-    if (element.getRole().hasUri()) {
-        return; // named after a class, not after a property
-    }
-    internal::MetaClassView const * const owner = fClasses->find(parent.newType);
-    internal::PropertyView const * const property =
-        owner != nullptr ? owner->find(std::string_view(element.getRoleName())) : nullptr;
-    if (property == nullptr) {
+/// An attribute stands after its element.
+void ImplicitTypeReadTransforms::completeAttribute(Context & attribute) {
+    Element & element = fFiles.back().path.back();
+    if (attribute.getParentRole() != element.role || attribute.getParentType() != element.type) {
         return;
     }
-    // A link without a type needs none.
-    if (property->isComposite && element.getType() == element.getRole() && property->type.isValid()) {
-        QualifiedName const type(parent.newType.getUri(), property->type.getName().str());
-        if (internal::MetaClassView const * const known = fClasses->find(type);
-            known != nullptr && !known->metaClass().isAbstract()) {
-            element.setType(type);
-        }
+    attribute.setParentRole(element.newRole);
+    attribute.setParentType(element.newType);
+    if (element.metaClass != nullptr) {
+        rename(attribute, fUml->propertyOf(*element.metaClass, attribute.getRole()));
+        element.noteStated(attribute.getRoleName());
     }
-    if (property->isComposite && property->isDerived) {
+}
+
+void ImplicitTypeReadTransforms::complete(Context & element, Element & parent) {
+    internal::MetaClassView const * const owner = parent.metaClass;
+    if (element.getRole().hasUri() || owner == nullptr) {
+        return; // named after a class, not after a property
+    }
+    rename(element, fUml->propertyOf(*owner, element.getRole()));
+    parent.noteStated(element.getRoleName());
+    internal::PropertyView const * const property = owner->find(std::string_view(element.getRoleName()));
+    if (property == nullptr || !property->isComposite) {
+        return; // a link without a type needs none
+    }
+    if (element.getType() != element.getRole()) {
+        element.setType(fUml->classOfPart(element.getType()));
+    } else if (QualifiedName const type = typeOf(*owner, parent, *property); !type.isEmpty()) {
+        element.setType(type);
+    }
+    if (property->isDerived) {
         internal::PropertyView const * const place = fClasses->placeFor(parent.newType, element.getType());
         if (place != nullptr) {
             element.setRole({}, place->name);
@@ -90,17 +129,33 @@ void ImplicitTypeReadTransforms::complete(Context & element, Element const & par
     }
 }
 
-void ImplicitTypeReadTransforms::leave(Context const & element) {
-    if (fPaths.empty()) {
+/// Of a part that states none; empty if the property does not tell it either.
+QualifiedName ImplicitTypeReadTransforms::typeOf(internal::MetaClassView const & owner, Element const & parent,
+                                                 internal::PropertyView const & property) {
+    QualifiedName const implied = fUml->impliedType(owner, QualifiedName({}, property.name));
+    if (!implied.isEmpty() || !property.type.isValid()) {
+        return implied;
+    }
+    QualifiedName const type(parent.newType.getUri(), property.type.getName().str());
+    internal::MetaClassView const * const known = fClasses->find(type);
+    return known != nullptr && !known->metaClass().isAbstract() ? type : QualifiedName();
+}
+
+void ImplicitTypeReadTransforms::leave(Context const & context, ClassObject const & object) {
+    if (fFiles.empty()) {
         return;
     }
-    Path & path = fPaths.back();
+    std::vector<Element> & path = fFiles.back().path;
     auto const left = std::find_if(path.rbegin(), path.rend(), [&](Element const & open) {
-        return open.newRole == element.getRole() && open.newType == element.getType();
+        return open.newRole == context.getRole() && open.newType == context.getType();
     });
-    if (left != path.rend()) {
-        path.erase(std::prev(left.base()), path.end());
+    if (left == path.rend()) {
+        return;
     }
+    for (UmlDefault const * const row : left->presumed) {
+        object.setOrAdd(String(row->property), Boolean(row->value));
+    }
+    path.erase(std::prev(left.base()), path.end());
 }
 
 } // namespace ZEL::Interchange

@@ -1,9 +1,6 @@
-#include <ZEL/String.h>
 #include <ZEL/interchange/MetaClasses.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/MetaModelRegistry.h>
-#include <ZEL/metamodel/Model.h>
-#include <ZEL/metamodel/Package.h>
+#include <ZEL/metamodel/Class.h>
+#include <ZEL/serializer/ClassOfName.h>
 
 namespace ZEL::Interchange {
 namespace {
@@ -12,10 +9,7 @@ using internal::MetaClassView;
 using internal::PropertyView;
 
 std::shared_ptr<MetaClassView const> viewOf(Serializer::QualifiedName name) {
-    ImmutableMetaModel const metaModel(MetaModelRegistry::instance()->getModelFromUri(name.getUri()));
-    ImmutableClass const metaClass =
-        metaModel.isValid() ? ImmutableClass(metaModel.getTopPackage().getOwnedTypeByName(String(name.getName())))
-                            : ImmutableClass();
+    ImmutableClass const metaClass = Serializer::classOfName(name);
     return metaClass.isValid() ? MetaClassView::of(metaClass) : nullptr;
 }
 

@@ -57,14 +57,6 @@ UmlReadTransforms::UmlReadTransforms() : fUml(NamespaceRegistry::instance()->get
     if (fUml.empty()) {
         return;
     }
-    // A model can only be the whole.
-    addTransform(Pattern().type(fUml, "Model"), [uml = fUml](Context const & element) {
-        Context package = element;
-        if (element.isElement() && !element.getRole().hasUri()) {
-            package.setType(uml, "Package");
-        }
-        return ContextSequence(package);
-    });
     addTransform(Pattern().role(fUml, "Diagram"), [](Context const & diagram) {
         Context skipped = diagram;
         skipped.setSkipState(true);

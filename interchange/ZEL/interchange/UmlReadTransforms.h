@@ -7,12 +7,13 @@
 
 namespace ZEL::Interchange {
 
-/// Reading of UML models that other tools wrote: from version 2.0 to 2.5.1, also in the namespaces of Eclipse, in XMI from
-/// version 2.0 to 2.5.1.
+/// Reading of UML models that other tools wrote: from version 2.0 to 2.5.1, also in the namespaces of Eclipse, in XMI
+/// from version 2.0 to 2.5.1.
 ///
-/// Whatever versions a file names, its elements are read as those of the metamodel registered with the prefix "uml". A
-/// model within a model becomes a package, an upper bound of -1 an unlimited one; diagrams in the namespace of
-/// UML are left out. What no object can hold is kept with the object around it. Serves one run.
+/// Whatever versions a file names, its elements are read as those of the metamodel registered with the prefix "uml"; for
+/// the names that these give to them there is `ImplicitTypeReadTransforms`. An upper bound of -1 becomes an unlimited
+/// one; diagrams in the namespace of UML are left out. What no object can hold is kept with the object around it. Serves
+/// one run.
 class ZEL_API UmlReadTransforms : public Serializer::Transformer {
 public:
     UmlReadTransforms();

@@ -19,6 +19,9 @@ struct ZEL_API Remainder {
     /// Whether something belongs to the object's own element, or beside it: to the root of the file. Only what a model
     /// keeps can stand there.
     enum class Place { Inside, Beside };
+    /// Where the object's own element stands: within that of its container, as most do; at the top of the file, beside
+    /// the model that contains the object; or nowhere, being that of a model made to hold what stands at the top.
+    enum class Standing { Within, AtTop, Nowhere };
 
     struct Attribute {
         std::string uri;    ///< of its namespace; empty for none
@@ -43,8 +46,14 @@ struct ZEL_API Remainder {
     std::vector<Attribute> attributes;
     std::vector<Link> links;
     std::vector<Element> elements;
+    Standing standing = Standing::Within;
+    std::string typeUri;  ///< this and the next: the class that the file names, of which the object cannot be, as of a
+    std::string typeName; ///< model within another one; empty for most
 
-    [[nodiscard]] bool empty() const noexcept { return attributes.empty() && links.empty() && elements.empty(); }
+    [[nodiscard]] bool empty() const noexcept {
+        return attributes.empty() && links.empty() && elements.empty() && standing == Standing::Within &&
+               typeName.empty();
+    }
 };
 
 /// What is kept of the object; empty for most. Valid until the object is next changed.

@@ -208,4 +208,10 @@ void Transformer::postTransform(Model const & model) {
     }
 }
 
+void Transformer::onRead(ReadFile & file) {
+    if (!fOnRead.empty()) {
+        fOnRead(file);
+    }
+}
+
 } // namespace ZEL::Serializer

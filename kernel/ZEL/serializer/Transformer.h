@@ -18,6 +18,7 @@ class Model;
 
 namespace ZEL::Serializer {
 
+class ReadFile;
 struct LinkedElement;
 struct Reference;
 
@@ -34,6 +35,7 @@ public:
     using OnCreateFunction = boost::function<void(Context const &, ClassObject)>;
     using ResolveReferenceFunction = boost::function<LinkedElement(std::string const &, Reference const &)>;
     using PostTransformFunction = boost::function<void(Model)>;
+    using OnReadFunction = boost::function<void(ReadFile &)>;
     using TranslateNamespaceFunction = boost::function<std::string(std::string const &)>;
 
     virtual ~Transformer();
@@ -70,6 +72,8 @@ public:
     [[nodiscard]] LinkedElement resolveReference(std::string const & uri, Reference const & reference);
     /// Called when a file has been read; the model is invalid if the file has none.
     void postTransform(Model const & model);
+    /// Called at the end of a run for each of its models, when all links are set, and what is kept is with its objects.
+    void onRead(ReadFile & file);
 
     /// Takes the URI of a namespace as a file declares it, and returns the one by which Contexts are to name it; called
     /// once for each declaration, before any rule. `uri` itself if there is no hook.
@@ -90,6 +94,7 @@ protected:
     void setOnCreate(OnCreateFunction hook) { fOnCreate = std::move(hook); }
     void setResolveReference(ResolveReferenceFunction hook) { fResolveReference = std::move(hook); }
     void setPostTransform(PostTransformFunction hook) { fPostTransform = std::move(hook); }
+    void setOnRead(OnReadFunction hook) { fOnRead = std::move(hook); }
     void setTranslateNamespace(TranslateNamespaceFunction hook) { fTranslateNamespace = std::move(hook); }
     void setKeepsRemainder(bool keep) noexcept { fKeepsRemainder = keep; }
 
@@ -107,6 +112,7 @@ private:
     OnCreateFunction fOnCreate;
     ResolveReferenceFunction fResolveReference;
     PostTransformFunction fPostTransform;
+    OnReadFunction fOnRead;
     TranslateNamespaceFunction fTranslateNamespace;
     bool fKeepsRemainder = false;
 };

@@ -131,6 +131,10 @@ void TransformerRegistry::postTransform(Model const & model) const {
     forEach([&](Transformer & transformer) { transformer.postTransform(model); });
 }
 
+void TransformerRegistry::onRead(ReadFile & file) const {
+    forEach([&](Transformer & transformer) { transformer.onRead(file); });
+}
+
 std::string TransformerRegistry::translateNamespace(std::string uri) const {
     forEach([&](Transformer const & transformer) { uri = transformer.translateNamespace(uri); });
     return uri;

@@ -16,6 +16,7 @@ class Model;
 
 namespace ZEL::Serializer {
 
+class ReadFile;
 class Transformer;
 struct Reference;
 
@@ -61,6 +62,7 @@ public:
     [[nodiscard]] std::vector<LinkedElement> resolveReference(std::string const & uri,
                                                               Reference const & reference) const;
     void postTransform(Model const & model) const;
+    void onRead(ReadFile & file) const;
     /// By all Transformers in order, each taking what the one before it returned.
     [[nodiscard]] std::string translateNamespace(std::string uri) const;
     [[nodiscard]] bool translatesNamespaces() const noexcept;

@@ -185,6 +185,8 @@ void HTMLPrinter::printElementBody(ImmutableClassObject object, std::vector<Immu
     for (internal::PropertyView const & property : view->properties()) {
         printProperty(object, property, children);
     }
+    OwnTags tags(*this);
+    page::keptRow(tags, remainderOf(object), [this](std::string const & text) { return markupOf(text); });
     writeEndTag("table");
 }
 

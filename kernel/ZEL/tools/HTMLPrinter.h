@@ -27,7 +27,8 @@ class HTMLQuickPage;
 /// Each object has a heading and a table of its properties, with links to the objects that are its values. Objects
 /// follow one another, an owner before what it contains, at one level of the page; links to objects that are not
 /// printed have no target. Rows of empty and derived properties, and of those that cannot be read, are hidden until the
-/// reader ticks a box. What a property that is composite and not derived holds counts as contained.
+/// reader ticks a box. A last row has what the object keeps of a file without understanding it, see `Remainder`. What a
+/// property that is composite and not derived holds counts as contained.
 ///
 /// Works by reflection alone, for any metamodel. Names and values go into the page as they are: markup in them is
 /// markup of the page, scripts included, so a model from a stranger may only be printed by a class derived from this

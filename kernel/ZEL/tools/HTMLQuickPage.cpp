@@ -88,6 +88,7 @@ void HTMLQuickPage::printObject(ImmutableClassObject const & object) {
     for (Row & row : markup.rows) {
         printRow(present, row);
     }
+    page::keptRow(tags, remainderOf(object), [this](std::string const & text) { return fPrinter.markupOf(text); });
     tags.end("table");
     tags.end("div");
     fToPrint.insert(fToPrint.end(), std::make_move_iterator(fChildren.rbegin()),

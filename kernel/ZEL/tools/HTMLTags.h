@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ZEL/metamodel/MetaClassView.h>
+#include <ZEL/metamodel/Remainder.h>
 
 #include <string>
 #include <string_view>
@@ -73,6 +74,36 @@ template <class Tags> void startValue(Tags & tags, std::string const & typeClass
 template <class Tags> void endValue(Tags & tags) {
     tags.end("td");
     tags.end("tr");
+}
+
+// --- what an object keeps beside its values --------------------------------------------------------------------------
+
+/// One row, if there is anything. `markupOf` makes markup of a text.
+template <class Tags, class MarkupOf>
+void keptRow(Tags & tags, Remainder const & remainder, MarkupOf const & markupOf) {
+    auto const line = [&](std::string const & text) {
+        tags.start("tr", "");
+        tags.element("td", "value", markupOf(text));
+        tags.end("tr");
+    };
+    if (remainder.attributes.empty() && remainder.links.empty() && remainder.elements.empty()) {
+        return;
+    }
+    tags.start("tr", "property");
+    tags.element("td", "name", "kept, not understood");
+    tags.start("td", "value");
+    tags.start("table", "");
+    for (Remainder::Attribute const & kept : remainder.attributes) {
+        line(kept.prefix + (kept.prefix.empty() ? "" : ":") + kept.name + "=\"" + kept.value + '"');
+    }
+    for (Remainder::Link const & kept : remainder.links) {
+        line(kept.property + " -> " + kept.target);
+    }
+    for (Remainder::Element const & kept : remainder.elements) {
+        line(kept.xml);
+    }
+    tags.end("table");
+    endRow(tags);
 }
 
 // The classes of the texts of values.

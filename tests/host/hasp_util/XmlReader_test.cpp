@@ -105,6 +105,26 @@ TEST(XmlReader, ReportsNamesByTheNamespacesThatTheyAreTranslatedTo) {
                             ">{urn:new}b", "<c [n=urn:new] {urn:new}k=v", ">c", "<d [=]", ">d", ">{urn:new}a"));
 }
 
+TEST(XmlReader, ReadsTextsAsOneDocument) {
+    std::string const longText = repeated("0123456789abcde\n", 40'000);
+    XmlReader reader(std::vector<std::string_view>{"<a>", "", "<b k='", "v'/>", longText, "</a", ">"});
+    std::vector<std::string> events;
+    while (reader.hasNext()) {
+        auto const type = reader.next();
+        events.push_back(describe(reader, type));
+    }
+    EXPECT_THAT(events, ElementsAre("<a", "<b k=v", ">b", "'" + longText, ">a"));
+    EXPECT_EQ(reader.error(), "");
+    XmlReader broken(std::vector<std::string_view>{"<a>", "</b>"});
+    while (broken.hasNext()) {
+        (void)broken.next();
+    }
+    EXPECT_TRUE(broken.hasError());
+    XmlReader none(std::vector<std::string_view>{});
+    EXPECT_FALSE(none.hasNext());
+    EXPECT_TRUE(none.hasError());
+}
+
 TEST(XmlReader, RefusesNamesThatNamespacesForbid) {
     std::string many = "<a xmlns:p='u' xmlns:q='u' q:k7='1'";
     for (int i = 0; i < 30; ++i) {

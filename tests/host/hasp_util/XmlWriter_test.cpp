@@ -3,7 +3,7 @@
 
 #include <hasp_util/XmlWriter.h>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <sys/stat.h>
 
 #include <map>
@@ -173,6 +173,39 @@ TEST_F(XmlWriterTest, RefusesNamesThatAreNone) {
     EXPECT_EQ(raisedText([&] { open("a b"); }), "cannot write U+0020 in name of element 'a b'");
     empty("a.b-c_1");
     EXPECT_EQ(finished(), "<e><a.b-c_1/></e>\n");
+}
+
+/// More than are looked through one by one.
+TEST_F(XmlWriterTest, KnowsNamesAmongVeryMany) {
+    constexpr int count = 300;
+    auto const numbered = [](char const * text, int i) { return text + std::to_string(i); };
+    std::string document = "<e";
+    open("e");
+    for (int i = 0; i < count; ++i) {
+        attribute(numbered("k", i), "v");
+        document += numbered(" k", i) + "=\"v\"";
+    }
+    for (int const i : {0, 64, 65, count - 1}) {
+        EXPECT_EQ(raisedText([&] { attribute(numbered("k", i), "w"); }),
+                  numbered("attribute 'k", i) + "' is written twice");
+    }
+    empty("e");
+    attribute("k7", "v");
+    EXPECT_EQ(finished(), document + "><e k7=\"v\"/></e>\n");
+    open("e");
+    for (int i = 0; i < count; ++i) {
+        writer->writeNamespace(numbered("p", i), numbered("urn:", i));
+    }
+    writer->writeEmptyElement("a", "urn:7");
+    writer->writeStartElement("b", "urn:new"); // a prefix that is not among them
+    writer->writeNamespace("p7", "urn:other");
+    writer->writeEmptyElement("c", "urn:7");
+    writer->writeEndElement();
+    writer->writeEmptyElement("d", "urn:7");
+    std::string const text = finished();
+    EXPECT_THAT(text, testing::HasSubstr("><p7:a/>"));
+    EXPECT_THAT(text, testing::ContainsRegex("<ns[0-9]+:b xmlns:p7=\"urn:other\" xmlns:ns[0-9]+=\"urn:new\">"
+                                             "<ns[0-9]+:c xmlns:ns[0-9]+=\"urn:7\"/></ns[0-9]+:b><p7:d/></e>"));
 }
 
 TEST_F(XmlWriterTest, FindsAndMakesPrefixes) {

@@ -1,5 +1,6 @@
 """Which element of a converted file each element of the original became."""
 
+import re
 from collections import defaultdict
 
 from .xmltree import is_xmi
@@ -29,6 +30,7 @@ class Matching:
         self._taken = set()
         self._classes = {}
         self._originals_by_id = _by_id(original)
+        self._converted_by_id = _by_id(converted)
         self._pair_ids()
         self._pair_tops()
         for node in original.elements():
@@ -73,11 +75,17 @@ class Matching:
         """Whether an element of the converted file has this link, or its target one back."""
         targets = [] if idref is None else self.partners_by_id(idref)
         if idref is not None and targets is None:
-            return self._names_text(owner, role, idref)
+            return self._names_text(owner, role, idref) or self._has_type_named_in(owner, role, idref)
         if href is not None:
             return self._names_text(owner, role, href)
         return any(self._refers(owner, target, role) or self._refers(target, owner) or
                    self._is_told_by_place(owner, target, role) for target in targets)
+
+    def _has_type_named_in(self, owner, role, identity):
+        """Whether the element has a type of the name in an id such as EAJava_int, which is that of nothing."""
+        named = re.fullmatch(r"EA(?!ID_|PK_)[^_]*_(.+)", identity)
+        types = self._converted_by_id.get(owner.attributes.get("type"), [])
+        return role == "type" and named is not None and any(node.attributes.get("name") == named[1] for node in types)
 
     def _is_told_by_place(self, element, target, role):
         """Whether the link leads to the container or a part, which no file of zel names twice. What has several

@@ -31,6 +31,8 @@ public:
     [[nodiscard]] std::string const & uri() const noexcept { return fUri; }
     /// False if another object of the file had the id; links lead to the new one.
     bool enter(ObjectId const & id, ClassObject const & object) { return fObjects.enter(id, object); }
+    /// Null if no object of the file has had the id so far. Valid until the next `enter`.
+    [[nodiscard]] ClassObject const * find(ObjectId const & id) const { return fObjects.find(id); }
     /// `target` is an id in this file, or a URI with a fragment. `isFurther`: the file has another link before for this
     /// property, which takes one.
     /// `type`: the target's class as far as the file names it.

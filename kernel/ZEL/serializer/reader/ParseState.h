@@ -121,6 +121,7 @@ struct ParseState {
         Context context;
         std::size_t firstGiven = 0;   ///< in `given`
         std::size_t firstDerived = 0; ///< in `derived`
+        std::size_t firstParts = 0;   ///< in `parts`
     };
     struct OpenElement {
         ElementNames names; ///< of the element around it
@@ -152,6 +153,8 @@ struct ParseState {
     std::vector<MetaProperty const *> given; ///< properties for one value that open objects have one for, by object
     /// What the file says of derived properties of open objects, by object.
     std::vector<std::pair<MetaProperty const *, std::string>> derived;
+    /// What attributes of open objects name as their parts, by object.
+    std::vector<std::pair<MetaProperty const *, std::string>> parts;
 
     bool isSkipping = false;
     std::size_t skipDepth = 0; ///< open elements inside the skipped one that have its name
@@ -165,6 +168,7 @@ struct ParseState {
     std::size_t linkDepth = 0;      ///< of the open element that is a link; 0 for none
     FileLinks * linkFile = nullptr; ///< this and the next: where that link waits
     std::size_t linkPlace = 0;
+    std::string modelId;    ///< of `model`, once it has been asked for
     bool isForeign = false; ///< after a block of another tool: ids are not those of this system
 
     bool isInText = false;

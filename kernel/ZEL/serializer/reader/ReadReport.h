@@ -48,6 +48,7 @@ public:
 
 private:
     friend class LinkedFiles;
+    friend class ReadFile;
     friend class ValueSetter;
     friend class XmiReaderImpl;
 

@@ -6,6 +6,7 @@
 #include <ZEL/serializer/Messages.h>
 #include <ZEL/serializer/dialects/MagicDrawReadTransforms.h>
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
+#include <ZEL/serializer/reader/ReadFile.h>
 #include <ZEL/serializer/reader/XmiReaderImpl.h>
 
 #include <hasp_util/Uri.h>
@@ -86,6 +87,7 @@ void XmiReaderImpl::readInto(std::string const & localFile) {
     popState();
     if (result.isValid()) {
         fRemainders.settle();
+        showModels();
         std::vector<Model> const models = fMerger->getReferredModels();
         fMerger->teardown();
         reportUncontained(models);
@@ -94,6 +96,13 @@ void XmiReaderImpl::readInto(std::string const & localFile) {
         fFiles.forgetModels();
     }
     forgetObjects();
+}
+
+void XmiReaderImpl::showModels() {
+    for (Model const & model : fMerger->getReferredModels()) {
+        ReadFile file(model, fLinks.of(model.getUri()), fReport);
+        fTransformers.onRead(file);
+    }
 }
 
 std::optional<Model> XmiReaderImpl::readLinked(std::string const & localFile) {

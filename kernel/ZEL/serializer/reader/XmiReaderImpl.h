@@ -53,6 +53,8 @@ private:
 
     // --- a run (this and the events: XmiReaderImpl.cpp) --------------------------------------------------------------
     void readInto(std::string const & localFile);
+    /// Lets rules look at the models of the run.
+    void showModels();
     void end() noexcept;
     void discard() noexcept;
     void forgetObjects() noexcept;
@@ -102,6 +104,9 @@ private:
     void applyValue(ParseState & state, QualifiedName role, std::string_view text, bool isLink,
                     QualifiedName type = {});
     void applyDerived(ParseState & state);
+    void ignoreAttribute(ParseState & state, MetaProperty const & property, std::string_view text);
+    void applyNamedParts(ParseState & state);
+    [[nodiscard]] bool applyNamedParts(ParseState & state, MetaProperty const & property, std::string_view text);
     /// Of the object at hand.
     void noteLinks(ParseState & state, std::string_view text, MetaProperty const & property, QualifiedName type);
     /// Whether the property takes one value only and the file has had one for the object at hand already.
@@ -120,11 +125,14 @@ private:
     // --- objects -----------------------------------------------------------------------------------------------------
     [[nodiscard]] Made makeTopLevel(ParseState & state, Context const & context);
     [[nodiscard]] Made makeFirst(ParseState & state, Context const & context);
+    [[nodiscard]] Made makeFurther(ParseState & state, Context const & context);
+    void noteClass(ParseState const & state, Made const & made);
     [[nodiscard]] bool placeInModel(ParseState & state, Made const & made);
     [[nodiscard]] Made makeChild(ParseState & state, Context const & context);
     [[nodiscard]] Made makePart(ParseState & state, MetaProperty const & property, Context const & context);
     [[nodiscard]] Made createObject(ParseState & state, Context const & context);
     [[nodiscard]] bool adoptModel(ParseState & state, Model const & model, Context const & context);
+    [[nodiscard]] static bool isOwnId(ParseState & state, ObjectId const & id);
     void enterId(ParseState & state, ClassObject const & object, ObjectId const & id);
     [[nodiscard]] FileLinks & linksOf(ParseState & state, ClassObject const & object);
     static void giveUp(Made const & made);

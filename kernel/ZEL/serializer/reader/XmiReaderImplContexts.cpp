@@ -5,10 +5,8 @@
 #include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Constants.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/ModelCore.h>
-#include <ZEL/metamodel/Package.h>
+#include <ZEL/serializer/ClassOfName.h>
 #include <ZEL/serializer/Messages.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
@@ -20,7 +18,9 @@
 #include <cstddef>
 #include <iterator>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
+#include <vector>
 
 namespace ZEL::Serializer {
 namespace {
@@ -38,18 +38,22 @@ bool isXmiNamespace(std::string_view uri) {
 
 bool isBlank(char c) noexcept { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
-/// Whether the element's class is known, and is not one of models.
-bool isOfOtherClassThanModels(Context const & element) {
-    for (QualifiedName const name : {element.getType(), element.getRole()}) {
-        ImmutableMetaModel const metaModel(MetaModelRegistry::instance()->getModelFromUri(name.getUri()));
-        ImmutableClass const metaClass =
-            metaModel.isValid() ? ImmutableClass(metaModel.getTopPackage().getOwnedTypeByName(String(name.getName())))
-                                : ImmutableClass();
-        if (metaClass.isValid()) {
-            return !internal::MetaClassView::of(metaClass)->isModel();
+bool isOfModels(ImmutableClass const & metaClass) { return internal::MetaClassView::of(metaClass)->isModel(); }
+
+/// The element's class; invalid if it is not known.
+ImmutableClass classOf(Context const & element) {
+    ImmutableClass const metaClass = classOfName(element.getType());
+    return metaClass.isValid() ? metaClass : classOfName(element.getRole());
+}
+
+/// The class of what stands for a model where there can be none. Invalid if there is none.
+ImmutableClass partClassOf(ImmutableClass const & ofModels) {
+    for (ImmutableClass const & general : ofModels.getSuperClasses()) {
+        if (!isOfModels(general)) {
+            return general;
         }
     }
-    return false;
+    return {};
 }
 
 /// Whether the element at hand has attributes, such as `xsi:nil`, that would have no place beside its value.
@@ -75,6 +79,26 @@ std::string_view takeToken(std::string_view & rest) noexcept {
     std::string_view const token = rest.substr(begin, end - begin);
     rest.remove_prefix(end);
     return token;
+}
+
+using Bodies = std::unordered_set<NSInterface::ObjectIntf const *>;
+
+/// Those of the object's parts that stand in properties of which the given one may be a subset.
+std::vector<ClassObject> partsOfWiderProperties(ClassObject const & object, MetaClass const & metaClass,
+                                                MetaProperty const & property, Bodies const & parts) {
+    std::vector<ClassObject> found;
+    auto const type = internal::MetaClassView::of(ImmutableClass(property.type));
+    for (MetaProperty const & place : metaClass.properties()) {
+        if (&place == &property || !place.isPart() || !type->inheritsFrom(place.typeBody)) {
+            continue;
+        }
+        for (Object const & part : place.storage.get(object).toVector()) {
+            if (parts.contains(part.getImplementationWithoutAssert())) {
+                found.emplace_back(part);
+            }
+        }
+    }
+    return found;
 }
 
 } // namespace
@@ -286,28 +310,66 @@ std::string XmiReaderImpl::labelOfElement(ParseState & state) {
 // --- making objects --------------------------------------------------------------------------------------------------
 
 XmiReaderImpl::Made XmiReaderImpl::makeTopLevel(ParseState & state, Context const & context) {
-    Made made = keeps() && !state.model.isValid() ? makeFirst(state, context) : createObject(state, context);
+    Made made = !keeps()                ? createObject(state, context)
+                : state.model.isValid() ? makeFurther(state, context)
+                                        : makeFirst(state, context);
     if (made.metaClass == nullptr) {
         Logger::instance()->log(LogLevel::warning, Messages::ZEL_Serializer_XmiReader_InvalidTopLevelElement,
                                 context.getUri(), context.getRoleName());
         startSkipping(state);
-    } else if (keeps() && !made.metaClass->isModel() && !placeInModel(state, made)) {
-        giveUp(made);
-        startSkipping(state);
-        return {};
+    } else if (keeps() && !made.metaClass->isModel()) {
+        if (!placeInModel(state, made)) {
+            giveUp(made);
+            startSkipping(state);
+            return {};
+        }
+        fRemainders.of(made.object).standing = Remainder::Standing::AtTop;
     }
     return made;
 }
 
 /// The Merger makes a model of any first element. If that element is of another class, it makes an object, too.
 XmiReaderImpl::Made XmiReaderImpl::makeFirst(ParseState & state, Context const & context) {
-    if (!isOfOtherClassThanModels(context)) {
+    ImmutableClass const metaClass = classOf(context);
+    if (!metaClass.isValid() || isOfModels(metaClass)) {
         return createObject(state, context);
     }
     Context nameless = context;
     nameless.setElement({});
     Made const whole = createObject(state, nameless);
-    return whole.metaClass != nullptr ? createObject(state, context) : Made();
+    if (whole.metaClass == nullptr) {
+        return {};
+    }
+    fRemainders.of(whole.object).standing = Remainder::Standing::Nowhere;
+    return createObject(state, context);
+}
+
+/// A file has one model: a further one at its top becomes a part of that.
+XmiReaderImpl::Made XmiReaderImpl::makeFurther(ParseState & state, Context const & context) {
+    ImmutableClass const metaClass = classOf(context);
+    ImmutableClass const partClass =
+        metaClass.isValid() && isOfModels(metaClass) ? partClassOf(metaClass) : ImmutableClass();
+    if (!partClass.isValid()) {
+        return createObject(state, context);
+    }
+    Context part = context;
+    part.setType(metaClass.getRootModel().getUri().str(), partClass.getName().str());
+    Made made = createObject(state, part);
+    noteClass(state, made);
+    return made;
+}
+
+/// Notes the class that the file names, if the object is of another one because of the place where it stands.
+void XmiReaderImpl::noteClass(ParseState const & state, Made const & made) {
+    QualifiedName const named = state.currentElement.type;
+    if (made.metaClass == nullptr || made.metaClass->isModel() || named.getName() == made.metaClass->name()) {
+        return;
+    }
+    if (ImmutableClass const metaClass = classOfName(named); metaClass.isValid() && isOfModels(metaClass)) {
+        Remainder & remainder = fRemainders.of(made.object);
+        remainder.typeUri = named.getUri();
+        remainder.typeName = named.getName();
+    }
 }
 
 /// An element at the top that is no model becomes a part of the file's model. False if the model has no place for it.
@@ -360,6 +422,9 @@ XmiReaderImpl::Made XmiReaderImpl::makePart(ParseState & state, MetaProperty con
     if (made.metaClass != nullptr && fValues.setPart(state.cursor.object, property, made.object, *made.metaClass,
                                                      made.isNew, isGiven(state, property))) {
         noteGiven(state, property);
+        if (keeps() && context.getType() != state.currentElement.type) {
+            noteClass(state, made);
+        }
         return made;
     }
     giveUp(made);
@@ -414,12 +479,20 @@ bool XmiReaderImpl::adoptModel(ParseState & state, Model const & model, Context 
     return true;
 }
 
+/// Whether the id is one that the file's model gives.
+bool XmiReaderImpl::isOwnId(ParseState & state, ObjectId const & id) {
+    if (id.hasPrefix() && state.modelId.empty() && state.model.isValid()) {
+        state.modelId = ObjectId::of(state.model);
+    }
+    return id.hasPrefix() && id.text().starts_with(state.modelId);
+}
+
 void XmiReaderImpl::enterId(ParseState & state, ClassObject const & object, ObjectId const & id) {
     if (!id.text().empty()) {
         FileLinks & links = linksOf(state, object);
         if (!links.enter(id, object)) {
             Logger::instance()->warning("Id %s occurs more than once in model %s", id.text(), links.uri());
-        } else if (keeps() && !id.hasPrefix()) {
+        } else if (keeps() && !isOwnId(state, id)) {
             noteFileId(object, id); // by which other files, and what is kept, may name it
             return;
         }
@@ -457,8 +530,8 @@ void XmiReaderImpl::enter(ParseState & state, Made && made, Context && context) 
     // Bindings of this element went in before, so they are in the copy too and stay when the object is left.
     state.types.pushContext();
     state.cursors.push_back(std::move(state.cursor));
-    state.cursor = {std::move(made.object), made.metaClass, std::move(context), state.given.size(),
-                    state.derived.size()};
+    state.cursor = {std::move(made.object), made.metaClass,       std::move(context),
+                    state.given.size(),     state.derived.size(), state.parts.size()};
 }
 
 void XmiReaderImpl::leave(ParseState & state) {
@@ -466,6 +539,7 @@ void XmiReaderImpl::leave(ParseState & state) {
         raiseInternalError("Invalid empty Cursor stack in XmiReaderImpl");
     }
     applyDerived(state);
+    applyNamedParts(state);
     fTransformers.onCreate(state.cursor.context, state.cursor.object);
     state.given.resize(state.cursor.firstGiven);
     state.cursor = std::move(state.cursors.back());
@@ -514,12 +588,59 @@ void XmiReaderImpl::applyValue(ParseState & state, QualifiedName role, std::stri
         } else if (!isOfFile && fValues.setText(state.cursor.object, *property, text, isGiven(state, *property))) {
             noteGiven(state, *property);
         }
+    } else if (keeps() && property->isComposite) {
+        state.parts.emplace_back(property, text);
     } else {
-        ++fReport.fIgnoredAttributes[metaClass.name() + "." + property->name];
-        if (keeps()) {
-            keepAttribute(state, role, text);
+        ignoreAttribute(state, *property, text);
+    }
+}
+
+void XmiReaderImpl::ignoreAttribute(ParseState & state, MetaProperty const & property, std::string_view text) {
+    ++fReport.fIgnoredAttributes[state.cursor.metaClass->name() + "." + property.name];
+    if (keeps()) {
+        keepAttribute(state, QualifiedName({}, property.name), text);
+    }
+}
+
+/// Where a composition is a subset of another one, tools keep its parts in that one, and name them in an attribute;
+/// where it is all there is, they repeat what stands there. Such an attribute is known once all parts are.
+void XmiReaderImpl::applyNamedParts(ParseState & state) {
+    for (std::size_t i = state.cursor.firstParts; i < state.parts.size(); ++i) {
+        auto const & [property, text] = state.parts[i];
+        if (!applyNamedParts(state, *property, text)) {
+            ignoreAttribute(state, *property, text);
         }
     }
+    state.parts.resize(state.cursor.firstParts);
+}
+
+/// False, and nothing is changed, if the text names anything but parts of the object that fit the property.
+bool XmiReaderImpl::applyNamedParts(ParseState & state, MetaProperty const & property, std::string_view text) {
+    ClassObject const & object = state.cursor.object;
+    Bodies others;
+    for (std::string_view token = takeToken(text); !token.empty(); token = takeToken(text)) {
+        ClassObject const * const part = linksOf(state, object).find(ObjectId(token));
+        if (part == nullptr || !part->isValid() || part->getContainerZEL() != object ||
+            !metaClasses().of(*part).inheritsFrom(property.typeBody)) {
+            return false;
+        }
+        others.insert(part->getImplementation());
+    }
+    std::vector<Object> const present = property.storage.get(object).toVector();
+    for (Object const & part : present) {
+        others.erase(part.getImplementationWithoutAssert());
+    }
+    if (others.empty() || property.isDerived) {
+        return true;
+    }
+    if (!property.isMany && others.size() + present.size() > 1) {
+        return false;
+    }
+    std::vector<ClassObject> const moved = partsOfWiderProperties(object, metaClasses().of(object), property, others);
+    for (ClassObject const & part : moved) {
+        fValues.setPart(object, property, part, metaClasses().of(part), false, false);
+    }
+    return property.isMany || !moved.empty();
 }
 
 /// A derived value counts if the object holds nothing that it could be derived from: what a file states itself goes

@@ -37,13 +37,14 @@ void warnAboutDeadLink(ImmutableClassObject const & object, WrittenProperty cons
 
 bool ObjectContexts::append(ObjectView const & object, PropertyPartition const & partition, Place const & place,
                             ContextSequence & sequence) {
+    Remainder const & remainder = remainderOf(object.handle());
     Context element;
-    element.setType(partition.type);
+    element.setType(typeOf(remainder, partition.type));
     if (place.property != nullptr) {
         element.setRole(place.property->attribute);
         element.setParent(*place.parent);
     } else {
-        element.setRole(partition.type);
+        element.setRole(element.getType());
     }
     if (place.property != nullptr && place.property->isExtension()) {
         element.setParent(appendExtension(sequence));
@@ -57,13 +58,17 @@ bool ObjectContexts::append(ObjectView const & object, PropertyPartition const &
     for (WrittenProperty const * const property : partition.singleValues) {
         appendValue(object, *property, parent, sequence);
     }
-    Remainder const & remainder = remainderOf(object.handle());
     RemainderWriter::appendAttributes(remainder, parent, sequence);
     bool hasChildElements = appendReferences(object, partition, parent, sequence);
     for (WrittenProperty const * const property : partition.multiValues) {
         hasChildElements |= appendValues(object, *property, parent, sequence);
     }
     return hasChildElements || RemainderWriter::hasChildren(remainder);
+}
+
+QualifiedName ObjectContexts::typeOf(Remainder const & remainder, QualifiedName own) const {
+    bool const isOther = fKeepsFileIds && !remainder.typeName.empty();
+    return isOther ? QualifiedName(remainder.typeUri, remainder.typeName) : own;
 }
 
 std::string const * ObjectContexts::keptIdOf(internal::BodyCore const & object) const {

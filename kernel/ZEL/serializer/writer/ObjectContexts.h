@@ -47,6 +47,9 @@ public:
     /// Appends the values of a property that has many of a data type. Returns whether there are any.
     static bool appendValues(ObjectView const & object, WrittenProperty const & property, Context const & parent,
                              ContextSequence & sequence);
+    /// The class that the file names for an object with this remainder: the object's own one, unless the file from which
+    /// it was read has another, and is kept to.
+    [[nodiscard]] QualifiedName typeOf(Remainder const & remainder, QualifiedName own) const;
     /// Appends the object's id in files.
     void appendId(internal::BodyCore const & object, Deviant deviant, std::string & text);
 

@@ -199,7 +199,7 @@ bool StraightWriter::collectObject(BodyCore const & body, Collected const & coll
 
 // --- writing ---------------------------------------------------------------------------------------------------------
 
-void StraightWriter::writeParts(ImmutableClassObject const & object) {
+void StraightWriter::writeParts(ImmutableClassObject const & object, ElementsAtTop const & elsewhere) {
     if (!fHasNames) {
         fHasNames = true;
         fIdName = fXml.makeName("id", XmiConstants::XMI_NS_URI);
@@ -212,7 +212,9 @@ void StraightWriter::writeParts(ImmutableClassObject const & object) {
     while (fDepth != 0) {
         Level & level = fLevels[fDepth - 1];
         if (BodyCore const * const child = nextChild(level)) {
-            writeObject(*child, *level.part);
+            if (fDepth != 1 || !elsewhere.has(*child)) {
+                writeObject(*child, *level.part);
+            }
         } else {
             Remainder const * const remainder = level.openElements != 0 ? level.state->remainder() : nullptr;
             if (remainder != nullptr) {
@@ -244,7 +246,11 @@ void StraightWriter::writeObject(BodyCore const & body, WritePlan::Part const & 
     fId.clear();
     fContexts.appendId(body, fDeviant, fId);
     fXml.writeAttribute(fIdName, fId);
-    writeType(plan);
+    if (remainder == nullptr) {
+        writeType(plan);
+    } else {
+        fPrinter.writeType(fContexts.typeOf(*remainder, plan.partition.type));
+    }
     for (WritePlan::Value & value : plan.values) {
         writeValue(body, state, value);
     }

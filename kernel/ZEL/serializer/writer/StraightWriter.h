@@ -5,6 +5,7 @@
 #include <ZEL/serializer/ContextSequence.h>
 #include <ZEL/serializer/TransformerRegistry.h>
 #include <ZEL/serializer/writer/ContextPrinter.h>
+#include <ZEL/serializer/writer/ElementsAtTop.h>
 #include <ZEL/serializer/writer/ObjectContexts.h>
 #include <ZEL/serializer/writer/PropertyPartition.h>
 #include <ZEL/serializer/writer/RemainderWriter.h>
@@ -53,8 +54,9 @@ public:
     /// false at an object that cannot be written in this way: a rule may fit it, it has properties that stand in
     /// `xmi:Extension`, or XML cannot hold one of its names.
     [[nodiscard]] bool collect(ImmutableClassObject const & object, Collected const & collected);
-    /// Writes what the object contains. Both must have been collected, and the element of the object must be open.
-    void writeParts(ImmutableClassObject const & object);
+    /// Writes what the object contains, but for parts of its own that are written elsewhere. All must have been
+    /// collected, and the element of the object must be open.
+    void writeParts(ImmutableClassObject const & object, ElementsAtTop const & elsewhere);
 
 private:
     /// An object under way.

@@ -12,6 +12,18 @@ namespace ZEL::Serializer {
 
 using HASP::XmlConstants;
 
+namespace {
+
+/// Whether this is the URI of the model, which every model has.
+bool saysWhereItIs(PropertyPartition const & partition, Context const & context) {
+    return std::any_of(
+        partition.singleValues.begin(), partition.singleValues.end(), [&context](WrittenProperty const * property) {
+            return property->role == internal::PropertyView::Role::Uri && property->attribute == context.getRole();
+        });
+}
+
+} // namespace
+
 WriterTraversal::WriterTraversal(HASP::XmlWriter & xml, XmiWriterSettings const & settings,
                                  TransformerRegistry const & transformers, WriterFunctions const & functions,
                                  bool isPlain)
@@ -98,6 +110,9 @@ void WriterTraversal::create(Frame & frame) {
         frame.step = nullptr;
         return;
     }
+    if (isRootAtWork(frame)) {
+        findElementsAtTop(frame);
+    }
     ContextSequence const ahead = fTransformers.preApply(frame.sequence);
     if (fIsWriting) {
         fPrinter.writeWhole(ahead, levelOf(frame));
@@ -114,7 +129,9 @@ void WriterTraversal::runElement(Frame & frame) {
     // The rules that generate what comes after the object look at what it was before any rule.
     ContextSequence applied = fTransformers.apply(frame.sequence);
     Context * const element = elementOf(applied);
-    if (fIsWriting) {
+    if (isRootAtWork(frame) && fElementsAtTop.areAll()) {
+        frame.step = &WriterTraversal::runAfter;
+    } else if (fIsWriting) {
         if (element != nullptr && element->skipContext()) {
             frame.step = nullptr;
             return;
@@ -132,7 +149,7 @@ void WriterTraversal::runElement(Frame & frame) {
 
 void WriterTraversal::runNextProperty(Frame & frame) {
     if (fIsPlain) {
-        fStraight.writeParts(frame.object);
+        fStraight.writeParts(frame.object, fElementsAtTop);
         endElement(frame);
         return;
     }
@@ -147,6 +164,9 @@ void WriterTraversal::runNextProperty(Frame & frame) {
             static_cast<void>(frame.object.get(ImmutableProperty()));
         }
         std::vector<ImmutableClassObject> objects = view.objectsOf(*frame.childProperty);
+        if (frame.property == nullptr) {
+            fElementsAtTop.removeFrom(objects);
+        }
         if (!objects.empty()) {
             frame.startChildren(std::move(objects));
             return;
@@ -161,6 +181,10 @@ void WriterTraversal::endElement(Frame & frame) {
     }
     fPrinter.end(std::exchange(frame.openElements, 0));
     frame.step = &WriterTraversal::runAfter;
+}
+
+bool WriterTraversal::isRootAtWork(Frame const & frame) const noexcept {
+    return fIsWriting && !fIsRootDone && frame.property == nullptr;
 }
 
 bool WriterTraversal::selectNextProperty(Frame & frame, ObjectView const & view) {
@@ -196,10 +220,12 @@ void WriterTraversal::runAfter(Frame & frame) {
     if (fFunctions.after) {
         showOwnPlace(frame);
         generate(frame, fFunctions.after);
-    } else if (fIsWriting && !fStereotypesDone && frame.property == nullptr) {
-        fStereotypesDone = true;
+    } else if (isRootAtWork(frame)) {
+        fIsRootDone = true;
         frame.childProperty = nullptr;
-        frame.startChildren(fStereotypeInstances);
+        std::vector<ImmutableClassObject> others = fElementsAtTop.objects();
+        others.insert(others.end(), fStereotypeInstances.begin(), fStereotypeInstances.end());
+        frame.startChildren(std::move(others));
     }
 }
 
@@ -223,7 +249,7 @@ void WriterTraversal::createContextSequence(Frame & frame) {
     frame.partition = &fPartitions.partitionOf(*frame.object.getImplementation());
     if (!fIsWriting) {
         collectObject(frame, view);
-    } else if (!fStereotypesDone && frame.property == nullptr) {
+    } else if (isRootAtWork(frame)) {
         writePrologue(frame.object);
     }
     if (!fHasDefaults) {
@@ -245,6 +271,21 @@ void WriterTraversal::collectObject(Frame const & frame, ObjectView const & view
     if (view.hasStereotypes()) {
         frame.object.getAppliedStereotypeInstances().forEach(
             [this](ImmutableClassObject const & instance) { fStereotypeInstances.push_back(instance); });
+    }
+}
+
+void WriterTraversal::findElementsAtTop(Frame & frame) {
+    bool const isAsRead =
+        fSettings.getKeepFileIds() && fHasDefaults && fSettings.getOutputFormat().getFormat() == XmiFormat::Standard;
+    if (isAsRead && frame.partition != nullptr) {
+        ObjectView const view(frame.object);
+        bool const hasValues =
+            RemainderWriter::hasChildren(remainderOf(frame.object)) ||
+            std::any_of(frame.sequence.begin(), frame.sequence.end(), [&frame](Context const & context) {
+                return !context.isElement() && !saysWhereItIs(*frame.partition, context);
+            });
+        fElementsAtTop.find(view, *frame.partition, hasValues);
+        frame.visitable.hasContent = hasValues || fElementsAtTop.leaveParts();
     }
 }
 

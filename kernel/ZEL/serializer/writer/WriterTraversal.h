@@ -6,6 +6,7 @@
 #include <ZEL/serializer/ContextSequence.h>
 #include <ZEL/serializer/TransformerRegistry.h>
 #include <ZEL/serializer/writer/ContextPrinter.h>
+#include <ZEL/serializer/writer/ElementsAtTop.h>
 #include <ZEL/serializer/writer/ObjectContexts.h>
 #include <ZEL/serializer/writer/ObjectView.h>
 #include <ZEL/serializer/writer/PropertyPartition.h>
@@ -87,10 +88,14 @@ private:
     void generate(Frame & frame, XmiWriter::VisitableGenerator const & generator);
     /// Shows a caller's generator the place of the object itself.
     void showOwnPlace(Frame & frame) const;
+    /// Whether this is the root while it is written.
+    [[nodiscard]] bool isRootAtWork(Frame const & frame) const noexcept;
     [[nodiscard]] bool selectNextProperty(Frame & frame, ObjectView const & view);
 
     void createContextSequence(Frame & frame);
     void collectObject(Frame const & frame, ObjectView const & view);
+    /// Finds what stands at the top of the file beside the root, or in place of it.
+    void findElementsAtTop(Frame & frame);
     void writePrologue(ImmutableClassObject const & object);
     [[nodiscard]] Context * elementOf(ContextSequence & sequence) const;
     [[nodiscard]] static ContextPrinter::Level levelOf(Frame const & frame) noexcept;
@@ -102,10 +107,11 @@ private:
     bool fIsPlain; ///< objects within others are written straight
     bool const fHasDefaults;
     bool fIsWriting = false;
-    bool fStereotypesDone = false; ///< from then on, top-level elements are stereotype instances
+    bool fIsRootDone = false; ///< from then on, top-level elements are other ones, and stereotype instances
     ContextPrinter::Namespaces fNamespaces;
     ContextPrinter::Namespaces fKeptNamespaces;               ///< of attributes that are kept with objects
     std::unordered_set<PropertyPartition const *> fCollected; ///< whose namespaces are known
+    ElementsAtTop fElementsAtTop;
     std::vector<ImmutableClassObject> fStereotypeInstances;
     PartitionCache fPartitions;
     ObjectContexts fContexts;

@@ -11,6 +11,7 @@
 #include <ZEL/serializer/dialects/MagicDrawWriteTransforms.h>
 #include <ZEL/serializer/dialects/RhpWriteTransforms.h>
 #include <ZEL/serializer/dialects/StandardWriteTransforms.h>
+#include <ZEL/serializer/writer/FormWriter.h>
 #include <ZEL/serializer/writer/WriterTraversal.h>
 #include <ZEL/serializer/writer/XmiWriter.h>
 
@@ -18,6 +19,7 @@
 #include <hasp_util/XmlWriter.h>
 
 #include <exception>
+#include <optional>
 
 namespace ZEL::Serializer {
 
@@ -41,6 +43,8 @@ public:
 private:
     bool run(SafeFile & file, ImmutableObject const & object);
     bool writeDocument(SafeFile const & file, ImmutableObject const & object);
+    bool writeStandard(std::string const & file, ImmutableObject const & object);
+    bool writeForm(std::string const & file, FileForm const & form, ImmutableObject const & object);
     void addDialect();
 
     XmiWriterSettings const fSettings;
@@ -111,7 +115,33 @@ bool XmiWriterImpl::run(SafeFile & file, ImmutableObject const & object) {
 
 /// Writes the temporary file. False if it is not whole.
 bool XmiWriterImpl::writeDocument(SafeFile const & file, ImmutableObject const & object) {
-    HASP::XmlWriter xml(file.getTemporaryName(), HASP::XmlWriterSettings(true, "iso8859-1", fSettings.getAutoFlush()));
+    std::optional<FileForm> const & form = fSettings.getFileForm();
+    bool const hasForm = form && fSettings.getOutputFormat().getFormat() == XmiFormat::Standard;
+    return hasForm ? writeForm(file.getTemporaryName(), *form, object) : writeStandard(file.getTemporaryName(), object);
+}
+
+/// By way of a standard file, which goes at the end.
+bool XmiWriterImpl::writeForm(std::string const & file, FileForm const & form, ImmutableObject const & object) {
+    SafeFile standard(file, SafeFile::Beside::FreeName);
+    if (!standard.open()) {
+        failureReason = standard.getReason();
+        return false;
+    }
+    internal::AtScopeEnd const remove([&standard] { standard.remove(); });
+    if (!writeStandard(standard.getTemporaryName(), object)) {
+        return false;
+    }
+    HASP::XmlWriter xml(file, HASP::XmlWriterSettings(true, "UTF-8", fSettings.getAutoFlush()));
+    FormWriter(form, standard.getTemporaryName(), xml).write();
+    if (xml.close()) {
+        return true;
+    }
+    failureReason = xml.errorText();
+    return false;
+}
+
+bool XmiWriterImpl::writeStandard(std::string const & file, ImmutableObject const & object) {
+    HASP::XmlWriter xml(file, HASP::XmlWriterSettings(true, "iso8859-1", fSettings.getAutoFlush()));
     if (!object.isValid()) {
         return false;
     }

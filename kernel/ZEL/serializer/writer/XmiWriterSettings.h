@@ -3,7 +3,9 @@
 #include <ZEL/Export.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/XmiFormat.h>
+#include <ZEL/serializer/writer/FileForm.h>
 
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -30,9 +32,17 @@ public:
     void setElementPerValue(bool isEach) noexcept { fElementPerValue = isEach; }
     /// Whether objects keep the ids that they have in the file from which they were read, where the reader has noted
     /// these: those of other models, which links name, until such a model is written without this; and those of the model
-    /// itself, if it was read with its remainder. Otherwise objects have the ids of this system. Default false.
+    /// itself, if it was read with its remainder. What stood at the top of that file stands there again, beside the model
+    /// or, as long as the model has nothing of its own, without it; and a model within a model is called one. Otherwise
+    /// objects have the ids of this system, and all stand in the model. Default false.
     [[nodiscard]] bool getKeepFileIds() const noexcept { return fKeepFileIds; }
     void setKeepFileIds(bool keep) noexcept { fKeepFileIds = keep; }
+
+    /// Another form for the file that would be written in the standard format without this, for a tool that does not read
+    /// that; with other formats it has no effect. Such a file is written in UTF-8, and takes about twice the time. Default
+    /// none.
+    [[nodiscard]] std::optional<FileForm> const & getFileForm() const noexcept { return fFileForm; }
+    void setFileForm(std::optional<FileForm> form) { fFileForm = std::move(form); }
 
 private:
     std::string fXmiVersion = XmiConstants::XMI_VERSION;
@@ -41,6 +51,7 @@ private:
     bool fAutoFlush = false;
     bool fElementPerValue = false;
     bool fKeepFileIds = false;
+    std::optional<FileForm> fFileForm;
 };
 
 } // namespace ZEL::Serializer

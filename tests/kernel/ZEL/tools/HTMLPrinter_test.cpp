@@ -8,6 +8,7 @@
 #include <ZEL/logging/HTMLLogFormatter.h>
 #include <ZEL/metamodel/PropertyStorage.h>
 #include <ZEL/metamodel/PropertyStorageIntf.h>
+#include <ZEL/metamodel/Remainder.h>
 #include <ZEL/sequences/SequenceBuilder.h>
 #include <ZEL/values/ValueObjectImpl.h>
 
@@ -311,6 +312,24 @@ TEST_F(HTMLPrinterTest, EscapesTheSameWithAndWithoutItsOperations) {
     for (auto const & [text, markup] : texts) {
         EXPECT_THAT(page, AllOf(HasSubstr(markup), Not(HasSubstr(text))));
     }
+}
+
+TEST_F(HTMLPrinterTest, ShowsWhatIsKeptOfAFile) {
+    Class const object = classNamed("A");
+    EXPECT_THAT(printed(object), Not(HasSubstr("not understood")));
+    Remainder kept;
+    kept.attributes = {{"urn:t", "t", "colour", "r&d"}, {"", "", "size", "1"}};
+    kept.links = {{"superClass", "other.xmi#x", "", "", ""}};
+    kept.elements = {{"<note>n</note>"}};
+    setRemainder(object, kept);
+    std::string const page = printedBy(EscapingPrinter(true), object);
+    EXPECT_EQ(page, printedBy(EscapingPrinter(false), object));
+    EXPECT_THAT(page, HasSubstr(R"(<tr class="property"><td class="name">kept, not understood</td><td class="value"><table>)"
+                                R"(<tr><td class="value">t:colour="r&amp;d"</td></tr>)"
+                                R"(<tr><td class="value">size="1"</td></tr>)"
+                                R"(<tr><td class="value">superClass -> other.xmi#x</td></tr>)"
+                                R"(<tr><td class="value">&lt;note>n&lt;/note></td></tr>)"
+                                R"(</table></td></tr></table></div>)"));
 }
 
 TEST_F(HTMLPrinterTest, MakesLargePagesOfTheSameParts) {

@@ -91,7 +91,8 @@ TEST_F(FoundFile, OfALibraryHasTheTypesThatToolsNameAndIsNamedByItsUriAfterwards
         {"http://schema.omg.org/spec/UML/2.0/uml.xml#UnlimitedNatural", "UnlimitedNatural"},
         {"http://www.omg.org/spec/UML/20110701/PrimitiveTypes.xmi#Boolean", "Boolean"},
         {"http://www.omg.org/spec/UML/20131001/PrimitiveTypes.xmi#Real", "Real"},
-        {"http://www.omg.org/spec/UML/20110701/UML.xmi#String", "String"}};
+        {"http://www.omg.org/spec/UML/20110701/UML.xmi#String", "String"},
+        {"pathmap://UML_LIBRARIES/UMLPrimitiveTypes.library.uml#Nothing", ""}};
     std::vector<std::string> hrefs;
     std::vector<std::string> names;
     for (auto const & [href, name] : links) {

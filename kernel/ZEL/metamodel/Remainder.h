@@ -41,14 +41,18 @@ struct ZEL_API Remainder {
     struct Element {
         std::string xml; ///< of the whole element, in UTF-8; it declares the prefixes that it uses, except "xmi"
         Place place = Place::Inside;
+        /// The link in whose element it stands, as long as that has an element; empty for none.
+        std::string property{};
+        std::string target{}; ///< of that link, as far as it follows the sign '#'
     };
 
     std::vector<Attribute> attributes;
     std::vector<Link> links;
     std::vector<Element> elements;
     Standing standing = Standing::Within;
-    std::string typeUri;  ///< this and the next: the class that the file names, of which the object cannot be, as of a
-    std::string typeName; ///< model within another one; empty for most
+    /// The class that the file names, if the object cannot be of that, as a model within a model cannot; else empty.
+    std::string typeUri{};
+    std::string typeName{};
 
     [[nodiscard]] bool empty() const noexcept {
         return attributes.empty() && links.empty() && elements.empty() && standing == Standing::Within &&

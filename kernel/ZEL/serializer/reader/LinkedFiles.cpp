@@ -39,6 +39,9 @@ std::optional<std::string> LinkedFiles::follow(HASP::Uri const & reference, std:
         } else {
             // The one spelling under which the file's model is entered, too.
             uri = HASP::Uri::fromLocalFile(localFile).toString();
+            if (file.toLocalFile().empty()) {
+                fNames.try_emplace(uri, file.toString());
+            }
             readOnce(uri, localFile);
         }
     }
@@ -107,8 +110,15 @@ bool LinkedFiles::isInRootFolder(std::string const & localFile) const {
     return std::mismatch(root.begin(), root.end(), file.begin(), file.end()).first == root.end();
 }
 
+std::string LinkedFiles::nameOf(std::string const & target) const {
+    std::size_t const sign = target.find('#');
+    auto const found = sign == std::string::npos ? fNames.end() : fNames.find(target.substr(0, sign));
+    return found != fNames.end() ? found->second + target.substr(sign) : target;
+}
+
 void LinkedFiles::clear() noexcept {
     fOpen = 1;
+    fNames.clear();
     fModels.clear();
     fKnown.clear();
     fReferred.clear();

@@ -36,6 +36,8 @@ public:
     [[nodiscard]] std::optional<std::string> follow(HASP::Uri const & reference, std::string const & base);
     /// The file with this URI is not to be read again; its model is invalid if it is not to be read at all.
     void note(std::string const & uri, Model const & model) { fModels.insert_or_assign(uri, model); }
+    /// The target of a link, whose URI `follow` has made, by the name that led to its file, if that is no place.
+    [[nodiscard]] std::string nameOf(std::string const & target) const;
     /// The models of the files that were read, in that order.
     [[nodiscard]] std::vector<Model> const & models() const noexcept { return fReferred; }
     void forgetModels() noexcept { fReferred.clear(); }
@@ -53,6 +55,7 @@ private:
     unsigned int fOpen = 1;                              ///< files, with the outermost one
     std::unordered_map<std::string, Model> fModels;      ///< by URI; invalid: not to be read
     std::unordered_map<std::string, std::string> fKnown; ///< base and reference to the URI they lead to
+    std::unordered_map<std::string, std::string> fNames; ///< of files that were found elsewhere, by URI
     std::vector<Model> fReferred;
 };
 

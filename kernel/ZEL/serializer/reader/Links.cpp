@@ -78,7 +78,12 @@ void Links::keep(FileLinks const & file, FileLinks::Waiting const & link) {
 
 void Links::keepContent(FileLinks const & file, FileLinks::Waiting const & link) {
     if (std::string content = contentOf(file, link); !content.empty()) {
-        fValues.kept()->of(link.object).elements.push_back({std::move(content)});
+        std::string_view const target = file.targetOf(link);
+        std::size_t const sign = target.rfind('#');
+        fValues.kept()
+            ->of(link.object)
+            .elements.push_back({std::move(content), Remainder::Place::Inside, link.property->name,
+                                 std::string(sign == std::string_view::npos ? target : target.substr(sign + 1))});
     }
 }
 

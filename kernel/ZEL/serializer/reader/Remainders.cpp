@@ -1,4 +1,5 @@
 #include <ZEL/serializer/reader/ElementText.h>
+#include <ZEL/serializer/reader/LinkedFiles.h>
 #include <ZEL/serializer/reader/Remainders.h>
 
 #include <algorithm>
@@ -29,9 +30,12 @@ void Remainders::keepText(ClassObject const & object, std::string_view property,
     }
 }
 
-void Remainders::settle() {
+void Remainders::settle(LinkedFiles const & files) {
     for (Kept & kept : fKept) {
         if (kept.object.isValid()) {
+            for (Remainder::Link & link : kept.remainder.links) {
+                link.target = files.nameOf(link.target);
+            }
             setRemainder(kept.object, std::move(kept.remainder));
         }
     }

@@ -10,6 +10,8 @@
 
 namespace ZEL::Serializer {
 
+class LinkedFiles;
+
 /// What a run has read and no property could hold, by object, until it is set on the objects at the end of the run.
 class Remainders {
 public:
@@ -17,8 +19,9 @@ public:
     [[nodiscard]] Remainder & of(ClassObject const & object);
     /// A text that a property did not take: as an attribute, if one can stand for it.
     void keepText(ClassObject const & object, std::string_view property, std::string_view text, bool isFurther);
-    /// Sets what is kept, in place of what objects have; passes over objects that have been destroyed.
-    void settle();
+    /// Sets what is kept, in place of what objects have; passes over objects that have been destroyed. Targets of links
+    /// get the names by which files are to name them.
+    void settle(LinkedFiles const & files);
     /// Gives up all handles.
     void clear() noexcept;
 

@@ -86,7 +86,7 @@ void XmiReaderImpl::readInto(std::string const & localFile) {
     Model const result = run();
     popState();
     if (result.isValid()) {
-        fRemainders.settle();
+        fRemainders.settle(fFiles);
         showModels();
         std::vector<Model> const models = fMerger->getReferredModels();
         fMerger->teardown();

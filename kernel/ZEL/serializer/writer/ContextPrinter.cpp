@@ -94,9 +94,19 @@ void ContextPrinter::writeReference(Context const & context) {
         return;
     }
     for (std::size_t i = 0; i < context.getValueCount(); ++i) {
-        fXml.writeEmptyElement(context.getRoleName(), context.getUri());
+        std::string const & href = context.getValue(i);
+        std::string const * const content = fLinkContents ? fLinkContents(context.getRoleName(), href) : nullptr;
+        if (content == nullptr) {
+            fXml.writeEmptyElement(context.getRoleName(), context.getUri());
+        } else {
+            fXml.writeStartElement(context.getRoleName(), context.getUri());
+        }
         writeType(context.getType());
-        fXml.writeAttribute("href", XmlConstants::NULL_NS_URI, context.getValue(i));
+        fXml.writeAttribute("href", XmlConstants::NULL_NS_URI, href);
+        if (content != nullptr) {
+            fXml.writeMarkup(*content);
+            fXml.writeEndElement();
+        }
     }
 }
 

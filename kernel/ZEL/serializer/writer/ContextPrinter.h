@@ -4,9 +4,11 @@
 #include <ZEL/serializer/ContextSequence.h>
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace HASP {
@@ -42,6 +44,10 @@ public:
     [[nodiscard]] std::string const & typeNameOf(QualifiedName type);
     /// `xmi:type` into the open tag; nothing for a type without a prefix.
     void writeType(QualifiedName type);
+    /// From now on, links that are elements contain what this returns for their role and their `href`: elements, as text;
+    /// null for nothing. An empty function ends that.
+    using LinkContents = std::function<std::string const *(std::string const & role, std::string const & href)>;
+    void setLinkContents(LinkContents contents) { fLinkContents = std::move(contents); }
     /// Logs, by property, where several values were joined that will be read back as one.
     void logJoinedValues() const;
 
@@ -57,6 +63,7 @@ private:
     HASP::XmlWriter & fXml;
     Namespaces & fNamespaces;
     bool const fIsElementPerValue;
+    LinkContents fLinkContents;
     std::map<std::string, std::size_t> fJoinedValues; ///< by class and property: in how many objects
     std::unordered_map<QualifiedName, std::string> fTypeNames;
     std::vector<Context const *> fPath; ///< of the sequence being printed: the elements around the Context at hand

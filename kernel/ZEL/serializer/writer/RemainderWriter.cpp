@@ -1,3 +1,4 @@
+#include <ZEL/base/AtScopeEnd.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/writer/ContextPrinter.h>
@@ -8,6 +9,8 @@
 #include <hasp_util/XmlWriter.h>
 
 #include <algorithm>
+#include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -80,6 +83,32 @@ void RemainderWriter::writeAttributes(Remainder const & remainder) {
     }
 }
 
+std::size_t RemainderWriter::write(Remainder const & remainder, ContextSequence const & sequence,
+                                   ContextPrinter::Elements elements, ContextPrinter::Level level) {
+    std::unordered_multimap<std::string, Remainder::Element const *> byLink;
+    for (Remainder::Element const & element : remainder.elements) {
+        if (!element.property.empty()) {
+            byLink.emplace(element.property + '#' + element.target, &element);
+        }
+    }
+    if (byLink.empty()) {
+        return fPrinter.write(sequence, elements, level);
+    }
+    fPrinter.setLinkContents([&](std::string const & role, std::string const & href) -> std::string const * {
+        std::size_t const sign = href.rfind('#');
+        auto const found = sign == std::string::npos ? byLink.end() : byLink.find(role + href.substr(sign));
+        if (found == byLink.end()) {
+            return nullptr;
+        }
+        Remainder::Element const * const element = found->second;
+        byLink.erase(found);
+        fInLinks.insert(element);
+        return &element->xml;
+    });
+    internal::AtScopeEnd const reset([this] { fPrinter.setLinkContents({}); });
+    return fPrinter.write(sequence, elements, level);
+}
+
 void RemainderWriter::writeChildren(ImmutableClassObject const & object, Remainder const & remainder) {
     if (!remainder.links.empty()) {
         static_cast<void>(fContexts.selectModel(object));
@@ -94,7 +123,7 @@ void RemainderWriter::writeBeside(Remainder const & remainder) { writeElements(r
 
 void RemainderWriter::writeElements(Remainder const & remainder, Place place) {
     for (Remainder::Element const & element : remainder.elements) {
-        if (element.place == place) {
+        if (element.place == place && fInLinks.erase(&element) == 0) {
             fXml.writeMarkup(element.xml);
         }
     }

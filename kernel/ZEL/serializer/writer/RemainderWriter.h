@@ -4,6 +4,9 @@
 #include <ZEL/serializer/ContextSequence.h>
 #include <ZEL/serializer/writer/ContextPrinter.h>
 
+#include <cstddef>
+#include <unordered_set>
+
 namespace HASP {
 class XmlWriter;
 } // namespace HASP
@@ -33,6 +36,10 @@ public:
     static void appendBeside(Remainder const & remainder, ContextSequence & sequence);
     /// The same as `appendAttributes` into the open tag.
     void writeAttributes(Remainder const & remainder);
+    /// The contexts of the object, with what the file had in links that are elements now. Returns what `ContextPrinter::write`
+    /// does. To be called before `writeChildren`, which has the rest.
+    [[nodiscard]] std::size_t write(Remainder const & remainder, ContextSequence const & sequence,
+                                    ContextPrinter::Elements elements, ContextPrinter::Level level);
     void writeChildren(ImmutableClassObject const & object, Remainder const & remainder);
     void writeBeside(Remainder const & remainder);
 
@@ -43,6 +50,7 @@ private:
     HASP::XmlWriter & fXml;
     ObjectContexts & fContexts;
     ContextPrinter & fPrinter;
+    std::unordered_set<Remainder::Element const *> fInLinks; ///< written in links
 };
 
 } // namespace ZEL::Serializer

@@ -262,7 +262,10 @@ void StraightWriter::writeObject(BodyCore const & body, WritePlan::Part const & 
         fXml.writeAttribute(*links.name, std::string_view(fLinks).substr(links.begin, links.size));
     });
     if (!fElements.empty()) {
-        static_cast<void>(fPrinter.write(fElements, ContextPrinter::Elements::Open, ContextPrinter::Level::Nested));
+        auto const elements = ContextPrinter::Elements::Open;
+        auto const level = ContextPrinter::Level::Nested;
+        static_cast<void>(remainder != nullptr ? fRemainders.write(*remainder, fElements, elements, level)
+                                               : fPrinter.write(fElements, elements, level));
     }
     if (content.firstPart != plan.parts.size()) {
         push(body, state, plan, content.firstPart).openElements = isOpen ? 1 : 0;

@@ -138,7 +138,9 @@ void WriterTraversal::runElement(Frame & frame) {
         }
         auto const elements =
             frame.visitable.hasContent ? ContextPrinter::Elements::Open : ContextPrinter::Elements::Empty;
-        frame.openElements = fPrinter.write(applied, elements, levelOf(frame));
+        frame.openElements = frame.partition != nullptr
+                                 ? fRemainders.write(remainderOf(frame.object), applied, elements, levelOf(frame))
+                                 : fPrinter.write(applied, elements, levelOf(frame));
     }
     if (element != nullptr) {
         frame.visitable.context = std::move(*element);

@@ -130,6 +130,35 @@ TEST_F(RemainderOfAFile, LeadsToItsLinkOnceTheFileIsThere) {
     EXPECT_TRUE(remainderOf(classNamed(model, "A")).empty());
 }
 
+TEST_F(RemainderOfAFile, StaysInTheLinkAsLongAsThatHasAnElement) {
+    static_cast<void>(
+        file("other.xmi", document(ReaderTest::model("<packagedElement xmi:type='ZEL:Class' xmi:id='@@5' "
+                                                     "name='Other'/><packagedElement xmi:type='ZEL:Class' "
+                                                     "xmi:id='@@6' name='Another'/>",
+                                                     kOther))));
+    MetaModel const model = readKeeping(document(ReaderTest::model(element(
+        "Class", 5, "name='A'",
+        attribute(6, "name='x'", "<type xmi:type='ZEL:Class' href='other.xmi#@@6'><note>6</note></type>") +
+            attribute(7, "name='y'",
+                      "<type xmi:type='ZEL:Class' href='other.xmi#@@5'><note>5</note><note>more</note></type>")))));
+    std::string const text = written(model);
+    EXPECT_THAT(text, HasSubstr(filled(R"(#@@6">
+            <note>6</note>
+          </type>)")));
+    EXPECT_THAT(text, HasSubstr(filled(R"(#@@5">
+            <note>5</note><note>more</note>
+          </type>)")));
+    // What is said of a link outlives it.
+    model.beginTransaction();
+    classNamed(model, "A").getOwnedAttributeByName(String("x")).removeType();
+    model.commitTransaction();
+    EXPECT_THAT(written(model),
+                HasSubstr("name=\"x\" isID=\"false\">\n          <note>6</note>\n        </ownedAttribute>"));
+    model.undo();
+    EXPECT_EQ(written(model), text);
+    expectStable(text);
+}
+
 TEST_F(RemainderOfAFile, NamesObjectsAsTheFileDoes) {
     std::string const text = written(readKeeping(document(
         "<ZEL:MetaModel xmi:id='m1' name='m'><topPackage xmi:type='ZEL:Package' xmi:id='p1' name='top'>"

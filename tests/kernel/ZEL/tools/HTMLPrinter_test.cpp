@@ -324,12 +324,13 @@ TEST_F(HTMLPrinterTest, ShowsWhatIsKeptOfAFile) {
     setRemainder(object, kept);
     std::string const page = printedBy(EscapingPrinter(true), object);
     EXPECT_EQ(page, printedBy(EscapingPrinter(false), object));
-    EXPECT_THAT(page, HasSubstr(R"(<tr class="property"><td class="name">kept, not understood</td><td class="value"><table>)"
-                                R"(<tr><td class="value">t:colour="r&amp;d"</td></tr>)"
-                                R"(<tr><td class="value">size="1"</td></tr>)"
-                                R"(<tr><td class="value">superClass -> other.xmi#x</td></tr>)"
-                                R"(<tr><td class="value">&lt;note>n&lt;/note></td></tr>)"
-                                R"(</table></td></tr></table></div>)"));
+    EXPECT_THAT(page,
+                HasSubstr(R"(<tr class="property"><td class="name">kept, not understood</td><td class="value"><table>)"
+                          R"(<tr><td class="value">t:colour="r&amp;d"</td></tr>)"
+                          R"(<tr><td class="value">size="1"</td></tr>)"
+                          R"(<tr><td class="value">superClass -> other.xmi#x</td></tr>)"
+                          R"(<tr><td class="value">&lt;note>n&lt;/note></td></tr>)"
+                          R"(</table></td></tr></table></div>)"));
 }
 
 TEST_F(HTMLPrinterTest, MakesLargePagesOfTheSameParts) {

@@ -71,8 +71,9 @@ UmlReadTransforms::UmlReadTransforms() : fUml(NamespaceRegistry::instance()->get
     });
     addTransform(Pattern().parentType(fUml, "LiteralBoolean").role("value"), [](Context const & value) {
         Context truth = value;
-        if (value.getFirstValue() == "1" || value.getFirstValue() == "0") {
-            truth.setAttribute(value.getFirstValue() == "1" ? "true" : "false");
+        std::string const & text = value.getFirstValue();
+        if (text == "1" || text == "True" || text == "0" || text == "False") {
+            truth.setAttribute(text == "1" || text == "True" ? "true" : "false");
         }
         return ContextSequence(truth);
     });

@@ -310,12 +310,12 @@ void FormWriter::takeAttributes(XmlReader const & xml, ClassForm const & of) {
             take(of, *attribute.uri, *attribute.localName, std::string(attribute.value));
         }
     }
-    for (auto const & [property, value] : of.values) {
-        bool const isThere = std::any_of(attributes.begin(), attributes.end(), [&](auto const & attribute) {
-            return attribute.uri->empty() && *attribute.localName == property;
+    for (auto const & stated : of.values) {
+        bool const isThere = std::any_of(attributes.begin(), attributes.end(), [&stated](auto const & attribute) {
+            return attribute.uri->empty() && *attribute.localName == stated.first;
         });
         if (!isThere) {
-            take(of, {}, property, value);
+            take(of, {}, stated.first, stated.second);
         }
     }
 }

@@ -47,11 +47,11 @@ void WriterTraversal::collect(ImmutableClassObject const & object) {
         visit(object);
     }
     // Prefixes of metamodels come first: types are named by them.
-    for (auto const & [uri, prefix] : fKeptNamespaces) {
+    for (auto const & kept : fKeptNamespaces) {
         bool const isTaken = std::any_of(fNamespaces.begin(), fNamespaces.end(),
-                                         [&prefix](auto const & other) { return other.second == prefix; });
+                                         [&kept](auto const & other) { return other.second == kept.second; });
         if (!isTaken) {
-            fNamespaces.emplace(uri, prefix);
+            fNamespaces.insert(kept);
         }
     }
 }

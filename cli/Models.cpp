@@ -74,6 +74,34 @@ private:
     bool fIsOn;
 };
 
+void writeBy(ZEL::Serializer::XmiWriterSettings & settings, std::string const & file, ZEL::Model const & model) {
+    requireWritable(file);
+    Progress const progress("writing " + file);
+    NoLeftover noLeftover(file);
+    settings.setElementPerValue(true);
+    settings.setKeepFileIds(true); // nobody writes the files that the model refers to
+    ZEL::Serializer::XmiWriter writer(settings);
+    if (settings.getOutputFormat().getFormat() == ZEL::Serializer::XmiFormat::Standard) {
+        ZEL::Interchange::addWriteTransforms(writer, model);
+    }
+    std::string reason;
+    try {
+        if (writer.write(file, model)) {
+            return;
+        }
+        reason = writer.failureReason();
+    } catch (std::bad_alloc const &) {
+        throw;
+    } catch (std::exception const & exception) {
+        reason = exception.what();
+    }
+    if (!writer.keptFile().empty()) {
+        noLeftover.keep();
+        reason += "; what was written is in " + writer.keptFile();
+    }
+    throw Trouble("cannot write " + file + ": " + reason);
+}
+
 /// The end of a name says most, and the name of an object deep in a model can fill many screens.
 std::string shortened(std::string const & name) {
     constexpr std::size_t kLongest = 200;
@@ -129,38 +157,6 @@ OpenModel readModel(std::string const & file, ReadSettings const & settings) {
     }
     return opened;
 }
-
-namespace {
-
-void writeBy(ZEL::Serializer::XmiWriterSettings & settings, std::string const & file, ZEL::Model const & model) {
-    requireWritable(file);
-    Progress const progress("writing " + file);
-    NoLeftover noLeftover(file);
-    settings.setElementPerValue(true);
-    settings.setKeepFileIds(true); // nobody writes the files that the model refers to
-    ZEL::Serializer::XmiWriter writer(settings);
-    if (settings.getOutputFormat().getFormat() == ZEL::Serializer::XmiFormat::Standard) {
-        ZEL::Interchange::addWriteTransforms(writer, model);
-    }
-    std::string reason;
-    try {
-        if (writer.write(file, model)) {
-            return;
-        }
-        reason = writer.failureReason();
-    } catch (std::bad_alloc const &) {
-        throw;
-    } catch (std::exception const & exception) {
-        reason = exception.what();
-    }
-    if (!writer.keptFile().empty()) {
-        noLeftover.keep();
-        reason += "; what was written is in " + writer.keptFile();
-    }
-    throw Trouble("cannot write " + file + ": " + reason);
-}
-
-} // namespace
 
 void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Serializer::XmiFormat format) {
     ZEL::Serializer::XmiWriterSettings settings;

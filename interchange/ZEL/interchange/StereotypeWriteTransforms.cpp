@@ -82,8 +82,8 @@ ContextSequence StereotypeWriteTransforms::declare(Context const & declaration) 
         }
         std::string const made = prefixFor(application.profile);
         std::string prefix = made;
-        for (int & number = numbers[made]; !prefixes.insert(prefix).second;) {
-            prefix = made + std::to_string(++number + 1);
+        for (int & number = numbers.try_emplace(made, 1).first->second; !prefixes.insert(prefix).second;) {
+            prefix = made + std::to_string(++number);
         }
         Context further = declaration;
         further.setRole(declaration.getUri(), prefix);

@@ -8,6 +8,7 @@
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/serializer/ClassOfName.h>
 #include <ZEL/serializer/Messages.h>
+#include <ZEL/serializer/Tokens.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/dialects/StandardReadTransforms.h>
 #include <ZEL/serializer/reader/XmiReaderImpl.h>
@@ -36,8 +37,6 @@ bool isXmiNamespace(std::string_view uri) {
            uri == "http://www.omg.org/XMI";
 }
 
-bool isBlank(char c) noexcept { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
-
 bool isOfModels(ImmutableClass const & metaClass) { return internal::MetaClassView::of(metaClass)->isModel(); }
 
 /// The element's class; invalid if it is not known.
@@ -63,22 +62,6 @@ bool saysMoreThanItsText(ParseState const & state) {
         bool const isOfXmi = attribute.uri == &state.xmiUri || attribute.uri == &state.xsiUri;
         return !isOfXmi || (attribute.localName != &state.xmiId && attribute.localName != &state.xmiType);
     });
-}
-
-/// The text up to the next blank, taken off `rest`; empty if nothing but blanks is left. Links are so many that a
-/// general tokenizer shows in the time of a read.
-std::string_view takeToken(std::string_view & rest) noexcept {
-    std::size_t begin = 0;
-    while (begin < rest.size() && isBlank(rest[begin])) {
-        ++begin;
-    }
-    std::size_t end = begin;
-    while (end < rest.size() && !isBlank(rest[end])) {
-        ++end;
-    }
-    std::string_view const token = rest.substr(begin, end - begin);
-    rest.remove_prefix(end);
-    return token;
 }
 
 using Bodies = std::unordered_set<NSInterface::ObjectIntf const *>;

@@ -12,17 +12,11 @@ namespace ZEL::Serializer {
 /// How the files of another tool differ from those of this system in how they say the same: a table for the writer, see
 /// `XmiWriterSettings::setFileForm`.
 struct ZEL_API FileForm {
-    /// A property of a class and its subclasses, and what takes its place.
-    struct PropertyName {
+    /// A text for a property of a class and its subclasses.
+    struct Rule {
         QualifiedName metaClass;
         std::string property;
-        std::string other;
-    };
-    /// A property of a data type whose values are not written where they are the default of this system, but should be.
-    struct Value {
-        QualifiedName metaClass;
-        std::string property;
-        std::string value;
+        std::string text;
     };
 
     std::map<std::string, std::string> namespaces; ///< those of this system, and what they are called instead
@@ -31,10 +25,12 @@ struct ZEL_API FileForm {
     bool hasEnvelopeOfOne = true;                  ///< whether a single element at the top is put into `xmi:XMI`, too
     bool hasDocumentation = true;                  ///< whether `xmi:Documentation` names the exporter
     bool areLinksElements = false;                 ///< whether links within the file are elements with `xmi:idref`
-    std::vector<PropertyName> propertyNames;
-    /// Parts of the property stand in elements named `other`, and links named after the property say which they are.
-    std::vector<PropertyName> subsets;
-    std::vector<Value> values;
+    std::vector<Rule> propertyNames;               ///< what properties are called instead
+    /// Parts of the property stand in elements of the name in the rule, and links named after the property say which they
+    /// are.
+    std::vector<Rule> subsets;
+    /// Values of data types that are to be written though they are the default of this system.
+    std::vector<Rule> values;
 };
 
 } // namespace ZEL::Serializer

@@ -2,6 +2,7 @@
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/serializer/ClassOfName.h>
+#include <ZEL/serializer/Tokens.h>
 #include <ZEL/serializer/XmiConstants.h>
 #include <ZEL/serializer/writer/FormWriter.h>
 
@@ -18,13 +19,11 @@ using internal::PropertyView;
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
-
 bool isOfXmi(XmlReader::Attribute const & attribute, std::string_view name) {
     return *attribute.localName == name && *attribute.uri == XmiConstants::XMI_NS_URI;
 }
 
-bool isBlank(std::string_view text) { return text.find_first_not_of(kBlanks) == std::string_view::npos; }
+bool hasBlanksAlone(std::string_view text) { return takeToken(text).empty(); }
 
 /// The prefix of the name of a class, as `xmi:type` has it; empty if there is none.
 std::string_view prefixOf(std::string_view typeName) {
@@ -188,7 +187,7 @@ void FormWriter::end() {
 }
 
 void FormWriter::writeText() {
-    if (!isBlank(fText)) {
+    if (!hasBlanksAlone(fText)) {
         fXml.writeValue(fText);
     }
     fText.clear();
@@ -220,12 +219,9 @@ void FormWriter::writeTag(bool isEmpty) {
 
 void FormWriter::writeLinks(Attribute const & links) {
     std::string_view rest = links.value;
-    while (!isBlank(rest)) {
-        rest.remove_prefix(rest.find_first_not_of(kBlanks));
-        std::size_t const end = std::min(rest.find_first_of(kBlanks), rest.size());
+    for (std::string_view id = takeToken(rest); !id.empty(); id = takeToken(rest)) {
         fXml.writeEmptyElement(links.name, HASP::XmlConstants::NULL_NS_URI);
-        fXml.writeAttribute("idref", translated(XmiConstants::XMI_NS_URI), rest.substr(0, end));
-        rest.remove_prefix(end);
+        fXml.writeAttribute("idref", translated(XmiConstants::XMI_NS_URI), id);
     }
 }
 
@@ -272,25 +268,17 @@ FormWriter::ClassForm FormWriter::makeClassForm(QualifiedName name) const {
         return form;
     }
     form.view = MetaClassView::of(metaClass);
-    auto const isOf = [&form](QualifiedName general) {
-        ImmutableClass const base = classOfName(general);
-        return base.isValid() && form.view->inheritsFrom(base.getImplementation());
+    auto const take = [&form](std::vector<FileForm::Rule> const & rules, Names & names) {
+        for (FileForm::Rule const & rule : rules) {
+            ImmutableClass const general = classOfName(rule.metaClass);
+            if (general.isValid() && form.view->inheritsFrom(general.getImplementation())) {
+                names.emplace(rule.property, rule.text);
+            }
+        }
     };
-    for (FileForm::PropertyName const & rule : fForm.propertyNames) {
-        if (isOf(rule.metaClass)) {
-            form.propertyNames.emplace(rule.property, rule.other);
-        }
-    }
-    for (FileForm::PropertyName const & rule : fForm.subsets) {
-        if (isOf(rule.metaClass)) {
-            form.subsets.emplace(rule.property, rule.other);
-        }
-    }
-    for (FileForm::Value const & rule : fForm.values) {
-        if (isOf(rule.metaClass)) {
-            form.values.emplace(rule.property, rule.value);
-        }
-    }
+    take(fForm.propertyNames, form.propertyNames);
+    take(fForm.subsets, form.subsets);
+    take(fForm.values, form.values);
     return form;
 }
 

@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zel)
 set(data_dir ${CMAKE_INSTALL_DATADIR}/zel)
 
-install(TARGETS zel zel-uml zel-interchange zelgen zel-cli EXPORT zelTargets
+install(TARGETS zel zel-uml zel-interchange zel-compare zelgen zel-cli EXPORT zelTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}

@@ -108,6 +108,29 @@ std::vector<Change> Changes::of(ClassObject const & object, ImmutableProperty co
     return changes;
 }
 
+void Changes::makeAny(int count) {
+    for (int i = 0; i < count; ++i) {
+        refresh();
+        ClassObject const object = any(fContent);
+        if (Model(object).isValid() || FactoryObject(object).isValid()) {
+            continue;
+        }
+        if (below(12) == 0 && object.getContainerZEL() != fContent.front()) {
+            object.destroy();
+            continue;
+        }
+        ImmutableProperty const property = any(object.getMetaClass().getOwnedAttributes().toVector());
+        std::vector<Change> const possible = of(object, property);
+        if (!possible.empty() && property.getName() != "modelZEL") {
+            try {
+                any(possible).make();
+            } catch (Exception const &) {
+                // Refused, as an object in its own part is. What has been written by then is undone too.
+            }
+        }
+    }
+}
+
 std::vector<ImmutableClass> Changes::classesFor(ImmutableProperty const & property) const {
     std::vector<ImmutableClass> classes = fClasses;
     std::erase_if(classes, [type = ImmutableClass(property.getType())](ImmutableClass const & metaClass) {

@@ -34,6 +34,9 @@ public:
     /// for what cannot be written.
     [[nodiscard]] std::vector<Change> of(ClassObject const & object, ImmutableProperty const & property);
 
+    /// Makes as many changes of objects at random, or ends them with all they contain; fewer where a change is refused.
+    void makeAny(int count);
+
     /// The classes that new parts are made of.
     [[nodiscard]] std::vector<ImmutableClass> const & classes() const { return fClasses; }
     /// The objects that values are chosen from; to be collected anew when the model has changed.

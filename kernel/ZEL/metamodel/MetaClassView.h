@@ -96,6 +96,9 @@ struct ZEL_API PropertyView {
     [[nodiscard]] bool booleanOf(ClassObjectIntf const & object, Deviant deviant) const;
     [[nodiscard]] std::int32_t integerOf(ClassObjectIntf const & object, Deviant deviant) const;
     [[nodiscard]] ImmutableObject linkOf(ClassObjectIntf const & object, Deviant deviant) const;
+    /// The stored links of a multi-valued property for which `links` is not null, in a state of the view's class: the
+    /// addresses of objects as handles have them. Valid until the next write to the object.
+    [[nodiscard]] PersistentSequence const & linksIn(StateCore const & state) const noexcept;
 
     // Where the values lie in the states of instances of the view's class: the roads without boxes. Both are null if
     // the values are reached by `storage` alone: derived ones, those of hand-written types, and those of a property

@@ -4,6 +4,7 @@
 #include <ZEL/String.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/BodyCore.h>
+#include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/Descriptors.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/StateCore.h>
@@ -75,6 +76,10 @@ ImmutableObject PropertyView::linkOf(ClassObjectIntf const & object, Deviant dev
     }
     ObjectIntf * const link = own.links->get(*body->readState(deviant));
     return ImmutableObject(link, link == nullptr ? Deviant() : deviant);
+}
+
+PersistentSequence const & PropertyView::linksIn(StateCore const & state) const noexcept {
+    return readSequence(*links, state);
 }
 
 } // namespace ZEL::internal

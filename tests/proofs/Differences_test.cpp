@@ -1,12 +1,11 @@
 // What differs between two models, applied to the one, makes it the other.
 
 #include "Changes.h"
-#include "host/TemporaryFolder.h"
+#include "Copies.h"
 #include "support/LongRuns.h"
 #include "support/OneTree.h"
 
 #include <ZEL/compare/Differences.h>
-#include <ZEL/compare/Sentence.h>
 
 #include <gtest/gtest.h>
 
@@ -16,32 +15,6 @@ namespace {
 using Compare::apply;
 using Compare::diff;
 using Compare::Differences;
-
-/// As a file holds it: without links to what has ended or stands in no container, and without a history.
-Model copyOf(Model const & model) {
-    TemporaryFolder const folder;
-    EXPECT_TRUE(Serializer::XmiWriter().write(folder.path("m.xmi"), model));
-    return Model(Serializer::XmiReader().read(folder.path("m.xmi")));
-}
-
-/// The place of its file, and stereotypes whose elements have gone, are no part of what is compared.
-void tidy(Model const & model) {
-    model.beginTransaction("tidy");
-    model.setUri("m");
-    for (ClassObject const & object : model.getUnparented().toVector()) {
-        object.destroy();
-    }
-    model.commitTransaction();
-    model.getRootDeviant().clearUndoStack();
-}
-
-std::string told(Differences const & differences) {
-    std::string lines;
-    for (Compare::Difference const & difference : differences) {
-        lines += Compare::sentenceOf(difference) + "\n";
-    }
-    return lines;
-}
 
 class DifferencesOfModels : public testing::TestWithParam<Subject> {
 protected:
@@ -67,13 +40,8 @@ protected:
     void runSeed(unsigned int seed, int changeCount) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Model const model = copyOf(randomModel(GetParam(), seed));
-        Model const changed = copyOf(model);
-        EXPECT_TRUE(diff(model, changed).empty());
-        Changes changes(GetParam(), changed, seed);
-        changed.getRootDeviant().beginTransaction("change");
-        changes.makeAny(changeCount);
-        changed.getRootDeviant().commitTransaction();
-        Model const copy = copyOf(changed);
+        EXPECT_TRUE(diff(model, copyOf(model)).empty());
+        Model const copy = changedCopyOf(GetParam(), model, seed, changeCount);
         expectApplied(model, copy);
         Compare::MatchSettings withoutIds;
         withoutIds.ids = Compare::MatchSettings::Ids::Ignore;

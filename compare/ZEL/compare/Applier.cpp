@@ -104,7 +104,7 @@ void Applier::create(Index added) {
         }
         Tree::Node const & node = right.tree[index];
         internal::BodyCore & body = makeBody(node);
-        fCreated.emplace(node.object(), static_cast<ObjectIntf *>(&body));
+        fCreated.insert_or_assign(node.object(), static_cast<ObjectIntf *>(&body));
         fPlaced.push_back(index);
     }
 }

@@ -29,6 +29,8 @@ public:
     /// All at once. Throws what the changes throw: the transaction is to be cancelled then.
     void apply(Differences const & differences);
 
+    /// Says that the target has an object already for a new one of the right side.
+    void standFor(ObjectIntf const * right, ObjectIntf * target) { fCreated.emplace(right, target); }
     /// The object of the target that stands for one of the right side, those that were added among them; null for none.
     [[nodiscard]] ObjectIntf * targetOfRight(ObjectIntf * right) const;
 

@@ -5,10 +5,9 @@
 #include <ZEL/compare/Pairs.h>
 
 #include <cstddef>
-#include <functional>
 #include <map>
-#include <optional>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -26,68 +25,73 @@ private:
     using Kind = Difference::Kind;
     static constexpr std::size_t kNone = ~std::size_t{0};
 
-    /// One of the two sides.
+    /// What one of the two sides has done. Objects of the base are named by their places in its tree, which both sides
+    /// have alike.
     struct View {
         explicit View(Differences const & all);
 
-        /// The base's object for one of this side; null for one that it has not.
+        /// The base's object for one of this side, or itself if it is of neither; null for a new one.
         [[nodiscard]] ObjectIntf * baseOf(ImmutableObject const & object) const {
             return pairs.leftOf(object.getImplementationWithoutAssert());
         }
-        /// The place in the base of what contains a new or moved object. Goes up as long as that is new.
-        [[nodiscard]] Index baseAround(ImmutableClassObject const & object) const;
-        /// What contained an object that this side has removed, or that itself, in the base.
+        [[nodiscard]] Index placeOf(ImmutableObject const & ofBase) const {
+            return pairs.left().tree.indexOf(ofBase.getImplementationWithoutAssert());
+        }
+        /// The nearest object of the base around a new or moved object.
+        [[nodiscard]] Index around(ImmutableObject const & object) const;
+        /// Objects of the base that are as they are only if the difference is true.
         [[nodiscard]] std::vector<Index> concerned(Difference const & difference) const;
 
         Differences const & differences;
         Pairs const & pairs;
-        Tree const & base;
         std::vector<std::size_t> removals; ///< by place in the base: the difference that removes it, or `kNone`
         std::unordered_map<Index, std::size_t> moves;
     };
-    /// By object of the base and property.
-    using OfProperty = std::map<std::pair<ObjectIntf const *, ObjectIntf const *>, std::vector<std::size_t>>;
+    /// Differences of ours by an object of the base and a property.
+    using Key = std::pair<ObjectIntf const *, ObjectIntf const *>;
+    using ByProperty = std::map<Key, std::vector<std::size_t>>;
 
     void enterOurs();
     void findSameAdditions();
-    void judge(std::size_t theirs);
-    void judgeValues(std::size_t theirs);
-    void judgeLink(std::size_t theirs);
-    void judgeOrder(std::size_t theirs);
-    void judgeMove(std::size_t theirs);
-    void judgeAddition(std::size_t theirs);
+    void judge(std::size_t index);
+    void judgeChange(std::size_t index);
+    void judgeMove(std::size_t index);
+    void judgeAddition(std::size_t index);
     /// Whether there is room in a single-valued property for what theirs puts there.
-    void judgeRoom(std::size_t theirs);
+    void judgeRoom(std::size_t index);
     void judgeRemovals();
     void judgeRings();
     void judgeNeeds();
+    void fillPlan();
 
-    [[nodiscard]] Difference const & ours(std::size_t index) const { return fOurs.differences[index]; }
-    [[nodiscard]] Difference const & theirs(std::size_t index) const { return fTheirs.differences[index]; }
-    [[nodiscard]] static std::pair<ObjectIntf const *, ObjectIntf const *> keyOf(ObjectIntf const * object,
-                                                                                 ImmutableProperty const & property) {
+    [[nodiscard]] Difference const & oursAt(std::size_t index) const { return fOurs.differences[index]; }
+    [[nodiscard]] Difference const & theirsAt(std::size_t index) const { return fTheirs.differences[index]; }
+    [[nodiscard]] static Key keyOf(ObjectIntf const * object, ImmutableProperty const & property) {
         return {object, ImmutableObject(property).getImplementationWithoutAssert()};
     }
-    [[nodiscard]] std::vector<std::size_t> const & oursAt(OfProperty const & index, ObjectIntf const * object,
-                                                          ImmutableProperty const & property) const;
-    /// Whether a link or a container of ours and one of theirs are the same object.
-    [[nodiscard]] bool areSame(ImmutableObject const & ofOurs, ImmutableObject const & ofTheirs) const;
-    void drop(std::size_t theirs) { fFate[theirs] = kDropped; }
-    void conflict(Conflict::Kind kind, std::vector<std::size_t> const & ours, std::size_t theirs,
-                  bool allowsBoth = false);
-    /// What contains an object of the base after both sides' moves.
-    [[nodiscard]] Index containerAfterBoth(Index base) const;
+    [[nodiscard]] std::vector<std::size_t> found(ByProperty const & index, Key const & key) const;
+    /// Whether an object of ours and one of theirs are the same, new ones among them.
+    [[nodiscard]] bool areSame(ImmutableObject const & ours, ImmutableObject const & theirs) const;
+    [[nodiscard]] bool areSameTargets(Difference const & ours, Difference const & theirs) const;
+    [[nodiscard]] bool haveSameOrder(Difference const & ours, Difference const & theirs) const;
+    /// What contains the object of the base when both sides have moved what they move.
+    [[nodiscard]] Index containerAfterBoth(Index object) const;
 
-    static constexpr std::size_t kTaken = kNone;
+    void drop(std::size_t theirs) { fFates[theirs] = kDropped; }
+    [[nodiscard]] bool isTaken(std::size_t theirs) const { return fFates[theirs] == kNone; }
+    /// Adds to the conflict of the difference of theirs, if that has one already.
+    void conflict(Conflict::Kind kind, std::size_t ours, std::size_t theirs, bool allowsBoth = false);
+
     static constexpr std::size_t kDropped = kNone - 1;
 
     MergePlan & fPlan;
     View fOurs;
     View fTheirs;
-    OfProperty fChanges;            ///< of ours: values, links and orders
-    OfProperty fArrivals;           ///< of ours: what comes into a property of a container
-    OfProperty fLinksTo;            ///< of ours: by target, in the base, and property
-    std::vector<std::size_t> fFate; ///< of each of theirs: `kTaken`, `kDropped`, or its conflict
+    ByProperty fChanges;                               ///< of values, links and orders
+    ByProperty fArrivals;                              ///< what comes into a property of a container
+    ByProperty fLinksTo;                               ///< by the new target
+    std::unordered_set<ObjectIntf const *> fDifferent; ///< new objects of theirs that ours has otherwise
+    std::vector<std::size_t> fFates; ///< of each of theirs: `kNone` if it is taken, `kDropped`, or its conflict
 };
 
 } // namespace ZEL::Compare

@@ -40,6 +40,9 @@ public:
     /// What is different on the left: what is applied to the left by these is taken back by the result.
     [[nodiscard]] Differences turnedRound() const;
 
+    /// Of the match, whether chosen or not. For this library's own use.
+    [[nodiscard]] std::vector<Difference> const & all() const noexcept { return *fAll; }
+
 private:
     using All = std::vector<Difference>;
 

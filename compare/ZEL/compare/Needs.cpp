@@ -40,6 +40,7 @@ void Needs::take(std::size_t difference) {
     if (difference != kNone && fIsTaken[difference] == 0) {
         fIsTaken[difference] = 1;
         fOpen.push_back(difference);
+        fTaken.push_back(difference);
     }
 }
 
@@ -117,10 +118,10 @@ std::vector<std::size_t> Needs::with(std::vector<std::size_t> const & chosen) {
         takeNeedsOf(fAll[next]);
     }
     std::vector<std::size_t> all;
-    for (std::size_t i = 0; i < fAll.size(); ++i) {
-        if (fIsTaken[i] != 0) {
-            all.push_back(i);
-        }
+    all.swap(fTaken);
+    std::sort(all.begin(), all.end());
+    for (std::size_t const each : all) {
+        fIsTaken[each] = 0; // for the next call
     }
     return all;
 }

@@ -36,6 +36,7 @@ private:
     std::vector<std::size_t> fMoves;     ///< by object of the left: its move or its removal
     std::unordered_multimap<Index, std::size_t> fLinksTo; ///< changes of links to objects that are removed
     std::vector<char> fIsTaken;
+    std::vector<std::size_t> fTaken;
     std::vector<std::size_t> fOpen;
 };
 

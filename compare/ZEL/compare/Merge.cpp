@@ -1,0 +1,152 @@
+#include <ZEL/compare/Applier.h>
+#include <ZEL/compare/ConflictFinder.h>
+#include <ZEL/compare/Merge.h>
+#include <ZEL/compare/MergePlan.h>
+#include <ZEL/deviants/Transaction.h>
+#include <ZEL/values/ValueObject.h>
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+#include <utility>
+
+namespace ZEL::Compare {
+namespace {
+
+using Kind = Difference::Kind;
+
+/// The chosen ones of all.
+Differences only(Differences const & all, std::set<std::size_t> const & chosen) {
+    std::size_t place = 0;
+    return all.filtered([&](Difference const &) { return chosen.count(place++) != 0; });
+}
+
+/// What of ours stands in the way of theirs: changes of one value are just written over.
+std::set<std::size_t> inTheWay(Differences const & ours, std::vector<std::size_t> const & places) {
+    std::set<std::size_t> result;
+    for (std::size_t const place : places) {
+        Kind const kind = ours[place].kind;
+        if (kind == Kind::Removed) { // with the links that went with it
+            std::vector<std::size_t> const gone = Needs(ours.match().pairs(), ours.all()).with({place});
+            result.insert(gone.begin(), gone.end());
+        } else if (kind == Kind::Added || kind == Kind::Moved) {
+            result.insert(place);
+        }
+    }
+    return result;
+}
+
+/// Their values behind ours, as far as ours has not got them.
+void addValues(ClassObject const & object, Difference const & theirs) {
+    Sequence<Object> const values = object.get(theirs.property);
+    for (ImmutableObject const & value : theirs.after) {
+        auto const present = values.toVector();
+        bool const isThere = std::any_of(present.begin(), present.end(), [&value](Object const & each) {
+            return ImmutableValueObject(each) == ImmutableValueObject(value);
+        });
+        if (!isThere) {
+            values.push_back(Object(value.getImplementation(), object.getDeviant()));
+        }
+    }
+}
+
+} // namespace
+
+MergePlan::MergePlan(Differences oursToTake, Differences theirsToTake)
+    : ours(std::move(oursToTake)), theirs(std::move(theirsToTake)) {
+    ConflictFinder(*this).run();
+}
+
+Merge::Merge(ImmutableClassObject const & base, ImmutableClassObject const & ours, ImmutableClassObject const & theirs,
+             MatchSettings const & settings)
+    : fPlan(std::make_shared<MergePlan const>(diff(base, ours, settings), diff(base, theirs, settings))),
+      fResolutions(fPlan->conflicts.size()) {}
+
+Differences const & Merge::ours() const noexcept { return fPlan->ours; }
+
+Differences const & Merge::theirs() const noexcept { return fPlan->theirs; }
+
+std::vector<Difference> Merge::taken() const {
+    std::vector<Difference> result;
+    std::transform(fPlan->taken.begin(), fPlan->taken.end(), std::back_inserter(result),
+                   [this](std::size_t place) { return fPlan->theirs[place]; });
+    return result;
+}
+
+std::vector<Conflict> const & Merge::conflicts() const noexcept { return fPlan->conflicts; }
+
+std::optional<Resolution> Merge::resolutionOf(std::size_t conflict) const { return fResolutions.at(conflict); }
+
+bool Merge::isResolved() const {
+    return std::all_of(fResolutions.begin(), fResolutions.end(), [](auto const & each) { return each.has_value(); });
+}
+
+void Merge::resolve(std::size_t conflict, Resolution resolution) {
+    std::optional<Resolution> & place = fResolutions.at(conflict);
+    if (resolution != Resolution::Both || fPlan->conflicts[conflict].allowsBoth) {
+        place = resolution;
+    }
+}
+
+void Merge::resolve(Resolver const & resolver) {
+    for (std::size_t i = 0; i < fResolutions.size(); ++i) {
+        if (!fResolutions[i].has_value()) {
+            resolve(i, resolver(fPlan->conflicts[i]));
+        }
+    }
+}
+
+bool Merge::apply(ClassObject const & target) const {
+    std::set<std::size_t> taken(fPlan->taken.begin(), fPlan->taken.end());
+    std::set<std::size_t> takenBack;
+    std::vector<Difference> added; // values beside those of ours
+    for (std::size_t i = 0; i < fResolutions.size(); ++i) {
+        MergePlan::Places const & places = fPlan->places[i];
+        bool const isBoth = fResolutions[i] == Resolution::Both;
+        if (isBoth && fPlan->conflicts[i].kind == Conflict::Kind::Values) {
+            Conflict const & conflict = fPlan->conflicts[i];
+            added.insert(added.end(), conflict.theirs.begin(), conflict.theirs.end());
+        } else if (isBoth || fResolutions[i] == Resolution::Theirs) {
+            taken.insert(places.theirs.begin(), places.theirs.end());
+            if (!isBoth) {
+                takenBack.merge(inTheWay(fPlan->ours, places.ours));
+            }
+        }
+    }
+
+    Differences const & ours = fPlan->ours;
+    Differences const & theirs = fPlan->theirs;
+    ImmutableClassObject const & root = ours.match().right();
+    Transaction transaction(target.getDeviant(), "merge");
+    std::optional<Match> toTarget;
+    if (root != target) {
+        toTarget.emplace(root, target);
+    }
+    auto const targetOfOurs = [&toTarget](ObjectIntf * object) {
+        return object != nullptr && toTarget.has_value() ? toTarget->pairs().rightOf(object) : object;
+    };
+    Match const back = ours.match().turnedRound();
+    Applier restored(back, target, targetOfOurs);
+    restored.apply(only(ours, takenBack).turnedRound());
+    // What has been restored stands for the object of the base again.
+    Applier applier(theirs.match(), target, [&](ObjectIntf * base) { return restored.targetOfRight(base); });
+    for (auto const & [ofTheirs, ofOurs] : fPlan->sameAdditions) {
+        applier.standFor(ofTheirs, targetOfOurs(ofOurs));
+    }
+    applier.apply(only(theirs, taken));
+    for (Difference const & each : added) {
+        if (ObjectIntf * const object = applier.targetOfRight(ImmutableObject(each.right).getImplementation())) {
+            addValues(ClassObject(Object(object, target.getDeviant())), each);
+        }
+    }
+    return transaction.commit();
+}
+
+std::vector<Conflict> merge(ImmutableClassObject const & base, ClassObject const & ours,
+                            ImmutableClassObject const & theirs) {
+    Merge const made(base, ours, theirs);
+    static_cast<void>(made.apply(ours));
+    return made.conflicts();
+}
+
+} // namespace ZEL::Compare

@@ -17,7 +17,7 @@ public:
 
 enum ExitCode : int {
     Done = 0,
-    No = 1,        ///< `compare`: different; `tour`: a step failed
+    No = 1,        ///< `compare`, `diff`: different; `merge`: conflicts are left; `tour`: a step failed
     InTrouble = 2, ///< wrong arguments, or a file that cannot be read or written
 };
 
@@ -31,10 +31,14 @@ using Command = std::function<ExitCode()>;
 [[nodiscard]] Command compareCommand(CLI::App & app);
 /// Reads a file and writes its model to another one.
 [[nodiscard]] Command convertCommand(CLI::App & app);
+/// Lists what is different in another version of a file.
+[[nodiscard]] Command diffCommand(CLI::App & app);
 /// Prints everything in a file, object by object, as indented text.
 [[nodiscard]] Command dumpCommand(CLI::App & app);
 /// Prints a summary of a model file.
 [[nodiscard]] Command infoCommand(CLI::App & app);
+/// Puts what two versions of a file have changed into one.
+[[nodiscard]] Command mergeCommand(CLI::App & app);
 /// Lists the registered metamodels, or the types of one.
 [[nodiscard]] Command metamodelCommand(CLI::App & app);
 /// Writes a random model of a metamodel.

@@ -1,5 +1,4 @@
 #include "Command.h"
-#include "Files.h"
 #include "Models.h"
 #include "Options.h"
 #include "Progress.h"
@@ -10,11 +9,9 @@
 #include <ZEL/tools/Comparator.h>
 #include <ZEL/tools/ObjectsIn.h>
 
-#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace cli {
 namespace {
@@ -24,31 +21,14 @@ namespace {
 class FileComparator : public ZEL::Comparator {
 public:
     FileComparator(OpenModel const & first, OpenModel const & second) : Comparator(first.model, second.model) {
-        for (ZEL::Model const & companion : second.companions) {
-            ZEL::Model const counterpart = sameOf(first.companions, companion);
-            if (counterpart.isValid()) {
-                static_cast<void>(compareCompositionR(counterpart, companion));
-            }
+        for (auto const & [companion, counterpart] : companionsOfBoth(first, second)) {
+            static_cast<void>(compareCompositionR(companion, counterpart));
         }
     }
 
     [[nodiscard]] bool areEqual() {
         Progress const progress("comparing");
         return compareCompositionR(getFirst(), getSecond()) && compareAssociationR(getFirst(), getSecond());
-    }
-
-private:
-    [[nodiscard]] static ZEL::Model sameOf(std::vector<ZEL::Model> const & models, ZEL::Model const & model) {
-        auto const pathOf = [](ZEL::Model const & other) { return ZEL::Interchange::pathOfFileUri(other.getUri()); };
-        auto const isSame = [&](ZEL::Model const & other) {
-            return other.getUri() == model.getUri() || areSameFile(pathOf(other), pathOf(model));
-        };
-        auto const isCopy = [&](ZEL::Model const & other) { return haveSameContent(pathOf(other), pathOf(model)); };
-        auto found = std::find_if(models.begin(), models.end(), isSame);
-        if (found == models.end()) {
-            found = std::find_if(models.begin(), models.end(), isCopy);
-        }
-        return found != models.end() ? *found : ZEL::Model();
     }
 };
 

@@ -30,28 +30,12 @@ struct Arguments {
     ReadSettings settings;
 };
 
-ZEL::Serializer::XmiFormat dialectOf(std::string const & name) {
-    using ZEL::Serializer::XmiFormat;
-    return name == "magicdraw" ? XmiFormat::MagicDraw : name == "rhapsody" ? XmiFormat::Rhapsody : XmiFormat::Standard;
-}
-
-void writeAs(std::string const & format, std::string const & file, ZEL::Model const & model) {
-    using ZEL::Interchange::ToolForm;
-    if (format == "eclipse-uml2") {
-        writeModel(file, model, ToolForm::EclipseUml2);
-    } else if (format == "xmi-2.5.1") {
-        writeModel(file, model, ToolForm::Xmi251);
-    } else {
-        writeModel(file, model, dialectOf(format));
-    }
-}
-
 ExitCode convert(Arguments & given) {
     given.settings.setInputFormat(dialectOf(given.from));
     requireWritable(given.output);
     OpenModel const opened = readModel(given.input, given.settings);
     requireNoCompanion(given.output, opened, given.input);
-    writeAs(given.to, given.output, opened.model);
+    writeModelAs(given.to, given.output, opened.model);
     std::cout << printable(given.output) << ": " << counted(ZEL::objectsIn(opened.model).size(), "object") << '\n';
     return Done;
 }
@@ -64,8 +48,7 @@ Command convertCommand(CLI::App & app) {
     addArgument(app, "OUT", given->output, "The file to write; links into other files are made relative to it");
     addLinks(app, given->settings);
     addFormat(app, "--from", given->from, {"standard", "magicdraw"}, "The dialect of IN");
-    addFormat(app, "--to", given->to, {"standard", "magicdraw", "rhapsody", "eclipse-uml2", "xmi-2.5.1"},
-              "The form of OUT");
+    addFormat(app, "--to", given->to, outputFormats(), "The form of OUT");
     return [given] { return convert(*given); };
 }
 

@@ -1,7 +1,11 @@
 #include "Files.h"
 
 #include "Command.h"
+#include "Progress.h"
 #include "Text.h"
+
+#include <ZEL/base/Exception.h>
+#include <ZEL/base/SafeFile.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,6 +15,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string_view>
 #include <system_error>
 
 namespace cli {
@@ -67,6 +72,36 @@ std::string writablePage(std::string const & name) {
     std::string page = name + ".html";
     requireWritable(page);
     return page;
+}
+
+std::string withoutPageEnding(std::string const & page) {
+    constexpr std::string_view kEnding = ".html";
+    return page.ends_with(kEnding) ? page.substr(0, page.size() - kEnding.size()) : page;
+}
+
+void putPage(std::string const & page, std::function<void(std::string const &)> const & write) {
+    Progress const progress("writing " + page);
+    ZEL::SafeFile file(page, ZEL::SafeFile::Beside::FreeName);
+    if (!file.open()) {
+        raise("write", page, file.getReason());
+    }
+    try {
+        write(file.getTemporaryName());
+    } catch (ZEL::Exception const & exception) {
+        file.remove();
+        raise("write", page, exception.what());
+    } catch (...) {
+        file.remove();
+        throw;
+    }
+    ZEL::SafeFile::Result const result = file.put();
+    if (result == ZEL::SafeFile::Result::Damaged) {
+        raise("write", page, file.getReason() + "; what was written is in " + file.getTemporaryName());
+    }
+    if (result != ZEL::SafeFile::Result::Done) {
+        file.remove();
+        raise("write", page, file.getReason());
+    }
 }
 
 bool areSameFile(std::string const & a, std::string const & b) {

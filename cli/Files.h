@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 /// Checks of the files of a command before it begins.
@@ -11,8 +12,14 @@ void requireReadable(std::string const & file);
 /// written.
 void requireWritable(std::string const & file);
 
+/// The name without ".html" at its end.
+[[nodiscard]] std::string withoutPageEnding(std::string const & page);
 /// The file of the page of that name: the name with ".html". Throws `Trouble` as `requireWritable` does.
 [[nodiscard]] std::string writablePage(std::string const & name);
+
+/// Puts a page into place that `write` writes into the file of the name that it is given. Throws `Trouble` if that fails;
+/// what was there before is still there then.
+void putPage(std::string const & page, std::function<void(std::string const &)> const & write);
 
 /// Whether both are names of the same existing file.
 [[nodiscard]] bool areSameFile(std::string const & a, std::string const & b);

@@ -20,6 +20,7 @@
 #include <ZEL/serializer/reader/XmiReader.h>
 #include <ZEL/serializer/writer/XmiWriter.h>
 
+#include <algorithm>
 #include <exception>
 #include <filesystem>
 #include <new>
@@ -158,6 +159,25 @@ OpenModel readModel(std::string const & file, ReadSettings const & settings) {
     return opened;
 }
 
+std::vector<std::pair<ZEL::Model, ZEL::Model>> companionsOfBoth(OpenModel const & first, OpenModel const & second) {
+    auto const pathOf = [](ZEL::Model const & model) { return ZEL::Interchange::pathOfFileUri(model.getUri()); };
+    std::vector<std::pair<ZEL::Model, ZEL::Model>> both;
+    for (ZEL::Model const & model : second.companions) {
+        auto const isSame = [&](ZEL::Model const & other) {
+            return other.getUri() == model.getUri() || areSameFile(pathOf(other), pathOf(model));
+        };
+        auto const isCopy = [&](ZEL::Model const & other) { return haveSameContent(pathOf(other), pathOf(model)); };
+        auto found = std::find_if(first.companions.begin(), first.companions.end(), isSame);
+        if (found == first.companions.end()) {
+            found = std::find_if(first.companions.begin(), first.companions.end(), isCopy);
+        }
+        if (found != first.companions.end()) {
+            both.emplace_back(*found, model);
+        }
+    }
+    return both;
+}
+
 void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Serializer::XmiFormat format) {
     ZEL::Serializer::XmiWriterSettings settings;
     settings.setOutputFormat(format);
@@ -175,6 +195,29 @@ void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Interch
     ZEL::Serializer::XmiWriterSettings settings;
     settings.setFileForm(ZEL::Interchange::fileFormOf(form));
     writeBy(settings, file, model);
+}
+
+std::vector<std::string> const & outputFormats() {
+    static std::vector<std::string> const formats{"standard", "magicdraw", "rhapsody", "eclipse-uml2", "xmi-2.5.1"};
+    return formats;
+}
+
+ZEL::Serializer::XmiFormat dialectOf(std::string const & format) {
+    using ZEL::Serializer::XmiFormat;
+    return format == "magicdraw"  ? XmiFormat::MagicDraw
+           : format == "rhapsody" ? XmiFormat::Rhapsody
+                                  : XmiFormat::Standard;
+}
+
+void writeModelAs(std::string const & format, std::string const & file, ZEL::Model const & model) {
+    using ZEL::Interchange::ToolForm;
+    if (format == "eclipse-uml2") {
+        writeModel(file, model, ToolForm::EclipseUml2);
+    } else if (format == "xmi-2.5.1") {
+        writeModel(file, model, ToolForm::Xmi251);
+    } else {
+        writeModel(file, model, dialectOf(format));
+    }
 }
 
 ZEL::Model metamodelOf(std::string const & uriOrPrefix) {

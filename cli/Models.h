@@ -10,6 +10,7 @@
 #include <ZEL/serializer/reader/ReadReport.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 /// Models and their files.
@@ -27,12 +28,20 @@ struct OpenModel {
 /// The same; also prints a line on standard error that sums up what was lost.
 [[nodiscard]] OpenModel readModel(std::string const & file, ReadSettings const & settings = {});
 
+/// Those that two models of files refer to both: the same file, or a copy of it. The first model's first.
+[[nodiscard]] std::vector<std::pair<ZEL::Model, ZEL::Model>> companionsOfBoth(OpenModel const & first,
+                                                                              OpenModel const & second);
+
 /// Throws `Trouble` if the file cannot be written. It is then unchanged, and no other file is left, unless the text
 /// says so.
 void writeModel(std::string const & file, ZEL::Model const & model,
                 ZEL::Serializer::XmiFormat format = ZEL::Serializer::XmiFormat::Standard);
 /// The same in the form of another tool. The model must be one of UML.
 void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Interchange::ToolForm form);
+/// The same in one of `outputFormats`.
+void writeModelAs(std::string const & format, std::string const & file, ZEL::Model const & model);
+[[nodiscard]] std::vector<std::string> const & outputFormats();
+[[nodiscard]] ZEL::Serializer::XmiFormat dialectOf(std::string const & format);
 
 /// The metamodel of that URI or prefix, registered. Throws `Trouble` if there is none.
 [[nodiscard]] ZEL::Model metamodelOf(std::string const & uriOrPrefix);

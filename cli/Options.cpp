@@ -53,9 +53,23 @@ void addText(CLI::App & app, std::string const & name, std::string & text, std::
     app.add_option(name, text, description)->capture_default_str()->type_name(kind);
 }
 
+void addRequiredText(CLI::App & app, std::string const & name, std::string & text, std::string const & kind,
+                     std::string const & description) {
+    app.add_option(name, text, description)->required()->type_name(kind);
+}
+
 void addOptionalArgument(CLI::App & app, std::string const & name, std::optional<std::string> & text,
                          std::string const & description) {
     app.add_option(name, text, description);
+}
+
+void addTexts(CLI::App & app, std::string const & name, std::vector<std::string> & texts, std::string const & kind,
+              std::string const & description) {
+    app.add_option(name, texts, description)->type_name(kind)->expected(1)->take_all();
+}
+
+void addFlag(CLI::App & app, std::string const & name, bool & isGiven, std::string const & description) {
+    app.add_flag(name, isGiven, description);
 }
 
 void addNumber(CLI::App & app, std::string const & name, int & number, std::string const & description,

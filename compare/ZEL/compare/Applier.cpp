@@ -122,9 +122,15 @@ void Applier::place(Index right) {
 }
 
 void Applier::destroy(Difference const & difference) const {
-    ObjectIntf * const object = targetOfLeft(ImmutableObject(difference.left).getImplementation());
-    if (object != nullptr) {
-        handleOf(object).destroy();
+    Side const & left = fPairs.left();
+    Index const removed = left.tree.indexOf(ImmutableObject(difference.left).getImplementation());
+    // The target may have taken parts out of it, and ended the rest.
+    for (Index index = removed; index < left.tree[removed].end; ++index) {
+        ObjectIntf * const object =
+            left.counterparts[index] == Tree::kNone ? targetOfLeft(left.tree[index].object()) : nullptr;
+        if (object != nullptr && handleOf(object).isValid()) {
+            handleOf(object).destroy();
+        }
     }
 }
 

@@ -55,6 +55,25 @@ ConflictFinder::Index ConflictFinder::View::around(ImmutableObject const & objec
     return side.counterparts[index];
 }
 
+/// What new objects link to.
+void ConflictFinder::View::appendTargetsOf(ImmutableObject const & added, std::vector<Index> & places) const {
+    Side const & side = pairs.right();
+    Index const first = side.tree.indexOf(added.getImplementation());
+    for (Index index = first; index < side.tree[first].end; ++index) {
+        Tree::Node const & node = side.tree[index];
+        if (side.counterparts[index] != Tree::kNone) {
+            continue;
+        }
+        for (PropertyView const * const property : node.metaClass->links) {
+            forEachTarget(*property, *node.body, node.deviant(), [&](ObjectIntf * target) {
+                if (ObjectIntf * const base = pairs.leftOf(target)) {
+                    places.push_back(pairs.left().tree.indexOf(base));
+                }
+            });
+        }
+    }
+}
+
 std::vector<ConflictFinder::Index> ConflictFinder::View::concerned(Difference const & difference) const {
     std::vector<Index> places;
     if (difference.kind == Kind::Removed) {
@@ -72,6 +91,9 @@ std::vector<ConflictFinder::Index> ConflictFinder::View::concerned(Difference co
                 places.push_back(pairs.left().tree.indexOf(base));
             }
         }
+    }
+    if (difference.kind == Kind::Added) {
+        appendTargetsOf(difference.right, places);
     }
     std::erase_if(places, [this](Index place) { return place >= pairs.left().end; });
     return places;
@@ -164,6 +186,14 @@ void ConflictFinder::findSameAdditions() {
     Side const & theirs = fTheirs.pairs.right();
     MatchSettings settings;
     settings.ids = MatchSettings::Ids::Ignore; // both sides may have given one id to different new objects
+    for (Index index = base.end; index < base.tree.size(); ++index) { // what all refer to
+        Index const ofTheirs = fTheirs.pairs.left().tree.indexOf(base.tree[index].object());
+        if (base.tree[index].container == index && ofTheirs != Tree::kNone && base.counterparts[index] != Tree::kNone &&
+            fTheirs.pairs.left().counterparts[ofTheirs] != Tree::kNone) {
+            settings.companions.emplace_back(ours.tree.handleOf(base.counterparts[index]),
+                                             theirs.tree.handleOf(fTheirs.pairs.left().counterparts[ofTheirs]));
+        }
+    }
     for (Index index = 0; index < base.end; ++index) {
         Index const ofOurs = base.counterparts[index];
         Index const ofTheirs = fTheirs.pairs.left().counterparts[index];
@@ -350,7 +380,10 @@ void ConflictFinder::judgeRemovals() {
     for (std::size_t i = 0; i < fOurs.differences.size(); ++i) {
         for (Index const place : fOurs.concerned(oursAt(i))) {
             std::size_t const removal = fTheirs.removals[place];
-            if (removal != kNone && fFates[removal] != kDropped) {
+            if (removal != kNone) {
+                if (fFates[removal] == kDropped) { // ours has removed the rest as well, but not this
+                    fFates[removal] = kNone;
+                }
                 conflict(Conflict::Kind::Removal, i, removal);
             }
         }

@@ -41,6 +41,7 @@ private:
         [[nodiscard]] Index around(ImmutableObject const & object) const;
         /// Objects of the base that are as they are only if the difference is true.
         [[nodiscard]] std::vector<Index> concerned(Difference const & difference) const;
+        void appendTargetsOf(ImmutableObject const & added, std::vector<Index> & places) const;
 
         Differences const & differences;
         Pairs const & pairs;

@@ -32,9 +32,7 @@ std::string qualifiedNameOf(ImmutableClassObject const & object) {
         if (!name.empty() && (isObject || !view.isModel())) {
             names.push_back(std::move(name));
         }
-        ImmutableClassObject const container = at.getContainerZEL();
-        at = ImmutableClassObject(); // a handle keeps its deviant when it gets the same body
-        at = container;
+        at = ImmutableClassObject(at.getContainerZEL());
     }
     std::string joined;
     std::for_each(names.rbegin(), names.rend(),
@@ -46,19 +44,21 @@ std::string labelOf(ImmutableClassObject const & object) {
     if (!object.isValid()) {
         return "nothing";
     }
-    std::string label = MetaClassView::ofInstance(object).name();
-    for (ImmutableClassObject at = object; at.isValid();) {
-        if (std::string const name = qualifiedNameOf(at); !name.empty()) {
-            return label + " '" + name + "'";
-        }
-        ImmutableClassObject const container = at.getContainerZEL();
-        at = ImmutableClassObject();
-        at = container;
-        if (at.isValid()) {
-            label += " in " + MetaClassView::ofInstance(at).name();
-        }
+    std::string const label = MetaClassView::ofInstance(object).name();
+    if (std::string const name = qualifiedNameOf(object); !name.empty()) {
+        return label + " '" + name + "'";
     }
-    return label;
+    // The nearest one around it that has a name, or else the outermost.
+    ImmutableClassObject around = object;
+    for (ImmutableClassObject next = object.getContainerZEL(); next.isValid();) {
+        around = next;
+        bool const isNamed = !nameIn(MetaClassView::ofInstance(around), around).empty();
+        next = isNamed ? ImmutableClassObject() : around.getContainerZEL();
+    }
+    std::string const name = qualifiedNameOf(around);
+    return around == object
+               ? label
+               : label + " in " + MetaClassView::ofInstance(around).name() + (name.empty() ? "" : " '" + name + "'");
 }
 
 } // namespace ZEL::Compare

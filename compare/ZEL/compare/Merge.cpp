@@ -58,8 +58,8 @@ MergePlan::MergePlan(Differences oursToTake, Differences theirsToTake)
 }
 
 Merge::Merge(ImmutableClassObject const & base, ImmutableClassObject const & ours, ImmutableClassObject const & theirs,
-             MatchSettings const & settings)
-    : fPlan(std::make_shared<MergePlan const>(diff(base, ours, settings), diff(base, theirs, settings))),
+             MatchSettings const & settingsOfOurs, MatchSettings const & settingsOfTheirs)
+    : fPlan(std::make_shared<MergePlan const>(diff(base, ours, settingsOfOurs), diff(base, theirs, settingsOfTheirs))),
       fResolutions(fPlan->conflicts.size()) {}
 
 Differences const & Merge::ours() const noexcept { return fPlan->ours; }

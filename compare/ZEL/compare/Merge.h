@@ -33,7 +33,11 @@ public:
     /// Throws as the constructor of `Match` does. The models are to stay as they are until the result is applied. Linear,
     /// as two comparisons.
     Merge(ImmutableClassObject const & base, ImmutableClassObject const & ours, ImmutableClassObject const & theirs,
-          MatchSettings const & settings = {});
+          MatchSettings const & settings = {})
+        : Merge(base, ours, theirs, settings, settings) {}
+    /// With settings for the match of the base with each side.
+    Merge(ImmutableClassObject const & base, ImmutableClassObject const & ours, ImmutableClassObject const & theirs,
+          MatchSettings const & settingsOfOurs, MatchSettings const & settingsOfTheirs);
 
     /// What each side has done to the base.
     [[nodiscard]] Differences const & ours() const noexcept;

@@ -97,6 +97,7 @@ Command diffCommand(CLI::App & app) {
     addArgument(app, "A", given->first, "A model file");
     addArgument(app, "B", given->second, "Another version of it");
     addLinks(app, given->settings);
+    addVersionsOf(app, given->settings);
     addFlag(app, "--json", given->isJson, "Prints the differences for other programs");
     addText(app, "--html", given->page, "PAGE", "Writes a page with both models and the differences marked");
     return [given] { return diff(*given); };

@@ -48,7 +48,8 @@ void printJson(Merge const & merge) {
 }
 
 void printLines(Merge const & merge, Arguments const & given) {
-    std::cout << printable(given.output) << ": " << counted(merge.taken().size(), "change") << " taken, "
+    std::string const & file = given.settings.versionsOf.empty() ? given.output : given.settings.versionsOf;
+    std::cout << printable(file) << ": " << counted(merge.taken().size(), "change") << " taken, "
               << counted(merge.conflicts().size(), "conflict") << '\n';
     for (Conflict const & conflict : merge.conflicts()) {
         std::cout << "conflict: " << printable(sentenceOf(conflict)) << '\n';
@@ -92,6 +93,7 @@ Command mergeCommand(CLI::App & app) {
     addFormat(app, "--prefer", given->preferred, {"none", "ours", "theirs"}, "Who wins where both changed the same");
     addFormat(app, "--to", given->format, outputFormats(), "The form of OUT");
     addLinks(app, given->settings);
+    addVersionsOf(app, given->settings);
     addFlag(app, "--json", given->isJson, "Prints what was merged for other programs");
     return [given] { return merge(*given); };
 }

@@ -20,11 +20,12 @@
 #include <ZEL/serializer/reader/XmiReader.h>
 #include <ZEL/serializer/writer/XmiWriter.h>
 
-#include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <filesystem>
 #include <new>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace cli {
@@ -103,6 +104,29 @@ void writeBy(ZEL::Serializer::XmiWriterSettings & settings, std::string const & 
     throw Trouble("cannot write " + file + ": " + reason);
 }
 
+/// Where a link of a file leads that has been moved out of its folder.
+class MovedLinks {
+public:
+    MovedLinks(std::string const & file, std::string const & versionsOf)
+        : fFrom(folderOf(file)), fTo(folderOf(versionsOf)) {}
+
+    /// Empty for what is not found there.
+    [[nodiscard]] std::string pathOf(std::string const & uri) const {
+        std::filesystem::path const path = ZEL::Interchange::pathOfFileUri(uri);
+        std::filesystem::path const moved = (fTo / path.lexically_relative(fFrom)).lexically_normal();
+        std::error_code failure;
+        return !path.empty() && std::filesystem::is_regular_file(moved, failure) ? moved.string() : std::string();
+    }
+
+private:
+    static std::filesystem::path folderOf(std::string const & file) {
+        return std::filesystem::absolute(file).lexically_normal().parent_path();
+    }
+
+    std::filesystem::path fFrom;
+    std::filesystem::path fTo;
+};
+
 /// The end of a name says most, and the name of an object deep in a model can fill many screens.
 std::string shortened(std::string const & name) {
     constexpr std::size_t kLongest = 200;
@@ -124,6 +148,10 @@ OpenModel openModel(std::string const & file, ReadSettings settings) {
     registerMetaModelsFor(file, settings);
     settings.setSkipUnreadableExternalFiles(true);
     ZEL::Interchange::FileFinder files(settings.places);
+    if (!settings.versionsOf.empty()) {
+        settings.setExternalUriResolver(
+            [links = MovedLinks(file, settings.versionsOf)](std::string const & uri) { return links.pathOf(uri); });
+    }
     files.prepare(settings);
     ZEL::Serializer::XmiReader reader(settings);
     OpenModel opened;
@@ -140,6 +168,7 @@ OpenModel openModel(std::string const & file, ReadSettings settings) {
     }
     for (int i = 0; i < reader.referredModelCount(); ++i) {
         opened.companions.emplace_back(reader.getReferredModel(i));
+        opened.companionPaths.push_back(ZEL::Interchange::pathOfFileUri(opened.companions.back().getUri()));
         files.restoreUri(opened.companions.back());
     }
     files.restoreUri(opened.model);
@@ -160,19 +189,25 @@ OpenModel readModel(std::string const & file, ReadSettings const & settings) {
 }
 
 std::vector<std::pair<ZEL::Model, ZEL::Model>> companionsOfBoth(OpenModel const & first, OpenModel const & second) {
-    auto const pathOf = [](ZEL::Model const & model) { return ZEL::Interchange::pathOfFileUri(model.getUri()); };
     std::vector<std::pair<ZEL::Model, ZEL::Model>> both;
-    for (ZEL::Model const & model : second.companions) {
-        auto const isSame = [&](ZEL::Model const & other) {
-            return other.getUri() == model.getUri() || areSameFile(pathOf(other), pathOf(model));
+    for (std::size_t i = 0; i < second.companions.size(); ++i) {
+        std::string const & path = second.companionPaths[i];
+        auto const indexOf = [&](auto const & isIt) {
+            std::size_t at = 0;
+            while (at < first.companions.size() && !isIt(at)) {
+                ++at;
+            }
+            return at;
         };
-        auto const isCopy = [&](ZEL::Model const & other) { return haveSameContent(pathOf(other), pathOf(model)); };
-        auto found = std::find_if(first.companions.begin(), first.companions.end(), isSame);
-        if (found == first.companions.end()) {
-            found = std::find_if(first.companions.begin(), first.companions.end(), isCopy);
+        std::size_t found = indexOf([&](std::size_t at) {
+            return first.companions[at].getUri() == second.companions[i].getUri() ||
+                   areSameFile(first.companionPaths[at], path);
+        });
+        if (found == first.companions.size()) {
+            found = indexOf([&](std::size_t at) { return haveSameContent(first.companionPaths[at], path); });
         }
-        if (found != first.companions.end()) {
-            both.emplace_back(*found, model);
+        if (found != first.companions.size()) {
+            both.emplace_back(first.companions[found], second.companions[i]);
         }
     }
     return both;

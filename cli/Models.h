@@ -18,8 +18,9 @@ namespace cli {
 
 struct OpenModel {
     ZEL::Model model;
-    std::vector<ZEL::Model> companions; ///< the models of the files that it refers to
-    ZEL::Serializer::ReadReport losses; ///< the content of all these files that did not reach a model
+    std::vector<ZEL::Model> companions;      ///< the models of the files that it refers to
+    std::vector<std::string> companionPaths; ///< where these files lie; empty for those that are no local files
+    ZEL::Serializer::ReadReport losses;      ///< the content of all these files that did not reach a model
 };
 
 /// Reads the file, which may be that of another tool, and packed. Files that it refers to and that cannot be read are

@@ -123,6 +123,12 @@ void addLinks(CLI::App & app, ReadSettings & settings) {
         ->take_all();
 }
 
+void addVersionsOf(CLI::App & app, ReadSettings & settings) {
+    app.add_option("--path", settings.versionsOf,
+                   "The files are versions of FILE that lie elsewhere: links in them lead where its links do")
+        ->type_name("FILE");
+}
+
 void addInput(CLI::App & app, Input & input) {
     addArgument(app, "FILE", input.file, "A model file");
     addLinks(app, input.settings);

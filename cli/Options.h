@@ -50,6 +50,9 @@ void addFormat(CLI::App & app, std::string const & name, std::string & format, s
 /// Adds the options for where links lead, and for the folder outside of which they may not open files.
 void addLinks(CLI::App & app, ReadSettings & settings);
 
+/// Adds the option for the file of which those that are read are versions.
+void addVersionsOf(CLI::App & app, ReadSettings & settings);
+
 /// The file that a command reads, and how it is read.
 struct Input {
     std::string file;

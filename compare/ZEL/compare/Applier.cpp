@@ -213,6 +213,9 @@ void Applier::removeLink(Difference const & difference) {
     }
     ClassObject const object = handleOf(owner);
     Object const value(target, fTarget.getDeviant());
+    if (!value.isValid()) {
+        return; // the link went with it
+    }
     if (difference.kind == Kind::LinkRemoved) {
         object.remove(difference.property, value);
     } else if (difference.after.empty() && object.getOne(difference.property) == value) {

@@ -58,6 +58,15 @@ void addOptionalArgument(CLI::App & app, std::string const & name, std::optional
     app.add_option(name, text, description);
 }
 
+void addTexts(CLI::App & app, std::string const & name, std::vector<std::string> & texts, std::string const & kind,
+              std::string const & description) {
+    app.add_option(name, texts, description)->type_name(kind)->expected(1)->take_all();
+}
+
+void addFlag(CLI::App & app, std::string const & name, bool & isGiven, std::string const & description) {
+    app.add_flag(name, isGiven, description);
+}
+
 void addNumber(CLI::App & app, std::string const & name, int & number, std::string const & description,
                Presence presence) {
     add(app, name, number, description, presence);

@@ -26,6 +26,12 @@ void addText(CLI::App & app, std::string const & name, std::string & text, std::
 void addOptionalArgument(CLI::App & app, std::string const & name, std::optional<std::string> & text,
                          std::string const & description);
 
+/// Adds an option for a text that can be given several times. The help shows `kind`, which says what the texts are.
+void addTexts(CLI::App & app, std::string const & name, std::vector<std::string> & texts, std::string const & kind,
+              std::string const & description);
+/// Adds an option without a value: whether it is given.
+void addFlag(CLI::App & app, std::string const & name, bool & isGiven, std::string const & description);
+
 // Each adds an option for a whole number that is not negative. Unless it must be there, what `number` holds before is the
 // default, which the help shows.
 enum class Presence { Optional, Required };

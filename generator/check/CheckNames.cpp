@@ -37,13 +37,14 @@ void Checker::checkConstraints(TypeDefinition const & type) {
         expectIdentifier(constraint.name, "constraint");
         expectOneOf(constraint.severity, "severity", {"error", "warning", "note"});
         if (constraint.text.empty()) {
-            report(constraint.name.mark, what + ": found no 'text', expected what holds of an object that satisfies it");
+            report(constraint.name.mark,
+                   what + ": found no 'text', expected what holds of an object that satisfies it");
         }
         std::string const function = Names::satisfies(constraint.name.text);
         auto const [other, isNew] = names.emplace(function, "constraint '" + constraint.name.text + "'");
         if (!isNew) {
-            report(constraint.name.mark, what + ": found the C++ name '" + function + "' of " + other->second +
-                                             ", expected a different one");
+            report(constraint.name.mark,
+                   what + ": found the C++ name '" + function + "' of " + other->second + ", expected a different one");
         }
     }
 }

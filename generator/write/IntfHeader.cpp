@@ -50,8 +50,9 @@ std::string operations(Emission const & emission, Class const & of) {
 std::string constraints(Emission const & emission, Class const & of) {
     std::string text;
     for (Constraint const & constraint : of.constraints) {
-        text += Printer::comment("///", "Constraint: " + constraint.text, 4) +
-                emission.print("[[nodiscard]] bool $name$(ZEL::Deviant deviant) const;\n", {{"name", constraint.function}});
+        text +=
+            Printer::comment("///", "Constraint: " + constraint.text, 4) +
+            emission.print("[[nodiscard]] bool $name$(ZEL::Deviant deviant) const;\n", {{"name", constraint.function}});
     }
     return text;
 }

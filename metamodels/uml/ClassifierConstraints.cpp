@@ -78,8 +78,7 @@ bool conforms(ZEL::Type const & type, ZEL::Type const & other) {
         return true;
     }
     Classifier const classifier(type);
-    std::vector<Classifier> const generals =
-        classifier.isValid() ? allGenerals(classifier) : std::vector<Classifier>();
+    std::vector<Classifier> const generals = classifier.isValid() ? allGenerals(classifier) : std::vector<Classifier>();
     return std::any_of(generals.begin(), generals.end(),
                        [&other](Classifier const & general) { return ZEL::Type(general) == other; });
 }
@@ -141,8 +140,8 @@ bool isPublicOrPrivate(VisibilityKind const & visibility) {
 bool ClassifierIntf::satisfiesSpecializeType(Deviant deviant) const {
     return allOf(getGeneralizations(deviant), [this](Generalization const & generalization) {
         Classifier const general = generalization.getGeneral();
-        return !general.isValid() || internal_body()->internal_descriptor().isKindOf(
-                                         general.getImplementation()->internal_body()->internal_descriptor());
+        return !general.isValid() ||
+               cast(general.getImplementation()->internal_body()->internal_descriptor().classInfo()) != nullptr;
     });
 }
 
@@ -220,9 +219,8 @@ bool AssociationIntf::satisfiesAssociationEnds(Deviant deviant) const {
 }
 
 bool AssociationIntf::satisfiesBinaryAssociations(Deviant deviant) const {
-    int const aggregating = countOf(getMemberEnds(deviant), [](ZEL::Property const & end) {
-        return aggregationOf(end) != AggregationKind::None;
-    });
+    int const aggregating = countOf(
+        getMemberEnds(deviant), [](ZEL::Property const & end) { return aggregationOf(end) != AggregationKind::None; });
     return aggregating == 0 || (aggregating == 1 && getMemberEnds(deviant).size() == 2);
 }
 
@@ -259,8 +257,8 @@ bool AssociationIntf::satisfiesSpecializedEndTypes(Deviant deviant) const {
 }
 
 bool AssociationIntf::satisfiesAssociations(Deviant deviant) const {
-    int const actors = countOf(getMemberEnds(deviant),
-                               [](ZEL::Property const & end) { return Actor(end.getType()).isValid(); });
+    int const actors =
+        countOf(getMemberEnds(deviant), [](ZEL::Property const & end) { return Actor(end.getType()).isValid(); });
     if (actors == 0) {
         return true;
     }

@@ -88,7 +88,7 @@ bool MessageIntf::satisfiesSignatureIsSignal(Deviant deviant) const {
 
 bool CombinedFragmentIntf::satisfiesConsiderAndIgnore(Deviant deviant) const {
     return !isForConsiderIgnoreFragments(getInteractionOperator(deviant)) ||
-           internal_body()->internal_descriptor().isKindOf(ConsiderIgnoreFragmentIntf::descriptor());
+           cast(ConsiderIgnoreFragmentIntf::classInfo()) != nullptr;
 }
 
 bool CombinedFragmentIntf::satisfiesOptLoopBreakNeg(Deviant deviant) const {

@@ -2,7 +2,6 @@
 
 #include "Constraints.h"
 
-#include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/sequences/Sequence.h>
 
 #include <uml/Behavior.h>
@@ -65,8 +64,7 @@ bool StateMachineIntf::satisfiesConnectionPoints(Deviant deviant) const {
 }
 
 bool StateMachineIntf::satisfiesClassifierContext(Deviant deviant) const {
-    return !Interface(getContainerZEL(deviant)).isValid() ||
-           internal_body()->internal_descriptor().isKindOf(ProtocolStateMachineIntf::descriptor());
+    return !Interface(getContainerZEL(deviant)).isValid() || cast(ProtocolStateMachineIntf::classInfo()) != nullptr;
 }
 
 bool StateMachineIntf::satisfiesMethod(Deviant deviant) const {

@@ -93,8 +93,8 @@ bool ConnectorEndIntf::satisfiesRoleAndPartWithPort(Deviant deviant) const {
 bool ConnectorEndIntf::satisfiesPartWithPortEmpty(Deviant deviant) const {
     ConnectableElement const role = getRole(deviant);
     ClassObject const connector = getContainerZEL(deviant);
-    bool const isOwnPort = Port(role).isValid() && connector.isValid() &&
-                           role.getContainerZEL() == connector.getContainerZEL();
+    bool const isOwnPort =
+        Port(role).isValid() && connector.isValid() && role.getContainerZEL() == connector.getContainerZEL();
     return !isOwnPort || !getPartWithPort(deviant).isValid();
 }
 

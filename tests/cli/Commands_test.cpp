@@ -176,12 +176,14 @@ TEST_F(Commands, UmlIsLoadedOnlyWhereItIsNeeded) {
 }
 
 TEST_F(Commands, CheckAsksTheRulesThatAreNamedAndKnowsThoseOfUml) {
-    make("machine.uml", "<uml:Model xmlns:uml='http://www.eclipse.org/uml2/5.0.0/UML' xmlns:xmi='http://www.omg.org/XMI' "
-                        "xmi:version='2.0' xmi:id='_1' name='m'>"
-                        "<packagedElement xmi:type='uml:StateMachine' xmi:id='_2' name='s'>"
-                        "<region xmi:id='_3' name='r'><subvertex xmi:type='uml:FinalState' xmi:id='_4' name='f'/>"
-                        "<transition xmi:id='_5' name='t' source='_4'/></region></packagedElement></uml:Model>");
-    std::string const target = "error: Transition 's.r.t': has no value of 'target', expected at least 1 [multiplicity]\n";
+    make("machine.uml",
+         "<uml:Model xmlns:uml='http://www.eclipse.org/uml2/5.0.0/UML' xmlns:xmi='http://www.omg.org/XMI' "
+         "xmi:version='2.0' xmi:id='_1' name='m'>"
+         "<packagedElement xmi:type='uml:StateMachine' xmi:id='_2' name='s'>"
+         "<region xmi:id='_3' name='r'><subvertex xmi:type='uml:FinalState' xmi:id='_4' name='f'/>"
+         "<transition xmi:id='_5' name='t' source='_4'/></region></packagedElement></uml:Model>");
+    std::string const target =
+        "error: Transition 's.r.t': has no value of 'target', expected at least 1 [multiplicity]\n";
     std::string const final =
         "error: FinalState 's.r.f': a final state has no outgoing transitions [no_outgoing_transitions]\n";
     EXPECT_THAT(shell("zel check machine.uml"), ends(1, final + target + "5 objects: 2 errors\n"));

@@ -26,7 +26,7 @@ TEST_F(Validation, RefusesACommitWithErrorsAndHasThemAtHand) {
     registerValidatorOnCommit(menu.getDeviant(), validator);
     EXPECT_FALSE(isKept([this] { static_cast<void>(makeSoup("pea")); }));
     EXPECT_TRUE(menu.getDeviant().getRefusingListener() == &validator);
-    EXPECT_EQ(menu.getDishes().size(), 1);
+    EXPECT_EQ(menu.getMeals().size(), 1);
     ASSERT_THAT(linesOf(validator.getDiagnostics()),
                 ElementsAre("error: Soup 'pea': has no value of 'ingredient', expected at least 1 [multiplicity]"));
     EXPECT_FALSE(validator.getDiagnostics().front().object.isValid()) << "it has never been";

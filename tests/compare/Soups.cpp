@@ -49,7 +49,7 @@ kitchen::Soup Soups::makeSoup(std::string const & name) const {
     kitchen::Soup const soup = factory.createSoup();
     soup.setName(name);
     soup.setCook("Ada");
-    menu.getDishes().push_back(soup);
+    menu.getMeals().push_back(soup);
     return soup;
 }
 

@@ -109,20 +109,20 @@ TEST(Check, SuperclassesAreToldWithPlaceAndExpectation) {
 TEST(Check, ConstraintsAreToldWithPlaceAndExpectation) {
     expectMistakes({
         {"  A: {superclasses: [Base], constraints: {small: {severity: warn, text: t}}}\n",
-         "7:60: found severity 'warn', expected error, warning or note"},
+         "7:61: found severity 'warn', expected error, warning or note"},
         {"  A: {superclasses: [Base], constraints: {small: {txt: t, text: t}}}\n",
          "7:51: found unknown entry 'txt' of a constraint, did you mean 'text'?"},
         {"  A: {superclasses: [Base], constraints: {small: {severity: note}}}\n",
-         "7:42: constraint 'A.small': found no 'text', expected what holds of an object that satisfies it"},
+         "7:43: constraint 'A.small': found no 'text', expected what holds of an object that satisfies it"},
         {"  A: {superclasses: [Base], constraints: {is-small: {text: t}}}\n",
-         "7:42: found constraint 'is-small', expected letters, digits and underscores"},
+         "7:43: found constraint 'is-small', expected letters, digits and underscores"},
         {"  A: {superclasses: [Base], constraints: {is_small: {text: t}, isSmall: {text: t}}}\n",
-         "7:63: constraint 'A.isSmall': found the C++ name 'satisfiesIsSmall' of constraint 'is_small', expected a "
+         "7:64: constraint 'A.isSmall': found the C++ name 'satisfiesIsSmall' of constraint 'is_small', expected a "
          "different one"},
         {"  A: {superclasses: [Base], constraints: {small: {text: t}, small: {text: t}}}\n",
-         "7:60: found a second 'small' among the constraints, expected one; the first is at line 7"},
+         "7:61: found a second 'small' among the constraints, expected one; the first is at line 7"},
         {"  A: {superclasses: [Base], operations: {hand: [void satisfiesSmall()]}, constraints: {small: {text: t}}}\n",
-         "7:89: constraint 'A.small': found the C++ name 'satisfiesSmall' of operation 'satisfiesSmall', expected a "
+         "7:88: constraint 'A.small': found the C++ name 'satisfiesSmall' of operation 'satisfiesSmall', expected a "
          "different one"},
         {"  E: {enumeration: [a], constraints: {small: {text: t}}}\n",
          "7:3: found properties or superclasses on the data type 'E', expected them on classes only"},

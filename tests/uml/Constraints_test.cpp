@@ -62,10 +62,13 @@ std::string fileOf(Case const & c, char const * filler) {
 
 Diagnostics checked(Case const & c, char const * filler) {
     registerMetaModel();
-    ZEL::tests::TemporaryFolder const folder;
+    TemporaryFolder const folder;
     ZEL::Serializer::XmiReader reader;
     ZEL::Model const model(reader.read(folder.file("model.xmi", fileOf(c, filler))));
-    EXPECT_TRUE(reader.report().isEmpty()) << fileOf(c, filler);
+    // Some classes have no name.
+    EXPECT_TRUE(reader.report().skippedElements().empty() && reader.report().unresolvedReferences().empty() &&
+                reader.report().rejectedValues().empty() && reader.report().uncontainedObjects().empty())
+        << fileOf(c, filler);
     Diagnostics diagnostics = ZEL::Compare::check(model, Rules::ofMetamodels().only({c.rule}));
     std::erase_if(diagnostics, [&c](auto const & each) { return !each.label.starts_with(c.owner); });
     return diagnostics;
@@ -73,18 +76,18 @@ Diagnostics checked(Case const & c, char const * filler) {
 
 constexpr Case kCases[] = {
     // classifiers, their features and packages
-    {"lower_ge_0", "Property", "C:<ownedAttribute Property p><lowerValue LiteralInteger v value='@'/></ownedAttribute>", "0",
-     "-1"},
+    {"lower_ge_0", "Property", "C:<ownedAttribute Property p><lowerValue LiteralInteger v value='@'/></ownedAttribute>",
+     "0", "-1"},
     {"upper_ge_lower", "Property",
      "C:<ownedAttribute Property p><upperValue LiteralUnlimitedNatural u value='@'/>"
      "<lowerValue LiteralInteger v value='2'/></ownedAttribute>",
      "*", "1"},
-    {"lower_is_integer", "Property", "C:<ownedAttribute Property p><lowerValue LiteralString v value='@'/></ownedAttribute>",
-     "3", "few"},
+    {"lower_is_integer", "Property",
+     "C:<ownedAttribute Property p><lowerValue LiteralString v value='@'/></ownedAttribute>", "3", "few"},
     {"upper_is_unlimitedNatural", "Property",
      "C:<ownedAttribute Property p><upperValue LiteralString v value='@'/></ownedAttribute>", "*", "many"},
-    {"specialize_type", "Class", "<pe Interface i/><pe Class b/><pe Class c><generalization Generalization g general='@'/></pe>",
-     "b", "i"},
+    {"specialize_type", "Class",
+     "<pe Interface i/><pe Class b/><pe Class c><generalization Generalization g general='@'/></pe>", "b", "i"},
     {"non_final_parents", "Class",
      "<pe Class b isFinalSpecialization='@'/><pe Class c><generalization Generalization g general='b'/></pe>", "false",
      "true"},
@@ -96,14 +99,16 @@ constexpr Case kCases[] = {
      "<pe Class a/><pe Class b/><pe Class c><generalization Generalization g general='a'/>"
      "<generalization Generalization h general='@'/></pe><pe GeneralizationSet s generalization='g h'/>",
      "a", "b"},
-    {"visibility", "Interface", "<pe Interface i><ownedAttribute Property p visibility='@'/></pe>", "public", "private"},
+    {"visibility", "Interface", "<pe Interface i><ownedAttribute Property p visibility='@'/></pe>", "public",
+     "private"},
     {"defining_feature", "InstanceSpecification",
      "<pe Class c><ownedAttribute Property p/></pe><pe Class d><ownedAttribute Property q/></pe>"
-     "<pe InstanceSpecification i classifier='c'><slot xmi:id='s' definingFeature='@'/></pe>",
+     "<pe InstanceSpecification i classifier='c'><slot Slot s definingFeature='@'/></pe>",
      "p", "q"},
     {"structural_feature", "InstanceSpecification",
-     "<pe Class c><ownedAttribute Property p/><ownedAttribute Property q/></pe><pe InstanceSpecification i classifier='c'>"
-     "<slot xmi:id='s' definingFeature='p'/><slot xmi:id='t' definingFeature='@'/></pe>",
+     "<pe Class c><ownedAttribute Property p/><ownedAttribute Property q/></pe><pe InstanceSpecification i "
+     "classifier='c'>"
+     "<slot Slot s definingFeature='p'/><slot Slot t definingFeature='@'/></pe>",
      "q", "p"},
     {"association_ends", "Association",
      "<pe Class a><ownedAttribute Property w type='a'/></pe><pe Association as memberEnd='x y @'>"
@@ -118,12 +123,14 @@ constexpr Case kCases[] = {
      "type='a'", ""},
     {"specialized_end_number", "Association",
      "<pe Class a/><pe Association b memberEnd='x y @'><ownedEnd Property x type='a'/><ownedEnd Property y type='a'/>"
-     "<ownedEnd Property z type='a'/></pe><pe Association as memberEnd='u v'><generalization Generalization g general='b'/>"
+     "<ownedEnd Property z type='a'/></pe><pe Association as memberEnd='u v'><generalization Generalization g "
+     "general='b'/>"
      "<ownedEnd Property u type='a'/><ownedEnd Property v type='a'/></pe>",
      "", "z"},
     {"specialized_end_types", "Association",
      "<pe Class a/><pe Class b/><pe Association s memberEnd='x y'><ownedEnd Property x type='a'/>"
-     "<ownedEnd Property y type='a'/></pe><pe Association as memberEnd='u v'><generalization Generalization g general='s'/>"
+     "<ownedEnd Property y type='a'/></pe><pe Association as memberEnd='u v'><generalization Generalization g "
+     "general='s'/>"
      "<ownedEnd Property u type='a'/><ownedEnd Property v type='@'/></pe>",
      "a", "b"},
     {"associations", "Association",
@@ -139,15 +146,17 @@ constexpr Case kCases[] = {
      "<ownedEnd Property y type='a'><upperValue LiteralUnlimitedNatural v value='@'/></ownedEnd></pe>",
      "1", "2"},
     {"subsetted_property_names", "Property",
-     "C:<ownedAttribute Property p/><ownedAttribute xmi:id='q' name='@' subsettedProperty='p'/>", "q", "p"},
+     "C:<ownedAttribute Property p/><ownedAttribute xmi:type='uml:Property' xmi:id='q' name='@' "
+     "subsettedProperty='p'/>",
+     "q", "p"},
     {"subsetting_rules", "Property",
      "<pe Class a/><pe Class b/><pe Class c><ownedAttribute Property p type='a'/>"
      "<ownedAttribute Property q type='@' subsettedProperty='p'/></pe>",
      "a", "b"},
-    {"derived_union_is_derived", "Property", "C:<ownedAttribute Property p isDerivedUnion='true' isDerived='@'/>", "true",
-     "false"},
-    {"derived_union_is_read_only", "Property", "C:<ownedAttribute Property p isDerivedUnion='true' isReadOnly='@'/>", "true",
-     "false"},
+    {"derived_union_is_derived", "Property", "C:<ownedAttribute Property p isDerivedUnion='true' isDerived='@'/>",
+     "true", "false"},
+    {"derived_union_is_read_only", "Property", "C:<ownedAttribute Property p isDerivedUnion='true' isReadOnly='@'/>",
+     "true", "false"},
     {"qualified_is_association_end", "Property",
      "<pe Class c><ownedAttribute Property p type='c'><qualifier Property q/></ownedAttribute></pe>"
      "<pe Association as memberEnd='x @'><ownedEnd Property x type='c'/></pe>",
@@ -160,28 +169,32 @@ constexpr Case kCases[] = {
      "C:<ownedOperation Operation o isQuery='@' bodyCondition='k'><ownedRule Constraint k/></ownedOperation>", "true",
      "false"},
     {"not_exception", "Parameter",
-     "C:<ownedOperation Operation o><ownedParameter Parameter p isException='true' direction='@'/></ownedOperation>", "out",
-     "in"},
+     "C:<ownedOperation Operation o><ownedParameter Parameter p isException='true' direction='@'/></ownedOperation>",
+     "out", "in"},
     {"stream_and_exception", "Parameter",
-     "C:<ownedOperation Operation o><ownedParameter Parameter p isException='@' isStream='true'/></ownedOperation>", "false",
-     "true"},
-    {"elements_public_or_private", "Package", "<pe Package p><pe Class c visibility='@'/></pe>", "private", "protected"},
+     "C:<ownedOperation Operation o><ownedParameter Parameter p isException='@' isStream='true'/></ownedOperation>",
+     "false", "true"},
+    {"elements_public_or_private", "Package", "<pe Package p><pe Class c visibility='@'/></pe>", "private",
+     "protected"},
     {"public_or_private", "PackageImport",
-     "<pe Package p/><pe Package q><packageImport xmi:id='i' importedPackage='p' visibility='@'/></pe>", "private",
+     "<pe Package p/><pe Package q><packageImport PackageImport i importedPackage='p' visibility='@'/></pe>", "private",
      "protected"},
     {"visibility_public_or_private", "ElementImport",
-     "<pe Class c/><pe Package q><elementImport xmi:id='i' importedElement='c' visibility='@'/></pe>", "private",
+     "<pe Class c/><pe Package q><elementImport ElementImport i importedElement='c' visibility='@'/></pe>", "private",
      "protected"},
     {"not_apply_to_self", "Constraint", "C:<ownedRule Constraint k constrainedElement='@'/>", "c", "k"},
     {"language_body_size", "OpaqueExpression",
-     "C:<ownedAttribute Property p><defaultValue OpaqueExpression e><language>C</language>@<body>1</body></defaultValue>"
+     "C:<ownedAttribute Property p><defaultValue OpaqueExpression "
+     "e><language>C</language>@<body>1</body></defaultValue>"
      "</ownedAttribute>",
      "", "<language>Ada</language>"},
     {"parameter_substitution_formal", "TemplateBinding",
-     "<pe Class t><ownedTemplateSignature xmi:id='s' parameter='p'><ownedParameter xmi:id='p' parameteredElement='x'/>"
-     "</ownedTemplateSignature></pe><pe Class u><ownedTemplateSignature xmi:id='s2' parameter='q'>"
-     "<ownedParameter xmi:id='q' parameteredElement='x'/></ownedTemplateSignature></pe><pe Class x/>"
-     "<pe Class b><templateBinding xmi:id='tb' signature='s'><parameterSubstitution xmi:id='ps' formal='@' actual='x'/>"
+     "<pe Class t><ownedTemplateSignature TemplateSignature s parameter='p'><ownedParameter TemplateParameter p "
+     "parameteredElement='x'/>"
+     "</ownedTemplateSignature></pe><pe Class u><ownedTemplateSignature TemplateSignature s2 parameter='q'>"
+     "<ownedParameter TemplateParameter q parameteredElement='x'/></ownedTemplateSignature></pe><pe Class x/>"
+     "<pe Class b><templateBinding TemplateBinding tb signature='s'><parameterSubstitution "
+     "TemplateParameterSubstitution ps formal='@' actual='x'/>"
      "</templateBinding></pe>",
      "p", "q"},
     // inner structure
@@ -199,27 +212,30 @@ constexpr Case kCases[] = {
      "d", "i"},
     {"roles", "Connector",
      "<pe Class d><ownedAttribute Property z/></pe><pe Class c><ownedAttribute Property p/><ownedAttribute Property q/>"
-     "<ownedConnector Connector k><end xmi:id='e' role='p'/><end xmi:id='f' role='@'/></ownedConnector></pe>",
+     "<ownedConnector Connector k><end ConnectorEnd e role='p'/><end ConnectorEnd f role='@'/></ownedConnector></pe>",
      "q", "z"},
     {"role_and_part_with_port", "ConnectorEnd",
-     "<pe Class d><ownedAttribute Port z aggregation='composite'/></pe><pe Class c><ownedAttribute Property p type='d'/>"
-     "<ownedAttribute Property q/><ownedConnector Connector k><end xmi:id='e' role='@' partWithPort='p'/>"
-     "<end xmi:id='f' role='q'/></ownedConnector></pe>",
+     "<pe Class d><ownedAttribute Port z aggregation='composite'/></pe><pe Class c><ownedAttribute Property p "
+     "type='d'/>"
+     "<ownedAttribute Property q/><ownedConnector Connector k><end ConnectorEnd e role='@' partWithPort='p'/>"
+     "<end ConnectorEnd f role='q'/></ownedConnector></pe>",
      "z", "q"},
     {"part_with_port_empty", "ConnectorEnd",
      "C:<ownedAttribute Port p aggregation='composite'/><ownedAttribute Property q/><ownedConnector Connector k>"
-     "<end xmi:id='e' role='p' @/><end xmi:id='f' role='q'/></ownedConnector>",
+     "<end ConnectorEnd e role='p' @/><end ConnectorEnd f role='q'/></ownedConnector>",
      "", "partWithPort='q'"},
     {"self_part_with_port", "ConnectorEnd",
      "C:<ownedAttribute Port p aggregation='composite'/><ownedAttribute Property q/><ownedConnector Connector k>"
-     "<end xmi:id='e' role='p' partWithPort='@'/><end xmi:id='f' role='q'/></ownedConnector>",
+     "<end ConnectorEnd e role='p' partWithPort='@'/><end ConnectorEnd f role='q'/></ownedConnector>",
      "q", "p"},
     // use cases and behaviors
     {"must_have_name", "Actor", "<packagedElement xmi:type='uml:Actor' xmi:id='a' @/>", "name='a'", ""},
     {"must_have_name", "UseCase", "<packagedElement xmi:type='uml:UseCase' xmi:id='a' @/>", "name='a'", ""},
-    {"must_have_name", "ExtensionPoint", "<pe UseCase u><extensionPoint xmi:id='a' @/></pe>", "name='a'", ""},
+    {"must_have_name", "ExtensionPoint",
+     "<pe UseCase u><extensionPoint xmi:type='uml:ExtensionPoint' xmi:id='a' @/></pe>", "name='a'", ""},
     {"cannot_include_self", "UseCase 'a'",
-     "<pe UseCase a><include Include i addition='b'/></pe><pe UseCase b><include Include j addition='@'/></pe><pe UseCase c/>",
+     "<pe UseCase a><include Include i addition='b'/></pe><pe UseCase b><include Include j addition='@'/></pe><pe "
+     "UseCase c/>",
      "c", "a"},
     {"extension_points", "Extend",
      "<pe UseCase a><extensionPoint ExtensionPoint p/></pe><pe UseCase b><extensionPoint ExtensionPoint q/>"
@@ -232,17 +248,19 @@ constexpr Case kCases[] = {
     {"one_output_parameter", "FunctionBehavior",
      "<pe FunctionBehavior f><ownedParameter Parameter p direction='@'/></pe>", "return", "in"},
     // state machines
-    {"connection_points", "StateMachine", "<pe StateMachine m><connectionPoint Pseudostate p kind='@'/></pe>", "entryPoint",
-     "choice"},
+    {"connection_points", "StateMachine", "<pe StateMachine m><connectionPoint Pseudostate p kind='@'/></pe>",
+     "entryPoint", "choice"},
     {"classifier_context", "StateMachine", "<pe @ StateMachine m/></pe>", "Class c><ownedBehavior",
      "Interface i><nestedClassifier"},
     {"method", "StateMachine",
      "<pe Class c><ownedOperation Operation o/><ownedBehavior StateMachine m @>"
      "<connectionPoint Pseudostate p kind='entryPoint'/></ownedBehavior></pe>",
      "", "specification='o'"},
-    {"initial_vertex", "Region", "M:<subvertex Pseudostate a/><subvertex Pseudostate b kind='@'/>", "choice", "initial"},
+    {"initial_vertex", "Region", "M:<subvertex Pseudostate a/><subvertex Pseudostate b kind='@'/>", "choice",
+     "initial"},
     {"deep_history_vertex", "Region",
-     "M:<subvertex Pseudostate a kind='deepHistory'/><subvertex Pseudostate b kind='@'/>", "shallowHistory", "deepHistory"},
+     "M:<subvertex Pseudostate a kind='deepHistory'/><subvertex Pseudostate b kind='@'/>", "shallowHistory",
+     "deepHistory"},
     {"shallow_history_vertex", "Region",
      "M:<subvertex Pseudostate a kind='shallowHistory'/><subvertex Pseudostate b kind='@'/>", "deepHistory",
      "shallowHistory"},
@@ -252,20 +270,23 @@ constexpr Case kCases[] = {
      "submachine='sm'", ""},
     {"submachine_or_regions", "State", "M:<subvertex State a @><region Region s/></subvertex>", "", "submachine='sm'"},
     {"entry_or_exit", "State",
-     "M:<subvertex State a><region Region s/><connectionPoint Pseudostate p kind='@'/></subvertex>", "exitPoint", "fork"},
+     "M:<subvertex State a><region Region s/><connectionPoint Pseudostate p kind='@'/></subvertex>", "exitPoint",
+     "fork"},
     {"no_outgoing_transitions", "FinalState",
      "M:<subvertex FinalState f/><subvertex State a/><transition Transition t source='@' target='a'/>", "a", "f"},
     {"no_regions", "FinalState", "M:<subvertex @ a><region Region s/></subvertex>", "State", "FinalState"},
     {"cannot_reference_submachine", "FinalState", "M:<subvertex @ a submachine='sm'/>", "State", "FinalState"},
     {"no_entry_behavior", "FinalState", "M:<subvertex FinalState a>@</subvertex>", "", "<entry OpaqueBehavior b/>"},
     {"no_exit_behavior", "FinalState", "M:<subvertex FinalState a>@</subvertex>", "", "<exit OpaqueBehavior b/>"},
-    {"no_state_behavior", "FinalState", "M:<subvertex FinalState a>@</subvertex>", "", "<doActivity OpaqueBehavior b/>"},
+    {"no_state_behavior", "FinalState", "M:<subvertex FinalState a>@</subvertex>", "",
+     "<doActivity OpaqueBehavior b/>"},
     {"initial_vertex", "Pseudostate",
      "M:<subvertex Pseudostate i/><subvertex State a/><transition Transition t source='i' target='a'/>"
      "<transition Transition u source='@' target='a'/>",
      "a", "i"},
     {"history_vertices", "Pseudostate",
-     "M:<subvertex Pseudostate i kind='deepHistory'/><subvertex State a/><transition Transition t source='i' target='a'/>"
+     "M:<subvertex Pseudostate i kind='deepHistory'/><subvertex State a/><transition Transition t source='i' "
+     "target='a'/>"
      "<transition Transition u source='@' target='a'/>",
      "a", "i"},
     {"join_vertex", "Pseudostate",
@@ -285,8 +306,8 @@ constexpr Case kCases[] = {
      "<transition Transition u source='a' target='j'/>",
      "j", "a"},
     {"outgoing_from_initial", "Pseudostate",
-     "M:<subvertex Pseudostate i/><subvertex State a/><transition Transition t source='i' target='a'>@</transition>", "",
-     "<guard Constraint g/>"},
+     "M:<subvertex Pseudostate i/><subvertex State a/><transition Transition t source='i' target='a'>@</transition>",
+     "", "<guard Constraint g/>"},
     {"entry_pseudostates", "ConnectionPointReference",
      "M:<subvertex State a submachine='sm'><connection ConnectionPointReference p entry='@'/></subvertex>"
      "<subvertex Pseudostate e kind='entryPoint'/><subvertex Pseudostate x kind='exitPoint'/>",
@@ -320,15 +341,19 @@ constexpr Case kCases[] = {
      "<transition Transition t source='e' target='a' kind='@'/>",
      "local", "external"},
     {"state_is_internal", "Transition",
-     "M:<subvertex State a/><subvertex State b/><transition Transition t source='a' target='@' kind='internal'/>", "a", "b"},
+     "M:<subvertex State a/><subvertex State b/><transition Transition t source='a' target='@' kind='internal'/>", "a",
+     "b"},
     {"state_is_local", "Transition",
-     "M:<subvertex State a>@</subvertex><subvertex State b/><transition Transition t source='a' target='b' kind='local'/>",
+     "M:<subvertex State a>@</subvertex><subvertex State b/><transition Transition t source='a' target='b' "
+     "kind='local'/>",
      "<region Region s/>", ""},
     {"protocol_transitions", "ProtocolStateMachine",
-     "<pe ProtocolStateMachine m><region Region r><subvertex State a/><transition @ t source='a' target='a'/></region></pe>",
+     "<pe ProtocolStateMachine m><region Region r><subvertex State a/><transition @ t source='a' "
+     "target='a'/></region></pe>",
      "ProtocolTransition", "Transition"},
     {"belongs_to_psm", "ProtocolTransition",
-     "<pe @ m><region Region r><subvertex State a/><transition ProtocolTransition t source='a' target='a'/></region></pe>",
+     "<pe @ m><region Region r><subvertex State a/><transition ProtocolTransition t source='a' "
+     "target='a'/></region></pe>",
      "ProtocolStateMachine", "StateMachine"},
     {"associated_actions", "ProtocolTransition",
      "<pe ProtocolStateMachine m><region Region r><subvertex State a/>"
@@ -338,7 +363,8 @@ constexpr Case kCases[] = {
     {"no_incoming_edges", "InitialNode",
      "A:<node InitialNode i/><node OpaqueAction a/><edge ControlFlow e source='a' target='@'/>", "a", "i"},
     {"control_edges", "InitialNode",
-     "A:<node InitialNode i/><node CentralBufferNode b/><edge @ e source='i' target='b'/>", "ControlFlow", "ObjectFlow"},
+     "A:<node InitialNode i/><node CentralBufferNode b/><edge @ e source='i' target='b'/>", "ControlFlow",
+     "ObjectFlow"},
     {"no_outgoing_edges", "ActivityFinalNode",
      "A:<node ActivityFinalNode f/><node OpaqueAction a/><edge ControlFlow e source='@' target='a'/>", "a", "f"},
     {"one_incoming_edge", "ForkNode",
@@ -378,7 +404,8 @@ constexpr Case kCases[] = {
     {"control_pins", "InputPin",
      "A:<node OpaqueAction a><inputValue InputPin p isControl='true' isControlType='@'/></node>", "true", "false"},
     {"no_incoming_edges", "ValuePin",
-     "A:<node OpaqueAction a><inputValue ValuePin p><value LiteralNull v/></inputValue></node><node CentralBufferNode b/>"
+     "A:<node OpaqueAction a><inputValue ValuePin p><value LiteralNull v/></inputValue></node><node CentralBufferNode "
+     "b/>"
      "<edge ObjectFlow e source='b' target='@'/>",
      "b", "p"},
     {"region_as_input_or_output", "ExpansionNode",
@@ -386,15 +413,16 @@ constexpr Case kCases[] = {
     {"dimension_not_contained", "ActivityPartition",
      "A:<group ActivityPartition p><subpartition ActivityPartition q isDimension='@'/></group>", "false", "true"},
     {"classifier_not_abstract", "CreateObjectAction",
-     "<pe Class c isAbstract='@'/><pe Activity x><node CreateObjectAction a classifier='c'><result OutputPin p/></node></pe>",
+     "<pe Class c isAbstract='@'/><pe Activity x><node CreateObjectAction a classifier='c'><result OutputPin "
+     "p/></node></pe>",
      "false", "true"},
     // interactions
     {"selector_specified", "Lifeline",
      "<pe Class c><ownedAttribute Property p><upperValue LiteralUnlimitedNatural u value='@'/></ownedAttribute></pe>"
      "<pe Interaction i><lifeline Lifeline l represents='p'><selector LiteralInteger s value='1'/></lifeline></pe>",
      "*", "1"},
-    {"signature_refer_to", "Message", "<pe Signal s/><pe Class c/><pe Interaction i><message Message m signature='@'/></pe>",
-     "s", "c"},
+    {"signature_refer_to", "Message",
+     "<pe Signal s/><pe Class c/><pe Interaction i><message Message m signature='@'/></pe>", "s", "c"},
     {"signature_is_operation_request", "Message",
      "<pe Class c><ownedOperation Operation o><ownedParameter Parameter p/></ownedOperation></pe>"
      "<pe Interaction i><message Message m signature='o'><argument LiteralNull a/>@</message></pe>",
@@ -406,17 +434,20 @@ constexpr Case kCases[] = {
     {"consider_and_ignore", "CombinedFragment", "I:<fragment CombinedFragment f interactionOperator='@'/>", "alt",
      "consider"},
     {"opt_loop_break_neg", "CombinedFragment",
-     "I:<fragment CombinedFragment f interactionOperator='@'><operand InteractionOperand a/><operand InteractionOperand b/>"
+     "I:<fragment CombinedFragment f interactionOperator='@'><operand InteractionOperand a/><operand "
+     "InteractionOperand b/>"
      "</fragment>",
      "par", "opt"},
     {"consider_or_ignore", "ConsiderIgnoreFragment", "I:<fragment ConsiderIgnoreFragment f interactionOperator='@'/>",
      "ignore", "alt"},
     {"minint_maxint", "InteractionConstraint",
-     "I:<fragment CombinedFragment f interactionOperator='@'><operand InteractionOperand a><guard InteractionConstraint g>"
+     "I:<fragment CombinedFragment f interactionOperator='@'><operand InteractionOperand a><guard "
+     "InteractionConstraint g>"
      "<minint LiteralInteger v value='1'/></guard></operand></fragment>",
      "loop", "opt"},
     {"first_or_last_interaction_fragment", "Continuation",
-     "I:<fragment CombinedFragment f><operand InteractionOperand a><fragment StateInvariant s/><fragment Continuation c/>@"
+     "I:<fragment CombinedFragment f><operand InteractionOperand a><fragment StateInvariant s/><fragment Continuation "
+     "c/>@"
      "</operand></fragment>",
      "", "<fragment StateInvariant t/>"},
     {"same_lifeline", "ActionExecutionSpecification",
@@ -442,8 +473,8 @@ constexpr Case kCases[] = {
      "<upperValue LiteralUnlimitedNatural u value='@'/></ownedEnd></pe>",
      "1", "2"},
     {"aggregation", "ExtensionEnd",
-     "<pe Stereotype s/><pe Extension e memberEnd='x'><ownedEnd ExtensionEnd x type='s' aggregation='@'/></pe>", "composite",
-     "none"},
+     "<pe Stereotype s/><pe Extension e memberEnd='x'><ownedEnd ExtensionEnd x type='s' aggregation='@'/></pe>",
+     "composite", "none"},
     {"generalize", "Stereotype",
      "<pe Class c/><pe Stereotype t/><pe Stereotype s><generalization Generalization g general='@'/></pe>", "t", "c"},
 };
@@ -466,8 +497,8 @@ TEST(ConstraintsOfUml, AllHaveACase) {
     for (Case const & c : kCases) {
         cases.insert(c.rule);
     }
-    std::set<std::string> const standard{"containment",  "generalizationCycle", "oppositeEnds",
-                                         "uniqueNames", "unresolvedLink"};
+    std::set<std::string> const standard{"containment", "generalizationCycle", "oppositeEnds", "uniqueNames",
+                                         "unresolvedLink"};
     for (std::string const & name : Rules::ofMetamodels().names()) {
         EXPECT_TRUE(cases.count(name) != 0 || standard.count(name) != 0) << name;
     }

@@ -21,12 +21,12 @@
 namespace ZEL::Compare {
 namespace {
 
+using NSInterface::ObjectIntf;
 using ZEL::internal::BodyCore;
 using ZEL::internal::ClassDescriptor;
 using ZEL::internal::ConstraintDescriptor;
 using ZEL::internal::FieldDescriptor;
 using ZEL::internal::StateCore;
-using NSInterface::ObjectIntf;
 
 std::string countedValues(std::size_t count) {
     return count == 0 ? "no value" : std::to_string(count) + (count == 1 ? " value" : " values");
@@ -48,9 +48,8 @@ bool keepsSomethingFor(Remainder const * remainder, std::string_view property) {
                        [&](Remainder::Link const & link) { return isOfProperty(link.property); }) ||
            std::any_of(remainder->attributes.begin(), remainder->attributes.end(),
                        [&](Remainder::Attribute const & attribute) { return isOfProperty(attribute.name); }) ||
-           std::any_of(remainder->elements.begin(), remainder->elements.end(), [&](Remainder::Element const & element) {
-               return isElementOf(element.xml, property);
-           });
+           std::any_of(remainder->elements.begin(), remainder->elements.end(),
+                       [&](Remainder::Element const & element) { return isElementOf(element.xml, property); });
 }
 
 /// What operations of one name are told apart by: the types of their parameters, or their names where there is none.
@@ -105,8 +104,8 @@ private:
 
     [[nodiscard]] Diagnostic told(BodyCore & object, Severity severity, PropertyView const * property, std::string rule,
                                   std::string text) const {
-        return {severity, handleOf(object), property == nullptr ? ImmutableProperty() : property->property,
-                std::move(rule), std::move(text), labelOf(object)};
+        return {severity,        handleOf(object), property == nullptr ? ImmutableProperty() : property->property,
+                std::move(rule), std::move(text),  labelOf(object)};
     }
     void tell(BodyCore & object, StandardRule rule, Severity severity, PropertyView const * property,
               std::string text) {
@@ -142,7 +141,7 @@ private:
     /// Of parts that are still to come.
     std::unordered_map<BodyCore const *, Diagnostic> fClashes;
     std::vector<BodyCore const *> fClashOrder;
-    std::vector<BodyCore *> fParts; ///< of the present object
+    std::vector<BodyCore *> fParts;     ///< of the present object
     std::vector<std::size_t> fPartsEnd; ///< for each of its properties the end of its parts
     std::vector<Named> fNamed;
     std::unordered_set<BodyCore const *> fWithoutCycle;
@@ -204,8 +203,7 @@ void Checker::Run::flush(BodyCore const & object) {
         fFound.push_back({static_cast<std::size_t>(StandardRule::UniqueNames), std::move(clash->second)});
         fClashes.erase(clash);
     }
-    std::stable_sort(fFound.begin(), fFound.end(),
-                     [](Found const & a, Found const & b) { return a.order < b.order; });
+    std::stable_sort(fFound.begin(), fFound.end(), [](Found const & a, Found const & b) { return a.order < b.order; });
     for (Found & found : fFound) {
         fDiagnostics.push_back(std::move(found.diagnostic));
     }
@@ -267,9 +265,9 @@ void Checker::Run::checkTarget(BodyCore & object, PropertyPlan & property, Objec
 bool Checker::Run::leadsBack(BodyCore const & object, PropertyPlan & property, BodyCore const & target) const {
     ClassDescriptor const & targetClass = target.internal_descriptor();
     if (property.oppositeClass != &targetClass) {
-        auto const found = std::find_if(
-            targetClass.fields.begin(), targetClass.fields.end(),
-            [&property](FieldDescriptor const & field) { return field.property == property.opposite; });
+        auto const found =
+            std::find_if(targetClass.fields.begin(), targetClass.fields.end(),
+                         [&property](FieldDescriptor const & field) { return field.property == property.opposite; });
         property.oppositeClass = &targetClass;
         property.oppositeField = found == targetClass.fields.end() ? nullptr : &*found;
     }
@@ -452,9 +450,8 @@ void Checker::Run::compareNames(BodyCore & object, std::size_t begin, std::size_
             fNamed.push_back({hash, place, fParts[place], &plan});
         }
     }
-    std::sort(fNamed.begin(), fNamed.end(), [](Named const & a, Named const & b) {
-        return std::pair(a.hash, a.place) < std::pair(b.hash, b.place);
-    });
+    std::sort(fNamed.begin(), fNamed.end(),
+              [](Named const & a, Named const & b) { return std::pair(a.hash, a.place) < std::pair(b.hash, b.place); });
     std::vector<Named const *> clashing;
     for (std::size_t first = 0; first < fNamed.size();) {
         std::size_t last = first + 1;
@@ -493,8 +490,7 @@ void Checker::Run::checkRules(BodyCore & object, ClassPlan const & plan) {
     ImmutableClassObject const handle = handleOf(object);
     for (Rule const * const rule : plan.added) {
         if (!rule->isSatisfied(handle)) {
-            fFound.push_back(
-                {standardRuleNames.size(), told(object, rule->severity, nullptr, rule->name, rule->text)});
+            fFound.push_back({standardRuleNames.size(), told(object, rule->severity, nullptr, rule->name, rule->text)});
         }
     }
 }

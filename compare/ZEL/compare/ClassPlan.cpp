@@ -1,12 +1,10 @@
 #include <ZEL/compare/ClassPlan.h>
 #include <ZEL/metamodel/ClassRuntime.h>
-#include <ZEL/metamodel/FactoryObjectIntf.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/NamespaceIntf.h>
 #include <ZEL/tools/ObjectsIn.h>
 
 #include <algorithm>
-#include <unordered_set>
 #include <utility>
 
 namespace ZEL::Compare {
@@ -30,9 +28,10 @@ void addLine(ClassDescriptor const & descriptor, std::vector<ClassDescriptor con
     }
 }
 
-bool isContainment(PropertyDescriptor const & property) {
-    return property.isComposite && !property.isDerived && property.typeClass != nullptr &&
-           (property.isMany() || !property.typeClass->isKindOf(NSInterface::FactoryObjectIntf::descriptor()));
+bool inherits(ClassDescriptor const & descriptor, ClassDescriptor const & from) {
+    std::vector<ClassDescriptor const *> line;
+    addLine(descriptor, line);
+    return std::find(line.begin(), line.end(), &from) != line.end();
 }
 
 /// Whether the values are the object's own to state: all that follows from elsewhere is left out.
@@ -45,8 +44,7 @@ bool isStated(PropertyView const & property) {
 PropertyDescriptor const * oppositeOf(PropertyView const & property) {
     PropertyDescriptor const * const opposite =
         property.descriptor == nullptr ? nullptr : property.descriptor->opposite;
-    return opposite != nullptr && !property.isComposite && !opposite->isComposite &&
-                   opposite->storage == Storage::Field
+    return opposite != nullptr && !property.isComposite && !opposite->isComposite && opposite->storage == Storage::Field
                ? opposite
                : nullptr;
 }
@@ -55,7 +53,7 @@ GeneralPlan generalsOf(MetaClassView const & view) {
     auto const stored = [&view](char const * name) {
         PropertyView const * const property = view.find(name);
         return property != nullptr && !property->isDerived && property->isMany && property->links != nullptr ? property
-                                                                                                            : nullptr;
+                                                                                                             : nullptr;
     };
     if (PropertyView const * const direct = stored("superClass")) {
         return {direct->links, nullptr, direct};
@@ -81,9 +79,8 @@ ClassPlans::ClassPlans(Rules rules) : fRules(std::move(rules)) {
 }
 
 void ClassPlans::forgetOutdated() {
-    std::size_t const forgotten = std::erase_if(fPlans, [](auto const & entry) {
-        return entry.first->runtime->view() != entry.second->view.get();
-    });
+    std::size_t const forgotten = std::erase_if(
+        fPlans, [](auto const & entry) { return entry.first->runtime->view() != entry.second->view.get(); });
     if (forgotten > 0) {
         fHasNamespaces.clear();
     }
@@ -123,12 +120,11 @@ void ClassPlans::addProperties(ClassPlan & plan) const {
         }
         PropertyPlan property;
         property.view = &view;
-        property.isComposite = isContainment(*view.descriptor);
+        property.isComposite = view.isComposite && view.links != nullptr;
         if (asks(StandardRule::Multiplicity)) {
-            // What has a default has a value.
-            property.lower = view.hasDefault && !view.defaultText.empty()
-                                 ? 0
-                                 : static_cast<std::uint32_t>(std::max(view.descriptor->lower, 0));
+            // What has a default has a value. A URI comes when something is published, so many do without for long.
+            bool const mayLack = (view.hasDefault && !view.defaultText.empty()) || view.role == PropertyView::Role::Uri;
+            property.lower = mayLack ? 0 : static_cast<std::uint32_t>(std::max(view.descriptor->lower, 0));
             property.upper = view.isMany ? view.descriptor->upper : PropertyPlan::kUnlimited;
         }
         property.areTargetsChecked = view.links != nullptr && asks(StandardRule::UnresolvedLink);
@@ -156,7 +152,7 @@ void ClassPlans::addRules(ClassPlan & plan) const {
         for (ClassDescriptor const * const owner : line) {
             for (ConstraintDescriptor const & constraint : owner->constraints) {
                 bool const isReplaced = std::any_of(line.begin(), line.end(), [&](ClassDescriptor const * other) {
-                    return other != owner && other->isKindOf(*owner) &&
+                    return other != owner && inherits(*other, *owner) &&
                            std::any_of(other->constraints.begin(), other->constraints.end(),
                                        [&](ConstraintDescriptor const & same) {
                                            return std::string_view(same.name) == constraint.name;
@@ -182,7 +178,7 @@ ClassPlan::Names ClassPlans::namesOf(ClassPlan const & plan) {
     if (!asks(StandardRule::UniqueNames) || plan.parts.empty()) {
         return ClassPlan::Names::Ignored;
     }
-    if (plan.descriptor->isKindOf(NSInterface::NamespaceIntf::descriptor())) {
+    if (inherits(*plan.descriptor, NSInterface::NamespaceIntf::descriptor())) {
         return ClassPlan::Names::Together;
     }
     // A metamodel that has namespaces says with them where names count.
@@ -197,7 +193,7 @@ bool ClassPlans::hasNamespaces(ImmutableModel const & metamodel) {
         known->second = std::any_of(objects.begin(), objects.end(), [](ImmutableClassObject const & object) {
             ClassDescriptor const * const described =
                 ZEL::internal::ClassRuntime::described(object.getImplementation());
-            return described != nullptr && described->isKindOf(NSInterface::NamespaceIntf::descriptor());
+            return described != nullptr && inherits(*described, NSInterface::NamespaceIntf::descriptor());
         });
     }
     return known->second;

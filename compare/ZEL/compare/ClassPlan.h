@@ -64,8 +64,9 @@ template <class Function>
 void forEachLink(ZEL::internal::FieldDescriptor const & field, ZEL::internal::StateCore const & state,
                  Function function) {
     if (field.sequence != nullptr) {
-        sequenceOf(field, state).forEach(
-            [&function](void * link) { function(*static_cast<NSInterface::ObjectIntf *>(link)); });
+        sequenceOf(field, state).forEach([&function](void * link) {
+            function(*static_cast<NSInterface::ObjectIntf *>(link));
+        });
     } else if (NSInterface::ObjectIntf * const link = field.get(state)) {
         function(*link);
     }

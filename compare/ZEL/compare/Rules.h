@@ -66,7 +66,7 @@ public:
 private:
     bool fHasThoseOfMetamodels = false;
     std::vector<std::shared_ptr<Rule const>> fAdded;
-    bool fIsLimited = false;                ///< to `fOnly`
+    bool fIsLimited = false; ///< to `fOnly`
     std::set<std::string, std::less<>> fOnly;
     std::set<std::string, std::less<>> fWithout;
 };

@@ -15,7 +15,7 @@ enum class StandardRule : std::size_t {
     Containment,
 };
 
-inline constexpr std::array<char const *, 6> standardRuleNames{
-    "multiplicity", "unresolvedLink", "oppositeEnds", "uniqueNames", "generalizationCycle", "containment"};
+inline constexpr std::array<char const *, 6> standardRuleNames{"multiplicity", "unresolvedLink",      "oppositeEnds",
+                                                               "uniqueNames",  "generalizationCycle", "containment"};
 
 } // namespace ZEL::Compare

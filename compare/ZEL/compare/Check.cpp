@@ -227,7 +227,7 @@ void Checker::Run::checkProperty(BodyCore & object, StateCore const & state, Pro
         checkNumber(object, state, property, count);
     }
     bool const areTargetsRead = property.areTargetsChecked || property.opposite != nullptr;
-    if (count > 0 && view.links != nullptr && areTargetsRead && !property.isComposite) {
+    if (count > 0 && areTargetsRead) {
         forEachLink(*view.links, state, [&](ObjectIntf & target) { checkTarget(object, property, target); });
     }
 }
@@ -365,14 +365,14 @@ void Checker::Run::collectParts(BodyCore & object, ClassPlan const & plan) {
     StateCore const & state = *object.readState(fDeviant);
     NSInterface::ClassObjectIntf const * const container = &object;
     std::size_t filled = 0;
-    for (PropertyPlan const * const property : plan.parts) {
+    for (PropertyView const * const property : plan.parts) {
         std::size_t const before = fParts.size();
-        forEachLink(*property->view->links, state, [&](ObjectIntf & part) {
+        forEachLink(*property->links, state, [&](ObjectIntf & part) {
             BodyCore * const body = part.internal_body();
             if (body == nullptr || !part.deviant_isValid(fDeviant)) {
                 if (fPlans.asks(StandardRule::UnresolvedLink)) {
-                    tell(object, StandardRule::UnresolvedLink, Severity::Error, property->view,
-                         "'" + property->view->name + "' leads to an object that no longer exists");
+                    tell(object, StandardRule::UnresolvedLink, Severity::Error, property,
+                         "'" + property->name + "' leads to an object that no longer exists");
                 }
                 return;
             }
@@ -380,8 +380,8 @@ void Checker::Run::collectParts(BodyCore & object, ClassPlan const & plan) {
                 fParts.push_back(body);
             } else if (fPlans.asks(StandardRule::Containment)) {
                 ImmutableClassObject const holder = handleOf(*body).getContainerZEL();
-                tell(object, StandardRule::Containment, Severity::Error, property->view,
-                     "'" + property->view->name + "' holds " + labelOf(*body) + ", whose container is " +
+                tell(object, StandardRule::Containment, Severity::Error, property,
+                     "'" + property->name + "' holds " + labelOf(*body) + ", whose container is " +
                          Compare::labelOf(holder));
             }
         });

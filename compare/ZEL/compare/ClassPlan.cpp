@@ -13,9 +13,7 @@ namespace {
 using ZEL::internal::ClassDescriptor;
 using ZEL::internal::ConstraintDescriptor;
 using ZEL::internal::FieldDescriptor;
-using ZEL::internal::PersistentSequence;
 using ZEL::internal::PropertyDescriptor;
-using ZEL::internal::StateCore;
 using ZEL::internal::Storage;
 
 /// The class, then its superclasses, each once and at its first place from left to right.
@@ -63,14 +61,6 @@ GeneralPlan generalsOf(MetaClassView const & view) {
 }
 
 } // namespace
-
-PersistentSequence const & sequenceOf(FieldDescriptor const & field, StateCore const & state) {
-    // Few objects have some, so these lie elsewhere, where reading must not make a place for them.
-    if (field.property == &NSInterface::ClassObjectOperations::appliedStereotypeInstanceProperty()) {
-        return state.stereotypeInstances();
-    }
-    return field.sequence(const_cast<StateCore &>(state));
-}
 
 ClassPlans::ClassPlans(Rules rules) : fRules(std::move(rules)) {
     for (std::size_t i = 0; i < fAsks.size(); ++i) {
@@ -120,26 +110,24 @@ void ClassPlans::addProperties(ClassPlan & plan) const {
         }
         PropertyPlan property;
         property.view = &view;
-        property.isComposite = view.isComposite && view.links != nullptr;
         if (asks(StandardRule::Multiplicity)) {
             // What has a default has a value. A URI comes when something is published, so many do without for long.
             bool const mayLack = (view.hasDefault && !view.defaultText.empty()) || view.role == PropertyView::Role::Uri;
             property.lower = mayLack ? 0 : static_cast<std::uint32_t>(std::max(view.descriptor->lower, 0));
             property.upper = view.isMany ? view.descriptor->upper : PropertyPlan::kUnlimited;
         }
-        property.areTargetsChecked = view.links != nullptr && asks(StandardRule::UnresolvedLink);
+        property.areTargetsChecked = view.links != nullptr && !view.isComposite && asks(StandardRule::UnresolvedLink);
         property.opposite = asks(StandardRule::OppositeEnds) && view.links != nullptr ? oppositeOf(view) : nullptr;
-        bool const isAsked = property.lower > 0 || property.upper != PropertyPlan::kUnlimited ||
-                             property.areTargetsChecked || property.opposite != nullptr;
-        if (property.isComposite || isAsked) {
+        if (property.lower > 0 || property.upper != PropertyPlan::kUnlimited || property.areTargetsChecked ||
+            property.opposite != nullptr) {
             plan.properties.push_back(property);
         }
     }
     for (FieldDescriptor const & field : plan.descriptor->fields) { // in the order in which objects list their parts
-        auto const part =
-            std::find_if(plan.properties.begin(), plan.properties.end(),
-                         [&field](PropertyPlan const & property) { return property.view->links == &field; });
-        if (part != plan.properties.end() && part->isComposite) {
+        std::vector<PropertyView> const & views = plan.view->properties();
+        auto const part = std::find_if(views.begin(), views.end(),
+                                       [&field](PropertyView const & view) { return view.links == &field; });
+        if (part != views.end() && part->isComposite && isStated(*part)) {
             plan.parts.push_back(&*part);
         }
     }

@@ -24,8 +24,7 @@ struct PropertyPlan {
     /// Its number of values must be within these.
     std::uint32_t lower = 0;
     std::uint32_t upper = kUnlimited;
-    bool areTargetsChecked = false; ///< that the objects it leads to are there
-    bool isComposite = false;
+    bool areTargetsChecked = false;                               ///< that the objects it leads to are there
     ZEL::internal::PropertyDescriptor const * opposite = nullptr; ///< that must lead back; null if none must
     /// Where the class that was met last has it.
     ZEL::internal::ClassDescriptor const * oppositeClass = nullptr;
@@ -47,7 +46,7 @@ struct ClassPlan {
     std::shared_ptr<MetaClassView const> view;
     ZEL::internal::ClassDescriptor const * descriptor = nullptr;
     std::vector<PropertyPlan> properties;
-    std::vector<PropertyPlan *> parts; ///< those that contain objects
+    std::vector<PropertyView const *> parts; ///< the properties that contain objects
     GeneralPlan generals;
     PropertyView const * name = nullptr;
     /// Names are compared among all parts, or among those of each property, or not.
@@ -56,9 +55,15 @@ struct ClassPlan {
     std::vector<Rule const *> added;
 };
 
-/// The links in a field of class type.
-[[nodiscard]] ZEL::internal::PersistentSequence const & sequenceOf(ZEL::internal::FieldDescriptor const & field,
-                                                                   ZEL::internal::StateCore const & state);
+/// The links in a field of class type that has many.
+[[nodiscard]] inline ZEL::internal::PersistentSequence const & sequenceOf(ZEL::internal::FieldDescriptor const & field,
+                                                                          ZEL::internal::StateCore const & state) {
+    // Few objects have some, so these lie elsewhere, where reading must not make a place for them.
+    static ZEL::internal::PropertyDescriptor const * const elsewhere =
+        &NSInterface::ClassObjectOperations::appliedStereotypeInstanceProperty();
+    return field.property == elsewhere ? state.stereotypeInstances()
+                                       : field.sequence(const_cast<ZEL::internal::StateCore &>(state));
+}
 
 template <class Function>
 void forEachLink(ZEL::internal::FieldDescriptor const & field, ZEL::internal::StateCore const & state,

@@ -46,12 +46,15 @@ template <class Sequence, class Predicate> int countOf(Sequence const & elements
 
 /// The nearest object around this one that is a `T`; an invalid handle if there is none.
 template <class T> [[nodiscard]] T nearestAround(ZEL::ClassObject const & object) {
-    ZEL::ClassObject const container = object.getContainerZEL();
-    if (!container.isValid()) {
-        return T();
+    for (ZEL::ClassObject at = object.getContainerZEL(); at.isValid();) {
+        if (T const found(at); found.isValid()) {
+            return found;
+        }
+        ZEL::ClassObject const container = at.getContainerZEL();
+        at = ZEL::ClassObject(); // a handle keeps its deviant when it gets the same body
+        at = container;
     }
-    T const found(container);
-    return found.isValid() ? found : nearestAround<T>(container);
+    return T();
 }
 
 } // namespace uml::internal

@@ -180,6 +180,19 @@ TEST_F(Check, OfSingleObjectsLeavesOutWhatTheyContain) {
     EXPECT_THAT(linesOf(checker.checkEach({leek})).size(), 2U) << "names clash in it";
 }
 
+TEST_F(Check, MeetsAPartThatIsHeldTwiceOnce) {
+    kitchen::Ingredient const pepper = makeIngredient("pepper");
+    leek.setBase(pepper);
+    menu.getImplementation()->getSpecialsWithoutAssociation(menu.getDeviant()).push_back(leek);
+    EXPECT_THAT(linesOf(check(menu, Rules::all().only({"containment"}))),
+                ElementsAre("error: Menu: holds Soup 'leek' twice [containment]"));
+    EXPECT_EQ(check(menu, Rules().add({"all", "ZEL.ClassObject", Severity::Note, "",
+                                       [](ImmutableClassObject const &) { return false; }}))
+                  .size(),
+              4U)
+        << "each object once";
+}
+
 TEST_F(Check, OfAnInvalidHandleThrows) { EXPECT_THROW((void)check(ImmutableClassObject()), Exception); }
 
 } // namespace

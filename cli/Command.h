@@ -17,7 +17,8 @@ public:
 
 enum ExitCode : int {
     Done = 0,
-    No = 1,        ///< `compare`, `diff`: different; `merge`: conflicts are left; `tour`: a step failed
+    /// `compare`, `diff`: different; `merge`: conflicts are left; `check`: errors found; `tour`: a step failed
+    No = 1,
     InTrouble = 2, ///< wrong arguments, or a file that cannot be read or written
 };
 
@@ -27,6 +28,8 @@ using Command = std::function<ExitCode()>;
 
 // Each adds the arguments and options of a command to `app`. Their values belong to the result.
 
+/// Checks the model of a file.
+[[nodiscard]] Command checkCommand(CLI::App & app);
 /// Compares the models of two files, apart from ids and the places of the files.
 [[nodiscard]] Command compareCommand(CLI::App & app);
 /// Reads a file and writes its model to another one.

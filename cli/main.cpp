@@ -30,12 +30,14 @@ public:
         fApp.set_version_flag("--version", "zel " ZEL_VERSION);
         addLogOption(fApp);
         fApp.footer(
-            "Exit codes: 0 done (compare, diff: equal); 1 different (compare, diff), conflicts left (merge), a step\n"
-            "failed (tour); 2 trouble: wrong arguments, or a file that cannot be read or written.");
+            "Exit codes: 0 done (compare, diff: equal); 1 different (compare, diff), conflicts left (merge), errors "
+            "found\n"
+            "(check), a step failed (tour); 2 trouble: wrong arguments, or a file that cannot be read or written.");
         add(tourCommand, "tour", "Tells the main job step by step on a model file");
         add(infoCommand, "info", "Says what is in a model file");
         add(dumpCommand, "dump", "Prints a model file object by object, with all values and links");
         add(convertCommand, "convert", "Reads a file and writes it again, in another dialect or at another place");
+        add(checkCommand, "check", "Checks a model: what its metamodel and its constraints say of it");
         add(compareCommand, "compare", "Compares the models of two files, apart from their ids");
         add(diffCommand, "diff", "Lists what is different in another version of a model");
         add(mergeCommand, "merge", "Merges what two versions of a model have changed");

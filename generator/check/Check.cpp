@@ -227,7 +227,8 @@ void Checker::checkLiterals(TypeDefinition const & type) {
             report(name, "found enumerator", ", expected a name that is no word of C++");
         }
     }
-    if (!type.properties.empty() || !type.superclasses.empty() || !type.operations.empty() || !type.views.empty()) {
+    if (!type.properties.empty() || !type.superclasses.empty() || !type.operations.empty() || !type.views.empty() ||
+        !type.constraints.empty()) {
         report(type.name, "found properties or superclasses on the data type", ", expected them on classes only");
     }
 }

@@ -21,6 +21,31 @@ void Checker::checkOperations() {
         for (OperationDefinition const & operation : type.operations) {
             checkSignature(operation);
         }
+        checkConstraints(type);
+    }
+}
+
+void Checker::checkConstraints(TypeDefinition const & type) {
+    std::map<std::string, std::string> names; // by the names of their functions
+    for (OperationDefinition const & operation : type.operations) {
+        if (std::optional<Signature> const signature = parseSignature(operation.signature.text)) {
+            names.emplace(signature->name, "operation '" + signature->name + "'");
+        }
+    }
+    for (ConstraintDefinition const & constraint : type.constraints) {
+        std::string const what = "constraint '" + type.name.text + '.' + constraint.name.text + "'";
+        expectIdentifier(constraint.name, "constraint");
+        expectOneOf(constraint.severity, "severity", {"error", "warning", "note"});
+        if (constraint.text.empty()) {
+            report(constraint.name.mark,
+                   what + ": found no 'text', expected what holds of an object that satisfies it");
+        }
+        std::string const function = Names::satisfies(constraint.name.text);
+        auto const [other, isNew] = names.emplace(function, "constraint '" + constraint.name.text + "'");
+        if (!isNew) {
+            report(constraint.name.mark,
+                   what + ": found the C++ name '" + function + "' of " + other->second + ", expected a different one");
+        }
     }
 }
 

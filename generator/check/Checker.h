@@ -68,6 +68,7 @@ private:
     void checkViews(TypeDefinition const & owner);
     void checkSignature(OperationDefinition const & operation);
     void checkTwins(TypeDefinition const & type);
+    void checkConstraints(TypeDefinition const & type);
 
     /// The name that the definition uses for the type.
     [[nodiscard]] std::string nameOf(Entry const & type) const {

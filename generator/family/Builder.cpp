@@ -62,6 +62,7 @@ void FamilyBuilder::build() {
     forEachClass([&](Class & target) { addInherited(target); });
     forEachClass([&](Class & target) { addViews(target); });
     forEachClass([&](Class & target) { addOperations(target); });
+    forEachClass([&](Class & target) { addConstraints(target); });
 }
 
 void FamilyBuilder::forEachProperty(void (FamilyBuilder::*pass)(Property &, PropertyDefinition const &)) {
@@ -260,6 +261,14 @@ void FamilyBuilder::addOperations(Class & target) {
             }
         }
         target.operations.push_back(std::move(operation));
+    }
+}
+
+void FamilyBuilder::addConstraints(Class & target) {
+    for (ConstraintDefinition const & definition : fSources.at(&target).type->constraints) {
+        std::string const severity = definition.severity.empty() ? "error" : definition.severity.text;
+        target.constraints.push_back({definition.name.text, Names::capital(severity), definition.text.text,
+                                      Names::satisfies(definition.name.text)});
     }
 }
 

@@ -32,6 +32,7 @@ private:
     void addInherited(Class & target);
     void addViews(Class & target);
     void addOperations(Class & target);
+    void addConstraints(Class & target);
 
     [[nodiscard]] Type const & typeOf(std::string const & name, Definition const & from) const;
     [[nodiscard]] Property const & propertyOf(Catalogue::PropertyEntry const & entry) const;

@@ -139,6 +139,13 @@ struct Operation {
     [[nodiscard]] bool isCalledAs(Operation const & other) const { return name == other.name && takesTheSame(other); }
 };
 
+struct Constraint {
+    std::string name;
+    std::string severity; ///< "Error"
+    std::string text;
+    std::string function; ///< "satisfiesHasParts"
+};
+
 struct Class {
     Type const * type = nullptr;
     Metamodel const * home = nullptr;
@@ -161,6 +168,7 @@ struct Class {
     std::vector<Property const *> fields; ///< stored in the states of instances: own, then inherited in order of clones
     std::vector<View> views;
     std::vector<Operation> operations;
+    std::vector<Constraint> constraints;
 
     [[nodiscard]] std::string qualifiedName() const;
     [[nodiscard]] bool isKindOf(Class const & other) const;

@@ -46,6 +46,16 @@ std::string Names::prefixed(std::string_view type, std::string_view property) {
     return uncapital(type) + capital(property);
 }
 
+std::string Names::satisfies(std::string_view constraint) {
+    std::string result = "satisfies";
+    for (std::size_t begin = 0; begin < constraint.size();) {
+        std::size_t const end = std::min(constraint.find('_', begin), constraint.size());
+        result += capital(constraint.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return result;
+}
+
 bool Names::readsAsFlag(std::string_view property) {
     return property.size() > 2 && property.substr(0, 2) == "is" &&
            std::isupper(static_cast<unsigned char>(property[2])) != 0;

@@ -22,6 +22,9 @@ public:
     /// Base name of a property that repeats an inherited name: the name of its type goes before, "typeRaisedException".
     [[nodiscard]] static std::string prefixed(std::string_view type, std::string_view property);
 
+    /// Name of the function that decides about a constraint: "has_parts" -> "satisfiesHasParts".
+    [[nodiscard]] static std::string satisfies(std::string_view constraint);
+
     /// Whether operations read `isFoo()` in place of `getIsFoo()`.
     [[nodiscard]] static bool readsAsFlag(std::string_view property);
 

@@ -46,6 +46,13 @@ struct OperationDefinition {
     OperationBody body = OperationBody::Hand;
 };
 
+/// A rule about the instances of a class, which a function written by hand decides.
+struct ConstraintDefinition {
+    Word name;
+    Word severity;
+    Word text;
+};
+
 enum class TypeKind { Class, Enumeration, Primitive };
 
 struct TypeDefinition {
@@ -62,6 +69,7 @@ struct TypeDefinition {
     /// What derived properties show on instances of this class, for each property.
     std::vector<std::pair<Word, std::vector<Word>>> views;
     std::vector<OperationDefinition> operations;
+    std::vector<ConstraintDefinition> constraints;
 };
 
 struct Definition {

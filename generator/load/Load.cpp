@@ -57,6 +57,7 @@ private:
 
     TypeDefinition type(Word const & name, YAML::Node const & node);
     PropertyDefinition property(Word const & name, YAML::Node const & node);
+    ConstraintDefinition constraint(Word const & name, YAML::Node const & node);
     void operations(YAML::Node const & node, std::vector<OperationDefinition> & target);
     /// Passes the root of a file to `reader`, with `path` in messages.
     void file(std::string const & path, std::string const & text, Reader const & reader);
@@ -155,6 +156,14 @@ PropertyDefinition Loader::property(Word const & name, YAML::Node const & node) 
     return p;
 }
 
+ConstraintDefinition Loader::constraint(Word const & name, YAML::Node const & node) {
+    ConstraintDefinition c;
+    c.name = name;
+    map(node, "a constraint",
+        {{"severity", intoWord(c.severity, "error, warning or note")}, {"text", intoWord(c.text, "a text")}});
+    return c;
+}
+
 void Loader::operations(YAML::Node const & node, std::vector<OperationDefinition> & target) {
     auto const into = [this, &target](OperationBody body) {
         return [this, &target, body](YAML::Node const & value) {
@@ -184,6 +193,11 @@ TypeDefinition Loader::type(Word const & name, YAML::Node const & node) {
             t.views.emplace_back(key, words(entry, "names of properties"));
         });
     };
+    auto const constraints = [&](YAML::Node const & value) {
+        namedEntries(value, "constraints", [&](Word const & key, YAML::Node const & entry) {
+            t.constraints.push_back(constraint(key, entry));
+        });
+    };
     auto const enumerators = [&](YAML::Node const & value) {
         namedEntries(value, "enumerators", [&](Word const & literal, YAML::Node const & entry) {
             t.enumerators.emplace_back(literal, word(entry, "a name of C++"));
@@ -206,7 +220,8 @@ TypeDefinition Loader::type(Word const & name, YAML::Node const & node) {
          {"hand_written", intoWords(t.handWritten, "interface, handles")},
          {"properties", properties},
          {"views", views},
-         {"operations", [&](YAML::Node const & value) { operations(value, t.operations); }}});
+         {"operations", [&](YAML::Node const & value) { operations(value, t.operations); }},
+         {"constraints", constraints}});
     return t;
 }
 

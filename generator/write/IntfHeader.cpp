@@ -46,6 +46,17 @@ std::string operations(Emission const & emission, Class const & of) {
     return text;
 }
 
+/// The functions written by hand that decide about the constraints.
+std::string constraints(Emission const & emission, Class const & of) {
+    std::string text;
+    for (Constraint const & constraint : of.constraints) {
+        text +=
+            Printer::comment("///", "Constraint: " + constraint.text, 4) +
+            emission.print("[[nodiscard]] bool $name$(ZEL::Deviant deviant) const;\n", {{"name", constraint.function}});
+    }
+    return text;
+}
+
 } // namespace
 
 std::set<std::string> headersOfIntf(Emission const & emission, Class const & of) {
@@ -67,6 +78,7 @@ std::string emitIntfHeader(Emission const & emission, Class const & of) {
     }
     members.push_back(redefinitions(emission, of));
     members.push_back(operations(emission, of));
+    members.push_back(constraints(emission, of));
     members.push_back(factoryDeclarations(emission, of));
     return emission.print(R"(
 $banner$

@@ -197,6 +197,18 @@ std::string valueRow(Emission const & emission, Class const & of, Property const
                            {"value", p.field == FieldKind::Text ? member + ".view()" : member}});
 }
 
+std::string constraintRow(Emission const & emission, Class const & of, Constraint const & constraint) {
+    return emission.print(R"(
+{$name$, ZEL::internal::Severity::$severity$, $text$,
+ &ZEL::internal::satisfies<$I$, &$I$::$function$>},
+)",
+                          {{"name", Printer::quoted(constraint.name)},
+                           {"severity", constraint.severity},
+                           {"text", Printer::quoted(constraint.text)},
+                           {"I", interfaceOf(of)},
+                           {"function", constraint.function}});
+}
+
 std::string builtAs(Class const & of) {
     if (of.isModel && !of.isAbstract && of.isKindOf(*of.home->modelClass) && of.home->isBuiltIn()) {
         return "Model";
@@ -345,6 +357,10 @@ std::string emitTables(Emission const & emission, Class const & of) {
             values.push_back(valueRow(emission, of, *p));
         }
     }
+    std::vector<std::string> constraints;
+    for (Constraint const & constraint : of.constraints) {
+        constraints.push_back(constraintRow(emission, of, constraint));
+    }
     Table const propertyTable =
         table(emission, "constinit ZEL::internal::PropertyDescriptor const", of.name + "Properties", properties);
     Table const superTable =
@@ -355,6 +371,8 @@ std::string emitTables(Emission const & emission, Class const & of) {
         table(emission, "constexpr ZEL::internal::FieldDescriptor", of.name + "FieldTable", fields);
     Table const valueTable =
         table(emission, "constexpr ZEL::internal::ValueDescriptor", of.name + "ValueTable", values);
+    Table const constraintTable =
+        table(emission, "constexpr ZEL::internal::ConstraintDescriptor", of.name + "Constraints", constraints);
 
     return emission.print(
                R"(
@@ -389,6 +407,7 @@ constinit ZEL::internal::ClassDescriptor const $X$Class{
     .values = $valueSpan$,
     $concrete$
     .runtime = &$X$Runtime,
+    $constraints$
 };
 
 } // namespace $ns$::tables
@@ -399,7 +418,8 @@ constinit ZEL::internal::ClassDescriptor const $X$Class{
                 {"P", of.home->prefix},
                 {"I", interfaceOf(of)},
                 {"propertyTable", propertyTable.text},
-                {"locals", Printer::blocks({superTable.text, cloneTable.text, fieldTable.text, valueTable.text})},
+                {"locals", Printer::blocks({superTable.text, cloneTable.text, fieldTable.text, valueTable.text,
+                                            constraintTable.text})},
                 {"abstract", flag(of.isAbstract)},
                 {"builtAs", builtAs(of)},
                 {"superSpan", superTable.span},
@@ -407,7 +427,8 @@ constinit ZEL::internal::ClassDescriptor const $X$Class{
                 {"cloneSpan", cloneTable.span},
                 {"fieldSpan", fieldTable.span},
                 {"valueSpan", valueTable.span},
-                {"concrete", concretePart(emission, of)}}) +
+                {"concrete", concretePart(emission, of)},
+                {"constraints", constraints.empty() ? "" : ".constraints = " + constraintTable.span + ","}}) +
            accessors(emission, of);
 }
 

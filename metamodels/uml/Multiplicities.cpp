@@ -135,6 +135,25 @@ void MultiplicityElementIntf::removeUnlimitedNaturalUpper(ZEL::Deviant deviant) 
     destroyIfAny(getUpperValue(deviant));
 }
 
+bool MultiplicityElementIntf::satisfiesLowerGe0(ZEL::Deviant deviant) const {
+    return numberOf(getLowerValue(deviant)).value_or(0) >= 0;
+}
+
+bool MultiplicityElementIntf::satisfiesUpperGeLower(ZEL::Deviant deviant) const {
+    std::int64_t const upper = numberOf(getUpperValue(deviant)).value_or(1);
+    return upper == kUnlimited || upper >= numberOf(getLowerValue(deviant)).value_or(1);
+}
+
+bool MultiplicityElementIntf::satisfiesLowerIsInteger(ZEL::Deviant deviant) const {
+    ValueSpecification const value = getLowerValue(deviant);
+    return !value.isValid() || numberOf(value).has_value();
+}
+
+bool MultiplicityElementIntf::satisfiesUpperIsUnlimitedNatural(ZEL::Deviant deviant) const {
+    ValueSpecification const value = getUpperValue(deviant);
+    return !value.isValid() || numberOf(value).has_value();
+}
+
 // --- aggregation -----------------------------------------------------------------------------------------------------
 
 ZEL::Boolean PropertyIntf::hasBooleanIsComposite(ZEL::Deviant) const { return ZEL::Boolean(true); }

@@ -175,6 +175,27 @@ TEST_F(Commands, UmlIsLoadedOnlyWhereItIsNeeded) {
     EXPECT_THAT(shell("zel info link.xmi"), isResult(HasSubstr("\nleft out     nothing\n")));
 }
 
+TEST_F(Commands, CheckAsksTheRulesThatAreNamedAndKnowsThoseOfUml) {
+    make("machine.uml",
+         "<uml:Model xmlns:uml='http://www.eclipse.org/uml2/5.0.0/UML' xmlns:xmi='http://www.omg.org/XMI' "
+         "xmi:version='2.0' xmi:id='_1' name='m'>"
+         "<packagedElement xmi:type='uml:StateMachine' xmi:id='_2' name='s'>"
+         "<region xmi:id='_3' name='r'><subvertex xmi:type='uml:FinalState' xmi:id='_4' name='f'/>"
+         "<transition xmi:id='_5' name='t' source='_4'/></region></packagedElement></uml:Model>");
+    std::string const target =
+        "error: Transition 's.r.t': has no value of 'target', expected at least 1 [multiplicity]\n";
+    std::string const final =
+        "error: FinalState 's.r.f': a final state has no outgoing transitions [no_outgoing_transitions]\n";
+    EXPECT_THAT(shell("zel check machine.uml"), ends(1, final + target + "5 objects: 2 errors\n"));
+    EXPECT_THAT(shell("zel check machine.uml --rule multiplicity"), ends(1, target + "5 objects: 1 error\n"));
+    EXPECT_THAT(shell("zel check machine.uml --without multiplicity --without no_outgoing_transitions"),
+                isResult("5 objects: nothing found\n"));
+    EXPECT_THAT(shell("zel check machine.uml --rule multiplicty"),
+                isTrouble("zel: check: found rule multiplicty, did you mean 'multiplicity'?\n"));
+    EXPECT_THAT(shell("zel check library.xmi --rule no_outgoing_transitions"), isTrouble(HasSubstr("found rule")))
+        << "of a metamodel that the file has nothing of";
+}
+
 TEST_F(Commands, TheTourChangesNoFile) {
     EXPECT_EQ(shell("zel tour library.xmi").exitCode, 0);
     EXPECT_EQ(folder.content("library.xmi"), folder.content(kLibrary)); // an absolute path stands for itself

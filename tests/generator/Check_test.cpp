@@ -106,6 +106,33 @@ TEST(Check, SuperclassesAreToldWithPlaceAndExpectation) {
     });
 }
 
+TEST(Check, ConstraintsAreToldWithPlaceAndExpectation) {
+    expectMistakes({
+        {"  A: {superclasses: [Base], constraints: {small: {severity: warn, text: t}}}\n",
+         "7:61: found severity 'warn', expected error, warning or note"},
+        {"  A: {superclasses: [Base], constraints: {small: {txt: t, text: t}}}\n",
+         "7:51: found unknown entry 'txt' of a constraint, did you mean 'text'?"},
+        {"  A: {superclasses: [Base], constraints: {small: {severity: note}}}\n",
+         "7:43: constraint 'A.small': found no 'text', expected what holds of an object that satisfies it"},
+        {"  A: {superclasses: [Base], constraints: {is-small: {text: t}}}\n",
+         "7:43: found constraint 'is-small', expected letters, digits and underscores"},
+        {"  A: {superclasses: [Base], constraints: {is_small: {text: t}, isSmall: {text: t}}}\n",
+         "7:64: constraint 'A.isSmall': found the C++ name 'satisfiesIsSmall' of constraint 'is_small', expected a "
+         "different one"},
+        {"  A: {superclasses: [Base], constraints: {small: {text: t}, small: {text: t}}}\n",
+         "7:61: found a second 'small' among the constraints, expected one; the first is at line 7"},
+        {"  A: {superclasses: [Base], operations: {hand: [void satisfiesSmall()]}, constraints: {small: {text: t}}}\n",
+         "7:88: constraint 'A.small': found the C++ name 'satisfiesSmall' of operation 'satisfiesSmall', expected a "
+         "different one"},
+        {"  E: {enumeration: [a], constraints: {small: {text: t}}}\n",
+         "7:3: found properties or superclasses on the data type 'E', expected them on classes only"},
+    });
+    EXPECT_THAT(mistakesIn(withTypes("  A: {superclasses: [Base], constraints: {small: {text: t}}}\n"
+                                     "  B: {superclasses: [A], constraints: {small: {text: t}}}\n")),
+                IsEmpty())
+        << "a subclass may say it in another way";
+}
+
 TEST(Check, OperationsPropertiesAndViewsThatDoNotFitAreToldWithPlaceAndExpectation) {
     expectMistakes({
         {"  A: {superclasses: [Base], operations: {hand: [void f(Foo x)]}}\n",

@@ -41,5 +41,10 @@ TEST(Names, FieldsAndEnumeratorsAreNeverWordsOfTheLanguage) {
     EXPECT_EQ(Names::enumerator("3d"), "_3d");
 }
 
+TEST(Names, TheFunctionOfAConstraintIsNamedAfterItsWords) {
+    EXPECT_EQ(Names::satisfies("lower_ge_0"), "satisfiesLowerGe0");
+    EXPECT_EQ(Names::satisfies("_isFlat__"), "satisfiesIsFlat");
+}
+
 } // namespace
 } // namespace zelgen::tests

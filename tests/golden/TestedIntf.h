@@ -38,6 +38,9 @@ public:
     [[nodiscard]] virtual ZEL::Sequence<Part> allParts(ZEL::Deviant deviant, ZEL::Sequence<Part> const & without) const;
     [[nodiscard]] virtual ZEL::Boolean fits(ZEL::Deviant deviant, ImmutablePart const & other) const;
     virtual void polish(ZEL::Deviant deviant);
+
+    /// Constraint: somebody has tested it
+    [[nodiscard]] bool satisfiesHasTester(ZEL::Deviant deviant) const;
 };
 
 } // namespace machine::NSInterface

@@ -103,6 +103,11 @@ constexpr ZEL::internal::FieldDescriptor TestedFieldTable[] = {
      &ZEL::internal::stereotypeInstances, nullptr, nullptr},
 };
 
+constexpr ZEL::internal::ConstraintDescriptor TestedConstraints[] = {
+    {"has_tester", ZEL::internal::Severity::Warning, "somebody has tested it",
+     &ZEL::internal::satisfies<NSInterface::TestedIntf, &NSInterface::TestedIntf::satisfiesHasTester>},
+};
+
 constinit ZEL::internal::ClassRuntime TestedRuntime;
 
 } // namespace
@@ -125,6 +130,7 @@ constinit ZEL::internal::ClassDescriptor const TestedClass{
     .bodySize = sizeof(NSImplementation::TestedImpl),
     .stateSize = sizeof(NSImplementation::TestedDeviantImpl),
     .runtime = &TestedRuntime,
+    .constraints = TestedConstraints,
 };
 
 } // namespace machine::tables

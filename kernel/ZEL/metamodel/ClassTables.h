@@ -32,6 +32,12 @@ template <class State> auto const & fieldsOf(StateCore const & state) {
     return static_cast<State const &>(state).fields;
 }
 
+/// Whether an object that has the interface satisfies a constraint of it.
+template <class I, bool (I::*Satisfies)(Deviant) const>
+bool satisfies(NSInterface::ClassObjectIntf const & object, Deviant deviant) {
+    return (static_cast<I const *>(object.cast(I::classInfo()))->*Satisfies)(deviant);
+}
+
 template <class Body> BodyCore * createBody() { return new Body; }
 
 template <class State> StateCore * createState() { return new State; }

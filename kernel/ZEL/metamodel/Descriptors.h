@@ -22,6 +22,7 @@ class Object;
 template <class T> class Sequence;
 
 namespace NSInterface {
+class ClassObjectIntf;
 class ObjectIntf;
 } // namespace NSInterface
 
@@ -106,6 +107,18 @@ struct ValueDescriptor {
 
 enum class BuiltAs : std::uint8_t { Class, Stereotype, Model };
 
+/// How much it matters that an object does not satisfy a rule.
+enum class Severity : std::uint8_t { Error, Warning, Note };
+
+/// One rule of an application about the instances of a class and of its subclasses, as its definition states it.
+struct ConstraintDescriptor {
+    char const * name;
+    Severity severity;
+    char const * text; ///< what holds of an instance that satisfies it
+    /// Whether an instance satisfies it as it is seen in the deviant: a function written by hand.
+    bool (*isSatisfied)(NSInterface::ClassObjectIntf const & object, Deviant deviant);
+};
+
 /// One metamodel class.
 struct ClassDescriptor {
     char const * name;
@@ -129,6 +142,8 @@ struct ClassDescriptor {
     std::size_t bodySize;
     std::size_t stateSize;
     ClassRuntime * runtime; ///< what is known of the class once its metamodel is built
+    /// Its own; those of its superclasses hold for it as well.
+    std::span<ConstraintDescriptor const> constraints = {};
 
     [[nodiscard]] bool isKindOf(ClassDescriptor const & other) const noexcept;
 };

@@ -78,6 +78,9 @@ ExitCode merge(Arguments const & given) {
             throw Trouble("cannot merge " + given.theirs + " into " + given.ours + ": a rule of the model refuses it");
         }
     }
+    if (!given.settings.versionsOf.empty()) {
+        linkFrom(ours, given.output, given.settings.versionsOf);
+    }
     writeModelAs(given.format, given.output, ours.model);
     return made.isResolved() ? Done : No;
 }

@@ -11,6 +11,7 @@
 
 #include <ZEL/String.h>
 #include <ZEL/base/SafeFile.h>
+#include <ZEL/deviants/Transaction.h>
 #include <ZEL/interchange/ReadTransforms.h>
 #include <ZEL/interchange/WriteTransforms.h>
 #include <ZEL/metamodel/Class.h>
@@ -104,6 +105,10 @@ void writeBy(ZEL::Serializer::XmiWriterSettings & settings, std::string const & 
     throw Trouble("cannot write " + file + ": " + reason);
 }
 
+std::filesystem::path folderOf(std::string const & file) {
+    return std::filesystem::absolute(file).lexically_normal().parent_path();
+}
+
 /// Where a link of a file leads that has been moved out of its folder.
 class MovedLinks {
 public:
@@ -119,10 +124,6 @@ public:
     }
 
 private:
-    static std::filesystem::path folderOf(std::string const & file) {
-        return std::filesystem::absolute(file).lexically_normal().parent_path();
-    }
-
     std::filesystem::path fFrom;
     std::filesystem::path fTo;
 };
@@ -211,6 +212,20 @@ std::vector<std::pair<ZEL::Model, ZEL::Model>> companionsOfBoth(OpenModel const 
         }
     }
     return both;
+}
+
+void linkFrom(OpenModel const & opened, std::string const & output, std::string const & versionOf) {
+    std::filesystem::path const folder = folderOf(output);
+    for (std::size_t i = 0; i < opened.companions.size(); ++i) {
+        ZEL::Model const & companion = opened.companions[i];
+        std::filesystem::path const path = opened.companionPaths[i];
+        if (!path.empty()) {
+            ZEL::Transaction transaction(companion.getRootDeviant(), "as seen from there");
+            companion.setUri("file://" +
+                             (folder / path.lexically_relative(folderOf(versionOf))).lexically_normal().string());
+            transaction.commit();
+        }
+    }
 }
 
 void writeModel(std::string const & file, ZEL::Model const & model, ZEL::Serializer::XmiFormat format) {

@@ -8,6 +8,7 @@ namespace {
 using testing::AllOf;
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 using Commands = CliTest;
@@ -210,6 +211,60 @@ TEST_F(Commands, AStepOfTheTourThatFailsIsNamed) {
     make("text.xmi", "hello");
     EXPECT_THAT(shell("zel tour text.xmi"), ends(2, testing::_, HasSubstr("text.xmi at line 1")))
         << "not the tour's fault";
+}
+
+TEST_F(Commands, DiffTellsWhatIsDifferentAndByItsExitCodeWhetherAnythingIs) {
+    makeVariant("renamed.xmi", "name=\"Shelf\"", "name=\"Rack\"");
+    EXPECT_THAT(shell("zel diff library.xmi renamed.xmi"),
+                ends(1, "Class 'library.branches.Shelf' renamed to 'Rack'\n"));
+    EXPECT_THAT(shell("zel diff library.xmi library.xmi"), isResult(""));
+    EXPECT_THAT(shell("zel diff --json library.xmi library.xmi"),
+                isResult("{\n  \"equal\": true,\n  \"differences\": []\n}\n"));
+    EXPECT_THAT(shell("zel diff --json renamed.xmi library.xmi"),
+                ends(1, AllOf(HasSubstr("\"kind\": \"valueChanged\""), HasSubstr("\"name\": \"library.branches.Rack\""),
+                              HasSubstr("\"after\": [\n        \"Shelf\"\n      ]"))));
+    EXPECT_THAT(shell("zel diff /dev/null library.xmi"), ends(1, "492 objects added\n"));
+    EXPECT_THAT(shell("zel diff library.xmi /dev/null"), ends(1, "492 objects removed\n"));
+    EXPECT_THAT(shell("zel diff library.xmi nothing.xmi"), isTrouble(HasSubstr("cannot read nothing.xmi")));
+}
+
+TEST_F(Commands, DiffWritesAPageWhereNamesAreNoMarkup) {
+    makeVariant("renamed.xmi", "name=\"Shelf\"", "name=\"&lt;b>Rack\"");
+    EXPECT_EQ(shell("zel diff --html page library.xmi renamed.xmi").exitCode, 1);
+    EXPECT_THAT(folder.content("page.html"),
+                AllOf(HasSubstr("<h1>library.xmi and renamed.xmi</h1>"), HasSubstr("1 difference."),
+                      HasSubstr("&lt;b&gt;Rack"), Not(HasSubstr("<b>"))));
+    EXPECT_THAT(shell("zel diff --html no/page library.xmi renamed.xmi"),
+                isTrouble(HasSubstr("cannot write no/page.html")));
+}
+
+TEST_F(Commands, MergeTakesWhatBothSidesChangedAndLeavesConflictsToOurs) {
+    makeVariant("ours.xmi", "name=\"Shelf\"", "name=\"Rack\"");
+    makeVariant("theirs.xmi", "name=\"Newsletter\"", "name=\"Circular\"");
+    EXPECT_THAT(shell("zel merge library.xmi ours.xmi theirs.xmi -o both.xmi"),
+                isResult("both.xmi: 1 change taken, 0 conflicts\n"));
+    EXPECT_EQ(shell("zel diff library.xmi both.xmi").out, "Class 'library.branches.Shelf' renamed to 'Rack'\n"
+                                                          "Class 'library.notices.Newsletter' renamed to 'Circular'\n");
+    makeVariant("theirs.xmi", "name=\"Shelf\"", "name=\"Board\"");
+    EXPECT_THAT(shell("zel merge library.xmi ours.xmi theirs.xmi -o kept.xmi"),
+                ends(1, "kept.xmi: 0 changes taken, 1 conflict\n"
+                        "conflict: ours: Class 'library.branches.Shelf' renamed to 'Rack'; "
+                        "theirs: Class 'library.branches.Shelf' renamed to 'Board'\n"));
+    EXPECT_THAT(shell("zel diff ours.xmi kept.xmi"), isResult(""));
+    EXPECT_EQ(shell("zel merge library.xmi ours.xmi theirs.xmi -o ours.xmi --prefer theirs").exitCode, 0);
+    EXPECT_THAT(shell("zel diff ours.xmi theirs.xmi"), isResult(""));
+    EXPECT_FALSE(hasLeftovers());
+}
+
+TEST_F(Commands, VersionsElsewhereFollowTheLinksOfTheirFile) {
+    makeVariant("renamed.xmi", "name=\"Shelf\"", "name=\"Rack\"");
+    EXPECT_EQ(shell("mkdir away && mv renamed.xmi away && cp library.xmi away").exitCode, 0);
+    EXPECT_NE(shell("zel diff library.xmi away/renamed.xmi").out, "Class 'library.branches.Shelf' renamed to 'Rack'\n");
+    EXPECT_THAT(shell("zel diff --path library.xmi library.xmi away/renamed.xmi"),
+                ends(1, "Class 'library.branches.Shelf' renamed to 'Rack'\n"));
+    EXPECT_THAT(shell("zel merge --path library.xmi away/library.xmi away/renamed.xmi library.xmi -o library.xmi"),
+                isResult("library.xmi: 0 changes taken, 0 conflicts\n"));
+    EXPECT_THAT(folder.content("library.xmi"), HasSubstr("href=\"library-types.xmi#"));
 }
 
 } // namespace

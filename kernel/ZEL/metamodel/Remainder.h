@@ -37,6 +37,7 @@ struct ZEL_API Remainder {
         std::string typeUri; ///< this and the next: the class of the target, as far as the file names it
         std::string typeName;
         std::string content; ///< elements in the link's own element, as text; empty for none
+        std::string typePrefix{}; ///< that the file has for `typeUri`; empty for a registered namespace
     };
     struct Element {
         std::string xml; ///< of the whole element, in UTF-8; it declares the prefixes that it uses, except "xmi"

@@ -160,6 +160,18 @@ TEST_F(SplitModel, KeepsLinksToWhatIsNoPart) {
     EXPECT_EQ(reader.referredModelCount(), 1);
 }
 
+TEST_F(SplitModel, IsJoinedAsFarAsFilesMayBeOpen) {
+    constexpr int count = 300; // more than the settings allow
+    for (int i = 0; i < count; ++i) {
+        std::string const name = "n" + std::to_string(i);
+        std::string const next = "n" + std::to_string(i + 1);
+        static_cast<void>(folder.file(name + ".uml", document(package(name, link(next + ".uml#" + next)))));
+    }
+    Model const model = readForeign(file("in.uml", modelFile(link("n0.uml#n0"))));
+    EXPECT_THAT(tree(model), ::testing::StartsWith("n0(n1(n2(n3("));
+    EXPECT_THAT(converted(model), HasSubstr("href=\"n255.uml#n255\""));
+}
+
 /// Nobody writes the files that a model refers to: what their parts are called in links does not change.
 TEST_F(SplitModel, RefersToThePartsOfAnotherWhereTheyStand) {
     static_cast<void>(folder.file("part.uml", document(package("p", klass("A")))));

@@ -379,6 +379,45 @@ TEST_F(ForeignFile, KeepsWhatIsHardlySaid) {
     expectStable(model);
 }
 
+/// References stand for characters in texts only, so that such a file has another encoding.
+TEST_F(ForeignFile, KeepsNamesOfAllAlphabets) {
+    std::string const contents[] = {"<eAnnotations xmi:id=\"_a\"><名 é=\"名\">名</名></eAnnotations>",
+                                    "<q:名 xmlns:q=\"urn:q\" base_Model=\"m\" 值=\"1\"/>"};
+    for (std::string const & content : contents) {
+        SCOPED_TRACE(content);
+        Model const model = readForeign(file("in.uml", R"(<uml:Model xmlns:uml="http://www.eclipse.org/uml2/4.0.0/UML"
+    xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmi:version="2.1" xmi:id="m" name="店">)" +
+                                                           content + "</uml:Model>\n"));
+        std::string const text = converted(model);
+        EXPECT_THAT(text, ::testing::StartsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"));
+        EXPECT_THAT(text, ::testing::HasSubstr("名"));
+        expectStable(model);
+    }
+}
+
+/// The same prefix may stand for several namespaces, and one of this system's own for another one.
+TEST_F(ForeignFile, HasOneNamespaceForEachPrefix) {
+    Model const model =
+        readForeign(file("in.xmi", R"(<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1">
+  <uml:Model xmlns:uml="http://schema.omg.org/spec/UML/2.1" xmi:id="m">
+    <packagedElement xmi:type="uml:Class" xmi:id="c" p:x="1" xmlns:p="urn:z"/>
+    <packagedElement xmi:type="uml:Class" xmi:id="d"><ownedAttribute xmi:id="e"><type xmi:type="p:T" href="gone#x" xmlns:p="urn:y"/></ownedAttribute></packagedElement>
+  </uml:Model>
+  <p:Kept xmlns:p="http://example.org/p" base_Class="c"/>
+  <uml:Kept xmlns:uml="http://example.org/u" base_Class="c"/>
+  <Tessel:Kept xmlns:Tessel="http://example.org/t" base_Class="c"/>
+</xmi:XMI>
+)"));
+    std::string const text = converted(model);
+    for (char const * const part : {"<p:Kept ", "<uml2:Kept ", "<Tessel2:Kept ", "xmlns:p=\"http://example.org/p\"",
+                                    "xmlns:uml=\"http://schema.omg.org/spec/UML/2.1\"", ":x=\"1\""}) {
+        EXPECT_THAT(text, ::testing::HasSubstr(part));
+    }
+    Model const copy = readForeign(folder.path("out.xmi"));
+    EXPECT_EQ(ImmutableClassObject(uml::Model(copy).getPackagedElements().at(0)).getAppliedStereotypeInstances().size(),
+              3);
+}
+
 /// What other tools write in many ways is read whole, and written in one way that no further run changes.
 TEST_F(ForeignFile, OfEachShapeIsTheSameAfterASecondConversion) {
     for (auto const & entry : std::filesystem::directory_iterator(SHAPES_FOLDER)) {

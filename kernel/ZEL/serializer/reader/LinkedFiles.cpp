@@ -119,7 +119,8 @@ void LinkedFiles::readOnce(File const & file) {
 }
 
 bool LinkedFiles::readInto(Model const & whole, File const & file, std::function<bool()> const & read) {
-    if (isKnown(file.uri) || fNoParts.contains(file.uri) || !isInRootFolder(file.path)) {
+    if (isKnown(file.uri) || fNoParts.contains(file.uri) || !isInRootFolder(file.path) ||
+        fOpen >= fSettings.getMaximumFileNesting()) {
         return false;
     }
     note(file.uri, whole);

@@ -52,8 +52,8 @@ public:
     void readWaiting();
     void forgetWaiting() noexcept { fWaiting.clear(); }
     /// Reads a file that is to become a part of `whole`, unless it has been read, may not be, or did not become one
-    /// before; what `read` returns then, else false. Unless that is true the file is as if nothing had led to it. Throws
-    /// what `follow` does.
+    /// before, or as many files are open as the settings allow; what `read` returns then, else false. Unless that is
+    /// true the file is as if nothing had led to it. Passes on what `read` throws; the run is over then.
     bool readInto(Model const & whole, File const & file, std::function<bool()> const & read);
     /// The file is as if nothing had led to it.
     void forget(std::string const & uri) { fModels.erase(uri); }

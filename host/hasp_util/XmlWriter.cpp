@@ -55,10 +55,14 @@ public:
     Impl(std::string const & fileName, XmlWriterSettings const & settings)
         : fSettings(settings), fOut(fileName), fEscaper(settings.isLatin1()) {}
 
+    void setEncoding(std::string encoding) {
+        requireFresh();
+        fSettings = XmlWriterSettings(fSettings.getIndent(), std::move(encoding), fSettings.getAutoFlush());
+        fEscaper = XmlEscaper(fSettings.isLatin1());
+    }
+
     void startDocument(std::string_view version) {
-        if (fState != State::Fresh || fOut.position() != 0) {
-            throw std::logic_error("XmlWriter: the document has begun");
-        }
+        requireFresh();
         fOut.put("<?xml version=\"");
         fOut.put(version);
         fOut.put("\" encoding=\"");
@@ -248,6 +252,12 @@ private:
         std::size_t length;
     };
 
+    void requireFresh() const {
+        if (fState != State::Fresh || fOut.position() != 0) {
+            throw std::logic_error("XmlWriter: the document has begun");
+        }
+    }
+
     void requireTag() const {
         if (fState != State::InTag) {
             throw std::logic_error("XmlWriter: no start tag is open");
@@ -422,6 +432,8 @@ XmlWriter::XmlWriter(std::string const & fileName, XmlWriterSettings const & set
     : fImpl(std::make_unique<Impl>(fileName, settings)) {}
 
 XmlWriter::~XmlWriter() = default;
+
+void XmlWriter::setEncoding(std::string encoding) { fImpl->setEncoding(std::move(encoding)); }
 
 void XmlWriter::writeStartDocument(std::string_view version) { fImpl->startDocument(version); }
 

@@ -1,15 +1,11 @@
-#include <ZEL/interchange/Interchange.h>
+#include "ForeignFile.h"
+
 #include <ZEL/interchange/UmlReadTransforms.h>
 #include <ZEL/interchange/UmlVersions.h>
-#include <ZEL/interchange/WriteTransforms.h>
 
-#include <Foreign/MetaModelRegistration.h>
-#include <kernel/ZEL/serializer/reader/ReaderTest.h>
-#include <uml/DialectFixture.h>
 #include <uml/PackageableElement.h>
 
 #include <filesystem>
-#include <regex>
 
 namespace ZEL::Interchange {
 namespace {
@@ -21,18 +17,8 @@ using ::testing::ElementsAre;
 using tests::linesOf;
 
 /// Reads files of other tools, and shows what came of them in this system's own form.
-class ForeignFile : public tests::DialectFixture {
+class ForeignFile : public tests::ForeignFileTest {
 protected:
-    ForeignFile() { Foreign::registerMetaModel(); }
-
-    Model readForeign(std::string const & path, XmiFormat format = XmiFormat::Standard) {
-        XmiReaderSettings settings;
-        settings.setInputFormat(format);
-        settings.setSkipUnreadableExternalFiles(true);
-        reader = XmiReader(settings);
-        addReadTransforms(reader);
-        return Model(reader.read(path));
-    }
     /// The model in standard form: what comes after the head, up to the end of the root.
     std::string standard(Model const & model) {
         EXPECT_TRUE(model.isValid());
@@ -44,16 +30,6 @@ protected:
             begin = text.find('\n', begin) + 1;
         }
         return text.substr(begin, text.find("</xmi:XMI>") - begin);
-    }
-    /// The file as a conversion writes it, without the place of the model.
-    std::string converted(Model const & model) {
-        Serializer::XmiWriterSettings settings;
-        settings.setKeepFileIds(true);
-        settings.setElementPerValue(true);
-        Serializer::XmiWriter writer(settings);
-        addWriteTransforms(writer, model);
-        EXPECT_TRUE(writer.write(folder.path("out.xmi"), model));
-        return std::regex_replace(folder.content("out.xmi"), std::regex(" uri=\"file:[^\"]*\""), "");
     }
     /// Reads the standard form back, without help.
     bool readsBack(Model const & model) {
@@ -175,7 +151,7 @@ TEST_F(ForeignFile, OfEclipseHasTypesThatTheMetamodelTells) {
       <importedPackage xmi:type="uml:Model" href="pathmap://UML_LIBRARIES/UMLPrimitiveTypes.library.uml#_0"/>
     </packageImport>
   </uml:Model>
-  <Foreign:StereotypeApplication xmi:id="@1_12" profile="http:///schemas/core/_1/0" stereotype="Entity" base="Class" values="table=T&#10;key=k" base_Element="@1_4"/>
+  <Foreign:StereotypeApplication xmi:id="@1_12" profile="http:///schemas/core/_1/0" prefix="core" stereotype="Entity" base="Class" values="table=T&#10;key=k" base_Element="@1_4"/>
 )");
     EXPECT_TRUE(readsBack(model));
 }
@@ -222,7 +198,7 @@ TEST_F(ForeignFile, OfOtherToolsBecomesAModel) {
       <packagedElement xmi:id="@1_7" xmi:type="uml:Enumeration" name="B"/>
     </packagedElement>
   </uml:Model>
-  <Foreign:StereotypeApplication xmi:id="@1_8" profile="http://example.org/profiles/Custom" stereotype="Feature" base="Class" values="isAbstract=no" base_Element="@1_3"/>
+  <Foreign:StereotypeApplication xmi:id="@1_8" profile="http://example.org/profiles/Custom" prefix="Custom" stereotype="Feature" base="Class" values="isAbstract=no" base_Element="@1_3"/>
   <xmi:Extension extender="Another Tool"><settings><setting id="s"/></settings></xmi:Extension>
   <uml:Diagram xmlns:uml="http://schema.omg.org/spec/UML/2.1" xmi:id="D1" name="d"><uml:Diagram.element><uml:DiagramElement xmi:id="D2" subject="E3"/></uml:Diagram.element></uml:Diagram>
 )");
@@ -285,7 +261,7 @@ TEST_F(ForeignFile, OfMagicDrawObeysTheDialectFirst) {
     </packagedElement>
     <packagedElement xmlns:uml="http://schema.omg.org/spec/UML/2.1" xmi:type="uml:Package" href="other.xml.zip#1"/>
   </uml:Model>
-  <Foreign:StereotypeApplication xmi:id="@1_5" profile="http://www.magicdraw.com/schemas/common.xmi" stereotype="Enumeration" base="Class" base_Element="@1_2"/>
+  <Foreign:StereotypeApplication xmi:id="@1_5" profile="http://www.magicdraw.com/schemas/common.xmi" prefix="common" stereotype="Enumeration" base="Class" base_Element="@1_2"/>
   <NumericTypes:unit xmi:id="@1_4" base_EnumerationLiteral="@1_3"/>
   <MagicDraw_Profile:DiagramInfo xmlns:MagicDraw_Profile="http://www.magicdraw.com/schemas/MagicDraw_Profile.xmi" xmi:id="i" base_Diagram="d"/>
 )");
@@ -380,6 +356,66 @@ TEST_F(ForeignFile, KeepsAttributesThatNameOthersThanParts) {
           R"(<ownedRule xmi:id="h" xmi:type="uml:Constraint"/>)"}) {
         EXPECT_THAT(text, ::testing::HasSubstr(part));
     }
+}
+
+/// What an element says where it says nothing that a property could hold.
+TEST_F(ForeignFile, KeepsWhatIsHardlySaid) {
+    Model const model = readForeign(file("in.uml", R"(<uml:Model xmlns:uml="http://www.eclipse.org/uml2/4.0.0/UML"
+    xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmi:version="2.1" xmi:id="m" xmlns:q="urn:q">
+  <packagedElement xmi:type="uml:Class" xmi:id="c">
+    <ownedAttribute xmi:id="a"><type xmi:idref="c" redefinedProperty=""><xmi:Extension extender="q"><n/></xmi:Extension></type></ownedAttribute>
+    <ownedAttribute xmi:id="b"><type xmi:type="q:Thing" href="gone.uml#x"/></ownedAttribute>
+    <ownedRule xmi:type="uml:DurationConstraint" xmi:id="r" firstEvent="false"/>
+  </packagedElement>
+  <packagedElement xmi:type="uml:InformationFlow" xmi:id="f" informationSource="c" informationTarget="c"><conveyed/></packagedElement>
+</uml:Model>
+)"));
+    std::string const text = converted(model);
+    for (char const * const part :
+         {R"( xmlns:q="urn:q")", R"(<type xmi:type="q:Thing" href="gone.uml#x"/>)", R"( firstEvent="false")",
+          "<conveyed/>", R"(<xmi:Extension extender="q"><n/></xmi:Extension>)"}) {
+        EXPECT_THAT(text, ::testing::HasSubstr(part));
+    }
+    expectStable(model);
+}
+
+/// References stand for characters in texts only, so that such a file has another encoding.
+TEST_F(ForeignFile, KeepsNamesOfAllAlphabets) {
+    std::string const contents[] = {"<eAnnotations xmi:id=\"_a\"><名 é=\"名\">名</名></eAnnotations>",
+                                    "<q:名 xmlns:q=\"urn:q\" base_Model=\"m\" 值=\"1\"/>"};
+    for (std::string const & content : contents) {
+        SCOPED_TRACE(content);
+        Model const model = readForeign(file("in.uml", R"(<uml:Model xmlns:uml="http://www.eclipse.org/uml2/4.0.0/UML"
+    xmlns:xmi="http://schema.omg.org/spec/XMI/2.1" xmi:version="2.1" xmi:id="m" name="店">)" +
+                                                           content + "</uml:Model>\n"));
+        std::string const text = converted(model);
+        EXPECT_THAT(text, ::testing::StartsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"));
+        EXPECT_THAT(text, ::testing::HasSubstr("名"));
+        expectStable(model);
+    }
+}
+
+/// The same prefix may stand for several namespaces, and one of this system's own for another one.
+TEST_F(ForeignFile, HasOneNamespaceForEachPrefix) {
+    Model const model =
+        readForeign(file("in.xmi", R"(<xmi:XMI xmi:version="2.1" xmlns:xmi="http://schema.omg.org/spec/XMI/2.1">
+  <uml:Model xmlns:uml="http://schema.omg.org/spec/UML/2.1" xmi:id="m">
+    <packagedElement xmi:type="uml:Class" xmi:id="c" p:x="1" xmlns:p="urn:z"/>
+    <packagedElement xmi:type="uml:Class" xmi:id="d"><ownedAttribute xmi:id="e"><type xmi:type="p:T" href="gone#x" xmlns:p="urn:y"/></ownedAttribute></packagedElement>
+  </uml:Model>
+  <p:Kept xmlns:p="http://example.org/p" base_Class="c"/>
+  <uml:Kept xmlns:uml="http://example.org/u" base_Class="c"/>
+  <Tessel:Kept xmlns:Tessel="http://example.org/t" base_Class="c"/>
+</xmi:XMI>
+)"));
+    std::string const text = converted(model);
+    for (char const * const part : {"<p:Kept ", "<uml2:Kept ", "<Tessel2:Kept ", "xmlns:p=\"http://example.org/p\"",
+                                    "xmlns:uml=\"http://schema.omg.org/spec/UML/2.1\"", ":x=\"1\""}) {
+        EXPECT_THAT(text, ::testing::HasSubstr(part));
+    }
+    Model const copy = readForeign(folder.path("out.xmi"));
+    EXPECT_EQ(ImmutableClassObject(uml::Model(copy).getPackagedElements().at(0)).getAppliedStereotypeInstances().size(),
+              3);
 }
 
 /// What other tools write in many ways is read whole, and written in one way that no further run changes.

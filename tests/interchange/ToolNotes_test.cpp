@@ -1,13 +1,7 @@
-#include <ZEL/interchange/Interchange.h>
-#include <ZEL/interchange/WriteTransforms.h>
+#include "ForeignFile.h"
+
 #include <ZEL/metamodel/Remainder.h>
 #include <ZEL/tools/ObjectsIn.h>
-
-#include <Foreign/MetaModelRegistration.h>
-#include <kernel/ZEL/serializer/reader/ReaderTest.h>
-#include <uml/DialectFixture.h>
-
-#include <regex>
 
 namespace ZEL::Interchange {
 namespace {
@@ -17,10 +11,9 @@ using ::testing::ElementsAre;
 using ::testing::UnorderedElementsAre;
 
 /// Files in which tools keep more of a model than its elements say.
-class ToolNotesOf : public tests::DialectFixture {
+class ToolNotesOf : public tests::ForeignFileTest {
 protected:
-    ToolNotesOf() { Foreign::registerMetaModel(); }
-
+    /// By the reader as it is.
     Model readForeign(std::string const & path) {
         addReadTransforms(reader);
         return Model(reader.read(path));
@@ -57,23 +50,6 @@ protected:
             }
         }
         return lines;
-    }
-    /// Writes the model as a conversion does.
-    std::string converted(Model const & model, std::string const & name) {
-        Serializer::XmiWriterSettings settings;
-        settings.setKeepFileIds(true);
-        settings.setElementPerValue(true);
-        Serializer::XmiWriter writer(settings);
-        addWriteTransforms(writer, model);
-        EXPECT_TRUE(writer.write(folder.path(name), model));
-        return std::regex_replace(folder.content(name), std::regex(" uri=\"file:[^\"]*\""), "");
-    }
-    /// Its copy is equal, and a copy of that the same text.
-    void expectStable(Model const & model) {
-        std::string const text = converted(model, "first.xmi");
-        Model const copy = readForeign(folder.path("first.xmi"));
-        EXPECT_TRUE(compare(model, copy));
-        EXPECT_EQ(converted(copy, "second.xmi"), text);
     }
 };
 

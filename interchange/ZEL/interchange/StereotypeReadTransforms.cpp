@@ -1,5 +1,6 @@
 #include <ZEL/interchange/StereotypeReadTransforms.h>
-#include <ZEL/interchange/StereotypeWriteTransforms.h>
+#include <ZEL/interchange/StereotypeTags.h>
+#include <ZEL/interchange/StereotypeTyping.h>
 #include <ZEL/metamodel/Constants.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/MetaModelRegistry.h>
@@ -7,6 +8,7 @@
 #include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/serializer/dialects/DialectContexts.h>
 #include <ZEL/serializer/dialects/MagicDrawConstants.h>
+#include <ZEL/serializer/reader/ReadFile.h>
 
 namespace ZEL::Interchange {
 
@@ -19,6 +21,7 @@ using Serializer::XmiConstants;
 namespace {
 
 constexpr std::string_view kBase = "base_";
+constexpr char kApplication[] = "StereotypeApplication";
 
 /// Whether the element stands where stereotypes do: at the top of the file, or in the model.
 bool isInPlace(Context const & element) {
@@ -48,7 +51,31 @@ StereotypeReadTransforms::StereotypeReadTransforms() : fUri(NamespaceRegistry::i
         using Role = internal::PropertyView::Role;
         fInstances = internal::MetaClassView::of(ClassObject::MetaClass())->find(Role::StereotypeInstances)->name;
         addTransform(Context(), [this](Context const & context) { return translate(context); });
+        setOnNamespace([this](std::string const & prefix, std::string const & uri) {
+            if (!prefix.empty()) {
+                fPrefixes.try_emplace(uri, prefix);
+            }
+        });
+        setOnRead([this](Serializer::ReadFile & file) { giveTypes(file); });
     }
+}
+
+StereotypeReadTransforms::~StereotypeReadTransforms() = default;
+
+void StereotypeReadTransforms::giveTypes(Serializer::ReadFile & file) {
+    if (!fHasAny) {
+        return;
+    }
+    if (fTyping == nullptr) {
+        fTyping = std::make_unique<StereotypeTyping>(file.models());
+    }
+    fTyping->type(file);
+}
+
+/// Whether the element is a value of the application around it, whose names are not those of its class here.
+bool StereotypeReadTransforms::isValue(Context const & element) const {
+    return !fFromFile.isEmpty() && !element.getRole().hasUri() && element.getParentRole() == fFromFile.getRole() &&
+           element.getParentType() == fFromFile.getType();
 }
 
 ContextSequence StereotypeReadTransforms::translate(Context const & context) {
@@ -62,13 +89,20 @@ ContextSequence StereotypeReadTransforms::translate(Context const & context) {
 
 ContextSequence StereotypeReadTransforms::translateElement(Context const & element) {
     fTranslated = Context();
+    if (isValue(element)) {
+        Context value = element;
+        value.setSkipState(true);
+        return value;
+    }
     if (!isForeign(element)) {
+        fHasAny = fHasAny || (element.getTypeUri() == fUri && element.getTypeName() == kApplication);
         return element;
     }
+    fHasAny = true;
     fFromFile = element;
     fValues.clear();
     fTranslated = element;
-    fTranslated.setType(fUri, "StereotypeApplication");
+    fTranslated.setType(fUri, kApplication);
     if (element.getParentUri() == XmiConstants::XMI_NS_URI) {
         fTranslated.setRole(fTranslated.getType());
     } else {
@@ -76,6 +110,9 @@ ContextSequence StereotypeReadTransforms::translateElement(Context const & eleme
     }
     ContextSequence sequence(fTranslated);
     sequence.addContext(makeAttribute(fTranslated, "profile", element.getUri()));
+    if (auto const prefix = fPrefixes.find(element.getUri()); prefix != fPrefixes.end()) {
+        sequence.addContext(makeAttribute(fTranslated, "prefix", prefix->second));
+    }
     sequence.addContext(makeAttribute(fTranslated, "stereotype", element.getRoleName()));
     return sequence;
 }

@@ -1,3 +1,5 @@
+#include <ZEL/interchange/ProfileNames.h>
+#include <ZEL/interchange/StereotypeTags.h>
 #include <ZEL/interchange/StereotypeWriteTransforms.h>
 #include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/serializer/dialects/DialectContexts.h>
@@ -5,7 +7,6 @@
 #include <algorithm>
 #include <cctype>
 #include <set>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -22,22 +23,17 @@ constexpr char kDeclarations[] = "http://www.w3.org/2000/xmlns/"; ///< the names
 constexpr std::size_t kDeclared = 256; ///< profiles at the root of a file: more than any tool has
 constexpr char kClass[] = "StereotypeApplication";
 
-bool isOfName(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '-'; }
+/// Whether a file may have the prefix, whatever its encoding.
+bool isPrefix(std::string const & text) {
+    return !text.empty() && (std::isalpha(static_cast<unsigned char>(text.front())) != 0 || text.front() == '_') &&
+           std::all_of(text.begin(), text.end(), [](char c) {
+               return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '-' || c == '.';
+           });
+}
 
-/// The last part of the URI that a prefix can be made of: "Library" of "http://example.org/schemas/Library/_1/0".
 std::string prefixFor(std::string const & uri) {
-    std::string_view rest = uri;
-    while (!rest.empty()) {
-        std::size_t const slash = rest.rfind('/');
-        std::string_view part = slash == std::string_view::npos ? rest : rest.substr(slash + 1);
-        part = part.substr(0, part.find('.'));
-        if (!part.empty() && std::isalpha(static_cast<unsigned char>(part.front())) != 0 &&
-            std::all_of(part.begin(), part.end(), isOfName)) {
-            return std::string(part);
-        }
-        rest = slash == std::string_view::npos ? std::string_view() : rest.substr(0, slash);
-    }
-    return "profile";
+    std::string const name(nameInNamespace(uri));
+    return name.empty() ? "profile" : name;
 }
 
 } // namespace
@@ -49,6 +45,7 @@ StereotypeWriteTransforms::StereotypeWriteTransforms() {
                  [this](Context const & declaration) { return declare(declaration); });
     addTransform(Pattern().type(foreign, kClass), [this](Context const & element) { return writeElement(element); });
     addTransform(value("profile"), taking(&Application::profile));
+    addTransform(value("prefix"), taking(&Application::prefix));
     addTransform(value("stereotype"), taking(&Application::stereotype));
     addTransform(value("base"), taking(&Application::base));
     addTransform(value("values"), [this](Context const & values) { return writeValues(values); });
@@ -62,6 +59,7 @@ Serializer::RuleFunction StereotypeWriteTransforms::taking(std::string Applicati
         }
         if (fAtHand != nullptr) {
             fAtHand->*value = attribute.getFirstValue();
+            noteName(attribute.getFirstValue());
         }
         return attribute;
     };
@@ -72,7 +70,10 @@ ContextSequence StereotypeWriteTransforms::declare(Context const & declaration) 
     ContextSequence sequence(declaration);
     std::set<std::string> uris;
     std::map<std::string, int> numbers;
-    std::set<std::string> prefixes{"xmi", "xml", "xmlns", "uml", "ZEL", declaration.getRoleName()};
+    std::set<std::string> prefixes{"xmi", "xml", "xmlns"};
+    for (auto const & [uri, prefix] : NamespaceRegistry::instance()->getMetaUriMappings()) {
+        prefixes.insert(prefix);
+    }
     for (auto const & [id, application] : fApplications) {
         if (uris.size() == kDeclared) {
             break; // the others are declared where they are used
@@ -80,7 +81,7 @@ ContextSequence StereotypeWriteTransforms::declare(Context const & declaration) 
         if (application.profile.empty() || !uris.insert(application.profile).second) {
             continue;
         }
-        std::string const made = prefixFor(application.profile);
+        std::string const made = isPrefix(application.prefix) ? application.prefix : prefixFor(application.profile);
         std::string prefix = made;
         for (int & number = numbers.try_emplace(made, 1).first->second; !prefixes.insert(prefix).second;) {
             prefix = made + std::to_string(++number);
@@ -107,8 +108,18 @@ ContextSequence StereotypeWriteTransforms::writeElement(Context const & element)
     return application;
 }
 
-ContextSequence StereotypeWriteTransforms::writeValues(Context const & values) const {
+/// In the first traversal, of what will be a name of an element or attribute.
+void StereotypeWriteTransforms::noteName(std::string const & name) {
+    constexpr unsigned char wide = 0xC4; // begins a character that ISO 8859-1 does not have
+    setHasWideNames(hasWideNames() || std::any_of(name.begin(), name.end(),
+                                                  [](char c) { return static_cast<unsigned char>(c) >= wide; }));
+}
+
+ContextSequence StereotypeWriteTransforms::writeValues(Context const & values) {
     if (!isSerializePhase()) {
+        for (auto const & [name, value] : StereotypeValues::of(values.getFirstValue())) {
+            noteName(name);
+        }
         return values;
     }
     ContextSequence sequence;
@@ -132,38 +143,6 @@ ContextSequence StereotypeWriteTransforms::writeBase(Context const & link) {
     Context base = link;
     base.setRole({}, "base_" + fAtHand->base);
     return base;
-}
-
-// --- values ----------------------------------------------------------------------------------------------------------
-
-void StereotypeValues::append(std::string & lines, std::string const & name, std::string const & value) {
-    lines.append(lines.empty() ? "" : "\n").append(name).append(1, '=');
-    for (char const c : value) {
-        if (c == '\n') {
-            lines += "\\n";
-        } else {
-            lines.append(c == '\\' ? 2 : 1, c);
-        }
-    }
-}
-
-std::vector<std::pair<std::string, std::string>> StereotypeValues::of(std::string const & lines) {
-    std::vector<std::pair<std::string, std::string>> values;
-    for (std::size_t begin = 0; begin < lines.size();) {
-        std::size_t const end = std::min(lines.find('\n', begin), lines.size());
-        std::size_t const sign = lines.find('=', begin);
-        if (sign < end) {
-            std::string value;
-            for (std::size_t at = sign + 1; at < end; ++at) {
-                bool const isEscape = lines[at] == '\\' && at + 1 < end;
-                at += isEscape ? 1 : 0;
-                value += isEscape && lines[at] == 'n' ? '\n' : lines[at];
-            }
-            values.emplace_back(lines.substr(begin, sign - begin), std::move(value));
-        }
-        begin = end + 1;
-    }
-    return values;
 }
 
 } // namespace ZEL::Interchange

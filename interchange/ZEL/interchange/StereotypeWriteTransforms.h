@@ -5,8 +5,6 @@
 
 #include <map>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace ZEL::Interchange {
 
@@ -22,26 +20,21 @@ private:
     /// What has been collected of an application.
     struct Application {
         std::string profile;
+        std::string prefix;
         std::string stereotype;
         std::string base;
     };
 
     Serializer::ContextSequence declare(Serializer::Context const & declaration);
     Serializer::ContextSequence writeElement(Serializer::Context const & element);
-    Serializer::ContextSequence writeValues(Serializer::Context const & values) const;
+    Serializer::ContextSequence writeValues(Serializer::Context const & values);
     Serializer::ContextSequence writeBase(Serializer::Context const & link);
+    void noteName(std::string const & name);
     /// A rule that notes a value while objects are collected, and leaves it out while they are written.
     [[nodiscard]] Serializer::RuleFunction taking(std::string Application::*value);
 
     std::map<std::string, Application> fApplications; ///< by id
     Application * fAtHand = nullptr;
-};
-
-/// The text of values as an object holds it, a line for each, and what a line says.
-class ZEL_API StereotypeValues {
-public:
-    static void append(std::string & lines, std::string const & name, std::string const & value);
-    [[nodiscard]] static std::vector<std::pair<std::string, std::string>> of(std::string const & lines);
 };
 
 } // namespace ZEL::Interchange

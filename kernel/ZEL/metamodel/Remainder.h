@@ -39,6 +39,7 @@ struct ZEL_API Remainder {
         std::string typeUri; ///< this and the next: the class of the target, as far as the file names it
         std::string typeName;
         std::string content; ///< elements in the link's own element, as text; empty for none
+        std::string typePrefix{}; ///< that the file has for `typeUri`; empty for a registered namespace
 
         friend bool operator==(Link const &, Link const &) = default;
     };

@@ -1,5 +1,6 @@
 #include <ZEL/String.h>
 #include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/serializer/ObjectId.h>
 
 #include <hasp_util/StringTokenizer.h>
@@ -43,6 +44,13 @@ std::string_view ObjectId::uuid() const noexcept {
 }
 
 std::string ObjectId::of(ImmutableClassObject const & object) { return getPrefixedId(object.getSiid().str()); }
+
+std::string ObjectId::inFileOf(ImmutableClassObject const & object) {
+    internal::BodyCore const & body = *object.getImplementation()->internal_body();
+    internal::ModelCore const * const model = body.internal_model();
+    std::string const * const id = model != nullptr ? model->fileIdOf(body.internal_id()) : nullptr;
+    return id != nullptr ? *id : of(object);
+}
 
 std::string ObjectId::makeNew() { return getPrefixedId(HASP::UUID::createUuidAsString()); }
 

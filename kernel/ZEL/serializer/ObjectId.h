@@ -27,6 +27,8 @@ public:
 
     /// The id that files use for the object.
     [[nodiscard]] static std::string of(ImmutableClassObject const & object);
+    /// The id that the object has in the file from which it was read, as far as that is known; else the one above.
+    [[nodiscard]] static std::string inFileOf(ImmutableClassObject const & object);
     /// An id that no object of any model has.
     [[nodiscard]] static std::string makeNew();
 

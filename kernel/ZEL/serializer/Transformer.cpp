@@ -202,6 +202,12 @@ std::string Transformer::translateNamespace(std::string const & uri) const {
     return fTranslateNamespace ? fTranslateNamespace(uri) : uri;
 }
 
+void Transformer::onNamespace(std::string const & prefix, std::string const & uri) {
+    if (!fOnNamespace.empty()) {
+        fOnNamespace(prefix, uri);
+    }
+}
+
 void Transformer::postTransform(Model const & model) {
     if (!fPostTransform.empty()) {
         fPostTransform(model);

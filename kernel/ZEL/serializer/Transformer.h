@@ -37,6 +37,7 @@ public:
     using PostTransformFunction = boost::function<void(Model)>;
     using OnReadFunction = boost::function<void(ReadFile &)>;
     using TranslateNamespaceFunction = boost::function<std::string(std::string const &)>;
+    using OnNamespaceFunction = boost::function<void(std::string const &, std::string const &)>;
 
     virtual ~Transformer();
 
@@ -79,8 +80,15 @@ public:
     /// once for each declaration, before any rule. `uri` itself if there is no hook.
     [[nodiscard]] std::string translateNamespace(std::string const & uri) const;
     [[nodiscard]] bool translatesNamespaces() const noexcept { return !fTranslateNamespace.empty(); }
+    /// Called for each declaration of a namespace in what is read, before its element: the prefix, empty for none, and
+    /// the URI as translated.
+    void onNamespace(std::string const & prefix, std::string const & uri);
     /// Whether the reader is to keep with its objects what no property can hold, see `Remainder`.
     [[nodiscard]] bool keepsRemainder() const noexcept { return fKeepsRemainder; }
+
+    /// Whether what it writes has names that ISO 8859-1 cannot hold, as far as its first traversal has shown: the file is
+    /// one in UTF-8 then.
+    [[nodiscard]] bool hasWideNames() const noexcept { return fHasWideNames; }
 
     /// Whether the writer is in its second traversal, the one that writes.
     [[nodiscard]] bool isSerializePhase() const noexcept { return fSerializePhase; }
@@ -96,7 +104,9 @@ protected:
     void setPostTransform(PostTransformFunction hook) { fPostTransform = std::move(hook); }
     void setOnRead(OnReadFunction hook) { fOnRead = std::move(hook); }
     void setTranslateNamespace(TranslateNamespaceFunction hook) { fTranslateNamespace = std::move(hook); }
+    void setOnNamespace(OnNamespaceFunction hook) { fOnNamespace = std::move(hook); }
     void setKeepsRemainder(bool keep) noexcept { fKeepsRemainder = keep; }
+    void setHasWideNames(bool has) noexcept { fHasWideNames = has; }
 
 private:
     enum class Unmatched : bool { Keep, Drop };
@@ -114,7 +124,9 @@ private:
     PostTransformFunction fPostTransform;
     OnReadFunction fOnRead;
     TranslateNamespaceFunction fTranslateNamespace;
+    OnNamespaceFunction fOnNamespace;
     bool fKeepsRemainder = false;
+    bool fHasWideNames = false;
 };
 
 } // namespace ZEL::Serializer

@@ -140,6 +140,10 @@ std::string TransformerRegistry::translateNamespace(std::string uri) const {
     return uri;
 }
 
+void TransformerRegistry::onNamespace(std::string const & prefix, std::string const & uri) const {
+    forEach([&](Transformer & transformer) { transformer.onNamespace(prefix, uri); });
+}
+
 bool TransformerRegistry::translatesNamespaces() const noexcept {
     return fTransformers != nullptr &&
            std::any_of(fTransformers->begin(), fTransformers->end(),
@@ -150,6 +154,12 @@ bool TransformerRegistry::keepsRemainder() const noexcept {
     return fTransformers != nullptr &&
            std::any_of(fTransformers->begin(), fTransformers->end(),
                        [](auto const & transformer) { return transformer->keepsRemainder(); });
+}
+
+bool TransformerRegistry::hasWideNames() const noexcept {
+    return fTransformers != nullptr &&
+           std::any_of(fTransformers->begin(), fTransformers->end(),
+                       [](auto const & transformer) { return transformer->hasWideNames(); });
 }
 
 void TransformerRegistry::setSerializePhase(bool serialize) const {

@@ -66,8 +66,11 @@ public:
     /// By all Transformers in order, each taking what the one before it returned.
     [[nodiscard]] std::string translateNamespace(std::string uri) const;
     [[nodiscard]] bool translatesNamespaces() const noexcept;
+    void onNamespace(std::string const & prefix, std::string const & uri) const;
     /// Whether any Transformer wants it.
     [[nodiscard]] bool keepsRemainder() const noexcept;
+    /// Whether any Transformer has them.
+    [[nodiscard]] bool hasWideNames() const noexcept;
     void setSerializePhase(bool serialize) const;
 
 private:

@@ -77,7 +77,7 @@ class Matching:
         if idref is not None and targets is None:
             return self._names_text(owner, role, idref) or self._has_type_named_in(owner, role, idref)
         if href is not None:
-            return self._names_text(owner, role, href)
+            return self._names_text(owner, role, href) or self._leads_within(owner, role, href)
         return any(self._refers(owner, target, role) or self._refers(target, owner) or
                    self._is_told_by_place(owner, target, role) for target in targets)
 
@@ -94,6 +94,13 @@ class Matching:
         if element.parent is target:
             return role != "type" and not (found is not None and found.is_many)
         return target.parent is element
+
+    def _leads_within(self, owner, role, href):
+        """Whether the target was in another file, and is in this one: a part that was joined to its whole."""
+        identity = _fragment(href)
+        joined = [] if identity in self._originals_by_id else self._converted_by_id.get(identity, [])
+        return any(self._refers(owner, target, role) or (target.parent is owner and target.name == role)
+                   for target in joined)
 
     @staticmethod
     def _refers(element, target, role=None):

@@ -10,8 +10,32 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace ZEL::Serializer {
+
+std::optional<LinkedFiles::File> LinkedFiles::find(HASP::Uri const & reference, std::string const & base) {
+    HASP::Uri const resolved = HASP::Uri(base).resolve(reference);
+    if (!resolved.isValid()) {
+        Logger::instance()->log(LogLevel::error, Messages::ZEL_Serializer_XmiReader_UriResolutionError,
+                                reference.toString(), base, resolved.error());
+        return std::nullopt;
+    }
+    HASP::Uri const place = resolved.withoutFragment();
+    File file{place.toString(), {}};
+    if (MetaModelRegistry::instance()->getModelFromUri(file.uri).isValid()) {
+        return file;
+    }
+    file.path = locate(place);
+    if (!file.path.empty()) {
+        // The one spelling under which the file's model is entered, too.
+        file.uri = HASP::Uri::fromLocalFile(file.path).toString();
+        if (place.toLocalFile().empty()) {
+            fNames.try_emplace(file.uri, place.toString());
+        }
+    }
+    return file;
+}
 
 std::optional<std::string> LinkedFiles::follow(HASP::Uri const & reference, std::string const & base) {
     if (base.empty()) {
@@ -23,30 +47,28 @@ std::optional<std::string> LinkedFiles::follow(HASP::Uri const & reference, std:
     if (auto const known = fKnown.find(key); known != fKnown.end()) {
         return known->second;
     }
-    HASP::Uri const resolved = HASP::Uri(base).resolve(reference);
-    if (!resolved.isValid()) {
-        Logger::instance()->log(LogLevel::error, Messages::ZEL_Serializer_XmiReader_UriResolutionError,
-                                reference.toString(), base, resolved.error());
+    std::optional<File> const file = find(reference, base);
+    if (!file) {
         return std::nullopt;
     }
-    HASP::Uri const file = resolved.withoutFragment();
-    std::string uri = file.toString();
-    if (!MetaModelRegistry::instance()->getModelFromUri(uri).isValid()) {
-        std::string const localFile = locate(file);
-        if (localFile.empty()) {
-            // Nothing but local files is ever opened.
-            ++fReport.fUnreadFiles[uri];
+    if (!file->path.empty()) {
+        if (fWaits) {
+            fWaiting.push_back(*file);
         } else {
-            // The one spelling under which the file's model is entered, too.
-            uri = HASP::Uri::fromLocalFile(localFile).toString();
-            if (file.toLocalFile().empty()) {
-                fNames.try_emplace(uri, file.toString());
-            }
-            readOnce(uri, localFile);
+            readOnce(*file);
         }
+    } else if (!MetaModelRegistry::instance()->getModelFromUri(file->uri).isValid()) {
+        // Nothing but local files is ever opened.
+        ++fReport.fUnreadFiles[file->uri];
     }
-    fKnown.emplace(key, uri);
-    return uri;
+    fKnown.emplace(key, file->uri);
+    return file->uri;
+}
+
+void LinkedFiles::readWaiting() {
+    for (File const & file : std::exchange(fWaiting, {})) {
+        readOnce(file);
+    }
 }
 
 /// The local file that stands for the URI; empty if there is none.
@@ -61,30 +83,54 @@ std::string LinkedFiles::locate(HASP::Uri const & file) const {
     return path.empty() ? path : HASP::Uri::fromLocalFile(path).toLocalFile();
 }
 
-void LinkedFiles::readOnce(std::string const & uri, std::string const & localFile) {
-    if (MetaModelRegistry::instance()->getModelFromUri(uri).isValid() || fModels.contains(uri)) {
-        return;
-    }
-    if (!isInRootFolder(localFile)) {
-        leaveOut(uri);
-        return;
-    }
+bool LinkedFiles::isKnown(std::string const & uri) const {
+    return MetaModelRegistry::instance()->getModelFromUri(uri).isValid() || fModels.contains(uri);
+}
+
+template <class Function> auto LinkedFiles::open(File const & file, Function read) {
     if (fOpen >= fSettings.getMaximumFileNesting()) {
-        raiseInternalError("Too many files are open, each by a link in the one before: cannot read " + localFile);
+        raiseInternalError("Too many files are open, each by a link in the one before: cannot read " + file.path);
     }
-    Logger::instance()->log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_ExternalRefPrologue, uri);
+    Logger::instance()->log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_ExternalRefPrologue, file.uri);
     ++fOpen;
-    std::optional<Model> const model = fRead(localFile);
+    auto result = read();
     --fOpen;
-    if (!model.has_value()) {
-        leaveOut(uri);
+    return result;
+}
+
+void LinkedFiles::readOnce(File const & file) {
+    if (isKnown(file.uri)) {
         return;
     }
-    Logger::instance()->log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_ExternalRefEpilogue, uri);
+    if (!isInRootFolder(file.path)) {
+        leaveOut(file.uri);
+        return;
+    }
+    std::optional<Model> const model = open(file, [&] { return fRead(file.path); });
+    if (!model.has_value()) {
+        leaveOut(file.uri);
+        return;
+    }
+    Logger::instance()->log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_ExternalRefEpilogue, file.uri);
     if (model->isValid()) {
         fReferred.push_back(*model);
     }
-    note(uri, *model);
+    note(file.uri, *model);
+}
+
+bool LinkedFiles::readInto(Model const & whole, File const & file, std::function<bool()> const & read) {
+    if (isKnown(file.uri) || fNoParts.contains(file.uri) || !isInRootFolder(file.path) ||
+        fOpen >= fSettings.getMaximumFileNesting()) {
+        return false;
+    }
+    note(file.uri, whole);
+    if (open(file, read)) {
+        Logger::instance()->log(LogLevel::info, Messages::ZEL_Serializer_XmiReader_ExternalRefEpilogue, file.uri);
+        return true;
+    }
+    forget(file.uri);
+    fNoParts.insert(file.uri);
+    return false;
 }
 
 void LinkedFiles::leaveOut(std::string const & uri) {
@@ -118,6 +164,9 @@ std::string LinkedFiles::nameOf(std::string const & target) const {
 
 void LinkedFiles::clear() noexcept {
     fOpen = 1;
+    fWaits = false;
+    fWaiting.clear();
+    fNoParts.clear();
     fNames.clear();
     fModels.clear();
     fKnown.clear();

@@ -11,6 +11,13 @@
 #include <ZEL/serializer/reader/ValueSetter.h>
 
 namespace ZEL::Serializer {
+namespace {
+
+internal::ModelCore const * modelOf(ClassObject const & object) {
+    return object.getImplementation()->internal_body()->internal_model();
+}
+
+} // namespace
 
 void FileLinks::add(ClassObject const & object, MetaProperty const & property, std::string_view target,
                     QualifiedName type, bool isFurther) {
@@ -31,6 +38,11 @@ FileLinks & Links::of(std::string const & uri) {
         file = &fFiles.emplace_back(uri);
     }
     return *file;
+}
+
+FileLinks const * Links::find(std::string const & uri) const {
+    auto const found = fByUri.find(uri);
+    return found != fByUri.end() ? found->second : nullptr;
 }
 
 void Links::clear() noexcept {
@@ -131,7 +143,7 @@ ClassObject Links::find(FileLinks & file, FileLinks::Waiting const & link) {
                                 link.property->name, fValues.metaClasses().nameOf(link.object), id.text());
         return ClassObject();
     }
-    if (isOutside) {
+    if (isOutside && modelOf(*found) != modelOf(link.object)) {
         noteFileId(*found, id);
     }
     return *found;

@@ -77,6 +77,8 @@ public:
 
     /// Those of the file with this URI, made on first use. References stay valid until `clear`.
     [[nodiscard]] FileLinks & of(std::string const & uri);
+    /// The same, null if there are none.
+    [[nodiscard]] FileLinks const * find(std::string const & uri) const;
     /// Sets all links, file by file in the order in which these were met, each as a rule resolves it or else to the
     /// object with its id: in a registered metamodel, then in the file that it leads to. Logs and reports what cannot
     /// be set.

@@ -128,6 +128,16 @@ struct ParseState {
         std::size_t objectDepth;
     };
 
+    /// What a file is read for that holds a part of another one's model.
+    struct Fragment {
+        ParseState * host = nullptr;             ///< of the file in which the link to it stands; null for no fragment
+        MetaProperty const * property = nullptr; ///< of the object at hand there
+        std::string id;                          ///< of the part, in this file
+        FileLinks * whole = nullptr;             ///< those of the model's own file
+        ClassObject part;                        ///< once it stands in its place
+        std::vector<ClassObject> tops;           ///< all objects at the top of the file
+    };
+
     ParseState(std::string const & fileName, HASP::XmlReaderSettings const & settings);
 
     /// That of the element whose start or end is at hand, as in the file.
@@ -166,10 +176,13 @@ struct ParseState {
     ElementText skipped;            ///< the element that is skipped, if it is kept
     Remainder beside;               ///< what the file has beside its model
     std::size_t linkDepth = 0;      ///< of the open element that is a link; 0 for none
-    FileLinks * linkFile = nullptr; ///< this and the next: where that link waits
+    FileLinks * linkFile = nullptr; ///< this and the next: where that link waits; null if it has led to a part:
     std::size_t linkPlace = 0;
-    std::string modelId;    ///< of `model`, once it has been asked for
-    bool isForeign = false; ///< after a block of another tool: ids are not those of this system
+    ClassObject linkedPart;
+    Fragment fragment;
+    std::vector<std::string> fragments; ///< URIs of the files whose contents have become parts of this one's
+    std::string modelId;                ///< of `model`, once it has been asked for
+    bool isForeign = false;             ///< after a block of another tool: ids are not those of this system
 
     bool isInText = false;
     std::string text;

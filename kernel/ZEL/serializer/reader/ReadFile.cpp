@@ -2,21 +2,53 @@
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Remainder.h>
 #include <ZEL/metamodel/Type.h>
+#include <ZEL/serializer/reader/LinkedFiles.h>
 #include <ZEL/serializer/reader/Links.h>
 #include <ZEL/serializer/reader/ReadFile.h>
 #include <ZEL/serializer/reader/ReadReport.h>
 
+#include <hasp_util/Uri.h>
+
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 
 namespace ZEL::Serializer {
+namespace {
 
-ClassObject ReadFile::find(std::string_view id) const {
-    ClassObject const * const found = fLinks.find(ObjectId(id));
-    return found != nullptr ? *found : ClassObject();
+ClassObject objectIn(FileLinks const & links, std::string_view id) {
+    ClassObject const * const found = links.find(ObjectId(id));
+    return found != nullptr && found->isValid() ? *found : ClassObject();
 }
+
+} // namespace
+
+ReadFile::ReadFile(Model const & model, std::vector<Model> const & models, Links & links, LinkedFiles & files,
+                   ReadReport & report)
+    : fModel(model),
+      fModels(models),
+      fAllLinks(links),
+      fLinks(links.of(model.getUri())),
+      fFiles(files),
+      fReport(report) {}
+
+ClassObject ReadFile::find(std::string_view id) const { return objectIn(fLinks, id); }
+
+ClassObject ReadFile::follow(std::string const & link) const {
+    std::size_t const sign = link.find('#');
+    if (sign == std::string::npos || sign == 0) {
+        return find(std::string_view(link).substr(sign == 0 ? 1 : 0));
+    }
+    HASP::Uri const reference(link);
+    std::optional<LinkedFiles::File> const file =
+        reference.isValid() ? fFiles.find(reference, fLinks.uri()) : std::nullopt;
+    FileLinks const * const links = file ? fAllLinks.find(file->uri) : nullptr;
+    return links != nullptr ? objectIn(*links, std::string_view(link).substr(sign + 1)) : ClassObject();
+}
+
+void ReadFile::reportRejected(std::string const & label) { ++fReport.fRejectedValues[label]; }
 
 void ReadFile::enter(ClassObject const & object, std::string_view id) {
     fLinks.enter(ObjectId(id), object);

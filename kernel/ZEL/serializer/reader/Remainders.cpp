@@ -1,3 +1,4 @@
+#include <ZEL/metamodel/NamespaceRegistry.h>
 #include <ZEL/serializer/reader/ElementText.h>
 #include <ZEL/serializer/reader/LinkedFiles.h>
 #include <ZEL/serializer/reader/Remainders.h>
@@ -30,11 +31,22 @@ void Remainders::keepText(ClassObject const & object, std::string_view property,
     }
 }
 
+void Remainders::noteNamespace(std::string const & prefix, std::string const & uri) {
+    if (!prefix.empty()) {
+        fPrefixes.try_emplace(uri, prefix);
+    }
+}
+
 void Remainders::settle(LinkedFiles const & files) {
     for (Kept & kept : fKept) {
         if (kept.object.isValid()) {
             for (Remainder::Link & link : kept.remainder.links) {
                 link.target = files.nameOf(link.target);
+                auto const prefix = fPrefixes.find(link.typeUri);
+                if (prefix != fPrefixes.end() &&
+                    NamespaceRegistry::instance()->getPrefixFromMetaUri(link.typeUri).empty()) {
+                    link.typePrefix = prefix->second;
+                }
             }
             setRemainder(kept.object, std::move(kept.remainder));
         }
@@ -44,6 +56,7 @@ void Remainders::settle(LinkedFiles const & files) {
 
 void Remainders::clear() noexcept {
     fPlaces.clear();
+    fPrefixes.clear();
     fKept.clear();
 }
 

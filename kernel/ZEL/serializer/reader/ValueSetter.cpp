@@ -30,6 +30,11 @@ bool ValueSetter::setText(ClassObject const & object, MetaProperty const & prope
     if (isFurther && former != present()) {
         reportReplaced(object, property);
     }
+    // Without a default, and not required, a flag that is false is one of which nothing is said.
+    bool const mayBeLost = fKept != nullptr && !property.isMany && property.defaultText.empty() && text == "false";
+    if (mayBeLost && !property.storage.has(object)) {
+        fKept->keepText(object, property.name, text, false);
+    }
     return true;
 }
 

@@ -81,6 +81,9 @@ void XmiReaderImpl::readInto(std::string const & localFile) {
     }
     fValues.begin(*fMerger, fTransformers.keepsRemainder() ? &fRemainders : nullptr);
     state().keeps = keeps();
+    if (keeps()) {
+        fFiles.wait();
+    }
     fMerger->initialize();
     noteUncontained();
     Model const result = run();
@@ -100,7 +103,7 @@ void XmiReaderImpl::readInto(std::string const & localFile) {
 
 void XmiReaderImpl::showModels() {
     for (Model const & model : fMerger->getReferredModels()) {
-        ReadFile file(model, fLinks.of(model.getUri()), fReport);
+        ReadFile file(model, fMerger->getReferredModels(), fLinks, fFiles, fReport);
         fTransformers.onRead(file);
     }
 }
@@ -126,9 +129,14 @@ std::optional<Model> XmiReaderImpl::readLinked(std::string const & localFile) {
     if (state().links != nullptr) {
         state().links->forget();
     }
-    Logger::instance()->warning("Unable to read %s : %s", localFile, parseErrorOf(state()));
+    fFiles.forgetWaiting();
+    logUnreadable(localFile);
     popState();
     return std::nullopt;
+}
+
+void XmiReaderImpl::logUnreadable(std::string const & localFile) const {
+    Logger::instance()->warning("Unable to read %s : %s", localFile, parseErrorOf(fStates.back()));
 }
 
 /// Releases the handles on all objects that the run has met.
@@ -231,6 +239,9 @@ Model XmiReaderImpl::run() {
         raiseParseError(current);
     }
     keepBeside(current);
+    if (current.fragment.host == nullptr) {
+        fFiles.readWaiting();
+    }
     if (!isInLinkedFile()) {
         fLinks.resolve();
     }
@@ -278,7 +289,11 @@ void XmiReaderImpl::startElement(ParseState & state) {
         noteBindings(state);
     }
     for (HASP::XmlReader::Namespace const & binding : state.xml.namespaces()) {
+        if (state.keeps) {
+            fRemainders.noteNamespace(*binding.prefix, *binding.uri);
+        }
         state.types.addNamespace(*binding.prefix, *binding.uri);
+        fTransformers.onNamespace(*binding.prefix, *binding.uri);
     }
     Head const head = headOf(state);
     QualifiedName const type = head.type == nullptr ? name : state.types.of(head.type->value);

@@ -28,8 +28,9 @@ class StandardReadTransforms;
 ///
 /// Each start of an element becomes Contexts, rules rewrite them, and what comes out is applied: elements make objects
 /// or enter text, attributes set values, and links wait until the outermost file has been read. Objects are made and
-/// changed by the Merger alone. A link into another file reads that file on the spot; each open file has a `ParseState`
-/// on a stack, whose depth the settings limit.
+/// changed by the Merger alone. A link into another file reads that file on the spot, or at the end of its own file if
+/// what no property can hold is kept: then a link in the place of a part reads a file into the model at hand. Each open
+/// file has a `ParseState` on a stack, whose depth the settings limit.
 class XmiReaderImpl {
 public:
     explicit XmiReaderImpl(XmiReaderSettings const & settings);
@@ -60,6 +61,7 @@ private:
     void forgetObjects() noexcept;
     /// Reads a file that a link has led to; nothing if the run goes on without it.
     [[nodiscard]] std::optional<Model> readLinked(std::string const & localFile);
+    void logUnreadable(std::string const & localFile) const;
     void noteUncontained();
     void reportUncontained(std::vector<Model> const & models);
 
@@ -97,7 +99,7 @@ private:
     void leave(ParseState & state);
     void startSkipping(ParseState & state);
     [[nodiscard]] static std::string labelOfElement(ParseState & state);
-    [[nodiscard]] static bool isLinkWithoutPlace(ParseState const & state, ContextSequence const & applied);
+    [[nodiscard]] static Context const * linkWithoutPlace(ParseState const & state, ContextSequence const & applied);
     [[nodiscard]] bool isOfOtherVersion(ParseState & state, ContextSequence const & applied);
     void applyText(ParseState & state);
     /// An attribute or a link of the object at hand.
@@ -107,8 +109,13 @@ private:
     void ignoreAttribute(ParseState & state, MetaProperty const & property, std::string_view text);
     void applyNamedParts(ParseState & state);
     [[nodiscard]] bool applyNamedParts(ParseState & state, MetaProperty const & property, std::string_view text);
-    /// Of the object at hand.
-    void noteLinks(ParseState & state, std::string_view text, MetaProperty const & property, QualifiedName type);
+    /// Of the object at hand. Returns where the last of them waits; a null file if none does.
+    struct NotedLink {
+        FileLinks * file = nullptr;
+        std::size_t place = 0;
+    };
+    NotedLink noteLinks(ParseState & state, std::string_view text, MetaProperty const & property, QualifiedName type);
+    [[nodiscard]] static std::string baseOf(ParseState const & state, ClassObject const & object);
     /// Whether the property takes one value only and the file has had one for the object at hand already.
     [[nodiscard]] static bool isGiven(ParseState const & state, MetaProperty const & property);
     static void noteGiven(ParseState & state, MetaProperty const & property);
@@ -121,6 +128,23 @@ private:
     /// An attribute in an object, or in the envelope of the file.
     void keepAttribute(ParseState & state, QualifiedName role, std::string_view value);
     void keepBeside(ParseState & state);
+
+    // --- parts in files of their own (XmiReaderImplFragments.cpp) ----------------------------------------------------
+    /// Puts the target of a link that stands in the place of a part there. False, and nothing done, if it is no part of
+    /// another file, or does not fit; and in files that are linked to.
+    [[nodiscard]] bool joinFragment(ParseState & state, Context const & link);
+    /// The part, from a file that has been read into this model or can be; null if there is none.
+    [[nodiscard]] ClassObject findPart(ParseState & state, MetaProperty const & property, std::string const & target);
+    [[nodiscard]] ClassObject readFragment(ParseState & state, MetaProperty const & property, std::string const & uri,
+                                           std::string const & localFile, std::string const & id);
+    [[nodiscard]] ClassObject moveFromTop(ParseState & state, MetaProperty const & property, FileLinks const & links,
+                                          std::string const & id);
+    /// The part for whose sake the file is read goes to its place.
+    [[nodiscard]] bool placePart(ParseState & state, Made const & made);
+    static void appendBeside(ParseState & state, Remainder & beside);
+    void giveUpFragment(ParseState & state);
+    void forgetFragments(ParseState & state);
+    [[nodiscard]] bool isOpen(FileLinks const & links) const;
 
     // --- objects -----------------------------------------------------------------------------------------------------
     [[nodiscard]] Made makeTopLevel(ParseState & state, Context const & context);

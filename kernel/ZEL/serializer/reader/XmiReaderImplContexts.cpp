@@ -94,8 +94,10 @@ void XmiReaderImpl::process(ParseState & state, ContextSequence && sequence) {
     if (isOfOtherVersion(state, applied)) {
         startSkipping(state);
         applied.clear();
-    } else if (keeps() && isLinkWithoutPlace(state, applied)) {
-        startSkipping(state);
+    } else if (Context const * const link = keeps() ? linkWithoutPlace(state, applied) : nullptr) {
+        if (!joinFragment(state, *link)) {
+            startSkipping(state);
+        }
         applied.clear();
     }
     for (Context & context : applied) {
@@ -119,22 +121,25 @@ void XmiReaderImpl::process(ParseState & state, ContextSequence && sequence) {
     state.sequence = std::move(applied);
 }
 
-/// Whether the element at hand is a link, and its object has no property that could hold one: none of this name, or one
-/// for parts, which cannot be in another file.
-bool XmiReaderImpl::isLinkWithoutPlace(ParseState const & state, ContextSequence const & applied) {
+/// The link that the element at hand is, if its object has no property that could hold one: none of this name, or one
+/// for parts, which cannot be in another model. Null for any other element.
+Context const * XmiReaderImpl::linkWithoutPlace(ParseState const & state, ContextSequence const & applied) {
     if (state.cursor.metaClass == nullptr) {
-        return false;
+        return nullptr;
     }
-    QualifiedName const role = state.currentElement.role;
-    bool isLink = false;
+    auto const element =
+        std::find_if(applied.begin(), applied.end(), [](Context const & context) { return context.isElement(); });
+    QualifiedName const role = element != applied.end() ? element->getRole() : state.currentElement.role;
+    Context const * link = nullptr;
     for (Context const & context : applied) {
         if (context.isElement() && (context.skipContext() || context.getRole() != role)) {
-            return false;
+            return nullptr;
         }
-        isLink = isLink || (context.isReference() && context.getRole() == role);
+        link = context.isReference() && context.getRole() == role ? &context : link;
     }
-    MetaProperty const * const property = isLink ? state.cursor.metaClass->find(role) : nullptr;
-    return isLink && (property == nullptr || (property->isComposite && !property->isDataType));
+    MetaProperty const * const property = link != nullptr ? state.cursor.metaClass->find(role) : nullptr;
+    bool const isPlace = property != nullptr && (!property->isComposite || property->isDataType);
+    return isPlace ? nullptr : link;
 }
 
 void XmiReaderImpl::applyContext(ParseState & state, Context & context, bool & entered) {
@@ -247,7 +252,11 @@ void XmiReaderImpl::keepSkipped(ParseState & state) {
         return;
     }
     if (state.linkDepth != 0 && state.linkDepth + 1 == state.elements.size()) {
-        state.linkFile->addContent(state.linkPlace, text);
+        if (state.linkFile != nullptr) {
+            state.linkFile->addContent(state.linkPlace, text);
+        } else {
+            fRemainders.of(state.linkedPart).elements.push_back({std::move(text)});
+        }
     } else if (state.cursor.metaClass != nullptr) {
         fRemainders.of(state.cursor.object).elements.push_back({std::move(text)});
     } else {
@@ -268,7 +277,7 @@ void XmiReaderImpl::keepAttribute(ParseState & state, QualifiedName role, std::s
 }
 
 void XmiReaderImpl::keepBeside(ParseState & state) {
-    if (state.beside.empty() || !state.model.isValid()) {
+    if (state.beside.empty() || !state.model.isValid() || state.fragment.host != nullptr) {
         return;
     }
     Remainder & remainder = fRemainders.of(state.model);
@@ -301,12 +310,20 @@ XmiReaderImpl::Made XmiReaderImpl::makeTopLevel(ParseState & state, Context cons
                                 context.getUri(), context.getRoleName());
         startSkipping(state);
     } else if (keeps() && !made.metaClass->isModel()) {
-        if (!placeInModel(state, made)) {
+        ParseState::Fragment & fragment = state.fragment;
+        bool const isPart = fragment.host != nullptr && fragment.part.getImplementationWithoutAssert() == nullptr &&
+                            context.getFirstValue() == fragment.id;
+        if (!(isPart ? placePart(state, made) : placeInModel(state, made))) {
             giveUp(made);
             startSkipping(state);
             return {};
         }
-        fRemainders.of(made.object).standing = Remainder::Standing::AtTop;
+        if (!isPart) {
+            fRemainders.of(made.object).standing = Remainder::Standing::AtTop;
+        }
+    }
+    if (made.metaClass != nullptr && state.fragment.host != nullptr) {
+        state.fragment.tops.push_back(made.object);
     }
     return made;
 }
@@ -389,7 +406,11 @@ XmiReaderImpl::Made XmiReaderImpl::makeChild(ParseState & state, Context const &
         return {};
     }
     if (!property->isComposite) {
-        return {}; // what the element says is said of the present object
+        // What the element says is said of the present object: that of a link without a target is nothing.
+        if (state.keeps && !saysMoreThanItsText(state)) {
+            startSkipping(state);
+        }
+        return {};
     }
     return makePart(state, *property, context);
 }
@@ -418,9 +439,12 @@ XmiReaderImpl::Made XmiReaderImpl::makePart(ParseState & state, MetaProperty con
 XmiReaderImpl::Made XmiReaderImpl::createObject(ParseState & state, Context const & context) {
     bool const hadModel = state.links != nullptr;
     ObjectId const id(context.getFirstValue());
-    auto [object, isNew] =
-        fMerger->findOrCreate(state.model, context.getUri(), context.getRoleName(), context.getTypeUri(),
-                              context.getTypeName(), context.getFirstValue(), id);
+    // The numbers of a fragment are those of another model.
+    static std::string const none;
+    bool const isOfModel = state.fragment.host == nullptr || !id.hasPrefix();
+    auto [object, isNew] = fMerger->findOrCreate(
+        state.model, context.getUri(), context.getRoleName(), context.getTypeUri(), context.getTypeName(),
+        isOfModel ? context.getFirstValue() : none, isOfModel ? id : ObjectId());
     if (!object.isValid()) {
         return {};
     }
@@ -471,16 +495,23 @@ bool XmiReaderImpl::isOwnId(ParseState & state, ObjectId const & id) {
 }
 
 void XmiReaderImpl::enterId(ParseState & state, ClassObject const & object, ObjectId const & id) {
+    FileLinks * const whole = state.fragment.whole;
     if (!id.text().empty()) {
         FileLinks & links = linksOf(state, object);
-        if (!links.enter(id, object)) {
+        bool isOnly = links.enter(id, object);
+        if (isOnly && whole != nullptr) {
+            // In one file with the rest an id can mean one object only, the one that has it already; and numbers are
+            // those of this model.
+            isOnly = whole->find(id) == nullptr && whole->enter(id, object);
+        }
+        if (!isOnly) {
             Logger::instance()->warning("Id %s occurs more than once in model %s", id.text(), links.uri());
-        } else if (keeps() && !isOwnId(state, id)) {
+        } else if (keeps() && !isOwnId(state, id) && (whole == nullptr || !id.hasPrefix())) {
             noteFileId(object, id); // by which other files, and what is kept, may name it
             return;
         }
     }
-    if (isInLinkedFile()) {
+    if (isInLinkedFile() && whole == nullptr) {
         noteFileId(object, id); // any object of the file may become the target of a link from another one
     }
 }
@@ -557,9 +588,11 @@ void XmiReaderImpl::applyValue(ParseState & state, QualifiedName role, std::stri
             keepAttribute(state, role, text);
         }
     } else if (isLink || (!property->isDataType && !property->isComposite && !property->isDerived)) {
-        noteLinks(state, text, *property, type);
-        if (isLink && state.linkFile != nullptr) {
+        NotedLink const noted = noteLinks(state, text, *property, type);
+        if (isLink && noted.file != nullptr && keeps()) {
             state.linkDepth = state.elements.size(); // what stands in the element is said of the link
+            state.linkFile = noted.file;
+            state.linkPlace = noted.place;
         }
     } else if (property->isDataType) {
         // The model would not find an object by a number that it has not assigned; and a model belongs to the file that
@@ -649,12 +682,12 @@ void XmiReaderImpl::noteGiven(ParseState & state, MetaProperty const & property)
 
 // --- links -----------------------------------------------------------------------------------------------------------
 
-void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaProperty const & property,
-                              QualifiedName type) {
+XmiReaderImpl::NotedLink XmiReaderImpl::noteLinks(ParseState & state, std::string_view text,
+                                                  MetaProperty const & property, QualifiedName type) {
     ClassObject const & object = state.cursor.object;
     std::string_view rest = text;
     bool isFurther = isGiven(state, property);
-    state.linkFile = nullptr;
+    NotedLink last;
     auto const keep = [&](std::string_view target) {
         if (keeps()) {
             fRemainders.of(object).links.push_back(
@@ -672,9 +705,7 @@ void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaPro
         // Without this sign there is no fragment, and nothing but a URI with a fragment leads out of the file.
         if (sign != std::string_view::npos) {
             if (HASP::Uri const reference(token); reference.isValid()) {
-                Model const root = object.getRootModel();
-                std::optional<std::string> const uri =
-                    fFiles.follow(reference, root.isValid() ? root.getUri().str() : std::string());
+                std::optional<std::string> const uri = fFiles.follow(reference, baseOf(state, object));
                 if (!uri.has_value()) {
                     fValues.reportUnresolved(object, property);
                     keep(token);
@@ -686,13 +717,20 @@ void XmiReaderImpl::noteLinks(ParseState & state, std::string_view text, MetaPro
         }
         FileLinks & links = state.links != nullptr ? *state.links : linksOf(state, object);
         links.add(object, property, external.empty() ? token : std::string_view(external), type, isFurther);
-        if (keeps()) {
-            state.linkFile = &links;
-            state.linkPlace = links.size() - 1;
-        }
+        last = {&links, links.size() - 1};
         noteGiven(state, property);
         isFurther = !property.isMany;
     }
+    return last;
+}
+
+/// The URI against which the file at hand names others.
+std::string XmiReaderImpl::baseOf(ParseState const & state, ClassObject const & object) {
+    if (state.fragment.host != nullptr) {
+        return state.links->uri();
+    }
+    Model const root = object.getRootModel();
+    return root.isValid() ? root.getUri().str() : std::string();
 }
 
 } // namespace ZEL::Serializer

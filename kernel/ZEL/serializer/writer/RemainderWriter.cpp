@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -26,6 +27,47 @@ Context contextOf(Remainder::Attribute const & attribute) {
     return context;
 }
 
+void collectNamespace(std::string const & uri, std::string const & prefix, ContextPrinter::Namespaces & namespaces) {
+    constexpr std::size_t many = 256; // more than any tool has; the others get prefixes where they are written
+    bool const isTaken =
+        namespaces.size() >= many || prefix.empty() || uri == XmiConstants::XMI_NS_URI ||
+        std::any_of(namespaces.begin(), namespaces.end(), [&](auto const & other) { return other.second == prefix; });
+    if (!isTaken) {
+        namespaces.emplace(uri, prefix);
+    }
+}
+
+/// Whether any character is one that ISO 8859-1 does not have.
+bool isWide(std::string_view text) {
+    constexpr unsigned char first = 0xC4; // that begins such a character
+    return std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= first; });
+}
+
+/// Whether the markup has such a character anywhere but in texts and in values of attributes, where a reference can stand
+/// for it.
+bool hasWideNames(std::string_view markup) {
+    if (!isWide(markup)) {
+        return false;
+    }
+    bool isInTag = false;
+    char quote = 0;
+    for (std::size_t at = 0; at < markup.size(); ++at) {
+        char const c = markup[at];
+        if (quote != 0) {
+            quote = c == quote ? '\0' : quote;
+        } else if (!isInTag) {
+            isInTag = c == '<';
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (c == '>') {
+            isInTag = false;
+        } else if (isWide(markup.substr(at, 1))) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 bool RemainderWriter::hasChildren(Remainder const & remainder) {
@@ -34,16 +76,17 @@ bool RemainderWriter::hasChildren(Remainder const & remainder) {
                        [](Remainder::Element const & element) { return element.place == Place::Inside; });
 }
 
-void RemainderWriter::collectNamespaces(Remainder const & remainder, ContextPrinter::Namespaces & namespaces) {
-    constexpr std::size_t many = 256; // more than any tool has; the others get prefixes where they are written
+void RemainderWriter::collect(Remainder const & remainder, Collected & collected) {
     for (Remainder::Attribute const & attribute : remainder.attributes) {
-        bool const isTaken = namespaces.size() >= many || attribute.prefix.empty() ||
-                             attribute.uri == XmiConstants::XMI_NS_URI ||
-                             std::any_of(namespaces.begin(), namespaces.end(),
-                                         [&](auto const & other) { return other.second == attribute.prefix; });
-        if (!isTaken) {
-            namespaces.emplace(attribute.uri, attribute.prefix);
-        }
+        collectNamespace(attribute.uri, attribute.prefix, collected.namespaces);
+        collected.hasWideNames = collected.hasWideNames || isWide(attribute.name);
+    }
+    for (Remainder::Link const & link : remainder.links) {
+        collectNamespace(link.typeUri, link.typePrefix, collected.namespaces);
+        collected.hasWideNames = collected.hasWideNames || hasWideNames(link.content);
+    }
+    for (Remainder::Element const & element : remainder.elements) {
+        collected.hasWideNames = collected.hasWideNames || hasWideNames(element.xml);
     }
 }
 

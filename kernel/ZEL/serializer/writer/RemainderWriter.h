@@ -28,8 +28,13 @@ public:
 
     /// Whether there is anything to stand among the parts of the object.
     [[nodiscard]] static bool hasChildren(Remainder const & remainder);
-    /// Adds the namespaces of attributes, by their prefixes as far as these are free.
-    static void collectNamespaces(Remainder const & remainder, ContextPrinter::Namespaces & namespaces);
+    /// What is found before anything is written.
+    struct Collected {
+        ContextPrinter::Namespaces namespaces; ///< of attributes, and of the classes that links name
+        bool hasWideNames = false;             ///< names that ISO 8859-1 cannot hold
+    };
+    /// Namespaces are added by their prefixes, as far as these are free. Linear in the size of the remainder.
+    static void collect(Remainder const & remainder, Collected & collected);
     /// Appends the attributes of the object's tag, but for those whose names it has already.
     static void appendAttributes(Remainder const & remainder, Context const & parent, ContextSequence & sequence);
     /// Appends the attributes of the root of the file.

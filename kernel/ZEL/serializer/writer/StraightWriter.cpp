@@ -83,6 +83,12 @@ WritePlan * StraightWriter::planOf(BodyCore const & body) {
     return fLastPlan;
 }
 
+void StraightWriter::forgetNames() noexcept {
+    fPlans.clear();
+    fLast = nullptr;
+    fLastPlan = nullptr;
+}
+
 /// Whether objects of the class have a form that is not written here.
 bool StraightWriter::isUnusual(PropertyPartition const & partition) const {
     auto const mayFit = [this](WrittenProperty const * property) {
@@ -186,7 +192,7 @@ bool StraightWriter::collectObject(BodyCore const & body, Collected const & coll
         collected.namespaces.emplace(uri, NamespaceRegistry::instance()->getPrefixFromMetaUri(uri));
     }
     if (Remainder const * const remainder = state.remainder()) {
-        RemainderWriter::collectNamespaces(*remainder, collected.keptNamespaces);
+        RemainderWriter::collect(*remainder, collected.kept);
     }
     fContexts.noteNumber(body);
     if (hasStereotypes(state)) {

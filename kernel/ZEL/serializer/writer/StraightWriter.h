@@ -36,7 +36,7 @@ public:
     /// What is found before anything is written.
     struct Collected {
         ContextPrinter::Namespaces & namespaces;
-        ContextPrinter::Namespaces & keptNamespaces; ///< of attributes that are kept with objects
+        RemainderWriter::Collected & kept;
         std::vector<ImmutableClassObject> & stereotypeInstances;
     };
 
@@ -54,6 +54,8 @@ public:
     /// false at an object that cannot be written in this way: a rule may fit it, it has properties that stand in
     /// `xmi:Extension`, or XML cannot hold one of its names.
     [[nodiscard]] bool collect(ImmutableClassObject const & object, Collected const & collected);
+    /// Another encoding is in use from here on.
+    void forgetNames() noexcept;
     /// Writes what the object contains, but for parts of its own that are written elsewhere. All must have been
     /// collected, and the element of the object must be open.
     void writeParts(ImmutableClassObject const & object, ElementsAtTop const & elsewhere);

@@ -7,6 +7,8 @@
 #include <hasp_util/XmlWriter.h>
 
 #include <algorithm>
+#include <string>
+#include <unordered_map>
 
 namespace ZEL::Serializer {
 
@@ -39,20 +41,24 @@ WriterTraversal::WriterTraversal(HASP::XmlWriter & xml, XmiWriterSettings const 
       fStraight(xml, transformers, fPartitions, fContexts, fPrinter) {}
 
 void WriterTraversal::collect(ImmutableClassObject const & object) {
-    if (!fIsPlain || !fStraight.collect(object, {fNamespaces, fKeptNamespaces, fStereotypeInstances})) {
+    if (!fIsPlain || !fStraight.collect(object, {fNamespaces, fKept, fStereotypeInstances})) {
         fIsPlain = false;
         fNamespaces.clear();
-        fKeptNamespaces.clear();
+        fKept = {};
         fStereotypeInstances.clear();
         visit(object);
     }
     // Prefixes of metamodels come first: types are named by them.
-    for (auto const & kept : fKeptNamespaces) {
+    for (auto const & kept : fKept.namespaces) {
         bool const isTaken = std::any_of(fNamespaces.begin(), fNamespaces.end(),
                                          [&kept](auto const & other) { return other.second == kept.second; });
         if (!isTaken) {
             fNamespaces.insert(kept);
         }
+    }
+    if (fKept.hasWideNames || fTransformers.hasWideNames()) {
+        fXml.setEncoding("UTF-8");
+        fStraight.forgetNames();
     }
 }
 
@@ -268,7 +274,7 @@ void WriterTraversal::collectObject(Frame const & frame, ObjectView const & view
         std::string const & uri = frame.partition->type.getUri();
         fNamespaces.emplace(uri, NamespaceRegistry::instance()->getPrefixFromMetaUri(uri));
     }
-    RemainderWriter::collectNamespaces(remainderOf(frame.object), fKeptNamespaces);
+    RemainderWriter::collect(remainderOf(frame.object), fKept);
     fContexts.noteNumber(*frame.object.getImplementation()->internal_body());
     if (view.hasStereotypes()) {
         frame.object.getAppliedStereotypeInstances().forEach(
@@ -307,8 +313,28 @@ void WriterTraversal::writePrologue(ImmutableClassObject const & object) {
     if (fSettings.getOutputFormat().getFormat() == XmiFormat::Standard) {
         fContexts.appendHead(object, sequence);
     }
-    static_cast<void>(fPrinter.write(fTransformers.apply(std::move(sequence)), ContextPrinter::Elements::Empty,
-                                     ContextPrinter::Level::Top));
+    static_cast<void>(fPrinter.write(withOneNamespaceEach(fTransformers.apply(std::move(sequence))),
+                                     ContextPrinter::Elements::Empty, ContextPrinter::Level::Top));
+}
+
+/// The declarations with one namespace for each prefix: what has another at the root of the file gets one where it is
+/// used.
+ContextSequence WriterTraversal::withOneNamespaceEach(ContextSequence && sequence) {
+    ContextSequence result;
+    std::unordered_map<std::string, std::string> uris;
+    for (Context & context : sequence) {
+        if (context.getUri() == XmlConstants::XMLNS_ATTRIBUTE_NS_URI) {
+            auto const [declared, isNew] = uris.try_emplace(context.getRoleName(), context.getFirstValue());
+            if (!isNew) {
+                if (declared->second != context.getFirstValue()) {
+                    fNamespaces.erase(context.getFirstValue());
+                }
+                continue;
+            }
+        }
+        result.addContext(std::move(context));
+    }
+    return result;
 }
 
 /// The last element; while writing, the first one to skip before it. Null if there is none.

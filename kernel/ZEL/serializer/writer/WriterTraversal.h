@@ -97,6 +97,7 @@ private:
     /// Finds what stands at the top of the file beside the root, or in place of it.
     void findElementsAtTop(Frame & frame);
     void writePrologue(ImmutableClassObject const & object);
+    [[nodiscard]] ContextSequence withOneNamespaceEach(ContextSequence && sequence);
     [[nodiscard]] Context * elementOf(ContextSequence & sequence) const;
     [[nodiscard]] static ContextPrinter::Level levelOf(Frame const & frame) noexcept;
 
@@ -109,7 +110,7 @@ private:
     bool fIsWriting = false;
     bool fIsRootDone = false; ///< from then on, top-level elements are other ones, and stereotype instances
     ContextPrinter::Namespaces fNamespaces;
-    ContextPrinter::Namespaces fKeptNamespaces;               ///< of attributes that are kept with objects
+    RemainderWriter::Collected fKept;                         ///< of what is kept with objects
     std::unordered_set<PropertyPartition const *> fCollected; ///< whose namespaces are known
     ElementsAtTop fElementsAtTop;
     std::vector<ImmutableClassObject> fStereotypeInstances;

@@ -28,7 +28,10 @@ protected:
         ASSERT_TRUE(apply(differences, from));
         EXPECT_EQ("", difference(from, to)) << forth << "\nleft over:\n" << told(diff(from, to, settings));
         expectOneTree(from);
-        EXPECT_TRUE(diff(from, to).empty());
+        // By structure alone, equal trees can still be matched in another way.
+        if (settings.ids != Compare::MatchSettings::Ids::Ignore) {
+            EXPECT_TRUE(diff(from, to).empty());
+        }
         from.getRootDeviant().undo();
 
         std::string const backwards = told(back);

@@ -35,6 +35,9 @@ std::string contentOf(ImmutableClassObject const & object) {
 
 /// An order of objects that both sides of a merge see in the same way.
 bool isLess(ImmutableClassObject const & a, ImmutableClassObject const & b) {
+    if (!a.isValid() || !b.isValid()) {
+        return a.isValid() < b.isValid(); // a link may have outlived its target
+    }
     auto const keyOf = [](ImmutableClassObject const & object) {
         return std::tuple(MetaClassView::ofInstance(object).name(), nameOf(object));
     };

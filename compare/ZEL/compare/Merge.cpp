@@ -3,6 +3,8 @@
 #include <ZEL/compare/Merge.h>
 #include <ZEL/compare/MergePlan.h>
 #include <ZEL/deviants/Transaction.h>
+#include <ZEL/metamodel/MetaClassView.h>
+#include <ZEL/tools/ObjectsIn.h>
 #include <ZEL/values/ValueObject.h>
 
 #include <algorithm>
@@ -21,19 +23,54 @@ Differences only(Differences const & all, std::set<std::size_t> const & chosen) 
     return all.filtered([&](Difference const &) { return chosen.count(place++) != 0; });
 }
 
-/// What of ours stands in the way of theirs: changes of one value are just written over.
-std::set<std::size_t> inTheWay(Differences const & ours, std::vector<std::size_t> const & places) {
+/// What of ours stands in the way of theirs: changes of one value are just written over, and what is in something that
+/// theirs removes goes with it.
+std::set<std::size_t> inTheWay(Differences const & ours, std::vector<std::size_t> const & places,
+                               Conflict::Kind conflict) {
+    bool const isRemoval = conflict == Conflict::Kind::Removal;
     std::set<std::size_t> result;
     for (std::size_t const place : places) {
         Kind const kind = ours[place].kind;
         if (kind == Kind::Removed) { // with the links that went with it
             std::vector<std::size_t> const gone = Needs(ours.match().pairs(), ours.all()).with({place});
             result.insert(gone.begin(), gone.end());
-        } else if (kind == Kind::Added || kind == Kind::Moved) {
+        } else if (kind == Kind::Moved || (kind == Kind::Added && !isRemoval) ||
+                   ((kind == Kind::LinkAdded || kind == Kind::LinkChanged) && isRemoval)) {
             result.insert(place);
         }
     }
     return result;
+}
+
+/// Takes the links out that lead to what has ended.
+void dropOpenLinks(ClassObject const & object) {
+    for (PropertyView const & property : MetaClassView::ofInstance(object).properties()) {
+        if (property.links == nullptr || property.isDerived || property.isContainer || property.isComposite) {
+            continue;
+        }
+        Sequence<Object> const targets = object.get(property.property);
+        for (int i = targets.size(); i-- > 0;) {
+            if (!targets.at(i).isValid()) {
+                targets.erase(i);
+            }
+        }
+    }
+}
+
+/// Of what ours has added, which theirs may have left without targets.
+template <class TargetOf>
+void dropOpenLinksOf(std::vector<Difference> const & ours, Deviant deviant, TargetOf const & targetOf) {
+    for (Difference const & each : ours) {
+        if (each.kind != Kind::Added || !each.right.isValid()) {
+            continue;
+        }
+        for (ImmutableClassObject const & added : objectsIn(each.right)) {
+            Object const object(targetOf(ImmutableObject(added).getImplementation()), deviant);
+            if (object.isValid()) {
+                dropOpenLinks(ClassObject(object));
+            }
+        }
+    }
 }
 
 /// Their values behind ours, as far as ours has not got them.
@@ -109,7 +146,7 @@ bool Merge::apply(ClassObject const & target) const {
         } else if (isBoth || fResolutions[i] == Resolution::Theirs) {
             taken.insert(places.theirs.begin(), places.theirs.end());
             if (!isBoth) {
-                takenBack.merge(inTheWay(fPlan->ours, places.ours));
+                takenBack.merge(inTheWay(fPlan->ours, places.ours, fPlan->conflicts[i].kind));
             }
         }
     }
@@ -134,6 +171,11 @@ bool Merge::apply(ClassObject const & target) const {
         applier.standFor(ofTheirs, targetOfOurs(ofOurs));
     }
     applier.apply(only(theirs, taken));
+    for (std::size_t i = 0; i < fResolutions.size(); ++i) {
+        if (fResolutions[i] == Resolution::Theirs && fPlan->conflicts[i].kind == Conflict::Kind::Removal) {
+            dropOpenLinksOf(fPlan->conflicts[i].ours, target.getDeviant(), targetOfOurs);
+        }
+    }
     for (Difference const & each : added) {
         if (ObjectIntf * const object = applier.targetOfRight(ImmutableObject(each.right).getImplementation())) {
             addValues(ClassObject(Object(object, target.getDeviant())), each);

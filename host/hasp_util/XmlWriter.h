@@ -28,8 +28,8 @@ public:
     XmlWriter(XmlWriter const &) = delete;
     XmlWriter & operator=(XmlWriter const &) = delete;
 
-    /// In place of that of the settings. Throws `std::logic_error` once the document has begun. Names made by `makeName`
-    /// before are good no more, unless they are of ASCII characters.
+    /// In place of that of the settings. Throws `std::logic_error` once the document has begun. Names made by
+    /// `makeName` before are good no more, unless they are of ASCII characters.
     void setEncoding(std::string encoding);
     void writeStartDocument(std::string_view version);
     /// The prefix is declared in this tag unless it is already in force, or `writeNamespace` declares it here.

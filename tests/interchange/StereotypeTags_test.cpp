@@ -91,6 +91,14 @@ TEST_F(StereotypesOf, ProfilesInTheFileAreOfTheirTypes) {
     expectStable(model);
 }
 
+TEST_F(StereotypesOf, ElementsThatAreNowhereNameThese) {
+    Model const model = readForeign(
+        file("in.uml", document(R"(<uml:Model xmi:id="m" name="m"/><a:Lent base_Class="gone" days="2"/>)")));
+    EXPECT_THAT(converted(model),
+                ::testing::ContainsRegex("<a:Lent xmi:id=\"[^\"]*\" days=\"2\" base_Class=\"gone\"/>"));
+    expectStable(model);
+}
+
 TEST_F(StereotypesOf, ProfilesInLinkedFilesAreOfTheirTypes) {
     static_cast<void>(folder.file("l.profile.uml", document("<uml:Profile xmi:id=\"p\" name=\"lending\">" +
                                                             stereotype("Lent") + "</uml:Profile>")));

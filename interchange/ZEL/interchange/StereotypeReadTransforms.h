@@ -16,12 +16,12 @@ namespace ZEL::Interchange {
 class StereotypeTyping;
 
 /// Reading of stereotypes that no registered metamodel has: each becomes an instance of
-/// `Foreign::StereotypeApplication`, with its names and values as texts. Where the run reads its profile as well, it gets
-/// the stereotype for its type, and links to the objects that values name, see `StereotypeTags.h`.
+/// `Foreign::StereotypeApplication`, with its names and values as texts. Where the run reads its profile as well, it
+/// gets the stereotype for its type, and links to the objects that values name, see `StereotypeTags.h`.
 ///
-/// Such elements stand after the model or at its end. Values in the form of elements are left to the reader, who may keep
-/// them, and so is what MagicDraw writes about its diagrams and libraries. Does nothing unless the metamodel of the
-/// instances is registered. Serves one run.
+/// Such elements stand after the model or at its end. Values in the form of elements are left to the reader, who may
+/// keep them, and so is what MagicDraw writes about its diagrams and libraries. Does nothing unless the metamodel of
+/// the instances is registered. Serves one run.
 class ZEL_API StereotypeReadTransforms : public Serializer::Transformer {
 public:
     StereotypeReadTransforms();

@@ -23,8 +23,8 @@ struct ZEL_API StereotypeTag {
     [[nodiscard]] bool isOfObjects() const;
 };
 
-/// The values of a `Foreign::StereotypeApplication`, be they attributes or elements: attributes first, each in the order
-/// of the file. None for any other object. Linear in the size of the values.
+/// The values of a `Foreign::StereotypeApplication`, be they attributes or elements: attributes first, each in the
+/// order of the file. None for any other object. Linear in the size of the values.
 ///
 /// Objects are those of `getTargets`, found by the ids of their files: none once the model has been written with other
 /// ids.

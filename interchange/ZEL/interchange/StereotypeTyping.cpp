@@ -22,6 +22,7 @@
 #include <cctype>
 #include <initializer_list>
 #include <unordered_set>
+#include <utility>
 
 namespace ZEL::Interchange {
 
@@ -71,6 +72,25 @@ std::unordered_set<std::string> literalsOf(ImmutableEnumeration const & enumerat
         texts.insert(ObjectId::inFileOf(literal));
     }
     return texts;
+}
+
+/// An application whose element is nowhere stands on the model, for want of another place. What it says of the element is
+/// a text like others, so that the file names neither the model nor the element twice.
+void releaseFromModel(Foreign::StereotypeApplication const & application) {
+    Remainder rest = remainderOf(application);
+    auto const link = std::find_if(rest.links.begin(), rest.links.end(), [](Remainder::Link const & kept) {
+        return kept.property == "base_Element" && kept.content.empty() && kept.target.find('#') == std::string::npos;
+    });
+    bool const isOnModel = application.getContainerZEL() == application.getRootModel();
+    if (link == rest.links.end() || !isOnModel || application.getBaseView().empty()) {
+        return;
+    }
+    std::string values(application.getValuesView());
+    StereotypeValues::append(values, "base_" + application.getBase().str(), link->target);
+    application.setValues(String(values));
+    application.removeBase();
+    rest.links.erase(link);
+    setRemainder(application, std::move(rest));
 }
 
 } // namespace
@@ -161,6 +181,7 @@ void StereotypeTyping::type(ReadFile & file) {
 }
 
 void StereotypeTyping::type(ReadFile & file, Foreign::StereotypeApplication const & application) {
+    releaseFromModel(application);
     Stereotype const stereotype = find(application.getProfile(), application.getStereotype(), file.model());
     if (stereotype.isValid()) {
         application.setType(stereotype);

@@ -30,8 +30,8 @@ public:
     /// Linear in the size of the models.
     explicit StereotypeTyping(std::vector<Model> const & models);
 
-    /// Sets the types of all applications in the model, and links them to the objects that their values name. Reports the
-    /// values that are none of the types of their properties.
+    /// Sets the types of all applications in the model, and links them to the objects that their values name. Reports
+    /// the values that are none of the types of their properties.
     void type(Serializer::ReadFile & file);
 
 private:

@@ -86,8 +86,8 @@ public:
     /// Whether the reader is to keep with its objects what no property can hold, see `Remainder`.
     [[nodiscard]] bool keepsRemainder() const noexcept { return fKeepsRemainder; }
 
-    /// Whether what it writes has names that ISO 8859-1 cannot hold, as far as its first traversal has shown: the file is
-    /// one in UTF-8 then.
+    /// Whether what it writes has names that ISO 8859-1 cannot hold, as far as its first traversal has shown: the file
+    /// is one in UTF-8 then.
     [[nodiscard]] bool hasWideNames() const noexcept { return fHasWideNames; }
 
     /// Whether the writer is in its second traversal, the one that writes.

@@ -22,8 +22,9 @@ class ReadReport;
 /// The files that the links of a run lead to: which file a link means, whether it may be opened, and which have been
 /// read.
 ///
-/// Files that are read on the spot are models of their own, whatever the rest of the file says of them. Where a part of a
-/// model may stand in another file, files wait until the one at hand has been read, which tells its own parts from others.
+/// Files that are read on the spot are models of their own, whatever the rest of the file says of them. Where a part of
+/// a model may stand in another file, files wait until the one at hand has been read, which tells its own parts from
+/// others.
 class ZEL_API LinkedFiles {
 public:
     /// Reads a local file: its model, invalid if it holds none; nothing if the run goes on without the file.
@@ -41,8 +42,8 @@ public:
 
     /// From here on files wait for `readWaiting`, instead of being read when a reference leads to them.
     void wait() noexcept { fWaits = true; }
-    /// The file that a reference leads to from the file with the URI `base`; none, and a log entry, if it cannot be made
-    /// absolute.
+    /// The file that a reference leads to from the file with the URI `base`; none, and a log entry, if it cannot be
+    /// made absolute.
     [[nodiscard]] std::optional<File> find(HASP::Uri const & reference, std::string const & base);
     /// The URI of that file, which is read then, unless it has been, is a metamodel in memory, or is none that may be
     /// read, which is reported. Throws "Too many files are open ..." beyond the number that the settings allow, and

@@ -31,8 +31,8 @@ public:
     [[nodiscard]] std::vector<Model> const & models() const noexcept { return fModels; }
     /// The object with this id in the file; invalid if there is none.
     [[nodiscard]] ClassObject find(std::string_view id) const;
-    /// The object that a link in the file would lead to: an id, or a URI with a fragment. Invalid if it is in no file of
-    /// the run.
+    /// The object that a link in the file would lead to: an id, or a URI with a fragment. Invalid if it is in no file
+    /// of the run.
     [[nodiscard]] ClassObject follow(std::string const & link) const;
     /// Reports a value that is kept, but that nothing can be made of: "Class.property".
     void reportRejected(std::string const & label);

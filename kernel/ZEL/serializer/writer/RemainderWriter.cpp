@@ -43,8 +43,8 @@ bool isWide(std::string_view text) {
     return std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= first; });
 }
 
-/// Whether the markup has such a character anywhere but in texts and in values of attributes, where a reference can stand
-/// for it.
+/// Whether the markup has such a character anywhere but in texts and in values of attributes, where a reference can
+/// stand for it.
 bool hasWideNames(std::string_view markup) {
     if (!isWide(markup)) {
         return false;

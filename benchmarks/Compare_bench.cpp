@@ -6,6 +6,7 @@
 #include <ZEL/compare/Merge.h>
 #include <ZEL/deviants/Transaction.h>
 #include <ZEL/metamodel/NamedElement.h>
+#include <ZEL/metamodel/Package.h>
 #include <ZEL/serializer/reader/XmiReader.h>
 #include <ZEL/tools/Comparator.h>
 #include <ZEL/tools/ObjectsIn.h>

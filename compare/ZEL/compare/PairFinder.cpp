@@ -88,6 +88,9 @@ private:
     static constexpr std::size_t kAllAgainstAll = 48;
     static constexpr std::size_t kCommonFeature = 16; ///< what more objects share says nothing of any of them
     static constexpr std::size_t kCandidates = 64;
+    /// Whose names judge the ids: reading those of all would take as long as all else.
+    static constexpr std::size_t kAskedFirst = 256;
+    static constexpr std::size_t kAskedEach = 16;
 
     struct Likely {
         double likeness;
@@ -210,7 +213,8 @@ void PairFinder::pairIds() {
             continue;
         }
         equal.emplace_back(left, slot - 1);
-        if (std::string_view const name = fLeft.tree.nameOf(left); !name.empty()) {
+        bool const isAsked = equal.size() <= kAskedFirst || equal.size() % kAskedEach == 0;
+        if (std::string_view const name = isAsked ? fLeft.tree.nameOf(left) : std::string_view(); !name.empty()) {
             bool const isOfClass = fLeft.tree[left].metaClass == fRight.tree[slot - 1].metaClass;
             ++named;
             alike += isOfClass && name == fRight.tree.nameOf(slot - 1) ? 1U : 0U;

@@ -2,7 +2,6 @@
 #include <ZEL/metamodel/Descriptors.h>
 
 #include <string_view>
-#include <tuple>
 
 namespace ZEL::Compare {
 
@@ -11,7 +10,10 @@ ComparedClass::ComparedClass(internal::ClassDescriptor const & descriptor)
     using Role = PropertyView::Role;
     for (PropertyView const & property : view->properties()) {
         bool const isOfFile = view->isModel() && (property.role == Role::Uri || property.role == Role::Unparented);
-        if (property.isDerived || property.isIdentity() || property.isContainer || property.isOfModel || isOfFile) {
+        bool const isOfContainer =
+            property.isContainer ||
+            (property.descriptor != nullptr && property.descriptor->storage == internal::Storage::Container);
+        if (property.isDerived || property.isIdentity() || isOfContainer || property.isOfModel || isOfFile) {
             continue;
         }
         (property.isDataType ? values : property.isComposite ? parts : links).push_back(&property);
@@ -49,10 +51,10 @@ bool isTellingEnd(PropertyView const & property) {
     if (own->isMany() != other.isMany()) {
         return other.isMany();
     }
-    auto const placeOf = [](internal::PropertyDescriptor const & end) {
-        return std::tuple<std::string_view, std::string_view>(end.owner->name, end.name);
-    };
-    return placeOf(*own) <= placeOf(other);
+    if (own->owner == other.owner) {
+        return own <= &other; // both stand in the list of the class
+    }
+    return std::string_view(own->owner->orcaName) < other.owner->orcaName;
 }
 
 } // namespace ZEL::Compare

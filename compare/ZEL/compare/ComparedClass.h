@@ -57,7 +57,7 @@ void forEachTarget(PropertyView const & property, internal::BodyCore const & bod
                                                   Deviant deviant);
 
 /// Whether links are told from this end. Of an association with two stored ends one will do: the single one, since it
-/// says more; of two alike always the same one.
+/// says more; of two alike the one that its class declares first.
 [[nodiscard]] bool isTellingEnd(PropertyView const & property);
 
 } // namespace ZEL::Compare

@@ -5,6 +5,7 @@
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/values/Object.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -35,6 +36,8 @@ struct Difference {
     std::vector<ImmutableObject> before;
     std::vector<ImmutableObject> after; ///< objects of the right
     ImmutableProperty propertyBefore;   ///< of a moved object: that contained it
+    /// How many objects come with an added one, or go with a removed one. Those that move are not among them.
+    std::size_t content = 0;
 };
 
 } // namespace ZEL::Compare

@@ -44,6 +44,7 @@ private:
     void compareOrder(Index left, Index right, PropertyView const & property, Targets before, Targets after);
     void compareParts(Index left, Index right);
     [[nodiscard]] bool haveEqualParts(Index left, Index right) const;
+    void tellUnmatchedParts(Kind kind, Side const & side, Index container);
     [[nodiscard]] Targets partsIn(Side const & side, Index index, PropertyView const & property) const;
 
     /// Whether a link is told at the end at hand. The other end can tell it only if its object is compared.
@@ -236,14 +237,22 @@ void DifferenceFinder::compareParts(Index left, Index right) {
             compareOrder(left, right, *property, partsIn(fLeft, left, *property), partsIn(fRight, right, *property));
         }
     }
-    fLeft.tree.forEachChild(left, [&](Index child) {
-        if (fLeft.counterparts[child] == Tree::kNone) {
-            tell(Kind::Removed, child, Tree::kNone, fLeft.tree[child].property);
+    tellUnmatchedParts(Kind::Removed, fLeft, left);
+    tellUnmatchedParts(Kind::Added, fRight, right);
+}
+
+void DifferenceFinder::tellUnmatchedParts(Kind kind, Side const & side, Index container) {
+    side.tree.forEachChild(container, [&](Index child) {
+        if (side.counterparts[child] != Tree::kNone) {
+            return;
         }
-    });
-    fRight.tree.forEachChild(right, [&](Index child) {
-        if (fRight.counterparts[child] == Tree::kNone) {
-            tell(Kind::Added, Tree::kNone, child, fRight.tree[child].property);
+        bool const isAddition = kind == Kind::Added;
+        Difference & made =
+            tell(kind, isAddition ? Tree::kNone : child, isAddition ? child : Tree::kNone, side.tree[child].property);
+        for (Index part = child + 1; part < side.tree[child].end;) {
+            bool const isMoved = side.counterparts[part] != Tree::kNone; // what is unmatched in it is told on its own
+            made.content += isMoved ? 0 : 1;
+            part = isMoved ? side.tree[part].end : part + 1;
         }
     });
 }

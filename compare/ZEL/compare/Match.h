@@ -55,7 +55,7 @@ public:
     /// not in the tree.
     [[nodiscard]] ImmutableClassObject rightOf(ImmutableClassObject const & object) const;
     [[nodiscard]] ImmutableClassObject leftOf(ImmutableClassObject const & object) const;
-    /// How many pairs there are.
+    /// How many pairs there are, those of companions among them.
     [[nodiscard]] std::size_t size() const noexcept;
 
     /// With left and right exchanged.

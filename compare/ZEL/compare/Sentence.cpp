@@ -3,7 +3,6 @@
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/DataType.h>
 #include <ZEL/metamodel/MetaClassView.h>
-#include <ZEL/tools/ObjectsIn.h>
 #include <ZEL/values/ValueObject.h>
 
 #include <algorithm>
@@ -19,15 +18,14 @@ namespace {
 using Kind = Difference::Kind;
 
 std::string quoted(std::string_view text) {
-    constexpr std::size_t kLongest = 60;
-    std::string result(text.substr(0, kLongest));
-    if (text.size() > kLongest) {
-        while (!result.empty() && (static_cast<unsigned char>(result.back()) & 0xC0U) == 0x80U) {
-            result.pop_back(); // no part of a character
-        }
-        result += "...";
+    std::size_t end = 60;
+    if (text.size() <= end) {
+        return "'" + std::string(text) + "'";
     }
-    return "'" + result + "'";
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
+        --end; // no part of a character
+    }
+    return "'" + std::string(text.substr(0, end)) + "...'";
 }
 
 std::string textOf(ImmutableObject const & value) {
@@ -119,8 +117,7 @@ std::string valueSentence(Difference const & difference) {
     return property + " changed from " + before + " to " + after;
 }
 
-std::string withContent(ImmutableClassObject const & object, std::string const & what) {
-    std::size_t const content = objectsIn(object).size() - 1;
+std::string withContent(ImmutableClassObject const & object, std::string const & what, std::size_t content) {
     std::string const more =
         content == 0 ? "" : " with " + std::to_string(content) + (content == 1 ? " object in it" : " objects in it");
     return subjectOf(object) + " " + what + more;
@@ -154,9 +151,9 @@ std::string sentenceOf(Difference const & difference) {
     };
     switch (difference.kind) {
     case Kind::Added:
-        return withContent(difference.right, "added");
+        return withContent(difference.right, "added", difference.content);
     case Kind::Removed:
-        return withContent(difference.left, "removed");
+        return withContent(difference.left, "removed", difference.content);
     case Kind::Moved:
         return moveSentence(difference);
     case Kind::ValueChanged:

@@ -83,7 +83,8 @@ std::string nameOf(testing::TestParamInfo<char const *> const & page) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Pages, Guide,
-                         testing::Values("README.md", "docs/guide/command-line.md", "docs/guide/other-tools.md"),
+                         testing::Values("README.md", "docs/guide/command-line.md", "docs/guide/other-tools.md",
+                                         "docs/guide/version-control.md"),
                          nameOf);
 
 } // namespace

@@ -50,7 +50,8 @@ void printJson(Merge const & merge) {
 void printLines(Merge const & merge, Arguments const & given) {
     std::string const & file = given.settings.versionsOf.empty() ? given.output : given.settings.versionsOf;
     std::cout << printable(file) << ": " << counted(merge.taken().size(), "change") << " taken, "
-              << counted(merge.conflicts().size(), "conflict") << '\n';
+              << counted(merge.conflicts().size(), "conflict")
+              << (merge.isResolved() && !merge.conflicts().empty() ? " resolved" : "") << '\n';
     for (Conflict const & conflict : merge.conflicts()) {
         std::cout << "conflict: " << printable(sentenceOf(conflict)) << '\n';
     }

@@ -1,5 +1,6 @@
 #include <ZEL/compare/ConflictFinder.h>
 #include <ZEL/compare/Label.h>
+#include <ZEL/compare/SameRemainder.h>
 #include <ZEL/metamodel/Remainder.h>
 #include <ZEL/values/ValueObject.h>
 
@@ -263,7 +264,7 @@ void ConflictFinder::judgeChange(std::size_t index) {
             conflict(Conflict::Kind::Values, each, index, theirs.property.isMultivalued());
             break;
         case Kind::RemainderChanged:
-            if (remainderOf(ours.right) == remainderOf(theirs.right)) {
+            if (saySame(remainderOf(ours.right), remainderOf(theirs.right))) {
                 return drop(index);
             }
             conflict(Conflict::Kind::Values, each, index);

@@ -1,4 +1,5 @@
 #include <ZEL/compare/DifferenceFinder.h>
+#include <ZEL/compare/SameRemainder.h>
 #include <ZEL/metamodel/FieldValue.h>
 #include <ZEL/metamodel/Remainder.h>
 #include <ZEL/values/ValueObject.h>
@@ -107,7 +108,7 @@ void DifferenceFinder::compareRemainders(Index left, Index right) {
     Remainder const * const a = fLeft.tree.stateOf(left).remainder();
     Remainder const * const b = fRight.tree.stateOf(right).remainder();
     static Remainder const nothing;
-    if (a != b && !((a == nullptr ? nothing : *a) == (b == nullptr ? nothing : *b))) {
+    if (a != b && !saySame(a == nullptr ? nothing : *a, b == nullptr ? nothing : *b)) {
         tell(Kind::RemainderChanged, left, right, nullptr);
     }
 }

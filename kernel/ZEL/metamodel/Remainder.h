@@ -29,8 +29,6 @@ struct ZEL_API Remainder {
         std::string name;
         std::string value;
         Place place = Place::Inside;
-
-        friend bool operator==(Attribute const &, Attribute const &) = default;
     };
     /// A link whose target was not found, or that its property did not take.
     struct Link {
@@ -40,8 +38,6 @@ struct ZEL_API Remainder {
         std::string typeName;
         std::string content; ///< elements in the link's own element, as text; empty for none
         std::string typePrefix{}; ///< that the file has for `typeUri`; empty for a registered namespace
-
-        friend bool operator==(Link const &, Link const &) = default;
     };
     struct Element {
         std::string xml; ///< of the whole element, in UTF-8; it declares the prefixes that it uses, except "xmi"
@@ -49,8 +45,6 @@ struct ZEL_API Remainder {
         /// The link in whose element it stands, as long as that has an element; empty for none.
         std::string property{};
         std::string target{}; ///< of that link, as far as it follows the sign '#'
-
-        friend bool operator==(Element const &, Element const &) = default;
     };
 
     std::vector<Attribute> attributes;
@@ -65,7 +59,6 @@ struct ZEL_API Remainder {
         return attributes.empty() && links.empty() && elements.empty() && standing == Standing::Within &&
                typeName.empty();
     }
-    friend bool operator==(Remainder const &, Remainder const &) = default;
 };
 
 /// What is kept of the object; empty for most. Valid until the object is next changed.

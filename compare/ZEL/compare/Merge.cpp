@@ -22,14 +22,17 @@ Differences only(Differences const & all, std::set<std::size_t> const & chosen) 
 }
 
 /// What of ours stands in the way of theirs: changes of one value are just written over.
-std::set<std::size_t> inTheWay(Differences const & ours, std::vector<std::size_t> const & places) {
+std::set<std::size_t> inTheWay(Differences const & ours, std::vector<std::size_t> const & places,
+                               Conflict::Kind conflict) {
+    bool const isRemoval = conflict == Conflict::Kind::Removal;
     std::set<std::size_t> result;
     for (std::size_t const place : places) {
         Kind const kind = ours[place].kind;
         if (kind == Kind::Removed) { // with the links that went with it
             std::vector<std::size_t> const gone = Needs(ours.match().pairs(), ours.all()).with({place});
             result.insert(gone.begin(), gone.end());
-        } else if (kind == Kind::Added || kind == Kind::Moved) {
+        } else if (kind == Kind::Added || kind == Kind::Moved ||
+                   (isRemoval && (kind == Kind::LinkAdded || kind == Kind::LinkChanged))) {
             result.insert(place);
         }
     }
@@ -109,7 +112,7 @@ bool Merge::apply(ClassObject const & target) const {
         } else if (isBoth || fResolutions[i] == Resolution::Theirs) {
             taken.insert(places.theirs.begin(), places.theirs.end());
             if (!isBoth) {
-                takenBack.merge(inTheWay(fPlan->ours, places.ours));
+                takenBack.merge(inTheWay(fPlan->ours, places.ours, fPlan->conflicts[i].kind));
             }
         }
     }

@@ -15,7 +15,9 @@ class Pairs;
 /// How objects of two trees are found to correspond.
 struct ZEL_API MatchSettings {
     enum class Ids {
-        Judge,  ///< they are used if at least half of the named objects with equal ids, of many some, have equal names
+        /// They are used unless more objects with equal ids have lost their names to objects with other ids than have
+        /// kept them.
+        Judge,
         Use,    ///< an object corresponds to that with its id, if that is of the same class
         Ignore, ///< for tools that number objects anew each time they write a file
     };

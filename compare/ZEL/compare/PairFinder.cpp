@@ -15,6 +15,7 @@
 #include <string_view>
 #include <tuple>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace ZEL::Compare {
@@ -118,6 +119,7 @@ private:
     void pairGiven();
     void pairBodies();
     void pairIds();
+    [[nodiscard]] std::size_t countOfNamesOnRight(Indexes const & ofLeft) const;
     /// What is free in the pairs from `first` on, up to `end`, of which each comes before what it contains.
     void pairContents(Index first, Index end, bool isExact);
     void pairChildren(Indexes & left, Indexes & right, bool isExact);
@@ -204,7 +206,7 @@ void PairFinder::pairIds() {
     }
     std::vector<std::pair<Index, Index>> equal;
     std::size_t alike = 0;
-    std::size_t named = 0;
+    Indexes renamed;
     FileIds idsOfLeft;
     for (Index left = 0; left < fLeft.tree.size(); ++left) {
         FileId const id = idsOfLeft.of(fLeft.tree[left]);
@@ -216,15 +218,29 @@ void PairFinder::pairIds() {
         bool const isAsked = equal.size() <= kAskedFirst || equal.size() % kAskedEach == 0;
         if (std::string_view const name = isAsked ? fLeft.tree.nameOf(left) : std::string_view(); !name.empty()) {
             bool const isOfClass = fLeft.tree[left].metaClass == fRight.tree[slot - 1].metaClass;
-            ++named;
-            alike += isOfClass && name == fRight.tree.nameOf(slot - 1) ? 1U : 0U;
+            if (isOfClass && name == fRight.tree.nameOf(slot - 1)) {
+                ++alike;
+            } else {
+                renamed.push_back(left);
+            }
         }
     }
-    if (fSettings.ids == MatchSettings::Ids::Use || 2 * alike >= named) {
+    if (fSettings.ids == MatchSettings::Ids::Use || alike >= renamed.size() || alike >= countOfNamesOnRight(renamed)) {
         for (auto const & [left, right] : equal) {
             add(left, right);
         }
     }
+}
+
+/// How many of the objects have a class and a name that an object of the right has, too.
+std::size_t PairFinder::countOfNamesOnRight(Indexes const & ofLeft) const {
+    std::unordered_set<std::uint64_t> names;
+    for (Index right = 0; right < fRight.tree.size(); ++right) {
+        names.insert(nameHashOf(fRight.tree, right));
+    }
+    return static_cast<std::size_t>(std::count_if(ofLeft.begin(), ofLeft.end(), [&](Index left) {
+        return names.count(nameHashOf(fLeft.tree, left)) != 0;
+    }));
 }
 
 template <class LeftKey, class RightKey>

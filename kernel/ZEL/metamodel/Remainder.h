@@ -36,7 +36,7 @@ struct ZEL_API Remainder {
         std::string target;  ///< an id in the same file, or a URI with a fragment
         std::string typeUri; ///< this and the next: the class of the target, as far as the file names it
         std::string typeName;
-        std::string content; ///< elements in the link's own element, as text; empty for none
+        std::string content;      ///< elements in the link's own element, as text; empty for none
         std::string typePrefix{}; ///< that the file has for `typeUri`; empty for a registered namespace
     };
     struct Element {

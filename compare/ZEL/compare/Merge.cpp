@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <iterator>
 #include <set>
+#include <unordered_set>
 #include <utility>
 
 namespace ZEL::Compare {
@@ -49,6 +50,35 @@ void addValues(ClassObject const & object, Difference const & theirs) {
         });
         if (!isThere) {
             values.push_back(Object(value.getImplementation(), object.getDeviant()));
+        }
+    }
+}
+
+/// Calls `visit(Tree::Index)` for the object and all it contains that has no counterpart on the other side.
+template <class Visit> void forEachUnmatched(Side const & side, ImmutableClassObject const & object, Visit visit) {
+    Tree::Index index = side.tree.indexOf(ImmutableObject(object).getImplementation());
+    for (Tree::Index const end = side.tree[index].end; index < end;) {
+        bool const isUnmatched = side.counterparts[index] == Tree::kNone;
+        if (isUnmatched) {
+            visit(index);
+        }
+        index = isUnmatched ? index + 1 : side.tree[index].end;
+    }
+}
+
+void removeLinks(ClassObject const & from, ComparedClass const & metaClass,
+                 std::unordered_set<ObjectIntf const *> const & targets) {
+    for (PropertyView const * const property : metaClass.links) {
+        for (ObjectIntf * const each :
+             targetsOf(*property, *from.getImplementation()->internal_body(), from.getDeviant())) {
+            if (targets.count(each) == 0) {
+                continue;
+            }
+            if (property->isMany) {
+                from.remove(property->property, Object(each, from.getDeviant()));
+            } else {
+                from.removeOne(property->property);
+            }
         }
     }
 }
@@ -131,6 +161,27 @@ bool Merge::apply(ClassObject const & target) const {
     Match const back = ours.match().turnedRound();
     Applier restored(back, target, targetOfOurs);
     restored.apply(only(ours, takenBack).turnedRound());
+    // A link to what theirs removes would outlive it in what is new in ours.
+    std::unordered_set<ObjectIntf const *> gone;
+    for (std::size_t const place : taken) {
+        if (theirs[place].kind == Kind::Removed) {
+            Side const & base = theirs.match().pairs().left();
+            forEachUnmatched(base, theirs[place].left, [&](Tree::Index index) {
+                gone.insert(restored.targetOfRight(base.tree[index].object()));
+            });
+        }
+    }
+    for (Difference const & each : ours) {
+        if (each.kind == Kind::Added && !gone.empty()) {
+            Side const & side = ours.match().pairs().right();
+            forEachUnmatched(side, each.right, [&](Tree::Index index) {
+                ClassObject const object(Object(targetOfOurs(side.tree[index].object()), target.getDeviant()));
+                if (object.isValid()) {
+                    removeLinks(object, *side.tree[index].metaClass, gone);
+                }
+            });
+        }
+    }
     // What has been restored stands for the object of the base again.
     Applier applier(theirs.match(), target, [&](ObjectIntf * base) { return restored.targetOfRight(base); });
     for (auto const & [ofTheirs, ofOurs] : fPlan->sameAdditions) {

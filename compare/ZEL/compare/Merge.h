@@ -14,7 +14,8 @@ namespace ZEL::Compare {
 class MergePlan;
 
 /// What becomes of two changed variants of a model, or of any object: all that only one side has changed, and once what both
-/// have changed alike. The rest are conflicts, in which ours stays until they are resolved.
+/// have changed alike. The rest are conflicts, in which ours stays until they are resolved. Links of new objects to what the
+/// other side has removed are left out.
 ///
 /// The three may be models read from files, or deviants of one model. New objects of both sides with the same class and name
 /// in the same place are the same object if their contents are equal, and in conflict otherwise. Where no conflict is left, the

@@ -234,9 +234,8 @@ std::size_t PairFinder::countOfNamesOnRight(Indexes const & ofLeft) const {
     for (Index right = 0; right < fRight.tree.size(); ++right) {
         names.insert(nameHashOf(fRight.tree, right));
     }
-    return static_cast<std::size_t>(std::count_if(ofLeft.begin(), ofLeft.end(), [&](Index left) {
-        return names.count(nameHashOf(fLeft.tree, left)) != 0;
-    }));
+    return static_cast<std::size_t>(std::count_if(
+        ofLeft.begin(), ofLeft.end(), [&](Index left) { return names.count(nameHashOf(fLeft.tree, left)) != 0; }));
 }
 
 template <class LeftKey, class RightKey>

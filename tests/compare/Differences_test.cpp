@@ -185,6 +185,51 @@ TEST(Differences, OfStereotypesAndOfWhatAFileKeepsAreApplied) {
                       "House 'House': book 'Orlando': what is kept of the file without being understood changed\n");
 }
 
+TEST(Differences, OfUmlFollowAssociationsAndStereotypes) {
+    std::string const classes =
+        "<packagedElement of='Class' id='c' name='Customer'/><packagedElement of='Class' id='o' name='Order'/>";
+    auto const association = [](std::string const & ends) {
+        return "<packagedElement of='Association' id='a' name='places' memberEnd='e f'><ownedEnd id='e' "
+               "name='customer' type='c'"
+               " association='a'/>" +
+               ends + "</packagedElement>";
+    };
+    std::string const order = " id='f' name='order' type='o' association='a'/>";
+    Model const plain = umlModel(classes);
+    Model const associated = umlModel(classes + association("<ownedEnd" + order));
+    expectDifferences("an association comes with its ends", plain, associated,
+                      "Association 'places' added with 2 objects in it\n");
+    expectDifferences(
+        "an end becomes an attribute", associated,
+        umlModel("<packagedElement of='Class' id='c' name='Customer'><ownedAttribute" + order +
+                 "</packagedElement>"
+                 "<packagedElement of='Class' id='o' name='Order'/>" +
+                 association("")),
+        "Association 'places': end 'order' moved from ownedEnd of Association 'places' to ownedAttribute of "
+        "Class 'Customer'\n");
+
+    expectDifferences("an end renamed", associated,
+                      umlModel(classes + association("<ownedEnd id='f' name='orders' type='o'/>")),
+                      "Association 'places': end 'order' renamed to 'orders'\n");
+
+    std::string const components = "<packagedElement of='Component' id='c' name='Till'><ownedOperation id='n' "
+                                   "name='open'/><ownedOperation id='x' name='close'/>"
+                                   "</packagedElement><packagedElement of='Component' id='d' name='Store'/>";
+    Model const stereotyped =
+        umlModel(components, "<Rhapsody:rhapsodyComponent id='s' base_Component='c' constructor='n'/>");
+    expectDifferences("applied", umlModel(components), stereotyped, "rhapsodyComponent in Component 'Till' added\n");
+    expectDifferences("a link of it changed", stereotyped,
+                      umlModel(components, "<Rhapsody:rhapsodyComponent id='s' base_Component='c' constructor='x'/>"),
+                      "rhapsodyComponent in Component 'Till': constructor changed from Operation 'Till.open' to "
+                      "Operation 'Till.close'\n");
+    expectDifferences("applied to another", stereotyped,
+                      umlModel(components, "<Rhapsody:rhapsodyComponent id='s' base_Component='d' constructor='n'/>"),
+                      "rhapsodyComponent in Component 'Till' moved from Component 'Till' to Component 'Store'\n");
+    expectDifferences("gone with its element", stereotyped,
+                      umlModel("<packagedElement of='Component' id='d' name='Store'/>"),
+                      "Component 'Till' removed with 3 objects in it\n");
+}
+
 TEST(Differences, StandContainerByContainerAndWhatChangedOfAnObjectBeforeWhatChangedBelow) {
     Differences const differences =
         diff(house("<book id='1' name='a'><copy id='2' number='2'/></book><book id='3' name='b' isbn='1'><copy "

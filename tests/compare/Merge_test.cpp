@@ -193,6 +193,13 @@ TEST(Merge, TellsWhatCannotBothBeAndDoesWhatIsChosen) {
          "removal: ours: House 'House': book 'Orlando' removed with 1 object in it; "
          "theirs: Book 'House.Orlando': copy: number changed from 9 to 8\n",
          "<book id='o' name='Orlando'><copy id='c' number='8'/></book>" + three},
+        {"a new object that links to what the other side removed",
+         "<book id='f' name='Flush'/><book id='o' name='Orlando'/>",
+         "<book id='f' name='Flush'/><book id='o' name='Orlando'/><reader id='a' name='Ann' favourite='o f'/>",
+         "<book id='f' name='Flush'/>",
+         "<book id='f' name='Flush'/><book id='o' name='Orlando'/><reader id='a' name='Ann' favourite='o f'/>",
+         "removal: ours: House 'House': reader 'Ann' added; theirs: House 'House': book 'Orlando' removed\n",
+         "<book id='f' name='Flush'/><reader id='a' name='Ann' favourite='f'/>"},
         {"linked to what theirs removed", orlando + "<reader id='a' name='Ann'/>",
          orlando + "<reader id='a' name='Ann' favourite='o'/>", "<reader id='a' name='Ann'/>",
          orlando + "<reader id='a' name='Ann' favourite='o'/>",

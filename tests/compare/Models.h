@@ -7,7 +7,7 @@
 #include <ZEL/compare/Differences.h>
 #include <ZEL/compare/Label.h>
 #include <ZEL/compare/Sentence.h>
-#include <ZEL/interchange/ReadTransforms.h>
+#include <ZEL/interchange/Interchange.h>
 
 #include <gtest/gtest.h>
 #include <library/MetaModelRegistration.h>
@@ -27,7 +27,8 @@ inline Model read(std::string const & elements) {
     std::string const file = folder.file(
         "m.xmi", "<xmi:XMI xmi:version='2.1' xmlns:xmi='http://schema.omg.org/spec/XMI/2.1'"
                  " xmlns:ZEL='http://schema.omg.org/spec/MOF/2.0' xmlns:library='http://example.org/library/1.0'"
-                 " xmlns:uml='http://schema.omg.org/spec/UML/2.1'>" +
+                 " xmlns:uml='http://schema.omg.org/spec/UML/2.1'"
+                 " xmlns:Rhapsody='http://www.quillon.example/schemas/RhapsodyPlatform.xmi'>" +
                      content + "</xmi:XMI>");
     Serializer::XmiReader reader;
     Interchange::addReadTransforms(reader);
@@ -50,6 +51,13 @@ inline Model house(std::string const & elements, std::string const & beside = ""
 inline Model package(std::string const & elements) {
     return read("<ZEL:MetaModel id='m'><topPackage is='Package' id='p' name='p'>" + elements +
                 "</topPackage></ZEL:MetaModel>");
+}
+
+/// A model of UML that contains the elements; stereotypes stand beside it.
+inline Model umlModel(std::string const & elements, std::string const & beside = "") {
+    Interchange::registerMetaModels();
+    return read("<uml:Model id='m' name='uml'>" + ZEL::tests::replaced(elements, " of='", " xmi:type='uml:") +
+                "</uml:Model>" + beside);
 }
 
 /// The only object of this name, or the model; invalid if there is none.

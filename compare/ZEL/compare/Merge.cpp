@@ -3,13 +3,12 @@
 #include <ZEL/compare/Merge.h>
 #include <ZEL/compare/MergePlan.h>
 #include <ZEL/deviants/Transaction.h>
-#include <ZEL/metamodel/MetaClassView.h>
-#include <ZEL/tools/ObjectsIn.h>
 #include <ZEL/values/ValueObject.h>
 
 #include <algorithm>
 #include <iterator>
 #include <set>
+#include <unordered_set>
 #include <utility>
 
 namespace ZEL::Compare {
@@ -42,37 +41,6 @@ std::set<std::size_t> inTheWay(Differences const & ours, std::vector<std::size_t
     return result;
 }
 
-/// Takes the links out that lead to what has ended.
-void dropOpenLinks(ClassObject const & object) {
-    for (PropertyView const & property : MetaClassView::ofInstance(object).properties()) {
-        if (property.links == nullptr || property.isDerived || property.isContainer || property.isComposite) {
-            continue;
-        }
-        Sequence<Object> const targets = object.get(property.property);
-        for (int i = targets.size(); i-- > 0;) {
-            if (!targets.at(i).isValid()) {
-                targets.erase(i);
-            }
-        }
-    }
-}
-
-/// Of what ours has added, which theirs may have left without targets.
-template <class TargetOf>
-void dropOpenLinksOf(std::vector<Difference> const & ours, Deviant deviant, TargetOf const & targetOf) {
-    for (Difference const & each : ours) {
-        if (each.kind != Kind::Added || !each.right.isValid()) {
-            continue;
-        }
-        for (ImmutableClassObject const & added : objectsIn(each.right)) {
-            Object const object(targetOf(ImmutableObject(added).getImplementation()), deviant);
-            if (object.isValid()) {
-                dropOpenLinks(ClassObject(object));
-            }
-        }
-    }
-}
-
 /// Their values behind ours, as far as ours has not got them.
 void addValues(ClassObject const & object, Difference const & theirs) {
     Sequence<Object> const values = object.get(theirs.property);
@@ -84,6 +52,68 @@ void addValues(ClassObject const & object, Difference const & theirs) {
         if (!isThere) {
             values.push_back(Object(value.getImplementation(), object.getDeviant()));
         }
+    }
+}
+
+/// Calls `visit(Tree::Index)` for the object and all it contains that has no counterpart on the other side.
+template <class Visit> void forEachUnmatched(Side const & side, ImmutableClassObject const & object, Visit visit) {
+    Tree::Index index = side.tree.indexOf(ImmutableObject(object).getImplementation());
+    for (Tree::Index const end = side.tree[index].end; index < end;) {
+        bool const isUnmatched = side.counterparts[index] == Tree::kNone;
+        if (isUnmatched) {
+            visit(index);
+        }
+        index = isUnmatched ? index + 1 : side.tree[index].end;
+    }
+}
+
+void removeLinks(ClassObject const & from, ComparedClass const & metaClass,
+                 std::unordered_set<ObjectIntf const *> const & targets) {
+    for (PropertyView const * const property : metaClass.links) {
+        for (ObjectIntf * const each :
+             targetsOf(*property, *from.getImplementation()->internal_body(), from.getDeviant())) {
+            if (targets.count(each) == 0) {
+                continue;
+            }
+            if (property->isMany) {
+                from.remove(property->property, Object(each, from.getDeviant()));
+            } else {
+                from.removeOne(property->property);
+            }
+        }
+    }
+}
+
+/// The objects of the target that the chosen differences remove.
+std::unordered_set<ObjectIntf const *> goneBy(Differences const & theirs, std::set<std::size_t> const & taken,
+                                              Applier const & restored) {
+    std::unordered_set<ObjectIntf const *> gone;
+    Side const & base = theirs.match().pairs().left();
+    for (std::size_t const place : taken) {
+        if (theirs[place].kind == Kind::Removed) {
+            forEachUnmatched(base, theirs[place].left, [&](Tree::Index index) {
+                gone.insert(restored.targetOfRight(base.tree[index].object()));
+            });
+        }
+    }
+    return gone;
+}
+
+/// A link to what theirs removes would outlive it in what is new in ours.
+template <class TargetOf>
+void dropLinksOfNew(Differences const & ours, std::unordered_set<ObjectIntf const *> const & gone, Deviant deviant,
+                    TargetOf const & targetOf) {
+    Side const & side = ours.match().pairs().right();
+    for (Difference const & each : ours) {
+        if (each.kind != Kind::Added || gone.empty()) {
+            continue;
+        }
+        forEachUnmatched(side, each.right, [&](Tree::Index index) {
+            ClassObject const object(Object(targetOf(side.tree[index].object()), deviant));
+            if (object.isValid()) {
+                removeLinks(object, *side.tree[index].metaClass, gone);
+            }
+        });
     }
 }
 
@@ -165,17 +195,13 @@ bool Merge::apply(ClassObject const & target) const {
     Match const back = ours.match().turnedRound();
     Applier restored(back, target, targetOfOurs);
     restored.apply(only(ours, takenBack).turnedRound());
+    dropLinksOfNew(ours, goneBy(theirs, taken, restored), target.getDeviant(), targetOfOurs);
     // What has been restored stands for the object of the base again.
     Applier applier(theirs.match(), target, [&](ObjectIntf * base) { return restored.targetOfRight(base); });
     for (auto const & [ofTheirs, ofOurs] : fPlan->sameAdditions) {
         applier.standFor(ofTheirs, targetOfOurs(ofOurs));
     }
     applier.apply(only(theirs, taken));
-    for (std::size_t i = 0; i < fResolutions.size(); ++i) {
-        if (fResolutions[i] == Resolution::Theirs && fPlan->conflicts[i].kind == Conflict::Kind::Removal) {
-            dropOpenLinksOf(fPlan->conflicts[i].ours, target.getDeviant(), targetOfOurs);
-        }
-    }
     for (Difference const & each : added) {
         if (ObjectIntf * const object = applier.targetOfRight(ImmutableObject(each.right).getImplementation())) {
             addValues(ClassObject(Object(object, target.getDeviant())), each);

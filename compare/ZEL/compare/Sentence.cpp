@@ -80,7 +80,8 @@ std::string roleOf(std::string const & property) {
 std::string subjectOf(ImmutableClassObject const & object) {
     ImmutableClassObject const container = object.getContainerZEL();
     PropertyView const * const holder = container.isValid() ? holderOf(object, container) : nullptr;
-    if (holder == nullptr || holder->type != object.getMetaClass()) {
+    // By name: a metamodel that builds on another one has its own class for what a property of that holds.
+    if (holder == nullptr || holder->type.getName() != object.getMetaClass().getName()) {
         return labelOf(object);
     }
     std::string subject = labelOf(container) + ": " + roleOf(holder->name);

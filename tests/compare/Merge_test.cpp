@@ -239,6 +239,20 @@ TEST(Merge, OfClassesTellsWhatDoesNotFit) {
          "theirs: Package 'p.q' moved from Package 'p' to Package 'p.r'\n",
          "<packagedElement is='Package' id='r' name='r'><packagedElement is='Package' id='q' "
          "name='q'/></packagedElement>"},
+        {"moved out by ours of what both removed",
+         "<packagedElement is='Package' id='q' name='q'><packagedElement is='Class' id='c' "
+         "name='c'/></packagedElement>",
+         "<packagedElement is='Class' id='c' name='c'/>", "", "<packagedElement is='Class' id='c' name='c'/>",
+         "removal: ours: Class 'p.q.c' moved from Package 'p.q' to Package 'p'; "
+         "theirs: Package 'p.q' removed with 1 object in it\n",
+         ""},
+        {"moved out by theirs of what both removed",
+         "<packagedElement is='Package' id='q' name='q'><packagedElement is='Class' id='c' "
+         "name='c'/></packagedElement>",
+         "", "<packagedElement is='Class' id='c' name='c'/>", "",
+         "removal: ours: Package 'p.q' removed with 1 object in it; "
+         "theirs: Class 'p.q.c' moved from Package 'p.q' to Package 'p'\n",
+         "<packagedElement is='Class' id='c' name='c'/>"},
         {"texts of which there are many",
          rule + "<specification is='OpaqueExpression' id='s'><body>x</body></specification></ownedRule>",
          rule + "<specification is='OpaqueExpression' id='s'><body>x</body><body>y</body></specification></ownedRule>",

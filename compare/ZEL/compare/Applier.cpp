@@ -126,15 +126,12 @@ void Applier::place(Index right) {
 
 void Applier::destroy(Difference const & difference) const {
     Side const & left = fPairs.left();
-    Index const removed = left.tree.indexOf(ImmutableObject(difference.left).getImplementation());
-    // The target may have taken parts out of it, and ended the rest.
-    for (Index index = removed; index < left.tree[removed].end; ++index) {
-        ObjectIntf * const object =
-            left.counterparts[index] == Tree::kNone ? targetOfLeft(left.tree[index].object()) : nullptr;
-        if (object != nullptr && handleOf(object).isValid()) {
+    left.forEachUnmatched(left.tree.indexOf(ImmutableObject(difference.left).getImplementation()), [&](Index index) {
+        ObjectIntf * const object = targetOfLeft(left.tree[index].object());
+        if (object != nullptr && handleOf(object).isValid()) { // not gone with what contained it
             handleOf(object).destroy();
         }
-    }
+    });
 }
 
 // --- values and links -------------------------------------------------------------------------------------------------

@@ -360,13 +360,24 @@ void ConflictFinder::judge(std::size_t index) {
     case Kind::Moved:
         return judgeMove(index);
     case Kind::Removed:
-        if (fOurs.removals[fTheirs.placeOf(theirsAt(index).left)] != kNone) {
+        if (hasOursRemovedAll(index)) {
             drop(index);
         }
         return;
     default:
         return judgeChange(index);
     }
+}
+
+bool ConflictFinder::hasOursRemovedAll(std::size_t theirs) const {
+    Index const removed = fTheirs.placeOf(theirsAt(theirs).left);
+    Index const end = fTheirs.pairs.left().tree[removed].end;
+    for (Index index = removed; index < end; ++index) {
+        if (fTheirs.removals[index] == theirs && fOurs.removals[index] == kNone) {
+            return false;
+        }
+    }
+    return true;
 }
 
 void ConflictFinder::judgeRemovals() {
@@ -381,10 +392,7 @@ void ConflictFinder::judgeRemovals() {
     for (std::size_t i = 0; i < fOurs.differences.size(); ++i) {
         for (Index const place : fOurs.concerned(oursAt(i))) {
             std::size_t const removal = fTheirs.removals[place];
-            if (removal != kNone) {
-                if (fFates[removal] == kDropped) { // ours has removed the rest as well, but not this
-                    fFates[removal] = kNone;
-                }
+            if (removal != kNone && fFates[removal] != kDropped) {
                 conflict(Conflict::Kind::Removal, i, removal);
             }
         }

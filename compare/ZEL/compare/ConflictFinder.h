@@ -61,6 +61,7 @@ private:
     /// Whether there is room in a single-valued property for what theirs puts there.
     void judgeRoom(std::size_t index);
     void judgeRemovals();
+    [[nodiscard]] bool hasOursRemovedAll(std::size_t theirs) const;
     void judgeRings();
     void judgeNeeds();
     void fillPlan();

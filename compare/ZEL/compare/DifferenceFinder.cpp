@@ -250,11 +250,8 @@ void DifferenceFinder::tellUnmatchedParts(Kind kind, Side const & side, Index co
         bool const isAddition = kind == Kind::Added;
         Difference & made =
             tell(kind, isAddition ? Tree::kNone : child, isAddition ? child : Tree::kNone, side.tree[child].property);
-        for (Index part = child + 1; part < side.tree[child].end;) {
-            bool const isMoved = side.counterparts[part] != Tree::kNone; // what is unmatched in it is told on its own
-            made.content += isMoved ? 0 : 1;
-            part = isMoved ? side.tree[part].end : part + 1;
-        }
+        // What is unmatched in something that moves is told on its own.
+        side.forEachUnmatched(child, [&](Index part) { made.content += part == child ? 0 : 1; });
     });
 }
 

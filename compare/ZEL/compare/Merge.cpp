@@ -16,6 +16,27 @@ namespace {
 
 using Kind = Difference::Kind;
 
+/// Removals that both sides have done, as places in theirs: to be done again where ours is taken back.
+std::vector<std::size_t> removalsOfBoth(MergePlan const & plan) {
+    std::vector<char> isOpen(plan.theirs.size(), 0);
+    for (std::size_t const place : plan.taken) {
+        isOpen[place] = 1;
+    }
+    for (MergePlan::Places const & places : plan.places) {
+        for (std::size_t const place : places.theirs) {
+            isOpen[place] = 1;
+        }
+    }
+    std::vector<std::size_t> result;
+    for (std::size_t i = 0; i < isOpen.size(); ++i) {
+        Kind const kind = plan.theirs[i].kind;
+        if (isOpen[i] == 0 && (kind == Kind::Removed || kind == Kind::LinkRemoved)) {
+            result.push_back(i);
+        }
+    }
+    return result;
+}
+
 /// The chosen ones of all.
 Differences only(Differences const & all, std::set<std::size_t> const & chosen) {
     std::size_t place = 0;
@@ -55,16 +76,8 @@ void addValues(ClassObject const & object, Difference const & theirs) {
     }
 }
 
-/// Calls `visit(Tree::Index)` for the object and all it contains that has no counterpart on the other side.
-template <class Visit> void forEachUnmatched(Side const & side, ImmutableClassObject const & object, Visit visit) {
-    Tree::Index index = side.tree.indexOf(ImmutableObject(object).getImplementation());
-    for (Tree::Index const end = side.tree[index].end; index < end;) {
-        bool const isUnmatched = side.counterparts[index] == Tree::kNone;
-        if (isUnmatched) {
-            visit(index);
-        }
-        index = isUnmatched ? index + 1 : side.tree[index].end;
-    }
+Tree::Index placeOf(Side const & side, ImmutableClassObject const & object) {
+    return side.tree.indexOf(ImmutableObject(object).getImplementation());
 }
 
 void removeLinks(ClassObject const & from, ComparedClass const & metaClass,
@@ -91,7 +104,7 @@ std::unordered_set<ObjectIntf const *> goneBy(Differences const & theirs, std::s
     Side const & base = theirs.match().pairs().left();
     for (std::size_t const place : taken) {
         if (theirs[place].kind == Kind::Removed) {
-            forEachUnmatched(base, theirs[place].left, [&](Tree::Index index) {
+            base.forEachUnmatched(placeOf(base, theirs[place].left), [&](Tree::Index index) {
                 gone.insert(restored.targetOfRight(base.tree[index].object()));
             });
         }
@@ -108,7 +121,7 @@ void dropLinksOfNew(Differences const & ours, std::unordered_set<ObjectIntf cons
         if (each.kind != Kind::Added || gone.empty()) {
             continue;
         }
-        forEachUnmatched(side, each.right, [&](Tree::Index index) {
+        side.forEachUnmatched(placeOf(side, each.right), [&](Tree::Index index) {
             ClassObject const object(Object(targetOf(side.tree[index].object()), deviant));
             if (object.isValid()) {
                 removeLinks(object, *side.tree[index].metaClass, gone);
@@ -179,6 +192,11 @@ bool Merge::apply(ClassObject const & target) const {
                 takenBack.merge(inTheWay(fPlan->ours, places.ours, fPlan->conflicts[i].kind));
             }
         }
+    }
+
+    if (!takenBack.empty()) {
+        std::vector<std::size_t> const again = removalsOfBoth(*fPlan);
+        taken.insert(again.begin(), again.end());
     }
 
     Differences const & ours = fPlan->ours;

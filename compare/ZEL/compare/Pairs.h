@@ -11,6 +11,17 @@ namespace ZEL::Compare {
 struct Side {
     explicit Side(ComparedClasses & classes) : tree(classes) {}
 
+    /// Calls `visit(Tree::Index)` for the object and what it contains, as far as that has no counterpart.
+    template <class Visit> void forEachUnmatched(Tree::Index index, Visit visit) const {
+        for (Tree::Index const end = tree[index].end; index < end;) {
+            bool const isUnmatched = counterparts[index] == Tree::kNone;
+            if (isUnmatched) {
+                visit(index);
+            }
+            index = isUnmatched ? index + 1 : tree[index].end;
+        }
+    }
+
     Tree tree;
     std::vector<Tree::Index> counterparts; ///< `Tree::kNone` for those that have none
     Tree::Index end = 0;                   ///< of what is compared; companions follow

@@ -28,7 +28,7 @@ using Indexes = std::vector<Index>;
 struct FileId {
     std::string_view head;
     std::size_t serial = 0;
-    std::uint64_t hash = 0;
+    std::uint64_t hash = 0; ///< ids that follow each other lie beside each other in a table
 
     friend bool operator==(FileId const & a, FileId const & b) noexcept {
         return a.serial == b.serial && a.head == b.head;
@@ -47,14 +47,13 @@ public:
             ObjectId const parsed(*id);
             return parsed.isRegular() ? made(parsed.head(), parsed.serial()) : made(*id, 0);
         }
-        FileId id{fHead, static_cast<std::size_t>(node.body->internal_id()), 0};
-        id.hash = combined(fHeadHash, id.serial);
-        return id;
+        auto const serial = static_cast<std::size_t>(node.body->internal_id());
+        return {fHead, serial, fHeadHash + serial};
     }
 
 private:
     static FileId made(std::string_view head, std::size_t serial) {
-        return {head, serial, combined(std::hash<std::string_view>()(head), serial)};
+        return {head, serial, std::hash<std::string_view>()(head) + serial};
     }
 
     void enter(internal::ModelCore const * model, Deviant deviant) {

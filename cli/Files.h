@@ -17,8 +17,8 @@ void requireWritable(std::string const & file);
 /// The file of the page of that name: the name with ".html". Throws `Trouble` as `requireWritable` does.
 [[nodiscard]] std::string writablePage(std::string const & name);
 
-/// Puts a page into place that `write` writes into the file of the name that it is given. Throws `Trouble` if that fails;
-/// what was there before is still there then.
+/// Puts a page into place that `write` writes into the file of the name that it is given. Throws `Trouble` if that
+/// fails; what was there before is still there then.
 void putPage(std::string const & page, std::function<void(std::string const &)> const & write);
 
 /// Whether both are names of the same existing file.

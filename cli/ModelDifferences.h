@@ -12,8 +12,8 @@ namespace cli {
 [[nodiscard]] ZEL::Compare::MatchSettings matchSettingsOf(OpenModel const & first, OpenModel const & second);
 [[nodiscard]] ZEL::Compare::Differences differencesOf(OpenModel const & first, OpenModel const & second);
 
-/// `kind`, `object` and where they are not the same `objectAfter`, `property`, `before` and `after`, and the line that people
-/// read as `text`.
+/// `kind`, `object` and where they are not the same `objectAfter`, `property`, `before` and `after`, and the line that
+/// people read as `text`.
 [[nodiscard]] Json jsonOf(ZEL::Compare::Difference const & difference);
 
 } // namespace cli

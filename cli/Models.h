@@ -33,7 +33,8 @@ struct OpenModel {
 [[nodiscard]] std::vector<std::pair<ZEL::Model, ZEL::Model>> companionsOfBoth(OpenModel const & first,
                                                                               OpenModel const & second);
 
-/// Makes links of the model, once it is written to `output`, lead from the folder of `versionOf` to where they lead now.
+/// Makes links of the model, once it is written to `output`, lead from the folder of `versionOf` to where they lead
+/// now.
 void linkFrom(OpenModel const & opened, std::string const & output, std::string const & versionOf);
 
 /// Throws `Trouble` if the file cannot be written. It is then unchanged, and no other file is left, unless the text

@@ -12,14 +12,14 @@ namespace CLI {
 class App;
 }
 
-/// Arguments of commands, and options, whose wrong values are reported as "--option: found ..., expected ...". They keep
-/// the parser's header, which is long to compile, out of the commands.
+/// Arguments of commands, and options, whose wrong values are reported as "--option: found ..., expected ...". They
+/// keep the parser's header, which is long to compile, out of the commands.
 namespace cli {
 
 /// Adds an argument that must be there.
 void addArgument(CLI::App & app, std::string const & name, std::string & text, std::string const & description);
-/// Adds an argument or, if the name begins with two hyphens, an option, that may be missing. What `text` holds before is
-/// the default. The help shows it, and `kind`, which says what the text is.
+/// Adds an argument or, if the name begins with two hyphens, an option, that may be missing. What `text` holds before
+/// is the default. The help shows it, and `kind`, which says what the text is.
 void addText(CLI::App & app, std::string const & name, std::string & text, std::string const & kind,
              std::string const & description);
 /// Adds an option that must be there.
@@ -35,8 +35,8 @@ void addTexts(CLI::App & app, std::string const & name, std::vector<std::string>
 /// Adds an option without a value: whether it is given.
 void addFlag(CLI::App & app, std::string const & name, bool & isGiven, std::string const & description);
 
-// Each adds an option for a whole number that is not negative. Unless it must be there, what `number` holds before is the
-// default, which the help shows.
+// Each adds an option for a whole number that is not negative. Unless it must be there, what `number` holds before is
+// the default, which the help shows.
 enum class Presence { Optional, Required };
 void addNumber(CLI::App & app, std::string const & name, int & number, std::string const & description,
                Presence presence = Presence::Optional);

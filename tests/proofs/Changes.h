@@ -30,8 +30,8 @@ public:
     Changes(Subject const & subject, Model const & model, unsigned int seed);
 
     /// The changes that can be made, each kind once, with values chosen at random: set, replace, remove, append, erase,
-    /// swap. A part is a new object, and is not replaced. A change can have no effect, as when a value is set to what it reads as. Empty
-    /// for what cannot be written.
+    /// swap. A part is a new object, and is not replaced. A change can have no effect, as when a value is set to what
+    /// it reads as. Empty for what cannot be written.
     [[nodiscard]] std::vector<Change> of(ClassObject const & object, ImmutableProperty const & property);
 
     /// Makes as many changes of objects at random, or ends them with all they contain; fewer where a change is refused.

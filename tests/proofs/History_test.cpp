@@ -37,8 +37,8 @@ bool isClosed(ClassObject const & root) {
     return true;
 }
 
-/// What a model is at one time: a copy of its tree in a model of its own, which shares nothing with the kernel's history,
-/// and a deviant, which holds what is in no container, too.
+/// What a model is at one time: a copy of its tree in a model of its own, which shares nothing with the kernel's
+/// history, and a deviant, which holds what is in no container, too.
 class Snapshot {
 public:
     Snapshot(Subject const & subject, Model const & model, std::string const & name)

@@ -66,7 +66,7 @@ ObjectIntf * Applier::targetOfRight(ObjectIntf * right) const {
     return left == nullptr ? nullptr : targetOfLeft(left);
 }
 
-// --- objects ----------------------------------------------------------------------------------------------------------
+// --- objects ---------------------------------------------------------------------------------------------------------
 
 /// With the number or the file's id that the object has on the right, unless the model has an object of that.
 internal::BodyCore & Applier::makeBody(Tree::Node const & node) {
@@ -134,7 +134,7 @@ void Applier::destroy(Difference const & difference) const {
     });
 }
 
-// --- values and links -------------------------------------------------------------------------------------------------
+// --- values and links ------------------------------------------------------------------------------------------------
 
 void Applier::setValues(ClassObject const & object, PropertyView const & property,
                         std::vector<ImmutableObject> const & values) const {
@@ -231,7 +231,7 @@ void Applier::setLink(Difference const & difference) {
     }
 }
 
-// --- the order of lists -----------------------------------------------------------------------------------------------
+// --- the order of lists ----------------------------------------------------------------------------------------------
 
 void Applier::touch(ObjectIntf * owner, PropertyView const & property, Index right, bool hasNewOrder) {
     if (!property.isMany) {
@@ -304,7 +304,7 @@ void Applier::arrange(List const & list) const {
     }
 }
 
-// --- all --------------------------------------------------------------------------------------------------------------
+// --- all -------------------------------------------------------------------------------------------------------------
 
 void Applier::makeObjects(Differences const & differences) {
     Tree const & right = fPairs.right().tree;

@@ -25,7 +25,7 @@ bool isLink(Difference::Kind kind) {
 
 } // namespace
 
-// --- one side ---------------------------------------------------------------------------------------------------------
+// --- one side --------------------------------------------------------------------------------------------------------
 
 ConflictFinder::View::View(Differences const & all)
     : differences(all), pairs(all.match().pairs()), removals(pairs.left().end, kNone) {
@@ -100,7 +100,7 @@ std::vector<ConflictFinder::Index> ConflictFinder::View::concerned(Difference co
     return places;
 }
 
-// --- both -------------------------------------------------------------------------------------------------------------
+// --- both ------------------------------------------------------------------------------------------------------------
 
 ConflictFinder::ConflictFinder(MergePlan & plan)
     : fPlan(plan), fOurs(plan.ours), fTheirs(plan.theirs), fFates(plan.theirs.size(), kNone) {}
@@ -433,7 +433,8 @@ void ConflictFinder::judgeRings() {
     }
 }
 
-/// What is taken must not need what is not: the move of what is in an object ahead of its removal, or the room for a part.
+/// What is taken must not need what is not: the move of what is in an object ahead of its removal, or the room for a
+/// part.
 void ConflictFinder::judgeNeeds() {
     Needs needs(fTheirs.pairs, fTheirs.differences.all());
     for (bool hasChanged = true; hasChanged;) {

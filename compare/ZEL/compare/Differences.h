@@ -12,11 +12,11 @@
 
 namespace ZEL::Compare {
 
-/// What is different on the right of a match, or a part of that, in an order that is the same in every run: container by
-/// container, what changed of an object before what changed below it.
+/// What is different on the right of a match, or a part of that, in an order that is the same in every run: container
+/// by container, what changed of an object before what changed below it.
 ///
-/// A value; copies share the differences. It holds the objects of both sides, which say what an added object is like and
-/// where things stand in a list: so both models are to stay as they are until the differences have been applied.
+/// A value; copies share the differences. It holds the objects of both sides, which say what an added object is like
+/// and where things stand in a list: so both models are to stay as they are until the differences have been applied.
 class ZEL_API Differences {
 public:
     class const_iterator;
@@ -34,8 +34,8 @@ public:
 
     /// Those for which `isTaken` is true.
     [[nodiscard]] Differences filtered(std::function<bool(Difference const &)> const & isTaken) const;
-    /// These, and those without which they cannot be applied: the additions of what a link or a move leads to, the moves out
-    /// of what is removed and the ends of the links to it, and what makes room in a property for one part.
+    /// These, and those without which they cannot be applied: the additions of what a link or a move leads to, the
+    /// moves out of what is removed and the ends of the links to it, and what makes room in a property for one part.
     [[nodiscard]] Differences withNeeded() const;
     /// What is different on the left: what is applied to the left by these is taken back by the result.
     [[nodiscard]] Differences turnedRound() const;
@@ -91,15 +91,15 @@ inline Differences::const_iterator Differences::end() const noexcept { return {*
 [[nodiscard]] ZEL_API Differences diff(ImmutableClassObject const & left, ImmutableClassObject const & right,
                                        MatchSettings const & settings = {});
 
-/// Changes the tree of `target`, the left root or its like, by the differences and what they need, in one transaction of
-/// the target's deviant. After all have been applied to the left root, it equals the right one.
+/// Changes the tree of `target`, the left root or its like, by the differences and what they need, in one transaction
+/// of the target's deviant. After all have been applied to the left root, it equals the right one.
 ///
 /// `target` is the left root in any of its deviants, or the root of a tree like it, such as a copy; a difference at an
-/// object that has no counterpart there has no effect. An added object gets the id that it has on the right, if that is free. Lists
-/// keep what the target has more than the left.
+/// object that has no counterpart there has no effect. An added object gets the id that it has on the right, if that is
+/// free. Lists keep what the target has more than the left.
 ///
-/// Returns false, and nothing has changed, if a validator of the transaction refuses it. Throws what the changes throw, such
-/// as that an object would contain itself; nothing has changed then, either.
+/// Returns false, and nothing has changed, if a validator of the transaction refuses it. Throws what the changes throw,
+/// such as that an object would contain itself; nothing has changed then, either.
 [[nodiscard]] ZEL_API bool apply(Differences const & differences, ClassObject const & target);
 
 } // namespace ZEL::Compare

@@ -8,8 +8,8 @@
 namespace ZEL::Compare {
 
 /// The object for a reader: its class and its name with those of what contains it, as in "Class 'library.Book'". One
-/// without a name is called after the nearest object around it that has one: "Comment in Class 'library.Book'". "nothing" for an invalid handle.
-/// Linear in the depth of the object.
+/// without a name is called after the nearest object around it that has one: "Comment in Class 'library.Book'".
+/// "nothing" for an invalid handle. Linear in the depth of the object.
 [[nodiscard]] ZEL_API std::string labelOf(ImmutableClassObject const & object);
 
 /// Its own name; empty if it has none.

@@ -10,8 +10,8 @@ namespace ZEL::Compare {
 
 /// How much objects of the two sides have in common.
 ///
-/// What is known of an object is kept, and takes links to objects without a counterpart for links to their names: forget
-/// it when there are more pairs.
+/// What is known of an object is kept, and takes links to objects without a counterpart for links to their names:
+/// forget it when there are more pairs.
 class Likeness {
 public:
     using Index = Tree::Index;

@@ -14,8 +14,9 @@ struct ListStates {
     std::vector<ObjectIntf *> theirs; ///< the list that it follows, as far as `ours` has it
 };
 
-/// `ours` in its order, or that of `theirs` if `isTheirs`, where what is new in `theirs` stands after the element that it
-/// follows there. New elements of both at one place come in the order of `isLess`, whichever side they are from. Linear.
+/// `ours` in its order, or that of `theirs` if `isTheirs`, where what is new in `theirs` stands after the element that
+/// it follows there. New elements of both at one place come in the order of `isLess`, whichever side they are from.
+/// Linear.
 [[nodiscard]] std::vector<ObjectIntf *> inOrder(ListStates const & states, bool isTheirs,
                                                 std::function<bool(ObjectIntf *, ObjectIntf *)> const & isLess);
 

@@ -36,9 +36,9 @@ struct ZEL_API MatchSettings {
 ///
 /// The roots do. An object in two deviants corresponds to itself; others to those with their ids, that is the ids of
 /// the files from which they were read. What is left is found by structure, container by container: same class and
-/// name, else the same content under another name, else the content that is most alike; and then among all that is left,
-/// wherever it stands. Two objects are alike by the share of values, links and names of parts that they have in common,
-/// which must be half at least within one container, and two thirds elsewhere.
+/// name, else the same content under another name, else the content that is most alike; and then among all that is
+/// left, wherever it stands. Two objects are alike by the share of values, links and names of parts that they have in
+/// common, which must be half at least within one container, and two thirds elsewhere.
 ///
 /// Of more than a few dozen unnamed objects of a class in one container, and of objects without a name that have moved,
 /// each is compared only to some of the others: so the time does not grow with the square of their number. Linear
@@ -53,8 +53,8 @@ public:
     [[nodiscard]] ImmutableClassObject const & left() const noexcept { return fLeft; }
     [[nodiscard]] ImmutableClassObject const & right() const noexcept { return fRight; }
 
-    /// What corresponds to the object, in the deviant of the other root; null handles if there is none, or the object is
-    /// not in the tree.
+    /// What corresponds to the object, in the deviant of the other root; null handles if there is none, or the object
+    /// is not in the tree.
     [[nodiscard]] ImmutableClassObject rightOf(ImmutableClassObject const & object) const;
     [[nodiscard]] ImmutableClassObject leftOf(ImmutableClassObject const & object) const;
     /// How many pairs there are, those of companions among them.

@@ -12,8 +12,8 @@ namespace ZEL::Compare {
 ///     registerValidatorOnCommit(deviant, validator);
 ///
 /// Each commit checks the objects that it made or changed, and those that contain them, since what is said of an object
-/// often depends on its parts; it takes time for these alone. What was wrong elsewhere before does not count. It must be
-/// unregistered before it dies, or outlive the deviant.
+/// often depends on its parts; it takes time for these alone. What was wrong elsewhere before does not count. It must
+/// be unregistered before it dies, or outlive the deviant.
 class ZEL_API RulesValidator : public ListenerBase {
 public:
     /// A diagnostic of this severity, or of a graver one, makes the validator refuse.

@@ -9,8 +9,8 @@
 namespace ZEL::Compare {
 
 /// The difference for a reader, in one line without an end: "Class 'library.Book': attribute 'title' renamed to
-/// 'heading'". Long texts are cut. To be called before the difference is applied: it throws if an object has ended. Linear
-/// in the depth of the object; for a part without a name also in the number of parts beside it.
+/// 'heading'". Long texts are cut. To be called before the difference is applied: it throws if an object has ended.
+/// Linear in the depth of the object; for a part without a name also in the number of parts beside it.
 [[nodiscard]] ZEL_API std::string sentenceOf(Difference const & difference);
 
 /// The conflict for a reader: what ours does, and what theirs does instead.

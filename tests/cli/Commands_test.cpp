@@ -256,6 +256,12 @@ TEST_F(Commands, MergeTakesWhatBothSidesChangedAndLeavesConflictsToOurs) {
     EXPECT_FALSE(hasLeftovers());
 }
 
+TEST_F(Commands, MergeOfModelsThatHaveNothingInCommonCanBeRead) {
+    EXPECT_EQ(shell("zel random a.xmi --seed 1 && zel random b.xmi --seed 2").exitCode, 0);
+    EXPECT_EQ(shell("zel merge a.xmi a.xmi b.xmi -o c.xmi").exitCode, 0);
+    EXPECT_THAT(shell("zel diff b.xmi c.xmi"), isResult(""));
+}
+
 TEST_F(Commands, VersionsElsewhereFollowTheLinksOfTheirFile) {
     makeVariant("renamed.xmi", "name=\"Shelf\"", "name=\"Rack\"");
     EXPECT_EQ(shell("mkdir away && mv renamed.xmi away && cp library.xmi away").exitCode, 0);

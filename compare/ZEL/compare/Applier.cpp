@@ -78,8 +78,9 @@ internal::BodyCore & Applier::makeBody(Tree::Node const & node) {
     std::string const idText =
         noted != nullptr ? *noted : ObjectId::of(ImmutableClassObject(node.body, node.deviant()));
     ObjectId const id(idText);
-    if (id.number() > 0 && id.head() == ObjectId::of(ImmutableClassObject(&fModel, deviant)) + '_') {
-        bool const isFree = fModel.bodyById(deviant, id.number()) == nullptr &&
+    if (id.number() > 0) { // an id of this system, whose number a reader takes whatever model it is of
+        bool const isOfModel = id.head() == ObjectId::of(ImmutableClassObject(&fModel, deviant)) + '_';
+        bool const isFree = isOfModel && fModel.bodyById(deviant, id.number()) == nullptr &&
                             id.number() - fModel.nextId() < kFarthest && fModel.fileIdOf(id.number()) == nullptr;
         return isFree ? internal::createObject(fModel, deviant, descriptor, id.number())
                       : internal::createObject(fModel, deviant, descriptor);

@@ -86,15 +86,15 @@ internal::BodyCore & Applier::makeBody(Tree::Node const & node) {
                       : internal::createObject(fModel, deviant, descriptor);
     }
     internal::BodyCore & body = internal::createObject(fModel, deviant, descriptor);
-    if (!fKnowsTakenIds) {
+    if (!fTakenIds.has_value()) {
+        fTakenIds.emplace();
         for (auto const & entry : fModel.fileIds()) {
-            fTakenIds.insert(entry.second);
+            fTakenIds->insert(entry.second);
         }
-        fKnowsTakenIds = true;
     }
-    if (fTakenIds.count(idText) == 0) {
+    if (fTakenIds->count(idText) == 0) {
         fModel.noteFileId(body.internal_id(), idText);
-        fTakenIds.insert(*fModel.fileIdOf(body.internal_id()));
+        fTakenIds->insert(*fModel.fileIdOf(body.internal_id()));
     }
     return body;
 }
@@ -109,6 +109,7 @@ void Applier::create(Index added) {
         Tree::Node const & node = right.tree[index];
         internal::BodyCore & body = makeBody(node);
         fCreated.insert_or_assign(node.object(), static_cast<ObjectIntf *>(&body));
+        fAdded.push_back(index);
         fPlaced.push_back(index);
     }
 }
@@ -309,7 +310,6 @@ void Applier::arrange(List const & list) const {
 
 void Applier::makeObjects(Differences const & differences) {
     Tree const & right = fPairs.right().tree;
-    std::vector<Index> added;
     for (Difference const & difference : differences) {
         if (difference.kind != Kind::Added && difference.kind != Kind::Moved) {
             continue;
@@ -319,16 +319,13 @@ void Applier::makeObjects(Differences const & differences) {
         if (difference.kind == Kind::Moved) {
             fPlaced.push_back(index);
         } else if (container != nullptr && handleOf(container).isValid()) {
-            std::size_t const before = fPlaced.size();
             create(index);
-            added.insert(added.end(), fPlaced.begin() + static_cast<std::ptrdiff_t>(before), fPlaced.end());
         }
     }
     // What contains before what it contains: then nothing is put into what it contains itself as yet.
     std::sort(fPlaced.begin(), fPlaced.end());
     std::for_each(fPlaced.begin(), fPlaced.end(), [this](Index index) { place(index); });
-    std::for_each(added.begin(), added.end(), [this](Index index) { setValuesOf(index); });
-    fAdded = std::move(added);
+    std::for_each(fAdded.begin(), fAdded.end(), [this](Index index) { setValuesOf(index); });
 }
 
 void Applier::makeLinks(Differences const & differences) {

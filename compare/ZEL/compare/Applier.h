@@ -4,7 +4,7 @@
 #include <ZEL/compare/Pairs.h>
 
 #include <functional>
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -87,8 +87,8 @@ private:
     std::vector<Index> fPlaced; ///< those and the moved ones
     std::vector<List> fLists;
     std::unordered_map<ObjectIntf const *, std::vector<std::size_t>> fListsOf; ///< places in `fLists` by owner
-    std::unordered_set<std::string_view> fTakenIds;                            ///< of the files of the target's model
-    bool fKnowsTakenIds = false;
+    /// Of the files of the target's model, once one is asked for.
+    std::optional<std::unordered_set<std::string_view>> fTakenIds;
 };
 
 } // namespace ZEL::Compare

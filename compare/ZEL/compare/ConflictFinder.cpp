@@ -149,7 +149,7 @@ void ConflictFinder::conflict(Conflict::Kind kind, std::size_t ours, std::size_t
         fPlan.places.push_back({{}, {theirs}});
     }
     std::vector<std::size_t> & present = fPlan.places[fFates[theirs]].ours;
-    if (ours != kNone && std::find(present.begin(), present.end(), ours) == present.end()) {
+    if (std::find(present.begin(), present.end(), ours) == present.end()) {
         present.push_back(ours);
     }
 }

@@ -173,15 +173,8 @@ void ConflictFinder::enterOurs() {
     }
 }
 
-/// New objects of both sides are the same if they have equal names in one place, or no name and equal contents; those
-/// that differ are in conflict.
-void ConflictFinder::findSameAdditions() {
-    auto const hasAdditions = [](Differences const & all) {
-        return std::any_of(all.begin(), all.end(), [](Difference const & each) { return each.kind == Kind::Added; });
-    };
-    if (!hasAdditions(fOurs.differences) || !hasAdditions(fTheirs.differences)) {
-        return;
-    }
+/// For a match of the sides: what both have of the base corresponds, and ids of new objects say nothing.
+MatchSettings ConflictFinder::settingsBetween() const {
     Side const & base = fOurs.pairs.left();
     Side const & ours = fOurs.pairs.right();
     Side const & theirs = fTheirs.pairs.right();
@@ -202,7 +195,20 @@ void ConflictFinder::findSameAdditions() {
             settings.pairs.emplace_back(ours.tree.handleOf(ofOurs), theirs.tree.handleOf(ofTheirs));
         }
     }
-    Differences const between(Match(fOurs.differences.match().right(), fTheirs.differences.match().right(), settings));
+    return settings;
+}
+
+/// New objects of both sides are the same if they have equal names in one place, or no name and equal contents; those
+/// that differ are in conflict.
+void ConflictFinder::findSameAdditions() {
+    auto const hasAdditions = [](Differences const & all) {
+        return std::any_of(all.begin(), all.end(), [](Difference const & each) { return each.kind == Kind::Added; });
+    };
+    if (!hasAdditions(fOurs.differences) || !hasAdditions(fTheirs.differences)) {
+        return;
+    }
+    Differences const between(
+        Match(fOurs.differences.match().right(), fTheirs.differences.match().right(), settingsBetween()));
     Pairs const & pairs = between.match().pairs();
     std::unordered_set<Index> different; // of ours: what differs, and all that contains it
     auto const note = [&](Index index) {

@@ -53,6 +53,7 @@ private:
     using ByProperty = std::map<Key, std::vector<std::size_t>>;
 
     void enterOurs();
+    [[nodiscard]] MatchSettings settingsBetween() const;
     void findSameAdditions();
     void judge(std::size_t index);
     void judgeChange(std::size_t index);

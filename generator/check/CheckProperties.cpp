@@ -79,7 +79,7 @@ void Checker::checkProperty(TypeDefinition const & owner, PropertyDefinition con
     std::string const what = "property '" + owner.name.text + '.' + p.name.text + "'";
     expectIdentifier(p.name, "property");
     for (Word const & flag : p.flags) {
-        expectOneOf(flag, "flag", {"read_only", "derived", "composite", "ordered", "nonunique"});
+        expectOneOf(flag, "flag", {"read_only", "derived", "composite", "ordered", "nonunique", "seldom"});
     }
     expectOneOf(p.persistence, "'persistence'", {"default", "transient", "extension"});
     expectOneOf(p.stored, "'stored'", {"core", "body"});
@@ -284,6 +284,7 @@ void Checker::checkMaking(TypeDefinition const & owner, PropertyDefinition const
         }
     }
     checkDerivation(owner, p);
+    checkSeldom(p, type, what);
     if (isMany(p)) {
         checkUnion(owner, p.view, type);
     }
@@ -328,6 +329,18 @@ void Checker::checkDerivation(TypeDefinition const & owner, PropertyDefinition c
     bool const isContainer = opposite && hasWord(opposite.property->flags, "composite");
     if (hasWord(p.flags, "derived") && p.body.empty() && p.stored.empty() && p.baseElement.empty() && !isContainer) {
         report(p.name.mark, what + ": found a derived single value without 'body', expected hand or unimplemented");
+    }
+}
+
+void Checker::checkSeldom(PropertyDefinition const & p, Entry const & type, std::string const & what) {
+    Catalogue::PropertyEntry const opposite = fCatalogue.findProperty(p.opposite.text, fDefinition);
+    bool const isContainer = opposite && hasWord(opposite.property->flags, "composite");
+    bool const isStored = !hasWord(p.flags, "derived") && p.stored.empty() && !p.baseElement.isTrue() && !isContainer;
+    bool const isBits = !isMany(p) && (type.type->kind == TypeKind::Enumeration || type.type->name.text == "Boolean");
+    for (Word const & flag : p.flags) {
+        if (flag.text == "seldom" && (!isStored || isBits)) {
+            report(flag, what + ": found flag", ", expected it on a stored property that is no flag or literal");
+        }
     }
 }
 

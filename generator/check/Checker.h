@@ -62,6 +62,7 @@ private:
     void checkNarrowing(TypeDefinition const & owner, PropertyDefinition const & p, Entry const & type);
     void checkMaking(TypeDefinition const & owner, PropertyDefinition const & p, Entry const & type);
     void checkDerivation(TypeDefinition const & owner, PropertyDefinition const & p);
+    void checkSeldom(PropertyDefinition const & p, Entry const & type, std::string const & what);
     void checkView(TypeDefinition const & owner, std::vector<Word> const & parts);
     /// The same; the values shown must be of the type.
     void checkUnion(TypeDefinition const & owner, std::vector<Word> const & parts, Entry const & type);

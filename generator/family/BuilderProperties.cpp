@@ -128,6 +128,7 @@ void FamilyBuilder::fillProperty(Property & property, PropertyDefinition const &
     property.isComposite = hasWord(source.flags, "composite");
     property.isOrdered = hasWord(source.flags, "ordered");
     property.isUnique = !hasWord(source.flags, "nonunique");
+    property.isSeldom = hasWord(source.flags, "seldom");
     property.defaultValue = source.defaultValue.text;
     property.persistence = source.persistence.empty() ? "default" : source.persistence.text;
     property.association = source.association.text;

@@ -85,6 +85,7 @@ struct Property {
     std::string key; ///< "ZEL.X::ZEL.X.p" or an irregular one
     std::string description;
     bool isHidden = false; ///< has operations and a field, but is not a property of the metamodel
+    bool isSeldom = false; ///< few objects have a value: its field is apart from the others
 
     Form form = Form::Value;
     Making making = Making::Field;

@@ -90,7 +90,13 @@ std::string bitDeclarations(Property const & p) {
     return result;
 }
 
-std::string member(std::string const & fields, Property const & p) { return fields + Names::field(p.base); }
+std::string member(std::string const & fields, Property const & p) {
+    return fields + (p.isSeldom ? "seldom->" : "") + Names::field(p.base);
+}
+
+std::string writableMember(std::string const & fields, Property const & p) {
+    return fields + (p.isSeldom ? "seldom.write()." : "") + Names::field(p.base);
+}
 
 std::string load(std::string const & fields, Property const & p) {
     std::string const type = p.type->cppName();
@@ -125,7 +131,7 @@ std::string isSet(std::string const & fields, Property const & p) {
 }
 
 std::string store(std::string const & fields, Property const & p, std::string const & value) {
-    std::string const target = member(fields, p);
+    std::string const target = writableMember(fields, p);
     if (p.field == FieldKind::Text) {
         return target + ".set(" + value + ".str());\n" + (p.keepsHas ? hasMember(fields, p) + " = true;\n" : "");
     }
@@ -142,10 +148,12 @@ std::string store(std::string const & fields, Property const & p, std::string co
 }
 
 std::string clear(std::string const & fields, Property const & p) {
-    std::string const empty = p.field == FieldKind::Text && p.defaultValue.empty()
-                                  ? member(fields, p) + ".clear();\n"
-                                  : member(fields, p) + " = " + initial(p) + ";\n";
-    return empty + (p.keepsHas ? hasMember(fields, p) + " = false;\n" : "");
+    std::string const target = writableMember(fields, p);
+    std::string const empty = p.field == FieldKind::Text && p.defaultValue.empty() ? target + ".clear();\n"
+                              : p.field == FieldKind::Pointer                      ? target + " = nullptr;\n"
+                                                              : target + " = " + initial(p) + ";\n";
+    return (p.isSeldom ? "if (" + fields + "seldom.isWritten()) {\n    " + empty + "}\n" : empty) +
+           (p.keepsHas ? hasMember(fields, p) + " = false;\n" : "");
 }
 
 bool mayHoldAbsentValue(Property const & p) {

@@ -17,6 +17,8 @@ namespace fieldText {
 [[nodiscard]] std::string bitDeclarations(Property const & p);
 
 [[nodiscard]] std::string member(std::string const & fields, Property const & p);
+/// The same to be written.
+[[nodiscard]] std::string writableMember(std::string const & fields, Property const & p);
 [[nodiscard]] std::string load(std::string const & fields, Property const & p);
 [[nodiscard]] std::string isSet(std::string const & fields, Property const & p);
 /// Statements, each with its semicolon.

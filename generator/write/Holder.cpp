@@ -7,11 +7,24 @@ namespace {
 /// The stored values, flat in one struct.
 std::string fields(Emission const & emission, Class const & of) {
     std::string members;
+    std::string seldom;
     for (Property const * const p : of.fields) {
-        members += fieldText::declaration(*p);
+        (p->isSeldom ? seldom : members) += fieldText::declaration(*p);
     }
     for (Property const * const p : of.fields) {
         members += fieldText::bitDeclarations(*p);
+    }
+    if (!seldom.empty()) {
+        members = emission.print(R"(
+/// Those that few objects have.
+struct Seldom {
+    $seldom$
+};
+
+ZEL::internal::SeldomFields<Seldom> seldom;
+$members$
+)",
+                                 {{"seldom", seldom}, {"members", members}});
     }
     return emission.print(R"(
 /// The stored properties of $X$: own ones, then inherited ones in their order.
@@ -35,6 +48,7 @@ std::set<std::string> headersOf(Class const & of, Holder holder, std::string con
         {"PersistentSequence", "ZEL/sequences/PersistentSequence.h"},
         {"PersistentTextSequence", "ZEL/sequences/PersistentTextSequence.h"},
         {"defaultValue", "ZEL/metamodel/DefaultValue.h"},
+        {"SeldomFields", "ZEL/metamodel/SeldomFields.h"},
     };
     for (auto const & [word, header] : fieldTypes) {
         if (mentions(fields, word)) {

@@ -137,16 +137,17 @@ std::vector<Property const *> fieldsOfClassType(Class const & of) {
 
 std::string fieldRow(Emission const & emission, Class const & of, Property const & p) {
     std::string const state = of.home->cppNamespace + "::NSImplementation::" + of.name + "DeviantImpl";
-    std::string const member =
-        '&' + of.home->cppNamespace + "::NSImplementation::" + of.name + "Fields::" + Names::field(p.base);
+    std::string const member = '&' + of.home->cppNamespace + "::NSImplementation::" + of.name +
+                               (p.isSeldom ? "Fields::Seldom::" : "Fields::") + Names::field(p.base);
     std::string const type = interfaceOf(*p.type->asClass);
     std::string access;
     if (p.making == Making::Core) {
-        access = "&ZEL::internal::stereotypeInstances, nullptr, nullptr";
+        access = "&ZEL::internal::stereotypeInstances, &ZEL::internal::writableStereotypeInstances, nullptr, nullptr";
     } else if (p.many) {
-        access = "&ZEL::internal::sequenceField<" + state + ", " + member + ">, nullptr, nullptr";
+        access = "&ZEL::internal::sequenceField<" + state + ", " + member +
+                 ">,\n&ZEL::internal::writableSequenceField<" + state + ", " + member + ">, nullptr, nullptr";
     } else {
-        access = "nullptr, &ZEL::internal::pointerField<" + state + ", " + member +
+        access = "nullptr, nullptr, &ZEL::internal::pointerField<" + state + ", " + member +
                  ">,\n&ZEL::internal::setPointerField<" + state + ", " + type + ", " + member + ">";
     }
     return emission.print("{&$property$, &$I$::classInfo,\n $access$},\n",

@@ -203,8 +203,10 @@ TEST(Check, MistakesInPropertiesAreToldWithPlaceAndExpectation) {
         {"type: A, multiplicity: 1", "32: found multiplicity '1', expected a form such as 0..1, 1..1 or 0..*"},
         {"type: A, multiplicity: 3..2",
          "32: found multiplicity '3..2', expected a lower bound that is not above the upper"},
-        {"type: A, flags: [composit]", "26: found flag 'composit', expected read_only, derived, composite, ordered or "
-                                       "nonunique, did you mean 'composite'?"},
+        {"type: A, flags: [composit]", "26: found flag 'composit', expected read_only, derived, composite, ordered, "
+                                       "nonunique or seldom, did you mean 'composite'?"},
+        {"type: ZEL.Boolean, flags: [seldom]", "36: property 'A.p': found flag 'seldom', expected it on a stored "
+                                               "property that is no flag or literal"},
         {"type: A, persistence: none", "31: found 'persistence' 'none', expected default, transient or extension"},
         {"type: ZEL.Boolean, default: yes", "37: found default 'yes', expected true or false"},
         {"type: ZEL.Integer, default: x1", "37: found default 'x1', expected a whole number"},

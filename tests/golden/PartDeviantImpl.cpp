@@ -67,19 +67,29 @@ void PartDeviantImpl::setColour(ZEL::Deviant, Colour const & value) {
 
 Colour PartDeviantImpl::getColour(ZEL::Deviant) const { return Colour(static_cast<Colour::Value>(fields.colour)); }
 
-ZEL::internal::PersistentSequence & PartDeviantImpl::internal_partField() { return fields.part; }
-
-ZEL::Boolean PartDeviantImpl::hasNext(ZEL::Deviant) const { return ZEL::Boolean(fields.next != nullptr); }
-
-Part PartDeviantImpl::getNext(ZEL::Deviant deviant) const { return Part(fields.next, deviant); }
-
-void PartDeviantImpl::removeNext(ZEL::Deviant) { fields.next = nullptr; }
-
-void PartDeviantImpl::setNext(ZEL::Deviant, Part const & value) {
-    fields.next = value.getImplementationWithoutAssert();
+ZEL::internal::PersistentSequence & PartDeviantImpl::internal_partField(ZEL::internal::FieldUse) {
+    return fields.part;
 }
 
-ZEL::internal::PersistentTextSequence & PartDeviantImpl::internal_noteField() { return fields.note; }
+ZEL::Boolean PartDeviantImpl::hasNext(ZEL::Deviant) const { return ZEL::Boolean(fields.seldom->next != nullptr); }
+
+Part PartDeviantImpl::getNext(ZEL::Deviant deviant) const { return Part(fields.seldom->next, deviant); }
+
+void PartDeviantImpl::removeNext(ZEL::Deviant) {
+    if (fields.seldom.isWritten()) {
+        fields.seldom.write().next = nullptr;
+    }
+}
+
+void PartDeviantImpl::setNext(ZEL::Deviant, Part const & value) {
+    fields.seldom.write().next = value.getImplementationWithoutAssert();
+}
+
+ZEL::internal::PersistentTextSequence & PartDeviantImpl::internal_noteField(ZEL::internal::FieldUse use) {
+    return use == ZEL::internal::FieldUse::Write ? fields.seldom.write().note
+                                                 : const_cast<ZEL::internal::PersistentTextSequence &>(
+                                                     fields.seldom->note);
+}
 
 ZEL::Boolean PartDeviantImpl::hasLabel(ZEL::Deviant) const { return ZEL::Boolean(!fields.label.isEmpty()); }
 
@@ -95,18 +105,20 @@ ZEL::String PartDeviantImpl::getLabel(ZEL::Deviant) const { return fields.label.
 
 std::string_view PartDeviantImpl::getLabelView(ZEL::Deviant) const { return fields.label.view(); }
 
-ZEL::Boolean PartDeviantImpl::hasCode(ZEL::Deviant) const { return ZEL::Boolean(!fields.code.isEmpty()); }
+ZEL::Boolean PartDeviantImpl::hasCode(ZEL::Deviant) const { return ZEL::Boolean(!fields.seldom->code.isEmpty()); }
 
 void PartDeviantImpl::removeCode(ZEL::Deviant) {
-    fields.code.clear();
+    if (fields.seldom.isWritten()) {
+        fields.seldom.write().code.clear();
+    }
 }
 
 void PartDeviantImpl::setCode(ZEL::Deviant, ZEL::String const & value) {
-    fields.code.set(value.str());
+    fields.seldom.write().code.set(value.str());
 }
 
-ZEL::String PartDeviantImpl::getCode(ZEL::Deviant) const { return fields.code.get(); }
+ZEL::String PartDeviantImpl::getCode(ZEL::Deviant) const { return fields.seldom->code.get(); }
 
-std::string_view PartDeviantImpl::getCodeView(ZEL::Deviant) const { return fields.code.view(); }
+std::string_view PartDeviantImpl::getCodeView(ZEL::Deviant) const { return fields.seldom->code.view(); }
 
 } // namespace machine::NSImplementation

@@ -48,18 +48,22 @@ ZEL::Sequence<Part> PartIntf::getPartsWithoutAssociation(ZEL::Deviant deviant) c
     return ZEL::internal::storedSequence<Part>(*this, deviant, partField());
 }
 
-ZEL::internal::PersistentSequence & PartIntf::internal_partField() { ZEL::raiseAnInternalError(); }
+ZEL::internal::PersistentSequence & PartIntf::internal_partField(ZEL::internal::FieldUse) {
+    ZEL::raiseAnInternalError();
+}
 
 ZEL::Generic::SequenceField const & PartIntf::partField() noexcept {
     static constexpr auto field = ZEL::Generic::SequenceField::ofBodies(
         "machine.Part", &PartIntf::classInfo,
         [](ZEL::NSInterface::ClassObjectIntf const * object,
             ZEL::Deviant deviant) -> ZEL::internal::PersistentSequence const & {
-            return ZEL::internal::readStateOf<PartIntf>(*object, deviant).internal_partField();
+            return ZEL::internal::readStateOf<PartIntf>(*object, deviant)
+                .internal_partField(ZEL::internal::FieldUse::Read);
         },
         [](ZEL::NSInterface::ClassObjectIntf const * object,
             ZEL::Deviant deviant) -> ZEL::internal::PersistentSequence & {
-            return ZEL::internal::writeStateOf<PartIntf>(*object, deviant).internal_partField();
+            return ZEL::internal::writeStateOf<PartIntf>(*object, deviant)
+                .internal_partField(ZEL::internal::FieldUse::Write);
         });
     return field;
 }
@@ -87,17 +91,21 @@ ZEL::Sequence<ZEL::String> PartIntf::getNotesWithoutAssociation(ZEL::Deviant dev
     return ZEL::internal::storedSequence<ZEL::String>(*this, deviant, noteField());
 }
 
-ZEL::internal::PersistentTextSequence & PartIntf::internal_noteField() { ZEL::raiseAnInternalError(); }
+ZEL::internal::PersistentTextSequence & PartIntf::internal_noteField(ZEL::internal::FieldUse) {
+    ZEL::raiseAnInternalError();
+}
 
 ZEL::Generic::SequenceField const & PartIntf::noteField() noexcept {
     static constexpr auto field = ZEL::Generic::SequenceField::ofTexts(
         [](ZEL::NSInterface::ClassObjectIntf const * object,
             ZEL::Deviant deviant) -> ZEL::internal::PersistentTextSequence const & {
-            return ZEL::internal::readStateOf<PartIntf>(*object, deviant).internal_noteField();
+            return ZEL::internal::readStateOf<PartIntf>(*object, deviant)
+                .internal_noteField(ZEL::internal::FieldUse::Read);
         },
         [](ZEL::NSInterface::ClassObjectIntf const * object,
             ZEL::Deviant deviant) -> ZEL::internal::PersistentTextSequence & {
-            return ZEL::internal::writeStateOf<PartIntf>(*object, deviant).internal_noteField();
+            return ZEL::internal::writeStateOf<PartIntf>(*object, deviant)
+                .internal_noteField(ZEL::internal::FieldUse::Write);
         },
         true);
     return field;

@@ -31,7 +31,7 @@ public:
     [[nodiscard]] virtual ZEL::ImmutableNamedElement getTesterByName(ZEL::Deviant deviant,
         ZEL::String const & name) const;
     /// The field; of states alone.
-    [[nodiscard]] virtual ZEL::internal::PersistentSequence & internal_testerField();
+    [[nodiscard]] virtual ZEL::internal::PersistentSequence & internal_testerField(ZEL::internal::FieldUse use);
     [[nodiscard]] static ZEL::Generic::SequenceField const & testerField() noexcept;
     [[nodiscard]] static ZEL::internal::PropertyDescriptor const & testerProperty() noexcept;
 

@@ -98,9 +98,10 @@ constexpr ZEL::internal::PropertyDescriptor const * TestedClones[] = {
 constexpr ZEL::internal::FieldDescriptor TestedFieldTable[] = {
     {&TestedProperties[1], &ZEL::NSInterface::NamedElementIntf::classInfo,
      &ZEL::internal::sequenceField<NSImplementation::TestedDeviantImpl, &NSImplementation::TestedFields::tester>,
-         nullptr, nullptr},
+    &ZEL::internal::writableSequenceField<NSImplementation::TestedDeviantImpl, &NSImplementation::TestedFields::tester>,
+        nullptr, nullptr},
     {&ZEL::tables::ClassObjectProperties[0], &ZEL::NSInterface::StereotypeObjectIntf::classInfo,
-     &ZEL::internal::stereotypeInstances, nullptr, nullptr},
+     &ZEL::internal::stereotypeInstances, &ZEL::internal::writableStereotypeInstances, nullptr, nullptr},
 };
 
 constexpr ZEL::internal::ConstraintDescriptor TestedConstraints[] = {

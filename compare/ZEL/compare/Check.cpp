@@ -219,7 +219,7 @@ void Checker::Run::checkProperty(BodyCore & object, StateCore const & state, Pro
         count = view.value != nullptr ? static_cast<std::size_t>(view.value->get(state).isSet())
                                       : static_cast<std::size_t>(view.storage.get(handleOf(object)).size());
     } else if (view.links->sequence != nullptr) {
-        count = sequenceOf(*view.links, state).size();
+        count = view.links->sequence(state).size();
     } else {
         count = static_cast<std::size_t>(view.links->get(state) != nullptr);
     }
@@ -276,7 +276,7 @@ bool Checker::Run::leadsBack(BodyCore const & object, PropertyPlan & property, B
     }
     StateCore const & state = *target.readState(fDeviant);
     ObjectIntf const * const self = &object;
-    return property.oppositeField->sequence != nullptr ? sequenceOf(*property.oppositeField, state).contains(self)
+    return property.oppositeField->sequence != nullptr ? property.oppositeField->sequence(state).contains(self)
                                                        : property.oppositeField->get(state) == self;
 }
 
@@ -350,8 +350,7 @@ bool Checker::Run::inheritsFromItself(BodyCore & object) {
 
 void Checker::Run::checkGenerals(BodyCore & object, StateCore const & state, ClassPlan const & plan) {
     GeneralPlan const & generals = plan.generals;
-    bool const hasGenerals =
-        !sequenceOf(generals.direct != nullptr ? *generals.direct : *generals.parts, state).empty();
+    bool const hasGenerals = !(generals.direct != nullptr ? generals.direct : generals.parts)->sequence(state).empty();
     if (hasGenerals && fWithoutCycle.count(&object) == 0 && inheritsFromItself(object)) {
         tell(object, StandardRule::GeneralizationCycle, Severity::Error, generals.view, "inherits from itself");
     }

@@ -55,23 +55,12 @@ struct ClassPlan {
     std::vector<Rule const *> added;
 };
 
-/// The links in a field of class type that has many.
-[[nodiscard]] inline ZEL::internal::PersistentSequence const & sequenceOf(ZEL::internal::FieldDescriptor const & field,
-                                                                          ZEL::internal::StateCore const & state) {
-    // Few objects have some, so these lie elsewhere, where reading must not make a place for them.
-    static ZEL::internal::PropertyDescriptor const * const elsewhere =
-        &NSInterface::ClassObjectOperations::appliedStereotypeInstanceProperty();
-    return field.property == elsewhere ? state.stereotypeInstances()
-                                       : field.sequence(const_cast<ZEL::internal::StateCore &>(state));
-}
-
 template <class Function>
 void forEachLink(ZEL::internal::FieldDescriptor const & field, ZEL::internal::StateCore const & state,
                  Function function) {
     if (field.sequence != nullptr) {
-        sequenceOf(field, state).forEach([&function](void * link) {
-            function(*static_cast<NSInterface::ObjectIntf *>(link));
-        });
+        field.sequence(state).forEach(
+            [&function](void * link) { function(*static_cast<NSInterface::ObjectIntf *>(link)); });
     } else if (NSInterface::ObjectIntf * const link = field.get(state)) {
         function(*link);
     }

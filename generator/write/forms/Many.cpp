@@ -57,14 +57,22 @@ ZEL::Sequence<$T$> $X$Intf::get$Ps$WithoutAssociation(ZEL::Deviant deviant) cons
     }
 
     std::string overrides(Printer const & print, Property const & p, Holder in) const override {
-        return in == Holder::Body ? ""
-                                  : print("[[nodiscard]] $S$ & internal_$p$Field() override;\n", {{"S", storage(p)}});
+        return in == Holder::Body
+                   ? ""
+                   : print("[[nodiscard]] $S$ & internal_$p$Field(ZEL::internal::FieldUse use) override;\n",
+                           {{"S", storage(p)}});
     }
 
     std::string overrideDefinitions(Printer const & print, Property const & p, Holder in) const override {
-        return in == Holder::Body ? ""
-                                  : print("$S$ & $C$::internal_$p$Field() { return $f$; }\n",
-                                          {{"S", storage(p)}, {"f", fieldText::member("fields.", p)}});
+        if (in == Holder::Body) {
+            return "";
+        }
+        return print(R"(
+$S$ & $C$::internal_$p$Field(ZEL::internal::FieldUse$use$) {
+    $access$
+}
+)",
+                     {{"S", storage(p)}, {"use", p.isSeldom ? " use" : ""}, {"access", access(print, p)}});
     }
 
     std::string readers(Printer const & print, Property const & p) const override { return getters(print, p, true); }
@@ -91,7 +99,7 @@ protected:
         std::string const field = !p.isField() || &p != &by ? ""
                                                             : print(R"(
 /// The field; of states alone.
-[[nodiscard]] virtual $S$ & internal_$p$Field();
+[[nodiscard]] virtual $S$ & internal_$p$Field(ZEL::internal::FieldUse use);
 [[nodiscard]] static ZEL::Generic::SequenceField const & $p$Field() noexcept;
 )",
                                                                     {{"S", storage(p)}});
@@ -108,6 +116,16 @@ private:
     static bool isText(Property const & p) { return p.field == FieldKind::Texts; }
     static std::string storage(Property const & p) {
         return isText(p) ? "ZEL::internal::PersistentTextSequence" : "ZEL::internal::PersistentSequence";
+    }
+    static std::string access(Printer const & print, Property const & p) {
+        std::string const read = fieldText::member("fields.", p);
+        return !p.isSeldom
+                   ? "return " + read + ';'
+                   : print(R"(
+return use == ZEL::internal::FieldUse::Write ? $write$
+                                             : const_cast<$S$ &>($read$);
+)",
+                           {{"S", storage(p)}, {"write", fieldText::writableMember("fields.", p)}, {"read", read}});
     }
     static bool hasByName(Property const & p) { return p.type->asClass != nullptr && p.type->asClass->isNamedElement; }
 
@@ -147,15 +165,17 @@ ZEL::Sequence<$T$> $X$Intf::get$Ps$WithoutAssociation(ZEL::Deviant deviant) cons
     return ZEL::internal::storedSequence<$T$>(*this, deviant, $p$Field());
 }
 
-$S$ & $X$Intf::internal_$p$Field() { ZEL::raiseAnInternalError(); }
+$S$ & $X$Intf::internal_$p$Field(ZEL::internal::FieldUse) { ZEL::raiseAnInternalError(); }
 
 ZEL::Generic::SequenceField const & $X$Intf::$p$Field() noexcept {
     static constexpr auto field = ZEL::Generic::SequenceField::$of$(
         $type$[](ZEL::NSInterface::ClassObjectIntf const * object, ZEL::Deviant deviant) -> $S$ const & {
-            return ZEL::internal::readStateOf<$X$Intf>(*object, deviant).internal_$p$Field();
+            return ZEL::internal::readStateOf<$X$Intf>(*object, deviant)
+                .internal_$p$Field(ZEL::internal::FieldUse::Read);
         },
         [](ZEL::NSInterface::ClassObjectIntf const * object, ZEL::Deviant deviant) -> $S$ & {
-            return ZEL::internal::writeStateOf<$X$Intf>(*object, deviant).internal_$p$Field();
+            return ZEL::internal::writeStateOf<$X$Intf>(*object, deviant)
+                .internal_$p$Field(ZEL::internal::FieldUse::Write);
         }$unique$);
     return field;
 }

@@ -63,6 +63,8 @@ $writing$
     std::string overrideDefinitions(Printer const & print, Property const & p, Holder in) const override {
         bool const isBody = in == Holder::Body;
         Printer const over = print.knowing({{"f", fieldText::member(isBody ? "read(deviant)." : "fields.", p)},
+                                            {"w", fieldText::writableMember("fields.", p)},
+                                            {"clear", fieldText::clear("fields.", p)},
                                             {"deviant", isBody ? " deviant" : ""}});
         return over(R"(
 ZEL::Boolean $C$::has$P$(ZEL::Deviant$deviant$) const { return ZEL::Boolean($f$ != nullptr); }
@@ -70,9 +72,11 @@ ZEL::Boolean $C$::has$P$(ZEL::Deviant$deviant$) const { return ZEL::Boolean($f$ 
 $T$ $C$::get$P$(ZEL::Deviant deviant) const { return $T$($f$, deviant); }
 )") + (isBody ? "" : over(R"(
 
-void $C$::remove$P$(ZEL::Deviant) { $f$ = nullptr; }
+void $C$::remove$P$(ZEL::Deviant) {
+    $clear$
+}
 
-void $C$::set$P$(ZEL::Deviant, $T$ const & value) { $f$ = value.getImplementationWithoutAssert(); }
+void $C$::set$P$(ZEL::Deviant, $T$ const & value) { $w$ = value.getImplementationWithoutAssert(); }
 )"));
     }
 

@@ -53,7 +53,7 @@ void copyReferences(BodyCore & copy, CloneMap const & copies, std::vector<void *
             }
             continue;
         }
-        PersistentSequence const originals = readSequence(field, state);
+        PersistentSequence const originals = field.sequence(state);
         if (originals.empty()) {
             continue;
         }
@@ -63,7 +63,7 @@ void copyReferences(BodyCore & copy, CloneMap const & copies, std::vector<void *
                 targets.push_back(target);
             }
         });
-        field.sequence(state).assign(targets.begin(), targets.end());
+        field.writableSequence(state).assign(targets.begin(), targets.end());
     }
 }
 

@@ -30,9 +30,8 @@ void unlink(ClassObjectIntf & object, Deviant deviant, Subtree const & subtree) 
         }
         std::vector<ObjectIntf *> partners;
         if (field.sequence != nullptr) {
-            readSequence(field, state).forEach([&partners](void * partner) {
-                partners.push_back(static_cast<ObjectIntf *>(partner));
-            });
+            field.sequence(state).forEach(
+                [&partners](void * partner) { partners.push_back(static_cast<ObjectIntf *>(partner)); });
         } else if (ObjectIntf * const partner = field.get(state)) {
             partners.push_back(partner);
         }

@@ -11,6 +11,9 @@ namespace ZEL {
 namespace internal {
 struct ClassDescriptor;
 struct PropertyDescriptor;
+
+/// What the field of a state is asked for: one that few objects use is made for a write alone.
+enum class FieldUse : std::uint8_t { Read, Write };
 } // namespace internal
 
 namespace NSInterface {

@@ -10,22 +10,47 @@
 /// What the constant tables of a generated class point at: functions made of its members, one for each entry.
 namespace ZEL::internal {
 
-/// `Member` points into the struct of the stored properties of `State`.
-template <class State, auto Member> PersistentSequence & sequenceField(StateCore & state) {
-    return static_cast<State &>(state).fields.*Member;
+/// What `Member` points at: one of the stored properties, or of those that few objects use.
+template <class Fields, class Value> Value const & readMember(Fields const & fields, Value Fields::*member) noexcept {
+    return fields.*member;
+}
+template <class Fields, class Value>
+Value const & readMember(Fields const & fields, Value Fields::Seldom::*member) noexcept {
+    return (*fields.seldom).*member;
+}
+template <class Fields, class Value> Value & writeMember(Fields & fields, Value Fields::*member) noexcept {
+    return fields.*member;
+}
+template <class Fields, class Value> Value & writeMember(Fields & fields, Value Fields::Seldom::*member) {
+    return fields.seldom.write().*member;
+}
+
+/// `Member` points into the struct of the stored properties of `State`, or into that of the seldom ones within.
+template <class State, auto Member> PersistentSequence const & sequenceField(StateCore const & state) {
+    return readMember(static_cast<State const &>(state).fields, Member);
+}
+
+template <class State, auto Member> PersistentSequence & writableSequenceField(StateCore & state) {
+    return writeMember(static_cast<State &>(state).fields, Member);
 }
 
 template <class State, auto Member> ObjectIntf * pointerField(StateCore const & state) {
-    return static_cast<State const &>(state).fields.*Member;
+    return readMember(static_cast<State const &>(state).fields, Member);
 }
 
 template <class State, class I, auto Member> void setPointerField(StateCore & state, ObjectIntf * value) {
-    static_cast<State &>(state).fields.*Member =
-        value == nullptr ? nullptr : static_cast<I *>(value->cast(I::classInfo()));
+    auto & fields = static_cast<State &>(state).fields;
+    I * const pointer = value == nullptr ? nullptr : static_cast<I *>(value->cast(I::classInfo()));
+    if (readMember(fields, Member) != pointer) {
+        writeMember(fields, Member) = pointer;
+    }
 }
 
-/// All states have this one; asking for it makes the entry in the table of stereotype instances.
-inline PersistentSequence & stereotypeInstances(StateCore & state) { return state.writableStereotypeInstances(); }
+/// All states have this one.
+inline PersistentSequence const & stereotypeInstances(StateCore const & state) { return state.stereotypeInstances(); }
+inline PersistentSequence & writableStereotypeInstances(StateCore & state) {
+    return state.writableStereotypeInstances();
+}
 
 /// The stored properties of a state that is a `State`.
 template <class State> auto const & fieldsOf(StateCore const & state) {

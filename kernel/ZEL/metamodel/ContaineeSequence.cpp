@@ -8,8 +8,6 @@
 
 #include <array>
 #include <memory>
-#include <unordered_map>
-#include <utility>
 
 namespace ZEL::internal {
 
@@ -52,32 +50,8 @@ private:
     static constinit inline std::size_t fMade = 0;
 };
 
-/// The composite fields of a class, a model's factory among them. Never freed, as the spares.
-ContaineeSequence::Parts const & ContaineeSequence::partsOf(ClassDescriptor const & descriptor) {
-    static std::array<std::pair<ClassDescriptor const *, Parts const *>, 256> lately{};
-    auto & known = lately[(reinterpret_cast<std::uintptr_t>(&descriptor) >> 4) % lately.size()];
-    if (known.first == &descriptor) [[likely]] {
-        return *known.second;
-    }
-    static auto & all = *new std::unordered_map<ClassDescriptor const *, Parts>;
-    auto entry = all.find(&descriptor);
-    if (entry == all.end()) {
-        Parts parts;
-        for (FieldDescriptor const & field : descriptor.fields) {
-            PropertyDescriptor const & property = *field.property;
-            if (property.isComposite && !property.isDerived && property.typeClass != nullptr) {
-                parts.push_back(
-                    {&field, &property == &NSInterface::ClassObjectOperations::appliedStereotypeInstanceProperty()});
-            }
-        }
-        entry = all.emplace(&descriptor, std::move(parts)).first;
-    }
-    known = {&descriptor, &entry->second};
-    return entry->second;
-}
-
 Sequence<ClassObject> ContaineeSequence::of(BodyCore const & object, Deviant deviant) {
-    Parts const & parts = partsOf(object.readState(deviant)->internal_stateDescriptor());
+    CompositeFields const & parts = compositeFieldsOf(object.readState(deviant)->internal_stateDescriptor());
     ContaineeSequence * const spare = Spares::take();
     if (spare == nullptr) {
         return Sequence<ClassObject>(new ContaineeSequence(object, deviant, parts), deviant);
@@ -110,22 +84,22 @@ Generic::SequencePtr ContaineeSequence::makeWrapped() const {
 
 // --- places ----------------------------------------------------------------------------------------------------------
 
-inline PersistentSequence const & ContaineeSequence::Part::sequence(StateCore const & state) const {
-    return isOfStereotypeInstances ? state.stereotypeInstances() : field->sequence(const_cast<StateCore &>(state));
+namespace {
+
+int sizeOf(FieldDescriptor const & field, StateCore const & state) {
+    return field.sequence != nullptr ? static_cast<int>(field.sequence(state).size())
+                                     : static_cast<int>(field.get(state) != nullptr);
 }
 
-inline int ContaineeSequence::Part::size(StateCore const & state) const {
-    return field->sequence != nullptr ? static_cast<int>(sequence(state).size())
-                                      : static_cast<int>(field->get(state) != nullptr);
-}
+} // namespace
 
 NSInterface::ObjectIntf * ContaineeSequence::elementAt(StateCore const & state, Place place) const {
     if (place.part >= partCount() || place.index < 0) {
         raiseAnInternalError();
     }
-    Part const & each = part(place.part);
-    if (each.field->sequence == nullptr) {
-        NSInterface::ObjectIntf * const element = each.field->get(state);
+    FieldDescriptor const & each = part(place.part);
+    if (each.sequence == nullptr) {
+        NSInterface::ObjectIntf * const element = each.get(state);
         if (place.index > 0 || element == nullptr) {
             raiseAnInternalError();
         }
@@ -140,7 +114,7 @@ NSInterface::ObjectIntf * ContaineeSequence::elementAt(StateCore const & state, 
 }
 
 Generic::Place ContaineeSequence::firstFrom(StateCore const & state, int number) const {
-    while (number < partCount() && part(number).size(state) == 0) {
+    while (number < partCount() && sizeOf(part(number), state) == 0) {
         ++number;
     }
     return {number, 0};
@@ -163,7 +137,7 @@ Generic::Place ContaineeSequence::generic_placeAfter(Deviant, Place place) const
         return place;
     }
     StateCore const & present = state();
-    if (place.index + 1 < part(place.part).size(present)) {
+    if (place.index + 1 < sizeOf(part(place.part), present)) {
         return {place.part, place.index + 1};
     }
     return firstFrom(present, place.part + 1);
@@ -175,13 +149,13 @@ Generic::Place ContaineeSequence::generic_placeBefore(Deviant, Place place) cons
     }
     StateCore const & present = state();
     int number = place.part - 1;
-    while (number >= 0 && part(number).size(present) == 0) {
+    while (number >= 0 && sizeOf(part(number), present) == 0) {
         --number;
     }
     if (number < 0) {
         raiseAnInternalError();
     }
-    return {number, part(number).size(present) - 1};
+    return {number, sizeOf(part(number), present) - 1};
 }
 
 IteratorPtr ContaineeSequence::generic_iteratorAtPlace(Deviant, Place place) const {
@@ -206,8 +180,8 @@ int ContaineeSequence::generic_size(Deviant deviant) const {
     }
     StateCore const & present = state();
     int size = 0;
-    for (Part const & each : *fParts) {
-        size += each.size(present);
+    for (FieldDescriptor const * const each : *fParts) {
+        size += sizeOf(*each, present);
     }
     return size;
 }
@@ -219,7 +193,7 @@ int ContaineeSequence::generic_fetch(Deviant deviant, int index, NSInterface::Ob
     StateCore const & present = state();
     int fetched = 0;
     for (int number = 0; number < partCount() && fetched < count; ++number) {
-        int const size = part(number).size(present);
+        int const size = sizeOf(part(number), present);
         for (; index < size && fetched < count; ++index) {
             bodies[fetched++] = elementAt(present, {number, index});
         }
@@ -238,7 +212,7 @@ IteratorPtr ContaineeSequence::generic_erase(Deviant deviant, Generic::IteratorI
     static_cast<void>(target.generic_erase(deviant, &place));
     // The next element has moved here, unless the last of the part went.
     StateCore const & present = state();
-    bool const isThere = own->fPlace.index < part(own->fPlace.part).size(present);
+    bool const isThere = own->fPlace.index < sizeOf(part(own->fPlace.part), present);
     return generic_iteratorAtPlace(deviant, isThere ? own->fPlace : firstFrom(present, own->fPlace.part + 1));
 }
 

@@ -1,14 +1,13 @@
 #pragma once
 
 #include <ZEL/metamodel/BodyCore.h>
+#include <ZEL/metamodel/CompositeFields.h>
 #include <ZEL/metamodel/Descriptors.h>
 #include <ZEL/sequences/ForwardingSequence.h>
 #include <ZEL/sequences/GenericCombinedSequence.h>
 #include <ZEL/sequences/IteratorProxy.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/values/RefBase.h>
-
-#include <vector>
 
 namespace ZEL::internal {
 
@@ -47,23 +46,13 @@ private:
     using Combined = Generic::combined_sequence_internal::GenericCombinedSequence;
     using Place = Generic::Place;
 
-    /// A composite field. That of stereotype instances is not in the states themselves.
-    struct Part {
-        FieldDescriptor const * field;
-        bool isOfStereotypeInstances;
-
-        [[nodiscard]] int size(StateCore const & state) const;
-        [[nodiscard]] PersistentSequence const & sequence(StateCore const & state) const;
-    };
-    using Parts = std::vector<Part>;
     class Spares;
 
     /// A spare one.
     ContaineeSequence() : fIsSpare(true) {}
-    ContaineeSequence(BodyCore const & object, Deviant deviant, Parts const & parts)
+    ContaineeSequence(BodyCore const & object, Deviant deviant, CompositeFields const & parts)
         : fObject(&object, deviant), fParts(&parts) {}
 
-    [[nodiscard]] static Parts const & partsOf(ClassDescriptor const & descriptor);
     void released() override;
     [[nodiscard]] Generic::SequencePtr makeWrapped() const override;
     /// Another deviant than the one that the sequence was made for is for the sequences of the properties.
@@ -72,13 +61,15 @@ private:
         return *fObject.getImplementation()->readState(fObject.getDeviant());
     }
     [[nodiscard]] int partCount() const noexcept { return static_cast<int>(fParts->size()); }
-    [[nodiscard]] Part const & part(int number) const { return (*fParts)[static_cast<std::size_t>(number)]; }
+    [[nodiscard]] FieldDescriptor const & part(int number) const {
+        return *(*fParts)[static_cast<std::size_t>(number)];
+    }
     [[nodiscard]] NSInterface::ObjectIntf * elementAt(StateCore const & state, Place place) const;
     /// The first element of the part or, if it has none, of those after it.
     [[nodiscard]] Place firstFrom(StateCore const & state, int number) const;
 
     RefBase<BodyCore *> fObject; ///< null in one that is kept for later
-    Parts const * fParts = nullptr;
+    CompositeFields const * fParts = nullptr;
     mutable Combined const * fCombined = nullptr; ///< under the wrapped sequence
     bool fIsSpare = false;                        ///< kept for later when the last handle has gone
 };

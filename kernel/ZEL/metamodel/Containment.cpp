@@ -48,15 +48,15 @@ FieldDescriptor const & unparentedField(ClassDescriptor const & modelClass) noex
 }
 
 bool holds(FieldDescriptor const & field, StateCore const & state, ObjectIntf const & element) {
-    return field.sequence != nullptr ? readSequence(field, state).contains(&element) : field.get(state) == &element;
+    return field.sequence != nullptr ? field.sequence(state).contains(&element) : field.get(state) == &element;
 }
 
 PersistentSequence const & unparentedOf(ModelCore const & model, Deviant deviant) {
-    return readSequence(unparentedField(model.internal_descriptor()), *model.readState(deviant));
+    return unparentedField(model.internal_descriptor()).sequence(*model.readState(deviant));
 }
 
 PersistentSequence & unparentedToWrite(ModelCore const & model, Deviant deviant) {
-    return unparentedField(model.internal_descriptor()).sequence(*model.writeState(deviant));
+    return unparentedField(model.internal_descriptor()).writableSequence(*model.writeState(deviant));
 }
 
 } // namespace
@@ -73,13 +73,6 @@ bool isContainment(PropertyDescriptor const & property) noexcept {
     }
     // Factories are held by single ends alone, so most properties need no look at their type.
     return property.isMany() || !property.typeClass->isKindOf(NSInterface::FactoryObjectIntf::descriptor());
-}
-
-PersistentSequence const & readSequence(FieldDescriptor const & field, StateCore const & state) noexcept {
-    if (field.property == &NSInterface::ClassObjectOperations::appliedStereotypeInstanceProperty()) {
-        return state.stereotypeInstances();
-    }
-    return field.sequence(const_cast<StateCore &>(state));
 }
 
 bool accepts(FieldDescriptor const & field, ObjectIntf const & element) {
@@ -99,8 +92,8 @@ void addContainee(ClassObjectIntf & container, Deviant deviant, FieldDescriptor 
                   ClassObjectIntf & element) {
     ObjectIntf * const added = &element;
     if (field.sequence != nullptr) {
-        if (!readSequence(field, stateToRead(container, deviant)).contains(added)) {
-            field.sequence(stateToWrite(container, deviant)).push_back(added);
+        if (!field.sequence(stateToRead(container, deviant)).contains(added)) {
+            field.writableSequence(stateToWrite(container, deviant)).push_back(added);
         }
         return;
     }
@@ -131,7 +124,7 @@ bool addNewContainee(ClassObjectIntf & owner, Deviant deviant, FieldDescriptor c
     stateToWrite(element, deviant).setContainer(&owner);
     StateCore & written = stateToWrite(owner, deviant);
     if (field.sequence != nullptr) {
-        field.sequence(written).push_back(added);
+        field.writableSequence(written).push_back(added);
     } else {
         field.set(written, added);
     }
@@ -155,8 +148,8 @@ void eraseContainee(ClassObjectIntf & container, Deviant deviant, ClassObjectInt
             continue;
         }
         if (field.sequence != nullptr) {
-            if (readSequence(field, stateToRead(container, deviant)).contains(erased)) {
-                field.sequence(stateToWrite(container, deviant)).erase(erased);
+            if (field.sequence(stateToRead(container, deviant)).contains(erased)) {
+                field.writableSequence(stateToWrite(container, deviant)).erase(erased);
                 return;
             }
         } else if (field.get(stateToRead(container, deviant)) == erased) {
@@ -173,7 +166,7 @@ void collectContainees(ClassObjectIntf const & object, Deviant deviant, std::vec
             continue;
         }
         if (field.sequence != nullptr) {
-            readSequence(field, state).forEach([&result](void * element) { result.push_back(classObjectOf(element)); });
+            field.sequence(state).forEach([&result](void * element) { result.push_back(classObjectOf(element)); });
         } else if (ObjectIntf * const value = field.get(state)) {
             result.push_back(classObjectOf(value));
         }
@@ -185,7 +178,7 @@ bool hasContainees(ClassObjectIntf const & object, Deviant deviant) {
     return std::any_of(
         classOf(object).fields.begin(), classOf(object).fields.end(), [&state](FieldDescriptor const & field) {
             return isContainment(*field.property) &&
-                   (field.sequence != nullptr ? !readSequence(field, state).empty() : field.get(state) != nullptr);
+                   (field.sequence != nullptr ? !field.sequence(state).empty() : field.get(state) != nullptr);
         });
 }
 
@@ -217,7 +210,7 @@ std::vector<ClassObjectIntf *> modelRoots(ClassObjectIntf & object, Deviant devi
         return roots;
     }
     StateCore const & state = stateToRead(object, deviant);
-    readSequence(*unparented, state).forEach([&roots](void * root) { roots.push_back(classObjectOf(root)); });
+    unparented->sequence(state).forEach([&roots](void * root) { roots.push_back(classObjectOf(root)); });
     for (FieldDescriptor const & field : classOf(object).fields) {
         PropertyDescriptor const & property = *field.property;
         if (property.typeClass != nullptr &&

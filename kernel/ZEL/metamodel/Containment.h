@@ -25,10 +25,6 @@ class PersistentSequence;
 /// Whether the values of the property are contained: composite, stored, of class type, and no factory.
 [[nodiscard]] ZEL_API bool isContainment(PropertyDescriptor const & property) noexcept;
 
-/// The sequence of a multi-valued field, to read.
-[[nodiscard]] ZEL_API PersistentSequence const & readSequence(FieldDescriptor const & field,
-                                                              StateCore const & state) noexcept;
-
 /// Takes the object's class to be that of `field`; whether an element may stand there.
 [[nodiscard]] ZEL_API bool accepts(FieldDescriptor const & field, ObjectIntf const & element);
 

@@ -92,7 +92,9 @@ struct FieldDescriptor {
     PropertyDescriptor const * property;
     CooperativeVisitor::internal::ClassInfo const & (*elementInfo)(); ///< of the property's type
     /// The field of a multi-valued property, null otherwise.
-    PersistentSequence & (*sequence)(StateCore & state);
+    PersistentSequence const & (*sequence)(StateCore const & state);
+    /// The same to be written: a field that few objects use is made by it.
+    PersistentSequence & (*writableSequence)(StateCore & state);
     /// The field of a single-valued property, null otherwise.
     ObjectIntf * (*get)(StateCore const & state);
     /// Stores a pointer that the caller knows to be null or of the property's type.

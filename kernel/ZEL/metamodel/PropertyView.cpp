@@ -79,7 +79,7 @@ ImmutableObject PropertyView::linkOf(ClassObjectIntf const & object, Deviant dev
 }
 
 PersistentSequence const & PropertyView::linksIn(StateCore const & state) const noexcept {
-    return readSequence(*links, state);
+    return links->sequence(state);
 }
 
 } // namespace ZEL::internal

@@ -103,7 +103,7 @@ void Frame::Side::read(ComparedProperty const & compared) {
             elements.push_back(seen(element));
         }
     } else if (compared.links->sequence != nullptr) {
-        internal::readSequence(*compared.links, *state).forEach([this](void * element) {
+        compared.links->sequence(*state).forEach([this](void * element) {
             elements.push_back({static_cast<ObjectIntf *>(element), object.deviant});
         });
     } else if (ObjectIntf * const element = compared.links->get(*state)) {

@@ -153,7 +153,7 @@ void HTMLQuickPage::printStoredLinks(Present const & present, Row const & row) {
     };
     internal::FieldDescriptor const & links = *row.property->links;
     if (links.sequence != nullptr) {
-        internal::readSequence(links, *present.state).forEach([&](void * element) {
+        links.sequence(*present.state).forEach([&](void * element) {
             print(static_cast<NSInterface::ObjectIntf const *>(element));
         });
     } else if (NSInterface::ObjectIntf const * const element = links.get(*present.state)) {

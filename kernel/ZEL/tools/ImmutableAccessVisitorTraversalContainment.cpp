@@ -63,8 +63,8 @@ struct ImmutableAccessVisitorTraversalContainment::VisitedProperty {
         if (value != nullptr) {
             return !value->get(state).isSet();
         }
-        return links != nullptr && (links->sequence != nullptr ? internal::readSequence(*links, state).empty()
-                                                               : links->get(state) == nullptr);
+        return links != nullptr &&
+               (links->sequence != nullptr ? links->sequence(state).empty() : links->get(state) == nullptr);
     }
 
     ImmutableProperty property;
@@ -289,10 +289,10 @@ bool ImmutableAccessVisitorTraversalContainment::visitValuesOf(ImmutableClassObj
     BodyCore const & body = bodyOf(object);
     switch (visited.place) {
     case VisitedProperty::Place::List: {
-        int const size = static_cast<int>(internal::readSequence(*visited.links, *body.readState(deviant)).size());
+        int const size = static_cast<int>(visited.links->sequence(*body.readState(deviant)).size());
         for (int i = 0; i < size; ++i) {
             // Read anew each time: a visitor may have written.
-            auto const & links = internal::readSequence(*visited.links, *body.readState(deviant));
+            auto const & links = visited.links->sequence(*body.readState(deviant));
             auto * const target =
                 static_cast<NSInterface::ObjectIntf *>(links.at(internal::checkedIndex(i, links.size())));
             if (!visitValue(ImmutableObject(target, deviant), false)) {

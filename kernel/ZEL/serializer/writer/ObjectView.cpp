@@ -21,8 +21,7 @@ ObjectView::ObjectView(ImmutableClassObject const & object)
 bool ObjectView::hasContainees(PropertyPartition const & partition) const {
     return hasStereotypes() ||
            std::any_of(partition.containments.begin(), partition.containments.end(), [this](auto const * field) {
-               return field->sequence != nullptr ? !internal::readSequence(*field, fState).empty()
-                                                 : field->get(fState) != nullptr;
+               return field->sequence != nullptr ? !field->sequence(fState).empty() : field->get(fState) != nullptr;
            });
 }
 
@@ -74,7 +73,7 @@ std::vector<ImmutableClassObject> ObjectView::objectsOf(WrittenProperty const & 
                 fObject.getDeviant());
         };
         if (property.links->sequence != nullptr) {
-            internal::PersistentSequence const & sequence = internal::readSequence(*property.links, fState);
+            internal::PersistentSequence const & sequence = property.links->sequence(fState);
             objects.reserve(sequence.size());
             sequence.forEach(add);
         } else if (NSInterface::ObjectIntf * const value = property.links->get(fState)) {

@@ -28,7 +28,7 @@ using internal::StateCore;
 namespace {
 
 bool isEmpty(FieldDescriptor const & field, StateCore const & state) {
-    return field.sequence != nullptr ? internal::readSequence(field, state).empty() : field.get(state) == nullptr;
+    return field.sequence != nullptr ? field.sequence(state).empty() : field.get(state) == nullptr;
 }
 
 bool hasStereotypes(StateCore const & state) { return !state.stereotypeInstances().empty(); }
@@ -146,7 +146,7 @@ void StraightWriter::enter(Level & level, WritePlan::Part const & part) const {
         level.elsewhere = ObjectView(object).objectsOf(*part.property);
         level.nextElsewhere = 0;
     } else if (part.field->sequence != nullptr) {
-        internal::PersistentSequence const & sequence = internal::readSequence(*part.field, *level.state);
+        internal::PersistentSequence const & sequence = part.field->sequence(*level.state);
         level.next = sequence.begin();
         level.end = sequence.end();
     } else {
@@ -329,7 +329,7 @@ bool StraightWriter::appendLinks(FieldDescriptor const & field, StateCore const 
         NSInterface::ObjectIntf const * const target = field.get(state);
         return target == nullptr || appendLink(*target);
     }
-    internal::PersistentSequence const & sequence = internal::readSequence(field, state);
+    internal::PersistentSequence const & sequence = field.sequence(state);
     bool isFirst = true;
     for (auto at = sequence.begin(), end = sequence.end(); at != end; ++at) {
         if (!std::exchange(isFirst, false)) {

@@ -1,4 +1,5 @@
 #include <ZEL/metamodel/Fields.h>
+#include <ZEL/metamodel/SeldomFields.h>
 
 #include <gtest/gtest.h>
 
@@ -51,6 +52,38 @@ TEST(TextField, CanBeSetToAPartOfItself) {
             }
         }
     }
+}
+
+struct Few {
+    TextField text{"initial"};
+    int number = 3;
+};
+
+TEST(SeldomFields, WhoWritesHasValuesOfItsOwn) {
+    using Fields = internal::SeldomFields<Few>;
+    Fields const unwritten;
+    EXPECT_FALSE(unwritten.isWritten());
+    EXPECT_EQ("initial", unwritten->text.view());
+
+    Fields first = unwritten;
+    first.write().number = 4;
+    EXPECT_EQ(3, unwritten->number);
+    EXPECT_EQ("initial", first->text.view()) << "what was not written is as it was";
+
+    Fields second = first;
+    EXPECT_EQ(&*first, &*second);
+    second.write().text.set("second");
+    EXPECT_EQ("initial", first->text.view());
+    EXPECT_EQ(4, second->number);
+
+    Fields third = std::move(second);
+    second = third;
+    first = unwritten;
+    EXPECT_FALSE(first.isWritten());
+    third = Fields();
+    EXPECT_EQ("second", second->text.view());
+    Few const * const own = &*second;
+    EXPECT_EQ(own, &second.write()) << "nobody else has them any more";
 }
 
 } // namespace

@@ -41,9 +41,9 @@ template <int N> struct MarkBody final : CastableMark<MarkBody<N>, internal::Bod
 
 template <int N> internal::ClassDescriptor const & MarkIntf<N>::descriptor() noexcept {
     static internal::ClassDescriptor const * const superClasses[] = {&StereotypeObjectIntf::descriptor()};
-    static internal::FieldDescriptor const fields[] = {{&ClassObjectOperations::appliedStereotypeInstanceProperty(),
-                                                        &StereotypeObjectIntf::classInfo,
-                                                        &internal::stereotypeInstances, nullptr, nullptr}};
+    static internal::FieldDescriptor const fields[] = {
+        {&ClassObjectOperations::appliedStereotypeInstanceProperty(), &StereotypeObjectIntf::classInfo,
+         &internal::stereotypeInstances, &internal::writableStereotypeInstances, nullptr, nullptr}};
     static internal::ClassDescriptor const descriptor{
         .name = "Mark",
         .orcaName = "TEST.Mark",

@@ -6,6 +6,7 @@
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Package.h>
 #include <ZEL/sequences/Sequence.h>
+#include <ZEL/tools/ContentsWalk.h>
 
 #include <benchmark/benchmark.h>
 
@@ -90,7 +91,21 @@ BENCHMARK(readByProperty)->Apply(forSizesAndOthers);
 BENCHMARK(readByName)->Apply(forSizesAndOthers);
 BENCHMARK(readInTurnLimit)->Apply(forSizes);
 
-/// Every object of a tree once, through the contents of each.
+/// Every object of a tree once.
+void walkTree(State & state) {
+    SampleModel const & sample = SampleModel::sharedOf(state.range(0), state.range(1));
+    std::size_t met = 0;
+    for (auto _ : state) {
+        met = 0;
+        for (ImmutableClassObject const & object : ZEL::ContentsWalk(sample.model.getTopPackage())) {
+            benchmark::DoNotOptimize(object.getImplementationWithoutAssert());
+            ++met;
+        }
+    }
+    reportItems(state, met);
+}
+
+/// The same through the contents of each.
 void walkContents(State & state) {
     SampleModel const & sample = SampleModel::sharedOf(state.range(0), state.range(1));
     std::size_t met = 0;
@@ -123,6 +138,7 @@ void walkContentsLimit(State & state) {
     reportItems(state, tree.size());
 }
 
+BENCHMARK(walkTree)->Apply(forSizesAndOthers);
 BENCHMARK(walkContents)->Apply(forSizesAndOthers);
 BENCHMARK(walkContentsLimit)->Apply(forSizes);
 

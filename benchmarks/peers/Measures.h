@@ -10,10 +10,10 @@
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Property.h>
-#include <ZEL/sequences/Sequence.h>
 #include <ZEL/serializer/reader/XmiReader.h>
 #include <ZEL/serializer/writer/XmiWriter.h>
 #include <ZEL/tools/Comparator.h>
+#include <ZEL/tools/ContentsWalk.h>
 #include <ZEL/tools/ImmutableAccessVisitorTraversalContainment.h>
 #include <ZEL/values/Object.h>
 
@@ -21,7 +21,6 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 namespace peers {
 
@@ -125,14 +124,8 @@ private:
     /// The number of objects in the tree, each met once.
     static int contained(ZEL::ImmutableClassObject const & top) {
         int met = 0;
-        std::vector<ZEL::ImmutableClassObject> waiting{top};
-        while (!waiting.empty()) {
-            ZEL::ImmutableClassObject const object = waiting.back();
-            waiting.pop_back();
+        for (ZEL::ContentsWalk walk(top); !walk.isAtEnd(); walk.next()) {
             ++met;
-            for (ZEL::ImmutableClassObject const & each : object.getContaineeZELs()) {
-                waiting.push_back(each);
-            }
         }
         return met;
     }

@@ -95,6 +95,7 @@
 #include <ZEL/serializer/writer/XmiWriterSettings.h>
 #include <ZEL/tools/AccessVisitor.h>
 #include <ZEL/tools/Comparator.h>
+#include <ZEL/tools/ContentsWalk.h>
 #include <ZEL/tools/HTMLPrinter.h>
 #include <ZEL/tools/ImmutableAccessVisitor.h>
 #include <ZEL/tools/ImmutableAccessVisitorTextWriter.h>

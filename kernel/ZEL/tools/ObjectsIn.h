@@ -6,9 +6,7 @@
 
 namespace ZEL {
 
-/// The object and all that it contains, stereotype instances too: each before what it contains, and in the order of
-/// `getContaineeZELs`. Of a model these are the objects that its file holds: neither the factory nor objects without a
-/// container. Linear, without recursion.
+/// All objects of a `ContentsWalk` over `root`. Linear.
 [[nodiscard]] ZEL_API std::vector<ImmutableClassObject> objectsIn(ImmutableClassObject const & root);
 
 } // namespace ZEL

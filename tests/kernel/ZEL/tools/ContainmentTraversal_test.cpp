@@ -5,6 +5,7 @@
 #include <pthread.h>
 
 #include <algorithm>
+#include <memory>
 #include <sstream>
 #include <stdexcept>
 #include <thread>
@@ -128,6 +129,51 @@ TEST_F(ContainmentTraversal, TheTreeBelowAnObjectIsListedInItsOrder) {
     y.setType(a); // a circle of references
     sample.top.getOwnedComments().push_back(comment);
     EXPECT_THAT(objectsIn(sample.top), ElementsAre(sample.top, inner, a, x, y, b, comment));
+
+    std::vector<ImmutableClassObject> met;
+    ContentsWalk walk(sample.top);
+    for (ImmutableClassObject const & object : walk) {
+        met.push_back(object);
+        if (object == inner) {
+            walk.skipContents();
+        }
+    }
+    EXPECT_THAT(met, ElementsAre(sample.top, inner, b, comment)) << "without the contents of one";
+    EXPECT_TRUE(walk.isAtEnd());
+    EXPECT_FALSE(walk.current().isValid());
+    EXPECT_FALSE(walk.next()) << "and stays there";
+}
+
+TEST_F(ContainmentTraversal, AWalkTakesContentsAsTheyAreWhenItComesToThem) {
+    Class const a = sample.classIn(sample.top, "A");
+    Property const x = sample.attribute(a, "x");
+    Class const b = sample.classIn(sample.top, "B");
+    Property const y = sample.attribute(b, "y");
+    Class const c = sample.classIn(sample.top, "C");
+    ContentsWalk walk(sample.top);
+    ASSERT_TRUE(walk.next());
+    Class const late = sample.classIn(sample.top, "late"); // into a list that the walk is in
+    Property const z = sample.attribute(c, "z");           // and into one that it is still to reach
+    x.destroy();
+    b.destroy();
+    std::vector<ImmutableClassObject> met{walk.current()};
+    while (walk.next()) {
+        met.push_back(walk.current());
+    }
+    EXPECT_THAT(met, ElementsAre(a, c, z));
+    EXPECT_EQ(late.getContainerZEL(), sample.top);
+    EXPECT_FALSE(y.isValid());
+    EXPECT_RAISES(kNullRef, ContentsWalk{ImmutableClassObject()});
+}
+
+TEST_F(ContainmentTraversal, AWalkThatLosesItsModelSaysSo) {
+    auto other = std::make_unique<TestModel>();
+    static_cast<void>(other->attribute(other->classIn(other->top, "A"), "x"));
+    ContentsWalk walk(other->top);
+    ASSERT_TRUE(walk.next());
+    other.reset();
+    EXPECT_RAISES("object accessed after its model has been destroyed", walk.next());
+    EXPECT_TRUE(walk.isAtEnd());
 }
 
 // --- any model -----------------------------------------------------------------------------------------------------

@@ -25,7 +25,8 @@ namespace {
 /// The program's arguments, and the command that they select.
 class Program {
 public:
-    Program() {
+    /// `arguments` do not include the program's name.
+    explicit Program(std::vector<std::string> arguments) : fArguments(std::move(arguments)) {
         fApp.require_subcommand(1);
         fApp.set_version_flag("--version", "zel " ZEL_VERSION);
         addLogOption(fApp);
@@ -46,8 +47,8 @@ public:
         add(metamodelCommand, "metamodel", "Lists the metamodels, or shows the types of one");
     }
 
-    /// `arguments` do not include the program's name.
-    ExitCode run(std::vector<std::string> arguments) {
+    ExitCode run() {
+        std::vector<std::string> arguments = fArguments;
         if (!arguments.empty() && arguments.front() == "help") {
             arguments.erase(arguments.begin());
             if (!arguments.empty() && commandsNamed(arguments.front()).empty()) {
@@ -75,6 +76,10 @@ private:
     void add(Command (*declare)(CLI::App &), std::string const & name, std::string const & description) {
         fNames.push_back(name);
         CLI::App * const app = fApp.add_subcommand(name, description);
+        // Nobody asks for the options of a command that is not named. Those of all commands take their time.
+        if (std::find(fArguments.begin(), fArguments.end(), name) == fArguments.end()) {
+            return;
+        }
         Command const command = declare(*app);
         for (CLI::Option * const option : app->get_options([](CLI::Option const * o) { return o->get_positional(); })) {
             option->type_name(""); // they are all texts
@@ -140,6 +145,7 @@ private:
         return {};
     }
 
+    std::vector<std::string> const fArguments;
     CLI::App fApp{"zel keeps models in memory, and reads and writes them as XMI.", "zel"};
     std::vector<std::string> fNames;
     Command fSelected;
@@ -155,7 +161,7 @@ int trouble(StandardStreams & streams, std::string const & text) {
 
 int runProgram(StandardStreams & streams, int argc, char const * const * argv) {
     try {
-        ExitCode const code = Program().run({argv + std::min(argc, 1), argv + argc});
+        ExitCode const code = Program({argv + std::min(argc, 1), argv + argc}).run();
         streams.flush();
         return code;
     } catch (std::bad_alloc const &) {

@@ -10,8 +10,8 @@ install(TARGETS zel zel-uml zel-interchange zel-compare zelgen zel-cli EXPORT ze
     FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     FILE_SET host_headers DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     FILE_SET generated_headers DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-# The program's own, which nobody links with.
-install(TARGETS zel-cli-uml LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/zel)
+# Modules, which nobody links with.
+install(TARGETS zel-cli-uml zel-unpacking LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/zel)
 # After a first build the set of generated headers is not known yet; the folder is.
 install(DIRECTORY ${PROJECT_BINARY_DIR}/generated/ZEL DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN *.h)
 foreach(metamodel IN LISTS ZEL_UML_METAMODELS)

@@ -1,121 +1,47 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/base/SafeFile.h>
 #include <ZEL/interchange/UnpackedFile.h>
+#include <ZEL/interchange/UnpackingModule.h>
 
+#include <dlfcn.h>
 #include <stdlib.h> // mkdtemp
-#include <zip.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <string_view>
 #include <system_error>
-#include <vector>
 
 namespace ZEL::Interchange {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uint64_t kFree = std::uint64_t(1) << 24U; ///< bytes that may come out of however few
-
-[[noreturn]] void raise(std::string const & file, std::string const & reason) {
-    throw Exception("cannot unpack " + file + ": " + reason);
+[[noreturn]] void raiseNoModule(std::string const & container) {
+    char const * const reason = ::dlerror();
+    raiseCannotUnpack(container, reason == nullptr ? "no module" : reason);
 }
 
-/// The lower, the more likely a model; the number of kinds for none.
-std::size_t rankOf(std::string_view name) {
-    static constexpr std::array<std::string_view, 7> endings = {
-        "com.nomagic.magicdraw.uml_model.model", ".uml", ".xmi", ".mdxml", ".cmof", ".emof", ".xml"};
-    static constexpr std::array<std::string_view, 3> others = {"META-INF/", "__MACOSX/", "[Content_Types].xml"};
-    bool const isOther =
-        std::any_of(others.begin(), others.end(), [&](std::string_view begin) { return name.starts_with(begin); });
-    auto const * const found =
-        std::find_if(endings.begin(), endings.end(), [&](std::string_view ending) { return name.ends_with(ending); });
-    return isOther ? endings.size() : static_cast<std::size_t>(found - endings.begin());
+/// The module lies in a folder beside this library.
+fs::path moduleFile(std::string const & container) {
+    Dl_info library{};
+    static int const inLibrary = 0;
+    if (::dladdr(&inLibrary, &library) == 0) {
+        raiseNoModule(container);
+    }
+    return fs::path(library.dli_fname).parent_path() / ZEL_UNPACKING_MODULE;
 }
 
-struct CloseArchive {
-    void operator()(zip_t * archive) const { zip_discard(archive); }
-};
-struct CloseEntry {
-    void operator()(zip_file_t * entry) const { zip_fclose(entry); }
-};
-
-/// A container, open for reading.
-class Archive {
-public:
-    explicit Archive(std::string const & file) : fFile(file) {
-        int error = 0;
-        fArchive.reset(zip_open(file.c_str(), ZIP_RDONLY, &error));
-        if (fArchive == nullptr) {
-            zip_error_t text;
-            zip_error_init_with_code(&text, error);
-            std::string const reason = zip_error_strerror(&text);
-            zip_error_fini(&text);
-            raise(file, reason);
-        }
+/// Never unloaded: who unpacks one container unpacks others.
+decltype(&zelUnpackModel) loadModule(std::string const & container) {
+    void * const module = ::dlopen(moduleFile(container).c_str(), RTLD_NOW);
+    void * const function = module == nullptr ? nullptr : ::dlsym(module, "zelUnpackModel");
+    if (function == nullptr) {
+        raiseNoModule(container);
     }
-
-    /// The entry that is the model.
-    [[nodiscard]] zip_stat_t model(UnpackingLimits const & limits) const {
-        zip_int64_t const count = zip_get_num_entries(fArchive.get(), 0);
-        if (static_cast<std::uint64_t>(count) > limits.entries) {
-            raise(fFile, "it has more than " + std::to_string(limits.entries) + " entries");
-        }
-        zip_stat_t best{};
-        std::size_t bestRank = rankOf({});
-        for (zip_int64_t i = 0; i < count; ++i) {
-            zip_stat_t stat{};
-            if (zip_stat_index(fArchive.get(), static_cast<zip_uint64_t>(i), 0, &stat) != 0 || stat.name == nullptr) {
-                continue;
-            }
-            std::size_t const rank = rankOf(stat.name);
-            if (rank < bestRank || (rank == bestRank && rank < rankOf({}) && stat.size > best.size)) {
-                best = stat;
-                bestRank = rank;
-            }
-        }
-        if (bestRank == rankOf({})) {
-            raise(fFile, "it is a container without a model: no entry is named like one");
-        }
-        return best;
-    }
-
-    /// Counts what comes out itself: what the container says of the size may be wrong.
-    void unpack(zip_stat_t const & stat, UnpackingLimits const & limits, std::ofstream & out) const {
-        std::unique_ptr<zip_file_t, CloseEntry> const entry(zip_fopen_index(fArchive.get(), stat.index, 0));
-        if (entry == nullptr) {
-            raise(fFile, std::string(stat.name) + ": " + zip_strerror(fArchive.get()));
-        }
-        std::uint64_t const most = std::min(limits.bytes, std::max(kFree, stat.comp_size * limits.ratio));
-        std::vector<char> buffer(std::size_t(1) << 16U);
-        std::uint64_t size = 0;
-        for (;;) {
-            zip_int64_t const count = zip_fread(entry.get(), buffer.data(), buffer.size());
-            if (count < 0) {
-                raise(fFile, std::string(stat.name) + ": " + zip_file_strerror(entry.get()));
-            }
-            if (count == 0) {
-                return;
-            }
-            size += static_cast<std::uint64_t>(count);
-            if (size > most) {
-                raise(fFile, std::string(stat.name) + " becomes larger than " + std::to_string(most) + " bytes");
-            }
-            if (!out.write(buffer.data(), static_cast<std::streamsize>(count))) {
-                raise(fFile, "no room for the model in " + fs::temp_directory_path().string());
-            }
-        }
-    }
-
-private:
-    std::string const & fFile;
-    std::unique_ptr<zip_t, CloseArchive> fArchive;
-};
+    return reinterpret_cast<decltype(&zelUnpackModel)>(function);
+}
 
 /// A folder of its own, which goes with all that is in it.
 class TemporaryFolder {
@@ -153,7 +79,7 @@ public:
     explicit Impl(std::string const & container)
         : fFile(withFolders(fFolder.path() + fs::absolute(container).lexically_normal().string())) {
         if (!fFile.open()) {
-            raise(container, fFile.getReason());
+            raiseCannotUnpack(container, fFile.getReason());
         }
     }
     ~Impl() { fFile.remove(); }
@@ -182,14 +108,7 @@ bool UnpackedFile::isPacked(std::string const & file) {
 
 UnpackedFile::UnpackedFile(std::string const & file, UnpackingLimits const & limits)
     : fImpl(std::make_unique<Impl>(file)) {
-    Archive const archive(file);
-    zip_stat_t const model = archive.model(limits);
-    fImpl->entry = model.name;
-    std::ofstream out(path(), std::ios::binary | std::ios::trunc);
-    archive.unpack(model, limits, out);
-    if (!out.flush()) {
-        raise(file, "no room for the model in " + fs::temp_directory_path().string());
-    }
+    loadModule(file)(file, limits, path(), fImpl->entry);
 }
 
 UnpackedFile::~UnpackedFile() = default;

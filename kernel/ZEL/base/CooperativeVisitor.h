@@ -102,11 +102,12 @@ private:
 };
 
 /// The table of `Concrete` for the given interfaces, in base order. Each interface has `static ClassInfo const &
-/// classInfo()`.
+/// classInfo()`. Never freed, as bodies are asked for conversions to the very end of the process.
 template <class Concrete, class... Interfaces> CastTable const & castTable() {
-    static CastTable const table({CastTable::Entry{Interfaces::classInfo(), [](void * self) -> void * {
-                                                       return static_cast<Interfaces *>(static_cast<Concrete *>(self));
-                                                   }}...});
+    static auto const & table =
+        *new CastTable({CastTable::Entry{Interfaces::classInfo(), [](void * self) -> void * {
+                                             return static_cast<Interfaces *>(static_cast<Concrete *>(self));
+                                         }}...});
     return table;
 }
 

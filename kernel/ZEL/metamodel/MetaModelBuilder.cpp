@@ -3,12 +3,13 @@
 #include <ZEL/deviants/DeviantAssertions.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassRuntime.h>
-#include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
+#include <ZEL/metamodel/FactoryIntf.h>
 #include <ZEL/metamodel/MetaModelBuilder.h>
 #include <ZEL/metamodel/MetaModelDeclaration.h>
 #include <ZEL/metamodel/MetaModelDefinition.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/Package.h>
+#include <ZEL/values/TypeInfoRegistry.h>
 
 namespace ZEL::internal {
 
@@ -34,7 +35,7 @@ template <class Step> void attempt(Step step) noexcept {
 
 } // namespace
 
-MetaModel MetaModelBuilder::build() const {
+MetaModel MetaModelBuilder::build() {
     auto const section = buildSection();
     MetaModel model(NSInterface::FactoryIntf::createNewModel());
     Deviant const root = model.getDeviant();
@@ -49,18 +50,33 @@ MetaModel MetaModelBuilder::build() const {
 
         String const uri(fDescriptor.uris.front());
         model.setUri(uri);
-        declaration.topPackage().setUri(uri);
-        model.setTopPackage(declaration.topPackage());
+        Package const topPackage(declaration.topPackage().object, root);
+        topPackage.setUri(uri);
+        model.setTopPackage(topPackage);
+        collectDataTypes(declaration);
+        enterKeysLater(declaration.keyed());
     } catch (...) {
-        MetaModelDeclaration::forget(fDescriptor, model);
+        forgetClasses();
         throw;
     }
     return model;
 }
 
+void MetaModelBuilder::collectDataTypes(MetaModelDeclaration const & declaration) {
+    fDataTypes.clear();
+    for (PrimitiveDescriptor const & primitive : fDescriptor.primitives) {
+        fDataTypes.push_back(declaration.findDataType(primitive.registeredName));
+    }
+    for (EnumerationDescriptor const & enumeration : fDescriptor.enumerations) {
+        fDataTypes.push_back(declaration.findDataType(enumeration.registeredName));
+    }
+}
+
 void MetaModelBuilder::registerAll(MetaModel const & model) const {
     auto const section = buildSection();
-    registerTypes();
+    if (!TypeInfoRegistry::internal_registerLater(*this)) {
+        registerTypes();
+    }
     registerCreators();
     bindUris(model);
 }
@@ -71,26 +87,40 @@ void MetaModelBuilder::unregisterAll() const noexcept {
 
 void MetaModelBuilder::tearDown(MetaModel const & model) const noexcept {
     auto const section = buildSection();
-    attempt([this] { leaveSuperClasses(); });
-    MetaModelDeclaration::forget(fDescriptor, model);
-    attempt([&model] {
+    ModelCore & body = *model.getImplementationWithoutAssert()->internal_body()->internal_model();
+    attempt([&] { leaveSuperClasses(body); });
+    forgetKeys(fDescriptor, body);
+    forgetClasses();
+    if (body.numRef() == 1) {
+        return; // the caller's, with which all goes at once
+    }
+    attempt([&] {
         Deviant const root = model.getDeviant();
         root.setMaximumUndoStackLength(0);
         root.beginTransaction();
-        model.getImplementation()->internal_destroyContents(root);
+        body.internal_destroyContents(root);
         root.commitTransaction();
     });
 }
 
-void MetaModelBuilder::leaveSuperClasses() const {
+void MetaModelBuilder::forgetClasses() const noexcept {
     for (ClassDescriptor const * const descriptor : fDescriptor.classes) {
-        Class const object = classObjectOf(*descriptor);
+        descriptor->runtime->unbind();
+    }
+}
+
+void MetaModelBuilder::leaveSuperClasses(ModelCore const & model) const {
+    for (ClassDescriptor const * const descriptor : fDescriptor.classes) {
+        Class const object(descriptor->runtime->metaClass(), descriptor->runtime->deviant());
         for (ClassDescriptor const * const base : descriptor->superClasses) {
-            Class const superClass = classObjectOf(*base);
-            if (superClass.isValid() && object.isValid()) {
+            Class const superClass(base->runtime->metaClass(), base->runtime->deviant());
+            if (!superClass.isValid() || !object.isValid()) {
+                continue;
+            }
+            ModelCore * const other = superClass.getImplementation()->internal_body()->internal_model();
+            if (other != &model) {
                 superClass.getImplementation()->getSubClassesWithoutAssociation(superClass.getDeviant()).remove(object);
-                superClass.getImplementation()->internal_body()->internal_model()->forgetForeign(
-                    *object.getImplementation()->internal_body());
+                other->forgetForeign(*object.getImplementation()->internal_body());
             }
         }
     }

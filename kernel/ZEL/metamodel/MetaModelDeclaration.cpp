@@ -1,161 +1,182 @@
+#include <ZEL/Boolean.h>
+#include <ZEL/Integer.h>
+#include <ZEL/String.h>
+#include <ZEL/UnlimitedNatural.h>
 #include <ZEL/base/Exception.h>
+#include <ZEL/metamodel/ClassDeviantImpl.h>
+#include <ZEL/metamodel/ClassImpl.h>
 #include <ZEL/metamodel/ClassRuntime.h>
-#include <ZEL/metamodel/Comment.h>
-#include <ZEL/metamodel/Enumeration.h>
-#include <ZEL/metamodel/EnumerationLiteral.h>
-#include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
+#include <ZEL/metamodel/EnumerationDeviantImpl.h>
+#include <ZEL/metamodel/EnumerationImpl.h>
+#include <ZEL/metamodel/EnumerationLiteralDeviantImpl.h>
+#include <ZEL/metamodel/EnumerationLiteralImpl.h>
 #include <ZEL/metamodel/MetaModelDeclaration.h>
-#include <ZEL/metamodel/ModelCore.h>
-#include <ZEL/metamodel/PrimitiveType.h>
-#include <ZEL/metamodel/Stereotype.h>
-#include <ZEL/metamodel/Type.h>
+#include <ZEL/metamodel/PrimitiveTypeDeviantImpl.h>
+#include <ZEL/metamodel/PrimitiveTypeImpl.h>
+#include <ZEL/metamodel/StereotypeDeviantImpl.h>
+#include <ZEL/metamodel/StereotypeImpl.h>
+#include <ZEL/metamodel/VisibilityKind.h>
 
 #include <algorithm>
-#include <string_view>
 
 namespace ZEL::internal {
 
 namespace {
 
-/// The part of a property's key after "ZEL.X::".
-std::string_view keyTail(PropertyDescriptor const & property) {
-    std::string_view const key(property.key);
-    return key.substr(key.find("::") + 2);
-}
+using EnumerationInWork = ObjectInWork<NSImplementation::EnumerationImpl, NSImplementation::EnumerationDeviantImpl>;
+using LiteralInWork =
+    ObjectInWork<NSImplementation::EnumerationLiteralImpl, NSImplementation::EnumerationLiteralDeviantImpl>;
+using PlainClassInWork = ObjectInWork<NSImplementation::ClassImpl, NSImplementation::ClassDeviantImpl>;
+using PrimitiveTypeInWork =
+    ObjectInWork<NSImplementation::PrimitiveTypeImpl, NSImplementation::PrimitiveTypeDeviantImpl>;
+using StereotypeInWork = ObjectInWork<NSImplementation::StereotypeImpl, NSImplementation::StereotypeDeviantImpl>;
 
-void enter(std::string const & key, Object const & object) { GlobalXMIIdToObjectMap::getMap()[key] = object; }
+/// What a descriptor says of a property by itself.
+void setPlainValues(NSImplementation::PropertyDeviantImpl & state, PropertyDescriptor const & descriptor,
+                    Deviant root) {
+    state.setName(root, String(descriptor.name));
+    state.setIsReadOnly(root, Boolean(descriptor.isReadOnly));
+    state.setIsDerived(root, Boolean(descriptor.isDerived));
+    state.setIsComposite(root, Boolean(descriptor.isComposite));
+    state.setIsOrdered(root, Boolean(descriptor.isOrdered));
+    state.setIsUnique(root, Boolean(descriptor.isUnique));
+    state.setDefault(root, String(descriptor.defaultValue));
+    state.setVisibility(root, VisibilityKind(VisibilityKind::Public));
+    state.setLower(root, Integer(descriptor.lower));
+    state.setUpper(root, UnlimitedNatural(descriptor.upper));
+    state.StateCore::setPersistence(descriptor.persistence);
+}
 
 } // namespace
 
-MetaModelDeclaration::MetaModelDeclaration(MetaModelDescriptor const & descriptor, MetaModel const & model)
-    : fDescriptor(descriptor), fModel(model), fFactory(model.getFactoryFactory()), fRoot(model.getDeviant()) {}
-
 void MetaModelDeclaration::declareAll() {
-    fTopPackage = fFactory.createPackage();
-    fTopPackage.setName(String(fDescriptor.topPackage));
+    fTopPackage = fObjects.make<PackageInWork>();
+    fTopPackage.state->setName(fObjects.root(), String(fDescriptor.topPackage));
+    fClasses.reserve(fDescriptor.classes.size());
+    auto nextClass = fDescriptor.classes.begin();
     for (char const * const declared : fDescriptor.declareOrder) {
         std::string_view const name(declared);
         auto const named = [name](auto const & candidate) { return name == candidate.name; };
+        if (nextClass != fDescriptor.classes.end() && named(**nextClass)) {
+            declareClass(**nextClass++);
+            continue;
+        }
         auto const enumeration = std::find_if(fDescriptor.enumerations.begin(), fDescriptor.enumerations.end(), named);
         auto const primitive = std::find_if(fDescriptor.primitives.begin(), fDescriptor.primitives.end(), named);
-        auto const type = std::find_if(fDescriptor.classes.begin(), fDescriptor.classes.end(),
-                                       [name](ClassDescriptor const * candidate) { return name == candidate->name; });
         if (enumeration != fDescriptor.enumerations.end()) {
             declareEnumeration(*enumeration);
         } else if (primitive != fDescriptor.primitives.end()) {
             declarePrimitive(*primitive);
-        } else if (type != fDescriptor.classes.end()) {
-            declareClass(**type);
         } else {
             raiseAnInternalError();
         }
     }
 }
 
-std::vector<Property> const & MetaModelDeclaration::properties(ClassDescriptor const & descriptor) const {
-    return fProperties.at(&descriptor);
+MetaModelDeclaration::DeclaredClass const * MetaModelDeclaration::find(ClassDescriptor const & descriptor) const {
+    auto const found = fClasses.find(&descriptor);
+    return found != fClasses.end() ? &found->second : nullptr;
 }
 
-void MetaModelDeclaration::placeType(Type const & type) const {
-    type.getImplementation()->setOnlyPackage(fRoot, fTopPackage);
-    fTopPackage.getImplementation()->getOwnedTypesWithoutAssociation(fRoot).push_back(type);
+NSInterface::TypeIntf * MetaModelDeclaration::findDataType(std::string_view registeredName) const {
+    auto const found = fDataTypes.find(registeredName);
+    return found != fDataTypes.end() ? found->second : nullptr;
+}
+
+void MetaModelDeclaration::place(NSInterface::ObjectIntf & type, StateCore & state) {
+    state.setContainer(fTopPackage.object);
+    fPlaced.push_back(&type);
+}
+
+void MetaModelDeclaration::fillTopPackage() const {
+    fTopPackage.state->internal_packagedElementField().assign(fPlaced.begin(), fPlaced.end());
+}
+
+ClassInWork MetaModelDeclaration::makeClass(ClassDescriptor const & descriptor) {
+    if (descriptor.builtAs == BuiltAs::Model) {
+        // The class of models is the metamodel itself. It cannot stand in a package of its own contents.
+        auto const part = [](auto & whole) {
+            return static_cast<NSInterface::ClassIntf *>(whole.cast(NSInterface::ClassIntf::classInfo()));
+        };
+        ModelCore & model = fObjects.model();
+        return {part(model), part(*model.readState(fObjects.root()))};
+    }
+    if (descriptor.builtAs == BuiltAs::Stereotype) {
+        auto const made = fObjects.make<StereotypeInWork>();
+        place(*made.object, *made.state);
+        return {made.object, made.state};
+    }
+    auto const made = fObjects.make<PlainClassInWork>();
+    place(*made.object, *made.state);
+    return {made.object, made.state};
 }
 
 void MetaModelDeclaration::declareClass(ClassDescriptor const & descriptor) {
-    // The class of models is the metamodel itself. It cannot stand in a package of its own contents.
-    Class const object = descriptor.builtAs == BuiltAs::Model        ? Class(fModel)
-                         : descriptor.builtAs == BuiltAs::Stereotype ? Class(fFactory.createStereotype())
-                                                                     : fFactory.createClass();
-    if (descriptor.builtAs != BuiltAs::Model) {
-        placeType(object);
-    }
-    object.setName(String(descriptor.name));
+    DeclaredClass & declared = fClasses[&descriptor];
+    ClassInWork const made = declared.made = makeClass(descriptor);
+    made.state->setName(fObjects.root(), String(descriptor.name));
     if (descriptor.isAbstract) {
-        object.setIsAbstract(Boolean(true));
+        made.state->setIsAbstract(fObjects.root(), Boolean(true));
     }
-    enterType(descriptor.orcaName, descriptor.name, object);
-    descriptor.runtime->bind(descriptor, object.getImplementation(), fRoot);
+    fKeyed.objects.push_back(made.object);
+    descriptor.runtime->bind(descriptor, made.object, fObjects.root());
 
-    std::vector<Property> & properties = fProperties[&descriptor];
+    declared.properties.reserve(descriptor.ownProperties.size() + descriptor.clones.size());
     for (PropertyDescriptor const & property : descriptor.ownProperties) {
-        properties.push_back(declareProperty(object, property));
-        enterOwnProperty(property, properties.back());
-        describe(properties.back(), property.description);
+        declared.properties.push_back(makeProperty(made, property));
     }
     for (PropertyDescriptor const * const property : descriptor.clones) {
-        properties.push_back(declareProperty(object, *property));
-        enter(std::string(descriptor.orcaName) + "::" + std::string(keyTail(*property)), properties.back());
-        describe(properties.back(), property->description);
+        declared.properties.push_back(makeProperty(made, *property));
     }
+    std::vector<NSInterface::ObjectIntf *> objects;
+    objects.reserve(declared.properties.size());
+    for (PropertyInWork const & property : declared.properties) {
+        objects.push_back(property.object);
+    }
+    made.state->internal_ownedAttributeField().assign(objects.begin(), objects.end());
+    fKeyed.objects.insert(fKeyed.objects.end(), objects.begin(), objects.end());
 }
 
-Property MetaModelDeclaration::declareProperty(Class const & owner, PropertyDescriptor const & descriptor) const {
-    Property property = fFactory.createProperty();
-    property.setName(String(descriptor.name));
-    property.getImplementation()->setOnlyClass(fRoot, owner);
-    owner.getImplementation()->getOwnedAttributesWithoutAssociation(fRoot).push_back(property);
+PropertyInWork MetaModelDeclaration::makeProperty(ClassInWork const & owner,
+                                                  PropertyDescriptor const & descriptor) const {
+    auto const property = fObjects.make<PropertyInWork>();
+    property.state->setContainer(owner.object);
+    setPlainValues(*property.state, descriptor, fObjects.root());
+    describe(property, descriptor.description);
     return property;
 }
 
-void MetaModelDeclaration::describe(Property const & property, char const * text) const {
+void MetaModelDeclaration::describe(PropertyInWork const & property, char const * text) const {
     if (*text == '\0') {
         return;
     }
-    Comment const comment = fFactory.createComment();
-    comment.setBody(String(text));
-    comment.getImplementation()->getAnnotatedElementsWithoutAssociation(fRoot).push_back(property);
-    comment.getImplementation()->setOnlyOwner(fRoot, property);
-    property.getImplementation()->getOwnedCommentsWithoutAssociation(fRoot).push_back(comment);
+    auto const comment = fObjects.make<CommentInWork>();
+    comment.state->setContainer(property.object);
+    comment.state->setBody(fObjects.root(), String(text));
+    comment.state->internal_annotatedElementField().push_back(static_cast<ObjectIntf *>(property.object));
+    property.state->internal_ownedCommentField().push_back(static_cast<ObjectIntf *>(comment.object));
 }
 
-void MetaModelDeclaration::declareEnumeration(EnumerationDescriptor const & descriptor) const {
-    Enumeration const enumeration = fFactory.createEnumeration();
-    placeType(enumeration);
-    enumeration.setName(String(descriptor.name));
-    enterType(descriptor.registeredName, descriptor.name, enumeration);
+void MetaModelDeclaration::declareEnumeration(EnumerationDescriptor const & descriptor) {
+    auto const enumeration = fObjects.make<EnumerationInWork>();
+    place(*enumeration.object, *enumeration.state);
+    enumeration.state->setName(fObjects.root(), String(descriptor.name));
+    fDataTypes.emplace(descriptor.registeredName, enumeration.object);
+    fKeyed.objects.push_back(enumeration.object);
     for (char const * const text : descriptor.literals) {
-        EnumerationLiteral const literal = fFactory.createEnumerationLiteral();
-        literal.setName(String(text));
-        literal.getImplementation()->setOnlyEnumeration(fRoot, enumeration);
-        enumeration.getImplementation()->getOwnedLiteralsWithoutAssociation(fRoot).push_back(literal);
+        auto const literal = fObjects.make<LiteralInWork>();
+        literal.state->setContainer(enumeration.object);
+        literal.state->setName(fObjects.root(), String(text));
+        enumeration.state->internal_ownedLiteralField().push_back(static_cast<ObjectIntf *>(literal.object));
     }
 }
 
-void MetaModelDeclaration::declarePrimitive(PrimitiveDescriptor const & descriptor) const {
-    PrimitiveType const type = fFactory.createPrimitiveType();
-    type.setName(String(descriptor.name));
-    placeType(type);
-    enterType(descriptor.registeredName, descriptor.name, type);
-}
-
-void MetaModelDeclaration::enterType(char const * registeredName, char const * name, Object const & type) const {
-    enter(registeredName, type);
-    for (char const * const uri : fDescriptor.uris) {
-        enter(std::string(uri) + "#" + name, type);
-    }
-}
-
-void MetaModelDeclaration::enterOwnProperty(PropertyDescriptor const & descriptor, Property const & property) const {
-    enter(descriptor.key, property);
-    std::string const dashed = std::string(descriptor.owner->name) + "-" + descriptor.name;
-    std::string const regular = std::string(descriptor.owner->orcaName) + "." + descriptor.name;
-    for (char const * const uri : fDescriptor.uris) {
-        enter(std::string(uri) + "#" + dashed, property);
-        if (keyTail(descriptor) != regular) {
-            enter(std::string(uri) + "#" + std::string(keyTail(descriptor)), property);
-        }
-    }
-}
-
-void MetaModelDeclaration::forget(MetaModelDescriptor const & descriptor, MetaModel const & model) noexcept {
-    BodyCore const * const owner = model.getImplementationWithoutAssert()->internal_body();
-    std::erase_if(GlobalXMIIdToObjectMap::getMap(), [owner](auto const & entry) {
-        BodyCore const * const body = entry.second.getImplementationWithoutAssert()->internal_body();
-        return body != nullptr && body->internal_model() == owner;
-    });
-    for (ClassDescriptor const * const entry : descriptor.classes) {
-        entry->runtime->unbind();
-    }
+void MetaModelDeclaration::declarePrimitive(PrimitiveDescriptor const & descriptor) {
+    auto const type = fObjects.make<PrimitiveTypeInWork>();
+    place(*type.object, *type.state);
+    type.state->setName(fObjects.root(), String(descriptor.name));
+    fDataTypes.emplace(descriptor.registeredName, type.object);
+    fKeyed.objects.push_back(type.object);
 }
 
 } // namespace ZEL::internal

@@ -1,51 +1,59 @@
 #pragma once
 
-#include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Descriptors.h>
-#include <ZEL/metamodel/Factory.h>
-#include <ZEL/metamodel/MetaModel.h>
-#include <ZEL/metamodel/Package.h>
-#include <ZEL/metamodel/Property.h>
+#include <ZEL/metamodel/MetaModelKeys.h>
+#include <ZEL/metamodel/MetaModelObjects.h>
 
+#include <cstddef>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 namespace ZEL::internal {
 
-/// First phase of building a metamodel: every class, enumeration and primitive type, every property of every class, and
-/// their keys. Nothing refers to anything yet, apart from containment.
+/// First phase of building a metamodel: every class, enumeration and primitive type, and every property of every class.
+/// Nothing refers to anything yet, apart from containment.
 class MetaModelDeclaration {
 public:
-    MetaModelDeclaration(MetaModelDescriptor const & descriptor, MetaModel const & model);
+    struct DeclaredClass {
+        ClassInWork made;
+        /// Own ones, then clones.
+        std::vector<PropertyInWork> properties;
+    };
+
+    MetaModelDeclaration(MetaModelDescriptor const & descriptor, MetaModel const & model)
+        : fDescriptor(descriptor), fObjects(model), fKeyed{&descriptor, fObjects.root(), {}, {}} {}
 
     void declareAll();
 
-    [[nodiscard]] Package const & topPackage() const noexcept { return fTopPackage; }
-    [[nodiscard]] Factory const & factory() const noexcept { return fFactory; }
-    [[nodiscard]] Deviant root() const noexcept { return fRoot; }
-    /// The property objects of a class of this metamodel: own ones, then clones.
-    [[nodiscard]] std::vector<Property> const & properties(ClassDescriptor const & descriptor) const;
-    /// Places an object in the top package, both ends.
-    void placeType(Type const & type) const;
+    [[nodiscard]] MetaModelObjects const & objects() const noexcept { return fObjects; }
+    [[nodiscard]] PackageInWork const & topPackage() const noexcept { return fTopPackage; }
+    /// Null for a class of another metamodel.
+    [[nodiscard]] DeclaredClass const * find(ClassDescriptor const & descriptor) const;
+    /// The enumeration or primitive type of that registered name; null for one of another metamodel.
+    [[nodiscard]] NSInterface::TypeIntf * findDataType(std::string_view registeredName) const;
+    /// The objects that have keys, so far.
+    [[nodiscard]] KeyedObjects & keyed() noexcept { return fKeyed; }
 
-    /// Takes the keys of the metamodel out of the map, and the class objects out of the class tables.
-    static void forget(MetaModelDescriptor const & descriptor, MetaModel const & model) noexcept;
+    /// Places a type in the top package, which is told of all at once by `fillTopPackage`.
+    void place(NSInterface::ObjectIntf & type, StateCore & state);
+    void fillTopPackage() const;
 
 private:
     void declareClass(ClassDescriptor const & descriptor);
-    void declareEnumeration(EnumerationDescriptor const & descriptor) const;
-    void declarePrimitive(PrimitiveDescriptor const & descriptor) const;
-    [[nodiscard]] Property declareProperty(Class const & owner, PropertyDescriptor const & descriptor) const;
-    void describe(Property const & property, char const * text) const;
-    void enterType(char const * registeredName, char const * name, Object const & type) const;
-    void enterOwnProperty(PropertyDescriptor const & descriptor, Property const & property) const;
+    void declareEnumeration(EnumerationDescriptor const & descriptor);
+    void declarePrimitive(PrimitiveDescriptor const & descriptor);
+    [[nodiscard]] ClassInWork makeClass(ClassDescriptor const & descriptor);
+    [[nodiscard]] PropertyInWork makeProperty(ClassInWork const & owner, PropertyDescriptor const & descriptor) const;
+    void describe(PropertyInWork const & property, char const * text) const;
 
     MetaModelDescriptor const & fDescriptor;
-    MetaModel fModel;
-    Factory fFactory;
-    Deviant fRoot;
-    Package fTopPackage;
-    std::unordered_map<ClassDescriptor const *, std::vector<Property>> fProperties;
+    MetaModelObjects fObjects;
+    PackageInWork fTopPackage;
+    std::vector<NSInterface::ObjectIntf *> fPlaced;
+    std::unordered_map<ClassDescriptor const *, DeclaredClass> fClasses;
+    std::unordered_map<std::string_view, NSInterface::TypeIntf *> fDataTypes; ///< by registered name
+    KeyedObjects fKeyed;
 };
 
 } // namespace ZEL::internal

@@ -1,29 +1,26 @@
+#include <ZEL/Integer.h>
+#include <ZEL/String.h>
 #include <ZEL/base/Exception.h>
+#include <ZEL/metamodel/Association.h>
+#include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassRuntime.h>
-#include <ZEL/metamodel/GeneratorUtil.h>
-#include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
+#include <ZEL/metamodel/DataTypeIntf.h>
 #include <ZEL/metamodel/MetaModelDefinition.h>
 #include <ZEL/metamodel/MultiValuedPropertyManager.h>
+#include <ZEL/metamodel/Property.h>
 #include <ZEL/metamodel/PropertyStorage.h>
+#include <ZEL/metamodel/PropertySupport.h>
 #include <ZEL/metamodel/SingleValuedPropertyManager.h>
 #include <ZEL/metamodel/Type.h>
+#include <ZEL/sequences/PersistentSequence.h>
+#include <ZEL/values/TypeInfoRegistry.h>
 
+#include <array>
 #include <memory>
-#include <string>
-#include <string_view>
 
 namespace ZEL::internal {
 
 namespace {
-
-Object objectByKey(std::string const & key) {
-    auto const & map = GlobalXMIIdToObjectMap::getMap();
-    auto const found = map.find(key);
-    if (found == map.end()) {
-        raiseAnInternalError();
-    }
-    return found->second;
-}
 
 PropertyStorage makeStorage(PropertyDescriptor const & descriptor) {
     if (descriptor.isMany()) {
@@ -33,122 +30,153 @@ PropertyStorage makeStorage(PropertyDescriptor const & descriptor) {
     return PropertyStorage(std::make_unique<SingleValuedPropertyManager>(descriptor.single, 0).release());
 }
 
+std::size_t placeAmongOwn(PropertyDescriptor const & descriptor) noexcept {
+    return static_cast<std::size_t>(&descriptor - descriptor.owner->ownProperties.data());
+}
+
 } // namespace
-
-Class classObjectOf(ClassDescriptor const & descriptor) {
-    return Class(descriptor.runtime->metaClass(), descriptor.runtime->deviant());
-}
-
-Property definingProperty(PropertyDescriptor const & descriptor) {
-    Class const owner = classObjectOf(*descriptor.owner);
-    auto const index = &descriptor - descriptor.owner->ownProperties.data();
-    return owner.getImplementation()
-        ->getOwnedAttributesWithoutAssociation(owner.getDeviant())
-        .at(static_cast<int>(index));
-}
 
 void MetaModelDefinition::defineAll() {
     for (ClassDescriptor const * const descriptor : fDescriptor.classes) {
         defineClass(*descriptor);
     }
-    // A clone may stand before the property that it copies, so storages come last, own ones first.
+    fDeclaration.fillTopPackage();
+    defineStorages();
+}
+
+void MetaModelDefinition::defineStorages() const {
+    // A clone may stand before the property that it copies, so own ones come first.
     for (ClassDescriptor const * const descriptor : fDescriptor.classes) {
-        std::vector<Property> const & properties = fDeclaration.properties(*descriptor);
+        DeclaredClass const & declared = *fDeclaration.find(*descriptor);
         for (std::size_t i = 0; i < descriptor->ownProperties.size(); ++i) {
-            properties[i].setStorage(makeStorage(descriptor->ownProperties[i]));
+            declared.properties[i].state->setStorage(fObjects.root(), makeStorage(descriptor->ownProperties[i]));
         }
     }
     for (ClassDescriptor const * const descriptor : fDescriptor.classes) {
-        defineStorages(*descriptor);
-    }
-}
-
-void MetaModelDefinition::defineStorages(ClassDescriptor const & descriptor) {
-    std::vector<Property> const & properties = fDeclaration.properties(descriptor);
-    std::size_t const own = descriptor.ownProperties.size();
-    for (std::size_t i = 0; i < descriptor.clones.size(); ++i) {
-        properties[own + i].setStorage(definingProperty(*descriptor.clones[i]).getStorage());
+        auto clone = fDeclaration.find(*descriptor)->properties.begin() +
+                     static_cast<std::ptrdiff_t>(descriptor->ownProperties.size());
+        for (PropertyDescriptor const * const original : descriptor->clones) {
+            PropertyInWork const defining = definingProperty(*original);
+            (clone++)->state->setStorage(fObjects.root(), defining.state->getStorage(fObjects.root()));
+        }
     }
 }
 
 void MetaModelDefinition::defineClass(ClassDescriptor const & descriptor) {
-    linkSuperClasses(descriptor);
-    std::vector<Property> const & properties = fDeclaration.properties(descriptor);
-    std::size_t const own = descriptor.ownProperties.size();
-    for (std::size_t i = 0; i < properties.size(); ++i) {
-        defineProperty(descriptor, i < own ? descriptor.ownProperties[i] : *descriptor.clones[i - own], properties[i]);
+    DeclaredClass const & declared = *fDeclaration.find(descriptor);
+    linkSuperClasses(descriptor, declared.made);
+    auto property = declared.properties.begin();
+    for (PropertyDescriptor const & own : descriptor.ownProperties) {
+        defineProperty(descriptor, own, *property++);
+    }
+    for (PropertyDescriptor const * const inherited : descriptor.clones) {
+        defineProperty(descriptor, *inherited, *property++);
     }
 }
 
-void MetaModelDefinition::linkSuperClasses(ClassDescriptor const & descriptor) {
-    Class const object = classObjectOf(descriptor);
+void MetaModelDefinition::linkSuperClasses(ClassDescriptor const & descriptor, ClassInWork const & made) {
     for (ClassDescriptor const * const base : descriptor.superClasses) {
-        Class const superClass = classObjectOf(*base);
-        object.getImplementation()->getSuperClassesWithoutAssociation(fRoot).push_back(superClass);
+        if (DeclaredClass const * const own = fDeclaration.find(*base)) {
+            made.state->internal_superClassField().push_back(static_cast<ObjectIntf *>(own->made.object));
+            own->made.state->internal_subClassField().push_back(static_cast<ObjectIntf *>(made.object));
+            continue;
+        }
+        // A class that has been in use for long: what is kept of its model may change with it.
+        Class const object(made.object, fObjects.root());
+        Class const superClass(base->runtime->metaClass(), base->runtime->deviant());
+        object.getImplementation()->getSuperClassesWithoutAssociation(fObjects.root()).push_back(superClass);
         superClass.getImplementation()->getSubClassesWithoutAssociation(superClass.getDeviant()).push_back(object);
     }
 }
 
-void MetaModelDefinition::defineProperty(ClassDescriptor const & owner, PropertyDescriptor const & descriptor,
-                                         Property const & property) {
-    property.getImplementation()->setOnlyType(fRoot, Type(objectByKey(descriptor.typeName)));
-    if (std::string_view(descriptor.typeName) == "ZEL.Boolean") {
-        property.setDefault(String("false"));
+NSInterface::TypeIntf & MetaModelDefinition::typeOf(PropertyDescriptor const & descriptor) const {
+    NSInterface::TypeIntf * type = descriptor.typeClass != nullptr ? descriptor.typeClass->runtime->metaClass()
+                                                                   : fDeclaration.findDataType(descriptor.typeName);
+    if (type == nullptr) {
+        type = ImmutableType(TypeInfoRegistry::getMetaTypeObject(descriptor.typeName)).getImplementationWithoutAssert();
     }
-    if (descriptor.association != nullptr) {
+    if (type == nullptr) {
+        raiseAnInternalError();
+    }
+    return *type;
+}
+
+void MetaModelDefinition::setType(PropertyInWork const & property, NSInterface::TypeIntf & type) const {
+    fObjects.noteReferred(type);
+    property.state->setType(fObjects.root(), Type(&type, fObjects.root()));
+}
+
+void MetaModelDefinition::defineProperty(ClassDescriptor const & owner, PropertyDescriptor const & descriptor,
+                                         PropertyInWork const & property) {
+    setType(property, typeOf(descriptor));
+    // It may have been made when the other end was defined.
+    if (descriptor.association != nullptr && !property.state->hasAssociation(fObjects.root())) {
         defineAssociation(owner, descriptor, property);
     }
-    GeneratorUtil::setupPropertyData(property.getImplementation(), descriptor.isReadOnly, descriptor.isDerived,
-                                     descriptor.isComposite, descriptor.isOrdered, descriptor.isUnique,
-                                     descriptor.defaultValue, VisibilityKind(VisibilityKind::Public), descriptor.lower,
-                                     UnlimitedNatural(descriptor.upper),
-                                     PersistenceKind(static_cast<PersistenceKind::Value>(descriptor.persistence)));
+}
+
+void MetaModelDefinition::setAssociation(PropertyInWork const & property, AssociationInWork const & association) const {
+    Association const value(association.object, fObjects.root());
+    if (property.object->internal_model() == &fObjects.model()) {
+        property.state->setAssociation(fObjects.root(), value);
+    } else {
+        property.object->setOnlyAssociation(fObjects.root(), value);
+    }
 }
 
 void MetaModelDefinition::defineAssociation(ClassDescriptor const & owner, PropertyDescriptor const & descriptor,
-                                            Property const & property) {
-    if (property.hasAssociation()) {
-        return; // made when the other end was defined
-    }
+                                            PropertyInWork const & property) {
     bool const isDefiner = descriptor.owner == &owner;
-    Association const association = fDeclaration.factory().createAssociation();
-    fDeclaration.placeType(association);
-    association.setName(String(descriptor.association));
-    auto const addEnd = [&](Property const & end) {
-        association.getImplementation()->getMemberEndsWithoutAssociation(fRoot).push_back(end);
-    };
-    addEnd(property);
-    property.getImplementation()->setOnlyAssociation(fRoot, association);
+    auto const association = fObjects.make<AssociationInWork>();
+    fDeclaration.place(*association.object, *association.state);
+    association.state->setName(fObjects.root(), String(descriptor.association));
+    setAssociation(property, association);
+    PropertyInWork otherEnd;
     // A stereotype's link to its element runs along the element's list of instances, but has an end of its own.
     if (descriptor.opposite != nullptr && descriptor.ownedEnd == nullptr) {
-        Property const opposite = definingProperty(*descriptor.opposite);
-        addEnd(opposite);
+        otherEnd = definingProperty(*descriptor.opposite);
+        fObjects.noteReferred(*otherEnd.object);
         // The other end belongs to the association of the two definers; a clone's association borrows it.
         if (isDefiner) {
-            opposite.getImplementation()->setOnlyAssociation(fRoot, association);
+            setAssociation(otherEnd, association);
         }
-        return;
+    } else {
+        otherEnd = makeOwnedEnd(association, descriptor, owner);
+        if (isDefiner) {
+            fDeclaration.keyed().ownedEnds.emplace_back(&descriptor, otherEnd.object);
+        }
     }
-    Property const end = makeOwnedEnd(association, descriptor, classObjectOf(owner));
-    addEnd(end);
-    if (isDefiner) {
-        std::string const name(descriptor.association);
-        GlobalXMIIdToObjectMap::getMap()[std::string(fDescriptor.ownedEndKeyPrefix) + name + "::" +
-                                         std::string(fDescriptor.ownedEndKeyInfix) + name + "-" + descriptor.ownedEnd] =
-            end;
-    }
+    association.state->internal_memberEndField().push_back(static_cast<ObjectIntf *>(property.object));
+    association.state->internal_memberEndField().push_back(static_cast<ObjectIntf *>(otherEnd.object));
 }
 
-Property MetaModelDefinition::makeOwnedEnd(Association const & association, PropertyDescriptor const & descriptor,
-                                           Class const & type) {
-    Property const end = fDeclaration.factory().createProperty();
-    end.setName(String(descriptor.ownedEnd));
-    end.getImplementation()->setOnlyOwningAssociation(fRoot, association);
-    association.getImplementation()->getOwnedEndsWithoutAssociation(fRoot).push_back(end);
-    end.getImplementation()->setOnlyAssociation(fRoot, association);
-    end.getImplementation()->setOnlyType(fRoot, type);
-    end.setLower(Integer(0));
+PropertyInWork MetaModelDefinition::makeOwnedEnd(AssociationInWork const & association,
+                                                 PropertyDescriptor const & descriptor, ClassDescriptor const & type) {
+    auto const end = fObjects.make<PropertyInWork>();
+    end.state->setName(fObjects.root(), String(descriptor.ownedEnd));
+    end.state->setContainer(association.object);
+    association.state->internal_ownedEndField().push_back(static_cast<ObjectIntf *>(end.object));
+    setAssociation(end, association);
+    setType(end, *fDeclaration.find(type)->made.object);
+    end.state->setLower(fObjects.root(), Integer(0));
     return end;
+}
+
+PropertyInWork MetaModelDefinition::definingProperty(PropertyDescriptor const & descriptor) const {
+    std::size_t const place = placeAmongOwn(descriptor);
+    if (DeclaredClass const * const declared = fDeclaration.find(*descriptor.owner)) {
+        return declared->properties[place];
+    }
+    Deviant const root = descriptor.owner->runtime->deviant();
+    Class const owner(descriptor.owner->runtime->metaClass(), root);
+    auto const & attributes =
+        readStateOf<NSInterface::ClassIntf>(*owner.getImplementation(), root).internal_ownedAttributeField();
+    if (place >= attributes.size()) {
+        raiseAnInternalError();
+    }
+    auto * const property = static_cast<ObjectIntf *>(attributes.at(place))->internal_body();
+    return {static_cast<NSImplementation::PropertyImpl *>(property),
+            static_cast<NSImplementation::PropertyDeviantImpl *>(property->readState(root))};
 }
 
 } // namespace ZEL::internal

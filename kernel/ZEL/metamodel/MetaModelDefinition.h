@@ -1,39 +1,40 @@
 #pragma once
 
-#include <ZEL/metamodel/Association.h>
 #include <ZEL/metamodel/MetaModelDeclaration.h>
+
+#include <cstddef>
 
 namespace ZEL::internal {
 
-/// Second phase of building a metamodel: superclasses, types, associations, plain values and storages of the
-/// properties.
+/// Second phase of building a metamodel: superclasses, types, associations and storages of the properties.
 class MetaModelDefinition {
 public:
-    MetaModelDefinition(MetaModelDescriptor const & descriptor, MetaModelDeclaration const & declaration)
-        : fDescriptor(descriptor), fDeclaration(declaration), fRoot(declaration.root()) {}
+    MetaModelDefinition(MetaModelDescriptor const & descriptor, MetaModelDeclaration & declaration)
+        : fDescriptor(descriptor), fDeclaration(declaration), fObjects(declaration.objects()) {}
 
     void defineAll();
 
 private:
+    using DeclaredClass = MetaModelDeclaration::DeclaredClass;
+
     void defineClass(ClassDescriptor const & descriptor);
-    void linkSuperClasses(ClassDescriptor const & descriptor);
+    void linkSuperClasses(ClassDescriptor const & descriptor, ClassInWork const & made);
     void defineProperty(ClassDescriptor const & owner, PropertyDescriptor const & descriptor,
-                        Property const & property);
+                        PropertyInWork const & property);
     void defineAssociation(ClassDescriptor const & owner, PropertyDescriptor const & descriptor,
-                           Property const & property);
-    [[nodiscard]] Property makeOwnedEnd(Association const & association, PropertyDescriptor const & descriptor,
-                                        Class const & type);
-    void defineStorages(ClassDescriptor const & descriptor);
+                           PropertyInWork const & property);
+    [[nodiscard]] PropertyInWork makeOwnedEnd(AssociationInWork const & association,
+                                              PropertyDescriptor const & descriptor, ClassDescriptor const & type);
+    void setType(PropertyInWork const & property, NSInterface::TypeIntf & type) const;
+    void setAssociation(PropertyInWork const & property, AssociationInWork const & association) const;
+    [[nodiscard]] NSInterface::TypeIntf & typeOf(PropertyDescriptor const & descriptor) const;
+    /// The property object that the class of `descriptor` owns, which may be of another metamodel.
+    [[nodiscard]] PropertyInWork definingProperty(PropertyDescriptor const & descriptor) const;
+    void defineStorages() const;
 
     MetaModelDescriptor const & fDescriptor;
-    MetaModelDeclaration const & fDeclaration;
-    Deviant fRoot;
+    MetaModelDeclaration & fDeclaration;
+    MetaModelObjects const & fObjects;
 };
-
-/// The object that describes the class; invalid while its metamodel is not built.
-[[nodiscard]] Class classObjectOf(ClassDescriptor const & descriptor);
-
-/// The property object that the class of `descriptor` owns.
-[[nodiscard]] ZEL_API Property definingProperty(PropertyDescriptor const & descriptor);
 
 } // namespace ZEL::internal

@@ -6,7 +6,6 @@
 #include <ZEL/metamodel/FactoryIntf.h>
 #include <ZEL/metamodel/FactoryObject.h>
 #include <ZEL/metamodel/FactoryRegistry.h>
-#include <ZEL/metamodel/GlobalXMIIdToObjectMap.h>
 #include <ZEL/metamodel/MetaModelBuilder.h>
 #include <ZEL/metamodel/MetaModelRegistry.h>
 #include <ZEL/metamodel/Model.h>
@@ -16,29 +15,45 @@
 #include <ZEL/sequences/SequenceType.h>
 #include <ZEL/values/TypeInfoRegistry.h>
 
+#include <array>
+#include <initializer_list>
+#include <span>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace ZEL::internal {
 
 namespace {
 
+using Affixes = std::span<char const * const>;
+
 /// Calls `visit` for each name of an iterator or sequence over the type with the registered name "PREFIX.Name": of a
 /// class those that write come last, of a value type they come first.
-template <class Visit> void visitCollections(std::string const & registeredName, bool isClass, Visit visit) {
-    using Affixes = std::vector<std::string>;
-    std::string const prefix = registeredName.substr(0, registeredName.find('.') + 1);
-    std::string const name = registeredName.substr(prefix.size());
-    Affixes const elements = isClass ? Affixes{"Immutable", ""} : Affixes{""};
-    Affixes const collections = isClass ? Affixes{"Immutable", ""} : Affixes{"", "Immutable"};
-    for (std::string const & collection : collections) {
-        for (std::string const & element : elements) {
-            visit(prefix + element + name + collection + "Iterator", &IteratorType::Create);
+template <class Visit> void visitCollections(std::string_view registeredName, bool isClass, Visit visit) {
+    static constexpr std::array immutableFirst{"Immutable", ""};
+    static constexpr std::array immutableLast{"", "Immutable"};
+    Affixes const elements = isClass ? Affixes(immutableFirst) : Affixes(immutableLast).first(1);
+    Affixes const collections = isClass ? Affixes(immutableFirst) : Affixes(immutableLast);
+    std::size_t const prefixSize = registeredName.find('.') + 1;
+    std::string_view const name = registeredName.substr(prefixSize);
+    std::string text(registeredName.substr(0, prefixSize));
+    auto const visitNamed = [&](std::initializer_list<std::string_view> parts, auto create) {
+        text.resize(prefixSize);
+        for (std::string_view const part : parts) {
+            text += part;
+        }
+        visit(std::as_const(text), create);
+    };
+    for (char const * const collection : collections) {
+        for (char const * const element : elements) {
+            visitNamed({element, name, collection, "Iterator"}, &IteratorType::Create);
         }
     }
-    for (std::string const & collection : collections) {
-        for (std::string const & element : elements) {
-            visit(prefix + collection + "SequenceOf" + element + name, &SequenceType::Create);
+    for (char const * const collection : collections) {
+        for (char const * const element : elements) {
+            visitNamed({collection, "SequenceOf", element, name}, &SequenceType::Create);
         }
     }
 }
@@ -54,8 +69,7 @@ void unregisterCollections(std::string const & registeredName, bool isClass) {
                      [](std::string const & name, auto) { TypeInfoRegistry::unregisterTypeInfo(name); });
 }
 
-void registerValueType(std::string const & registeredName, HASP::TypeInfo const & info) {
-    DataType const type(GlobalXMIIdToObjectMap::getMap().at(registeredName));
+void registerValueType(std::string const & registeredName, HASP::TypeInfo const & info, DataType const & type) {
     TypeInfoRegistry::registerMetaType(registeredName, info, type);
     registerCollections(registeredName, type, false);
 }
@@ -82,11 +96,13 @@ void MetaModelBuilder::registerTypes() const {
     if (hasFactoryRow(fDescriptor)) {
         TypeInfoRegistry::registerTypeInfo(fDescriptor.factoryClass->orcaName, IteratorType::Create(Type()));
     }
+    auto dataType = fDataTypes.begin();
+    auto const nextDataType = [&dataType] { return DataType(Object(*dataType++, Deviant())); };
     for (PrimitiveDescriptor const & primitive : fDescriptor.primitives) {
-        registerValueType(primitive.registeredName, primitive.typeInfo());
+        registerValueType(primitive.registeredName, primitive.typeInfo(), nextDataType());
     }
     for (EnumerationDescriptor const & enumeration : fDescriptor.enumerations) {
-        registerValueType(enumeration.registeredName, enumeration.typeInfo());
+        registerValueType(enumeration.registeredName, enumeration.typeInfo(), nextDataType());
     }
     for (ClassDescriptor const * const type : fDescriptor.classes) {
         registerCollections(type->orcaName, Class(type->runtime->metaClass(), type->runtime->deviant()), true);
@@ -111,7 +127,7 @@ void MetaModelBuilder::bindUris(MetaModel const & model) const {
     NamespaceRegistry::instance()->bindMetaUriToPrefix(fDescriptor.uris.front(), fDescriptor.prefix);
 }
 
-void MetaModelBuilder::unregisterNames() const {
+void MetaModelBuilder::unregisterTypes() const {
     if (hasFactoryRow(fDescriptor)) {
         TypeInfoRegistry::unregisterTypeInfo(fDescriptor.factoryClass->orcaName);
     }
@@ -123,6 +139,12 @@ void MetaModelBuilder::unregisterNames() const {
     }
     for (ClassDescriptor const * const type : fDescriptor.classes) {
         unregisterCollections(type->orcaName, true);
+    }
+}
+
+void MetaModelBuilder::unregisterNames() const {
+    if (!TypeInfoRegistry::internal_forgetLater(*this)) {
+        unregisterTypes();
     }
     for (std::string const & uri : allUris(fDescriptor)) {
         FactoryRegistry::instance()->unregisterModelCreator(uri);

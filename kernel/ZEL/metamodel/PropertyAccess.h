@@ -10,9 +10,10 @@
 namespace ZEL::internal {
 
 /// Operations of a single-valued property of type `V` that interface `I` declares. Where there is no `Only` form the
-/// plain one stands in both places.
+/// plain one stands in both places. Each library keeps its own to itself: the tables of properties lead to it, and its
+/// name is long.
 template <class I, class V, auto Has, auto Get, auto Set, auto SetOnly, auto Remove, auto RemoveOnly>
-inline constexpr Generic::PropertyToSequenceMethods
+[[gnu::visibility("hidden")]] inline constexpr Generic::PropertyToSequenceMethods
     singleAccess = Generic::PropertyToSequenceMethods::of<I, V, Has, Get, Set, SetOnly, Remove, RemoveOnly>();
 
 /// One getter of a multi-valued property with elements of class `V`. Throws "An Internal Error has occurred" for an

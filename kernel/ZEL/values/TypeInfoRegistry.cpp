@@ -1,4 +1,5 @@
 #include <ZEL/base/Exception.h>
+#include <ZEL/values/LateTypes.h>
 #include <ZEL/values/Object.h>
 #include <ZEL/values/TypeInfoRegistry.h>
 
@@ -14,6 +15,18 @@ std::map<std::string, internal::BoxedTypePtr> & boxedTypes() {
     static auto & types = *new std::map<std::string, internal::BoxedTypePtr>;
     return types;
 }
+
+std::map<std::string, HASP::TypeInfo> & typeInfos() {
+    static std::map<std::string, HASP::TypeInfo> types;
+    return types;
+}
+
+std::map<std::string, ImmutableObject> & metaTypes() {
+    static std::map<std::string, ImmutableObject> types;
+    return types;
+}
+
+constinit internal::LateTypes const * waiting = nullptr;
 
 } // namespace
 
@@ -87,14 +100,47 @@ void TypeInfoRegistry::forget(std::string const & name) {
     boxedTypes().erase(name);
 }
 
+bool TypeInfoRegistry::internal_registerLater(internal::LateTypes const & types) {
+    if (waiting != nullptr || !typeInfos().empty() || !metaTypes().empty()) {
+        return false;
+    }
+    waiting = &types;
+    return true;
+}
+
+bool TypeInfoRegistry::internal_forgetLater(internal::LateTypes const & types) noexcept {
+    bool const didWait = waiting == &types;
+    if (didWait) {
+        waiting = nullptr;
+    }
+    return didWait;
+}
+
+void TypeInfoRegistry::registerWaiting() {
+    internal::LateTypes const * const types = std::exchange(waiting, nullptr);
+    try {
+        types->registerTypes();
+    } catch (...) {
+        // All that is there is of these: they wait again.
+        typeInfos().clear();
+        metaTypes().clear();
+        waiting = types;
+        throw;
+    }
+}
+
 std::map<std::string, HASP::TypeInfo> & TypeInfoRegistry::getTypeInfoMap() {
-    static std::map<std::string, HASP::TypeInfo> types;
-    return types;
+    if (waiting != nullptr) {
+        registerWaiting();
+    }
+    return typeInfos();
 }
 
 std::map<std::string, ImmutableObject> & TypeInfoRegistry::getMetaTypeMap() {
-    static std::map<std::string, ImmutableObject> types;
-    return types;
+    if (waiting != nullptr) {
+        registerWaiting();
+    }
+    return metaTypes();
 }
 
 } // namespace ZEL

@@ -14,11 +14,15 @@ namespace ZEL {
 
 class ImmutableDataType;
 
+namespace internal {
+class LateTypes;
+} // namespace internal
+
 /// The process's types by name: of "ZEL.Integer" how its values are read and printed, and the metamodel's object for
 /// it.
 ///
-/// Filled when a metamodel is built and emptied when it goes; the maps are made on first use. Holds a count on each
-/// metamodel object that is registered. "An Internal Error has occurred" is the text of all its errors.
+/// Filled when a metamodel is built and emptied when it goes: of the first one at the first question. Holds a count on
+/// each metamodel object that is registered. "An Internal Error has occurred" is the text of all its errors.
 class ZEL_API TypeInfoRegistry {
 public:
     TypeInfoRegistry() = delete;
@@ -50,12 +54,20 @@ public:
     [[nodiscard]] static internal::BoxedType * findBoxedType(std::string const & name);
     /// Another number after each change of what is registered, never 0: as long as it stays, so do the answers.
     [[nodiscard]] static std::uint64_t generation() noexcept { return fGeneration; }
+    /// Has `types` registered before the first question or change. False, and nothing done, unless nothing is registered
+    /// and nobody else waits: only then it is certain that no name will be found to be taken.
+    [[nodiscard]] static bool internal_registerLater(internal::LateTypes const & types);
+    /// Whether `types` still waited; it does no longer.
+    [[nodiscard]] static bool internal_forgetLater(internal::LateTypes const & types) noexcept;
 
 private:
+    /// The maps, with what has waited.
     static std::map<std::string, HASP::TypeInfo> & getTypeInfoMap();
     static std::map<std::string, ImmutableObject> & getMetaTypeMap();
     /// To be called when what is registered under the name changes.
     static void forget(std::string const & name);
+
+    static void registerWaiting();
 
     static std::uint64_t fGeneration;
 };

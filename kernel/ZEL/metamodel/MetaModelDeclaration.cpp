@@ -89,7 +89,7 @@ void MetaModelDeclaration::place(NSInterface::ObjectIntf & type, StateCore & sta
 }
 
 void MetaModelDeclaration::fillTopPackage() const {
-    fTopPackage.state->internal_packagedElementField().assign(fPlaced.begin(), fPlaced.end());
+    fTopPackage.state->internal_packagedElementField(FieldUse::Write).assign(fPlaced.begin(), fPlaced.end());
 }
 
 ClassInWork MetaModelDeclaration::makeClass(ClassDescriptor const & descriptor) {
@@ -133,7 +133,7 @@ void MetaModelDeclaration::declareClass(ClassDescriptor const & descriptor) {
     for (PropertyInWork const & property : declared.properties) {
         objects.push_back(property.object);
     }
-    made.state->internal_ownedAttributeField().assign(objects.begin(), objects.end());
+    made.state->internal_ownedAttributeField(FieldUse::Write).assign(objects.begin(), objects.end());
     fKeyed.objects.insert(fKeyed.objects.end(), objects.begin(), objects.end());
 }
 
@@ -153,8 +153,9 @@ void MetaModelDeclaration::describe(PropertyInWork const & property, char const 
     auto const comment = fObjects.make<CommentInWork>();
     comment.state->setContainer(property.object);
     comment.state->setBody(fObjects.root(), String(text));
-    comment.state->internal_annotatedElementField().push_back(static_cast<ObjectIntf *>(property.object));
-    property.state->internal_ownedCommentField().push_back(static_cast<ObjectIntf *>(comment.object));
+    comment.state->internal_annotatedElementField(FieldUse::Write)
+        .push_back(static_cast<ObjectIntf *>(property.object));
+    property.state->internal_ownedCommentField(FieldUse::Write).push_back(static_cast<ObjectIntf *>(comment.object));
 }
 
 void MetaModelDeclaration::declareEnumeration(EnumerationDescriptor const & descriptor) {
@@ -167,7 +168,8 @@ void MetaModelDeclaration::declareEnumeration(EnumerationDescriptor const & desc
         auto const literal = fObjects.make<LiteralInWork>();
         literal.state->setContainer(enumeration.object);
         literal.state->setName(fObjects.root(), String(text));
-        enumeration.state->internal_ownedLiteralField().push_back(static_cast<ObjectIntf *>(literal.object));
+        enumeration.state->internal_ownedLiteralField(FieldUse::Write)
+            .push_back(static_cast<ObjectIntf *>(literal.object));
     }
 }
 

@@ -77,8 +77,9 @@ void MetaModelDefinition::defineClass(ClassDescriptor const & descriptor) {
 void MetaModelDefinition::linkSuperClasses(ClassDescriptor const & descriptor, ClassInWork const & made) {
     for (ClassDescriptor const * const base : descriptor.superClasses) {
         if (DeclaredClass const * const own = fDeclaration.find(*base)) {
-            made.state->internal_superClassField().push_back(static_cast<ObjectIntf *>(own->made.object));
-            own->made.state->internal_subClassField().push_back(static_cast<ObjectIntf *>(made.object));
+            made.state->internal_superClassField(FieldUse::Write)
+                .push_back(static_cast<ObjectIntf *>(own->made.object));
+            own->made.state->internal_subClassField(FieldUse::Write).push_back(static_cast<ObjectIntf *>(made.object));
             continue;
         }
         // A class that has been in use for long: what is kept of its model may change with it.
@@ -146,8 +147,8 @@ void MetaModelDefinition::defineAssociation(ClassDescriptor const & owner, Prope
             fDeclaration.keyed().ownedEnds.emplace_back(&descriptor, otherEnd.object);
         }
     }
-    association.state->internal_memberEndField().push_back(static_cast<ObjectIntf *>(property.object));
-    association.state->internal_memberEndField().push_back(static_cast<ObjectIntf *>(otherEnd.object));
+    association.state->internal_memberEndField(FieldUse::Write).push_back(static_cast<ObjectIntf *>(property.object));
+    association.state->internal_memberEndField(FieldUse::Write).push_back(static_cast<ObjectIntf *>(otherEnd.object));
 }
 
 PropertyInWork MetaModelDefinition::makeOwnedEnd(AssociationInWork const & association,
@@ -155,7 +156,7 @@ PropertyInWork MetaModelDefinition::makeOwnedEnd(AssociationInWork const & assoc
     auto const end = fObjects.make<PropertyInWork>();
     end.state->setName(fObjects.root(), String(descriptor.ownedEnd));
     end.state->setContainer(association.object);
-    association.state->internal_ownedEndField().push_back(static_cast<ObjectIntf *>(end.object));
+    association.state->internal_ownedEndField(FieldUse::Write).push_back(static_cast<ObjectIntf *>(end.object));
     setAssociation(end, association);
     setType(end, *fDeclaration.find(type)->made.object);
     end.state->setLower(fObjects.root(), Integer(0));
@@ -169,8 +170,8 @@ PropertyInWork MetaModelDefinition::definingProperty(PropertyDescriptor const & 
     }
     Deviant const root = descriptor.owner->runtime->deviant();
     Class const owner(descriptor.owner->runtime->metaClass(), root);
-    auto const & attributes =
-        readStateOf<NSInterface::ClassIntf>(*owner.getImplementation(), root).internal_ownedAttributeField();
+    auto const & attributes = readStateOf<NSInterface::ClassIntf>(*owner.getImplementation(), root)
+                                  .internal_ownedAttributeField(FieldUse::Read);
     if (place >= attributes.size()) {
         raiseAnInternalError();
     }

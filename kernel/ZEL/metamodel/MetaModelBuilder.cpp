@@ -63,6 +63,7 @@ MetaModel MetaModelBuilder::build() {
 }
 
 void MetaModelBuilder::collectDataTypes(MetaModelDeclaration const & declaration) {
+    fRoot = declaration.objects().root();
     fDataTypes.clear();
     for (PrimitiveDescriptor const & primitive : fDescriptor.primitives) {
         fDataTypes.push_back(declaration.findDataType(primitive.registeredName));

@@ -46,6 +46,7 @@ private:
     void bindUris(MetaModel const & model) const;
 
     MetaModelDescriptor const & fDescriptor;
+    Deviant fRoot; ///< of the model that has been built
     /// The objects for the primitive types, then for the enumerations. Their model owns them.
     std::vector<NSInterface::TypeIntf *> fDataTypes;
 };

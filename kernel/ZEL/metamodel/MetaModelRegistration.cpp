@@ -97,7 +97,7 @@ void MetaModelBuilder::registerTypes() const {
         TypeInfoRegistry::registerTypeInfo(fDescriptor.factoryClass->orcaName, IteratorType::Create(Type()));
     }
     auto dataType = fDataTypes.begin();
-    auto const nextDataType = [&dataType] { return DataType(Object(*dataType++, Deviant())); };
+    auto const nextDataType = [&] { return DataType(Object(*dataType++, fRoot)); };
     for (PrimitiveDescriptor const & primitive : fDescriptor.primitives) {
         registerValueType(primitive.registeredName, primitive.typeInfo(), nextDataType());
     }

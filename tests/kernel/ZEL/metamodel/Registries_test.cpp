@@ -123,7 +123,9 @@ TEST(TypeInfoRegistry, HasFourHundredAndTwoNamesForTheBuiltInMetamodel) {
          {"Integer", "Single", "Real", "String", "Double", "Boolean", "UnlimitedNatural", "Argument", "PersistenceKind",
           "PackageMergeKind", "ParameterDirectionKind", "VisibilityKind", "PropertyStorage"}) {
         std::string const name = value;
-        EXPECT_TRUE(TypeInfoRegistry::getMetaType("ZEL." + name).isValid()) << name;
+        ImmutableDataType const type = TypeInfoRegistry::getMetaType("ZEL." + name);
+        EXPECT_TRUE(type.isValid()) << name;
+        EXPECT_TRUE(type.getDeviant() == MetaModel::MetaClass().getDeviant()) << name;
         for (std::string const & form :
              {name, name + "Iterator", name + "ImmutableIterator", "SequenceOf" + name, "ImmutableSequenceOf" + name}) {
             expected.insert("ZEL." + form);

@@ -103,6 +103,12 @@ std::size_t XmlEncoding::latin1ToUtf8(char * bytes, std::size_t size) noexcept {
     std::size_t const newSize = size + added;
     // From the end, so that nothing is overwritten before it is read; what is in front of them all stays.
     for (std::size_t i = size; added != 0;) {
+        constexpr std::size_t word = sizeof(std::uint64_t);
+        if (i >= word && isAscii(bytes + i - word, word)) {
+            std::memmove(bytes + i - word + added, bytes + i - word, word);
+            i -= word;
+            continue;
+        }
         auto const byte = static_cast<unsigned char>(bytes[--i]);
         if (byte < 0x80) {
             bytes[i + added] = bytes[i];

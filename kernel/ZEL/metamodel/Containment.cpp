@@ -236,9 +236,9 @@ void addNewUnparented(ClassObjectIntf & object, Deviant deviant) {
 
 void eraseUnparented(ClassObjectIntf & object, Deviant deviant) {
     ModelCore const & model = modelOf(object, deviant);
-    ObjectIntf const * const erased = &object;
-    if (unparentedOf(model, deviant).contains(erased)) {
-        unparentedToWrite(model, deviant).erase(erased);
+    std::ptrdiff_t const index = unparentedOf(model, deviant).indexOf(static_cast<ObjectIntf const *>(&object));
+    if (index >= 0) {
+        unparentedToWrite(model, deviant).eraseAt(static_cast<std::size_t>(index));
     }
 }
 

@@ -9,6 +9,7 @@
 #include <ZEL/metamodel/FactorySupport.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/metamodel/ModelCore.h>
+#include <ZEL/sequences/PersistentSequence.h>
 
 #include <hasp_util/UUID.h>
 
@@ -45,6 +46,30 @@ BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescriptor cons
     BodyCore & body = createUnplaced(model, deviant, descriptor, id);
     addNewUnparented(body, deviant);
     return body;
+}
+
+BodyCore * createPart(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor, std::int32_t id,
+                      ClassObjectIntf & container, FieldDescriptor const & field) {
+    BodyCore & owner = *container.internal_body();
+    if (owner.internal_model() != &model || !owner.deviant_isValid(deviant)) {
+        return nullptr;
+    }
+    StateCore const & present = *owner.readState(deviant);
+    if (!present.hasModel() || (field.sequence == nullptr && field.get(present) != nullptr)) {
+        return nullptr;
+    }
+    BodyCore & body = createUnplaced(model, deviant, descriptor, id);
+    // As if it had been among the objects without a container first: the model counts as changed.
+    static_cast<void>(model.writeState(deviant));
+    body.writeState(deviant)->setContainer(&container);
+    StateCore & state = *owner.writeState(deviant);
+    ObjectIntf * const part = static_cast<ClassObjectIntf *>(&body);
+    if (field.sequence != nullptr) {
+        field.sequence(state).push_back(part);
+    } else {
+        field.set(state, part);
+    }
+    return &body;
 }
 
 Model createModel(ClassDescriptor const & modelClass, FactoryObject (*createFactory)(Model)) {

@@ -10,6 +10,7 @@
 #include <ZEL/sequences/GenericFilteredSequence.h>
 #include <ZEL/sequences/GenericNullSequence.h>
 #include <ZEL/sequences/GenericPropertyToSequenceProxy.h>
+#include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/sequences/SequenceField.h>
 
 #include <memory>
@@ -70,6 +71,23 @@ void linkContainer(Ref element, GenericAssociationSequence::Owner const & owner,
     } else {
         object.removeOnlyContainerZEL(owner.getDeviant());
     }
+}
+
+/// For a part that has come into being in the open transaction and stands nowhere yet.
+bool pushNewPart(Ref const & element, GenericAssociationSequence::Owner const & owner,
+                 PropertyDescriptor const * list) {
+    BodyCore * const part = element.body() == nullptr ? nullptr : element.body()->internal_body();
+    Deviant const deviant = owner.getDeviant();
+    // Nothing can name such an object as its container, see `ClassObjectOperations::setOnlyContainerZEL`.
+    if (part == nullptr || !deviant.isWithinTransaction() ||
+        deviant.getSavedOldStateOfObject(part) != static_cast<ObjectIntf *>(Deviant::InvalidObject)) {
+        return false;
+    }
+    ClassObjectIntf & self = *owner.getImplementation();
+    BodyCore const * const body = self.internal_body();
+    FieldDescriptor const * const field = body == nullptr ? nullptr : fieldOf(body->internal_descriptor(), *list);
+    return field != nullptr && !readSequence(*field, *body->readState(deviant)).contains(element.body()) &&
+           addNewContainee(self, deviant, *field, *part);
 }
 
 GenericAssociationSequence::Owner ownerOf(ClassObjectIntf const & object, Deviant deviant) {
@@ -222,8 +240,9 @@ SequenceHandle associationViewHandle(ClassObjectIntf const & object, Deviant dev
     }
     GenericAssociationSequence::Owner owner = ownerOf(object, deviant);
     if (isContainment) {
-        return SequenceHandle(
-            std::make_unique<GenericAssociationSequence>(raw, &property, std::move(owner), &linkContainer), deviant);
+        return SequenceHandle(std::make_unique<GenericAssociationSequence>(raw, &property, std::move(owner),
+                                                                           &linkContainer, &pushNewPart),
+                              deviant);
     }
     return SequenceHandle(
         std::make_unique<GenericAssociationSequence>(raw, property.opposite, std::move(owner), &linkOpposite), deviant);

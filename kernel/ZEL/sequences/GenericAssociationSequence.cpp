@@ -5,8 +5,9 @@
 namespace ZEL::Generic {
 
 GenericAssociationSequence::GenericAssociationSequence(SequenceHandle const & wrapped,
-                                                       internal::PropertyDescriptor const * end, Owner owner, Hook hook)
-    : ForwardingSequence(wrapped), fEnd(end), fOwner(std::move(owner)), fHook(hook) {}
+                                                       internal::PropertyDescriptor const * end, Owner owner, Hook hook,
+                                                       Push push)
+    : ForwardingSequence(wrapped), fEnd(end), fOwner(std::move(owner)), fHook(hook), fPush(push) {}
 
 void GenericAssociationSequence::generic_clear(Deviant deviant) {
     for (int i = 0, size = fWrapped->generic_size(deviant); i < size; ++i) {

@@ -22,9 +22,13 @@ public:
     /// `add` is true for an element that enters. `end` is the opposite end, the property of the element.
     using Hook = void (*)(Ref element, Owner const & owner, internal::PropertyDescriptor const * end, bool add);
 
+    /// Does all that a push of the element at the back comes to, the hook and the change of the sequence. False, and
+    /// nothing done, if it knows no short way for the element.
+    using Push = bool (*)(Ref const & element, Owner const & owner, internal::PropertyDescriptor const * end);
+
     /// Throws the NULL text on a null handle. `end` must outlive the sequence.
     GenericAssociationSequence(SequenceHandle const & wrapped, internal::PropertyDescriptor const * end, Owner owner,
-                               Hook hook);
+                               Hook hook, Push push = nullptr);
 
     void generic_clear(Deviant deviant) override;
     IteratorPtr generic_insert(Deviant deviant, IteratorIntf const * where, Ref element) override {
@@ -53,8 +57,10 @@ public:
         fWrapped->generic_pop_front(deviant);
     }
     void generic_push_back(Deviant deviant, Ref element) override {
-        entersIfAccepted(deviant, element);
-        fWrapped->generic_push_back(deviant, std::move(element));
+        if (fPush == nullptr || !fPush(element, fOwner, fEnd)) {
+            entersIfAccepted(deviant, element);
+            fWrapped->generic_push_back(deviant, std::move(element));
+        }
     }
     void generic_push_front(Deviant deviant, Ref element) override {
         entersIfAccepted(deviant, element);
@@ -76,6 +82,7 @@ private:
     internal::PropertyDescriptor const * fEnd;
     Owner fOwner;
     Hook fHook;
+    Push fPush;
 };
 
 } // namespace ZEL::Generic

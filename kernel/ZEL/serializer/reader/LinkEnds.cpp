@@ -1,3 +1,5 @@
+#include <ZEL/metamodel/BodyCore.h>
+#include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/serializer/reader/LinkEnds.h>
 #include <ZEL/serializer/reader/MetaClassCache.h>
@@ -8,6 +10,25 @@
 #include <utility>
 
 namespace ZEL::Serializer {
+namespace {
+
+/// Looks where the links lie, if they can be read there, as most ends stand as the file lists them already.
+bool standsAsListed(ClassObject const & object, MetaProperty const & property,
+                    std::vector<ClassObject> const & listed) {
+    if (property.links == nullptr) {
+        return false;
+    }
+    internal::BodyCore const & body = *object.getImplementation()->internal_body();
+    internal::PersistentSequence const & present = property.linksIn(*body.readState(object.getDeviant()));
+    bool isSame = present.size() == listed.size();
+    auto next = listed.begin();
+    present.forEach([&](void * target) {
+        isSame = isSame && static_cast<NSInterface::ObjectIntf *>(target) == (next++)->getImplementation();
+    });
+    return isSame;
+}
+
+} // namespace
 
 void LinkEnds::note(ClassObject const & object, MetaProperty const & property, ClassObject const & target) {
     if (!property.hasOpposite) {
@@ -57,6 +78,9 @@ void LinkEnds::restoreOne(ClassObject const & object, MetaProperty const & prope
         if (storage.getOne(object) != listed.back()) {
             storage.setOrAddEndOnly(object, listed.back());
         }
+        return;
+    }
+    if (standsAsListed(object, property, listed)) {
         return;
     }
     std::vector<Object> const present = storage.get(object).toVector();

@@ -3,6 +3,7 @@
 #include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/FactoryRegistry.h>
+#include <ZEL/metamodel/FactorySupport.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/metamodel/OppositeEnds.h>
 #include <ZEL/metamodel/Remainder.h>
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <typeinfo>
 #include <utility>
 
 namespace ZEL::Serializer {
@@ -248,6 +250,25 @@ Merger::Found Merger::findOrCreate(Model const & model, std::string const & uri,
     return {object, true};
 }
 
+bool Merger::makesAllAnew() const noexcept { return fCollectedObjects.empty() && typeid(*this) == typeid(Merger); }
+
+internal::BodyCore * Merger::createPart(ClassObject const & owner, internal::FieldDescriptor const & field,
+                                        internal::ModelCore & model, internal::ClassDescriptor const & descriptor,
+                                        ObjectId const & id) {
+    std::vector<Numbered> & numbered = fByModel[&model].numbered;
+    std::int32_t const number = id.number();
+    bool const isNumbered = number != 0 && number != model.internal_id();
+    if (isNumbered) {
+        freeNumber(numbered, number);
+    }
+    internal::BodyCore * const part = internal::createPart(
+        model, owner.getDeviant(), descriptor, isNumbered ? number : model.nextId(), *owner.getImplementation(), field);
+    if (part != nullptr && !isNumbered) {
+        numbered.push_back({ClassObject(part, owner.getDeviant()), part->internal_id()});
+    }
+    return part;
+}
+
 ClassObject Merger::createObjectImpl(Model model, std::string const & uri, std::string const & roleName,
                                      std::string const & typeUri, std::string const & typeName,
                                      std::string const & id) {
@@ -322,10 +343,18 @@ bool Merger::setProperty(ClassObject const & object, MetaProperty const & proper
             raiseNullReference();
         }
         internal::PropertyDescriptor const * const descriptor = property.descriptor;
-        if (descriptor != nullptr && descriptor->single != nullptr && property.values->isOfText()) {
-            // Without a box, by the operation that the storage calls, too.
-            descriptor->single->set(object.getImplementation(), object.getDeviant(),
-                                    Generic::Ref::ofValue(String(value), Deviant()));
+        if (descriptor != nullptr && descriptor->single != nullptr) {
+            // By the operation that the storage calls, too; a text without a box.
+            auto const set = [&](Generic::Ref const & ref) {
+                descriptor->single->set(object.getImplementation(), object.getDeviant(), ref);
+            };
+            if (property.values->isOfText()) {
+                set(Generic::Ref::ofValue(String(value), Deviant()));
+            } else if (Object const * const kept = property.values->makeKept(value)) {
+                set(Generic::RefTraits<Object>::toRef(*kept));
+            } else {
+                set(Generic::RefTraits<Object>::toRef(property.values->make(value)));
+            }
         } else {
             property.storage.setOrAdd(object, property.values->make(value));
         }

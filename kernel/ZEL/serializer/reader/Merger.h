@@ -17,6 +17,13 @@
 #include <unordered_map>
 #include <vector>
 
+namespace ZEL::internal {
+class BodyCore;
+class ModelCore;
+struct ClassDescriptor;
+struct FieldDescriptor;
+} // namespace ZEL::internal
+
 namespace ZEL::Serializer {
 
 class MetaClassCache;
@@ -121,6 +128,13 @@ private:
     [[nodiscard]] Found findOrCreate(Model const & model, std::string const & uri, std::string const & roleName,
                                      std::string const & typeUri, std::string const & typeName,
                                      std::string const & text, ObjectId const & id);
+    /// Whether each object is made by the factories alone: nothing is to be found again, and no subclass has a say.
+    [[nodiscard]] bool makesAllAnew() const noexcept;
+    /// What `createObject` and a `setProperty` on the owner come to for a part of a class that the factories have made
+    /// for the same names before, in the model of the part. Null, and nothing done, where they are to be asked.
+    [[nodiscard]] internal::BodyCore * createPart(ClassObject const & owner, internal::FieldDescriptor const & field,
+                                                  internal::ModelCore & model,
+                                                  internal::ClassDescriptor const & descriptor, ObjectId const & id);
     /// An object that has the number from the model, not from a file, gets another one.
     static void freeNumber(std::vector<Numbered> & numbered, std::int32_t number);
     /// Cancels what was done to a model that the run has made; the model takes part no longer. False, and nothing done,

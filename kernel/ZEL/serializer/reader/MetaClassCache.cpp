@@ -40,19 +40,30 @@ Object ValueMaker::make(std::string_view text) {
     if (!fType || fType->typeInfo.isNull()) {
         return Object();
     }
-    if (!fKeepsValues || text.size() > kKeptTextSize) {
-        return convert(text);
+    Object const * const kept = makeKept(text);
+    return kept != nullptr ? *kept : convert(text);
+}
+
+Object const * ValueMaker::makeKept(std::string_view text) {
+    if (!fKeepsValues || text.size() > kKeptTextSize || !fType || fType->typeInfo.isNull()) {
+        return nullptr;
     }
-    auto const found = fKept.find(text);
-    if (found != fKept.end()) {
-        return found->second;
+    std::size_t const hash = text.size() * 5 + (text.empty() ? 0 : static_cast<unsigned char>(text[0]));
+    auto & last = fLast[hash % fLast.size()];
+    if (last != nullptr && last->first == text) {
+        return &last->second;
     }
-    Object const value = convert(text);
-    if (fKept.size() >= kKeptValues) {
-        fKept.clear();
+    auto found = fKept.find(text);
+    if (found == fKept.end()) {
+        Object value = convert(text);
+        if (fKept.size() >= kKeptValues) {
+            fKept.clear();
+            fLast = {};
+        }
+        found = fKept.emplace(text, std::move(value)).first;
     }
-    fKept.emplace(text, value);
-    return value;
+    last = &*found;
+    return &last->second;
 }
 
 // --- one class -------------------------------------------------------------------------------------------------------

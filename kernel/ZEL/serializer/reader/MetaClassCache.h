@@ -5,10 +5,12 @@
 #include <ZEL/serializer/reader/TextHash.h>
 #include <ZEL/values/BoxedType.h>
 
+#include <array>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace ZEL::Serializer {
@@ -23,6 +25,8 @@ public:
 
     /// Throws the text of the conversion error if `text` is no value of the type. A null handle if the type is unknown.
     [[nodiscard]] Object make(std::string_view text);
+    /// The same, where the value is one of those that are kept; null elsewhere. Valid until the next value is made.
+    [[nodiscard]] Object const * makeKept(std::string_view text);
     /// Whether the type is that of texts, of which each is a value.
     [[nodiscard]] bool isOfText() const noexcept { return !fKeepsValues; }
 
@@ -32,6 +36,8 @@ private:
     internal::BoxedTypePtr fType; ///< null for an unknown type
     bool fKeepsValues;
     std::unordered_map<std::string, Object, TextHash, std::equal_to<>> fKept;
+    /// Those met last, by size and first character: of a flag there are two, of most others a few.
+    std::array<std::pair<std::string const, Object> const *, 16> fLast{};
 };
 
 /// A property of a metaclass, and how its values are made.

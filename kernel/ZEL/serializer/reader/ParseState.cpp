@@ -83,7 +83,10 @@ ElementPlan & ElementPlans::of(ElementNames const & names, MetaClass & holder, T
     if (plan.holder != &holder || plan.names != names) {
         MetaProperty const * const property = holder.find(names.role);
         bool const isPart = property != nullptr && !property->isDataType && property->isComposite;
-        plan = {names, &holder, isPart && !rules.hasTransformFor(names.asContext()) ? property : nullptr, {}};
+        plan = ElementPlan();
+        plan.names = names;
+        plan.holder = &holder;
+        plan.part = isPart && !rules.hasTransformFor(names.asContext()) ? property : nullptr;
     }
     return plan;
 }

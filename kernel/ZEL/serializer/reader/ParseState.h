@@ -20,6 +20,10 @@
 #include <unordered_map>
 #include <vector>
 
+namespace ZEL::internal {
+class ModelCore;
+} // namespace ZEL::internal
+
 namespace ZEL::Serializer {
 
 class FileLinks;
@@ -95,6 +99,12 @@ struct ElementPlan {
     MetaClass const * holder = nullptr;  ///< null: none made yet
     MetaProperty const * part = nullptr; ///< the element makes a part, and no rule is for it; null for all others
     std::vector<Attribute> attributes;   ///< those met so far
+
+    /// How parts are made at once, as far as the last one has shown: null if they are not.
+    internal::FieldDescriptor const * place = nullptr; ///< that of `part` in the holder
+    internal::ModelCore * model = nullptr;             ///< the one in which they are made
+    MetaClass * made = nullptr;
+    internal::ClassDescriptor const * instances = nullptr; ///< of `made`
 };
 
 /// The plans of a file, as long as the rules stay as they are.

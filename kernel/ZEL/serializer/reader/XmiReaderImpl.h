@@ -153,6 +153,9 @@ private:
     void noteClass(ParseState const & state, Made const & made);
     [[nodiscard]] bool placeInModel(ParseState & state, Made const & made);
     [[nodiscard]] Made makeChild(ParseState & state, Context const & context);
+    /// As the plan has it; null, and nothing done, if it says nothing, or does not fit the object at hand.
+    [[nodiscard]] Made makePlanned(ParseState & state, ElementPlan const & plan, ObjectId const & id);
+    void planParts(ParseState const & state, ElementPlan & plan, Made const & made) const;
     [[nodiscard]] Made makePart(ParseState & state, MetaProperty const & property, Context const & context);
     [[nodiscard]] Made createObject(ParseState & state, Context const & context);
     [[nodiscard]] bool adoptModel(ParseState & state, Model const & model, Context const & context);

@@ -5,6 +5,7 @@
 #include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/Constants.h>
+#include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/ModelCore.h>
 #include <ZEL/serializer/ClassOfName.h>
 #include <ZEL/serializer/Messages.h>
@@ -188,9 +189,13 @@ bool XmiReaderImpl::startPart(ParseState & state, Head const & head) {
     }
     Context element = state.currentElement.asContext();
     element.setElement(head.id == nullptr ? std::string() : std::string(head.id->value));
-    Made made = makePart(state, *plan.part, element);
+    Made made = makePlanned(state, plan, ObjectId(element.getFirstValue()));
     if (made.metaClass == nullptr) {
-        return true; // it is skipped, and its attributes with it
+        made = makePart(state, *plan.part, element);
+        if (made.metaClass == nullptr) {
+            return true; // it is skipped, and its attributes with it
+        }
+        planParts(state, plan, made);
     }
     enter(state, std::move(made), std::move(element));
     auto role = state.roleNames.begin();
@@ -413,6 +418,40 @@ XmiReaderImpl::Made XmiReaderImpl::makeChild(ParseState & state, Context const &
         return {};
     }
     return makePart(state, *property, context);
+}
+
+XmiReaderImpl::Made XmiReaderImpl::makePlanned(ParseState & state, ElementPlan const & plan, ObjectId const & id) {
+    if (plan.made == nullptr || !fMerger->makesAllAnew() || isGiven(state, *plan.part)) {
+        return {};
+    }
+    ClassObject const & owner = state.cursor.object;
+    internal::BodyCore * const part = fMerger->createPart(owner, *plan.place, *plan.model, *plan.instances, id);
+    if (part == nullptr) {
+        return {};
+    }
+    Made made{ClassObject(part, owner.getDeviant()), plan.made, true};
+    enterId(state, made.object, id);
+    noteGiven(state, *plan.part);
+    return made;
+}
+
+void XmiReaderImpl::planParts(ParseState const & state, ElementPlan & plan, Made const & made) const {
+    internal::FieldDescriptor const * const place = plan.part->links;
+    internal::BodyCore const & body = *made.object.getImplementation()->internal_body();
+    internal::ModelCore * const model = body.internal_model();
+    // In a part of another file ids mean something else, and a class of another name may be one for want of the named.
+    bool const isPlain = made.isNew && place != nullptr && state.fragment.host == nullptr &&
+                         made.metaClass->name() == plan.names.type.getName() && !made.metaClass->isModel() &&
+                         model != nullptr && state.model.isValid() &&
+                         state.model.getImplementation()->internal_body() == model &&
+                         made.object.getDeviant() == state.cursor.object.getDeviant();
+    if (isPlain && internal::isContainment(*place->property) &&
+        internal::accepts(*place, *made.object.getImplementation())) {
+        plan.place = place;
+        plan.model = model;
+        plan.made = made.metaClass;
+        plan.instances = &body.internal_descriptor();
+    }
 }
 
 XmiReaderImpl::Made XmiReaderImpl::makePart(ParseState & state, MetaProperty const & property,

@@ -65,7 +65,7 @@ BodyCore * createPart(ModelCore & model, Deviant deviant, ClassDescriptor const 
     StateCore & state = *owner.writeState(deviant);
     ObjectIntf * const part = static_cast<ClassObjectIntf *>(&body);
     if (field.sequence != nullptr) {
-        field.sequence(state).push_back(part);
+        field.writableSequence(state).push_back(part);
     } else {
         field.set(state, part);
     }

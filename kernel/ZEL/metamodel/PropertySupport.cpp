@@ -86,7 +86,7 @@ bool pushNewPart(Ref const & element, GenericAssociationSequence::Owner const & 
     ClassObjectIntf & self = *owner.getImplementation();
     BodyCore const * const body = self.internal_body();
     FieldDescriptor const * const field = body == nullptr ? nullptr : fieldOf(body->internal_descriptor(), *list);
-    return field != nullptr && !readSequence(*field, *body->readState(deviant)).contains(element.body()) &&
+    return field != nullptr && !field->sequence(*body->readState(deviant)).contains(element.body()) &&
            addNewContainee(self, deviant, *field, *part);
 }
 

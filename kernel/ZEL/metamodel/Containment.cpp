@@ -1,6 +1,7 @@
 #include <ZEL/Boolean.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/ClassObject.h>
+#include <ZEL/metamodel/CompositeFields.h>
 #include <ZEL/metamodel/Containment.h>
 #include <ZEL/metamodel/FactoryObjectIntf.h>
 #include <ZEL/metamodel/ModelCore.h>
@@ -161,13 +162,10 @@ void eraseContainee(ClassObjectIntf & container, Deviant deviant, ClassObjectInt
 
 void collectContainees(ClassObjectIntf const & object, Deviant deviant, std::vector<ClassObjectIntf *> & result) {
     StateCore const & state = stateToRead(object, deviant);
-    for (FieldDescriptor const & field : classOf(object).fields) {
-        if (!isContainment(*field.property)) {
-            continue;
-        }
-        if (field.sequence != nullptr) {
-            field.sequence(state).forEach([&result](void * element) { result.push_back(classObjectOf(element)); });
-        } else if (ObjectIntf * const value = field.get(state)) {
+    for (FieldDescriptor const * const field : compositeFieldsOf(classOf(object))) {
+        if (field->sequence != nullptr) {
+            field->sequence(state).forEach([&result](void * element) { result.push_back(classObjectOf(element)); });
+        } else if (ObjectIntf * const value = field->get(state); value != nullptr && isContainment(*field->property)) {
             result.push_back(classObjectOf(value));
         }
     }
@@ -175,11 +173,11 @@ void collectContainees(ClassObjectIntf const & object, Deviant deviant, std::vec
 
 bool hasContainees(ClassObjectIntf const & object, Deviant deviant) {
     StateCore const & state = stateToRead(object, deviant);
-    return std::any_of(
-        classOf(object).fields.begin(), classOf(object).fields.end(), [&state](FieldDescriptor const & field) {
-            return isContainment(*field.property) &&
-                   (field.sequence != nullptr ? !field.sequence(state).empty() : field.get(state) != nullptr);
-        });
+    CompositeFields const & fields = compositeFieldsOf(classOf(object));
+    return std::any_of(fields.begin(), fields.end(), [&state](FieldDescriptor const * field) {
+        return field->sequence != nullptr ? !field->sequence(state).empty()
+                                          : field->get(state) != nullptr && isContainment(*field->property);
+    });
 }
 
 std::vector<ClassObjectIntf *> collectSubtree(ClassObjectIntf & object, Deviant deviant) {

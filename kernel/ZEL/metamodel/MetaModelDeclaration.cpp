@@ -40,7 +40,9 @@ void setPlainValues(NSImplementation::PropertyDeviantImpl & state, PropertyDescr
     state.setIsComposite(root, Boolean(descriptor.isComposite));
     state.setIsOrdered(root, Boolean(descriptor.isOrdered));
     state.setIsUnique(root, Boolean(descriptor.isUnique));
-    state.setDefault(root, String(descriptor.defaultValue));
+    if (*descriptor.defaultValue != '\0') {
+        state.setDefault(root, String(descriptor.defaultValue));
+    }
     state.setVisibility(root, VisibilityKind(VisibilityKind::Public));
     state.setLower(root, Integer(descriptor.lower));
     state.setUpper(root, UnlimitedNatural(descriptor.upper));

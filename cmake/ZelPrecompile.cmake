@@ -5,6 +5,6 @@ function(zel_precompile target)
         target_precompile_headers(${target} PRIVATE ${ARGN})
         # With them g++ 12 sees texts put together, and functions moved, beyond or before what they are made of.
         target_compile_options(${target} PRIVATE
-            $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds -Wno-maybe-uninitialized>)
+            $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds -Wno-maybe-uninitialized -Wno-stringop-overflow -Wno-stringop-overread>)
     endif()
 endfunction()

@@ -190,13 +190,16 @@ void Checker::checkGeneratedNames(TypeDefinition const & type) {
         report(type.name, "found type", ", expected a name that generated code does not use by itself");
     }
     for (TypeDefinition const & other : fDefinition.types) {
-        for (std::string const & made :
-             {"Immutable" + other.name.text, other.name.text + "Intf", other.name.text + "Impl",
-              other.name.text + "DeviantImpl", other.name.text + "Tables", other.name.text + "PropertyTable"}) {
-            if (name == made && other.kind == TypeKind::Class) {
-                report(type.name, "found type",
-                       ", expected a name that is not one of those made for '" + other.name.text + "'");
-            }
+        std::string const & of = other.name.text;
+        std::vector<std::string> made;
+        if (other.kind == TypeKind::Class) {
+            made = {"Immutable" + of,   of + "Intf",   of + "Impl",
+                    of + "DeviantImpl", of + "Tables", of + "PropertyTable"};
+        } else if (other.kind == TypeKind::Enumeration) {
+            made = {of + "Shape"};
+        }
+        if (std::find(made.begin(), made.end(), name) != made.end()) {
+            report(type.name, "found type", ", expected a name that is not one of those made for '" + of + "'");
         }
     }
 }

@@ -79,6 +79,11 @@ std::string Emission::valueHeader(Type const & type) {
     return type.home->includeDirectory + '/' + type.name + ".h";
 }
 
+std::string Emission::shapeHeader(Type const & type) {
+    return type.kind == TypeKind::Enumeration ? type.home->includeDirectory + '/' + type.name + "Shape.h"
+                                              : valueHeader(type);
+}
+
 std::set<std::string> Emission::supportFor(std::string_view text) {
     static std::map<std::string, std::vector<std::string>> const words{
         {"ZEL/Boolean.h", {"Boolean"}},

@@ -35,6 +35,8 @@ struct Emission {
     [[nodiscard]] static std::string header(Class const & of, std::string_view suffix = "");
     /// The header that declares a value type or the handles of a class.
     [[nodiscard]] static std::string valueHeader(Type const & type);
+    /// The same, for an enumeration without what only its texts and its type need.
+    [[nodiscard]] static std::string shapeHeader(Type const & type);
     /// The headers of the parts of operations that `text` names.
     [[nodiscard]] static std::set<std::string> supportFor(std::string_view text);
     /// Include lines, in order, for the headers that are not in `known`: those that the source's own header includes.
@@ -71,6 +73,7 @@ using Files = std::map<std::string, std::string>;
 [[nodiscard]] std::string emitHandleSource(Emission const & emission, Class const & of);
 [[nodiscard]] std::string emitHolderHeader(Emission const & emission, Class const & of, Holder holder);
 [[nodiscard]] std::string emitHolderSource(Emission const & emission, Class const & of, Holder holder);
+[[nodiscard]] std::string emitEnumerationShape(Emission const & emission, Type const & of);
 [[nodiscard]] std::string emitEnumerationHeader(Emission const & emission, Type const & of);
 [[nodiscard]] std::string emitEnumerationSource(Emission const & emission, Type const & of);
 [[nodiscard]] std::string emitMetamodelHeader(Emission const & emission);

@@ -2,13 +2,13 @@
 
 namespace zelgen {
 
-std::string emitEnumerationHeader(Emission const & emission, Type const & of) {
+std::string emitEnumerationShape(Emission const & emission, Type const & of) {
     return emission.print(R"(
 $banner$
 #pragma once
 
 #include <$forward$>
-#include <ZEL/values/EnumerationValue.h>
+#include <ZEL/values/EnumerationShape.h>
 
 namespace $ns$ {
 
@@ -23,7 +23,9 @@ public:
     constexpr operator Value() const noexcept { return getValue(); }
 
     [[nodiscard]] static std::string getTypeName() { return "$P$.$X$"; }
-    [[nodiscard]] static std::map<std::string, Value> const & getLiterals();
+    [[nodiscard]] static HASP::TypeInfo const & getTypeInfo();
+    /// A `std::map<std::string, Value>`; complete by `<$header$>`.
+    [[nodiscard]] static ZEL::internal::EnumerationLiterals<Value> const & getLiterals();
 };
 
 } // namespace $ns$
@@ -34,7 +36,20 @@ public:
                            {"API", emission.exportMacro},
                            {"X", of.name},
                            {"P", emission.metamodel.prefix},
+                           {"header", Emission::valueHeader(of)},
                            {"values", Printer::join(of.enumerators, ", ")}});
+}
+
+std::string emitEnumerationHeader(Emission const & emission, Type const & of) {
+    return emission.print(
+        R"(
+$banner$
+#pragma once
+
+#include <$shape$>
+#include <ZEL/values/EnumerationValue.h>
+)",
+        {{"banner", emission.banner(of.mark, "write/Enumeration.cpp")}, {"shape", Emission::shapeHeader(of)}});
 }
 
 std::string emitEnumerationSource(Emission const & emission, Type const & of) {
@@ -48,8 +63,12 @@ $banner$
 
 namespace $ns$ {
 
-std::map<std::string, $X$::Value> const & $X$::getLiterals() {
-    static std::map<std::string, Value> const literals{
+HASP::TypeInfo const & $X$::getTypeInfo() {
+    return ZEL::internal::enumerationType<$X$>();
+}
+
+ZEL::internal::EnumerationLiterals<$X$::Value> const & $X$::getLiterals() {
+    static ZEL::internal::EnumerationLiterals<Value> const literals{
         $rows$
     };
     return literals;

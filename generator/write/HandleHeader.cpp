@@ -19,7 +19,7 @@ std::set<std::string> headersOfHandle(Class const & of) {
     }
     for (Property const * const p : handleProperties(of)) {
         if (p->type->kind != TypeKind::Class) {
-            headers.insert(Emission::valueHeader(*p->type));
+            headers.insert(Emission::shapeHeader(*p->type));
         }
     }
     return headers;

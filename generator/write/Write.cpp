@@ -136,6 +136,7 @@ Files emitFiles(Family const & family, WriteOptions const & options) {
             addClass(collector, emission, *type->asClass);
         } else if (type->kind == TypeKind::Enumeration) {
             collector.startGroup();
+            collector.addHeader(type->name + "Shape", emitEnumerationShape(emission, *type));
             collector.add(type->name, emitEnumerationHeader(emission, *type), emitEnumerationSource(emission, *type));
         }
     }

@@ -19,9 +19,11 @@ class HOST_API TypeInfo {
 public:
     TypeInfo() noexcept = default;
     TypeInfo(TypeInfo const & other) noexcept : TypeInfo(other.fType) {}
-    TypeInfo(TypeInfo && other) noexcept : fType(std::exchange(other.fType, nullptr)) {}
+    TypeInfo(TypeInfo && other) noexcept : fType(other.fType) { other.fType = nullptr; }
     TypeInfo & operator=(TypeInfo other) noexcept {
-        std::swap(fType, other.fType);
+        Type * const type = fType;
+        fType = other.fType;
+        other.fType = type;
         return *this;
     }
     ~TypeInfo();

@@ -151,7 +151,8 @@ private:
     }
     /// The value of `other`, which is empty then. Nothing is held before.
     void take(any & other) noexcept {
-        fOperations = std::exchange(other.fOperations, nullptr);
+        fOperations = other.fOperations;
+        other.fOperations = nullptr;
         if (fOperations != nullptr) {
             fOperations->move(other.fRoom, fRoom);
         }

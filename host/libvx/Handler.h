@@ -3,7 +3,6 @@
 #include <libvx/Formatter.h>
 #include <libvx/Level.h>
 
-#include <memory>
 #include <vector>
 
 namespace Quillon::System {
@@ -29,7 +28,7 @@ public:
     /// Takes ownership; the previous formatter is deleted.
     void setFormatter(Formatter * formatter);
     /// Null until one is set.
-    [[nodiscard]] Formatter * getFormatter() const noexcept { return fFormatter.get(); }
+    [[nodiscard]] Formatter * getFormatter() const noexcept { return fFormatter; }
     void setFilter(Filter * filter) noexcept { fFilter = filter; }
     [[nodiscard]] Filter * getFilter() const noexcept { return fFilter; }
     void setLevel(Level const & level) noexcept { fLevel = level; }
@@ -41,7 +40,7 @@ protected:
 private:
     friend class Logger;
 
-    std::unique_ptr<Formatter> fFormatter;
+    Formatter * fFormatter = nullptr; ///< owned
     Filter * fFilter = nullptr;
     Level fLevel = Level::All;
     std::vector<Logger *> fLoggers;

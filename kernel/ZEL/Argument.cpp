@@ -61,6 +61,14 @@ HASP::StringID Argument::fValue_ID("value");
 Argument::Argument(String name, Object const & value)
     : fName(std::move(name)), fValue(value.getImplementation(), Deviant()) {}
 
+Argument::Argument(ImmutableValueObject const & object) : Argument(internal::unboxed<Argument>(object)) {}
+
+Argument::Argument(ImmutableObject const & object) : Argument(internal::unboxed<Argument>(object)) {}
+
+Object Argument::toZELObject() const { return *this; }
+
+ValueObject Argument::toZELValueObject() const { return *this; }
+
 HASP::TypeInfo const & Argument::getTypeInfo() {
     static HASP::TypeInfo const info = ArgumentTypeInfo::Create();
     return info;

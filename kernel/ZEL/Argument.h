@@ -23,8 +23,8 @@ public:
     Argument() noexcept = default;
     /// Throws "Cannot access NULL ref. Use isValid() before calling methods" on a null handle.
     Argument(String name, Object const & value);
-    explicit Argument(ImmutableValueObject const & object) : Argument(internal::unboxed<Argument>(object)) {}
-    explicit Argument(ImmutableObject const & object) : Argument(internal::unboxed<Argument>(object)) {}
+    explicit Argument(ImmutableValueObject const & object);
+    explicit Argument(ImmutableObject const & object);
 
     [[nodiscard]] static std::string getTypeName() { return "ZEL.Argument"; }
     [[nodiscard]] static HASP::TypeInfo const & getTypeInfo();
@@ -56,8 +56,8 @@ public:
     void removeObjectFirstName() { fName = String(); }
     void removeObjectFirstValue() { removeValue(); }
 
-    [[nodiscard]] Object toZELObject() const { return *this; }
-    [[nodiscard]] ValueObject toZELValueObject() const { return *this; }
+    [[nodiscard]] Object toZELObject() const;
+    [[nodiscard]] ValueObject toZELValueObject() const;
 
     friend bool operator==(Argument const & left, Argument const & right) noexcept {
         return left.fName == right.fName && left.fValue == right.fValue;

@@ -14,6 +14,10 @@ template class internal::ValueTypeInfo<Boolean>;
 
 Boolean::Boolean(String const & text) : fValue(internal::requiredNumber<bool>(text.str(), "bool")) {}
 
+Boolean::Boolean(ImmutableValueObject const & object) : Boolean(internal::unboxed<Boolean>(object)) {}
+
+Boolean::Boolean(ImmutableObject const & object) : Boolean(internal::unboxed<Boolean>(object)) {}
+
 HASP::TypeInfo const & Boolean::getTypeInfo() {
     static HASP::TypeInfo const info = BooleanTypeInfo::Create();
     return info;

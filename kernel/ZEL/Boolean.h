@@ -22,8 +22,8 @@ public:
     constexpr Boolean(Number const & value) noexcept : fValue(value.getValue() != 0) {}
     /// Reads "0" or "1"; anything else throws "Unable to convert from string to bool!".
     explicit Boolean(String const & text);
-    explicit Boolean(ImmutableValueObject const & object) : Boolean(internal::unboxed<Boolean>(object)) {}
-    explicit Boolean(ImmutableObject const & object) : Boolean(internal::unboxed<Boolean>(object)) {}
+    explicit Boolean(ImmutableValueObject const & object);
+    explicit Boolean(ImmutableObject const & object);
 
     [[nodiscard]] static std::string getTypeName() { return "ZEL.Boolean"; }
     [[nodiscard]] static HASP::TypeInfo const & getTypeInfo();

@@ -10,6 +10,10 @@ template class internal::ValueTypeInfo<Double>;
 
 Double::Double(String const & text) : fValue(internal::requiredNumber<double>(text.str(), "double")) {}
 
+Double::Double(ImmutableValueObject const & object) : Double(internal::unboxed<Double>(object)) {}
+
+Double::Double(ImmutableObject const & object) : Double(internal::unboxed<Double>(object)) {}
+
 HASP::TypeInfo const & Double::getTypeInfo() {
     static HASP::TypeInfo const info = DoubleTypeInfo::Create();
     return info;

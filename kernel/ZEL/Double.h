@@ -25,8 +25,8 @@ public:
     constexpr Double(Number const & value) noexcept : fValue(static_cast<double>(value.getValue())) {}
     /// Reads the number at the beginning of the text; none throws "Unable to convert from string to double!".
     explicit Double(String const & text);
-    explicit Double(ImmutableValueObject const & object) : Double(internal::unboxed<Double>(object)) {}
-    explicit Double(ImmutableObject const & object) : Double(internal::unboxed<Double>(object)) {}
+    explicit Double(ImmutableValueObject const & object);
+    explicit Double(ImmutableObject const & object);
 
     [[nodiscard]] static std::string getTypeName() { return "ZEL.Double"; }
     [[nodiscard]] static HASP::TypeInfo const & getTypeInfo();

@@ -10,6 +10,10 @@ template class internal::ValueTypeInfo<Integer>;
 
 Integer::Integer(String const & text) : fValue(internal::requiredNumber<std::int32_t>(text.str(), "INT32_T")) {}
 
+Integer::Integer(ImmutableValueObject const & object) : Integer(internal::unboxed<Integer>(object)) {}
+
+Integer::Integer(ImmutableObject const & object) : Integer(internal::unboxed<Integer>(object)) {}
+
 HASP::TypeInfo const & Integer::getTypeInfo() {
     static HASP::TypeInfo const info = IntegerTypeInfo::Create();
     return info;

@@ -32,8 +32,8 @@ public:
     /// Reads the number at the beginning of the text; none, or one out of range, throws "Unable to convert from string
     /// to INT32_T!".
     explicit Integer(String const & text);
-    explicit Integer(ImmutableValueObject const & object) : Integer(internal::unboxed<Integer>(object)) {}
-    explicit Integer(ImmutableObject const & object) : Integer(internal::unboxed<Integer>(object)) {}
+    explicit Integer(ImmutableValueObject const & object);
+    explicit Integer(ImmutableObject const & object);
 
     [[nodiscard]] static std::string getTypeName() { return "ZEL.Integer"; }
     [[nodiscard]] static HASP::TypeInfo const & getTypeInfo();

@@ -10,6 +10,10 @@ template class internal::ValueTypeInfo<Real>;
 
 Real::Real(String const & text) : fValue(internal::requiredNumber<double>(text.str(), "double")) {}
 
+Real::Real(ImmutableValueObject const & object) : Real(internal::unboxed<Real>(object)) {}
+
+Real::Real(ImmutableObject const & object) : Real(internal::unboxed<Real>(object)) {}
+
 HASP::TypeInfo const & Real::getTypeInfo() {
     static HASP::TypeInfo const info = RealTypeInfo::Create();
     return info;

@@ -18,8 +18,8 @@ public:
     constexpr Real(Number const & value) noexcept : fValue(value.getValue()) {}
     /// Reads the number at the beginning of the text; none throws "Unable to convert from string to double!".
     explicit Real(String const & text);
-    explicit Real(ImmutableValueObject const & object) : Real(internal::unboxed<Real>(object)) {}
-    explicit Real(ImmutableObject const & object) : Real(internal::unboxed<Real>(object)) {}
+    explicit Real(ImmutableValueObject const & object);
+    explicit Real(ImmutableObject const & object);
 
     [[nodiscard]] static std::string getTypeName() { return "ZEL.Real"; }
     [[nodiscard]] static HASP::TypeInfo const & getTypeInfo();

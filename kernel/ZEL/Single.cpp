@@ -10,6 +10,10 @@ template class internal::ValueTypeInfo<Single>;
 
 Single::Single(String const & text) : fValue(internal::requiredNumber<float>(text.str(), "float")) {}
 
+Single::Single(ImmutableValueObject const & object) : Single(internal::unboxed<Single>(object)) {}
+
+Single::Single(ImmutableObject const & object) : Single(internal::unboxed<Single>(object)) {}
+
 HASP::TypeInfo const & Single::getTypeInfo() {
     static HASP::TypeInfo const info = SingleTypeInfo::Create();
     return info;

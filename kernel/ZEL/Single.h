@@ -19,8 +19,8 @@ public:
     constexpr Single(Number const & value) noexcept : fValue(static_cast<float>(value.getValue())) {}
     /// Reads the number at the beginning of the text; none throws "Unable to convert from string to float!".
     explicit Single(String const & text);
-    explicit Single(ImmutableValueObject const & object) : Single(internal::unboxed<Single>(object)) {}
-    explicit Single(ImmutableObject const & object) : Single(internal::unboxed<Single>(object)) {}
+    explicit Single(ImmutableValueObject const & object);
+    explicit Single(ImmutableObject const & object);
 
     [[nodiscard]] static std::string getTypeName() { return "ZEL.Single"; }
     [[nodiscard]] static HASP::TypeInfo const & getTypeInfo();

@@ -18,6 +18,12 @@ template class internal::ValueTypeInfo<UnlimitedNatural>;
 UnlimitedNatural::UnlimitedNatural(String const & text)
     : fValue(internal::requiredNumber<std::uint32_t>(text.str(), "UINT32_T")) {}
 
+UnlimitedNatural::UnlimitedNatural(ImmutableValueObject const & object)
+    : UnlimitedNatural(internal::unboxed<UnlimitedNatural>(object)) {}
+
+UnlimitedNatural::UnlimitedNatural(ImmutableObject const & object)
+    : UnlimitedNatural(internal::unboxed<UnlimitedNatural>(object)) {}
+
 HASP::TypeInfo const & UnlimitedNatural::getTypeInfo() {
     static HASP::TypeInfo const info = UnlimitedNaturalTypeInfo::Create();
     return info;

@@ -32,10 +32,8 @@ public:
     /// Reads the number at the beginning of the text; none, or one out of range, throws "Unable to convert from string
     /// to UINT32_T!". Knows nothing of "*".
     explicit UnlimitedNatural(String const & text);
-    explicit UnlimitedNatural(ImmutableValueObject const & object)
-        : UnlimitedNatural(internal::unboxed<UnlimitedNatural>(object)) {}
-    explicit UnlimitedNatural(ImmutableObject const & object)
-        : UnlimitedNatural(internal::unboxed<UnlimitedNatural>(object)) {}
+    explicit UnlimitedNatural(ImmutableValueObject const & object);
+    explicit UnlimitedNatural(ImmutableObject const & object);
 
     [[nodiscard]] static std::string getTypeName() { return "ZEL.UnlimitedNatural"; }
     [[nodiscard]] static HASP::TypeInfo const & getTypeInfo();

@@ -74,7 +74,7 @@ TEST_F(Write, EveryUnitIsThereAndHoldsWholeClasses) {
     EXPECT_TRUE(holds("app_family_2.cpp", "#include <app/ATables.cpp>"));
     EXPECT_TRUE(holds("app_family_3.cpp", "#include <app/K.cpp>"));
     EXPECT_TRUE(exists("app_family_4.cpp")) << "also one without a class";
-    EXPECT_TRUE(holds("app/K.h", "enum Value { X, Return, Plus };"));
+    EXPECT_TRUE(holds("app/KShape.h", "enum Value { X, Return, Plus };"));
     EXPECT_TRUE(holds("app/K.cpp", "{\"+\", Plus},"));
 }
 

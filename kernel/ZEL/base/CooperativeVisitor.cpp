@@ -68,18 +68,27 @@ std::pair<char const *, ClassInfo> GetTagFromName(char const * name) {
     return {found->first.c_str(), found->second};
 }
 
-CastTable::CastTable(std::vector<Entry> entries)
-    : fEntries(std::move(entries)), fDomain(fEntries.empty() ? 0 : fEntries.front().info.domainTag) {
-    for (Entry const & entry : fEntries) {
-        if (entry.info.classTag >= fThunks.size()) {
-            fThunks.resize(entry.info.classTag + 1, nullptr);
+struct CastTable::Tables {
+    std::vector<Entry> entries;
+    std::vector<Thunk> thunks; ///< by class tag
+};
+
+CastTable::CastTable(std::initializer_list<Entry> entries)
+    : fTables(new Tables{entries, {}}), fDomain(entries.size() == 0 ? 0 : entries.begin()->info.domainTag) {
+    std::vector<Thunk> & thunks = fTables->thunks;
+    for (Entry const & entry : entries) {
+        if (entry.info.classTag >= thunks.size()) {
+            thunks.resize(entry.info.classTag + 1, nullptr);
         }
-        fThunks[entry.info.classTag] = entry.thunk;
+        thunks[entry.info.classTag] = entry.thunk;
     }
+    fThunks = {thunks.data(), static_cast<unsigned int>(thunks.size())};
 }
 
+CastTable::~CastTable() = default;
+
 MethodInfo CastTable::visitMethod(VisitTable const & table, void * self) const noexcept {
-    for (Entry const & entry : fEntries) {
+    for (Entry const & entry : fTables->entries) {
         if (VisitThunk const method = methodFor(table, entry.info)) {
             return {method, entry.thunk(self)};
         }
@@ -88,6 +97,19 @@ MethodInfo CastTable::visitMethod(VisitTable const & table, void * self) const n
 }
 
 } // namespace internal
+
+DispatchTable::DispatchTable() = default;
+
+// The rows point into the table that made them.
+DispatchTable::DispatchTable(DispatchTable const & other) : fThunks(other.fThunks) {}
+
+DispatchTable & DispatchTable::operator=(DispatchTable const & other) {
+    fThunks = other.fThunks;
+    fRows.clear();
+    return *this;
+}
+
+DispatchTable::~DispatchTable() = default;
 
 void DispatchTable::add(internal::ClassInfo const & info, internal::VisitThunk thunk) {
     if (info.domainTag >= fThunks.size()) {

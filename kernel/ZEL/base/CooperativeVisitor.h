@@ -1,7 +1,9 @@
 #pragma once
 
 #include <ZEL/Export.h>
+#include <ZEL/base/SoleOwner.h>
 
+#include <initializer_list>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -81,7 +83,10 @@ public:
         Thunk thunk;
     };
 
-    explicit CastTable(std::vector<Entry> entries);
+    explicit CastTable(std::initializer_list<Entry> entries);
+    ~CastTable();
+    CastTable(CastTable const &) = delete;
+    CastTable & operator=(CastTable const &) = delete;
 
     /// The address of the part of `self` that `info` names, null if it has none.
     [[nodiscard]] void * cast(ClassInfo const & info, void * self) const noexcept {
@@ -96,8 +101,10 @@ public:
     [[nodiscard]] MethodInfo visitMethod(VisitTable const & table, void * self) const noexcept;
 
 private:
-    std::vector<Entry> fEntries;
-    std::vector<Thunk> fThunks; ///< by class tag
+    struct Tables;
+
+    ZEL::internal::SoleOwner<Tables> fTables;
+    LightVector<Thunk> fThunks; ///< by class tag; in the tables
     unsigned int fDomain;       ///< all entries of a table share one domain
 };
 
@@ -116,13 +123,10 @@ template <class Concrete, class... Interfaces> CastTable const & castTable() {
 /// Collects what a visitor or listener handles; its table is the argument of `getVisitMethod`.
 class ZEL_API DispatchTable {
 public:
-    DispatchTable() = default;
-    DispatchTable(DispatchTable const & other) : fThunks(other.fThunks) {}
-    DispatchTable & operator=(DispatchTable const & other) {
-        fThunks = other.fThunks;
-        fRows.clear();
-        return *this;
-    }
+    DispatchTable();
+    DispatchTable(DispatchTable const & other);
+    DispatchTable & operator=(DispatchTable const & other);
+    ~DispatchTable();
 
     /// Registers `thunk` for the class; a second registration of one class replaces the first.
     void add(internal::ClassInfo const & info, internal::VisitThunk thunk);

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <ZEL/base/SoleOwner.h>
+
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <new>
 #include <utility>
 
@@ -46,7 +47,7 @@ public:
         while (larger.fSize < 2 * taken) {
             larger.fSize *= 2;
         }
-        larger.fSlots = std::make_unique<Slot[]>(larger.fSize);
+        larger.fSlots = SoleOwner<Slot[]>(new Slot[larger.fSize]());
         for (Slot & slot : *this) {
             if (slot) {
                 larger.findFree(homeOf(slot)) = std::move(slot);
@@ -58,8 +59,8 @@ public:
     /// Makes all slots free and their number `size`. Returns false, and leaves no slots, if there is no memory.
     [[nodiscard]] bool reset(std::uint32_t size) noexcept {
         if (size != fSize) {
-            fSlots.reset(new (std::nothrow) Slot[size]);
-            fSize = fSlots == nullptr ? 0 : size;
+            fSlots = SoleOwner<Slot[]>(new (std::nothrow) Slot[size]);
+            fSize = fSlots ? size : 0;
         }
         for (Slot & slot : *this) {
             slot = Slot();
@@ -89,7 +90,7 @@ public:
 private:
     static constexpr std::uint32_t kFirstSize = 16;
 
-    std::unique_ptr<Slot[]> fSlots;
+    SoleOwner<Slot[]> fSlots;
     std::uint32_t fSize = 0;
 };
 

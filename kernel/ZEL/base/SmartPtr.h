@@ -19,7 +19,7 @@ public:
     SmartPtr(SmartPtr const & other) noexcept(noexcept(Counting::retain(other.fObject))) : fObject(other.fObject) {
         retain(fObject);
     }
-    SmartPtr(SmartPtr && other) noexcept : fObject(std::exchange(other.fObject, nullptr)) {}
+    SmartPtr(SmartPtr && other) noexcept : fObject(other.fObject) { other.fObject = nullptr; }
     ~SmartPtr() { release(fObject); }
 
     // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the bodies are compared
@@ -27,7 +27,10 @@ public:
     // NOLINTNEXTLINE(performance-noexcept-move-constructor): giving up a count may throw
     SmartPtr & operator=(SmartPtr && other) noexcept(kCountsWithoutThrowing<T>) {
         if (fObject != other.fObject) {
-            release(std::exchange(fObject, std::exchange(other.fObject, nullptr)));
+            T * const old = fObject;
+            fObject = other.fObject;
+            other.fObject = nullptr;
+            release(old);
         }
         return *this;
     }
@@ -35,7 +38,9 @@ public:
         if (fObject != object) {
             // The new one first: giving up the old one may be what keeps the new one alive.
             retain(object);
-            release(std::exchange(fObject, object));
+            T * const old = fObject;
+            fObject = object;
+            release(old);
         }
         return *this;
     }

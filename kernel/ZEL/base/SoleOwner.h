@@ -27,7 +27,9 @@ public:
 
     SoleOwner & operator=(SoleOwner && other) noexcept {
         SoleOwner taken(std::move(other)); // with the old object from here on
-        std::swap(fObject, taken.fObject);
+        T * const old = fObject;
+        fObject = taken.fObject;
+        taken.fObject = old;
         return *this;
     }
 
@@ -37,7 +39,11 @@ public:
     explicit operator bool() const noexcept { return fObject != nullptr; }
 
     /// The object, which now belongs to the caller.
-    [[nodiscard]] T * release() noexcept { return std::exchange(fObject, nullptr); }
+    [[nodiscard]] T * release() noexcept {
+        T * const object = fObject;
+        fObject = nullptr;
+        return object;
+    }
     void reset() noexcept { *this = SoleOwner(); }
 
     friend bool operator==(SoleOwner const & a, SoleOwner const & b) noexcept { return a.fObject == b.fObject; }
@@ -45,6 +51,30 @@ public:
 
 private:
     T * fObject = nullptr;
+};
+
+/// Owns an array.
+template <class T> class SoleOwner<T[]> {
+public:
+    SoleOwner() noexcept = default;
+    explicit SoleOwner(T * array) noexcept : fArray(array) {}
+    SoleOwner(SoleOwner && other) noexcept : fArray(std::exchange(other.fArray, nullptr)) {}
+    ~SoleOwner() { delete[] fArray; }
+
+    SoleOwner & operator=(SoleOwner && other) noexcept {
+        SoleOwner taken(std::move(other)); // with the old array from here on
+        swap(taken);
+        return *this;
+    }
+
+    [[nodiscard]] T * get() const noexcept { return fArray; }
+    [[nodiscard]] T & operator[](std::size_t index) const noexcept { return fArray[index]; }
+    explicit operator bool() const noexcept { return fArray != nullptr; }
+    void swap(SoleOwner & other) noexcept { std::swap(fArray, other.fArray); }
+    void reset() noexcept { *this = SoleOwner(); }
+
+private:
+    T * fArray = nullptr;
 };
 
 } // namespace ZEL::internal

@@ -2,6 +2,7 @@
 #include <ZEL/deviants/DeviantImpl.h>
 #include <ZEL/deviants/DeviantManager.h>
 
+#include <memory>
 #include <utility>
 
 namespace ZEL {
@@ -30,7 +31,7 @@ Deviant DeviantManager::getRootDeviant() const noexcept { return fRoot == nullpt
 
 void DeviantManager::internal_setReplayer(internal::Replayer * replayer) {
     if (replayer != fReplayer.get()) {
-        fReplayer.reset(replayer);
+        fReplayer = internal::SoleOwner<internal::Replayer>(replayer);
     }
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <ZEL/Export.h>
+#include <ZEL/base/SoleOwner.h>
 #include <ZEL/deviants/Deviant.h>
 #include <ZEL/deviants/ListenerBase.h>
 #include <ZEL/deviants/Replay.h>
 
 #include <map>
-#include <memory>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -82,10 +82,10 @@ private:
 
     NSInterface::ModelIntf * fModel = nullptr;
     NSInterface::ClassObjectIntf * fBody = nullptr;
-    std::map<std::string, std::unique_ptr<internal::DeviantImpl>> fByName;
+    std::map<std::string, internal::SoleOwner<internal::DeviantImpl>> fByName;
     internal::DeviantImpl * fRoot = nullptr;
-    std::vector<std::unique_ptr<internal::DeviantImpl>> fRemoved;
-    std::unique_ptr<internal::Replayer> fReplayer; ///< a `DeviantManagerHelper`
+    std::vector<internal::SoleOwner<internal::DeviantImpl>> fRemoved;
+    internal::SoleOwner<internal::Replayer> fReplayer; ///< a `DeviantManagerHelper`
     std::vector<Deviant> fNamed;
 };
 

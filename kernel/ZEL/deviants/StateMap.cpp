@@ -146,7 +146,7 @@ void StateMap::makeRoom(std::size_t more) {
 }
 
 void StateMap::grow(std::uint32_t capacity) {
-    std::unique_ptr<Entry[]> larger(new Entry[capacity]);
+    internal::SoleOwner<Entry[]> larger(new Entry[capacity]);
     std::copy(data(), data() + fSize, larger.get());
     fHeap = std::move(larger);
     fCapacity = capacity;
@@ -210,15 +210,15 @@ void StateMap::clear(bool destroyStates) {
     fIsSorted = true;
     fIsIndexed = false;
     // The map is empty before any code of a body runs, which may come back to it.
-    if (fHeap == nullptr) {
+    if (!fHeap) {
         Entry const entries[kInline] = {fInline[0], fInline[1]};
         release(entries, count, destroyStates);
         return;
     }
-    std::unique_ptr<Entry[]> entries = std::move(fHeap);
+    internal::SoleOwner<Entry[]> entries = std::move(fHeap);
     std::uint32_t const capacity = std::exchange(fCapacity, kInline);
     release(entries.get(), count, destroyStates);
-    if (capacity <= kPooled && fHeap == nullptr && fSize == 0) {
+    if (capacity <= kPooled && !fHeap && fSize == 0) {
         fHeap = std::move(entries);
         fCapacity = capacity;
     } else if (capacity > kPooled && !fIsIndexed) {

@@ -2,10 +2,10 @@
 
 #include <ZEL/Export.h>
 #include <ZEL/base/OpenTable.h>
+#include <ZEL/base/SoleOwner.h>
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 namespace ZEL {
@@ -94,9 +94,7 @@ private:
     static constexpr std::uint32_t kPooled = 64; ///< a cleared map keeps memory for so many entries
     static constexpr std::uint32_t kNone = ~std::uint32_t{0};
 
-    [[nodiscard]] Entry * data() const noexcept {
-        return fHeap != nullptr ? fHeap.get() : const_cast<Entry *>(fInline);
-    }
+    [[nodiscard]] Entry * data() const noexcept { return fHeap ? fHeap.get() : const_cast<Entry *>(fInline); }
     [[nodiscard]] std::uint32_t position(Key key) const noexcept;
     [[nodiscard]] std::uint32_t positionWithoutIndex(Key key) const noexcept;
     void sort() const noexcept;
@@ -117,7 +115,7 @@ private:
     mutable std::uint32_t fLast = 0; ///< where a search in a large map found something last; those in order go on there
     Key fGreatest = nullptr;         ///< no key of the map is greater
     Entry fInline[kInline] = {};
-    std::unique_ptr<Entry[]> fHeap;
+    internal::SoleOwner<Entry[]> fHeap;
     mutable internal::OpenTable<std::uint32_t> fIndex; ///< position plus 1
 };
 

@@ -6,6 +6,8 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <fstream>
+#include <memory>
 #include <stdexcept>
 #include <system_error>
 
@@ -41,7 +43,7 @@ bool moveEarlierReports(std::string const & name, int kept) {
 } // namespace
 
 HTMLLogHandler::HTMLLogHandler(std::string const & name)
-    : DefaultLogHandler(new HTMLLogFormatter, nullptr, LogLevel::all) {
+    : DefaultLogHandler(new HTMLLogFormatter, nullptr, LogLevel::all), fStream(std::make_unique<std::ofstream>()) {
     setLogStream(name);
     _output(HTMLLogFormatter::getHead());
 }
@@ -55,27 +57,27 @@ void HTMLLogHandler::_publish(Quillon::System::Level const & level, Quillon::Sys
 }
 
 void HTMLLogHandler::_output(std::string const & text) {
-    bool const isOpen = fStream.is_open();
-    fStream << text << '\n' << std::flush;
+    bool const isOpen = fStream->is_open();
+    *fStream << text << '\n' << std::flush;
     noteFailure(isOpen);
 }
 
 void HTMLLogHandler::flush() {
-    fStream.flush();
-    noteFailure(fStream.is_open());
+    fStream->flush();
+    noteFailure(fStream->is_open());
 }
 
 void HTMLLogHandler::close() {
-    if (fStream.is_open()) {
-        fStream << HTMLLogFormatter::getTail();
-        fStream.close();
+    if (fStream->is_open()) {
+        *fStream << HTMLLogFormatter::getTail();
+        fStream->close();
         noteFailure(true);
     }
 }
 
 /// Notes the first failure of an open report; the stream refuses everything after it.
 void HTMLLogHandler::noteFailure(bool wasOpen) {
-    if (wasOpen && !fStream && fFailureReason.empty()) {
+    if (wasOpen && !*fStream && fFailureReason.empty()) {
         fFailureReason = std::generic_category().message(errno);
     }
 }
@@ -89,8 +91,8 @@ void HTMLLogHandler::setLogStream(std::string name) {
     } catch (std::filesystem::filesystem_error const & error) {
         raiseInternalError("Cannot create output log file: " + file + "; error thrown on " + error.what());
     }
-    fStream = std::ofstream(file);
-    if (!fStream) {
+    *fStream = std::ofstream(file);
+    if (!*fStream) {
         throw std::runtime_error("Cannot create output log file: " + file);
     }
 }

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <ZEL/base/SoleOwner.h>
 #include <ZEL/logging/DefaultLogHandler.h>
 
-#include <fstream>
+#include <iosfwd>
 #include <string>
 
 namespace ZEL {
@@ -37,7 +38,7 @@ protected:
 private:
     void noteFailure(bool wasOpen);
 
-    std::ofstream fStream;
+    internal::SoleOwner<std::ofstream> fStream;
     std::string fFailureReason;
 };
 

@@ -7,6 +7,7 @@
 #include <libvx/Printing.h>
 
 #include <limits>
+#include <memory>
 
 namespace ZEL {
 

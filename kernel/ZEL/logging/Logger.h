@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ZEL/base/SoleOwner.h>
 #include <ZEL/logging/LogLevel.h>
 #include <ZEL/values/String.h>
 
@@ -8,7 +9,6 @@
 #include <concepts>
 #include <cstdarg>
 #include <initializer_list>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -114,7 +114,7 @@ private:
     void report(LogLevel const & level, std::string_view message);
 
     Quillon::System::Logger fHostLogger;
-    std::unique_ptr<TerminalHandler> fDefaultHandler;
+    internal::SoleOwner<TerminalHandler> fDefaultHandler;
     LogLevel fLevel;
     static Logger * fInstance;
 };

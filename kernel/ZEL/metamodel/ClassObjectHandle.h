@@ -39,7 +39,8 @@ public:
     [[nodiscard]] Integer getByteSize() const { return Integer(static_cast<std::int32_t>(constBody()->getByteSize())); }
     /// The name of the object's class if the handle is valid, else of the handle's: "ZEL.ImmutableX".
     [[nodiscard]] String getFullyQualifiedOrcaTypeName() const {
-        return String(this->isValid() ? constBody()->getOrcaName(true) : internal::descriptorOf<I>().immutableOrcaName);
+        return String(this->isValid() ? constBody()->getOrcaName(true)
+                                      : internal::orcaNameOf(internal::descriptorOf<I>(), true));
     }
 
 private:
@@ -98,7 +99,8 @@ public:
     Object fromString(String const & text) const { return body()->fromString(this->getDeviant(), text); }
     /// The name of the object's class if the handle is valid, else of the handle's: "ZEL.X".
     [[nodiscard]] String getFullyQualifiedOrcaTypeName() const {
-        return String(this->isValid() ? body()->getOrcaName(false) : internal::descriptorOf<BodyInterface>().orcaName);
+        return String(this->isValid() ? body()->getOrcaName(false)
+                                      : internal::orcaNameOf(internal::descriptorOf<BodyInterface>(), false));
     }
 
     /// Ends the object and all it contains in the handle's deviant. Nothing if it is not valid there.

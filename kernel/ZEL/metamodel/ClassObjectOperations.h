@@ -103,6 +103,9 @@ inline constexpr char kSiidSeparator = '_';
 /// The siid of the object with this number in a model: the model's own, the separator and the number.
 [[nodiscard]] ZEL_API std::string siidOf(std::string const & siidOfModel, std::int32_t number);
 
+/// The registered name of the handles on objects of the class.
+[[nodiscard]] ZEL_API char const * orcaNameOf(ClassDescriptor const & of, bool immutable) noexcept;
+
 /// What is known of the class of the interface `I`.
 template <class I> [[nodiscard]] ClassDescriptor const & descriptorOf() noexcept {
     if constexpr (std::is_same_v<I, NSInterface::ClassObjectIntf>) {

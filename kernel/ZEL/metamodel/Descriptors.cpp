@@ -1,8 +1,13 @@
+#include <ZEL/metamodel/ClassObjectOperations.h>
 #include <ZEL/metamodel/Descriptors.h>
 
 #include <algorithm>
 
 namespace ZEL::internal {
+
+char const * orcaNameOf(ClassDescriptor const & of, bool immutable) noexcept {
+    return immutable ? of.immutableOrcaName : of.orcaName;
+}
 
 bool ClassDescriptor::isKindOf(ClassDescriptor const & other) const noexcept {
     return this == &other || std::any_of(superClasses.begin(), superClasses.end(),

@@ -3,6 +3,7 @@
 #include <ZEL/metamodel/Model.h>
 
 #include <cstdlib>
+#include <utility>
 
 namespace ZEL {
 
@@ -17,7 +18,23 @@ FactoryRegistry * FactoryRegistry::instance() {
     return fInstance;
 }
 
+FactoryRegistry::FactoryRegistry() = default;
+
+FactoryRegistry::~FactoryRegistry() = default;
+
 void FactoryRegistry::deleter() { delete std::exchange(fInstance, nullptr); }
+
+void FactoryRegistry::enterModelCreator(std::string const & uri, ModelCreator creator) {
+    fModelCreators[uri] = std::move(creator);
+}
+
+void FactoryRegistry::enterFactoryCreator(std::string const & uri, FactoryCreator creator) {
+    fFactoryCreators[uri] = std::move(creator);
+}
+
+void FactoryRegistry::unregisterModelCreator(std::string const & uri) { fModelCreators.erase(uri); }
+
+void FactoryRegistry::unregisterFactoryCreator(std::string const & uri) { fFactoryCreators.erase(uri); }
 
 Model FactoryRegistry::createModel(std::string const & uri) const {
     auto const found = fModelCreators.find(uri);

@@ -7,4 +7,10 @@ MetaModelRegistry * MetaModelRegistry::instance() {
     return &registry;
 }
 
+void MetaModelRegistry::bindUriToModel(std::string const & uri, Model const & model) { fModels[uri] = model; }
+
+void MetaModelRegistry::unbindModelUri(std::string const & uri) { fModels.erase(uri); }
+
+Model MetaModelRegistry::getModelFromUri(std::string const & uri) { return fModels[uri]; }
+
 } // namespace ZEL

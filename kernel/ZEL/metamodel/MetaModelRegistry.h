@@ -16,11 +16,11 @@ public:
     [[nodiscard]] static MetaModelRegistry * instance();
 
     /// Replaces another model, which is given up.
-    void bindUriToModel(std::string const & uri, Model const & model) { fModels[uri] = model; }
+    void bindUriToModel(std::string const & uri, Model const & model);
     /// Nothing for an unknown URI.
-    void unbindModelUri(std::string const & uri) { fModels.erase(uri); }
+    void unbindModelUri(std::string const & uri);
     /// An unknown URI is entered with an invalid handle, which is returned.
-    [[nodiscard]] Model getModelFromUri(std::string const & uri) { return fModels[uri]; }
+    [[nodiscard]] Model getModelFromUri(std::string const & uri);
 
 private:
     MetaModelRegistry() = default;

@@ -19,18 +19,16 @@ public:
     [[nodiscard]] static NamespaceRegistry * instance();
 
     /// Replaces an earlier prefix of the URI.
-    void bindMetaUriToPrefix(std::string const & metaUri, std::string const & prefix) { fPrefixes[metaUri] = prefix; }
+    void bindMetaUriToPrefix(std::string const & metaUri, std::string const & prefix);
     /// Nothing for an unknown URI.
-    void unbindPrefixMetaUri(std::string const & metaUri) { fPrefixes.erase(metaUri); }
+    void unbindPrefixMetaUri(std::string const & metaUri);
 
     /// Empty for an unknown URI.
     [[nodiscard]] std::string getPrefixFromMetaUri(std::string const & metaUri) const;
     /// The first URI in the order of texts that has the prefix, empty if none has. Linear in the number of URIs.
     [[nodiscard]] std::string getMetaUri(std::string const & prefix) const;
     /// All pairs of URI and prefix, in the order of the URIs.
-    [[nodiscard]] HASP::GVector<HASP::GPair<std::string, std::string>> getMetaUriMappings() const {
-        return {fPrefixes.begin(), fPrefixes.end()};
-    }
+    [[nodiscard]] HASP::GVector<HASP::GPair<std::string, std::string>> getMetaUriMappings() const;
 
 private:
     NamespaceRegistry() = default;

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <ZEL/metamodel/Descriptors.h>
+#include <ZEL/metamodel/PropertyDescriptor.h>
+
+#include <utility>
 
 namespace ZEL {
 

@@ -39,19 +39,24 @@ public:
             fOps->manage(fPayload, true);
         }
     }
-    Ref(Ref && other) noexcept
-        : fPayload(std::exchange(other.fPayload, nullptr)),
-          fDeviant(other.fDeviant),
-          fOps(std::exchange(other.fOps, nullptr)) {}
+    Ref(Ref && other) noexcept : fPayload(other.fPayload), fDeviant(other.fDeviant), fOps(other.fOps) {
+        other.fPayload = nullptr;
+        other.fOps = nullptr;
+    }
     ~Ref() {
         if (fOps != nullptr) {
             fOps->manage(fPayload, false);
         }
     }
     Ref & operator=(Ref other) noexcept {
-        std::swap(fPayload, other.fPayload);
-        std::swap(fDeviant, other.fDeviant);
-        std::swap(fOps, other.fOps);
+        // By hand: `std::swap` would be made of each type in every program.
+        void * const payload = fPayload;
+        RefOps const * const ops = fOps;
+        fPayload = other.fPayload;
+        fDeviant = other.fDeviant;
+        fOps = other.fOps;
+        other.fPayload = payload;
+        other.fOps = ops;
         return *this;
     }
 

@@ -56,7 +56,7 @@ template <class T>
 concept BodyElement = requires {
     typename T::BodyInterface;
 }
-&&std::derived_from<typename T::BodyInterface, NSInterface::ObjectIntf>;
+&&ZEL::internal::KindOf<typename T::BodyInterface, NSInterface::ObjectIntf>;
 
 /// How elements of class `T` go into and out of a `Ref`. Any class of elements can read a body that was filled through
 /// another one, as long as the elements themselves fit: handles narrow, values are boxed and unboxed.

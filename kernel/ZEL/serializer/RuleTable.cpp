@@ -1,11 +1,14 @@
 #include <ZEL/serializer/RuleTable.h>
 
 #include <algorithm>
+#include <atomic>
 
 namespace ZEL::Serializer {
 namespace {
 
 constexpr std::size_t kAnswers = 1024;
+
+std::atomic<std::uint64_t> theChanges{0};
 
 std::size_t slotOf(Context const & context) noexcept {
     std::size_t hash = context.getRole().hash();
@@ -17,7 +20,9 @@ std::size_t slotOf(Context const & context) noexcept {
 
 } // namespace
 
-std::atomic<std::uint64_t> RuleTable::theChanges{0};
+std::uint64_t RuleTable::changeCount() noexcept { return theChanges.load(std::memory_order_relaxed); }
+
+void RuleTable::Changes::note() const noexcept { theChanges.fetch_add(1, std::memory_order_relaxed); }
 
 void RuleTable::add(Context const & pattern, RuleFunction function) {
     fRules.emplace_back(pattern, std::move(function));
@@ -46,6 +51,8 @@ RuleFunction const * RuleTable::find(Context const & context) const {
     }
     return answer.rule == None ? nullptr : &fRules[static_cast<std::size_t>(answer.rule)].second;
 }
+
+bool RuleTable::empty() const noexcept { return fRules.empty(); }
 
 bool RuleTable::mayFit(QualifiedName role) const noexcept {
     return std::any_of(fRules.begin(), fRules.end(),

@@ -1,12 +1,10 @@
 #pragma once
 
 #include <ZEL/Export.h>
+#include <ZEL/base/Callback.h>
 #include <ZEL/serializer/Context.h>
 #include <ZEL/serializer/ContextSequence.h>
 
-#include <boost/function/function1.hpp>
-
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -15,7 +13,7 @@
 namespace ZEL::Serializer {
 
 /// What a rule does: it returns what takes the place of a Context.
-using RuleFunction = boost::function<ContextSequence(Context const &)>;
+using RuleFunction = Callback<ContextSequence(Context const &)>;
 
 /// The rules of one pass of a `Transformer`, in order of addition.
 ///
@@ -34,9 +32,9 @@ public:
     /// Whether a Context with this role may be one that a rule fits.
     [[nodiscard]] bool mayFit(QualifiedName role) const noexcept;
     /// Of all tables of the process together: who remembers what a table has answered asks again once this differs.
-    [[nodiscard]] static std::uint64_t changeCount() noexcept { return theChanges.load(std::memory_order_relaxed); }
+    [[nodiscard]] static std::uint64_t changeCount() noexcept;
 
-    [[nodiscard]] bool empty() const noexcept { return fRules.empty(); }
+    [[nodiscard]] bool empty() const noexcept;
 
 private:
     /// An answer, for the Context with these names.
@@ -55,14 +53,12 @@ private:
             note();
             return *this;
         }
-        void note() const noexcept { theChanges.fetch_add(1, std::memory_order_relaxed); }
+        void note() const noexcept;
     };
     static constexpr std::int32_t None = -1;
     static constexpr std::int32_t Unknown = -2;
 
     [[nodiscard]] std::int32_t search(Context const & context) const noexcept;
-
-    static std::atomic<std::uint64_t> theChanges;
 
     Changes fChanges;
     std::vector<std::pair<Context, RuleFunction>> fRules;

@@ -6,11 +6,36 @@
 #include <algorithm>
 #include <cstddef>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace ZEL::Serializer {
 
 Transformer::~Transformer() = default;
+
+void Transformer::setOnCreate(OnCreateFunction hook) { fOnCreate = std::move(hook); }
+
+void Transformer::setResolveReference(ResolveReferenceFunction hook) { fResolveReference = std::move(hook); }
+
+void Transformer::setPostTransform(PostTransformFunction hook) { fPostTransform = std::move(hook); }
+
+void Transformer::setOnRead(OnReadFunction hook) { fOnRead = std::move(hook); }
+
+void Transformer::setTranslateNamespace(TranslateNamespaceFunction hook) { fTranslateNamespace = std::move(hook); }
+
+void Transformer::setOnNamespace(OnNamespaceFunction hook) { fOnNamespace = std::move(hook); }
+
+void Transformer::addTransform(Context const & pattern, RuleFunction rule) {
+    fTransforms.add(pattern, std::move(rule));
+}
+
+void Transformer::addPreTransform(Context const & pattern, RuleFunction rule) {
+    fPreTransforms.add(pattern, std::move(rule));
+}
+
+void Transformer::addPostTransform(Context const & pattern, RuleFunction rule) {
+    fPostTransforms.add(pattern, std::move(rule));
+}
 
 /// The result of a pass as it grows, and what has been seen on the way.
 class Transformer::Pass {

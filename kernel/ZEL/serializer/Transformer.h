@@ -1,15 +1,12 @@
 #pragma once
 
 #include <ZEL/Export.h>
+#include <ZEL/base/Callback.h>
 #include <ZEL/serializer/Context.h>
 #include <ZEL/serializer/ContextSequence.h>
 #include <ZEL/serializer/RuleTable.h>
 
-#include <boost/function/function1.hpp>
-#include <boost/function/function2.hpp>
-
 #include <string>
-#include <utility>
 
 namespace ZEL {
 class ClassObject;
@@ -32,12 +29,12 @@ struct Reference;
 /// call members of the Transformer itself forbid copying it, since the copies' rules would still call the first one.
 class ZEL_API Transformer {
 public:
-    using OnCreateFunction = boost::function<void(Context const &, ClassObject)>;
-    using ResolveReferenceFunction = boost::function<LinkedElement(std::string const &, Reference const &)>;
-    using PostTransformFunction = boost::function<void(Model)>;
-    using OnReadFunction = boost::function<void(ReadFile &)>;
-    using TranslateNamespaceFunction = boost::function<std::string(std::string const &)>;
-    using OnNamespaceFunction = boost::function<void(std::string const &, std::string const &)>;
+    using OnCreateFunction = Callback<void(Context const &, ClassObject)>;
+    using ResolveReferenceFunction = Callback<LinkedElement(std::string const &, Reference const &)>;
+    using PostTransformFunction = Callback<void(Model)>;
+    using OnReadFunction = Callback<void(ReadFile &)>;
+    using TranslateNamespaceFunction = Callback<std::string(std::string const &)>;
+    using OnNamespaceFunction = Callback<void(std::string const &, std::string const &)>;
 
     virtual ~Transformer();
 
@@ -95,16 +92,16 @@ public:
     void setSerializePhase(bool serialize) noexcept { fSerializePhase = serialize; }
 
 protected:
-    void addTransform(Context const & pattern, RuleFunction rule) { fTransforms.add(pattern, std::move(rule)); }
-    void addPreTransform(Context const & pattern, RuleFunction rule) { fPreTransforms.add(pattern, std::move(rule)); }
-    void addPostTransform(Context const & pattern, RuleFunction rule) { fPostTransforms.add(pattern, std::move(rule)); }
+    void addTransform(Context const & pattern, RuleFunction rule);
+    void addPreTransform(Context const & pattern, RuleFunction rule);
+    void addPostTransform(Context const & pattern, RuleFunction rule);
 
-    void setOnCreate(OnCreateFunction hook) { fOnCreate = std::move(hook); }
-    void setResolveReference(ResolveReferenceFunction hook) { fResolveReference = std::move(hook); }
-    void setPostTransform(PostTransformFunction hook) { fPostTransform = std::move(hook); }
-    void setOnRead(OnReadFunction hook) { fOnRead = std::move(hook); }
-    void setTranslateNamespace(TranslateNamespaceFunction hook) { fTranslateNamespace = std::move(hook); }
-    void setOnNamespace(OnNamespaceFunction hook) { fOnNamespace = std::move(hook); }
+    void setOnCreate(OnCreateFunction hook);
+    void setResolveReference(ResolveReferenceFunction hook);
+    void setPostTransform(PostTransformFunction hook);
+    void setOnRead(OnReadFunction hook);
+    void setTranslateNamespace(TranslateNamespaceFunction hook);
+    void setOnNamespace(OnNamespaceFunction hook);
     void setKeepsRemainder(bool keep) noexcept { fKeepsRemainder = keep; }
     void setHasWideNames(bool has) noexcept { fHasWideNames = has; }
 

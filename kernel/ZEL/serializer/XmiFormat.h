@@ -3,7 +3,6 @@
 #include <ZEL/Export.h>
 
 #include <cassert>
-#include <iterator>
 #include <string>
 
 namespace ZEL::Serializer {

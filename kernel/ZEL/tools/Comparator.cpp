@@ -10,6 +10,7 @@
 #include <ZEL/values/ValueObject.h>
 
 #include <cstddef>
+#include <memory>
 #include <unordered_map>
 #include <utility>
 #include <vector>

@@ -1,9 +1,8 @@
 #pragma once
 
+#include <ZEL/base/SoleOwner.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/values/Object.h>
-
-#include <memory>
 
 namespace ZEL {
 
@@ -48,7 +47,7 @@ private:
     ImmutableObject fSecond;
     ImmutableClassObject fFailedFirst;
     ImmutableClassObject fFailedSecond;
-    std::unique_ptr<Counterparts> fCounterparts; ///< of objects of the first side: those of the second
+    internal::SoleOwner<Counterparts> fCounterparts; ///< of objects of the first side: those of the second
 };
 
 /// Whether two trees are equal; see `Comparator`.

@@ -12,8 +12,11 @@
 #include <ZEL/tools/Navigation.h>
 #include <ZEL/tools/TypePredicates.h>
 
+#include <fstream>
+#include <memory>
 #include <string_view>
 #include <typeinfo>
+#include <unordered_map>
 #include <utility>
 
 namespace ZEL::util {
@@ -85,7 +88,15 @@ private:
 
 HTMLPrinter::HTMLPrinter() : HTMLPrinter(Overrides::Anything) {}
 
-HTMLPrinter::HTMLPrinter(Overrides overrides) : fOverrides(overrides), fLogger(Logger::instance()) {}
+/// The objects, by id.
+struct HTMLPrinter::Printed : std::unordered_map<std::string, ImmutableClassObject> {};
+
+HTMLPrinter::HTMLPrinter(Overrides overrides)
+    : fOutput(std::make_unique<std::ofstream>()),
+      output(*fOutput),
+      fOverrides(overrides),
+      fPrinted(std::make_unique<Printed>()),
+      fLogger(Logger::instance()) {}
 
 HTMLPrinter::~HTMLPrinter() = default;
 
@@ -158,7 +169,7 @@ void HTMLPrinter::printElement(ImmutableClassObject object) {
 
 std::string HTMLPrinter::enter(ImmutableClassObject const & object) {
     std::string id = helperGetID(object);
-    if (!fPrinted.try_emplace(id, object).second) {
+    if (!fPrinted->try_emplace(id, object).second) {
         raiseInternalError("Expects unique ID but " + id + " is not");
     }
     return id;

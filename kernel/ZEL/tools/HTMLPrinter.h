@@ -1,13 +1,13 @@
 #pragma once
 
+#include <ZEL/base/SoleOwner.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/sequences/Sequence.h>
 #include <ZEL/values/Object.h>
 
-#include <fstream>
+#include <iosfwd>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace ZEL {
@@ -93,10 +93,15 @@ protected:
     /// As `print`, into the file `path`. The page and the log name `fileName` all the same.
     void printPage(ImmutableClassObject const & element, std::string const & fileName, std::string const & path);
 
-    std::ofstream output; ///< the page, open during a print
+private:
+    internal::SoleOwner<std::ofstream> fOutput;
+
+protected:
+    std::ofstream & output; ///< the page, open during a print
 
 private:
     class OwnTags;
+    struct Printed;
     friend class HTMLQuickPage;
 
     void checkOutput() const;
@@ -115,7 +120,7 @@ private:
                                                          std::vector<ImmutableObject> & elements);
 
     Overrides fOverrides = Overrides::Anything;
-    std::unordered_map<std::string, ImmutableClassObject> fPrinted; ///< by id
+    internal::SoleOwner<Printed> fPrinted;
     Logger * fLogger;
     std::string fPath;                          ///< of the page
     std::vector<ImmutableClassObject> fToPrint; ///< what is still to come, the last one first

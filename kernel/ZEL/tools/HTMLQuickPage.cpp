@@ -11,6 +11,7 @@
 #include <ZEL/tools/Navigation.h>
 #include <ZEL/tools/TypePredicates.h>
 
+#include <fstream>
 #include <iterator>
 #include <optional>
 #include <utility>

@@ -7,7 +7,9 @@
 #include <ZEL/values/ValueObject.h>
 
 #include <algorithm>
+#include <memory>
 #include <ostream>
+#include <unordered_map>
 
 namespace ZEL {
 namespace {
@@ -31,11 +33,14 @@ std::string decorationsOf(ImmutableProperty const & property) {
 
 } // namespace
 
+struct ImmutableAccessVisitorTextWriter::KnownProperties : std::unordered_map<ImmutableProperty, Known> {};
+
 ImmutableAccessVisitorTextWriter::ImmutableAccessVisitorTextWriter(std::ostream & stream)
     : ImmutableAccessVisitorTraversalContainment(&fPreWriter, &fPostWriter),
       fPreWriter(*this),
       fPostWriter(*this),
-      fStream(stream) {}
+      fStream(stream),
+      fKnown(std::make_unique<KnownProperties>()) {}
 
 ImmutableAccessVisitorTextWriter::~ImmutableAccessVisitorTextWriter() = default;
 
@@ -48,7 +53,7 @@ bool ImmutableAccessVisitorTextWriter::traverseStereotypeInstances(ImmutableClas
 
 ImmutableAccessVisitorTextWriter::Known const &
 ImmutableAccessVisitorTextWriter::known(ImmutableProperty const & property) {
-    Known & known = fKnown[property];
+    Known & known = (*fKnown)[property];
     if (known.property.getImplementationWithoutAssert() == nullptr ||
         !(known.property.getDeviant() == property.getDeviant())) {
         bool const isDerived = property.isDerived();
@@ -69,7 +74,7 @@ bool ImmutableAccessVisitorTextWriter::isContained() {
 
 void ImmutableAccessVisitorTextWriter::beginContained(ImmutableClassObject const & object) {
     if (fDepth == 0) {
-        fKnown.clear(); // the metamodel may have changed since the last walk
+        fKnown->clear(); // the metamodel may have changed since the last walk
     }
     ++fDepth;
     printTabs();

@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <iosfwd>
 #include <string>
-#include <unordered_map>
 
 namespace ZEL {
 
@@ -76,6 +75,8 @@ private:
         bool isPart = false;
     };
 
+    struct KnownProperties;
+
     /// Asked of the metamodel once in a walk.
     [[nodiscard]] Known const & known(ImmutableProperty const & property);
     [[nodiscard]] bool isContained();
@@ -90,7 +91,7 @@ private:
     PostWriter fPostWriter;
     std::ostream & fStream;
     std::uint32_t fDepth = 0;
-    std::unordered_map<ImmutableProperty, Known> fKnown;
+    internal::SoleOwner<KnownProperties> fKnown;
 };
 
 } // namespace ZEL

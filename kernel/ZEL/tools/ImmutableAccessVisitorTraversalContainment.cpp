@@ -16,6 +16,7 @@
 #include <ZEL/values/ValueObject.h>
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <typeinfo>
 #include <unordered_map>

@@ -1,10 +1,9 @@
 #pragma once
 
+#include <ZEL/base/SoleOwner.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/Property.h>
 #include <ZEL/tools/ImmutableAccessVisitor.h>
-
-#include <memory>
 
 namespace ZEL {
 
@@ -79,7 +78,7 @@ private:
     ImmutableClassObject fLastObject;
     ImmutableAccessVisitor * fPreVisitor;
     ImmutableAccessVisitor * fPostVisitor;
-    std::unique_ptr<Walk> fWalk; ///< what is kept from the outermost operation to its end
+    internal::SoleOwner<Walk> fWalk; ///< what is kept from the outermost operation to its end
 };
 
 } // namespace ZEL

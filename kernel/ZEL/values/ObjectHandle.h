@@ -16,17 +16,21 @@ class ValueObjectIntf;
 
 namespace internal {
 
+/// Whether `Derived` is `Base` or a class below it. Of `std::derived_from` the part that can differ here: its check of
+/// access and ambiguity is made anew for each class, and every program pays for it with each handle class it sees.
+template <class Derived, class Base>
+concept KindOf = __is_base_of(Base, Derived);
+
 /// A handle class on an object, of any interface.
 template <class H>
 concept ObjectHandleType = requires {
     typename H::BodyInterface;
 }
-&&std::derived_from<typename H::BodyInterface, NSInterface::ObjectIntf>;
+&&KindOf<typename H::BodyInterface, NSInterface::ObjectIntf>;
 
 /// One that compares by the object and not by a value in it.
 template <class H>
-concept IdentityHandleType =
-    ObjectHandleType<H> && !std::derived_from<typename H::BodyInterface, NSInterface::ValueObjectIntf>;
+concept IdentityHandleType = ObjectHandleType<H> && !KindOf<typename H::BodyInterface, NSInterface::ValueObjectIntf>;
 
 /// A handle class with write operations.
 template <class H>
@@ -36,7 +40,7 @@ concept MutableHandleType = ObjectHandleType<H> && requires {
 
 /// Handles whose body is an `I` by its static type: they convert implicitly.
 template <class H, class I>
-concept HandleOf = ObjectHandleType<H> && std::derived_from<typename H::BodyInterface, I>;
+concept HandleOf = ObjectHandleType<H> && KindOf<typename H::BodyInterface, I>;
 
 /// A handle that goes where an `H` is expected.
 template <class T, class H>
@@ -54,7 +58,7 @@ public:
     ObjectHandle(I const * body, Deviant deviant) : RefBase<I *>(body, deviant) {}
 
     template <class H>
-    requires(internal::HandleOf<H, I> && !std::derived_from<H, ObjectHandle>) ObjectHandle(H const & other)
+    requires(internal::HandleOf<H, I> && !internal::KindOf<H, ObjectHandle>) ObjectHandle(H const & other)
         : RefBase<I *>(other.getImplementationWithoutAssert(), other.getDeviant()) {}
 
     template <class H>
@@ -98,7 +102,7 @@ public:
 
     template <class H>
     requires(internal::MutableHandleType<H> && internal::HandleOf<H, BodyInterface> &&
-             !std::derived_from<H, MutableHandle>) MutableHandle(H const & other)
+             !internal::KindOf<H, MutableHandle>) MutableHandle(H const & other)
         : Immutable(other.getImplementationWithoutAssert(), other.getDeviant()) {}
 
     template <class H>

@@ -29,14 +29,15 @@ public:
         take(fBody);
     }
     RefBase(RefBase const & other) : fBody(other.fBody), fDeviant(other.fDeviant) { take(fBody); }
-    RefBase(RefBase && other) noexcept : fBody(std::exchange(other.fBody, nullptr)), fDeviant(other.fDeviant) {}
+    RefBase(RefBase && other) noexcept : fBody(other.fBody), fDeviant(other.fDeviant) { other.fBody = nullptr; }
     ~RefBase() { release(fBody); }
 
     RefBase & operator=(RefBase const & other) { // NOLINT(bugprone-unhandled-self-assignment): the bodies are compared
         if (fBody != other.fBody) {
             // The new body first: giving up the old one may be what keeps the new one alive.
             take(other.fBody);
-            BodyInterface * const old = std::exchange(fBody, other.fBody);
+            BodyInterface * const old = fBody;
+            fBody = other.fBody;
             fDeviant = other.fDeviant;
             release(old);
         }
@@ -44,7 +45,9 @@ public:
     }
     RefBase & operator=(RefBase && other) noexcept {
         if (fBody != other.fBody) {
-            BodyInterface * const old = std::exchange(fBody, std::exchange(other.fBody, nullptr));
+            BodyInterface * const old = fBody;
+            fBody = other.fBody;
+            other.fBody = nullptr;
             fDeviant = other.fDeviant;
             release(old);
         }

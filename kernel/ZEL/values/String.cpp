@@ -19,6 +19,10 @@ String::String(int number) : fText(std::to_string(number)) {}
 
 String::String(unsigned int number) : fText(std::to_string(number)) {}
 
+String::String(ImmutableValueObject const & object) : String(internal::unboxed<String>(object)) {}
+
+String::String(ImmutableObject const & object) : String(internal::unboxed<String>(object)) {}
+
 HASP::TypeInfo const & String::getTypeInfo() {
     static HASP::TypeInfo const info = StringTypeInfo::Create();
     return info;

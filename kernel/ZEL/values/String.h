@@ -39,8 +39,8 @@ public:
 
     /// Throw "An Internal Error has occurred" on a null handle and on an object that is no value, `HASP::bad_any_cast`
     /// on a value of another class.
-    explicit String(ImmutableValueObject const & object) : String(internal::unboxed<String>(object)) {}
-    explicit String(ImmutableObject const & object) : String(internal::unboxed<String>(object)) {}
+    explicit String(ImmutableValueObject const & object);
+    explicit String(ImmutableObject const & object);
 
     [[nodiscard]] static std::string getTypeName() { return "ZEL.String"; }
     [[nodiscard]] static HASP::TypeInfo const & getTypeInfo();

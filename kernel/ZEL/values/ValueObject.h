@@ -45,7 +45,7 @@ public:
 namespace internal {
 
 template <class H>
-concept ValueHandleType = ObjectHandleType<H> && std::derived_from<H, ImmutableValueObject>;
+concept ValueHandleType = ObjectHandleType<H> && KindOf<H, ImmutableValueObject>;
 
 /// Whether both are null, or hold equal values of one class.
 [[nodiscard]] ZEL_API bool haveEqualValues(ImmutableValueObject const & left, ImmutableValueObject const & right);

@@ -15,7 +15,11 @@
 
 #include <algorithm>
 #include <exception>
+#include <functional>
+#include <map>
+#include <memory>
 #include <typeinfo>
+#include <unordered_map>
 #include <utility>
 
 namespace ZEL::Serializer {
@@ -39,7 +43,21 @@ bool isInFiles(MetaProperty const & property) {
 
 } // namespace
 
-Merger::Merger() : fMetaClasses(std::make_shared<MetaClassCache>()) {}
+struct Merger::OfModel {
+    std::map<std::string, FactoryObject, std::less<>> factories; ///< by URI
+    /// In the order of the numbers; an object that has got another one keeps its old entry as well.
+    std::vector<Numbered> numbered;
+};
+
+/// By external id.
+struct Merger::CollectedObjects : std::unordered_map<std::string, Collected> {};
+
+struct Merger::ByModel : std::unordered_map<NSInterface::ObjectIntf const *, OfModel> {};
+
+Merger::Merger()
+    : fCollectedObjects(std::make_unique<CollectedObjects>()),
+      fByModel(std::make_unique<ByModel>()),
+      fMetaClasses(std::make_unique<MetaClassCache>()) {}
 
 Merger::Merger(Model const & model) : Merger() { addReferredModel(model); }
 
@@ -49,8 +67,8 @@ Merger::Merger(Merger const & other) : Merger() { *this = other; }
 // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): each member stands being assigned to itself
 Merger & Merger::operator=(Merger const & other) {
     fReferredModels = other.fReferredModels;
-    fCollectedObjects = other.fCollectedObjects;
-    fByModel = other.fByModel;
+    *fCollectedObjects = *other.fCollectedObjects;
+    *fByModel = *other.fByModel;
     fOpen = other.fOpen;
     return *this;
 }
@@ -88,7 +106,7 @@ bool Merger::giveUp(Model const & model) {
     model.cancelTransaction();
     fOpen.erase(open);
     std::erase(fReferredModels, model);
-    fByModel.erase(model.getImplementation());
+    fByModel->erase(model.getImplementation());
     return true;
 }
 
@@ -147,8 +165,8 @@ bool Merger::abort() {
 void Merger::cleanup() {
     fOpen.clear();
     fReferredModels.clear();
-    fCollectedObjects.clear();
-    fByModel.clear();
+    fCollectedObjects->clear();
+    fByModel->clear();
     fIdAtHand = ObjectId();
     fMetaClasses->clear();
 }
@@ -167,7 +185,7 @@ void Merger::collectClassObjectInfo(ClassObject const & root) {
 }
 
 void Merger::collect(ClassObject const & object, std::vector<ClassObject> & children) {
-    fCollectedObjects[getExternalId(object)] = {object, fCollectedObjects.size()};
+    (*fCollectedObjects)[getExternalId(object)] = {object, fCollectedObjects->size()};
     setRemainder(object, {});
     for (MetaProperty const & property : fMetaClasses->of(object).properties()) {
         if (!isInFiles(property)) {
@@ -200,11 +218,11 @@ bool Merger::isReferredModel(ClassObject const & object) const {
 
 void Merger::destroyCollected() {
     std::vector<Collected> left;
-    left.reserve(fCollectedObjects.size());
-    for (auto & entry : fCollectedObjects) {
+    left.reserve(fCollectedObjects->size());
+    for (auto & entry : *fCollectedObjects) {
         left.push_back(std::move(entry.second));
     }
-    fCollectedObjects.clear();
+    fCollectedObjects->clear();
     // Containers first: what they contain goes with them, and is passed over then.
     std::sort(left.begin(), left.end(), [](Collected const & a, Collected const & b) { return a.number < b.number; });
     for (Collected const & entry : left) {
@@ -224,17 +242,17 @@ ClassObject Merger::createObject(Model const & model, std::string const & uri, s
 Merger::Found Merger::findOrCreate(Model const & model, std::string const & uri, std::string const & roleName,
                                    std::string const & typeUri, std::string const & typeName, std::string const & text,
                                    ObjectId const & id) {
-    if (!fCollectedObjects.empty()) {
-        auto const found = fCollectedObjects.find(text);
-        if (found != fCollectedObjects.end()) {
+    if (!fCollectedObjects->empty()) {
+        auto const found = fCollectedObjects->find(text);
+        if (found != fCollectedObjects->end()) {
             ClassObject const known = found->second.object;
             if (known.isValid()) {
                 if (known.getModelZEL().isValid()) {
-                    fCollectedObjects.erase(found);
+                    fCollectedObjects->erase(found);
                 }
                 return {known, false};
             }
-            fCollectedObjects.erase(found); // gone in the meantime: its id is free
+            fCollectedObjects->erase(found); // gone in the meantime: its id is free
         }
     }
     fIdAtHand = id;
@@ -276,7 +294,7 @@ ClassObject Merger::createObjectImpl(Model model, std::string const & uri, std::
         return FactoryRegistry::instance()->createModel(uri);
     }
     std::string const * name = &typeName;
-    OfModel & known = fByModel[model.getImplementation()];
+    OfModel & known = (*fByModel)[model.getImplementation()];
     FactoryObject factory = findFactory(known, model, typeUri);
     if (!factory.isValid()) {
         name = &roleName;
@@ -369,8 +387,8 @@ bool Merger::setProperty(ClassObject const & object, MetaProperty const & proper
 bool Merger::setProperty(ClassObject const & object, MetaProperty const & property, ClassObject const & value,
                          bool isNew) {
     try {
-        if (!fCollectedObjects.empty()) {
-            fCollectedObjects.erase(getExternalId(value));
+        if (!fCollectedObjects->empty()) {
+            fCollectedObjects->erase(getExternalId(value));
         }
         if (!setDirectly(object, property, value, isNew)) {
             property.storage.setOrAdd(object, value);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ZEL/Export.h>
+#include <ZEL/base/SoleOwner.h>
 #include <ZEL/metamodel/ClassObject.h>
 #include <ZEL/metamodel/FactoryObject.h>
 #include <ZEL/metamodel/Model.h>
@@ -9,12 +10,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <map>
-#include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace ZEL::internal {
@@ -113,11 +110,9 @@ private:
         ClassObject object;
         std::int32_t number;
     };
-    struct OfModel {
-        std::map<std::string, FactoryObject, std::less<>> factories; ///< by URI
-        /// In the order of the numbers; an object that has got another one keeps its old entry as well.
-        std::vector<Numbered> numbered;
-    };
+    struct OfModel;
+    struct CollectedObjects;
+    struct ByModel;
 
     [[nodiscard]] MetaClassCache & metaClasses() noexcept { return *fMetaClasses; }
     bool setProperty(ClassObject const & object, MetaProperty const & property, std::string_view value);
@@ -150,11 +145,11 @@ private:
     void cleanup();
 
     std::vector<Model> fReferredModels;
-    std::unordered_map<std::string, Collected> fCollectedObjects; ///< by external id: not met yet
-    std::unordered_map<NSInterface::ObjectIntf const *, OfModel> fByModel;
+    internal::SoleOwner<CollectedObjects> fCollectedObjects; ///< not met yet
+    internal::SoleOwner<ByModel> fByModel;
     std::vector<OpenTransaction> fOpen;
     ObjectId fIdAtHand; ///< of the object that is being made
-    std::shared_ptr<MetaClassCache> fMetaClasses;
+    internal::SoleOwner<MetaClassCache> fMetaClasses;
 };
 
 } // namespace ZEL::Serializer

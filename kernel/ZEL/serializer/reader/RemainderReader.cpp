@@ -3,6 +3,7 @@
 
 #include <hasp_util/XmlReader.h>
 
+#include <memory>
 #include <utility>
 
 namespace ZEL::Serializer {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <ZEL/Export.h>
+#include <ZEL/base/SoleOwner.h>
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,7 +36,7 @@ public:
     [[nodiscard]] std::string_view text() const;
 
 private:
-    std::unique_ptr<HASP::XmlReader> fXml;
+    internal::SoleOwner<HASP::XmlReader> fXml;
     std::size_t fDepth = 0; ///< with the element put around all
 };
 

@@ -1,3 +1,4 @@
+#include <ZEL/base/SharedOfHandedOver.h>
 #include <ZEL/metamodel/Model.h>
 #include <ZEL/serializer/Transformer.h>
 #include <ZEL/serializer/reader/Merger.h>
@@ -5,37 +6,67 @@
 #include <ZEL/serializer/reader/XmiReaderImpl.h>
 
 #include <cassert>
+#include <memory>
 #include <utility>
 
 namespace ZEL::Serializer {
 
-XmiReader::XmiReader(XmiReaderSettings const & settings) : fImpl(std::make_shared<XmiReaderImpl>(settings)) {}
+/// What the copies of a reader share.
+struct XmiReader::Shared {
+    explicit Shared(XmiReaderSettings const & settings) : impl(settings) {}
 
-Object XmiReader::read(std::string const & file) { return fImpl->read(file); }
+    int readers = 0;
+    XmiReaderImpl impl;
+};
 
-void XmiReader::addTransformer(Transformer * transformer) { fImpl->transformers().addTransformer(transformer); }
+struct XmiReader::Counting {
+    static void retain(Shared * shared) noexcept { ++shared->readers; }
+    static void release(Shared * shared) noexcept {
+        if (--shared->readers == 0) {
+            delete shared;
+        }
+    }
+};
 
-void XmiReader::addTransformer(std::shared_ptr<Transformer> transformer) {
-    fImpl->transformers().addTransformer(std::move(transformer));
+XmiReader::XmiReader(XmiReaderSettings const & settings) : fShared(new Shared(settings)) {}
+
+XmiReader::XmiReader(XmiReader const & other) = default;
+
+XmiReader::XmiReader(XmiReader && other) noexcept = default;
+
+XmiReader & XmiReader::operator=(XmiReader const & other) = default;
+
+XmiReader & XmiReader::operator=(XmiReader && other) noexcept = default;
+
+XmiReader::~XmiReader() = default;
+
+XmiReaderImpl & XmiReader::impl() const noexcept { return fShared->impl; }
+
+Object XmiReader::read(std::string const & file) { return impl().read(file); }
+
+void XmiReader::addTransformer(Transformer * transformer) { impl().transformers().addTransformer(transformer); }
+
+void XmiReader::addTransformer(internal::HandedOver<Transformer> transformer) {
+    impl().transformers().addTransformer(internal::shared(std::move(transformer)));
 }
 
 void XmiReader::removeTransformer(Transformer const * transformer) {
-    fImpl->transformers().removeTransformer(transformer);
+    impl().transformers().removeTransformer(transformer);
 }
 
 void XmiReader::setMerger(Merger * merger) { setMerger(std::shared_ptr<Merger>(merger)); }
 
-void XmiReader::setMerger(std::shared_ptr<Merger> merger) {
-    fImpl->setMerger(merger != nullptr ? std::move(merger) : std::make_shared<Merger>());
+void XmiReader::setMerger(internal::HandedOver<Merger> merger) {
+    impl().setMerger(merger.object() != nullptr ? internal::shared(std::move(merger)) : std::make_shared<Merger>());
 }
 
-int XmiReader::referredModelCount() const { return static_cast<int>(fImpl->referredModels().size()); }
+int XmiReader::referredModelCount() const { return static_cast<int>(impl().referredModels().size()); }
 
 Object XmiReader::getReferredModel(int index) const {
     assert(index >= 0 && index < referredModelCount());
-    return fImpl->referredModels()[static_cast<std::size_t>(index)];
+    return impl().referredModels()[static_cast<std::size_t>(index)];
 }
 
-ReadReport const & XmiReader::report() const { return fImpl->report(); }
+ReadReport const & XmiReader::report() const { return impl().report(); }
 
 } // namespace ZEL::Serializer

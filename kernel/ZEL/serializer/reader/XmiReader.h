@@ -1,11 +1,12 @@
 #pragma once
 
 #include <ZEL/Export.h>
+#include <ZEL/base/HandedOver.h>
+#include <ZEL/base/SmartPtr.h>
 #include <ZEL/serializer/reader/ReadReport.h>
 #include <ZEL/serializer/reader/XmiReaderSettings.h>
 #include <ZEL/values/Object.h>
 
-#include <memory>
 #include <string>
 
 namespace ZEL::Serializer {
@@ -22,6 +23,11 @@ class XmiReaderImpl;
 class ZEL_API XmiReader {
 public:
     explicit XmiReader(XmiReaderSettings const & settings = XmiReaderSettings());
+    XmiReader(XmiReader const & other);
+    XmiReader(XmiReader && other) noexcept;
+    XmiReader & operator=(XmiReader const & other);
+    XmiReader & operator=(XmiReader && other) noexcept;
+    ~XmiReader();
 
     /// The model that the file holds. Invalid if the name makes no valid URI, and if the file holds no model: the
     /// models of the Merger are then as they were before. Throws a text with file, line and column if the file cannot
@@ -29,14 +35,15 @@ public:
     /// the Merger throw.
     Object read(std::string const & file);
 
-    /// Ahead of the Transformers of the dialect, for the next read. Takes ownership.
+    /// Ahead of the Transformers of the dialect, for the next read. Takes ownership; a shared one is passed by
+    /// `std::shared_ptr`.
     void addTransformer(Transformer * transformer);
-    void addTransformer(std::shared_ptr<Transformer> transformer);
+    void addTransformer(internal::HandedOver<Transformer> transformer);
     void removeTransformer(Transformer const * transformer);
 
     /// Takes ownership; null stands for a new default one.
     void setMerger(Merger * merger);
-    void setMerger(std::shared_ptr<Merger> merger);
+    void setMerger(internal::HandedOver<Merger> merger);
 
     /// The models that the last read found through links into other files, in order; valid until the next read.
     [[nodiscard]] int referredModelCount() const;
@@ -46,7 +53,12 @@ public:
     [[nodiscard]] ReadReport const & report() const;
 
 private:
-    std::shared_ptr<XmiReaderImpl> fImpl;
+    struct Shared;
+    struct Counting;
+
+    [[nodiscard]] XmiReaderImpl & impl() const noexcept;
+
+    Generic::SmartPtr<Shared, Counting> fShared;
 };
 
 } // namespace ZEL::Serializer

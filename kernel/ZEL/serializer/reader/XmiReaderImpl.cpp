@@ -16,6 +16,7 @@
 #include <cstdint>
 #include <exception>
 #include <limits>
+#include <memory>
 
 namespace ZEL::Serializer {
 namespace {

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <ZEL/Export.h>
+#include <ZEL/base/Callback.h>
 #include <ZEL/serializer/XmiFormat.h>
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <utility>
 
@@ -18,7 +18,7 @@ class ZEL_API XmiReaderSettings {
 public:
     /// Takes the URI of a file that a link leads to, without fragment; returns the path of the local file that stands
     /// for it, or the empty text to leave the URI to the reader.
-    using ExternalUriResolver = std::function<std::string(std::string const & uri)>;
+    using ExternalUriResolver = Callback<std::string(std::string const & uri)>;
 
     /// Without effect: models are cached within a run and never between runs.
     [[nodiscard]] bool getCacheParsedModels() const noexcept { return fCacheParsedModels; }

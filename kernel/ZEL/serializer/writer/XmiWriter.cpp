@@ -2,6 +2,7 @@
 #include <ZEL/base/AtScopeEnd.h>
 #include <ZEL/base/Exception.h>
 #include <ZEL/base/SafeFile.h>
+#include <ZEL/base/SharedOfHandedOver.h>
 #include <ZEL/deviants/DeviantAssertions.h>
 #include <ZEL/logging/Logger.h>
 #include <ZEL/metamodel/Model.h>
@@ -19,6 +20,7 @@
 #include <hasp_util/XmlWriter.h>
 
 #include <exception>
+#include <memory>
 #include <optional>
 
 namespace ZEL::Serializer {
@@ -198,7 +200,36 @@ bool writeModel(XmiWriterImpl & writer, std::string const & file, ImmutableModel
 
 } // namespace
 
-XmiWriter::XmiWriter(XmiWriterSettings const & settings) : fImpl(std::make_shared<XmiWriterImpl>(settings)) {}
+/// What the copies of a writer share.
+struct XmiWriter::Shared {
+    explicit Shared(XmiWriterSettings const & settings) : impl(settings) {}
+
+    int writers = 0;
+    XmiWriterImpl impl;
+};
+
+struct XmiWriter::Counting {
+    static void retain(Shared * shared) noexcept { ++shared->writers; }
+    static void release(Shared * shared) noexcept {
+        if (--shared->writers == 0) {
+            delete shared;
+        }
+    }
+};
+
+XmiWriter::XmiWriter(XmiWriterSettings const & settings) : fShared(new Shared(settings)) {}
+
+XmiWriter::XmiWriter(XmiWriter const & other) = default;
+
+XmiWriter::XmiWriter(XmiWriter && other) noexcept = default;
+
+XmiWriter & XmiWriter::operator=(XmiWriter const & other) = default;
+
+XmiWriter & XmiWriter::operator=(XmiWriter && other) noexcept = default;
+
+XmiWriter::~XmiWriter() = default;
+
+XmiWriterImpl & XmiWriter::impl() const noexcept { return fShared->impl; }
 
 bool XmiWriter::write(std::string const & file, Model model) {
     if (!model.isValid()) {
@@ -212,7 +243,7 @@ bool XmiWriter::write(std::string const & file, Model model) {
     internal::AtScopeEnd const restore(
         [former = DeviantAssertions::enableAssertions(false)] { DeviantAssertions::enableAssertions(former); });
     model.setUri(uri.toString());
-    return writeModel(*fImpl, file, model);
+    return writeModel(impl(), file, model);
 }
 
 bool XmiWriter::write(ImmutableModel const & model) {
@@ -224,42 +255,42 @@ bool XmiWriter::write(ImmutableModel const & model) {
     if (file.empty()) {
         raiseInternalError("Unable to create URI from output file " + text);
     }
-    return writeModel(*fImpl, file, model);
+    return writeModel(impl(), file, model);
 }
 
 bool XmiWriter::writeObject(std::string const & file, ImmutableObject const & object) {
     if (!object.isValid()) {
         raiseInternalError("Attempt to serialize invalid object!");
     }
-    return fImpl->write(file, object);
+    return impl().write(file, object);
 }
 
-std::string const & XmiWriter::failureReason() const { return fImpl->failureReason; }
+std::string const & XmiWriter::failureReason() const { return impl().failureReason; }
 
-std::string const & XmiWriter::keptFile() const { return fImpl->keptFile; }
+std::string const & XmiWriter::keptFile() const { return impl().keptFile; }
 
-void XmiWriter::addTransformer(Transformer * transformer) { fImpl->transformers.addTransformer(transformer); }
+void XmiWriter::addTransformer(Transformer * transformer) { impl().transformers.addTransformer(transformer); }
 
-void XmiWriter::addTransformer(std::shared_ptr<Transformer> transformer) {
-    fImpl->transformers.addTransformer(std::move(transformer));
+void XmiWriter::addTransformer(internal::HandedOver<Transformer> transformer) {
+    impl().transformers.addTransformer(internal::shared(std::move(transformer)));
 }
 
-void XmiWriter::removeTransformer(Transformer * transformer) { fImpl->transformers.removeTransformer(transformer); }
+void XmiWriter::removeTransformer(Transformer * transformer) { impl().transformers.removeTransformer(transformer); }
 
 void XmiWriter::setContextSequenceCreator(ContextSequenceCreator creator) {
-    fImpl->functions.createContexts = std::move(creator);
+    impl().functions.createContexts = std::move(creator);
 }
 
 void XmiWriter::setPreVisitableGenerator(VisitableGenerator generator) {
-    fImpl->functions.before = std::move(generator);
+    impl().functions.before = std::move(generator);
 }
 
 void XmiWriter::setVisitableGenerator(VisitableGenerator generator) {
-    fImpl->functions.children = std::move(generator);
+    impl().functions.children = std::move(generator);
 }
 
 void XmiWriter::setPostVisitableGenerator(VisitableGenerator generator) {
-    fImpl->functions.after = std::move(generator);
+    impl().functions.after = std::move(generator);
 }
 
 } // namespace ZEL::Serializer

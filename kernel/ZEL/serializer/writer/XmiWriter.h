@@ -1,13 +1,13 @@
 #pragma once
 
 #include <ZEL/Export.h>
+#include <ZEL/base/Callback.h>
+#include <ZEL/base/HandedOver.h>
+#include <ZEL/base/SmartPtr.h>
 #include <ZEL/serializer/ContextSequence.h>
 #include <ZEL/serializer/writer/VisitableContext.h>
 #include <ZEL/serializer/writer/XmiWriterSettings.h>
 
-#include <boost/function/function2.hpp>
-
-#include <memory>
 #include <string>
 
 namespace ZEL {
@@ -40,12 +40,17 @@ class XmiWriterImpl;
 class ZEL_API XmiWriter {
 public:
     /// Returns the Contexts of an object, and sets in the VisitableContext what is to be descended into.
-    using ContextSequenceCreator = boost::function<ContextSequence(ImmutableClassObject const &, VisitableContext &)>;
+    using ContextSequenceCreator = Callback<ContextSequence(ImmutableClassObject const &, VisitableContext &)>;
     /// Returns the objects to visit next, as children of the object.
     using VisitableGenerator =
-        boost::function<ImmutableSequence<ImmutableClassObject>(ImmutableClassObject const &, VisitableContext &)>;
+        Callback<ImmutableSequence<ImmutableClassObject>(ImmutableClassObject const &, VisitableContext &)>;
 
     explicit XmiWriter(XmiWriterSettings const & settings = XmiWriterSettings());
+    XmiWriter(XmiWriter const & other);
+    XmiWriter(XmiWriter && other) noexcept;
+    XmiWriter & operator=(XmiWriter const & other);
+    XmiWriter & operator=(XmiWriter && other) noexcept;
+    ~XmiWriter();
 
     /// Sets the model's URI to that of the file, outside of any transaction, and writes it. The URI stays set if
     /// writing fails. Throws for an invalid model and for a name that makes no valid URI, before any file is touched.
@@ -63,10 +68,10 @@ public:
     [[nodiscard]] std::string const & keptFile() const;
 
     /// The Transformer comes before the dialect's own and is removed after the next run; passed by raw pointer, it is
-    /// deleted then. What it generates before or after an object is input to the dialect's rules, which drop what they
+    /// deleted then; a shared one is passed by `std::shared_ptr`. What it generates before or after an object is input to the dialect's rules, which drop what they
     /// do not match; if it has no rules for that, the dialect generates as without it.
     void addTransformer(Transformer * transformer);
-    void addTransformer(std::shared_ptr<Transformer> transformer);
+    void addTransformer(internal::HandedOver<Transformer> transformer);
     void removeTransformer(Transformer * transformer);
 
     void setContextSequenceCreator(ContextSequenceCreator creator);
@@ -78,7 +83,12 @@ public:
     void setPostVisitableGenerator(VisitableGenerator generator);
 
 private:
-    std::shared_ptr<XmiWriterImpl> fImpl;
+    struct Shared;
+    struct Counting;
+
+    [[nodiscard]] XmiWriterImpl & impl() const noexcept;
+
+    Generic::SmartPtr<Shared, Counting> fShared;
 };
 
 } // namespace ZEL::Serializer

@@ -42,7 +42,7 @@ public:
     /// that; with other formats it has no effect. Such a file is written in UTF-8, and takes about twice the time. Default
     /// none.
     [[nodiscard]] std::optional<FileForm> const & getFileForm() const noexcept { return fFileForm; }
-    void setFileForm(std::optional<FileForm> form) { fFileForm = std::move(form); }
+    void setFileForm(std::optional<FileForm> form);
 
 private:
     std::string fXmiVersion = XmiConstants::XMI_VERSION;

@@ -1,5 +1,6 @@
 #include "ModelFixture.h"
 
+#include <ZEL/metamodel/Descriptors.h>
 #include <ZEL/metamodel/ModelIntf.h>
 #include <ZEL/metamodel/StateCore.h>
 #include <ZEL/sequences/PersistentSequence.h>

@@ -268,12 +268,12 @@ Merger::Found Merger::findOrCreate(Model const & model, std::string const & uri,
     return {object, true};
 }
 
-bool Merger::makesAllAnew() const noexcept { return fCollectedObjects.empty() && typeid(*this) == typeid(Merger); }
+bool Merger::makesAllAnew() const noexcept { return fCollectedObjects->empty() && typeid(*this) == typeid(Merger); }
 
 internal::BodyCore * Merger::createPart(ClassObject const & owner, internal::FieldDescriptor const & field,
                                         internal::ModelCore & model, internal::ClassDescriptor const & descriptor,
                                         ObjectId const & id) {
-    std::vector<Numbered> & numbered = fByModel[&model].numbered;
+    std::vector<Numbered> & numbered = (*fByModel)[&model].numbered;
     std::int32_t const number = id.number();
     bool const isNumbered = number != 0 && number != model.internal_id();
     if (isNumbered) {

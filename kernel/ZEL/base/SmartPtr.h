@@ -20,7 +20,7 @@ public:
         retain(fObject);
     }
     SmartPtr(SmartPtr && other) noexcept : fObject(other.fObject) { other.fObject = nullptr; }
-    ~SmartPtr() { release(fObject); }
+    constexpr ~SmartPtr() { release(fObject); } // so that there are constants with null pointers
 
     // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the bodies are compared
     SmartPtr & operator=(SmartPtr const & other) noexcept(kCountsWithoutThrowing<T>) { return *this = other.fObject; }
@@ -63,7 +63,7 @@ private:
             Counting::retain(object);
         }
     }
-    static void release(T * object) {
+    static constexpr void release(T * object) {
         if (object != nullptr) {
             Counting::release(object);
         }

@@ -29,7 +29,7 @@ public:
         }
     }
     TextField(TextField && other) noexcept : fBytes(std::exchange(other.fBytes, Bytes{})) {}
-    ~TextField() {
+    constexpr ~TextField() { // so that there are constants with empty ones
         if (isLong()) {
             release();
         }
@@ -63,8 +63,8 @@ private:
     static constexpr std::size_t kSizeAt = sizeof(Record *);
 
     /// The size of a short text, or `kLong`.
-    [[nodiscard]] unsigned char tag() const noexcept { return static_cast<unsigned char>(fBytes[kShort]); }
-    [[nodiscard]] bool isLong() const noexcept { return tag() == kLong; }
+    [[nodiscard]] constexpr unsigned char tag() const noexcept { return static_cast<unsigned char>(fBytes[kShort]); }
+    [[nodiscard]] constexpr bool isLong() const noexcept { return tag() == kLong; }
     [[nodiscard]] Record * record() const noexcept {
         Record * record = nullptr;
         std::memcpy(&record, fBytes.data(), sizeof(record));

@@ -62,8 +62,8 @@ struct ZEL_API PropertyView {
 
     // --- values read where they lie --------------------------------------------------------------------------------
     // Nothing is allocated, and but for links nothing is counted. Read are single values of properties for which
-    // `isInPlace` holds, of instances of the class that the property was found in; of a subclass's too, for a search
-    // by name more.
+    // `isInPlace` holds, of instances of the class that the property was found in; those of another class that has the
+    // same property cost a search more.
     // Each throws "Cannot access NULL ref. Use isValid() before calling methods" for a null handle, and what a typed
     // get throws for an object that cannot be read. With the names of both it throws if the object has no such
     // property, or the property no value in place, or one of another type.

@@ -20,7 +20,14 @@ void PropertyView::raiseNotInPlace(ClassObjectIntf const & object, Deviant devia
 }
 
 PropertyView const & PropertyView::inClassOf(ClassObjectIntf const & object, Deviant deviant) const {
-    PropertyView const * const own = MetaClassView::ofInstance(object).find(name);
+    MetaClassView const & view = MetaClassView::ofInstance(object);
+    if (descriptor != nullptr && descriptor->single != nullptr) {
+        // By an address that all classes share that have inherited the property: sooner than by its name.
+        if (PropertyView const * const same = view.find(descriptor->single); same != nullptr) {
+            return *same;
+        }
+    }
+    PropertyView const * const own = view.find(name);
     bool const isInherited = own != nullptr && own->descriptor != nullptr && descriptor != nullptr &&
                              own->instances->isKindOf(*descriptor->owner);
     if (!isInherited) {

@@ -4,9 +4,34 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 #include <utility>
 
 namespace ZEL::internal {
+
+/// The values of a new state, which live as long as the process: states are read for as long as there is a handle, and
+/// so after the statics have gone.
+template <class Fields> struct InitialFields {
+    [[nodiscard]] static Fields const & values() noexcept {
+        static Fields const & made = *new Fields;
+        return made;
+    }
+};
+
+template <class Fields> constexpr bool canMakeConstant() {
+    [[maybe_unused]] Fields const made{};
+    return true;
+}
+
+/// A constant, which costs no question whether it is there: all but those with a text.
+template <class Fields>
+requires requires { typename std::bool_constant<canMakeConstant<Fields>()>; }
+struct InitialFields<Fields> {
+    [[nodiscard]] static constexpr Fields const & values() noexcept { return kValues; }
+
+private:
+    static constexpr Fields kValues{};
+};
 
 /// The fields of a state that few objects have values in, behind one pointer: they take room only with objects that
 /// have written one of them.
@@ -30,17 +55,15 @@ public:
 
     /// False as long as all values are the initial ones since none has been written.
     [[nodiscard]] bool isWritten() const noexcept { return fRecord != nullptr; }
-    [[nodiscard]] Fields const & operator*() const noexcept { return fRecord != nullptr ? fRecord->fields : initial(); }
+    [[nodiscard]] Fields const & operator*() const noexcept {
+        return fRecord != nullptr ? fRecord->fields : InitialFields<Fields>::values();
+    }
     [[nodiscard]] Fields const * operator->() const noexcept { return &**this; }
     /// The values of this state alone, to be written. Without memory for them it throws `std::bad_alloc`, and nothing
     /// has changed.
     [[nodiscard]] Fields & write() {
-        if (fRecord == nullptr) {
-            fRecord = new Record;
-        } else if (fRecord->count > 1) {
-            auto * const own = new Record{fRecord->fields};
-            --fRecord->count;
-            fRecord = own;
+        if (fRecord == nullptr || fRecord->count > 1) {
+            separate();
         }
         return fRecord->fields;
     }
@@ -54,10 +77,15 @@ private:
         std::uint32_t count = 1;
     };
 
-    /// Never destroyed: states are read for as long as there is a handle, and so after the statics have gone.
-    [[nodiscard]] static Fields const & initial() noexcept {
-        static Fields const & values = *new Fields;
-        return values;
+    /// Makes the record this one's alone. Not inline: the many functions that write a field share it.
+    [[gnu::noinline]] void separate() {
+        if (fRecord == nullptr) {
+            fRecord = new Record;
+            return;
+        }
+        auto * const own = new Record{fRecord->fields};
+        --fRecord->count;
+        fRecord = own;
     }
     void release() noexcept {
         if (fRecord != nullptr && --fRecord->count == 0) {

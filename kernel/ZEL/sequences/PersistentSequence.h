@@ -39,7 +39,7 @@ public:
         }
     }
     PersistentSequence(PersistentSequence && other) noexcept : word_(std::exchange(other.word_, 0)) {}
-    ~PersistentSequence() {
+    constexpr ~PersistentSequence() { // so that there are constants with empty ones
         if (isCounted()) {
             release();
         }
@@ -122,8 +122,8 @@ private:
     static Word toWord(void const * pointer) noexcept { return reinterpret_cast<std::uintptr_t>(pointer); }
     static void * toPointer(Word word) noexcept { return reinterpret_cast<void *>(std::uintptr_t{word}); }
 
-    bool isSingle() const noexcept { return (word_ & SingleTag) != 0; }
-    bool isCounted() const noexcept { return word_ != 0 && !isSingle(); }
+    constexpr bool isSingle() const noexcept { return (word_ & SingleTag) != 0; }
+    constexpr bool isCounted() const noexcept { return word_ != 0 && !isSingle(); }
     bool isLarge() const noexcept { return (word_ & (SingleTag | LargeTag)) == LargeTag; }
     void * single() const noexcept { return toPointer(word_ & ~SingleTag); }
     Counted * counted() const noexcept { return static_cast<Counted *>(toPointer(word_ & ~LargeTag)); }

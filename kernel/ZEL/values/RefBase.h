@@ -30,7 +30,7 @@ public:
     }
     RefBase(RefBase const & other) : fBody(other.fBody), fDeviant(other.fDeviant) { take(fBody); }
     RefBase(RefBase && other) noexcept : fBody(other.fBody), fDeviant(other.fDeviant) { other.fBody = nullptr; }
-    ~RefBase() { release(fBody); }
+    constexpr ~RefBase() { release(fBody); } // so that there are constants with null handles
 
     RefBase & operator=(RefBase const & other) { // NOLINT(bugprone-unhandled-self-assignment): the bodies are compared
         if (fBody != other.fBody) {
@@ -80,7 +80,7 @@ private:
             body->incRef();
         }
     }
-    static void release(BodyInterface * body) noexcept {
+    static constexpr void release(BodyInterface * body) noexcept {
         if (body != nullptr) {
             internal::giveBackCount(*body);
         }

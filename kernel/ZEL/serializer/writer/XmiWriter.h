@@ -68,8 +68,9 @@ public:
     [[nodiscard]] std::string const & keptFile() const;
 
     /// The Transformer comes before the dialect's own and is removed after the next run; passed by raw pointer, it is
-    /// deleted then; a shared one is passed by `std::shared_ptr`. What it generates before or after an object is input to the dialect's rules, which drop what they
-    /// do not match; if it has no rules for that, the dialect generates as without it.
+    /// deleted then; a shared one is passed by `std::shared_ptr`. What it generates before or after an object is input
+    /// to the dialect's rules, which drop what they do not match; if it has no rules for that, the dialect generates as
+    /// without it.
     void addTransformer(Transformer * transformer);
     void addTransformer(internal::HandedOver<Transformer> transformer);
     void removeTransformer(Transformer * transformer);

@@ -1,5 +1,6 @@
 #include <ZEL/metamodel/Fields.h>
 #include <ZEL/metamodel/SeldomFields.h>
+#include <ZEL/sequences/PersistentSequence.h>
 
 #include <gtest/gtest.h>
 
@@ -84,6 +85,19 @@ TEST(SeldomFields, WhoWritesHasValuesOfItsOwn) {
     EXPECT_EQ("second", second->text.view());
     Few const * const own = &*second;
     EXPECT_EQ(own, &second.write()) << "nobody else has them any more";
+}
+
+struct WithoutText {
+    internal::PersistentSequence sequence;
+    TextField empty;
+    unsigned char bits : 2 = 3;
+};
+
+TEST(SeldomFields, InitialValuesAreAConstantIfTheyCanBe) {
+    static_assert(internal::InitialFields<WithoutText>::values().bits == 3);
+    internal::SeldomFields<WithoutText> const unwritten;
+    EXPECT_EQ(3, unwritten->bits);
+    EXPECT_TRUE(unwritten->sequence.empty());
 }
 
 } // namespace

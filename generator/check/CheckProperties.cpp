@@ -335,8 +335,9 @@ void Checker::checkDerivation(TypeDefinition const & owner, PropertyDefinition c
 void Checker::checkSeldom(PropertyDefinition const & p, Entry const & type, std::string const & what) {
     Catalogue::PropertyEntry const opposite = fCatalogue.findProperty(p.opposite.text, fDefinition);
     bool const isContainer = opposite && hasWord(opposite.property->flags, "composite");
-    bool const isStored = !hasWord(p.flags, "derived") && p.stored.empty() && !p.baseElement.isTrue() && !isContainer;
-    bool const isBits = !isMany(p) && (type.type->kind == TypeKind::Enumeration || type.type->name.text == "Boolean");
+    bool const isStored = !hasWord(p.flags, "derived") && p.stored.empty() && p.stereotype.empty() &&
+                          !p.baseElement.isTrue() && !isContainer;
+    bool const isBits = !isMany(p) && (type.type->kind == TypeKind::Enumeration || nameOf(type) == "ZEL.Boolean");
     for (Word const & flag : p.flags) {
         if (flag.text == "seldom" && (!isStored || isBits)) {
             report(flag, what + ": found flag", ", expected it on a stored property that is no flag or literal");

@@ -91,11 +91,11 @@ std::string bitDeclarations(Property const & p) {
 }
 
 std::string member(std::string const & fields, Property const & p) {
-    return fields + (p.isSeldom ? "seldom->" : "") + Names::field(p.base);
+    return fields + (p.isSeldom ? "internal_seldom->" : "") + Names::field(p.base);
 }
 
 std::string writableMember(std::string const & fields, Property const & p) {
-    return fields + (p.isSeldom ? "seldom.write()." : "") + Names::field(p.base);
+    return fields + (p.isSeldom ? "internal_seldom.write()." : "") + Names::field(p.base);
 }
 
 std::string load(std::string const & fields, Property const & p) {
@@ -152,7 +152,7 @@ std::string clear(std::string const & fields, Property const & p) {
     std::string const empty = p.field == FieldKind::Text && p.defaultValue.empty() ? target + ".clear();\n"
                               : p.field == FieldKind::Pointer                      ? target + " = nullptr;\n"
                                                               : target + " = " + initial(p) + ";\n";
-    return (p.isSeldom ? "if (" + fields + "seldom.isWritten()) {\n    " + empty + "}\n" : empty) +
+    return (p.isSeldom ? "if (" + fields + "internal_seldom.isWritten()) {\n    " + empty + "}\n" : empty) +
            (p.keepsHas ? hasMember(fields, p) + " = false;\n" : "");
 }
 

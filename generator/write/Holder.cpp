@@ -17,11 +17,11 @@ std::string fields(Emission const & emission, Class const & of) {
     if (!seldom.empty()) {
         members = emission.print(R"(
 /// Those that few objects have.
-struct Seldom {
+struct internal_Seldom {
     $seldom$
 };
 
-ZEL::internal::SeldomFields<Seldom> seldom;
+ZEL::internal::SeldomFields<internal_Seldom> internal_seldom;
 $members$
 )",
                                  {{"seldom", seldom}, {"members", members}});

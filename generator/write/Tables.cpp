@@ -138,7 +138,7 @@ std::vector<Property const *> fieldsOfClassType(Class const & of) {
 std::string fieldRow(Emission const & emission, Class const & of, Property const & p) {
     std::string const state = of.home->cppNamespace + "::NSImplementation::" + of.name + "DeviantImpl";
     std::string const member = '&' + of.home->cppNamespace + "::NSImplementation::" + of.name +
-                               (p.isSeldom ? "Fields::Seldom::" : "Fields::") + Names::field(p.base);
+                               (p.isSeldom ? "Fields::internal_Seldom::" : "Fields::") + Names::field(p.base);
     std::string const type = interfaceOf(*p.type->asClass);
     std::string access;
     if (p.making == Making::Core) {

@@ -4,7 +4,6 @@
 #include <hasp_util/any.h>
 
 #include <string>
-#include <utility>
 
 namespace HASP {
 

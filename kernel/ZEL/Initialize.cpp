@@ -22,21 +22,27 @@ struct InitializeCleanup : Cleanup {};
 class Bootstrap {
 public:
     Bootstrap() : fBuilder(internal::builtInMetaModel()), fModel(fBuilder.build()) {
-        Messages::addToCatalogue();
-        fBuilder.registerAll(fModel);
+        try {
+            Messages::addToCatalogue();
+            fBuilder.registerAll(fModel);
+        } catch (...) {
+            end();
+            throw;
+        }
     }
+    ~Bootstrap() { end(); }
 
-    ~Bootstrap() {
+    Bootstrap(Bootstrap const &) = delete;
+    Bootstrap & operator=(Bootstrap const &) = delete;
+
+private:
+    void end() {
         fBuilder.unregisterAll();
         Messages::removeFromCatalogue();
         fBuilder.tearDown(fModel);
         fModel = MetaModel();
     }
 
-    Bootstrap(Bootstrap const &) = delete;
-    Bootstrap & operator=(Bootstrap const &) = delete;
-
-private:
     internal::MetaModelBuilder fBuilder;
     MetaModel fModel;
 };

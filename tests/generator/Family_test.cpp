@@ -196,7 +196,7 @@ TEST(Family, AnApplicationBuildsOnTheBuiltInMetamodel) {
 
 TEST(Fields, AreDeclaredAndTestedByTheKindOfValue) {
     std::array<char const *, 4> const rows[] = {
-        {"Property", "default", "ZEL::internal::TextField default_;\n", "!f.seldom->default_.isEmpty()"},
+        {"Property", "default", "ZEL::internal::TextField default_;\n", "!f.internal_seldom->default_.isEmpty()"},
         {"Property", "storage", "ZEL::PropertyStorage storage;\n", "f.hasStorage"},
         {"TypedElement", "type", "ZEL::NSInterface::TypeIntf * type = nullptr;\n", "f.type != nullptr"},
         {"MultiplicityElement", "upper", "std::uint32_t upper = 1;\n", "f.hasUpper"},

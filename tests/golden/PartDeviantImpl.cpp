@@ -71,24 +71,26 @@ ZEL::internal::PersistentSequence & PartDeviantImpl::internal_partField(ZEL::int
     return fields.part;
 }
 
-ZEL::Boolean PartDeviantImpl::hasNext(ZEL::Deviant) const { return ZEL::Boolean(fields.seldom->next != nullptr); }
+ZEL::Boolean PartDeviantImpl::hasNext(ZEL::Deviant) const {
+    return ZEL::Boolean(fields.internal_seldom->next != nullptr);
+}
 
-Part PartDeviantImpl::getNext(ZEL::Deviant deviant) const { return Part(fields.seldom->next, deviant); }
+Part PartDeviantImpl::getNext(ZEL::Deviant deviant) const { return Part(fields.internal_seldom->next, deviant); }
 
 void PartDeviantImpl::removeNext(ZEL::Deviant) {
-    if (fields.seldom.isWritten()) {
-        fields.seldom.write().next = nullptr;
+    if (fields.internal_seldom.isWritten()) {
+        fields.internal_seldom.write().next = nullptr;
     }
 }
 
 void PartDeviantImpl::setNext(ZEL::Deviant, Part const & value) {
-    fields.seldom.write().next = value.getImplementationWithoutAssert();
+    fields.internal_seldom.write().next = value.getImplementationWithoutAssert();
 }
 
 ZEL::internal::PersistentTextSequence & PartDeviantImpl::internal_noteField(ZEL::internal::FieldUse use) {
-    return use == ZEL::internal::FieldUse::Write ? fields.seldom.write().note
+    return use == ZEL::internal::FieldUse::Write ? fields.internal_seldom.write().note
                                                  : const_cast<ZEL::internal::PersistentTextSequence &>(
-                                                     fields.seldom->note);
+                                                     fields.internal_seldom->note);
 }
 
 ZEL::Boolean PartDeviantImpl::hasLabel(ZEL::Deviant) const { return ZEL::Boolean(!fields.label.isEmpty()); }
@@ -105,20 +107,22 @@ ZEL::String PartDeviantImpl::getLabel(ZEL::Deviant) const { return fields.label.
 
 std::string_view PartDeviantImpl::getLabelView(ZEL::Deviant) const { return fields.label.view(); }
 
-ZEL::Boolean PartDeviantImpl::hasCode(ZEL::Deviant) const { return ZEL::Boolean(!fields.seldom->code.isEmpty()); }
+ZEL::Boolean PartDeviantImpl::hasCode(ZEL::Deviant) const {
+    return ZEL::Boolean(!fields.internal_seldom->code.isEmpty());
+}
 
 void PartDeviantImpl::removeCode(ZEL::Deviant) {
-    if (fields.seldom.isWritten()) {
-        fields.seldom.write().code.clear();
+    if (fields.internal_seldom.isWritten()) {
+        fields.internal_seldom.write().code.clear();
     }
 }
 
 void PartDeviantImpl::setCode(ZEL::Deviant, ZEL::String const & value) {
-    fields.seldom.write().code.set(value.str());
+    fields.internal_seldom.write().code.set(value.str());
 }
 
-ZEL::String PartDeviantImpl::getCode(ZEL::Deviant) const { return fields.seldom->code.get(); }
+ZEL::String PartDeviantImpl::getCode(ZEL::Deviant) const { return fields.internal_seldom->code.get(); }
 
-std::string_view PartDeviantImpl::getCodeView(ZEL::Deviant) const { return fields.seldom->code.view(); }
+std::string_view PartDeviantImpl::getCodeView(ZEL::Deviant) const { return fields.internal_seldom->code.view(); }
 
 } // namespace machine::NSImplementation

@@ -2,9 +2,8 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/deviants/Transaction.h>
 #include <ZEL/interchange/FileFinder.h>
+#include <ZEL/interchange/OwnFolder.h>
 #include <ZEL/interchange/UnpackedFile.h>
-
-#include <dlfcn.h>
 
 #include <algorithm>
 #include <charconv>
@@ -202,15 +201,9 @@ std::string FileFinder::withoutTemporaryNames(std::string text) const {
 
 std::string librariesFolder() {
     static std::string const folder = [] {
-        Dl_info library{};
-        static int const inLibrary = 0;
-        if (::dladdr(&inLibrary, &library) == 0) {
-            return std::string();
-        }
         std::error_code failure;
-        fs::path const file = fs::canonical(library.dli_fname, failure);
-        fs::path const found = (file.parent_path() / ZEL_LIBRARIES).lexically_normal();
-        return !failure && fs::is_directory(found, failure) ? found.string() : std::string();
+        fs::path const found = (ownFolder() / ZEL_LIBRARIES).lexically_normal();
+        return fs::is_directory(found, failure) ? found.string() : std::string();
     }();
     return folder;
 }

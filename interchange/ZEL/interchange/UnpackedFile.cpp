@@ -1,5 +1,6 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/base/SafeFile.h>
+#include <ZEL/interchange/OwnFolder.h>
 #include <ZEL/interchange/UnpackedFile.h>
 #include <ZEL/interchange/UnpackingModule.h>
 
@@ -23,19 +24,9 @@ namespace fs = std::filesystem;
     raiseCannotUnpack(container, reason == nullptr ? "no module" : reason);
 }
 
-/// The module lies in a folder beside this library.
-fs::path moduleFile(std::string const & container) {
-    Dl_info library{};
-    static int const inLibrary = 0;
-    if (::dladdr(&inLibrary, &library) == 0) {
-        raiseNoModule(container);
-    }
-    return fs::path(library.dli_fname).parent_path() / ZEL_UNPACKING_MODULE;
-}
-
 /// Never unloaded: who unpacks one container unpacks others.
 decltype(&zelUnpackModel) loadModule(std::string const & container) {
-    void * const module = ::dlopen(moduleFile(container).c_str(), RTLD_NOW);
+    void * const module = ::dlopen((ownFolder() / ZEL_UNPACKING_MODULE).c_str(), RTLD_NOW);
     void * const function = module == nullptr ? nullptr : ::dlsym(module, "zelUnpackModel");
     if (function == nullptr) {
         raiseNoModule(container);

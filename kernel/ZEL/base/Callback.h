@@ -2,7 +2,6 @@
 
 #include <ZEL/Export.h>
 
-#include <concepts>
 #include <cstddef>
 #include <new>
 #include <type_traits>
@@ -51,33 +50,37 @@ private:
     alignas(void *) mutable std::byte fBytes[kBytes] = {};
 };
 
+/// Of functions of any signature.
+struct CallbackBase {};
+
+/// Of the classes of objects that can be called, those that hold a function of any type.
+template <class F>
+concept FunctionHolder = std::is_base_of_v<CallbackBase, F> || requires(F const & function) {
+    function.target_type();
+};
+
 /// Whether there is nothing to call: a null pointer, or another library's empty holder of a function.
 template <class F> [[nodiscard]] bool isEmptyFunction(F const & function) {
-    if constexpr (std::is_pointer_v<F> || std::is_member_pointer_v<F>) {
-        return function == nullptr;
-    } else if constexpr (requires {
-                             typename F::result_type;
-                             { function.empty() } -> std::same_as<bool>;
-                         }) {
-        return function.empty();
-    } else if constexpr (requires {
-                             typename F::result_type;
-                             { function == nullptr } -> std::same_as<bool>;
-                         }) {
-        return function == nullptr;
+    if constexpr (std::is_pointer_v<F> || std::is_member_pointer_v<F> || FunctionHolder<F>) {
+        return !function;
     } else {
         return false;
     }
 }
 
-/// Calls a function, or a member of the first argument, which may be a pointer to the object.
+/// Calls a function, or a member of the first argument, which may be a pointer or another reference to the object.
 template <class F, class... A> decltype(auto) called(F & function, A &&... arguments) {
     return function(std::forward<A>(arguments)...);
 }
 template <class M, class C, class Object, class... A>
 decltype(auto) called(M C::*member, Object && object, A &&... arguments) {
-    if constexpr (!std::is_base_of_v<C, std::remove_cvref_t<Object>>) {
-        return called(member, *object, std::forward<A>(arguments)...);
+    if constexpr (!std::is_same_v<C, std::remove_cvref_t<Object>> &&
+                  !std::is_base_of_v<C, std::remove_cvref_t<Object>>) {
+        if constexpr (requires { *object; }) {
+            return called(member, *object, std::forward<A>(arguments)...);
+        } else {
+            return called(member, object.get(), std::forward<A>(arguments)...);
+        }
     } else if constexpr (std::is_function_v<M>) {
         return (std::forward<Object>(object).*member)(std::forward<A>(arguments)...);
     } else {
@@ -94,7 +97,7 @@ decltype(auto) called(M C::*member, Object && object, A &&... arguments) {
 /// it, as it does from it. A call of an empty one throws `boost::bad_function_call`.
 template <class Signature> class Callback;
 
-template <class R, class... A> class Callback<R(A...)> : private internal::CallbackRoom {
+template <class R, class... A> class Callback<R(A...)> : public internal::CallbackBase, private internal::CallbackRoom {
 public:
     using result_type = R;
 
@@ -104,7 +107,8 @@ public:
     Callback(Callback && other) noexcept : CallbackRoom(std::move(other)), fCall(other.fCall) { other.fCall = nullptr; }
     /// Empty if `function` is.
     template <class F>
-    requires(!std::is_same_v<F, Callback> && std::is_invocable_r_v<R, F &, A...>) Callback(F function) {
+    requires(!std::is_same_v<F, Callback> && std::is_invocable_r_v<R, F &, A...> && std::is_copy_constructible_v<F>)
+        Callback(F function) {
         if (internal::isEmptyFunction(function)) {
             return;
         }
@@ -122,13 +126,16 @@ public:
     ~Callback() = default;
     Callback & operator=(Callback other) noexcept {
         swap(other);
-        fCall = other.fCall;
         return *this;
     }
 
     [[nodiscard]] bool empty() const noexcept { return fCall == nullptr; }
     explicit operator bool() const noexcept { return fCall != nullptr; }
     void clear() noexcept { *this = Callback(); }
+    void swap(Callback & other) noexcept {
+        CallbackRoom::swap(other);
+        std::swap(fCall, other.fCall);
+    }
 
     R operator()(A... arguments) const {
         if (fCall == nullptr) [[unlikely]] {

@@ -9,14 +9,15 @@ namespace ZEL::internal {
 /// Owns one object on the heap, or none, and deletes it at its end.
 ///
 /// For the headers that every program includes: what they pass on of `std::unique_ptr` without what `<memory>` costs to
-/// compile. It takes over what any such owner of a derived class releases, so callees still use `std::make_unique`.
+/// compile. It takes over what any such owner releases, also one of a derived class if `T` has a virtual destructor, so
+/// callees still use `std::make_unique`.
 template <class T> class SoleOwner {
 public:
     SoleOwner() noexcept = default;
     SoleOwner(std::nullptr_t) noexcept {}
     explicit SoleOwner(T * object) noexcept : fObject(object) {}
     SoleOwner(SoleOwner && other) noexcept : fObject(other.release()) {}
-    /// From another owner that is given up. `T` then has a virtual destructor.
+    /// From another owner that is given up.
     template <class Owner>
     requires(!std::same_as<Owner, SoleOwner> && requires(Owner & owner) {
         typename Owner::element_type;

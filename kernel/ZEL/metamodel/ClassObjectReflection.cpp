@@ -65,8 +65,9 @@ Generic::PropertyToSequenceMethods const * singleMethods(ImmutableProperty const
     }
     try {
         using State = NSImplementation::PropertyDeviantImpl;
-        PropertyStorageIntf const * const storage = static_cast<State const &>(*body->readState(property.getDeviant()))
-                                                        .fields.seldom->storage.getImplementationWithoutAssert();
+        PropertyStorageIntf const * const storage =
+            static_cast<State const &>(*body->readState(property.getDeviant()))
+                .fields.internal_seldom->storage.getImplementationWithoutAssert();
         // Of just this class, since one derived from it may read in another way.
         return storage != nullptr && typeid(*storage) == typeid(SingleValuedPropertyManager)
                    ? static_cast<SingleValuedPropertyManager const &>(*storage).methods()

@@ -15,14 +15,14 @@ template <class Fields, class Value> Value const & readMember(Fields const & fie
     return fields.*member;
 }
 template <class Fields, class Value>
-Value const & readMember(Fields const & fields, Value Fields::Seldom::*member) noexcept {
-    return (*fields.seldom).*member;
+Value const & readMember(Fields const & fields, Value Fields::internal_Seldom::*member) noexcept {
+    return (*fields.internal_seldom).*member;
 }
 template <class Fields, class Value> Value & writeMember(Fields & fields, Value Fields::*member) noexcept {
     return fields.*member;
 }
-template <class Fields, class Value> Value & writeMember(Fields & fields, Value Fields::Seldom::*member) {
-    return fields.seldom.write().*member;
+template <class Fields, class Value> Value & writeMember(Fields & fields, Value Fields::internal_Seldom::*member) {
+    return fields.internal_seldom.write().*member;
 }
 
 /// `Member` points into the struct of the stored properties of `State`, or into that of the seldom ones within.

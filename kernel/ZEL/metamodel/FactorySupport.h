@@ -20,9 +20,9 @@ ZEL_API BodyCore & createObject(ModelCore & model, Deviant deviant, ClassDescrip
 [[nodiscard]] ZEL_API BodyCore & createUnplaced(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor,
                                                 std::int32_t id);
 
-/// The same for an object that stands in a containment field of `container` from the begin, at the back of a
+/// The same for an object that stands in a containment field of `container` from the beginning, at the back of a
 /// multi-valued one. Null, and nothing made, unless the container is an object of the model in the deviant, and a
-/// single-valued field is empty. The field must accept objects of the class, which is none of models.
+/// single-valued field is empty. The field must accept objects of the class, which must not be a class of models.
 [[nodiscard]] ZEL_API BodyCore * createPart(ModelCore & model, Deviant deviant, ClassDescriptor const & descriptor,
                                             std::int32_t id, ClassObjectIntf & container,
                                             FieldDescriptor const & field);

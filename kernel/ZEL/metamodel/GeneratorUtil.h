@@ -13,7 +13,7 @@ namespace NSInterface {
 class PropertyIntf;
 } // namespace NSInterface
 
-/// What generated metamodels call while they are built.
+/// For metamodels that an application makes by hand.
 class ZEL_API GeneratorUtil {
 public:
     /// Sets the plain values of a metamodel property, in the order of the arguments, on the root deviant.

@@ -4,7 +4,6 @@
 #include <ZEL/metamodel/MetaModelKeys.h>
 #include <ZEL/metamodel/MetaModelObjects.h>
 
-#include <cstddef>
 #include <string_view>
 #include <unordered_map>
 #include <vector>

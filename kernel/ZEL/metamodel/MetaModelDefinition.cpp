@@ -4,7 +4,6 @@
 #include <ZEL/metamodel/Association.h>
 #include <ZEL/metamodel/Class.h>
 #include <ZEL/metamodel/ClassRuntime.h>
-#include <ZEL/metamodel/DataTypeIntf.h>
 #include <ZEL/metamodel/MetaModelDefinition.h>
 #include <ZEL/metamodel/MultiValuedPropertyManager.h>
 #include <ZEL/metamodel/Property.h>
@@ -15,7 +14,6 @@
 #include <ZEL/sequences/PersistentSequence.h>
 #include <ZEL/values/TypeInfoRegistry.h>
 
-#include <array>
 #include <memory>
 
 namespace ZEL::internal {

@@ -2,8 +2,6 @@
 
 #include <ZEL/metamodel/MetaModelDeclaration.h>
 
-#include <cstddef>
-
 namespace ZEL::internal {
 
 /// Second phase of building a metamodel: superclasses, types, associations and storages of the properties.

@@ -111,11 +111,8 @@ void enterWaitingKeys(KeyMap & map) {
 }
 
 void forgetKeys(MetaModelDescriptor const & descriptor, ModelCore const & model) noexcept {
-    bool const didWait =
-        std::erase_if(waiting(), [&](KeyedObjects const & objects) { return objects.descriptor == &descriptor; }) != 0;
-    if (didWait) {
-        return;
-    }
+    std::erase_if(waiting(), [&](KeyedObjects const & objects) { return objects.descriptor == &descriptor; });
+    // Also of those that waited: without memory for all keys some have been entered.
     std::erase_if(GlobalXMIIdToObjectMap::internal_map(), [&model](auto const & entry) {
         BodyCore const * const body = entry.second.getImplementationWithoutAssert()->internal_body();
         return body != nullptr && body->internal_model() == &model;

@@ -10,9 +10,9 @@
 namespace ZEL::internal {
 
 /// The values of a new state, which live as long as the process: states are read for as long as there is a handle, and
-/// so after the statics have gone.
+/// so after the statics have gone. Made at the first question, which throws `std::bad_alloc` without memory for them.
 template <class Fields> struct InitialFields {
-    [[nodiscard]] static Fields const & values() noexcept {
+    [[nodiscard]] static Fields const & values() {
         static Fields const & made = *new Fields;
         return made;
     }
@@ -23,7 +23,7 @@ template <class Fields> constexpr bool canMakeConstant() {
     return true;
 }
 
-/// A constant, which costs no question whether it is there: all but those with a text.
+/// A constant, which costs no question whether it is there: all but those of which one begins with a text.
 template <class Fields>
 requires requires { typename std::bool_constant<canMakeConstant<Fields>()>; }
 struct InitialFields<Fields> {
@@ -55,10 +55,12 @@ public:
 
     /// False as long as all values are the initial ones since none has been written.
     [[nodiscard]] bool isWritten() const noexcept { return fRecord != nullptr; }
-    [[nodiscard]] Fields const & operator*() const noexcept {
+    [[nodiscard]] Fields const & operator*() const noexcept(noexcept(InitialFields<Fields>::values())) {
         return fRecord != nullptr ? fRecord->fields : InitialFields<Fields>::values();
     }
-    [[nodiscard]] Fields const * operator->() const noexcept { return &**this; }
+    [[nodiscard]] Fields const * operator->() const noexcept(noexcept(InitialFields<Fields>::values())) {
+        return &**this;
+    }
     /// The values of this state alone, to be written. Without memory for them it throws `std::bad_alloc`, and nothing
     /// has changed.
     [[nodiscard]] Fields & write() {

@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <deque>
+#include <memory>
 #include <utility>
+#include <vector>
 
 namespace ZEL {
 
@@ -21,19 +23,44 @@ using internal::StateCore;
 
 namespace {
 
-/// The contents of one object: the fields that are still to come, and what is left of the present one. A list is held
-/// as it was found, so that a write to the model leaves it alone.
+/// Whether the object has ended, but its model has not: throws if that has, or if the deviant was removed.
+bool hasEnded(BodyCore const & body, Deviant deviant) {
+    if (body.deviant_isValid(deviant)) {
+        return false;
+    }
+    if (!deviant.isValid() || deviant.hasModelBeenDestroyed()) {
+        static_cast<void>(body.readState(deviant));
+    }
+    return true;
+}
+
+/// What is left of the contents of one object.
 class Level {
 public:
-    Level(ImmutableClassObject const & object, BodyCore const & body, CompositeFields const & fields, std::size_t first)
-        : fObject(object), fBody(&body), fFields(&fields), fField(first) {}
+    /// From the field at `first` on, of the composite ones.
+    Level(ImmutableClassObject const & object, BodyCore const & body, CompositeFields const & fields, std::size_t first,
+          bool isListedAlone)
+        : fObject(object), fBody(&body), fFields(&fields), fField(first), fIsListedAlone(isListedAlone) {}
+    /// Of an object of an application's own making, whatever it says.
+    Level(ImmutableClassObject const & object, bool isListedAlone)
+        : fObject(object), fOthers(object.getContaineeZELs().toVector()), fIsListedAlone(isListedAlone) {}
     Level(Level const &) = delete;
     Level & operator=(Level const &) = delete;
 
     [[nodiscard]] ClassObjectIntf const * object() const noexcept { return fObject.getImplementationWithoutAssert(); }
-    /// Null if there is none. Throws if the object can no longer be read.
+    /// Whether the object was found in the list of a container that it does not know.
+    [[nodiscard]] bool isListedAlone() const noexcept { return fIsListedAlone; }
+    /// Null if there is none, or if the object has ended. Throws if its model has.
     [[nodiscard]] ObjectIntf * next() {
+        if (fBody == nullptr) {
+            return fPlace == fOthers.size()
+                       ? nullptr
+                       : const_cast<ClassObjectIntf *>(fOthers[fPlace++].getImplementationWithoutAssert());
+        }
         // Also before a look into the list that is held: once the model has gone, its objects may have gone as well.
+        if (hasEnded(*fBody, fObject.getDeviant())) {
+            return nullptr;
+        }
         StateCore const & state = *fBody->readState(fObject.getDeviant());
         while (fPlace == fSize) {
             if (fField == fFields->size()) {
@@ -52,6 +79,7 @@ public:
     }
 
 private:
+    /// As the list is now: a write to the model leaves it alone.
     void hold(PersistentSequence const & elements) noexcept {
         fElements = elements;
         fCursor = fElements.begin();
@@ -60,13 +88,15 @@ private:
     }
 
     ImmutableClassObject fObject;
-    BodyCore const * fBody;
-    CompositeFields const * fFields;
-    std::size_t fField; ///< the next one
+    BodyCore const * fBody = nullptr; ///< null for an object of an application's own making
+    CompositeFields const * fFields = nullptr;
+    std::size_t fField = 0; ///< the next one
     PersistentSequence fElements;
     PersistentSequence::Cursor fCursor;
-    std::size_t fPlace = 0;
+    std::vector<ImmutableClassObject> fOthers; ///< of an object without a body of ours
+    std::size_t fPlace = 0;                    ///< in `fElements`, or in `fOthers`
     std::size_t fSize = 0;
+    bool fIsListedAlone;
 };
 
 } // namespace
@@ -75,20 +105,30 @@ private:
 class ContentsWalk::Levels {
 public:
     explicit Levels(ImmutableClassObject const & root)
-        : fRoot(root), fPresent(root.getImplementation()->internal_body()) {}
+        : fRoot(root), fPresent(root.getImplementation()->internal_body()) {
+        if (fPresent != nullptr) {
+            static_cast<void>(fPresent->readState(deviant()));
+        }
+    }
 
     [[nodiscard]] Deviant deviant() const noexcept { return fRoot.getDeviant(); }
-    /// `object` is the present one. Nothing for an object without contents, as most are.
+    /// `object` is the present one. Nothing for an object without contents, as most are, or one that has ended.
     void enter(ImmutableClassObject const & object) {
         if (fPresent == nullptr) {
-            return; // of a class of the application's own making: no property of it contains an object
+            if (object.isValid()) {
+                add(object, fPresentIsListedAlone);
+            }
+            return;
+        }
+        if (hasEnded(*fPresent, deviant())) {
+            return;
         }
         StateCore const & state = *fPresent->readState(deviant());
         CompositeFields const & fields = internal::compositeFieldsOf(state.internal_stateDescriptor());
         for (std::size_t i = 0; i < fields.size(); ++i) {
             FieldDescriptor const & field = *fields[i];
             if (field.sequence != nullptr ? !field.sequence(state).empty() : field.get(state) != nullptr) {
-                fLevels.emplace_back(object, *fPresent, fields, i);
+                add(object, *fPresent, fields, i, fPresentIsListedAlone);
                 return;
             }
         }
@@ -98,34 +138,44 @@ public:
         while (!fLevels.empty()) {
             ObjectIntf * const child = fLevels.back().next();
             if (child == nullptr) {
+                fListedAlone -= static_cast<std::size_t>(fLevels.back().isListedAlone());
                 fLevels.pop_back();
                 continue;
             }
-            fPresent = child->internal_body();
-            if (fPresent == nullptr) {
-                return &internal::classObject(*child);
-            }
-            if (fPresent->deviant_isValid(deviant()) && !leadsBack(*fPresent)) {
-                return fPresent;
+            ClassObjectIntf const & found = internal::classObject(*child);
+            BodyCore const * const body = child->internal_body();
+            if ((body == nullptr || body->deviant_isValid(deviant())) && !leadsBack(found, body)) {
+                fPresent = body;
+                return &found;
             }
         }
         return nullptr;
     }
 
 private:
-    /// States of a deviant and of the root can have combined to two objects that contain each other. Then one of them
-    /// is the root, or another one's content by the container's list alone.
-    [[nodiscard]] bool leadsBack(BodyCore const & body) const {
-        ClassObjectIntf const * const child = &body;
-        return child == fRoot.getImplementationWithoutAssert() ||
-               (body.readState(deviant())->container() != fLevels.back().object() &&
+    template <class... Arguments> void add(Arguments const &... arguments) {
+        Level const & level = fLevels.emplace_back(arguments...);
+        fListedAlone += static_cast<std::size_t>(level.isListedAlone());
+    }
+
+    /// States of a deviant and of the root can have combined to objects that contain each other. On the way round at
+    /// least one of them is listed by a container that it does not know.
+    [[nodiscard]] bool leadsBack(ClassObjectIntf const & child, BodyCore const * body) {
+        ClassObjectIntf const * const container =
+            body == nullptr ? child.getContainerZEL(deviant()).getImplementationWithoutAssert()
+                            : body->readState(deviant())->container();
+        fPresentIsListedAlone = container != fLevels.back().object();
+        return &child == fRoot.getImplementationWithoutAssert() ||
+               ((fPresentIsListedAlone || fListedAlone != 0) &&
                 std::any_of(fLevels.begin(), fLevels.end(),
-                            [child](Level const & level) { return level.object() == child; }));
+                            [&child](Level const & level) { return level.object() == &child; }));
     }
 
     ImmutableClassObject fRoot;
-    BodyCore const * fPresent; ///< of the object that the walk is at; null if it has no state of this kind
-    std::deque<Level> fLevels; ///< none of them moves: a place in a list knows the list
+    BodyCore const * fPresent; ///< of the object that the walk is at; null for one of an application's own making
+    bool fPresentIsListedAlone = false;
+    std::deque<Level> fLevels;    ///< none of them moves: a place in a list knows the list
+    std::size_t fListedAlone = 0; ///< levels of objects that were found so
 };
 
 ContentsWalk::ContentsWalk(ImmutableClassObject root)
@@ -139,8 +189,9 @@ bool ContentsWalk::next() {
     if (std::exchange(fIsAtEnd, true)) {
         return false;
     }
+    ImmutableClassObject const present = std::exchange(fCurrent, {});
     if (!std::exchange(fSkips, false)) {
-        fLevels->enter(fCurrent);
+        fLevels->enter(present);
     }
     ClassObjectIntf const * const found = fLevels->next();
     fCurrent = ImmutableClassObject(found, fLevels->deviant());

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <ZEL/base/SoleOwner.h>
 #include <ZEL/metamodel/ClassObject.h>
 
 #include <cstddef>
-#include <memory>
+#include <iterator>
 
 namespace ZEL {
 
@@ -15,14 +16,15 @@ namespace ZEL {
 ///
 /// One pass, in the deviant of the root's handle, without recursion, in constant time for each object; it needs room for
 /// the objects between the root and the present one alone. The model may be written on the way: the walk takes each
-/// object's contents as they are when it comes to them, and passes over objects that have ended since.
+/// object's contents as they are when it comes to them, and passes over objects that have ended since, with what is left
+/// of their contents. An object that is moved meanwhile may be met twice or not at all.
 class ZEL_API ContentsWalk {
 public:
     class Iterator;
     /// Where all walks end.
     struct End {};
 
-    /// At the root, which must be valid: otherwise the walk throws as any read of it does.
+    /// At the root. Throws what a read of the root throws if it is not valid.
     explicit ContentsWalk(ImmutableClassObject root);
     ContentsWalk(ContentsWalk &&) noexcept;
     ContentsWalk & operator=(ContentsWalk &&) noexcept;
@@ -31,8 +33,9 @@ public:
     /// The object that the walk is at; invalid at the end. It may be kept by copying the handle.
     [[nodiscard]] ImmutableClassObject const & current() const noexcept { return fCurrent; }
     [[nodiscard]] bool isAtEnd() const noexcept { return fIsAtEnd; }
-    /// Goes to the next object; false if there is none. Throws what reading the present object throws, and
-    /// "object accessed after its model has been destroyed"; it is at the end then.
+    /// Goes to the next object; false if there is none. Throws
+    /// "object accessed after its model has been destroyed" and
+    /// "object accessed after its deviant has been removed"; it is at the end then.
     bool next();
     /// Passes over what the present object contains.
     void skipContents() noexcept { fSkips = true; }
@@ -44,7 +47,7 @@ public:
 private:
     class Levels;
 
-    std::unique_ptr<Levels> fLevels;
+    internal::SoleOwner<Levels> fLevels;
     ImmutableClassObject fCurrent;
     bool fIsAtEnd = false;
     bool fSkips = false;

@@ -105,6 +105,7 @@ bool TypeInfoRegistry::internal_registerLater(internal::LateTypes const & types)
         return false;
     }
     waiting = &types;
+    ++fGeneration;
     return true;
 }
 
@@ -112,6 +113,7 @@ bool TypeInfoRegistry::internal_forgetLater(internal::LateTypes const & types) n
     bool const didWait = waiting == &types;
     if (didWait) {
         waiting = nullptr;
+        ++fGeneration;
     }
     return didWait;
 }

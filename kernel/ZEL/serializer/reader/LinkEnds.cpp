@@ -15,7 +15,7 @@ namespace {
 /// Looks where the links lie, if they can be read there, as most ends stand as the file lists them already.
 bool standsAsListed(ClassObject const & object, MetaProperty const & property,
                     std::vector<ClassObject> const & listed) {
-    if (property.links == nullptr) {
+    if (property.links == nullptr || property.links->sequence == nullptr) {
         return false;
     }
     internal::BodyCore const & body = *object.getImplementation()->internal_body();

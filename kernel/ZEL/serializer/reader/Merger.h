@@ -126,7 +126,7 @@ private:
     /// Whether each object is made by the factories alone: nothing is to be found again, and no subclass has a say.
     [[nodiscard]] bool makesAllAnew() const noexcept;
     /// What `createObject` and a `setProperty` on the owner come to for a part of a class that the factories have made
-    /// for the same names before, in the model of the part. Null, and nothing done, where they are to be asked.
+    /// for the same names before, in the model of the part. Null where they are to be asked; the number is free then.
     [[nodiscard]] internal::BodyCore * createPart(ClassObject const & owner, internal::FieldDescriptor const & field,
                                                   internal::ModelCore & model,
                                                   internal::ClassDescriptor const & descriptor, ObjectId const & id);

@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
+#include <type_traits>
 
 namespace ZEL::tests {
 namespace {
@@ -20,9 +22,24 @@ struct Joiner {
     std::string with(std::string const & text, int number) const { return before + join(text, number); }
 };
 
+union Either {
+    int number;
+    char letter;
+};
+
+/// Is empty as a container is.
+struct Table : std::map<int, int> {
+    using result_type = int;
+    int operator()(int key) const { return contains(key) ? at(key) : key; }
+};
+
+static_assert(!std::is_constructible_v<Callback<int()>, decltype([owned = std::unique_ptr<int>()] { return *owned; })>,
+              "a callback can be copied");
+
 TEST(Callback, CallsWhateverCanBeCalled) {
     Joiner const joiner{"<"};
     std::string const large(100, 'x');
+    Either either{3};
     std::function<std::string(std::string const &, int)> const other = join;
     EXPECT_EQ(Joining(join)("a", 1), "a1");
     EXPECT_EQ(Joining(&join)("a", 1), "a1");
@@ -32,6 +49,9 @@ TEST(Callback, CallsWhateverCanBeCalled) {
     EXPECT_EQ(Joining([large](auto const & text, int) { return text + large; })("a", 1), "a" + large);
     EXPECT_EQ((Callback<std::string(Joiner const &, std::string const &, int)>(&Joiner::with)(joiner, "a", 1)), "<a1");
     EXPECT_EQ((Callback<std::string(Joiner const *)>(&Joiner::before)(&joiner)), "<");
+    EXPECT_EQ((Callback<std::string(std::reference_wrapper<Joiner const>)>(&Joiner::before)(joiner)), "<");
+    EXPECT_EQ((Callback<int(Either &)>(&Either::number)(either)), 3);
+    EXPECT_EQ(Callback<int(int)>(Table{})(2), 2) << "without entries, but a function all the same";
     EXPECT_EQ((std::function<std::string(std::string const &, int)>(Joining(join))("a", 1)), "a1");
 }
 
@@ -63,6 +83,9 @@ TEST(Callback, CopiesHaveStatesOfTheirOwnAndEndThem) {
     second = [] { return 7; };
     EXPECT_EQ(second(), 7);
     EXPECT_EQ(counted.use_count(), 2);
+    second.swap(first);
+    EXPECT_TRUE(second.empty());
+    second.swap(first);
     second.clear();
     EXPECT_TRUE(second.empty());
 }

@@ -166,6 +166,63 @@ TEST_F(ContainmentTraversal, AWalkTakesContentsAsTheyAreWhenItComesToThem) {
     EXPECT_RAISES(kNullRef, ContentsWalk{ImmutableClassObject()});
 }
 
+TEST_F(ContainmentTraversal, AWalkGoesOnBehindAContainerThatHasEnded) {
+    Class const a = sample.classIn(sample.top, "A");
+    Property const x = sample.attribute(a, "x");
+    Property const y = sample.attribute(a, "y");
+    Class const b = sample.classIn(sample.top, "B");
+    Class const c = sample.classIn(sample.top, "C");
+    ContentsWalk walk(sample.top);
+    ASSERT_TRUE(walk.next() && walk.next());
+    ASSERT_EQ(walk.current(), x);
+    c.getOwnedAttributes().push_back(x);
+    a.destroy();
+    ASSERT_TRUE(walk.next());
+    EXPECT_EQ(walk.current(), b);
+    b.destroy();
+    ASSERT_TRUE(walk.next()) << "also behind the present object";
+    EXPECT_EQ(walk.current(), c);
+    EXPECT_FALSE(y.isValid());
+}
+
+/// The root deviant and another one have each moved an object: together that makes a ring.
+TEST(ContentsWalkOfADeviant, EndsThoughObjectsContainEachOther) {
+    MetaModel const model = Factory::createNewModel();
+    Factory const factory = model.getFactoryFactory();
+    auto const packageIn = [&](Package const & owner, char const * name) {
+        Package const made = factory.createPackage(name);
+        owner.getPackagedElements().push_back(made);
+        return made;
+    };
+    Deviant const root = model.getRootDeviant();
+    root.setMaximumUndoStackLength(0); // so that other deviants see what is written to the root
+    root.beginTransaction();
+    Package const top = factory.createPackage("top");
+    model.setTopPackage(top);
+    Package const a = packageIn(top, "a");
+    Package const c = packageIn(top, "c");
+    Package const f = packageIn(a, "f");
+    Package const e = packageIn(c, "e");
+    root.commitTransaction();
+    ImmutableMetaModel const seen = model.createDeviantWithName("other");
+    Deviant const other = seen.getDeviant();
+    other.beginTransaction();
+    Package(e.asDeviant(seen)).getPackagedElements().push_back(a.asDeviant(seen));
+    other.commitTransaction();
+    root.beginTransaction();
+    f.getPackagedElements().push_back(c);
+    root.commitTransaction();
+
+    ContentsWalk walk(ImmutableClassObject(top.asDeviant(seen)));
+    std::size_t met = 0;
+    constexpr std::size_t kObjects = 5;
+    while (walk.next() && met <= 2 * kObjects) {
+        ++met;
+    }
+    EXPECT_TRUE(walk.isAtEnd());
+    EXPECT_LE(met, 2 * kObjects) << "no object again within itself";
+}
+
 TEST_F(ContainmentTraversal, AWalkThatLosesItsModelSaysSo) {
     auto other = std::make_unique<TestModel>();
     static_cast<void>(other->attribute(other->classIn(other->top, "A"), "x"));
@@ -174,6 +231,7 @@ TEST_F(ContainmentTraversal, AWalkThatLosesItsModelSaysSo) {
     other.reset();
     EXPECT_RAISES("object accessed after its model has been destroyed", walk.next());
     EXPECT_TRUE(walk.isAtEnd());
+    EXPECT_FALSE(walk.current().isValid());
 }
 
 // --- any model -----------------------------------------------------------------------------------------------------

@@ -120,12 +120,7 @@ void BodyCore::checkAccess(Deviant deviant) const {
     }
 }
 
-bool BodyCore::deviant_isValid(Deviant deviant) const {
-    DeviantIdentity const * const identity = deviant.getIdentity();
-    if ((identity == nullptr || identity->kind == DeviantIdentity::Kind::LiveRoot) && Deviant::isRealState(fRootState))
-        [[likely]] {
-        return true;
-    }
+bool BodyCore::isValidSlowly(Deviant deviant) const {
     if (static_cast<void *>(fRootState) == Deviant::ModelDestroyed || !deviant.isValid()) {
         return false;
     }

@@ -37,7 +37,11 @@ public:
     [[nodiscard]] ClassObjectIntf const * internal_container(Deviant deviant) const final;
     [[nodiscard]] ObjectIntf * internal_exchangeRootState(ObjectIntf * state) noexcept final;
     void internal_noteElement(ObjectIntf * element) const final;
-    [[nodiscard]] bool deviant_isValid(Deviant deviant) const final;
+    [[nodiscard]] bool deviant_isValid(Deviant deviant) const final {
+        DeviantIdentity const * const identity = deviant.getIdentity();
+        return (fHasRealRootState && (identity == nullptr || identity->kind == DeviantIdentity::Kind::LiveRoot)) ||
+               isValidSlowly(deviant);
+    }
     void deviant_destroyState(ObjectIntf * state) final;
     void deviant_markModelDestroyed() override;
     void deviant_commitTransientState(Deviant deviant) final;
@@ -127,6 +131,7 @@ protected:
 private:
     friend class ModelCore;
 
+    [[nodiscard]] bool isValidSlowly(Deviant deviant) const;
     [[nodiscard]] StateCore * readStateSlowly(Deviant deviant) const;
     [[nodiscard]] StateCore * writeStateSlowly(Deviant deviant) const;
     /// The root's state as other deviants see it: the one before a running root transaction.

@@ -112,7 +112,7 @@ public:
         internal::StateCore const & state = *fBody->readState(deviant);
         if (fPlace->box != nullptr) {
             internal::FieldValue const value = fPlace->value->get(state);
-            return value.isSet() ? fPlace->box(value, deviant) : Object();
+            return value.isSet() ? Object(fPlace->box(value), deviant) : Object();
         }
         ObjectIntf * const link = fPlace->links->get(state);
         return Object(link, link == nullptr ? Deviant() : deviant);

@@ -8,7 +8,6 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/FieldObject.h>
 #include <ZEL/metamodel/FieldValue.h>
-#include <ZEL/values/Object.h>
 #include <ZEL/values/ValueObjectImpl.h>
 
 #include <algorithm>
@@ -19,15 +18,13 @@ namespace ZEL::internal {
 namespace {
 
 /// The value that `content` of the field makes, made where it is to lie.
-template <class Value, auto content> Object boxed(FieldValue const & value, Deviant deviant) {
+template <class Value, auto content> NSInterface::ValueObjectIntf * boxed(FieldValue const & value) {
     static constinit BoxedTypeMemory memory{[] { return std::string(Value::getTypeName()); }};
     BoxedType * const type = boxedType(memory);
     if (type == nullptr) {
         raiseNullReference();
     }
-    return Object(
-        new NSImplementation::ValueObjectImpl(BoxedTypePtr(type), std::in_place_type<Value>, (value.*content)()),
-        deviant);
+    return new NSImplementation::ValueObjectImpl(BoxedTypePtr(type), std::in_place_type<Value>, (value.*content)());
 }
 
 constexpr std::pair<std::string_view, Boxer> kBoxers[] = {

@@ -107,8 +107,9 @@ struct ZEL_API PropertyView {
     FieldDescriptor const * links = nullptr;         ///< of class type
     ValueDescriptor const * value = nullptr;         ///< a single value of a data type
     ClassDescriptor const * instances = nullptr;     ///< the view's class
-    /// Boxes a value that is set as the generated get does; null where only the type knows how.
-    Object (*box)(FieldValue const & value, Deviant deviant) = nullptr;
+    /// Boxes a value that is set as the generated get does, without a count, which the first handle takes. Null where
+    /// only the type knows how.
+    NSInterface::ValueObjectIntf * (*box)(FieldValue const & value) = nullptr;
 
     /// Whether it identifies the object in its model rather than saying anything of it.
     [[nodiscard]] bool isIdentity() const noexcept { return role == Role::Id || role == Role::Model; }

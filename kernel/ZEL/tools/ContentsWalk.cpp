@@ -142,8 +142,9 @@ public:
                 fLevels.pop_back();
                 continue;
             }
-            ClassObjectIntf const & found = internal::classObject(*child);
             BodyCore const * const body = child->internal_body();
+            ClassObjectIntf const & found =
+                body != nullptr ? static_cast<ClassObjectIntf const &>(*body) : internal::classObject(*child);
             if ((body == nullptr || body->deviant_isValid(deviant())) && !leadsBack(found, body)) {
                 fPresent = body;
                 return &found;

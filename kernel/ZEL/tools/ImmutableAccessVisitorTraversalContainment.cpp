@@ -4,6 +4,7 @@
 #include <ZEL/base/Exception.h>
 #include <ZEL/metamodel/BodyCore.h>
 #include <ZEL/metamodel/Containment.h>
+#include <ZEL/metamodel/FieldObject.h>
 #include <ZEL/metamodel/FieldValue.h>
 #include <ZEL/metamodel/MetaClassView.h>
 #include <ZEL/metamodel/Model.h>
@@ -32,7 +33,8 @@ struct ImmutableAccessVisitorTraversalContainment::VisitedProperty {
         Link,      ///< in the state
         Container, ///< it is the object's container, narrowed
         Model,     ///< it is the object's model
-        Single,    ///< reached by operations of the class, as are all single values of data types
+        Value,     ///< in the state
+        Single,    ///< reached by operations of the class
         Storage,   ///< only the property's storage knows
     };
 
@@ -41,6 +43,7 @@ struct ImmutableAccessVisitorTraversalContainment::VisitedProperty {
           descriptor(view.descriptor),
           links(view.links),
           value(view.value),
+          box(view.box),
           place(placeOf(view)),
           isDataType(view.isDataType),
           isEntered(view.isPart()) {}
@@ -48,6 +51,9 @@ struct ImmutableAccessVisitorTraversalContainment::VisitedProperty {
     [[nodiscard]] static Place placeOf(internal::PropertyView const & view) {
         if (view.links != nullptr) {
             return view.links->sequence != nullptr ? Place::List : Place::Link;
+        }
+        if (view.value != nullptr && view.box != nullptr) {
+            return Place::Value;
         }
         if (view.descriptor == nullptr || view.descriptor->single == nullptr) {
             return Place::Storage;
@@ -72,6 +78,7 @@ struct ImmutableAccessVisitorTraversalContainment::VisitedProperty {
     internal::PropertyDescriptor const * descriptor; ///< null if only the property's storage knows
     internal::FieldDescriptor const * links;         ///< null for all but links in the state
     internal::ValueDescriptor const * value;         ///< null for all but values in the state
+    internal::Boxer box;                             ///< null for all but some of these
     Place place;
     bool isDataType;
     bool isEntered; ///< what is contained by it is walked through
@@ -254,7 +261,7 @@ bool ImmutableAccessVisitorTraversalContainment::visitProperty(ImmutableClassObj
                                                                ImmutableProperty const & property) {
     VisitedProperty const * const known = fWalk == nullptr ? nullptr : fWalk->expected(object, property);
     if (known != nullptr && known->place != VisitedProperty::Place::Storage) {
-        return visitKnown(object, property, *known);
+        return visitKnown(object, bodyOf(object), property, *known);
     }
     ImmutableSequence<ImmutableObject> const values = object.get(property);
     if (!fPreVisitor->visitProperty(object, property)) {
@@ -272,22 +279,22 @@ bool ImmutableAccessVisitorTraversalContainment::visitProperty(ImmutableClassObj
     return goesOn && fPostVisitor->visitProperty(object, property);
 }
 
-bool ImmutableAccessVisitorTraversalContainment::visitKnown(ImmutableClassObject const & object,
+bool ImmutableAccessVisitorTraversalContainment::visitKnown(ImmutableClassObject const & object, BodyCore const & body,
                                                             ImmutableProperty const & property,
                                                             VisitedProperty const & known) {
     if (!fPreVisitor->visitProperty(object, property)) {
         return false;
     }
     // Most properties of most objects have no values.
-    bool const goesOn = known.isEmpty(*bodyOf(object).readState(object.getDeviant())) ||
-                        onWay({&property, &object, known.isEntered}, [&] { return visitValuesOf(object, known); });
+    bool const goesOn =
+        known.isEmpty(*body.readState(object.getDeviant())) ||
+        onWay({&property, &object, known.isEntered}, [&] { return visitValuesOf(object, body, known); });
     return goesOn && fPostVisitor->visitProperty(object, property);
 }
 
 bool ImmutableAccessVisitorTraversalContainment::visitValuesOf(ImmutableClassObject const & object,
-                                                               VisitedProperty const & visited) {
+                                                               BodyCore const & body, VisitedProperty const & visited) {
     Deviant const deviant = object.getDeviant();
-    BodyCore const & body = bodyOf(object);
     switch (visited.place) {
     case VisitedProperty::Place::List: {
         int const size = static_cast<int>(visited.links->sequence(*body.readState(deviant)).size());
@@ -304,6 +311,10 @@ bool ImmutableAccessVisitorTraversalContainment::visitValuesOf(ImmutableClassObj
     }
     case VisitedProperty::Place::Link:
         return visitValue(ImmutableObject(visited.links->get(*body.readState(deviant)), deviant), false);
+    case VisitedProperty::Place::Value: {
+        internal::FieldValue const value = visited.value->get(*body.readState(deviant));
+        return !value.isSet() || visitBox(ImmutableValueObject(visited.box(value), deviant));
+    }
     case VisitedProperty::Place::Container: {
         NSInterface::ClassObjectIntf const * const container = body.internal_container(deviant);
         bool const isThere = container != nullptr &&
@@ -358,6 +369,15 @@ bool ImmutableAccessVisitorTraversalContainment::visitValue(ImmutableObject cons
     return goesOn && fPostVisitor->visitObject(value);
 }
 
+bool ImmutableAccessVisitorTraversalContainment::visitBox(ImmutableValueObject const & value) {
+    ImmutableObject const object(value);
+    if (!fWalk->isPlain) {
+        return visitValue(object, true);
+    }
+    return fPreVisitor->visitObject(object) && fPreVisitor->visitValueObject(value) &&
+           fPostVisitor->visitValueObject(value) && fPostVisitor->visitObject(object);
+}
+
 bool ImmutableAccessVisitorTraversalContainment::visitKind(ImmutableObject const & object, bool isDataType) {
     using Traversal = ImmutableAccessVisitorTraversalContainment;
     NSInterface::ObjectIntf * const body = object.getImplementation();
@@ -390,11 +410,12 @@ bool ImmutableAccessVisitorTraversalContainment::traverseClassObject(ImmutableCl
         return true;
     }
     auto const walk = beginWalk();
+    BodyCore const & body = bodyOf(object);
     for (VisitedProperty const & visited : fWalk->propertiesOf(object).all) {
         bool goesOn = false;
         if (fWalk->isPlain) {
             goesOn = visited.place != VisitedProperty::Place::Storage
-                         ? visitKnown(object, visited.property, visited)
+                         ? visitKnown(object, body, visited.property, visited)
                          : Traversal::visitProperty(object, visited.property);
         } else {
             fWalk->expect(object, visited);

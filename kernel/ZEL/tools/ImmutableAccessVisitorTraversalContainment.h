@@ -7,6 +7,10 @@
 
 namespace ZEL {
 
+namespace internal {
+class BodyCore;
+} // namespace internal
+
 /// Walks the containment tree below an object and calls one visitor before and one after each part.
 ///
 /// The properties of an object come in a fixed order: its name, single values, lists of values, contained objects,
@@ -62,14 +66,17 @@ private:
 
     /// From the outermost operation to its end there is a walk: as long as what this returns lives.
     auto beginWalk();
-    /// `visitProperty` for one whose values can be read after the visit before it.
-    bool visitKnown(ImmutableClassObject const & object, ImmutableProperty const & property,
-                    VisitedProperty const & known);
-    bool visitValuesOf(ImmutableClassObject const & object, VisitedProperty const & visited);
+    /// `visitProperty` for one whose values can be read after the visit before it. `body` is the object's, here as below.
+    bool visitKnown(ImmutableClassObject const & object, internal::BodyCore const & body,
+                    ImmutableProperty const & property, VisitedProperty const & known);
+    bool visitValuesOf(ImmutableClassObject const & object, internal::BodyCore const & body,
+                       VisitedProperty const & visited);
     /// Calls `visit` with this as the present way.
     template <class Visit> bool onWay(Way const & way, Visit visit);
     /// Visits one of the values to which the present way leads.
     bool visitValue(ImmutableObject const & value, bool isDataType);
+    /// The same for a value that has just been boxed.
+    bool visitBox(ImmutableValueObject const & value);
     /// `ImmutableAccessVisitor::visitObject` for a walk of which nobody overrides an operation.
     bool visitKind(ImmutableObject const & object, bool isDataType);
 

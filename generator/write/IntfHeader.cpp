@@ -91,6 +91,8 @@ namespace $ns$::NSInterface {
 /// The operations of $X$, each with the deviant in which it is to act.
 class $API$ $X$Intf : $bases$ {
 public:
+    ~$X$Intf() override = 0;
+
     static ZEL::CooperativeVisitor::internal::ClassInfo const & classInfo();
     static ZEL::internal::ClassDescriptor const & descriptor() noexcept;
     /// The part of an object that is a $X$; null of null.
@@ -99,6 +101,8 @@ public:
 
     $members$
 };
+
+inline $X$Intf::~$X$Intf() = default;
 
 } // namespace $ns$::NSInterface
 )",

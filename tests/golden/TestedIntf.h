@@ -9,6 +9,8 @@ namespace machine::NSInterface {
 /// The operations of Tested, each with the deviant in which it is to act.
 class machine_API TestedIntf : public virtual ZEL::NSInterface::StereotypeObjectIntf {
 public:
+    ~TestedIntf() override = 0;
+
     static ZEL::CooperativeVisitor::internal::ClassInfo const & classInfo();
     static ZEL::internal::ClassDescriptor const & descriptor() noexcept;
     /// The part of an object that is a Tested; null of null.
@@ -42,5 +44,7 @@ public:
     /// Constraint: somebody has tested it
     [[nodiscard]] bool satisfiesHasTester(ZEL::Deviant deviant) const;
 };
+
+inline TestedIntf::~TestedIntf() = default;
 
 } // namespace machine::NSInterface

@@ -1,9 +1,9 @@
 #include <ZEL/interchange/OwnFolder.h>
 
 #include <dlfcn.h>
-#include <limits.h> // PATH_MAX
 
 #include <array>
+#include <climits>
 #include <string>
 #include <system_error>
 

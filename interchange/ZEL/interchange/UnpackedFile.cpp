@@ -5,10 +5,10 @@
 #include <ZEL/interchange/UnpackingModule.h>
 
 #include <dlfcn.h>
-#include <stdlib.h> // mkdtemp
 
 #include <array>
 #include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string_view>

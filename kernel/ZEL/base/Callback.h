@@ -104,7 +104,9 @@ public:
     Callback() noexcept = default;
     Callback(std::nullptr_t) noexcept {}
     Callback(Callback const &) = default;
-    Callback(Callback && other) noexcept : CallbackRoom(std::move(other)), fCall(other.fCall) { other.fCall = nullptr; }
+    Callback(Callback && other) noexcept : CallbackRoom(static_cast<CallbackRoom &&>(other)), fCall(other.fCall) {
+        other.fCall = nullptr;
+    }
     /// Empty if `function` is.
     template <class F>
     requires(!std::is_same_v<F, Callback> && std::is_invocable_r_v<R, F &, A...> && std::is_copy_constructible_v<F>)

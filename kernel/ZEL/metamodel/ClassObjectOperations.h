@@ -23,6 +23,10 @@ namespace NSInterface {
 /// Bodies and states answer by it; a body finds the state to ask, a state is its own.
 class ZEL_API ClassObjectOperations : public virtual ClassObjectIntf {
 public:
+    /// Pure, as those of all generated interfaces are: of an abstract class no compiler asks for what it takes to make or
+    /// end an object of the class itself, which the libraries do not export.
+    ~ClassObjectOperations() override = 0;
+
     static internal::ClassDescriptor const & descriptor() noexcept;
     static internal::PropertyDescriptor const & appliedStereotypeInstanceProperty() noexcept;
     static internal::PropertyDescriptor const & modelZELProperty() noexcept;
@@ -93,6 +97,8 @@ public:
     void setSiid(Deviant deviant, String const & siid) override;
     [[nodiscard]] String getSiid(Deviant deviant) const override;
 };
+
+inline ClassObjectOperations::~ClassObjectOperations() = default;
 
 } // namespace NSInterface
 

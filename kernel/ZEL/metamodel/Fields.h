@@ -60,14 +60,14 @@ private:
     using Bytes = std::array<char, kShort + 1>;
 
     static constexpr unsigned char kLong = 0xFF;
-    static constexpr std::size_t kSizeAt = sizeof(Record *);
+    static constexpr std::size_t kSizeAt = sizeof(void *);
 
     /// The size of a short text, or `kLong`.
     [[nodiscard]] constexpr unsigned char tag() const noexcept { return static_cast<unsigned char>(fBytes[kShort]); }
     [[nodiscard]] constexpr bool isLong() const noexcept { return tag() == kLong; }
     [[nodiscard]] Record * record() const noexcept {
         Record * record = nullptr;
-        std::memcpy(&record, fBytes.data(), sizeof(record));
+        std::memcpy(&record, fBytes.data(), kSizeAt);
         return record;
     }
     [[nodiscard]] std::uint32_t longSize() const noexcept {

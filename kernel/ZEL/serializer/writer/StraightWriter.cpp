@@ -331,11 +331,11 @@ bool StraightWriter::appendLinks(FieldDescriptor const & field, StateCore const 
     }
     internal::PersistentSequence const & sequence = field.sequence(state);
     bool isFirst = true;
-    for (auto at = sequence.begin(), end = sequence.end(); at != end; ++at) {
+    for (void * const target : sequence) {
         if (!std::exchange(isFirst, false)) {
             fLinks.push_back(' ');
         }
-        if (!appendLink(*static_cast<NSInterface::ObjectIntf const *>(*at))) {
+        if (!appendLink(*static_cast<NSInterface::ObjectIntf const *>(target))) {
             return false;
         }
     }

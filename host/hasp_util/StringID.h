@@ -23,9 +23,8 @@ public:
     friend bool operator==(StringID left, StringID right) noexcept { return left.fText == right.fText; }
     /// An arbitrary order, which stays the same within one process.
     friend bool operator<(StringID left, StringID right) noexcept {
-        // NOLINTNEXTLINE(modernize-use-nullptr): an ordering is compared with 0
-        return std::compare_three_way()(static_cast<void const *>(left.fText), static_cast<void const *>(right.fText)) <
-               0;
+        return std::is_lt(
+            std::compare_three_way()(static_cast<void const *>(left.fText), static_cast<void const *>(right.fText)));
     }
 
 private:

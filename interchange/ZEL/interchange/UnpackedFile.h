@@ -27,7 +27,7 @@ public:
 
     /// Unpacks the model. Throws a text with the file's name if that is no container, has no entry that may be a
     /// model, has one that is encrypted or damaged or exceeds the limits, if there is no room for it, or if the module
-    /// that unpacks, `zel/zel-unpacking-0.1.so` beside the library, cannot be loaded.
+    /// that unpacks, in the folder `zel` beside the library, cannot be loaded.
     explicit UnpackedFile(std::string const & file, UnpackingLimits const & limits = {});
     /// Removes the temporary file.
     ~UnpackedFile();

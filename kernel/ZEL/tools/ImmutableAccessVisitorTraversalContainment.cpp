@@ -33,7 +33,7 @@ struct ImmutableAccessVisitorTraversalContainment::VisitedProperty {
         Link,      ///< in the state
         Container, ///< it is the object's container, narrowed
         Model,     ///< it is the object's model
-        Value,     ///< in the state
+        Value,     ///< in the state, of a type that is boxed from there
         Single,    ///< reached by operations of the class
         Storage,   ///< only the property's storage knows
     };
@@ -52,7 +52,7 @@ struct ImmutableAccessVisitorTraversalContainment::VisitedProperty {
         if (view.links != nullptr) {
             return view.links->sequence != nullptr ? Place::List : Place::Link;
         }
-        if (view.value != nullptr && view.box != nullptr) {
+        if (view.box != nullptr) {
             return Place::Value;
         }
         if (view.descriptor == nullptr || view.descriptor->single == nullptr) {
@@ -78,7 +78,7 @@ struct ImmutableAccessVisitorTraversalContainment::VisitedProperty {
     internal::PropertyDescriptor const * descriptor; ///< null if only the property's storage knows
     internal::FieldDescriptor const * links;         ///< null for all but links in the state
     internal::ValueDescriptor const * value;         ///< null for all but values in the state
-    internal::Boxer box;                             ///< null for all but some of these
+    internal::Boxer box;                             ///< null where only the type knows how to box these
     Place place;
     bool isDataType;
     bool isEntered; ///< what is contained by it is walked through
@@ -311,10 +311,8 @@ bool ImmutableAccessVisitorTraversalContainment::visitValuesOf(ImmutableClassObj
     }
     case VisitedProperty::Place::Link:
         return visitValue(ImmutableObject(visited.links->get(*body.readState(deviant)), deviant), false);
-    case VisitedProperty::Place::Value: {
-        internal::FieldValue const value = visited.value->get(*body.readState(deviant));
-        return !value.isSet() || visitBox(ImmutableValueObject(visited.box(value), deviant));
-    }
+    case VisitedProperty::Place::Value:
+        return visitBox(ImmutableValueObject(visited.box(visited.value->get(*body.readState(deviant))), deviant));
     case VisitedProperty::Place::Container: {
         NSInterface::ClassObjectIntf const * const container = body.internal_container(deviant);
         bool const isThere = container != nullptr &&

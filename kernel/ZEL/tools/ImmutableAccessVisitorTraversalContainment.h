@@ -69,6 +69,7 @@ private:
     /// `visitProperty` for one whose values can be read after the visit before it. `body` is the object's, here as below.
     bool visitKnown(ImmutableClassObject const & object, internal::BodyCore const & body,
                     ImmutableProperty const & property, VisitedProperty const & known);
+    /// Of a property that is not empty, as far as its place shows it.
     bool visitValuesOf(ImmutableClassObject const & object, internal::BodyCore const & body,
                        VisitedProperty const & visited);
     /// Calls `visit` with this as the present way.

@@ -293,8 +293,8 @@ concept RebindableTo = requires(H handle, Other const & other) {
     handle.rebind(other);
 };
 
-// Of an interface that is not, clang asks without optimisation for tables that the library does not export; some declare
-// nothing pure.
+// These declare nothing pure but their destructors. Of an interface that is not abstract, clang without optimisation asks
+// for tables that the library does not export.
 static_assert(std::is_abstract_v<NSInterface::ClassObjectOperations> && std::is_abstract_v<NSInterface::ElementIntf> &&
               std::is_abstract_v<NSInterface::RelationshipIntf> &&
               std::is_abstract_v<NSInterface::StereotypeObjectIntf>);
